@@ -1,0 +1,32 @@
+# Compiler settings shared by every target of this project.
+
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
+if(NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  find_program(ORVANE_CCACHE ccache)
+  if(ORVANE_CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${ORVANE_CCACHE}")
+  endif()
+endif()
+
+add_library(OrvaneOptions INTERFACE)
+target_compile_options(OrvaneOptions INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Werror
+  # NaN rules and the single-precision steps of the diagrams are part of their contract.
+  -ffp-contract=off)
+target_compile_definitions(OrvaneOptions INTERFACE QT_DEPRECATED_WARNINGS)
+if(ORVANE_SANITIZE)
+  target_compile_options(OrvaneOptions INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(OrvaneOptions INTERFACE -fsanitize=address,undefined)
+endif()
+
+# orvane_target(<target>): warnings, sanitizers and moc for one of our targets.
+function(orvane_target target)
+  target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:OrvaneOptions>)
+  set_target_properties(${target} PROPERTIES AUTOMOC ON)
+endfunction()

@@ -1,0 +1,53 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/base/IObserver.h"
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+/// Sender side of the observer pattern. GUI thread only, no locks.
+///
+/// Registrations are counted: an observer attached twice must be detached twice, and is called
+/// once a change all the same. Observers are called in the order of their first attachment.
+/// During a notification
+/// - an observer that is detached is not called any more,
+/// - an observer that is attached is first called at the next notification,
+/// - notifications may nest,
+/// - the observable itself may be destroyed: the observers not yet called are left out.
+class ORVANE_PLATFORM_API Observable
+{
+public:
+    Observable();
+    virtual ~Observable();
+    Observable(const Observable&) = delete;
+    Observable& operator=(const Observable&) = delete;
+
+    /// Registers an observer, which must stay alive until it is detached. Null is ignored.
+    void Attach(IObserver* observer);
+    /// Takes one registration back. An observer that is not registered is ignored.
+    void Detach(IObserver* observer);
+    /// Calls every registered observer once.
+    void Notify(TChangeCode code);
+
+    /// Number of distinct observers that are registered.
+    std::size_t ObserverCount() const;
+    /// Number of registrations of one observer.
+    std::size_t RegistrationCount(const IObserver* observer) const;
+
+protected:
+    /// True while a notification of this object is on the stack.
+    bool IsNotifying() const;
+    /// Called as the outermost notification ends. The object may delete itself here.
+    virtual void NotificationEnded();
+
+private:
+    struct Registration {
+        IObserver* observer;
+        std::size_t count; // 0: detached during a notification, removed when it ends
+    };
+    std::vector<Registration> m_registrations;
+    int m_notifyDepth = 0;
+    bool* m_pDestroyed = nullptr; // flag of the innermost notification that is running
+};

@@ -1,0 +1,73 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/base/Export.h"
+
+#include <QString>
+
+#include <vector>
+
+/// Configuration access. The view selects one of several sets of settings of an application.
+struct ICfg {
+    enum View : int { DefaultView = 0 };
+};
+
+namespace values {
+
+class Persistant;
+
+/// An object with persisted settings. It creates its Persistant itself, and deletes it itself: the
+/// hooks below are virtual, so that nothing may be read or written from this base's destructor.
+class ORVANE_PLATFORM_API PersistantOwner
+{
+public:
+    virtual ~PersistantOwner();
+    virtual void ApplyPersistantBeforeWrite() = 0;
+    virtual void ApplyPersistantAfterRead() = 0;
+
+protected:
+    Persistant* m_pPersistant = nullptr;
+};
+
+/// Named group of variables that are kept in the application's INI file.
+///
+/// The file is the one of QSettings (INI format, user scope) for the application's organisation and
+/// name unless SetStoreFile names another. Settings are written through at Write. A damaged file
+/// counts as empty: defaults are used, and one warning is logged for each such file.
+class ORVANE_PLATFORM_API Persistant
+{
+public:
+    /// @param name   group of the settings in the file.
+    /// @param owner  told about reading and writing; not owned, may be null.
+    Persistant(const QString& name, PersistantOwner* owner);
+    ~Persistant();
+    Persistant(const Persistant&) = delete;
+    Persistant& operator=(const Persistant&) = delete;
+
+    /// Adds a variable, which must outlive this object.
+    void Add(bool* variable, const QString& key, bool defaultValue);
+    /// Fills the variables with what is stored (or the defaults), then calls
+    /// ApplyPersistantAfterRead. A path other than "" is put before the group's name.
+    void Read(const QString& path, ICfg::View view);
+    /// Calls ApplyPersistantBeforeWrite, then stores the variables and writes the file.
+    void Write(const QString& path, ICfg::View view);
+
+    /// Uses another file for all settings from now on; an empty name returns to the usual one.
+    static void SetStoreFile(const QString& fileName);
+    /// Full name of the file in use.
+    static QString StoreFile();
+
+private:
+    struct Entry {
+        bool* variable;
+        QString key;
+        bool defaultValue;
+    };
+    QString Group(const QString& path, ICfg::View view) const;
+
+    QString m_name;
+    PersistantOwner* m_pOwner;
+    std::vector<Entry> m_entries;
+};
+
+} // namespace values
