@@ -43,7 +43,8 @@ protected:
     virtual void NotificationEnded();
 
 private:
-    struct Registration {
+    struct Registration
+    {
         IObserver* observer;
         std::size_t count; // 0: detached during a notification, removed when it ends
     };

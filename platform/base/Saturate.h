@@ -7,7 +7,7 @@
 /// [lowest, highest], and maps NaN to 0 (clamped like any other value). A plain cast is
 /// undefined for NaN and for values outside the integer's range.
 /// Integer is at most 32 bits wide, so that its limits are exact as doubles.
-template <typename Integer>
+template<typename Integer>
 constexpr Integer truncateSaturated(double value,
                                     Integer lowest = std::numeric_limits<Integer>::lowest(),
                                     Integer highest = std::numeric_limits<Integer>::max())

@@ -18,7 +18,8 @@ class ORVANE_PLATFORM_API ColorSet : public IColorBase, public IHasPropertyPage
 {
 public:
     enum class Scheme { Dark, Light };
-    struct Entry {
+    struct Entry
+    {
         ECOLOR number;
         const char* name; ///< Source text, translated in the context "ColorSet".
     };

@@ -8,7 +8,8 @@
 #include <vector>
 
 /// Configuration access. The view selects one of several sets of settings of an application.
-struct ICfg {
+struct ICfg
+{
     enum View : int { DefaultView = 0 };
 };
 
@@ -58,7 +59,8 @@ public:
     static QString StoreFile();
 
 private:
-    struct Entry {
+    struct Entry
+    {
         bool* variable;
         QString key;
         bool defaultValue;

@@ -26,7 +26,7 @@ public:
 
     /// Host side: puts a new value of type T at a path. Null, and nothing changes, when the path is
     /// empty or taken.
-    template <class T>
+    template<class T>
     T* Create(const QString& path)
     {
         auto value = std::make_unique<T>(path);

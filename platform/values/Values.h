@@ -13,35 +13,53 @@ namespace values {
 
 /// Text form of a floating point content: shortest decimal that reads back to the same number,
 /// with a point whatever the locale.
-template <class T> struct FormatFloat {
-    static QString Text(T value) { return QString::number(value, 'g', QLocale::FloatingPointShortest); }
+template<class T>
+struct FormatFloat
+{
+    static QString Text(T value)
+    {
+        return QString::number(value, 'g', QLocale::FloatingPointShortest);
+    }
 };
 
 /// Text form of a switch: "true" or "false".
-template <class T> struct FormatBool {
-    static QString Text(T value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
+template<class T>
+struct FormatBool
+{
+    static QString Text(T value)
+    {
+        return value ? QStringLiteral("true") : QStringLiteral("false");
+    }
 };
 
 /// Writes one content to a text stream in the format F.
-template <class T, class F> struct StreamFormat {
+template<class T, class F>
+struct StreamFormat
+{
     static void Write(QTextStream& stream, T value) { stream << F::Text(value); }
 };
 
-template <class T> struct DefaultFormat {
+template<class T>
+struct DefaultFormat
+{
     using type = FormatFloat<T>;
 };
-template <> struct DefaultFormat<bool> {
+template<>
+struct DefaultFormat<bool>
+{
     using type = FormatBool<bool>;
 };
 
 /// A single content. Setting it always notifies ccContent, also when the new content equals the
 /// old one, because a trigger announces by being set. A setter does nothing after its
 /// notification: the value may be gone by then.
-template <class T, class F = typename DefaultFormat<T>::type, class S = StreamFormat<T, F>>
+template<class T, class F = typename DefaultFormat<T>::type, class S = StreamFormat<T, F>>
 class Value : public ValueBase
 {
 public:
-    explicit Value(const QString& pathName = QString()) : ValueBase(pathName) {}
+    explicit Value(const QString& pathName = QString())
+        : ValueBase(pathName)
+    {}
 
     T GetValue() const { return m_value; }
     void SetValue(T value)
@@ -56,7 +74,7 @@ private:
 };
 
 /// A number.
-template <class T, class F = typename DefaultFormat<T>::type, class S = StreamFormat<T, F>>
+template<class T, class F = typename DefaultFormat<T>::type, class S = StreamFormat<T, F>>
 class ValueNumeric : public Value<T, F, S>
 {
 public:
@@ -65,16 +83,19 @@ public:
 
 /// A list of numbers. Readers take it by reference; a writer may fill it in place with GetList()
 /// and announce it with Notify(ccContent) or by setting a trigger value.
-template <class T, class F = typename DefaultFormat<T>::type, class S = StreamFormat<T, F>>
+template<class T, class F = typename DefaultFormat<T>::type, class S = StreamFormat<T, F>>
 class ValueList : public ValueBase
 {
 public:
-    explicit ValueList(const QString& pathName = QString()) : ValueBase(pathName) {}
+    explicit ValueList(const QString& pathName = QString())
+        : ValueBase(pathName)
+    {}
 
     std::list<T>& GetList() { return m_list; }
     const std::list<T>& GetList() const { return m_list; }
     /// Replaces the content, reusing the nodes that are there, and notifies ccContent.
-    template <class Iterator> void Assign(Iterator first, Iterator last)
+    template<class Iterator>
+    void Assign(Iterator first, Iterator last)
     {
         m_list.assign(first, last);
         Notify(ccContent);

@@ -1,0 +1,89 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/base/Export.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QRect>
+
+#include <string>
+
+class GLFrameWidget;
+class GLLayout;
+class QContextMenuEvent;
+class QEvent;
+class QMouseEvent;
+class QPaintEvent;
+class QResizeEvent;
+class QWheelEvent;
+class QWidget;
+
+enum eHorizontalAlignment : int {
+    haFill = 0,  ///< Full width of the layout.
+    haAlign = 1, ///< The left edge and, times the factor, the width of the widget named.
+};
+
+/// A child of a GLLayout: an area of the frame's picture with its own painting and events. It holds
+/// no GL resources, and it is held by std::shared_ptr, so it has no QObject parent.
+class ORVANE_PLATFORM_API GLBaseWidget : public QObject
+{
+    Q_OBJECT
+public:
+    /// @param name    object name, by which siblings align themselves.
+    /// @param layout  the layout that the widget will be added to; may be null.
+    GLBaseWidget(const std::string& name, GLLayout* layout);
+    ~GLBaseWidget() override;
+
+    /// The widget's area in its own pixel frame: (0, 0, width, height), logical pixels.
+    QRect rect() const;
+    /// The widget's area in the frame widget.
+    QRect geometry() const;
+    /// Schedules a repaint of the frame; nothing while there is none.
+    void update();
+    /// The frame that paints this widget; null while it is in no layout.
+    GLFrameWidget* GetFrameWidget() const;
+
+    /// Aligns the widget when the layout places its children: to "Top" (the layout itself) or to a
+    /// sibling by its object name, resolved at each layout. Answers whether the arguments can be
+    /// used: a name, mode haAlign, a finite factor > 0. Otherwise the widget fills the width.
+    bool SetHorizontalAlignment(const char* name, eHorizontalAlignment mode, double factor);
+    /// Makes the widget carry a Qt widget, which then follows its place in the layout; null lets
+    /// go. Neither ownership nor parent of the Qt widget change, and it may be destroyed first.
+    void SetQWidget(QWidget* widget);
+    QWidget* GetQWidget() const;
+
+    /// Height in logical pixels that the layout gives the widget; 0: a share of what is left.
+    virtual int FixedHeight() const;
+
+protected:
+    // Called by the layout, event positions in the widget's pixel frame.
+    virtual void resizeEvent(QResizeEvent* event);
+    virtual void paintEvent(QPaintEvent* event);
+    virtual void mouseDoubleClickEvent(QMouseEvent* event);
+    virtual void mouseMoveEvent(QMouseEvent* event);
+    virtual void mousePressEvent(QMouseEvent* event);
+    virtual void mouseReleaseEvent(QMouseEvent* event);
+    virtual void wheelEvent(QWheelEvent* event);
+    virtual void contextMenuEvent(QContextMenuEvent* event);
+    virtual void leaveEvent(QEvent* event);
+
+    // Drawing rectangle in the frame, logical pixels, set by the layout.
+    float m_left = 0.0F;
+    float m_top = 0.0F;
+    float m_right = 0.0F;
+    float m_bottom = 0.0F;
+    /// Number that is passed to grid drawers unchanged.
+    int m_drawParam = 0;
+
+private:
+    friend class GLLayout;
+    friend struct TestAccess;
+
+    QPointer<GLFrameWidget> m_pFrame;
+    QPointer<QWidget> m_pQWidget;
+    QString m_alignName;
+    eHorizontalAlignment m_alignMode = haFill;
+    double m_alignFactor = 1.0;
+    bool m_visible = true;
+};

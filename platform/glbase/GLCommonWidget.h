@@ -1,0 +1,60 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/glbase/GLBaseWidget.h"
+#include "platform/glbase/IHasContextMenu.h"
+#include "platform/glbase/IMouseHandler.h"
+#include "platform/glbase/ITextDisplayer.h"
+
+#include <memory>
+#include <vector>
+
+/// A GL widget with helpers: mouse objects that take part in events and painting, and context menu
+/// providers. Both are offered an event in descending z-order, the first added first among equals.
+class ORVANE_PLATFORM_API GLCommonWidget : public GLBaseWidget, public ITextDisplayer
+{
+    Q_OBJECT
+public:
+    enum EWindowType : int { wtPlot = 0 };
+    enum eZOrder : int { zoBottom = 0, zoRuler = 4, zoAxis = 8 };
+
+    GLCommonWidget(const std::string& name, GLLayout* layout);
+    ~GLCommonWidget() override;
+
+    /// Adds a mouse object; the widget does not keep it alive.
+    void addMouseObject(std::weak_ptr<IMouseHandler> handler, eZOrder zOrder);
+    void removeMouseObject(const IMouseHandler* handler);
+    /// Adds a context menu provider; the widget does not keep it alive.
+    void addContextMenu(std::weak_ptr<IHasContextMenu> provider, eZOrder zOrder);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    /// Draws the overlays of the mouse objects, lowest z-order first. May run inside the painter of
+    /// a derived class.
+    void paintEvent(QPaintEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    /// Runs the first menu that a provider offers.
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
+    /// Vertical range of the widget's own content in a dimension, for helpers that draw over it. A
+    /// widget without own scale answers its pixel rows: 0 at the top, its height at the bottom.
+    virtual double YStart(short dimension);
+    virtual double YStop(short dimension);
+
+private:
+    friend struct TestAccess;
+    template<class T>
+    struct Entry
+    {
+        std::weak_ptr<T> object;
+        eZOrder zOrder;
+    };
+    std::vector<Entry<IMouseHandler>> m_mouseObjects;   // descending z-order
+    std::vector<Entry<IHasContextMenu>> m_contextMenus; // descending z-order
+    std::weak_ptr<IMouseHandler> m_grabber;             // took the last press
+};

@@ -1,0 +1,55 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/glbase/GLLineStyle.h"
+#include "platform/glbase/GLLines.h"
+#include "platform/glbase/GLStepLine.h"
+
+#include <QOpenGLWidget>
+
+class GLBaseWidget;
+class IColorBase;
+class IErrorHandlerBase;
+class QPainter;
+
+/// The Qt widget that a group of GL widgets is painted into: an OpenGL widget with a compatibility
+/// context (OpenGL 2.1 or its like) that fills itself with the ground colour and opens one painter
+/// for all its children. Line primitives draw with that painter, in the pixel frame of the child
+/// that is being painted; outside of painting they draw nothing.
+class ORVANE_PLATFORM_API GLFrameWidget : public QOpenGLWidget
+{
+    Q_OBJECT
+public:
+    using GLLineStyle = ::GLLineStyle;
+    using GLLines = ::GLLines;
+    using GLStepLine = ::GLStepLine;
+
+    /// Services of the application that diagrams point at their singletons. The frame works
+    /// without.
+    static IErrorHandlerBase* m_pErrorHandler;
+    static IColorBase* m_pColors;
+
+    explicit GLFrameWidget(QWidget* parent = nullptr);
+    ~GLFrameWidget() override;
+
+    void DrawLines(const GLLines& lines);
+    void DrawStepLine(const GLStepLine& line);
+
+    /// Paints the frame's content with another painter (a picture, a printer), in logical pixels
+    /// with the origin at the frame's top left corner. Must not be called while the frame paints.
+    void Render(QPainter& painter);
+
+protected:
+    void paintGL() override;
+    /// Paints the children with the open painter; the frame itself has none.
+    virtual void PaintChildren(QPainter& painter);
+
+    /// Child that is being painted, set by PaintChildren. GLPainter reads it.
+    GLBaseWidget* m_pCurrentChild = nullptr;
+
+private:
+    friend class GLPainter;
+    friend struct TestAccess;
+    QPainter* m_pPainter = nullptr; // open painter, while painting
+    bool m_hasContext = false;      // the open painter draws with the frame's own GL context
+};

@@ -1,0 +1,52 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/glbase/GLBaseWidget.h"
+#include "platform/glbase/GLFrameWidget.h"
+
+#include <memory>
+#include <vector>
+
+/// Stacks GL widgets from top to bottom in the order in which they were added: those with a fixed
+/// height get it, the others share the rest evenly. Paints them and routes events to them; a press
+/// grabs the mouse for its child until all buttons are up.
+class ORVANE_PLATFORM_API GLLayout : public GLFrameWidget
+{
+    Q_OBJECT
+public:
+    explicit GLLayout(QWidget* parent = nullptr);
+    /// Lets go of children that were not removed.
+    ~GLLayout() override;
+
+    /// Adds a widget at the bottom; false for null and for a widget that is in a layout's list
+    /// already (nothing changes).
+    bool AddWidget(std::shared_ptr<GLBaseWidget> widget);
+    /// Drops the layout's reference and clears the widget's frame; false when it is not a child.
+    bool RemoveWidget(GLBaseWidget& widget);
+    const std::vector<std::shared_ptr<GLBaseWidget>>& Widgets() const { return m_children; }
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void PaintChildren(QPainter& painter) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
+private:
+    friend struct TestAccess;
+    void PlaceChildren();
+    std::shared_ptr<GLBaseWidget> ChildAt(const QPoint& position) const;
+
+    std::vector<std::shared_ptr<GLBaseWidget>> m_children;
+    std::weak_ptr<GLBaseWidget> m_grabbed; // child that took the press
+    std::weak_ptr<GLBaseWidget> m_hovered; // child under the pointer
+};

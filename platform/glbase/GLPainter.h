@@ -1,0 +1,68 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/base/Export.h"
+
+#include <QBrush>
+#include <QColor>
+#include <QPen>
+#include <QRect>
+#include <QString>
+
+#include <memory>
+
+class GLFrameWidget;
+class QPainter;
+
+/// Handle on the painter of a frame widget, for the GL child that is being painted: origin at the
+/// child's top left corner, y down, logical pixels, clipped to the child.
+///
+/// Handles nest: one may be created while another is alive, and each leaves the painter as it found
+/// it. A handle made while its frame is not painting (or for a null frame) draws nothing.
+class ORVANE_PLATFORM_API GLPainter
+{
+public:
+    explicit GLPainter(GLFrameWidget* frame);
+    /// Undoes whatever is left of save() and beginNativePainting().
+    ~GLPainter();
+    GLPainter(const GLPainter&) = delete;
+    GLPainter& operator=(const GLPainter&) = delete;
+
+    void save();
+    void restore();
+    /// Number of save() calls not yet restored.
+    int depth() const { return m_depth; }
+
+    /// Brush that runs from first at the left border of the widget to second at the right.
+    void setHGradientBrush(const QColor& first, const QColor& second);
+    /// Brush that runs from first at the top of the widget to second at the bottom.
+    void setVGradientBrush(const QColor& first, const QColor& second);
+    void setPen(const QPen& pen);
+    void setBrush(const QBrush& brush);
+    QPen pen() const;
+    QBrush brush() const;
+
+    void drawRect(const QRect& rect);
+    void fillRect(const QRect& rect, const QBrush& brush);
+    /// Text inside rect, with Qt::Alignment flags, in the pen's colour.
+    void drawText(const QRect& rect, int flags, const QString& text);
+    /// Lines of one logical pixel: (x, y) is the pixel of that index, at any device pixel ratio.
+    void drawHLine(int x1, int x2, int y, const QColor& color);
+    void drawVLine(int x, int y1, int y2, const QColor& color);
+
+    /// Between these two calls raw OpenGL 1.1 draws in the widget's pixel frame: integer
+    /// coordinates are pixel centres, the scissor is the widget, the current context is the
+    /// frame's. Answers false when there is no GL context (a picture is drawn instead): then draw
+    /// nothing.
+    bool beginNativePainting();
+    void endNativePainting();
+
+    /// The Qt painter behind the handle; null when the handle is inert.
+    QPainter* painter() const { return m_pPainter; }
+
+private:
+    GLFrameWidget* m_pFrame;
+    QPainter* m_pPainter = nullptr;
+    int m_depth = 0;
+    bool m_native = false;
+};

@@ -1,0 +1,31 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/base/Export.h"
+
+class GLCommonWidget;
+class GLPainter;
+class QEvent;
+class QMouseEvent;
+class QWheelEvent;
+
+/// Takes part in the mouse handling and the painting of a GLCommonWidget (an axis, a ruler). Event
+/// positions are in the widget's pixel frame. Each operation but the last three answers whether it
+/// took the event; an event that was taken goes no further. The handler that took a press receives
+/// the moves and the release that follow, wherever the pointer is.
+class ORVANE_PLATFORM_API IMouseHandler
+{
+public:
+    virtual ~IMouseHandler();
+    virtual bool mousePress(GLCommonWidget* widget, QMouseEvent* event) = 0;
+    virtual bool mouseMove(GLCommonWidget* widget, QMouseEvent* event) = 0;
+    virtual bool mouseRelease(GLCommonWidget* widget, QMouseEvent* event) = 0;
+    virtual bool mouseDoubleClick(GLCommonWidget* widget, QMouseEvent* event) = 0;
+    virtual bool wheel(GLCommonWidget* widget, QWheelEvent* event) = 0;
+    /// The pointer left the widget.
+    virtual void leave(GLCommonWidget* widget) = 0;
+    /// The handler was added to a widget, or (null) the widget is gone.
+    virtual void attached(GLCommonWidget* widget) = 0;
+    /// Draws on top of the widget's own picture, in its pixel frame.
+    virtual void drawOverlay(GLCommonWidget* widget, GLPainter& painter) = 0;
+};

@@ -1,0 +1,73 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/glbase/IStringFormatter.h"
+
+#include <QString>
+
+#include <memory>
+#include <vector>
+
+/// Range and pixel length of an axis, and the grid and labels that follow from them.
+///
+/// Pixel of a value v, with all arithmetic in double, truncated toward zero:
+///   horizontal  trunc((length - 1) * (v - start) / (stop - start)), from the left border;
+///   vertical    length - trunc((length - 1) * (v - start) / (stop - start)), from the top border.
+/// Grid lines stand at whole multiples of 1, 2 or 5 times a power of ten, one for every 60 to
+/// 100 pixels or so (fewer on a short axis), ascending or reversed, at most MaxTickCount. There are
+/// none on a range that is empty or not finite, or on a length below 2 pixels.
+/// Everything is computed when it is read first after a change.
+class ORVANE_PLATFORM_API axisDefinition
+{
+public:
+    enum class Orientation { Horizontal, Vertical };
+    static constexpr int MaxTickCount = 200;
+
+    struct Tick
+    {
+        double value; ///< Integer times the step: never an accumulated sum, never -0.
+        int pixel;
+    };
+
+    explicit axisDefinition(Orientation orientation);
+    ~axisDefinition();
+
+    Orientation GetOrientation() const { return m_orientation; }
+    /// Ranges are taken as they are: reversed, empty, NaN.
+    void SetRange(double start, double stop);
+    double GetStart() const { return m_start; }
+    double GetStop() const { return m_stop; }
+    /// Length of the axis in pixels.
+    void SetLength(int pixels);
+    int GetLength() const { return m_length; }
+
+    /// True when values and pixels map to one another: both ends finite, different, and their
+    /// difference finite and not 0; length at least 2 pixels.
+    bool IsUsable() const;
+    /// 0 (horizontal) or the length (vertical) when the axis is not usable; saturates at +-1e9.
+    int ValueToPixel(double value) const;
+    /// Inverse of ValueToPixel, exact at the pixel's edge; the start when the axis is not usable.
+    double PixelToValue(int pixel) const;
+
+    /// Pixel positions of the grid lines.
+    std::vector<int> GetGridPos() const;
+    const std::vector<Tick>& GetTicks() const;
+
+    /// Replaces the label formatter. Without one, labels have the decimals that the grid step asks
+    /// for.
+    void SetStringFormatter(std::shared_ptr<IStringFormatter> formatter);
+    QString Label(double value) const;
+    QString LabelWithUnit(double value) const;
+
+private:
+    void Recompute() const;
+
+    Orientation m_orientation;
+    double m_start = -1.0;
+    double m_stop = 1.0;
+    int m_length = 0;
+    std::shared_ptr<IStringFormatter> m_formatter;
+    mutable bool m_dirty = true;
+    mutable double m_step = 0.0;
+    mutable std::vector<Tick> m_ticks;
+};

@@ -1,0 +1,37 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/base/Export.h"
+
+#include <QWidget>
+
+class QLabel;
+class QToolButton;
+
+/// The Qt side of a caption bar. Takes the focus of its view.
+class ORVANE_PLATFORM_API CaptionWidget : public QWidget
+{
+    Q_OBJECT
+public:
+    CaptionWidget(QWidget* parent, const QString& title, bool pauseControl);
+    ~CaptionWidget() override;
+
+    /// Text at the right of the bar; empty for none.
+    void setReadout(const QString& text);
+    QString readout() const;
+    bool isPaused() const;
+
+signals:
+    void pausedChanged(bool paused);
+    /// Escape was pressed.
+    void cleared();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    QLabel* m_pTitle;
+    QLabel* m_pReadout;
+    QToolButton* m_pPause; // null without pause control
+};

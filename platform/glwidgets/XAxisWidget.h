@@ -1,0 +1,37 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/glbase/GLCommonWidget.h"
+#include "platform/glwidgets/AxisHandler.h"
+
+#include <memory>
+
+/// X axis below a plot: tick marks with labels through the axis definition's formatter, and, while
+/// the pointer is over the axis, a read-out of the value under it with its unit. The wheel zooms
+/// about the pointer, a drag pans, a double click or the context menu returns to the last range set
+/// by program. Labels never overlap.
+class ORVANE_PLATFORM_API XAxisWidget : public GLCommonWidget, public AxisHandler
+{
+    Q_OBJECT
+public:
+    XAxisWidget(const char* name, GLLayout* layout);
+    ~XAxisWidget() override;
+
+    int FixedHeight() const override;
+
+protected:
+    void RequestRepaint() override;
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
+private:
+    friend struct TestAccess;
+    struct Private;
+    std::unique_ptr<Private> d;
+};
