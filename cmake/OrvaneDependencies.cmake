@@ -1,11 +1,11 @@
 # Packages that the build needs. Each refusal names the Debian package that helps.
 
-function(orvane_require package debian_package)
+macro(orvane_require package debian_package)
   find_package(${package} QUIET ${ARGN})
   if(NOT ${package}_FOUND)
     message(FATAL_ERROR "Orvane needs ${package}: install the Debian package ${debian_package}.")
   endif()
-endfunction()
+endmacro()
 
 orvane_require(Qt5 qtbase5-dev COMPONENTS Core Gui Widgets)
 set(OpenGL_GL_PREFERENCE GLVND)

@@ -4,7 +4,6 @@
 #include "platform/base/IObserver.h"
 
 #include <cstddef>
-#include <memory>
 #include <vector>
 
 /// Sender side of the observer pattern. GUI thread only, no locks.
@@ -16,6 +15,7 @@
 /// - an observer that is attached is first called at the next notification,
 /// - notifications may nest,
 /// - the observable itself may be destroyed: the observers not yet called are left out.
+/// Observers do not throw.
 class ORVANE_PLATFORM_API Observable
 {
 public:
@@ -37,8 +37,6 @@ public:
     std::size_t RegistrationCount(const IObserver* observer) const;
 
 protected:
-    /// True while a notification of this object is on the stack.
-    bool IsNotifying() const;
     /// Called as the outermost notification ends. The object may delete itself here.
     virtual void NotificationEnded();
 
@@ -48,6 +46,9 @@ private:
         IObserver* observer;
         std::size_t count; // 0: detached during a notification, removed when it ends
     };
+    Registration* Find(const IObserver* observer);
+    void RemoveDetached();
+
     std::vector<Registration> m_registrations;
     int m_notifyDepth = 0;
     bool* m_pDestroyed = nullptr; // flag of the innermost notification that is running

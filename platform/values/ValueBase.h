@@ -29,7 +29,7 @@ private:
     friend class Tree;
     QString m_pathName;
     int m_state = StateAlive;
-    bool m_deleteWhenQuiet = false; // removed from the tree while it was notifying
+    bool m_deleteWhenQuiet = false; // out of the tree: goes as its notifications end
 };
 
 } // namespace values

@@ -114,6 +114,12 @@ private:
     std::list<T> m_list;
 };
 
+// The instantiations that cross library borders exist once, in the platform library.
+extern template class ORVANE_PLATFORM_API Value<bool>;
+extern template class ORVANE_PLATFORM_API Value<double>;
+extern template class ORVANE_PLATFORM_API ValueNumeric<double>;
+extern template class ORVANE_PLATFORM_API ValueList<double>;
+
 /// A number that is the index of one of several choices.
 class ORVANE_PLATFORM_API ValueSelection : public ValueNumeric<double>
 {
@@ -121,11 +127,5 @@ public:
     using ValueNumeric<double>::ValueNumeric;
     ~ValueSelection() override;
 };
-
-// The instantiations that cross library borders exist once, in the platform library.
-extern template class ORVANE_PLATFORM_API Value<bool>;
-extern template class ORVANE_PLATFORM_API Value<double>;
-extern template class ORVANE_PLATFORM_API ValueNumeric<double>;
-extern template class ORVANE_PLATFORM_API ValueList<double>;
 
 } // namespace values

@@ -1,0 +1,88 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "platform/base/Observable.h"
+
+#include <algorithm>
+#include <utility>
+
+Observable::Observable() = default;
+
+Observable::~Observable()
+{
+    if (m_pDestroyed)
+        *m_pDestroyed = true;
+}
+
+void Observable::Attach(IObserver* observer)
+{
+    if (!observer)
+        return;
+    // A place that was given up stays empty until the notification ends: this may be another
+    // observer at the same address, and it is new in either case.
+    if (Registration* known = Find(observer))
+        ++known->count;
+    else
+        m_registrations.push_back({observer, 1});
+}
+
+void Observable::Detach(IObserver* observer)
+{
+    Registration* known = Find(observer);
+    if (!known)
+        return;
+    --known->count;
+    if (m_notifyDepth == 0)
+        RemoveDetached();
+}
+
+void Observable::Notify(TChangeCode code)
+{
+    bool destroyed = false;
+    bool* const outer = std::exchange(m_pDestroyed, &destroyed);
+    ++m_notifyDepth;
+    const std::size_t end = m_registrations.size();
+    for (std::size_t i = 0; i < end; ++i) {
+        if (m_registrations[i].count == 0)
+            continue;
+        m_registrations[i].observer->Update(this, code);
+        if (destroyed) {
+            if (outer)
+                *outer = true;
+            return;
+        }
+    }
+    m_pDestroyed = outer;
+    if (--m_notifyDepth == 0) {
+        RemoveDetached();
+        NotificationEnded();
+    }
+}
+
+std::size_t Observable::ObserverCount() const
+{
+    return static_cast<std::size_t>(
+        std::count_if(m_registrations.begin(), m_registrations.end(),
+                      [](const Registration& r) { return r.count != 0; }));
+}
+
+std::size_t Observable::RegistrationCount(const IObserver* observer) const
+{
+    const Registration* known = const_cast<Observable*>(this)->Find(observer);
+    return known ? known->count : 0;
+}
+
+void Observable::NotificationEnded() {}
+
+Observable::Registration* Observable::Find(const IObserver* observer)
+{
+    const auto found = std::find_if(
+        m_registrations.begin(), m_registrations.end(),
+        [observer](const Registration& r) { return r.observer == observer && r.count != 0; });
+    return found == m_registrations.end() ? nullptr : &*found;
+}
+
+void Observable::RemoveDetached()
+{
+    m_registrations.erase(std::remove_if(m_registrations.begin(), m_registrations.end(),
+                                         [](const Registration& r) { return r.count == 0; }),
+                          m_registrations.end());
+}

@@ -1,0 +1,80 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "platform/values/SettingsStore.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QFile>
+
+namespace values {
+
+SettingsStore& SettingsStore::Instance()
+{
+    static auto* const store = new SettingsStore; // outlives every library's exit code
+    return *store;
+}
+
+QString SettingsStore::File() const
+{
+    if (!m_file.isEmpty())
+        return m_file;
+    QString application = QCoreApplication::applicationName();
+    if (application.isEmpty())
+        application = QStringLiteral("Orvane");
+    QString organization = QCoreApplication::organizationName();
+    if (organization.isEmpty()) // QSettings refuses to work without one
+        organization = application;
+    return QSettings(QSettings::IniFormat, QSettings::UserScope, organization, application)
+        .fileName();
+}
+
+QVariant SettingsStore::Read(const QString& key)
+{
+    const QSettings& settings = Synced();
+    return IsDamaged() ? QVariant() : settings.value(key);
+}
+
+void SettingsStore::Write(const QVariantMap& values)
+{
+    QSettings& settings = Synced();
+    const bool wasDamaged = IsDamaged();
+    if (wasDamaged) {
+        QFile::copy(m_openFile, m_openFile + QStringLiteral(".damaged"));
+        settings.clear();
+    }
+    for (auto value = values.begin(); value != values.end(); ++value) {
+        if (value->isValid())
+            settings.setValue(value.key(), *value);
+        else
+            settings.remove(value.key());
+    }
+    settings.sync();
+    if (IsDamaged() && !wasDamaged)
+        WarnOnce(QStringLiteral("cannot be written"));
+    m_settings.reset(); // an error sticks to the object
+}
+
+QSettings& SettingsStore::Synced()
+{
+    const QString file = File();
+    if (!m_settings || m_openFile != file) {
+        m_settings = std::make_unique<QSettings>(file, QSettings::IniFormat);
+        m_openFile = file;
+    }
+    m_settings->sync();
+    m_settings->allKeys(); // parses every section, so that damage shows
+    if (IsDamaged())
+        WarnOnce(QStringLiteral("cannot be read, defaults are used"));
+    return *m_settings;
+}
+
+bool SettingsStore::IsDamaged() const { return m_settings->status() != QSettings::NoError; }
+
+void SettingsStore::WarnOnce(const QString& what)
+{
+    if (m_warned.contains(m_openFile))
+        return;
+    m_warned.insert(m_openFile);
+    qWarning().noquote() << QStringLiteral("Settings file %1: %2").arg(m_openFile, what);
+}
+
+} // namespace values
