@@ -27,6 +27,10 @@ public:
     /// Adds a context menu provider; the widget does not keep it alive.
     void addContextMenu(std::weak_ptr<IHasContextMenu> provider, eZOrder zOrder);
 
+    /// A widget shows no lines of text unless a derived class does.
+    void clear() override {}
+    void addTextFreqList(const QString&) override {}
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
     /// Draws the overlays of the mouse objects, lowest z-order first. May run inside the painter of

@@ -1,0 +1,356 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "time/GLTimeDiagram.h"
+
+#include "foundations/DiagramDialogs.h"
+#include "foundations/GLOrvanePropertyPage.h"
+#include "foundations/TraceHistory.h"
+#include "platform/base/ErrorHandler.h"
+#include "platform/base/Saturate.h"
+#include "platform/glbase/GLPainter.h"
+#include "platform/glwidgets/XAxisWidget.h"
+#include "platform/glwidgets/YAxisHandler.h"
+#include "platform/gui/ColorSet.h"
+
+#include <QCoreApplication>
+#include <QMenu>
+#include <QPointer>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+namespace {
+
+constexpr std::size_t maxRecordCount = 100;
+constexpr int autoScalePeriodMs = 1000;
+constexpr int yAxisKind = 3;
+
+// Share of a data set's extent that is left free above and below it.
+constexpr double margin = 0.05;
+// The band of the levels is a trace wider than the bounds, and a level slightly higher than 1/256
+// of the bounds: so the largest sample stays below level 256 even where rounding swallows the
+// margin.
+constexpr float bandWidening = 0.00001F;
+constexpr float levelHeight = 0.0039063282F;
+
+QColor color(IColorBase::ECOLOR number) { return ColorSet::Instance()[number]; }
+
+} // namespace
+
+/// Pixel mapping of one paint.
+struct GLTimeDiagram::Plot
+{
+    int width;
+    int height;
+    double xStart;
+    double xStop;
+    double yStart;
+    double yStop;
+
+    int xPixel(double time) const
+    {
+        return truncateToPixel((width - 1) * (time - xStart) / (xStop - xStart));
+    }
+    int yPixel(double value) const
+    {
+        return height - truncateToPixel((height - 1) * (value - yStart) / (yStop - yStart));
+    }
+    int zeroPixel() const
+    {
+        return height + truncateToPixel((height - 1) * yStart / (yStop - yStart));
+    }
+    bool isUsable() const
+    {
+        const double xSpan = xStop - xStart;
+        const double ySpan = yStop - yStart;
+        return std::isfinite(xSpan) && xSpan != 0.0 && std::isfinite(ySpan) && ySpan != 0.0;
+    }
+};
+
+GLTimeDiagram::GLTimeDiagram(const std::string& name)
+    : ScanBufferWidgetBase(name.c_str(), nullptr, static_cast<EWindowType>(0))
+    , m_propertiesAction(tr("Properties..."))
+    , m_autoScaleAction(tr("Auto Scaling"))
+    , m_caption(QCoreApplication::translate("VCGLTimeDiagram", "Time Diagram"))
+{
+    GLFrameWidget::m_pErrorHandler = &ErrorHandler::Instance();
+    GLFrameWidget::m_pColors = &ColorSet::Instance();
+
+    m_yAxisHandler = std::make_shared<YAxisHandler>(yAxisKind);
+    m_yAxisHandler->SetUnitText(QStringLiteral(" "));
+    m_yStart = m_yAxisHandler->GetStartValue();
+    m_yStop = m_yAxisHandler->GetStopValue();
+    addMouseObject(std::weak_ptr<IMouseHandler>(m_yAxisHandler), zoAxis);
+    addContextMenu(std::weak_ptr<IHasContextMenu>(m_yAxisHandler), zoAxis);
+
+    connect(&m_propertiesAction, SIGNAL(triggered()), this, SLOT(ShowProperties()));
+    connect(&m_autoScaleAction, SIGNAL(triggered()), this, SLOT(AutoScale()));
+    m_autoScaleTimer.setSingleShot(true);
+    m_autoScaleTimer.setInterval(autoScalePeriodMs);
+
+    m_pPersistant = new values::Persistant(QStringLiteral("GLTimeDiagram"), this);
+    m_pPersistant->Add(&m_showGrid, QStringLiteral("ShowGrid"), true);
+    m_pPersistant->Read(QString(), static_cast<ICfg::View>(0));
+}
+
+GLTimeDiagram::~GLTimeDiagram()
+{
+    if (m_autoScaleTimer.isActive())
+        m_autoScaleTimer.stop();
+    delete m_pContextMenu;
+    traceHistory::freeHistory(m_records, m_freeRecords);
+    m_pPersistant->Write(QString(), static_cast<ICfg::View>(0));
+    delete m_pPersistant;
+    m_pPersistant = nullptr;
+}
+
+void GLTimeDiagram::AddData(std::vector<double>& data)
+{
+    if (data.empty())
+        return;
+
+    ValueRecord& record = *AddRecord();
+    record.m_first = static_cast<float>(data.front());
+    record.m_last = static_cast<float>(data.back());
+
+    // Written so that a NaN replaces the bounds and the next sample replaces the NaN.
+    float minimum = 1e35F;
+    float maximum = -1e35F;
+    for (const double value : data) {
+        const auto sample = static_cast<float>(value);
+        if (!(sample >= minimum))
+            minimum = sample;
+        if (!(maximum >= sample))
+            maximum = sample;
+    }
+    const float extent = maximum - minimum;
+    const auto free = static_cast<float>(static_cast<double>(extent) * margin);
+    record.m_min = minimum - free;
+    record.m_max = maximum + free;
+
+    ScaleToRecord(record);
+    Quantise(record, data);
+    record.m_samples.swap(data);
+    while (m_records.size() > maxRecordCount)
+        RemoveRecord();
+}
+
+// Replaces or widens the Y range while auto-scaling. The range is set after each end, so that
+// whoever follows the axis sees both steps.
+void GLTimeDiagram::ScaleToRecord(const ValueRecord& record)
+{
+    float start = record.m_min;
+    float stop = record.m_max;
+    if (m_autoScalePending) {
+        m_autoScalePending = false;
+    } else if (m_autoScaleTimer.isActive()) {
+        const auto oldStart = static_cast<float>(m_yStart);
+        const auto oldStop = static_cast<float>(m_yStop);
+        start = record.m_min < oldStart ? record.m_min : oldStart;
+        stop = oldStop < record.m_max ? record.m_max : oldStop;
+    } else {
+        return;
+    }
+    SetYStart(static_cast<double>(start));
+    SetYStop(static_cast<double>(stop));
+}
+
+void GLTimeDiagram::Quantise(ValueRecord& record, const std::vector<double>& data)
+{
+    const float span = record.m_max - record.m_min;
+    m_stepData.resize(data.size());
+    if (span == 0.0F) {
+        std::fill(m_stepData.begin(), m_stepData.end(), static_cast<unsigned char>(0));
+    } else {
+        const float widening = span * bandWidening;
+        const float step = span * levelHeight;
+        record.m_min -= widening;
+        record.m_max += widening;
+        for (std::size_t i = 0; i < data.size(); ++i) {
+            const float level = (static_cast<float>(data[i]) - record.m_min) / step;
+            m_stepData[i] = truncateSaturated<unsigned char>(static_cast<double>(level));
+        }
+    }
+    record.m_stepLine.SetData(m_stepData.data(), m_stepData.size());
+}
+
+void GLTimeDiagram::SetBaudrate(float baudrate) { m_baudrate = baudrate; }
+
+void GLTimeDiagram::SetYStart(double start)
+{
+    m_yStart = start;
+    ShowYRange();
+}
+
+void GLTimeDiagram::SetYStop(double stop)
+{
+    m_yStop = stop;
+    ShowYRange();
+}
+
+void GLTimeDiagram::ShowYRange() { m_yAxisHandler->SetRange(m_yStart, m_yStop, 0); }
+
+void GLTimeDiagram::GetYStartStop(double& start, double& stop)
+{
+    start = m_yAxisHandler->GetStartValue();
+    stop = m_yAxisHandler->GetStopValue();
+}
+
+std::shared_ptr<AxisHandler> GLTimeDiagram::GetYAxisHandler() { return m_yAxisHandler; }
+
+void GLTimeDiagram::setXAxisWidget(const std::shared_ptr<XAxisWidget>& xAxisWidget)
+{
+    m_xAxisWidget = xAxisWidget;
+}
+
+QMenu* GLTimeDiagram::getContextMenu(QContextMenuEvent*, GLCommonWidget*, int)
+{
+    if (!m_pContextMenu) {
+        m_pContextMenu = diagramDialogs::createContextMenu(GetFrameWidget(), m_propertiesAction,
+                                                           m_autoScaleAction);
+        // The frame is the menu's parent and may be destroyed before the diagram.
+        connect(m_pContextMenu, &QObject::destroyed, this, [this] { m_pContextMenu = nullptr; });
+    }
+    return m_pContextMenu;
+}
+
+QWidget* GLTimeDiagram::GetPropertyPage(QWidget* parent, const char* name)
+{
+    constexpr double xLimit = 100.0;
+    constexpr double yLimit = 10000.0;
+    m_pPropertyPage = new GLOrvanePropertyPage(parent, name, false, false);
+    if (m_xAxisWidget) {
+        m_pPropertyPage->SetXAxisMin(-xLimit, 0.0, m_xAxisWidget->GetStartValue(), true);
+        m_pPropertyPage->SetXAxisMax(-xLimit, 0.0, m_xAxisWidget->GetStopValue(), true);
+    }
+    m_pPropertyPage->SetYAxisMin(-yLimit, yLimit, m_yAxisHandler->GetStartValue(), true);
+    m_pPropertyPage->SetYAxisMax(-yLimit, yLimit, m_yAxisHandler->GetStopValue(), true);
+    m_pPropertyPage->SetShowGrid(m_showGrid, true);
+    return m_pPropertyPage;
+}
+
+const QString& GLTimeDiagram::GetPropertyPagePath() { return m_caption; }
+
+void GLTimeDiagram::slotAcceptPropertyChanges()
+{
+    if (!m_pPropertyPage)
+        return;
+    if (m_xAxisWidget)
+        m_xAxisWidget->SetRange(m_pPropertyPage->GetXAxisMin(), m_pPropertyPage->GetXAxisMax());
+    m_yAxisHandler->SetRange(m_pPropertyPage->GetYAxisMin(), m_pPropertyPage->GetYAxisMax(), 0);
+    m_showGrid = m_pPropertyPage->GetShowGrid();
+    update();
+}
+
+void GLTimeDiagram::ShowProperties()
+{
+    const QPointer<GLTimeDiagram> self(this);
+    diagramDialogs::runProperties(GetFrameWidget(), this, this);
+    if (self)
+        m_pPropertyPage = nullptr;
+}
+
+void GLTimeDiagram::ApplyPersistantAfterRead() { update(); }
+
+void GLTimeDiagram::AutoScale()
+{
+    if (m_autoScaleTimer.isActive())
+        return;
+    m_autoScalePending = true;
+    m_autoScaleTimer.start();
+}
+
+void GLTimeDiagram::resizeEvent(QResizeEvent* event)
+{
+    GLCommonWidget::resizeEvent(event);
+    m_yAxisHandler->resizeEvent(event);
+}
+
+void GLTimeDiagram::paintEvent(QPaintEvent* event)
+{
+    GLFrameWidget* frame = GetFrameWidget();
+    if (!frame || !m_xAxisWidget || m_baudrate == 0.0F)
+        return;
+
+    GLPainter painter(frame);
+    m_background.m_color1 = IColorBase::colTimeBackground;
+    m_background.m_color2 = IColorBase::colTimeBackgroundEnd;
+    m_background.Draw(painter, this, 0);
+
+    const Plot plot{truncateToPixel(static_cast<double>(m_right - m_left)),
+                    truncateToPixel(static_cast<double>(m_bottom - m_top)),
+                    m_xAxisWidget->GetStartValue(),
+                    m_xAxisWidget->GetStopValue(),
+                    m_yAxisHandler->GetStartValue(),
+                    m_yAxisHandler->GetStopValue()};
+    if (m_showGrid) {
+        m_xAxisWidget->XPixelMap()->GetGridDrawer().Draw(painter, this, m_drawParam);
+        m_yAxisHandler->XPixelMap()->GetGridDrawer().Draw(painter, this, m_drawParam);
+    }
+    // On an axis without extent nothing can be placed: no trace is drawn and none is given up.
+    if (plot.isUsable()) {
+        const std::size_t visible = DrawTraces(plot, *frame);
+        while (m_records.size() > visible)
+            RemoveRecord();
+    }
+    GLCommonWidget::paintEvent(event);
+    TextRects()->draw(painter);
+}
+
+// Draws the traces from the newest to the first that reaches past the left border, and answers how
+// many that are.
+std::size_t GLTimeDiagram::DrawTraces(const Plot& plot, GLFrameWidget& frame)
+{
+    const GLLineStyle traceStyle(lsSolid, 1, color(IColorBase::colTimeTrace));
+    const GLLineStyle markerStyle(lsSolid, 1, color(IColorBase::colTimeMarker));
+    const int zeroY = plot.zeroPixel();
+    const auto addLine = [](GLLines& lines, int x1, int y1, int x2, int y2) {
+        lines.AddLine(static_cast<float>(x1), static_cast<float>(y1), static_cast<float>(x2),
+                      static_cast<float>(y2));
+    };
+
+    GLLines lines;
+    int xRight = plot.width;
+    std::int64_t position = 0; // start of the trace, in samples from the newest sample's end
+    std::size_t index = 0;
+    for (; index < m_records.size() && xRight >= 0; ++index) {
+        ValueRecord& record = *m_records[index];
+        position -= static_cast<std::int64_t>(record.m_samples.size());
+        const float time = static_cast<float>(position) / m_baudrate;
+        const int xLeft = plot.xPixel(static_cast<double>(time));
+        const int top = plot.yPixel(static_cast<double>(record.m_max));
+        const int height = std::max(plot.yPixel(static_cast<double>(record.m_min)) - top, 2);
+        const int firstY = plot.yPixel(static_cast<double>(record.m_first));
+
+        record.m_stepLine.SetStepLineStyle(slStep);
+        record.m_stepLine.SetLineStyle(traceStyle);
+        record.m_stepLine.SetDestRect(xLeft, top, xRight - xLeft, height);
+        frame.DrawStepLine(record.m_stepLine);
+
+        lines.SetLineStyle(traceStyle);
+        if (index + 1 < m_records.size()) {
+            const auto olderLast = static_cast<double>(m_records[index + 1]->m_last);
+            addLine(lines, xLeft, firstY, xLeft - 1, plot.yPixel(olderLast));
+        } else {
+            addLine(lines, xLeft, firstY, xLeft, zeroY);
+            addLine(lines, xLeft, zeroY, 0, zeroY);
+        }
+        frame.DrawLines(lines);
+
+        lines.Clear();
+        lines.SetLineStyle(markerStyle);
+        addLine(lines, xLeft, firstY, xLeft, zeroY);
+        frame.DrawLines(lines);
+        lines.Clear();
+
+        xRight = xLeft;
+    }
+    return index;
+}
+
+GLTimeDiagram::ValueRecord* GLTimeDiagram::AddRecord()
+{
+    return traceHistory::addRecord(m_records, m_freeRecords);
+}
+
+void GLTimeDiagram::RemoveRecord() { traceHistory::removeRecord(m_records, m_freeRecords); }

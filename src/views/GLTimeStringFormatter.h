@@ -1,0 +1,23 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "foundations/Export.h"
+#include "platform/glbase/IStringFormatter.h"
+
+#include <QString>
+
+/// Labels of the X axis of the time view: fixed-point numbers with one decimal and a point,
+/// whatever the locale; the unit is the symbol period, "t/T". Both operations answer the same text
+/// member, valid until the next call.
+class ORVANE_API GLTimeStringFormatter : public IStringFormatter
+{
+public:
+    GLTimeStringFormatter();
+    ~GLTimeStringFormatter() override;
+
+    const QString& Format(double value) override;
+    const QString& FormatWithUnit(double value) override;
+
+private:
+    QString m_text;
+};

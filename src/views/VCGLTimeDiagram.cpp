@@ -1,0 +1,110 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "views/VCGLTimeDiagram.h"
+
+#include "platform/glwidgets/YAxisHandler.h"
+#include "time/GLTimeDiagram.h"
+#include "views/GLTimeStringFormatter.h"
+#include "views/ViewFrame.h"
+
+namespace {
+
+constexpr const char* diagramName = "TimeDiagram";
+
+} // namespace
+
+using Frame = ViewFrame<VCGLTimeDiagram>;
+
+VCGLTimeDiagram::VCGLTimeDiagram(QWidget* parent)
+    : GLLayout(parent)
+    , m_hasChangedTrigger(this)
+    , m_xAxisMin(this)
+    , m_xAxisMax(this)
+    , m_yAxisMin(this)
+    , m_yAxisMax(this)
+    , m_baudrateValue(this)
+{
+    Frame::BuildCaption(*this, tr("Time Diagram"));
+
+    m_diagram = std::make_shared<GLTimeDiagram>(diagramName);
+    Frame::AddDiagram(*this, m_diagram);
+    m_diagram->addContextMenu(std::weak_ptr<IHasContextMenu>(m_diagram), GLCommonWidget::zoBottom);
+
+    Frame::BuildXAxis(*this, diagramName, std::make_shared<GLTimeStringFormatter>());
+    m_ruler.init(m_diagram, m_xAxis, m_diagram->GetYAxisHandler(), m_pCaption->getCaptionWidget());
+}
+
+VCGLTimeDiagram::~VCGLTimeDiagram()
+{
+    Frame::TakeDown(*this, *m_diagram);
+    m_diagram.reset();
+    delete m_pCaption;
+    m_pCaption = nullptr;
+}
+
+bool VCGLTimeDiagram::SetData1_ValuePath(const QString& path) { return m_data1.SetPath(path); }
+
+bool VCGLTimeDiagram::SetBaudrateData_ValuePath(const QString& path)
+{
+    return m_baudrateData.SetPath(path);
+}
+
+bool VCGLTimeDiagram::SetHasChangedTrigger_ValuePath(const QString& path)
+{
+    return Frame::Bind(m_hasChangedTrigger, path);
+}
+
+bool VCGLTimeDiagram::SetXAxisMin_ValuePath(const QString& path)
+{
+    return Frame::Bind(m_xAxisMin, path);
+}
+
+bool VCGLTimeDiagram::SetXAxisMax_ValuePath(const QString& path)
+{
+    return Frame::Bind(m_xAxisMax, path);
+}
+
+bool VCGLTimeDiagram::SetYAxisMin_ValuePath(const QString& path)
+{
+    return Frame::Bind(m_yAxisMin, path);
+}
+
+bool VCGLTimeDiagram::SetYAxisMax_ValuePath(const QString& path)
+{
+    return Frame::Bind(m_yAxisMax, path);
+}
+
+bool VCGLTimeDiagram::SetBaudrate_ValuePath(const QString& path)
+{
+    return Frame::Bind(m_baudrateValue, path);
+}
+
+void VCGLTimeDiagram::Update(Observable* source, TChangeCode code)
+{
+    if (code == ccContent)
+        Frame::DispatchWithBaudrate(*this, source);
+}
+
+bool VCGLTimeDiagram::Feed() { return Frame::FeedSegments(*this); }
+
+void VCGLTimeDiagram::AutoScale()
+{
+    if (m_diagram)
+        m_diagram->AutoScale();
+}
+
+DiagramCaption* VCGLTimeDiagram::GetToolbarCaption() { return m_pCaption; }
+
+QMenu* VCGLTimeDiagram::getContextMenu()
+{
+    IHasContextMenu* provider = m_diagram.get();
+    return provider ? provider->getContextMenu(nullptr, nullptr, 1) : nullptr;
+}
+
+void VCGLTimeDiagram::FillData(std::vector<double>& data, bool repaint)
+{
+    m_diagram->AddData(data);
+    if (repaint)
+        m_diagram->update();
+}
+
+void VCGLTimeDiagram::slotPaused(bool takeData) { Frame::SetTakeData(*this, takeData); }

@@ -1,0 +1,157 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/glbase/GLFrameWidget.h"
+#include "platform/glbase/IStringFormatter.h"
+#include "platform/glbase/axisDefinition.h"
+#include "platform/glwidgets/DiagramCaption.h"
+#include "platform/glwidgets/PixelMap.h"
+#include "platform/glwidgets/XAxisWidget.h"
+#include "platform/values/Values.h"
+
+#include <QString>
+
+#include <list>
+#include <memory>
+#include <vector>
+
+/// What the value-connected views do alike. A view is one class with all its members in it, because
+/// their order decides the order of destruction; so the shared code stands beside it, as functions
+/// of the view, and the view makes this struct a friend.
+///
+/// A view has the members named below and
+///   Diagram()   its diagram, or null: SetYStart, SetYStop, AutoScale, setXAxisWidget, update;
+///   Feed()      hands the data lists to the diagram; called when a data read passed the pause
+///   gate;
+///               false when a list is unbound.
+template<class View>
+struct ViewFrame
+{
+    /// Binds a pointer and replays the value's content to the view; whether it is bound afterwards.
+    template<class Pointer>
+    static bool Bind(Pointer& pointer, const QString& path)
+    {
+        pointer.SetPath(path);
+        pointer.NotifyOwner();
+        return pointer.Get() != nullptr;
+    }
+
+    /// Applies a change of a trigger or an axis limit; the first role that matches takes it.
+    /// Answers whether one did.
+    static bool Dispatch(View& view, const Observable* source)
+    {
+        if (view.m_hasChangedTrigger.IsFrom(source)) {
+            if (view.m_takeData && view.Diagram() && view.Feed())
+                view.Diagram()->update();
+        } else if (view.m_xAxisMin.IsFrom(source)) {
+            if (view.m_xAxis)
+                view.m_xAxis->SetStartValue(view.m_xAxisMin.Get()->GetValue());
+        } else if (view.m_xAxisMax.IsFrom(source)) {
+            if (view.m_xAxis)
+                view.m_xAxis->SetStopValue(view.m_xAxisMax.Get()->GetValue());
+        } else if (view.m_yAxisMin.IsFrom(source)) {
+            if (view.Diagram())
+                view.Diagram()->SetYStart(view.m_yAxisMin.Get()->GetValue());
+        } else if (view.m_yAxisMax.IsFrom(source)) {
+            if (view.Diagram())
+                view.Diagram()->SetYStop(view.m_yAxisMax.Get()->GetValue());
+        } else {
+            return false;
+        }
+        return true;
+    }
+
+    /// Like Dispatch, for views with a baud rate.
+    static bool DispatchWithBaudrate(View& view, const Observable* source)
+    {
+        if (Dispatch(view, source))
+            return true;
+        if (!view.m_baudrateValue.IsFrom(source))
+            return false;
+        if (view.Diagram())
+            view.Diagram()->SetBaudrate(static_cast<float>(view.m_baudrateValue.Get()->GetValue()));
+        return true;
+    }
+
+    /// Cuts the sample list into segments at the non-zero entries of the marker list and hands each
+    /// to the diagram. The open segment stays in m_pending until a marker or its full length ends
+    /// it.
+    static bool FeedSegments(View& view)
+    {
+        if (!view.m_data1.Get() || !view.m_baudrateData.Get())
+            return false;
+        const std::list<double>& samples = view.m_data1.Get()->GetList();
+        const std::list<double>& markers = view.m_baudrateData.Get()->GetList();
+        auto marker = markers.begin();
+        for (const double sample : samples) {
+            if (marker != markers.end()) {
+                const auto length = static_cast<float>(*marker++);
+                if (length != 0.0F) {
+                    view.m_segmentLength = length;
+                    HandOver(view);
+                }
+            }
+            view.m_pending.push_back(sample);
+        }
+        if (static_cast<float>(view.m_pending.size()) == view.m_segmentLength)
+            HandOver(view);
+        return true;
+    }
+
+    /// Pause control: takes the argument as it is, then tells the host.
+    static void SetTakeData(View& view, bool takeData)
+    {
+        view.m_takeData = takeData;
+        if (takeData)
+            emit view.StopButtonPressedForStop();
+        else
+            emit view.StopButtonPressedForStart();
+    }
+
+    /// Creates the caption bar and puts it at the top.
+    static void BuildCaption(View& view, const QString& title)
+    {
+        view.m_pCaption = new DiagramCaption(&view, title, true);
+        QObject::connect(view.m_pCaption, SIGNAL(si_paused(bool)), &view, SLOT(slotPaused(bool)));
+        view.setFocusPolicy(Qt::StrongFocus);
+        view.setFocusProxy(view.m_pCaption->getCaptionWidget());
+        view.AddWidget(view.m_pCaption->getBaseWidget());
+    }
+
+    /// Puts the GL widget of the diagram below the caption bar.
+    static void AddDiagram(View& view, const std::shared_ptr<GLBaseWidget>& widget)
+    {
+        widget->SetHorizontalAlignment("Top", static_cast<eHorizontalAlignment>(1), 1.0);
+        view.AddWidget(widget);
+    }
+
+    /// Creates the X axis below the diagram and hands it to the diagram.
+    static void BuildXAxis(View& view, const char* diagramName,
+                           std::shared_ptr<IStringFormatter> formatter)
+    {
+        view.m_xAxis = std::make_shared<XAxisWidget>("XAxis", &view);
+        view.m_xAxis->SetHorizontalAlignment(diagramName, static_cast<eHorizontalAlignment>(1),
+                                             1.0);
+        view.AddWidget(view.m_xAxis);
+        view.m_xAxis->XPixelMap()->GetAxisDefinition().SetStringFormatter(std::move(formatter));
+        view.Diagram()->setXAxisWidget(view.m_xAxis);
+    }
+
+    /// First half of the destruction: takes the children out of the layout.
+    static void TakeDown(View& view, GLBaseWidget& diagramWidget)
+    {
+        view.Diagram()->setXAxisWidget({});
+        view.RemoveWidget(*view.m_xAxis);
+        view.RemoveWidget(diagramWidget);
+        view.RemoveWidget(*view.m_pCaption->getBaseWidget());
+        view.m_xAxis.reset();
+    }
+
+private:
+    static void HandOver(View& view)
+    {
+        view.Diagram()->AddData(view.m_pending);
+        // The diagram may have swapped old samples in.
+        view.m_pending.clear();
+    }
+};
