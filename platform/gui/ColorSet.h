@@ -4,16 +4,25 @@
 #include "platform/gui/IColorBase.h"
 #include "platform/gui/IHasPropertyPage.h"
 
+#include <QPointer>
 #include <QString>
 
 #include <cstdint>
 #include <map>
 #include <vector>
 
+class ColorPage;
+
 /// The application's colours: two schemes with defaults for every number in use, editable on a page
 /// of the properties dialog and kept in the settings file. GUI thread only.
 ///
-/// Any change repaints every widget of the application. A number without a default is a mid grey.
+/// In both schemes the defaults keep label text at a contrast of 7:1 or more to its ground, traces,
+/// markers and points at 4.5:1 or more to both ends of their plot's background, and the grid
+/// between 1.3:1 and 2:1 (WCAG 2 contrast); traces, markers and points differ also for the
+/// colour-blind.
+///
+/// SetScheme, SetColors and Load repaint every widget of the application when they change a colour.
+/// A number without a default is a mid grey.
 class ORVANE_PLATFORM_API ColorSet : public IColorBase, public IHasPropertyPage
 {
 public:
@@ -21,12 +30,16 @@ public:
     struct Entry
     {
         ECOLOR number;
-        const char* name; ///< Source text, translated in the context "ColorSet".
+        const char* group; ///< Source text, translated in the context "ColorSet".
+        const char* name;  ///< Likewise, unique within the group.
+        QRgb dark;         ///< Default in the dark scheme.
+        QRgb light;        ///< Default in the light scheme.
     };
 
-    /// The application's set. It is never destroyed.
+    /// The application's set, as the settings file has it at the first call. It is never destroyed.
     static ColorSet& Instance();
 
+    /// The colour in the current scheme. Writing through the reference repaints nothing.
     QColor& operator[](ECOLOR number) override;
 
     Scheme GetScheme() const { return m_scheme; }
@@ -34,9 +47,10 @@ public:
     void SetScheme(Scheme scheme);
     /// The scheme's own colour for a number.
     static QColor DefaultColor(Scheme scheme, ECOLOR number);
-    /// The numbers in use, in the order of the colour page.
+    /// The numbers in use, in the order of the colour page; the entries of a group are neighbours.
     static const std::vector<Entry>& Entries();
-    /// Replaces colours of a scheme (missing numbers return to their defaults) and repaints.
+    /// Replaces colours of a scheme; missing numbers return to their defaults, as do invalid
+    /// colours.
     void SetColors(Scheme scheme, const std::map<ECOLOR, QColor>& colors);
     /// Colours of a scheme as they are now, defaults included.
     std::map<ECOLOR, QColor> Colors(Scheme scheme) const;
@@ -47,6 +61,7 @@ public:
     void Save() const;
 
     QWidget* GetPropertyPage(QWidget* parent, const char* name) override;
+    /// Takes the edits of the page that was created last, and saves. Nothing without a page.
     void slotAcceptPropertyChanges() override;
     void slotSetDefaultProperties() override;
     void slotRejectPropertyChanges() override;
@@ -59,8 +74,10 @@ public:
 private:
     ColorSet();
     ~ColorSet() override;
+    std::map<ECOLOR, QColor>& Used(Scheme scheme) { return m_colors[static_cast<int>(scheme)]; }
 
     Scheme m_scheme = Scheme::Dark;
-    std::map<ECOLOR, QColor> m_colors[2]; // what is in use, by scheme
+    std::map<ECOLOR, QColor> m_colors[2]; // by scheme; nodes stay, references to them are out
+    QPointer<ColorPage> m_pPage;
     QString m_path;
 };

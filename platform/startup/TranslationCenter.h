@@ -21,7 +21,9 @@ public:
     /// The application's centre. It is never destroyed.
     static TranslationCenter& Instance();
 
+    /// Registrations are counted: a catalogue goes with the last of them.
     void Register(const QString& catalogue);
+    /// A catalogue that is not registered is ignored.
     void Unregister(const QString& catalogue);
     /// Names as registered, once for each registration.
     QStringList Registered() const;
@@ -30,6 +32,7 @@ public:
     /// catalogues at once.
     void SetLanguage(const QString& language);
     QString Language() const;
+    /// Adds a folder to look in, and looks there at once.
     void AddFolder(const QString& folder);
 
 private:
