@@ -1,0 +1,49 @@
+# What cmake --install puts where: the libraries, their headers and the package files with which
+# find_package(Orvane) gives Orvane::Diagrams and Orvane::Platform, and the workbench.
+
+include(CMakePackageConfigHelpers)
+
+set(ORVANE_HEADER_DIR "${CMAKE_INSTALL_INCLUDEDIR}/orvane")
+set(ORVANE_PACKAGE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/Orvane")
+
+# Headers that only sources of their own library include.
+set(ORVANE_INTERNAL_HEADERS
+  gui/ColorPage.h
+  values/SettingsStore.h
+  foundations/DiagramDialogs.h
+  views/ViewFrame.h)
+
+orvane_headers(platform_headers "${PROJECT_SOURCE_DIR}/platform")
+list(REMOVE_ITEM platform_headers ${ORVANE_INTERNAL_HEADERS})
+foreach(header IN LISTS platform_headers)
+  get_filename_component(folder "${header}" DIRECTORY)
+  install(FILES "${PROJECT_SOURCE_DIR}/platform/${header}"
+    DESTINATION "${ORVANE_HEADER_DIR}/platform/${folder}")
+endforeach()
+
+# The library's classes are included as <orvane/Class.h>, whichever folder they live in.
+orvane_headers(library_headers "${PROJECT_SOURCE_DIR}/src")
+list(REMOVE_ITEM library_headers ${ORVANE_INTERNAL_HEADERS})
+foreach(header IN LISTS library_headers)
+  get_filename_component(folder "${header}" DIRECTORY)
+  get_filename_component(name "${header}" NAME)
+  set(forwarder "${PROJECT_BINARY_DIR}/forwarders/${name}")
+  file(CONFIGURE OUTPUT "${forwarder}" CONTENT "#pragma once\n#include \"@header@\"\n" @ONLY)
+  install(FILES "${PROJECT_SOURCE_DIR}/src/${header}" DESTINATION "${ORVANE_HEADER_DIR}/${folder}")
+  install(FILES "${forwarder}" DESTINATION "${ORVANE_HEADER_DIR}")
+endforeach()
+
+install(TARGETS OrvaneDiagrams OrvanePlatform EXPORT OrvaneTargets
+  LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+install(EXPORT OrvaneTargets NAMESPACE Orvane:: DESTINATION "${ORVANE_PACKAGE_DIR}")
+if(TARGET orvane-workbench)
+  install(TARGETS orvane-workbench RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+endif()
+
+configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/OrvaneConfig.cmake.in"
+  "${PROJECT_BINARY_DIR}/OrvaneConfig.cmake" INSTALL_DESTINATION "${ORVANE_PACKAGE_DIR}")
+# Before version 1 a minor version may change the interface.
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/OrvaneConfigVersion.cmake"
+  COMPATIBILITY SameMinorVersion)
+install(FILES "${PROJECT_BINARY_DIR}/OrvaneConfig.cmake"
+  "${PROJECT_BINARY_DIR}/OrvaneConfigVersion.cmake" DESTINATION "${ORVANE_PACKAGE_DIR}")

@@ -13,6 +13,11 @@ if(NOT CMAKE_CXX_COMPILER_LAUNCHER)
   endif()
 endif()
 
+# Installed programs and libraries find ours from where they lie themselves.
+file(RELATIVE_PATH ORVANE_BIN_TO_LIB
+  "${CMAKE_INSTALL_FULL_BINDIR}" "${CMAKE_INSTALL_FULL_LIBDIR}")
+set(CMAKE_INSTALL_RPATH "$ORIGIN" "$ORIGIN/${ORVANE_BIN_TO_LIB}")
+
 add_library(OrvaneOptions INTERFACE)
 target_compile_options(OrvaneOptions INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Werror
@@ -21,7 +26,10 @@ target_compile_options(OrvaneOptions INTERFACE
 target_compile_definitions(OrvaneOptions INTERFACE QT_DEPRECATED_WARNINGS)
 if(ORVANE_SANITIZE)
   target_compile_options(OrvaneOptions INTERFACE
-    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    # "undefined" leaves out the conversion of an unrepresentable number to an integer.
+    -fsanitize=address,undefined,float-cast-overflow
+    -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_definitions(OrvaneOptions INTERFACE _GLIBCXX_ASSERTIONS)
   target_link_options(OrvaneOptions INTERFACE -fsanitize=address,undefined)
 endif()
 
@@ -29,4 +37,10 @@ endif()
 function(orvane_target target)
   target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:OrvaneOptions>)
   set_target_properties(${target} PROPERTIES AUTOMOC ON)
+endfunction()
+
+# orvane_headers(<variable> <folder>): the headers of one library, as <subsystem>/<class>.h.
+function(orvane_headers variable folder)
+  file(GLOB headers CONFIGURE_DEPENDS RELATIVE "${folder}" "${folder}/*/*.h")
+  set(${variable} "${headers}" PARENT_SCOPE)
 endfunction()
