@@ -6,13 +6,19 @@
 #include <QString>
 #include <QtGlobal>
 
+// The catalogue is in the library's resources, which static initialisation may add only after the
+// load hook has run. (The macro works outside of namespaces only.)
+static void addResources() { Q_INIT_RESOURCE(OrvaneTranslations); }
+
 bool OrvaneLibraryEntry(LibraryReason reason)
 {
     const QString catalogue = QStringLiteral("Orvane");
-    if (reason == LibraryReason::ProcessAttach)
+    if (reason == LibraryReason::ProcessAttach) {
+        addResources();
         TranslationCenter::Instance().Register(catalogue);
-    else if (reason == LibraryReason::ProcessDetach)
+    } else if (reason == LibraryReason::ProcessDetach) {
         TranslationCenter::Instance().Unregister(catalogue);
+    }
     return true;
 }
 
