@@ -15,10 +15,11 @@ function(orvane_translations target catalogue)
       COMMAND Qt5::lrelease -silent "${ts}" -qm "${qm}")
     target_sources(${target} PRIVATE "${qm}")
     string(APPEND files "<file>${catalogue}_${language}.qm</file>")
-    add_custom_command(TARGET update_translations POST_BUILD VERBATIM
+    add_custom_target(update_${catalogue}_${language} VERBATIM
       COMMAND Qt5::lupdate -silent -locations none -no-obsolete
         -source-language en -target-language ${language}
         -I "${PROJECT_SOURCE_DIR}" -I "${PROJECT_SOURCE_DIR}/src" ${ARGN} -ts "${ts}")
+    add_dependencies(update_translations update_${catalogue}_${language})
   endforeach()
   set(qrc "${CMAKE_CURRENT_BINARY_DIR}/${catalogue}Translations.qrc")
   file(WRITE "${qrc}.new" "<RCC><qresource prefix=\"/translations\">${files}</qresource></RCC>\n")

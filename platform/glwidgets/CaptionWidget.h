@@ -29,8 +29,12 @@ signals:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
 
 private:
+    void OnToggled(bool paused);
+    void DescribePause();
+
     QLabel* m_pTitle;
     QLabel* m_pReadout;
     QToolButton* m_pPause; // null without pause control

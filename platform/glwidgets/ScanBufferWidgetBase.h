@@ -4,6 +4,7 @@
 #include "platform/glbase/GLCommonWidget.h"
 #include "platform/glwidgets/TextRectangles.h"
 
+#include <QPoint>
 #include <QStringList>
 
 #include <memory>
@@ -34,8 +35,13 @@ public:
     void clear() override;
     void addTextFreqList(const QString& line) override;
 
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
 private:
-    EWindowType m_windowType;
     std::shared_ptr<TextRectangles> m_textRects;
     QStringList m_lines;
+    QPoint m_pressedAt;
+    bool m_isPressed = false; // by a press that no mouse object took
 };

@@ -32,6 +32,7 @@ protected:
 
 private:
     friend struct TestAccess;
+    class Menu;
     struct Private;
     std::unique_ptr<Private> d;
 };

@@ -1,0 +1,29 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "platform/glwidgets/AxisZoom.h"
+
+#include "platform/glwidgets/AxisHandler.h"
+
+#include <QWheelEvent>
+
+#include <cmath>
+
+void AxisZoom::Wheel(int pixel, const QWheelEvent& event)
+{
+    constexpr double notch = 120.0; // Qt's eighths of a degree for one notch
+    constexpr double zoomPerNotch = 1.25;
+    m_axis.ZoomAt(pixel, std::pow(zoomPerNotch, -event.angleDelta().y() / notch));
+}
+
+void AxisZoom::StartDrag(int pixel)
+{
+    m_isDragging = true;
+    m_fromPixel = pixel;
+    m_start = m_axis.GetStartValue();
+    m_stop = m_axis.GetStopValue();
+}
+
+void AxisZoom::Drag(int pixel)
+{
+    if (m_isDragging)
+        m_axis.PanFrom(m_start, m_stop, m_fromPixel, pixel);
+}

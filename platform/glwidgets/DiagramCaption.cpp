@@ -1,0 +1,42 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "platform/glwidgets/DiagramCaption.h"
+
+#include "platform/glbase/GLBaseWidget.h"
+#include "platform/glwidgets/CaptionWidget.h"
+
+namespace {
+
+/// Place of the bar in a layout.
+class CaptionHost : public GLBaseWidget
+{
+public:
+    explicit CaptionHost(CaptionWidget* bar)
+        : GLBaseWidget("Caption", nullptr)
+        , m_height(bar->height())
+    {
+        SetQWidget(bar);
+    }
+    int FixedHeight() const override { return m_height; }
+
+private:
+    int m_height;
+};
+
+} // namespace
+
+DiagramCaption::DiagramCaption(QWidget* parent, QString caption, bool pauseControl)
+    : QObject(parent)
+    , m_pWidget(new CaptionWidget(parent, caption, pauseControl))
+    , m_baseWidget(std::make_shared<CaptionHost>(m_pWidget.data()))
+{
+    connect(m_pWidget.data(), &CaptionWidget::pausedChanged, this,
+            [this](bool paused) { emit si_paused(!paused); });
+}
+
+DiagramCaption::~DiagramCaption() { delete m_pWidget; }
+
+QWidget* DiagramCaption::getCaptionWidget() const { return m_pWidget; }
+
+std::shared_ptr<GLBaseWidget> DiagramCaption::getBaseWidget() const { return m_baseWidget; }
+
+bool DiagramCaption::isPaused() const { return m_pWidget && m_pWidget->isPaused(); }

@@ -1,0 +1,191 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "platform/glwidgets/StandardMeasRuler.h"
+
+#include "platform/glbase/GLFrameWidget.h"
+#include "platform/glbase/GLPainter.h"
+#include "platform/glbase/IMouseHandler.h"
+#include "platform/glwidgets/AxisHandler.h"
+#include "platform/glwidgets/CaptionWidget.h"
+#include "platform/glwidgets/ScanBufferWidgetBase.h"
+#include "platform/gui/ColorSet.h"
+
+#include <QMouseEvent>
+#include <QPointer>
+
+namespace {
+
+const QString keys[] = {QStringLiteral("ruler1"), QStringLiteral("ruler2")};
+
+QString number(double value) { return QString::number(value, 'g', 4); }
+
+} // namespace
+
+class StandardMeasRuler::Handler : public IMouseHandler
+{
+public:
+    struct Cursor
+    {
+        double x;
+        double y;
+    };
+
+    void Init(const std::shared_ptr<ScanBufferWidgetBase>& plot,
+              const std::shared_ptr<AxisHandler>& xAxis, const std::shared_ptr<AxisHandler>& yAxis,
+              QWidget* caption)
+    {
+        m_plot = plot;
+        m_xAxis = xAxis;
+        m_yAxis = yAxis;
+        m_caption = qobject_cast<CaptionWidget*>(caption);
+        if (m_caption)
+            m_escape = QObject::connect(m_caption, &CaptionWidget::cleared, m_caption,
+                                        [this] { Clear(); });
+    }
+    ~Handler() override { QObject::disconnect(m_escape); }
+
+    void Clear()
+    {
+        m_count = 0;
+        Show();
+    }
+    int Count() const { return m_count; }
+    std::shared_ptr<ScanBufferWidgetBase> Plot() const { return m_plot.lock(); }
+
+    bool mousePress(GLCommonWidget*, QMouseEvent* event) override
+    {
+        if (event->button() != Qt::LeftButton || !Place(0, event->pos()))
+            return false;
+        m_pressedAt = event->pos();
+        m_isPressed = true;
+        m_count = 1;
+        Show();
+        return true;
+    }
+    bool mouseMove(GLCommonWidget*, QMouseEvent* event) override
+    {
+        if (!m_isPressed)
+            return false;
+        constexpr int dragDistance = 3; // pixels; below it, the hand only trembled
+        const bool moved = (event->pos() - m_pressedAt).manhattanLength() >= dragDistance;
+        if ((moved || m_count == 2) && Place(1, event->pos())) {
+            m_count = 2;
+            Show();
+        }
+        return true;
+    }
+    bool mouseRelease(GLCommonWidget*, QMouseEvent* event) override
+    {
+        const bool wasPressed = m_isPressed;
+        if (event->button() == Qt::LeftButton)
+            m_isPressed = false;
+        return wasPressed;
+    }
+    bool mouseDoubleClick(GLCommonWidget* widget, QMouseEvent* event) override
+    {
+        return mousePress(widget, event);
+    }
+    bool wheel(GLCommonWidget*, QWheelEvent*) override { return false; }
+    void leave(GLCommonWidget*) override {}
+    void attached(GLCommonWidget*) override { m_isPressed = false; }
+
+    void drawOverlay(GLCommonWidget* widget, GLPainter& painter) override
+    {
+        const auto xAxis = m_xAxis.lock();
+        const auto yAxis = m_yAxis.lock();
+        if (!xAxis || !yAxis)
+            return;
+        const QRect area = widget->rect();
+        const QColor color = ColorSet::Instance()[IColorBase::colLabel];
+        for (int i = 0; i < m_count; ++i) {
+            const QPoint at(xAxis->ValueToPixel(m_cursors[i].x),
+                            yAxis->ValueToPixel(m_cursors[i].y));
+            if (at.x() >= area.left() && at.x() <= area.right())
+                painter.drawVLine(at.x(), area.top(), area.bottom(), color);
+            if (at.y() >= area.top() && at.y() <= area.bottom())
+                painter.drawHLine(area.left(), area.right(), at.y(), color);
+            // The texts are drawn after this, where the cursors are now.
+            if (const auto plot = m_plot.lock())
+                plot->TextRects()->set(keys[i], Fields(i).join(QLatin1Char('\n')), at);
+        }
+    }
+
+private:
+    bool Place(int index, const QPoint& position)
+    {
+        const auto plot = m_plot.lock();
+        const auto xAxis = m_xAxis.lock();
+        const auto yAxis = m_yAxis.lock();
+        if (!plot || !xAxis || !yAxis || !xAxis->XPixelMap()->GetAxisDefinition().IsUsable() ||
+            !yAxis->XPixelMap()->GetAxisDefinition().IsUsable())
+            return false;
+        const QRect area = plot->rect();
+        const int column = qBound(area.left(), position.x(), area.right());
+        const int row = qBound(area.top(), position.y(), area.bottom());
+        m_cursors[index] = {xAxis->PixelToValue(column), yAxis->PixelToValue(row)};
+        return true;
+    }
+
+    /// The first cursor shows where it is, the second where it is from the first.
+    QStringList Fields(int index) const
+    {
+        const auto xAxis = m_xAxis.lock();
+        const auto format = [&xAxis](double value) {
+            return xAxis ? xAxis->XPixelMap()->GetAxisDefinition().LabelWithUnit(value)
+                         : number(value);
+        };
+        const Cursor& cursor = m_cursors[index];
+        QStringList fields{QStringLiteral("x %1").arg(format(cursor.x)),
+                           QStringLiteral("y %1").arg(number(cursor.y))};
+        if (index == 1) {
+            fields << QStringLiteral("dx %1").arg(format(cursor.x - m_cursors[0].x))
+                   << QStringLiteral("dy %1").arg(number(cursor.y - m_cursors[0].y));
+        }
+        return fields;
+    }
+
+    void Show()
+    {
+        if (m_caption)
+            m_caption->setReadout(m_count ? Fields(m_count - 1).join(QStringLiteral("   "))
+                                          : QString());
+        const auto plot = m_plot.lock();
+        if (!plot)
+            return;
+        for (int i = m_count; i < 2; ++i)
+            plot->TextRects()->remove(keys[i]);
+        plot->update();
+    }
+
+    std::weak_ptr<ScanBufferWidgetBase> m_plot;
+    std::weak_ptr<AxisHandler> m_xAxis;
+    std::weak_ptr<AxisHandler> m_yAxis;
+    QPointer<CaptionWidget> m_caption;
+    QMetaObject::Connection m_escape;
+    Cursor m_cursors[2] = {};
+    int m_count = 0;
+    QPoint m_pressedAt;
+    bool m_isPressed = false;
+};
+
+StandardMeasRuler::StandardMeasRuler()
+    : m_handler(std::make_shared<Handler>())
+{}
+
+StandardMeasRuler::~StandardMeasRuler()
+{
+    if (const auto plot = m_handler->Plot())
+        plot->removeMouseObject(m_handler.get());
+}
+
+void StandardMeasRuler::init(const std::shared_ptr<ScanBufferWidgetBase>& plot,
+                             const std::shared_ptr<AxisHandler>& xAxis,
+                             const std::shared_ptr<AxisHandler>& yAxis, QWidget* caption)
+{
+    m_handler->Init(plot, xAxis, yAxis, caption);
+    if (plot)
+        plot->addMouseObject(std::weak_ptr<IMouseHandler>(m_handler), GLCommonWidget::zoRuler);
+}
+
+void StandardMeasRuler::clear() { m_handler->Clear(); }
+
+int StandardMeasRuler::CursorCount() const { return m_handler->Count(); }
