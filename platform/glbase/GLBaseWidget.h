@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QPointer>
 #include <QRect>
+#include <QSize>
+#include <QString>
 
 #include <string>
 
@@ -31,7 +33,8 @@ class ORVANE_PLATFORM_API GLBaseWidget : public QObject
     Q_OBJECT
 public:
     /// @param name    object name, by which siblings align themselves.
-    /// @param layout  the layout that the widget will be added to; may be null.
+    /// @param layout  the layout that the widget will be added to, its frame from now on; may be
+    ///                null.
     GLBaseWidget(const std::string& name, GLLayout* layout);
     ~GLBaseWidget() override;
 
@@ -41,23 +44,30 @@ public:
     QRect geometry() const;
     /// Schedules a repaint of the frame; nothing while there is none.
     void update();
-    /// The frame that paints this widget; null while it is in no layout.
+    /// The frame that paints this widget; null while it belongs to no layout.
     GLFrameWidget* GetFrameWidget() const;
 
     /// Aligns the widget when the layout places its children: to "Top" (the layout itself) or to a
     /// sibling by its object name, resolved at each layout. Answers whether the arguments can be
     /// used: a name, mode haAlign, a finite factor > 0. Otherwise the widget fills the width.
     bool SetHorizontalAlignment(const char* name, eHorizontalAlignment mode, double factor);
-    /// Makes the widget carry a Qt widget, which then follows its place in the layout; null lets
-    /// go. Neither ownership nor parent of the Qt widget change, and it may be destroyed first.
+    /// Makes the widget carry a Qt widget, a child of the layout, which then follows its place
+    /// there and is shown and hidden with it; null lets go. Neither ownership nor parent of the Qt
+    /// widget change, and it may be destroyed first.
     void SetQWidget(QWidget* widget);
     QWidget* GetQWidget() const;
 
     /// Height in logical pixels that the layout gives the widget; 0: a share of what is left.
     virtual int FixedHeight() const;
 
+    /// Whether the widget has a place in its layout's picture; true at first.
+    void ShowInLayout(bool show);
+    bool IsShownInLayout() const { return m_visible; }
+
 protected:
-    // Called by the layout, event positions in the widget's pixel frame.
+    // Called by the layout, event positions in the widget's pixel frame. An event that comes back
+    // ignored goes on to the layout's parent; the defaults ignore theirs. The widget may be
+    // destroyed while it runs a context menu; during other events its layout holds it.
     virtual void resizeEvent(QResizeEvent* event);
     virtual void paintEvent(QPaintEvent* event);
     virtual void mouseDoubleClickEvent(QMouseEvent* event);
@@ -80,10 +90,14 @@ private:
     friend class GLLayout;
     friend struct TestAccess;
 
+    void PlaceAgain();
+    void PlaceQWidget();
+
     QPointer<GLFrameWidget> m_pFrame;
     QPointer<QWidget> m_pQWidget;
     QString m_alignName;
     eHorizontalAlignment m_alignMode = haFill;
     double m_alignFactor = 1.0;
     bool m_visible = true;
+    QSize m_reportedSize{0, 0}; // of the last resizeEvent
 };

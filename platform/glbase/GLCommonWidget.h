@@ -32,6 +32,7 @@ public:
     void addTextFreqList(const QString&) override {}
 
 protected:
+    // Events of mouse and wheel are accepted when a mouse object took them, else ignored.
     void resizeEvent(QResizeEvent* event) override;
     /// Draws the overlays of the mouse objects, lowest z-order first. May run inside the painter of
     /// a derived class.
@@ -52,12 +53,28 @@ protected:
 
 private:
     friend struct TestAccess;
+    using Handlers = std::vector<std::shared_ptr<IMouseHandler>>;
     template<class T>
     struct Entry
     {
         std::weak_ptr<T> object;
         eZOrder zOrder;
     };
+
+    template<class T>
+    static void Insert(std::vector<Entry<T>>& entries, const std::shared_ptr<T>& object,
+                       eZOrder zOrder);
+    template<class T>
+    static void Remove(std::vector<Entry<T>>& entries, const T* object);
+    Handlers MouseObjects() const;
+    bool HasMouseObject(const IMouseHandler* handler) const;
+    /// The mouse object that took the event; null when none did.
+    template<class Event>
+    std::shared_ptr<IMouseHandler> Offer(bool (IMouseHandler::*operation)(GLCommonWidget*, Event*),
+                                         Event* event);
+    void OfferPress(bool (IMouseHandler::*operation)(GLCommonWidget*, QMouseEvent*),
+                    QMouseEvent* event);
+
     std::vector<Entry<IMouseHandler>> m_mouseObjects;   // descending z-order
     std::vector<Entry<IHasContextMenu>> m_contextMenus; // descending z-order
     std::weak_ptr<IMouseHandler> m_grabber;             // took the last press

@@ -6,6 +6,8 @@
 #include "platform/glbase/GLStepLine.h"
 
 #include <QOpenGLWidget>
+#include <QRegion>
+#include <QTransform>
 
 class GLBaseWidget;
 class IColorBase;
@@ -51,5 +53,8 @@ private:
     friend class GLPainter;
     friend struct TestAccess;
     QPainter* m_pPainter = nullptr; // open painter, while painting
-    bool m_hasContext = false;      // the open painter draws with the frame's own GL context
+    QTransform m_baseTransform;     // its transform and clip before any child was painted
+    QRegion m_baseClip;
+    bool m_hasBaseClip = false;
+    bool m_hasContext = false; // the open painter draws with the frame's own GL context
 };

@@ -31,7 +31,6 @@ public:
 protected:
     void PaintChildren(QPainter& painter) override;
     void resizeEvent(QResizeEvent* event) override;
-    void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -42,11 +41,28 @@ protected:
     void leaveEvent(QEvent* event) override;
 
 private:
+    friend class GLBaseWidget;
     friend struct TestAccess;
-    void PlaceChildren();
-    std::shared_ptr<GLBaseWidget> ChildAt(const QPoint& position) const;
+    using Child = std::shared_ptr<GLBaseWidget>;
+    struct Columns
+    {
+        int left;
+        int width;
+    };
 
-    std::vector<std::shared_ptr<GLBaseWidget>> m_children;
+    bool IsChild(const GLBaseWidget* widget) const;
+    void LetGo(GLBaseWidget& widget);
+    void PlaceChildren();
+    Columns ColumnsOf(const GLBaseWidget& child, int depth) const;
+    Child ChildAt(const QPoint& position) const;
+    /// Tells the child that the pointer has left that it has.
+    void Hover(const Child& child);
+    static void Send(GLBaseWidget& child, void (GLBaseWidget::*handler)(QMouseEvent*),
+                     QMouseEvent* event);
+    void SendPress(void (GLBaseWidget::*handler)(QMouseEvent*), QMouseEvent* event);
+
+    std::vector<Child> m_children;
     std::weak_ptr<GLBaseWidget> m_grabbed; // child that took the press
     std::weak_ptr<GLBaseWidget> m_hovered; // child under the pointer
+    QSize m_placedSize;                    // size that the children were placed for
 };

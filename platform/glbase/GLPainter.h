@@ -5,6 +5,7 @@
 
 #include <QBrush>
 #include <QColor>
+#include <QLineF>
 #include <QPen>
 #include <QRect>
 #include <QString>
@@ -42,6 +43,8 @@ public:
     QPen pen() const;
     QBrush brush() const;
 
+    /// Edges of filled areas lie on device pixels. The outline of a pen runs along the pixels of
+    /// the rectangle's border and one beyond it at the right and bottom, as Qt's does.
     void drawRect(const QRect& rect);
     void fillRect(const QRect& rect, const QBrush& brush);
     /// Text inside rect, with Qt::Alignment flags, in the pen's colour.
@@ -52,17 +55,22 @@ public:
 
     /// Between these two calls raw OpenGL 1.1 draws in the widget's pixel frame: integer
     /// coordinates are pixel centres, the scissor is the widget, the current context is the
-    /// frame's. Answers false when there is no GL context (a picture is drawn instead): then draw
-    /// nothing.
+    /// frame's, the matrix mode is GL_MODELVIEW. Answers false when there is no GL context (a
+    /// picture is drawn instead): then draw nothing.
     bool beginNativePainting();
     void endNativePainting();
 
     /// The Qt painter behind the handle; null when the handle is inert.
     QPainter* painter() const { return m_pPainter; }
+    /// The area that is drawn into, origin (0, 0); null when the handle is inert.
+    const QRect& area() const { return m_area; }
 
 private:
+    void drawLine(const QLineF& line, const QColor& color);
+
     GLFrameWidget* m_pFrame;
     QPainter* m_pPainter = nullptr;
+    QRect m_area;
     int m_depth = 0;
     bool m_native = false;
 };

@@ -44,6 +44,8 @@ public:
     Extremes ExtremesOf(std::size_t first, std::size_t last) const;
 
 private:
+    void BuildPyramid();
+
     eStepLineStyle m_stepStyle = slStep;
     GLLineStyle m_lineStyle;
     QRect m_destRect;

@@ -11,8 +11,9 @@ class QWheelEvent;
 
 /// Takes part in the mouse handling and the painting of a GLCommonWidget (an axis, a ruler). Event
 /// positions are in the widget's pixel frame. Each operation but the last three answers whether it
-/// took the event; an event that was taken goes no further. The handler that took a press receives
-/// the moves and the release that follow, wherever the pointer is.
+/// took the event; an event that was taken goes no further. The handler that took a press (or
+/// double click) alone receives what follows until all buttons are up, wherever the pointer is. A
+/// popup may swallow the release: then a move without buttons stands for it.
 class ORVANE_PLATFORM_API IMouseHandler
 {
 public:
@@ -24,7 +25,7 @@ public:
     virtual bool wheel(GLCommonWidget* widget, QWheelEvent* event) = 0;
     /// The pointer left the widget.
     virtual void leave(GLCommonWidget* widget) = 0;
-    /// The handler was added to a widget, or (null) the widget is gone.
+    /// The handler was added to a widget, or (null) removed from it, or the widget is gone.
     virtual void attached(GLCommonWidget* widget) = 0;
     /// Draws on top of the widget's own picture, in its pixel frame.
     virtual void drawOverlay(GLCommonWidget* widget, GLPainter& painter) = 0;

@@ -14,8 +14,9 @@
 ///   horizontal  trunc((length - 1) * (v - start) / (stop - start)), from the left border;
 ///   vertical    length - trunc((length - 1) * (v - start) / (stop - start)), from the top border.
 /// Grid lines stand at whole multiples of 1, 2 or 5 times a power of ten, one for every 60 to
-/// 100 pixels or so (fewer on a short axis), ascending or reversed, at most MaxTickCount. There are
-/// none on a range that is empty or not finite, or on a length below 2 pixels.
+/// 100 pixels or so (30 to 80 on a vertical axis), in the order from start to stop, at most
+/// MaxTickCount. There are none on a range that is empty, not finite, or too narrow for its numbers
+/// to be told apart, or on a length below 2 pixels.
 /// Everything is computed when it is read first after a change.
 class ORVANE_PLATFORM_API axisDefinition
 {
@@ -61,6 +62,7 @@ public:
 
 private:
     void Recompute() const;
+    QString PlainLabel(double value) const;
 
     Orientation m_orientation;
     double m_start = -1.0;
@@ -68,6 +70,6 @@ private:
     int m_length = 0;
     std::shared_ptr<IStringFormatter> m_formatter;
     mutable bool m_dirty = true;
-    mutable double m_step = 0.0;
+    mutable int m_decimals = -1; // of the grid step; -1 without grid
     mutable std::vector<Tick> m_ticks;
 };

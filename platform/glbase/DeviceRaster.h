@@ -1,0 +1,74 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/glbase/GLLineStyle.h"
+
+#include <QLineF>
+#include <QRect>
+
+#include <vector>
+
+class GLStepLine;
+class QPainter;
+
+/// Turns lines into rectangles of whole device pixels and fills them, so that Qt's paint engines
+/// all give the same picture.
+///
+/// A logical coordinate v belongs to the edge of a device pixel: v times the scale of the painter,
+/// rounded, halves up (as Qt rounds clips). A line one logical pixel wide at x thus covers the
+/// device pixels between the edges of x and x + 1, at least one; neighbouring lines meet without
+/// gap or overlap. A painter that rotates or mirrors is drawn to in logical pixels.
+///
+/// Coordinates may be any numbers; the cost is that of the pixels that can be seen.
+class DeviceRaster
+{
+public:
+    /// @param painter  open painter, must outlive this object; its transform must not change.
+    /// @param visible  logical rectangle outside of which nothing is drawn.
+    DeviceRaster(QPainter& painter, const QRect& visible);
+
+    /// Includes the pixels of both ends. A segment that is not finite is dropped.
+    void AddLine(const QLineF& line, const GLLineStyle& style);
+    void AddStepLine(const GLStepLine& line);
+    /// Fills what has been added in a colour, and forgets it.
+    void Fill(const QColor& color);
+
+    /// The rectangle moved to the edges of device pixels, in logical coordinates.
+    QRectF Snapped(const QRectF& rect) const;
+    /// The visible rectangle in device pixels.
+    QRect VisibleDeviceRect() const;
+
+private:
+    /// Device pixels [first, last).
+    struct Span
+    {
+        int first;
+        int last;
+        bool operator==(const Span& other) const
+        {
+            return first == other.first && last == other.last;
+        }
+    };
+    /// Device pixels along one direction.
+    struct Scale
+    {
+        double factor = 1.0;
+        double offset = 0.0;
+        Span visible{0, 0};
+
+        double Edge(double logical) const;
+        double Logical(double device) const { return (device - offset) / factor; }
+        /// The visible ones of the pixels between two logical coordinates, which are at least one.
+        Span VisibleSpan(double from, double to) const;
+    };
+    struct Segment;
+
+    template<typename Put>
+    static void Rasterise(const Scale& major, const Scale& minor, const Segment& segment, Put put);
+    void AddDeviceRect(const Span& columns, const Span& rows);
+
+    QPainter& m_painter;
+    Scale m_x;
+    Scale m_y;
+    std::vector<QRect> m_rects; // device pixels
+};

@@ -1,0 +1,319 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "platform/glbase/GLLayout.h"
+
+#include "platform/base/Saturate.h"
+
+#include <QContextMenuEvent>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QResizeEvent>
+#include <QScopedValueRollback>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <utility>
+
+GLLayout::GLLayout(QWidget* parent)
+    : GLFrameWidget(parent)
+{
+    setMouseTracking(true);
+}
+
+GLLayout::~GLLayout()
+{
+    for (const Child& child : m_children)
+        LetGo(*child);
+}
+
+bool GLLayout::IsChild(const GLBaseWidget* widget) const
+{
+    return std::any_of(m_children.begin(), m_children.end(),
+                       [widget](const Child& child) { return child.get() == widget; });
+}
+
+bool GLLayout::AddWidget(std::shared_ptr<GLBaseWidget> widget)
+{
+    if (!widget)
+        return false;
+    const auto* owner = qobject_cast<const GLLayout*>(widget->GetFrameWidget());
+    if (owner && owner->IsChild(widget.get()))
+        return false;
+    widget->m_pFrame = this;
+    m_children.push_back(std::move(widget));
+    PlaceChildren();
+    return true;
+}
+
+bool GLLayout::RemoveWidget(GLBaseWidget& widget)
+{
+    const auto place =
+        std::find_if(m_children.begin(), m_children.end(),
+                     [&widget](const Child& child) { return child.get() == &widget; });
+    if (place == m_children.end())
+        return false;
+    const Child removed = *place;
+    m_children.erase(place);
+    LetGo(widget);
+    PlaceChildren();
+    return true;
+}
+
+void GLLayout::LetGo(GLBaseWidget& widget)
+{
+    widget.m_pFrame = nullptr;
+    if (widget.m_pQWidget)
+        widget.m_pQWidget->hide();
+    if (m_grabbed.lock().get() == &widget)
+        m_grabbed.reset();
+    if (m_hovered.lock().get() == &widget)
+        m_hovered.reset();
+}
+
+namespace {
+
+/// Heights of the visible children, 0 for the others. Where the fixed heights do not fit, the last
+/// children lose.
+std::vector<int> SharedHeights(const std::vector<std::shared_ptr<GLBaseWidget>>& children,
+                               int available)
+{
+    int fixed = 0;
+    int shareCount = 0;
+    for (const auto& child : children) {
+        if (child->IsShownInLayout() && child->FixedHeight() > 0)
+            fixed += child->FixedHeight();
+        else if (child->IsShownInLayout())
+            ++shareCount;
+    }
+    const int shared = std::max(0, available - fixed);
+    int shareIndex = 0;
+    std::vector<int> heights;
+    for (const auto& child : children) {
+        int height = 0;
+        if (child->IsShownInLayout() && child->FixedHeight() > 0) {
+            height = std::min(child->FixedHeight(), available);
+        } else if (child->IsShownInLayout()) {
+            height = shared * (shareIndex + 1) / shareCount - shared * shareIndex / shareCount;
+            ++shareIndex;
+        }
+        available -= height;
+        heights.push_back(height);
+    }
+    return heights;
+}
+
+} // namespace
+
+void GLLayout::PlaceChildren()
+{
+    m_placedSize = size();
+    const std::vector<Child> children = m_children;
+    const std::vector<int> heights = SharedHeights(children, height());
+    int top = 0;
+    for (std::size_t i = 0; i < children.size(); ++i) {
+        GLBaseWidget& child = *children[i];
+        const Columns columns = ColumnsOf(child, 0);
+        child.m_left = static_cast<float>(columns.left);
+        child.m_right = static_cast<float>(columns.left + columns.width);
+        child.m_top = static_cast<float>(top);
+        top += heights[i];
+        child.m_bottom = static_cast<float>(top);
+        child.PlaceQWidget();
+    }
+    update();
+
+    // A child may place, add or remove children in its event.
+    const QPointer<GLLayout> self(this);
+    for (const Child& child : children) {
+        const QSize newSize = child->rect().size();
+        const QSize oldSize = std::exchange(child->m_reportedSize, newSize);
+        if (newSize == oldSize)
+            continue;
+        QResizeEvent event(newSize, oldSize);
+        child->resizeEvent(&event);
+        if (!self)
+            return;
+    }
+}
+
+GLLayout::Columns GLLayout::ColumnsOf(const GLBaseWidget& child, int depth) const
+{
+    const Columns all{0, width()};
+    // A chain of siblings longer than their number leads in a circle.
+    if (child.m_alignMode != haAlign || depth > static_cast<int>(m_children.size()))
+        return all;
+    Columns base = all;
+    if (child.m_alignName != QLatin1String("Top")) {
+        const auto sibling =
+            std::find_if(m_children.begin(), m_children.end(), [&child](const Child& other) {
+                return other->objectName() == child.m_alignName;
+            });
+        if (sibling == m_children.end())
+            return all;
+        base = ColumnsOf(**sibling, depth + 1);
+    }
+    return {base.left,
+            truncateSaturated<int>(base.width * child.m_alignFactor + 0.5, 0, width() - base.left)};
+}
+
+void GLLayout::PaintChildren(QPainter&)
+{
+    // A layout that was never shown receives no resize event.
+    if (m_placedSize != size())
+        PlaceChildren();
+    const QScopedValueRollback<GLBaseWidget*> current(m_pCurrentChild);
+    const std::vector<Child> children = m_children;
+    for (const Child& child : children) {
+        if (child->rect().isEmpty() || !IsChild(child.get()))
+            continue;
+        m_pCurrentChild = child.get();
+        QPaintEvent event(child->rect());
+        child->paintEvent(&event);
+    }
+}
+
+QSize GLLayout::sizeHint() const
+{
+    constexpr int shareHeight = 200;
+    QSize hint(400, 0);
+    for (const Child& child : m_children)
+        hint.rheight() += child->FixedHeight() > 0 ? child->FixedHeight() : shareHeight;
+    return hint;
+}
+
+QSize GLLayout::minimumSizeHint() const
+{
+    constexpr int shareHeight = 40;
+    QSize hint(120, 0);
+    for (const Child& child : m_children)
+        hint.rheight() += child->FixedHeight() > 0 ? child->FixedHeight() : shareHeight;
+    return hint;
+}
+
+void GLLayout::resizeEvent(QResizeEvent* event)
+{
+    // First, because the base class paints.
+    PlaceChildren();
+    GLFrameWidget::resizeEvent(event);
+}
+
+void GLLayout::hideEvent(QHideEvent* event)
+{
+    GLFrameWidget::hideEvent(event);
+    m_grabbed.reset();
+    Hover(nullptr);
+}
+
+GLLayout::Child GLLayout::ChildAt(const QPoint& position) const
+{
+    const auto child =
+        std::find_if(m_children.rbegin(), m_children.rend(), [&position](const Child& candidate) {
+            return candidate->geometry().contains(position);
+        });
+    return child == m_children.rend() ? nullptr : *child;
+}
+
+void GLLayout::Hover(const Child& child)
+{
+    const Child left = m_hovered.lock();
+    m_hovered = child;
+    if (left && left != child) {
+        QEvent event(QEvent::Leave);
+        left->leaveEvent(&event);
+    }
+}
+
+void GLLayout::Send(GLBaseWidget& child, void (GLBaseWidget::*handler)(QMouseEvent*),
+                    QMouseEvent* event)
+{
+    QMouseEvent local(event->type(), event->localPos() - child.geometry().topLeft(),
+                      event->windowPos(), event->screenPos(), event->button(), event->buttons(),
+                      event->modifiers(), event->source());
+    local.setTimestamp(event->timestamp());
+    (child.*handler)(&local);
+    event->setAccepted(local.isAccepted());
+}
+
+void GLLayout::SendPress(void (GLBaseWidget::*handler)(QMouseEvent*), QMouseEvent* event)
+{
+    const bool isFirstButton = event->buttons() == Qt::MouseButtons(event->button());
+    const Child child = isFirstButton ? ChildAt(event->pos()) : m_grabbed.lock();
+    m_grabbed = child;
+    event->ignore();
+    if (child)
+        Send(*child, handler, event);
+}
+
+void GLLayout::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    SendPress(&GLBaseWidget::mouseDoubleClickEvent, event);
+}
+
+void GLLayout::mousePressEvent(QMouseEvent* event)
+{
+    SendPress(&GLBaseWidget::mousePressEvent, event);
+}
+
+void GLLayout::mouseMoveEvent(QMouseEvent* event)
+{
+    event->ignore();
+    Child child = m_grabbed.lock();
+    if (!child && event->buttons() == Qt::NoButton) {
+        child = ChildAt(event->pos());
+        const QPointer<GLLayout> self(this);
+        Hover(child);
+        if (!self)
+            return;
+    }
+    if (event->buttons() == Qt::NoButton)
+        m_grabbed.reset();
+    if (child)
+        Send(*child, &GLBaseWidget::mouseMoveEvent, event);
+}
+
+void GLLayout::mouseReleaseEvent(QMouseEvent* event)
+{
+    event->ignore();
+    const QPointer<GLLayout> self(this);
+    const Child child = m_grabbed.lock();
+    if (event->buttons() == Qt::NoButton)
+        m_grabbed.reset();
+    if (child)
+        Send(*child, &GLBaseWidget::mouseReleaseEvent, event);
+    if (self && event->buttons() == Qt::NoButton)
+        Hover(ChildAt(event->pos()));
+}
+
+void GLLayout::wheelEvent(QWheelEvent* event)
+{
+    event->ignore();
+    const Child grabbed = m_grabbed.lock();
+    const Child child = grabbed ? grabbed : ChildAt(event->position().toPoint());
+    if (!child)
+        return;
+    QWheelEvent local(event->position() - child->geometry().topLeft(), event->globalPosition(),
+                      event->pixelDelta(), event->angleDelta(), event->buttons(),
+                      event->modifiers(), event->phase(), event->inverted(), event->source());
+    local.setTimestamp(event->timestamp());
+    child->wheelEvent(&local);
+    event->setAccepted(local.isAccepted());
+}
+
+void GLLayout::contextMenuEvent(QContextMenuEvent* event)
+{
+    event->ignore();
+    // Not held: an action of the menu may take the child away, and it must be gone at once then.
+    GLBaseWidget* child = ChildAt(event->pos()).get();
+    if (!child)
+        return;
+    QContextMenuEvent local(event->reason(), event->pos() - child->geometry().topLeft(),
+                            event->globalPos(), event->modifiers());
+    child->contextMenuEvent(&local);
+    event->setAccepted(local.isAccepted());
+}
+
+void GLLayout::leaveEvent(QEvent* event)
+{
+    GLFrameWidget::leaveEvent(event);
+    if (!m_grabbed.lock())
+        Hover(nullptr);
+}

@@ -1,0 +1,181 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "platform/glbase/GLPainter.h"
+
+#include "platform/glbase/DeviceRaster.h"
+#include "platform/glbase/GLBaseWidget.h"
+#include "platform/glbase/GLFrameWidget.h"
+
+#include <QLinearGradient>
+#include <QOpenGLFunctions>
+#include <QPainter>
+
+#include <algorithm>
+
+#include <GL/gl.h>
+
+GLPainter::GLPainter(GLFrameWidget* frame)
+    : m_pFrame(frame)
+    , m_pPainter(frame ? frame->m_pPainter : nullptr)
+{
+    if (!m_pPainter)
+        return;
+    // From the frame's own transform and clip, so that a nested handle gives the same area.
+    const GLBaseWidget* child = m_pFrame->m_pCurrentChild;
+    const QRect place = child ? child->geometry() : m_pFrame->rect();
+    m_area = QRect(QPoint(0, 0), place.size());
+    m_pPainter->save();
+    m_pPainter->setWorldTransform(m_pFrame->m_baseTransform);
+    if (m_pFrame->m_hasBaseClip)
+        m_pPainter->setClipRegion(m_pFrame->m_baseClip);
+    m_pPainter->setClipRect(place, m_pFrame->m_hasBaseClip ? Qt::IntersectClip : Qt::ReplaceClip);
+    m_pPainter->translate(place.topLeft());
+}
+
+GLPainter::~GLPainter()
+{
+    if (!m_pPainter)
+        return;
+    endNativePainting();
+    while (m_depth > 0)
+        restore();
+    m_pPainter->restore();
+}
+
+void GLPainter::save()
+{
+    if (!m_pPainter)
+        return;
+    m_pPainter->save();
+    ++m_depth;
+}
+
+void GLPainter::restore()
+{
+    if (m_depth == 0)
+        return;
+    m_pPainter->restore();
+    --m_depth;
+}
+
+namespace {
+
+QBrush GradientBrush(const QPoint& stop, const QColor& first, const QColor& second)
+{
+    QLinearGradient gradient(QPointF(0.0, 0.0), stop);
+    gradient.setColorAt(0.0, first);
+    gradient.setColorAt(1.0, second);
+    return gradient;
+}
+
+} // namespace
+
+void GLPainter::setHGradientBrush(const QColor& first, const QColor& second)
+{
+    setBrush(GradientBrush({m_area.width(), 0}, first, second));
+}
+
+void GLPainter::setVGradientBrush(const QColor& first, const QColor& second)
+{
+    setBrush(GradientBrush({0, m_area.height()}, first, second));
+}
+
+void GLPainter::setPen(const QPen& pen)
+{
+    if (m_pPainter)
+        m_pPainter->setPen(pen);
+}
+
+void GLPainter::setBrush(const QBrush& brush)
+{
+    if (m_pPainter)
+        m_pPainter->setBrush(brush);
+}
+
+QPen GLPainter::pen() const { return m_pPainter ? m_pPainter->pen() : QPen(); }
+
+QBrush GLPainter::brush() const { return m_pPainter ? m_pPainter->brush() : QBrush(); }
+
+void GLPainter::drawRect(const QRect& rect)
+{
+    if (!m_pPainter)
+        return;
+    fillRect(rect, m_pPainter->brush());
+    const QPen pen = m_pPainter->pen();
+    if (pen.style() == Qt::NoPen)
+        return;
+    const GLLineStyle style(lsSolid, std::max(1, pen.width()), pen.color());
+    const QRect outline(rect.topLeft(), rect.size() + QSize(1, 1));
+    DeviceRaster raster(*m_pPainter, m_area);
+    raster.AddLine(QLineF(outline.topLeft(), outline.topRight()), style);
+    raster.AddLine(QLineF(outline.bottomLeft(), outline.bottomRight()), style);
+    raster.AddLine(QLineF(outline.topLeft() + QPoint(0, 1), outline.bottomLeft() - QPoint(0, 1)),
+                   style);
+    raster.AddLine(QLineF(outline.topRight() + QPoint(0, 1), outline.bottomRight() - QPoint(0, 1)),
+                   style);
+    raster.Fill(style.Color());
+}
+
+void GLPainter::fillRect(const QRect& rect, const QBrush& brush)
+{
+    if (!m_pPainter || brush.style() == Qt::NoBrush)
+        return;
+    const DeviceRaster raster(*m_pPainter, m_area);
+    m_pPainter->fillRect(raster.Snapped(rect), brush);
+}
+
+void GLPainter::drawText(const QRect& rect, int flags, const QString& text)
+{
+    if (m_pPainter)
+        m_pPainter->drawText(rect, flags, text);
+}
+
+void GLPainter::drawHLine(int x1, int x2, int y, const QColor& color)
+{
+    drawLine(QLineF(x1, y, x2, y), color);
+}
+
+void GLPainter::drawVLine(int x, int y1, int y2, const QColor& color)
+{
+    drawLine(QLineF(x, y1, x, y2), color);
+}
+
+void GLPainter::drawLine(const QLineF& line, const QColor& color)
+{
+    if (!m_pPainter)
+        return;
+    DeviceRaster raster(*m_pPainter, m_area);
+    raster.AddLine(line, GLLineStyle(lsSolid, 1, color));
+    raster.Fill(color);
+}
+
+bool GLPainter::beginNativePainting()
+{
+    if (!m_pPainter || m_native || !m_pFrame->m_hasContext)
+        return false;
+    const QRect scissor = DeviceRaster(*m_pPainter, m_area).VisibleDeviceRect();
+    const double scale = m_pPainter->deviceTransform().m11();
+    m_pPainter->beginNativePainting();
+    m_native = true;
+
+    // Qt has switched the scissor off. Its origin is the lower left corner.
+    GLint viewport[4] = {};
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(scissor.left(), viewport[3] - (scissor.top() + scissor.height()), scissor.width(),
+              scissor.height());
+    // Half a device pixel to the centre of a pixel, and a little more so that a coordinate between
+    // two device pixels goes to the lower right one, like everything else that is drawn.
+    glMatrixMode(GL_MODELVIEW);
+    const double toCentre = (0.5 + 1.0 / 64.0) / scale;
+    glTranslated(toCentre, toCentre, 0.0);
+    return true;
+}
+
+void GLPainter::endNativePainting()
+{
+    if (!m_native)
+        return;
+    glDisable(GL_SCISSOR_TEST);
+    m_pPainter->endNativePainting();
+    m_native = false;
+}

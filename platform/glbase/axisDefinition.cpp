@@ -1,0 +1,177 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "platform/glbase/axisDefinition.h"
+
+#include "platform/base/Saturate.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <utility>
+
+axisDefinition::axisDefinition(Orientation orientation)
+    : m_orientation(orientation)
+{}
+
+axisDefinition::~axisDefinition() = default;
+
+void axisDefinition::SetRange(double start, double stop)
+{
+    m_start = start;
+    m_stop = stop;
+    m_dirty = true;
+}
+
+void axisDefinition::SetLength(int pixels)
+{
+    m_length = pixels;
+    m_dirty = true;
+}
+
+bool axisDefinition::IsUsable() const
+{
+    const double span = m_stop - m_start;
+    return std::isfinite(m_start) && std::isfinite(m_stop) && std::isfinite(span) && span != 0.0 &&
+           m_length >= 2;
+}
+
+int axisDefinition::ValueToPixel(double value) const
+{
+    const int offset =
+        IsUsable() ? truncateToPixel((m_length - 1) * (value - m_start) / (m_stop - m_start)) : 0;
+    return m_orientation == Orientation::Horizontal ? offset : m_length - offset;
+}
+
+double axisDefinition::PixelToValue(int pixel) const
+{
+    if (!IsUsable())
+        return m_start;
+    const double offset =
+        m_orientation == Orientation::Horizontal ? pixel : static_cast<double>(m_length) - pixel;
+    const double span = m_stop - m_start;
+    double value = m_start + offset * span / (m_length - 1);
+    // Rounding may have put the value just before the edge of its pixel.
+    const double beyond = std::copysign(HUGE_VAL, offset * span);
+    for (int i = 0; i < 4 && ValueToPixel(value) != pixel; ++i)
+        value = std::nextafter(value, beyond);
+    return value;
+}
+
+std::vector<int> axisDefinition::GetGridPos() const
+{
+    std::vector<int> positions;
+    for (const Tick& tick : GetTicks())
+        positions.push_back(tick.pixel);
+    return positions;
+}
+
+const std::vector<axisDefinition::Tick>& axisDefinition::GetTicks() const
+{
+    if (m_dirty)
+        Recompute();
+    return m_ticks;
+}
+
+namespace {
+
+/// A step of 1, 2 or 5 times a power of ten.
+struct Step
+{
+    int factor;
+    int exponent;
+
+    /// index * step with a single rounding: powers of ten up to 22 are exact.
+    double Times(double index) const
+    {
+        const double power = std::pow(10.0, std::abs(exponent));
+        return exponent < 0 ? index * factor / power : index * factor * power;
+    }
+};
+
+/// The step nearest to a wish, by their ratio.
+Step NearestStep(double wish)
+{
+    const int exponent = static_cast<int>(std::floor(std::log10(wish)));
+    const double mantissa = wish / std::pow(10.0, exponent);
+    // Geometric means of neighbouring factors.
+    if (mantissa < std::sqrt(2.0))
+        return {1, exponent};
+    if (mantissa < std::sqrt(10.0))
+        return {2, exponent};
+    if (mantissa < std::sqrt(50.0))
+        return {5, exponent};
+    return {1, exponent + 1};
+}
+
+/// Pixels from one grid line to the next that look best along and across lines of text.
+constexpr double preferredSpacingHorizontal = 77.0;
+constexpr double preferredSpacingVertical = 50.0;
+
+/// Part of a step by which a range may miss a tick at its end through rounding.
+constexpr double indexTolerance = 1e-9;
+
+} // namespace
+
+void axisDefinition::Recompute() const
+{
+    m_dirty = false;
+    m_ticks.clear();
+    m_decimals = -1;
+    if (!IsUsable())
+        return;
+
+    const double span = m_stop - m_start;
+    const double spacing =
+        std::max(m_orientation == Orientation::Horizontal ? preferredSpacingHorizontal
+                                                          : preferredSpacingVertical,
+                 // The step may be smaller than wished for by a factor of sqrt(5 / 2).
+                 1.6 * m_length / (MaxTickCount - 1));
+    const double wish = std::abs(span) * (spacing / m_length);
+    if (!std::isnormal(wish))
+        return;
+    const Step step = NearestStep(wish);
+    const double size = step.Times(1.0);
+    // Beyond this index neighbouring ticks are no longer different numbers.
+    constexpr double largestIndex = 4503599627370496.0; // 2^52
+    const double first = std::ceil(std::min(m_start, m_stop) / size - indexTolerance);
+    const double last = std::floor(std::max(m_start, m_stop) / size + indexTolerance);
+    if (!(std::abs(first) < largestIndex && std::abs(last) < largestIndex))
+        return;
+
+    m_decimals = std::max(0, -step.exponent);
+    for (auto index = static_cast<std::int64_t>(first);
+         index <= static_cast<std::int64_t>(last) && m_ticks.size() < MaxTickCount; ++index) {
+        const double value = step.Times(static_cast<double>(index));
+        m_ticks.push_back({value, ValueToPixel(value)});
+    }
+    if (span < 0.0)
+        std::reverse(m_ticks.begin(), m_ticks.end());
+}
+
+void axisDefinition::SetStringFormatter(std::shared_ptr<IStringFormatter> formatter)
+{
+    m_formatter = std::move(formatter);
+}
+
+QString axisDefinition::Label(double value) const
+{
+    return m_formatter ? m_formatter->Format(value) : PlainLabel(value);
+}
+
+QString axisDefinition::LabelWithUnit(double value) const
+{
+    return m_formatter ? m_formatter->FormatWithUnit(value) : PlainLabel(value);
+}
+
+QString axisDefinition::PlainLabel(double value) const
+{
+    if (m_dirty)
+        Recompute();
+    // Longer labels than this do not fit under an axis.
+    constexpr int mostDecimals = 6;
+    constexpr double largestPlain = 1e7;
+    if (m_decimals < 0 || m_decimals > mostDecimals || !(std::abs(value) < largestPlain))
+        return QString::number(value, 'g', mostDecimals);
+    const QString label = QString::number(value, 'f', m_decimals);
+    const bool isZero = label.toDouble() == 0.0;
+    return isZero ? QString::number(0.0, 'f', m_decimals) : label;
+}
