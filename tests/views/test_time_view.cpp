@@ -6,12 +6,15 @@
 #include "time/GLTimeDiagram.h"
 #include "views/VCGLTimeDiagram.h"
 
+#include <QMenu>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolButton>
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <limits>
 #include <memory>
 
 struct TestAccess
@@ -100,6 +103,7 @@ TEST_F(TimeView, CutsTheStreamAtTheMarkers)
     };
     for (const auto& story : stories) {
         view = std::make_unique<VCGLTimeDiagram>();
+        data->GetList().clear();
         bindData();
         Traces expected;
         for (const Step& step : story) {
@@ -209,13 +213,22 @@ TEST_F(TimeView, RepaintsOnceForEachDataReadThatPassesTheGate)
     view->resize(400, 300);
     view->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(view.get()));
-    const QSignalSpy frames(view.get(), &QOpenGLWidget::frameSwapped);
-    const auto framesOf = [&](const std::function<void()>& action) {
-        QTest::qWaitFor([&] { return false; }, 50); // let pending frames pass
-        const int before = frames.count();
+    struct : QObject
+    {
+        int requests = 0;
+        bool eventFilter(QObject*, QEvent* event) override
+        {
+            requests += event->type() == QEvent::UpdateRequest ? 1 : 0;
+            return false;
+        }
+    } filter;
+    view->installEventFilter(&filter);
+    const auto framesOf = [&filter](const std::function<void()>& action) {
+        QCoreApplication::processEvents(); // what was requested before
+        filter.requests = 0;
         action();
-        QTest::qWaitFor([&] { return frames.count() > before; }, 200);
-        return frames.count() - before;
+        QCoreApplication::processEvents();
+        return filter.requests;
     };
     EXPECT_EQ(framesOf([&] { feed({}, {}); }), 1); // nothing handed over, still a repaint
     EXPECT_TRUE(view->SetBaudrateData_ValuePath("T/Markers"));
@@ -237,8 +250,8 @@ TEST_F(TimeView, TakesItselfDownInOrder)
     EXPECT_EQ(view->getContextMenu()->actions().size(), 2);
     EXPECT_EQ(view->qt_metacast("IObserver"), static_cast<IObserver*>(view.get()));
     EXPECT_GT(observers(), 0U);
-    EXPECT_EQ(TestAccess::xAxis(*view).XPixelMap()->GetAxisDefinition().LabelWithUnit(-2.25),
-              QStringLiteral("-2.2 t/T"));
+    EXPECT_EQ(TestAccess::xAxis(*view).XPixelMap()->GetAxisDefinition().LabelWithUnit(-2.5),
+              QStringLiteral("-2.5 t/T"));
 
     const std::weak_ptr<GLTimeDiagram> diagram = TestAccess::weakDiagram(*view);
     QStringList gone;
