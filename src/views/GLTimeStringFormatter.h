@@ -19,5 +19,6 @@ public:
     const QString& FormatWithUnit(double value) override;
 
 private:
+    friend struct TestAccess;
     QString m_text;
 };
