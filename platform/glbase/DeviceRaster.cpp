@@ -106,9 +106,34 @@ void DeviceRaster::AddLine(const QLineF& line, const GLLineStyle& style)
     }
 }
 
+/// Joins neighbours with the same stroke into one rectangle.
+template<typename Put>
+class DeviceRaster::Runs
+{
+public:
+    Runs(const Put& put, int first)
+        : m_put(put)
+        , m_start(first)
+    {}
+    /// The stroke at a position, one after the last one; an empty stroke at the end.
+    void Next(int position, const Span& stroke)
+    {
+        if (stroke == m_stroke)
+            return;
+        m_put(Span{m_start, position}, m_stroke);
+        m_stroke = stroke;
+        m_start = position;
+    }
+
+private:
+    const Put& m_put;
+    Span m_stroke{0, 0};
+    int m_start;
+};
+
 template<typename Put>
 void DeviceRaster::Rasterise(const Scale& major, const Scale& minor, const Segment& segment,
-                             Put put)
+                             const Put& put)
 {
     const Span extent = major.VisibleSpan(segment.a1, segment.a2 + 1.0);
     const auto strokeAt = [&](double b) {
@@ -122,78 +147,87 @@ void DeviceRaster::Rasterise(const Scale& major, const Scale& minor, const Segme
         return;
     }
 
-    Span stroke{0, 0};
-    int strokeStart = extent.first;
+    Runs runs(put, extent.first);
     for (int i = extent.first; i < extent.last; ++i) {
         const double a = std::clamp(major.Logical(i + 0.5) - 0.5, segment.a1, segment.a2);
         const double part = isStraight ? 0.0 : (a - segment.a1) / (segment.a2 - segment.a1);
-        const Span next = segment.IsDrawnAt(a)
-                              ? strokeAt(segment.b1 + part * (segment.b2 - segment.b1))
-                              : Span{0, 0};
-        if (next == stroke)
-            continue;
-        put({strokeStart, i}, stroke);
-        stroke = next;
-        strokeStart = i;
+        runs.Next(i, segment.IsDrawnAt(a) ? strokeAt(segment.b1 + part * (segment.b2 - segment.b1))
+                                          : Span{0, 0});
     }
-    put({strokeStart, extent.last}, stroke);
+    runs.Next(extent.last, {0, 0});
 }
+
+/// Where a step line puts its levels, in device pixels. The pen is a rectangle of whole pixels.
+struct DeviceRaster::StepMap
+{
+    std::uint64_t levelCount;
+    std::int64_t left;
+    std::int64_t right;
+    std::int64_t top;
+    std::int64_t bottom;
+    std::int64_t penWidth;
+    std::int64_t penHeight;
+
+    StepMap(const GLStepLine& line, const Scale& x, const Scale& y)
+        : levelCount(line.Levels().size())
+    {
+        const auto edge = [](const Scale& scale, double logical) {
+            return static_cast<std::int64_t>(scale.Edge(logical));
+        };
+        const QRect& dest = line.DestRect();
+        left = edge(x, dest.left());
+        right = std::max(edge(x, dest.right() + 1.0), left + 1);
+        top = edge(y, dest.top());
+        bottom = std::max(edge(y, dest.bottom() + 1.0), top + 1);
+
+        const double width = std::max(1, line.LineStyle().Width());
+        penWidth = truncateSaturated<int>(width * x.factor + 0.5, 1);
+        penHeight =
+            std::min<std::int64_t>(truncateSaturated<int>(width * y.factor + 0.5, 1), bottom - top);
+    }
+
+    /// The level that is held when a column ends.
+    std::size_t LevelAfter(std::int64_t column) const
+    {
+        if (column < left)
+            return 0;
+        const auto columnCount = static_cast<std::uint64_t>(right - left);
+        const auto done = static_cast<std::uint64_t>(column + 1 - left);
+        const std::uint64_t reached = (done * levelCount + columnCount - 1) / columnCount;
+        return std::min(reached, levelCount) - 1;
+    }
+    /// The levels that show in a column: those that the pen reaches at any of its positions that
+    /// cover the column, from the level that is held before the first of them.
+    GLStepLine::Extremes LevelsIn(std::int64_t column, const GLStepLine& line) const
+    {
+        return line.ExtremesOf(LevelAfter(column - penWidth), LevelAfter(column) + 1);
+    }
+    double RowOf(int level) const
+    {
+        const std::int64_t rise = bottom - top - penHeight;
+        return static_cast<double>(top + rise - (level * rise + 127) / 255);
+    }
+};
 
 void DeviceRaster::AddStepLine(const GLStepLine& line)
 {
-    const std::uint64_t count = line.Levels().size();
     const QRect& dest = line.DestRect();
-    if (count == 0 || dest.isEmpty() || line.LineStyle().Style() == lsNone)
+    if (line.Levels().empty() || dest.isEmpty() || line.LineStyle().Style() == lsNone)
         return;
 
-    const auto edge = [](const Scale& scale, double logical) {
-        return static_cast<std::int64_t>(scale.Edge(logical));
+    const StepMap map(line, m_x, m_y);
+    const auto visibleRow = [this](double row) {
+        return truncateSaturated<int>(row, m_y.visible.first, m_y.visible.last);
     };
-    const std::int64_t left = edge(m_x, dest.left());
-    const std::int64_t right = std::max(edge(m_x, dest.right() + 1.0), left + 1);
-    const std::int64_t top = edge(m_y, dest.top());
-    const std::int64_t bottom = std::max(edge(m_y, dest.bottom() + 1.0), top + 1);
-
-    // The pen is a rectangle of whole device pixels. A column shows all positions of the pen that
-    // reach it: the levels from the one held before the first of them to the last one reached.
-    const double lineWidth = std::max(1, line.LineStyle().Width());
-    const auto penSize = [lineWidth](const Scale& scale) {
-        return std::max<std::int64_t>(1, truncateToPixel(lineWidth * scale.factor + 0.5));
-    };
-    const std::int64_t penWidth = penSize(m_x);
-    const std::int64_t penHeight = std::min(penSize(m_y), bottom - top);
-    const std::int64_t penCentre = truncateToPixel((lineWidth - 1.0) / 2.0 * m_x.factor);
-    const auto levelAtEndOf = [&](std::int64_t column) -> std::size_t {
-        if (column < 0)
-            return 0;
-        const auto width = static_cast<std::uint64_t>(right - left);
-        const std::uint64_t reached =
-            (static_cast<std::uint64_t>(column + 1) * count + width - 1) / width;
-        return std::min(reached, count) - 1;
-    };
-    const auto rowOf = [&](int level) {
-        const std::int64_t rise = bottom - top - penHeight;
-        return top + rise - (level * rise + 127) / 255;
-    };
-
-    Span rows{0, 0};
-    int rowsStart = m_x.visible.first;
-    const Span columns = m_x.VisibleSpan(static_cast<double>(dest.left()), dest.right() + 1.0);
-    for (int x = columns.first; x < columns.last; ++x) {
-        const std::int64_t column = x - left + penCentre;
-        const auto extremes =
-            line.ExtremesOf(levelAtEndOf(column - penWidth), levelAtEndOf(column) + 1);
-        const Span next{truncateSaturated<int>(static_cast<double>(rowOf(extremes.max)),
-                                               m_y.visible.first, m_y.visible.last),
-                        truncateSaturated<int>(static_cast<double>(rowOf(extremes.min) + penHeight),
-                                               m_y.visible.first, m_y.visible.last)};
-        if (next == rows)
-            continue;
-        AddDeviceRect({rowsStart, x}, rows);
-        rows = next;
-        rowsStart = x;
+    const Span columns = m_x.VisibleSpan(dest.left(), dest.right() + 1.0);
+    const auto put = [this](const Span& run, const Span& rows) { AddDeviceRect(run, rows); };
+    Runs runs(put, columns.first);
+    for (int column = columns.first; column < columns.last; ++column) {
+        const auto levels = map.LevelsIn(column, line);
+        runs.Next(column, {visibleRow(map.RowOf(levels.max)),
+                           visibleRow(map.RowOf(levels.min) + static_cast<double>(map.penHeight))});
     }
-    AddDeviceRect({rowsStart, columns.last}, rows);
+    runs.Next(columns.last, {0, 0});
 }
 
 void DeviceRaster::AddDeviceRect(const Span& columns, const Span& rows)
@@ -215,6 +249,8 @@ void DeviceRaster::Fill(const QColor& color)
     }
     m_rects.clear();
 
+    // One call, measured with software GL: as fast as raw quads and several times faster than a
+    // path, and four-cornered areas are exact on every engine.
     m_painter.save();
     m_painter.setRenderHint(QPainter::Antialiasing, false);
     m_painter.setPen(Qt::NoPen);

@@ -62,9 +62,13 @@ private:
         Span VisibleSpan(double from, double to) const;
     };
     struct Segment;
+    struct StepMap;
+    template<typename Put>
+    class Runs;
 
     template<typename Put>
-    static void Rasterise(const Scale& major, const Scale& minor, const Segment& segment, Put put);
+    static void Rasterise(const Scale& major, const Scale& minor, const Segment& segment,
+                          const Put& put);
     void AddDeviceRect(const Span& columns, const Span& rows);
 
     QPainter& m_painter;

@@ -69,7 +69,7 @@ void GLBaseWidget::ShowInLayout(bool show)
 void GLBaseWidget::PlaceAgain()
 {
     if (auto* layout = qobject_cast<GLLayout*>(m_pFrame))
-        layout->PlaceChildren();
+        layout->ChildrenChanged();
 }
 
 void GLBaseWidget::PlaceQWidget()

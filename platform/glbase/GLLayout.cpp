@@ -40,7 +40,7 @@ bool GLLayout::AddWidget(std::shared_ptr<GLBaseWidget> widget)
         return false;
     widget->m_pFrame = this;
     m_children.push_back(std::move(widget));
-    PlaceChildren();
+    ChildrenChanged();
     return true;
 }
 
@@ -54,7 +54,7 @@ bool GLLayout::RemoveWidget(GLBaseWidget& widget)
     const Child removed = *place;
     m_children.erase(place);
     LetGo(widget);
-    PlaceChildren();
+    ChildrenChanged();
     return true;
 }
 
@@ -103,6 +103,12 @@ std::vector<int> SharedHeights(const std::vector<std::shared_ptr<GLBaseWidget>>&
 
 } // namespace
 
+void GLLayout::ChildrenChanged()
+{
+    updateGeometry();
+    PlaceChildren();
+}
+
 void GLLayout::PlaceChildren()
 {
     m_placedSize = size();
@@ -111,9 +117,8 @@ void GLLayout::PlaceChildren()
     int top = 0;
     for (std::size_t i = 0; i < children.size(); ++i) {
         GLBaseWidget& child = *children[i];
-        const Columns columns = ColumnsOf(child, 0);
-        child.m_left = static_cast<float>(columns.left);
-        child.m_right = static_cast<float>(columns.left + columns.width);
+        child.m_left = 0.0F;
+        child.m_right = static_cast<float>(WidthOf(child, 0));
         child.m_top = static_cast<float>(top);
         top += heights[i];
         child.m_bottom = static_cast<float>(top);
@@ -135,24 +140,22 @@ void GLLayout::PlaceChildren()
     }
 }
 
-GLLayout::Columns GLLayout::ColumnsOf(const GLBaseWidget& child, int depth) const
+int GLLayout::WidthOf(const GLBaseWidget& child, int depth) const
 {
-    const Columns all{0, width()};
     // A chain of siblings longer than their number leads in a circle.
     if (child.m_alignMode != haAlign || depth > static_cast<int>(m_children.size()))
-        return all;
-    Columns base = all;
+        return width();
+    int base = width();
     if (child.m_alignName != QLatin1String("Top")) {
         const auto sibling =
             std::find_if(m_children.begin(), m_children.end(), [&child](const Child& other) {
                 return other->objectName() == child.m_alignName;
             });
         if (sibling == m_children.end())
-            return all;
-        base = ColumnsOf(**sibling, depth + 1);
+            return width();
+        base = WidthOf(**sibling, depth + 1);
     }
-    return {base.left,
-            truncateSaturated<int>(base.width * child.m_alignFactor + 0.5, 0, width() - base.left)};
+    return truncateSaturated<int>(base * child.m_alignFactor + 0.5, 0, width());
 }
 
 void GLLayout::PaintChildren(QPainter&)
@@ -171,23 +174,19 @@ void GLLayout::PaintChildren(QPainter&)
     }
 }
 
-QSize GLLayout::sizeHint() const
+int GLLayout::HeightHint(int shareHeight) const
 {
-    constexpr int shareHeight = 200;
-    QSize hint(400, 0);
-    for (const Child& child : m_children)
-        hint.rheight() += child->FixedHeight() > 0 ? child->FixedHeight() : shareHeight;
-    return hint;
+    int height = 0;
+    for (const Child& child : m_children) {
+        if (child->IsShownInLayout())
+            height += child->FixedHeight() > 0 ? child->FixedHeight() : shareHeight;
+    }
+    return height;
 }
 
-QSize GLLayout::minimumSizeHint() const
-{
-    constexpr int shareHeight = 40;
-    QSize hint(120, 0);
-    for (const Child& child : m_children)
-        hint.rheight() += child->FixedHeight() > 0 ? child->FixedHeight() : shareHeight;
-    return hint;
-}
+QSize GLLayout::sizeHint() const { return {400, HeightHint(200)}; }
+
+QSize GLLayout::minimumSizeHint() const { return {120, HeightHint(40)}; }
 
 void GLLayout::resizeEvent(QResizeEvent* event)
 {

@@ -44,16 +44,14 @@ private:
     friend class GLBaseWidget;
     friend struct TestAccess;
     using Child = std::shared_ptr<GLBaseWidget>;
-    struct Columns
-    {
-        int left;
-        int width;
-    };
 
     bool IsChild(const GLBaseWidget* widget) const;
     void LetGo(GLBaseWidget& widget);
+    /// Children were added, removed, or want another place.
+    void ChildrenChanged();
     void PlaceChildren();
-    Columns ColumnsOf(const GLBaseWidget& child, int depth) const;
+    int WidthOf(const GLBaseWidget& child, int depth) const;
+    int HeightHint(int shareHeight) const;
     Child ChildAt(const QPoint& position) const;
     /// Tells the child that the pointer has left that it has.
     void Hover(const Child& child);

@@ -43,8 +43,9 @@ public:
     QPen pen() const;
     QBrush brush() const;
 
-    /// Edges of filled areas lie on device pixels. The outline of a pen runs along the pixels of
-    /// the rectangle's border and one beyond it at the right and bottom, as Qt's does.
+    /// Edges of filled areas lie on device pixels. The outline of a pen, always solid, runs along
+    /// the left and upper pixels of the rectangle and the first ones beyond it at the right and
+    /// bottom, as Qt's does.
     void drawRect(const QRect& rect);
     void fillRect(const QRect& rect, const QBrush& brush);
     /// Text inside rect, with Qt::Alignment flags, in the pen's colour.

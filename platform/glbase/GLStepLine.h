@@ -15,6 +15,13 @@ enum eStepLineStyle : int {
 /// A sequence of levels 0 to 255 drawn as a step line: the levels spread evenly over the width of
 /// the destination rectangle, level 0 at its bottom edge, level 255 at its top.
 ///
+/// In a rectangle of W x H device pixels, level i of n starts in column trunc(i * W / n) and is
+/// held up to the column in which the next one starts, where a vertical stroke joins the two; level
+/// l stands in row H - 1 - round(l * (H - 1) / 255). With more levels than columns, a column thus
+/// shows one stroke over all levels that start in it and the one before them, so that the trace
+/// never breaks. A wider pen, or a device pixel ratio above 1, lets the strokes grow to the right
+/// and downwards, inside the rectangle. Lines of any style but lsNone are drawn solid.
+///
 /// The levels are copied and prepared once (extremes over blocks), so that drawing costs by the
 /// pixels covered, not by the levels. Holds no GL objects. Storage is kept from one SetData to the
 /// next.
