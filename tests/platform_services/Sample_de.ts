@@ -1,0 +1,8 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>Sample</name>
+    <message><source>Trace</source><translation>Spur</translation></message>
+</context>
+</TS>

@@ -1,0 +1,177 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "platform/gui/ColorSet.h"
+#include "platform/gui/PropertyPagesFrame.h"
+#include "platform/values/Persistant.h"
+
+#include <QColorDialog>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSettings>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Provider : IHasPropertyPage
+{
+    QWidget* GetPropertyPage(QWidget* parent, const char*) override
+    {
+        return page = new QLineEdit(parent);
+    }
+    void slotAcceptPropertyChanges() override { applied += page ? 1 : 100; }
+    void slotSetDefaultProperties() override {}
+    void slotRejectPropertyChanges() override {}
+    const QString& GetPropertyPagePath() override { return title; }
+
+    QString title = QStringLiteral("Diagram");
+    QPointer<QLineEdit> page;
+    int applied = 0; // 100 and more: without a page
+};
+
+template<class Act>
+int run(PropertyPagesFrame& frame, Act act)
+{
+    QTimer::singleShot(0, &frame, act);
+    return frame.exec();
+}
+
+/// The button whose accessible name or text starts with a text.
+QAbstractButton* button(const QDialog& dialog, const QString& start)
+{
+    for (auto* candidate : dialog.findChildren<QAbstractButton*>())
+        if ((candidate->accessibleName() + candidate->text()).startsWith(start))
+            return candidate;
+    ADD_FAILURE() << "no button " << start.toStdString();
+    return nullptr;
+}
+
+const QString apply = QStringLiteral("&Apply");
+
+TEST(PropertyPages, AreAppliedOnceByOkAndApplyAndNeverByCancel)
+{
+    Provider provider;
+    auto frame = std::make_unique<PropertyPagesFrame>();
+    frame->addProperty(&provider);
+    frame->addProperty(nullptr);
+    EXPECT_EQ(frame->findChild<QTabWidget*>()->tabText(0), provider.title);
+    QObject::connect(frame.get(), &PropertyPagesFrame::signalApply, frame.get(),
+                     [&] { provider.slotAcceptPropertyChanges(); });
+    const auto press = [&](Qt::Key key) { QTest::keyClick(provider.page, key); };
+    EXPECT_EQ(run(*frame, [&] { press(Qt::Key_Return); }), QDialog::Accepted);
+    EXPECT_EQ(provider.applied, 1);
+    EXPECT_EQ(run(*frame,
+                  [&] {
+                      button(*frame, apply)->click();
+                      EXPECT_EQ(provider.applied, 2);
+                      EXPECT_TRUE(frame->isVisible());
+                      press(Qt::Key_Escape);
+                  }),
+              QDialog::Rejected);
+    EXPECT_EQ(run(*frame, [&] { button(*frame, QStringLiteral("Cancel"))->click(); }),
+              QDialog::Rejected);
+    EXPECT_EQ(provider.applied, 2);
+
+    QObject::connect(frame.get(), &PropertyPagesFrame::signalApply, qApp, [&] { frame.reset(); });
+    frame->accept(); // a receiver may delete the dialog
+    EXPECT_TRUE(provider.page.isNull());
+}
+
+using Scheme = ColorSet::Scheme;
+
+QColor defaultOf(int number)
+{
+    return ColorSet::DefaultColor(Scheme::Dark, IColorBase::ECOLOR(number));
+}
+
+struct ColorDialog : testing::Test
+{
+    ColorDialog()
+    {
+        values::Persistant::SetStoreFile(dir.filePath(QStringLiteral("colors.ini")));
+        QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        set.Load();
+        frame.addProperty(&set);
+        frame.show();
+    }
+    ~ColorDialog() override
+    {
+        values::Persistant::SetStoreFile(usualFile);
+        set.Load();
+    }
+    void Choose(const QString& name, const QColor& color)
+    {
+        QTest::keyClick(button(frame, name), Qt::Key_Space);
+        auto* dialog = frame.findChild<QColorDialog*>();
+        dialog->setCurrentColor(color);
+        dialog->accept();
+        delete dialog;
+    }
+    void Apply() { button(frame, apply)->click(); }
+
+    const QString usualFile = values::Persistant::StoreFile();
+    const QTemporaryDir dir;
+    ColorSet& set = ColorSet::Instance();
+    const QColor orange{255, 136, 0};
+    const QString trace = QStringLiteral("Time diagram, Traces");
+    const QString points = QStringLiteral("IQ diagram, Points");
+    PropertyPagesFrame frame;
+};
+
+TEST_F(ColorDialog, AppliesEditsOfBothSchemesTogetherAndKeepsThem)
+{
+    struct Witness : QWidget
+    {
+        void paintEvent(QPaintEvent*) override { ++paints; }
+        int paints = 0;
+    } witness;
+    witness.show();
+    const QColor& used = set[IColorBase::colTimeTrace];
+    Choose(trace, orange);
+    frame.findChild<QComboBox*>()->setCurrentIndex(int(Scheme::Light));
+    Choose(points, Qt::red);
+    EXPECT_EQ(used, defaultOf(133)) << "edits wait for the dialog";
+    ASSERT_TRUE(QTest::qWaitFor([&] { return std::exchange(witness.paints, 0) > 0; }));
+    Apply();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return witness.paints > 0; }));
+    EXPECT_EQ(used, orange) << "references stay valid";
+
+    set[IColorBase::colIQPoint] = Qt::blue; // by the host: the page has no say in it any more
+    Apply();
+    EXPECT_EQ(set[IColorBase::colIQPoint], QColor(Qt::blue));
+    set[IColorBase::colIQPoint] = Qt::red;
+    set.SetScheme(Scheme::Dark);
+    set.Load();
+    EXPECT_EQ(set.GetScheme(), Scheme::Light);
+    EXPECT_EQ(set[IColorBase::colIQPoint], QColor(Qt::blue));
+    EXPECT_EQ(set.Colors(Scheme::Dark).at(IColorBase::colTimeTrace), orange);
+}
+
+TEST_F(ColorDialog, ReturnsToTheDefaultsAndForgetsWhatIsCancelled)
+{
+    Choose(trace, orange);
+    Choose(points, orange);
+    button(frame, QStringLiteral("Reset ") + trace)->click();
+    Apply();
+    EXPECT_EQ(set[IColorBase::colTimeTrace], defaultOf(133));
+    EXPECT_EQ(set[IColorBase::colIQPoint], orange);
+    button(frame, QStringLiteral("&Reset All"))->click();
+    Apply();
+    EXPECT_EQ(set[IColorBase::colIQPoint], defaultOf(140));
+    Choose(trace, orange);
+    frame.reject();
+    EXPECT_EQ(set[IColorBase::colTimeTrace], defaultOf(133));
+    EXPECT_EQ(set[IColorBase::ECOLOR(-7)], QColor(128, 128, 128)) << "any number is valid";
+
+    QSettings file(values::Persistant::StoreFile(), QSettings::IniFormat);
+    file.setValue(QStringLiteral("ColorSet/Dark/133"), QStringLiteral("#12345"));
+    file.sync();
+    set.Load();
+    EXPECT_EQ(set[IColorBase::colTimeTrace], defaultOf(133)) << "not a colour";
+}
+
+} // namespace

@@ -1,0 +1,192 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "platform/values/Tree.h"
+#include "platform/values/Values.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace {
+
+using Codes = std::vector<TChangeCode>;
+
+/// Keeps the codes it hears, then does what a test wants.
+struct Probe : IObserver
+{
+    void Update(Observable* source, TChangeCode code) override
+    {
+        codes.push_back(code);
+        if (onUpdate)
+            onUpdate(source, code);
+    }
+    Codes codes;
+    std::function<void(Observable*, TChangeCode)> onUpdate;
+};
+
+TEST(Observable, CountsRegistrationsAndCallsOnceAChange)
+{
+    Observable subject;
+    Probe twice;
+    subject.Attach(&twice);
+    subject.Attach(&twice);
+    subject.Attach(nullptr);
+    subject.Notify(ccContent);
+    subject.Detach(&twice); // one role let go, the other still hears
+    subject.Notify(ccAttributes);
+    subject.Detach(&twice);
+    subject.Detach(&twice);
+    subject.Notify(ccSelection);
+    EXPECT_EQ(twice.codes, (Codes{ccContent, ccAttributes}));
+}
+
+// The middle one of five observers changes the registration of each in turn, and attaches a sixth.
+TEST(Observable, SurvivesWhatAnObserverDoesToTheOthers)
+{
+    enum Deed { Detach, Renew, Destroy };
+    for (int round = 0; round < 15; ++round) {
+        const Deed deed = Deed(round / 5);
+        const std::size_t victim = std::size_t(round % 5);
+        if (deed == Destroy && victim == 2)
+            continue; // would end the function object that runs
+        SCOPED_TRACE(testing::Message() << "deed " << deed << ", victim " << victim);
+        Observable subject;
+        std::vector<int> calls(6);
+        std::vector<std::unique_ptr<Probe>> observers(6);
+        for (std::size_t i = 0; i < 6; ++i) {
+            observers[i] = std::make_unique<Probe>();
+            observers[i]->onUpdate = [&calls, i](auto...) { ++calls[i]; };
+            if (i < 5)
+                subject.Attach(observers[i].get());
+        }
+        observers[2]->onUpdate = [&](Observable*, TChangeCode code) {
+            ++calls[2];
+            if (code == ccContent)
+                return;
+            subject.Detach(observers[victim].get());
+            if (deed == Renew)
+                subject.Attach(observers[victim].get());
+            if (deed == Destroy)
+                observers[victim].reset();
+            subject.Attach(observers[5].get());
+        };
+        subject.Notify(ccState);
+        for (std::size_t i = 0; i < 6; ++i) // newcomers wait for the next notification
+            EXPECT_EQ(calls[i], i == 5 || (i == victim && victim > 2) ? 0 : 1) << i;
+        calls.assign(6, 0);
+        subject.Notify(ccContent);
+        for (std::size_t i = 0; i < 6; ++i)
+            EXPECT_EQ(calls[i], i == victim && deed != Renew ? 0 : 1) << i;
+        EXPECT_EQ(subject.ObserverCount(), deed == Renew ? 6u : 5u);
+    }
+}
+
+// The inner notification either detaches an observer or destroys the sender.
+TEST(Observable, NestedNotificationsReachThoseThatAreLeft)
+{
+    for (const bool destroy : {false, true}) {
+        auto subject = std::make_unique<Observable>();
+        Probe first;
+        Probe last;
+        first.onUpdate = [&](Observable* source, TChangeCode code) {
+            if (code == ccContent)
+                source->Notify(ccState);
+            else if (destroy)
+                subject.reset();
+            else
+                source->Detach(&first);
+        };
+        subject->Attach(&first);
+        subject->Attach(&last);
+        subject->Notify(ccContent);
+        EXPECT_EQ(first.codes, (Codes{ccContent, ccState}));
+        EXPECT_EQ(last.codes, destroy ? Codes{} : (Codes{ccState, ccContent}));
+        EXPECT_TRUE(destroy || subject->ObserverCount() == 1);
+    }
+}
+
+struct Tracked : values::ValueNumeric<double>
+{
+    using ValueNumeric<double>::ValueNumeric;
+    ~Tracked() override { ++destroyed; }
+    static inline int destroyed = 0;
+};
+
+struct Values : testing::Test
+{
+    Values() { Tracked::destroyed = 0; }
+    Probe probe; // outlives the tree, which tells it that its values go
+    Probe other;
+    values::Tree tree;
+    const QString path = QStringLiteral("Receiver/Level");
+};
+
+TEST_F(Values, ArePutAtFreePathsAndFoundByType)
+{
+    auto* level = tree.Create<values::ValueSelection>(path);
+    EXPECT_EQ(tree.Create<values::Value<bool>>(path), nullptr);
+    EXPECT_EQ(tree.Create<values::Value<bool>>(QString()), nullptr);
+    tree.ReleaseValue(path); // the host's value all the same
+    EXPECT_EQ(dynamic_cast<values::ValueNumeric<double>*>(tree.FindValue(path)), level);
+    EXPECT_EQ(dynamic_cast<values::ValueList<double>*>(tree.FindValue(path)), nullptr);
+}
+
+TEST_F(Values, AnnounceEqualContentTooAndListsReuseTheirNodes)
+{
+    auto* trigger = tree.Create<values::Value<bool>>(path);
+    auto* list = tree.Create<values::ValueList<double>>(QStringLiteral("Samples"));
+    trigger->Attach(&probe);
+    list->Attach(&probe);
+    trigger->SetValue(true);
+    trigger->SetValue(true);
+    const std::vector<double> samples{1, -0.5};
+    list->Assign(samples.begin(), samples.end());
+    const double* node = &list->GetList().back();
+    list->Assign(samples.begin(), samples.end());
+    EXPECT_EQ(&list->GetList().back(), node);
+    EXPECT_EQ(probe.codes, Codes(4, ccContent));
+}
+
+TEST_F(Values, LeaveTheTreeBeforeTheirObserversHearAndDieAfter)
+{
+    auto* value = tree.Create<Tracked>(path);
+    for (Probe* view : {&probe, &other}) {
+        view->onUpdate = [&, view](Observable* source, TChangeCode) {
+            EXPECT_EQ(value->GetState(), values::ValueBase::StateRemoved);
+            EXPECT_EQ(tree.FindValue(path), nullptr);
+            EXPECT_EQ(Tracked::destroyed, 0);
+            source->Detach(view);
+            source->Detach(view);
+        };
+        value->Attach(view); // bound in two roles
+        value->Attach(view);
+    }
+    EXPECT_TRUE(tree.Remove(path));
+    EXPECT_EQ(Tracked::destroyed, 1);
+    EXPECT_EQ(probe.codes, Codes{ccState});
+    EXPECT_EQ(other.codes, Codes{ccState});
+    EXPECT_FALSE(tree.Remove(path));
+}
+
+TEST_F(Values, RemovedWhileNotifyingDieOnceTheOutermostNotificationEnds)
+{
+    auto* value = tree.Create<Tracked>(path);
+    int depth = 0;
+    probe.onUpdate = [&](Observable* source, TChangeCode code) {
+        if (code == ccContent && ++depth < 3) {
+            value->SetValue(depth); // removed two levels down
+        } else if (code == ccContent) {
+            EXPECT_TRUE(tree.Remove(path));
+            EXPECT_NE(tree.Create<Tracked>(path), nullptr) << "the path is free at once";
+        } else if (code == ccState) {
+            source->Notify(ccAttributes); // speaks while it is going
+        }
+    };
+    other.onUpdate = [](auto...) { EXPECT_EQ(Tracked::destroyed, 0); };
+    value->Attach(&probe);
+    value->Attach(&other);
+    value->SetValue(0);
+    EXPECT_EQ(Tracked::destroyed, 1);
+    EXPECT_EQ(other.codes, (Codes{ccAttributes, ccState, ccContent, ccContent, ccContent}));
+}
+
+} // namespace
