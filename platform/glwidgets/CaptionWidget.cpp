@@ -98,6 +98,12 @@ QString CaptionWidget::readout() const { return m_pReadout->text(); }
 
 bool CaptionWidget::isPaused() const { return m_pPause && m_pPause->isChecked(); }
 
+void CaptionWidget::setPaused(bool paused)
+{
+    if (m_pPause)
+        m_pPause->setChecked(paused);
+}
+
 void CaptionWidget::paintEvent(QPaintEvent*)
 {
     ColorSet& colors = ColorSet::Instance();

@@ -20,6 +20,8 @@ public:
     void setReadout(const QString& text);
     QString readout() const;
     bool isPaused() const;
+    /// Presses the pause button for the user, unless it stands so already.
+    void setPaused(bool paused);
 
 signals:
     void pausedChanged(bool paused);

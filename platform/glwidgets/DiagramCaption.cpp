@@ -40,3 +40,9 @@ QWidget* DiagramCaption::getCaptionWidget() const { return m_pWidget; }
 std::shared_ptr<GLBaseWidget> DiagramCaption::getBaseWidget() const { return m_baseWidget; }
 
 bool DiagramCaption::isPaused() const { return m_pWidget && m_pWidget->isPaused(); }
+
+void DiagramCaption::setPaused(bool paused)
+{
+    if (m_pWidget)
+        m_pWidget->setPaused(paused);
+}

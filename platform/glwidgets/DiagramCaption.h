@@ -34,6 +34,8 @@ public:
     /// GL widget that carries the bar in a layout; never null.
     std::shared_ptr<GLBaseWidget> getBaseWidget() const;
     bool isPaused() const;
+    /// Presses the pause button for the user, unless it stands so already.
+    void setPaused(bool paused);
 
 signals:
     /// The last thing that happens on a toggle: the caption may be deleted by a receiver.

@@ -1,0 +1,181 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/app/Options.h"
+
+#include "workbench/feed/SignalFeed.h"
+
+#include <QCommandLineParser>
+#include <QRegularExpression>
+
+namespace {
+
+constexpr int maxChannel = 1024;
+constexpr double maxSeconds = 3600.0;
+constexpr double shortest = 0.001; // seconds
+constexpr double shortestSpan = 1e-9;
+constexpr double minHertz = 0.001;
+constexpr double maxHertz = 1e12;
+constexpr int maxSide = 16384;
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(Options)
+};
+
+void describe(QCommandLineParser& parser)
+{
+    const auto add = [&parser](const char* name, const QString& text, const char* value) {
+        parser.addOption({QString::fromLatin1(name), text, QString::fromLatin1(value)});
+    };
+    parser.setApplicationDescription(Text::tr("Shows a signal over time: a recording, or a "
+                                              "built-in data signal when no file is given."));
+    parser.addOption({{QStringLiteral("h"), QStringLiteral("help")}, Text::tr("Shows this help.")});
+    parser.addOption(
+        {{QStringLiteral("v"), QStringLiteral("version")}, Text::tr("Shows the version.")});
+    parser.addPositionalArgument(QStringLiteral("FILE"),
+                                 Text::tr("Recording to play: WAV, FLAC, AIFF and others."),
+                                 QStringLiteral("[FILE]"));
+    add("channel", Text::tr("Plays channel <N> of the recording, counted from 1."), "N");
+    add("symbol-rate",
+        Text::tr("Symbol rate of the recording in hertz: the time axis counts symbols."), "HZ");
+    add("span", Text::tr("Shows <S> seconds of signal."), "S");
+    add("speed", Text::tr("Plays <X> seconds of signal in a second, 0.1 to 10."), "X");
+    add("snapshot",
+        Text::tr("Plays without a window, writes time.png and workbench.png into <DIR> and ends."),
+        "DIR");
+    add("seconds", Text::tr("Plays <S> seconds for a snapshot (2)."), "S");
+    add("size", Text::tr("Size of the window in pixels (1280x800)."), "WxH");
+    add("scheme", Text::tr("Colour scheme: dark or light."), "NAME");
+    add("language", Text::tr("Language of the texts, such as de."), "L");
+    add("settings", Text::tr("Keeps settings in <FILE>."), "FILE");
+}
+
+/// Reads option values; remembers the first that is wrong.
+class Reader
+{
+public:
+    explicit Reader(const QCommandLineParser& parser)
+        : m_parser(parser)
+    {}
+
+    bool isSet(const char* name) const { return m_parser.isSet(QString::fromLatin1(name)); }
+    QString text(const char* name) const { return m_parser.value(QString::fromLatin1(name)); }
+    const QString& wrong() const { return m_wrong; }
+
+    std::optional<double> number(const char* name, double lowest, double highest)
+    {
+        if (!isSet(name))
+            return std::nullopt;
+        bool isNumber = false;
+        const double value = text(name).toDouble(&isNumber);
+        if (isNumber && value >= lowest && value <= highest) // NaN is neither
+            return value;
+        reject(name, Text::tr("give a number from %1 to %2").arg(lowest).arg(highest));
+        return std::nullopt;
+    }
+    std::optional<int> wholeNumber(const char* name, int lowest, int highest)
+    {
+        if (!isSet(name))
+            return std::nullopt;
+        bool isNumber = false;
+        const int value = text(name).toInt(&isNumber);
+        if (isNumber && value >= lowest && value <= highest)
+            return value;
+        reject(name, Text::tr("give a whole number from %1 to %2").arg(lowest).arg(highest));
+        return std::nullopt;
+    }
+    std::optional<QRegularExpressionMatch> match(const char* name, const char* pattern,
+                                                 const QString& advice)
+    {
+        if (!isSet(name))
+            return std::nullopt;
+        const QRegularExpression expression(
+            QRegularExpression::anchoredPattern(QString::fromLatin1(pattern)));
+        const QRegularExpressionMatch match = expression.match(text(name));
+        if (match.hasMatch())
+            return match;
+        reject(name, advice);
+        return std::nullopt;
+    }
+    void reject(const char* name, const QString& advice)
+    {
+        if (m_wrong.isEmpty())
+            m_wrong = Text::tr("--%1: \"%2\" cannot be used; %3")
+                          .arg(QString::fromLatin1(name), text(name), advice);
+    }
+
+private:
+    const QCommandLineParser& m_parser;
+    QString m_wrong;
+};
+
+Options readOptions(Reader& reader)
+{
+    Options options;
+    options.channel = reader.wholeNumber("channel", 1, maxChannel).value_or(options.channel);
+    options.symbolRate = reader.number("symbol-rate", minHertz, maxHertz);
+    options.spanSeconds = reader.number("span", shortestSpan, maxSeconds);
+    options.speed =
+        reader.number("speed", SignalFeed::minSpeed, SignalFeed::maxSpeed).value_or(options.speed);
+    options.seconds = reader.number("seconds", shortest, maxSeconds).value_or(options.seconds);
+
+    if (const auto scheme = reader.match("scheme", "dark|light", Text::tr("give dark or light")))
+        options.isDark = scheme->captured() == QLatin1String("dark");
+    reader.match("language", Options::languagePattern, Text::tr("give a code such as de or de_AT"));
+    if (const auto size = reader.match("size", "(\\d{1,6})x(\\d{1,6})",
+                                       Text::tr("give width and height, such as 1280x800"))) {
+        options.size = QSize(size->captured(1).toInt(), size->captured(2).toInt());
+        const QSize smallest(Options::minWidth, Options::minHeight);
+        if (options.size.expandedTo(smallest).boundedTo({maxSide, maxSide}) != options.size)
+            reader.reject("size", Text::tr("give %1x%2 to %3x%3")
+                                      .arg(smallest.width())
+                                      .arg(smallest.height())
+                                      .arg(maxSide));
+    }
+    for (const char* name : {"snapshot", "settings"}) {
+        if (reader.isSet(name) && reader.text(name).isEmpty())
+            reader.reject(name, Text::tr("give a name"));
+    }
+    options.snapshotFolder = reader.text("snapshot");
+    options.settingsFile = reader.text("settings");
+    return options;
+}
+
+} // namespace
+
+QString Options::languageIn(const QStringList& arguments)
+{
+    QCommandLineParser parser;
+    describe(parser);
+    parser.parse(arguments);
+    Reader reader(parser);
+    const auto language = reader.match("language", languagePattern, QString());
+    return language ? language->captured() : QString();
+}
+
+Options::Result Options::parse(const QStringList& arguments)
+{
+    const auto wrong = [](const QString& text) { return Result{std::nullopt, text, true}; };
+    QCommandLineParser parser;
+    describe(parser);
+    if (!parser.parse(arguments))
+        return wrong(tr("command line: %1 Try --help.").arg(parser.errorText()));
+    if (parser.isSet(QStringLiteral("help")))
+        return {std::nullopt, parser.helpText() + QLatin1Char('\n'), false};
+    if (parser.isSet(QStringLiteral("version")))
+        return {std::nullopt,
+                QCoreApplication::applicationName() + QLatin1Char(' ') +
+                    QCoreApplication::applicationVersion() + QLatin1Char('\n'),
+                false};
+
+    Reader reader(parser);
+    Options options = readOptions(reader);
+    if (!reader.wrong().isEmpty())
+        return wrong(reader.wrong());
+    const QStringList files = parser.positionalArguments();
+    if (files.size() > 1)
+        return wrong(tr("%1: only one file can be shown; name one").arg(files[1]));
+    if (!files.isEmpty() && files[0].isEmpty())
+        return wrong(tr("command line: the name of the file is empty; name a recording"));
+    options.file = files.value(0);
+    return {options, QString(), false};
+}

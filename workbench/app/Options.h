@@ -1,0 +1,43 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QCoreApplication>
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+/// What the command line asks for.
+struct Options
+{
+    Q_DECLARE_TR_FUNCTIONS(Options)
+public:
+    struct Result;
+    static constexpr int minWidth = 640; ///< of the window, pixels
+    static constexpr int minHeight = 400;
+    static constexpr const char* languagePattern = "[A-Za-z]{2,3}([_-][A-Za-z]{2,4})?";
+
+    /// Reads a command line; its first entry is the program.
+    static Result parse(const QStringList& arguments);
+    /// The language that a command line asks for, empty for none: the texts of parse are in it.
+    static QString languageIn(const QStringList& arguments);
+
+    QString file; ///< recording; empty for the built-in signal
+    int channel = 1;
+    QString snapshotFolder; ///< empty: none
+    double seconds = 2.0;   ///< played for a snapshot
+    std::optional<double> spanSeconds;
+    std::optional<double> symbolRate; ///< Bd
+    double speed = 1.0;
+    std::optional<bool> isDark;
+    QSize size{1280, 800};
+    QString settingsFile;
+};
+
+struct Options::Result
+{
+    std::optional<Options> options; ///< none: print the text and end
+    QString text;                   ///< help or version, or "what: why" when isWrong
+    bool isWrong = false;
+};

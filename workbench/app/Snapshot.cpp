@@ -1,0 +1,73 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/app/Snapshot.h"
+
+#include "views/VCGLTimeDiagram.h"
+#include "workbench/window/MainWindow.h"
+
+#include <QDir>
+#include <QPixmap>
+#include <QSaveFile>
+
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+namespace {
+
+/// Plays; the levels' axis fits what is to be seen at the end.
+void play(MainWindow& window, double seconds)
+{
+    SignalFeed& feed = window.feed();
+    if (const auto count = feed.source()->sampleCount())
+        seconds = std::min(seconds, static_cast<double>(*count) / feed.scale().sampleRate);
+    const double seen = std::min(seconds, feed.span());
+    if (seconds > seen)
+        feed.playThrough(seconds - seen);
+    window.timeView().AutoScale();
+    feed.playThrough(seen);
+    window.refresh();
+}
+
+} // namespace
+
+QStringList Snapshot::take(MainWindow& window, double seconds, const QString& folder,
+                           QString& error)
+{
+    if (!QDir().mkpath(folder)) {
+        error = tr("%1: cannot create the folder; choose another place").arg(folder);
+        return {};
+    }
+    window.setAttribute(Qt::WA_DontShowOnScreen);
+    window.show();
+    play(window, seconds);
+    QCoreApplication::processEvents();
+
+    const std::pair<const char*, QPixmap> pictures[] = {
+        {"time.png", window.timeView().grab()},
+        {"workbench.png", window.grab()},
+    };
+    if (!window.timeView().isValid()) {
+        error = tr("OpenGL: no context can be created; check the graphics driver");
+        return {};
+    }
+    std::vector<std::unique_ptr<QSaveFile>> files;
+    for (const auto& [name, picture] : pictures) {
+        auto file = std::make_unique<QSaveFile>(QDir(folder).filePath(QString::fromLatin1(name)));
+        if (!file->open(QIODevice::WriteOnly) || !picture.save(file.get(), "PNG")) {
+            error = tr("%1: cannot be written (%2); choose another folder")
+                        .arg(file->fileName(), file->errorString());
+            return {};
+        }
+        files.push_back(std::move(file));
+    }
+    QStringList paths;
+    for (const auto& file : files) {
+        if (!file->commit()) {
+            error = tr("%1: cannot be written (%2); choose another folder")
+                        .arg(file->fileName(), file->errorString());
+            return {};
+        }
+        paths += file->fileName();
+    }
+    return paths;
+}

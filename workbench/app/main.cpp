@@ -1,0 +1,125 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "platform/gui/ColorSet.h"
+#include "platform/startup/TranslationCenter.h"
+#include "platform/values/Persistant.h"
+#include "workbench/app/Options.h"
+#include "workbench/app/Snapshot.h"
+#include "workbench/window/MainWindow.h"
+
+#include <QApplication>
+#include <QStyleFactory>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+constexpr int exitFailed = 1;
+constexpr int exitWrongUsage = 2;
+
+int fail(int code, QString text)
+{
+    text.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    std::fprintf(stderr, "orvane-workbench: %s\n", qPrintable(text));
+    return code;
+}
+
+/// Qt's messages while the application starts, before it is known whether it will.
+QStringList& startMessages()
+{
+    static QStringList messages;
+    return messages;
+}
+bool isStarting = false;
+
+/// Where Qt cannot start, one line says so instead of a core dump; an earlier message has the
+/// cause.
+void handleMessage(QtMsgType type, const QMessageLogContext&, const QString& text)
+{
+    if (type == QtFatalMsg) {
+        const QStringList causes = startMessages().filter(QStringLiteral("display"));
+        fail(exitFailed, QStringLiteral("display: %1; start it in a desktop session, or under Xvfb")
+                             .arg(causes.value(0, text).simplified()));
+        std::_Exit(exitFailed);
+    }
+    if (isStarting)
+        startMessages() += text;
+    else
+        std::fprintf(stderr, "%s\n", qPrintable(text));
+}
+
+int run(MainWindow& window, const Options& options)
+{
+    window.resize(options.size);
+    QString why;
+    if (!options.file.isEmpty()) {
+        if (!window.openFile(options.file, options.channel, options.symbolRate, why))
+            return fail(exitFailed, QStringLiteral("%1: %2").arg(options.file, why));
+    } else {
+        window.openBuiltIn();
+    }
+    window.feed().setSpeed(options.speed);
+    if (options.spanSeconds)
+        window.feed().setSpan(*options.spanSeconds);
+    window.refresh();
+
+    if (options.snapshotFolder.isEmpty()) {
+        window.show();
+        QApplication::processEvents(); // the first picture takes long; the signal starts after it
+        window.play();
+        return QApplication::exec();
+    }
+    const QStringList files = Snapshot::take(window, options.seconds, options.snapshotFolder, why);
+    if (files.isEmpty())
+        return fail(exitFailed, why);
+    for (const QString& file : files)
+        std::printf("%s\n", qPrintable(file));
+    return 0;
+}
+
+/// Reads the command line without a display: help and complaints need none.
+Options::Result readCommandLine(int& argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    TranslationCenter::Instance().Register(QStringLiteral("OrvaneWorkbench"));
+    const QString language = Options::languageIn(arguments);
+    if (!language.isEmpty())
+        TranslationCenter::Instance().SetLanguage(language);
+    return Options::parse(arguments);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qInstallMessageHandler(handleMessage);
+    QCoreApplication::setOrganizationName(QStringLiteral("Orvane"));
+    QCoreApplication::setApplicationName(QStringLiteral("orvane-workbench"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(ORVANE_VERSION));
+    // Numbers read and write as the diagrams have them, with a point.
+    QLocale::setDefault(QLocale::c());
+
+    const Options::Result commandLine = readCommandLine(argc, argv);
+    if (commandLine.isWrong)
+        return fail(exitWrongUsage, commandLine.text);
+    if (!commandLine.options) {
+        std::printf("%s", qPrintable(commandLine.text));
+        return 0;
+    }
+    const Options& options = *commandLine.options;
+    if (!options.settingsFile.isEmpty())
+        values::Persistant::SetStoreFile(options.settingsFile);
+
+    isStarting = true;
+    QApplication application(argc, argv);
+    isStarting = false;
+    for (const QString& message : startMessages())
+        std::fprintf(stderr, "%s\n", qPrintable(message));
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    if (options.isDark)
+        ColorSet::Instance().SetScheme(*options.isDark ? ColorSet::Scheme::Dark
+                                                       : ColorSet::Scheme::Light);
+    MainWindow window;
+    return run(window, options);
+}

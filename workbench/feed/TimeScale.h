@@ -1,0 +1,33 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/sources/SignalSource.h"
+
+#include <optional>
+
+/// How a signal is laid out on the time axis. The axis counts in units of T, whose number of
+/// samples is the view's baud rate. T is the symbol period where the symbol rate is known; else it
+/// is the longest of 1 s, 1 ms, 1 us and 1 ns with which the default span is 100 T or more.
+struct TimeScale
+{
+    enum class Unit { Symbol, Second, Millisecond, Microsecond, Nanosecond };
+
+    /// Samples that one notification may carry, and so a segment at least may have.
+    static constexpr double maxBlockLength = 65536.0;
+    /// Segments that a span may need. A diagram keeps 100; some must be left for the one that is
+    /// open and for those that are cut shorter than wanted.
+    static constexpr double maxSegmentCount = 80.0;
+
+    /// @param symbolRate  Bd; overrides what the source says.
+    static TimeScale of(const SignalSource& source, std::optional<double> symbolRate);
+
+    double span(double seconds) const { return seconds * sampleRate / samplesPerUnit; }
+    double unitSeconds() const { return samplesPerUnit / sampleRate; }
+
+    double sampleRate = 1.0;     ///< Hz
+    double samplesPerUnit = 1.0; ///< samples of T
+    Unit unit = Unit::Second;
+    double minSpan = 1.0; ///< shortest and longest span that can be shown, s
+    double maxSpan = 1.0;
+    double defaultSpan = 1.0; ///< s
+};

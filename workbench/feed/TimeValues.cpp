@@ -1,0 +1,75 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/feed/TimeValues.h"
+
+#include "platform/values/Tree.h"
+
+#include <algorithm>
+
+namespace {
+
+template<class T>
+T* create(const char* path)
+{
+    T* value = values::Tree::Instance().Create<T>(path);
+    Q_ASSERT(value); // one object at a time
+    return value;
+}
+
+/// Gives a list a new content. Nodes move between the list and the spare ones; new ones are made
+/// only where those do not do.
+void assign(std::list<double>& list, std::list<double>& spare, const std::vector<double>& content)
+{
+    if (list.size() > content.size()) {
+        const auto surplus = std::next(list.begin(), static_cast<std::ptrdiff_t>(content.size()));
+        spare.splice(spare.begin(), list, surplus, list.end());
+    }
+    while (list.size() < content.size() && !spare.empty())
+        list.splice(list.end(), spare, spare.begin());
+    list.resize(content.size());
+    std::copy(content.begin(), content.end(), list.begin());
+}
+
+} // namespace
+
+TimeValues::TimeValues()
+    : m_samples(create<List>(samplesPath))
+    , m_markers(create<List>(markersPath))
+    , m_trigger(create<values::Value<bool>>(triggerPath))
+    , m_xMin(create<Number>(xMinPath))
+    , m_xMax(create<Number>(xMaxPath))
+    , m_yMin(create<Number>(yMinPath))
+    , m_yMax(create<Number>(yMaxPath))
+    , m_baudrate(create<Number>(baudratePath))
+{
+    setX(-1.0, 0.0);
+    setY(-1.0, 1.0);
+    setBaudrate(1.0);
+}
+
+TimeValues::~TimeValues()
+{
+    for (const char* path : {triggerPath, samplesPath, markersPath, xMinPath, xMaxPath, yMinPath,
+                             yMaxPath, baudratePath})
+        values::Tree::Instance().Remove(path);
+}
+
+void TimeValues::setX(double minimum, double maximum)
+{
+    m_xMin->SetValue(minimum);
+    m_xMax->SetValue(maximum);
+}
+
+void TimeValues::setY(double minimum, double maximum)
+{
+    m_yMin->SetValue(minimum);
+    m_yMax->SetValue(maximum);
+}
+
+void TimeValues::setBaudrate(double samplesPerUnit) { m_baudrate->SetValue(samplesPerUnit); }
+
+void TimeValues::notify(const std::vector<double>& samples, const std::vector<double>& markers)
+{
+    assign(m_samples->GetList(), m_spare, samples);
+    assign(m_markers->GetList(), m_spare, markers);
+    m_trigger->SetValue(true);
+}

@@ -1,0 +1,120 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/sources/RecordingSource.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <sndfile.h>
+
+#include <algorithm>
+
+namespace {
+
+// Values read at a time; bounds the memory that a file with very many channels takes.
+constexpr std::size_t maxBlockValueCount = 1 << 20;
+
+} // namespace
+
+struct RecordingSource::File
+{
+    ~File()
+    {
+        if (handle)
+            sf_close(handle);
+    }
+    QString name;
+    SF_INFO info{};
+    SNDFILE* handle = nullptr;
+};
+
+std::unique_ptr<RecordingSource> RecordingSource::open(const QString& fileName, QString& why)
+{
+    why = obstacle(fileName);
+    if (!why.isEmpty())
+        return nullptr;
+    auto file = std::make_unique<File>();
+    file->name = QFileInfo(fileName).fileName();
+    file->handle = sf_open(QFile::encodeName(fileName).constData(), SFM_READ, &file->info);
+    why = flaw(*file);
+    if (!why.isEmpty())
+        return nullptr;
+    return std::unique_ptr<RecordingSource>(new RecordingSource(std::move(file)));
+}
+
+/// What stands in the way of reading a file, whatever is in it; empty when nothing does.
+QString RecordingSource::obstacle(const QString& fileName)
+{
+    const QFileInfo file(fileName);
+    if (!file.exists())
+        return tr("there is no such file; check the name");
+    if (file.isDir())
+        return tr("this is a folder; name a recording that is in it");
+    if (!file.isFile())
+        return tr("this is not a regular file; name a recording");
+    if (!file.isReadable())
+        return tr("no permission to read it; change the file's permissions");
+    if (file.size() == 0)
+        return tr("the file is empty; name one that holds samples");
+    return QString();
+}
+
+/// What is wrong with a file that was opened; empty when nothing is.
+QString RecordingSource::flaw(const File& file)
+{
+    if (!file.handle) {
+        QString reason = QString::fromLocal8Bit(sf_strerror(nullptr)).simplified();
+        while (reason.endsWith(QLatin1Char('.')))
+            reason.chop(1);
+        return tr("not a recording that can be read (%1); choose a WAV, FLAC, AIFF, AU, CAF, W64 "
+                  "or Ogg file")
+            .arg(reason);
+    }
+    if (file.info.samplerate <= 0 || file.info.channels <= 0)
+        return tr("its header claims %1 samples a second and %2 channels; choose an undamaged file")
+            .arg(file.info.samplerate)
+            .arg(file.info.channels);
+    if (file.info.frames <= 0)
+        return tr("the recording holds no samples; choose another one");
+    return QString();
+}
+
+RecordingSource::RecordingSource(std::unique_ptr<File> file)
+    : m_file(std::move(file))
+{}
+
+RecordingSource::~RecordingSource() = default;
+
+QString RecordingSource::name() const { return m_file->name; }
+
+double RecordingSource::sampleRate() const { return m_file->info.samplerate; }
+
+int RecordingSource::channelCount() const { return m_file->info.channels; }
+
+std::optional<std::int64_t> RecordingSource::sampleCount() const
+{
+    if (m_file->info.frames == SF_COUNT_MAX) // a stream whose header leaves its length open
+        return std::nullopt;
+    return m_file->info.frames;
+}
+
+std::size_t RecordingSource::read(std::vector<double>& block, std::size_t count)
+{
+    const auto channels = static_cast<std::size_t>(m_file->info.channels);
+    count = std::min(count, std::max<std::size_t>(maxBlockValueCount / channels, 1));
+    block.resize(count * channels);
+    const sf_count_t got =
+        sf_readf_double(m_file->handle, block.data(), static_cast<sf_count_t>(count));
+    const std::size_t samples = got > 0 ? static_cast<std::size_t>(got) : 0;
+    block.resize(samples * channels);
+    m_position += static_cast<std::int64_t>(samples);
+    return samples;
+}
+
+bool RecordingSource::seek(std::int64_t position)
+{
+    const sf_count_t reached = position < 0 ? -1 : sf_seek(m_file->handle, position, SF_SEEK_SET);
+    if (reached < 0)
+        return false;
+    m_position = reached;
+    return true;
+}

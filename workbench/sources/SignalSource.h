@@ -1,0 +1,42 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+/// A signal that is read in blocks: one or several channels of real samples at one rate. "Sample
+/// i" is the i-th of each channel, counted from 0.
+class SignalSource
+{
+public:
+    virtual ~SignalSource();
+
+    /// What people call it: a file's name, or what the signal is.
+    virtual QString name() const = 0;
+    /// Hz, > 0.
+    virtual double sampleRate() const = 0;
+    /// 1 or more.
+    virtual int channelCount() const = 0;
+    /// Samples of each channel; none for a signal without a known end.
+    virtual std::optional<std::int64_t> sampleCount() const = 0;
+    /// Symbols per second, Bd, where known.
+    virtual std::optional<double> symbolRate() const;
+    /// Samples of a frame, at least 1, need not be whole: frame k starts at the first sample that
+    /// is not before k times this. None for a signal without known frames.
+    virtual std::optional<double> frameLength() const;
+
+    /// Index of the next sample to be read.
+    virtual std::int64_t position() const = 0;
+    /// Reads the next samples into a block, which it replaces: sample by sample, the channels of
+    /// each beside one another. Values are full scale = 1 where the signal has a full scale, and
+    /// are not checked: NaN and infinity come through.
+    /// @param count  most samples to read; fewer may come at any time.
+    /// @return samples read; 0 at the end, or where reading on is not possible.
+    virtual std::size_t read(std::vector<double>& block, std::size_t count) = 0;
+    /// Moves to a sample. False, and nothing moves, where that is not possible.
+    virtual bool seek(std::int64_t position) = 0;
+};

@@ -1,0 +1,67 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/window/Appearance.h"
+
+#include "platform/gui/ColorSet.h"
+
+#include <QApplication>
+#include <QWidget>
+
+namespace {
+
+QColor color(IColorBase::ECOLOR number) { return ColorSet::Instance()[number]; }
+
+/// A colour between two: `part` 0 is the first, 1 the second.
+QColor mixed(const QColor& first, const QColor& second, double part)
+{
+    const auto mix = [part](double a, double b) { return a + (b - a) * part; };
+    return QColor::fromRgbF(mix(first.redF(), second.redF()), mix(first.greenF(), second.greenF()),
+                            mix(first.blueF(), second.blueF()));
+}
+
+} // namespace
+
+QPalette appearance::palette()
+{
+    const QColor ground = color(IColorBase::colBackground);
+    const QColor text = color(IColorBase::colLabel);
+    const QColor plot = color(IColorBase::colTimeBackground);
+    const QColor accent = color(IColorBase::colTimeTrace);
+
+    QPalette palette(mixed(ground, text, 0.10), ground); // button, window; shades follow
+    palette.setColor(QPalette::WindowText, text);
+    palette.setColor(QPalette::Text, text);
+    palette.setColor(QPalette::ButtonText, text);
+    palette.setColor(QPalette::Base, plot);
+    palette.setColor(QPalette::AlternateBase, mixed(plot, ground, 0.5));
+    palette.setColor(QPalette::ToolTipBase, mixed(ground, text, 0.08));
+    palette.setColor(QPalette::ToolTipText, text);
+    palette.setColor(QPalette::PlaceholderText, mixed(ground, text, 0.55));
+    palette.setColor(QPalette::Highlight, accent);
+    palette.setColor(QPalette::HighlightedText, plot);
+    palette.setColor(QPalette::Link, accent);
+    palette.setColor(QPalette::Light, mixed(ground, text, 0.14));
+    palette.setColor(QPalette::Midlight, mixed(ground, text, 0.10));
+    palette.setColor(QPalette::Mid, mixed(ground, text, 0.18));
+    palette.setColor(QPalette::Dark, mixed(ground, Qt::black, 0.25));
+    palette.setColor(QPalette::Shadow, mixed(ground, Qt::black, 0.5));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, mixed(ground, text, 0.4));
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, mixed(ground, text, 0.25));
+    return palette;
+}
+
+bool appearance::isApplied() { return QApplication::palette() == palette(); }
+
+void appearance::apply(QWidget& window)
+{
+    QApplication::setPalette(palette());
+    const QString line = QApplication::palette().color(QPalette::Midlight).name();
+    window.setStyleSheet(
+        QStringLiteral("QMainWindow::separator { width: 1px; height: 1px; background: %1; }"
+                       "QToolBar { border: 0; border-bottom: 1px solid %1; padding: 3px 6px;"
+                       " spacing: 4px; }"
+                       "QStatusBar { border-top: 1px solid %1; }"
+                       "QStatusBar::item { border: 0; }"
+                       "QSplitter::handle { background: %1; }")
+            .arg(line));
+}

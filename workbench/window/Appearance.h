@@ -1,0 +1,19 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QPalette>
+
+class QWidget;
+
+/// How the application's widgets look beside the diagrams: Fusion in colours taken from the
+/// ColorSet, without frames around what needs none.
+namespace appearance {
+
+/// The palette that goes with the current colours.
+QPalette palette();
+/// Whether the application has it.
+bool isApplied();
+/// Gives it to the application, and a main window the lines of its bars and docks.
+void apply(QWidget& window);
+
+} // namespace appearance

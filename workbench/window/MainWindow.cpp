@@ -1,0 +1,364 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/window/MainWindow.h"
+
+#include "platform/glwidgets/DiagramCaption.h"
+#include "platform/gui/ColorSet.h"
+#include "views/VCGLTimeDiagram.h"
+#include "workbench/sources/RecordingSource.h"
+#include "workbench/window/Appearance.h"
+#include "workbench/window/Icons.h"
+#include "workbench/window/NoticeBar.h"
+#include "workbench/window/ParameterPanel.h"
+#include "workbench/window/StatusFields.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QDockWidget>
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QScrollArea>
+#include <QSplitter>
+#include <QToolBar>
+#include <QUrl>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int statusPeriodMs = 200;
+constexpr double speeds[] = {0.1, 0.2, 0.5, 1.0, 2.0, 5.0, 10.0};
+constexpr double fullScale = 1.1; // a little more than the largest level
+
+/// First local file of a drag, empty when there is none.
+QString droppedFile(const QMimeData* data)
+{
+    for (const QUrl& url : data->urls()) {
+        if (url.isLocalFile())
+            return url.toLocalFile();
+    }
+    return QString();
+}
+
+} // namespace
+
+MainWindow::MainWindow()
+    : m_notice(new NoticeBar(this))
+    , m_timeView(new VCGLTimeDiagram(this))
+    , m_status(new StatusFields(this))
+    , m_panel(new ParameterPanel(this))
+    , m_speed(new QComboBox(this))
+{
+    setMinimumSize(640, 400);
+    setAcceptDrops(true);
+    setStatusBar(m_status);
+    appearance::apply(*this);
+    bindTimeView();
+    buildViews();
+    buildActions();
+    buildToolBar();
+    buildDock();
+    connect(&m_feed, &SignalFeed::playingChanged, this, &MainWindow::showPlaying);
+    m_statusTimer.setInterval(statusPeriodMs);
+    connect(&m_statusTimer, &QTimer::timeout, this, &MainWindow::refreshStatus);
+    m_timeView->setFocus();
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::bindTimeView()
+{
+    m_timeView->SetData1_ValuePath(TimeValues::samplesPath);
+    m_timeView->SetBaudrateData_ValuePath(TimeValues::markersPath);
+    m_timeView->SetBaudrate_ValuePath(TimeValues::baudratePath);
+    m_timeView->SetXAxisMin_ValuePath(TimeValues::xMinPath);
+    m_timeView->SetXAxisMax_ValuePath(TimeValues::xMaxPath);
+    m_timeView->SetYAxisMin_ValuePath(TimeValues::yMinPath);
+    m_timeView->SetYAxisMax_ValuePath(TimeValues::yMaxPath);
+    m_timeView->SetHasChangedTrigger_ValuePath(TimeValues::triggerPath);
+    // "ForStart" comes when the user pauses, "ForStop" when the user resumes.
+    connect(m_timeView, &VCGLTimeDiagram::StopButtonPressedForStart, &m_feed, &SignalFeed::pause);
+    connect(m_timeView, &VCGLTimeDiagram::StopButtonPressedForStop, &m_feed, &SignalFeed::play);
+    m_timeView->installEventFilter(this);
+}
+
+void MainWindow::buildViews()
+{
+    auto* views = new QSplitter(Qt::Vertical, this); // time across the top
+    views->setChildrenCollapsible(false);
+    views->setHandleWidth(1);
+    views->addWidget(m_timeView);
+
+    auto* center = new QWidget(this);
+    auto* column = new QVBoxLayout(center);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_notice);
+    column->addWidget(views, 1);
+    setCentralWidget(center);
+}
+
+void MainWindow::buildActions()
+{
+    const auto add = [this](QMenu* menu, const QString& text, const QKeySequence& shortcut) {
+        QAction* action = menu->addAction(text);
+        action->setShortcut(shortcut);
+        addAction(action); // its shortcut works without the menu bar, too
+        return action;
+    };
+    QMenu* file = menuBar()->addMenu(tr("&File"));
+    m_open = add(file, tr("&Open recording..."), QKeySequence::Open);
+    connect(m_open, &QAction::triggered, this, &MainWindow::chooseFile);
+    QAction* builtIn = add(file, tr("&Built-in signal"), Qt::CTRL + Qt::Key_B);
+    connect(builtIn, &QAction::triggered, this, [this] {
+        openBuiltIn();
+        play();
+    });
+    file->addSeparator();
+    QAction* quit = add(file, tr("&Quit"), Qt::CTRL + Qt::Key_Q);
+    connect(quit, &QAction::triggered, this, &QWidget::close);
+
+    QMenu* playback = menuBar()->addMenu(tr("&Playback"));
+    m_playPause = add(playback, tr("&Play"), Qt::Key_P);
+    connect(m_playPause, &QAction::triggered, this, [this] { setPaused(m_feed.isPlaying()); });
+    m_toStart = add(playback, tr("From the &start"), Qt::Key_Home);
+    connect(m_toStart, &QAction::triggered, &m_feed, &SignalFeed::rewind);
+    m_repeat = add(playback, tr("&Repeat"), Qt::Key_R);
+    m_repeat->setCheckable(true);
+    m_repeat->setChecked(m_feed.repeat());
+    connect(m_repeat, &QAction::toggled, &m_feed, &SignalFeed::setRepeat);
+
+    QMenu* view = menuBar()->addMenu(tr("&View"));
+    m_autoScale = add(view, tr("&Auto scale"), Qt::Key_A);
+    connect(m_autoScale, &QAction::triggered, m_timeView, &VCGLTimeDiagram::AutoScale);
+    QAction* full = add(view, tr("&Full scale"), Qt::Key_F);
+    connect(full, &QAction::triggered, this, [this] { m_feed.setLevels(-fullScale, fullScale); });
+    view->addMenu(tr("&Time diagram"))->addActions(m_timeView->getContextMenu()->actions());
+    view->addSeparator();
+    m_showPanel = add(view, tr("&Parameters"), Qt::Key_F9);
+    QAction* fullScreen = add(view, tr("F&ull screen"), Qt::Key_F11);
+    connect(fullScreen, &QAction::triggered, this,
+            [this] { setWindowState(windowState() ^ Qt::WindowFullScreen); });
+
+    m_open->setIcon(signIcon(Sign::Open));
+    m_toStart->setIcon(signIcon(Sign::ToStart));
+    m_repeat->setIcon(signIcon(Sign::Repeat));
+    m_autoScale->setIcon(signIcon(Sign::AutoScale));
+    m_playPause->setIcon(signIcon(Sign::Play));
+}
+
+void MainWindow::buildToolBar()
+{
+    QToolBar* bar = addToolBar(tr("Tool bar"));
+    bar->setMovable(false);
+    bar->setContextMenuPolicy(Qt::PreventContextMenu);
+    bar->setIconSize(QSize(18, 18));
+    bar->addAction(m_open);
+    bar->addSeparator();
+    bar->addAction(m_toStart);
+    bar->addAction(m_playPause);
+    bar->addAction(m_repeat);
+    bar->addWidget(m_speed);
+    bar->addSeparator();
+    bar->addAction(m_autoScale);
+    for (const double speed : speeds)
+        m_speed->addItem(tr("%1x").arg(speed), speed);
+    m_speed->setToolTip(tr("Seconds of signal played in a second"));
+    m_speed->setAccessibleName(tr("Speed"));
+    connect(m_speed, QOverload<int>::of(&QComboBox::activated), this, [this](int index) {
+        m_feed.setSpeed(m_speed->itemData(index).toDouble());
+        refresh();
+    });
+}
+
+void MainWindow::buildDock()
+{
+    auto* scroll = new QScrollArea(this);
+    scroll->setWidget(m_panel);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    auto* dock = new QDockWidget(tr("Parameters"), this);
+    dock->setObjectName(QStringLiteral("Parameters"));
+    dock->setFeatures(QDockWidget::DockWidgetClosable);
+    dock->setTitleBarWidget(new QWidget(dock)); // none: the sections have headings
+    dock->setWidget(scroll);
+    addDockWidget(Qt::RightDockWidgetArea, dock);
+    m_showPanel->setCheckable(true);
+    m_showPanel->setChecked(true);
+    connect(m_showPanel, &QAction::toggled, dock, &QWidget::setVisible);
+
+    connect(m_panel, &ParameterPanel::channelChosen, &m_feed, &SignalFeed::setChannel);
+    connect(m_panel, &ParameterPanel::spanChosen, this, [this](double seconds) {
+        m_feed.setSpan(seconds);
+        refresh();
+    });
+    connect(m_panel, &ParameterPanel::autoScaleWanted, m_timeView, &VCGLTimeDiagram::AutoScale);
+    connect(m_panel, &ParameterPanel::fullScaleWanted, this,
+            [this] { m_feed.setLevels(-fullScale, fullScale); });
+    connect(m_panel, &ParameterPanel::noiseChosen, this, [this](double rms) {
+        m_builtIn.noise = rms;
+        if (auto* source = dynamic_cast<NrzSource*>(m_feed.source()))
+            source->setNoise(rms);
+    });
+    connect(m_panel, &ParameterPanel::bandwidthChosen, this, [this](double part) {
+        m_builtIn.bandwidth = part;
+        if (auto* source = dynamic_cast<NrzSource*>(m_feed.source()))
+            source->setBandwidth(part);
+    });
+    connect(m_panel, &ParameterPanel::frameChosen, this, &MainWindow::restartBuiltIn);
+    connect(m_panel, &ParameterPanel::darkSchemeChosen, this, [](bool dark) {
+        ColorSet::Instance().SetScheme(dark ? ColorSet::Scheme::Dark : ColorSet::Scheme::Light);
+        ColorSet::Instance().Save();
+    });
+}
+
+bool MainWindow::openFile(const QString& fileName, int channel, std::optional<double> symbolRate,
+                          QString& why)
+{
+    std::unique_ptr<RecordingSource> source = RecordingSource::open(fileName, why);
+    if (!source)
+        return false;
+    if (channel > source->channelCount()) {
+        why = tr("there is no channel %1; the recording has %2")
+                  .arg(channel)
+                  .arg(source->channelCount());
+        return false;
+    }
+    m_feed.open(std::move(source), channel - 1, symbolRate);
+    m_folder = QFileInfo(fileName).absolutePath();
+    showSource();
+    return true;
+}
+
+void MainWindow::openBuiltIn()
+{
+    m_feed.open(std::make_unique<NrzSource>(m_builtIn), 0, std::nullopt);
+    showSource();
+}
+
+void MainWindow::restartBuiltIn(int frameSymbolCount)
+{
+    m_builtIn.frameSymbolCount = frameSymbolCount;
+    const bool wasPlaying = m_feed.isPlaying();
+    openBuiltIn();
+    if (wasPlaying)
+        play();
+}
+
+void MainWindow::play()
+{
+    m_timeView->AutoScale();
+    m_feed.play();
+}
+
+void MainWindow::showSource()
+{
+    const SignalSource& source = *m_feed.source();
+    std::optional<double> length;
+    if (const auto count = source.sampleCount())
+        length = static_cast<double>(*count) / source.sampleRate();
+    setWindowTitle(tr("%1 - Orvane workbench").arg(source.name()));
+    m_status->setSource(source.name(), source.sampleRate(), length);
+    m_notice->hide();
+    refresh();
+}
+
+void MainWindow::refresh()
+{
+    int index = m_speed->findData(m_feed.speed());
+    if (index < 0) {
+        index = m_speed->count();
+        m_speed->addItem(tr("%1x").arg(m_feed.speed()), m_feed.speed());
+    }
+    m_speed->setCurrentIndex(index);
+    if (m_feed.source())
+        m_panel->show(m_feed);
+    refreshStatus();
+}
+
+void MainWindow::refreshStatus()
+{
+    m_status->setPosition(static_cast<double>(m_feed.position()) / m_feed.scale().sampleRate);
+    m_status->setDropCount(m_feed.dropCount());
+    // A second smooths the frame rate enough to be read.
+    if (!m_feed.isPlaying()) {
+        m_status->setFrameRate(std::nullopt);
+    } else if (m_frameClock.elapsed() >= 1000) {
+        m_status->setFrameRate(m_frameCount * 1000.0 / static_cast<double>(m_frameClock.restart()));
+        m_frameCount = 0;
+    }
+}
+
+void MainWindow::showPlaying(bool playing)
+{
+    m_playPause->setText(playing ? tr("&Pause") : tr("&Play"));
+    m_playPause->setIcon(signIcon(playing ? Sign::Pause : Sign::Play));
+    if (playing) {
+        m_frameClock.start();
+        m_frameCount = 0;
+        m_statusTimer.start();
+    } else {
+        m_statusTimer.stop();
+        refreshStatus();
+    }
+    setPaused(!playing); // the views' buttons, where it was not one of them
+}
+
+void MainWindow::setPaused(bool paused) { m_timeView->GetToolbarCaption()->setPaused(paused); }
+
+void MainWindow::chooseFile()
+{
+    const QString file = QFileDialog::getOpenFileName(
+        this, tr("Open recording"), m_folder,
+        tr("Recordings (*.wav *.w64 *.rf64 *.flac *.aif *.aiff *.aifc *.au *.snd *.caf *.ogg *.oga "
+           "*.opus *.mp3 *.mat *.voc *.wv *.sd2 *.svx *.nist *.sph *.xi *.htk *.avr *.paf *.pvf);;"
+           "All files (*)"));
+    if (!file.isEmpty())
+        openOrSay(file);
+}
+
+void MainWindow::openOrSay(const QString& fileName)
+{
+    QString why;
+    if (openFile(fileName, 1, std::nullopt, why))
+        play();
+    else
+        m_notice->say(tr("%1: %2").arg(fileName, why));
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_timeView && event->type() == QEvent::Paint)
+        ++m_frameCount;
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!droppedFile(event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    event->acceptProposedAction();
+    openOrSay(droppedFile(event->mimeData()));
+}
+
+// A change of the ColorSet repaints every widget: here the window learns of it.
+void MainWindow::paintEvent(QPaintEvent* event)
+{
+    QMainWindow::paintEvent(event);
+    if (appearance::isApplied())
+        return;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            appearance::apply(*this);
+            m_panel->showScheme();
+        },
+        Qt::QueuedConnection);
+}

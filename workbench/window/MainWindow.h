@@ -1,0 +1,85 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/feed/SignalFeed.h"
+#include "workbench/sources/NrzSource.h"
+
+#include <QElapsedTimer>
+#include <QMainWindow>
+#include <QTimer>
+
+#include <optional>
+
+class NoticeBar;
+class ParameterPanel;
+class QComboBox;
+class StatusFields;
+class VCGLTimeDiagram;
+
+/// The workbench: views of one signal, what can be set beside them, what plays below. Recordings
+/// are opened from the menu or dropped on the window; what goes wrong is said in a bar above the
+/// views, in one sentence.
+///
+/// The views' pause buttons, the tool bar and the feed stay in step: the signal stands still while
+/// it is paused, and goes on where it stopped.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+public:
+    MainWindow();
+    ~MainWindow() override;
+
+    /// Opens a recording, not playing.
+    /// @param channel     from 1.
+    /// @param symbolRate  Bd; none: the time axis shows seconds or parts of them.
+    /// @param why         when it cannot be opened: one sentence; the former signal stays.
+    bool openFile(const QString& fileName, int channel, std::optional<double> symbolRate,
+                  QString& why);
+    /// Opens the built-in signal, not playing.
+    void openBuiltIn();
+    /// Plays, and fits the levels' axis to what comes.
+    void play();
+
+    SignalFeed& feed() { return m_feed; }
+    VCGLTimeDiagram& timeView() { return *m_timeView; }
+    /// Shows span, speed and position as the feed has them.
+    void refresh();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    void buildViews();
+    void buildActions();
+    void buildToolBar();
+    void buildDock();
+    void bindTimeView();
+    void showSource();
+    void refreshStatus();
+    void showPlaying(bool playing);
+    void chooseFile();
+    void openOrSay(const QString& fileName);
+    void restartBuiltIn(int frameSymbolCount);
+    void setPaused(bool paused);
+
+    SignalFeed m_feed;
+    NrzSettings m_builtIn; // of the built-in signal, also while a recording plays
+    QString m_folder;      // where the last recording was
+    NoticeBar* m_notice;
+    VCGLTimeDiagram* m_timeView;
+    StatusFields* m_status;
+    ParameterPanel* m_panel;
+    QComboBox* m_speed;
+    QAction* m_open;
+    QAction* m_playPause;
+    QAction* m_toStart;
+    QAction* m_repeat;
+    QAction* m_autoScale;
+    QAction* m_showPanel;
+    QTimer m_statusTimer;
+    QElapsedTimer m_frameClock;
+    int m_frameCount = 0; // pictures of the time view since m_frameClock started
+};

@@ -1,0 +1,246 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/window/ParameterPanel.h"
+
+#include "platform/gui/ColorSet.h"
+#include "workbench/feed/SignalFeed.h"
+#include "workbench/sources/NrzSource.h"
+#include "workbench/window/Units.h"
+
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QSlider>
+
+#include <cmath>
+
+namespace {
+
+constexpr int panelWidth = 270;
+constexpr int nameWidth = 96;
+constexpr int lowestNoise = -60; // dB
+constexpr int highestNoise = 6;
+constexpr double percent = 0.01;
+constexpr int maxFrameSymbolCount = 4096;
+
+double fromDecibels(double level) { return std::pow(10.0, level / 20.0); }
+double toDecibels(double factor) { return 20.0 * std::log10(factor); }
+
+} // namespace
+
+ParameterPanel::ParameterPanel(QWidget* parent)
+    : QWidget(parent)
+{
+    auto* sections = new QVBoxLayout(this);
+    sections->setContentsMargins(14, 10, 14, 10);
+    sections->setSpacing(18);
+    setFixedWidth(panelWidth);
+    addSignalSection();
+    addTimeSection();
+    addLevelSection();
+    addBuiltInSection();
+    addAppearanceSection();
+    sections->addStretch();
+}
+
+QFormLayout* ParameterPanel::addSection(const QString& title)
+{
+    auto* section = new QWidget(this);
+    auto* form = new QFormLayout(section);
+    form->setContentsMargins(0, 0, 0, 0);
+    form->setHorizontalSpacing(10);
+    form->setVerticalSpacing(7);
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    auto* heading = new QLabel(title, section);
+    QFont bold = heading->font();
+    bold.setBold(true);
+    heading->setFont(bold);
+    form->addRow(heading);
+    layout()->addWidget(section);
+    return form;
+}
+
+QLabel* ParameterPanel::addFact(QFormLayout* form, const QString& name)
+{
+    auto* value = new QLabel(this);
+    value->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    form->addRow(name, value);
+    form->labelForField(value)->setMinimumWidth(nameWidth);
+    return value;
+}
+
+QSlider* ParameterPanel::addSlider(QFormLayout* form, const QString& name, int lowest, int highest,
+                                   QLabel** value)
+{
+    auto* row = new QWidget(this);
+    auto* slider = new QSlider(Qt::Horizontal, row);
+    slider->setRange(lowest, highest);
+    slider->setAccessibleName(name);
+    *value = new QLabel(row);
+    (*value)->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("-88 dB ")));
+    (*value)->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    auto* line = new QHBoxLayout(row);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->addWidget(slider, 1);
+    line->addWidget(*value);
+    form->addRow(name, row);
+    form->labelForField(row)->setMinimumWidth(nameWidth);
+    return slider;
+}
+
+void ParameterPanel::addSignalSection()
+{
+    QFormLayout* form = addSection(tr("Signal"));
+    m_sampleRate = addFact(form, tr("Sample rate"));
+    m_symbolRate = addFact(form, tr("Symbol rate"));
+    m_length = addFact(form, tr("Length"));
+
+    auto* row = new QWidget(this);
+    m_channel = new QSpinBox(row);
+    m_channel->setAccessibleName(tr("Channel"));
+    m_channelCount = new QLabel(row);
+    auto* line = new QHBoxLayout(row);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->addWidget(m_channel);
+    line->addWidget(m_channelCount, 1);
+    form->addRow(tr("&Channel"), row);
+    form->labelForField(row)->setMinimumWidth(nameWidth);
+    static_cast<QLabel*>(form->labelForField(row))->setBuddy(m_channel);
+    connect(m_channel, QOverload<int>::of(&QSpinBox::valueChanged), this,
+            [this](int channel) { emit channelChosen(channel - 1); });
+}
+
+void ParameterPanel::addTimeSection()
+{
+    QFormLayout* form = addSection(tr("Time"));
+    m_span = new QDoubleSpinBox(this);
+    m_span->setStepType(QAbstractSpinBox::AdaptiveDecimalStepType);
+    m_span->setKeyboardTracking(false);
+    form->addRow(tr("&Span"), m_span);
+    form->labelForField(m_span)->setMinimumWidth(nameWidth);
+    connect(m_span, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
+            [this](double span) { emit spanChosen(span * m_unitSeconds); });
+    m_unit = addFact(form, tr("Axis unit T"));
+    m_segment = addFact(form, tr("Trace"));
+}
+
+void ParameterPanel::addLevelSection()
+{
+    QFormLayout* form = addSection(tr("Level"));
+    auto* row = new QWidget(this);
+    auto* automatic = new QPushButton(tr("&Auto scale"), row);
+    automatic->setToolTip(tr("Fits the axis to the signal of the next second (A)"));
+    auto* full = new QPushButton(tr("&Full scale"), row);
+    full->setToolTip(tr("Shows -1 to 1, the full scale of recordings (F)"));
+    auto* line = new QHBoxLayout(row);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->addWidget(automatic);
+    line->addWidget(full);
+    form->addRow(row);
+    connect(automatic, &QPushButton::clicked, this, &ParameterPanel::autoScaleWanted);
+    connect(full, &QPushButton::clicked, this, &ParameterPanel::fullScaleWanted);
+}
+
+void ParameterPanel::addBuiltInSection()
+{
+    QFormLayout* form = addSection(tr("Built-in signal"));
+    m_builtIn = form->parentWidget();
+    m_noise = addSlider(form, tr("Noise"), lowestNoise, highestNoise, &m_noiseText);
+    m_noise->setToolTip(tr("RMS of the noise against the signal's level"));
+    m_bandwidth = addSlider(form, tr("Bandwidth"), 20, 300, &m_bandwidthText);
+    m_bandwidth->setToolTip(tr("Where the signal is 3 dB down, as a part of the symbol rate"));
+    m_frame = new QSpinBox(this);
+    m_frame->setRange(NrzSource::syncSymbolCount, maxFrameSymbolCount);
+    m_frame->setSuffix(tr(" symbols"));
+    m_frame->setKeyboardTracking(false);
+    form->addRow(tr("F&rame"), m_frame);
+    form->labelForField(m_frame)->setMinimumWidth(nameWidth);
+    connect(m_noise, &QSlider::valueChanged, this, [this](int level) {
+        describeNoise();
+        emit noiseChosen(fromDecibels(level));
+    });
+    connect(m_bandwidth, &QSlider::valueChanged, this, [this](int part) {
+        describeBandwidth();
+        emit bandwidthChosen(part * percent);
+    });
+    connect(m_frame, QOverload<int>::of(&QSpinBox::valueChanged), this,
+            &ParameterPanel::frameChosen);
+}
+
+void ParameterPanel::addAppearanceSection()
+{
+    QFormLayout* form = addSection(tr("Appearance"));
+    m_scheme = new QComboBox(this);
+    m_scheme->addItems({tr("Dark"), tr("Light")});
+    form->addRow(tr("Sche&me"), m_scheme);
+    form->labelForField(m_scheme)->setMinimumWidth(nameWidth);
+    connect(m_scheme, QOverload<int>::of(&QComboBox::activated), this,
+            [this](int index) { emit darkSchemeChosen(index == 0); });
+    showScheme();
+}
+
+void ParameterPanel::showScheme()
+{
+    m_scheme->setCurrentIndex(ColorSet::Instance().GetScheme() == ColorSet::Scheme::Dark ? 0 : 1);
+}
+
+void ParameterPanel::show(const SignalFeed& feed)
+{
+    const SignalSource& source = *feed.source();
+    const TimeScale& scale = feed.scale();
+    const bool hasSymbols = scale.unit == TimeScale::Unit::Symbol;
+    m_sampleRate->setText(units::rate(scale.sampleRate, "Hz"));
+    m_symbolRate->setText(hasSymbols ? units::rate(1.0 / scale.unitSeconds(), "Bd")
+                                     : tr("unknown"));
+    const auto count = source.sampleCount();
+    m_length->setText(count ? units::time(static_cast<double>(*count) / scale.sampleRate)
+                            : tr("endless"));
+
+    const QSignalBlocker quietChannel(m_channel);
+    m_channel->setRange(1, source.channelCount());
+    m_channel->setValue(feed.channel() + 1);
+    m_channel->setVisible(source.channelCount() > 1);
+    m_channelCount->setText(source.channelCount() > 1 ? tr("of %1").arg(source.channelCount())
+                                                      : QStringLiteral("1"));
+
+    const char* const suffixes[] = {"T", "s", "ms", "µs", "ns"};
+    const QSignalBlocker quietSpan(m_span);
+    m_unitSeconds = scale.unitSeconds();
+    m_span->setSuffix(QChar(0x2009) + QString::fromUtf8(suffixes[static_cast<int>(scale.unit)]));
+    m_span->setDecimals(1);
+    m_span->setRange(scale.span(scale.minSpan), scale.span(scale.maxSpan));
+    m_span->setValue(scale.span(feed.span()));
+    m_unit->setText(hasSymbols ? tr("1 symbol = %1").arg(units::duration(scale.unitSeconds()))
+                               : units::duration(scale.unitSeconds()));
+    m_segment->setText(tr("%1 samples").arg(feed.segmentLength(), 0, 'g', 6));
+    showBuiltIn(feed);
+}
+
+void ParameterPanel::showBuiltIn(const SignalFeed& feed)
+{
+    const auto* source = dynamic_cast<const NrzSource*>(feed.source());
+    m_builtIn->setVisible(source != nullptr);
+    if (!source)
+        return;
+    const QSignalBlocker quietNoise(m_noise);
+    const QSignalBlocker quietBandwidth(m_bandwidth);
+    const QSignalBlocker quietFrame(m_frame);
+    m_noise->setValue(static_cast<int>(std::lround(toDecibels(source->settings().noise))));
+    m_bandwidth->setValue(static_cast<int>(std::lround(source->settings().bandwidth / percent)));
+    m_frame->setValue(source->settings().frameSymbolCount);
+    describeNoise();
+    describeBandwidth();
+}
+
+void ParameterPanel::describeNoise()
+{
+    m_noiseText->setText(QStringLiteral("%1 dB").arg(m_noise->value()));
+}
+
+void ParameterPanel::describeBandwidth()
+{
+    m_bandwidthText->setText(QString::number(m_bandwidth->value() * percent, 'f', 2));
+}

@@ -1,0 +1,67 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QWidget>
+
+class QComboBox;
+class QDoubleSpinBox;
+class QFormLayout;
+class QLabel;
+class QSlider;
+class QSpinBox;
+class SignalFeed;
+
+/// What is known of the signal, and what can be set: shown beside the views. It changes nothing
+/// itself; the signals say what the user wants, and come from the user only.
+class ParameterPanel : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit ParameterPanel(QWidget* parent = nullptr);
+
+    /// Shows the feed's source and settings. The feed has a source.
+    void show(const SignalFeed& feed);
+    /// Shows the colour scheme in use.
+    void showScheme();
+
+signals:
+    void channelChosen(int channel); ///< From 0.
+    void spanChosen(double seconds);
+    void noiseChosen(double rms);      ///< As in NrzSettings.
+    void bandwidthChosen(double part); ///< As in NrzSettings.
+    void frameChosen(int symbolCount); ///< As in NrzSettings.
+    void darkSchemeChosen(bool dark);
+    void autoScaleWanted();
+    void fullScaleWanted();
+
+private:
+    QFormLayout* addSection(const QString& title);
+    QLabel* addFact(QFormLayout* form, const QString& name);
+    QSlider* addSlider(QFormLayout* form, const QString& name, int lowest, int highest,
+                       QLabel** value);
+    void addSignalSection();
+    void addTimeSection();
+    void addLevelSection();
+    void addBuiltInSection();
+    void addAppearanceSection();
+    void showBuiltIn(const SignalFeed& feed);
+    void describeNoise();
+    void describeBandwidth();
+
+    QLabel* m_sampleRate;
+    QLabel* m_symbolRate;
+    QSpinBox* m_channel;
+    QLabel* m_channelCount;
+    QLabel* m_length;
+    QDoubleSpinBox* m_span;
+    QLabel* m_unit;
+    QLabel* m_segment;
+    QWidget* m_builtIn; // section of the built-in signal
+    QSlider* m_noise;
+    QLabel* m_noiseText;
+    QSlider* m_bandwidth;
+    QLabel* m_bandwidthText;
+    QSpinBox* m_frame;
+    QComboBox* m_scheme;
+    double m_unitSeconds = 1.0; // of the span's editor
+};

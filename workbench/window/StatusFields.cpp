@@ -1,0 +1,75 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/window/StatusFields.h"
+
+#include "workbench/window/Units.h"
+
+#include <QLabel>
+
+namespace {
+
+constexpr int fieldMargin = 10;
+
+/// Text that ends in an ellipsis where it does not fit, instead of asking for more room.
+class ElidedLabel : public QLabel
+{
+public:
+    using QLabel::QLabel;
+    QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override
+    {
+        QLabel::resizeEvent(event);
+        setText(fontMetrics().elidedText(toolTip(), Qt::ElideMiddle, width()));
+    }
+};
+
+} // namespace
+
+StatusFields::StatusFields(QWidget* parent)
+    : QStatusBar(parent)
+    , m_source(new ElidedLabel(this))
+{
+    setSizeGripEnabled(false);
+    setContentsMargins(fieldMargin, 0, 0, 0);
+    addWidget(m_source, 1);
+    m_sampleRate = addField(units::rate(888.888e3, "Hz"), tr("Sample rate"));
+    m_position = addField(QStringLiteral("888:88.888 / 888:88.888"), tr("Position / length"));
+    m_frameRate = addField(tr("%1 fps").arg(QStringLiteral("88.8")),
+                           tr("Pictures of the time view in a second"));
+    m_drops = addField(tr("%1 drops").arg(QStringLiteral("888888")),
+                       tr("Blocks of signal that were skipped to keep pace"));
+}
+
+QLabel* StatusFields::addField(const QString& longest, const QString& toolTip)
+{
+    auto* label = new QLabel(this);
+    label->setFixedWidth(label->fontMetrics().horizontalAdvance(longest) + 2 * fieldMargin);
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    label->setContentsMargins(0, 0, fieldMargin, 0);
+    label->setToolTip(toolTip);
+    addPermanentWidget(label);
+    return label;
+}
+
+void StatusFields::setSource(const QString& name, double sampleRate, std::optional<double> length)
+{
+    m_source->setToolTip(name);
+    m_source->setText(m_source->fontMetrics().elidedText(name, Qt::ElideMiddle, m_source->width()));
+    m_sampleRate->setText(units::rate(sampleRate, "Hz"));
+    m_length = length ? QStringLiteral(" / ") + units::time(*length) : QString();
+    setPosition(0.0);
+}
+
+void StatusFields::setPosition(double seconds)
+{
+    m_position->setText(units::time(seconds) + m_length);
+}
+
+void StatusFields::setFrameRate(std::optional<double> rate)
+{
+    m_frameRate->setText(
+        tr("%1 fps").arg(rate ? QString::number(*rate, 'f', 1) : QStringLiteral("–")));
+}
+
+void StatusFields::setDropCount(std::int64_t count) { m_drops->setText(tr("%1 drops").arg(count)); }

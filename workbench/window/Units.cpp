@@ -1,0 +1,46 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/window/Units.h"
+
+#include <cmath>
+
+namespace {
+
+struct Prefix
+{
+    double factor;
+    const char* sign;
+};
+
+/// A value with the largest prefix that it reaches; the last one for smaller values.
+template<std::size_t count>
+QString withPrefix(double value, int digits, const Prefix (&prefixes)[count], const char* unit)
+{
+    const Prefix* best = prefixes;
+    while (best + 1 != prefixes + count && std::abs(value) < best->factor)
+        ++best;
+    return QString::number(value / best->factor, 'g', digits) + QChar(0x2009) +
+           QString::fromUtf8(best->sign) + QString::fromLatin1(unit);
+}
+
+} // namespace
+
+QString units::rate(double value, const char* unit)
+{
+    static constexpr Prefix prefixes[] = {{1e9, "G"}, {1e6, "M"}, {1e3, "k"}, {1.0, ""}};
+    return withPrefix(value, 6, prefixes, unit);
+}
+
+QString units::duration(double seconds)
+{
+    static constexpr Prefix prefixes[] = {{1.0, ""}, {1e-3, "m"}, {1e-6, "µ"}, {1e-9, "n"}};
+    return withPrefix(seconds, 4, prefixes, "s");
+}
+
+QString units::time(double seconds)
+{
+    const auto ms = static_cast<qint64>(std::llround(seconds * 1000.0));
+    return QStringLiteral("%1:%2.%3")
+        .arg(ms / 60000)
+        .arg(ms / 1000 % 60, 2, 10, QLatin1Char('0'))
+        .arg(ms % 1000, 3, 10, QLatin1Char('0'));
+}

@@ -1,0 +1,16 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+/// Quantities as text, with a decimal point whatever the locale, like the labels of the diagrams.
+namespace units {
+
+/// Up to six digits with k, M or G: "48 kHz", "44.1 kHz"; `unit` is Hz or Bd.
+QString rate(double value, const char* unit);
+/// Minutes, seconds and milliseconds: "0:12.345".
+QString time(double seconds);
+/// Up to four digits with the prefix that fits: "833.3 µs".
+QString duration(double seconds);
+
+} // namespace units
