@@ -31,12 +31,20 @@ if(ORVANE_SANITIZE)
     -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_compile_definitions(OrvaneOptions INTERFACE _GLIBCXX_ASSERTIONS)
   target_link_options(OrvaneOptions INTERFACE -fsanitize=address,undefined)
+
+  add_library(OrvaneSanitizerDefaults OBJECT
+    "${PROJECT_SOURCE_DIR}/tests/suppressions/SanitizerDefaults.cpp")
+  target_link_libraries(OrvaneSanitizerDefaults PUBLIC ${CMAKE_DL_LIBS})
 endif()
 
 # orvane_target(<target>): warnings, sanitizers and moc for one of our targets.
 function(orvane_target target)
   target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:OrvaneOptions>)
   set_target_properties(${target} PROPERTIES AUTOMOC ON)
+  get_target_property(type ${target} TYPE)
+  if(ORVANE_SANITIZE AND type STREQUAL "EXECUTABLE")
+    target_link_libraries(${target} PRIVATE OrvaneSanitizerDefaults)
+  endif()
 endfunction()
 
 # orvane_headers(<variable> <folder>): the headers of one library, as <subsystem>/<class>.h.

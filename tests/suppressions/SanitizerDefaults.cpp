@@ -1,0 +1,38 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+// Linked into every program of the sanitizer build: what the sanitizers are told when the
+// environment says nothing else, so that programs behave the same under ctest and by hand.
+#include <dlfcn.h>
+#include <link.h>
+
+#include <cstring>
+
+#define EXPORTED extern "C" __attribute__((visibility("default")))
+
+EXPORTED const char* __asan_default_options()
+{
+    return "detect_leaks=1:detect_stack_use_after_return=1:strict_init_order=1";
+}
+
+EXPORTED const char* __ubsan_default_options() { return "print_stacktrace=1"; }
+
+EXPORTED const char* __lsan_default_options() { return "print_suppressions=0"; }
+
+EXPORTED const char* __lsan_default_suppressions()
+{
+    return
+        // Mesa's software driver keeps what it allocates once until the process ends.
+        "leak:swrast_dri.so\n"
+        "leak:libgallium\n";
+}
+
+/// Unloads a library, except for the GL driver: a leak can only be told to be the driver's while
+/// the driver is still there when leaks are looked for, at the end of the process.
+EXPORTED int dlclose(void* handle)
+{
+    const link_map* library = nullptr;
+    if (dlinfo(handle, RTLD_DI_LINKMAP, &library) == 0 &&
+        (std::strstr(library->l_name, "_dri.so") || std::strstr(library->l_name, "libgallium")))
+        return 0;
+    static const auto unload = reinterpret_cast<int (*)(void*)>(dlsym(RTLD_NEXT, "dlclose"));
+    return unload(handle);
+}
