@@ -58,7 +58,7 @@ TranslationCenter::Private::Private()
 
 void TranslationCenter::Private::ApplicationStarts()
 {
-    qAddPostRoutine(&Private::ApplicationEnds);
+    qAddPostRoutine(&Private::ApplicationEnds); // no translator is left for the process's exit
     s_instance->InstallAll();
 }
 

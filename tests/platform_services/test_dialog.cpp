@@ -130,15 +130,24 @@ TEST_F(ColorDialog, AppliesEditsOfBothSchemesTogetherAndKeepsThem)
         int paints = 0;
     } witness;
     witness.show();
+    const auto painted = [&] {
+        return QTest::qWaitFor([&] { return std::exchange(witness.paints, 0) > 0; });
+    };
     const QColor& used = set[IColorBase::colTimeTrace];
+    auto* scheme = frame.findChild<QComboBox*>();
     Choose(trace, orange);
-    frame.findChild<QComboBox*>()->setCurrentIndex(int(Scheme::Light));
+    scheme->setCurrentIndex(int(Scheme::Light));
     Choose(points, Qt::red);
+    scheme->setCurrentIndex(int(Scheme::Dark));
     EXPECT_EQ(used, defaultOf(133)) << "edits wait for the dialog";
-    ASSERT_TRUE(QTest::qWaitFor([&] { return std::exchange(witness.paints, 0) > 0; }));
+    ASSERT_TRUE(painted());
     Apply();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return witness.paints > 0; }));
     EXPECT_EQ(used, orange) << "references stay valid";
+    EXPECT_TRUE(painted());
+    scheme->setCurrentIndex(int(Scheme::Light));
+    Apply();
+    EXPECT_EQ(set[IColorBase::colIQPoint], QColor(Qt::red));
+    EXPECT_TRUE(painted());
 
     set[IColorBase::colIQPoint] = Qt::blue; // by the host: the page has no say in it any more
     Apply();

@@ -74,9 +74,9 @@ TEST_F(Persistence, WritesThroughIntoAFolderOfItsOwnAndReadsWhatOthersWrote)
 
 TEST_F(Persistence, DamagedFilesCountAsEmptyAndAreNamedOnce)
 {
-    for (const QByteArray& content :
-         {QByteArray("[Scope\nShowGrid=false\n"), QByteArray("[Scope]\nShowGrid=false\nnonsense\n"),
-          QByteArray("\x7fIMG\0\1\2\3[\n\xff\xfe", 12)}) {
+    for (const QByteArray& content : {QByteArray("[Scope\nShowGrid=false\n"),
+                                      QByteArray("[Scope]\nShowGrid=false\na=1\nnonsense\n"),
+                                      QByteArray("\x7fIMG\0\1\2\3[\n\xff\xfe", 12)}) {
         SCOPED_TRACE(content.constData());
         const QString name = dir.filePath(QString::number(content.size()) + QStringLiteral(".ini"));
         SetContent(name, content);
