@@ -95,7 +95,7 @@ QString TranslationCenter::Private::FindFile(const QString& catalogue) const
     for (const QString& wanted : preferred) {
         for (const QString& candidate : withFallbacks(wanted)) {
             for (const QString& place : places) {
-                const QString file =
+                QString file =
                     QDir(place).filePath(QStringLiteral("%1_%2.qm").arg(catalogue, candidate));
                 if (QFile::exists(file))
                     return file;
