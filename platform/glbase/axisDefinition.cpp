@@ -115,7 +115,6 @@ void axisDefinition::Recompute() const
 {
     m_dirty = false;
     m_ticks.clear();
-    m_decimals = -1;
     if (!IsUsable())
         return;
 
@@ -137,7 +136,7 @@ void axisDefinition::Recompute() const
     if (!(std::abs(first) < largestIndex && std::abs(last) < largestIndex))
         return;
 
-    m_decimals = std::max(0, -step.exponent);
+    m_stepExponent = step.exponent;
     for (auto index = static_cast<std::int64_t>(first);
          index <= static_cast<std::int64_t>(last) && m_ticks.size() < MaxTickCount; ++index) {
         const double value = step.Times(static_cast<double>(index));
@@ -154,24 +153,31 @@ void axisDefinition::SetStringFormatter(std::shared_ptr<IStringFormatter> format
 
 QString axisDefinition::Label(double value) const
 {
-    return m_formatter ? m_formatter->Format(value) : PlainLabel(value);
+    return m_formatter ? m_formatter->Format(value) : PlainLabel(value, 0);
 }
 
 QString axisDefinition::LabelWithUnit(double value) const
 {
-    return m_formatter ? m_formatter->FormatWithUnit(value) : PlainLabel(value);
+    return m_formatter ? m_formatter->FormatWithUnit(value) : PlainLabel(value, 2);
 }
 
-QString axisDefinition::PlainLabel(double value) const
+QString axisDefinition::PlainLabel(double value, int digitsBelowStep) const
 {
-    if (m_dirty)
-        Recompute();
-    // Longer labels than this do not fit under an axis.
+    constexpr int freeDigits = 6; // where no step asks for more or less
+    if (GetTicks().empty() || !std::isfinite(value))
+        return QString::number(value, 'g', freeDigits);
+
+    const int lastPlace = m_stepExponent - digitsBelowStep;
+    const double magnitude = std::abs(value);
+    const bool isZero = magnitude < 0.5 * std::pow(10.0, lastPlace);
+    // Longer numbers than this do not fit under an axis.
     constexpr int mostDecimals = 6;
     constexpr double largestPlain = 1e7;
-    if (m_decimals < 0 || m_decimals > mostDecimals || !(std::abs(value) < largestPlain))
-        return QString::number(value, 'g', mostDecimals);
-    const QString label = QString::number(value, 'f', m_decimals);
-    const bool isZero = label.toDouble() == 0.0;
-    return isZero ? QString::number(0.0, 'f', m_decimals) : label;
+    if (-lastPlace <= mostDecimals + digitsBelowStep && magnitude < largestPlain)
+        return QString::number(isZero ? 0.0 : value, 'f', std::max(0, -lastPlace));
+    if (isZero)
+        return QStringLiteral("0");
+    constexpr int mostDigits = 17;
+    const int digits = static_cast<int>(std::floor(std::log10(magnitude))) - lastPlace + 1;
+    return QString::number(value, 'g', std::max(1, std::min(digits, mostDigits)));
 }

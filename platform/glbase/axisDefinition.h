@@ -54,15 +54,15 @@ public:
     std::vector<int> GetGridPos() const;
     const std::vector<Tick>& GetTicks() const;
 
-    /// Replaces the label formatter. Without one, labels have the decimals that the grid step asks
-    /// for.
+    /// Replaces the label formatter. Without one, labels have the digits that the grid step asks
+    /// for, and labels with unit (read-outs of a value) two more, which tell pixels apart.
     void SetStringFormatter(std::shared_ptr<IStringFormatter> formatter);
     QString Label(double value) const;
     QString LabelWithUnit(double value) const;
 
 private:
     void Recompute() const;
-    QString PlainLabel(double value) const;
+    QString PlainLabel(double value, int digitsBelowStep) const;
 
     Orientation m_orientation;
     double m_start = -1.0;
@@ -70,6 +70,6 @@ private:
     int m_length = 0;
     std::shared_ptr<IStringFormatter> m_formatter;
     mutable bool m_dirty = true;
-    mutable int m_decimals = -1; // of the grid step; -1 without grid
+    mutable int m_stepExponent = 0; // decimal place of the grid step, where there are ticks
     mutable std::vector<Tick> m_ticks;
 };

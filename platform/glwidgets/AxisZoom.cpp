@@ -3,9 +3,23 @@
 
 #include "platform/glwidgets/AxisHandler.h"
 
+#include <QMenu>
 #include <QWheelEvent>
 
 #include <cmath>
+
+AxisZoom::AxisZoom(AxisHandler& axis)
+    : m_axis(axis)
+{}
+
+AxisZoom::~AxisZoom()
+{
+    if (!m_menu)
+        return;
+    // Not deleted at once: its own entry may be what makes the axis go.
+    m_menu->hide();
+    m_menu->deleteLater();
+}
 
 void AxisZoom::Wheel(int pixel, const QWheelEvent& event)
 {
@@ -26,4 +40,15 @@ void AxisZoom::Drag(int pixel)
 {
     if (m_isDragging)
         m_axis.PanFrom(m_start, m_stop, m_fromPixel, pixel);
+}
+
+QMenu* AxisZoom::ResetMenu(QWidget* parent, const QString& entry)
+{
+    if (!m_menu) {
+        m_menu = new QMenu(parent);
+        QObject::connect(m_menu->addAction(entry), &QAction::triggered, &m_receiver,
+                         [this] { m_axis.ResetZoom(); });
+    }
+    m_menu->actions().front()->setEnabled(m_axis.IsZoomed());
+    return m_menu;
 }

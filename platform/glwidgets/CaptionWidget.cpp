@@ -3,9 +3,9 @@
 
 #include "platform/gui/ColorSet.h"
 
+#include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QPainter>
 #include <QToolButton>
 
@@ -13,6 +13,9 @@ namespace {
 
 constexpr int barHeight = 26;
 constexpr int buttonSize = 20;
+constexpr int leftMargin = 8;
+constexpr int rightMargin = 4;
+constexpr int spacing = 8; // between title, read-out and button
 
 /// Toggle with a pause sign, or a play sign while it is checked; drawn in the label colour.
 class PauseButton : public QToolButton
@@ -48,42 +51,40 @@ protected:
 
 CaptionWidget::CaptionWidget(QWidget* parent, const QString& title, bool pauseControl)
     : QWidget(parent)
-    , m_pTitle(new QLabel(title, this))
-    , m_pReadout(new QLabel(this))
+    , m_title(title)
     , m_pPause(pauseControl ? new PauseButton(this) : nullptr)
 {
     setFixedHeight(barHeight);
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(title);
 
-    auto* bar = new QHBoxLayout(this);
-    bar->setContentsMargins(8, 0, 4, 0);
-    bar->addWidget(m_pTitle);
-    bar->addStretch();
-    bar->addWidget(m_pReadout);
-    QFont bold = m_pTitle->font();
-    bold.setBold(true);
-    m_pTitle->setFont(bold);
-    // Clicks on the texts are the bar's.
-    m_pTitle->setAttribute(Qt::WA_TransparentForMouseEvents);
-    m_pReadout->setAttribute(Qt::WA_TransparentForMouseEvents);
-
     if (m_pPause) {
+        auto* bar = new QHBoxLayout(this);
+        bar->setContentsMargins(0, 0, rightMargin, 0);
+        bar->addWidget(m_pPause, 0, Qt::AlignRight | Qt::AlignVCenter);
         m_pPause->setCheckable(true);
         m_pPause->setFixedSize(buttonSize, buttonSize);
-        m_pPause->setFocusPolicy(Qt::NoFocus);
-        bar->addWidget(m_pPause);
-        connect(m_pPause, &QToolButton::toggled, this, &CaptionWidget::OnToggled);
+        // After a click, Space is the bar's.
+        m_pPause->setFocusPolicy(Qt::ClickFocus);
+        m_pPause->setFocusProxy(this);
+        connect(m_pPause, &QToolButton::toggled, this, &CaptionWidget::DescribePause);
+        // A receiver may delete the bar: the button bears that in its clicked(), but not in its
+        // toggled(), which is all that an assistive tool's toggle gives.
+        connect(m_pPause, &QToolButton::clicked, this, &CaptionWidget::TellPause);
+        connect(m_pPause, &QToolButton::toggled, this, &CaptionWidget::TellPause,
+                Qt::QueuedConnection);
         DescribePause();
     }
 }
 
 CaptionWidget::~CaptionWidget() = default;
 
-void CaptionWidget::OnToggled(bool paused)
+void CaptionWidget::TellPause()
 {
-    DescribePause();
-    emit pausedChanged(paused); // last: a receiver may delete the bar
+    if (m_toldPaused == isPaused())
+        return;
+    m_toldPaused = isPaused();
+    emit pausedChanged(m_toldPaused); // last: a receiver may delete the bar
 }
 
 void CaptionWidget::DescribePause()
@@ -92,9 +93,13 @@ void CaptionWidget::DescribePause()
     m_pPause->setAccessibleName(isPaused() ? tr("Resume") : tr("Pause"));
 }
 
-void CaptionWidget::setReadout(const QString& text) { m_pReadout->setText(text); }
-
-QString CaptionWidget::readout() const { return m_pReadout->text(); }
+void CaptionWidget::setReadout(const QString& text)
+{
+    if (m_readout == text)
+        return;
+    m_readout = text;
+    update();
+}
 
 bool CaptionWidget::isPaused() const { return m_pPause && m_pPause->isChecked(); }
 
@@ -107,18 +112,25 @@ void CaptionWidget::setPaused(bool paused)
 void CaptionWidget::paintEvent(QPaintEvent*)
 {
     ColorSet& colors = ColorSet::Instance();
-    // The labels draw with the palette; it follows the colour scheme here, where both are
-    // repainted.
-    const QColor text = colors[IColorBase::colLabel];
-    for (QLabel* label : {m_pTitle, m_pReadout}) {
-        if (label->palette().color(QPalette::WindowText) != text) {
-            QPalette labelPalette = label->palette();
-            labelPalette.setColor(QPalette::WindowText, text);
-            label->setPalette(labelPalette);
-        }
-    }
     QPainter painter(this);
     painter.fillRect(rect(), colors[IColorBase::colBackground]);
+    painter.setPen(colors[IColorBase::colLabel]);
+    const int right = m_pPause ? m_pPause->width() + rightMargin + spacing : spacing;
+    QRect free = rect().adjusted(leftMargin, 0, -right, 0);
+    const auto draw = [&](const QFont& font, int alignment, const QString& text) {
+        painter.setFont(font);
+        const QFontMetrics metrics(font);
+        const QString shown = metrics.elidedText(text, Qt::ElideRight, free.width());
+        painter.drawText(free, alignment | Qt::AlignVCenter | Qt::TextSingleLine, shown);
+        return metrics.horizontalAdvance(shown);
+    };
+    QFont bold = font();
+    bold.setBold(true);
+    free.setLeft(free.left() + draw(bold, Qt::AlignLeft, m_title) + spacing);
+    // Digits of one width, so that numbers stay where they are while they change.
+    QFont digits = font();
+    digits.setFamily(QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
+    draw(digits, Qt::AlignRight, m_readout);
     if (hasFocus())
         painter.fillRect(0, height() - 1, width(), 1, colors[IColorBase::colTimeTrace]);
 }
@@ -127,12 +139,14 @@ void CaptionWidget::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Space && m_pPause) {
         if (!event->isAutoRepeat())
-            m_pPause->toggle();
+            m_pPause->click();
     } else if (event->key() == Qt::Key_Escape) {
+        event->setAccepted(!m_readout.isEmpty());
         emit cleared();
     } else {
         QWidget::keyPressEvent(event);
     }
 }
 
-void CaptionWidget::mousePressEvent(QMouseEvent*) { setFocus(Qt::MouseFocusReason); }
+// Presses on the bar end here: the layout below would look for a child of its own.
+void CaptionWidget::mousePressEvent(QMouseEvent*) {}

@@ -5,7 +5,6 @@
 
 #include <QWidget>
 
-class QLabel;
 class QToolButton;
 
 /// The Qt side of a caption bar. Takes the focus of its view.
@@ -18,14 +17,15 @@ public:
 
     /// Text at the right of the bar; empty for none.
     void setReadout(const QString& text);
-    QString readout() const;
+    const QString& readout() const { return m_readout; }
     bool isPaused() const;
     /// Presses the pause button for the user, unless it stands so already.
     void setPaused(bool paused);
 
 signals:
+    /// The last thing that happens on a toggle: a receiver may delete the bar.
     void pausedChanged(bool paused);
-    /// Escape was pressed.
+    /// Escape was pressed. The bar takes the key only while it shows a read-out.
     void cleared();
 
 protected:
@@ -34,10 +34,11 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
 
 private:
-    void OnToggled(bool paused);
+    void TellPause();
     void DescribePause();
 
-    QLabel* m_pTitle;
-    QLabel* m_pReadout;
+    QString m_title;
+    QString m_readout;
     QToolButton* m_pPause; // null without pause control
+    bool m_toldPaused = false;
 };

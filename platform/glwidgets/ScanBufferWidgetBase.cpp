@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QMouseEvent>
 
+#include <limits>
+
 namespace {
 
 const QString listKey = QStringLiteral("list");
@@ -55,7 +57,9 @@ void ScanBufferWidgetBase::mouseReleaseEvent(QMouseEvent* event)
 
 void ScanBufferWidgetBase::drawFrequencyList()
 {
-    m_textRects->set(listKey, m_lines.join(QLatin1Char('\n')), QPoint(rect().right(), 0));
+    // At the right border of whatever width the plot will have.
+    constexpr int farRight = std::numeric_limits<int>::max();
+    m_textRects->set(listKey, m_lines.join(QLatin1Char('\n')), QPoint(farRight, 0));
 }
 
 void ScanBufferWidgetBase::setVisible(bool visible) { ShowInLayout(visible); }

@@ -7,6 +7,7 @@
 #include "platform/glwidgets/AxisHandler.h"
 #include "platform/glwidgets/CaptionWidget.h"
 #include "platform/glwidgets/ScanBufferWidgetBase.h"
+#include "platform/glwidgets/YAxisHandler.h"
 #include "platform/gui/ColorSet.h"
 
 #include <QMouseEvent>
@@ -14,9 +15,20 @@
 
 namespace {
 
+constexpr int lineAlpha = 150; // traces under the lines stay visible
+
 const QString keys[] = {QStringLiteral("ruler1"), QStringLiteral("ruler2")};
 
-QString number(double value) { return QString::number(value, 'g', 4); }
+// Room for most values, so that the fields of the caption bar stay where they are.
+constexpr int xFieldWidth = 9;
+constexpr int yFieldWidth = 7;
+
+QString yText(const AxisHandler& axis, double value)
+{
+    const QString label = axis.XPixelMap()->GetAxisDefinition().LabelWithUnit(value);
+    const auto* withUnit = dynamic_cast<const YAxisHandler*>(&axis);
+    return (withUnit ? label + QLatin1Char(' ') + withUnit->UnitText() : label).trimmed();
+}
 
 } // namespace
 
@@ -29,10 +41,13 @@ public:
         double y;
     };
 
+    ~Handler() override { QObject::disconnect(m_escape); }
+
     void Init(const std::shared_ptr<ScanBufferWidgetBase>& plot,
               const std::shared_ptr<AxisHandler>& xAxis, const std::shared_ptr<AxisHandler>& yAxis,
               QWidget* caption)
     {
+        Leave();
         m_plot = plot;
         m_xAxis = xAxis;
         m_yAxis = yAxis;
@@ -41,15 +56,20 @@ public:
             m_escape = QObject::connect(m_caption, &CaptionWidget::cleared, m_caption,
                                         [this] { Clear(); });
     }
-    ~Handler() override { QObject::disconnect(m_escape); }
-
+    /// Leaves the plot and the caption without a trace.
+    void Leave()
+    {
+        Clear();
+        QObject::disconnect(m_escape);
+        if (const auto plot = m_plot.lock())
+            plot->removeMouseObject(this);
+    }
     void Clear()
     {
         m_count = 0;
         Show();
     }
     int Count() const { return m_count; }
-    std::shared_ptr<ScanBufferWidgetBase> Plot() const { return m_plot.lock(); }
 
     bool mousePress(GLCommonWidget*, QMouseEvent* event) override
     {
@@ -63,6 +83,8 @@ public:
     }
     bool mouseMove(GLCommonWidget*, QMouseEvent* event) override
     {
+        if (!event->buttons().testFlag(Qt::LeftButton))
+            m_isPressed = false;
         if (!m_isPressed)
             return false;
         constexpr int dragDistance = 3; // pixels; below it, the hand only trembled
@@ -95,17 +117,16 @@ public:
         if (!xAxis || !yAxis)
             return;
         const QRect area = widget->rect();
-        const QColor color = ColorSet::Instance()[IColorBase::colLabel];
+        QColor color = ColorSet::Instance()[IColorBase::colLabel];
+        color.setAlpha(lineAlpha);
         for (int i = 0; i < m_count; ++i) {
             const QPoint at(xAxis->ValueToPixel(m_cursors[i].x),
                             yAxis->ValueToPixel(m_cursors[i].y));
-            if (at.x() >= area.left() && at.x() <= area.right())
-                painter.drawVLine(at.x(), area.top(), area.bottom(), color);
-            if (at.y() >= area.top() && at.y() <= area.bottom())
-                painter.drawHLine(area.left(), area.right(), at.y(), color);
+            painter.drawVLine(at.x(), area.top(), area.bottom(), color);
+            painter.drawHLine(area.left(), area.right(), at.y(), color);
             // The texts are drawn after this, where the cursors are now.
             if (const auto plot = m_plot.lock())
-                plot->TextRects()->set(keys[i], Fields(i).join(QLatin1Char('\n')), at);
+                plot->TextRects()->set(keys[i], Fields(i, 0, 0).join(QLatin1Char('\n')), at);
         }
     }
 
@@ -125,20 +146,24 @@ private:
         return true;
     }
 
-    /// The first cursor shows where it is, the second where it is from the first.
-    QStringList Fields(int index) const
+    /// The first cursor shows where it is, the second also where it is from the first. Nothing
+    /// without axes. Numbers are right-aligned in fields of the widths given, in characters.
+    QStringList Fields(int index, int xWidth, int yWidth) const
     {
         const auto xAxis = m_xAxis.lock();
-        const auto format = [&xAxis](double value) {
-            return xAxis ? xAxis->XPixelMap()->GetAxisDefinition().LabelWithUnit(value)
-                         : number(value);
+        const auto yAxis = m_yAxis.lock();
+        if (index < 0 || !xAxis || !yAxis)
+            return {};
+        const auto x = [&](double value) {
+            const QString text = xAxis->XPixelMap()->GetAxisDefinition().LabelWithUnit(value);
+            return text.rightJustified(xWidth);
         };
+        const auto y = [&](double value) { return yText(*yAxis, value).rightJustified(yWidth); };
         const Cursor& cursor = m_cursors[index];
-        QStringList fields{QStringLiteral("x %1").arg(format(cursor.x)),
-                           QStringLiteral("y %1").arg(number(cursor.y))};
+        QStringList fields{QLatin1String("x ") + x(cursor.x), QLatin1String("y ") + y(cursor.y)};
         if (index == 1) {
-            fields << QStringLiteral("dx %1").arg(format(cursor.x - m_cursors[0].x))
-                   << QStringLiteral("dy %1").arg(number(cursor.y - m_cursors[0].y));
+            fields << QLatin1String("dx ") + x(cursor.x - m_cursors[0].x)
+                   << QLatin1String("dy ") + y(cursor.y - m_cursors[0].y);
         }
         return fields;
     }
@@ -146,8 +171,8 @@ private:
     void Show()
     {
         if (m_caption)
-            m_caption->setReadout(m_count ? Fields(m_count - 1).join(QStringLiteral("   "))
-                                          : QString());
+            m_caption->setReadout(
+                Fields(m_count - 1, xFieldWidth, yFieldWidth).join(QLatin1String("  ")));
         const auto plot = m_plot.lock();
         if (!plot)
             return;
@@ -171,11 +196,7 @@ StandardMeasRuler::StandardMeasRuler()
     : m_handler(std::make_shared<Handler>())
 {}
 
-StandardMeasRuler::~StandardMeasRuler()
-{
-    if (const auto plot = m_handler->Plot())
-        plot->removeMouseObject(m_handler.get());
-}
+StandardMeasRuler::~StandardMeasRuler() { m_handler->Leave(); }
 
 void StandardMeasRuler::init(const std::shared_ptr<ScanBufferWidgetBase>& plot,
                              const std::shared_ptr<AxisHandler>& xAxis,

@@ -18,7 +18,8 @@ constexpr int groundAlpha = 220; // traces shimmer through
 // Beside the anchor where there is room for it, inside the area in any case.
 QRect placed(QSize size, const QPoint& anchor, const QRect& area)
 {
-    const auto place = [](int at, int length, int low, int high) {
+    const auto place = [](int wish, int length, int low, int high) {
+        const int at = std::max(low, std::min(wish, high));
         int start = at + gap;
         if (start + length > high + 1)
             start = at - gap - length;

@@ -7,9 +7,7 @@
 #include "platform/gui/ColorSet.h"
 
 #include <QApplication>
-#include <QContextMenuEvent>
 #include <QFontMetrics>
-#include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QResizeEvent>
@@ -27,48 +25,29 @@ constexpr int padding = 4; // around the read-out
 
 } // namespace
 
-/// Offers the axis's own menu to the widget.
-class XAxisWidget::Menu : public IHasContextMenu
-{
-public:
-    explicit Menu(XAxisWidget& axis)
-        : m_axis(axis)
-    {}
-    ~Menu() override { delete m_menu; }
-    QMenu* getContextMenu(QContextMenuEvent*, GLCommonWidget* widget, int) override
-    {
-        if (!m_menu) {
-            m_menu = new QMenu(widget ? widget->GetFrameWidget() : nullptr);
-            m_menu->addAction(XAxisWidget::tr("Reset Zoom"), &m_axis,
-                              [this] { m_axis.ResetZoom(); });
-        }
-        m_menu->actions().front()->setEnabled(m_axis.IsZoomed());
-        return m_menu;
-    }
-    void contextMenuClosed() override {}
-
-private:
-    XAxisWidget& m_axis;
-    QPointer<QMenu> m_menu;
-};
-
-struct XAxisWidget::Private
+/// What the axis keeps of its user; offers its menu to the widget.
+struct XAxisWidget::Private : IHasContextMenu
 {
     explicit Private(XAxisWidget& axis)
         : zoom(axis)
-        , menu(std::make_shared<Menu>(axis))
     {}
+    QMenu* getContextMenu(QContextMenuEvent*, GLCommonWidget* widget, int) override
+    {
+        return zoom.ResetMenu(widget ? widget->GetFrameWidget() : nullptr,
+                              XAxisWidget::tr("Reset Zoom"));
+    }
+    void contextMenuClosed() override {}
+
     AxisZoom zoom;
-    std::shared_ptr<Menu> menu;
     std::optional<int> pointer; // column under the pointer
 };
 
 XAxisWidget::XAxisWidget(const char* name, GLLayout* layout)
     : GLCommonWidget(name ? name : "", layout)
     , AxisHandler(axisDefinition::Orientation::Horizontal)
-    , d(std::make_unique<Private>(*this))
+    , d(std::make_shared<Private>(*this))
 {
-    addContextMenu(std::weak_ptr<IHasContextMenu>(d->menu), zoAxis);
+    addContextMenu(std::weak_ptr<IHasContextMenu>(d), zoAxis);
 }
 
 XAxisWidget::~XAxisWidget() = default;
@@ -86,51 +65,72 @@ void XAxisWidget::resizeEvent(QResizeEvent* event)
     SetLength(event->size().width());
 }
 
+namespace {
+
+/// One painting of an X axis.
+struct Picture
+{
+    explicit Picture(GLPainter& target)
+        : painter(target)
+        , metrics(target.painter()->font())
+        , area(target.area())
+    {}
+
+    /// Place of a text under a column, inside the widget where it fits.
+    QRect TextBox(int column, const QString& text, int sideMargin) const
+    {
+        const int width = metrics.horizontalAdvance(text) + 2 * sideMargin;
+        const int left = std::min(column - width / 2, area.right() + 1 - width);
+        return {std::max(area.left(), left), tickLength + labelGap, width, metrics.height()};
+    }
+
+    /// Tick marks with labels; none where it would come too near to the one before or to the area
+    /// given.
+    void DrawTicks(const axisDefinition& axis, const QRect& taken, const QColor& color)
+    {
+        painter.setPen(QPen(color));
+        QRect previous;
+        for (const axisDefinition::Tick& tick : axis.GetTicks()) {
+            if (tick.pixel < area.left() || tick.pixel > area.right())
+                continue;
+            painter.drawVLine(tick.pixel, 0, tickLength - 1, color);
+            const QString label = axis.Label(tick.value);
+            const QRect box = TextBox(tick.pixel, label, 1);
+            const QRect apart = box.adjusted(-minLabelDistance, 0, minLabelDistance, 0);
+            if (box.width() > area.width() || apart.intersects(previous) || box.intersects(taken))
+                continue;
+            painter.drawText(box, Qt::AlignCenter, label);
+            previous = box;
+        }
+    }
+
+    GLPainter& painter;
+    QFontMetrics metrics;
+    QRect area;
+};
+
+} // namespace
+
 void XAxisWidget::paintEvent(QPaintEvent* event)
 {
     GLPainter painter(GetFrameWidget());
     if (!painter.painter())
         return;
-    const QRect area = rect();
     const axisDefinition& axis = XPixelMap()->GetAxisDefinition();
-    const QFontMetrics metrics(painter.painter()->font());
     ColorSet& colors = ColorSet::Instance();
     const QColor text = colors[IColorBase::colLabel];
-    painter.fillRect(area, colors[IColorBase::colBackground]);
+    Picture picture(painter);
+    painter.fillRect(picture.area, colors[IColorBase::colBackground]);
 
-    const auto labelBox = [&](int column, const QString& label) {
-        const int width = metrics.horizontalAdvance(label);
-        QRect box(column - width / 2, tickLength + labelGap, width, metrics.height());
-        box.moveLeft(std::max(area.left() + 1, std::min(box.left(), area.right() - width)));
-        return box;
-    };
-
-    // Where a label may not lie: under the read-out, and under the label drawn before it.
-    QRect readoutBox;
-    QString readout;
     if (d->pointer && axis.IsUsable()) {
-        readout = axis.LabelWithUnit(axis.PixelToValue(*d->pointer));
-        readoutBox = labelBox(*d->pointer, readout).adjusted(-padding, 0, padding, 0);
-        readoutBox.moveLeft(std::max(
-            area.left(), std::min(readoutBox.left(), area.right() + 1 - readoutBox.width())));
-    }
-    painter.setPen(QPen(text));
-    QRect previous;
-    for (const axisDefinition::Tick& tick : axis.GetTicks()) {
-        if (tick.pixel < area.left() || tick.pixel > area.right())
-            continue;
-        painter.drawVLine(tick.pixel, 0, tickLength - 1, text);
-        const QRect box = labelBox(tick.pixel, axis.Label(tick.value));
-        const QRect clear = box.adjusted(-minLabelDistance, 0, minLabelDistance, 0);
-        if (box.width() >= area.width() || clear.intersects(previous) || box.intersects(readoutBox))
-            continue;
-        painter.drawText(box, Qt::AlignCenter, axis.Label(tick.value));
-        previous = box;
-    }
-    if (!readout.isEmpty()) {
-        painter.fillRect(readoutBox, colors[IColorBase::colGrid]);
-        painter.drawVLine(*d->pointer, 0, readoutBox.top() - 1, colors[IColorBase::colTimeMarker]);
-        painter.drawText(readoutBox, Qt::AlignCenter, readout);
+        const QString readout = axis.LabelWithUnit(axis.PixelToValue(*d->pointer));
+        const QRect box = picture.TextBox(*d->pointer, readout, padding);
+        picture.DrawTicks(axis, box, text);
+        painter.fillRect(box, colors[IColorBase::colGrid]);
+        painter.drawVLine(*d->pointer, 0, box.top() - 1, colors[IColorBase::colTimeMarker]);
+        painter.drawText(box, Qt::AlignCenter, readout);
+    } else {
+        picture.DrawTicks(axis, QRect(), text);
     }
     GLCommonWidget::paintEvent(event);
 }

@@ -32,7 +32,6 @@ protected:
 
 private:
     friend struct TestAccess;
-    class Menu;
     struct Private;
-    std::unique_ptr<Private> d;
+    std::shared_ptr<Private> d;
 };

@@ -11,7 +11,6 @@
 #include <QContextMenuEvent>
 #include <QCoreApplication>
 #include <QFontMetrics>
-#include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QResizeEvent>
@@ -34,7 +33,6 @@ struct YAxisHandler::Private
         : zoom(axis)
     {}
     QPointer<GLCommonWidget> widget;
-    QPointer<QMenu> menu;
     AxisZoom zoom;
 };
 
@@ -43,7 +41,7 @@ YAxisHandler::YAxisHandler(int)
     , d(std::make_unique<Private>(*this))
 {}
 
-YAxisHandler::~YAxisHandler() { delete d->menu; }
+YAxisHandler::~YAxisHandler() = default;
 
 void YAxisHandler::SetRange(double start, double stop, short) { SetRange(start, stop); }
 
@@ -66,13 +64,9 @@ QMenu* YAxisHandler::getContextMenu(QContextMenuEvent* event, GLCommonWidget* wi
 {
     if (!event || event->x() >= StripWidth())
         return nullptr;
-    if (!d->menu) {
-        d->menu = new QMenu(widget ? widget->GetFrameWidget() : nullptr);
-        d->menu->addAction(QCoreApplication::translate("YAxisHandler", "Reset Zoom"),
-                           d->menu.data(), [this] { ResetZoom(); });
-    }
-    d->menu->actions().front()->setEnabled(IsZoomed());
-    return d->menu;
+    const GLCommonWidget* host = widget ? widget : d->widget.data();
+    return d->zoom.ResetMenu(host ? host->GetFrameWidget() : nullptr,
+                             QCoreApplication::translate("YAxisHandler", "Reset Zoom"));
 }
 
 void YAxisHandler::contextMenuClosed() {}
@@ -143,14 +137,15 @@ void YAxisHandler::drawOverlay(GLCommonWidget* widget, GLPainter& painter)
     painter.setPen(QPen(colors[IColorBase::colLabel]));
     QRect previous;
     for (const axisDefinition::Tick& tick : axis.GetTicks()) {
-        if (tick.pixel < area.top() || tick.pixel > area.bottom())
+        // The start of the range lies one row below the last: it has no line, but its label fits.
+        if (tick.pixel < area.top() || tick.pixel > area.bottom() + 1)
             continue;
         const QString label = axis.Label(tick.value);
         const int width = metrics.horizontalAdvance(label);
         QRect box(tickLength, tick.pixel - height / 2, width + 2 * labelMargin, height);
         box.moveTop(std::max(area.top(), std::min(box.top(), area.bottom() + 1 - height)));
         painter.drawHLine(area.left(), tickLength - 1, tick.pixel, colors[IColorBase::colLabel]);
-        if (box.height() > area.height() || (previous.isValid() && box.intersects(previous)))
+        if (box.height() > area.height() || box.right() > area.right() || box.intersects(previous))
             continue;
         painter.fillRect(box, ground);
         painter.drawText(box, Qt::AlignCenter, label);
