@@ -8,9 +8,12 @@ set(ORVANE_PACKAGE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/Orvane")
 
 # Headers that only sources of their own library include.
 set(ORVANE_INTERNAL_HEADERS
+  glbase/DeviceRaster.h
+  glwidgets/AxisZoom.h
   gui/ColorPage.h
   values/SettingsStore.h
   foundations/DiagramDialogs.h
+  foundations/TraceHistory.h
   views/ViewFrame.h)
 
 orvane_headers(platform_headers "${PROJECT_SOURCE_DIR}/platform")

@@ -1,6 +1,6 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
-// Linked to the example: looks at the example's window until a trace crosses most of it, and ends
-// the program; with a failure when that does not happen in time.
+// Linked to the example: looks at the example's window until a trace reaches over much of its
+// height, and ends the program; with a failure when that does not happen in time.
 #include <orvane/platform/gui/ColorSet.h>
 
 #include <QApplication>
@@ -9,17 +9,17 @@
 
 static bool ShowsTrace()
 {
-    const QRgb trace = ColorSet::Instance()[133].rgb();
+    const QRgb trace = ColorSet::Instance()[IColorBase::colTimeTrace].rgb();
     for (QWidget* window : QApplication::topLevelWidgets()) {
         const QImage picture = window->grab().toImage();
-        int columns = 0;
-        for (int x = 0; x < picture.width(); ++x) {
-            int y = 0;
-            while (y < picture.height() && picture.pixel(x, y) != trace)
-                ++y;
-            columns += y < picture.height();
+        int rows = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            int x = 0;
+            while (x < picture.width() && picture.pixel(x, y) != trace)
+                ++x;
+            rows += x < picture.width();
         }
-        if (columns > picture.width() / 2)
+        if (rows > picture.height() / 2)
             return true;
     }
     return false;
