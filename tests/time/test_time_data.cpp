@@ -26,6 +26,7 @@ TEST(TimeData, QuantisesEachSetOverItsOwnExtent)
 {
     const Intake table[] = {
         {{0, 1}, -0.0500110015F, 1.05001092F, {11, 244}},
+        {{0, 0.49999, 1}, -0.0500110015F, 1.05001092F, {11, 127, 244}}, // 128 at 1/256 a level
         // Only the samples after the last NaN count; levels outside saturate.
         {{0, 1, nan, 5, 6}, 4.94998884F, 6.05001116F, {0, 0, 0, 11, 244}},
         {{5, 6, nan}, nan, nan, {0, 0, 0}},
