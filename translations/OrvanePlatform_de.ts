@@ -2,6 +2,25 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>CaptionWidget</name>
+    <message>
+        <source>Resume (Space)</source>
+        <translation>Fortsetzen (Leertaste)</translation>
+    </message>
+    <message>
+        <source>Pause (Space)</source>
+        <translation>Anhalten (Leertaste)</translation>
+    </message>
+    <message>
+        <source>Resume</source>
+        <translation>Fortsetzen</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Anhalten</translation>
+    </message>
+</context>
+<context>
     <name>ColorPage</name>
     <message>
         <source>Dark</source>
@@ -112,6 +131,20 @@
     <message>
         <source>&amp;Apply</source>
         <translation>&amp;Übernehmen</translation>
+    </message>
+</context>
+<context>
+    <name>XAxisWidget</name>
+    <message>
+        <source>Reset Zoom</source>
+        <translation>Zoom zurücksetzen</translation>
+    </message>
+</context>
+<context>
+    <name>YAxisHandler</name>
+    <message>
+        <source>Reset Zoom</source>
+        <translation>Zoom zurücksetzen</translation>
     </message>
 </context>
 </TS>

@@ -1,0 +1,428 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;Open recording...</source>
+        <translation>Aufnahme ö&amp;ffnen …</translation>
+    </message>
+    <message>
+        <source>&amp;Built-in signal</source>
+        <translation>Eingebautes &amp;Signal</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>&amp;Playback</source>
+        <translation>&amp;Wiedergabe</translation>
+    </message>
+    <message>
+        <source>&amp;Play</source>
+        <translation>&amp;Abspielen</translation>
+    </message>
+    <message>
+        <source>From the &amp;start</source>
+        <translation>Von &amp;vorn</translation>
+    </message>
+    <message>
+        <source>&amp;Repeat</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Ansicht</translation>
+    </message>
+    <message>
+        <source>&amp;Auto scale</source>
+        <translation>&amp;Automatisch skalieren</translation>
+    </message>
+    <message>
+        <source>&amp;Full scale</source>
+        <translation>&amp;Vollaussteuerung</translation>
+    </message>
+    <message>
+        <source>&amp;Time diagram</source>
+        <translation>&amp;Zeitdiagramm</translation>
+    </message>
+    <message>
+        <source>&amp;Parameters</source>
+        <translation>&amp;Parameter</translation>
+    </message>
+    <message>
+        <source>F&amp;ull screen</source>
+        <translation>Voll&amp;bild</translation>
+    </message>
+    <message>
+        <source>Tool bar</source>
+        <translation>Werkzeugleiste</translation>
+    </message>
+    <message>
+        <source>%1x</source>
+        <translation>%1x</translation>
+    </message>
+    <message>
+        <source>Seconds of signal played in a second</source>
+        <translation>Sekunden Signal, die in einer Sekunde gespielt werden</translation>
+    </message>
+    <message>
+        <source>Speed</source>
+        <translation>Geschwindigkeit</translation>
+    </message>
+    <message>
+        <source>Parameters</source>
+        <translation>Parameter</translation>
+    </message>
+    <message>
+        <source>there is no channel %1; the recording has %2</source>
+        <translation>es gibt keinen Kanal %1; die Aufnahme hat %2</translation>
+    </message>
+    <message>
+        <source>%1 - Orvane workbench</source>
+        <translation>%1 - Orvane-Messplatz</translation>
+    </message>
+    <message>
+        <source>&amp;Pause</source>
+        <translation>&amp;Anhalten</translation>
+    </message>
+    <message>
+        <source>Open recording</source>
+        <translation>Aufnahme öffnen</translation>
+    </message>
+    <message>
+        <source>Recordings (*.wav *.w64 *.rf64 *.flac *.aif *.aiff *.aifc *.au *.snd *.caf *.ogg *.oga *.opus *.mp3 *.mat *.voc *.wv *.sd2 *.svx *.nist *.sph *.xi *.htk *.avr *.paf *.pvf);;All files (*)</source>
+        <translation>Aufnahmen (*.wav *.w64 *.rf64 *.flac *.aif *.aiff *.aifc *.au *.snd *.caf *.ogg *.oga *.opus *.mp3 *.mat *.voc *.wv *.sd2 *.svx *.nist *.sph *.xi *.htk *.avr *.paf *.pvf);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>NoticeBar</name>
+    <message>
+        <source>Close this message</source>
+        <translation>Meldung schließen</translation>
+    </message>
+</context>
+<context>
+    <name>NrzSource</name>
+    <message>
+        <source>Built-in NRZ signal</source>
+        <translation>Eingebautes NRZ-Signal</translation>
+    </message>
+</context>
+<context>
+    <name>Options</name>
+    <message>
+        <source>Shows a signal over time: a recording, or a built-in data signal when no file is given.</source>
+        <translation>Zeigt ein Signal über der Zeit: eine Aufnahme oder, ohne Datei, ein eingebautes Datensignal.</translation>
+    </message>
+    <message>
+        <source>Shows this help.</source>
+        <translation>Zeigt diese Hilfe.</translation>
+    </message>
+    <message>
+        <source>Shows the version.</source>
+        <translation>Zeigt die Version.</translation>
+    </message>
+    <message>
+        <source>Recording to play: WAV, FLAC, AIFF and others.</source>
+        <translation>Aufnahme, die gespielt wird: WAV, FLAC, AIFF und andere.</translation>
+    </message>
+    <message>
+        <source>Plays channel &lt;N&gt; of the recording, counted from 1.</source>
+        <translation>Spielt Kanal &lt;N&gt; der Aufnahme, ab 1 gezählt.</translation>
+    </message>
+    <message>
+        <source>Symbol rate of the recording in hertz: the time axis counts symbols.</source>
+        <translation>Symbolrate der Aufnahme in Hertz: die Zeitachse zählt Symbole.</translation>
+    </message>
+    <message>
+        <source>Shows &lt;S&gt; seconds of signal.</source>
+        <translation>Zeigt &lt;S&gt; Sekunden Signal.</translation>
+    </message>
+    <message>
+        <source>Plays &lt;X&gt; seconds of signal in a second, 0.1 to 10.</source>
+        <translation>Spielt &lt;X&gt; Sekunden Signal in einer Sekunde, 0.1 bis 10.</translation>
+    </message>
+    <message>
+        <source>Plays without a window, writes time.png and workbench.png into &lt;DIR&gt; and ends.</source>
+        <translation>Spielt ohne Fenster, schreibt time.png und workbench.png nach &lt;DIR&gt; und endet.</translation>
+    </message>
+    <message>
+        <source>Plays &lt;S&gt; seconds for a snapshot (2).</source>
+        <translation>Spielt &lt;S&gt; Sekunden für ein Bild (2).</translation>
+    </message>
+    <message>
+        <source>Size of the window in pixels (1280x800).</source>
+        <translation>Größe des Fensters in Pixeln (1280x800).</translation>
+    </message>
+    <message>
+        <source>Colour scheme: dark or light.</source>
+        <translation>Farbschema: dark (dunkel) oder light (hell).</translation>
+    </message>
+    <message>
+        <source>Language of the texts, such as de.</source>
+        <translation>Sprache der Texte, etwa de.</translation>
+    </message>
+    <message>
+        <source>Keeps settings in &lt;FILE&gt;.</source>
+        <translation>Bewahrt die Einstellungen in &lt;FILE&gt; auf.</translation>
+    </message>
+    <message>
+        <source>give a number from %1 to %2</source>
+        <translation>eine Zahl von %1 bis %2 angeben</translation>
+    </message>
+    <message>
+        <source>give a whole number from %1 to %2</source>
+        <translation>eine ganze Zahl von %1 bis %2 angeben</translation>
+    </message>
+    <message>
+        <source>--%1: &quot;%2&quot; cannot be used; %3</source>
+        <translation>--%1: „%2“ ist nicht brauchbar; %3</translation>
+    </message>
+    <message>
+        <source>give dark or light</source>
+        <translation>dark oder light angeben</translation>
+    </message>
+    <message>
+        <source>give a code such as de or de_AT</source>
+        <translation>ein Kürzel wie de oder de_AT angeben</translation>
+    </message>
+    <message>
+        <source>give width and height, such as 1280x800</source>
+        <translation>Breite und Höhe angeben, etwa 1280x800</translation>
+    </message>
+    <message>
+        <source>give %1x%2 to %3x%3</source>
+        <translation>%1x%2 bis %3x%3 angeben</translation>
+    </message>
+    <message>
+        <source>give a name</source>
+        <translation>einen Namen angeben</translation>
+    </message>
+    <message>
+        <source>command line: %1 Try --help.</source>
+        <translation>Befehlszeile: %1 Hilfe gibt --help.</translation>
+    </message>
+    <message>
+        <source>%1: only one file can be shown; name one</source>
+        <translation>%1: nur eine Datei kann gezeigt werden; eine nennen</translation>
+    </message>
+    <message>
+        <source>command line: the name of the file is empty; name a recording</source>
+        <translation>Befehlszeile: der Name der Datei ist leer; eine Aufnahme nennen</translation>
+    </message>
+</context>
+<context>
+    <name>ParameterPanel</name>
+    <message>
+        <source>Signal</source>
+        <translation>Signal</translation>
+    </message>
+    <message>
+        <source>Sample rate</source>
+        <translation>Abtastrate</translation>
+    </message>
+    <message>
+        <source>Symbol rate</source>
+        <translation>Symbolrate</translation>
+    </message>
+    <message>
+        <source>Length</source>
+        <translation>Länge</translation>
+    </message>
+    <message>
+        <source>Channel</source>
+        <translation>Kanal</translation>
+    </message>
+    <message>
+        <source>&amp;Channel</source>
+        <translation>&amp;Kanal</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>&amp;Span</source>
+        <translation>&amp;Spanne</translation>
+    </message>
+    <message>
+        <source>Axis unit T</source>
+        <translation>Achseneinheit T</translation>
+    </message>
+    <message>
+        <source>Trace</source>
+        <translation>Kurve</translation>
+    </message>
+    <message>
+        <source>Level</source>
+        <translation>Pegel</translation>
+    </message>
+    <message>
+        <source>&amp;Auto scale</source>
+        <translation>&amp;Automatisch skalieren</translation>
+    </message>
+    <message>
+        <source>Fits the axis to the signal of the next second (A)</source>
+        <translation>Passt die Achse an das Signal der nächsten Sekunde an (A)</translation>
+    </message>
+    <message>
+        <source>&amp;Full scale</source>
+        <translation>&amp;Vollaussteuerung</translation>
+    </message>
+    <message>
+        <source>Shows -1 to 1, the full scale of recordings (F)</source>
+        <translation>Zeigt -1 bis 1, die Vollaussteuerung von Aufnahmen (F)</translation>
+    </message>
+    <message>
+        <source>Built-in signal</source>
+        <translation>Eingebautes Signal</translation>
+    </message>
+    <message>
+        <source>Noise</source>
+        <translation>Rauschen</translation>
+    </message>
+    <message>
+        <source>RMS of the noise against the signal&apos;s level</source>
+        <translation>Effektivwert des Rauschens im Verhältnis zum Signalpegel</translation>
+    </message>
+    <message>
+        <source>Bandwidth</source>
+        <translation>Bandbreite</translation>
+    </message>
+    <message>
+        <source>Where the signal is 3 dB down, as a part of the symbol rate</source>
+        <translation>Wo das Signal um 3 dB gedämpft ist, als Teil der Symbolrate</translation>
+    </message>
+    <message>
+        <source> symbols</source>
+        <translation> Symbole</translation>
+    </message>
+    <message>
+        <source>F&amp;rame</source>
+        <translation>&amp;Rahmen</translation>
+    </message>
+    <message>
+        <source>Appearance</source>
+        <translation>Erscheinung</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>Dunkel</translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation>Hell</translation>
+    </message>
+    <message>
+        <source>Sche&amp;me</source>
+        <translation>Sche&amp;ma</translation>
+    </message>
+    <message>
+        <source>unknown</source>
+        <translation>unbekannt</translation>
+    </message>
+    <message>
+        <source>endless</source>
+        <translation>endlos</translation>
+    </message>
+    <message>
+        <source>of %1</source>
+        <translation>von %1</translation>
+    </message>
+    <message>
+        <source>1 symbol = %1</source>
+        <translation>1 Symbol = %1</translation>
+    </message>
+    <message>
+        <source>%1 samples</source>
+        <translation>%1 Abtastwerte</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingSource</name>
+    <message>
+        <source>there is no such file; check the name</source>
+        <translation>es gibt keine solche Datei; den Namen prüfen</translation>
+    </message>
+    <message>
+        <source>this is a folder; name a recording that is in it</source>
+        <translation>dies ist ein Ordner; eine Aufnahme darin nennen</translation>
+    </message>
+    <message>
+        <source>this is not a regular file; name a recording</source>
+        <translation>dies ist keine gewöhnliche Datei; eine Aufnahme nennen</translation>
+    </message>
+    <message>
+        <source>no permission to read it; change the file&apos;s permissions</source>
+        <translation>keine Leseerlaubnis; die Rechte der Datei ändern</translation>
+    </message>
+    <message>
+        <source>the file is empty; name one that holds samples</source>
+        <translation>die Datei ist leer; eine mit Abtastwerten nennen</translation>
+    </message>
+    <message>
+        <source>not a recording that can be read (%1); choose a WAV, FLAC, AIFF, AU, CAF, W64 or Ogg file</source>
+        <translation>keine lesbare Aufnahme (%1); eine WAV-, FLAC-, AIFF-, AU-, CAF-, W64- oder Ogg-Datei wählen</translation>
+    </message>
+    <message>
+        <source>its header claims %1 samples a second and %2 channels; choose an undamaged file</source>
+        <translation>ihr Kopf nennt %1 Abtastwerte je Sekunde und %2 Kanäle; eine unbeschädigte Datei wählen</translation>
+    </message>
+    <message>
+        <source>the recording holds no samples; choose another one</source>
+        <translation>die Aufnahme enthält keine Abtastwerte; eine andere wählen</translation>
+    </message>
+</context>
+<context>
+    <name>Snapshot</name>
+    <message>
+        <source>%1: cannot create the folder; choose another place</source>
+        <translation>%1: der Ordner kann nicht angelegt werden; einen anderen Ort wählen</translation>
+    </message>
+    <message>
+        <source>OpenGL: no context can be created; check the graphics driver</source>
+        <translation>OpenGL: kein Kontext möglich; den Grafiktreiber prüfen</translation>
+    </message>
+    <message>
+        <source>%1: cannot be written (%2); choose another folder</source>
+        <translation>%1: kann nicht geschrieben werden (%2); einen anderen Ordner wählen</translation>
+    </message>
+</context>
+<context>
+    <name>StatusFields</name>
+    <message>
+        <source>Sample rate</source>
+        <translation>Abtastrate</translation>
+    </message>
+    <message>
+        <source>Position / length</source>
+        <translation>Stelle / Länge</translation>
+    </message>
+    <message>
+        <source>%1 fps</source>
+        <translation>%1 Bilder/s</translation>
+    </message>
+    <message>
+        <source>Pictures of the time view in a second</source>
+        <translation>Bilder der Zeitansicht je Sekunde</translation>
+    </message>
+    <message>
+        <source>%1 drops</source>
+        <translation>%1 Lücken</translation>
+    </message>
+    <message>
+        <source>Blocks of signal that were skipped to keep pace</source>
+        <translation>Signalblöcke, die übersprungen wurden, um Schritt zu halten</translation>
+    </message>
+</context>
+</TS>
