@@ -257,7 +257,7 @@
     </message>
     <message>
         <source>Axis unit T</source>
-        <translation>Achseneinheit T</translation>
+        <translation>Einheit T</translation>
     </message>
     <message>
         <source>Trace</source>
@@ -269,7 +269,7 @@
     </message>
     <message>
         <source>&amp;Auto scale</source>
-        <translation>&amp;Automatisch skalieren</translation>
+        <translation>&amp;Automatisch</translation>
     </message>
     <message>
         <source>Fits the axis to the signal of the next second (A)</source>
@@ -277,7 +277,7 @@
     </message>
     <message>
         <source>&amp;Full scale</source>
-        <translation>&amp;Vollaussteuerung</translation>
+        <translation>&amp;Voll</translation>
     </message>
     <message>
         <source>Shows -1 to 1, the full scale of recordings (F)</source>

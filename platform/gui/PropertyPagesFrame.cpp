@@ -13,6 +13,7 @@ PropertyPagesFrame::PropertyPagesFrame(QWidget* parent)
     : QDialog(parent)
     , m_pTabs(new QTabWidget(this))
 {
+    m_pTabs->setDocumentMode(true); // no frame around the pages
     setWindowTitle(tr("Properties"));
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     auto* buttons = new QDialogButtonBox(
