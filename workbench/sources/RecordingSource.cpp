@@ -69,10 +69,6 @@ QString RecordingSource::flaw(const File& file)
                   "or Ogg file")
             .arg(reason);
     }
-    if (file.info.samplerate <= 0 || file.info.channels <= 0)
-        return tr("its header claims %1 samples a second and %2 channels; choose an undamaged file")
-            .arg(file.info.samplerate)
-            .arg(file.info.channels);
     if (file.info.frames <= 0)
         return tr("the recording holds no samples; choose another one");
     return QString();

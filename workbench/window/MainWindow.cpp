@@ -33,6 +33,11 @@ constexpr int statusPeriodMs = 200;
 constexpr double speeds[] = {0.1, 0.2, 0.5, 1.0, 2.0, 5.0, 10.0};
 constexpr double fullScale = 1.1; // a little more than the largest level
 
+// What libsndfile usually reads.
+constexpr const char* recordingPatterns =
+    " (*.wav *.w64 *.rf64 *.flac *.aif *.aiff *.aifc *.au *.snd *.caf *.ogg *.oga *.opus *.mp3"
+    " *.mat *.voc *.wv *.sd2 *.svx *.nist *.sph *.xi *.htk *.avr *.paf *.pvf)";
+
 /// First local file of a drag, empty when there is none.
 QString droppedFile(const QMimeData* data)
 {
@@ -311,11 +316,10 @@ void MainWindow::setPaused(bool paused) { m_timeView->GetToolbarCaption()->setPa
 
 void MainWindow::chooseFile()
 {
-    const QString file = QFileDialog::getOpenFileName(
-        this, tr("Open recording"), m_folder,
-        tr("Recordings (*.wav *.w64 *.rf64 *.flac *.aif *.aiff *.aifc *.au *.snd *.caf *.ogg *.oga "
-           "*.opus *.mp3 *.mat *.voc *.wv *.sd2 *.svx *.nist *.sph *.xi *.htk *.avr *.paf *.pvf);;"
-           "All files (*)"));
+    const QString filters = tr("Recordings") + QLatin1String(recordingPatterns) +
+                            QStringLiteral(";;") + tr("All files") + QStringLiteral(" (*)");
+    const QString file =
+        QFileDialog::getOpenFileName(this, tr("Open recording"), m_folder, filters);
     if (!file.isEmpty())
         openOrSay(file);
 }

@@ -1,0 +1,41 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QFile>
+#include <QString>
+
+#include <sndfile.h>
+
+#include <cmath>
+#include <vector>
+
+/// Writes a recording with libsndfile.
+/// @param samples  sample by sample, the channels beside one another.
+inline void writeRecording(const QString& name, int format, int sampleRate, int channels,
+                           const std::vector<double>& samples)
+{
+    SF_INFO info{};
+    info.samplerate = sampleRate;
+    info.channels = channels;
+    info.format = format;
+    SNDFILE* file = sf_open(QFile::encodeName(name).constData(), SFM_WRITE, &info);
+    sf_write_double(file, samples.data(), static_cast<sf_count_t>(samples.size()));
+    sf_close(file);
+}
+
+inline void writeFile(const QString& name, const QByteArray& content)
+{
+    QFile file(name);
+    file.open(QIODevice::WriteOnly);
+    file.write(content);
+}
+
+/// A sine of amplitude 0.5 that is not at a peak at the ends of any round number of samples.
+inline std::vector<double> sine(std::size_t count, double samplesPerPeriod = 40.0)
+{
+    std::vector<double> samples(count);
+    for (std::size_t i = 0; i < count; ++i)
+        samples[i] =
+            0.5 * std::sin(6.283185307179586 * (static_cast<double>(i) + 0.3) / samplesPerPeriod);
+    return samples;
+}

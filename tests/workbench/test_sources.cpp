@@ -1,0 +1,189 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "Recordings.h"
+#include "workbench/sources/NrzSource.h"
+#include "workbench/sources/RecordingSource.h"
+
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <complex>
+#include <limits>
+
+namespace {
+
+std::vector<double> readAll(SignalSource& source, std::size_t blockLength)
+{
+    std::vector<double> all;
+    std::vector<double> block;
+    while (source.read(block, blockLength) > 0)
+        all.insert(all.end(), block.begin(), block.end());
+    return all;
+}
+
+struct Recordings : testing::Test
+{
+    QString path(const char* name) const { return folder.filePath(QString::fromUtf8(name)); }
+    std::unique_ptr<RecordingSource> open(const QString& name)
+    {
+        return RecordingSource::open(name, why);
+    }
+    QTemporaryDir folder;
+    QString why;
+};
+
+TEST_F(Recordings, ComeThroughInEveryFormatWithAnyNumberOfChannels)
+{
+    struct
+    {
+        const char* name;
+        int format;
+        double tolerance;
+    } const rows[] = {
+        {"u8.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_U8, 1.0 / 128},
+        {"16.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 1.0 / 32768},
+        {"24.aiff", SF_FORMAT_AIFF | SF_FORMAT_PCM_24, 1.0 / 8388608},
+        {"float.wav", SF_FORMAT_WAV | SF_FORMAT_FLOAT, 1e-7},
+        {"double.w64", SF_FORMAT_W64 | SF_FORMAT_DOUBLE, 0.0},
+        {"16.flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_16, 1.0 / 32768},
+    };
+    for (const auto& row : rows) {
+        for (const int channels : {1, 2, 7}) {
+            SCOPED_TRACE(testing::Message() << row.name << ", " << channels << " channels");
+            const auto written = sine(static_cast<std::size_t>(channels) * 1000);
+            writeRecording(path(row.name), row.format, 12345, channels, written);
+            const auto source = open(path(row.name));
+            ASSERT_TRUE(source) << qPrintable(why);
+            EXPECT_EQ(source->name(), row.name);
+            EXPECT_EQ(source->sampleRate(), 12345.0);
+            EXPECT_EQ(source->channelCount(), channels);
+            EXPECT_EQ(source->sampleCount(), 1000);
+
+            EXPECT_THAT(readAll(*source, 77),
+                        testing::Pointwise(testing::DoubleNear(row.tolerance), written));
+            EXPECT_EQ(source->position(), 1000);
+            ASSERT_TRUE(source->seek(990));
+            EXPECT_FALSE(source->seek(1001));
+            EXPECT_FALSE(source->seek(-1));
+            EXPECT_EQ(readAll(*source, 77).size(), static_cast<std::size_t>(channels) * 10);
+        }
+    }
+}
+
+TEST_F(Recordings, ThatCannotBeReadSayWhy)
+{
+    writeFile(path("empty.wav"), {});
+    writeFile(path("text.wav"), "These are no samples.\n");
+    writeRecording(path("none.wav"), SF_FORMAT_WAV | SF_FORMAT_PCM_16, 8000, 1, {});
+    writeRecording(path("whole.wav"), SF_FORMAT_WAV | SF_FORMAT_PCM_16, 8000, 1, sine(100));
+    QFile whole(path("whole.wav"));
+    whole.open(QIODevice::ReadOnly);
+    QByteArray content = whole.readAll();
+    writeFile(path("header.wav"), content.left(30));
+    content.replace(24, 4, QByteArray(4, '\0')); // the sample rate
+    writeFile(path("rate.wav"), content);
+
+    struct
+    {
+        QString name;
+        const char* reason;
+    } const rows[] = {
+        {path("missing.wav"), "no such file"}, {folder.path(), "folder"},
+        {"/dev/null", "not a regular file"},   {path("empty.wav"), "empty"},
+        {path("text.wav"), "not a recording"}, {path("header.wav"), "not a recording"},
+        {path("rate.wav"), "not a recording"}, {path("none.wav"), "no samples"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_FALSE(open(row.name)) << qPrintable(row.name);
+        EXPECT_THAT(why.toStdString(), testing::HasSubstr(row.reason)) << qPrintable(row.name);
+        EXPECT_FALSE(why.contains(QLatin1Char('\n')));
+    }
+}
+
+TEST_F(Recordings, ThatWereCutOffGiveWhatIsThere)
+{
+    writeRecording(path("whole.wav"), SF_FORMAT_WAV | SF_FORMAT_PCM_16, 8000, 2, sine(2000));
+    QFile whole(path("whole.wav"));
+    whole.open(QIODevice::ReadOnly);
+    writeFile(path("cut.wav"), whole.readAll().left(44 + 4 * 600 + 1));
+    const auto source = open(path("cut.wav"));
+    ASSERT_TRUE(source) << qPrintable(why);
+    EXPECT_EQ(source->sampleCount(), 600);
+    EXPECT_EQ(readAll(*source, 1000).size(), 1200U);
+}
+
+TEST_F(Recordings, MayHoldNanAndInfinity)
+{
+    const double infinity = std::numeric_limits<double>::infinity();
+    writeRecording(path("odd.wav"), SF_FORMAT_WAV | SF_FORMAT_DOUBLE, 8000, 1,
+                   {0.5, std::nan(""), infinity, -infinity, 0.25});
+    const auto samples = readAll(*open(path("odd.wav")), 2);
+    EXPECT_THAT(samples, testing::ElementsAre(0.5, testing::IsNan(), infinity, -infinity, 0.25));
+}
+
+TEST(Nrz, KeepsItsFramesWhereverItIsReadFrom)
+{
+    NrzSettings settings;
+    settings.noise = 0.0;
+    NrzSource source(settings);
+    const auto stream = readAll(source, 0); // reads nothing
+    EXPECT_TRUE(stream.empty());
+    const auto frame = static_cast<std::int64_t>(source.frameLength().value());
+    ASSERT_EQ(frame, 1600);
+    const auto bitsOf = [&source, frame](std::int64_t number) {
+        std::vector<double> samples;
+        EXPECT_TRUE(source.seek(number * frame));
+        source.read(samples, static_cast<std::size_t>(frame));
+        std::string bits;
+        for (std::size_t i = 39; i < samples.size(); i += 40) // ends of symbols
+            bits += samples[i] > 0.0 ? '1' : '0';
+        return bits;
+    };
+    const std::string fifth = bitsOf(5);
+    EXPECT_EQ(fifth.substr(0, 16), "1110101110010000");
+    EXPECT_EQ(bitsOf(6).substr(0, 16), "1110101110010000");
+    EXPECT_NE(bitsOf(6), fifth);
+    EXPECT_EQ(bitsOf(5), fifth);
+    EXPECT_FALSE(source.seek(-1));
+}
+
+// The first three symbols are a step from rest: its differences are the impulse response.
+TEST(Nrz, IsThreeDecibelsDownAtItsBandwidth)
+{
+    for (const double bandwidth : {0.4, 0.8, 1.5}) {
+        NrzSettings settings;
+        settings.noise = 0.0;
+        settings.bandwidth = bandwidth;
+        std::vector<double> step;
+        NrzSource(settings).read(step, 120);
+        std::complex<double> response = step[0];
+        for (std::size_t i = 1; i < step.size(); ++i)
+            response += std::polar(step[i] - step[i - 1], -6.283185307179586 * bandwidth *
+                                                              settings.symbolRate *
+                                                              static_cast<double>(i) / 48000.0);
+        EXPECT_NEAR(std::abs(response), std::sqrt(0.5), 0.02) << bandwidth;
+    }
+}
+
+TEST(Nrz, HasTheNoiseThatItWasAskedFor)
+{
+    for (const double bandwidth : {0.3, 0.8, 3.0}) {
+        NrzSettings settings;
+        settings.bandwidth = bandwidth;
+        settings.noise = 0.2;
+        NrzSource noisy(settings);
+        settings.noise = 0.0;
+        NrzSource clean(settings);
+        std::vector<double> with;
+        std::vector<double> without;
+        noisy.read(with, 200000);
+        clean.read(without, 200000);
+        double power = 0.0;
+        for (std::size_t i = 0; i < with.size(); ++i)
+            power += (with[i] - without[i]) * (with[i] - without[i]);
+        EXPECT_NEAR(std::sqrt(power / 200000.0), 0.2, 0.01) << bandwidth;
+    }
+}
+
+} // namespace
