@@ -96,12 +96,16 @@
         <translation>Aufnahme öffnen</translation>
     </message>
     <message>
-        <source>Recordings (*.wav *.w64 *.rf64 *.flac *.aif *.aiff *.aifc *.au *.snd *.caf *.ogg *.oga *.opus *.mp3 *.mat *.voc *.wv *.sd2 *.svx *.nist *.sph *.xi *.htk *.avr *.paf *.pvf);;All files (*)</source>
-        <translation>Aufnahmen (*.wav *.w64 *.rf64 *.flac *.aif *.aiff *.aifc *.au *.snd *.caf *.ogg *.oga *.opus *.mp3 *.mat *.voc *.wv *.sd2 *.svx *.nist *.sph *.xi *.htk *.avr *.paf *.pvf);;Alle Dateien (*)</translation>
-    </message>
-    <message>
         <source>%1: %2</source>
         <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>Recordings</source>
+        <translation>Aufnahmen</translation>
+    </message>
+    <message>
+        <source>All files</source>
+        <translation>Alle Dateien</translation>
     </message>
 </context>
 <context>
@@ -373,10 +377,6 @@
     <message>
         <source>not a recording that can be read (%1); choose a WAV, FLAC, AIFF, AU, CAF, W64 or Ogg file</source>
         <translation>keine lesbare Aufnahme (%1); eine WAV-, FLAC-, AIFF-, AU-, CAF-, W64- oder Ogg-Datei wählen</translation>
-    </message>
-    <message>
-        <source>its header claims %1 samples a second and %2 channels; choose an undamaged file</source>
-        <translation>ihr Kopf nennt %1 Abtastwerte je Sekunde und %2 Kanäle; eine unbeschädigte Datei wählen</translation>
     </message>
     <message>
         <source>the recording holds no samples; choose another one</source>

@@ -105,8 +105,8 @@ bool CaptionWidget::isPaused() const { return m_pPause && m_pPause->isChecked();
 
 void CaptionWidget::setPaused(bool paused)
 {
-    if (m_pPause)
-        m_pPause->setChecked(paused);
+    if (m_pPause && paused != isPaused())
+        m_pPause->click();
 }
 
 void CaptionWidget::paintEvent(QPaintEvent*)
