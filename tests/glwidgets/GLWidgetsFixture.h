@@ -1,0 +1,156 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/glbase/GLLayout.h"
+#include "platform/glbase/GLPainter.h"
+#include "platform/glwidgets/CaptionWidget.h"
+#include "platform/glwidgets/DiagramCaption.h"
+#include "platform/glwidgets/ScanBufferWidgetBase.h"
+#include "platform/glwidgets/StandardMeasRuler.h"
+#include "platform/glwidgets/XAxisWidget.h"
+#include "platform/glwidgets/YAxisHandler.h"
+#include "platform/gui/ColorSet.h"
+
+#include <QImage>
+#include <QPaintEngine>
+#include <QPainter>
+#include <QTest>
+#include <QWindow>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+/// A picture that keeps the texts drawn on it and their places instead of pixels.
+struct TextRecorder : QImage, QPaintEngine
+{
+    struct Text
+    {
+        QString text;
+        QRectF box;
+    };
+    explicit TextRecorder(const QSize& size)
+        : QImage(size, Format_RGB32)
+        , QPaintEngine(AllFeatures)
+    {}
+    QPaintEngine* paintEngine() const override { return const_cast<TextRecorder*>(this); }
+    bool begin(QPaintDevice*) override { return true; }
+    bool end() override { return true; }
+    Type type() const override { return User; }
+    void updateState(const QPaintEngineState&) override {}
+    void drawPixmap(const QRectF&, const QPixmap&, const QRectF&) override {}
+    void drawPath(const QPainterPath&) override {}
+    void drawPolygon(const QPointF*, int, PolygonDrawMode) override {}
+    void drawTextItem(const QPointF& at, const QTextItem& item) override
+    {
+        const QRectF box(at.x(), at.y() - item.ascent(), item.width(),
+                         item.ascent() + item.descent());
+        texts.push_back({item.text(), painter()->deviceTransform().mapRect(box)});
+    }
+
+    std::vector<Text> texts;
+};
+
+/// A plot with grid and Y axis that paints itself as the diagrams do.
+struct Plot : ScanBufferWidgetBase
+{
+    Plot()
+        : ScanBufferWidgetBase("Plot", nullptr, wtPlot)
+    {
+        addMouseObject(std::weak_ptr<IMouseHandler>(yAxis), zoAxis);
+        addContextMenu(std::weak_ptr<IHasContextMenu>(yAxis), zoAxis);
+    }
+    void resizeEvent(QResizeEvent* event) override
+    {
+        GLCommonWidget::resizeEvent(event);
+        yAxis->resizeEvent(event);
+    }
+    void paintEvent(QPaintEvent* event) override
+    {
+        GLPainter painter(GetFrameWidget());
+        painter.fillRect(rect(), Qt::black);
+        if (const auto axis = xAxis.lock())
+            axis->XPixelMap()->GetGridDrawer().Draw(painter, this, m_drawParam);
+        yAxis->XPixelMap()->GetGridDrawer().Draw(painter, this, m_drawParam);
+        GLCommonWidget::paintEvent(event);
+        TextRects()->draw(painter);
+    }
+
+    std::shared_ptr<YAxisHandler> yAxis = std::make_shared<YAxisHandler>(3);
+    std::weak_ptr<AxisHandler> xAxis;
+};
+
+/// Caption, plot, X axis and ruler in a window, put together and taken apart as the views do.
+/// Positions of events are those of the window.
+struct View : GLLayout
+{
+    View()
+    {
+        setGeometry(0, 0, 500, 300);
+        setFocusPolicy(Qt::StrongFocus);
+        setFocusProxy(bar());
+        AddWidget(caption->getBaseWidget());
+        AddWidget(plot);
+        AddWidget(xAxis);
+        plot->xAxis = xAxis;
+        ruler.init(plot, xAxis, plot->yAxis, bar());
+    }
+    ~View() override
+    {
+        drop(xAxis);
+        drop(plot);
+        delete caption;
+    }
+    template<class Widget>
+    void drop(std::shared_ptr<Widget>& widget)
+    {
+        if (widget)
+            RemoveWidget(*widget);
+        widget.reset();
+    }
+    void open()
+    {
+        show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(this));
+        setFocus();
+    }
+    CaptionWidget* bar() const { return findChild<CaptionWidget*>(); }
+    QPoint inPlot(int x, int y) const { return plot->geometry().topLeft() + QPoint(x, y); }
+    QPoint inXAxis(int x) const { return xAxis->geometry().topLeft() + QPoint(x, 10); }
+
+    void drag(const QPoint& from, const QPoint& to)
+    {
+        QTest::mousePress(windowHandle(), Qt::LeftButton, {}, from);
+        QTest::mouseMove(windowHandle(), (from + to) / 2);
+        QTest::mouseMove(windowHandle(), to);
+        QTest::mouseRelease(windowHandle(), Qt::LeftButton, {}, to);
+    }
+    void wheel(const QPoint& at, int eighthsOfDegree)
+    {
+        QWheelEvent event(at, mapToGlobal(at), {}, {0, eighthsOfDegree}, Qt::NoButton, {},
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(this, &event);
+    }
+    std::vector<TextRecorder::Text> texts()
+    {
+        TextRecorder recorder(size());
+        QPainter painter(&recorder);
+        Render(painter);
+        return recorder.texts;
+    }
+    /// The plot's part of the picture.
+    QImage picture()
+    {
+        QImage image(size(), QImage::Format_RGB32);
+        QPainter painter(&image);
+        Render(painter);
+        return plot ? image.copy(plot->geometry()) : image;
+    }
+
+    DiagramCaption* caption = new DiagramCaption(this, QStringLiteral("Plot"), true);
+    std::shared_ptr<Plot> plot = std::make_shared<Plot>();
+    std::shared_ptr<XAxisWidget> xAxis = std::make_shared<XAxisWidget>("XAxis", this);
+    StandardMeasRuler ruler;
+};

@@ -1,0 +1,227 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "GLWidgetsFixture.h"
+
+#include "platform/base/IObserver.h"
+
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QRegularExpression>
+#include <QTimer>
+
+#include <cmath>
+#include <limits>
+#include <random>
+#include <set>
+
+namespace {
+
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+constexpr double inf = std::numeric_limits<double>::infinity();
+
+using Range = std::pair<double, double>;
+
+Range rangeOf(const AxisHandler& axis) { return {axis.GetStartValue(), axis.GetStopValue()}; }
+
+struct LoggingAxis : AxisHandler, IObserver
+{
+    LoggingAxis()
+        : AxisHandler(axisDefinition::Orientation::Horizontal)
+    {
+        Attach(this);
+    }
+    void RequestRepaint() override { ++repaints; }
+    void Update(Observable*, TChangeCode) override { log.push_back(rangeOf(*this)); }
+    int repaints = 0;
+    std::vector<Range> log;
+};
+
+TEST(Axis, TellsEachRealChangeOnceAndKeepsRangesAsGiven)
+{
+    LoggingAxis axis;
+    axis.SetRange(-1.0, 1.0); // as it starts
+    axis.SetRange(4.0, -4.0);
+    axis.SetRange(4.0, -4.0);
+    axis.SetStartValue(7.0);
+    axis.SetStopValue(7.0);
+    axis.SetRange(1e35, -1e35);
+    axis.SetStopValue(inf);
+    EXPECT_EQ(axis.log, (std::vector<Range>{{4, -4}, {7, -4}, {7, 7}, {1e35, -1e35}, {1e35, inf}}));
+    axis.SetRange(nan, nan);
+    axis.SetRange(nan, nan); // no change, although NaN differs from NaN
+    EXPECT_EQ(axis.log.size(), 6U);
+    EXPECT_EQ(axis.repaints, 6);
+    EXPECT_FALSE(axis.IsZoomed());
+}
+
+struct Axes : testing::Test
+{
+    std::unique_ptr<View> view = std::make_unique<View>();
+    XAxisWidget& x = *view->xAxis;
+    YAxisHandler& y = *view->plot->yAxis;
+};
+
+TEST_F(Axes, RangesWithoutPixelsPaintAndTakeInput)
+{
+    view->open();
+    const Range ranges[] = {{0, 0},
+                            {nan, 1},
+                            {-inf, inf},
+                            {1e35, 1e35},
+                            {1.5e308, -1e308},
+                            {5e-324, 1e-323},
+                            {1.1e35, -1.1e35},
+                            {1, std::nextafter(1, 2)}};
+    for (const auto& [start, stop] : ranges) {
+        x.SetRange(start, stop);
+        y.SetRange(start, stop);
+        QTest::mouseMove(view->windowHandle(), view->inXAxis(100));
+        for (const QPoint& at : {view->inXAxis(100), view->inPlot(10, 100)}) {
+            view->wheel(at, 120);
+            view->drag(at, at + QPoint(30, 30));
+            QTest::mouseDClick(view->windowHandle(), Qt::LeftButton, {}, at);
+        }
+        view->drag(view->inPlot(200, 100), view->inPlot(250, 100));
+        view->picture();
+        EXPECT_FALSE(x.IsZoomed() || y.IsZoomed()) << start << " to " << stop;
+    }
+}
+
+TEST_F(Axes, LabelsAreApartInsideDifferentAndNeverMinusZero)
+{
+    static const QRegularExpression minusZero(QStringLiteral("^-0(\\.0*)?$"));
+    std::mt19937 random(1);
+    std::uniform_real_distribution<> unit(-1.0, 1.0);
+    for (int i = 0; i < 200; ++i) {
+        view->resize(i % 3 == 0 ? 90 : 900, i % 5 == 0 ? 90 : 400);
+        const double span = std::pow(10.0, 12.0 * unit(random)) * (i % 2 ? 1.0 : -1.0);
+        const double start = span * unit(random) * (i % 4 == 0 ? 1e4 : 1.0);
+        SCOPED_TRACE(testing::Message() << start << " and " << span);
+        x.SetRange(start, start + span);
+        y.SetRange(start, start + span);
+        const auto texts = view->texts();
+        EXPECT_TRUE(view->width() < 900 || !texts.empty());
+        for (auto text = texts.begin(); text != texts.end(); ++text) {
+            const bool isX = text->box.top() >= x.geometry().top();
+            EXPECT_TRUE(QRectF(isX ? x.geometry() : view->plot->geometry()).contains(text->box));
+            EXPECT_FALSE(minusZero.match(text->text).hasMatch()) << qPrintable(text->text);
+            for (auto other = texts.begin(); other != text; ++other) {
+                EXPECT_FALSE(text->box.intersects(other->box));
+                const bool isOtherX = other->box.top() >= x.geometry().top();
+                EXPECT_TRUE(isX != isOtherX || text->text != other->text);
+            }
+        }
+    }
+    y.SetRange(-1.0, 1.0); // both ends have labels, though the start has no row
+    std::set<QString> labels;
+    for (const auto& [text, box] : view->texts()) {
+        if (box.right() < y.StripWidth())
+            labels.insert(text);
+    }
+    EXPECT_TRUE(labels.count("1.0") && labels.count("-1.0"));
+}
+
+// By the traces' own formula: a grid line and a trace at the same value share their pixels.
+TEST_F(Axes, GridLinesStandAtTheTracesPixelsAlsoAfterAResize)
+{
+    const QColor grid = ColorSet::Instance()[IColorBase::colGrid];
+    x.SetRange(-100.0, 0.0);
+    y.SetRange(-3.0, 1.5);
+    for (const QSize& size : {QSize(500, 300), QSize(333, 217)}) {
+        view->resize(size);
+        const QImage image = view->picture();
+        const int w = image.width();
+        const int zeroY = image.height() + int((image.height() - 1) * -3.0 / 4.5);
+        for (const int value : {-80, -40, -20, 0})
+            EXPECT_EQ(image.pixelColor(int((w - 1) * (value + 100.0) / 100.0), zeroY + 7), grid);
+        EXPECT_EQ(image.pixelColor(w - 1, zeroY + 7), grid); // 0 is the last column
+        for (const int row : {zeroY - 1, zeroY, zeroY + 1})
+            EXPECT_EQ(image.pixelColor(w / 2 + 7, row) == grid, row == zeroY) << row;
+    }
+}
+
+TEST_F(Axes, WheelAndDragKeepTheValueUnderThePointer)
+{
+    view->open();
+    x.SetRange(-100.0, 0.0);
+    const struct
+    {
+        AxisHandler& axis;
+        QPoint at, to;
+        int pixel, toPixel;
+    } cases[] = {{x, view->inXAxis(123), view->inXAxis(170), 123, 170},
+                 {y, view->inPlot(12, 77), view->inPlot(300, 40), 77, 40}}; // leaves the strip
+    for (const auto& [axis, at, to, pixel, toPixel] : cases) {
+        const Range range = rangeOf(axis);
+        const double value = axis.PixelToValue(pixel);
+        for (const double zoom : {1.25, 1.0 / 1.25}) {
+            view->wheel(at, zoom > 1.0 ? 120 : -240);
+            EXPECT_NEAR((range.second - range.first) / zoom,
+                        axis.GetStopValue() - axis.GetStartValue(), 1e-9);
+            EXPECT_NEAR(axis.PixelToValue(pixel), value, 1e-9);
+        }
+        view->drag(at, to);
+        QTest::mouseMove(view->windowHandle(), at); // the drag is over
+        EXPECT_NEAR(axis.PixelToValue(toPixel), value, 1e-9);
+        EXPECT_TRUE(axis.IsZoomed());
+        QTest::mouseDClick(view->windowHandle(), Qt::LeftButton, {}, at);
+        EXPECT_EQ(rangeOf(axis), range);
+        view->wheel(at, 120);
+        axis.SetRange(3.0, 5.0); // by program, which ends the zoom
+        EXPECT_FALSE(axis.IsZoomed());
+    }
+    view->wheel(view->inPlot(y.StripWidth(), 77), 120); // the plot itself has no wheel
+    EXPECT_FALSE(y.IsZoomed());
+    EXPECT_EQ(view->ruler.CursorCount(), 0);
+}
+
+TEST_F(Axes, TheXAxisReadsOutTheValueUnderThePointer)
+{
+    view->open();
+    const auto& axis = x.XPixelMap()->GetAxisDefinition();
+    const QString readout = axis.LabelWithUnit(axis.PixelToValue(247));
+    for (const QPoint& pointer : {view->inXAxis(247), view->inPlot(300, 50)}) {
+        QTest::mouseMove(view->windowHandle(), pointer);
+        bool isShown = false;
+        for (const auto& [text, box] : view->texts())
+            isShown |= text == readout && std::abs(box.center().x() - 247.0) < 2.0;
+        EXPECT_EQ(isShown, pointer.x() == 247) << qPrintable(readout);
+    }
+}
+
+TEST_F(Axes, TheStripsMenuUndoesTheZoomAndMayDestroyTheView)
+{
+    const auto menuAt = [this](int column) {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(column, 20));
+        return y.getContextMenu(&event, view->plot.get(), 0);
+    };
+    EXPECT_EQ(y.getContextMenu(nullptr, view->plot.get(), 0), nullptr);
+    EXPECT_EQ(menuAt(y.StripWidth()), nullptr);
+    QMenu* menu = menuAt(y.StripWidth() - 1);
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->parent(), view.get());
+    EXPECT_FALSE(menu->actions().front()->isEnabled());
+    y.ZoomAt(50, 0.5);
+    EXPECT_EQ(menuAt(0), menu);
+    menu->actions().front()->trigger();
+    EXPECT_FALSE(y.IsZoomed());
+
+    struct Destroyer : IObserver
+    {
+        void Update(Observable*, TChangeCode) override { view->reset(); }
+        std::unique_ptr<View>* view = nullptr;
+    } destroyer;
+    destroyer.view = &view;
+    view->open();
+    y.ZoomAt(50, 0.5);
+    y.Attach(&destroyer);
+    QTimer::singleShot(0, view.get(), [menu] {
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    const QPoint at = view->inPlot(5, 50);
+    QContextMenuEvent event(QContextMenuEvent::Mouse, at, view->mapToGlobal(at));
+    QApplication::sendEvent(view.get(), &event);
+    EXPECT_EQ(view, nullptr);
+}
+
+} // namespace
