@@ -12,14 +12,7 @@ AxisZoom::AxisZoom(AxisHandler& axis)
     : m_axis(axis)
 {}
 
-AxisZoom::~AxisZoom()
-{
-    if (!m_menu)
-        return;
-    // Not deleted at once: its own entry may be what makes the axis go.
-    m_menu->hide();
-    m_menu->deleteLater();
-}
+AxisZoom::~AxisZoom() { delete m_menu; }
 
 void AxisZoom::Wheel(int pixel, const QWheelEvent& event)
 {
@@ -46,8 +39,11 @@ QMenu* AxisZoom::ResetMenu(QWidget* parent, const QString& entry)
 {
     if (!m_menu) {
         m_menu = new QMenu(parent);
-        QObject::connect(m_menu->addAction(entry), &QAction::triggered, &m_receiver,
-                         [this] { m_axis.ResetZoom(); });
+        // Later: an observer of the axis may destroy it and the menu's parent, which a menu does
+        // not bear while it runs its own entry.
+        QObject::connect(
+            m_menu->addAction(entry), &QAction::triggered, &m_receiver,
+            [this] { m_axis.ResetZoom(); }, Qt::QueuedConnection);
     }
     m_menu->actions().front()->setEnabled(m_axis.IsZoomed());
     return m_menu;

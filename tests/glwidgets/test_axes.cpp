@@ -203,6 +203,7 @@ TEST_F(Axes, TheStripsMenuUndoesTheZoomAndMayDestroyTheView)
     y.ZoomAt(50, 0.5);
     EXPECT_EQ(menuAt(0), menu);
     menu->actions().front()->trigger();
+    QCoreApplication::processEvents();
     EXPECT_FALSE(y.IsZoomed());
 
     struct Destroyer : IObserver
@@ -221,6 +222,7 @@ TEST_F(Axes, TheStripsMenuUndoesTheZoomAndMayDestroyTheView)
     const QPoint at = view->inPlot(5, 50);
     QContextMenuEvent event(QContextMenuEvent::Mouse, at, view->mapToGlobal(at));
     QApplication::sendEvent(view.get(), &event);
+    QCoreApplication::processEvents();
     EXPECT_EQ(view, nullptr);
 }
 

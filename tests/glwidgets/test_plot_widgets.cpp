@@ -106,7 +106,7 @@ TEST_F(PlotWidgets, TextsStandBesideTheirAnchorInsideThePlot)
             EXPECT_TRUE(QRectF(area).contains(boxOf(line))) << anchor.x() << " " << anchor.y();
             EXPECT_FALSE(boxOf(line).contains(anchor));
         }
-        EXPECT_LE(boxOf("first").bottom(), boxOf("second line").top() + 1.0);
+        EXPECT_LT(boxOf("first").center().y(), boxOf("second line").top());
     }
     plot.RemoveMarker("m");
     plot.addTextFreqList("100 MHz");
