@@ -27,13 +27,15 @@ struct DeviceRaster::Segment
     {
         if (dashLength == 0.0)
             return true;
-        return std::fmod(reversed ? a2 - a : a - a1, dashPeriod) < dashLength;
+        // A pixel reaches half a unit to either side of its coordinate.
+        return std::fmod((reversed ? a2 - a : a - a1) + 0.5, dashPeriod) < dashLength;
     }
 };
 
 double DeviceRaster::Scale::Edge(double logical) const
 {
-    return std::floor(logical * factor + offset + 0.5);
+    // The excess keeps a half a half, whatever the rounding of the transform.
+    return std::floor(logical * factor + offset + 0.5 + 1e-6);
 }
 
 DeviceRaster::Span DeviceRaster::Scale::VisibleSpan(double from, double to) const
@@ -65,6 +67,17 @@ QRectF DeviceRaster::Snapped(const QRectF& rect) const
     return QRectF(
         QPointF(m_x.Logical(m_x.Edge(rect.left())), m_y.Logical(m_y.Edge(rect.top()))),
         QPointF(m_x.Logical(m_x.Edge(rect.right())), m_y.Logical(m_y.Edge(rect.bottom()))));
+}
+
+void DeviceRaster::ClipToVisible(Qt::ClipOperation operation)
+{
+    // The GL engine rounds clips outwards, the raster engine to the nearest pixel. Slightly inside
+    // of the edges both take the same pixels.
+    constexpr double inside = 1e-3;
+    const QRectF clip(
+        QPointF(m_x.Logical(m_x.visible.first + inside), m_y.Logical(m_y.visible.first + inside)),
+        QPointF(m_x.Logical(m_x.visible.last - inside), m_y.Logical(m_y.visible.last - inside)));
+    m_painter.setClipRect(clip, operation);
 }
 
 QRect DeviceRaster::VisibleDeviceRect() const
@@ -249,8 +262,9 @@ void DeviceRaster::Fill(const QColor& color)
     }
     m_rects.clear();
 
-    // One call, measured with software GL: as fast as raw quads and several times faster than a
-    // path, and four-cornered areas are exact on every engine.
+    // Measured with software GL, 19 to 2000 rectangles: raw GL quads are up to twice as fast, but
+    // only for thousands; lines, polylines and paths are slower, and no two engines round them
+    // alike.
     m_painter.save();
     m_painter.setRenderHint(QPainter::Antialiasing, false);
     m_painter.setPen(Qt::NoPen);

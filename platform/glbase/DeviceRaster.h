@@ -15,7 +15,7 @@ class QPainter;
 /// all give the same picture.
 ///
 /// A logical coordinate v belongs to the edge of a device pixel: v times the scale of the painter,
-/// rounded, halves up (as Qt rounds clips). A line one logical pixel wide at x thus covers the
+/// rounded, halves up. A line one logical pixel wide at x thus covers the
 /// device pixels between the edges of x and x + 1, at least one; neighbouring lines meet without
 /// gap or overlap. A painter that rotates or mirrors is drawn to in logical pixels.
 ///
@@ -35,6 +35,8 @@ public:
 
     /// The rectangle moved to the edges of device pixels, in logical coordinates.
     QRectF Snapped(const QRectF& rect) const;
+    /// Clips the painter to the visible rectangle.
+    void ClipToVisible(Qt::ClipOperation operation);
     /// The visible rectangle in device pixels.
     QRect VisibleDeviceRect() const;
 

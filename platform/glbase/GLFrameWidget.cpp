@@ -45,7 +45,7 @@ void GLFrameWidget::Render(QPainter& painter)
 
     QColor ground = ColorSet::Instance()[IColorBase::colBackground];
     ground.setAlpha(255);
-    painter.fillRect(rect(), ground);
+    painter.fillRect(DeviceRaster(painter, rect()).Snapped(rect()), ground);
     PaintChildren(painter);
     painter.restore();
 }

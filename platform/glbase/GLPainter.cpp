@@ -27,7 +27,8 @@ GLPainter::GLPainter(GLFrameWidget* frame)
     m_pPainter->setWorldTransform(m_pFrame->m_baseTransform);
     if (m_pFrame->m_hasBaseClip)
         m_pPainter->setClipRegion(m_pFrame->m_baseClip);
-    m_pPainter->setClipRect(place, m_pFrame->m_hasBaseClip ? Qt::IntersectClip : Qt::ReplaceClip);
+    DeviceRaster(*m_pPainter, place)
+        .ClipToVisible(m_pFrame->m_hasBaseClip ? Qt::IntersectClip : Qt::ReplaceClip);
     m_pPainter->translate(place.topLeft());
 }
 

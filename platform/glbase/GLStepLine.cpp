@@ -33,12 +33,14 @@ GLStepLine::Extremes ExtremesOfBlock(const Item* items, std::size_t count)
 
 void GLStepLine::SetDestRect(int left, int top, int width, int height)
 {
+    if (width <= 0 || height <= 0) {
+        m_destRect = QRect();
+        return;
+    }
     // A QRect keeps its right and bottom borders, which must fit into an int.
-    const auto fitting = [](int start, int extent) {
-        return start > 0 ? std::min(extent, std::numeric_limits<int>::max() - start)
-                         : std::max(extent, 0);
-    };
-    m_destRect = QRect(QPoint(left, top), QSize(fitting(left, width), fitting(top, height)));
+    constexpr int most = std::numeric_limits<int>::max();
+    m_destRect = QRect(left, top, std::min(width, most - std::max(left, 0)),
+                       std::min(height, most - std::max(top, 0)));
 }
 
 void GLStepLine::SetData(const unsigned char* levels, std::size_t count)

@@ -37,7 +37,7 @@ public:
     void SetStepLineStyle(eStepLineStyle style) { m_stepStyle = style; }
     void SetLineStyle(const GLLineStyle& style) { m_lineStyle = style; }
     /// Rectangle in the pixel frame of the widget that draws; may reach outside of it. A width or
-    /// height of 0 or less draws nothing.
+    /// height of 0 or less draws nothing and leaves a null rectangle.
     void SetDestRect(int left, int top, int width, int height);
     /// Takes a copy of count levels. A null pointer or a count of 0 empties the line.
     void SetData(const unsigned char* levels, std::size_t count);

@@ -4,6 +4,7 @@
 #include "platform/base/Saturate.h"
 
 #include <algorithm>
+#include <cfloat>
 #include <cmath>
 #include <cstdint>
 #include <utility>
@@ -50,9 +51,9 @@ double axisDefinition::PixelToValue(int pixel) const
     const double span = m_stop - m_start;
     double value = m_start + offset * span / (m_length - 1);
     // Rounding may have put the value just before the edge of its pixel.
-    const double beyond = std::copysign(HUGE_VAL, offset * span);
+    const double resolution = std::max(std::abs(m_start), std::abs(m_stop)) * DBL_EPSILON;
     for (int i = 0; i < 4 && ValueToPixel(value) != pixel; ++i)
-        value = std::nextafter(value, beyond);
+        value += std::copysign(resolution, offset * span);
     return value;
 }
 

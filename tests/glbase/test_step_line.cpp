@@ -1,0 +1,125 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "FrameFixture.h"
+
+#include <QPainter>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <limits>
+#include <random>
+
+namespace {
+
+struct StepLine : testing::Test, FrameFixture
+{
+    GLStepLine line;
+    std::mt19937 generator{7};
+
+    StepLine()
+    {
+        line.SetLineStyle({lsSolid, 1, trace});
+        plot->paint = [this](GLPainter&) { frame.DrawStepLine(line); };
+    }
+    void SetRandomLevels(std::size_t count)
+    {
+        std::vector<unsigned char> levels(count);
+        for (unsigned char& level : levels)
+            level = static_cast<unsigned char>(generator());
+        line.SetData(levels.data(), count);
+    }
+    /// Level by level: a stroke over its columns, and one up or down to the next level.
+    QImage PlainTwin() const
+    {
+        QImage image = Expected({});
+        QPainter painter(&image);
+        const QRect dest = line.DestRect();
+        const QPoint end = Device(dest.x() + dest.width(), dest.y() + dest.height());
+        const QRect area(Device(dest.x(), dest.y()), end - QPoint(1, 1));
+        painter.setClipRect(area & QRect(Device(0, 0), Device(161, 86) - QPoint(1, 1)));
+        const int pen = std::min(qRound(ratio), area.height());
+        const auto& levels = line.Levels();
+        const auto xOf = [&](std::size_t i) {
+            return area.left() + static_cast<int>(i * std::size_t(area.width()) / levels.size());
+        };
+        const auto yOf = [&](std::size_t i) {
+            const int rise = area.height() - pen;
+            return area.top() + rise - qRound(levels[i] * rise / 255.0);
+        };
+        for (std::size_t i = 0; i < levels.size(); ++i) {
+            painter.fillRect(xOf(i), yOf(i), xOf(i + 1) - xOf(i) + pen, pen, trace);
+            const auto [top, bottom] =
+                std::minmax({yOf(i), yOf(std::min(i + 1, levels.size() - 1))});
+            painter.fillRect(xOf(i + 1), top, pen, bottom - top + pen, trace);
+        }
+        return image;
+    }
+};
+
+TEST_F(StepLine, LooksLikeItsLevelsDrawnOneByOne)
+{
+    const std::vector<QRect> rects = {
+        {3, 4, 100, 60}, {-41, 0, 300, 86}, {10, 10, 1, 1}, {20, -30, 7, 200}, {150, 80, 60, 2}};
+    for (const std::size_t count : {1, 2, 15, 16, 17, 99, 100, 101, 255, 256, 257, 4097, 60000}) {
+        SetRandomLevels(count);
+        for (const QRect& rect : rects) {
+            SCOPED_TRACE(testing::Message() << count << " levels, " << rect.width() << " columns");
+            line.SetDestRect(rect.x(), rect.y(), rect.width(), rect.height());
+            ExpectSamePicture(Painted(), PlainTwin(), "step line");
+            if (HasFailure())
+                return;
+        }
+    }
+}
+
+TEST_F(StepLine, FindsTheExtremesOfAnyRange)
+{
+    for (const std::size_t count :
+         {1, 15, 16, 17, 31, 32, 255, 256, 257, 4095, 4096, 4097, 70001}) {
+        SetRandomLevels(count);
+        const auto at = line.Levels().begin();
+        for (int i = 0; i < 300; ++i) {
+            const std::size_t first = i == 0 ? 0 : generator() % count;
+            const std::size_t last = i == 0 ? count : first + 1 + generator() % (count - first);
+            const auto [low, high] = std::minmax_element(at + long(first), at + long(last));
+            const auto extremes = line.ExtremesOf(first, last);
+            ASSERT_EQ(extremes.min, *low) << first << " to " << last << " of " << count;
+            ASSERT_EQ(extremes.max, *high) << first << " to " << last << " of " << count;
+        }
+    }
+}
+
+TEST_F(StepLine, KeepsItsOwnLevelsOnTheOutermostRows)
+{
+    std::vector<unsigned char> levels = {0, 255};
+    line.SetData(levels.data(), 2);
+    levels.assign(2, 128);
+    line.SetDestRect(10, 10, 20, 31);
+    const QImage image = Painted();
+    if (ratio != 1.5) // there the pen, a whole number of device pixels, is no logical pixel
+        ExpectSamePicture(image, Expected({{10, 40, 10, 1}, {20, 10, 1, 31}, {20, 10, 10, 1}}),
+                          "levels");
+    line.SetData(nullptr, 2);
+    ExpectSamePicture(Painted(), Expected({}), "no levels");
+}
+
+TEST_F(StepLine, TakesAnyRectangle)
+{
+    constexpr int most = std::numeric_limits<int>::max();
+    constexpr int least = std::numeric_limits<int>::lowest();
+    const unsigned char levels[] = {0, 255};
+    line.SetData(levels, 2);
+    line.SetDestRect(-1'000'000'000, 0, 2'000'000'000, 86);
+    const QImage image = Painted();
+    if (ratio != 1.5)
+        ExpectSamePicture(image, Expected({{0, 0, 1, 86}, {0, 0, 161, 1}}), "half to the left");
+    for (const auto& [start, extent] : std::vector<std::pair<int, int>>{
+             {5, 0}, {5, -1}, {1'000'000'000, 9}, {least, least}, {least, most}, {most, most}}) {
+        line.SetDestRect(start, 5, extent, 9);
+        ExpectSamePicture(Painted(), Expected({}), "nothing to see");
+        line.SetDestRect(5, start, 9, extent);
+        ExpectSamePicture(Painted(), Expected({}), "nothing to see");
+    }
+}
+
+} // namespace
