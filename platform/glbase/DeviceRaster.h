@@ -15,9 +15,9 @@ class QPainter;
 /// all give the same picture.
 ///
 /// A logical coordinate v belongs to the edge of a device pixel: v times the scale of the painter,
-/// rounded, halves up. A line one logical pixel wide at x thus covers the
-/// device pixels between the edges of x and x + 1, at least one; neighbouring lines meet without
-/// gap or overlap. A painter that rotates or mirrors is drawn to in logical pixels.
+/// rounded, halves up. A line one logical pixel wide at x thus covers the device pixels between the
+/// edges of x and x + 1, at least one; neighbouring lines meet without gap or overlap. A painter
+/// that rotates or mirrors is drawn to in logical pixels.
 ///
 /// Coordinates may be any numbers; the cost is that of the pixels that can be seen.
 class DeviceRaster

@@ -40,7 +40,7 @@ TEST(AxisDefinition, TicksStandAtRoundNumbers)
         {Axis(-3e-7, 3e-7, 301), {-2e-7, 0, 2e-7}, "-2e-07"},
         {Axis(1e9, 1e9 + 3, 401),
          {1e9, 1e9 + 0.5, 1e9 + 1, 1e9 + 1.5, 1e9 + 2, 1e9 + 2.5, 1e9 + 3},
-         "1e+09"},
+         "1000000000"},
         {Axis(-1.1e35, 1.1e35, 401), {-1e35, -5e34, 0, 5e34, 1e35}, "-1e+35"},
         {Axis(7.2, 7.8, 20), {}, ""},
     };
@@ -133,7 +133,7 @@ TEST(AxisDefinition, LabelsAreTheFormattersOrPlain)
 {
     axisDefinition axis = Axis(-1, 1, 301);
     EXPECT_EQ(axis.Label(-0.001), "0.0");
-    EXPECT_EQ(axis.LabelWithUnit(-0.26), "-0.3");
+    EXPECT_EQ(axis.LabelWithUnit(-0.26), "-0.260");
     axis.SetStringFormatter(std::make_shared<Formatter>());
     axis.SetRange(0, 1000);
     EXPECT_EQ(axis.Label(0.5), "0.5!");
