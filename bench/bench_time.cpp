@@ -65,7 +65,7 @@ void addData(benchmark::State& state)
     std::vector<double> samples = signal(count);
     plot.diagram->AddData(samples);
     samples = signal(count);
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         plot.diagram->AddData(samples);
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
@@ -74,7 +74,7 @@ void addDataFloor(benchmark::State& state)
 {
     const std::vector<double> samples = signal(static_cast<std::size_t>(state.range(0)));
     std::vector<unsigned char> levels(samples.size());
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         float low = 1e35F;
         float high = -1e35F;
         for (const double sample : samples) {
@@ -97,7 +97,7 @@ void paint(benchmark::State& state)
 {
     Plot plot(static_cast<std::size_t>(state.range(0)));
     QImage image(width, height, QImage::Format_RGB32);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         QPainter painter(&image);
         plot.frame.Render(painter);
     }
@@ -109,7 +109,7 @@ void paintPolylines(benchmark::State& state)
     const double recordWidth = double(width) / recordCount;
     QPolygonF points(static_cast<int>(samples.size()));
     QImage image(width, height, QImage::Format_RGB32);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         image.fill(Qt::black);
         QPainter painter(&image);
         painter.setPen(Qt::white);

@@ -218,7 +218,8 @@ struct DeviceRaster::StepMap
     double RowOf(int level) const
     {
         const std::int64_t rise = bottom - top - penHeight;
-        return static_cast<double>(top + rise - (level * rise + 127) / 255);
+        const std::int64_t height = (level * rise + 127) / 255; // to the nearest row
+        return static_cast<double>(top + rise - height);
     }
 };
 
