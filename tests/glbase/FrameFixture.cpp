@@ -31,7 +31,7 @@ QImage FrameFixture::PaintedAsPicture()
 
 QImage FrameFixture::Painted()
 {
-    const QImage image = PaintedAsPicture();
+    QImage image = PaintedAsPicture();
     ExpectSamePicture(PaintedWithGL(), image, "GL beside the raster engine");
     return image;
 }

@@ -156,6 +156,28 @@ TEST_F(Painting, HandlesNestAndLeaveNothingBehind)
                       "areas");
 }
 
+TEST_F(Painting, FollowsAPainterThatTurnsAndClips)
+{
+    plot->paint = [&](GLPainter& painter) {
+        painter.drawHLine(0, 160, 6, trace);
+        GLPainter(&frame).drawVLine(5, 0, 20, trace);
+    };
+    QImage image(127, 161, QImage::Format_RGB32);
+    image.fill(Qt::magenta);
+    QPainter painter(&image);
+    painter.translate(127, 0);
+    painter.rotate(90); // the top of the frame lies at the right now
+    painter.setClipRect(0, 0, 100, 127);
+    frame.Render(painter);
+    const int level = 126 - (25 + 6);
+    EXPECT_EQ(image.pixelColor(level, 99), trace);
+    EXPECT_EQ(image.pixelColor(level, 100), QColor(Qt::magenta));
+    EXPECT_EQ(image.pixelColor(level - 14, 5), trace);
+    EXPECT_NE(image.pixelColor(level - 15, 5), trace);
+    EXPECT_NE(image.pixelColor(level + 1, 6), trace);
+    EXPECT_EQ(painter.clipBoundingRect(), QRectF(0, 0, 100, 127));
+}
+
 TEST_F(Painting, WithoutPaintingHandlesAreInert)
 {
     for (GLFrameWidget* widget : std::vector<GLFrameWidget*>{&frame, nullptr}) {

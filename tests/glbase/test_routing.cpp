@@ -2,7 +2,6 @@
 #include "FrameFixture.h"
 
 #include <QMenu>
-#include <QTimer>
 #include <QtTest>
 
 #include <gmock/gmock.h>
@@ -216,10 +215,11 @@ TEST_F(Routing, TheFirstMenuOfferedIsRunWhereItWasAskedFor)
     menu.addAction(QStringLiteral("Action"));
     bottom->menu = &menu;
     QPoint shownAt;
-    QTimer::singleShot(0, &menu, [&] {
+    const auto close = [&] {
         shownAt = menu.pos();
         menu.close();
-    });
+    };
+    QObject::connect(&menu, &QMenu::aboutToShow, &menu, close, Qt::QueuedConnection);
     OpenMenu(30, 70);
     EXPECT_THAT(log, ElementsAre("axis menu 30,20", "bottom menu 30,20", "bottom closed"));
     EXPECT_EQ(shownAt, layout->mapToGlobal(QPoint(30, 70)));
@@ -232,14 +232,15 @@ TEST_F(Routing, AMenuMayOutliveWhatOfferedIt)
     menu.addAction(QStringLiteral("Close the view"));
     axis->menu = &menu;
     const std::weak_ptr<Canvas> widget = lower;
-    QTimer::singleShot(0, &menu, [&] {
+    const auto closeAll = [&] {
         layout->RemoveWidget(*lower);
         lower.reset();
         EXPECT_TRUE(widget.expired()); // gone at once, as its owner expects
         axis.reset();
         layout.reset();
         menu.close();
-    });
+    };
+    QObject::connect(&menu, &QMenu::aboutToShow, &menu, closeAll, Qt::QueuedConnection);
     OpenMenu(30, 70);
     EXPECT_THAT(log, ElementsAre("axis menu 30,20"));
 }
