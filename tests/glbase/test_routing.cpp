@@ -152,27 +152,23 @@ TEST_F(Routing, MouseObjectsAreAskedFromTheTopAndTheTakerKeepsThePress)
     Release(7, 10);
     Release(7, 10, Qt::MiddleButton);
     layout->grabFramebuffer(); // draws the first one last
-    EXPECT_THAT(log, ElementsAre("axis press 5,5", "ruler press 5,5", "second press 5,5",
-                                 "bottom press 5,5", "axis press 5,5", "ruler press 5,5",
-                                 "ruler move 7,-40", "ruler up 7,-40", "ruler up 7,-40",
-                                 "axis leave", "ruler leave", "second leave", "bottom leave",
-                                 "bottom draw", "second draw", "ruler draw", "axis draw"));
-    layout->RemoveWidget(*lower);
-    lower.reset();
-    EXPECT_EQ(axis->attachedTo, nullptr);
-}
-
-TEST_F(Routing, WhatNobodyTakesGoesOnToTheParent)
-{
-    const auto axis = Add(*lower, "axis");
     for (const bool takes : {false, true}) {
         axis->takes = takes;
         QWheelEvent wheel(QPointF(30, 65), layout->mapToGlobal({30, 65}), {}, {0, 120}, {}, {},
                           Qt::NoScrollPhase, false);
         QApplication::sendEvent(layout.get(), &wheel);
-        EXPECT_EQ(wheel.isAccepted(), takes);
+        EXPECT_EQ(wheel.isAccepted(), takes); // else it goes on to the parent
     }
-    EXPECT_THAT(log, ElementsAre("axis wheel 30,15", "axis wheel 30,15"));
+    EXPECT_THAT(log, ElementsAre("axis press 5,5", "ruler press 5,5", "second press 5,5",
+                                 "bottom press 5,5", "axis press 5,5", "ruler press 5,5",
+                                 "ruler move 7,-40", "ruler up 7,-40", "ruler up 7,-40",
+                                 "axis leave", "ruler leave", "second leave", "bottom leave",
+                                 "bottom draw", "second draw", "ruler draw", "axis draw",
+                                 "axis wheel 30,15", "ruler wheel 30,15", "second wheel 30,15",
+                                 "bottom wheel 30,15", "axis wheel 30,15"));
+    layout->RemoveWidget(*lower);
+    lower.reset();
+    EXPECT_EQ(axis->attachedTo, nullptr);
 }
 
 TEST_F(Routing, HandlersMayRemoveAnyoneDuringAnEvent)
