@@ -1,9 +1,11 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "GLWidgetsFixture.h"
 
+#include <QPointer>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QToolButton>
+#include <QWindow>
 
 #include <limits>
 
@@ -20,7 +22,12 @@ struct PlotWidgets : testing::Test
     QToolButton* button() const { return view->bar()->findChild<QToolButton*>(); }
     const std::function<void()> pauses[3] = {
         [this] { QTest::mouseClick(button(), Qt::LeftButton); },
-        [this] { QTest::keyClick(view->windowHandle(), Qt::Key_Space); },
+        [this] {
+            const QPointer<QWindow> window(view->windowHandle());
+            QTest::keyPress(window, Qt::Key_Space); // may destroy the view
+            if (window)
+                QTest::keyRelease(window, Qt::Key_Space);
+        },
         [this] { // an assistive tool
             button()->toggle();
             QCoreApplication::processEvents();
