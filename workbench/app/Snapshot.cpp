@@ -21,9 +21,10 @@ void play(MainWindow& window, double seconds)
     if (const auto count = feed.source()->sampleCount())
         seconds = std::min(seconds, static_cast<double>(*count) / feed.scale().sampleRate);
     const double seen = std::min(seconds, feed.span());
+    feed.setWatching(false);
     if (seconds > seen)
         feed.playThrough(seconds - seen);
-    window.timeView().AutoScale();
+    feed.setWatching(true);
     feed.playThrough(seen);
     window.refresh();
 }

@@ -4,10 +4,10 @@
 #include "platform/values/Persistant.h"
 #include "workbench/app/Options.h"
 #include "workbench/app/Snapshot.h"
+#include "workbench/window/Appearance.h"
 #include "workbench/window/MainWindow.h"
 
 #include <QApplication>
-#include <QStyleFactory>
 
 #include <cstdio>
 #include <cstdlib>
@@ -66,7 +66,7 @@ int run(MainWindow& window, const Options& options)
     if (options.snapshotFolder.isEmpty()) {
         window.show();
         QApplication::processEvents(); // the first picture takes long; the signal starts after it
-        window.play();
+        window.feed().play();
         return QApplication::exec();
     }
     const QStringList files = Snapshot::take(window, options.seconds, options.snapshotFolder, why);
@@ -111,12 +111,14 @@ int main(int argc, char** argv)
     if (!options.settingsFile.isEmpty())
         values::Persistant::SetStoreFile(options.settingsFile);
 
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     isStarting = true;
     QApplication application(argc, argv);
     isStarting = false;
     for (const QString& message : startMessages())
         std::fprintf(stderr, "%s\n", qPrintable(message));
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    appearance::setStyle();
     if (options.isDark)
         ColorSet::Instance().SetScheme(*options.isDark ? ColorSet::Scheme::Dark
                                                        : ColorSet::Scheme::Light);

@@ -35,6 +35,7 @@ void SignalFeed::open(std::unique_ptr<SignalSource> source, int channel,
     m_channel = channel;
     m_scale = TimeScale::of(*m_source, symbolRate);
     m_dropCount = 0;
+    m_watching = true;
     openReader(0);
     m_values.setBaudrate(m_scale.samplesPerUnit);
     setSpan(m_scale.defaultSpan);
@@ -141,9 +142,26 @@ std::size_t SignalFeed::deliver(std::size_t count)
         m_atEnd = !m_repeat || (isFresh && got == 0) || !m_reader->seek(0);
         isFresh = true;
     }
+    if (m_watching && hasSignal()) {
+        m_watching = false;
+        emit signalSeen();
+    }
     if (!m_samples.empty())
         m_values.notify(m_samples, m_markers);
     return m_samples.size();
+}
+
+/// Whether the next notification has two finite samples that differ.
+bool SignalFeed::hasSignal() const
+{
+    const double* first = nullptr;
+    for (const double& sample : m_samples) {
+        if (std::isfinite(sample) && first && sample != *first)
+            return true;
+        if (std::isfinite(sample))
+            first = &sample;
+    }
+    return false;
 }
 
 void SignalFeed::setSpeed(double speed)

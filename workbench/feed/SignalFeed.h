@@ -29,7 +29,7 @@ public:
     explicit SignalFeed(QObject* parent = nullptr);
     ~SignalFeed() override;
 
-    /// Takes over a source, stops playing, and shows the default span.
+    /// Takes over a source, stops playing, shows the default span and watches for a signal.
     /// @param channel     from 0; the source has it.
     /// @param symbolRate  Bd, > 0; overrides what the source says.
     void open(std::unique_ptr<SignalSource> source, int channel, std::optional<double> symbolRate);
@@ -71,8 +71,14 @@ public:
     /// Periods skipped since the source was opened.
     std::int64_t dropCount() const { return m_dropCount; }
 
+    /// Whether to watch for a signal: for samples that differ. Silence has no levels that an axis
+    /// could be fitted to.
+    void setWatching(bool watching) { m_watching = watching; }
+
 signals:
     void playingChanged(bool playing);
+    /// What was watched for comes with the next notification; it is not watched for any more.
+    void signalSeen();
 
 private:
     double samplesPerPeriod() const;
@@ -81,6 +87,7 @@ private:
     void startTimer();
     void skip(std::int64_t periods);
     std::size_t deliver(std::size_t count);
+    bool hasSignal() const;
 
     TimeValues m_values;
     std::unique_ptr<SignalSource> m_source;
@@ -93,6 +100,7 @@ private:
     bool m_playing = false;
     bool m_repeat = true;
     bool m_atEnd = false;
+    bool m_watching = false;
     double m_speed = 1.0;
     double m_span = 1.0;
     double m_segmentLength = 1.0;

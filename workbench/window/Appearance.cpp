@@ -4,6 +4,7 @@
 #include "platform/gui/ColorSet.h"
 
 #include <QApplication>
+#include <QProxyStyle>
 #include <QWidget>
 
 namespace {
@@ -18,7 +19,27 @@ QColor mixed(const QColor& first, const QColor& second, double part)
                             mix(first.blueF(), second.blueF()));
 }
 
+class PlainFusion : public QProxyStyle
+{
+public:
+    PlainFusion()
+        : QProxyStyle(QStringLiteral("Fusion"))
+    {}
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* data) const override
+    {
+        if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
+            return 0;
+        return QProxyStyle::styleHint(hint, option, widget, data);
+    }
+};
+
 } // namespace
+
+void appearance::setStyle()
+{
+    QApplication::setStyle(new PlainFusion); // owned by the application
+}
 
 QPalette appearance::palette()
 {

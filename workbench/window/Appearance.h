@@ -9,6 +9,8 @@ class QWidget;
 /// ColorSet, without frames around what needs none.
 namespace appearance {
 
+/// Gives the application its style: Fusion, without pictures on the buttons of dialogs.
+void setStyle();
 /// The palette that goes with the current colours.
 QPalette palette();
 /// Whether the application has it.

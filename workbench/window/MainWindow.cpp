@@ -87,6 +87,7 @@ void MainWindow::bindTimeView()
     // "ForStart" comes when the user pauses, "ForStop" when the user resumes.
     connect(m_timeView, &VCGLTimeDiagram::StopButtonPressedForStart, &m_feed, &SignalFeed::pause);
     connect(m_timeView, &VCGLTimeDiagram::StopButtonPressedForStop, &m_feed, &SignalFeed::play);
+    connect(&m_feed, &SignalFeed::signalSeen, m_timeView, &VCGLTimeDiagram::AutoScale);
     m_timeView->installEventFilter(this);
 }
 
@@ -120,7 +121,7 @@ void MainWindow::buildActions()
     QAction* builtIn = add(file, tr("&Built-in signal"), Qt::CTRL + Qt::Key_B);
     connect(builtIn, &QAction::triggered, this, [this] {
         openBuiltIn();
-        play();
+        m_feed.play();
     });
     file->addSeparator();
     QAction* quit = add(file, tr("&Quit"), Qt::CTRL + Qt::Key_Q);
@@ -138,9 +139,9 @@ void MainWindow::buildActions()
 
     QMenu* view = menuBar()->addMenu(tr("&View"));
     m_autoScale = add(view, tr("&Auto scale"), Qt::Key_A);
-    connect(m_autoScale, &QAction::triggered, m_timeView, &VCGLTimeDiagram::AutoScale);
+    connect(m_autoScale, &QAction::triggered, this, [this] { m_feed.setWatching(true); });
     QAction* full = add(view, tr("&Full scale"), Qt::Key_F);
-    connect(full, &QAction::triggered, this, [this] { m_feed.setLevels(-fullScale, fullScale); });
+    connect(full, &QAction::triggered, this, &MainWindow::showFullScale);
     view->addMenu(tr("&Time diagram"))->addActions(m_timeView->getContextMenu()->actions());
     view->addSeparator();
     m_showPanel = add(view, tr("&Parameters"), Qt::Key_F9);
@@ -200,9 +201,8 @@ void MainWindow::buildDock()
         m_feed.setSpan(seconds);
         refresh();
     });
-    connect(m_panel, &ParameterPanel::autoScaleWanted, m_timeView, &VCGLTimeDiagram::AutoScale);
-    connect(m_panel, &ParameterPanel::fullScaleWanted, this,
-            [this] { m_feed.setLevels(-fullScale, fullScale); });
+    connect(m_panel, &ParameterPanel::autoScaleWanted, m_autoScale, &QAction::trigger);
+    connect(m_panel, &ParameterPanel::fullScaleWanted, this, &MainWindow::showFullScale);
     connect(m_panel, &ParameterPanel::noiseChosen, this, [this](double rms) {
         m_builtIn.noise = rms;
         if (auto* source = dynamic_cast<NrzSource*>(m_feed.source()))
@@ -250,13 +250,7 @@ void MainWindow::restartBuiltIn(int frameSymbolCount)
     const bool wasPlaying = m_feed.isPlaying();
     openBuiltIn();
     if (wasPlaying)
-        play();
-}
-
-void MainWindow::play()
-{
-    m_timeView->AutoScale();
-    m_feed.play();
+        m_feed.play();
 }
 
 void MainWindow::showSource()
@@ -268,8 +262,11 @@ void MainWindow::showSource()
     setWindowTitle(tr("%1 - Orvane workbench").arg(source.name()));
     m_status->setSource(source.name(), source.sampleRate(), length);
     m_notice->hide();
+    showFullScale(); // until there is a signal to fit the axis to
     refresh();
 }
+
+void MainWindow::showFullScale() { m_feed.setLevels(-fullScale, fullScale); }
 
 void MainWindow::refresh()
 {
@@ -328,7 +325,7 @@ void MainWindow::openOrSay(const QString& fileName)
 {
     QString why;
     if (openFile(fileName, 1, std::nullopt, why))
-        play();
+        m_feed.play();
     else
         m_notice->say(tr("%1: %2").arg(fileName, why));
 }

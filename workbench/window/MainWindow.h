@@ -37,8 +37,6 @@ public:
                   QString& why);
     /// Opens the built-in signal, not playing.
     void openBuiltIn();
-    /// Plays, and fits the levels' axis to what comes.
-    void play();
 
     SignalFeed& feed() { return m_feed; }
     VCGLTimeDiagram& timeView() { return *m_timeView; }
@@ -58,6 +56,7 @@ private:
     void buildDock();
     void bindTimeView();
     void showSource();
+    void showFullScale();
     void refreshStatus();
     void showPlaying(bool playing);
     void chooseFile();
