@@ -224,6 +224,10 @@
         <source>command line: the name of the file is empty; name a recording</source>
         <translation>Befehlszeile: der Name der Datei ist leer; eine Aufnahme nennen</translation>
     </message>
+    <message>
+        <source>--%1: only recordings have it; name one</source>
+        <translation>--%1: das gibt es nur bei Aufnahmen; eine nennen</translation>
+    </message>
 </context>
 <context>
     <name>ParameterPanel</name>

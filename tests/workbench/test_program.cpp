@@ -52,6 +52,7 @@ TEST_F(Program, RefusesInOneLineWithTheRightExitCode)
         {{"a.wav", "b.wav"}, 2, "b.wav"},
         {{"--channel", "0"}, 2, "--channel"},
         {{"--channel", "1.5"}, 2, "--channel"},
+        {{"--channel", "1"}, 2, "--channel"}, // of what?
         {{"--symbol-rate", "-1"}, 2, "--symbol-rate"},
         {{"--speed", "11"}, 2, "--speed"},
         {{"--seconds", "nan"}, 2, "--seconds"},

@@ -177,5 +177,10 @@ Options::Result Options::parse(const QStringList& arguments)
     if (!files.isEmpty() && files[0].isEmpty())
         return wrong(tr("command line: the name of the file is empty; name a recording"));
     options.file = files.value(0);
+    for (const char* name : {"channel", "symbol-rate"}) {
+        if (options.file.isEmpty() && reader.isSet(name))
+            return wrong(
+                tr("--%1: only recordings have it; name one").arg(QString::fromLatin1(name)));
+    }
     return {options, QString(), false};
 }

@@ -38,7 +38,9 @@ public:
 
 void appearance::setStyle()
 {
-    QApplication::setStyle(new PlainFusion); // owned by the application
+    auto* style = new PlainFusion;
+    style->setParent(qApp);
+    QApplication::setStyle(style);
 }
 
 QPalette appearance::palette()

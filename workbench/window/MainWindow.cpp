@@ -349,17 +349,17 @@ void MainWindow::dropEvent(QDropEvent* event)
     openOrSay(droppedFile(event->mimeData()));
 }
 
+void MainWindow::applyColors()
+{
+    appearance::apply(*this);
+    m_panel->showScheme();
+}
+
 // A change of the ColorSet repaints every widget: here the window learns of it.
 void MainWindow::paintEvent(QPaintEvent* event)
 {
     QMainWindow::paintEvent(event);
     if (appearance::isApplied())
         return;
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            appearance::apply(*this);
-            m_panel->showScheme();
-        },
-        Qt::QueuedConnection);
+    QTimer::singleShot(0, this, &MainWindow::applyColors);
 }

@@ -59,6 +59,7 @@ private:
     void showFullScale();
     void refreshStatus();
     void showPlaying(bool playing);
+    void applyColors();
     void chooseFile();
     void openOrSay(const QString& fileName);
     void restartBuiltIn(int frameSymbolCount);
