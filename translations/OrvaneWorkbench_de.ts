@@ -141,10 +141,6 @@
         <translation>Aufnahme, die gespielt wird: WAV, FLAC, AIFF und andere.</translation>
     </message>
     <message>
-        <source>Plays channel &lt;N&gt; of the recording, counted from 1.</source>
-        <translation>Spielt Kanal &lt;N&gt; der Aufnahme, ab 1 gezählt.</translation>
-    </message>
-    <message>
         <source>Symbol rate of the recording in hertz: the time axis counts symbols.</source>
         <translation>Symbolrate der Aufnahme in Hertz: die Zeitachse zählt Symbole.</translation>
     </message>
@@ -227,6 +223,10 @@
     <message>
         <source>--%1: only recordings have it; name one</source>
         <translation>--%1: das gibt es nur bei Aufnahmen; eine nennen</translation>
+    </message>
+    <message>
+        <source>Plays channel &lt;N&gt; of the recording, counted from 1; of a complex one 1 is I, 2 is Q.</source>
+        <translation>Spielt Kanal &lt;N&gt; der Aufnahme, ab 1 gezählt; einer komplexen: 1 ist I, 2 ist Q.</translation>
     </message>
 </context>
 <context>

@@ -34,7 +34,10 @@ void describe(QCommandLineParser& parser)
     parser.addPositionalArgument(QStringLiteral("FILE"),
                                  Text::tr("Recording to play: WAV, FLAC, AIFF and others."),
                                  QStringLiteral("[FILE]"));
-    add("channel", Text::tr("Plays channel <N> of the recording, counted from 1."), "N");
+    add("channel",
+        Text::tr(
+            "Plays channel <N> of the recording, counted from 1; of a complex one 1 is I, 2 is Q."),
+        "N");
     add("symbol-rate",
         Text::tr("Symbol rate of the recording in hertz: the time axis counts symbols."), "HZ");
     add("span", Text::tr("Shows <S> seconds of signal."), "S");

@@ -74,9 +74,9 @@ void SegmentReader::fill(std::size_t count)
         return;
     m_ahead.erase(m_ahead.begin(), m_ahead.begin() + static_cast<std::ptrdiff_t>(m_used));
     m_used = 0;
-    const auto channelCount = static_cast<std::size_t>(m_source.channelCount());
+    const auto valueCount = static_cast<std::size_t>(m_source.valueCount());
     while (m_ahead.size() < count && m_source.read(m_block, count - m_ahead.size()) > 0) {
-        for (std::size_t i = m_channel; i < m_block.size(); i += channelCount)
+        for (std::size_t i = m_channel; i < m_block.size(); i += valueCount)
             m_ahead.push_back(m_block[i]);
     }
 }

@@ -7,8 +7,9 @@
 #include <cstdint>
 #include <vector>
 
-/// Reads one channel of a source and cuts it into segments, the traces of a diagram. Beside the
-/// samples stand markers: where a segment starts its number of samples, 0 elsewhere.
+/// Reads one channel of a source, I or Q of it where complex, and cuts it into segments, the traces
+/// of a diagram. Beside the samples stand markers: where a segment starts its number of samples, 0
+/// elsewhere.
 ///
 /// A source with frames is cut into its frames. Another one is cut near the wanted length, within
 /// an eighth of it, where the signal is closest to zero: a diagram draws a line from a trace's
@@ -17,7 +18,8 @@
 class SegmentReader
 {
 public:
-    /// @param channel  from 0; the source has it. The source must outlive the reader.
+    /// @param channel  one of the source's values, from 0: where complex, 0 is I of the first
+    ///                 channel and 1 its Q. The source must outlive the reader.
     SegmentReader(SignalSource& source, int channel);
 
     /// Wanted length of segments of a source without frames, at least 1. Takes effect at the next

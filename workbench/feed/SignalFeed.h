@@ -30,7 +30,7 @@ public:
     ~SignalFeed() override;
 
     /// Takes over a source, stops playing, shows the default span and watches for a signal.
-    /// @param channel     from 0; the source has it.
+    /// @param channel     one of the source's values, see SegmentReader.
     /// @param symbolRate  Bd, > 0; overrides what the source says.
     void open(std::unique_ptr<SignalSource> source, int channel, std::optional<double> symbolRate);
     /// Null until one was opened.

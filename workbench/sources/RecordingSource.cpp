@@ -84,7 +84,9 @@ QString RecordingSource::name() const { return m_file->name; }
 
 double RecordingSource::sampleRate() const { return m_file->info.samplerate; }
 
-int RecordingSource::channelCount() const { return m_file->info.channels; }
+int RecordingSource::channelCount() const { return isComplex() ? 1 : m_file->info.channels; }
+
+bool RecordingSource::isComplex() const { return m_file->info.channels == 2; }
 
 std::optional<std::int64_t> RecordingSource::sampleCount() const
 {

@@ -8,8 +8,9 @@
 #include <memory>
 
 /// A recording in any format that libsndfile reads: WAV, FLAC, AIFF and many more, with any number
-/// of channels. Whole numbers become -1..1, floating point samples stay as they are. The file is
-/// read as the samples are asked for, so long files start at once and take little memory.
+/// of channels; two of them are I and Q of one complex signal. Whole numbers become -1..1, floating
+/// point samples stay as they are. The file is read as the samples are asked for, so long files
+/// start at once and take little memory.
 class RecordingSource : public SignalSource
 {
     Q_DECLARE_TR_FUNCTIONS(RecordingSource)
@@ -23,6 +24,7 @@ public:
     QString name() const override;
     double sampleRate() const override;
     int channelCount() const override;
+    bool isComplex() const override;
     std::optional<std::int64_t> sampleCount() const override;
     std::int64_t position() const override { return m_position; }
     std::size_t read(std::vector<double>& block, std::size_t count) override;

@@ -3,6 +3,8 @@
 
 SignalSource::~SignalSource() = default;
 
+bool SignalSource::isComplex() const { return false; }
+
 std::optional<double> SignalSource::symbolRate() const { return std::nullopt; }
 
 std::optional<double> SignalSource::frameLength() const { return std::nullopt; }

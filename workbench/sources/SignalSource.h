@@ -8,8 +8,8 @@
 #include <optional>
 #include <vector>
 
-/// A signal that is read in blocks: one or several channels of real samples at one rate. "Sample
-/// i" is the i-th of each channel, counted from 0.
+/// A signal that is read in blocks: one or several channels of real or complex samples at one rate.
+/// "Sample i" is the i-th of each channel, counted from 0.
 class SignalSource
 {
 public:
@@ -21,6 +21,10 @@ public:
     virtual double sampleRate() const = 0;
     /// 1 or more.
     virtual int channelCount() const = 0;
+    /// Whether samples are complex, I + jQ; false where not overridden.
+    virtual bool isComplex() const;
+    /// Real numbers of a sample: one a channel, two where complex.
+    int valueCount() const { return channelCount() * (isComplex() ? 2 : 1); }
     /// Samples of each channel; none for a signal without a known end.
     virtual std::optional<std::int64_t> sampleCount() const = 0;
     /// Symbols per second, Bd, where known.
@@ -32,8 +36,8 @@ public:
     /// Index of the next sample to be read.
     virtual std::int64_t position() const = 0;
     /// Reads the next samples into a block, which it replaces: sample by sample, the channels of
-    /// each beside one another. Values are full scale = 1 where the signal has a full scale, and
-    /// are not checked: NaN and infinity come through.
+    /// each beside one another, Q after I where complex. Values are full scale = 1 where the signal
+    /// has a full scale, and are not checked: NaN and infinity come through.
     /// @param count  most samples to read; fewer may come at any time.
     /// @return samples read; 0 at the end, or where reading on is not possible.
     virtual std::size_t read(std::vector<double>& block, std::size_t count) = 0;

@@ -196,7 +196,10 @@ void MainWindow::buildDock()
     m_showPanel->setChecked(true);
     connect(m_showPanel, &QAction::toggled, dock, &QWidget::setVisible);
 
-    connect(m_panel, &ParameterPanel::channelChosen, &m_feed, &SignalFeed::setChannel);
+    connect(m_panel, &ParameterPanel::channelChosen, this, [this](int channel) {
+        m_feed.setChannel(channel);
+        refresh();
+    });
     connect(m_panel, &ParameterPanel::spanChosen, this, [this](double seconds) {
         m_feed.setSpan(seconds);
         refresh();
@@ -226,10 +229,10 @@ bool MainWindow::openFile(const QString& fileName, int channel, std::optional<do
     std::unique_ptr<RecordingSource> source = RecordingSource::open(fileName, why);
     if (!source)
         return false;
-    if (channel > source->channelCount()) {
+    if (channel > source->valueCount()) {
         why = tr("there is no channel %1; the recording has %2")
                   .arg(channel)
-                  .arg(source->channelCount());
+                  .arg(source->valueCount());
         return false;
     }
     m_feed.open(std::move(source), channel - 1, symbolRate);

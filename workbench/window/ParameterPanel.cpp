@@ -200,11 +200,14 @@ void ParameterPanel::show(const SignalFeed& feed)
                             : tr("endless"));
 
     const QSignalBlocker quietChannel(m_channel);
-    m_channel->setRange(1, source.channelCount());
+    m_channel->setRange(1, source.valueCount());
     m_channel->setValue(feed.channel() + 1);
-    m_channel->setVisible(source.channelCount() > 1);
-    m_channelCount->setText(source.channelCount() > 1 ? tr("of %1").arg(source.channelCount())
-                                                      : QStringLiteral("1"));
+    m_channel->setVisible(source.valueCount() > 1);
+    m_channelCount->setText(source.valueCount() > 1 ? tr("of %1").arg(source.valueCount())
+                                                    : QStringLiteral("1"));
+    if (source.isComplex())
+        m_channelCount->setText(m_channelCount->text() +
+                                QLatin1String(feed.channel() % 2 == 0 ? ": I" : ": Q"));
 
     const char* const suffixes[] = {"T", "s", "ms", "µs", "ns"};
     const QSignalBlocker quietSpan(m_span);
