@@ -2,17 +2,25 @@
 #pragma once
 
 #include <QFile>
-#include <QString>
+#include <QTemporaryDir>
 
 #include <sndfile.h>
 
 #include <cmath>
 #include <vector>
 
-/// Writes a recording with libsndfile.
+/// A folder for the length of a test.
+struct TestFolder
+{
+    QString path(const char* name) const { return folder.filePath(QString::fromUtf8(name)); }
+    QTemporaryDir folder;
+};
+
+/// Writes a recording with libsndfile: PCM of 16 bits in a WAV file unless told otherwise.
 /// @param samples  sample by sample, the channels beside one another.
-inline void writeRecording(const QString& name, int format, int sampleRate, int channels,
-                           const std::vector<double>& samples)
+inline void writeRecording(const QString& name, int sampleRate, int channels,
+                           const std::vector<double>& samples,
+                           int format = SF_FORMAT_WAV | SF_FORMAT_PCM_16)
 {
     SF_INFO info{};
     info.samplerate = sampleRate;

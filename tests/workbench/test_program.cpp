@@ -6,14 +6,13 @@
 #include <QDir>
 #include <QImage>
 #include <QProcess>
-#include <QTemporaryDir>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace {
 
-struct Program : testing::Test
+struct Program : testing::Test, TestFolder
 {
     Program()
     {
@@ -24,17 +23,21 @@ struct Program : testing::Test
         process.setProcessEnvironment(environment);
         QFile(folder.path()).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
-    QString path(const char* name) const { return folder.filePath(QString::fromUtf8(name)); }
-    int run(QStringList arguments)
+    int run(const QStringList& arguments)
     {
-        arguments = QStringList{"--settings", path("settings.ini")} + arguments;
-        process.start(QStringLiteral(ORVANE_WORKBENCH), arguments);
+        process.start(ORVANE_WORKBENCH,
+                      QStringList{"--settings", path("settings.ini")} + arguments);
         EXPECT_TRUE(process.waitForFinished(120000)) << "still running";
         out = QString::fromUtf8(process.readAllStandardOutput());
         error = QString::fromUtf8(process.readAllStandardError());
         return process.exitCode();
     }
-    QTemporaryDir folder;
+    void expectComplaint(const QString& what)
+    {
+        EXPECT_TRUE(out.isEmpty()) << qPrintable(out);
+        EXPECT_TRUE(error.startsWith("orvane-workbench: " + what + ": ")) << qPrintable(error);
+        EXPECT_EQ(error.count('\n'), 1) << qPrintable(error);
+    }
     QProcess process;
     QString out;
     QString error;
@@ -43,36 +46,29 @@ struct Program : testing::Test
 TEST_F(Program, RefusesInOneLineWithTheRightExitCode)
 {
     writeFile(path("text.wav"), "no samples");
-    writeRecording(path("mono.wav"), SF_FORMAT_WAV | SF_FORMAT_PCM_16, 8000, 1, sine(100));
+    writeRecording(path("mono.wav"), 8000, 1, sine(100));
     const QString text = path("text.wav");
-    const std::tuple<QStringList, int, QString> rows[] = {
-        {{"--nonsense"}, 2, "command line"},
-        {{"--channel"}, 2, "command line"},
-        {{""}, 2, "command line"},
-        {{"a.wav", "b.wav"}, 2, "b.wav"},
-        {{"--channel", "0"}, 2, "--channel"},
-        {{"--channel", "1.5"}, 2, "--channel"},
-        {{"--channel", "1"}, 2, "--channel"}, // of what?
-        {{"--symbol-rate", "-1"}, 2, "--symbol-rate"},
-        {{"--speed", "11"}, 2, "--speed"},
-        {{"--seconds", "nan"}, 2, "--seconds"},
-        {{"--span", "inf"}, 2, "--span"},
-        {{"--size", "1280"}, 2, "--size"},
-        {{"--size", "100x99999"}, 2, "--size"},
-        {{"--scheme", "blue"}, 2, "--scheme"},
-        {{"--language", "../../x"}, 2, "--language"},
-        {{"--snapshot", ""}, 2, "--snapshot"},
-        {{path("missing.wav")}, 1, path("missing.wav")},
-        {{text}, 1, text},
-        {{path("mono.wav"), "--channel", "2"}, 1, path("mono.wav")},
-        {{"--snapshot", text}, 1, text},
-        {{"--snapshot", text + "/below"}, 1, text + "/below"},
+    const QString mono = path("mono.wav");
+    const std::tuple<int, QStringList, QString> rows[] = {
+        {2, {"--nonsense"}, "command line"},
+        {2, {""}, "command line"},
+        {2, {"a.wav", "b.wav"}, "b.wav"},
+        {2, {"--channel", "1.5", mono}, "--channel"},
+        {2, {"--channel", "1"}, "--channel"}, // of what?
+        {2, {"--symbol-rate", "-1", mono}, "--symbol-rate"},
+        {2, {"--seconds", "nan"}, "--seconds"},
+        {2, {"--size", "100x99999"}, "--size"},
+        {2, {"--scheme", "blue"}, "--scheme"},
+        {2, {"--language", "../../x"}, "--language"},
+        {2, {"--snapshot", ""}, "--snapshot"},
+        {1, {path("missing.wav")}, path("missing.wav")},
+        {1, {text}, text},
+        {1, {mono, "--channel", "2"}, mono},
+        {1, {"--snapshot", text + "/below"}, text + "/below"},
     };
-    for (const auto& [arguments, exitCode, what] : rows) {
+    for (const auto& [exitCode, arguments, what] : rows) {
         EXPECT_EQ(run(arguments), exitCode) << qPrintable(arguments.join(' '));
-        EXPECT_TRUE(out.isEmpty()) << qPrintable(out);
-        EXPECT_TRUE(error.startsWith("orvane-workbench: " + what + ": ")) << qPrintable(error);
-        EXPECT_EQ(error.count('\n'), 1) << qPrintable(error);
+        expectComplaint(what);
     }
 }
 
@@ -82,15 +78,12 @@ TEST_F(Program, NeedsNoDisplayForHelpAndSaysWhereOneIsMissing)
     for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
         environment.remove(QString::fromLatin1(name));
     process.setProcessEnvironment(environment);
-    EXPECT_EQ(run({"--help"}), 0);
-    EXPECT_TRUE(out.contains("--snapshot <DIR>") && out.contains("[FILE]")) << qPrintable(out);
     EXPECT_EQ(run({"--version"}), 0);
     EXPECT_TRUE(out.startsWith("orvane-workbench ")) << qPrintable(out);
     EXPECT_EQ(run({"--help", "--language", "de"}), 0);
     EXPECT_TRUE(out.contains("Zeigt diese Hilfe")) << qPrintable(out);
     EXPECT_EQ(run({}), 1);
-    EXPECT_TRUE(error.startsWith("orvane-workbench: display: ")) << qPrintable(error);
-    EXPECT_EQ(error.count('\n'), 1) << qPrintable(error);
+    expectComplaint("display");
 }
 
 /// Pixels that are close to a colour.
@@ -109,18 +102,15 @@ int count(const QImage& image, const QColor& color)
 TEST_F(Program, TakesPicturesOfWhatItPlays)
 {
     const QString file = path("a b.wav");
-    writeRecording(file, SF_FORMAT_WAV | SF_FORMAT_PCM_16, 8000, 2, sine(16000));
+    writeRecording(file, 8000, 2, sine(16000));
     using Scheme = ColorSet::Scheme;
     const std::tuple<QStringList, QSize, Scheme> rows[] = {
-        {{}, {1280, 800}, Scheme::Dark},
         {{file, "--channel", "2", "--scheme", "light", "--size", "900x600"},
          {900, 600},
          Scheme::Light},
-        {{file, "--seconds", "0.3", "--span", "0.2", "--symbol-rate", "200"},
-         {1280, 800},
-         Scheme::Dark}};
+        {{"--seconds", "0.3"}, {1280, 800}, Scheme::Dark}};
     for (const auto& [arguments, size, scheme] : rows) {
-        const QString pictures = path("new folder") + "/pictures";
+        const QString pictures = path("new folder/pictures");
         ASSERT_EQ(run(QStringList{"--snapshot", pictures} + arguments), 0) << qPrintable(error);
         EXPECT_EQ(out, pictures + "/time.png\n" + pictures + "/workbench.png\n");
         EXPECT_TRUE(error.isEmpty()) << qPrintable(error);
@@ -135,7 +125,6 @@ TEST_F(Program, TakesPicturesOfWhatItPlays)
             EXPECT_GT(pixels(IColorBase::colTimeTrace), 2 * view.width());
             EXPECT_GT(pixels(IColorBase::colTimeBackground), 10 * view.width());
         }
-        QDir(path("new folder")).removeRecursively();
     }
 }
 
@@ -143,7 +132,7 @@ TEST_F(Program, LeavesNothingBehindWherePicturesCannotBeWritten)
 {
     QDir(folder.path()).mkpath(QStringLiteral("out/workbench.png")); // in the way of the second one
     EXPECT_EQ(run({"--snapshot", path("out")}), 1);
-    EXPECT_EQ(error.count('\n'), 1) << qPrintable(error);
+    expectComplaint(path("out/workbench.png"));
     EXPECT_EQ(QDir(path("out")).entryList(QDir::Files | QDir::Hidden), QStringList());
 }
 

@@ -3,8 +3,6 @@
 #include "workbench/sources/NrzSource.h"
 #include "workbench/sources/RecordingSource.h"
 
-#include <QTemporaryDir>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -22,71 +20,57 @@ std::vector<double> readAll(SignalSource& source, std::size_t blockLength)
     return all;
 }
 
-QByteArray contentOf(const QString& name)
+struct Recordings : testing::Test, TestFolder
 {
-    QFile file(name);
-    file.open(QIODevice::ReadOnly);
-    return file.readAll();
-}
-
-struct Recordings : testing::Test
-{
-    QString path(const char* name) const { return folder.filePath(QString::fromUtf8(name)); }
     std::unique_ptr<RecordingSource> open(const QString& name)
     {
         return RecordingSource::open(name, why);
     }
-    QTemporaryDir folder;
     QString why;
 };
 
 TEST_F(Recordings, ComeThroughInEveryFormatWithAnyNumberOfChannels)
 {
-    struct
-    {
-        const char* name;
-        int format;
-        double tolerance;
-    } const rows[] = {
+    const std::tuple<const char*, int, double> rows[] = {
         {"u8.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_U8, 1.0 / 128},
-        {"16.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 1.0 / 32768},
         {"24.aiff", SF_FORMAT_AIFF | SF_FORMAT_PCM_24, 1.0 / 8388608},
         {"float.wav", SF_FORMAT_WAV | SF_FORMAT_FLOAT, 1e-7},
         {"double.w64", SF_FORMAT_W64 | SF_FORMAT_DOUBLE, 0.0},
         {"16.flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_16, 1.0 / 32768},
     };
-    for (const auto& row : rows) {
+    for (const auto& [name, format, tolerance] : rows) {
         for (const int channels : {1, 2, 7}) {
-            SCOPED_TRACE(testing::Message() << row.name << ", " << channels << " channels");
-            const auto written = sine(static_cast<std::size_t>(channels) * 1000);
-            writeRecording(path(row.name), row.format, 12345, channels, written);
-            const auto source = open(path(row.name));
+            SCOPED_TRACE(testing::Message() << name << ", " << channels << " channels");
+            const auto written = sine(std::size_t(channels) * 1000);
+            writeRecording(path(name), 12345, channels, written, format);
+            const auto source = open(path(name));
             ASSERT_TRUE(source) << qPrintable(why);
-            EXPECT_EQ(source->name(), row.name);
+            EXPECT_EQ(source->name(), name);
             EXPECT_EQ(source->sampleRate(), 12345.0);
             EXPECT_EQ(source->isComplex(), channels == 2);
             EXPECT_EQ(source->valueCount(), channels);
             EXPECT_EQ(source->sampleCount(), 1000);
-
             EXPECT_THAT(readAll(*source, 77),
-                        testing::Pointwise(testing::DoubleNear(row.tolerance), written));
+                        testing::Pointwise(testing::DoubleNear(tolerance), written));
             EXPECT_EQ(source->position(), 1000);
             ASSERT_TRUE(source->seek(990));
-            EXPECT_FALSE(source->seek(1001));
-            EXPECT_FALSE(source->seek(-1));
-            EXPECT_EQ(readAll(*source, 77).size(), static_cast<std::size_t>(channels) * 10);
+            EXPECT_FALSE(source->seek(1001) || source->seek(-1));
+            EXPECT_EQ(readAll(*source, 77).size(), std::size_t(channels) * 10);
         }
     }
 }
 
-TEST_F(Recordings, ThatCannotBeReadSayWhy)
+TEST_F(Recordings, ThatCannotBeReadSayWhyAndThoseCutOffGiveWhatIsThere)
 {
     writeFile(path("empty.wav"), {});
     writeFile(path("text.wav"), "These are no samples.\n");
-    writeRecording(path("none.wav"), SF_FORMAT_WAV | SF_FORMAT_PCM_16, 8000, 1, {});
-    writeRecording(path("whole.wav"), SF_FORMAT_WAV | SF_FORMAT_PCM_16, 8000, 1, sine(100));
-    QByteArray content = contentOf(path("whole.wav"));
+    writeRecording(path("none.wav"), 8000, 1, {});
+    writeRecording(path("whole.wav"), 8000, 2, sine(2000));
+    QFile whole(path("whole.wav"));
+    whole.open(QIODevice::ReadOnly);
+    QByteArray content = whole.readAll();
     writeFile(path("header.wav"), content.left(30));
+    writeFile(path("cut.wav"), content.left(44 + 4 * 600 + 1));
     content.replace(24, 4, QByteArray(4, '\0')); // the sample rate
     writeFile(path("rate.wav"), content);
 
@@ -99,12 +83,6 @@ TEST_F(Recordings, ThatCannotBeReadSayWhy)
         EXPECT_FALSE(open(name)) << qPrintable(name);
         EXPECT_THAT(why.toStdString(), testing::HasSubstr(reason)) << qPrintable(name);
     }
-}
-
-TEST_F(Recordings, ThatWereCutOffGiveWhatIsThere)
-{
-    writeRecording(path("whole.wav"), SF_FORMAT_WAV | SF_FORMAT_PCM_16, 8000, 2, sine(2000));
-    writeFile(path("cut.wav"), contentOf(path("whole.wav")).left(44 + 4 * 600 + 1));
     const auto source = open(path("cut.wav"));
     ASSERT_TRUE(source) << qPrintable(why);
     EXPECT_EQ(source->sampleCount(), 600);
@@ -114,8 +92,8 @@ TEST_F(Recordings, ThatWereCutOffGiveWhatIsThere)
 TEST_F(Recordings, MayHoldNanAndInfinity)
 {
     const double infinity = std::numeric_limits<double>::infinity();
-    writeRecording(path("odd.wav"), SF_FORMAT_WAV | SF_FORMAT_DOUBLE, 8000, 1,
-                   {0.5, std::nan(""), infinity, -infinity, 0.25});
+    writeRecording(path("odd.wav"), 8000, 1, {0.5, std::nan(""), infinity, -infinity, 0.25},
+                   SF_FORMAT_WAV | SF_FORMAT_DOUBLE);
     const auto samples = readAll(*open(path("odd.wav")), 2);
     EXPECT_THAT(samples, testing::ElementsAre(0.5, testing::IsNan(), infinity, -infinity, 0.25));
 }
@@ -137,7 +115,6 @@ TEST(Nrz, KeepsItsFramesWhereverItIsReadFrom)
     };
     const std::string fifth = bitsOf(5);
     const std::string sixth = bitsOf(6);
-    EXPECT_EQ(fifth.substr(0, 16), "1110101110010000");
     EXPECT_EQ(sixth.substr(0, 16), "1110101110010000");
     EXPECT_NE(sixth, fifth);
     EXPECT_EQ(bitsOf(5), fifth);
