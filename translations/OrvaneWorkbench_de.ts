@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>AudioSource</name>
+    <message>
+        <source>not a recording that can be read (%1); choose a SigMF, WAV, FLAC, AIFF, CSV or other signal file, or give --format where it is raw samples</source>
+        <translation>keine lesbare Aufnahme (%1); eine SigMF-, WAV-, FLAC-, AIFF-, CSV- oder andere Signaldatei wählen oder bei rohen Abtastwerten --format angeben</translation>
+    </message>
+    <message>
+        <source>the recording holds no samples; choose another one</source>
+        <translation>die Aufnahme enthält keine Abtastwerte; eine andere wählen</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>&amp;File</source>
@@ -137,10 +148,6 @@
         <translation>Zeigt die Version.</translation>
     </message>
     <message>
-        <source>Recording to play: WAV, FLAC, AIFF and others.</source>
-        <translation>Aufnahme, die gespielt wird: WAV, FLAC, AIFF und andere.</translation>
-    </message>
-    <message>
         <source>Symbol rate of the recording in hertz: the time axis counts symbols.</source>
         <translation>Symbolrate der Aufnahme in Hertz: die Zeitachse zählt Symbole.</translation>
     </message>
@@ -227,6 +234,46 @@
     <message>
         <source>Plays channel &lt;N&gt; of the recording, counted from 1; of a complex one 1 is I, 2 is Q.</source>
         <translation>Spielt Kanal &lt;N&gt; der Aufnahme, ab 1 gezählt; einer komplexen: 1 ist I, 2 ist Q.</translation>
+    </message>
+    <message>
+        <source>Name: %1</source>
+        <translation>Name: %1</translation>
+    </message>
+    <message>
+        <source>Sample rate: %1 Hz</source>
+        <translation>Abtastrate: %1 Hz</translation>
+    </message>
+    <message>
+        <source>Channels: %1, complex</source>
+        <translation>Kanäle: %1, komplex</translation>
+    </message>
+    <message>
+        <source>Channels: %1</source>
+        <translation>Kanäle: %1</translation>
+    </message>
+    <message>
+        <source>Samples: %1, %2 s</source>
+        <translation>Abtastwerte: %1, %2 s</translation>
+    </message>
+    <message>
+        <source>Recording to play: WAV, FLAC, AIFF and others, raw samples.</source>
+        <translation>Aufnahme, die gespielt wird: WAV, FLAC, AIFF und andere, rohe Abtastwerte.</translation>
+    </message>
+    <message>
+        <source>Takes the file for raw samples of &lt;NAME&gt;: cf32, cs16, cu8, cs8, rf32, rs16 and so on, _be for big endian; else endings such as .cu8 say it.</source>
+        <translation>Hält die Datei für rohe Abtastwerte der Art &lt;NAME&gt;: cf32, cs16, cu8, cs8, rf32, rs16 und so weiter, mit _be für Big Endian; sonst sagt es die Endung, etwa .cu8.</translation>
+    </message>
+    <message>
+        <source>Sample rate in hertz, whatever the recording says.</source>
+        <translation>Abtastrate in Hertz, was immer die Aufnahme sagt.</translation>
+    </message>
+    <message>
+        <source>Prints what is known of the recording and ends.</source>
+        <translation>Gibt aus, was über die Aufnahme bekannt ist, und endet.</translation>
+    </message>
+    <message>
+        <source>give c or r; f, s or u; 8, 16, 32 or 64, such as cf32 or cu8</source>
+        <translation>c oder r, f, s oder u und 8, 16, 32 oder 64 angeben, etwa cf32 oder cu8</translation>
     </message>
 </context>
 <context>
@@ -357,7 +404,26 @@
     </message>
 </context>
 <context>
-    <name>RecordingSource</name>
+    <name>RawSource</name>
+    <message>
+        <source>cannot be read (%1)</source>
+        <translation>nicht lesbar (%1)</translation>
+    </message>
+    <message>
+        <source>the recording holds no whole sample of the format %1; choose another one, or give the right --format</source>
+        <translation>die Aufnahme enthält keinen ganzen Abtastwert der Art %1; eine andere wählen oder das richtige --format angeben</translation>
+    </message>
+    <message>
+        <source>it ends within a sample (%1 bytes are left out): it was cut off, or it is not %2</source>
+        <translation>sie endet mitten in einem Abtastwert (%1 Bytes entfallen): sie ist abgeschnitten oder nicht von der Art %2</translation>
+    </message>
+    <message>
+        <source>Format: %1</source>
+        <translation>Format: %1</translation>
+    </message>
+</context>
+<context>
+    <name>Recording</name>
     <message>
         <source>there is no such file; check the name</source>
         <translation>es gibt keine solche Datei; den Namen prüfen</translation>
@@ -379,12 +445,8 @@
         <translation>die Datei ist leer; eine mit Abtastwerten nennen</translation>
     </message>
     <message>
-        <source>not a recording that can be read (%1); choose a WAV, FLAC, AIFF, AU, CAF, W64 or Ogg file</source>
-        <translation>keine lesbare Aufnahme (%1); eine WAV-, FLAC-, AIFF-, AU-, CAF-, W64- oder Ogg-Datei wählen</translation>
-    </message>
-    <message>
-        <source>the recording holds no samples; choose another one</source>
-        <translation>die Aufnahme enthält keine Abtastwerte; eine andere wählen</translation>
+        <source>the sample rate is not known, %1 Hz is assumed; give it by --sample-rate</source>
+        <translation>die Abtastrate ist nicht bekannt, %1 Hz sind angenommen; mit --sample-rate angeben</translation>
     </message>
 </context>
 <context>

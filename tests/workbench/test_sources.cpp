@@ -1,7 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "Recordings.h"
 #include "workbench/sources/NrzSource.h"
-#include "workbench/sources/RecordingSource.h"
+#include "workbench/sources/Recording.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -22,11 +22,17 @@ std::vector<double> readAll(SignalSource& source, std::size_t blockLength)
 
 struct Recordings : testing::Test, TestFolder
 {
-    std::unique_ptr<RecordingSource> open(const QString& name)
+    std::unique_ptr<SignalSource> open(const QString& name, const Recording::Options& options = {})
     {
-        return RecordingSource::open(name, why);
+        Recording recording = Recording::open(name, options);
+        why = recording.why;
+        notices = recording.notices;
+        details = recording.details;
+        return std::move(recording.source);
     }
     QString why;
+    QStringList notices;
+    QStringList details;
 };
 
 TEST_F(Recordings, ComeThroughInEveryFormatWithAnyNumberOfChannels)
@@ -64,6 +70,7 @@ TEST_F(Recordings, ThatCannotBeReadSayWhyAndThoseCutOffGiveWhatIsThere)
 {
     writeFile(path("empty.wav"), {});
     writeFile(path("text.wav"), "These are no samples.\n");
+    writeFile(path("7.cf32"), "7 bytes");
     writeRecording(path("none.wav"), 8000, 1, {});
     writeRecording(path("whole.wav"), 8000, 2, sine(2000));
     QFile whole(path("whole.wav"));
@@ -78,7 +85,8 @@ TEST_F(Recordings, ThatCannotBeReadSayWhyAndThoseCutOffGiveWhatIsThere)
         {path("missing.wav"), "no such file"}, {folder.path(), "folder"},
         {"/dev/null", "not a regular file"},   {path("empty.wav"), "empty"},
         {path("text.wav"), "not a recording"}, {path("header.wav"), "not a recording"},
-        {path("rate.wav"), "not a recording"}, {path("none.wav"), "no samples"}};
+        {path("rate.wav"), "not a recording"}, {path("none.wav"), "no samples"},
+        {path("7.cf32"), "no whole sample"}};
     for (const auto& [name, reason] : rows) {
         EXPECT_FALSE(open(name)) << qPrintable(name);
         EXPECT_THAT(why.toStdString(), testing::HasSubstr(reason)) << qPrintable(name);
@@ -96,6 +104,86 @@ TEST_F(Recordings, MayHoldNanAndInfinity)
                    SF_FORMAT_WAV | SF_FORMAT_DOUBLE);
     const auto samples = readAll(*open(path("odd.wav")), 2);
     EXPECT_THAT(samples, testing::ElementsAre(0.5, testing::IsNan(), infinity, -infinity, 0.25));
+}
+
+TEST(SampleFormats, ConvertTheBytesOfEveryDataType)
+{
+    struct
+    {
+        const char* type;
+        const char* numbers; // hexadecimal, most significant byte first
+        std::vector<double> values;
+    } const rows[] = {{"f32", "3fc00000 c1200000 7f800000", {1.5, -10.0, HUGE_VAL}},
+                      {"f64", "3ff8000000000000 c024000000000000", {1.5, -10.0}},
+                      {"i8", "7f 80 ff", {127.0 / 128, -1.0, -1.0 / 128}},
+                      {"i16", "7fff 8000 0001", {32767.0 / 32768, -1.0, 1.0 / 32768}},
+                      {"i32", "40000000 80000000", {0.5, -1.0}},
+                      {"i64", "4000000000000000 8000000000000000", {0.5, -1.0}},
+                      {"u8", "00 ff 7f 80", {-1.0, 1.0, -0.5 / 127.5, 0.5 / 127.5}},
+                      {"u16", "0000 ffff 8000", {-1.0, 1.0, 0.5 / 32767.5}},
+                      {"u32", "00000000 ffffffff", {-1.0, 1.0}},
+                      {"u64", "0000000000000000 ffffffffffffffff", {-1.0, 1.0}}};
+    for (const auto& row : rows) {
+        for (const char* variant : {"r%1_le", "c%1_le", "r%1_be", "c%1_be", "r%1", "c%1"}) {
+            const QString name = QString(variant).arg(row.type);
+            SCOPED_TRACE(qPrintable(name));
+            QByteArray bytes;
+            for (QByteArray number : QByteArray(row.numbers).split(' ')) {
+                number = QByteArray::fromHex(number);
+                if (!name.endsWith("_be"))
+                    std::reverse(number.begin(), number.end());
+                bytes += number;
+            }
+            const auto format = SampleFormat::parse(name);
+            ASSERT_TRUE(format);
+            EXPECT_TRUE(name.startsWith(format->isComplex ? 'c' : 'r'));
+            std::vector<double> values(row.values.size());
+            ASSERT_EQ(format->byteCount() * values.size(), static_cast<std::size_t>(bytes.size()));
+            format->convert(bytes.data(), values.size(), values.data());
+            EXPECT_THAT(values, testing::Pointwise(testing::DoubleEq(), row.values));
+        }
+    }
+    for (const char* name : {"", "c", "cf16", "rf8", "xf32", "cf32_me", "cf32_le ", "Cf32", "cu12"})
+        EXPECT_FALSE(SampleFormat::parse(name)) << name;
+}
+
+TEST_F(Recordings, MayBeRawSamples)
+{
+    struct
+    {
+        const char* name;
+        const char* format; // given, not guessed
+        const char* is;
+        std::int64_t sampleCount;
+        std::size_t noticeCount;
+    } const rows[] = {{"a.cu8", nullptr, "cu8", 12, 1},      {"a.CS8", nullptr, "ci8", 12, 1},
+                      {"a.cs16", nullptr, "ci16_le", 6, 1},  {"a.cf32", nullptr, "cf32_le", 3, 1},
+                      {"a.fc32", nullptr, "cf32_le", 3, 1},  {"a.iq", nullptr, "cf32_le", 3, 1},
+                      {"a.C16", nullptr, "ci16_le", 6, 1},   {"a.s16", nullptr, "ri16_le", 12, 1},
+                      {"a.cu8", "rf64_be", "rf64_be", 3, 1}, {"a.bin", "cs32", "ci32_le", 3, 1},
+                      {"25.f32", nullptr, "rf32_le", 6, 2}, // a byte too many
+                      {"25.bin", "cf64", "cf64_le", 1, 2}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        writeFile(path(row.name), QByteArray(row.name[0] == '2' ? 25 : 24, '\x40'));
+        Recording::Options options;
+        if (row.format)
+            options.format = SampleFormat::parse(row.format);
+        auto source = open(path(row.name), options);
+        ASSERT_TRUE(source) << qPrintable(why);
+        EXPECT_TRUE(details.contains(QString("Format: ") + row.is))
+            << qPrintable(details.join(' '));
+        EXPECT_EQ(source->sampleCount(), row.sampleCount);
+        EXPECT_EQ(source->isComplex(), row.is[0] == 'c');
+        EXPECT_EQ(source->sampleRate(), 48000.0);
+        EXPECT_EQ(notices.size(), static_cast<int>(row.noticeCount));
+        EXPECT_EQ(readAll(*source, 5).size(),
+                  static_cast<std::size_t>(row.sampleCount * source->valueCount()));
+        options.sampleRate = 2e6;
+        source = open(path(row.name), options);
+        EXPECT_EQ(source->sampleRate(), 2e6);
+        EXPECT_EQ(notices.size(), static_cast<int>(row.noticeCount) - 1);
+    }
 }
 
 TEST(Nrz, KeepsItsFramesWhereverItIsReadFrom)

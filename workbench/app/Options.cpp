@@ -13,7 +13,6 @@ constexpr double maxSeconds = 3600.0;
 constexpr double shortest = 0.001; // seconds
 constexpr double shortestSpan = 1e-9;
 constexpr double minHertz = 0.001;
-constexpr double maxHertz = 1e12;
 constexpr int maxSide = 16384;
 
 struct Text
@@ -32,8 +31,15 @@ void describe(QCommandLineParser& parser)
     parser.addOption(
         {{QStringLiteral("v"), QStringLiteral("version")}, Text::tr("Shows the version.")});
     parser.addPositionalArgument(QStringLiteral("FILE"),
-                                 Text::tr("Recording to play: WAV, FLAC, AIFF and others."),
+                                 Text::tr("Recording to play: WAV, FLAC, AIFF and others, raw "
+                                          "samples."),
                                  QStringLiteral("[FILE]"));
+    add("format",
+        Text::tr("Takes the file for raw samples of <NAME>: cf32, cs16, cu8, cs8, rf32, rs16 and "
+                 "so on, _be for big endian; else endings such as .cu8 say it."),
+        "NAME");
+    add("sample-rate", Text::tr("Sample rate in hertz, whatever the recording says."), "HZ");
+    add("info", Text::tr("Prints what is known of the recording and ends."), nullptr);
     add("channel",
         Text::tr(
             "Plays channel <N> of the recording, counted from 1; of a complex one 1 is I, 2 is Q."),
@@ -114,8 +120,16 @@ private:
 Options readOptions(Reader& reader)
 {
     Options options;
+    options.recording.sampleRate = reader.number("sample-rate", minHertz, Recording::maxSampleRate);
+    if (reader.isSet("format")) {
+        options.recording.format = SampleFormat::parse(reader.text("format"));
+        if (!options.recording.format)
+            reader.reject("format", Text::tr("give c or r; f, s or u; 8, 16, 32 or 64, such as "
+                                             "cf32 or cu8"));
+    }
+    options.isInfo = reader.isSet("info");
     options.channel = reader.wholeNumber("channel", 1, maxChannel).value_or(options.channel);
-    options.symbolRate = reader.number("symbol-rate", minHertz, maxHertz);
+    options.symbolRate = reader.number("symbol-rate", minHertz, Recording::maxSampleRate);
     options.spanSeconds = reader.number("span", shortestSpan, maxSeconds);
     options.speed =
         reader.number("speed", SignalFeed::minSpeed, SignalFeed::maxSpeed).value_or(options.speed);
@@ -180,7 +194,7 @@ Options::Result Options::parse(const QStringList& arguments)
     if (!files.isEmpty() && files[0].isEmpty())
         return wrong(tr("command line: the name of the file is empty; name a recording"));
     options.file = files.value(0);
-    for (const char* name : {"channel", "symbol-rate"}) {
+    for (const char* name : {"channel", "symbol-rate", "format", "sample-rate", "info"}) {
         if (options.file.isEmpty() && reader.isSet(name))
             return wrong(
                 tr("--%1: only recordings have it; name one").arg(QString::fromLatin1(name)));

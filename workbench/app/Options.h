@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/sources/Recording.h"
+
 #include <QCoreApplication>
 #include <QSize>
 #include <QString>
@@ -24,6 +26,8 @@ public:
     static QString languageIn(const QStringList& arguments);
 
     QString file; ///< recording; empty for the built-in signal
+    Recording::Options recording;
+    bool isInfo = false; ///< only say what the recording is
     int channel = 1;
     QString snapshotFolder; ///< empty: none
     double seconds = 2.0;   ///< played for a snapshot

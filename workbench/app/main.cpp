@@ -17,10 +17,15 @@ namespace {
 constexpr int exitFailed = 1;
 constexpr int exitWrongUsage = 2;
 
-int fail(int code, QString text)
+void say(QString text)
 {
     text.replace(QLatin1Char('\n'), QLatin1Char(' '));
     std::fprintf(stderr, "orvane-workbench: %s\n", qPrintable(text));
+}
+
+int fail(int code, const QString& text)
+{
+    say(text);
     return code;
 }
 
@@ -48,12 +53,24 @@ void handleMessage(QtMsgType type, const QMessageLogContext&, const QString& tex
         std::fprintf(stderr, "%s\n", qPrintable(text));
 }
 
+/// Opens the recording and says what is amiss with it.
+Recording open(const Options& options)
+{
+    Recording recording = Recording::open(options.file, options.recording);
+    for (const QString& notice : recording.notices)
+        say(QStringLiteral("%1: %2").arg(options.file, notice));
+    return recording;
+}
+
 int run(MainWindow& window, const Options& options)
 {
     window.resize(options.size);
     QString why;
     if (!options.file.isEmpty()) {
-        if (!window.openFile(options.file, options.channel, options.symbolRate, why))
+        Recording recording = open(options);
+        why = recording.why;
+        if (!recording.source ||
+            !window.open(std::move(recording), options.channel, options.symbolRate, why))
             return fail(exitFailed, QStringLiteral("%1: %2").arg(options.file, why));
     } else {
         window.openBuiltIn();
@@ -77,8 +94,30 @@ int run(MainWindow& window, const Options& options)
     return 0;
 }
 
-/// Reads the command line without a display: help and complaints need none.
-Options::Result readCommandLine(int& argc, char** argv)
+/// Prints what is known of a recording.
+int inform(const Options& options)
+{
+    const Recording recording = open(options);
+    if (!recording.source)
+        return fail(exitFailed, QStringLiteral("%1: %2").arg(options.file, recording.why));
+    const SignalSource& source = *recording.source;
+    QStringList lines{
+        Options::tr("Name: %1").arg(source.name()),
+        Options::tr("Sample rate: %1 Hz").arg(source.sampleRate(), 0, 'g', 12),
+        (source.isComplex() ? Options::tr("Channels: %1, complex") : Options::tr("Channels: %1"))
+            .arg(source.channelCount())};
+    if (const auto count = source.sampleCount())
+        lines += Options::tr("Samples: %1, %2 s")
+                     .arg(*count)
+                     .arg(static_cast<double>(*count) / source.sampleRate(), 0, 'g', 12);
+    for (const QString& line : lines + recording.details)
+        std::printf("%s\n", qPrintable(line));
+    return 0;
+}
+
+/// Does what needs no display: help, complaints and information.
+/// @return exit code; none when options were read that need one.
+std::optional<int> runWithoutDisplay(int& argc, char** argv, Options& options)
 {
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
@@ -86,7 +125,15 @@ Options::Result readCommandLine(int& argc, char** argv)
     const QString language = Options::languageIn(arguments);
     if (!language.isEmpty())
         TranslationCenter::Instance().SetLanguage(language);
-    return Options::parse(arguments);
+    const Options::Result commandLine = Options::parse(arguments);
+    if (commandLine.isWrong)
+        return fail(exitWrongUsage, commandLine.text);
+    if (!commandLine.options) {
+        std::printf("%s", qPrintable(commandLine.text));
+        return 0;
+    }
+    options = *commandLine.options;
+    return options.isInfo ? std::optional<int>(inform(options)) : std::nullopt;
 }
 
 } // namespace
@@ -100,14 +147,9 @@ int main(int argc, char** argv)
     // Numbers read and write as the diagrams have them, with a point.
     QLocale::setDefault(QLocale::c());
 
-    const Options::Result commandLine = readCommandLine(argc, argv);
-    if (commandLine.isWrong)
-        return fail(exitWrongUsage, commandLine.text);
-    if (!commandLine.options) {
-        std::printf("%s", qPrintable(commandLine.text));
-        return 0;
-    }
-    const Options& options = *commandLine.options;
+    Options options;
+    if (const auto exitCode = runWithoutDisplay(argc, argv, options))
+        return *exitCode;
     if (!options.settingsFile.isEmpty())
         values::Persistant::SetStoreFile(options.settingsFile);
 

@@ -4,7 +4,6 @@
 #include "platform/glwidgets/DiagramCaption.h"
 #include "platform/gui/ColorSet.h"
 #include "views/VCGLTimeDiagram.h"
-#include "workbench/sources/RecordingSource.h"
 #include "workbench/window/Appearance.h"
 #include "workbench/window/Icons.h"
 #include "workbench/window/NoticeBar.h"
@@ -33,10 +32,11 @@ constexpr int statusPeriodMs = 200;
 constexpr double speeds[] = {0.1, 0.2, 0.5, 1.0, 2.0, 5.0, 10.0};
 constexpr double fullScale = 1.1; // a little more than the largest level
 
-// What libsndfile usually reads.
+// Usual endings.
 constexpr const char* recordingPatterns =
     " (*.wav *.w64 *.rf64 *.flac *.aif *.aiff *.aifc *.au *.snd *.caf *.ogg *.oga *.opus *.mp3"
-    " *.mat *.voc *.wv *.sd2 *.svx *.nist *.sph *.xi *.htk *.avr *.paf *.pvf)";
+    " *.mat *.voc *.wv *.sd2 *.svx *.nist *.sph *.xi *.htk *.avr *.paf *.pvf"
+    " *.cu8 *.cs8 *.cs16 *.cf32 *.fc32 *.iq *.s16 *.f32)";
 
 /// First local file of a drag, empty when there is none.
 QString droppedFile(const QMimeData* data)
@@ -223,21 +223,20 @@ void MainWindow::buildDock()
     });
 }
 
-bool MainWindow::openFile(const QString& fileName, int channel, std::optional<double> symbolRate,
-                          QString& why)
+bool MainWindow::open(Recording recording, int channel, std::optional<double> symbolRate,
+                      QString& why)
 {
-    std::unique_ptr<RecordingSource> source = RecordingSource::open(fileName, why);
-    if (!source)
-        return false;
-    if (channel > source->valueCount()) {
+    if (channel > recording.source->valueCount()) {
         why = tr("there is no channel %1; the recording has %2")
                   .arg(channel)
-                  .arg(source->valueCount());
+                  .arg(recording.source->valueCount());
         return false;
     }
-    m_feed.open(std::move(source), channel - 1, symbolRate);
-    m_folder = QFileInfo(fileName).absolutePath();
+    m_feed.open(std::move(recording.source), channel - 1, symbolRate);
     showSource();
+    if (!recording.notices.isEmpty())
+        m_notice->say(m_feed.source()->name() + QStringLiteral(": ") +
+                      recording.notices.join(QStringLiteral(".\n")));
     return true;
 }
 
@@ -326,8 +325,10 @@ void MainWindow::chooseFile()
 
 void MainWindow::openOrSay(const QString& fileName)
 {
-    QString why;
-    if (openFile(fileName, 1, std::nullopt, why))
+    m_folder = QFileInfo(fileName).absolutePath();
+    Recording recording = Recording::open(fileName, {});
+    QString why = recording.why;
+    if (recording.source && open(std::move(recording), 1, std::nullopt, why))
         m_feed.play();
     else
         m_notice->say(tr("%1: %2").arg(fileName, why));

@@ -3,6 +3,7 @@
 
 #include "workbench/feed/SignalFeed.h"
 #include "workbench/sources/NrzSource.h"
+#include "workbench/sources/Recording.h"
 
 #include <QElapsedTimer>
 #include <QMainWindow>
@@ -29,12 +30,12 @@ public:
     MainWindow();
     ~MainWindow() override;
 
-    /// Opens a recording, not playing.
-    /// @param channel     from 1.
+    /// Takes over a recording, not playing, and says what is amiss with it.
+    /// @param recording   has a source.
+    /// @param channel     from 1; where complex, 1 is I and 2 is Q.
     /// @param symbolRate  Bd; none: the time axis shows seconds or parts of them.
-    /// @param why         when it cannot be opened: one sentence; the former signal stays.
-    bool openFile(const QString& fileName, int channel, std::optional<double> symbolRate,
-                  QString& why);
+    /// @param why         when it cannot be shown: one sentence; the former signal stays.
+    bool open(Recording recording, int channel, std::optional<double> symbolRate, QString& why);
     /// Opens the built-in signal, not playing.
     void openBuiltIn();
 

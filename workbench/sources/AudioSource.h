@@ -11,18 +11,20 @@
 /// of channels; two of them are I and Q of one complex signal. Whole numbers become -1..1, floating
 /// point samples stay as they are. The file is read as the samples are asked for, so long files
 /// start at once and take little memory.
-class RecordingSource : public SignalSource
+class AudioSource : public SignalSource
 {
-    Q_DECLARE_TR_FUNCTIONS(RecordingSource)
+    Q_DECLARE_TR_FUNCTIONS(AudioSource)
 public:
     /// Opens a file.
+    /// @param sampleRate  Hz, > 0; overrides the file's.
     /// @param why  when it cannot be read: one sentence that says why and what to do.
     /// @return null when the file cannot be read or holds no samples.
-    static std::unique_ptr<RecordingSource> open(const QString& fileName, QString& why);
-    ~RecordingSource() override;
+    static std::unique_ptr<AudioSource> open(const QString& fileName,
+                                             std::optional<double> sampleRate, QString& why);
+    ~AudioSource() override;
 
     QString name() const override;
-    double sampleRate() const override;
+    double sampleRate() const override { return m_sampleRate; }
     int channelCount() const override;
     bool isComplex() const override;
     std::optional<std::int64_t> sampleCount() const override;
@@ -32,10 +34,10 @@ public:
 
 private:
     struct File;
-    static QString obstacle(const QString& fileName);
     static QString flaw(const File& file);
-    explicit RecordingSource(std::unique_ptr<File> file);
+    AudioSource(std::unique_ptr<File> file, std::optional<double> sampleRate);
 
     std::unique_ptr<File> m_file;
+    double m_sampleRate;
     std::int64_t m_position = 0;
 };

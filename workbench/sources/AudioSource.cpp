@@ -1,5 +1,5 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
-#include "workbench/sources/RecordingSource.h"
+#include "workbench/sources/AudioSource.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -15,7 +15,7 @@ constexpr std::size_t maxBlockValueCount = 1 << 20;
 
 } // namespace
 
-struct RecordingSource::File
+struct AudioSource::File
 {
     ~File()
     {
@@ -27,46 +27,27 @@ struct RecordingSource::File
     SNDFILE* handle = nullptr;
 };
 
-std::unique_ptr<RecordingSource> RecordingSource::open(const QString& fileName, QString& why)
+std::unique_ptr<AudioSource> AudioSource::open(const QString& fileName,
+                                               std::optional<double> sampleRate, QString& why)
 {
-    why = obstacle(fileName);
-    if (!why.isEmpty())
-        return nullptr;
     auto file = std::make_unique<File>();
     file->name = QFileInfo(fileName).fileName();
     file->handle = sf_open(QFile::encodeName(fileName).constData(), SFM_READ, &file->info);
     why = flaw(*file);
     if (!why.isEmpty())
         return nullptr;
-    return std::unique_ptr<RecordingSource>(new RecordingSource(std::move(file)));
-}
-
-/// What stands in the way of reading a file, whatever is in it; empty when nothing does.
-QString RecordingSource::obstacle(const QString& fileName)
-{
-    const QFileInfo file(fileName);
-    if (!file.exists())
-        return tr("there is no such file; check the name");
-    if (file.isDir())
-        return tr("this is a folder; name a recording that is in it");
-    if (!file.isFile())
-        return tr("this is not a regular file; name a recording");
-    if (!file.isReadable())
-        return tr("no permission to read it; change the file's permissions");
-    if (file.size() == 0)
-        return tr("the file is empty; name one that holds samples");
-    return QString();
+    return std::unique_ptr<AudioSource>(new AudioSource(std::move(file), sampleRate));
 }
 
 /// What is wrong with a file that was opened; empty when nothing is.
-QString RecordingSource::flaw(const File& file)
+QString AudioSource::flaw(const File& file)
 {
     if (!file.handle) {
         QString reason = QString::fromLocal8Bit(sf_strerror(nullptr)).simplified();
         while (reason.endsWith(QLatin1Char('.')))
             reason.chop(1);
-        return tr("not a recording that can be read (%1); choose a WAV, FLAC, AIFF, AU, CAF, W64 "
-                  "or Ogg file")
+        return tr("not a recording that can be read (%1); choose a SigMF, WAV, FLAC, AIFF, CSV or "
+                  "other signal file, or give --format where it is raw samples")
             .arg(reason);
     }
     if (file.info.frames <= 0)
@@ -74,28 +55,27 @@ QString RecordingSource::flaw(const File& file)
     return QString();
 }
 
-RecordingSource::RecordingSource(std::unique_ptr<File> file)
+AudioSource::AudioSource(std::unique_ptr<File> file, std::optional<double> sampleRate)
     : m_file(std::move(file))
+    , m_sampleRate(sampleRate.value_or(m_file->info.samplerate))
 {}
 
-RecordingSource::~RecordingSource() = default;
+AudioSource::~AudioSource() = default;
 
-QString RecordingSource::name() const { return m_file->name; }
+QString AudioSource::name() const { return m_file->name; }
 
-double RecordingSource::sampleRate() const { return m_file->info.samplerate; }
+int AudioSource::channelCount() const { return isComplex() ? 1 : m_file->info.channels; }
 
-int RecordingSource::channelCount() const { return isComplex() ? 1 : m_file->info.channels; }
+bool AudioSource::isComplex() const { return m_file->info.channels == 2; }
 
-bool RecordingSource::isComplex() const { return m_file->info.channels == 2; }
-
-std::optional<std::int64_t> RecordingSource::sampleCount() const
+std::optional<std::int64_t> AudioSource::sampleCount() const
 {
     if (m_file->info.frames == SF_COUNT_MAX) // a stream whose header leaves its length open
         return std::nullopt;
     return m_file->info.frames;
 }
 
-std::size_t RecordingSource::read(std::vector<double>& block, std::size_t count)
+std::size_t AudioSource::read(std::vector<double>& block, std::size_t count)
 {
     const auto channels = static_cast<std::size_t>(m_file->info.channels);
     count = std::min(count, std::max<std::size_t>(maxBlockValueCount / channels, 1));
@@ -108,7 +88,7 @@ std::size_t RecordingSource::read(std::vector<double>& block, std::size_t count)
     return samples;
 }
 
-bool RecordingSource::seek(std::int64_t position)
+bool AudioSource::seek(std::int64_t position)
 {
     const sf_count_t reached = position < 0 ? -1 : sf_seek(m_file->handle, position, SF_SEEK_SET);
     if (reached < 0)

@@ -1,0 +1,43 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/sources/SampleFormat.h"
+#include "workbench/sources/SignalSource.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+
+#include <memory>
+
+/// A file that was opened as a signal, or why it was not.
+struct Recording
+{
+    Q_DECLARE_TR_FUNCTIONS(Recording)
+public:
+    struct Options;
+
+    static constexpr double maxSampleRate = 1e12;     ///< Hz
+    static constexpr double assumedSampleRate = 48e3; ///< Hz, where it is not known
+
+    /// Opens a file. Its ending or the options say what it is: raw samples, or a format that
+    /// libsndfile reads.
+    static Recording open(const QString& fileName, const Options& options);
+
+    /// What stands in the way of reading a file, whatever is in it; empty when nothing does.
+    static QString obstacle(const QString& fileName);
+    static Recording failure(const QString& why);
+    /// The rate, or where it is not known an assumed one and a notice of it.
+    double orAssumed(std::optional<double> sampleRate);
+
+    std::unique_ptr<SignalSource> source; ///< null where there is nothing to show
+    QString why;                          ///< then one sentence: why, and what to do
+    QStringList notices;                  ///< otherwise what is amiss, a sentence each
+    QStringList details; ///< and what the file says beside its samples, a line each
+};
+
+/// What overrides or adds to what a file says.
+struct Recording::Options
+{
+    std::optional<SampleFormat> format; ///< the file is raw samples of it
+    std::optional<double> sampleRate;   ///< Hz, > 0, at most maxSampleRate
+};
