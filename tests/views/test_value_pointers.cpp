@@ -16,137 +16,100 @@ namespace {
 
 using Number = values::ValueNumeric<double>;
 using NumberPtr = values::ValueObservingPtr<Number>;
+using Codes = std::vector<int>;
 
 static_assert(!std::is_copy_constructible_v<NumberPtr> && !std::is_move_constructible_v<NumberPtr>,
               "the value knows the pointer by its address");
 
-struct Owner : IObserver
+/// Two values of the tree, and an owner that keeps the codes it hears.
+struct ValuePointers : testing::Test, IObserver
 {
-    void Update(Observable* source, TChangeCode code) override
-    {
-        calls.emplace_back(source, int(code));
-        if (onCall)
-            onCall(code);
-    }
-    std::vector<int> codes() const
-    {
-        std::vector<int> result;
-        for (const auto& call : calls)
-            result.push_back(call.second);
-        return result;
-    }
-    std::vector<std::pair<Observable*, int>> calls;
-    std::function<void(TChangeCode)> onCall;
-};
-
-/// Values at fixed paths for the length of a test.
-struct ValuePointers : testing::Test
-{
-    ValuePointers()
-        : number(tree.Create<Number>("Test/Number"))
-        , other(tree.Create<Number>("Test/Other"))
-        , list(tree.Create<values::ValueList<double>>("Test/List"))
-    {}
     ~ValuePointers() override
     {
         for (const char* path : {"Test/Number", "Test/Other", "Test/List", "Test/Selection"})
             tree.Remove(path);
     }
+    void Update(Observable* source, TChangeCode code) override
+    {
+        codes.push_back(code);
+        lastSource = source;
+        if (onCall)
+            onCall();
+    }
+    Codes taken() { return std::exchange(codes, {}); }
+
     values::Tree& tree = values::Tree::Instance();
-    Number* number;
-    Number* other;
-    values::ValueList<double>* list;
-    Owner owner;
+    Number* number = tree.Create<Number>("Test/Number");
+    Number* other = tree.Create<Number>("Test/Other");
+    Codes codes;
+    Observable* lastSource = nullptr;
+    std::function<void()> onCall;
+    NumberPtr pointer{this};
 };
 
-TEST_F(ValuePointers, BindByPathAndType)
+TEST_F(ValuePointers, BindByPathAndTypeAndDropTheOldBindingWhateverFollows)
 {
-    NumberPtr pointer(&owner);
-    EXPECT_TRUE(pointer.SetPath("Test/Number"));
-    EXPECT_EQ(number->ObserverCount(), 2U); // pointer and owner
-    pointer.Reset(number);
-    EXPECT_EQ(number->RegistrationCount(&owner), 1U);
+    tree.Create<values::ValueList<double>>("Test/List");
     for (const char* bad : {"Test/Nothing", "Test/List", ""}) {
         EXPECT_TRUE(pointer.SetPath("Test/Number"));
+        EXPECT_EQ(number->ObserverCount(), 2U); // pointer and owner
         EXPECT_FALSE(pointer.SetPath(bad)) << bad;
         EXPECT_EQ(pointer.Get(), nullptr);
         EXPECT_EQ(number->ObserverCount(), 0U);
     }
+    EXPECT_FALSE(pointer.IsFrom(nullptr)); // an unbound pointer matches nothing
     EXPECT_TRUE(pointer.SetPath("Test/Number"));
     EXPECT_TRUE(pointer.SetPath("Test/Other"));
     number->SetValue(1.0);
-    EXPECT_TRUE(owner.calls.empty()); // binding is silent, the old value is gone
+    EXPECT_EQ(taken(), Codes{}); // binding is silent, the old value is gone
     other->SetValue(2.0);
-    EXPECT_EQ(owner.codes(), std::vector<int>{3});
-    EXPECT_FALSE(pointer.IsFrom(nullptr));
-    pointer.Reset(nullptr);
-    EXPECT_FALSE(pointer.IsFrom(nullptr)); // an unbound pointer matches nothing
+    EXPECT_EQ(taken(), Codes{3});
 }
 
 TEST_F(ValuePointers, ReplayTheStateOfTheValue)
 {
-    NumberPtr pointer(&owner);
     pointer.NotifyOwner();
-    EXPECT_TRUE(owner.calls.empty());
+    EXPECT_EQ(taken(), Codes{});
     pointer.SetPath("Test/Number");
     pointer.NotifyOwner();
-    EXPECT_EQ(owner.codes(), (std::vector<int>{2, 4, 3}));
-    EXPECT_EQ(owner.calls[2].first, number);
+    EXPECT_EQ(taken(), (Codes{2, 4, 3}));
+    EXPECT_EQ(lastSource, number);
 
     tree.Create<values::ValueSelection>("Test/Selection");
     ASSERT_TRUE(pointer.SetPath("Test/Selection"));
-    owner.calls.clear();
     pointer.NotifyOwner();
-    EXPECT_EQ(owner.codes(), (std::vector<int>{2, 4, 7, 3}));
-
-    owner.calls.clear();
-    owner.onCall = [&](TChangeCode code) {
-        if (code == ccState && pointer.Get())
-            tree.Remove("Test/Selection"); // calls the owner once more, then the value is gone
-    };
+    EXPECT_EQ(taken(), (Codes{2, 4, 7, 3}));
+    onCall = [&] { tree.Remove("Test/Selection"); }; // in the midst of the replay
     pointer.NotifyOwner();
     EXPECT_EQ(pointer.Get(), nullptr);
-    EXPECT_EQ(owner.calls.back(), (std::pair<Observable*, int>{nullptr, 3}));
+    EXPECT_EQ(codes.back(), 3);
+    EXPECT_EQ(lastSource, nullptr);
 }
 
 TEST_F(ValuePointers, LetGoOfAValueThatGoesAwayAndOfNoOther)
 {
-    NumberPtr first(&owner);
-    NumberPtr second(&owner);
+    NumberPtr second(this);
     values::ValuePtr<Number> plain;
-    for (auto* pointer : {&first, &second})
-        pointer->SetPath("Test/Number");
-    plain.SetPath("Test/Number");
-    EXPECT_EQ(number->RegistrationCount(&owner), 2U);
+    for (values::ValuePtr<Number>* bound :
+         {&plain, static_cast<decltype(&plain)>(&pointer), static_cast<decltype(&plain)>(&second)})
+        bound->SetPath("Test/Number");
     number->Notify(ccState); // alive: nothing
-    EXPECT_EQ(first.Get(), number);
+    EXPECT_EQ(pointer.Get(), number);
     number->SetValue(5.0);
-    EXPECT_EQ(owner.codes(), (std::vector<int>{2, 3})); // once a change, for both roles
-
-    // The second role goes elsewhere, the first still hears.
+    EXPECT_EQ(taken(), (Codes{2, 3})); // once a change, for both roles
     second.SetPath("Test/Other");
-    owner.calls.clear();
     number->SetValue(6.0);
-    EXPECT_EQ(owner.codes(), std::vector<int>{3});
+    EXPECT_EQ(taken(), Codes{3}); // the first role still hears
     second.SetPath("Test/Number");
 
     tree.Remove("Test/Number");
-    EXPECT_TRUE(!first.Get() && !second.Get() && !plain.Get());
-    first.Update(nullptr, ccState); // unbound: nothing
+    EXPECT_TRUE(!pointer.Get() && !second.Get() && !plain.Get());
+    pointer.Update(nullptr, ccState); // unbound: nothing
 }
 
-TEST_F(ValuePointers, DetachOnDestructionAndReleaseOnlyWhenTold)
+TEST_F(ValuePointers, ReleaseTheirPathOnlyWhileBound)
 {
     const int released = tree.ReleaseCount();
-    {
-        NumberPtr pointer(&owner);
-        values::ValuePtr<Number> plain;
-        pointer.SetPath("Test/Number");
-        plain.SetPath("Test/Number");
-    }
-    EXPECT_EQ(number->ObserverCount(), 0U);
-    EXPECT_EQ(tree.ReleaseCount(), released);
-    NumberPtr pointer(&owner);
     pointer.Release();
     EXPECT_EQ(tree.ReleaseCount(), released);
     pointer.SetPath("Test/Number");
@@ -157,18 +120,17 @@ TEST_F(ValuePointers, DetachOnDestructionAndReleaseOnlyWhenTold)
 
 TEST(Formatters, WriteFixedPointWhateverTheLocale)
 {
-    QLocale::setDefault(QLocale(QLocale::German));
+    QLocale::setDefault(QLocale::German);
     GLEyeStringFormatter eye;
     GLIQStringFormatter iq;
     GLTimeStringFormatter time;
-    EXPECT_EQ(eye.Format(0.0), QStringLiteral("0.00"));
-    EXPECT_EQ(eye.FormatWithUnit(-2.5), QStringLiteral("-2.50 t/T"));
-    for (IStringFormatter* formatter :
-         {static_cast<IStringFormatter*>(&iq), static_cast<IStringFormatter*>(&time)}) {
+    const std::pair<IStringFormatter*, const char*> rows[] = {
+        {&eye, "12345.68"}, {&iq, "12345.7"}, {&time, "12345.7"}};
+    for (const auto& [formatter, expected] : rows) {
         const QString& text = formatter->Format(12345.678);
-        EXPECT_EQ(text, QStringLiteral("12345.7"));
-        EXPECT_EQ(&formatter->FormatWithUnit(3.14159), &text);
-        EXPECT_EQ(text, QStringLiteral("3.1 t/T"));
+        EXPECT_EQ(text, expected);
+        EXPECT_EQ(&formatter->FormatWithUnit(12345.678), &text);
+        EXPECT_EQ(text, QString(expected) + " t/T");
     }
     QLocale::setDefault(QLocale::c());
 }
