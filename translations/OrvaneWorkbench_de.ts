@@ -256,10 +256,6 @@
         <translation>Abtastwerte: %1, %2 s</translation>
     </message>
     <message>
-        <source>Recording to play: WAV, FLAC, AIFF and others, raw samples.</source>
-        <translation>Aufnahme, die gespielt wird: WAV, FLAC, AIFF und andere, rohe Abtastwerte.</translation>
-    </message>
-    <message>
         <source>Takes the file for raw samples of &lt;NAME&gt;: cf32, cs16, cu8, cs8, rf32, rs16 and so on, _be for big endian; else endings such as .cu8 say it.</source>
         <translation>Hält die Datei für rohe Abtastwerte der Art &lt;NAME&gt;: cf32, cs16, cu8, cs8, rf32, rs16 und so weiter, mit _be für Big Endian; sonst sagt es die Endung, etwa .cu8.</translation>
     </message>
@@ -274,6 +270,10 @@
     <message>
         <source>give c or r; f, s or u; 8, 16, 32 or 64, such as cf32 or cu8</source>
         <translation>c oder r, f, s oder u und 8, 16, 32 oder 64 angeben, etwa cf32 oder cu8</translation>
+    </message>
+    <message>
+        <source>Recording to play: SigMF, WAV, FLAC, AIFF and others, raw samples.</source>
+        <translation>Aufnahme, die gespielt wird: SigMF, WAV, FLAC, AIFF und andere, rohe Abtastwerte.</translation>
     </message>
 </context>
 <context>
@@ -447,6 +447,115 @@
     <message>
         <source>the sample rate is not known, %1 Hz is assumed; give it by --sample-rate</source>
         <translation>die Abtastrate ist nicht bekannt, %1 Hz sind angenommen; mit --sample-rate angeben</translation>
+    </message>
+</context>
+<context>
+    <name>Sigmf</name>
+    <message>
+        <source>a collection lists recordings; open one of them</source>
+        <translation>eine Sammlung zählt Aufnahmen auf; eine davon öffnen</translation>
+    </message>
+    <message>
+        <source>its metadata %1: %2</source>
+        <translation>ihre Metadaten %1: %2</translation>
+    </message>
+    <message>
+        <source>cannot be read (%1)</source>
+        <translation>nicht lesbar (%1)</translation>
+    </message>
+    <message>
+        <source>these are metadata only, meant to be without samples</source>
+        <translation>dies sind nur Metadaten, mit Absicht ohne Abtastwerte</translation>
+    </message>
+    <message>
+        <source>its samples %1: %2</source>
+        <translation>ihre Abtastwerte %1: %2</translation>
+    </message>
+    <message>
+        <source>the archive holds no samples %1 beside the metadata</source>
+        <translation>das Archiv enthält neben den Metadaten keine Abtastwerte %1</translation>
+    </message>
+    <message>
+        <source>the archive was cut off, the samples that are left are shown</source>
+        <translation>das Archiv ist abgeschnitten, gezeigt werden die verbliebenen Abtastwerte</translation>
+    </message>
+    <message>
+        <source>the archive holds %1 recordings, %2 is shown; unpack it to open the others</source>
+        <translation>das Archiv enthält %1 Aufnahmen, gezeigt wird %2; für die anderen das Archiv auspacken</translation>
+    </message>
+    <message>
+        <source>it was cut off: the metadata speak of %1 samples, %2 are there</source>
+        <translation>sie ist abgeschnitten: die Metadaten sprechen von %1 Abtastwerten, %2 sind da</translation>
+    </message>
+</context>
+<context>
+    <name>SigmfArchive</name>
+    <message>
+        <source>cannot be read (%1)</source>
+        <translation>nicht lesbar (%1)</translation>
+    </message>
+    <message>
+        <source>not an archive that can be read (%1); a SigMF archive is a tar archive without compression</source>
+        <translation>kein lesbares Archiv (%1); ein SigMF-Archiv ist ein unkomprimiertes tar-Archiv</translation>
+    </message>
+    <message>
+        <source>the archive holds no SigMF recording; choose another one</source>
+        <translation>das Archiv enthält keine SigMF-Aufnahme; ein anderes wählen</translation>
+    </message>
+</context>
+<context>
+    <name>SigmfMetadata</name>
+    <message>
+        <source>the metadata are longer than %1 bytes; read the samples alone by --format</source>
+        <translation>die Metadaten sind länger als %1 Bytes; die Abtastwerte mit --format allein lesen</translation>
+    </message>
+    <message>
+        <source>the metadata are not JSON (%1 at byte %2); mend them, or read the samples alone by --format</source>
+        <translation>die Metadaten sind kein JSON (%1 bei Byte %2); berichtigen oder die Abtastwerte mit --format allein lesen</translation>
+    </message>
+    <message>
+        <source>the metadata lack the object &quot;global&quot;; mend them, or read the samples alone by --format</source>
+        <translation>den Metadaten fehlt das Objekt „global“; berichtigen oder die Abtastwerte mit --format allein lesen</translation>
+    </message>
+    <message>
+        <source>the metadata lack the list &quot;%1&quot;</source>
+        <translation>den Metadaten fehlt die Liste „%1“</translation>
+    </message>
+    <message>
+        <source>the metadata lack core:datatype; mend them, or read the samples alone by --format</source>
+        <translation>den Metadaten fehlt core:datatype; berichtigen oder die Abtastwerte mit --format allein lesen</translation>
+    </message>
+    <message>
+        <source>core:datatype is &quot;%1&quot;, which is unknown; mend the metadata, or read the samples alone by --format</source>
+        <translation>core:datatype ist „%1“, das ist unbekannt; die Metadaten berichtigen oder die Abtastwerte mit --format allein lesen</translation>
+    </message>
+    <message>
+        <source>core:num_channels is %1, not a whole number from 1 to %2; mend the metadata</source>
+        <translation>core:num_channels ist %1, keine ganze Zahl von 1 bis %2; die Metadaten berichtigen</translation>
+    </message>
+    <message>
+        <source>core:dataset is &quot;%1&quot;, not the name of a file beside the metadata; mend them</source>
+        <translation>core:dataset ist „%1“, nicht der Name einer Datei neben den Metadaten; diese berichtigen</translation>
+    </message>
+    <message>
+        <source>core:sample_rate is %1, not a number above 0 and up to %2; give the right one by --sample-rate</source>
+        <translation>core:sample_rate ist %1, keine Zahl über 0 und bis %2; die richtige mit --sample-rate angeben</translation>
+    </message>
+    <message>
+        <source>the metadata lack core:version</source>
+        <translation>den Metadaten fehlt core:version</translation>
+    </message>
+    <message>
+        <source>the extension &quot;%1&quot; is not known, though the recording needs it</source>
+        <translation>die Erweiterung „%1“ ist nicht bekannt, obwohl die Aufnahme sie braucht</translation>
+    </message>
+    <message>
+        <source>Capture: %1</source>
+        <translation>Aufzeichnung: %1</translation>
+    </message>
+    <message>
+        <source>Annotation: %1</source>
+        <translation>Anmerkung: %1</translation>
     </message>
 </context>
 <context>

@@ -3,6 +3,8 @@
 #include "workbench/sources/NrzSource.h"
 #include "workbench/sources/Recording.h"
 
+#include <archive.h>
+#include <archive_entry.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -184,6 +186,133 @@ TEST_F(Recordings, MayBeRawSamples)
         EXPECT_EQ(source->sampleRate(), 2e6);
         EXPECT_EQ(notices.size(), static_cast<int>(row.noticeCount) - 1);
     }
+}
+
+const QByteArray sigmfMetadata =
+    R"({"global": {"core:datatype": "ri16_le", "core:version": "1.2.5", "core:num_channels": 2,
+                   "core:sample_rate": 8000},
+        "captures": [{"core:sample_start": 0, "core:frequency": 1e9}],
+        "annotations": [{"core:sample_start": 3, "core:sample_count": 4, "core:label": "burst"}]})";
+
+TEST_F(Recordings, OfSigmfAreAsTheirMetadataSay)
+{
+    struct
+    {
+        const char* from; // in the metadata...
+        const char* to;   // ...is replaced by this
+        bool isShown;
+        const char* says;
+    } const rows[] = {
+        {"8000", "8e3", true, ""},
+        {"{\"glob", "{glob", false, "not JSON"},
+        {"global", "globe", false, "lack the object \"global\""},
+        {"core:datatype", "core:type", false, "lack core:datatype"},
+        {"ri16_le", "xi16_le", false, "\"xi16_le\", which is unknown"},
+        {"8000", "0", false, "core:sample_rate is 0"},
+        {"8000", "-1", false, "core:sample_rate is -1"},
+        {"8000", "1e300", false, "core:sample_rate is 1e+300"},
+        {"8000", "\"8 kHz\"", false, "core:sample_rate is 8 kHz"},
+        {"core:sample_rate", "core:rate", true, "not known, 48000 Hz is assumed"},
+        {"channels\": 2", "channels\": 1.5", false, "core:num_channels is 1.5"},
+        {"channels\": 2", "channels\": 1e9", false, "core:num_channels is 1000000000"},
+        {"1.2.5", R"(1", "core:dataset": "../a)", false, "core:dataset is \"../a\""},
+        {"1.2.5", R"(1", "core:dataset": "b.bin)", false, "b.bin: there is no such file"},
+        {"2,", R"(2, "core:dataset": "b.bin", "core:metadata_only": true,)", false, "only"},
+        {"core:version", "core:v", true, "lack core:version"},
+        {"\"annotations", "\"notes", true, "lack the list \"annotations\""},
+        {"count\": 4", "count\": 8", true, "speak of 11 samples, 10 are there"},
+        {"2,", R"(2, "core:extensions": [{"name": "z", "optional": false}],)", true, "\"z\""}};
+    writeFile(path("a.sigmf-data"), QByteArray(40, '\x40'));
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.to);
+        writeFile(path("a.sigmf-meta"), QByteArray(sigmfMetadata).replace(row.from, row.to));
+        const auto source = open(path("a.sigmf-meta"));
+        EXPECT_EQ(source != nullptr, row.isShown);
+        EXPECT_THAT((why + notices.join(' ')).toStdString(), testing::HasSubstr(row.says));
+        EXPECT_LE(notices.size(), *row.says ? 1 : 0);
+    }
+    writeFile(path("a.sigmf-meta"), sigmfMetadata);
+    const auto source = open(path("a.sigmf-data"));
+    EXPECT_EQ(source->channelCount(), 2);
+    EXPECT_EQ(source->sampleCount(), 10);
+    EXPECT_EQ(source->sampleRate(), 8000.0);
+    EXPECT_THAT(details.join('\n').toStdString(),
+                testing::AllOf(testing::HasSubstr("core:frequency 1000000000"),
+                               testing::HasSubstr("core:label burst")));
+    Recording::Options options;
+    options.sampleRate = 5.0;
+    writeFile(path("a.sigmf-meta"), QByteArray(sigmfMetadata).replace("8000", "0"));
+    EXPECT_EQ(open(path("a.sigmf-meta"), options)->sampleRate(), 5.0);
+    QFile::remove(path("a.sigmf-meta"));
+    EXPECT_FALSE(open(path("a.sigmf-data")));
+    EXPECT_TRUE(why.contains("a.sigmf-meta: there is no such file")) << qPrintable(why);
+}
+
+TEST_F(Recordings, OfSigmfMayHaveForeignBytesAmongTheirSamples)
+{
+    writeFile(path("a.sigmf-meta"), R"({"global": {"core:datatype": "ru8", "core:version": "1.2.0",
+        "core:dataset": "a.dat", "core:trailing_bytes": 1, "core:offset": 100}, "annotations": [],
+        "captures": [{"core:sample_start": 100, "core:header_bytes": 2}, {"core:sample_start": 101},
+                     {"core:sample_start": 103, "core:header_bytes": 1},
+                     {"core:sample_start": 900, "core:header_bytes": 5}]})");
+    writeFile(path("a.dat"), QByteArray::fromHex("aaaa ff00ff aa 00ff aa"));
+    auto source = open(path("a.sigmf-meta"));
+    EXPECT_THAT(readAll(*source, 2), testing::ElementsAre(1.0, -1.0, 1.0, -1.0, 1.0));
+    ASSERT_TRUE(source->seek(3));
+    EXPECT_THAT(readAll(*source, 9), testing::ElementsAre(-1.0, 1.0));
+    writeFile(path("a.dat"), QByteArray::fromHex("aaaa ff00ff aa")); // up to a header
+    source = open(path("a.sigmf-meta"));
+    EXPECT_THAT(readAll(*source, 9), testing::ElementsAre(1.0, -1.0, 1.0));
+}
+
+void writeArchive(const QString& name, const std::vector<std::pair<QByteArray, QByteArray>>& files)
+{
+    archive* writer = archive_write_new();
+    archive_write_set_format_pax(writer);
+    archive_write_open_filename(writer, QFile::encodeName(name).constData());
+    archive_entry* entry = archive_entry_new();
+    for (const auto& [path, content] : files) {
+        archive_entry_clear(entry);
+        archive_entry_set_pathname(entry, path.constData());
+        archive_entry_set_filetype(entry, AE_IFREG);
+        archive_entry_set_size(entry, content.size());
+        archive_write_header(writer, entry);
+        archive_write_data(writer, content.constData(), static_cast<std::size_t>(content.size()));
+    }
+    archive_entry_free(entry);
+    archive_write_free(writer);
+}
+
+TEST_F(Recordings, OfSigmfMayBeInAnArchive)
+{
+    const QByteArray name = "folder/" + QByteArray(200, 'n');
+    const std::pair<QByteArray, QByteArray> meta{name + ".sigmf-meta", sigmfMetadata};
+    const std::pair<QByteArray, QByteArray> data{name + ".sigmf-data", QByteArray(4000, '\x40')};
+    const std::pair<QByteArray, QByteArray> shadow{"folder/._a.sigmf-meta", "attributes"};
+    const std::pair<QByteArray, QByteArray> other{"b.sigmf-meta", "{}"};
+    using Files = std::vector<std::pair<QByteArray, QByteArray>>;
+    const std::tuple<Files, std::int64_t, const char*> rows[] = {
+        {{meta, data}, 1000, ""},
+        {{data, shadow, meta}, 1000, ""},
+        {{meta, data, other}, 1000, "2 recordings"},
+        {{meta}, 0, "holds no samples folder/nnn"},
+        {{data}, 0, "no SigMF recording"}};
+    for (const auto& [files, sampleCount, says] : rows) {
+        SCOPED_TRACE(says);
+        writeArchive(path("a.sigmf"), files);
+        const auto source = open(path("a.sigmf"));
+        EXPECT_EQ(source ? source->sampleCount() : 0, sampleCount);
+        EXPECT_THAT((why + notices.join(' ')).toStdString(), testing::HasSubstr(says));
+        EXPECT_THAT(source ? readAll(*source, 999) : std::vector<double>(),
+                    testing::Each(16448.0 / 32768.0));
+    }
+    writeArchive(path("a.sigmf"), {meta, data});
+    QFile(path("a.sigmf")).resize(QFileInfo(path("a.sigmf")).size() / 2);
+    EXPECT_GT(open(path("a.sigmf"))->sampleCount(), 10);
+    EXPECT_TRUE(notices[0].contains("cut off"));
+    writeFile(path("a.sigmf"), "This is no archive.");
+    EXPECT_FALSE(open(path("a.sigmf")));
+    EXPECT_TRUE(why.contains("not an archive")) << qPrintable(why);
 }
 
 TEST(Nrz, KeepsItsFramesWhereverItIsReadFrom)

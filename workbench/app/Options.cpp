@@ -31,8 +31,8 @@ void describe(QCommandLineParser& parser)
     parser.addOption(
         {{QStringLiteral("v"), QStringLiteral("version")}, Text::tr("Shows the version.")});
     parser.addPositionalArgument(QStringLiteral("FILE"),
-                                 Text::tr("Recording to play: WAV, FLAC, AIFF and others, raw "
-                                          "samples."),
+                                 Text::tr("Recording to play: SigMF, WAV, FLAC, AIFF and others, "
+                                          "raw samples."),
                                  QStringLiteral("[FILE]"));
     add("format",
         Text::tr("Takes the file for raw samples of <NAME>: cf32, cs16, cu8, cs8, rf32, rs16 and "

@@ -3,20 +3,27 @@
 
 #include "workbench/sources/AudioSource.h"
 #include "workbench/sources/RawSource.h"
+#include "workbench/sources/Sigmf.h"
 
 #include <QFileInfo>
 
 Recording Recording::open(const QString& fileName, const Options& options)
 {
+    const QString why = obstacle(fileName);
+    Recording recording = why.isEmpty() ? openFile(fileName, options) : failure(why);
+    if (!recording.source)
+        recording.notices.clear();
+    return recording;
+}
+
+Recording Recording::openFile(const QString& fileName, const Options& options)
+{
+    if (!options.format && Sigmf::isSigmf(fileName))
+        return Sigmf::open(fileName, options);
     Recording recording;
-    recording.why = obstacle(fileName);
-    if (!recording.why.isEmpty())
-        return recording;
     const QFileInfo file(fileName);
-    auto format = options.format;
-    if (!format)
-        format = SampleFormat::ofEnding(file.suffix());
-    if (format) {
+    if (const auto format =
+            options.format ? options.format : SampleFormat::ofEnding(file.suffix())) {
         RawLayout layout;
         layout.format = *format;
         layout.sampleRate = recording.orAssumed(options.sampleRate);

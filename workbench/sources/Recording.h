@@ -19,8 +19,8 @@ public:
     static constexpr double maxSampleRate = 1e12;     ///< Hz
     static constexpr double assumedSampleRate = 48e3; ///< Hz, where it is not known
 
-    /// Opens a file. Its ending or the options say what it is: raw samples, or a format that
-    /// libsndfile reads.
+    /// Opens a file. Its ending or the options say what it is: SigMF, raw samples, or a
+    /// format that libsndfile reads.
     static Recording open(const QString& fileName, const Options& options);
 
     /// What stands in the way of reading a file, whatever is in it; empty when nothing does.
@@ -33,6 +33,9 @@ public:
     QString why;                          ///< then one sentence: why, and what to do
     QStringList notices;                  ///< otherwise what is amiss, a sentence each
     QStringList details; ///< and what the file says beside its samples, a line each
+
+private:
+    static Recording openFile(const QString& fileName, const Options& options);
 };
 
 /// What overrides or adds to what a file says.

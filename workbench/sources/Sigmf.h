@@ -1,0 +1,22 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/sources/Recording.h"
+
+/// SigMF recordings: metadata beside a file of samples, or both in an archive.
+struct Sigmf
+{
+    Q_DECLARE_TR_FUNCTIONS(Sigmf)
+public:
+    /// Whether a file's name says that it belongs to a recording.
+    static bool isSigmf(const QString& fileName);
+    /// Opens a recording by either of its files, or by the archive. Of an archive with several the
+    /// first is taken.
+    static Recording open(const QString& fileName, const Recording::Options& options);
+
+private:
+    static Recording openFiles(const QString& fileName, const Recording::Options& options);
+    static Recording openArchive(const QString& fileName, const Recording::Options& options);
+    static Recording openSamples(const struct SigmfMetadata& metadata, const QString& name,
+                                 const QString& fileName, std::int64_t begin, std::int64_t end);
+};

@@ -1,0 +1,160 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+// The standard: Signal Metadata Format Specification 1.2, https://sigmf.org.
+#include "workbench/sources/SigmfMetadata.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double maxChannelCount = 1000.0;
+// Of sample indices and byte counts: far more than any file has, and their products fit.
+constexpr double maxIndex = 281474976710656.0; // 2^48
+
+/// A whole number from lowest to highest; none when there is none.
+std::optional<std::int64_t> wholeNumber(const QJsonObject& object, const char* key,
+                                        double lowest = 0.0, double highest = maxIndex)
+{
+    const double value = object.value(QLatin1String(key)).toDouble(-1.0);
+    if (value != std::floor(value) || value < lowest || value > highest)
+        return std::nullopt;
+    return static_cast<std::int64_t>(value);
+}
+
+/// A value as text for a line; empty for what does not fit into one.
+QString text(const QJsonValue& value)
+{
+    QString result = value.toVariant().toString();
+    if (value.isDouble())
+        result = QString::number(value.toDouble(), 'g', 15);
+    for (QChar& character : result)
+        character = character.isPrint() ? character : QLatin1Char(' ');
+    return result.simplified();
+}
+
+QString line(const QJsonObject& object)
+{
+    QStringList parts;
+    for (auto i = object.begin(); i != object.end(); ++i) {
+        if (const QString value = text(i.value()); !value.isEmpty())
+            parts += i.key() + QLatin1Char(' ') + value;
+    }
+    return parts.join(QStringLiteral(", "));
+}
+
+} // namespace
+
+SigmfMetadata SigmfMetadata::parse(const QByteArray& json, std::optional<double> sampleRate)
+{
+    SigmfMetadata metadata;
+    metadata.sampleRate = sampleRate;
+    QJsonParseError error{};
+    const QJsonDocument document = QJsonDocument::fromJson(json, &error);
+    const QJsonObject root = document.object();
+    if (json.size() > maxSize)
+        metadata.why = tr("the metadata are longer than %1 bytes; read the samples alone by "
+                          "--format")
+                           .arg(maxSize);
+    else if (error.error != QJsonParseError::NoError)
+        metadata.why = tr("the metadata are not JSON (%1 at byte %2); mend them, or read the "
+                          "samples alone by --format")
+                           .arg(error.errorString())
+                           .arg(error.offset);
+    else if (!root.value(QLatin1String("global")).isObject())
+        metadata.why = tr("the metadata lack the object \"global\"; mend them, or read the samples "
+                          "alone by --format");
+    else
+        metadata.readGlobal(root.value(QLatin1String("global")).toObject());
+    for (const QJsonValue& capture : root.value(QLatin1String("captures")).toArray())
+        metadata.readCapture(capture.toObject());
+    for (const QJsonValue& annotation : root.value(QLatin1String("annotations")).toArray())
+        metadata.readAnnotation(annotation.toObject());
+    for (const char* key : {"captures", "annotations"}) {
+        if (!root.value(QLatin1String(key)).isArray())
+            metadata.notices += tr("the metadata lack the list \"%1\"").arg(QLatin1String(key));
+    }
+    return metadata;
+}
+
+void SigmfMetadata::readGlobal(const QJsonObject& global)
+{
+    for (auto i = global.begin(); i != global.end(); ++i) {
+        if (const QString value = text(i.value()); !value.isEmpty())
+            details += i.key() + QStringLiteral(": ") + value;
+    }
+    const QString datatype = global.value(QLatin1String("core:datatype")).toString();
+    const auto format = SampleFormat::parse(datatype);
+    const double rate = global.value(QLatin1String("core:sample_rate")).toDouble(-1.0);
+    const bool hasChannels = global.contains(QLatin1String("core:num_channels"));
+    const auto channels = wholeNumber(global, "core:num_channels", 1.0, maxChannelCount);
+    dataset = global.value(QLatin1String("core:dataset")).toString();
+
+    if (datatype.isEmpty())
+        why = tr("the metadata lack core:datatype; mend them, or read the samples alone by "
+                 "--format");
+    else if (!format)
+        why = tr("core:datatype is \"%1\", which is unknown; mend the metadata, or read the "
+                 "samples alone by --format")
+                  .arg(text(datatype));
+    else if (hasChannels && !channels)
+        why = tr("core:num_channels is %1, not a whole number from 1 to %2; mend the metadata")
+                  .arg(text(global.value(QLatin1String("core:num_channels"))))
+                  .arg(maxChannelCount);
+    else if (dataset.contains(QLatin1Char('/')))
+        why = tr("core:dataset is \"%1\", not the name of a file beside the metadata; mend them")
+                  .arg(text(dataset));
+    else if (!sampleRate && global.contains(QLatin1String("core:sample_rate")) &&
+             !(rate > 0.0 && rate <= Recording::maxSampleRate))
+        why = tr("core:sample_rate is %1, not a number above 0 and up to %2; give the right one by "
+                 "--sample-rate")
+                  .arg(text(global.value(QLatin1String("core:sample_rate"))))
+                  .arg(Recording::maxSampleRate);
+    if (!global.contains(QLatin1String("core:version")))
+        notices += tr("the metadata lack core:version");
+    for (const QJsonValue& entry : global.value(QLatin1String("core:extensions")).toArray()) {
+        const QJsonObject extension = entry.toObject();
+        if (!extension.value(QLatin1String("optional")).toBool(true))
+            notices += tr("the extension \"%1\" is not known, though the recording needs it")
+                           .arg(text(extension.value(QLatin1String("name"))));
+    }
+    if (!sampleRate && rate > 0.0)
+        sampleRate = rate;
+    layout.format = format.value_or(SampleFormat());
+    layout.channelCount = static_cast<int>(channels.value_or(1));
+    isMetadataOnly = global.value(QLatin1String("core:metadata_only")).toBool();
+    trailingBytes = wholeNumber(global, "core:trailing_bytes").value_or(0);
+    m_offset = wholeNumber(global, "core:offset").value_or(0);
+}
+
+void SigmfMetadata::readCapture(const QJsonObject& capture)
+{
+    details += tr("Capture: %1").arg(line(capture));
+    const auto start = wholeNumber(capture, "core:sample_start");
+    if (!start)
+        return;
+    const std::int64_t first = std::max<std::int64_t>(*start - m_offset, 0);
+    mention(first);
+    const std::int64_t header = wholeNumber(capture, "core:header_bytes").value_or(0);
+    RawLayout::Chunk& last = layout.chunks.back();
+    const std::int64_t offset =
+        last.offset + (first - last.firstSample) * layout.sampleSize() + header;
+    if (header == 0 || first < last.firstSample || offset > static_cast<std::int64_t>(maxIndex))
+        return;
+    if (first == last.firstSample)
+        last.offset = offset;
+    else
+        layout.chunks.push_back({first, offset});
+}
+
+void SigmfMetadata::readAnnotation(const QJsonObject& annotation)
+{
+    details += tr("Annotation: %1").arg(line(annotation));
+    if (const auto start = wholeNumber(annotation, "core:sample_start"))
+        mention(*start - m_offset + wholeNumber(annotation, "core:sample_count").value_or(0));
+}
+
+void SigmfMetadata::mention(std::int64_t sample) { sampleCount = std::max(sampleCount, sample); }

@@ -1,0 +1,34 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/sources/RawSource.h"
+
+/// What the metadata of a SigMF recording say. Keys are those of the SigMF standard.
+struct SigmfMetadata
+{
+    Q_DECLARE_TR_FUNCTIONS(SigmfMetadata)
+public:
+    static constexpr std::int64_t maxSize = 32 << 20; ///< bytes; longer ones are not metadata
+
+    /// Reads a metadata file's content.
+    /// @param sampleRate  Hz; the recording's is not looked at then.
+    static SigmfMetadata parse(const QByteArray& json, std::optional<double> sampleRate);
+
+    QString why;                      ///< why the samples cannot be read; empty when they can
+    QStringList notices;              ///< what is amiss, a sentence each
+    QStringList details;              ///< the metadata, captures and annotations, a line each
+    std::optional<double> sampleRate; ///< Hz
+    /// Where the samples are; the rate and the end are not known here.
+    RawLayout layout;
+    QString dataset; ///< name of a file of samples that has its own name; else empty
+    bool isMetadataOnly = false;
+    std::int64_t trailingBytes = 0; ///< after the samples
+    std::int64_t sampleCount = 0;   ///< that captures and annotations speak of, at least
+
+private:
+    void readGlobal(const class QJsonObject& global);
+    void readCapture(const QJsonObject& capture);
+    void readAnnotation(const QJsonObject& annotation);
+    void mention(std::int64_t sample);
+    std::int64_t m_offset = 0; // index of the first sample in captures and annotations
+};
