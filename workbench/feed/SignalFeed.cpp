@@ -38,6 +38,7 @@ void SignalFeed::open(std::unique_ptr<SignalSource> source, int channel,
     m_watching = true;
     openReader(0);
     m_values.setBaudrate(m_scale.samplesPerUnit);
+    m_eye.open(*m_source, symbolRate);
     setSpan(m_scale.defaultSpan);
 }
 
@@ -95,8 +96,10 @@ void SignalFeed::advance(std::int64_t elapsedMs)
     const double whole = std::floor(m_credit);
     m_credit -= whole;
     deliver(static_cast<std::size_t>(whole));
-    if (m_atEnd)
+    if (m_atEnd) {
+        m_eye.finish();
         pause();
+    }
 }
 
 void SignalFeed::playThrough(double seconds)
@@ -106,9 +109,12 @@ void SignalFeed::playThrough(double seconds)
     const bool repeat = std::exchange(m_repeat, false);
     const auto block = static_cast<std::size_t>(std::ceil(samplesPerPeriod()));
     auto left = static_cast<std::size_t>(std::ceil(seconds * m_scale.sampleRate));
-    while (left > 0 && !m_atEnd)
+    while (left > 0 && !m_atEnd) {
         left -= std::min(left, deliver(std::min(left, block)));
+        m_eye.settle();
+    }
     deliver(m_reader->openCount());
+    m_eye.finish();
     m_repeat = repeat;
 }
 
@@ -136,7 +142,9 @@ std::size_t SignalFeed::deliver(std::size_t count)
     m_markers.clear();
     bool isFresh = false; // just started over: another end right away would go on for ever
     while (m_samples.size() < count && !m_atEnd) {
-        const std::size_t got = m_reader->read(count - m_samples.size(), m_samples, m_markers);
+        const std::size_t known = m_samples.size();
+        readOn(count - known);
+        const std::size_t got = m_samples.size() - known;
         if (m_samples.size() == count)
             break;
         m_atEnd = !m_repeat || (isFresh && got == 0) || !m_reader->seek(0);
@@ -149,6 +157,16 @@ std::size_t SignalFeed::deliver(std::size_t count)
     if (!m_samples.empty())
         m_values.notify(m_samples, m_markers);
     return m_samples.size();
+}
+
+/// Reads the next samples; the eye takes them, too.
+void SignalFeed::readOn(std::size_t count)
+{
+    const std::int64_t position = m_reader->position();
+    const auto known = static_cast<std::ptrdiff_t>(m_samples.size());
+    m_reader->read(count, m_samples, m_markers);
+    if (m_samples.begin() + known != m_samples.end())
+        m_eye.take(position, {m_samples.begin() + known, m_samples.end()});
 }
 
 /// Whether the next notification has two finite samples that differ.
@@ -173,8 +191,15 @@ void SignalFeed::setSpeed(double speed)
 void SignalFeed::setChannel(int channel)
 {
     m_channel = channel;
+    m_eye.restart();
     if (m_source)
         openReader(position());
+}
+
+void SignalFeed::setLevels(double lowest, double highest)
+{
+    m_values.setY(lowest, highest);
+    m_eye.setLevels(lowest, highest);
 }
 
 void SignalFeed::setSpan(double seconds)

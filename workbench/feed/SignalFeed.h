@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/feed/EyeFeed.h"
 #include "workbench/feed/Pacer.h"
 #include "workbench/feed/SegmentReader.h"
 #include "workbench/feed/TimeScale.h"
@@ -17,7 +18,7 @@
 /// samples of one period. Where the program was held up, a notification carries up to four periods;
 /// what is older is skipped, counted as drops, and the trace ends there.
 ///
-/// Views bound to TimeValues must be told of nothing else. GUI thread only.
+/// Views bound to TimeValues or EyeValues must be told of nothing else. GUI thread only.
 class SignalFeed : public QObject
 {
     Q_OBJECT
@@ -62,7 +63,9 @@ public:
     /// Time shown, s; clamped to what can be shown.
     void setSpan(double seconds);
     double span() const { return m_span; }
-    void setLevels(double lowest, double highest) { m_values.setY(lowest, highest); }
+    void setLevels(double lowest, double highest);
+    /// The eye of the signal; blocks of signal are played into it, too.
+    EyeFeed& eye() { return m_eye; }
 
     /// Index of the next sample.
     std::int64_t position() const { return m_reader ? m_reader->position() : 0; }
@@ -88,8 +91,10 @@ private:
     void skip(std::int64_t periods);
     std::size_t deliver(std::size_t count);
     bool hasSignal() const;
+    void readOn(std::size_t count);
 
     TimeValues m_values;
+    EyeFeed m_eye;
     std::unique_ptr<SignalSource> m_source;
     std::unique_ptr<SegmentReader> m_reader; // of m_source
     TimeScale m_scale;

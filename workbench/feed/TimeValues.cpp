@@ -1,35 +1,10 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/feed/TimeValues.h"
 
-#include "platform/values/Tree.h"
+#include "workbench/feed/TreeValues.h"
 
-#include <algorithm>
-
-namespace {
-
-template<class T>
-T* create(const char* path)
-{
-    T* value = values::Tree::Instance().Create<T>(path);
-    Q_ASSERT(value); // one object at a time
-    return value;
-}
-
-/// Gives a list a new content. Nodes move between the list and the spare ones; new ones are made
-/// only where those do not do.
-void assign(std::list<double>& list, std::list<double>& spare, const std::vector<double>& content)
-{
-    if (list.size() > content.size()) {
-        const auto surplus = std::next(list.begin(), static_cast<std::ptrdiff_t>(content.size()));
-        spare.splice(spare.begin(), list, surplus, list.end());
-    }
-    while (list.size() < content.size() && !spare.empty())
-        list.splice(list.end(), spare, spare.begin());
-    list.resize(content.size());
-    std::copy(content.begin(), content.end(), list.begin());
-}
-
-} // namespace
+using treevalues::assign;
+using treevalues::create;
 
 TimeValues::TimeValues()
     : m_samples(create<List>(samplesPath))

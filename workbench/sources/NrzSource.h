@@ -5,22 +5,30 @@
 
 #include <QCoreApplication>
 
+#include <memory>
 #include <random>
 
 struct NrzSettings
 {
+    static constexpr double maxJitter = 0.3;
+    static constexpr double minSymbolRate = 100.0; ///< Bd, at the sample rate that follows
+    static constexpr double maxSymbolRate = 9600.0;
+
     double sampleRate = 48000.0;   ///< Hz, > 0
-    double symbolRate = 1200.0;    ///< Bd, > 0, at most half the sample rate
+    double symbolRate = 1200.0;    ///< Bd, > 0, at most a quarter of the sample rate
     int frameSymbolCount = 40;     ///< symbols of a frame, at least 16
-    double noise = 0.05;           ///< rms of the noise; the signal's levels are -1 and 1
+    int levelCount = 2;            ///< 2 or 4, evenly from -1 to 1
+    double noise = 0.05;           ///< rms of the noise
+    double jitter = 0.0;           ///< rms of the edges' displacement, symbols, up to maxJitter
     double bandwidth = 0.8;        ///< where the signal is 3 dB down, as a part of the symbol rate
-    std::uint32_t seed = 20260801; ///< of data and noise
+    std::uint32_t seed = 20260801; ///< of data, jitter and noise
 };
 
-/// Endless two-level data stream (non-return to zero) as a receiver sees it: levels -1 and 1
-/// through a low-pass, with noise of the same band. Each frame is a 16 bit sync word and random
-/// data; a frame's data depend on its number and the seed alone, so that every place in the stream
-/// can be gone to.
+/// Endless data stream (non-return to zero) as a receiver sees it: levels with edges in between
+/// that come early or late by the jitter, through a low-pass of Bessel type, with noise of the same
+/// band. Each frame is a 16 bit sync word in the outer levels and random data; a frame's data and
+/// jitter depend on its number and the seed alone, so that every place in the stream can be gone
+/// to.
 class NrzSource : public SignalSource
 {
     Q_DECLARE_TR_FUNCTIONS(NrzSource)
@@ -31,8 +39,9 @@ public:
     ~NrzSource() override;
 
     const NrzSettings& settings() const { return m_settings; }
-    /// Both act on the samples read from now on.
+    /// These act on the samples read from now on.
     void setNoise(double rms);
+    void setJitter(double rms);
     void setBandwidth(double bandwidth);
 
     QString name() const override;
@@ -40,23 +49,35 @@ public:
     int channelCount() const override { return 1; }
     std::optional<std::int64_t> sampleCount() const override { return std::nullopt; }
     std::optional<double> symbolRate() const override { return m_settings.symbolRate; }
+    std::optional<double> firstSymbol() const override;
     std::optional<double> frameLength() const override;
     std::int64_t position() const override { return m_position; }
     std::size_t read(std::vector<double>& block, std::size_t count) override;
     bool seek(std::int64_t position) override;
 
 private:
+    struct Symbol
+    {
+        double level;
+        double shift; // of its leading edge, as a part of the jitter's rms
+    };
+    struct Frame
+    {
+        std::int64_t number = -1;
+        std::vector<Symbol> symbols;
+    };
+    struct Filter;
+
     void prepareFilter();
+    double samplesPerSymbol() const { return m_settings.sampleRate / m_settings.symbolRate; }
     double levelAt(std::int64_t position);
+    const Symbol& symbolAt(std::int64_t number);
+    void fill(Frame& frame, std::int64_t number) const;
 
     NrzSettings m_settings;
     std::int64_t m_position = 0;
-    std::int64_t m_frame = -1; // the one that m_levels holds
-    std::vector<double> m_levels;
+    Frame m_frames[2]; // the latest one with an even number, and with an odd one
     std::mt19937 m_noiseBits;
     std::normal_distribution<double> m_normal;
-    double m_pole = 0.0;       // of both low-pass stages
-    double m_noiseScale = 0.0; // so that the filtered noise has the rms asked for
-    double m_first = 0.0;      // states of the stages
-    double m_second = 0.0;
+    std::unique_ptr<Filter> m_filter;
 };

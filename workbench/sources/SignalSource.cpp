@@ -7,4 +7,6 @@ bool SignalSource::isComplex() const { return false; }
 
 std::optional<double> SignalSource::symbolRate() const { return std::nullopt; }
 
+std::optional<double> SignalSource::firstSymbol() const { return std::nullopt; }
+
 std::optional<double> SignalSource::frameLength() const { return std::nullopt; }

@@ -29,6 +29,9 @@ public:
     virtual std::optional<std::int64_t> sampleCount() const = 0;
     /// Symbols per second, Bd, where known.
     virtual std::optional<double> symbolRate() const;
+    /// Where the middle of symbol 0 lies, samples, need not be whole: that of symbol k lies k
+    /// symbol periods later. None where the symbols' clock is not known exactly.
+    virtual std::optional<double> firstSymbol() const;
     /// Samples of a frame, at least 1, need not be whole: frame k starts at the first sample that
     /// is not before k times this. None for a signal without known frames.
     virtual std::optional<double> frameLength() const;

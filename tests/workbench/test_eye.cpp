@@ -1,0 +1,179 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "platform/values/Tree.h"
+#include "workbench/feed/EyeFeed.h"
+#include "workbench/sources/NrzSource.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <numeric>
+
+namespace {
+
+using Clock = EyeCut::Clock;
+using Trace = std::vector<double>;
+
+struct Cutting
+{
+    explicit Cutting(const EyeCut& cut)
+        : cutter(cut)
+    {}
+    void push(std::int64_t position, const std::vector<double>& samples)
+    {
+        cutter.push(position, samples);
+        take();
+    }
+    void finish()
+    {
+        cutter.finish();
+        take();
+    }
+    void take()
+    {
+        std::vector<double> samples;
+        std::vector<double> markers;
+        cutter.takeTraces(1000000, samples, markers);
+        EXPECT_EQ(markers.size(), samples.size());
+        for (std::size_t i = 0; i < samples.size(); i += cutter.traceLength()) {
+            EXPECT_EQ(markers[i], static_cast<double>(cutter.traceLength()));
+            const auto first = samples.begin() + static_cast<std::ptrdiff_t>(i);
+            traces.emplace_back(first, first + static_cast<std::ptrdiff_t>(cutter.traceLength()));
+        }
+    }
+    EyeCutter cutter;
+    std::vector<Trace> traces;
+};
+
+/// How far the eye is open in the middle: the gap between a level and the next where no trace
+/// passes, relative to the levels' distance.
+double opening(const std::vector<Trace>& traces, std::size_t skipped, int levelCount)
+{
+    double worst = 1.0;
+    for (std::size_t i = skipped; i < traces.size(); ++i) {
+        const double place = (traces[i][traces[i].size() / 2] + 1.0) / 2.0 * (levelCount - 1);
+        worst = std::min(worst, 1.0 - 2.0 * std::abs(place - std::round(place)));
+    }
+    return worst;
+}
+
+TEST(Eye, IsOpenInTheMiddleWhereTheClockIsKnownOrRecovered)
+{
+    struct
+    {
+        Clock clock;
+        double symbolRate;
+        double error; // of the rate that is told, a part of it
+        int levelCount;
+        double noise;
+        int symbolCount;
+        double opening;
+    } const rows[] = {{Clock::Known, 1200.0, 0.0, 2, 0.0, 2, 0.9},
+                      {Clock::Known, 1100.0, 0.0, 4, 0.0, 3, 0.7},
+                      {Clock::Known, 9600.0, 0.0, 2, 0.0, 1, 0.85},
+                      {Clock::Recovered, 1200.0, 0.0, 2, 0.0, 2, 0.85},
+                      {Clock::Recovered, 1234.5, 20e-6, 2, 0.1, 2, 0.5},
+                      {Clock::Recovered, 4800.0, 5e-3, 2, 0.05, 16, 0.6},
+                      {Clock::Recovered, 9600.0, -5e-3, 2, 0.05, 2, 0.6},
+                      {Clock::Recovered, 5000.0, -1e-3, 4, 0.02, 2, 0.4}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.symbolRate << " Bd, error " << row.error);
+        NrzSettings settings;
+        settings.symbolRate = row.symbolRate;
+        settings.levelCount = row.levelCount;
+        settings.noise = row.noise;
+        NrzSource source(settings);
+        EyeCut cut;
+        cut.clock = row.clock;
+        cut.samplesPerSymbol = settings.sampleRate / row.symbolRate / (1.0 + row.error);
+        cut.firstSymbol = *source.firstSymbol();
+        cut.symbolCount = row.symbolCount;
+        Cutting inBlocks(cut);
+        Cutting atOnce(cut);
+        std::vector<double> all;
+        std::vector<double> block;
+        while (static_cast<double>(source.position()) < 3000.0 * 48000.0 / row.symbolRate) {
+            const std::int64_t position = source.position();
+            source.read(block, 1000 + all.size() % 777);
+            inBlocks.push(position, block);
+            all.insert(all.end(), block.begin(), block.end());
+        }
+        inBlocks.finish();
+        atOnce.push(0, all);
+        atOnce.finish();
+
+        EXPECT_EQ(inBlocks.traces, atOnce.traces);
+        const double symbolCount = static_cast<double>(all.size()) / 48000.0 * row.symbolRate;
+        EXPECT_NEAR(static_cast<double>(atOnce.traces.size()), symbolCount / row.symbolCount, 5.0);
+        EXPECT_GT(opening(atOnce.traces, 0, row.levelCount), row.opening);
+        for (std::size_t i = 1; i < atOnce.traces.size(); ++i)
+            EXPECT_EQ(atOnce.traces[i].front(), atOnce.traces[i - 1].back());
+    }
+}
+
+TEST(Eye, OfUnknownSymbolsIsTheSignalItself)
+{
+    Cutting cutting{EyeCut()};
+    std::vector<double> ramp(1000);
+    for (const std::int64_t position : {0, 1000, 10000}) { // goes on, and then does not
+        std::iota(ramp.begin(), ramp.end(), static_cast<double>(position));
+        cutting.push(position, ramp);
+    }
+    ASSERT_EQ(cutting.traces.size(), 19U + 9U);
+    for (const Trace& trace : cutting.traces) {
+        ASSERT_EQ(trace.size(), 101U);
+        for (std::size_t i = 0; i < trace.size(); ++i)
+            EXPECT_NEAR(trace[i], trace[0] + static_cast<double>(i), 0.01);
+    }
+    EXPECT_NEAR(cutting.traces[19][0], 10050.0, 0.01);
+}
+
+TEST(Eye, OpensAgainAfterWhatIsNoSignal)
+{
+    NrzSource source;
+    std::vector<double> samples;
+    source.read(samples, 200000);
+    const double odd[] = {std::nan(""), std::numeric_limits<double>::infinity(), 1e300, -1e300};
+    for (std::size_t i = 0; i < 4; ++i)
+        samples[50000 + i] = odd[i];
+    EyeCut cut;
+    cut.clock = Clock::Recovered;
+    cut.samplesPerSymbol = 40.0;
+    Cutting cutting(cut);
+    cutting.push(0, samples);
+    cutting.finish();
+    ASSERT_GT(cutting.traces.size(), 2450U);
+    EXPECT_GT(opening(cutting.traces, 1300, 2), 0.7);
+}
+
+TEST(Eye, IsNotifiedOnceABlock)
+{
+    struct : IObserver
+    {
+        void Update(Observable*, TChangeCode code) override { count += code == ccContent; }
+        int count = 0;
+    } observer;
+    EyeFeed feed;
+    auto* trigger = values::Tree::Instance().FindValue(EyeValues::triggerPath);
+    auto* list = dynamic_cast<values::ValueList<double>*>(
+        values::Tree::Instance().FindValue(EyeValues::samplesPath));
+    trigger->Attach(&observer);
+    NrzSource source;
+    feed.open(source, std::nullopt);
+    std::vector<double> block;
+    for (int i = 1; i <= 3; ++i) {
+        const std::int64_t position = source.position();
+        source.read(block, 48000);
+        feed.take(position, block);
+        feed.settle();
+        EXPECT_EQ(observer.count, i);
+        EXPECT_NEAR(static_cast<double>(list->GetList().size()), 10000.0, 25.0); // the newest
+    }
+    feed.take(source.position(), block);
+    feed.restart();
+    feed.settle();
+    EXPECT_EQ(observer.count, 3) << "of an earlier signal";
+    trigger->Detach(&observer);
+}
+
+} // namespace

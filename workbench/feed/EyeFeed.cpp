@@ -1,0 +1,115 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/feed/EyeFeed.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int maxWaitingCount = 4;
+constexpr std::size_t mostSamples = 10000; // an eye diagram can be set to keep so many
+
+} // namespace
+
+EyeFeed::EyeFeed(QObject* parent)
+    : QObject(parent)
+{
+    m_thread.setObjectName(QStringLiteral("Eye"));
+    m_worker.moveToThread(&m_thread);
+    m_thread.start();
+    restart();
+}
+
+EyeFeed::~EyeFeed()
+{
+    m_thread.quit();
+    m_thread.wait();
+}
+
+double EyeFeed::minSymbolRate(double sampleRate)
+{
+    return sampleRate / SymbolTiming::maxSamplesPerSymbol;
+}
+
+double EyeFeed::maxSymbolRate(double sampleRate)
+{
+    return sampleRate / SymbolTiming::minSamplesPerSymbol;
+}
+
+void EyeFeed::open(const SignalSource& source, std::optional<double> symbolRate)
+{
+    const bool isRecovered = symbolRate || !source.firstSymbol();
+    if (!symbolRate)
+        symbolRate = source.symbolRate();
+    m_cut.clock = EyeCut::Clock::None;
+    if (symbolRate && *symbolRate >= minSymbolRate(source.sampleRate()) &&
+        *symbolRate <= maxSymbolRate(source.sampleRate())) {
+        m_cut.clock = isRecovered ? EyeCut::Clock::Recovered : EyeCut::Clock::Known;
+        m_cut.samplesPerSymbol = source.sampleRate() / *symbolRate;
+        m_cut.firstSymbol = source.firstSymbol().value_or(0.0);
+    }
+    restart();
+}
+
+void EyeFeed::setSymbolCount(int count)
+{
+    m_cut.symbolCount = std::clamp(count, 1, EyeCut::maxSymbolCount);
+    restart();
+}
+
+void EyeFeed::restart()
+{
+    ++m_run;
+    m_waitingCount = 0;
+    QMetaObject::invokeMethod(
+        &m_worker, [this, cut = m_cut] { m_cutter = std::make_unique<EyeCutter>(cut); },
+        Qt::QueuedConnection);
+}
+
+/// Lets the thread do something with the cutter, and notifies the traces that are there then.
+template<class Work>
+void EyeFeed::post(Work work)
+{
+    ++m_waitingCount;
+    QMetaObject::invokeMethod(
+        &m_worker,
+        [this, work = std::move(work), run = m_run] {
+            work(*m_cutter);
+            std::vector<double> samples;
+            std::vector<double> markers;
+            m_cutter->takeTraces(mostSamples, samples, markers);
+            const auto notify = [this, run, samples = std::move(samples),
+                                 markers = std::move(markers)] {
+                if (run != m_run)
+                    return;
+                --m_waitingCount;
+                if (!samples.empty())
+                    m_values.notify(samples, markers);
+            };
+            QMetaObject::invokeMethod(this, notify, Qt::QueuedConnection);
+        },
+        Qt::QueuedConnection);
+}
+
+void EyeFeed::take(std::int64_t position, std::vector<double> samples)
+{
+    if (m_waitingCount >= maxWaitingCount)
+        return;
+    post([position, samples = std::move(samples)](EyeCutter& cutter) {
+        cutter.push(position, samples);
+    });
+}
+
+void EyeFeed::settle()
+{
+    QMetaObject::invokeMethod(
+        &m_worker, [] {}, Qt::BlockingQueuedConnection);
+    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+}
+
+void EyeFeed::finish()
+{
+    post([](EyeCutter& cutter) { cutter.finish(); });
+    settle();
+}

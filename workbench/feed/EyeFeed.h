@@ -1,0 +1,61 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/feed/EyeCutter.h"
+#include "workbench/feed/EyeValues.h"
+#include "workbench/sources/SignalSource.h"
+
+#include <QObject>
+#include <QThread>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+/// Puts the traces of an eye into the values of the value tree: what is played comes in, is cut by
+/// a thread of its own, and goes out in one notification a block. Where that thread falls behind,
+/// blocks are left out, and the symbols' clock is found anew.
+///
+/// To be used on the GUI thread, whose event loop delivers the notifications.
+class EyeFeed : public QObject
+{
+    Q_OBJECT
+public:
+    explicit EyeFeed(QObject* parent = nullptr);
+    ~EyeFeed() override;
+
+    /// Symbol rates that can be used at a sample rate, Bd.
+    static double minSymbolRate(double sampleRate);
+    static double maxSymbolRate(double sampleRate);
+
+    /// Starts anew with a signal of a source.
+    /// @param symbolRate  Bd; overrides what the source says, and is then recovered. One that
+    ///                    cannot be used counts as unknown.
+    void open(const SignalSource& source, std::optional<double> symbolRate);
+    /// Starts anew with another signal of the source.
+    void restart();
+    /// Symbols of a trace; clamped to 1 to EyeCut::maxSymbolCount. Starts anew.
+    void setSymbolCount(int count);
+    const EyeCut& cut() const { return m_cut; }
+
+    /// The samples from a position on, after those of the last call or anywhere else.
+    void take(std::int64_t position, std::vector<double> samples);
+    /// Waits until all is notified that is known from the samples taken so far.
+    void settle();
+    /// No more samples come for now: as settle, up to the last trace that is whole.
+    void finish();
+
+    void setLevels(double lowest, double highest) { m_values.setY(lowest, highest); }
+
+private:
+    template<class Work>
+    void post(Work work);
+
+    EyeValues m_values;
+    EyeCut m_cut;
+    std::unique_ptr<EyeCutter> m_cutter; // used by the thread only
+    QThread m_thread;
+    QObject m_worker;       // receives what the thread is to do
+    int m_waitingCount = 0; // blocks that the thread has not cut yet
+    int m_run = 0;          // counts the signals; what comes late of an earlier one is dropped
+};

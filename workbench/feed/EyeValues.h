@@ -1,0 +1,45 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/values/Values.h"
+
+#include <list>
+#include <vector>
+
+/// The values that an eye view binds to. They are in the value tree as long as this object lives;
+/// one object at a time. An eye view sets its X axis by itself and has no use for a baud rate.
+class EyeValues
+{
+public:
+    /// list: samples of whole segments; a segment ends with the sample that the next one starts
+    /// with
+    static constexpr const char* samplesPath = "Workbench/Eye/Samples";
+    /// list: beside them, the length of each segment that starts
+    static constexpr const char* markersPath = "Workbench/Eye/Markers";
+    /// switch: set after the lists were written
+    static constexpr const char* triggerPath = "Workbench/Eye/Trigger";
+    /// number: lowest level shown
+    static constexpr const char* yMinPath = "Workbench/Eye/YMin";
+    /// number: highest level shown
+    static constexpr const char* yMaxPath = "Workbench/Eye/YMax";
+
+    EyeValues();
+    ~EyeValues();
+    EyeValues(const EyeValues&) = delete;
+    EyeValues& operator=(const EyeValues&) = delete;
+
+    void setY(double minimum, double maximum);
+    /// Writes both lists in place and sets the trigger, once for all segments.
+    void notify(const std::vector<double>& samples, const std::vector<double>& markers);
+
+private:
+    using List = values::ValueList<double>;
+    using Number = values::ValueNumeric<double>;
+
+    List* m_samples;
+    List* m_markers;
+    values::Value<bool>* m_trigger;
+    Number* m_yMin;
+    Number* m_yMax;
+    std::list<double> m_spare; // nodes for longer notifications
+};

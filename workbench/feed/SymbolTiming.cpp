@@ -1,0 +1,167 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/feed/SymbolTiming.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include <liquid/liquid.h>
+
+namespace {
+
+constexpr double pi = 3.14159265358979323846;
+constexpr double halfBand = 0.07;    // about half the symbol rate, symbol rates
+constexpr float stopBand = 50.0F;    // dB
+constexpr int blockLength = 16;      // symbols
+constexpr int aheadCount = 16;       // blocks
+constexpr int behindCount = 32;      // blocks for the frequency; for the phase as many as ahead
+constexpr double oversampling = 3.0; // of the search for the frequency
+
+} // namespace
+
+/// Low-pass that turns the mixed signal into the band; its output is needed seldom.
+struct SymbolTiming::Filter
+{
+    explicit Filter(double samplesPerSymbol)
+        : delay(static_cast<int>(std::ceil(samplesPerSymbol / halfBand)))
+        , step(std::max(static_cast<int>(samplesPerSymbol / 2.0), 1))
+    {
+        std::vector<float> taps(2 * static_cast<std::size_t>(delay) + 1);
+        const auto tapCount = static_cast<unsigned>(taps.size());
+        liquid_firdes_kaiser(tapCount, static_cast<float>(halfBand / samplesPerSymbol), stopBand,
+                             0.0F, taps.data());
+        handle = firfilt_crcf_create(taps.data(), tapCount);
+    }
+    ~Filter() { firfilt_crcf_destroy(handle); }
+    Filter(const Filter&) = delete;
+    Filter& operator=(const Filter&) = delete;
+
+    int delay; // samples
+    int step;  // samples from output to output
+    firfilt_crcf handle;
+};
+
+SymbolTiming::SymbolTiming(double samplesPerSymbol)
+    : m_samplesPerSymbol(samplesPerSymbol)
+    , m_filter(std::make_unique<Filter>(samplesPerSymbol))
+    , m_slope(1.0 / samplesPerSymbol)
+{}
+
+SymbolTiming::~SymbolTiming() = default;
+
+void SymbolTiming::push(double sample)
+{
+    // Full scale is 1: what is far beyond is no signal.
+    passBand(std::isfinite(sample) ? std::clamp(sample, -1e6, 1e6) : 0.0);
+}
+
+void SymbolTiming::passBand(double sample)
+{
+    const double turns = static_cast<double>(m_position) / (2.0 * m_samplesPerSymbol);
+    const Complex mixed = std::polar(1.0, -2.0 * pi * (turns - std::floor(turns))) * sample;
+    firfilt_crcf_push(m_filter->handle, std::complex<float>(mixed));
+    const std::int64_t center = m_position++ - m_filter->delay;
+    if (center < 0 || center % m_filter->step != 0)
+        return;
+    std::complex<float> output;
+    firfilt_crcf_execute(m_filter->handle, &output);
+    const Complex band(output);
+    while (static_cast<double>(center) >=
+           centerOf(m_blockCount) + 0.5 * blockLength * m_samplesPerSymbol)
+        closeBlock();
+    m_sum += band * band;
+    m_power += std::norm(band);
+}
+
+/// The line of a block is relative to its power: bursts count as much as the noise before them.
+void SymbolTiming::closeBlock()
+{
+    m_lines.push_back(m_power > 0.0 ? m_sum / m_power : 0.0);
+    if (m_lines.size() > aheadCount + behindCount + 1)
+        m_lines.pop_front();
+    m_sum = 0.0;
+    m_power = 0.0;
+    ++m_blockCount;
+    if (m_blockCount > aheadCount)
+        settle(m_settledCount);
+}
+
+void SymbolTiming::settle(std::int64_t block)
+{
+    const std::int64_t last = std::min(block + aheadCount, m_blockCount - 1);
+    const std::int64_t first = std::max<std::int64_t>(block - behindCount, 0);
+    const double turn = frequency(first, last);
+    Complex sum = 0.0;
+    for (std::int64_t i = std::max(block - aheadCount, first); i <= last; ++i) {
+        const auto distance = static_cast<double>(i - block);
+        const double weight = 0.5 + 0.5 * std::cos(pi * distance / (aheadCount + 1));
+        sum += weight * std::polar(1.0, -turn * distance) * lineOf(i);
+    }
+    m_phase += std::remainder(std::arg(sum) - m_phase, 2.0 * pi);
+    m_slope = (1.0 + turn / (2.0 * pi * blockLength)) / m_samplesPerSymbol;
+    const double position = centerOf(block);
+    const double symbol = position / m_samplesPerSymbol + m_phase / (2.0 * pi);
+    if (block == 0)
+        m_knots.push_back({0.0, symbol - position * m_slope});
+    m_knots.push_back({position, symbol});
+    m_settledCount = block + 1;
+}
+
+/// The turn from block to block, rad, with which the lines sum up best.
+double SymbolTiming::frequency(std::int64_t first, std::int64_t last) const
+{
+    const double step = 2.0 * pi / (oversampling * (aheadCount + behindCount + 1));
+    const auto strength = [&](double turn) {
+        const Complex back = std::polar(1.0, -turn);
+        Complex phasor = 1.0;
+        Complex sum = 0.0;
+        for (std::int64_t i = first; i <= last; ++i) {
+            sum += phasor * lineOf(i);
+            phasor *= back;
+        }
+        return std::abs(sum);
+    };
+    const int range = static_cast<int>(std::ceil(2.0 * pi * tolerance * blockLength / step));
+    int best = 0;
+    double most = strength(0.0);
+    for (int i = -range; i <= range; ++i) {
+        const double found = strength(i * step);
+        if (found > most) {
+            most = found;
+            best = i;
+        }
+    }
+    // The top of the parabola through the best one and its neighbours.
+    const double left = strength((best - 1) * step);
+    const double right = strength((best + 1) * step);
+    const double curvature = left - 2.0 * most + right;
+    const double offset = curvature < 0.0 ? 0.5 * (left - right) / curvature : 0.0;
+    return (best + std::clamp(offset, -0.5, 0.5)) * step;
+}
+
+SymbolTiming::Complex SymbolTiming::lineOf(std::int64_t block) const
+{
+    const std::int64_t oldest = m_blockCount - static_cast<std::int64_t>(m_lines.size());
+    return m_lines[static_cast<std::size_t>(block - oldest)];
+}
+
+double SymbolTiming::centerOf(std::int64_t block) const
+{
+    return (static_cast<double>(block) + 0.5) * blockLength * m_samplesPerSymbol;
+}
+
+void SymbolTiming::finish()
+{
+    const std::int64_t count = m_position;
+    for (int i = 0; i < m_filter->delay; ++i)
+        passBand(0.0);
+    closeBlock();
+    while (m_settledCount < m_blockCount)
+        settle(m_settledCount);
+    const SymbolKnot last = m_knots.back();
+    const auto end = static_cast<double>(count);
+    if (end > last.position)
+        m_knots.push_back({end, last.symbol + (end - last.position) * m_slope});
+}
+
+std::vector<SymbolKnot> SymbolTiming::takeKnots() { return std::exchange(m_knots, {}); }

@@ -1,0 +1,67 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <complex>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <vector>
+
+/// Where the symbols of a signal are: between two knots time runs evenly.
+struct SymbolKnot
+{
+    double position; ///< samples
+    double symbol;   ///< symbols; whole in the middle of each
+};
+
+/// Recovers the symbol clock of a signal whose symbol rate is known to half a percent.
+///
+/// A band around half the symbol rate is squared, which gives a line at the symbol rate whatever
+/// the data (Oerder and Meyr, "Digital filter and square timing recovery", IEEE Trans. Commun.
+/// 36(5), 1988; the band keeps the data's own noise off the line: Franks and Bubrouski, ibid.
+/// 22(7), 1974). The line is taken in blocks of 16 symbols; the blocks about each one give the
+/// line's frequency, where their sum is largest, and then its phase. Unlike a control loop it needs
+/// no time to lock, which bursts do not give, and looks ahead: knots lag 16 blocks behind.
+class SymbolTiming
+{
+public:
+    /// Shortest and longest symbols that can be dealt with, samples.
+    static constexpr double minSamplesPerSymbol = 2.0;
+    static constexpr double maxSamplesPerSymbol = 4096.0;
+    /// Largest part by which the true symbol rate may differ.
+    static constexpr double tolerance = 0.006;
+
+    /// @param samplesPerSymbol  from minSamplesPerSymbol to maxSamplesPerSymbol.
+    explicit SymbolTiming(double samplesPerSymbol);
+    ~SymbolTiming();
+
+    /// The next sample, the first one at position 0. What is not finite tells nothing.
+    void push(double sample);
+    /// No more samples come: the clock is given up to the last one.
+    void finish();
+    /// The knots that have been found since the last call, in order, the first one at position 0.
+    std::vector<SymbolKnot> takeKnots();
+
+private:
+    struct Filter;
+    using Complex = std::complex<double>;
+
+    void passBand(double sample);
+    void closeBlock();
+    void settle(std::int64_t block);
+    double frequency(std::int64_t first, std::int64_t last) const;
+    Complex lineOf(std::int64_t block) const;
+    double centerOf(std::int64_t block) const;
+
+    double m_samplesPerSymbol;
+    std::unique_ptr<Filter> m_filter;
+    std::int64_t m_position = 0; // of the next sample to the filter
+    Complex m_sum = 0.0;         // of the open block
+    double m_power = 0.0;
+    std::deque<Complex> m_lines; // of the newest blocks
+    std::int64_t m_blockCount = 0;
+    std::int64_t m_settledCount = 0;
+    double m_phase = 0.0; // rad, of the last settled block
+    double m_slope = 0.0; // symbols a sample, there
+    std::vector<SymbolKnot> m_knots;
+};
