@@ -118,6 +118,10 @@
         <source>All files</source>
         <translation>Alle Dateien</translation>
     </message>
+    <message>
+        <source>%1 setup</source>
+        <translation>%1 einrichten</translation>
+    </message>
 </context>
 <context>
     <name>NoticeBar</name>
@@ -588,16 +592,16 @@
         <translation>%1 Bilder/s</translation>
     </message>
     <message>
-        <source>Pictures of the time view in a second</source>
-        <translation>Bilder der Zeitansicht je Sekunde</translation>
-    </message>
-    <message>
         <source>%1 drops</source>
         <translation>%1 Lücken</translation>
     </message>
     <message>
         <source>Blocks of signal that were skipped to keep pace</source>
         <translation>Signalblöcke, die übersprungen wurden, um Schritt zu halten</translation>
+    </message>
+    <message>
+        <source>Pictures of the first view in a second</source>
+        <translation>Bilder der ersten Ansicht je Sekunde</translation>
     </message>
 </context>
 </TS>

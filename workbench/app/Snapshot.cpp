@@ -1,8 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/app/Snapshot.h"
 
-#include "views/VCGLTimeDiagram.h"
 #include "workbench/window/MainWindow.h"
+#include "workbench/window/ViewPanes.h"
 
 #include <QDir>
 #include <QPixmap>
@@ -39,21 +39,24 @@ QStringList Snapshot::take(MainWindow& window, double seconds, const QString& fo
         return {};
     }
     window.setAttribute(Qt::WA_DontShowOnScreen);
+    window.panes().showAll();
     window.show();
     play(window, seconds);
     QCoreApplication::processEvents();
 
-    const std::pair<const char*, QPixmap> pictures[] = {
-        {"time.png", window.timeView().grab()},
-        {"workbench.png", window.grab()},
-    };
-    if (!window.timeView().isValid()) {
-        error = tr("OpenGL: no context can be created; check the graphics driver");
-        return {};
+    std::vector<std::pair<QString, QPixmap>> pictures;
+    for (const ViewPanes::Pane& pane : window.panes().panes()) {
+        pictures.emplace_back(QString::fromLatin1(pane.name), pane.view->grab());
+        if (!pane.view->isValid()) {
+            error = tr("OpenGL: no context can be created; check the graphics driver");
+            return {};
+        }
     }
+    pictures.emplace_back(QStringLiteral("workbench"), window.grab());
     std::vector<std::unique_ptr<QSaveFile>> files;
     for (const auto& [name, picture] : pictures) {
-        auto file = std::make_unique<QSaveFile>(QDir(folder).filePath(QString::fromLatin1(name)));
+        auto file =
+            std::make_unique<QSaveFile>(QDir(folder).filePath(name + QStringLiteral(".png")));
         if (!file->open(QIODevice::WriteOnly) || !picture.save(file.get(), "PNG")) {
             error = tr("%1: cannot be written (%2); choose another folder")
                         .arg(file->fileName(), file->errorString());

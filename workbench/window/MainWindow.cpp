@@ -1,7 +1,6 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/MainWindow.h"
 
-#include "platform/glwidgets/DiagramCaption.h"
 #include "platform/gui/ColorSet.h"
 #include "views/VCGLTimeDiagram.h"
 #include "workbench/window/Appearance.h"
@@ -9,6 +8,7 @@
 #include "workbench/window/NoticeBar.h"
 #include "workbench/window/ParameterPanel.h"
 #include "workbench/window/StatusFields.h"
+#include "workbench/window/ViewPanes.h"
 
 #include <QAction>
 #include <QApplication>
@@ -21,7 +21,6 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QScrollArea>
-#include <QSplitter>
 #include <QToolBar>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -52,7 +51,8 @@ QString droppedFile(const QMimeData* data)
 
 MainWindow::MainWindow()
     : m_notice(new NoticeBar(this))
-    , m_timeView(new VCGLTimeDiagram(this))
+    , m_panes(new ViewPanes(this))
+    , m_timeView(m_panes->add<VCGLTimeDiagram>("time", tr("&Time diagram")))
     , m_status(new StatusFields(this))
     , m_panel(new ParameterPanel(this))
     , m_speed(new QComboBox(this))
@@ -84,26 +84,23 @@ void MainWindow::bindTimeView()
     m_timeView->SetYAxisMin_ValuePath(TimeValues::yMinPath);
     m_timeView->SetYAxisMax_ValuePath(TimeValues::yMaxPath);
     m_timeView->SetHasChangedTrigger_ValuePath(TimeValues::triggerPath);
-    // "ForStart" comes when the user pauses, "ForStop" when the user resumes.
-    connect(m_timeView, &VCGLTimeDiagram::StopButtonPressedForStart, &m_feed, &SignalFeed::pause);
-    connect(m_timeView, &VCGLTimeDiagram::StopButtonPressedForStop, &m_feed, &SignalFeed::play);
-    connect(&m_feed, &SignalFeed::signalSeen, m_timeView, &VCGLTimeDiagram::AutoScale);
-    m_timeView->installEventFilter(this);
 }
 
 void MainWindow::buildViews()
 {
-    auto* views = new QSplitter(Qt::Vertical, this); // time across the top
-    views->setChildrenCollapsible(false);
-    views->setHandleWidth(1);
-    views->addWidget(m_timeView);
+    for (const ViewPanes::Pane& pane : m_panes->panes())
+        pane.view->installEventFilter(this);
+    m_panes->restore();
+    connect(m_panes, &ViewPanes::paused, &m_feed, &SignalFeed::pause);
+    connect(m_panes, &ViewPanes::resumed, &m_feed, &SignalFeed::play);
+    connect(&m_feed, &SignalFeed::signalSeen, m_panes, &ViewPanes::autoScale);
 
     auto* center = new QWidget(this);
     auto* column = new QVBoxLayout(center);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(m_notice);
-    column->addWidget(views, 1);
+    column->addWidget(m_panes, 1);
     setCentralWidget(center);
 }
 
@@ -142,7 +139,16 @@ void MainWindow::buildActions()
     connect(m_autoScale, &QAction::triggered, this, [this] { m_feed.setWatching(true); });
     QAction* full = add(view, tr("&Full scale"), Qt::Key_F);
     connect(full, &QAction::triggered, this, &MainWindow::showFullScale);
-    view->addMenu(tr("&Time diagram"))->addActions(m_timeView->getContextMenu()->actions());
+    view->addSeparator();
+    for (const ViewPanes::Pane& pane : m_panes->panes()) {
+        view->addAction(pane.showing);
+        addAction(pane.showing);
+    }
+    view->addSeparator();
+    for (const ViewPanes::Pane& pane : m_panes->panes()) {
+        const QString title = pane.showing->text().remove(QLatin1Char('&'));
+        view->addMenu(tr("%1 setup").arg(title))->addActions(pane.menu->actions());
+    }
     view->addSeparator();
     m_showPanel = add(view, tr("&Parameters"), Qt::Key_F9);
     QAction* fullScreen = add(view, tr("F&ull screen"), Qt::Key_F11);
@@ -311,7 +317,7 @@ void MainWindow::showPlaying(bool playing)
     setPaused(!playing); // the views' buttons, where it was not one of them
 }
 
-void MainWindow::setPaused(bool paused) { m_timeView->GetToolbarCaption()->setPaused(paused); }
+void MainWindow::setPaused(bool paused) { m_panes->setPaused(paused); }
 
 void MainWindow::chooseFile()
 {
@@ -336,7 +342,7 @@ void MainWindow::openOrSay(const QString& fileName)
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == m_timeView && event->type() == QEvent::Paint)
+    if (watched == m_panes->firstShown() && event->type() == QEvent::Paint)
         ++m_frameCount;
     return QMainWindow::eventFilter(watched, event);
 }

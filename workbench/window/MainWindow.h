@@ -16,6 +16,7 @@ class ParameterPanel;
 class QComboBox;
 class StatusFields;
 class VCGLTimeDiagram;
+class ViewPanes;
 
 /// The workbench: views of one signal, what can be set beside them, what plays below. Recordings
 /// are opened from the menu or dropped on the window; what goes wrong is said in a bar above the
@@ -41,6 +42,7 @@ public:
 
     SignalFeed& feed() { return m_feed; }
     VCGLTimeDiagram& timeView() { return *m_timeView; }
+    ViewPanes& panes() { return *m_panes; }
     /// Shows span, speed and position as the feed has them.
     void refresh();
 
@@ -70,6 +72,7 @@ private:
     NrzSettings m_builtIn; // of the built-in signal, also while a recording plays
     QString m_folder;      // where the last recording was
     NoticeBar* m_notice;
+    ViewPanes* m_panes;
     VCGLTimeDiagram* m_timeView;
     StatusFields* m_status;
     ParameterPanel* m_panel;
@@ -82,5 +85,5 @@ private:
     QAction* m_showPanel;
     QTimer m_statusTimer;
     QElapsedTimer m_frameClock;
-    int m_frameCount = 0; // pictures of the time view since m_frameClock started
+    int m_frameCount = 0; // pictures of the first view since m_frameClock started
 };

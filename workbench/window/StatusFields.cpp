@@ -36,7 +36,7 @@ StatusFields::StatusFields(QWidget* parent)
     m_sampleRate = addField(units::rate(888.888e3, "Hz"), tr("Sample rate"));
     m_position = addField(QStringLiteral("888:88.888 / 888:88.888"), tr("Position / length"));
     m_frameRate = addField(tr("%1 fps").arg(QStringLiteral("88.8")),
-                           tr("Pictures of the time view in a second"));
+                           tr("Pictures of the first view in a second"));
     m_drops = addField(tr("%1 drops").arg(QStringLiteral("888888")),
                        tr("Blocks of signal that were skipped to keep pace"));
 }

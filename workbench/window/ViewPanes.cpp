@@ -1,0 +1,105 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/window/ViewPanes.h"
+
+#include "platform/glwidgets/DiagramCaption.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int topPart = 2; // of the height
+constexpr int belowPart = 3;
+
+void prepare(QSplitter& splitter)
+{
+    splitter.setChildrenCollapsible(false);
+    splitter.setHandleWidth(1);
+}
+
+} // namespace
+
+ViewPanes::ViewPanes(QWidget* parent)
+    : QSplitter(Qt::Vertical, parent)
+    , m_below(new QSplitter(Qt::Horizontal, this))
+{
+    prepare(*this);
+    prepare(*m_below);
+    setStretchFactor(0, belowPart);
+    m_pPersistant = new values::Persistant(QStringLiteral("Views"), this);
+}
+
+ViewPanes::~ViewPanes()
+{
+    delete m_pPersistant;
+    m_pPersistant = nullptr;
+}
+
+void ViewPanes::add(const Pane& pane)
+{
+    m_panes.push_back(pane);
+    Pane& added = m_panes.back();
+    const int number = static_cast<int>(m_panes.size());
+    if (number == 1) {
+        insertWidget(0, added.view);
+        setStretchFactor(0, topPart);
+    } else {
+        m_below->addWidget(added.view);
+        m_below->setStretchFactor(number - 2, 1);
+    }
+    added.showing->setCheckable(true);
+    added.showing->setChecked(true);
+    added.showing->setShortcut(Qt::CTRL + Qt::Key_0 + number);
+    connect(added.showing, &QAction::triggered, this, [this, &added](bool shown) {
+        added.isShown = shown;
+        arrange();
+        m_pPersistant->Write(QString(), ICfg::DefaultView);
+    });
+    m_pPersistant->Add(&added.isShown, QString::fromLatin1(added.name), true);
+    arrange();
+}
+
+void ViewPanes::restore() { m_pPersistant->Read(QString(), ICfg::DefaultView); }
+
+void ViewPanes::ApplyPersistantBeforeWrite() {}
+
+void ViewPanes::ApplyPersistantAfterRead() { arrange(); }
+
+void ViewPanes::showAll()
+{
+    for (Pane& pane : m_panes)
+        pane.isShown = true;
+    arrange();
+}
+
+void ViewPanes::arrange()
+{
+    const auto isShown = [](const Pane& pane) { return pane.isShown; };
+    const auto shownCount = std::count_if(m_panes.begin(), m_panes.end(), isShown);
+    if (shownCount == 0)
+        m_panes.front().isShown = true;
+    for (const Pane& pane : m_panes) {
+        pane.view->setVisible(pane.isShown);
+        pane.showing->setChecked(pane.isShown);
+        pane.showing->setEnabled(!pane.isShown || shownCount > 1);
+    }
+    m_below->setVisible(std::any_of(m_panes.begin() + 1, m_panes.end(), isShown));
+}
+
+void ViewPanes::autoScale()
+{
+    for (const Pane& pane : m_panes)
+        pane.autoScale();
+}
+
+void ViewPanes::setPaused(bool paused)
+{
+    for (const Pane& pane : m_panes)
+        pane.caption->setPaused(paused);
+}
+
+const GLLayout* ViewPanes::firstShown() const
+{
+    const auto shown =
+        std::find_if(m_panes.begin(), m_panes.end(), [](const Pane& pane) { return pane.isShown; });
+    return shown == m_panes.end() ? nullptr : shown->view;
+}

@@ -1,0 +1,73 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/glbase/GLLayout.h"
+#include "platform/values/Persistant.h"
+
+#include <QAction>
+#include <QSplitter>
+
+#include <deque>
+#include <functional>
+
+class DiagramCaption;
+class QMenu;
+
+/// The views of the window: one across the top, the others side by side below. Each can be hidden,
+/// which is remembered, and the others take its room; one is left.
+class ViewPanes : public QSplitter, public values::PersistantOwner
+{
+    Q_OBJECT
+public:
+    struct Pane
+    {
+        const char* name; ///< of its setting and of its picture
+        QAction* showing; ///< hides and shows it; Ctrl+1 for the first pane, and so on
+        GLLayout* view;
+        DiagramCaption* caption;
+        QMenu* menu; ///< the view's own
+        std::function<void()> autoScale;
+        bool isShown = true;
+    };
+
+    explicit ViewPanes(QWidget* parent);
+    ~ViewPanes() override;
+
+    /// Makes a pane with a new view; the first one is at the top.
+    /// @param name   static text.
+    /// @param title  as in a menu.
+    template<class View>
+    View* add(const char* name, const QString& title)
+    {
+        auto* view = new View(parentWidget()); // until the splitter owns it
+        // "ForStart" comes when the user pauses, "ForStop" when the user resumes.
+        connect(view, &View::StopButtonPressedForStart, this, &ViewPanes::paused);
+        connect(view, &View::StopButtonPressedForStop, this, &ViewPanes::resumed);
+        add({name, new QAction(title, this), view, view->GetToolbarCaption(),
+             view->getContextMenu(), [view] { view->AutoScale(); }});
+        return view;
+    }
+    /// Shows the panes as they were left. To be called once, after the last one was added.
+    void restore();
+    const std::deque<Pane>& panes() const { return m_panes; }
+    /// Shows all panes, for as long as none is hidden or shown by its action.
+    void showAll();
+    void autoScale();
+    /// Presses the views' pause buttons.
+    void setPaused(bool paused);
+    /// The first view that is shown.
+    const GLLayout* firstShown() const;
+
+signals:
+    void paused();
+    void resumed();
+
+private:
+    void ApplyPersistantBeforeWrite() override;
+    void ApplyPersistantAfterRead() override;
+    void add(const Pane& pane);
+    void arrange();
+
+    std::deque<Pane> m_panes; // their settings have addresses
+    QSplitter* m_below;
+};
