@@ -122,6 +122,14 @@
         <source>%1 setup</source>
         <translation>%1 einrichten</translation>
     </message>
+    <message>
+        <source>the symbol rate is not known, so the eye is cut every %1 samples; give it by --symbol-rate or beside the views</source>
+        <translation>die Symbolrate ist nicht bekannt, darum wird das Auge alle %1 Abtastwerte geschnitten; mit --symbol-rate oder neben den Ansichten angeben</translation>
+    </message>
+    <message>
+        <source>symbols can be found at %1 to %2 only, so the eye is cut every %3 samples; give another symbol rate</source>
+        <translation>Symbole lassen sich nur bei %1 bis %2 finden, darum wird das Auge alle %3 Abtastwerte geschnitten; eine andere Symbolrate angeben</translation>
+    </message>
 </context>
 <context>
     <name>NoticeBar</name>
@@ -140,10 +148,6 @@
 <context>
     <name>Options</name>
     <message>
-        <source>Shows a signal over time: a recording, or a built-in data signal when no file is given.</source>
-        <translation>Zeigt ein Signal über der Zeit: eine Aufnahme oder, ohne Datei, ein eingebautes Datensignal.</translation>
-    </message>
-    <message>
         <source>Shows this help.</source>
         <translation>Zeigt diese Hilfe.</translation>
     </message>
@@ -152,20 +156,12 @@
         <translation>Zeigt die Version.</translation>
     </message>
     <message>
-        <source>Symbol rate of the recording in hertz: the time axis counts symbols.</source>
-        <translation>Symbolrate der Aufnahme in Hertz: die Zeitachse zählt Symbole.</translation>
-    </message>
-    <message>
         <source>Shows &lt;S&gt; seconds of signal.</source>
         <translation>Zeigt &lt;S&gt; Sekunden Signal.</translation>
     </message>
     <message>
         <source>Plays &lt;X&gt; seconds of signal in a second, 0.1 to 10.</source>
         <translation>Spielt &lt;X&gt; Sekunden Signal in einer Sekunde, 0.1 bis 10.</translation>
-    </message>
-    <message>
-        <source>Plays without a window, writes time.png and workbench.png into &lt;DIR&gt; and ends.</source>
-        <translation>Spielt ohne Fenster, schreibt time.png und workbench.png nach &lt;DIR&gt; und endet.</translation>
     </message>
     <message>
         <source>Plays &lt;S&gt; seconds for a snapshot (2).</source>
@@ -279,6 +275,42 @@
         <source>Recording to play: SigMF, WAV, FLAC, AIFF and others, raw samples.</source>
         <translation>Aufnahme, die gespielt wird: SigMF, WAV, FLAC, AIFF und andere, rohe Abtastwerte.</translation>
     </message>
+    <message>
+        <source>Shows a signal over time and as an eye: a recording, or a built-in data signal when no file is given.</source>
+        <translation>Zeigt ein Signal über der Zeit und als Auge: eine Aufnahme oder, ohne Datei, ein eingebautes Datensignal.</translation>
+    </message>
+    <message>
+        <source>Symbol rate in hertz: the time axis counts symbols, and the eye opens on them.</source>
+        <translation>Symbolrate in Hertz: Die Zeitachse zählt Symbole, und das Auge richtet sich nach ihnen.</translation>
+    </message>
+    <message>
+        <source>Shows &lt;N&gt; symbols in the eye, 1 to 16 (2).</source>
+        <translation>Zeigt &lt;N&gt; Symbole im Auge, 1 bis 16 (2).</translation>
+    </message>
+    <message>
+        <source>Levels of the built-in signal: 2 or 4 (2).</source>
+        <translation>Pegel des eingebauten Signals: 2 oder 4 (2).</translation>
+    </message>
+    <message>
+        <source>Noise of the built-in signal, RMS in dB of its level, -60 to 6 (-26).</source>
+        <translation>Rauschen des eingebauten Signals, Effektivwert in dB zu seinem Pegel, -60 bis 6 (-26).</translation>
+    </message>
+    <message>
+        <source>Jitter of the built-in signal, RMS in unit intervals, 0 to 0.3 (0).</source>
+        <translation>Jitter des eingebauten Signals, Effektivwert in Symboldauern, 0 bis 0.3 (0).</translation>
+    </message>
+    <message>
+        <source>Plays without a window, writes time.png, eye.png and workbench.png into &lt;DIR&gt; and ends.</source>
+        <translation>Spielt ohne Fenster ab, schreibt time.png, eye.png und workbench.png nach &lt;DIR&gt; und endet.</translation>
+    </message>
+    <message>
+        <source>give 2 or 4</source>
+        <translation>2 oder 4 angeben</translation>
+    </message>
+    <message>
+        <source>--%1: only the built-in signal has it; leave out the recording</source>
+        <translation>--%1: hat nur das eingebaute Signal; die Aufnahme weglassen</translation>
+    </message>
 </context>
 <context>
     <name>ParameterPanel</name>
@@ -289,10 +321,6 @@
     <message>
         <source>Sample rate</source>
         <translation>Abtastrate</translation>
-    </message>
-    <message>
-        <source>Symbol rate</source>
-        <translation>Symbolrate</translation>
     </message>
     <message>
         <source>Length</source>
@@ -405,6 +433,46 @@
     <message>
         <source>%1 samples</source>
         <translation>%1 Abtastwerte</translation>
+    </message>
+    <message>
+        <source>S&amp;ymbol rate</source>
+        <translation>S&amp;ymbolrate</translation>
+    </message>
+    <message>
+        <source>Eye</source>
+        <translation>Auge</translation>
+    </message>
+    <message>
+        <source>Sym&amp;bols</source>
+        <translation>Sym&amp;bole</translation>
+    </message>
+    <message>
+        <source>Clock</source>
+        <translation>Takt</translation>
+    </message>
+    <message>
+        <source>Jitter</source>
+        <translation>Jitter</translation>
+    </message>
+    <message>
+        <source>RMS of the edges&apos; displacement, in unit intervals</source>
+        <translation>Effektivwert der Verschiebung der Flanken, in Symboldauern</translation>
+    </message>
+    <message>
+        <source>&amp;Levels</source>
+        <translation>&amp;Pegel</translation>
+    </message>
+    <message>
+        <source>known</source>
+        <translation>bekannt</translation>
+    </message>
+    <message>
+        <source>recovered</source>
+        <translation>wiedergewonnen</translation>
+    </message>
+    <message>
+        <source>none, %1 samples</source>
+        <translation>keiner, %1 Abtastwerte</translation>
     </message>
 </context>
 <context>

@@ -56,6 +56,12 @@ TEST_F(Program, RefusesInOneLineWithTheRightExitCode)
         {2, {"--channel", "1.5", mono}, "--channel"},
         {2, {"--channel", "1"}, "--channel"}, // of what?
         {2, {"--symbol-rate", "-1", mono}, "--symbol-rate"},
+        {2, {"--symbol-rate", "50"}, "--symbol-rate"}, // of the built-in signal
+        {2, {"--eye-symbols", "17"}, "--eye-symbols"},
+        {2, {"--levels", "3"}, "--levels"},
+        {2, {"--levels", "4", mono}, "--levels"},
+        {2, {"--noise", "7"}, "--noise"},
+        {2, {"--jitter", "0.4"}, "--jitter"},
         {2, {"--seconds", "nan"}, "--seconds"},
         {2, {"--size", "100x99999"}, "--size"},
         {2, {"--scheme", "blue"}, "--scheme"},
@@ -109,7 +115,7 @@ TEST_F(Program, TakesPicturesOfWhatItPlays)
     writeRecording(file, 8000, 2, sine(16000));
     using Scheme = ColorSet::Scheme;
     const std::tuple<QStringList, QSize, Scheme> rows[] = {
-        {{file, "--channel", "2", "--scheme", "light", "--size", "900x600"},
+        {{file, "--channel", "2", "--symbol-rate", "500", "--scheme", "light", "--size", "900x600"},
          {900, 600},
          Scheme::Light},
         {{"--seconds", "0.3"}, {1280, 800}, Scheme::Dark}};

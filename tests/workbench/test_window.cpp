@@ -141,7 +141,7 @@ TEST_F(Window, OpensWhatIsDroppedOrSaysWhatIsWrongWithIt)
     EXPECT_EQ(window->feed().source()->name(), "Built-in NRZ signal"); // goes on
 
     dropSine(2, 16000);
-    EXPECT_FALSE(notice->isVisible());
+    EXPECT_TRUE(notice->text().startsWith("sine.wav: the symbol rate is not known"));
     EXPECT_TRUE(window->feed().isPlaying());
     EXPECT_TRUE(window->windowTitle().startsWith("sine.wav"));
     // The axis fits the sine of amplitude 0.5.
@@ -158,13 +158,26 @@ TEST_F(Window, FollowsItsControls)
     QTest::keyClick(panel->findChildren<QSlider*>().first(), Qt::Key_Left);
     EXPECT_NEAR(source->settings().noise, std::pow(10.0, -27.0 / 20.0), 1e-12);
 
+    QTest::keyClick(panel->findChildren<QSlider*>()[1], Qt::Key_Right);
+    EXPECT_NEAR(source->settings().jitter, 0.01, 1e-12);
+    auto* symbolRate = panel->findChildren<QDoubleSpinBox*>().first();
+    symbolRate->setValue(2400.0);
+    EXPECT_EQ(window->feed().source()->symbolRate(), 2400.0);
+    EXPECT_EQ(window->feed().eye().cut().samplesPerSymbol, 20.0);
+
     dropSine(3, 24000);
     auto* channel = panel->findChildren<QSpinBox*>().first();
     ASSERT_TRUE(channel->isVisible());
     QTest::keyClick(channel, Qt::Key_Up);
     EXPECT_EQ(window->feed().channel(), 1);
-    auto* span = panel->findChild<QDoubleSpinBox*>();
+    auto* span = panel->findChildren<QDoubleSpinBox*>().last();
     EXPECT_NEAR(span->value(), 1000.0, 0.01); // ms: the whole recording
+    symbolRate->setValue(500.0);
+    EXPECT_EQ(window->feed().eye().cut().clock, EyeCut::Clock::Recovered);
+    EXPECT_FALSE(window->findChild<NoticeBar*>()->isVisible());
+    EXPECT_NEAR(span->value(), 500.0, 0.01); // symbols, as long as before
+    symbolRate->setValue(0.0);
+    EXPECT_EQ(window->feed().eye().cut().clock, EyeCut::Clock::None);
     span->setValue(250.0);
     EXPECT_NEAR(window->feed().span(), 0.25, 1e-9);
 
@@ -179,10 +192,10 @@ TEST_F(Window, WearsTheColoursOfTheScheme)
     for (const auto scheme : {ColorSet::Scheme::Light, ColorSet::Scheme::Dark}) {
         colors.SetScheme(scheme);
         EXPECT_TRUE(QTest::qWaitFor([] { return appearance::isApplied(); }));
-        auto* combo = window->findChild<ParameterPanel*>()->findChild<QComboBox*>();
+        auto* combo = window->findChild<ParameterPanel*>()->findChildren<QComboBox*>().last();
         EXPECT_EQ(combo->currentIndex(), scheme == ColorSet::Scheme::Dark ? 0 : 1);
         const QImage picture = window->grab().toImage();
-        EXPECT_EQ(picture.pixelColor(picture.width() - 3, 300), colors[IColorBase::colBackground]);
+        EXPECT_EQ(picture.pixelColor(picture.width() - 30, 40), colors[IColorBase::colBackground]);
     }
 }
 

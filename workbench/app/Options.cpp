@@ -6,6 +6,8 @@
 #include <QCommandLineParser>
 #include <QRegularExpression>
 
+#include <cmath>
+
 namespace {
 
 constexpr int maxChannel = 1024;
@@ -25,8 +27,9 @@ void describe(QCommandLineParser& parser)
     const auto add = [&parser](const char* name, const QString& text, const char* value) {
         parser.addOption({QString::fromLatin1(name), text, QString::fromLatin1(value)});
     };
-    parser.setApplicationDescription(Text::tr("Shows a signal over time: a recording, or a "
-                                              "built-in data signal when no file is given."));
+    parser.setApplicationDescription(
+        Text::tr("Shows a signal over time and as an eye: a recording, "
+                 "or a built-in data signal when no file is given."));
     parser.addOption({{QStringLiteral("h"), QStringLiteral("help")}, Text::tr("Shows this help.")});
     parser.addOption(
         {{QStringLiteral("v"), QStringLiteral("version")}, Text::tr("Shows the version.")});
@@ -45,11 +48,19 @@ void describe(QCommandLineParser& parser)
             "Plays channel <N> of the recording, counted from 1; of a complex one 1 is I, 2 is Q."),
         "N");
     add("symbol-rate",
-        Text::tr("Symbol rate of the recording in hertz: the time axis counts symbols."), "HZ");
+        Text::tr("Symbol rate in hertz: the time axis counts symbols, and the eye opens on them."),
+        "HZ");
+    add("eye-symbols", Text::tr("Shows <N> symbols in the eye, 1 to 16 (2)."), "N");
+    add("levels", Text::tr("Levels of the built-in signal: 2 or 4 (2)."), "N");
+    add("noise", Text::tr("Noise of the built-in signal, RMS in dB of its level, -60 to 6 (-26)."),
+        "DB");
+    add("jitter", Text::tr("Jitter of the built-in signal, RMS in unit intervals, 0 to 0.3 (0)."),
+        "UI");
     add("span", Text::tr("Shows <S> seconds of signal."), "S");
     add("speed", Text::tr("Plays <X> seconds of signal in a second, 0.1 to 10."), "X");
     add("snapshot",
-        Text::tr("Plays without a window, writes time.png and workbench.png into <DIR> and ends."),
+        Text::tr("Plays without a window, writes time.png, eye.png and workbench.png into <DIR> "
+                 "and ends."),
         "DIR");
     add("seconds", Text::tr("Plays <S> seconds for a snapshot (2)."), "S");
     add("size", Text::tr("Size of the window in pixels (1280x800)."), "WxH");
@@ -129,7 +140,8 @@ Options readOptions(Reader& reader)
     }
     options.isInfo = reader.isSet("info");
     options.channel = reader.wholeNumber("channel", 1, maxChannel).value_or(options.channel);
-    options.symbolRate = reader.number("symbol-rate", minHertz, Recording::maxSampleRate);
+    options.eyeSymbolCount = reader.wholeNumber("eye-symbols", 1, EyeCut::maxSymbolCount)
+                                 .value_or(options.eyeSymbolCount);
     options.spanSeconds = reader.number("span", shortestSpan, maxSeconds);
     options.speed =
         reader.number("speed", SignalFeed::minSpeed, SignalFeed::maxSpeed).value_or(options.speed);
@@ -155,6 +167,23 @@ Options readOptions(Reader& reader)
     options.snapshotFolder = reader.text("snapshot");
     options.settingsFile = reader.text("settings");
     return options;
+}
+
+/// The built-in signal.
+NrzSettings readSettings(Reader& reader)
+{
+    NrzSettings settings;
+    settings.symbolRate =
+        reader.number("symbol-rate", NrzSettings::minSymbolRate, NrzSettings::maxSymbolRate)
+            .value_or(settings.symbolRate);
+    if (const auto levels = reader.match("levels", "2|4", Text::tr("give 2 or 4")))
+        settings.levelCount = levels->captured().toInt();
+    if (const auto decibels =
+            reader.number("noise", NrzSettings::minNoiseDb, NrzSettings::maxNoiseDb))
+        settings.noise = std::pow(10.0, *decibels / 20.0);
+    settings.jitter =
+        reader.number("jitter", 0.0, NrzSettings::maxJitter).value_or(settings.jitter);
+    return settings;
 }
 
 } // namespace
@@ -186,6 +215,10 @@ Options::Result Options::parse(const QStringList& arguments)
 
     Reader reader(parser);
     Options options = readOptions(reader);
+    if (parser.positionalArguments().isEmpty())
+        options.builtIn = readSettings(reader);
+    else
+        options.symbolRate = reader.number("symbol-rate", minHertz, Recording::maxSampleRate);
     if (!reader.wrong().isEmpty())
         return wrong(reader.wrong());
     const QStringList files = parser.positionalArguments();
@@ -194,10 +227,16 @@ Options::Result Options::parse(const QStringList& arguments)
     if (!files.isEmpty() && files[0].isEmpty())
         return wrong(tr("command line: the name of the file is empty; name a recording"));
     options.file = files.value(0);
-    for (const char* name : {"channel", "symbol-rate", "format", "sample-rate", "info"}) {
-        if (options.file.isEmpty() && reader.isSet(name))
+    const bool isRecording = !options.file.isEmpty();
+    for (const char* name : {"channel", "format", "sample-rate", "info"}) {
+        if (!isRecording && reader.isSet(name))
             return wrong(
                 tr("--%1: only recordings have it; name one").arg(QString::fromLatin1(name)));
+    }
+    for (const char* name : {"levels", "noise", "jitter"}) {
+        if (isRecording && reader.isSet(name))
+            return wrong(tr("--%1: only the built-in signal has it; leave out the recording")
+                             .arg(QString::fromLatin1(name)));
     }
     return {options, QString(), false};
 }

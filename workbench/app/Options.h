@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/sources/NrzSource.h"
 #include "workbench/sources/Recording.h"
 
 #include <QCoreApplication>
@@ -32,7 +33,9 @@ public:
     QString snapshotFolder; ///< empty: none
     double seconds = 2.0;   ///< played for a snapshot
     std::optional<double> spanSeconds;
-    std::optional<double> symbolRate; ///< Bd
+    std::optional<double> symbolRate; ///< Bd, of the recording
+    NrzSettings builtIn;
+    int eyeSymbolCount = 2; ///< of a trace
     double speed = 1.0;
     std::optional<bool> isDark;
     QSize size{1280, 800};

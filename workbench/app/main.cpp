@@ -72,9 +72,12 @@ int run(MainWindow& window, const Options& options)
         if (!recording.source ||
             !window.open(std::move(recording), options.channel, options.symbolRate, why))
             return fail(exitFailed, QStringLiteral("%1: %2").arg(options.file, why));
+        if (const QString notice = window.eyeNotice(); !notice.isEmpty())
+            say(QStringLiteral("%1: %2").arg(options.file, notice));
     } else {
-        window.openBuiltIn();
+        window.openBuiltIn(options.builtIn);
     }
+    window.feed().eye().setSymbolCount(options.eyeSymbolCount);
     window.feed().setSpeed(options.speed);
     if (options.spanSeconds)
         window.feed().setSpan(*options.spanSeconds);

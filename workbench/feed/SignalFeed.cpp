@@ -33,13 +33,24 @@ void SignalFeed::open(std::unique_ptr<SignalSource> source, int channel,
     m_reader.reset();
     m_source = std::move(source);
     m_channel = channel;
-    m_scale = TimeScale::of(*m_source, symbolRate);
     m_dropCount = 0;
     m_watching = true;
+    scaleFor(symbolRate);
     openReader(0);
+    setSpan(m_scale.defaultSpan);
+}
+
+void SignalFeed::scaleFor(std::optional<double> symbolRate)
+{
+    m_scale = TimeScale::of(*m_source, symbolRate);
     m_values.setBaudrate(m_scale.samplesPerUnit);
     m_eye.open(*m_source, symbolRate);
-    setSpan(m_scale.defaultSpan);
+}
+
+void SignalFeed::setSymbolRate(std::optional<double> symbolRate)
+{
+    scaleFor(symbolRate);
+    setSpan(m_span);
 }
 
 void SignalFeed::openReader(std::int64_t position)

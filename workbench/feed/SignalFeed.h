@@ -64,8 +64,12 @@ public:
     void setSpan(double seconds);
     double span() const { return m_span; }
     void setLevels(double lowest, double highest);
+    /// Symbol rate that overrides what the source says, as in open; none: what the source says.
+    /// Needs a source, and plays on.
+    void setSymbolRate(std::optional<double> symbolRate);
     /// The eye of the signal; blocks of signal are played into it, too.
     EyeFeed& eye() { return m_eye; }
+    const EyeFeed& eye() const { return m_eye; }
 
     /// Index of the next sample.
     std::int64_t position() const { return m_reader ? m_reader->position() : 0; }
@@ -87,6 +91,7 @@ private:
     double samplesPerPeriod() const;
     void openReader(std::int64_t position);
     void chooseSegmentLength();
+    void scaleFor(std::optional<double> symbolRate);
     void startTimer();
     void skip(std::int64_t periods);
     std::size_t deliver(std::size_t count);

@@ -10,6 +10,8 @@
 
 struct NrzSettings
 {
+    static constexpr double minNoiseDb = -60.0; ///< rms against the largest level
+    static constexpr double maxNoiseDb = 6.0;
     static constexpr double maxJitter = 0.3;
     static constexpr double minSymbolRate = 100.0; ///< Bd, at the sample rate that follows
     static constexpr double maxSymbolRate = 9600.0;

@@ -8,6 +8,7 @@
 #include "workbench/window/NoticeBar.h"
 #include "workbench/window/ParameterPanel.h"
 #include "workbench/window/StatusFields.h"
+#include "workbench/window/Units.h"
 #include "workbench/window/ViewPanes.h"
 
 #include <QAction>
@@ -117,7 +118,7 @@ void MainWindow::buildActions()
     connect(m_open, &QAction::triggered, this, &MainWindow::chooseFile);
     QAction* builtIn = add(file, tr("&Built-in signal"), Qt::CTRL + Qt::Key_B);
     connect(builtIn, &QAction::triggered, this, [this] {
-        openBuiltIn();
+        openBuiltIn(m_builtIn);
         m_feed.play();
     });
     file->addSeparator();
@@ -222,7 +223,24 @@ void MainWindow::buildDock()
         if (auto* source = dynamic_cast<NrzSource*>(m_feed.source()))
             source->setBandwidth(part);
     });
-    connect(m_panel, &ParameterPanel::frameChosen, this, &MainWindow::restartBuiltIn);
+    connect(m_panel, &ParameterPanel::jitterChosen, this, [this](double rms) {
+        m_builtIn.jitter = rms;
+        if (auto* source = dynamic_cast<NrzSource*>(m_feed.source()))
+            source->setJitter(rms);
+    });
+    connect(m_panel, &ParameterPanel::levelCountChosen, this, [this](int count) {
+        m_builtIn.levelCount = count;
+        restartBuiltIn();
+    });
+    connect(m_panel, &ParameterPanel::frameChosen, this, [this](int symbolCount) {
+        m_builtIn.frameSymbolCount = symbolCount;
+        restartBuiltIn();
+    });
+    connect(m_panel, &ParameterPanel::symbolRateChosen, this, &MainWindow::chooseSymbolRate);
+    connect(m_panel, &ParameterPanel::eyeSymbolCountChosen, this, [this](int count) {
+        m_feed.eye().setSymbolCount(count);
+        refresh();
+    });
     connect(m_panel, &ParameterPanel::darkSchemeChosen, this, [](bool dark) {
         ColorSet::Instance().SetScheme(dark ? ColorSet::Scheme::Dark : ColorSet::Scheme::Light);
         ColorSet::Instance().Save();
@@ -240,25 +258,63 @@ bool MainWindow::open(Recording recording, int channel, std::optional<double> sy
     }
     m_feed.open(std::move(recording.source), channel - 1, symbolRate);
     showSource();
-    if (!recording.notices.isEmpty())
-        m_notice->say(m_feed.source()->name() + QStringLiteral(": ") +
-                      recording.notices.join(QStringLiteral(".\n")));
+    sayNotices(recording.notices);
     return true;
 }
 
-void MainWindow::openBuiltIn()
+void MainWindow::openBuiltIn(const NrzSettings& settings)
 {
+    m_builtIn = settings;
     m_feed.open(std::make_unique<NrzSource>(m_builtIn), 0, std::nullopt);
     showSource();
 }
 
-void MainWindow::restartBuiltIn(int frameSymbolCount)
+void MainWindow::restartBuiltIn()
 {
-    m_builtIn.frameSymbolCount = frameSymbolCount;
     const bool wasPlaying = m_feed.isPlaying();
-    openBuiltIn();
+    openBuiltIn(m_builtIn);
     if (wasPlaying)
         m_feed.play();
+}
+
+void MainWindow::chooseSymbolRate(double symbolRate)
+{
+    if (dynamic_cast<NrzSource*>(m_feed.source())) {
+        m_builtIn.symbolRate = symbolRate;
+        restartBuiltIn();
+        return;
+    }
+    m_feed.setSymbolRate(symbolRate > 0.0 ? std::optional<double>(symbolRate) : std::nullopt);
+    sayNotices({});
+    refresh();
+}
+
+QString MainWindow::eyeNotice() const
+{
+    if (m_feed.eye().cut().clock != EyeCut::Clock::None)
+        return QString();
+    const TimeScale& scale = m_feed.scale();
+    if (scale.unit != TimeScale::Unit::Symbol)
+        return tr("the symbol rate is not known, so the eye is cut every %1 samples; give it by "
+                  "--symbol-rate or beside the views")
+            .arg(EyeCut::fixedLength);
+    return tr("symbols can be found at %1 to %2 only, so the eye is cut every %3 samples; give "
+              "another symbol rate")
+        .arg(units::rate(EyeFeed::minSymbolRate(scale.sampleRate), "Bd"),
+             units::rate(EyeFeed::maxSymbolRate(scale.sampleRate), "Bd"))
+        .arg(EyeCut::fixedLength);
+}
+
+/// Says what is amiss with the recording, and with its eye.
+void MainWindow::sayNotices(QStringList notices)
+{
+    if (const QString notice = eyeNotice(); !notice.isEmpty())
+        notices += notice;
+    if (notices.isEmpty())
+        m_notice->hide();
+    else
+        m_notice->say(m_feed.source()->name() + QStringLiteral(": ") +
+                      notices.join(QStringLiteral(".\n")));
 }
 
 void MainWindow::showSource()

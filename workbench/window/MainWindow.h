@@ -38,7 +38,9 @@ public:
     /// @param why         when it cannot be shown: one sentence; the former signal stays.
     bool open(Recording recording, int channel, std::optional<double> symbolRate, QString& why);
     /// Opens the built-in signal, not playing.
-    void openBuiltIn();
+    void openBuiltIn(const NrzSettings& settings = NrzSettings());
+    /// Why the eye is not that of the symbols, one sentence; empty when it is.
+    QString eyeNotice() const;
 
     SignalFeed& feed() { return m_feed; }
     VCGLTimeDiagram& timeView() { return *m_timeView; }
@@ -65,7 +67,9 @@ private:
     void applyColors();
     void chooseFile();
     void openOrSay(const QString& fileName);
-    void restartBuiltIn(int frameSymbolCount);
+    void restartBuiltIn();
+    void chooseSymbolRate(double symbolRate);
+    void sayNotices(QStringList notices);
     void setPaused(bool paused);
 
     SignalFeed m_feed;

@@ -21,13 +21,25 @@ namespace {
 
 constexpr int panelWidth = 270;
 constexpr int nameWidth = 96;
-constexpr int lowestNoise = -60; // dB
-constexpr int highestNoise = 6;
 constexpr double percent = 0.01;
 constexpr int maxFrameSymbolCount = 4096;
 
 double fromDecibels(double level) { return std::pow(10.0, level / 20.0); }
 double toDecibels(double factor) { return 20.0 * std::log10(factor); }
+
+/// Editor of a rate, without zeros at the end. What is not known can only be typed.
+class RateEditor : public QDoubleSpinBox
+{
+public:
+    using QDoubleSpinBox::QDoubleSpinBox;
+    QString textFromValue(double value) const override { return QString::number(value, 'g', 13); }
+
+protected:
+    StepEnabled stepEnabled() const override
+    {
+        return value() > 0.0 ? QDoubleSpinBox::stepEnabled() : StepNone;
+    }
+};
 
 } // namespace
 
@@ -40,6 +52,7 @@ ParameterPanel::ParameterPanel(QWidget* parent)
     setFixedWidth(panelWidth);
     addSignalSection();
     addTimeSection();
+    addEyeSection();
     addLevelSection();
     addBuiltInSection();
     addAppearanceSection();
@@ -95,7 +108,15 @@ void ParameterPanel::addSignalSection()
 {
     QFormLayout* form = addSection(tr("Signal"));
     m_sampleRate = addFact(form, tr("Sample rate"));
-    m_symbolRate = addFact(form, tr("Symbol rate"));
+    m_symbolRate = new RateEditor(this);
+    m_symbolRate->setDecimals(3);
+    m_symbolRate->setStepType(QAbstractSpinBox::AdaptiveDecimalStepType);
+    m_symbolRate->setSuffix(QChar(0x2009) + QStringLiteral("Bd"));
+    m_symbolRate->setKeyboardTracking(false);
+    form->addRow(tr("S&ymbol rate"), m_symbolRate);
+    form->labelForField(m_symbolRate)->setMinimumWidth(nameWidth);
+    connect(m_symbolRate, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
+            &ParameterPanel::symbolRateChosen);
     m_length = addFact(form, tr("Length"));
 
     auto* row = new QWidget(this);
@@ -127,6 +148,19 @@ void ParameterPanel::addTimeSection()
     m_segment = addFact(form, tr("Trace"));
 }
 
+void ParameterPanel::addEyeSection()
+{
+    QFormLayout* form = addSection(tr("Eye"));
+    m_eyeSymbols = new QSpinBox(this);
+    m_eyeSymbols->setRange(1, EyeCut::maxSymbolCount);
+    m_eyeSymbols->setKeyboardTracking(false);
+    form->addRow(tr("Sym&bols"), m_eyeSymbols);
+    form->labelForField(m_eyeSymbols)->setMinimumWidth(nameWidth);
+    connect(m_eyeSymbols, QOverload<int>::of(&QSpinBox::valueChanged), this,
+            &ParameterPanel::eyeSymbolCountChosen);
+    m_clock = addFact(form, tr("Clock"));
+}
+
 void ParameterPanel::addLevelSection()
 {
     QFormLayout* form = addSection(tr("Level"));
@@ -148,10 +182,20 @@ void ParameterPanel::addBuiltInSection()
 {
     QFormLayout* form = addSection(tr("Built-in signal"));
     m_builtIn = form->parentWidget();
-    m_noise = addSlider(form, tr("Noise"), lowestNoise, highestNoise, &m_noiseText);
+    m_noise = addSlider(form, tr("Noise"), static_cast<int>(NrzSettings::minNoiseDb),
+                        static_cast<int>(NrzSettings::maxNoiseDb), &m_noiseText);
     m_noise->setToolTip(tr("RMS of the noise against the signal's level"));
+    m_jitter =
+        addSlider(form, tr("Jitter"), 0,
+                  static_cast<int>(std::lround(NrzSettings::maxJitter / percent)), &m_jitterText);
+    m_jitter->setToolTip(tr("RMS of the edges' displacement, in unit intervals"));
     m_bandwidth = addSlider(form, tr("Bandwidth"), 20, 300, &m_bandwidthText);
     m_bandwidth->setToolTip(tr("Where the signal is 3 dB down, as a part of the symbol rate"));
+    m_levels = new QComboBox(this);
+    for (const int count : {2, 4})
+        m_levels->addItem(QString::number(count), count);
+    form->addRow(tr("&Levels"), m_levels);
+    form->labelForField(m_levels)->setMinimumWidth(nameWidth);
     m_frame = new QSpinBox(this);
     m_frame->setRange(NrzSource::syncSymbolCount, maxFrameSymbolCount);
     m_frame->setSuffix(tr(" symbols"));
@@ -162,6 +206,12 @@ void ParameterPanel::addBuiltInSection()
         describeNoise();
         emit noiseChosen(fromDecibels(level));
     });
+    connect(m_jitter, &QSlider::valueChanged, this, [this](int part) {
+        describeJitter();
+        emit jitterChosen(part * percent);
+    });
+    connect(m_levels, QOverload<int>::of(&QComboBox::activated), this,
+            [this](int index) { emit levelCountChosen(m_levels->itemData(index).toInt()); });
     connect(m_bandwidth, &QSlider::valueChanged, this, [this](int part) {
         describeBandwidth();
         emit bandwidthChosen(part * percent);
@@ -193,8 +243,7 @@ void ParameterPanel::show(const SignalFeed& feed)
     const TimeScale& scale = feed.scale();
     const bool hasSymbols = scale.unit == TimeScale::Unit::Symbol;
     m_sampleRate->setText(units::rate(scale.sampleRate, "Hz"));
-    m_symbolRate->setText(hasSymbols ? units::rate(1.0 / scale.unitSeconds(), "Bd")
-                                     : tr("unknown"));
+    showSymbolRate(feed);
     const auto count = source.sampleCount();
     m_length->setText(count ? units::time(static_cast<double>(*count) / scale.sampleRate)
                             : tr("endless"));
@@ -219,7 +268,26 @@ void ParameterPanel::show(const SignalFeed& feed)
     m_unit->setText(hasSymbols ? tr("1 symbol = %1").arg(units::duration(scale.unitSeconds()))
                                : units::duration(scale.unitSeconds()));
     m_segment->setText(tr("%1 samples").arg(feed.segmentLength(), 0, 'g', 6));
+    const QSignalBlocker quietSymbols(m_eyeSymbols);
+    m_eyeSymbols->setValue(feed.eye().cut().symbolCount);
     showBuiltIn(feed);
+}
+
+void ParameterPanel::showSymbolRate(const SignalFeed& feed)
+{
+    const TimeScale& scale = feed.scale();
+    const bool isBuiltIn = dynamic_cast<const NrzSource*>(feed.source()) != nullptr;
+    const QSignalBlocker quiet(m_symbolRate);
+    m_symbolRate->setSpecialValueText(isBuiltIn ? QString() : tr("unknown"));
+    if (isBuiltIn)
+        m_symbolRate->setRange(NrzSettings::minSymbolRate, NrzSettings::maxSymbolRate);
+    else
+        m_symbolRate->setRange(0.0, scale.sampleRate);
+    m_symbolRate->setValue(scale.unit == TimeScale::Unit::Symbol ? 1.0 / scale.unitSeconds() : 0.0);
+
+    const QString clocks[] = {tr("known"), tr("recovered"),
+                              tr("none, %1 samples").arg(EyeCut::fixedLength)};
+    m_clock->setText(clocks[static_cast<int>(feed.eye().cut().clock)]);
 }
 
 void ParameterPanel::showBuiltIn(const SignalFeed& feed)
@@ -229,18 +297,28 @@ void ParameterPanel::showBuiltIn(const SignalFeed& feed)
     if (!source)
         return;
     const QSignalBlocker quietNoise(m_noise);
+    const QSignalBlocker quietJitter(m_jitter);
+    const QSignalBlocker quietLevels(m_levels);
     const QSignalBlocker quietBandwidth(m_bandwidth);
     const QSignalBlocker quietFrame(m_frame);
     m_noise->setValue(static_cast<int>(std::lround(toDecibels(source->settings().noise))));
+    m_jitter->setValue(static_cast<int>(std::lround(source->settings().jitter / percent)));
+    m_levels->setCurrentIndex(m_levels->findData(source->settings().levelCount));
     m_bandwidth->setValue(static_cast<int>(std::lround(source->settings().bandwidth / percent)));
     m_frame->setValue(source->settings().frameSymbolCount);
     describeNoise();
+    describeJitter();
     describeBandwidth();
 }
 
 void ParameterPanel::describeNoise()
 {
     m_noiseText->setText(QStringLiteral("%1 dB").arg(m_noise->value()));
+}
+
+void ParameterPanel::describeJitter()
+{
+    m_jitterText->setText(QString::number(m_jitter->value() * percent, 'f', 2));
 }
 
 void ParameterPanel::describeBandwidth()

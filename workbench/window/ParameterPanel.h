@@ -27,7 +27,12 @@ public:
 signals:
     void channelChosen(int channel); ///< From 0.
     void spanChosen(double seconds);
+    /// Bd; 0: not known, of recordings only.
+    void symbolRateChosen(double symbolRate);
+    void eyeSymbolCountChosen(int count);
     void noiseChosen(double rms);      ///< As in NrzSettings.
+    void jitterChosen(double rms);     ///< As in NrzSettings.
+    void levelCountChosen(int count);  ///< As in NrzSettings.
     void bandwidthChosen(double part); ///< As in NrzSettings.
     void frameChosen(int symbolCount); ///< As in NrzSettings.
     void darkSchemeChosen(bool dark);
@@ -41,24 +46,32 @@ private:
                        QLabel** value);
     void addSignalSection();
     void addTimeSection();
+    void addEyeSection();
     void addLevelSection();
     void addBuiltInSection();
     void addAppearanceSection();
     void showBuiltIn(const SignalFeed& feed);
+    void showSymbolRate(const SignalFeed& feed);
     void describeNoise();
+    void describeJitter();
     void describeBandwidth();
 
     QLabel* m_sampleRate;
-    QLabel* m_symbolRate;
+    QDoubleSpinBox* m_symbolRate;
     QSpinBox* m_channel;
     QLabel* m_channelCount;
     QLabel* m_length;
     QDoubleSpinBox* m_span;
     QLabel* m_unit;
     QLabel* m_segment;
+    QSpinBox* m_eyeSymbols;
+    QLabel* m_clock;
     QWidget* m_builtIn; // section of the built-in signal
     QSlider* m_noise;
     QLabel* m_noiseText;
+    QSlider* m_jitter;
+    QLabel* m_jitterText;
+    QComboBox* m_levels;
     QSlider* m_bandwidth;
     QLabel* m_bandwidthText;
     QSpinBox* m_frame;
