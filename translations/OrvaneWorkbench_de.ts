@@ -311,6 +311,10 @@
         <source>--%1: only the built-in signal has it; leave out the recording</source>
         <translation>--%1: hat nur das eingebaute Signal; die Aufnahme weglassen</translation>
     </message>
+    <message>
+        <source>Low-pass before the eye, 3 dB down at &lt;X&gt; symbol rates, 0.2 to 2 (none).</source>
+        <translation>Tiefpass vor dem Auge, der bei &lt;X&gt; Symbolraten um 3 dB dämpft, 0.2 bis 2 (keiner).</translation>
+    </message>
 </context>
 <context>
     <name>ParameterPanel</name>
@@ -473,6 +477,18 @@
     <message>
         <source>none, %1 samples</source>
         <translation>keiner, %1 Abtastwerte</translation>
+    </message>
+    <message>
+        <source>no low-pass</source>
+        <translation>kein Tiefpass</translation>
+    </message>
+    <message>
+        <source>Where a low-pass before the eye is 3 dB down, as a part of the symbol rate</source>
+        <translation>Wo ein Tiefpass vor dem Auge um 3 dB dämpft, als Teil der Symbolrate</translation>
+    </message>
+    <message>
+        <source>Band&amp;width</source>
+        <translation>Bandb&amp;reite</translation>
     </message>
 </context>
 <context>

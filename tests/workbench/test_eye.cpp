@@ -67,15 +67,18 @@ TEST(Eye, IsOpenInTheMiddleWhereTheClockIsKnownOrRecovered)
         int levelCount;
         double noise;
         int symbolCount;
+        double bandwidth;
         double opening;
-    } const rows[] = {{Clock::Known, 1200.0, 0.0, 2, 0.0, 2, 0.9},
-                      {Clock::Known, 1100.0, 0.0, 4, 0.0, 3, 0.7},
-                      {Clock::Known, 9600.0, 0.0, 2, 0.0, 1, 0.85},
-                      {Clock::Recovered, 1200.0, 0.0, 2, 0.0, 2, 0.85},
-                      {Clock::Recovered, 1234.5, 20e-6, 2, 0.1, 2, 0.5},
-                      {Clock::Recovered, 4800.0, 5e-3, 2, 0.05, 16, 0.6},
-                      {Clock::Recovered, 9600.0, -5e-3, 2, 0.05, 2, 0.6},
-                      {Clock::Recovered, 5000.0, -1e-3, 4, 0.02, 2, 0.4}};
+    } const rows[] = {{Clock::Known, 1200.0, 0.0, 2, 0.0, 2, 0.0, 0.9},
+                      {Clock::Known, 1100.0, 0.0, 4, 0.0, 3, 0.0, 0.7},
+                      {Clock::Known, 9600.0, 0.0, 2, 0.0, 1, 0.0, 0.85},
+                      {Clock::Recovered, 1200.0, 0.0, 2, 0.0, 2, 0.0, 0.85},
+                      {Clock::Recovered, 1234.5, 20e-6, 2, 0.1, 2, 0.0, 0.5},
+                      {Clock::Recovered, 4800.0, 5e-3, 2, 0.05, 16, 0.0, 0.6},
+                      {Clock::Recovered, 9600.0, -5e-3, 2, 0.05, 2, 0.0, 0.6},
+                      {Clock::Recovered, 5000.0, -1e-3, 4, 0.02, 2, 0.0, 0.4},
+                      {Clock::Known, 1200.0, 0.0, 2, 0.15, 2, 0.6, 0.5},
+                      {Clock::Recovered, 1200.0, 0.0, 2, 0.15, 2, 0.6, 0.5}};
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::Message() << row.symbolRate << " Bd, error " << row.error);
         NrzSettings settings;
@@ -88,6 +91,7 @@ TEST(Eye, IsOpenInTheMiddleWhereTheClockIsKnownOrRecovered)
         cut.samplesPerSymbol = settings.sampleRate / row.symbolRate / (1.0 + row.error);
         cut.firstSymbol = *source.firstSymbol();
         cut.symbolCount = row.symbolCount;
+        cut.bandwidth = row.bandwidth;
         Cutting inBlocks(cut);
         Cutting atOnce(cut);
         std::vector<double> all;
@@ -139,11 +143,14 @@ TEST(Eye, OpensAgainAfterWhatIsNoSignal)
     EyeCut cut;
     cut.clock = Clock::Recovered;
     cut.samplesPerSymbol = 40.0;
-    Cutting cutting(cut);
-    cutting.push(0, samples);
-    cutting.finish();
-    ASSERT_GT(cutting.traces.size(), 2450U);
-    EXPECT_GT(opening(cutting.traces, 1300, 2), 0.7);
+    for (const double bandwidth : {0.0, 0.75}) {
+        cut.bandwidth = bandwidth;
+        Cutting cutting(cut);
+        cutting.push(0, samples);
+        cutting.finish();
+        ASSERT_GT(cutting.traces.size(), 2450U);
+        EXPECT_GT(opening(cutting.traces, 1300, 2), 0.7);
+    }
 }
 
 TEST(Eye, IsNotifiedOnceABlock)

@@ -16,6 +16,7 @@
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QDropEvent>
+#include <QLabel>
 #include <QMimeData>
 #include <QSlider>
 #include <QTest>
@@ -54,6 +55,16 @@ struct Window : testing::Test, TestFolder
             if (action->text() == text)
                 return *action;
         throw std::runtime_error(text);
+    }
+    /// The control of the panel that has a name.
+    template<class Control>
+    Control& control(const char* name)
+    {
+        for (QLabel* label : window->findChild<ParameterPanel*>()->findChildren<QLabel*>())
+            if (auto* found =
+                    label->text() == name ? qobject_cast<Control*>(label->buddy()) : nullptr)
+                return *found;
+        throw std::runtime_error(name);
     }
     bool waitForTraces(std::size_t traces)
     {
@@ -160,8 +171,8 @@ TEST_F(Window, FollowsItsControls)
 
     QTest::keyClick(panel->findChildren<QSlider*>()[1], Qt::Key_Right);
     EXPECT_NEAR(source->settings().jitter, 0.01, 1e-12);
-    auto* symbolRate = panel->findChildren<QDoubleSpinBox*>().first();
-    symbolRate->setValue(2400.0);
+    auto& symbolRate = control<QDoubleSpinBox>("S&ymbol rate");
+    symbolRate.setValue(2400.0);
     EXPECT_EQ(window->feed().source()->symbolRate(), 2400.0);
     EXPECT_EQ(window->feed().eye().cut().samplesPerSymbol, 20.0);
 
@@ -170,15 +181,15 @@ TEST_F(Window, FollowsItsControls)
     ASSERT_TRUE(channel->isVisible());
     QTest::keyClick(channel, Qt::Key_Up);
     EXPECT_EQ(window->feed().channel(), 1);
-    auto* span = panel->findChildren<QDoubleSpinBox*>().last();
-    EXPECT_NEAR(span->value(), 1000.0, 0.01); // ms: the whole recording
-    symbolRate->setValue(500.0);
+    auto& span = control<QDoubleSpinBox>("&Span");
+    EXPECT_NEAR(span.value(), 1000.0, 0.01); // ms: the whole recording
+    symbolRate.setValue(500.0);
     EXPECT_EQ(window->feed().eye().cut().clock, EyeCut::Clock::Recovered);
     EXPECT_FALSE(window->findChild<NoticeBar*>()->isVisible());
-    EXPECT_NEAR(span->value(), 500.0, 0.01); // symbols, as long as before
-    symbolRate->setValue(0.0);
+    EXPECT_NEAR(span.value(), 500.0, 0.01); // symbols, as long as before
+    symbolRate.setValue(0.0);
     EXPECT_EQ(window->feed().eye().cut().clock, EyeCut::Clock::None);
-    span->setValue(250.0);
+    span.setValue(250.0);
     EXPECT_NEAR(window->feed().span(), 0.25, 1e-9);
 
     auto* speed = window->findChild<QToolBar*>()->findChild<QComboBox*>();
@@ -192,8 +203,8 @@ TEST_F(Window, WearsTheColoursOfTheScheme)
     for (const auto scheme : {ColorSet::Scheme::Light, ColorSet::Scheme::Dark}) {
         colors.SetScheme(scheme);
         EXPECT_TRUE(QTest::qWaitFor([] { return appearance::isApplied(); }));
-        auto* combo = window->findChild<ParameterPanel*>()->findChildren<QComboBox*>().last();
-        EXPECT_EQ(combo->currentIndex(), scheme == ColorSet::Scheme::Dark ? 0 : 1);
+        EXPECT_EQ(control<QComboBox>("Sche&me").currentIndex(),
+                  scheme == ColorSet::Scheme::Dark ? 0 : 1);
         const QImage picture = window->grab().toImage();
         EXPECT_EQ(picture.pixelColor(picture.width() - 30, 40), colors[IColorBase::colBackground]);
     }

@@ -51,6 +51,8 @@ void describe(QCommandLineParser& parser)
         Text::tr("Symbol rate in hertz: the time axis counts symbols, and the eye opens on them."),
         "HZ");
     add("eye-symbols", Text::tr("Shows <N> symbols in the eye, 1 to 16 (2)."), "N");
+    add("eye-bandwidth",
+        Text::tr("Low-pass before the eye, 3 dB down at <X> symbol rates, 0.2 to 2 (none)."), "X");
     add("levels", Text::tr("Levels of the built-in signal: 2 or 4 (2)."), "N");
     add("noise", Text::tr("Noise of the built-in signal, RMS in dB of its level, -60 to 6 (-26)."),
         "DB");
@@ -142,6 +144,8 @@ Options readOptions(Reader& reader)
     options.channel = reader.wholeNumber("channel", 1, maxChannel).value_or(options.channel);
     options.eyeSymbolCount = reader.wholeNumber("eye-symbols", 1, EyeCut::maxSymbolCount)
                                  .value_or(options.eyeSymbolCount);
+    options.eyeBandwidth =
+        reader.number("eye-bandwidth", EyeCut::minBandwidth, EyeCut::maxBandwidth).value_or(0.0);
     options.spanSeconds = reader.number("span", shortestSpan, maxSeconds);
     options.speed =
         reader.number("speed", SignalFeed::minSpeed, SignalFeed::maxSpeed).value_or(options.speed);

@@ -35,7 +35,8 @@ public:
     std::optional<double> spanSeconds;
     std::optional<double> symbolRate; ///< Bd, of the recording
     NrzSettings builtIn;
-    int eyeSymbolCount = 2; ///< of a trace
+    int eyeSymbolCount = 2;    ///< of a trace
+    double eyeBandwidth = 0.0; ///< as in EyeCut
     double speed = 1.0;
     std::optional<bool> isDark;
     QSize size{1280, 800};

@@ -78,6 +78,7 @@ int run(MainWindow& window, const Options& options)
         window.openBuiltIn(options.builtIn);
     }
     window.feed().eye().setSymbolCount(options.eyeSymbolCount);
+    window.feed().eye().setBandwidth(options.eyeBandwidth);
     window.feed().setSpeed(options.speed);
     if (options.spanSeconds)
         window.feed().setSpan(*options.spanSeconds);

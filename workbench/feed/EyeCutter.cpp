@@ -84,7 +84,10 @@ EyeCutter::EyeCutter(const EyeCut& cut)
     if (m_cut.clock == EyeCut::Clock::None) { // traces as if they were symbols
         m_cut.samplesPerSymbol = m_symbolLength;
         m_cut.symbolCount = 1;
+        m_cut.bandwidth = 0.0;
     }
+    if (m_cut.bandwidth > 0.0)
+        m_cut.firstSymbol += LowPass(m_cut.bandwidth / m_cut.samplesPerSymbol).delay();
     m_traceLength = static_cast<std::size_t>(m_cut.symbolCount * m_symbolLength) + 1;
 }
 
@@ -94,6 +97,8 @@ void EyeCutter::start(std::int64_t position)
 {
     m_start = position;
     m_run = std::make_unique<Interpolator>();
+    if (m_cut.bandwidth > 0.0)
+        m_filter = std::make_unique<LowPass>(m_cut.bandwidth / m_cut.samplesPerSymbol);
     if (m_cut.clock == EyeCut::Clock::Recovered)
         m_timing = std::make_unique<SymbolTiming>(m_cut.samplesPerSymbol);
     m_knot.reset();
@@ -106,6 +111,18 @@ void EyeCutter::push(std::int64_t position, const std::vector<double>& samples)
         finish();
         start(position);
     }
+    if (m_filter) {
+        std::vector<double> filtered(samples.size());
+        std::transform(samples.begin(), samples.end(), filtered.begin(),
+                       [this](double sample) { return m_filter->run(sample); });
+        cut(filtered);
+    } else {
+        cut(samples);
+    }
+}
+
+void EyeCutter::cut(const std::vector<double>& samples)
+{
     m_run->push(samples);
     if (!m_timing) {
         follow({knownKnot(0.0), knownKnot(static_cast<double>(m_run->count() - reach))});

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "workbench/feed/SymbolTiming.h"
+#include "workbench/sources/LowPass.h"
 
 #include <cstdint>
 #include <memory>
@@ -18,11 +19,15 @@ struct EyeCut
     };
     static constexpr int fixedLength = 100; ///< samples of a trace where symbols are unknown
     static constexpr int maxSymbolCount = 16;
+    static constexpr double minBandwidth = 0.2;
+    static constexpr double maxBandwidth = 2.0;
 
     Clock clock = Clock::None;
     double samplesPerSymbol = 1.0; ///< where recovered, within the bounds of SymbolTiming
     double firstSymbol = 0.0;      ///< where known: middle of symbol 0, samples
     int symbolCount = 2;           ///< symbols of a trace, 1 to maxSymbolCount
+    /// Where a low-pass before the eye is 3 dB down, symbol rates; 0: none. Without symbols, none.
+    double bandwidth = 0.0;
 };
 
 /// Cuts a signal into traces of equally many samples, at the same instants of the symbols: it is
@@ -51,6 +56,7 @@ private:
     struct Interpolator;
 
     void start(std::int64_t position);
+    void cut(const std::vector<double>& samples);
     void follow(const std::vector<SymbolKnot>& knots);
     void follow(const SymbolKnot& from, const SymbolKnot& to);
     void append(double sample);
@@ -60,6 +66,7 @@ private:
     int m_symbolLength; // output samples
     std::size_t m_traceLength = 0;
     std::int64_t m_start = 0;               // position of the run's first sample
+    std::unique_ptr<LowPass> m_filter;      // of the run, where there is one
     std::unique_ptr<SymbolTiming> m_timing; // of the run, where recovered
     std::unique_ptr<Interpolator> m_run;    // null before the first one
     std::optional<SymbolKnot> m_knot;       // up to which the signal was cut

@@ -58,6 +58,12 @@ void EyeFeed::setSymbolCount(int count)
     restart();
 }
 
+void EyeFeed::setBandwidth(double bandwidth)
+{
+    m_cut.bandwidth = std::clamp(bandwidth, 0.0, EyeCut::maxBandwidth);
+    restart();
+}
+
 void EyeFeed::restart()
 {
     ++m_run;

@@ -36,6 +36,9 @@ public:
     void restart();
     /// Symbols of a trace; clamped to 1 to EyeCut::maxSymbolCount. Starts anew.
     void setSymbolCount(int count);
+    /// Bandwidth of the low-pass before the eye, see EyeCut; clamped to 0 to EyeCut::maxBandwidth.
+    /// Starts anew.
+    void setBandwidth(double bandwidth);
     const EyeCut& cut() const { return m_cut; }
 
     /// The samples from a position on, after those of the last call or anywhere else.

@@ -1,58 +1,17 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/sources/NrzSource.h"
 
+#include "workbench/sources/LowPass.h"
+
 #include <algorithm>
 #include <cmath>
-#include <complex>
-
-#include <liquid/liquid.h>
 
 namespace {
 
 constexpr unsigned syncWord = 0xEB90;
-constexpr unsigned filterOrder = 4;
-// liquid's Bessel low-pass of this order is 3 dB down at this part of the frequency it is given.
-constexpr double besselCorner = 0.9597;
-constexpr double highestCorner = 0.45; // of the sample rate
-constexpr double maxShift = 0.45;      // symbols; edges stay in their order
+constexpr double maxShift = 0.45; // symbols; edges stay in their order
 
 } // namespace
-
-/// The low-pass and what is known of it.
-struct NrzSource::Filter
-{
-    explicit Filter(double corner)
-        : handle(iirfilt_rrrf_create_prototype(LIQUID_IIRDES_BESSEL, LIQUID_IIRDES_LOWPASS,
-                                               LIQUID_IIRDES_SOS, filterOrder,
-                                               static_cast<float>(corner), 0.0F, 1.0F, 60.0F))
-    {
-        const auto length = static_cast<int>(std::ceil(8.0 / corner));
-        double power = 0.0;
-        for (int i = 0; i < length; ++i) {
-            const double response = run(i == 0 ? 1.0 : 0.0);
-            power += response * response;
-            delay += i * response; // its gain at rest is 1
-        }
-        noiseGain = std::sqrt(power);
-        settleLength = length;
-        iirfilt_rrrf_reset(handle);
-    }
-    ~Filter() { iirfilt_rrrf_destroy(handle); }
-    Filter(const Filter&) = delete;
-    Filter& operator=(const Filter&) = delete;
-
-    double run(double input)
-    {
-        float output = 0.0F;
-        iirfilt_rrrf_execute(handle, static_cast<float>(input), &output);
-        return output;
-    }
-
-    iirfilt_rrrf handle;
-    double noiseGain = 1.0; // rms of white noise after it, relative to before
-    double delay = 0.0;     // samples
-    int settleLength = 0;   // samples after which a step has settled
-};
 
 NrzSource::NrzSource(const NrzSettings& settings)
     : m_settings(settings)
@@ -72,16 +31,15 @@ void NrzSource::setBandwidth(double bandwidth)
     m_settings.bandwidth = bandwidth;
     prepareFilter();
     const std::int64_t position = m_position; // the new filter takes over in full swing
-    m_position = std::max<std::int64_t>(position - m_filter->settleLength, 0);
+    m_position = std::max<std::int64_t>(position - m_filter->settleLength(), 0);
     while (m_position < position)
         m_filter->run(levelAt(m_position++));
 }
 
 void NrzSource::prepareFilter()
 {
-    const double corner =
-        m_settings.bandwidth * m_settings.symbolRate / m_settings.sampleRate / besselCorner;
-    m_filter = std::make_unique<Filter>(std::min(corner, highestCorner));
+    m_filter = std::make_unique<LowPass>(m_settings.bandwidth * m_settings.symbolRate /
+                                         m_settings.sampleRate);
 }
 
 QString NrzSource::name() const { return tr("Built-in NRZ signal"); }
@@ -89,7 +47,7 @@ QString NrzSource::name() const { return tr("Built-in NRZ signal"); }
 std::optional<double> NrzSource::firstSymbol() const
 {
     // A sample is the mean of the level over the period that starts at it.
-    return 0.5 * samplesPerSymbol() - 0.5 + m_filter->delay;
+    return 0.5 * samplesPerSymbol() - 0.5 + m_filter->delay();
 }
 
 std::optional<double> NrzSource::frameLength() const
@@ -100,7 +58,7 @@ std::optional<double> NrzSource::frameLength() const
 std::size_t NrzSource::read(std::vector<double>& block, std::size_t count)
 {
     block.resize(count);
-    const double noise = m_settings.noise / m_filter->noiseGain;
+    const double noise = m_settings.noise / m_filter->noiseGain();
     for (double& sample : block)
         sample = m_filter->run(levelAt(m_position++) + noise * m_normal(m_noiseBits));
     return count;

@@ -8,6 +8,8 @@
 #include <memory>
 #include <random>
 
+class LowPass;
+
 struct NrzSettings
 {
     static constexpr double minNoiseDb = -60.0; ///< rms against the largest level
@@ -68,7 +70,6 @@ private:
         std::int64_t number = -1;
         std::vector<Symbol> symbols;
     };
-    struct Filter;
 
     void prepareFilter();
     double samplesPerSymbol() const { return m_settings.sampleRate / m_settings.symbolRate; }
@@ -81,5 +82,5 @@ private:
     Frame m_frames[2]; // the latest one with an even number, and with an odd one
     std::mt19937 m_noiseBits;
     std::normal_distribution<double> m_normal;
-    std::unique_ptr<Filter> m_filter;
+    std::unique_ptr<LowPass> m_filter;
 };

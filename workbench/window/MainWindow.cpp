@@ -241,6 +241,8 @@ void MainWindow::buildDock()
         m_feed.eye().setSymbolCount(count);
         refresh();
     });
+    connect(m_panel, &ParameterPanel::eyeBandwidthChosen, this,
+            [this](double bandwidth) { m_feed.eye().setBandwidth(bandwidth); });
     connect(m_panel, &ParameterPanel::darkSchemeChosen, this, [](bool dark) {
         ColorSet::Instance().SetScheme(dark ? ColorSet::Scheme::Dark : ColorSet::Scheme::Light);
         ColorSet::Instance().Save();

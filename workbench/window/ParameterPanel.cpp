@@ -22,6 +22,7 @@ namespace {
 constexpr int panelWidth = 270;
 constexpr int nameWidth = 96;
 constexpr double percent = 0.01;
+constexpr double bandwidthStep = 0.05;
 constexpr int maxFrameSymbolCount = 4096;
 
 double fromDecibels(double level) { return std::pow(10.0, level / 20.0); }
@@ -158,6 +159,18 @@ void ParameterPanel::addEyeSection()
     form->labelForField(m_eyeSymbols)->setMinimumWidth(nameWidth);
     connect(m_eyeSymbols, QOverload<int>::of(&QSpinBox::valueChanged), this,
             &ParameterPanel::eyeSymbolCountChosen);
+    m_eyeBandwidth = new QDoubleSpinBox(this);
+    m_eyeBandwidth->setRange(EyeCut::minBandwidth - bandwidthStep, EyeCut::maxBandwidth);
+    m_eyeBandwidth->setSingleStep(bandwidthStep);
+    m_eyeBandwidth->setSpecialValueText(tr("no low-pass"));
+    m_eyeBandwidth->setKeyboardTracking(false);
+    m_eyeBandwidth->setToolTip(tr("Where a low-pass before the eye is 3 dB down, as a part of the "
+                                  "symbol rate"));
+    form->addRow(tr("Band&width"), m_eyeBandwidth);
+    form->labelForField(m_eyeBandwidth)->setMinimumWidth(nameWidth);
+    connect(
+        m_eyeBandwidth, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
+        [this](double part) { emit eyeBandwidthChosen(part < EyeCut::minBandwidth ? 0.0 : part); });
     m_clock = addFact(form, tr("Clock"));
 }
 
@@ -269,6 +282,8 @@ void ParameterPanel::show(const SignalFeed& feed)
                                : units::duration(scale.unitSeconds()));
     m_segment->setText(tr("%1 samples").arg(feed.segmentLength(), 0, 'g', 6));
     const QSignalBlocker quietSymbols(m_eyeSymbols);
+    const QSignalBlocker quietBandwidth(m_eyeBandwidth);
+    m_eyeBandwidth->setValue(feed.eye().cut().bandwidth);
     m_eyeSymbols->setValue(feed.eye().cut().symbolCount);
     showBuiltIn(feed);
 }

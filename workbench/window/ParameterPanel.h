@@ -30,11 +30,12 @@ signals:
     /// Bd; 0: not known, of recordings only.
     void symbolRateChosen(double symbolRate);
     void eyeSymbolCountChosen(int count);
-    void noiseChosen(double rms);      ///< As in NrzSettings.
-    void jitterChosen(double rms);     ///< As in NrzSettings.
-    void levelCountChosen(int count);  ///< As in NrzSettings.
-    void bandwidthChosen(double part); ///< As in NrzSettings.
-    void frameChosen(int symbolCount); ///< As in NrzSettings.
+    void eyeBandwidthChosen(double bandwidth); ///< As in EyeCut.
+    void noiseChosen(double rms);              ///< As in NrzSettings.
+    void jitterChosen(double rms);             ///< As in NrzSettings.
+    void levelCountChosen(int count);          ///< As in NrzSettings.
+    void bandwidthChosen(double part);         ///< As in NrzSettings.
+    void frameChosen(int symbolCount);         ///< As in NrzSettings.
     void darkSchemeChosen(bool dark);
     void autoScaleWanted();
     void fullScaleWanted();
@@ -65,6 +66,7 @@ private:
     QLabel* m_unit;
     QLabel* m_segment;
     QSpinBox* m_eyeSymbols;
+    QDoubleSpinBox* m_eyeBandwidth;
     QLabel* m_clock;
     QWidget* m_builtIn; // section of the built-in signal
     QSlider* m_noise;
