@@ -349,8 +349,9 @@ TEST(Nrz, HasTheBandwidthAndTheNoiseThatItWasAskedFor)
         // The first three symbols are a step from rest: its differences are the impulse response.
         std::complex<double> response = clean[0];
         for (std::size_t i = 1; i < 120; ++i)
-            response += std::polar(clean[i] - clean[i - 1],
-                                   -6.283185307179586 * bandwidth * static_cast<double>(i) / 40.0);
+            response +=
+                (clean[i] - clean[i - 1]) *
+                std::polar(1.0, -6.283185307179586 * bandwidth * static_cast<double>(i) / 40.0);
         EXPECT_NEAR(std::abs(response), std::sqrt(0.5), 0.02) << bandwidth;
 
         settings.noise = 0.2;
