@@ -1,0 +1,145 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "TimeFixture.h"
+
+namespace {
+
+using Traces = TimeFixture;
+
+TEST_F(Traces, AreQuantisedOverTheirOwnExtent)
+{
+    struct
+    {
+        std::vector<double> samples;
+        float min, max;
+        std::vector<unsigned char> levels;
+    } const rows[] = {
+        {{0, 1}, -0.0500110015F, 1.05001092F, {11, 244}},
+        {{0, 0.49999, 1}, -0.0500110015F, 1.05001092F, {11, 127, 244}}, // 128 at 1/256 a level
+        // Only the samples after the last NaN count; levels outside saturate.
+        {{0, 1, nan, 5, 6}, 4.94998884F, 6.05001116F, {0, 0, 0, 11, 244}},
+        {{5, 6, nan}, 0, 0, {0, 0, 0}},
+        {{2, 2}, 2, 2, {0, 0}},
+        // The margin is lost in rounding: the largest sample must not wrap to level 0.
+        {{16777216, 16777218}, 16777216, 16777218, {0, 255}},
+    };
+    for (const auto& row : rows) {
+        add(row.samples);
+        EXPECT_EQ(record(0).m_stepLine.Levels(), row.levels);
+        if (!std::isnan(row.samples.back())) {
+            EXPECT_FLOAT_EQ(record(0).m_min, row.min);
+            EXPECT_FLOAT_EQ(record(0).m_max, row.max);
+        }
+    }
+}
+
+TEST_F(Traces, AreRecycledBeyond100AndSwapTheirSamplesOut)
+{
+    std::vector<double> data;
+    for (int i = 0; i < 101; ++i) {
+        data = {double(i), double(i) + 0.5};
+        diagram->AddData(data);
+        EXPECT_TRUE(data.empty());
+    }
+    EXPECT_EQ(kept(), 100U);
+    data = {7, 8, 9};
+    diagram->AddData(data);
+    EXPECT_EQ(data, (std::vector<double>{0, 0.5})); // what the first set left
+    EXPECT_EQ(record(0).m_samples, (std::vector<double>{7, 8, 9}));
+    EXPECT_EQ(record(0).m_stepLine.Levels(), (std::vector<unsigned char>{11, 127, 244}));
+    EXPECT_EQ(record(1).m_stepLine.Levels(), (std::vector<unsigned char>{11, 244}));
+}
+
+TEST_F(Traces, LieEndToEndWithTheNewestAtTheRightBorder)
+{
+    std::vector<double> older(20, -0.5);
+    older.front() = 0.5;
+    add(older);
+    add(std::vector<double>(10, 0.5));
+    TestAccess::showGrid(*diagram) = true;
+    paint();
+    EXPECT_EQ(record(0).m_stepLine.DestRect(), QRect(90, 26, 11, 2)); // flat: two rows high
+    EXPECT_EQ(record(1).m_stepLine.DestRect(), QRect(70, 24, 20, 55));
+    using C = IColorBase;
+    const std::pair<C::ECOLOR, std::vector<QPoint>> parts[] = {
+        {C::colTimeTrace, {{100, 27}, {89, 60}, {60, 51}}}, // the join is left of the marker
+        {C::colTimeMarker, {{90, 26}, {90, 40}, {90, 51}, {70, 40}}}, // the oldest is tied to zero
+        {C::colTimeBackground, {{95, 77}, {45, 60}}},
+        {C::colGrid, {{80, 51}, {100, 60}}},
+        {C::colLabel, {{1, 51}}}};
+    for (const auto& [color, points] : parts)
+        for (const QPoint& at : points)
+            expectPixel(at.x(), at.y(), color);
+    frame->resize(101, 201);
+    expectPixel(80, 101, C::colGrid); // follows
+    TestAccess::showGrid(*diagram) = false;
+    expectPixel(80, 101, C::colTimeBackground);
+    const QImage without = paint();
+    diagram->AddMarker("note", "text", {50, 50});
+    EXPECT_NE(paint(), without);
+}
+
+TEST_F(Traces, AreGivenUpOnceTheyAreOutOfSight)
+{
+    diagram->SetBaudrate(2.0F);
+    add({1.0});
+    add(std::vector<double>(201, 0.5)); // left edge at -0.5 pixels: not yet past the border
+    paint();
+    EXPECT_EQ(record(0).m_stepLine.DestRect().left(), 0);
+    EXPECT_EQ(kept(), 2U);
+    add({0.5}); // pushes it to -1
+    paint();
+    EXPECT_EQ(kept(), 2U);
+    expectPixel(80, 51, IColorBase::colTimeBackground); // one that was left does not run on at zero
+
+    diagram->SetBaudrate(3.0F); // positions are divided in single precision
+    xAxis->SetRange(double(-1.0F / 3.0F), double(-1.0F / 3.0F) + 1e-9);
+    paint();
+    EXPECT_EQ(record(0).m_stepLine.DestRect().left(), 0);
+}
+
+TEST_F(Traces, StayWhileNothingCanBePlaced)
+{
+    const std::vector<double> odd[] = {{1e-45, 3e-45}, {inf, 0},     {-inf, inf}, {3e38, -3e38},
+                                       {1e308},        {2e35, 3e35}, {nan},       {-0.0, 0.0}};
+    for (const auto& samples : odd) {
+        diagram->AutoScale();
+        TestAccess::timer(*diagram).stop();
+        add(samples);
+        paint();
+    }
+    EXPECT_EQ(kept(), 8U);
+    for (const double baudrate : {1e-30, 1e30, -5.0, nan, inf}) {
+        diagram->SetBaudrate(float(baudrate));
+        add({0, 1, 2});
+        paint();
+    }
+    diagram->SetBaudrate(1.0F);
+    diagram->SetYStart(-1.0);
+    diagram->SetYStop(1.0);
+    add(std::vector<double>(300, 0.0));
+    add(std::vector<double>(300, 0.0));
+    const std::size_t before = kept();
+    for (const auto& [start, stop] :
+         Ranges{{0, 0}, {nan, nan}, {nan, 0}, {-inf, inf}, {-1e308, 1e308}, {5, 5}}) {
+        xAxis->SetRange(start, stop);
+        expectPixel(99, 3, IColorBase::colTimeBackground); // the background all the same
+    }
+    xAxis->SetRange(-100.0, 0.0);
+    diagram->SetYStart(1.0);
+    paint();
+    diagram->SetBaudrate(0.0F);
+    expectPixel(50, 50, IColorBase::colBackground);
+    diagram->SetBaudrate(1.0F);
+    diagram->setXAxisWidget({});
+    expectPixel(50, 50, IColorBase::colBackground);
+    EXPECT_EQ(kept(), before);
+    diagram->setXAxisWidget(xAxis);
+    diagram->SetYStart(1.1e35);
+    diagram->SetYStop(-1.1e35);
+    paint();
+    EXPECT_EQ(kept(), 1U);
+    xAxis->SetRange(0.0, -100.0); // reversed
+    paint();
+}
+
+} // namespace
