@@ -2,191 +2,112 @@
 #include "foundations/GLBackground.h"
 #include "foundations/GLOrvanePropertyPage.h"
 #include "foundations/LibraryEntry.h"
-#include "foundations/TraceHistory.h"
-#include "platform/glbase/GLLayout.h"
-#include "platform/glbase/GLPainter.h"
+#include "glbase/FrameFixture.h"
 #include "platform/gui/ColorSet.h"
 #include "platform/startup/TranslationCenter.h"
 
 #include <QCheckBox>
 #include <QDoubleSpinBox>
-#include <QGridLayout>
 #include <QLabel>
 #include <QPainter>
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 namespace {
-
-struct CountedRecord
-{
-    static inline int alive = 0;
-    CountedRecord() { ++alive; }
-    ~CountedRecord() { --alive; }
-};
-
-TEST(TraceHistory, ReusesTheRecordRecycledLastAndFreesEachOnce)
-{
-    std::vector<CountedRecord*> records;
-    std::vector<CountedRecord*> freeRecords;
-    traceHistory::removeRecord(records, freeRecords);
-    EXPECT_TRUE(records.empty() && freeRecords.empty());
-
-    CountedRecord* first = traceHistory::addRecord(records, freeRecords);
-    CountedRecord* second = traceHistory::addRecord(records, freeRecords);
-    EXPECT_EQ(records, (std::vector<CountedRecord*>{second, first}));
-    traceHistory::removeRecord(records, freeRecords); // first, the oldest
-    traceHistory::removeRecord(records, freeRecords);
-    EXPECT_EQ(traceHistory::addRecord(records, freeRecords), second);
-    EXPECT_EQ(traceHistory::addRecord(records, freeRecords), first);
-    traceHistory::removeRecord(records, freeRecords);
-    EXPECT_EQ(CountedRecord::alive, 2);
-
-    traceHistory::freeHistory(records, freeRecords);
-    EXPECT_EQ(CountedRecord::alive, 0);
-    EXPECT_TRUE(records.empty() && freeRecords.empty());
-}
-
-QString textAt(const QGridLayout& grid, int row, int column)
-{
-    auto* item = grid.itemAtPosition(row, column);
-    auto* label = item ? qobject_cast<QLabel*>(item->widget()) : nullptr;
-    return label ? label->text() : QString();
-}
 
 TEST(SettingsPage, HasTheRowsAskedFor)
 {
-    for (const bool buffer : {false, true}) {
-        for (const bool aging : {false, true}) {
-            const GLOrvanePropertyPage page(nullptr, "p\xe9ge", buffer, aging);
-            EXPECT_EQ(page.objectName(), QString::fromUtf8("p\u00e9ge"));
-            const auto& grid = *qobject_cast<QGridLayout*>(page.layout());
-            EXPECT_EQ(grid.itemAtPosition(0, 0), nullptr);
-            EXPECT_EQ(grid.rowStretch(0), 2);
-            EXPECT_EQ(grid.columnStretch(4), 2);
-            EXPECT_EQ(grid.columnMinimumWidth(1), 75);
-            QStringList texts{
-                "XAxis Min: ", "XAxis Max: ", "YAxis Min: ", "YAxis Max: ", "Show Grid: "};
-            if (buffer)
-                texts << "Buffer Size: ";
-            if (aging)
-                texts << "Aging: ";
-            EXPECT_EQ(grid.rowCount(), texts.size() + 1);
-            for (int row = 1; row < grid.rowCount(); ++row) {
-                EXPECT_EQ(textAt(grid, row, 0), texts[row - 1]);
-                EXPECT_EQ(grid.itemAtPosition(row, 0)->alignment(), Qt::AlignLeft);
-                EXPECT_EQ(grid.itemAtPosition(row, 1)->alignment(), Qt::Alignment());
-                EXPECT_EQ(textAt(grid, row, 2), texts[row - 1] == "Aging: " ? "s" : "");
-            }
-        }
+    const QStringList rows{"XAxis Min: ", "XAxis Max: ",   "YAxis Min: ", "YAxis Max: ",
+                           "Show Grid: ", "Buffer Size: ", "Aging: ",     "s"};
+    for (const int extra : {0, 1, 2, 3}) {
+        const GLOrvanePropertyPage page(nullptr, "p\xe9ge", extra & 1, extra & 2);
+        QStringList labels;
+        for (const auto* label : page.findChildren<QLabel*>())
+            labels << label->text();
+        EXPECT_EQ(labels, rows.mid(0, 5) + rows.mid(5, extra & 1) + rows.mid(6, extra & 2));
+        EXPECT_EQ(page.objectName(), QString::fromUtf8("p\u00e9ge"));
     }
-    EXPECT_TRUE(GLOrvanePropertyPage(nullptr, nullptr, false, false).objectName().isEmpty());
 }
 
 TEST(SettingsPage, SetsRangeBeforeValueAndAnswersWhatItShows)
 {
-    GLOrvanePropertyPage page(nullptr, "page", true, true);
-    page.SetYAxisMin(-10000.0, 10000.0, -5.0, true);
-    EXPECT_EQ(page.GetYAxisMin(), -5.0);
-    page.SetXAxisMin(-100.0, 0.0, 7.0, false); // clamped, disabled
-    EXPECT_EQ(page.GetXAxisMin(), 0.0);
-    page.SetAging(0.0, 10.0, 0.004, true); // two decimals
-    EXPECT_EQ(page.GetAging(), 0.0);
-    page.SetBufferSize(100, 10000, 12345, true);
-    EXPECT_EQ(page.GetBufferSize(), 10000);
-    page.SetShowGrid(true, false);
-    EXPECT_TRUE(page.GetShowGrid());
-    EXPECT_FALSE(page.findChild<QCheckBox*>()->isEnabled());
-
-    GLOrvanePropertyPage bare(nullptr, "bare", false, false);
-    bare.SetAging(0.0, 10.0, 1.0, true);
-    bare.SetBufferSize(100, 10000, 1000, true);
-    EXPECT_EQ(bare.GetAging(), 0.0);
-    EXPECT_EQ(bare.GetBufferSize(), 0);
-}
-
-/// A GL widget that is painted by a function.
-class Canvas : public GLBaseWidget
-{
-public:
-    explicit Canvas(std::function<void(GLPainter&, GLBaseWidget*)> paint)
-        : GLBaseWidget("Canvas", nullptr)
-        , m_paint(std::move(paint))
-    {}
-
-protected:
-    void paintEvent(QPaintEvent*) override
+    using Page = GLOrvanePropertyPage;
+    struct
     {
-        GLPainter painter(GetFrameWidget());
-        m_paint(painter, this);
+        void (Page::*set)(double, double, double, bool);
+        double (Page::*get)() const;
+        double value, shown;
+    } const rows[] = {{&Page::SetXAxisMin, &Page::GetXAxisMin, -99, -99},
+                      {&Page::SetXAxisMax, &Page::GetXAxisMax, -1e9, -1000}, // clamped
+                      {&Page::SetYAxisMin, &Page::GetYAxisMin, 7, 7},
+                      {&Page::SetYAxisMax, &Page::GetYAxisMax, 1e9, 500},
+                      {&Page::SetAging, &Page::GetAging, 1.234, 1.23}}; // two decimals
+    for (const bool isFull : {true, false}) {
+        Page page(nullptr, nullptr, isFull, isFull);
+        const auto editors = page.findChildren<QDoubleSpinBox*>();
+        ASSERT_EQ(editors.size(), isFull ? 5 : 4);
+        for (const auto& row : rows)
+            (page.*row.set)(-1000, 500, row.value, row.value > 0);
+        for (int i = 0; i < 5; ++i) {
+            const bool isThere = i < editors.size();
+            EXPECT_EQ((page.*rows[i].get)(), isThere ? rows[i].shown : 0) << i;
+            EXPECT_TRUE(!isThere || editors[i]->isEnabled() == rows[i].value > 0) << i;
+        }
+        page.SetBufferSize(100, 10000, 12345, true);
+        EXPECT_EQ(page.GetBufferSize(), isFull ? 10000 : 0);
+        page.SetShowGrid(true, false);
+        EXPECT_TRUE(page.GetShowGrid() && !page.findChild<QCheckBox*>()->isEnabled());
     }
-
-private:
-    std::function<void(GLPainter&, GLBaseWidget*)> m_paint;
-};
-
-QImage render(const std::function<void(GLPainter&, GLBaseWidget*)>& paint)
-{
-    GLLayout layout;
-    layout.AddWidget(std::make_shared<Canvas>(paint));
-    layout.resize(80, 40);
-    QImage image(80, 40, QImage::Format_RGB32);
-    image.fill(Qt::magenta);
-    QPainter painter(&image);
-    layout.Render(painter);
-    return image;
 }
 
 TEST(Background, FillsTheWidgetAndLeavesThePainterAlone)
 {
     ColorSet::Instance()[IColorBase::colBackground] = Qt::black;
     ColorSet::Instance()[IColorBase::colBackgroundEnd] = Qt::white;
-    struct Case
+    struct
     {
-        bool gradient, horizontal, inverted;
+        bool isGradient, isHorizontal, isInverted;
         int leftTop, rightTop, leftBottom; // grey levels
-    };
-    for (const Case& c : {Case{true, true, false, 0, 255, 0}, Case{true, true, true, 255, 0, 255},
-                          Case{true, false, false, 0, 0, 255}, Case{true, false, true, 255, 255, 0},
-                          Case{false, true, true, 255, 255, 255}}) {
-        const QImage image = render([&c](GLPainter& painter, GLBaseWidget* widget) {
+    } const rows[] = {{true, true, false, 0, 255, 0},
+                      {true, true, true, 255, 0, 255},
+                      {true, false, false, 0, 0, 255},
+                      {true, false, true, 255, 255, 0},
+                      {false, true, true, 255, 255, 255}};
+    const auto canvas = std::make_shared<Canvas>("Canvas");
+    GLLayout layout;
+    layout.AddWidget(canvas);
+    layout.resize(80, 40);
+    for (const auto& row : rows) {
+        canvas->paint = [&](GLPainter& painter) {
             GLBackground background;
-            background.m_gradient = c.gradient;
-            background.m_horizontal = c.horizontal;
-            background.m_inverted = c.inverted;
+            background.m_gradient = row.isGradient;
+            background.m_horizontal = row.isHorizontal;
+            background.m_inverted = row.isInverted;
             painter.setPen(QPen(Qt::red));
-            painter.setBrush(QBrush(Qt::blue));
-            background.Draw(painter, widget, 0);
+            background.Draw(painter, canvas.get(), 0);
             EXPECT_EQ(painter.pen().color(), QColor(Qt::red));
-            EXPECT_EQ(painter.brush().color(), QColor(Qt::blue));
             EXPECT_EQ(painter.depth(), 0);
-        });
+        };
+        QImage image(80, 40, QImage::Format_RGB32);
+        QPainter painter(&image);
+        layout.Render(painter);
         // No outline: the corners belong to the gradient, too.
-        EXPECT_NEAR(qRed(image.pixel(0, 0)), c.leftTop, 8);
-        EXPECT_NEAR(qRed(image.pixel(79, 0)), c.rightTop, 8);
-        EXPECT_NEAR(qRed(image.pixel(0, 39)), c.leftBottom, 8);
+        EXPECT_NEAR(qRed(image.pixel(0, 0)), row.leftTop, 8);
+        EXPECT_NEAR(qRed(image.pixel(79, 0)), row.rightTop, 8);
+        EXPECT_NEAR(qRed(image.pixel(0, 39)), row.leftBottom, 8);
     }
-    GLBackground background;
-    EXPECT_EQ(background.GetDescription(), QStringLiteral("Default background implementation"));
-    background.SetDescription(QStringLiteral("Paper"));
-    EXPECT_EQ(background.GetDescription(), QStringLiteral("Paper"));
 }
 
 TEST(LibraryEntry, ActsOnProcessAttachAndDetachOnly)
 {
-    const auto registered = [] {
-        return TranslationCenter::Instance().Registered().count(QStringLiteral("Orvane"));
-    };
-    ASSERT_EQ(registered(), 1); // the library is linked
-    EXPECT_TRUE(OrvaneLibraryEntry(LibraryReason::ThreadAttach));
-    EXPECT_TRUE(OrvaneLibraryEntry(LibraryReason::ThreadDetach));
-    EXPECT_EQ(registered(), 1);
-    EXPECT_TRUE(OrvaneLibraryEntry(LibraryReason::ProcessDetach));
-    EXPECT_EQ(registered(), 0);
-    EXPECT_TRUE(OrvaneLibraryEntry(LibraryReason::ProcessAttach));
-    EXPECT_EQ(registered(), 1);
+    using Reason = LibraryReason;
+    for (const auto& [reason, expected] : {std::pair(Reason::ThreadAttach, 1),
+                                           {Reason::ThreadDetach, 1},
+                                           {Reason::ProcessDetach, 0},
+                                           {Reason::ProcessAttach, 1}}) {
+        EXPECT_TRUE(OrvaneLibraryEntry(reason));
+        EXPECT_EQ(TranslationCenter::Instance().Registered().count("Orvane"), expected);
+    }
 }
 
 } // namespace
