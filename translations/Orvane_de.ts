@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>GLIQDiagram</name>
+    <message>
+        <source>Properties...</source>
+        <translation>Eigenschaften …</translation>
+    </message>
+    <message>
+        <source>Auto Scaling</source>
+        <translation>Automatisch skalieren</translation>
+    </message>
+</context>
+<context>
     <name>GLOrvanePropertyPage</name>
     <message>
         <source>XAxis Min: </source>
@@ -45,6 +56,13 @@
     <message>
         <source>Auto Scaling</source>
         <translation>Automatisch skalieren</translation>
+    </message>
+</context>
+<context>
+    <name>VCGLIQDiagram</name>
+    <message>
+        <source>IQ Diagram</source>
+        <translation>IQ-Diagramm</translation>
     </message>
 </context>
 <context>

@@ -86,6 +86,17 @@ QRect DeviceRaster::VisibleDeviceRect() const
             m_y.visible.last - m_y.visible.first};
 }
 
+void DeviceRaster::AddPoint(double x, double y)
+{
+    const double column = x * m_x.factor + m_x.offset + pointShift;
+    const double row = y * m_y.factor + m_y.offset + pointShift;
+    if (!m_x.Sees(column) || !m_y.Sees(row))
+        return;
+    const int i = static_cast<int>(column);
+    const int j = static_cast<int>(row);
+    AddDeviceRect({i, i + 1}, {j, j + 1});
+}
+
 void DeviceRaster::AddLine(const QLineF& line, const GLLineStyle& style)
 {
     const bool isFinite = std::isfinite(line.x1()) && std::isfinite(line.y1()) &&

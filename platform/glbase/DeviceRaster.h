@@ -27,6 +27,13 @@ public:
     /// @param visible  logical rectangle outside of which nothing is drawn.
     DeviceRaster(QPainter& painter, const QRect& visible);
 
+    /// How far, in device pixels, OpenGL's points are moved: from the corner of a pixel to its
+    /// centre, and a little more so that a coordinate between two device pixels goes to the lower
+    /// right one, like everything else that is drawn.
+    static constexpr double pointShift = 0.5 + 1.0 / 64.0;
+
+    /// The one device pixel that a point of OpenGL lights. A point that is not finite is dropped.
+    void AddPoint(double x, double y);
     /// Includes the pixels of both ends. A segment that is not finite is dropped.
     void AddLine(const QLineF& line, const GLLineStyle& style);
     void AddStepLine(const GLStepLine& line);
@@ -60,6 +67,8 @@ private:
 
         double Edge(double logical) const;
         double Logical(double device) const { return (device - offset) / factor; }
+        /// False for NaN.
+        bool Sees(double device) const { return device >= visible.first && device < visible.last; }
         /// The visible ones of the pixels between two logical coordinates, which are at least one.
         Span VisibleSpan(double from, double to) const;
     };

@@ -8,6 +8,7 @@
 #include <QLinearGradient>
 #include <QOpenGLFunctions>
 #include <QPainter>
+#include <QTransform>
 
 #include <algorithm>
 
@@ -164,10 +165,8 @@ bool GLPainter::beginNativePainting()
     glEnable(GL_SCISSOR_TEST);
     glScissor(scissor.left(), viewport[3] - (scissor.top() + scissor.height()), scissor.width(),
               scissor.height());
-    // Half a device pixel to the centre of a pixel, and a little more so that a coordinate between
-    // two device pixels goes to the lower right one, like everything else that is drawn.
     glMatrixMode(GL_MODELVIEW);
-    const double toCentre = (0.5 + 1.0 / 64.0) / scale;
+    const double toCentre = DeviceRaster::pointShift / scale;
     glTranslated(toCentre, toCentre, 0.0);
     return true;
 }
@@ -179,4 +178,17 @@ void GLPainter::endNativePainting()
     glDisable(GL_SCISSOR_TEST);
     m_pPainter->endNativePainting();
     m_native = false;
+}
+
+void GLPainter::drawPoints(const std::vector<float>& points, const QTransform& toWidget,
+                           const QColor& color)
+{
+    if (!m_pPainter)
+        return;
+    DeviceRaster raster(*m_pPainter, m_area);
+    for (std::size_t i = 1; i < points.size(); i += 2) {
+        raster.AddPoint(static_cast<double>(points[i - 1]) * toWidget.m11() + toWidget.dx(),
+                        static_cast<double>(points[i]) * toWidget.m22() + toWidget.dy());
+    }
+    raster.Fill(color);
 }

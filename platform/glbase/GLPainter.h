@@ -10,10 +10,11 @@
 #include <QRect>
 #include <QString>
 
-#include <memory>
+#include <vector>
 
 class GLFrameWidget;
 class QPainter;
+class QTransform;
 
 /// Handle on the painter of a frame widget, for the GL child that is being painted: origin at the
 /// child's top left corner, y down, logical pixels, clipped to the child.
@@ -60,6 +61,13 @@ public:
     /// picture is drawn instead): then draw nothing.
     bool beginNativePainting();
     void endNativePainting();
+
+    /// What OpenGL draws between these two calls as GL_POINTS of size 1, for pictures: the device
+    /// pixel of each point, none for one that is not finite.
+    /// @param points    x, y, x, y...; an odd last value is ignored.
+    /// @param toWidget  scales and moves them into the widget's pixel frame.
+    void drawPoints(const std::vector<float>& points, const QTransform& toWidget,
+                    const QColor& color);
 
     /// The Qt painter behind the handle; null when the handle is inert.
     QPainter* painter() const { return m_pPainter; }

@@ -1,0 +1,291 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "glbase/FrameFixture.h"
+#include "iq/GLIQDiagram.h"
+#include "platform/glwidgets/CaptionWidget.h"
+#include "platform/glwidgets/XAxisWidget.h"
+#include "platform/glwidgets/YAxisHandler.h"
+#include "platform/gui/ColorSet.h"
+#include "views/VCGLIQDiagram.h"
+
+#include <QDialogButtonBox>
+#include <QDoubleSpinBox>
+#include <QMenu>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+using Samples = std::vector<float>;
+
+struct Range
+{
+    double start;
+    double stop;
+};
+
+/// A diagram of 201 x 101 pixels below a header and above a footer; red points, all else is black.
+struct TestAccess : FrameFixture
+{
+    std::shared_ptr<GLIQDiagram> diagram = std::make_shared<GLIQDiagram>("IQDiagram", nullptr);
+    std::shared_ptr<XAxisWidget> xAxis = std::make_shared<XAxisWidget>("XAxis", nullptr);
+    std::vector<GLIQDiagram::ValueRecord*>& records = diagram->m_records;
+    std::vector<GLIQDiagram::ValueRecord*>& freeRecords = diagram->m_freeRecords;
+    QTimer& timer = diagram->m_autoScaleTimer;
+    QDateTime& lastPaint = diagram->m_lastPaintTime;
+    double& aging = diagram->m_aging;
+    bool& showGrid = diagram->m_showGrid;
+
+    TestAccess()
+    {
+        frame.RemoveWidget(*plot);
+        frame.RemoveWidget(*footer);
+        frame.AddWidget(diagram);
+        frame.AddWidget(footer);
+        frame.resize(201, 25 + 101 + 16);
+        diagram->setXAxisWidget(xAxis);
+        for (int number = 0; number < 200; ++number)
+            ColorSet::Instance()[static_cast<IColorBase::ECOLOR>(number)] = Qt::black;
+        ColorSet::Instance()[IColorBase::colIQPoint] = QColor(255, 0, 0, 9); // alpha: no matter
+    }
+    ~TestAccess() { frame.RemoveWidget(*diagram); }
+    void setRanges(const Range& x, const Range& y)
+    {
+        xAxis->SetRange(x.start, x.stop);
+        diagram->SetYStart(y.start);
+        diagram->SetYStop(y.stop);
+    }
+    void add(Samples samples) { diagram->AddData(samples); }
+    void expectPoints(const QImage& picture, const std::vector<QPointF>& pixels)
+    {
+        QImage expected = Expected({});
+        for (const QPointF& pixel : pixels) {
+            const QPointF at = (pixel + diagram->geometry().topLeft()) * ratio;
+            expected.setPixelColor(int(at.x() + 0.5), int(at.y() + 0.5), Qt::red);
+        }
+        ExpectSamePicture(picture, expected, "points");
+    }
+    static void expectRanges(GLIQDiagram& diagram, const AxisHandler& xAxis, const Samples& ends)
+    {
+        const AxisHandler& yAxis = *diagram.GetYAxisHandler();
+        const double actual[] = {xAxis.GetStartValue(), xAxis.GetStopValue(), yAxis.GetStartValue(),
+                                 yAxis.GetStopValue()};
+        for (std::size_t i = 0; i < 4; ++i)
+            EXPECT_EQ(actual[i], double(ends[i])) << i;
+    }
+    void expectRanges(const Samples& ends) { expectRanges(*diagram, *xAxis, ends); }
+    static std::vector<Samples> samplesIn(const GLIQDiagram& diagram) // newest first
+    {
+        std::vector<Samples> result;
+        for (const auto* record : diagram.m_records)
+            result.push_back(record->m_samples);
+        return result;
+    }
+};
+
+namespace {
+
+constexpr float nan = std::numeric_limits<float>::quiet_NaN();
+constexpr float inf = std::numeric_limits<float>::infinity();
+
+struct IqDiagram : testing::Test, TestAccess
+{};
+
+TEST_F(IqDiagram, LightsOneDevicePixelForEachPointInside)
+{
+    aging = 1e6;
+    add({0, 0, 0.5F, 0.5F});
+    add({0.994F, -0.96F});
+    add({0, 1.03F, 0, -0.99F, -1.1F, 0, 1.01F, 0, nan, 0, 0, inf, 1e30F, -1e30F}); // outside
+    expectPoints(Painted(), {{100, 51}, {150.25, 25.75}, {199.897, 99.48}});
+    setRanges({1, -1}, {1, -1}); // reversed: 100 - 100.5 I and 51 + 50.5 Q
+    expectPoints(Painted(), {{100, 51}, {49.75, 76.25}, {0.103, 2.52}, {100, 1.005}});
+    for (const Range& none :
+         {Range{0, 0}, {nan, 1}, {0, 5e-324}, {-1.7e308, 1.7e308}, {-inf, inf}}) {
+        setRanges(none, {-1, 1});
+        expectPoints(Painted(), {});
+        setRanges({-1, 1}, none);
+        expectPoints(Painted(), {});
+    }
+    setRanges({-1, 1}, {-1, 1});
+    xAxis->SetLength(201);
+    ColorSet::Instance()[IColorBase::colGrid] = Qt::blue;
+    EXPECT_EQ(PaintedWithGL().pixelColor(Expected({}).rect().center()), QColor(Qt::blue));
+    showGrid = false;
+    expectPoints(Painted(), {{100, 51}, {150.25, 25.75}, {199.897, 99.48}});
+}
+
+TEST_F(IqDiagram, DropsTheFirstDataSetThatIsTooOldAndAllBehindIt)
+{
+    struct Case
+    {
+        double aging;          // s
+        std::vector<int> ages; // ms before the end of the previous paint, oldest data set first
+        std::size_t kept;
+    };
+    for (const Case& c : {Case{1.0, {0, 1001, 1000, -5}, 2},
+                          {0.0, {1, 0, -1}, 2},
+                          {2.01, {2010, 2009}, 1}, // 2.01 s are slightly less than 2010 ms
+                          {1.0, {5000}, 0}}) {
+        const QDateTime now = QDateTime::currentDateTime();
+        lastPaint = now.addSecs(-3600);
+        for (const int age : c.ages) {
+            add({0, 0});
+            records.front()->m_time = lastPaint.addMSecs(-age);
+        }
+        aging = c.aging;
+        PaintedWithGL();
+        EXPECT_EQ(records.size(), c.kept);
+        EXPECT_GE(lastPaint, now);
+        aging = -1e9;
+        setRanges({1, 1}, {-1, 1}); // data age on an axis without extent, too
+        PaintedWithGL();
+        EXPECT_EQ(records.size(), 0U);
+    }
+    EXPECT_EQ(freeRecords.size(), 4U);
+    diagram->setXAxisWidget({});
+    const QDateTime before = lastPaint;
+    PaintedWithGL();
+    EXPECT_EQ(lastPaint, before);
+}
+
+TEST_F(IqDiagram, SwapsPairsInAndRecyclesTheOldestOfMoreThan100)
+{
+    Samples data{1, 2, 3};
+    diagram->AddData(data);
+    EXPECT_EQ(data.size(), 3U);
+    add({});
+    for (float i = 0; i < 101; ++i)
+        add({i, -1});
+    EXPECT_EQ(records.size(), 100U);
+    EXPECT_EQ(freeRecords.size(), 1U);
+    const QDateTime before = QDateTime::currentDateTime();
+    data = {-20, 5, 20, 5};
+    diagram->AutoScale();
+    diagram->AddData(data);
+    EXPECT_EQ(data, (Samples{0, -1}));
+    expectRanges({-22, 22, 5, 5}); // of the new samples, not the recycled ones
+    EXPECT_GE(records.front()->m_time, before);
+}
+
+TEST_F(IqDiagram, ScalesBothAxesOnRequest)
+{
+    add({5, 6, 7, 8});
+    expectRanges({-1, 1, -1, 1});
+    diagram->AutoScale();
+    add({-1, 2, 1, -2});
+    expectRanges({-1.1F, 1.1F, -2.2F, 2.2F});
+    add({1, 0, 3, 0});
+    expectRanges({-1.1F, 3.1F, -2.2F, 2.2F});
+    setRanges({-0.3, 0.3}, {-0.7, 0.7}); // is rounded to single precision, too
+    const int period = timer.timerId();
+    diagram->AutoScale(); // neither starts again nor replaces
+    add({0, 0});
+    expectRanges({-0.3F, 0.3F, -0.7F, 0.7F});
+    EXPECT_TRUE(timer.timerId() == period && timer.isSingleShot() && timer.interval() == 1000);
+    timer.stop();
+    diagram->AutoScale();
+    timer.stop(); // the request outlives the period
+    add({100, 7, nan, nan, 200, 7});
+    add({0, 0});
+    expectRanges({95, 205, 7, 7});
+    diagram->setXAxisWidget({});
+    diagram->AutoScale();
+    add({3, 4, 3, 5});
+    expectRanges({95, 205, 3.95F, 5.05F});
+}
+
+TEST_F(IqDiagram, OffersMenuAndSettings)
+{
+    QMenu* menu = diagram->getContextMenu(nullptr, nullptr, 0);
+    EXPECT_EQ(menu, diagram->getContextMenu(nullptr, nullptr, 1));
+    ASSERT_EQ(menu->actions().size(), 2);
+    menu->actions()[1]->trigger();
+    EXPECT_TRUE(timer.isActive());
+    QTimer::singleShot(0, [&] {
+        const auto editors = frame.findChildren<QDoubleSpinBox*>();
+        ASSERT_EQ(editors.size(), 5);
+        for (int i = 0; i < 5; ++i) {
+            EXPECT_EQ(editors[i]->value(), i % 2 || i == 4 ? 1 : -1);
+            EXPECT_EQ(editors[i]->maximum(), i < 4 ? 10000 : 10);
+            editors[i]->setValue((i - 2) * 3);
+        }
+        frame.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+    });
+    menu->actions()[0]->trigger();
+    expectRanges({-6, -3, 0, 3});
+    EXPECT_EQ(aging, 6.0);
+    diagram->SetYStart(-5); // the page left the diagram's own stop alone
+    expectRanges({-6, -3, -5, 1});
+    diagram->slotAcceptPropertyChanges(); // no page: nothing
+}
+
+TEST(IqView, JoinsTheListsToPairsAndBindsItsAxes)
+{
+    values::Tree& tree = values::Tree::Instance();
+    auto& iList = *tree.Create<values::ValueList<double>>("Q/I");
+    auto& qList = *tree.Create<values::ValueList<double>>("Q/Q");
+    auto& trigger = *tree.Create<values::Value<bool>>("Q/Trigger");
+    auto& limit = *tree.Create<values::ValueNumeric<double>>("Q/Limit");
+    auto view = std::make_unique<VCGLIQDiagram>();
+    auto& diagram = dynamic_cast<GLIQDiagram&>(*view->Widgets()[1]);
+    auto& xAxis = dynamic_cast<XAxisWidget&>(*view->Widgets()[2]);
+    view->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(view.get()));
+    const auto repaintsBy = [&](const auto& action) {
+        QCoreApplication::processEvents();
+        const QSignalSpy frames(view.get(), &QOpenGLWidget::frameSwapped);
+        action();
+        QCoreApplication::processEvents();
+        return frames.count();
+    };
+    const auto feed = [&](const std::list<double>& i, const std::list<double>& q) {
+        iList.GetList() = i;
+        qList.GetList() = q;
+        return repaintsBy([&] { trigger.SetValue(true); });
+    };
+    EXPECT_TRUE(view->SetHasChangedTrigger_ValuePath("Q/Trigger"));
+    EXPECT_TRUE(view->SetData1_ValuePath("Q/I"));
+    EXPECT_EQ(feed({1}, {2}), 0);
+    EXPECT_TRUE(view->SetData2_ValuePath("Q/Q"));
+    EXPECT_EQ(feed({1, 2, 3}, {4, 5}), 1);
+    EXPECT_EQ(feed({1}, {4, 5, 6}), 1);
+    EXPECT_EQ(feed({}, {9}), 1);
+    QTest::keyClick(view->focusProxy(), Qt::Key_Space); // pauses
+    EXPECT_EQ(feed({7}, {7}), 0);
+    view->AutoScale();
+    Samples direct{0, 0, 10, 20};
+    EXPECT_EQ(repaintsBy([&] { view->AddData(direct); }), 1);
+    EXPECT_EQ(TestAccess::samplesIn(diagram),
+              (std::vector<Samples>{{0, 0, 10, 20}, {1, 4}, {1, 4, 2, 5, 3, 0}}));
+
+    const auto expectAfterBinding = [&](auto bind, const Samples& ends) {
+        limit.SetValue(limit.GetValue() + 1); // reaches the role that was bound before
+        EXPECT_TRUE((view.get()->*bind)("Q/Limit"));
+        TestAccess::expectRanges(diagram, xAxis, ends);
+    };
+    expectAfterBinding(&VCGLIQDiagram::SetYAxisMax_ValuePath, {-0.5F, 10.5F, -1, 1});
+    expectAfterBinding(&VCGLIQDiagram::SetYAxisMin_ValuePath, {-0.5F, 10.5F, 2, 2});
+    expectAfterBinding(&VCGLIQDiagram::SetXAxisMax_ValuePath, {-0.5F, 3, 3, 2});
+    expectAfterBinding(&VCGLIQDiagram::SetXAxisMin_ValuePath, {4, 4, 3, 2});
+
+    xAxis.SetRange(-1, 1);
+    const QPoint centre = diagram.geometry().center();
+    QTest::mouseClick(view->windowHandle(), Qt::LeftButton, {}, centre);
+    EXPECT_FALSE(view->findChild<CaptionWidget*>()->readout().isEmpty());
+    QMenu* menu = diagram.getContextMenu(nullptr, nullptr, 1);
+    const QSignalSpy shown(menu, &QMenu::aboutToShow);
+    QObject::connect(menu, &QMenu::aboutToShow, menu, &QMenu::close, Qt::QueuedConnection);
+    QContextMenuEvent event(QContextMenuEvent::Mouse, centre, view->mapToGlobal(centre));
+    QCoreApplication::sendEvent(view.get(), &event);
+    EXPECT_EQ(shown.count(), 1);
+    view.reset();
+    EXPECT_EQ(limit.ObserverCount(), 0U);
+    for (const char* path : {"Q/I", "Q/Q", "Q/Trigger", "Q/Limit"})
+        tree.Remove(path);
+}
+
+} // namespace
