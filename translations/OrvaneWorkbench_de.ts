@@ -13,6 +13,44 @@
     </message>
 </context>
 <context>
+    <name>CsvLayout</name>
+    <message>
+        <source>this is text in UTF-16; save it in UTF-8</source>
+        <translation>das ist Text in UTF-16; ihn in UTF-8 speichern</translation>
+    </message>
+    <message>
+        <source>no row of numbers is found; choose a text file with a row for each sample, its cells separated by tabs, semicolons, commas or spaces</source>
+        <translation>keine Zeile mit Zahlen gefunden; eine Textdatei wählen, die für jeden Abtastwert eine Zeile hat, deren Zellen durch Tabulator, Semikolon, Komma oder Leerzeichen getrennt sind</translation>
+    </message>
+    <message>
+        <source>the times in column %1 are not evenly spaced, the samples are shown as if they were</source>
+        <translation>die Zeiten in Spalte %1 haben keine gleichen Abstände, die Abtastwerte werden gezeigt, als hätten sie welche</translation>
+    </message>
+    <message>
+        <source>it says that the sample rate is %1 Hz, not above 0 and up to %2; give the right one by --sample-rate</source>
+        <translation>die Abtastrate ist nach ihren Angaben %1 Hz, nicht über 0 und bis %2; die richtige mit --sample-rate angeben</translation>
+    </message>
+    <message>
+        <source>there is no column &quot;%1&quot;; give a number from 1 to %2 or a name</source>
+        <translation>es gibt keine Spalte „%1“; eine Nummer von 1 bis %2 oder einen Namen angeben</translation>
+    </message>
+    <message>
+        <source>Columns: %1</source>
+        <translation>Spalten: %1</translation>
+    </message>
+</context>
+<context>
+    <name>CsvSource</name>
+    <message>
+        <source>cannot be read (%1)</source>
+        <translation>nicht lesbar (%1)</translation>
+    </message>
+    <message>
+        <source>the row after sample %1 is longer than %2 bytes, what follows is left out</source>
+        <translation>die Zeile nach Abtastwert %1 ist länger als %2 Bytes, was danach kommt, entfällt</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>&amp;File</source>
@@ -272,8 +310,16 @@
         <translation>c oder r, f, s oder u und 8, 16, 32 oder 64 angeben, etwa cf32 oder cu8</translation>
     </message>
     <message>
-        <source>Recording to play: SigMF, WAV, FLAC, AIFF and others, raw samples.</source>
-        <translation>Aufnahme, die gespielt wird: SigMF, WAV, FLAC, AIFF und andere, rohe Abtastwerte.</translation>
+        <source>Recording to play: SigMF, WAV, FLAC, AIFF and others, CSV, raw samples.</source>
+        <translation>Aufnahme, die gespielt wird: SigMF, WAV, FLAC, AIFF und andere, CSV, rohe Abtastwerte.</translation>
+    </message>
+    <message>
+        <source>Takes the file for separated values and plays its columns &lt;LIST&gt;, numbers from 1 or names between commas; else all columns of numbers but the time.</source>
+        <translation>Nimmt die Datei als getrennte Werte (CSV) und spielt ihre Spalten &lt;LIST&gt;, Nummern ab 1 oder Namen zwischen Kommas; sonst alle Spalten mit Zahlen außer der Zeit.</translation>
+    </message>
+    <message>
+        <source>give 1 to %1 numbers or names between commas</source>
+        <translation>1 bis %1 Nummern oder Namen zwischen Kommas angeben</translation>
     </message>
     <message>
         <source>Shows a signal over time and as an eye: a recording, or a built-in data signal when no file is given.</source>

@@ -1,9 +1,12 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/sources/Recording.h"
+
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <gtest/gtest.h>
 #include <sndfile.h>
 
 #include <cmath>
@@ -47,3 +50,27 @@ inline std::vector<double> sine(std::size_t count, double samplesPerPeriod = 40.
             0.5 * std::sin(6.283185307179586 * (static_cast<double>(i) + 0.3) / samplesPerPeriod);
     return samples;
 }
+
+inline std::vector<double> readAll(SignalSource& source, std::size_t blockLength)
+{
+    std::vector<double> all;
+    std::vector<double> block;
+    while (source.read(block, blockLength) > 0)
+        all.insert(all.end(), block.begin(), block.end());
+    return all;
+}
+
+struct Recordings : testing::Test, TestFolder
+{
+    std::unique_ptr<SignalSource> open(const QString& name, const Recording::Options& options = {})
+    {
+        Recording recording = Recording::open(name, options);
+        why = recording.why;
+        notices = recording.notices;
+        details = recording.details;
+        return std::move(recording.source);
+    }
+    QString why;
+    QStringList notices;
+    QStringList details;
+};

@@ -1,7 +1,6 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "Recordings.h"
 #include "workbench/sources/NrzSource.h"
-#include "workbench/sources/Recording.h"
 
 #include <archive.h>
 #include <archive_entry.h>
@@ -12,30 +11,6 @@
 #include <limits>
 
 namespace {
-
-std::vector<double> readAll(SignalSource& source, std::size_t blockLength)
-{
-    std::vector<double> all;
-    std::vector<double> block;
-    while (source.read(block, blockLength) > 0)
-        all.insert(all.end(), block.begin(), block.end());
-    return all;
-}
-
-struct Recordings : testing::Test, TestFolder
-{
-    std::unique_ptr<SignalSource> open(const QString& name, const Recording::Options& options = {})
-    {
-        Recording recording = Recording::open(name, options);
-        why = recording.why;
-        notices = recording.notices;
-        details = recording.details;
-        return std::move(recording.source);
-    }
-    QString why;
-    QStringList notices;
-    QStringList details;
-};
 
 TEST_F(Recordings, ComeThroughInEveryFormatWithAnyNumberOfChannels)
 {

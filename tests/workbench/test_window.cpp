@@ -148,7 +148,7 @@ TEST_F(Window, OpensWhatIsDroppedOrSaysWhatIsWrongWithIt)
     writeFile(path("letter.txt"), "Dear reader");
     drop({QUrl::fromLocalFile(path("letter.txt"))});
     EXPECT_TRUE(notice->isVisible());
-    EXPECT_TRUE(notice->text().startsWith(path("letter.txt") + ": not a recording"));
+    EXPECT_TRUE(notice->text().startsWith(path("letter.txt") + ": no row of numbers"));
     EXPECT_EQ(window->feed().source()->name(), "Built-in NRZ signal"); // goes on
 
     dropSine(2, 16000);

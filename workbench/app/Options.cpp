@@ -35,13 +35,17 @@ void describe(QCommandLineParser& parser)
         {{QStringLiteral("v"), QStringLiteral("version")}, Text::tr("Shows the version.")});
     parser.addPositionalArgument(QStringLiteral("FILE"),
                                  Text::tr("Recording to play: SigMF, WAV, FLAC, AIFF and others, "
-                                          "raw samples."),
+                                          "CSV, raw samples."),
                                  QStringLiteral("[FILE]"));
     add("format",
         Text::tr("Takes the file for raw samples of <NAME>: cf32, cs16, cu8, cs8, rf32, rs16 and "
                  "so on, _be for big endian; else endings such as .cu8 say it."),
         "NAME");
     add("sample-rate", Text::tr("Sample rate in hertz, whatever the recording says."), "HZ");
+    add("columns",
+        Text::tr("Takes the file for separated values and plays its columns <LIST>, numbers from 1 "
+                 "or names between commas; else all columns of numbers but the time."),
+        "LIST");
     add("info", Text::tr("Prints what is known of the recording and ends."), nullptr);
     add("channel",
         Text::tr(
@@ -140,6 +144,11 @@ Options readOptions(Reader& reader)
             reader.reject("format", Text::tr("give c or r; f, s or u; 8, 16, 32 or 64, such as "
                                              "cf32 or cu8"));
     }
+    options.recording.columns = reader.text("columns").split(QLatin1Char(','), Qt::SkipEmptyParts);
+    const int columnCount = options.recording.columns.size();
+    if (reader.isSet("columns") && (columnCount == 0 || columnCount > maxChannel))
+        reader.reject("columns",
+                      Text::tr("give 1 to %1 numbers or names between commas").arg(maxChannel));
     options.isInfo = reader.isSet("info");
     options.channel = reader.wholeNumber("channel", 1, maxChannel).value_or(options.channel);
     options.eyeSymbolCount = reader.wholeNumber("eye-symbols", 1, EyeCut::maxSymbolCount)
@@ -232,7 +241,7 @@ Options::Result Options::parse(const QStringList& arguments)
         return wrong(tr("command line: the name of the file is empty; name a recording"));
     options.file = files.value(0);
     const bool isRecording = !options.file.isEmpty();
-    for (const char* name : {"channel", "format", "sample-rate", "info"}) {
+    for (const char* name : {"channel", "format", "sample-rate", "columns", "info"}) {
         if (!isRecording && reader.isSet(name))
             return wrong(
                 tr("--%1: only recordings have it; name one").arg(QString::fromLatin1(name)));

@@ -2,6 +2,7 @@
 #include "workbench/sources/Recording.h"
 
 #include "workbench/sources/AudioSource.h"
+#include "workbench/sources/CsvSource.h"
 #include "workbench/sources/RawSource.h"
 #include "workbench/sources/Sigmf.h"
 
@@ -29,6 +30,8 @@ Recording Recording::openFile(const QString& fileName, const Options& options)
         layout.sampleRate = recording.orAssumed(options.sampleRate);
         layout.end = file.size();
         RawSource::open(recording, file.fileName(), fileName, layout);
+    } else if (!options.columns.isEmpty() || CsvSource::isCsv(fileName)) {
+        CsvSource::open(recording, fileName, options);
     } else {
         recording.source = AudioSource::open(fileName, options.sampleRate, recording.why);
     }

@@ -19,8 +19,8 @@ public:
     static constexpr double maxSampleRate = 1e12;     ///< Hz
     static constexpr double assumedSampleRate = 48e3; ///< Hz, where it is not known
 
-    /// Opens a file. Its ending or the options say what it is: SigMF, raw samples, or a
-    /// format that libsndfile reads.
+    /// Opens a file. Its ending or the options say what it is: SigMF, raw samples,
+    /// separated values, or a format that libsndfile reads.
     static Recording open(const QString& fileName, const Options& options);
 
     /// What stands in the way of reading a file, whatever is in it; empty when nothing does.
@@ -43,4 +43,5 @@ struct Recording::Options
 {
     std::optional<SampleFormat> format; ///< the file is raw samples of it
     std::optional<double> sampleRate;   ///< Hz, > 0, at most maxSampleRate
+    QStringList columns; ///< of separated values, by number from 1 or by name; empty: the usual
 };

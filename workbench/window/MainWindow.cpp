@@ -36,7 +36,8 @@ constexpr double fullScale = 1.1; // a little more than the largest level
 constexpr const char* recordingPatterns =
     " (*.wav *.w64 *.rf64 *.flac *.aif *.aiff *.aifc *.au *.snd *.caf *.ogg *.oga *.opus *.mp3"
     " *.mat *.voc *.wv *.sd2 *.svx *.nist *.sph *.xi *.htk *.avr *.paf *.pvf"
-    " *.sigmf *.sigmf-meta *.sigmf-data *.cu8 *.cs8 *.cs16 *.cf32 *.fc32 *.iq *.s16 *.f32)";
+    " *.sigmf *.sigmf-meta *.sigmf-data *.cu8 *.cs8 *.cs16 *.cf32 *.fc32 *.iq *.s16 *.f32 *.csv "
+    "*.tsv *.txt)";
 
 /// First local file of a drag, empty when there is none.
 QString droppedFile(const QMimeData* data)

@@ -1,0 +1,127 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "Recordings.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+const double none = std::nan("");
+
+TEST_F(Recordings, OfSeparatedValuesAreAsTheirHeadsSay)
+{
+    struct
+    {
+        QByteArray text;
+        const char* columns; // wanted
+        double sampleRate;
+        int channelCount; // negative: complex ones
+        std::vector<double> values;
+    } const rows[] = {
+        // Separators, decimal commas, line ends and blanks; the last row may lack its end.
+        {"1.5\n-2e1\n+3", "", 48e3, 1, {1.5, -20, 3}},
+        {"1,2,3\r\n4,5,6\r\n\r\n", "", 48e3, 3, {1, 2, 3, 4, 5, 6}},
+        {"a;b\n0,5;-1,25\n1;2\n", "", 48e3, 2, {0.5, -1.25, 1, 2}},
+        {"\"a\",\"b\"\n\"0,5\",\"1\"\n\"1,5\",\"2\"\n", "", 48e3, 2, {0.5, 1, 1.5, 2}},
+        {"a\tb\r1\t2\r3\t4\r", "", 48e3, 2, {1, 2, 3, 4}},
+        {"1.5 | 2 | 3\n4|5|6", "", 48e3, 3, {1.5, 2, 3, 4, 5, 6}},
+        {"# a b c\n  1   2 3\n  4   5 6\n", "", 48e3, 3, {1, 2, 3, 4, 5, 6}},
+        {"\xef\xbb\xbf\x31,5\n2,6\n3,9\n", "", 48e3, -1, {1, 5, 2, 6, 3, 9}},
+        // Columns of time, whatever its unit, or of a count.
+        {"Time,V\n0,5\n0.001,6\n0.002,7\n", "", 1e3, 1, {5, 6, 7}},
+        {"Zeit;U\n\xb5s;V\n0;5\n0,5;6\n1;7\n", "", 2e6, 1, {5, 6, 7}},
+        {"t/ms;U/V\n-20;5\n-10;6\n0;7\n", "", 100, 1, {5, 6, 7}},
+        {"V,Time [min]\n5,1\n6,21\n7,41\n", "", 1.0 / 1200, 1, {5, 6, 7}},
+        {"0.000,5\n0.003,6\n0.007,7\n0.010,8\n0.013,4\n",
+         "",
+         48e3,
+         -1,
+         {0, 5, 0.003, 6, 0.007, 7, 0.010, 8, 0.013, 4}},
+        {"0.1,5,1\n0.2,6,2\n0.3,7,4\n0.4,8,9\n", "", 10, 2, {5, 1, 6, 2, 7, 4, 8, 9}},
+        {",a\n0,5\n1,6\n2,9\n3,9", "", 48e3, 1, {5, 6, 9, 9}},
+        {"x,y\n3,5\n1,6\n2,7\n", "", 48e3, 2, {3, 5, 1, 6, 2, 7}}, // x is no time
+        {"X,A,Start,Increment,\nSequence,Volt,-1,5e-10\n0,5,\n1,6,\n2,7,\n3,8,\n",
+         "",
+         2e9,
+         1,
+         {5, 6, 7, 8}},
+        // A preamble; cells that are missing or no numbers; text columns.
+        {"Model,Z,\nSample Rate,250000\nScale,2,2\n,,\nLabel,,\nA,B\n5,6\n7,8\n9,5\n1,1\n2,2\n",
+         "",
+         250e3,
+         2,
+         {5, 6, 7, 8, 9, 5, 1, 1, 2, 2}},
+        {"a,b\n1,2\n,3\nover,4\n5\n6,7\n", "", 48e3, 2, {1, 2, none, 3, none, 4, 5, none, 6, 7}},
+        {"when,a\n12:00:01,5\n12:00:02,6\n12:00:03,7\n", "", 48e3, 1, {5, 6, 7}},
+        {"a\n1\nnan\n-inf\n1e999\n", "", 48e3, 1, {1, none, -HUGE_VAL, HUGE_VAL}},
+        // I and Q, and chosen columns.
+        {"t,Re,Im\n0,5,1\n0.1,6,2\n0.2,7,4\n", "", 10, -1, {5, 1, 6, 2, 7, 4}},
+        {"t,Q,a,I\n0,5,1,0\n0.1,6,2,1\n", "I,Q", 10, -1, {0, 5, 1, 6}},
+        {"t,5,2\n0,5,1\n0.1,6,2\n", "3,2,1", 10, 3, {1, 5, 0, 2, 6, 0.1}}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text.constData());
+        writeFile(path("a.csv"), row.text);
+        Recording::Options options;
+        options.columns = QString(row.columns).split(',', Qt::SkipEmptyParts);
+        const auto source = open(path("a.csv"), options);
+        ASSERT_TRUE(source) << qPrintable(why);
+        EXPECT_DOUBLE_EQ(source->sampleRate(), row.sampleRate);
+        EXPECT_EQ(source->channelCount() * (source->isComplex() ? -1 : 1), row.channelCount);
+        EXPECT_EQ(source->sampleCount(),
+                  static_cast<std::int64_t>(row.values.size()) / source->valueCount());
+        EXPECT_THAT(readAll(*source, 2),
+                    testing::Pointwise(testing::NanSensitiveDoubleEq(), row.values));
+    }
+}
+
+TEST_F(Recordings, OfSeparatedValuesThatCannotBeReadSayWhy)
+{
+    const std::tuple<QByteArray, const char*, const char*> rows[] = {
+        {"a,b\nc,d\n", "", "no row of numbers"},
+        {QByteArray(5000, '\0'), "", "no row of numbers"},
+        {QByteArray(2 << 20, '"'), "", "no row of numbers"},
+        {"\xff\xfe"
+         "1\0\n\0",
+         "", "UTF-16"},
+        {"t,a\n0,1\n1e-15,2\n2e-15,3\n", "", "the sample rate is 1e+15 Hz"},
+        {"a,b\n1,2\n", "c", "no column \"c\""},
+        {"a,b\n1,2\n", "0", "no column \"0\""},
+        {"a,b\n1,2\n", "3", "no column \"3\""}};
+    for (const auto& [text, columns, says] : rows) {
+        writeFile(path("a.csv"), text);
+        Recording::Options options;
+        options.columns = QString(columns).split(',', Qt::SkipEmptyParts);
+        EXPECT_FALSE(open(path("a.csv"), options)) << says;
+        EXPECT_THAT(why.toStdString(), testing::HasSubstr(says));
+    }
+}
+
+TEST_F(Recordings, OfSeparatedValuesMayBeLong)
+{
+    constexpr int count = 300000;
+    for (const bool isCounted : {true, false}) { // the rows of too long a file are not
+        QByteArray text("Value,Note\n");
+        for (int i = 0; i < count; ++i)
+            text += QByteArray::number(i % 1000) + (isCounted ? "" : QByteArray(120, ' ')) +
+                    (i % 7 ? "\n" : ",\"two\nlines, one cell\"\n");
+        writeFile(path("a.csv"), text);
+        const auto source = open(path("a.csv"));
+        ASSERT_TRUE(source) << qPrintable(why);
+        EXPECT_EQ(source->sampleCount().has_value(), isCounted);
+        std::vector<double> block;
+        for (const std::int64_t position : {200001, 5, 0, 299998, 123456, 123457}) {
+            ASSERT_TRUE(source->seek(position));
+            EXPECT_EQ(source->read(block, 2), 2U);
+            EXPECT_EQ(block[1], static_cast<double>((position + 1) % 1000));
+            EXPECT_EQ(source->position(), position + 2);
+        }
+        EXPECT_FALSE(source->seek(count + 1));
+        EXPECT_EQ(source->sampleCount(), count);
+        EXPECT_EQ(source->position(), 123459);
+        EXPECT_EQ(source->read(block, 1), 1U);
+        EXPECT_EQ(block[0], 459.0);
+        EXPECT_TRUE(source->seek(count));
+        EXPECT_EQ(source->read(block, 1), 0U);
+    }
+}
+
+} // namespace

@@ -1,0 +1,355 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/sources/CsvLayout.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr char separators[] = {'\t', ';', '|', ',', ' '};
+constexpr std::size_t maxJudgedRowCount = 100;
+constexpr int maxPreambleLength = 100;
+
+QString textOf(std::string_view bytes)
+{
+    const auto size = static_cast<int>(bytes.size());
+    const QString text = QString::fromUtf8(bytes.data(), size);
+    // What is not UTF-8 is most often an older encoding's sign for micro.
+    return text.contains(QChar::ReplacementCharacter) ? QString::fromLatin1(bytes.data(), size)
+                                                      : text;
+}
+
+QStringList textsOf(const CsvRows::Row& row)
+{
+    QStringList texts;
+    for (std::size_t i = 0; i < row.size(); ++i)
+        texts += textOf(row.cell(i)).simplified();
+    return texts;
+}
+
+/// The last rows of a file's beginning are most certain to be numbers, not what comes before.
+std::size_t firstJudged(const std::vector<CsvRows::Row>& rows)
+{
+    return rows.size() - std::clamp<std::size_t>(rows.size() / 4, 1, maxJudgedRowCount);
+}
+
+std::size_t numberCount(const std::vector<CsvRows::Row>& rows)
+{
+    std::size_t count = 0;
+    for (std::size_t r = rows.empty() ? 0 : firstJudged(rows); r < rows.size(); ++r) {
+        for (std::size_t i = 0; i < rows[r].size(); ++i)
+            count += rows[r].number(i).has_value();
+    }
+    return count;
+}
+
+bool isAmong(const QString& word, std::initializer_list<const char*> words)
+{
+    return std::any_of(words.begin(), words.end(),
+                       [&word](const char* other) { return word == QString::fromUtf8(other); });
+}
+
+/// Seconds of a unit of time; 1 for a word that is none.
+double secondsOf(const QString& unit)
+{
+    struct
+    {
+        std::initializer_list<const char*> names;
+        double seconds;
+    } const units[] = {{{"ms", "msec", "millisecond", "milliseconds"}, 1e-3},
+                       {{"us", "\u00b5s", "\u03bcs", "usec", "microsecond", "microseconds"}, 1e-6},
+                       {{"ns", "nsec", "nanosecond", "nanoseconds"}, 1e-9},
+                       {{"ps"}, 1e-12},
+                       {{"min", "minutes"}, 60.0},
+                       {{"h", "hours"}, 3600.0}};
+    for (const auto& candidate : units) {
+        if (isAmong(unit, candidate.names))
+            return candidate.seconds;
+    }
+    return 1.0;
+}
+
+bool isTime(const QStringList& words)
+{
+    return isAmong(words.value(0), {"t", "x", "s", "sec", "second", "seconds", "ms", "us"}) ||
+           std::any_of(words.begin(), words.end(), [](const QString& word) {
+               return isAmong(word, {"time", "timestamp", "zeit"});
+           });
+}
+
+bool isCounter(const QStringList& words)
+{
+    return std::any_of(words.begin(), words.end(), [](const QString& word) {
+        return isAmong(word, {"index", "sequence", "sample", "samples", "number", "nr", "no", "n",
+                              "point", "points"});
+    });
+}
+
+QStringList wordsOf(const QString& text)
+{
+    static const QRegularExpression gap(QStringLiteral("[^\\p{L}]+"));
+    return text.toLower().split(gap, Qt::SkipEmptyParts);
+}
+
+/// A rate without what rounded times add to it: itself or its inverse with fewest digits.
+double roundRate(double rate)
+{
+    constexpr double tolerance = 1e-6; // of the rate
+    for (int digits = 1; digits < 9; ++digits) {
+        const auto round = [digits](double x) {
+            return QString::number(x, 'g', digits).toDouble();
+        };
+        for (const double rounded : {round(rate), 1.0 / round(1.0 / rate)}) {
+            if (std::abs(rounded - rate) <= tolerance * rate)
+                return rounded;
+        }
+    }
+    return rate;
+}
+
+} // namespace
+
+/// How a column's numbers follow one another.
+struct CsvLayout::Ramp
+{
+    /// As only a count or a clock is; fewer numbers may be so by chance.
+    bool isSteady() const { return isRising && deviation < 0.1 && count >= 4; }
+    bool countsRows() const { return isSteady() && step == 1.0; }
+
+    std::size_t count = 0;
+    bool isRising = false; // never falls, and ends higher than it starts
+    double step = 0.0;
+    double deviation = 0.0; // most from even steps, steps
+};
+
+CsvLayout CsvLayout::of(const QByteArray& text, bool isWhole, const Recording::Options& options)
+{
+    CsvLayout layout;
+    if (text.startsWith("\xff\xfe") || text.startsWith("\xfe\xff")) {
+        layout.why = tr("this is text in UTF-16; save it in UTF-8");
+        return layout;
+    }
+    layout.begin = text.startsWith("\xef\xbb\xbf") ? 3 : 0;
+    layout.split(text.mid(static_cast<int>(layout.begin)), isWhole);
+    layout.findNumbers();
+    if (layout.m_numeric.empty()) {
+        layout.why = tr("no row of numbers is found; choose a text file with a row for each "
+                        "sample, its cells separated by tabs, semicolons, commas or spaces");
+        return layout;
+    }
+    layout.findNames();
+    layout.findTime(options);
+    layout.chooseColumns(options.columns);
+    layout.m_rows.clear();
+    return layout;
+}
+
+// The separator is the one that finds most numbers; of equals, the first.
+void CsvLayout::split(const QByteArray& text, bool isWhole)
+{
+    std::size_t best = 0;
+    for (const char candidate : separators) {
+        std::vector<CsvRows::Row> rows;
+        CsvRows splitter(candidate, [&rows](const CsvRows::Row& row) { rows.push_back(row); });
+        if (splitter.take(text.constData(), static_cast<std::size_t>(text.size())) && isWhole)
+            splitter.finish();
+        const std::size_t count = numberCount(rows);
+        if (count > best) {
+            best = count;
+            separator = candidate;
+            m_rows = std::move(rows);
+        }
+    }
+}
+
+void CsvLayout::findNumbers()
+{
+    if (m_rows.empty())
+        return;
+    const std::size_t first = firstJudged(m_rows);
+    for (std::size_t r = first; r < m_rows.size(); ++r)
+        m_width = std::max(m_width, m_rows[r].size());
+    for (std::size_t column = 0; column < m_width; ++column) {
+        const auto count =
+            std::count_if(m_rows.begin() + static_cast<std::ptrdiff_t>(first), m_rows.end(),
+                          [column](const auto& row) { return row.number(column).has_value(); });
+        if (2 * static_cast<std::size_t>(count) > m_rows.size() - first)
+            m_numeric.push_back(column);
+    }
+    std::size_t row = 0;
+    while (row < m_rows.size() &&
+           !(isNumbers(row) && (row + 1 == m_rows.size() || isNumbers(row + 1))))
+        ++row;
+    firstRow = static_cast<std::int64_t>(row);
+    if (row == m_rows.size())
+        m_numeric.clear();
+}
+
+/// Whether a row has numbers where the last ones have them, and nothing else there.
+bool CsvLayout::isNumbers(std::size_t row) const
+{
+    const CsvRows::Row& cells = m_rows[row];
+    const auto isNumber = [&cells](std::size_t column) { return cells.number(column).has_value(); };
+    const auto isAllowed = [&](std::size_t i) { return isNumber(i) || cells.cell(i).empty(); };
+    return std::any_of(m_numeric.begin(), m_numeric.end(), isNumber) &&
+           std::all_of(m_numeric.begin(), m_numeric.end(), isAllowed);
+}
+
+/// Whether a row has something to say of each column of numbers; the first may be a bare index.
+bool CsvLayout::isNames(std::size_t row) const
+{
+    return std::all_of(m_numeric.begin() + (m_numeric.size() > 1 ? 1 : 0), m_numeric.end(),
+                       [&](std::size_t i) { return !m_rows[row].cell(i).empty(); });
+}
+
+void CsvLayout::findNames()
+{
+    auto row = static_cast<std::size_t>(firstRow);
+    const auto takeRow = [&](QStringList& texts) {
+        texts = textsOf(m_rows[--row]);
+        if (texts.value(0).startsWith(QLatin1Char('#'))) // a comment for some programs
+            texts[0] = texts[0].mid(1).simplified();
+        if (texts.value(0).isEmpty() && texts.size() > static_cast<int>(m_width))
+            texts.removeFirst();
+    };
+    if (row > 0 && isNames(row - 1))
+        takeRow(m_names);
+    if (!m_names.isEmpty() && row > 0 && isNames(row - 1)) {
+        m_units = m_names;
+        takeRow(m_names);
+    }
+    for (std::size_t i = 0; i < row && i < maxPreambleLength; ++i) {
+        QStringList texts = textsOf(m_rows[i]);
+        texts.removeAll(QString());
+        if (const QString key = texts.value(0); !key.isEmpty())
+            details += key + QStringLiteral(": ") + texts.mid(1).join(QStringLiteral(", "));
+    }
+}
+
+CsvLayout::Ramp CsvLayout::ramp(std::size_t column) const
+{
+    std::vector<double> values;
+    for (auto i = static_cast<std::size_t>(firstRow); i < m_rows.size(); ++i)
+        values.push_back(m_rows[i].number(column).value_or(std::nan("")));
+    if (!std::isfinite(values.back()) && values.size() > 1) // the last row may be cut off
+        values.pop_back();
+    Ramp ramp;
+    ramp.count = values.size();
+    const double distance = values.back() - values.front();
+    ramp.step = distance / static_cast<double>(values.size() - 1);
+    ramp.isRising = distance > 0.0 && std::isfinite(ramp.step);
+    for (std::size_t i = 1; i < values.size() && ramp.isRising; ++i) {
+        const double even = values.front() + static_cast<double>(i) * ramp.step;
+        ramp.isRising = values[i] >= values[i - 1]; // NaN is not
+        ramp.deviation = std::max(ramp.deviation, std::abs(values[i] - even) / ramp.step);
+    }
+    return ramp;
+}
+
+void CsvLayout::findTime(const Recording::Options& options)
+{
+    double seconds = 0.0; // of a row
+    for (const std::size_t column : m_numeric) {
+        if (m_time || m_numeric.size() == 1)
+            break;
+        const QStringList texts = words(column);
+        const bool isNamed = isTime(texts) || isCounter(texts);
+        const Ramp steps = ramp(column);
+        const bool hasTime =
+            isNamed ? steps.isRising
+                    : texts.isEmpty() && column == m_numeric.front() && steps.isSteady();
+        if (!hasTime || (isCounter(texts) && !steps.countsRows()))
+            continue;
+        m_time = column;
+        if (isCounter(texts) || (texts.isEmpty() && steps.countsRows()))
+            continue;
+        seconds = steps.step * secondsOf(texts.isEmpty() ? QString() : texts.last());
+        if (steps.deviation > 1.0)
+            notices += tr("the times in column %1 are not evenly spaced, the samples are shown as "
+                          "if they were")
+                           .arg(title(column));
+    }
+    sampleRate = options.sampleRate ? options.sampleRate : statedRate();
+    if (!options.sampleRate && seconds > 0.0)
+        sampleRate = roundRate(1.0 / seconds);
+    if (sampleRate && !(*sampleRate > 0.0 && *sampleRate <= Recording::maxSampleRate))
+        why = tr("it says that the sample rate is %1 Hz, not above 0 and up to %2; give the right "
+                 "one by --sample-rate")
+                  .arg(*sampleRate)
+                  .arg(Recording::maxSampleRate);
+}
+
+/// The rate that the preamble says, or a name with a number below it; none where there is none.
+std::optional<double> CsvLayout::statedRate() const
+{
+    const auto rateOf = [](const QString& key, const QString& value) -> std::optional<double> {
+        const QStringList texts = wordsOf(key);
+        bool isNumber = false;
+        const double number = value.toDouble(&isNumber);
+        if (!isNumber)
+            return std::nullopt;
+        if (texts.contains(QStringLiteral("increment")) ||
+            texts.join(QLatin1Char(' ')).startsWith(QLatin1String("sample interval")))
+            return roundRate(1.0 / number);
+        const bool isRate = texts.contains(QStringLiteral("rate")) &&
+                            texts.value(0).startsWith(QLatin1String("sampl"));
+        return isRate ? std::optional<double>(number) : std::nullopt;
+    };
+    for (const QString& line : details) {
+        const int colon = line.lastIndexOf(QLatin1String(": "));
+        if (const auto rate = rateOf(line.left(colon), line.mid(colon + 2)))
+            return rate;
+    }
+    for (int i = 0; i < m_names.size(); ++i) {
+        if (const auto rate = rateOf(m_names[i], m_units.value(i)))
+            return rate;
+    }
+    return std::nullopt;
+}
+
+QStringList CsvLayout::words(std::size_t column) const
+{
+    const auto i = static_cast<int>(column);
+    return wordsOf(m_names.value(i) + QLatin1Char(' ') + m_units.value(i));
+}
+
+QString CsvLayout::title(std::size_t column) const
+{
+    const auto i = static_cast<int>(column);
+    const QString name = m_names.value(i).isEmpty() ? QString::number(i + 1) : m_names.value(i);
+    return m_units.value(i).isEmpty() ? name : name + QStringLiteral(" (%1)").arg(m_units.value(i));
+}
+
+void CsvLayout::chooseColumns(const QStringList& wanted)
+{
+    for (const std::size_t column : m_numeric) {
+        if (wanted.isEmpty() && column != m_time)
+            columns.push_back(column);
+    }
+    for (const QString& name : wanted) {
+        bool isNumber = false;
+        int column = name.toInt(&isNumber) - 1;
+        if (!isNumber)
+            column = m_names.indexOf(name);
+        if (column < 0 || column >= static_cast<int>(m_width)) {
+            why = tr("there is no column \"%1\"; give a number from 1 to %2 or a name")
+                      .arg(name)
+                      .arg(m_width);
+            return;
+        }
+        columns.push_back(static_cast<std::size_t>(column));
+    }
+    if (columns.size() == 2) {
+        const QString first = words(columns[0]).value(0);
+        const QString second = words(columns[1]).value(0);
+        isComplex = (isAmong(first, {"i", "re", "real", "inphase"}) &&
+                     isAmong(second, {"q", "im", "imag", "imaginary", "quadrature"})) ||
+                    (wanted.isEmpty() && m_names.isEmpty() && !m_time);
+    }
+    QStringList titles;
+    for (const std::size_t column : columns)
+        titles += title(column);
+    details += tr("Columns: %1").arg(titles.join(QStringLiteral(", ")));
+}

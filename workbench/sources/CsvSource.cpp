@@ -1,0 +1,144 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/sources/CsvSource.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+namespace {
+
+constexpr std::int64_t headSize = 256 << 10;   // bytes, enough to know the layout from
+constexpr std::int64_t countedSize = 32 << 20; // of files whose rows are counted at once
+constexpr std::int64_t markDistance = 1 << 20; // bytes
+constexpr std::size_t maxBlockValueCount = 1 << 18;
+
+} // namespace
+
+bool CsvSource::isCsv(const QString& fileName)
+{
+    const QString ending = QFileInfo(fileName).suffix().toLower();
+    return ending == QLatin1String("csv") || ending == QLatin1String("tsv") ||
+           ending == QLatin1String("txt");
+}
+
+void CsvSource::open(Recording& recording, const QString& fileName,
+                     const Recording::Options& options)
+{
+    std::unique_ptr<CsvSource> source(new CsvSource(fileName));
+    if (!source->m_file.open(QIODevice::ReadOnly)) {
+        recording.why = tr("cannot be read (%1)").arg(source->m_file.errorString());
+        return;
+    }
+    const QByteArray head = source->m_file.read(headSize);
+    source->m_layout = CsvLayout::of(head, source->m_file.atEnd(), options);
+    const CsvLayout& layout = source->m_layout;
+    recording.why = layout.why;
+    recording.notices = layout.notices;
+    recording.details = layout.details;
+    if (!layout.why.isEmpty())
+        return;
+    source->m_sampleRate = recording.orAssumed(layout.sampleRate);
+    source->m_marks = {{-layout.firstRow, layout.begin}};
+    source->start(source->m_marks.front());
+    if (source->m_file.size() <= countedSize)
+        source->seek(std::numeric_limits<std::int64_t>::max()); // counts on the way
+    if (source->m_isBroken)
+        recording.notices += tr("the row after sample %1 is longer than %2 bytes, what follows is "
+                                "left out")
+                                 .arg(source->m_count.value_or(0))
+                                 .arg(CsvRows::maxRowSize);
+    recording.source = std::move(source);
+}
+
+CsvSource::CsvSource(const QString& fileName)
+    : m_file(fileName)
+{}
+
+CsvSource::~CsvSource() = default;
+
+QString CsvSource::name() const { return QFileInfo(m_file.fileName()).fileName(); }
+
+int CsvSource::channelCount() const
+{
+    return m_layout.isComplex ? 1 : static_cast<int>(m_layout.columns.size());
+}
+
+void CsvSource::start(const Mark& mark)
+{
+    m_rows = std::make_unique<CsvRows>(m_layout.separator,
+                                       [this](const CsvRows::Row& row) { takeRow(row); });
+    m_file.seek(mark.offset);
+    m_next = mark.sample;
+    m_ahead.clear();
+    m_used = 0;
+}
+
+void CsvSource::takeRow(const CsvRows::Row& row)
+{
+    if (m_next++ < m_position)
+        return;
+    for (const std::size_t column : m_layout.columns)
+        m_ahead.push_back(row.number(column).value_or(std::numeric_limits<double>::quiet_NaN()));
+}
+
+/// Reads a little more of the file; false at its end.
+bool CsvSource::readOn()
+{
+    char bytes[4096];
+    const qint64 size = m_file.readLine(bytes, sizeof bytes);
+    if (size > 0 && m_rows->take(bytes, static_cast<std::size_t>(size))) {
+        const std::int64_t offset = m_file.pos();
+        if (offset >= m_marks.back().offset + markDistance && m_rows->isBetweenRows())
+            m_marks.push_back({m_next, offset});
+        return true;
+    }
+    m_isBroken = size > 0;
+    if (!m_isBroken)
+        m_rows->finish();
+    m_count = std::max<std::int64_t>(m_next, 0);
+    return false;
+}
+
+std::size_t CsvSource::read(std::vector<double>& block, std::size_t count)
+{
+    const std::size_t columns = m_layout.columns.size();
+    count = std::min(count, std::max<std::size_t>(maxBlockValueCount / columns, 1));
+    m_ahead.erase(m_ahead.begin(), m_ahead.begin() + static_cast<std::ptrdiff_t>(m_used));
+    m_used = 0;
+    while (available() < count && readOn()) {
+    }
+    const std::size_t samples = std::min(count, available());
+    m_used = samples * columns;
+    block.assign(m_ahead.begin(), m_ahead.begin() + static_cast<std::ptrdiff_t>(m_used));
+    m_position += static_cast<std::int64_t>(samples);
+    return samples;
+}
+
+/// The last mark that is not after a sample.
+CsvSource::Mark CsvSource::markBefore(std::int64_t sample) const
+{
+    const auto isLater = [](std::int64_t wanted, const Mark& mark) { return wanted < mark.sample; };
+    return *std::prev(std::upper_bound(std::next(m_marks.begin()), m_marks.end(), sample, isLater));
+}
+
+bool CsvSource::seek(std::int64_t position)
+{
+    if (position < 0 || (m_count && position > *m_count))
+        return false;
+    const std::int64_t before = std::exchange(m_position, position);
+    const Mark mark = markBefore(position);
+    if (position < m_next || mark.sample > m_next)
+        start(mark);
+    m_ahead.clear();
+    m_used = 0;
+    while (m_next < position && readOn()) {
+    }
+    if (m_next >= position)
+        return true;
+    m_position = before;
+    start(markBefore(before));
+    return false;
+}

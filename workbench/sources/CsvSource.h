@@ -1,0 +1,56 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/sources/CsvLayout.h"
+
+#include <QFile>
+
+/// Samples in a text file, one a row, whose columns are the channels. Cells that are missing or no
+/// numbers are NaN. The file is read as the samples are asked for, so long files start at once and
+/// take little memory; how many samples a long one has is not known before its end is reached.
+class CsvSource : public SignalSource
+{
+    Q_DECLARE_TR_FUNCTIONS(CsvSource)
+public:
+    /// Whether a file's ending says that it is one.
+    static bool isCsv(const QString& fileName);
+    /// Opens a file, and says in the recording what came of it.
+    static void open(Recording& recording, const QString& fileName,
+                     const Recording::Options& options);
+    ~CsvSource() override;
+
+    QString name() const override;
+    double sampleRate() const override { return m_sampleRate; }
+    int channelCount() const override;
+    bool isComplex() const override { return m_layout.isComplex; }
+    std::optional<std::int64_t> sampleCount() const override { return m_count; }
+    std::int64_t position() const override { return m_position; }
+    std::size_t read(std::vector<double>& block, std::size_t count) override;
+    bool seek(std::int64_t position) override;
+
+private:
+    struct Mark
+    {
+        std::int64_t sample; // of the row that starts there; negative before the first one
+        std::int64_t offset; // in the file, bytes
+    };
+
+    explicit CsvSource(const QString& fileName);
+    void start(const Mark& mark);
+    Mark markBefore(std::int64_t sample) const;
+    bool readOn();
+    void takeRow(const CsvRows::Row& row);
+    std::size_t available() const { return (m_ahead.size() - m_used) / m_layout.columns.size(); }
+
+    QFile m_file;
+    CsvLayout m_layout;
+    double m_sampleRate = 1.0;
+    std::optional<std::int64_t> m_count;
+    bool m_isBroken = false; // there is a row that cannot be read
+    std::int64_t m_position = 0;
+    std::unique_ptr<CsvRows> m_rows;
+    std::int64_t m_next = 0; // sample of the next row that is split
+    std::vector<Mark> m_marks;
+    std::vector<double> m_ahead; // values from m_used on are those of the next samples
+    std::size_t m_used = 0;
+};
