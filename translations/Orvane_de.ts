@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>GLEyeDiagram</name>
+    <message>
+        <source>Properties...</source>
+        <translation>Eigenschaften …</translation>
+    </message>
+    <message>
+        <source>Auto Scaling</source>
+        <translation>Automatisch skalieren</translation>
+    </message>
+</context>
+<context>
     <name>GLIQDiagram</name>
     <message>
         <source>Properties...</source>
@@ -56,6 +67,13 @@
     <message>
         <source>Auto Scaling</source>
         <translation>Automatisch skalieren</translation>
+    </message>
+</context>
+<context>
+    <name>VCGLEyeDiagram</name>
+    <message>
+        <source>Eye Diagram</source>
+        <translation>Augendiagramm</translation>
     </message>
 </context>
 <context>

@@ -28,6 +28,12 @@ void axisDefinition::SetLength(int pixels)
     m_dirty = true;
 }
 
+void axisDefinition::SetTickLimit(int count)
+{
+    m_tickLimit = std::max(2, std::min(count, MaxTickCount));
+    m_dirty = true;
+}
+
 bool axisDefinition::IsUsable() const
 {
     const double span = m_stop - m_start;
@@ -124,7 +130,7 @@ void axisDefinition::Recompute() const
         std::max(m_orientation == Orientation::Horizontal ? preferredSpacingHorizontal
                                                           : preferredSpacingVertical,
                  // The step may be smaller than wished for by a factor of sqrt(5 / 2).
-                 1.6 * m_length / (MaxTickCount - 1));
+                 1.6 * m_length / (m_tickLimit - 1));
     const double wish = std::abs(span) * (spacing / m_length);
     if (!std::isnormal(wish))
         return;
@@ -139,7 +145,9 @@ void axisDefinition::Recompute() const
 
     m_stepExponent = step.exponent;
     for (auto index = static_cast<std::int64_t>(first);
-         index <= static_cast<std::int64_t>(last) && m_ticks.size() < MaxTickCount; ++index) {
+         index <= static_cast<std::int64_t>(last) &&
+         m_ticks.size() < static_cast<std::size_t>(m_tickLimit);
+         ++index) {
         const double value = step.Times(static_cast<double>(index));
         m_ticks.push_back({value, ValueToPixel(value)});
     }

@@ -15,9 +15,9 @@
 ///   vertical    length - trunc((length - 1) * (v - start) / (stop - start)), from the top border.
 /// Grid lines stand at whole multiples of 1, 2 or 5 times a power of ten, one for every 60 to
 /// 100 pixels or so (30 to 80 on a vertical axis), in the order from start to stop, at most
-/// MaxTickCount. There are none on a range that is empty, not finite, or too narrow for its numbers
-/// to be told apart, or on a length below 2 pixels.
-/// Everything is computed when it is read first after a change.
+/// MaxTickCount or the tick limit. There are none on a range that is empty, not finite, or too
+/// narrow for its numbers to be told apart, or on a length below 2 pixels. Everything is computed
+/// when it is read first after a change.
 class ORVANE_PLATFORM_API axisDefinition
 {
 public:
@@ -41,6 +41,9 @@ public:
     /// Length of the axis in pixels.
     void SetLength(int pixels);
     int GetLength() const { return m_length; }
+
+    /// Keeps the ticks to a number from 2 to MaxTickCount; without a call MaxTickCount.
+    void SetTickLimit(int count);
 
     /// True when values and pixels map to one another: both ends finite, different, and their
     /// difference finite and not 0; length at least 2 pixels.
@@ -68,6 +71,7 @@ private:
     double m_start = -1.0;
     double m_stop = 1.0;
     int m_length = 0;
+    int m_tickLimit = MaxTickCount;
     std::shared_ptr<IStringFormatter> m_formatter;
     mutable bool m_dirty = true;
     mutable int m_stepExponent = 0; // decimal place of the grid step, where there are ticks

@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "platform/glwidgets/YAxisHandler.h"
 
+#include "platform/glbase/AxisLabelBoxes.h"
 #include "platform/glbase/GLCommonWidget.h"
 #include "platform/glbase/GLFrameWidget.h"
 #include "platform/glbase/GLPainter.h"
@@ -21,9 +22,6 @@
 namespace {
 
 constexpr int minStripWidth = 44;
-constexpr int labelMargin = 4;
-constexpr int tickLength = 4;
-constexpr int groundAlpha = 170; // traces behind the labels stay visible
 
 } // namespace
 
@@ -54,7 +52,7 @@ int YAxisHandler::StripWidth() const
     int width = minStripWidth;
     for (const axisDefinition::Tick& tick : axis.GetTicks())
         width = std::max(width, metrics.horizontalAdvance(axis.Label(tick.value)) +
-                                    2 * labelMargin + tickLength);
+                                    AxisLabelBox::extraWidth);
     return width;
 }
 
@@ -127,29 +125,20 @@ void YAxisHandler::drawOverlay(GLCommonWidget* widget, GLPainter& painter)
         return;
     const axisDefinition& axis = XPixelMap()->GetAxisDefinition();
     const QFontMetrics metrics(painter.painter()->font());
-    const int height = metrics.height();
-    const QRect area = widget->rect();
     ColorSet& colors = ColorSet::Instance();
+    const QColor& text = colors[IColorBase::colLabel];
     QColor ground = colors[IColorBase::colLabelBack];
-    ground.setAlpha(groundAlpha);
+    ground.setAlpha(AxisLabelBox::groundAlpha);
 
     painter.save();
-    painter.setPen(QPen(colors[IColorBase::colLabel]));
-    QRect previous;
-    for (const axisDefinition::Tick& tick : axis.GetTicks()) {
-        // The start of the range lies one row below the last: it has no line, but its label fits.
-        if (tick.pixel < area.top() || tick.pixel > area.bottom() + 1)
+    painter.setPen(QPen(text));
+    for (const AxisLabelBox& label :
+         axisLabelBoxes(axis, axis.GetTicks(), metrics, widget->rect())) {
+        painter.drawHLine(label.mark.left(), label.mark.right(), label.mark.top(), text);
+        if (label.box.isEmpty())
             continue;
-        const QString label = axis.Label(tick.value);
-        const int width = metrics.horizontalAdvance(label);
-        QRect box(tickLength, tick.pixel - height / 2, width + 2 * labelMargin, height);
-        box.moveTop(std::max(area.top(), std::min(box.top(), area.bottom() + 1 - height)));
-        painter.drawHLine(area.left(), tickLength - 1, tick.pixel, colors[IColorBase::colLabel]);
-        if (box.height() > area.height() || box.right() > area.right() || box.intersects(previous))
-            continue;
-        painter.fillRect(box, ground);
-        painter.drawText(box, Qt::AlignCenter, label);
-        previous = box;
+        painter.fillRect(label.box, ground);
+        painter.drawText(label.box, Qt::AlignCenter, label.text);
     }
     painter.restore();
 }

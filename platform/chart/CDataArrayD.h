@@ -1,0 +1,74 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/chart/ChartObjects.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace OndoChartDisplay {
+
+template<typename Value>
+class IDataArray
+{
+public:
+    virtual ~IDataArray() = default;
+    /// Appends values; in array mode 1 the oldest make room. Copies them; they may be null when
+    /// the count is 0.
+    virtual void Append(const Value* values, std::size_t count) = 0;
+    /// Replaces the contents from index 0 and cuts the array to the count.
+    virtual void Replace(const Value* values, std::size_t count) = 0;
+};
+
+/// An array of numbers, any of which may be NaN. Appending one value costs the same however many
+/// there are.
+class ORVANE_PLATFORM_API CDataArrayD : public CBaseObject, public IDataArray<double>
+{
+public:
+    static constexpr const char* CLASS = "CDataArrayD";
+    static constexpr int modeUnbounded = 0;
+    static constexpr int modeKeepNewest = 1;
+
+    /// Where the contents stand in the stream of all values ever appended.
+    struct State
+    {
+        std::uint64_t generation; ///< Changes when the contents change otherwise than by appending.
+        std::uint64_t first;      ///< Position of the oldest value.
+        std::uint64_t end;        ///< Position after the newest value.
+        bool operator==(const State& other) const
+        {
+            return generation == other.generation && first == other.first && end == other.end;
+        }
+    };
+
+    void Append(const double* values, std::size_t count) override;
+    void Replace(const double* values, std::size_t count) override;
+
+    /// In mode 1 the array keeps the newest values up to its capacity. Any other mode is unbounded.
+    void SetMode(int mode);
+    int GetMode() const { return m_mode; }
+    /// Initially 0. Drops the oldest values that no longer have room.
+    void SetCapacity(std::size_t capacity);
+    std::size_t GetCapacity() const { return m_capacity; }
+
+    std::size_t Size() const { return m_values.size(); }
+    /// Value at an index, 0 the oldest; NaN beyond the end.
+    double At(std::size_t index) const;
+    /// A copy, oldest first.
+    std::vector<double> Values() const;
+    State GetState() const;
+
+private:
+    void Straighten();
+    void DropExcess();
+
+    std::vector<double> m_values; // a ring where mode and capacity bound it
+    std::size_t m_oldest = 0;
+    int m_mode = modeUnbounded;
+    std::size_t m_capacity = 0;
+    std::uint64_t m_generation = 0;
+    std::uint64_t m_end = 0;
+};
+
+} // namespace OndoChartDisplay

@@ -1,0 +1,147 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "platform/chart/CGraphicEngineSwitch.h"
+
+#include "platform/chart/CChartDisplay.h"
+#include "platform/chart/ChartPicture.h"
+#include "platform/chart/CurveRaster.h"
+
+#include <QImage>
+#include <QPaintEngine>
+#include <QPainter>
+#include <QWidget>
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+namespace OndoChartDisplayComfort {
+
+namespace {
+
+using Items = std::vector<ChartPicture::Item>;
+
+void draw(QPainter& painter, const ChartPicture::Fill& fill)
+{
+    if (fill.from == fill.to) {
+        painter.fillRect(fill.rect, QColor::fromRgba(fill.from));
+        return;
+    }
+    QLinearGradient gradient(0.0, fill.rect.top(), 0.0, fill.rect.top() + fill.rect.height());
+    gradient.setColorAt(0.0, QColor::fromRgba(fill.from));
+    gradient.setColorAt(1.0, QColor::fromRgba(fill.to));
+    painter.fillRect(fill.rect, gradient);
+}
+
+void draw(QPainter& painter, const ChartPicture::Text& text)
+{
+    painter.setFont(text.font);
+    painter.setPen(QColor::fromRgba(text.color));
+    painter.drawText(text.rect, Qt::AlignCenter, text.text);
+}
+
+} // namespace
+
+struct CGraphicEngineSwitch::Private
+{
+    std::weak_ptr<const ChartPicture> chart;
+    QWidget* widget;
+
+    // Everything behind the last curve, which is the one that changes all the time.
+    Items backdropItems;
+    QImage backdrop;
+    double ratio = 0.0;
+    CurveRaster curve;
+    QImage picture;
+
+    void DrawBackdrop(const QSize& size);
+    void Draw(QPainter& painter, const ChartPicture& chartPicture, bool afresh);
+};
+
+void CGraphicEngineSwitch::Private::DrawBackdrop(const QSize& size)
+{
+    if (backdrop.size() != size)
+        backdrop = QImage(size, QImage::Format_RGB32);
+    backdrop.fill(Qt::black);
+    QPainter painter(&backdrop);
+    painter.scale(ratio, ratio);
+    for (const ChartPicture::Item& item : backdropItems) {
+        if (const auto* fill = std::get_if<ChartPicture::Fill>(&item)) {
+            draw(painter, *fill);
+        } else if (const auto* text = std::get_if<ChartPicture::Text>(&item)) {
+            draw(painter, *text);
+        } else {
+            QImage withCurve;
+            CurveRaster().StartAfresh(std::get<ChartPicture::Curve>(item), ratio, backdrop,
+                                      withCurve);
+            painter.resetTransform();
+            painter.drawImage(0, 0, withCurve);
+            painter.scale(ratio, ratio);
+        }
+    }
+}
+
+void CGraphicEngineSwitch::Private::Draw(QPainter& painter, const ChartPicture& chartPicture,
+                                         bool afresh)
+{
+    const double newRatio = painter.paintEngine()->paintDevice()->devicePixelRatioF();
+    const QSize size(static_cast<int>(std::ceil(widget->width() * newRatio)),
+                     static_cast<int>(std::ceil(widget->height() * newRatio)));
+    if (size.isEmpty())
+        return;
+
+    const Items& items = chartPicture.Items();
+    const auto last =
+        std::find_if(items.rbegin(), items.rend(), [](const ChartPicture::Item& item) {
+            return std::holds_alternative<ChartPicture::Curve>(item);
+        });
+    const auto* lastCurve = last == items.rend() ? nullptr : &std::get<ChartPicture::Curve>(*last);
+    const auto behindEnd = lastCurve ? std::prev(last.base()) : items.end();
+
+    if (afresh || newRatio != ratio || size != backdrop.size() ||
+        !std::equal(items.begin(), behindEnd, backdropItems.begin(), backdropItems.end())) {
+        afresh = true;
+        ratio = newRatio;
+        backdropItems.assign(items.begin(), behindEnd);
+        DrawBackdrop(size);
+    }
+    if (afresh)
+        curve = CurveRaster(); // its picture has the old backdrop
+    if (lastCurve && curve.CanFollow(*lastCurve, ratio, size))
+        curve.Follow(*lastCurve, backdrop, picture);
+    else if (lastCurve)
+        curve.StartAfresh(*lastCurve, ratio, backdrop, picture);
+
+    painter.save();
+    painter.scale(1.0 / ratio, 1.0 / ratio);
+    painter.drawImage(0, 0, lastCurve ? picture : backdrop);
+    painter.restore();
+    for (auto item = last.base(); lastCurve && item != items.end(); ++item) {
+        if (const auto* fill = std::get_if<ChartPicture::Fill>(&*item))
+            draw(painter, *fill);
+        else if (const auto* text = std::get_if<ChartPicture::Text>(&*item))
+            draw(painter, *text);
+    }
+}
+
+CGraphicEngineSwitch::CGraphicEngineSwitch(OndoChartDisplay::CChartDisplay* display,
+                                           QWidget* widget, GraphicEngine, bool, bool)
+    : d(std::make_unique<Private>())
+{
+    if (display)
+        d->chart = display->Picture();
+    d->widget = widget;
+}
+
+CGraphicEngineSwitch::~CGraphicEngineSwitch() = default;
+
+void CGraphicEngineSwitch::Update(bool afresh)
+{
+    const std::shared_ptr<const ChartPicture> chart = d->chart.lock();
+    if (!chart || !d->widget)
+        return;
+    QPainter painter(d->widget);
+    if (painter.isActive())
+        d->Draw(painter, *chart, afresh);
+}
+
+} // namespace OndoChartDisplayComfort

@@ -1,0 +1,47 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/base/Export.h"
+
+#include <memory>
+
+class QWidget;
+
+namespace OndoChartDisplay {
+class CChartDisplay;
+}
+
+namespace OndoChartDisplayComfort {
+
+enum GraphicEngine : int {
+    geRaster = 1, ///< Drawn by the processor into a picture; the one engine there is.
+};
+
+/// Draws a chart into a widget. What a paint costs follows what changed since the one before: a
+/// chart whose last curve got a few new values is drawn at the cost of those.
+class ORVANE_PLATFORM_API CGraphicEngineSwitch
+{
+public:
+    /// Of the layers that this class draws.
+    static constexpr int RENDERER_ID = 1;
+
+    /// @param display  may be destroyed first; nothing is drawn from then on.
+    /// @param widget  must outlive the last Update.
+    /// @param engine  kept for the caller, as are the two options; they do not change the picture.
+    CGraphicEngineSwitch(OndoChartDisplay::CChartDisplay* display, QWidget* widget,
+                         GraphicEngine engine, bool option1, bool option2);
+    CGraphicEngineSwitch(const CGraphicEngineSwitch&) = delete;
+    CGraphicEngineSwitch& operator=(const CGraphicEngineSwitch&) = delete;
+    virtual ~CGraphicEngineSwitch();
+
+    /// Paints the widget as the display's last Update left the picture. Only while the widget
+    /// handles a paint event.
+    /// @param afresh  draw everything again, whatever is known from earlier paints.
+    void Update(bool afresh);
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace OndoChartDisplayComfort

@@ -1,0 +1,33 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/glbase/axisDefinition.h"
+
+#include <QRect>
+#include <QString>
+
+#include <vector>
+
+class QFontMetrics;
+
+/// Where the label of a tick goes inside a plot, in logical pixels.
+struct ORVANE_PLATFORM_API AxisLabelBox
+{
+    static constexpr int tickLength = 4;
+    static constexpr int margin = 4; ///< Left and right of the text.
+    /// What a box takes of the plot's width beside its text.
+    static constexpr int extraWidth = tickLength + 2 * margin;
+    static constexpr int groundAlpha = 170; ///< Traces behind the labels stay visible.
+
+    QRect mark; ///< The tick at the border of the plot, one pixel high.
+    QRect box;  ///< Ground of the text; empty where the text found no room.
+    QString text;
+};
+
+/// Boxes of the labels of a vertical axis along the left or right border of a plot. A tick outside
+/// the plot has none, except one that lies one row below it.
+/// @param axis  gives the texts.
+/// @param ticks  from start to stop.
+ORVANE_PLATFORM_API std::vector<AxisLabelBox>
+axisLabelBoxes(const axisDefinition& axis, const std::vector<axisDefinition::Tick>& ticks,
+               const QFontMetrics& metrics, const QRect& area, bool atRight = false);

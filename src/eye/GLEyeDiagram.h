@@ -1,0 +1,129 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "foundations/Export.h"
+#include "platform/glbase/IHasContextMenu.h"
+#include "platform/gui/IHasPropertyPage.h"
+#include "platform/values/Persistant.h"
+
+#include <QAction>
+#include <QTimer>
+#include <QWidget>
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+class GLOrvanePropertyPage;
+class XAxisWidget;
+
+namespace OndoChartDisplay {
+class CChartDisplay;
+template<class T>
+class CSmartPtr;
+} // namespace OndoChartDisplay
+namespace OndoChartDisplayComfort {
+class CGraphicEngineSwitch;
+}
+
+/// Eye diagram: traces of a signal, each laid over the same interval from 0 to 1.
+///
+/// X is the part of a trace, Y is in the samples' unit. All traces look alike. The newest samples
+/// are kept, 1000 unless the settings page says otherwise (100 to 10000), where each trace takes
+/// one more than it has samples.
+///
+/// A plain widget that draws a chart scene. Nothing is painted before an X axis is set; a paint
+/// sets that axis to the interval from 0 to 1.
+///
+/// The one persisted setting is the grid switch ("ShowGrid" of the group "GLEyeDiagram"). GUI
+/// thread only.
+class ORVANE_API GLEyeDiagram : public QWidget,
+                                public values::PersistantOwner,
+                                public IHasContextMenu,
+                                public IHasPropertyPage
+{
+    Q_OBJECT
+public:
+    explicit GLEyeDiagram(QWidget* parent);
+    ~GLEyeDiagram() override;
+
+    /// Adds a trace, without requesting a repaint.
+    /// @param data  samples in order; read, not changed. Fewer than two are ignored. The curve is
+    ///              broken at samples that are not finite, and NaN moves no bound.
+    void AddData(std::vector<double>& data);
+    /// Changes nothing: an eye has no time axis. Here so that all diagrams are fed alike.
+    void SetBaudrate(float baudrate);
+
+    /// Sets one end of the Y range, as it is, without requesting a repaint.
+    void SetYStart(double start);
+    void SetYStop(double stop);
+    void GetYStartStop(double& start, double& stop);
+    /// The X axis below the diagram, shared with the caller; an empty pointer detaches it.
+    void setXAxisWidget(const std::shared_ptr<XAxisWidget>& xAxisWidget);
+
+    QMenu* getContextMenu(QContextMenuEvent* event, GLCommonWidget* widget, int index) override;
+    void contextMenuClosed() override {}
+    QWidget* GetPropertyPage(QWidget* parent, const char* name) override;
+    void slotSetDefaultProperties() override {}
+    void slotRejectPropertyChanges() override {}
+    const QString& GetPropertyPagePath() override;
+    void ApplyPersistantBeforeWrite() override {}
+    void ApplyPersistantAfterRead() override;
+
+public slots:
+    /// Applies the settings page, except for its X rows; nothing while there is none.
+    void slotAcceptPropertyChanges() override;
+    /// Runs the properties dialog until it is closed.
+    void ShowProperties();
+    /// Starts an auto-scale period of 2 s: the next trace, whenever it comes, replaces the Y range
+    /// by its own extent and 5 % of it on either side; those after it widen the range until the
+    /// two seconds are over. A call within the period changes nothing.
+    void AutoScale();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    friend struct TestAccess;
+
+    struct ValueRecord
+    {
+        float m_min; ///< Bounds of the samples, with a margin.
+        float m_max;
+        std::uint64_t m_count; ///< Samples of the trace, which the chart scene holds.
+    };
+
+    ValueRecord* AddRecord();
+    void RemoveRecord();
+    void ScaleToRecord(const ValueRecord& record);
+    void TrimHistory();
+    void ShowYRange();
+    void BuildScene();
+    void UpdateScene();
+    void UpdateXGrid();
+    template<class T>
+    OndoChartDisplay::CSmartPtr<T> Object(const char* name) const;
+    template<class T, class Configure>
+    void AddObject(const char* name, const Configure& configure);
+
+    std::vector<ValueRecord*> m_records; // newest first
+    std::vector<ValueRecord*> m_freeRecords;
+    QAction m_propertiesAction;
+    QAction m_autoScaleAction;
+    QTimer m_autoScaleTimer; // only whether it is running counts
+    bool m_autoScalePending = false;
+    QMenu* m_pContextMenu = nullptr;
+    std::shared_ptr<XAxisWidget> m_xAxisWidget;
+    double m_yStart = -1.0;
+    double m_yStop = 1.0;
+    float m_xSpan = 1.0F;
+    int m_bufferSize = 1000;
+    GLOrvanePropertyPage* m_pPropertyPage = nullptr; // while the properties dialog runs
+    QString m_caption;
+    bool m_showGrid = true;
+    OndoChartDisplay::CChartDisplay* m_pChartDisplay = nullptr;
+    OndoChartDisplayComfort::CGraphicEngineSwitch* m_pEngineSwitch = nullptr;
+};

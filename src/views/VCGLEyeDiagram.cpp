@@ -1,0 +1,110 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "views/VCGLEyeDiagram.h"
+
+#include "eye/GLEyeDiagram.h"
+#include "views/GLEyeStringFormatter.h"
+#include "views/ViewFrame.h"
+
+namespace {
+
+constexpr const char* diagramName = "EyeDiagram";
+
+} // namespace
+
+using Frame = ViewFrame<VCGLEyeDiagram>;
+
+VCGLEyeDiagram::VCGLEyeDiagram(QWidget* parent)
+    : GLLayout(parent)
+    , m_hasChangedTrigger(this)
+    , m_xAxisMin(this)
+    , m_xAxisMax(this)
+    , m_yAxisMin(this)
+    , m_yAxisMax(this)
+    , m_baudrateValue(this)
+{
+    Frame::BuildCaption(*this, tr("Eye Diagram"));
+
+    m_pEyeDiagram = new GLEyeDiagram(this);
+    m_eyeHost = std::make_shared<GLBaseWidget>(diagramName, nullptr);
+    m_eyeHost->SetQWidget(m_pEyeDiagram);
+    Frame::AddDiagram(*this, m_eyeHost);
+
+    Frame::BuildXAxis(*this, diagramName, std::make_shared<GLEyeStringFormatter>());
+}
+
+VCGLEyeDiagram::~VCGLEyeDiagram()
+{
+    Frame::TakeDown(*this, *m_eyeHost);
+    delete m_pEyeDiagram;
+    m_pEyeDiagram = nullptr;
+    delete m_pCaption;
+    m_pCaption = nullptr;
+}
+
+bool VCGLEyeDiagram::SetData1_ValuePath(const QString& path) { return m_data1.SetPath(path); }
+
+bool VCGLEyeDiagram::SetBaudrateData_ValuePath(const QString& path)
+{
+    return m_baudrateData.SetPath(path);
+}
+
+bool VCGLEyeDiagram::SetHasChangedTrigger_ValuePath(const QString& path)
+{
+    return Frame::Bind(m_hasChangedTrigger, path);
+}
+
+bool VCGLEyeDiagram::SetXAxisMin_ValuePath(const QString& path)
+{
+    return Frame::Bind(m_xAxisMin, path);
+}
+
+bool VCGLEyeDiagram::SetXAxisMax_ValuePath(const QString& path)
+{
+    return Frame::Bind(m_xAxisMax, path);
+}
+
+bool VCGLEyeDiagram::SetYAxisMin_ValuePath(const QString& path)
+{
+    return Frame::Bind(m_yAxisMin, path);
+}
+
+bool VCGLEyeDiagram::SetYAxisMax_ValuePath(const QString& path)
+{
+    return Frame::Bind(m_yAxisMax, path);
+}
+
+bool VCGLEyeDiagram::SetBaudrate_ValuePath(const QString& path)
+{
+    return Frame::Bind(m_baudrateValue, path);
+}
+
+void VCGLEyeDiagram::Update(Observable* source, TChangeCode code)
+{
+    if (code == ccContent)
+        Frame::DispatchWithBaudrate(*this, source);
+}
+
+bool VCGLEyeDiagram::Feed() { return Frame::FeedSegments(*this); }
+
+void VCGLEyeDiagram::AutoScale()
+{
+    if (m_pEyeDiagram)
+        m_pEyeDiagram->AutoScale();
+}
+
+DiagramCaption* VCGLEyeDiagram::GetToolbarCaption() { return m_pCaption; }
+
+QMenu* VCGLEyeDiagram::getContextMenu()
+{
+    IHasContextMenu* provider = m_pEyeDiagram;
+    return provider ? provider->getContextMenu(nullptr, nullptr, 1) : nullptr;
+}
+
+void VCGLEyeDiagram::FillData(std::vector<double>& data, bool repaint)
+{
+    m_pEyeDiagram->AddData(data);
+    if (repaint)
+        m_pEyeDiagram->update();
+}
+
+void VCGLEyeDiagram::slotPaused(bool takeData) { Frame::SetTakeData(*this, takeData); }

@@ -1,0 +1,216 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "EyeTestAccess.h"
+#include "foundations/GLOrvanePropertyPage.h"
+#include "platform/glwidgets/XAxisWidget.h"
+#include "platform/gui/ColorSet.h"
+
+#include <QDoubleSpinBox>
+#include <QMenu>
+#include <QSpinBox>
+#include <QTest>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <memory>
+
+using namespace OndoChartDisplay;
+
+namespace {
+
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+
+struct Eye : testing::Test
+{
+    ~Eye() override { TestAccess::showGrid(*eye) = true; } // persists when it is destroyed
+
+    void add(std::vector<double> samples) { eye->AddData(samples); }
+    void recreate()
+    {
+        eye.reset();
+        eye = std::make_unique<GLEyeDiagram>(nullptr);
+    }
+    void attach(int width, int height)
+    {
+        eye->resize(width, height);
+        xAxis->SetLength(width);
+        eye->setXAxisWidget(xAxis);
+    }
+    std::pair<double, double> range()
+    {
+        std::pair<double, double> result;
+        eye->GetYStartStop(result.first, result.second);
+        return result;
+    }
+    template<class T>
+    T& object(const char* name)
+    {
+        return TestAccess::object<T>(*eye, name);
+    }
+
+    std::unique_ptr<GLEyeDiagram> eye = std::make_unique<GLEyeDiagram>(nullptr);
+    std::shared_ptr<XAxisWidget> xAxis = std::make_shared<XAxisWidget>("XAxis", nullptr);
+};
+
+QRgb colorOf(IColorBase::ECOLOR number) { return ColorSet::Instance()[number].rgb(); }
+
+TEST_F(Eye, TracesLieOverTheUnitInterval)
+{
+    add({});
+    add({1});
+    EXPECT_TRUE(TestAccess::records(*eye).empty());
+    add({3, 4});
+    eye->SetBaudrate(300);
+    EXPECT_THAT(TestAccess::values(*eye, "MeasDataX"),
+                testing::ElementsAre(0.0, 1.0 / 1.001, 2.0 / 1.001));
+    EXPECT_THAT(TestAccess::values(*eye, "MeasDataY"),
+                testing::ElementsAre(3, 4, testing::IsNan()));
+    for (const auto& [length, kept] : std::initializer_list<std::pair<std::size_t, std::size_t>>{
+             {100, 10}, {300, 4}, {1500, 1}}) {
+        for (int i = 0; i < 30; ++i)
+            add(std::vector<double>(length, i));
+        EXPECT_EQ(TestAccess::records(*eye).size(), kept);
+        EXPECT_EQ(TestAccess::values(*eye, "MeasDataX").size(), 1000U);
+        EXPECT_TRUE(std::isnan(TestAccess::values(*eye, "MeasDataY").back()));
+    }
+}
+
+TEST_F(Eye, AutoScaleReplacesTheRangeThenWidensIt)
+{
+    add({-5, 5});
+    EXPECT_EQ(range(), std::make_pair(-1.0, 1.0)); // idle
+    EXPECT_EQ(TestAccess::timer(*eye).interval(), 2000);
+    eye->AutoScale();
+    add({-1, nan, 1});
+    EXPECT_EQ(range(), std::make_pair(double(-1.1F), double(1.1F)));
+    add({0, 3});
+    EXPECT_EQ(range(), std::make_pair(double(-1.1F), double(3.15F)));
+    eye->AutoScale(); // within the period
+    EXPECT_FALSE(TestAccess::pending(*eye));
+    TestAccess::timer(*eye).stop();
+    add({-9, 9});
+    EXPECT_EQ(range().second, double(3.15F));
+    eye->AutoScale();
+    TestAccess::timer(*eye).stop();
+    add({0, 20});
+    add({0, 40}); // the period was over before the first came
+    EXPECT_EQ(range(), std::make_pair(-1.0, 21.0));
+    attach(200, 100);
+    eye->AutoScale();
+    add({nan, nan}); // a huge reversed range
+    EXPECT_FALSE(picture(*eye).isNull());
+    EXPECT_GT(range().first, range().second);
+    eye->SetYStart(nan); // stays
+    eye->AutoScale();
+    TestAccess::timer(*eye).start();
+    add({0, 1});
+    add({0, 2});
+    EXPECT_EQ(range().second, double(2.1F));
+}
+
+TEST_F(Eye, SettingsPageAppliesRangeGridAndBuffer)
+{
+    attach(200, 100);
+    xAxis->SetRange(-20.0, 0.5);
+    for (int i = 0; i < 10; ++i)
+        add(std::vector<double>(99, i));
+    IHasPropertyPage& pages = *eye;
+    const std::unique_ptr<QWidget> page(pages.GetPropertyPage(nullptr, "page"));
+    const auto editors = page->findChildren<QDoubleSpinBox*>();
+    ASSERT_EQ(editors.size(), 4);
+    EXPECT_FALSE(editors[0]->isEnabled());
+    EXPECT_FALSE(editors[1]->isEnabled());
+    EXPECT_EQ(editors[0]->value(), -20.0);
+    EXPECT_EQ(editors[1]->value(), 0.0); // limited to -100 to 0
+    EXPECT_EQ(editors[3]->value(), 1.0);
+    const auto before = object<CDataArrayD>("MeasDataX").GetState();
+    editors[2]->setValue(-2.5);
+    eye->slotAcceptPropertyChanges();
+    EXPECT_EQ(range(), std::make_pair(-2.5, 1.0));
+    EXPECT_EQ(xAxis->GetStartValue(), -20.0);
+    EXPECT_TRUE(object<CDataArrayD>("MeasDataX").GetState() == before);
+    page->findChild<QSpinBox*>()->setValue(300);
+    eye->slotAcceptPropertyChanges();
+    for (const char* name : {"MeasDataX", "MeasDataY"})
+        EXPECT_EQ(TestAccess::values(*eye, name).size(), 300U);
+    EXPECT_EQ(TestAccess::records(*eye).size(), 10U);
+    add({0, 1});
+    EXPECT_EQ(TestAccess::records(*eye).size(), 5U); // 2 + 4 * 99 >= 300
+
+    QMenu* menu = static_cast<IHasContextMenu&>(*eye).getContextMenu(nullptr, nullptr, 0);
+    EXPECT_EQ(menu->parentWidget(), eye.get());
+    QTimer::singleShot(0, eye.get(), [this] {
+        EXPECT_TRUE(TestAccess::page(*eye));
+        QApplication::activeModalWidget()->close();
+    });
+    menu->actions().front()->trigger();
+    EXPECT_FALSE(TestAccess::page(*eye));
+    menu->actions().back()->trigger();
+    EXPECT_TRUE(TestAccess::pending(*eye));
+}
+
+TEST_F(Eye, GridSwitchPersists)
+{
+    TestAccess::showGrid(*eye) = false;
+    recreate();
+    EXPECT_FALSE(TestAccess::showGrid(*eye));
+    attach(200, 100);
+    picture(*eye);
+    for (const char* name : {"LineStyleGridMajorX", "LineStyleGridMajorY"})
+        EXPECT_EQ(object<CStyleResource>(name).m_lineStyle, 0);
+    TestAccess::showGrid(*eye) = true;
+    recreate();
+    EXPECT_TRUE(TestAccess::showGrid(*eye));
+}
+
+TEST_F(Eye, PaintShowsGroundGridLabelsAndTraces)
+{
+    eye->resize(400, 300);
+    EXPECT_EQ(picture(*eye).pixel(200, 150), qRgb(255, 0, 255)); // no X axis: nothing painted
+    xAxis->SetRange(-3.0, 7.0);
+    eye->setXAxisWidget(xAxis); // without a length yet
+    picture(*eye);
+    EXPECT_EQ(object<CGridCartesian>("X-Grid").m_mode, "LIN");
+    EXPECT_EQ(xAxis->GetStartValue(), 0.0);
+    EXPECT_EQ(xAxis->GetStopValue(), 1.0);
+    EXPECT_EQ(object<CLayoutCell>("BackgroundLayoutCell").m_geometry, QRect(0, -300, 400, 600));
+    EXPECT_EQ(object<CLayoutCell>("DiagramLayoutCell").m_geometry, QRect(0, 0, 400, 300));
+
+    attach(400, 300);
+    add(std::vector<double>(100, 0.1));
+    const std::vector<int> lines = xAxis->XPixelMap()->GetAxisDefinition().GetGridPos();
+    ASSERT_GT(lines.size(), 2U);
+    for (const double ratio : {1.0, 2.0}) {
+        const QImage image = picture(*eye, ratio);
+        const auto at = [&image, ratio](int x, int y) {
+            return image.pixel(static_cast<int>(x * ratio), static_cast<int>(y * ratio));
+        };
+        for (const int x : lines)
+            EXPECT_EQ(at(x, 80), colorOf(IColorBase::colGrid)) << x;
+        EXPECT_EQ(at(2, 150), colorOf(IColorBase::colLabel)); // tick at 0
+        int labels = 0, grid = 0;
+        for (int y = 0; y < 300; ++y) {
+            labels += at(2, y) == colorOf(IColorBase::colLabel);
+            grid += at(lines[1] + 10, y) == colorOf(IColorBase::colGrid);
+        }
+        EXPECT_GE(labels, 4);
+        EXPECT_LE(labels, 8);
+        EXPECT_EQ(grid, labels);
+        EXPECT_EQ(at(200, 135), colorOf(IColorBase::colEyeTrace)); // 0.1 of -1..1 over 299 rows
+        // The widget shows the lower half of the gradient.
+        EXPECT_EQ(at(lines[1] + 5, 298), colorOf(IColorBase::colEyeBackgroundEnd));
+    }
+    TestAccess::showGrid(*eye) = false;
+    const QImage image = picture(*eye);
+    EXPECT_NE(image.pixel(lines[1], 75), colorOf(IColorBase::colGrid));
+    EXPECT_EQ(image.pixel(2, 150), colorOf(IColorBase::colLabel)); // labels stay
+    attach(150, 300);
+    picture(*eye);
+    EXPECT_EQ(TestAccess::values(*eye, "X-Grid-Data").size(),
+              xAxis->XPixelMap()->GetAxisDefinition().GetGridPos().size());
+    EXPECT_EQ(object<CGridCartesian>("X-Grid").m_mode, "USERDEF");
+}
+
+} // namespace
