@@ -51,7 +51,7 @@ TEST(SettingsPage, SetsRangeBeforeValueAndAnswersWhatItShows)
         for (int i = 0; i < 5; ++i) {
             const bool isThere = i < editors.size();
             EXPECT_EQ((page.*rows[i].get)(), isThere ? rows[i].shown : 0) << i;
-            EXPECT_TRUE(!isThere || editors[i]->isEnabled() == rows[i].value > 0) << i;
+            EXPECT_TRUE(!isThere || editors[i]->isEnabled() == (rows[i].value > 0)) << i;
         }
         page.SetBufferSize(100, 10000, 12345, true);
         EXPECT_EQ(page.GetBufferSize(), isFull ? 10000 : 0);
