@@ -168,6 +168,10 @@
         <source>symbols can be found at %1 to %2 only, so the eye is cut every %3 samples; give another symbol rate</source>
         <translation>Symbole lassen sich nur bei %1 bis %2 finden, darum wird das Auge alle %3 Abtastwerte geschnitten; eine andere Symbolrate angeben</translation>
     </message>
+    <message>
+        <source>&amp;Eye diagram</source>
+        <translation>&amp;Augendiagramm</translation>
+    </message>
 </context>
 <context>
     <name>NoticeBar</name>

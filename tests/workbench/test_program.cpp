@@ -122,18 +122,21 @@ TEST_F(Program, TakesPicturesOfWhatItPlays)
     for (const auto& [arguments, size, scheme] : rows) {
         const QString pictures = path("new folder/pictures");
         ASSERT_EQ(run(QStringList{"--snapshot", pictures} + arguments), 0) << qPrintable(error);
-        EXPECT_EQ(out, pictures + "/time.png\n" + pictures + "/workbench.png\n");
+        EXPECT_EQ(out, QString("%1/time.png\n%1/eye.png\n%1/workbench.png\n").arg(pictures));
         EXPECT_TRUE(error.isEmpty()) << qPrintable(error);
         const QImage window(pictures + "/workbench.png");
-        const QImage view(pictures + "/time.png");
         EXPECT_EQ(window.size(), size);
-        EXPECT_GT(view.width(), size.width() / 2);
-        for (const QImage& image : {window, view}) {
-            const auto pixels = [&, scheme = scheme](IColorBase::ECOLOR number) {
-                return count(image, ColorSet::DefaultColor(scheme, number));
-            };
-            EXPECT_GT(pixels(IColorBase::colTimeTrace), 2 * view.width());
-            EXPECT_GT(pixels(IColorBase::colTimeBackground), 10 * view.width());
+        for (const auto& [name, trace] : {std::pair("/time.png", IColorBase::colTimeTrace),
+                                          std::pair("/eye.png", IColorBase::colEyeTrace)}) {
+            const QImage view(pictures + name);
+            EXPECT_GT(view.width(), size.width() / 2);
+            for (const QImage& image : {window, view}) {
+                const auto pixels = [&, scheme = scheme](IColorBase::ECOLOR number) {
+                    return count(image, ColorSet::DefaultColor(scheme, number));
+                };
+                EXPECT_GT(pixels(trace), 2 * view.width());
+                EXPECT_GT(pixels(IColorBase::colTimeBackground), 10 * view.width());
+            }
         }
     }
 }

@@ -1,15 +1,18 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "Recordings.h"
+#include "eye/GLEyeDiagram.h"
 #include "platform/glwidgets/AxisHandler.h"
 #include "platform/glwidgets/CaptionWidget.h"
 #include "platform/glwidgets/DiagramCaption.h"
 #include "platform/gui/ColorSet.h"
 #include "time/GLTimeDiagram.h"
+#include "views/VCGLEyeDiagram.h"
 #include "views/VCGLTimeDiagram.h"
 #include "workbench/window/Appearance.h"
 #include "workbench/window/MainWindow.h"
 #include "workbench/window/NoticeBar.h"
 #include "workbench/window/ParameterPanel.h"
+#include "workbench/window/ViewPanes.h"
 
 #include <QAction>
 #include <QApplication>
@@ -18,6 +21,7 @@
 #include <QDropEvent>
 #include <QLabel>
 #include <QMimeData>
+#include <QSettings>
 #include <QSlider>
 #include <QTest>
 #include <QToolBar>
@@ -29,6 +33,7 @@
 struct TestAccess
 {
     static std::size_t traceCount(VCGLTimeDiagram& v) { return v.m_diagram->m_records.size(); }
+    static std::size_t traceCount(VCGLEyeDiagram& v) { return v.m_pEyeDiagram->m_records.size(); }
     static AxisHandler& levels(VCGLTimeDiagram& v) { return *v.m_diagram->GetYAxisHandler(); }
 };
 
@@ -68,8 +73,10 @@ struct Window : testing::Test, TestFolder
     }
     bool waitForTraces(std::size_t traces)
     {
-        return QTest::qWaitFor(
-            [&] { return TestAccess::traceCount(window->timeView()) >= traces; });
+        return QTest::qWaitFor([&] {
+            return TestAccess::traceCount(window->timeView()) >= traces &&
+                   TestAccess::traceCount(window->eyeView()) >= traces;
+        });
     }
     /// Whether the window takes them.
     bool drop(const QList<QUrl>& urls)
@@ -128,6 +135,38 @@ TEST_F(Window, StandsStillWhileAnyOfItsPauseControlsSaysSo)
         EXPECT_FALSE(caption().isPaused());
         EXPECT_TRUE(QTest::qWaitFor([&] { return window->feed().position() > stood; }));
     }
+}
+
+TEST_F(Window, GivesTheRoomOfHiddenViewsToTheOthersAndRemembersIt)
+{
+    values::Persistant::SetStoreFile(path("settings.ini"));
+    QWidget* center = window->centralWidget();
+    const auto& panes = window->panes().panes();
+    const auto expectRoom = [&](const QString& shown) {
+        QCoreApplication::processEvents();
+        QRect room;
+        for (std::size_t i = 0; i < panes.size(); ++i) {
+            EXPECT_EQ(panes[i].view->isVisible(), shown[int(i)] == '1') << i;
+            EXPECT_EQ(panes[i].showing->isChecked(), shown[int(i)] == '1') << i;
+            if (panes[i].view->isVisible())
+                room |= {panes[i].view->mapTo(center, QPoint()), panes[i].view->size()};
+        }
+        EXPECT_EQ(room, center->rect());
+    };
+    const std::pair<Qt::Key, const char*> presses[] = {{Qt::Key_1, "01"},
+                                                       {Qt::Key_2, "01"} /* the last one stays */,
+                                                       {Qt::Key_1, "11"},
+                                                       {Qt::Key_2, "10"}};
+    expectRoom("11");
+    for (const auto& [key, shown] : presses) {
+        QTest::keyClick(window.get(), key, Qt::ControlModifier);
+        expectRoom(shown);
+    }
+    EXPECT_FALSE(QSettings(path("settings.ini"), QSettings::IniFormat).value("Views/eye").toBool());
+    window->panes().showAll(); // for a picture
+    window->panes().restore();
+    expectRoom("10");
+    values::Persistant::SetStoreFile(QString());
 }
 
 TEST_F(Window, PausesAtTheEndAndStartsAgainByTheSameButton)

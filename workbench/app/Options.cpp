@@ -12,8 +12,7 @@ namespace {
 
 constexpr int maxChannel = 1024;
 constexpr double maxSeconds = 3600.0;
-constexpr double shortest = 0.001; // seconds
-constexpr double shortestSpan = 1e-9;
+constexpr double shortest = 1e-9; // seconds
 constexpr double minHertz = 0.001;
 constexpr int maxSide = 16384;
 
@@ -155,7 +154,7 @@ Options readOptions(Reader& reader)
                                  .value_or(options.eyeSymbolCount);
     options.eyeBandwidth =
         reader.number("eye-bandwidth", EyeCut::minBandwidth, EyeCut::maxBandwidth).value_or(0.0);
-    options.spanSeconds = reader.number("span", shortestSpan, maxSeconds);
+    options.spanSeconds = reader.number("span", shortest, maxSeconds);
     options.speed =
         reader.number("speed", SignalFeed::minSpeed, SignalFeed::maxSpeed).value_or(options.speed);
     options.seconds = reader.number("seconds", shortest, maxSeconds).value_or(options.seconds);

@@ -26,6 +26,7 @@ void play(MainWindow& window, double seconds)
         feed.playThrough(seconds - seen);
     feed.setWatching(true);
     feed.playThrough(seen);
+    feed.eye().fitLevels(); // it shows far less than has been watched
     window.refresh();
 }
 
@@ -42,6 +43,8 @@ QStringList Snapshot::take(MainWindow& window, double seconds, const QString& fo
     window.panes().showAll();
     window.show();
     play(window, seconds);
+    QCoreApplication::processEvents();
+    window.grab(); // the first picture of an eye sets its axis
     QCoreApplication::processEvents();
 
     std::vector<std::pair<QString, QPixmap>> pictures;

@@ -4,10 +4,14 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace {
 
 constexpr int maxWaitingCount = 4;
+constexpr std::size_t keptSamples = 1000;  // by an eye diagram that was not set up
+constexpr double margin = 0.05;            // of the levels, above and below
 constexpr std::size_t mostSamples = 10000; // an eye diagram can be set to keep so many
 
 } // namespace
@@ -67,6 +71,7 @@ void EyeFeed::setBandwidth(double bandwidth)
 void EyeFeed::restart()
 {
     ++m_run;
+    m_newest.clear();
     m_waitingCount = 0;
     QMetaObject::invokeMethod(
         &m_worker, [this, cut = m_cut] { m_cutter = std::make_unique<EyeCutter>(cut); },
@@ -85,17 +90,38 @@ void EyeFeed::post(Work work)
             std::vector<double> samples;
             std::vector<double> markers;
             m_cutter->takeTraces(mostSamples, samples, markers);
-            const auto notify = [this, run, samples = std::move(samples),
-                                 markers = std::move(markers)] {
+            const auto pass = [this, run, samples = std::move(samples),
+                               markers = std::move(markers)] {
                 if (run != m_run)
                     return;
                 --m_waitingCount;
                 if (!samples.empty())
-                    m_values.notify(samples, markers);
+                    notify(samples, markers);
             };
-            QMetaObject::invokeMethod(this, notify, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(this, pass, Qt::QueuedConnection);
         },
         Qt::QueuedConnection);
+}
+
+void EyeFeed::notify(const std::vector<double>& samples, const std::vector<double>& markers)
+{
+    const auto count = static_cast<std::ptrdiff_t>(std::min(samples.size(), keptSamples));
+    m_newest.insert(m_newest.end(), samples.end() - count, samples.end());
+    if (m_newest.size() > keptSamples)
+        m_newest.erase(m_newest.begin(), m_newest.end() - keptSamples);
+    m_values.notify(samples, markers);
+}
+
+void EyeFeed::fitLevels()
+{
+    double lowest = std::numeric_limits<double>::infinity();
+    double highest = -lowest;
+    for (const double sample : m_newest) {
+        lowest = std::min(lowest, std::isfinite(sample) ? sample : lowest);
+        highest = std::max(highest, std::isfinite(sample) ? sample : highest);
+    }
+    if (lowest < highest)
+        setLevels(lowest - margin * (highest - lowest), highest + margin * (highest - lowest));
 }
 
 void EyeFeed::take(std::int64_t position, std::vector<double> samples)

@@ -49,13 +49,18 @@ public:
     void finish();
 
     void setLevels(double lowest, double highest) { m_values.setY(lowest, highest); }
+    /// Fits the levels to the newest traces, as many as an eye diagram keeps at first. Nothing
+    /// while there are none, or where they are flat.
+    void fitLevels();
 
 private:
     template<class Work>
     void post(Work work);
+    void notify(const std::vector<double>& samples, const std::vector<double>& markers);
 
     EyeValues m_values;
     EyeCut m_cut;
+    std::vector<double> m_newest;        // samples, of the notifications
     std::unique_ptr<EyeCutter> m_cutter; // used by the thread only
     QThread m_thread;
     QObject m_worker;       // receives what the thread is to do

@@ -120,12 +120,14 @@ void SignalFeed::playThrough(double seconds)
     const bool repeat = std::exchange(m_repeat, false);
     const auto block = static_cast<std::size_t>(std::ceil(samplesPerPeriod()));
     auto left = static_cast<std::size_t>(std::ceil(seconds * m_scale.sampleRate));
+    m_reader->setSegmentLength(std::min(m_reader->segmentLength(), left)); // few end late
     while (left > 0 && !m_atEnd) {
         left -= std::min(left, deliver(std::min(left, block)));
         m_eye.settle();
     }
     deliver(m_reader->openCount());
     m_eye.finish();
+    chooseSegmentLength();
     m_repeat = repeat;
 }
 

@@ -2,6 +2,7 @@
 #include "workbench/window/MainWindow.h"
 
 #include "platform/gui/ColorSet.h"
+#include "views/VCGLEyeDiagram.h"
 #include "views/VCGLTimeDiagram.h"
 #include "workbench/window/Appearance.h"
 #include "workbench/window/Icons.h"
@@ -55,6 +56,7 @@ MainWindow::MainWindow()
     : m_notice(new NoticeBar(this))
     , m_panes(new ViewPanes(this))
     , m_timeView(m_panes->add<VCGLTimeDiagram>("time", tr("&Time diagram")))
+    , m_eyeView(m_panes->add<VCGLEyeDiagram>("eye", tr("&Eye diagram")))
     , m_status(new StatusFields(this))
     , m_panel(new ParameterPanel(this))
     , m_speed(new QComboBox(this))
@@ -64,6 +66,7 @@ MainWindow::MainWindow()
     setStatusBar(m_status);
     appearance::apply(*this);
     bindTimeView();
+    bindEyeView();
     buildViews();
     buildActions();
     buildToolBar();
@@ -86,6 +89,15 @@ void MainWindow::bindTimeView()
     m_timeView->SetYAxisMin_ValuePath(TimeValues::yMinPath);
     m_timeView->SetYAxisMax_ValuePath(TimeValues::yMaxPath);
     m_timeView->SetHasChangedTrigger_ValuePath(TimeValues::triggerPath);
+}
+
+void MainWindow::bindEyeView()
+{
+    m_eyeView->SetData1_ValuePath(EyeValues::samplesPath);
+    m_eyeView->SetBaudrateData_ValuePath(EyeValues::markersPath);
+    m_eyeView->SetYAxisMin_ValuePath(EyeValues::yMinPath);
+    m_eyeView->SetYAxisMax_ValuePath(EyeValues::yMaxPath);
+    m_eyeView->SetHasChangedTrigger_ValuePath(EyeValues::triggerPath);
 }
 
 void MainWindow::buildViews()

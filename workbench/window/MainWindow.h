@@ -15,6 +15,7 @@ class NoticeBar;
 class ParameterPanel;
 class QComboBox;
 class StatusFields;
+class VCGLEyeDiagram;
 class VCGLTimeDiagram;
 class ViewPanes;
 
@@ -44,6 +45,7 @@ public:
 
     SignalFeed& feed() { return m_feed; }
     VCGLTimeDiagram& timeView() { return *m_timeView; }
+    VCGLEyeDiagram& eyeView() { return *m_eyeView; }
     ViewPanes& panes() { return *m_panes; }
     /// Shows span, speed and position as the feed has them.
     void refresh();
@@ -60,6 +62,7 @@ private:
     void buildToolBar();
     void buildDock();
     void bindTimeView();
+    void bindEyeView();
     void showSource();
     void showFullScale();
     void refreshStatus();
@@ -78,6 +81,7 @@ private:
     NoticeBar* m_notice;
     ViewPanes* m_panes;
     VCGLTimeDiagram* m_timeView;
+    VCGLEyeDiagram* m_eyeView;
     StatusFields* m_status;
     ParameterPanel* m_panel;
     QComboBox* m_speed;

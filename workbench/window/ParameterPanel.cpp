@@ -302,6 +302,8 @@ void ParameterPanel::showSymbolRate(const SignalFeed& feed)
 
     const QString clocks[] = {tr("known"), tr("recovered"),
                               tr("none, %1 samples").arg(EyeCut::fixedLength)};
+    m_eyeSymbols->setEnabled(feed.eye().cut().clock != EyeCut::Clock::None);
+    m_eyeBandwidth->setEnabled(m_eyeSymbols->isEnabled());
     m_clock->setText(clocks[static_cast<int>(feed.eye().cut().clock)]);
 }
 

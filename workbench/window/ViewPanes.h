@@ -47,7 +47,7 @@ public:
              view->getContextMenu(), [view] { view->AutoScale(); }});
         return view;
     }
-    /// Shows the panes as they were left. To be called once, after the last one was added.
+    /// Shows the panes as they were left.
     void restore();
     const std::deque<Pane>& panes() const { return m_panes; }
     /// Shows all panes, for as long as none is hidden or shown by its action.
