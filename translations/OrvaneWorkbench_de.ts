@@ -11,6 +11,18 @@
         <source>the recording holds no samples; choose another one</source>
         <translation>die Aufnahme enthält keine Abtastwerte; eine andere wählen</translation>
     </message>
+    <message>
+        <source>its header says that the sample rate is %1 Hz, not above 0; mend the header, or read the samples alone by --format</source>
+        <translation>ihre Abtastrate ist nach ihrem Kopf %1 Hz, nicht über 0; ihn berichtigen oder die Abtastwerte mit --format allein lesen</translation>
+    </message>
+    <message>
+        <source>it was cut off: its header speaks of %1 bytes, %2 are there</source>
+        <translation>sie ist abgeschnitten: ihr Kopf spricht von %1 Bytes, %2 sind da</translation>
+    </message>
+    <message>
+        <source>it was cut off or is damaged: its end cannot be read</source>
+        <translation>sie ist abgeschnitten oder beschädigt: ihr Ende ist nicht lesbar</translation>
+    </message>
 </context>
 <context>
     <name>CsvLayout</name>
@@ -585,6 +597,18 @@
     <message>
         <source>the sample rate is not known, %1 Hz is assumed; give it by --sample-rate</source>
         <translation>die Abtastrate ist nicht bekannt, %1 Hz sind angenommen; mit --sample-rate angeben</translation>
+    </message>
+    <message>
+        <source>it holds no numbers, only what is missing, NaN or infinite; choose another one, or give the right --format</source>
+        <translation>sie enthält keine Zahlen, nur was fehlt, NaN oder unendlich ist; eine andere wählen oder das richtige --format angeben</translation>
+    </message>
+    <message>
+        <source>%1 of its first %2 numbers are missing, NaN or infinite, and left out</source>
+        <translation>%1 ihrer ersten %2 Zahlen fehlen, sind NaN oder unendlich und entfallen</translation>
+    </message>
+    <message>
+        <source>its samples cannot be read; choose another one</source>
+        <translation>ihre Abtastwerte sind nicht lesbar; eine andere wählen</translation>
     </message>
 </context>
 <context>

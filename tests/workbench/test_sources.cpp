@@ -2,6 +2,8 @@
 #include "Recordings.h"
 #include "workbench/sources/NrzSource.h"
 
+#include <QFileInfo>
+
 #include <archive.h>
 #include <archive_entry.h>
 #include <gmock/gmock.h>
@@ -43,35 +45,72 @@ TEST_F(Recordings, ComeThroughInEveryFormatWithAnyNumberOfChannels)
     }
 }
 
-TEST_F(Recordings, ThatCannotBeReadSayWhyAndThoseCutOffGiveWhatIsThere)
+TEST_F(Recordings, ThatCannotBeReadSayWhy)
 {
-    writeFile(path("empty.wav"), {});
-    writeFile(path("text.wav"), "These are no samples.\n");
-    writeFile(path("7.cf32"), "7 bytes");
-    writeRecording(path("none.wav"), 8000, 1, {});
-    writeRecording(path("whole.wav"), 8000, 2, sine(2000));
-    QFile whole(path("whole.wav"));
-    whole.open(QIODevice::ReadOnly);
-    QByteArray content = whole.readAll();
-    writeFile(path("header.wav"), content.left(30));
-    writeFile(path("cut.wav"), content.left(44 + 4 * 600 + 1));
-    content.replace(24, 4, QByteArray(4, '\0')); // the sample rate
-    writeFile(path("rate.wav"), content);
-
-    const std::pair<QString, const char*> rows[] = {
-        {path("missing.wav"), "no such file"}, {folder.path(), "folder"},
-        {"/dev/null", "not a regular file"},   {path("empty.wav"), "empty"},
-        {path("text.wav"), "not a recording"}, {path("header.wav"), "not a recording"},
-        {path("rate.wav"), "not a recording"}, {path("none.wav"), "no samples"},
-        {path("7.cf32"), "no whole sample"}};
-    for (const auto& [name, reason] : rows) {
+    const auto header = [&](int offset, const QByteArray& bytes, int length = 8044) {
+        writeRecording(path("a.wav"), 8000, 2, sine(4000));
+        QFile file(path("a.wav"));
+        file.open(QIODevice::ReadOnly);
+        return file.readAll().replace(offset, bytes.size(), bytes).left(length);
+    };
+    const std::tuple<const char*, QByteArray, const char*> rows[] = {
+        {"empty.wav", "", "empty"},
+        {"text.wav", "These are no samples.\n", "not a recording"},
+        {"header.wav", header(0, "", 30), "not a recording"},
+        {"channels.wav", header(22, QByteArray(2, '\0')), "not a recording"},
+        {"rate.wav", header(24, QByteArray(4, '\0')), "the sample rate is 0 Hz"},
+        {"rate.wav", header(24, QByteArray("\x01\0\0\x80", 4)),
+         "the sample rate is -2147483647 Hz"},
+        {"none.wav", header(0, "", 44), "no samples"},
+        {"7.cf32", "7 bytes", "no whole sample"},
+        {"nan.cf32", QByteArray(800, '\xff'), "no numbers"},
+        {"a.sigmf-collection", "{}", "open one of them"}};
+    for (const auto& [name, content, reason] : rows) {
+        writeFile(path(name), content);
+        EXPECT_FALSE(open(path(name))) << name;
+        EXPECT_THAT(why.toStdString(), testing::HasSubstr(reason)) << name;
+    }
+    QFile::setPermissions(path("7.cf32"), {});
+    const std::pair<QString, const char*> others[] = {
+        {path("missing.wav"), "no such file"},
+        {folder.path(), "folder"},
+        {"/dev/null", "not a regular file"},
+        {path("7.cf32"), QFileInfo(path("7.cf32")).isReadable() ? "whole" : "no permission"}};
+    for (const auto& [name, reason] : others) {
         EXPECT_FALSE(open(name)) << qPrintable(name);
         EXPECT_THAT(why.toStdString(), testing::HasSubstr(reason)) << qPrintable(name);
     }
-    const auto source = open(path("cut.wav"));
-    ASSERT_TRUE(source) << qPrintable(why);
-    EXPECT_EQ(source->sampleCount(), 600);
-    EXPECT_EQ(readAll(*source, 1000).size(), 1200U);
+}
+
+TEST_F(Recordings, ThatWereCutOffGiveWhatIsThereAndSaySo)
+{
+    const std::tuple<const char*, int, const char*> rows[] = {
+        {"a.wav", SF_FORMAT_WAV, "160000 bytes, 4001 are there"},
+        {"a.aiff", SF_FORMAT_AIFF, "160008 bytes, "},
+        {"a.au", SF_FORMAT_AU, "160000 bytes, "},
+        {"a.w64", SF_FORMAT_W64, "160104 bytes, "},
+        {"a.rf64", SF_FORMAT_RF64, "160096 bytes, "},
+        {"a.flac", SF_FORMAT_FLAC, "its end cannot be read"}};
+    for (const auto& [name, format, says] : rows) {
+        SCOPED_TRACE(name);
+        const auto written = sine(80000, 7.7);
+        writeRecording(path(name), 8000, 2, written, format | SF_FORMAT_PCM_16);
+        ASSERT_TRUE(open(path(name))) << qPrintable(why);
+        EXPECT_EQ(notices, QStringList());
+        QFile file(path(name));
+        file.resize(name[2] == 'w' && name[3] == 'a' ? 44 + 4001 : file.size() / 2);
+        const auto source = open(path(name));
+        ASSERT_TRUE(source) << qPrintable(why);
+        EXPECT_THAT(notices.join('\n').toStdString(), testing::HasSubstr(says));
+        EXPECT_FALSE(source->seek(39999)); // and nothing moves
+        for (int run = 0; run < 2; ++run) {
+            const auto samples = readAll(*source, 1000);
+            EXPECT_GT(samples.size(), 1990U);
+            EXPECT_LT(samples.size(), 41000U);
+            EXPECT_NEAR(samples[999], written[999], 1e-4);
+            EXPECT_TRUE(source->seek(0));
+        }
+    }
 }
 
 TEST_F(Recordings, MayHoldNanAndInfinity)
@@ -81,6 +120,7 @@ TEST_F(Recordings, MayHoldNanAndInfinity)
                    SF_FORMAT_WAV | SF_FORMAT_DOUBLE);
     const auto samples = readAll(*open(path("odd.wav")), 2);
     EXPECT_THAT(samples, testing::ElementsAre(0.5, testing::IsNan(), infinity, -infinity, 0.25));
+    EXPECT_THAT(notices.join('\n').toStdString(), testing::StartsWith("3 of its first 5 numbers"));
 }
 
 TEST(SampleFormats, ConvertTheBytesOfEveryDataType)

@@ -1,11 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "workbench/sources/SignalSource.h"
-
-#include <QCoreApplication>
-
-#include <memory>
+#include "workbench/sources/Recording.h"
 
 /// A recording in any format that libsndfile reads: WAV, FLAC, AIFF and many more, with any number
 /// of channels; two of them are I and Q of one complex signal. Whole numbers become -1..1, floating
@@ -15,12 +11,10 @@ class AudioSource : public SignalSource
 {
     Q_DECLARE_TR_FUNCTIONS(AudioSource)
 public:
-    /// Opens a file.
+    /// Opens a file, and says in the recording what came of it.
     /// @param sampleRate  Hz, > 0; overrides the file's.
-    /// @param why  when it cannot be read: one sentence that says why and what to do.
-    /// @return null when the file cannot be read or holds no samples.
-    static std::unique_ptr<AudioSource> open(const QString& fileName,
-                                             std::optional<double> sampleRate, QString& why);
+    static void open(Recording& recording, const QString& fileName,
+                     std::optional<double> sampleRate);
     ~AudioSource() override;
 
     QString name() const override;
@@ -28,16 +22,16 @@ public:
     int channelCount() const override;
     bool isComplex() const override;
     std::optional<std::int64_t> sampleCount() const override;
-    std::int64_t position() const override { return m_position; }
+    std::int64_t position() const override;
     std::size_t read(std::vector<double>& block, std::size_t count) override;
     bool seek(std::int64_t position) override;
 
 private:
     struct File;
     static QString flaw(const File& file);
+    static QString loss(File& file);
     AudioSource(std::unique_ptr<File> file, std::optional<double> sampleRate);
 
     std::unique_ptr<File> m_file;
     double m_sampleRate;
-    std::int64_t m_position = 0;
 };

@@ -8,10 +8,15 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+#include <cmath>
+
 Recording Recording::open(const QString& fileName, const Options& options)
 {
     const QString why = obstacle(fileName);
     Recording recording = why.isEmpty() ? openFile(fileName, options) : failure(why);
+    if (recording.source)
+        recording.examine();
     if (!recording.source)
         recording.notices.clear();
     return recording;
@@ -33,9 +38,33 @@ Recording Recording::openFile(const QString& fileName, const Options& options)
     } else if (!options.columns.isEmpty() || CsvSource::isCsv(fileName)) {
         CsvSource::open(recording, fileName, options);
     } else {
-        recording.source = AudioSource::open(fileName, options.sampleRate, recording.why);
+        AudioSource::open(recording, fileName, options.sampleRate);
     }
     return recording;
+}
+
+/// Looks at the first samples; the signal starts at the first one again.
+void Recording::examine()
+{
+    constexpr std::size_t examinedValueCount = 1 << 16;
+    std::vector<double> values;
+    const auto valueCount = static_cast<std::size_t>(source->valueCount());
+    const std::size_t wanted = std::max<std::size_t>(examinedValueCount / valueCount, 1);
+    const std::size_t count = source->read(values, wanted);
+    const auto badCount = std::count_if(values.begin(), values.end(),
+                                        [](double value) { return !std::isfinite(value); });
+    const auto all = static_cast<std::ptrdiff_t>(values.size());
+    if (badCount == all && source->read(values, 1) == 0)
+        why = tr("it holds no numbers, only what is missing, NaN or infinite; choose another one, "
+                 "or give the right --format");
+    else if (badCount > 0)
+        notices += tr("%1 of its first %2 numbers are missing, NaN or infinite, and left out")
+                       .arg(badCount)
+                       .arg(all);
+    if (count == 0 || !source->seek(0))
+        why = tr("its samples cannot be read; choose another one");
+    if (!why.isEmpty())
+        source.reset();
 }
 
 QString Recording::obstacle(const QString& fileName)

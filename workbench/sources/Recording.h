@@ -36,6 +36,7 @@ public:
 
 private:
     static Recording openFile(const QString& fileName, const Options& options);
+    void examine();
 };
 
 /// What overrides or adds to what a file says.

@@ -51,6 +51,8 @@ std::optional<SampleFormat> SampleFormat::ofEnding(const QString& ending)
     }
     if (name == QLatin1String("c16") || name == QLatin1String("c8"))
         return parse(QStringLiteral("cs") + name.mid(1));
+    if (name == QLatin1String("rf64")) // is a kind of WAV file
+        return std::nullopt;
     return parse(name);
 }
 

@@ -15,7 +15,7 @@ struct SampleFormat
     /// Reads a name such as cf32_le, ri16_be or cu8, the data types of SigMF. Also common short
     /// ones: s for i; no r before real ones; no _le, which is what is meant then.
     static std::optional<SampleFormat> parse(const QString& name);
-    /// What a file's ending says: any of the names above, and fc32, cfile, iq, c16 and c8.
+    /// What a file's ending says: any of the names above but rf64, and fc32, cfile, iq, c16 and c8.
     static std::optional<SampleFormat> ofEnding(const QString& ending);
 
     /// The data type's name in SigMF.
