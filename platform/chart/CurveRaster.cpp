@@ -248,9 +248,11 @@ void CurveRaster::Light(const QImage& backdrop, QImage& picture)
         const QRgb* ground = line(backdrop, row);
         QRgb* pixels = line(picture, row);
         for (int x = 0; x < width; ++x) {
-            running[x] = static_cast<Count>(running[x] + counts[x]);
-            counts[x] = running[x];
-            pixels[x] = running[x] ? color : ground[x];
+            const auto count = static_cast<Count>(running[x] + counts[x]);
+            const QRgb behind = ground[x]; // read whatever the count: there is no branch
+            running[x] = count;
+            counts[x] = count;
+            pixels[x] = count ? color : behind;
         }
     }
 }
