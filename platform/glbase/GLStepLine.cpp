@@ -85,7 +85,10 @@ GLStepLine::Extremes GLStepLine::ExtremesOf(std::size_t first, std::size_t last)
         last /= blockSize;
     };
     takeEnds(m_levels.data(), m_levels.size() >= blockSize);
-    for (std::size_t layer = 0; first < last; ++layer)
+    std::size_t layer = 0;
+    while (first < last) {
         takeEnds(&m_blocks[m_layerStarts[layer]], layer + 1 < m_layerStarts.size());
+        ++layer;
+    }
     return extremes;
 }

@@ -12,10 +12,10 @@
 
 namespace {
 
-constexpr QLatin1String metaEnding(".sigmf-meta");
-constexpr QLatin1String dataEnding(".sigmf-data");
-constexpr QLatin1String collectionEnding(".sigmf-collection");
-constexpr QLatin1String archiveEnding(".sigmf");
+const QLatin1String metaEnding(".sigmf-meta");
+const QLatin1String dataEnding(".sigmf-data");
+const QLatin1String collectionEnding(".sigmf-collection");
+const QLatin1String archiveEnding(".sigmf");
 
 /// A file's name with another ending.
 QString withEnding(const QString& name, QLatin1String ending, QLatin1String other)
