@@ -63,6 +63,13 @@
     </message>
 </context>
 <context>
+    <name>InfoDialog</name>
+    <message>
+        <source>Information</source>
+        <translation>Informationen</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>&amp;File</source>
@@ -184,6 +191,10 @@
         <source>&amp;Eye diagram</source>
         <translation>&amp;Augendiagramm</translation>
     </message>
+    <message>
+        <source>&amp;Information...</source>
+        <translation>&amp;Informationen …</translation>
+    </message>
 </context>
 <context>
     <name>NoticeBar</name>
@@ -288,26 +299,6 @@
     <message>
         <source>Plays channel &lt;N&gt; of the recording, counted from 1; of a complex one 1 is I, 2 is Q.</source>
         <translation>Spielt Kanal &lt;N&gt; der Aufnahme, ab 1 gezählt; einer komplexen: 1 ist I, 2 ist Q.</translation>
-    </message>
-    <message>
-        <source>Name: %1</source>
-        <translation>Name: %1</translation>
-    </message>
-    <message>
-        <source>Sample rate: %1 Hz</source>
-        <translation>Abtastrate: %1 Hz</translation>
-    </message>
-    <message>
-        <source>Channels: %1, complex</source>
-        <translation>Kanäle: %1, komplex</translation>
-    </message>
-    <message>
-        <source>Channels: %1</source>
-        <translation>Kanäle: %1</translation>
-    </message>
-    <message>
-        <source>Samples: %1, %2 s</source>
-        <translation>Abtastwerte: %1, %2 s</translation>
     </message>
     <message>
         <source>Takes the file for raw samples of &lt;NAME&gt;: cf32, cs16, cu8, cs8, rf32, rs16 and so on, _be for big endian; else endings such as .cu8 say it.</source>
@@ -609,6 +600,26 @@
     <message>
         <source>its samples cannot be read; choose another one</source>
         <translation>ihre Abtastwerte sind nicht lesbar; eine andere wählen</translation>
+    </message>
+    <message>
+        <source>Name: %1</source>
+        <translation>Name: %1</translation>
+    </message>
+    <message>
+        <source>Sample rate: %1 Hz</source>
+        <translation>Abtastrate: %1 Hz</translation>
+    </message>
+    <message>
+        <source>Channels: %1, complex</source>
+        <translation>Kanäle: %1, komplex</translation>
+    </message>
+    <message>
+        <source>Channels: %1</source>
+        <translation>Kanäle: %1</translation>
+    </message>
+    <message>
+        <source>Samples: %1, %2 s</source>
+        <translation>Abtastwerte: %1, %2 s</translation>
     </message>
 </context>
 <context>

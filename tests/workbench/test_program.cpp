@@ -82,6 +82,21 @@ TEST_F(Program, RefusesInOneLineWithTheRightExitCode)
     }
 }
 
+TEST_F(Program, PrintsWhatIsKnownOfARecordingAndWhatIsAmissWithIt)
+{
+    writeFile(path("a.sigmf-meta"), R"({"global": {"core:datatype": "cu8", "core:version": "1.2.5"},
+        "captures": [], "annotations": [{"core:sample_start": 3, "core:label": "<b>burst"}]})");
+    writeFile(path("a.sigmf-data"), QByteArray(11, 'a'));
+    EXPECT_EQ(run({"--info", path("a.sigmf-data")}), 0);
+    EXPECT_TRUE(out.startsWith("Name: a.sigmf-meta\nSample rate: 48000 Hz\nChannels: 1, complex\n"
+                               "Samples: 5, 0.000104166666667 s\n"))
+        << qPrintable(out);
+    EXPECT_TRUE(out.contains("\nAnnotation: core:label <b>burst, core:sample_start 3\n"));
+    EXPECT_TRUE(error.contains(": the sample rate is not known, 48000 Hz is assumed;"));
+    EXPECT_TRUE(error.contains(": it ends within a sample (1 bytes are left out)"));
+    EXPECT_EQ(error.count("orvane-workbench: " + path("a.sigmf-data")), 2) << qPrintable(error);
+}
+
 TEST_F(Program, NeedsNoDisplayForHelpAndSaysWhereOneIsMissing)
 {
     QProcessEnvironment environment = process.processEnvironment();

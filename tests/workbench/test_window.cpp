@@ -21,6 +21,7 @@
 #include <QDropEvent>
 #include <QLabel>
 #include <QMimeData>
+#include <QPlainTextEdit>
 #include <QSettings>
 #include <QSlider>
 #include <QTest>
@@ -199,6 +200,11 @@ TEST_F(Window, OpensWhatIsDroppedOrSaysWhatIsWrongWithIt)
         return std::abs(TestAccess::levels(window->timeView()).GetStopValue() - 0.55) < 0.01;
     }));
     EXPECT_FALSE(drop({QUrl("http://example.invalid/x.wav")}));
+
+    action("&Information...").trigger();
+    const auto* information = window->findChild<QPlainTextEdit*>();
+    EXPECT_TRUE(information->isVisible());
+    EXPECT_TRUE(information->toPlainText().startsWith("Name: sine.wav\n"));
 }
 
 TEST_F(Window, FollowsItsControls)

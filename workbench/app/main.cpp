@@ -104,17 +104,7 @@ int inform(const Options& options)
     const Recording recording = open(options);
     if (!recording.source)
         return fail(exitFailed, QStringLiteral("%1: %2").arg(options.file, recording.why));
-    const SignalSource& source = *recording.source;
-    QStringList lines{
-        Options::tr("Name: %1").arg(source.name()),
-        Options::tr("Sample rate: %1 Hz").arg(source.sampleRate(), 0, 'g', 12),
-        (source.isComplex() ? Options::tr("Channels: %1, complex") : Options::tr("Channels: %1"))
-            .arg(source.channelCount())};
-    if (const auto count = source.sampleCount())
-        lines += Options::tr("Samples: %1, %2 s")
-                     .arg(*count)
-                     .arg(static_cast<double>(*count) / source.sampleRate(), 0, 'g', 12);
-    for (const QString& line : lines + recording.details)
+    for (const QString& line : Recording::describe(*recording.source) + recording.details)
         std::printf("%s\n", qPrintable(line));
     return 0;
 }

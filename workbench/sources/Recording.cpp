@@ -97,3 +97,16 @@ double Recording::orAssumed(std::optional<double> sampleRate)
                        .arg(assumedSampleRate);
     return sampleRate.value_or(assumedSampleRate);
 }
+
+QStringList Recording::describe(const SignalSource& source)
+{
+    QStringList lines{tr("Name: %1").arg(source.name()),
+                      tr("Sample rate: %1 Hz").arg(source.sampleRate(), 0, 'g', 12),
+                      (source.isComplex() ? tr("Channels: %1, complex") : tr("Channels: %1"))
+                          .arg(source.channelCount())};
+    if (const auto count = source.sampleCount())
+        lines += tr("Samples: %1, %2 s")
+                     .arg(*count)
+                     .arg(static_cast<double>(*count) / source.sampleRate(), 0, 'g', 12);
+    return lines;
+}

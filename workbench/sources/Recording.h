@@ -29,6 +29,9 @@ public:
     /// The rate, or where it is not known an assumed one and a notice of it.
     double orAssumed(std::optional<double> sampleRate);
 
+    /// What is known of a signal, a line each.
+    static QStringList describe(const SignalSource& source);
+
     std::unique_ptr<SignalSource> source; ///< null where there is nothing to show
     QString why;                          ///< then one sentence: why, and what to do
     QStringList notices;                  ///< otherwise what is amiss, a sentence each

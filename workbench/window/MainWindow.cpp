@@ -6,6 +6,7 @@
 #include "views/VCGLTimeDiagram.h"
 #include "workbench/window/Appearance.h"
 #include "workbench/window/Icons.h"
+#include "workbench/window/InfoDialog.h"
 #include "workbench/window/NoticeBar.h"
 #include "workbench/window/ParameterPanel.h"
 #include "workbench/window/StatusFields.h"
@@ -133,6 +134,11 @@ void MainWindow::buildActions()
     connect(builtIn, &QAction::triggered, this, [this] {
         openBuiltIn(m_builtIn);
         m_feed.play();
+    });
+    QAction* information = add(file, tr("&Information..."), Qt::CTRL + Qt::Key_I);
+    connect(information, &QAction::triggered, this, [this] {
+        const QStringList lines = Recording::describe(*m_feed.source()) + m_details;
+        (new InfoDialog(lines, this))->open();
     });
     file->addSeparator();
     QAction* quit = add(file, tr("&Quit"), Qt::CTRL + Qt::Key_Q);
@@ -272,6 +278,7 @@ bool MainWindow::open(Recording recording, int channel, std::optional<double> sy
         return false;
     }
     m_feed.open(std::move(recording.source), channel - 1, symbolRate);
+    m_details = recording.details;
     showSource();
     sayNotices(recording.notices);
     return true;
@@ -281,6 +288,7 @@ void MainWindow::openBuiltIn(const NrzSettings& settings)
 {
     m_builtIn = settings;
     m_feed.open(std::make_unique<NrzSource>(m_builtIn), 0, std::nullopt);
+    m_details.clear();
     showSource();
 }
 

@@ -77,6 +77,7 @@ private:
 
     SignalFeed m_feed;
     NrzSettings m_builtIn; // of the built-in signal, also while a recording plays
+    QStringList m_details; // of the recording that plays
     QString m_folder;      // where the last recording was
     NoticeBar* m_notice;
     ViewPanes* m_panes;
