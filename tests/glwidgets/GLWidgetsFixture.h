@@ -11,26 +11,20 @@
 #include "platform/glwidgets/YAxisHandler.h"
 #include "platform/gui/ColorSet.h"
 
-#include <QImage>
 #include <QPaintEngine>
 #include <QPainter>
+#include <QSignalSpy>
 #include <QTest>
 #include <QWindow>
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <functional>
-#include <memory>
-#include <vector>
 
 /// A picture that keeps the texts drawn on it and their places instead of pixels.
 struct TextRecorder : QImage, QPaintEngine
 {
-    struct Text
-    {
-        QString text;
-        QRectF box;
-    };
     explicit TextRecorder(const QSize& size)
         : QImage(size, Format_RGB32)
         , QPaintEngine(AllFeatures)
@@ -47,10 +41,10 @@ struct TextRecorder : QImage, QPaintEngine
     {
         const QRectF box(at.x(), at.y() - item.ascent(), item.width(),
                          item.ascent() + item.descent());
-        texts.push_back({item.text(), painter()->deviceTransform().mapRect(box)});
+        texts.emplace_back(item.text(), painter()->deviceTransform().mapRect(box));
     }
 
-    std::vector<Text> texts;
+    std::vector<std::pair<QString, QRectF>> texts;
 };
 
 /// A plot with grid and Y axis that paints itself as the diagrams do.
@@ -71,8 +65,8 @@ struct Plot : ScanBufferWidgetBase
     {
         GLPainter painter(GetFrameWidget());
         painter.fillRect(rect(), Qt::black);
-        if (const auto axis = xAxis.lock())
-            axis->XPixelMap()->GetGridDrawer().Draw(painter, this, m_drawParam);
+        if (!xAxis.expired())
+            xAxis.lock()->XPixelMap()->GetGridDrawer().Draw(painter, this, m_drawParam);
         yAxis->XPixelMap()->GetGridDrawer().Draw(painter, this, m_drawParam);
         GLCommonWidget::paintEvent(event);
         TextRects()->draw(painter);
@@ -129,11 +123,20 @@ struct View : GLLayout
     }
     void wheel(const QPoint& at, int eighthsOfDegree)
     {
-        QWheelEvent event(at, mapToGlobal(at), {}, {0, eighthsOfDegree}, Qt::NoButton, {},
-                          Qt::NoScrollPhase, false);
+        QWheelEvent event(at, mapToGlobal(at), {}, {0, eighthsOfDegree}, {}, {}, {}, false);
         QApplication::sendEvent(this, &event);
     }
-    std::vector<TextRecorder::Text> texts()
+    /// Whether an action has the window painted anew.
+    template<class Action>
+    bool repaints(Action action)
+    {
+        QCoreApplication::processEvents(); // what was requested before
+        const QSignalSpy frames(this, &QOpenGLWidget::frameSwapped);
+        action();
+        QCoreApplication::processEvents();
+        return !frames.isEmpty();
+    }
+    std::vector<std::pair<QString, QRectF>> texts()
     {
         TextRecorder recorder(size());
         QPainter painter(&recorder);

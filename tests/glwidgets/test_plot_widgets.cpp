@@ -3,11 +3,7 @@
 
 #include <QPointer>
 #include <QRegularExpression>
-#include <QSignalSpy>
 #include <QToolButton>
-#include <QWindow>
-
-#include <limits>
 
 namespace {
 
@@ -72,12 +68,7 @@ TEST_F(PlotWidgets, PausingStopsTakingDataAndResumingStartsIt)
     QKeyEvent held(QEvent::KeyPress, Qt::Key_Space, {}, QStringLiteral(" "), true);
     QApplication::sendEvent(view->bar(), &held);
     EXPECT_FALSE(view->caption->isPaused());
-    EXPECT_FALSE(button()->accessibleName().isEmpty());
-}
-
-TEST_F(PlotWidgets, AReceiverOfThePauseMayDestroyTheView)
-{
-    for (const auto& toggle : pauses) {
+    for (const auto& toggle : pauses) { // a receiver may destroy the view
         view = std::make_unique<View>();
         view->open();
         QObject::connect(view->caption, &DiagramCaption::si_paused, qApp, [this] { view.reset(); });
@@ -103,16 +94,15 @@ TEST_F(PlotWidgets, TheBarFollowsTheColourSchemeAndKeepsTextsOffTheButton)
 TEST_F(PlotWidgets, TextsStandBesideTheirAnchorInsideThePlot)
 {
     Plot& plot = *view->plot;
-    const int far = std::numeric_limits<int>::max();
+    const int far = INT_MAX;
     const QRect area = plot.rect();
     const QPoint anchors[] = {{0, 0},   area.center(), area.bottomRight(), {area.right(), 0},
                               {0, far}, {far, -far},   {-far, far}};
     for (const QPoint& anchor : anchors) {
         plot.AddMarker("m", "first\nsecond line", anchor);
-        for (const char* line : {"first", "second line"}) {
-            EXPECT_TRUE(QRectF(area).contains(boxOf(line))) << anchor.x() << " " << anchor.y();
-            EXPECT_FALSE(boxOf(line).contains(anchor));
-        }
+        const QRectF box = boxOf("first") | boxOf("second line");
+        EXPECT_TRUE(QRectF(area).contains(box)) << anchor.x() << " " << anchor.y();
+        EXPECT_FALSE(box.contains(anchor));
         EXPECT_LT(boxOf("first").center().y(), boxOf("second line").top());
     }
     plot.RemoveMarker("m");
@@ -131,6 +121,8 @@ TEST_F(PlotWidgets, TheRulerMeasuresFromPressToRelease)
     YAxisHandler& y = *view->plot->yAxis;
     x.SetRange(-100.0, 0.0);
     y.SetUnitText("V");
+    EXPECT_TRUE(view->repaints([this] { drag(150, 60, 320, 999); }));
+    EXPECT_NEAR(field("y"), y.PixelToValue(view->plot->rect().bottom()), 0.0006); // stays inside
     drag(150, 60, 320, 200);
     // A column is 0.2 wide, a row 0.008 high.
     EXPECT_NEAR(field("x"), x.PixelToValue(320), 0.06);
@@ -160,7 +152,6 @@ TEST_F(PlotWidgets, TheRulerMeasuresFromPressToRelease)
         x.SetRange(0.0, stop); // out of sight, or without pixels
         view->picture();
     }
-    EXPECT_EQ(view->ruler.CursorCount(), 2);
 }
 
 TEST_F(PlotWidgets, AClickStartsTheRulerAnewAndEscapeClearsIt)

@@ -206,8 +206,9 @@ TEST_F(TimeView, ShowsItsTracesAndOffersMenusAndRuler)
     QTest::mouseClick(view->windowHandle(), Qt::LeftButton, {}, plot.center());
     EXPECT_FALSE(caption()->readout().isEmpty());
     view->getContextMenu(); // exists before it is asked for by the mouse
+    const QPoint onAxes[] = {plot.topLeft() + QPoint(9, 99), plot.bottomLeft() + QPoint(99, 9)};
     for (const auto& [at, entries] :
-         {std::pair(plot.center(), 2), {plot.topLeft() + QPoint(9, 99), 1}}) {
+         {std::pair(plot.center(), 2), {onAxes[0], 1}, {onAxes[1], 1}}) {
         int shown = 0;
         QTimer::singleShot(0, [&shown] {
             auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
