@@ -195,6 +195,10 @@
         <source>&amp;Information...</source>
         <translation>&amp;Informationen …</translation>
     </message>
+    <message>
+        <source>&amp;IQ diagram</source>
+        <translation>&amp;IQ-Diagramm</translation>
+    </message>
 </context>
 <context>
     <name>NoticeBar</name>
@@ -329,10 +333,6 @@
         <translation>1 bis %1 Nummern oder Namen zwischen Kommas angeben</translation>
     </message>
     <message>
-        <source>Shows a signal over time and as an eye: a recording, or a built-in data signal when no file is given.</source>
-        <translation>Zeigt ein Signal über der Zeit und als Auge: eine Aufnahme oder, ohne Datei, ein eingebautes Datensignal.</translation>
-    </message>
-    <message>
         <source>Symbol rate in hertz: the time axis counts symbols, and the eye opens on them.</source>
         <translation>Symbolrate in Hertz: Die Zeitachse zählt Symbole, und das Auge richtet sich nach ihnen.</translation>
     </message>
@@ -353,10 +353,6 @@
         <translation>Jitter des eingebauten Signals, Effektivwert in Symboldauern, 0 bis 0.3 (0).</translation>
     </message>
     <message>
-        <source>Plays without a window, writes time.png, eye.png and workbench.png into &lt;DIR&gt; and ends.</source>
-        <translation>Spielt ohne Fenster ab, schreibt time.png, eye.png und workbench.png nach &lt;DIR&gt; und endet.</translation>
-    </message>
-    <message>
         <source>give 2 or 4</source>
         <translation>2 oder 4 angeben</translation>
     </message>
@@ -367,6 +363,14 @@
     <message>
         <source>Low-pass before the eye, 3 dB down at &lt;X&gt; symbol rates, 0.2 to 2 (none).</source>
         <translation>Tiefpass vor dem Auge, der bei &lt;X&gt; Symbolraten um 3 dB dämpft, 0.2 bis 2 (keiner).</translation>
+    </message>
+    <message>
+        <source>Shows a signal over time, as an eye and as a constellation: a recording, or a built-in data signal when no file is given.</source>
+        <translation>Zeigt ein Signal über der Zeit, als Auge und als Konstellation: eine Aufnahme oder, ohne Datei, ein eingebautes Datensignal.</translation>
+    </message>
+    <message>
+        <source>Plays without a window, writes time.png, eye.png, iq.png and workbench.png into &lt;DIR&gt; and ends.</source>
+        <translation>Spielt ohne Fenster ab, schreibt time.png, eye.png, iq.png und workbench.png nach &lt;DIR&gt; und endet.</translation>
     </message>
 </context>
 <context>

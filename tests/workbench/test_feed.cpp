@@ -87,10 +87,13 @@ TEST(Segments, AreAsLongAsTheirMarkersSayHoweverTheyAreReadAndStartNearZero)
             ListSource source(content, 100.0, frame);
             SegmentReader reader(source, 0);
             reader.setSegmentLength(64);
-            std::vector<double> samples, markers;
-            while (reader.read(step, samples, markers) > 0) {
+            std::vector<double> samples, markers, partner;
+            while (reader.read(step, samples, markers, partner) > 0) {
             }
             EXPECT_THAT(samples, testing::Pointwise(testing::NanSensitiveDoubleEq(), content));
+            for (double& sample : samples)
+                sample += 1000.0;
+            EXPECT_THAT(partner, testing::Pointwise(testing::NanSensitiveDoubleEq(), samples));
             expected = step == 1 ? markers : expected;
             EXPECT_EQ(markers, expected) << step;
         }

@@ -137,14 +137,17 @@ TEST_F(Program, TakesPicturesOfWhatItPlays)
     for (const auto& [arguments, size, scheme] : rows) {
         const QString pictures = path("new folder/pictures");
         ASSERT_EQ(run(QStringList{"--snapshot", pictures} + arguments), 0) << qPrintable(error);
-        EXPECT_EQ(out, QString("%1/time.png\n%1/eye.png\n%1/workbench.png\n").arg(pictures));
+        EXPECT_EQ(out,
+                  QString("%1/time.png\n%1/eye.png\n%1/iq.png\n%1/workbench.png\n").arg(pictures));
         EXPECT_TRUE(error.isEmpty()) << qPrintable(error);
         const QImage window(pictures + "/workbench.png");
         EXPECT_EQ(window.size(), size);
+        const QColor point = ColorSet::DefaultColor(scheme, IColorBase::colIQPoint);
+        EXPECT_GT(count(QImage(pictures + "/iq.png"), point), 5);
         for (const auto& [name, trace] : {std::pair("/time.png", IColorBase::colTimeTrace),
                                           std::pair("/eye.png", IColorBase::colEyeTrace)}) {
             const QImage view(pictures + name);
-            EXPECT_GT(view.width(), size.width() / 2);
+            EXPECT_GT(view.width(), size.width() / 4);
             for (const QImage& image : {window, view}) {
                 const auto pixels = [&, scheme = scheme](IColorBase::ECOLOR number) {
                     return count(image, ColorSet::DefaultColor(scheme, number));

@@ -154,11 +154,12 @@ TEST_F(Window, GivesTheRoomOfHiddenViewsToTheOthersAndRemembersIt)
         }
         EXPECT_EQ(room, center->rect());
     };
-    const std::pair<Qt::Key, const char*> presses[] = {{Qt::Key_1, "01"},
-                                                       {Qt::Key_2, "01"} /* the last one stays */,
-                                                       {Qt::Key_1, "11"},
-                                                       {Qt::Key_2, "10"}};
-    expectRoom("11");
+    const std::pair<Qt::Key, const char*> presses[] = {{Qt::Key_1, "011"},
+                                                       {Qt::Key_3, "010"},
+                                                       {Qt::Key_2, "010"} /* the last one stays */,
+                                                       {Qt::Key_1, "110"},
+                                                       {Qt::Key_2, "100"}};
+    expectRoom("111");
     for (const auto& [key, shown] : presses) {
         QTest::keyClick(window.get(), key, Qt::ControlModifier);
         expectRoom(shown);
@@ -166,7 +167,7 @@ TEST_F(Window, GivesTheRoomOfHiddenViewsToTheOthersAndRemembersIt)
     EXPECT_FALSE(QSettings(path("settings.ini"), QSettings::IniFormat).value("Views/eye").toBool());
     window->panes().showAll(); // for a picture
     window->panes().restore();
-    expectRoom("10");
+    expectRoom("100");
     values::Persistant::SetStoreFile(QString());
 }
 

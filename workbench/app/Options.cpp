@@ -27,7 +27,7 @@ void describe(QCommandLineParser& parser)
         parser.addOption({QString::fromLatin1(name), text, QString::fromLatin1(value)});
     };
     parser.setApplicationDescription(
-        Text::tr("Shows a signal over time and as an eye: a recording, "
+        Text::tr("Shows a signal over time, as an eye and as a constellation: a recording, "
                  "or a built-in data signal when no file is given."));
     parser.addOption({{QStringLiteral("h"), QStringLiteral("help")}, Text::tr("Shows this help.")});
     parser.addOption(
@@ -64,8 +64,8 @@ void describe(QCommandLineParser& parser)
     add("span", Text::tr("Shows <S> seconds of signal."), "S");
     add("speed", Text::tr("Plays <X> seconds of signal in a second, 0.1 to 10."), "X");
     add("snapshot",
-        Text::tr("Plays without a window, writes time.png, eye.png and workbench.png into <DIR> "
-                 "and ends."),
+        Text::tr("Plays without a window, writes time.png, eye.png, iq.png and workbench.png into "
+                 "<DIR> and ends."),
         "DIR");
     add("seconds", Text::tr("Plays <S> seconds for a snapshot (2)."), "S");
     add("size", Text::tr("Size of the window in pixels (1280x800)."), "WxH");

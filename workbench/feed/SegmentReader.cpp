@@ -31,7 +31,7 @@ std::int64_t SegmentReader::position() const
 }
 
 std::size_t SegmentReader::read(std::size_t count, std::vector<double>& samples,
-                                std::vector<double>& markers)
+                                std::vector<double>& markers, std::vector<double>& partner)
 {
     std::size_t done = 0;
     while (done < count) {
@@ -44,8 +44,13 @@ std::size_t SegmentReader::read(std::size_t count, std::vector<double>& samples,
         const std::size_t step = std::min({m_open, count - done, available()});
         if (step == 0)
             break;
-        const auto first = m_ahead.begin() + static_cast<std::ptrdiff_t>(m_used);
-        samples.insert(samples.end(), first, first + static_cast<std::ptrdiff_t>(step));
+        const auto append = [&](std::vector<double>& target, const std::vector<double>& ahead) {
+            const auto first = ahead.begin() + static_cast<std::ptrdiff_t>(m_used);
+            target.insert(target.end(), first, first + static_cast<std::ptrdiff_t>(step));
+        };
+        append(samples, m_ahead);
+        if (!m_aheadPartner.empty())
+            append(partner, m_aheadPartner);
         markers.push_back(marker);
         markers.insert(markers.end(), step - 1, 0.0);
         m_used += step;
@@ -62,6 +67,7 @@ bool SegmentReader::seek(std::int64_t position)
     if (!m_source.seek(position))
         return false;
     m_ahead.clear();
+    m_aheadPartner.clear();
     m_used = 0;
     m_open = 0;
     return true;
@@ -72,12 +78,19 @@ void SegmentReader::fill(std::size_t count)
 {
     if (available() >= count)
         return;
-    m_ahead.erase(m_ahead.begin(), m_ahead.begin() + static_cast<std::ptrdiff_t>(m_used));
+    for (std::vector<double>* ahead : {&m_ahead, &m_aheadPartner}) {
+        const std::size_t used = std::min(m_used, ahead->size());
+        ahead->erase(ahead->begin(), ahead->begin() + static_cast<std::ptrdiff_t>(used));
+    }
     m_used = 0;
     const auto valueCount = static_cast<std::size_t>(m_source.valueCount());
+    const std::size_t partner = m_channel ^ 1U;
     while (m_ahead.size() < count && m_source.read(m_block, count - m_ahead.size()) > 0) {
-        for (std::size_t i = m_channel; i < m_block.size(); i += valueCount)
-            m_ahead.push_back(m_block[i]);
+        for (std::size_t i = 0; i + valueCount <= m_block.size(); i += valueCount) {
+            m_ahead.push_back(m_block[i + m_channel]);
+            if (partner < valueCount)
+                m_aheadPartner.push_back(m_block[i + partner]);
+        }
     }
 }
 

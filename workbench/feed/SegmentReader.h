@@ -33,8 +33,13 @@ public:
     std::size_t openCount() const { return m_open; }
 
     /// Appends the next samples and their markers.
+    /// @param partner  gets the samples of the value that makes a pair with the channel: of Q
+    ///                 beside I, of I beside Q, and so on; none where there is no other one.
     /// @return samples appended; fewer than asked, also none, at the end only.
-    std::size_t read(std::size_t count, std::vector<double>& samples, std::vector<double>& markers);
+    std::size_t read(std::size_t count, std::vector<double>& samples, std::vector<double>& markers,
+                     std::vector<double>& partner);
+    /// Whether the channel is the second one of its pair.
+    bool isSecond() const { return m_channel % 2 != 0; }
     /// Goes to a sample, and on from there to the start of a frame where the source has frames. A
     /// new segment starts there. False, and nothing moves, when the source cannot.
     bool seek(std::int64_t position);
@@ -50,6 +55,7 @@ private:
     std::size_t m_wanted = 1;
     std::size_t m_open = 0;
     std::vector<double> m_ahead; // the channel's samples read from the source...
-    std::size_t m_used = 0;      // ...of which these were passed on
+    std::vector<double> m_aheadPartner;
+    std::size_t m_used = 0; // ...of which these were passed on
     std::vector<double> m_block;
 };

@@ -45,6 +45,7 @@ void SignalFeed::scaleFor(std::optional<double> symbolRate)
     m_scale = TimeScale::of(*m_source, symbolRate);
     m_values.setBaudrate(m_scale.samplesPerUnit);
     m_eye.open(*m_source, symbolRate);
+    m_iq.open(*m_source, symbolRate);
 }
 
 void SignalFeed::setSymbolRate(std::optional<double> symbolRate)
@@ -169,17 +170,24 @@ std::size_t SignalFeed::deliver(std::size_t count)
     }
     if (!m_samples.empty())
         m_values.notify(m_samples, m_markers);
+    m_iq.notify();
     return m_samples.size();
 }
 
-/// Reads the next samples; the eye takes them, too.
+/// Reads the next samples; eye and constellation take them, too.
 void SignalFeed::readOn(std::size_t count)
 {
     const std::int64_t position = m_reader->position();
-    const auto known = static_cast<std::ptrdiff_t>(m_samples.size());
-    m_reader->read(count, m_samples, m_markers);
-    if (m_samples.begin() + known != m_samples.end())
-        m_eye.take(position, {m_samples.begin() + known, m_samples.end()});
+    m_block.clear();
+    m_partner.clear();
+    if (m_reader->read(count, m_block, m_markers, m_partner) == 0)
+        return;
+    m_samples.insert(m_samples.end(), m_block.begin(), m_block.end());
+    m_eye.take(position, m_block);
+    if (m_reader->isSecond())
+        m_iq.take(position, m_partner, m_block);
+    else
+        m_iq.take(position, m_block, m_partner);
 }
 
 /// Whether the next notification has two finite samples that differ.
@@ -213,6 +221,7 @@ void SignalFeed::setLevels(double lowest, double highest)
 {
     m_values.setY(lowest, highest);
     m_eye.setLevels(lowest, highest);
+    m_iq.setLevel(std::max(std::abs(lowest), std::abs(highest)));
 }
 
 void SignalFeed::setSpan(double seconds)

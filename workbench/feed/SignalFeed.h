@@ -2,6 +2,7 @@
 #pragma once
 
 #include "workbench/feed/EyeFeed.h"
+#include "workbench/feed/IqFeed.h"
 #include "workbench/feed/Pacer.h"
 #include "workbench/feed/SegmentReader.h"
 #include "workbench/feed/TimeScale.h"
@@ -18,7 +19,7 @@
 /// samples of one period. Where the program was held up, a notification carries up to four periods;
 /// what is older is skipped, counted as drops, and the trace ends there.
 ///
-/// Views bound to TimeValues or EyeValues must be told of nothing else. GUI thread only.
+/// Views bound to TimeValues, EyeValues or IqValues must be told of nothing else. GUI thread only.
 class SignalFeed : public QObject
 {
     Q_OBJECT
@@ -70,6 +71,8 @@ public:
     /// The eye of the signal; blocks of signal are played into it, too.
     EyeFeed& eye() { return m_eye; }
     const EyeFeed& eye() const { return m_eye; }
+    /// Its constellation: the channel's pair, also of two real channels.
+    IqFeed& iq() { return m_iq; }
 
     /// Index of the next sample.
     std::int64_t position() const { return m_reader ? m_reader->position() : 0; }
@@ -100,6 +103,7 @@ private:
 
     TimeValues m_values;
     EyeFeed m_eye;
+    IqFeed m_iq;
     std::unique_ptr<SignalSource> m_source;
     std::unique_ptr<SegmentReader> m_reader; // of m_source
     TimeScale m_scale;
@@ -118,4 +122,6 @@ private:
     std::int64_t m_dropCount = 0;
     std::vector<double> m_samples; // of the next notification
     std::vector<double> m_markers;
+    std::vector<double> m_block;   // what comes at once...
+    std::vector<double> m_partner; // ...and beside it the other of the pair
 };

@@ -1,8 +1,10 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/MainWindow.h"
 
+#include "iq/GLIQDiagram.h"
 #include "platform/gui/ColorSet.h"
 #include "views/VCGLEyeDiagram.h"
+#include "views/VCGLIQDiagram.h"
 #include "views/VCGLTimeDiagram.h"
 #include "workbench/window/Appearance.h"
 #include "workbench/window/Icons.h"
@@ -41,6 +43,15 @@ constexpr const char* recordingPatterns =
     " *.sigmf *.sigmf-meta *.sigmf-data *.cu8 *.cs8 *.cs16 *.cf32 *.fc32 *.iq *.s16 *.f32 *.csv "
     "*.tsv *.txt)";
 
+QMenu* menuOf(VCGLIQDiagram& view)
+{
+    for (const auto& widget : view.Widgets()) {
+        if (auto* diagram = dynamic_cast<GLIQDiagram*>(widget.get()))
+            return diagram->getContextMenu(nullptr, nullptr, 0);
+    }
+    return nullptr;
+}
+
 /// First local file of a drag, empty when there is none.
 QString droppedFile(const QMimeData* data)
 {
@@ -58,6 +69,9 @@ MainWindow::MainWindow()
     , m_panes(new ViewPanes(this))
     , m_timeView(m_panes->add<VCGLTimeDiagram>("time", tr("&Time diagram")))
     , m_eyeView(m_panes->add<VCGLEyeDiagram>("eye", tr("&Eye diagram")))
+    // The axes of its own auto scaling would not have the same scale.
+    , m_iqView(m_panes->add<VCGLIQDiagram>("iq", tr("&IQ diagram"), menuOf,
+                                           [this] { m_feed.iq().fit(); }))
     , m_status(new StatusFields(this))
     , m_panel(new ParameterPanel(this))
     , m_speed(new QComboBox(this))
@@ -68,6 +82,7 @@ MainWindow::MainWindow()
     appearance::apply(*this);
     bindTimeView();
     bindEyeView();
+    bindIqView();
     buildViews();
     buildActions();
     buildToolBar();
@@ -99,6 +114,17 @@ void MainWindow::bindEyeView()
     m_eyeView->SetYAxisMin_ValuePath(EyeValues::yMinPath);
     m_eyeView->SetYAxisMax_ValuePath(EyeValues::yMaxPath);
     m_eyeView->SetHasChangedTrigger_ValuePath(EyeValues::triggerPath);
+}
+
+void MainWindow::bindIqView()
+{
+    m_iqView->SetData1_ValuePath(IqValues::iPath);
+    m_iqView->SetData2_ValuePath(IqValues::qPath);
+    m_iqView->SetXAxisMin_ValuePath(IqValues::xMinPath);
+    m_iqView->SetXAxisMax_ValuePath(IqValues::xMaxPath);
+    m_iqView->SetYAxisMin_ValuePath(IqValues::yMinPath);
+    m_iqView->SetYAxisMax_ValuePath(IqValues::yMaxPath);
+    m_iqView->SetHasChangedTrigger_ValuePath(IqValues::triggerPath);
 }
 
 void MainWindow::buildViews()
@@ -423,7 +449,16 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == m_panes->firstShown() && event->type() == QEvent::Paint)
         ++m_frameCount;
+    if (watched == m_iqView && event->type() == QEvent::Resize)
+        QTimer::singleShot(0, this, &MainWindow::fitIqAxes); // when its plot has its new size
     return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::fitIqAxes()
+{
+    const QSize plot = m_iqView->Widgets()[1]->rect().size();
+    if (!plot.isEmpty())
+        m_feed.iq().setAspect(static_cast<double>(plot.width()) / plot.height());
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)

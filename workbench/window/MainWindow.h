@@ -16,6 +16,7 @@ class ParameterPanel;
 class QComboBox;
 class StatusFields;
 class VCGLEyeDiagram;
+class VCGLIQDiagram;
 class VCGLTimeDiagram;
 class ViewPanes;
 
@@ -46,6 +47,7 @@ public:
     SignalFeed& feed() { return m_feed; }
     VCGLTimeDiagram& timeView() { return *m_timeView; }
     VCGLEyeDiagram& eyeView() { return *m_eyeView; }
+    VCGLIQDiagram& iqView() { return *m_iqView; }
     ViewPanes& panes() { return *m_panes; }
     /// Shows span, speed and position as the feed has them.
     void refresh();
@@ -63,6 +65,8 @@ private:
     void buildDock();
     void bindTimeView();
     void bindEyeView();
+    void bindIqView();
+    void fitIqAxes();
     void showSource();
     void showFullScale();
     void refreshStatus();
@@ -83,6 +87,7 @@ private:
     ViewPanes* m_panes;
     VCGLTimeDiagram* m_timeView;
     VCGLEyeDiagram* m_eyeView;
+    VCGLIQDiagram* m_iqView;
     StatusFields* m_status;
     ParameterPanel* m_panel;
     QComboBox* m_speed;

@@ -34,17 +34,24 @@ public:
     ~ViewPanes() override;
 
     /// Makes a pane with a new view; the first one is at the top.
-    /// @param name   static text.
-    /// @param title  as in a menu.
+    /// @param name       static text.
+    /// @param title      as in a menu.
+    /// @param menuOf     finds the view's own menu.
+    /// @param autoScale  none: the view's own.
     template<class View>
-    View* add(const char* name, const QString& title)
+    View* add(
+        const char* name, const QString& title,
+        QMenu* (*menuOf)(View&) = [](View& view) { return view.getContextMenu(); },
+        std::function<void()> autoScale = nullptr)
     {
         auto* view = new View(parentWidget()); // until the splitter owns it
         // "ForStart" comes when the user pauses, "ForStop" when the user resumes.
         connect(view, &View::StopButtonPressedForStart, this, &ViewPanes::paused);
         connect(view, &View::StopButtonPressedForStop, this, &ViewPanes::resumed);
-        add({name, new QAction(title, this), view, view->GetToolbarCaption(),
-             view->getContextMenu(), [view] { view->AutoScale(); }});
+        if (!autoScale)
+            autoScale = [view] { view->AutoScale(); };
+        add({name, new QAction(title, this), view, view->GetToolbarCaption(), menuOf(*view),
+             autoScale});
         return view;
     }
     /// Shows the panes as they were left.

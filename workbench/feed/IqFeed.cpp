@@ -1,0 +1,112 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/feed/IqFeed.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double margin = 1.25;   // shown, of the level that fits
+constexpr double insiders = 0.99; // part of the points that decide on it
+
+} // namespace
+
+void IqFeed::open(const SignalSource& source, std::optional<double> symbolRate)
+{
+    m_samplesPerSymbol.reset();
+    if (!symbolRate && source.symbolRate() && source.firstSymbol()) {
+        m_samplesPerSymbol = source.sampleRate() / *source.symbolRate();
+        m_firstSymbol = *source.firstSymbol();
+    }
+    m_i.clear();
+    m_q.clear();
+}
+
+void IqFeed::take(std::int64_t position, const std::vector<double>& i, const std::vector<double>& q)
+{
+    const auto add = [&](std::size_t index) {
+        m_i.push_back(i[index]);
+        if (!q.empty())
+            m_q.push_back(q[index]);
+    };
+    if (!m_samplesPerSymbol) {
+        for (std::size_t index = 0; index < i.size(); ++index)
+            add(index);
+        return;
+    }
+    // A symbol is the sample that is nearest to its middle.
+    const double start = static_cast<double>(position) - 0.5 - m_firstSymbol;
+    for (double symbol = std::max(std::ceil(start / *m_samplesPerSymbol), 0.0);; ++symbol) {
+        const double index = std::floor(symbol * *m_samplesPerSymbol - start);
+        if (index >= static_cast<double>(i.size()))
+            break;
+        add(static_cast<std::size_t>(index));
+    }
+}
+
+void IqFeed::notify()
+{
+    if (m_i.empty())
+        return;
+    thinOut();
+    if (m_fitLeft > 0)
+        fitLevel();
+    m_values.notify(m_i, m_q);
+    m_i.clear();
+    m_q.clear();
+}
+
+// One point of each run of neighbours, at random: a fixed step would see but some phases of a
+// symbol clock that it is in step with.
+void IqFeed::thinOut()
+{
+    const std::size_t count = m_i.size();
+    if (count <= maxPointCount)
+        return;
+    for (std::size_t k = 0; k < maxPointCount; ++k) {
+        const std::size_t first = k * count / maxPointCount;
+        const std::size_t next = (k + 1) * count / maxPointCount;
+        const std::size_t chosen = first + m_choice() % (next - first);
+        m_i[k] = m_i[chosen];
+        if (!m_q.empty())
+            m_q[k] = m_q[chosen];
+    }
+    m_i.resize(maxPointCount);
+    m_q.resize(std::min(m_q.size(), maxPointCount));
+}
+
+void IqFeed::fitLevel()
+{
+    m_levels.clear();
+    for (std::size_t k = 0; k < m_i.size(); ++k) {
+        const double level = std::max(std::abs(m_i[k]), m_q.empty() ? 0.0 : std::abs(m_q[k]));
+        if (std::isfinite(level))
+            m_levels.push_back(level);
+    }
+    if (m_levels.empty())
+        return;
+    const auto last =
+        static_cast<std::ptrdiff_t>(static_cast<double>(m_levels.size() - 1) * insiders);
+    std::nth_element(m_levels.begin(), m_levels.begin() + last, m_levels.end());
+    const double level = margin * m_levels[static_cast<std::size_t>(last)];
+    if (level > 0.0)
+        setLevel(m_fitLeft == fitCount ? level : std::max(level, m_level));
+    --m_fitLeft;
+}
+
+void IqFeed::setLevel(double level)
+{
+    m_level = level;
+    showAxes();
+}
+
+void IqFeed::setAspect(double aspect)
+{
+    m_aspect = aspect;
+    showAxes();
+}
+
+void IqFeed::showAxes()
+{
+    m_values.setEnds(m_level * std::max(m_aspect, 1.0), m_level * std::max(1.0 / m_aspect, 1.0));
+}

@@ -1,0 +1,57 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/feed/IqValues.h"
+#include "workbench/sources/SignalSource.h"
+
+#include <cstdint>
+#include <optional>
+#include <random>
+#include <vector>
+
+/// Puts the points of a constellation into the values of the value tree: one a symbol where the
+/// source knows the symbols' clock exactly, else the samples as they come, thinned out to what a
+/// view draws at ease. A real signal lies on the I axis.
+///
+/// The axes cross in the middle, and I and Q have the same scale.
+class IqFeed
+{
+public:
+    /// Most points of a notification.
+    static constexpr std::size_t maxPointCount = 2048;
+    /// Notifications that a fit looks at, a second's worth.
+    static constexpr int fitCount = 30;
+
+    /// Starts anew with a signal of a source.
+    /// @param symbolRate  Bd, overrides what the source says: then each sample is a point.
+    void open(const SignalSource& source, std::optional<double> symbolRate);
+
+    /// Takes the next samples, from a position on.
+    /// @param q  as many as i, or none.
+    void take(std::int64_t position, const std::vector<double>& i, const std::vector<double>& q);
+    /// Puts out what was taken since the last call.
+    void notify();
+
+    /// Shows the square of I and Q in which a level of this magnitude fits.
+    void setLevel(double level);
+    /// Fits the axes to the notifications of the next second, whatever few points lie far out.
+    void fit() { m_fitLeft = fitCount; }
+    /// Width of the plot divided by its height.
+    void setAspect(double aspect);
+
+private:
+    void thinOut();
+    void fitLevel();
+    void showAxes();
+
+    IqValues m_values;
+    std::optional<double> m_samplesPerSymbol; // where the clock is known
+    double m_firstSymbol = 0.0;
+    std::vector<double> m_i; // of the next notification
+    std::vector<double> m_q;
+    std::minstd_rand m_choice;
+    std::vector<double> m_levels;
+    int m_fitLeft = 0;
+    double m_level = 1.0;
+    double m_aspect = 1.0;
+};
