@@ -108,12 +108,11 @@ TEST_F(IqPoints, FitAxesOfEqualScaleWhateverAFewSay)
     expectAxes(3.0, 1.0);
     iq.setAspect(0.5);
     expectAxes(1.0, 2.0);
-    notify(Points(10, -1.6), {}); // within the second: widens
-    notify({0.1}, {});
+    notify(Points(100, -1.6), {}); // within the second
     expectAxes(2.0, 4.0);
     for (int k = 0; k < IqFeed::fitCount; ++k)
         notify({0.1}, {});
-    notify({9.0}, {}); // too late
+    notify(Points(1000, 9.0), {}); // too late
     expectAxes(2.0, 4.0);
 }
 

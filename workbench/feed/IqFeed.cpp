@@ -75,9 +75,15 @@ void IqFeed::thinOut()
     m_q.resize(std::min(m_q.size(), maxPointCount));
 }
 
+void IqFeed::fit()
+{
+    m_fitLeft = fitCount;
+    m_levels.clear();
+}
+
 void IqFeed::fitLevel()
 {
-    m_levels.clear();
+    --m_fitLeft;
     for (std::size_t k = 0; k < m_i.size(); ++k) {
         const double level = std::max(std::abs(m_i[k]), m_q.empty() ? 0.0 : std::abs(m_q[k]));
         if (std::isfinite(level))
@@ -85,13 +91,11 @@ void IqFeed::fitLevel()
     }
     if (m_levels.empty())
         return;
-    const auto last =
-        static_cast<std::ptrdiff_t>(static_cast<double>(m_levels.size() - 1) * insiders);
-    std::nth_element(m_levels.begin(), m_levels.begin() + last, m_levels.end());
-    const double level = margin * m_levels[static_cast<std::size_t>(last)];
-    if (level > 0.0)
-        setLevel(m_fitLeft == fitCount ? level : std::max(level, m_level));
-    --m_fitLeft;
+    const double outermost = static_cast<double>(m_levels.size() - 1) * insiders;
+    const auto chosen = m_levels.begin() + static_cast<std::ptrdiff_t>(outermost);
+    std::nth_element(m_levels.begin(), chosen, m_levels.end());
+    if (*chosen > 0.0)
+        setLevel(margin * *chosen);
 }
 
 void IqFeed::setLevel(double level)

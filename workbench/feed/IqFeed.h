@@ -35,7 +35,7 @@ public:
     /// Shows the square of I and Q in which a level of this magnitude fits.
     void setLevel(double level);
     /// Fits the axes to the notifications of the next second, whatever few points lie far out.
-    void fit() { m_fitLeft = fitCount; }
+    void fit();
     /// Width of the plot divided by its height.
     void setAspect(double aspect);
 
@@ -50,7 +50,7 @@ private:
     std::vector<double> m_i; // of the next notification
     std::vector<double> m_q;
     std::minstd_rand m_choice;
-    std::vector<double> m_levels;
+    std::vector<double> m_levels; // of the points that a fit has seen
     int m_fitLeft = 0;
     double m_level = 1.0;
     double m_aspect = 1.0;
