@@ -598,10 +598,6 @@
         <translation>sie enthält keine Zahlen, nur was fehlt, NaN oder unendlich ist; eine andere wählen oder das richtige --format angeben</translation>
     </message>
     <message>
-        <source>%1 of its first %2 numbers are missing, NaN or infinite, and left out</source>
-        <translation>%1 ihrer ersten %2 Zahlen fehlen, sind NaN oder unendlich und entfallen</translation>
-    </message>
-    <message>
         <source>its samples cannot be read; choose another one</source>
         <translation>ihre Abtastwerte sind nicht lesbar; eine andere wählen</translation>
     </message>
@@ -624,6 +620,10 @@
     <message>
         <source>Samples: %1, %2 s</source>
         <translation>Abtastwerte: %1, %2 s</translation>
+    </message>
+    <message>
+        <source>%1 of its first %2 numbers are missing, NaN or infinite; they are bridged or left out</source>
+        <translation>%1 ihrer ersten %2 Zahlen fehlen, sind NaN oder unendlich; sie werden überbrückt oder entfallen</translation>
     </message>
 </context>
 <context>

@@ -256,6 +256,7 @@ TEST_F(Feed, SaysOnceWhenThereIsASignalToScaleTo)
     feed.setWatching(true);
     runPeriods(31, 35);
     EXPECT_EQ(seen.size(), 2);
+    EXPECT_EQ(received[150], 0.25); // where the NaN was
 }
 
 TEST_F(Feed, LaysTheSignalOutOnTheTimeAxis)

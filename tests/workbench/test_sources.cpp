@@ -251,6 +251,11 @@ TEST_F(Recordings, OfSigmfAreAsTheirMetadataSay)
     EXPECT_EQ(source->channelCount(), 2);
     EXPECT_EQ(source->sampleCount(), 10);
     EXPECT_EQ(source->sampleRate(), 8000.0);
+    for (const auto& [rate, known] : {std::pair("1200", 1200.0), {"0", -1.0}, {"8001", -1.0}}) {
+        const QByteArray own = QByteArray("1.2.5\", \"own:symbol_rate\": ") + rate + ", \"a\": \"";
+        writeFile(path("a.sigmf-meta"), QByteArray(sigmfMetadata).replace("1.2.5", own));
+        EXPECT_EQ(open(path("a.sigmf-data"))->symbolRate().value_or(-1.0), known);
+    }
     EXPECT_THAT(details.join('\n').toStdString(),
                 testing::AllOf(testing::HasSubstr("core:frequency 1000000000"),
                                testing::HasSubstr("core:label burst")));

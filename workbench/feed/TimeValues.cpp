@@ -3,6 +3,9 @@
 
 #include "workbench/feed/TreeValues.h"
 
+#include <algorithm>
+#include <cmath>
+
 using treevalues::assign;
 using treevalues::create;
 
@@ -45,6 +48,21 @@ void TimeValues::setBaudrate(double samplesPerUnit) { m_baudrate->SetValue(sampl
 void TimeValues::notify(const std::vector<double>& samples, const std::vector<double>& markers)
 {
     assign(m_samples->GetList(), m_spare, samples);
+    bridge(m_samples->GetList());
     assign(m_markers->GetList(), m_spare, markers);
     m_trigger->SetValue(true);
+}
+
+void TimeValues::bridge(std::list<double>& samples)
+{
+    const auto isFinite = [](double sample) { return std::isfinite(sample); };
+    const auto first = std::find_if(samples.begin(), samples.end(), isFinite);
+    if (first != samples.end() && first != samples.begin()) // none before it: hold the first one
+        m_level = *first;
+    for (double& sample : samples) {
+        if (isFinite(sample))
+            m_level = sample;
+        else
+            sample = m_level;
+    }
 }

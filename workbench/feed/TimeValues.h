@@ -37,10 +37,13 @@ public:
     void setY(double minimum, double maximum);
     void setBaudrate(double samplesPerUnit);
     /// Writes both lists in place and sets the trigger. List nodes are kept when a notification is
-    /// shorter than the last one, so a steady stream allocates nothing.
+    /// shorter than the last one, so a steady stream allocates nothing. What is not finite is
+    /// written as a finite sample beside it: the diagram cannot bound a trace that has it.
     void notify(const std::vector<double>& samples, const std::vector<double>& markers);
 
 private:
+    void bridge(std::list<double>& samples);
+
     using List = values::ValueList<double>;
     using Number = values::ValueNumeric<double>;
 
@@ -52,5 +55,6 @@ private:
     Number* m_yMin;
     Number* m_yMax;
     Number* m_baudrate;
+    double m_level = 0.0;      // that bridges what is not finite
     std::list<double> m_spare; // nodes for longer notifications
 };

@@ -26,6 +26,7 @@ struct RawLayout
     SampleFormat format;
     int channelCount = 1;
     double sampleRate = 1.0;           ///< Hz
+    std::optional<double> symbolRate;  ///< Bd, where known
     std::vector<Chunk> chunks{{0, 0}}; ///< each up to the next one's first sample
     std::int64_t end = 0;              ///< of the samples in the file, bytes
 };
@@ -47,6 +48,7 @@ public:
     int channelCount() const override { return m_layout.channelCount; }
     bool isComplex() const override { return m_layout.format.isComplex; }
     std::optional<std::int64_t> sampleCount() const override { return m_count; }
+    std::optional<double> symbolRate() const override { return m_layout.symbolRate; }
     std::int64_t position() const override { return m_position; }
     std::size_t read(std::vector<double>& block, std::size_t count) override;
     bool seek(std::int64_t position) override;

@@ -58,7 +58,8 @@ void Recording::examine()
         why = tr("it holds no numbers, only what is missing, NaN or infinite; choose another one, "
                  "or give the right --format");
     else if (badCount > 0)
-        notices += tr("%1 of its first %2 numbers are missing, NaN or infinite, and left out")
+        notices += tr("%1 of its first %2 numbers are missing, NaN or infinite; they are bridged "
+                      "or left out")
                        .arg(badCount)
                        .arg(all);
     if (count == 0 || !source->seek(0))

@@ -107,6 +107,8 @@ Recording Sigmf::openSamples(const SigmfMetadata& metadata, const QString& name,
         chunk.offset += begin;
     layout.end = end - metadata.trailingBytes;
     layout.sampleRate = recording.orAssumed(metadata.sampleRate);
+    if (layout.symbolRate > layout.sampleRate)
+        layout.symbolRate.reset();
     RawSource::open(recording, name, fileName, layout);
     if (recording.source && metadata.sampleCount > recording.source->sampleCount())
         recording.notices += tr("it was cut off: the metadata speak of %1 samples, %2 are there")

@@ -85,6 +85,9 @@ void SigmfMetadata::readGlobal(const QJsonObject& global)
     for (auto i = global.begin(); i != global.end(); ++i) {
         if (const QString value = text(i.value()); !value.isEmpty())
             details += i.key() + QStringLiteral(": ") + value;
+        // The standard has no key for it; those who add one call it so, after their own name.
+        if (i.key().endsWith(QLatin1String(":symbol_rate")) && i.value().toDouble() > 0.0)
+            layout.symbolRate = i.value().toDouble();
     }
     const QString datatype = global.value(QLatin1String("core:datatype")).toString();
     const auto format = SampleFormat::parse(datatype);

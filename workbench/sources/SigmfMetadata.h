@@ -18,7 +18,7 @@ public:
     QStringList notices;              ///< what is amiss, a sentence each
     QStringList details;              ///< the metadata, captures and annotations, a line each
     std::optional<double> sampleRate; ///< Hz
-    /// Where the samples are; the rate and the end are not known here.
+    /// Where the samples are; the sample rate and the end are not known here.
     RawLayout layout;
     QString dataset; ///< name of a file of samples that has its own name; else empty
     bool isMetadataOnly = false;
