@@ -15,6 +15,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 namespace {
 
 struct Provider : IHasPropertyPage
@@ -23,22 +25,14 @@ struct Provider : IHasPropertyPage
     {
         return page = new QLineEdit(parent);
     }
-    void slotAcceptPropertyChanges() override { applied += page ? 1 : 100; }
+    void slotAcceptPropertyChanges() override {}
     void slotSetDefaultProperties() override {}
     void slotRejectPropertyChanges() override {}
     const QString& GetPropertyPagePath() override { return title; }
 
     QString title = QStringLiteral("Diagram");
     QPointer<QLineEdit> page;
-    int applied = 0; // 100 and more: without a page
 };
-
-template<class Act>
-int run(PropertyPagesFrame& frame, Act act)
-{
-    QTimer::singleShot(0, &frame, act);
-    return frame.exec();
-}
 
 /// The button whose accessible name or text starts with a text.
 QAbstractButton* button(const QDialog& dialog, const QString& start)
@@ -59,22 +53,21 @@ TEST(PropertyPages, AreAppliedOnceByOkAndApplyAndNeverByCancel)
     frame->addProperty(&provider);
     frame->addProperty(nullptr);
     EXPECT_EQ(frame->findChild<QTabWidget*>()->tabText(0), provider.title);
+    int applied = 0;
     QObject::connect(frame.get(), &PropertyPagesFrame::signalApply, frame.get(),
-                     [&] { provider.slotAcceptPropertyChanges(); });
-    const auto press = [&](Qt::Key key) { QTest::keyClick(provider.page, key); };
-    EXPECT_EQ(run(*frame, [&] { press(Qt::Key_Return); }), QDialog::Accepted);
-    EXPECT_EQ(provider.applied, 1);
-    EXPECT_EQ(run(*frame,
-                  [&] {
-                      button(*frame, apply)->click();
-                      EXPECT_EQ(provider.applied, 2);
-                      EXPECT_TRUE(frame->isVisible());
-                      press(Qt::Key_Escape);
-                  }),
-              QDialog::Rejected);
-    EXPECT_EQ(run(*frame, [&] { button(*frame, QStringLiteral("Cancel"))->click(); }),
-              QDialog::Rejected);
-    EXPECT_EQ(provider.applied, 2);
+                     [&] { ++applied; });
+    const std::tuple<std::function<void()>, int, int> rows[] = {
+        {[&] { QTest::keyClick(provider.page, Qt::Key_Return); }, QDialog::Accepted, 1},
+        {[&] { QTest::keyClick(provider.page, Qt::Key_Escape); }, QDialog::Rejected, 0},
+        {[&] { button(*frame, "Cancel")->click(); }, QDialog::Rejected, 0}};
+    for (const auto& [close, result, count] : rows) {
+        QTimer::singleShot(0, frame.get(), close);
+        EXPECT_EQ(frame->exec(), result);
+        EXPECT_EQ(std::exchange(applied, 0), count);
+    }
+    frame->show();
+    button(*frame, apply)->click();
+    EXPECT_TRUE(applied == 1 && frame->isVisible());
 
     QObject::connect(frame.get(), &PropertyPagesFrame::signalApply, qApp, [&] { frame.reset(); });
     frame->accept(); // a receiver may delete the dialog
@@ -152,8 +145,8 @@ TEST_F(ColorDialog, AppliesEditsOfBothSchemesTogetherAndKeepsThem)
     set[IColorBase::colIQPoint] = Qt::blue; // by the host: the page has no say in it any more
     Apply();
     EXPECT_EQ(set[IColorBase::colIQPoint], QColor(Qt::blue));
-    set[IColorBase::colIQPoint] = Qt::red;
     set.SetScheme(Scheme::Dark);
+    set[IColorBase::colIQPoint] = Qt::red;
     set.Load();
     EXPECT_EQ(set.GetScheme(), Scheme::Light);
     EXPECT_EQ(set[IColorBase::colIQPoint], QColor(Qt::blue));

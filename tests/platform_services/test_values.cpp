@@ -48,18 +48,14 @@ TEST(Observable, SurvivesWhatAnObserverDoesToTheOthers)
         const std::size_t victim = std::size_t(round % 5);
         if (deed == Destroy && victim == 2)
             continue; // would end the function object that runs
-        SCOPED_TRACE(testing::Message() << "deed " << deed << ", victim " << victim);
         Observable subject;
-        std::vector<int> calls(6);
         std::vector<std::unique_ptr<Probe>> observers(6);
-        for (std::size_t i = 0; i < 6; ++i) {
-            observers[i] = std::make_unique<Probe>();
-            observers[i]->onUpdate = [&calls, i](auto...) { ++calls[i]; };
-            if (i < 5)
-                subject.Attach(observers[i].get());
+        for (auto& observer : observers) {
+            observer = std::make_unique<Probe>();
+            subject.Attach(observer.get());
         }
+        subject.Detach(observers[5].get());
         observers[2]->onUpdate = [&](Observable*, TChangeCode code) {
-            ++calls[2];
             if (code == ccContent)
                 return;
             subject.Detach(observers[victim].get());
@@ -70,12 +66,12 @@ TEST(Observable, SurvivesWhatAnObserverDoesToTheOthers)
             subject.Attach(observers[5].get());
         };
         subject.Notify(ccState);
-        for (std::size_t i = 0; i < 6; ++i) // newcomers wait for the next notification
-            EXPECT_EQ(calls[i], i == 5 || (i == victim && victim > 2) ? 0 : 1) << i;
-        calls.assign(6, 0);
         subject.Notify(ccContent);
-        for (std::size_t i = 0; i < 6; ++i)
-            EXPECT_EQ(calls[i], i == victim && deed != Renew ? 0 : 1) << i;
+        for (std::size_t i = 0; i < 6; ++i) { // newcomers wait for the next notification
+            Codes expected(i == 5 || (i == victim && i > 2) ? 0 : 1, ccState);
+            expected.resize(expected.size() + (i == victim && deed != Renew ? 0 : 1), ccContent);
+            EXPECT_TRUE(!observers[i] || observers[i]->codes == expected) << round << ": " << i;
+        }
         EXPECT_EQ(subject.ObserverCount(), deed == Renew ? 6u : 5u);
     }
 }
@@ -100,7 +96,6 @@ TEST(Observable, NestedNotificationsReachThoseThatAreLeft)
         subject->Notify(ccContent);
         EXPECT_EQ(first.codes, (Codes{ccContent, ccState}));
         EXPECT_EQ(last.codes, destroy ? Codes{} : (Codes{ccState, ccContent}));
-        EXPECT_TRUE(destroy || subject->ObserverCount() == 1);
     }
 }
 
@@ -132,18 +127,14 @@ TEST_F(Values, ArePutAtFreePathsAndFoundByType)
 
 TEST_F(Values, AnnounceEqualContentTooAndListsReuseTheirNodes)
 {
-    auto* trigger = tree.Create<values::Value<bool>>(path);
-    auto* list = tree.Create<values::ValueList<double>>(QStringLiteral("Samples"));
-    trigger->Attach(&probe);
+    auto* list = tree.Create<values::ValueList<double>>(path);
     list->Attach(&probe);
-    trigger->SetValue(true);
-    trigger->SetValue(true);
-    const std::vector<double> samples{1, -0.5};
-    list->Assign(samples.begin(), samples.end());
+    const double samples[] = {1, -0.5};
+    list->Assign(samples, samples + 2);
     const double* node = &list->GetList().back();
-    list->Assign(samples.begin(), samples.end());
+    list->Assign(samples, samples + 2);
     EXPECT_EQ(&list->GetList().back(), node);
-    EXPECT_EQ(probe.codes, Codes(4, ccContent));
+    EXPECT_EQ(probe.codes, Codes(2, ccContent));
 }
 
 TEST_F(Values, LeaveTheTreeBeforeTheirObserversHearAndDieAfter)
