@@ -2,6 +2,7 @@
 #include "eye/GLEyeDiagram.h"
 
 #include "foundations/DiagramDialogs.h"
+#include "foundations/Extent.h"
 #include "foundations/GLOrvanePropertyPage.h"
 #include "foundations/TraceHistory.h"
 #include "platform/chart/CChartDisplay.h"
@@ -24,8 +25,6 @@ using OndoChartDisplayComfort::CGraphicEngineSwitch;
 namespace {
 
 constexpr int autoScalePeriodMs = 2000;
-// Share of a trace's extent that is left free above and below it.
-constexpr double margin = 0.05;
 // The last sample stays clear of the right border.
 constexpr double spanWidening = 1.001;
 
@@ -206,43 +205,27 @@ void GLEyeDiagram::AddData(std::vector<double>& data)
         y->Append(&separator, 1);
     }
 
-    ValueRecord& record = *AddRecord();
-    record.m_min = 1e35F;
-    record.m_max = -1e35F;
-    record.m_count = data.size();
-    for (const double value : data) {
-        const auto sample = static_cast<float>(value);
-        if (sample < record.m_min)
-            record.m_min = sample;
-        if (sample > record.m_max)
-            record.m_max = sample;
-    }
-    const float extent = record.m_max - record.m_min;
-    const auto free = static_cast<float>(static_cast<double>(extent) * margin);
-    record.m_min -= free;
-    record.m_max += free;
+    Extent extent;
+    for (const double value : data)
+        extent.Take(static_cast<float>(value));
+    extent.AddMargin();
+    *AddRecord() = {extent.min, extent.max, data.size()};
 
-    ScaleToRecord(record);
+    ScaleTo(extent);
     TrimHistory();
 }
 
 // Replaces or widens the Y range while auto-scaling.
-void GLEyeDiagram::ScaleToRecord(const ValueRecord& record)
+void GLEyeDiagram::ScaleTo(Extent extent)
 {
-    float start = record.m_min;
-    float stop = record.m_max;
-    if (m_autoScalePending) {
+    if (m_autoScalePending)
         m_autoScalePending = false;
-    } else if (m_autoScaleTimer.isActive()) {
-        const auto oldStart = static_cast<float>(m_yStart);
-        const auto oldStop = static_cast<float>(m_yStop);
-        start = record.m_min < oldStart ? record.m_min : oldStart;
-        stop = oldStop < record.m_max ? record.m_max : oldStop;
-    } else {
+    else if (m_autoScaleTimer.isActive())
+        extent.Widen(m_yStart, m_yStop);
+    else
         return;
-    }
-    SetYStart(static_cast<double>(start));
-    SetYStop(static_cast<double>(stop));
+    SetYStart(static_cast<double>(extent.min));
+    SetYStop(static_cast<double>(extent.max));
 }
 
 // Keeps the newest records up to the one with which they have as many samples as the buffer.

@@ -17,6 +17,7 @@
 
 class GLOrvanePropertyPage;
 class XAxisWidget;
+struct Extent;
 
 namespace OndoChartDisplay {
 class CChartDisplay;
@@ -98,7 +99,7 @@ private:
 
     ValueRecord* AddRecord();
     void RemoveRecord();
-    void ScaleToRecord(const ValueRecord& record);
+    void ScaleTo(Extent extent);
     void TrimHistory();
     void ShowYRange();
     void BuildScene();

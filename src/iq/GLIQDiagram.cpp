@@ -2,6 +2,7 @@
 #include "iq/GLIQDiagram.h"
 
 #include "foundations/DiagramDialogs.h"
+#include "foundations/Extent.h"
 #include "foundations/GLOrvanePropertyPage.h"
 #include "foundations/TraceHistory.h"
 #include "platform/base/ErrorHandler.h"
@@ -27,36 +28,6 @@ constexpr std::size_t maxRecordCount = 100;
 constexpr int autoScalePeriodMs = 1000;
 constexpr int yAxisKind = 3;
 constexpr double msPerSecond = 1000.0;
-
-// Share of a data set's extent that is left free on either side of it.
-constexpr double margin = 0.05;
-
-/// Extent of the samples along one axis.
-struct Bounds
-{
-    float min = 1e35F;
-    float max = -1e35F;
-
-    // Written so that a NaN leaves the bounds alone.
-    void Take(float sample)
-    {
-        if (sample < min)
-            min = sample;
-        if (sample > max)
-            max = sample;
-    }
-    void AddMargin()
-    {
-        const auto free = static_cast<float>(static_cast<double>(max - min) * margin);
-        min -= free;
-        max += free;
-    }
-    void Widen(double start, double stop)
-    {
-        min = std::min(min, static_cast<float>(start));
-        max = std::max(max, static_cast<float>(stop));
-    }
-};
 
 } // namespace
 
@@ -138,8 +109,8 @@ void GLIQDiagram::AddData(std::vector<float>& data)
 // each step, and an axis may be reversed for a moment.
 void GLIQDiagram::ScaleTo(const std::vector<float>& samples)
 {
-    Bounds x;
-    Bounds y;
+    Extent x;
+    Extent y;
     for (std::size_t i = 0; i < samples.size(); i += 2) {
         x.Take(samples[i]);
         y.Take(samples[i + 1]);

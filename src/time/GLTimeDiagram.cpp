@@ -2,6 +2,7 @@
 #include "time/GLTimeDiagram.h"
 
 #include "foundations/DiagramDialogs.h"
+#include "foundations/Extent.h"
 #include "foundations/GLOrvanePropertyPage.h"
 #include "foundations/TraceHistory.h"
 #include "platform/base/ErrorHandler.h"
@@ -25,8 +26,6 @@ constexpr std::size_t maxRecordCount = 100;
 constexpr int autoScalePeriodMs = 1000;
 constexpr int yAxisKind = 3;
 
-// Share of a data set's extent that is left free above and below it.
-constexpr double margin = 0.05;
 // The band of the levels is a trace wider than the bounds, and a level slightly higher than 1/256
 // of the bounds: so the largest sample stays below level 256 even where rounding swallows the
 // margin.
@@ -113,22 +112,20 @@ void GLTimeDiagram::AddData(std::vector<double>& data)
     record.m_first = static_cast<float>(data.front());
     record.m_last = static_cast<float>(data.back());
 
-    // Written so that a NaN replaces the bounds and the next sample replaces the NaN.
-    float minimum = 1e35F;
-    float maximum = -1e35F;
+    // A NaN replaces the extent, unlike in other diagrams, and the next sample replaces the NaN.
+    Extent extent;
     for (const double value : data) {
         const auto sample = static_cast<float>(value);
-        if (!(sample >= minimum))
-            minimum = sample;
-        if (!(maximum >= sample))
-            maximum = sample;
+        if (!(sample >= extent.min))
+            extent.min = sample;
+        if (!(extent.max >= sample))
+            extent.max = sample;
     }
-    const float extent = maximum - minimum;
-    const auto free = static_cast<float>(static_cast<double>(extent) * margin);
-    record.m_min = minimum - free;
-    record.m_max = maximum + free;
+    extent.AddMargin();
+    record.m_min = extent.min;
+    record.m_max = extent.max;
 
-    ScaleToRecord(record);
+    ScaleTo(extent);
     Quantise(record, data);
     record.m_samples.swap(data);
     while (m_records.size() > maxRecordCount)
@@ -137,22 +134,16 @@ void GLTimeDiagram::AddData(std::vector<double>& data)
 
 // Replaces or widens the Y range while auto-scaling. The range is set after each end, so that
 // whoever follows the axis sees both steps.
-void GLTimeDiagram::ScaleToRecord(const ValueRecord& record)
+void GLTimeDiagram::ScaleTo(Extent extent)
 {
-    float start = record.m_min;
-    float stop = record.m_max;
-    if (m_autoScalePending) {
+    if (m_autoScalePending)
         m_autoScalePending = false;
-    } else if (m_autoScaleTimer.isActive()) {
-        const auto oldStart = static_cast<float>(m_yStart);
-        const auto oldStop = static_cast<float>(m_yStop);
-        start = record.m_min < oldStart ? record.m_min : oldStart;
-        stop = oldStop < record.m_max ? record.m_max : oldStop;
-    } else {
+    else if (m_autoScaleTimer.isActive())
+        extent.Widen(m_yStart, m_yStop);
+    else
         return;
-    }
-    SetYStart(static_cast<double>(start));
-    SetYStop(static_cast<double>(stop));
+    SetYStart(static_cast<double>(extent.min));
+    SetYStop(static_cast<double>(extent.max));
 }
 
 void GLTimeDiagram::Quantise(ValueRecord& record, const std::vector<double>& data)

@@ -20,6 +20,7 @@ class AxisHandler;
 class GLOrvanePropertyPage;
 class XAxisWidget;
 class YAxisHandler;
+struct Extent;
 
 /// Time diagram: a stream of samples against time, as step lines.
 ///
@@ -103,7 +104,7 @@ private:
 
     ValueRecord* AddRecord();
     void RemoveRecord();
-    void ScaleToRecord(const ValueRecord& record);
+    void ScaleTo(Extent extent);
     void Quantise(ValueRecord& record, const std::vector<double>& data);
     void ShowYRange();
     std::size_t DrawTraces(const Plot& plot, GLFrameWidget& frame);

@@ -202,6 +202,7 @@ TEST(Chart, FollowedPictureIsThePictureDrawnAfresh)
 {
     std::mt19937 random(5);
     std::normal_distribution<double> level(0.5, 0.5);
+    const double odd[] = {nan, inf, -inf, 1e35, -1e308};
     for (const double ratio : {1.0, 1.5, 2.0}) {
         Chart chart;
         for (int i = 0; i < 300; ++i) {
@@ -225,16 +226,19 @@ TEST(Chart, FollowedPictureIsThePictureDrawnAfresh)
                     CQuantity(1.0 + double(random() % 3), quLineWidth, nullptr);
                 break;
             case 5:
+                (random() % 2 ? chart.x : chart.y).Append(&odd[3], 1); // the pairs are others now
+                break;
+            case 6:
                 chart.y.Replace(chart.y.Values().data(), chart.y.Size() / 2);
                 break;
             default: {
-                const double odd[] = {nan, inf, -inf, 1e35, -1e308};
                 std::vector<std::pair<double, double>> points;
                 const std::size_t count = random() % 40;
                 for (std::size_t k = 0; k <= count; ++k)
                     points.emplace_back(double(k) / double(count),
                                         random() % 30 ? level(random) : odd[random() % 5]);
-                points.back().second = nan;
+                if (random() % 4)
+                    points.back().second = nan;
                 chart.append(points);
             }
             }
@@ -274,7 +278,7 @@ TEST(Chart, LitPixelsLieOnTheLine)
     }
 }
 
-TEST(Chart, WidthAndBreaksAndManyValues)
+TEST(Chart, WidthAndBreaks)
 {
     Chart chart;
     chart.get<CScale>("X").SetRange(0.0, 39.0, 0);
@@ -285,14 +289,31 @@ TEST(Chart, WidthAndBreaksAndManyValues)
     EXPECT_EQ(image.pixel(15, 38), trace);
     EXPECT_EQ(image.pixel(15, 39), trace);
 
-    // As many segments over one pixel as bring a 16-bit count back to 0.
-    chart.setCapacity(70000);
-    for (int i = 0; i < 65536; ++i)
-        chart.append({{i % 2 ? 5.0 : 10.0, 20}});
-    image = picture(chart);
-    EXPECT_EQ(image.pixel(7, 9), trace);
-    chart.append({{0, nan}});
+    picture(chart);
+    const std::vector<double> lower(chart.y.Size(), 3.0);
+    chart.y.Replace(lower.data(), lower.size());
     EXPECT_EQ(picture(chart), chart.afresh(1.0));
+}
+
+// More segments cover a pixel than 16 bits can count.
+TEST(Chart, ManyValuesOverOnePixel)
+{
+    Chart chart;
+    chart.setCapacity(200000);
+    const auto append = [&chart](std::size_t count, double level) {
+        for (std::size_t i = 0; i < count; ++i)
+            chart.append({{i % 2 ? 0.25 : 0.5, level}});
+        picture(chart);
+    };
+    for (const std::size_t count : {45000, 20500, 100})
+        append(count, 0.5);
+    chart.setCapacity(65500); // as many go as there were too many
+    EXPECT_EQ(picture(chart), chart.afresh(1.0));
+    chart.setCapacity(200000);
+    append(100000, 0.75);
+    chart.setCapacity(160000);
+    EXPECT_EQ(picture(chart), chart.afresh(1.0));
+    EXPECT_GE(countLit(picture(chart)), 20); // two levels
 }
 
 TEST(Chart, DegenerateScalesDrawTheGroundAlone)

@@ -4,6 +4,7 @@
 #include "platform/glwidgets/XAxisWidget.h"
 #include "platform/gui/ColorSet.h"
 
+#include <QCheckBox>
 #include <QDoubleSpinBox>
 #include <QMenu>
 #include <QSpinBox>
@@ -102,12 +103,15 @@ TEST_F(Eye, AutoScaleReplacesTheRangeThenWidensIt)
     add({nan, nan}); // a huge reversed range
     EXPECT_FALSE(picture(*eye).isNull());
     EXPECT_GT(range().first, range().second);
-    eye->SetYStart(nan); // stays
+    eye->SetYStart(nan); // stays, as does a stop
     eye->AutoScale();
     TestAccess::timer(*eye).start();
     add({0, 1});
     add({0, 2});
     EXPECT_EQ(range().second, double(2.1F));
+    eye->SetYStop(nan);
+    add({0, 3});
+    EXPECT_TRUE(std::isnan(range().second));
 }
 
 TEST_F(Eye, SettingsPageAppliesRangeGridAndBuffer)
@@ -132,7 +136,9 @@ TEST_F(Eye, SettingsPageAppliesRangeGridAndBuffer)
     EXPECT_EQ(xAxis->GetStartValue(), -20.0);
     EXPECT_TRUE(object<CDataArrayD>("MeasDataX").GetState() == before);
     page->findChild<QSpinBox*>()->setValue(300);
+    page->findChild<QCheckBox*>()->setChecked(false);
     eye->slotAcceptPropertyChanges();
+    EXPECT_FALSE(TestAccess::showGrid(*eye));
     for (const char* name : {"MeasDataX", "MeasDataY"})
         EXPECT_EQ(TestAccess::values(*eye, name).size(), 300U);
     EXPECT_EQ(TestAccess::records(*eye).size(), 10U);
@@ -178,10 +184,15 @@ TEST_F(Eye, PaintShowsGroundGridLabelsAndTraces)
     EXPECT_EQ(object<CLayoutCell>("BackgroundLayoutCell").m_geometry, QRect(0, -300, 400, 600));
     EXPECT_EQ(object<CLayoutCell>("DiagramLayoutCell").m_geometry, QRect(0, 0, 400, 300));
 
+    xAxis->SetRange(-3.0, 7.0); // the lines are those of the range that the paint sets
     attach(400, 300);
     add(std::vector<double>(100, 0.1));
+    picture(*eye);
+    const std::vector<double> firstLines = TestAccess::values(*eye, "X-Grid-Data");
+    EXPECT_THAT(firstLines, testing::Each(testing::AllOf(testing::Ge(0.0), testing::Le(1.0))));
     const std::vector<int> lines = xAxis->XPixelMap()->GetAxisDefinition().GetGridPos();
     ASSERT_GT(lines.size(), 2U);
+    EXPECT_EQ(firstLines.size(), lines.size());
     for (const double ratio : {1.0, 2.0}) {
         const QImage image = picture(*eye, ratio);
         const auto at = [&image, ratio](int x, int y) {
@@ -198,6 +209,7 @@ TEST_F(Eye, PaintShowsGroundGridLabelsAndTraces)
         EXPECT_GE(labels, 4);
         EXPECT_LE(labels, 8);
         EXPECT_EQ(grid, labels);
+        EXPECT_NE(at(5, 146), at(60, 146));                        // ground of the label
         EXPECT_EQ(at(200, 135), colorOf(IColorBase::colEyeTrace)); // 0.1 of -1..1 over 299 rows
         // The widget shows the lower half of the gradient.
         EXPECT_EQ(at(lines[1] + 5, 298), colorOf(IColorBase::colEyeBackgroundEnd));

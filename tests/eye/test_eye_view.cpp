@@ -77,6 +77,23 @@ TEST_F(EyeView, ShowsTheSegmentsOfItsValuesBetweenCaptionAndAxis)
     EXPECT_GT(eye.y(), 0);
     EXPECT_LT(eye.y() + eye.height(), 240);
     EXPECT_EQ(TestAccess::xAxis(*view).GetStartValue(), 0.0); // the paint decides
+    struct : QObject
+    {
+        int paints = 0;
+        bool eventFilter(QObject*, QEvent* event) override
+        {
+            paints += event->type() == QEvent::Paint;
+            return false;
+        }
+    } counter;
+    eye.installEventFilter(&counter);
+    QCoreApplication::processEvents();
+    counter.paints = 0;
+    view->FillData(direct, true);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return counter.paints > 0; }));
+    counter.paints = 0;
+    trigger->SetValue(true);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return counter.paints > 0; }));
     const QImage image = view->grab().toImage().convertToFormat(QImage::Format_RGB32);
     const QRgb trace = ColorSet::Instance()[IColorBase::colEyeTrace].rgb();
     int lit = 0;

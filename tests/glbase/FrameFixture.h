@@ -58,6 +58,7 @@ struct FrameFixture
         frame.resize(161, 127);
         frame.show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&frame));
+        ratio = frame.devicePixelRatioF();
         EXPECT_EQ(ratio, qEnvironmentVariable("QT_SCALE_FACTOR", "1").toDouble());
     }
     QImage PaintedWithGL() { return frame.grabFramebuffer().convertToFormat(QImage::Format_RGB32); }
@@ -105,5 +106,5 @@ struct FrameFixture
     const std::shared_ptr<Canvas> plot = std::make_shared<Canvas>("Plot");
     const std::shared_ptr<Canvas> footer = std::make_shared<Canvas>("Footer", 16);
     const QColor trace{76, 201, 240};
-    const double ratio = frame.devicePixelRatioF();
+    double ratio = 1.0; // known once the window is on the screen
 };
