@@ -257,9 +257,12 @@ void ParameterPanel::show(const SignalFeed& feed)
     const bool hasSymbols = scale.unit == TimeScale::Unit::Symbol;
     m_sampleRate->setText(units::rate(scale.sampleRate, "Hz"));
     showSymbolRate(feed);
-    const auto count = source.sampleCount();
-    m_length->setText(count ? units::time(static_cast<double>(*count) / scale.sampleRate)
-                            : tr("endless"));
+    QString length = dynamic_cast<const NrzSource*>(&source) ? tr("endless") : tr("unknown");
+    if (const auto count = source.sampleCount()) {
+        const double seconds = static_cast<double>(*count) / scale.sampleRate;
+        length = units::time(seconds, seconds);
+    }
+    m_length->setText(length);
 
     const QSignalBlocker quietChannel(m_channel);
     m_channel->setRange(1, source.valueCount());

@@ -5,6 +5,8 @@
 
 #include <QLabel>
 
+#include <cmath>
+
 namespace {
 
 constexpr int fieldMargin = 10;
@@ -57,13 +59,17 @@ void StatusFields::setSource(const QString& name, double sampleRate, std::option
     m_source->setToolTip(name);
     m_source->setText(m_source->fontMetrics().elidedText(name, Qt::ElideMiddle, m_source->width()));
     m_sampleRate->setText(units::rate(sampleRate, "Hz"));
-    m_length = length ? QStringLiteral(" / ") + units::time(*length) : QString();
+    m_length = length;
     setPosition(0.0);
 }
 
 void StatusFields::setPosition(double seconds)
 {
-    m_position->setText(units::time(seconds) + m_length);
+    const double length = m_length.value_or(HUGE_VAL);
+    QString text = units::time(seconds, length);
+    if (m_length)
+        text += QStringLiteral(" / ") + units::time(length, length);
+    m_position->setText(text);
 }
 
 void StatusFields::setFrameRate(std::optional<double> rate)

@@ -31,5 +31,5 @@ private:
     QLabel* m_position;
     QLabel* m_frameRate;
     QLabel* m_drops;
-    QString m_length; // text of the signal's length
+    std::optional<double> m_length; // s, of the signal
 };

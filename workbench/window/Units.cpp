@@ -36,8 +36,10 @@ QString units::duration(double seconds)
     return withPrefix(seconds, 4, prefixes, "s");
 }
 
-QString units::time(double seconds)
+QString units::time(double seconds, double length)
 {
+    if (length < 1.0)
+        return duration(seconds);
     const auto ms = static_cast<qint64>(std::llround(seconds * 1000.0));
     return QStringLiteral("%1:%2.%3")
         .arg(ms / 60000)

@@ -8,8 +8,9 @@ namespace units {
 
 /// Up to six digits with k, M or G: "48 kHz", "44.1 kHz"; `unit` is Hz or Bd.
 QString rate(double value, const char* unit);
-/// Minutes, seconds and milliseconds: "0:12.345".
-QString time(double seconds);
+/// A place in a signal of some length: minutes, seconds and milliseconds, "0:12.345", or where it
+/// is shorter than a second like a duration.
+QString time(double seconds, double length);
 /// Up to four digits with the prefix that fits: "833.3 µs".
 QString duration(double seconds);
 
