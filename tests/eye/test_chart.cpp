@@ -1,6 +1,5 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "EyeTestAccess.h"
-#include "platform/chart/CGraphicEngineSwitch.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,77 +11,19 @@
 #include <random>
 
 using namespace OndoChartDisplay;
-using OndoChartDisplayComfort::CGraphicEngineSwitch;
 
 namespace {
 
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double inf = std::numeric_limits<double>::infinity();
-constexpr QRgb ground = 0xff102030U;
-constexpr QRgb trace = 0xffffff00U;
-
-/// A plain ground and one curve over the whole widget.
-struct Chart : QWidget
+/// The eye's scene of 40 x 30 pixels, with a curve of any points.
+struct Chart : EyeFixture
 {
-    std::unique_ptr<CChartDisplay> scene = std::make_unique<CChartDisplay>();
-    CGraphicEngineSwitch following{scene.get(), this, OndoChartDisplayComfort::geRaster, true,
-                                   false};
-    CGraphicEngineSwitch* engine = &following;
-
     Chart()
     {
-        add<CLayerDescription>("Layer").m_rendererId = CGraphicEngineSwitch::RENDERER_ID;
-        add<CLayoutCell>("Cell");
-        auto& fill = add<CStyleResource>("Fill");
-        fill.m_fillStyle = CStyleResource::plainFill;
-        fill.m_firstColor = {255, 0x10, 0x20, 0x30};
-        auto& rectangle = add<CRectangle>("Ground");
-        rectangle.m_layer = "Layer";
-        rectangle.m_layoutCell = "Cell";
-        rectangle.m_style = "Fill";
-        add<CDiagramArea>("Area").m_layoutCell = "Cell";
-        auto& system = add<CCoordinateSystemCartesian>("System");
-        system.m_diagramArea = "Area";
-        system.m_scales[0] = "X";
-        system.m_scales[1] = "Y";
-        add<CScale>("X");
-        add<CScale>("Y");
-        auto& grid = add<CGridCartesian>("Grid");
-        grid.m_layer = "Layer";
-        grid.m_coordinateSystem = "System";
-        grid.m_dimension = 1;
-        grid.m_lineStyles[0] = "GridStyle";
-        grid.m_axisLabel = "Label";
-        add<CStyleResource>("GridStyle").m_lineStyle = CStyleResource::noLine;
-        add<CStyleResource>("LabelStyle").m_fillStyle = CStyleResource::plainFill;
-        auto& label = add<CAxisLabel>("Label");
-        label.m_layer = "Layer";
-        label.m_layoutCell = "Cell";
-        label.m_positions[1] = {false, "", "LabelStyle"};
-        add<CStyleResource>("Style").m_firstColor = {255, 0xff, 0xff, 0};
-        x.SetMode(CDataArrayD::modeKeepNewest);
-        y.SetMode(CDataArrayD::modeKeepNewest);
+        attach(40, 30);
+        eye->SetYStart(0.0);
         setCapacity(300);
-        curve.m_layer = "Layer";
-        curve.m_coordinateSystem = "System";
-        curve.m_on = true;
-        curve.m_lineStyle = "Style";
-        curve.m_data[0] = "XData";
-        curve.m_data[1] = "YData";
-        for (const char* name : {"Ground", "Grid", "Label", "Curve"})
-            scene->ObjectManager().AddObject(name, "", 0);
-        resize(40, 30);
-    }
-    template<class T>
-    T& add(const char* name)
-    {
-        return dynamic_cast<T&>(
-            *scene->Factory().InternalCreateObject(T::CLASS, name).CheckAndGetBaseObject());
-    }
-    template<class T>
-    T& get(const char* name)
-    {
-        return *CSmartPtr<T>(scene->FindBaseObject(name));
     }
     void setCapacity(std::size_t capacity)
     {
@@ -96,35 +37,13 @@ struct Chart : QWidget
             y.Append(&py, 1);
         }
     }
-    void paintEvent(QPaintEvent*) override
-    {
-        get<CLayoutCell>("Cell").m_geometry = rect();
-        scene->Update();
-        engine->Update(false);
-    }
-    QImage afresh(double ratio)
-    {
-        CGraphicEngineSwitch other(scene.get(), this, OndoChartDisplayComfort::geRaster, true,
-                                   false);
-        engine = &other;
-        QImage image = picture(*this, ratio);
-        engine = &following;
-        return image;
-    }
-    CDataArrayD& x = add<CDataArrayD>("XData");
-    CDataArrayD& y = add<CDataArrayD>("YData");
-    CCurveCartesian& curve = add<CCurveCartesian>("Curve");
-};
+    QImage afresh(double ratio = 1.0) { return TestAccess::paintedAfresh(*eye, ratio); }
+    int lit(double ratio = 1.0) { return count(picture(*eye, ratio), IColorBase::colEyeTrace); }
 
-int countLit(const QImage& image)
-{
-    int lit = 0;
-    for (int row = 0; row < image.height(); ++row) {
-        for (int column = 0; column < image.width(); ++column)
-            lit += image.pixel(column, row) == trace;
-    }
-    return lit;
-}
+    CDataArrayD& x = object<CDataArrayD>("MeasDataX");
+    CDataArrayD& y = object<CDataArrayD>("MeasDataY");
+    CCurveCartesian& curve = object<CCurveCartesian>("CurveCartesian");
+};
 
 TEST(DataArray, KeepsTheNewestValuesThroughAppendsAndCapacities)
 {
@@ -192,10 +111,6 @@ TEST(ChartScene, HandlesLeadToObjectsOfTheSceneWhileThereIsOne)
     EXPECT_FALSE(other.CheckAndGetBaseObject());
     held->SetRange(1.0, 2.0, 0);
     EXPECT_EQ(held->GetStop(), 2.0);
-
-    Chart chart;
-    chart.scene.reset();
-    chart.following.Update(true); // nothing to draw, no widget's paint
 }
 
 TEST(Chart, FollowedPictureIsThePictureDrawnAfresh)
@@ -211,18 +126,18 @@ TEST(Chart, FollowedPictureIsThePictureDrawnAfresh)
                 chart.setCapacity(random() % 400);
                 break;
             case 1:
-                chart.get<CScale>("Y").SetRange(level(random), level(random), 0);
+                chart.eye->SetYStart(level(random));
+                chart.eye->SetYStop(level(random));
                 break;
             case 2:
-                chart.resize(static_cast<int>(random() % 80), static_cast<int>(random() % 60));
+                chart.eye->resize(static_cast<int>(random() % 80), static_cast<int>(random() % 60));
                 break;
             case 3:
                 chart.curve.m_on = !chart.curve.m_on;
-                chart.get<CAxisLabel>("Label").m_positions[1].on = random() % 2;
-                chart.get<CStyleResource>("GridStyle").m_lineStyle = static_cast<int>(random() % 2);
+                TestAccess::showGrid(*chart.eye) = random() % 2;
                 break;
             case 4:
-                chart.get<CStyleResource>("Style").m_lineWidth =
+                chart.object<CStyleResource>("CurveLineStyle").m_lineWidth =
                     CQuantity(1.0 + double(random() % 3), quLineWidth, nullptr);
                 break;
             case 5:
@@ -242,7 +157,7 @@ TEST(Chart, FollowedPictureIsThePictureDrawnAfresh)
                 chart.append(points);
             }
             }
-            ASSERT_EQ(picture(chart, ratio), chart.afresh(ratio)) << ratio << ' ' << i;
+            ASSERT_EQ(picture(*chart.eye, ratio), chart.afresh(ratio)) << ratio << ' ' << i;
         }
     }
 }
@@ -256,7 +171,7 @@ TEST(Chart, LitPixelsLieOnTheLine)
         Chart chart;
         const double x1 = place(random), y1 = place(random), x2 = place(random), y2 = place(random);
         chart.append({{nan, nan}, {x1, y1}, {x2, y2}});
-        const QImage image = picture(chart);
+        const QImage image = picture(*chart.eye);
         // Centres of the points in pixels; y points up.
         const double px1 = 0.5 + 39 * x1, px2 = 0.5 + 39 * x2;
         const double py1 = 0.5 + 29 * (1 - y1), py2 = 0.5 + 29 * (1 - y2);
@@ -270,9 +185,8 @@ TEST(Chart, LitPixelsLieOnTheLine)
                 // Rounding decides at the edges of pixels, and at the ends of the line.
                 const bool isNear = t > 0.001 && t < 0.999 && std::abs(distance) < 0.499;
                 const bool isFar = t < -0.05 || t > 1.05 || std::abs(distance) > 0.501;
-                const QRgb pixel = image.pixel(column, row);
-                ASSERT_TRUE(!isNear || pixel == trace) << i << ' ' << column << ' ' << row;
-                ASSERT_TRUE(!isFar || pixel == ground) << i << ' ' << column << ' ' << row;
+                const bool isLit = image.pixel(column, row) == colorOf(IColorBase::colEyeTrace);
+                ASSERT_TRUE(isLit ? !isFar : !isNear) << i << ' ' << column << ' ' << row;
             }
         }
     }
@@ -281,18 +195,20 @@ TEST(Chart, LitPixelsLieOnTheLine)
 TEST(Chart, WidthAndBreaks)
 {
     Chart chart;
-    chart.get<CScale>("X").SetRange(0.0, 39.0, 0);
-    chart.get<CScale>("Y").SetRange(0.0, 29.0, 0);
-    chart.append({{5, 10}, {10, 10}, {15, nan}, {20, 10}, {25, 10}, {25, inf}, {30, 10}});
-    QImage image = picture(chart, 2.0);
-    EXPECT_EQ(countLit(image), 2 * 10 * 2); // two lines of ten device pixels, two thick
-    EXPECT_EQ(image.pixel(15, 38), trace);
-    EXPECT_EQ(image.pixel(15, 39), trace);
+    std::vector<std::pair<double, double>> points;
+    for (const auto& [column, row] : std::initializer_list<std::pair<double, double>>{
+             {5, 19}, {10, 19}, {15, nan}, {20, 19}, {25, 19}, {25, inf}, {30, 19}})
+        points.emplace_back(column / 39, 1.0 - row / 29);
+    chart.append(points);
+    EXPECT_EQ(chart.lit(2.0), 2 * 10 * 2); // two lines of ten device pixels, two thick
+    const QImage image = picture(*chart.eye, 2.0);
+    for (const int row : {38, 39})
+        EXPECT_EQ(image.pixel(15, row), colorOf(IColorBase::colEyeTrace));
 
-    picture(chart);
-    const std::vector<double> lower(chart.y.Size(), 3.0);
+    picture(*chart.eye);
+    const std::vector<double> lower(points.size(), 0.3);
     chart.y.Replace(lower.data(), lower.size());
-    EXPECT_EQ(picture(chart), chart.afresh(1.0));
+    EXPECT_EQ(picture(*chart.eye), chart.afresh());
 }
 
 // More segments cover a pixel than 16 bits can count.
@@ -303,37 +219,34 @@ TEST(Chart, ManyValuesOverOnePixel)
     const auto append = [&chart](std::size_t count, double level) {
         for (std::size_t i = 0; i < count; ++i)
             chart.append({{i % 2 ? 0.25 : 0.5, level}});
-        picture(chart);
+        picture(*chart.eye);
     };
     for (const std::size_t count : {45000, 20500, 100})
         append(count, 0.5);
     chart.setCapacity(65500); // as many go as there were too many
-    EXPECT_EQ(picture(chart), chart.afresh(1.0));
+    EXPECT_EQ(picture(*chart.eye), chart.afresh());
     chart.setCapacity(200000);
     append(100000, 0.75);
     chart.setCapacity(160000);
-    EXPECT_EQ(picture(chart), chart.afresh(1.0));
-    EXPECT_GE(countLit(picture(chart)), 20); // two levels
+    EXPECT_EQ(picture(*chart.eye), chart.afresh());
+    EXPECT_GE(chart.lit(), 20); // two levels
 }
 
-TEST(Chart, DegenerateScalesDrawTheGroundAlone)
+TEST(Chart, DegenerateScalesDrawNoTrace)
 {
+    Chart chart;
+    chart.append({{0, 0}, {1, 1}, {0, 1}});
     for (const auto& [start, stop] : std::initializer_list<std::pair<double, double>>{
              {1, 1}, {nan, 1}, {0, inf}, {-1.7e308, 1.7e308}, {0, 5e-324}}) {
-        for (const char* scale : {"X", "Y"}) {
-            Chart chart;
-            chart.append({{0, 0}, {1, 1}, {0, 1}});
-            chart.get<CStyleResource>("GridStyle").m_lineStyle = 1;
-            chart.get<CScale>(scale).SetRange(start, stop, 0);
-            EXPECT_EQ(countLit(picture(chart)), 0) << scale << start << stop;
-        }
+        chart.eye->SetYStart(start);
+        chart.eye->SetYStop(stop);
+        EXPECT_EQ(chart.lit(), 0) << start << stop;
     }
-    Chart chart;
-    chart.append({{0, 0}, {1, 1}});
-    chart.get<CScale>("Y").SetRange(1.1e35, -1.1e35, 0); // a huge reversed range still maps
-    EXPECT_EQ(countLit(picture(chart)), 39);
-    chart.curve.m_coordinateSystem = "Area"; // an object of another class
-    EXPECT_EQ(countLit(picture(chart)), 0);
+    chart.eye->SetYStart(1.1e35); // a huge reversed range still maps
+    chart.eye->SetYStop(-1.1e35);
+    EXPECT_EQ(chart.lit(), 39);
+    chart.curve.m_coordinateSystem = "DiagramArea"; // an object of another class
+    EXPECT_EQ(chart.lit(), 0);
 }
 
 } // namespace

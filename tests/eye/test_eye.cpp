@@ -1,8 +1,6 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "EyeTestAccess.h"
 #include "foundations/GLOrvanePropertyPage.h"
-#include "platform/glwidgets/XAxisWidget.h"
-#include "platform/gui/ColorSet.h"
 
 #include <QCheckBox>
 #include <QDoubleSpinBox>
@@ -15,7 +13,6 @@
 
 #include <cmath>
 #include <limits>
-#include <memory>
 
 using namespace OndoChartDisplay;
 
@@ -23,21 +20,13 @@ namespace {
 
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
-struct Eye : testing::Test
+struct Eye : EyeFixture, testing::Test
 {
-    ~Eye() override { TestAccess::showGrid(*eye) = true; } // persists when it is destroyed
-
     void add(std::vector<double> samples) { eye->AddData(samples); }
     void recreate()
     {
         eye.reset();
         eye = std::make_unique<GLEyeDiagram>(nullptr);
-    }
-    void attach(int width, int height)
-    {
-        eye->resize(width, height);
-        xAxis->SetLength(width);
-        eye->setXAxisWidget(xAxis);
     }
     std::pair<double, double> range()
     {
@@ -45,17 +34,7 @@ struct Eye : testing::Test
         eye->GetYStartStop(result.first, result.second);
         return result;
     }
-    template<class T>
-    T& object(const char* name)
-    {
-        return TestAccess::object<T>(*eye, name);
-    }
-
-    std::unique_ptr<GLEyeDiagram> eye = std::make_unique<GLEyeDiagram>(nullptr);
-    std::shared_ptr<XAxisWidget> xAxis = std::make_shared<XAxisWidget>("XAxis", nullptr);
 };
-
-QRgb colorOf(IColorBase::ECOLOR number) { return ColorSet::Instance()[number].rgb(); }
 
 TEST_F(Eye, TracesLieOverTheUnitInterval)
 {
