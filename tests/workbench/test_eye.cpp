@@ -176,8 +176,15 @@ TEST(Eye, IsNotifiedOnceABlock)
         EXPECT_EQ(observer.count, i);
         EXPECT_NEAR(static_cast<double>(list->GetList().size()), 10000.0, 25.0); // the newest
     }
+    auto* highest = dynamic_cast<values::ValueNumeric<double>*>(
+        values::Tree::Instance().FindValue(EyeValues::yMaxPath));
+    feed.setLevels(-9.0, 9.0);
+    feed.fitLevels();
+    EXPECT_NEAR(highest->GetValue(), 1.25, 0.1); // level, noise and margin
     feed.take(source.position(), block);
     feed.restart();
+    feed.fitLevels();
+    EXPECT_NEAR(highest->GetValue(), 1.25, 0.1) << "of no traces";
     feed.settle();
     EXPECT_EQ(observer.count, 3) << "of an earlier signal";
     trigger->Detach(&observer);

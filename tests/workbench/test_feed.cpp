@@ -240,6 +240,12 @@ TEST_F(Feed, PlaysThroughToTheEndOfTheOpenSegment)
     EXPECT_EQ(received.size(), 140U);
     feed.playThrough(1e6);
     EXPECT_EQ(received.size(), 1000000U);
+
+    received.clear(); // where a period of the signal is long
+    feed.open(std::make_unique<ListSource>(ramp(1e6), 1e6), 0, std::nullopt);
+    feed.playThrough(0.001);
+    EXPECT_GE(received.size(), 1000U);
+    EXPECT_LE(received.size(), 2000U);
 }
 
 TEST_F(Feed, SaysOnceWhenThereIsASignalToScaleTo)
