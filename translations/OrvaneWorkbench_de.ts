@@ -50,6 +50,10 @@
         <source>Columns: %1</source>
         <translation>Spalten: %1</translation>
     </message>
+    <message>
+        <source>its first %1 columns are read</source>
+        <translation>ihre ersten %1 Spalten werden gelesen</translation>
+    </message>
 </context>
 <context>
     <name>CsvSource</name>

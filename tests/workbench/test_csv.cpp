@@ -45,7 +45,7 @@ TEST_F(Recordings, OfSeparatedValuesAreAsTheirHeadsSay)
          1,
          {5, 6, 7, 8}},
         // A preamble; cells that are missing or no numbers; text columns.
-        {"Model,Z,\nSample Rate,250000\nScale,2,2\n,,\nLabel,,\nA,B\n5,6\n7,8\n9,5\n1,1\n2,2\n",
+        {"Model,Z,\n# Sample Rate: 250000\nScale,2,2\n,,\nLabel,,\nA,B\n5,6\n7,8\n9,5\n1,1\n2,2\n",
          "",
          250e3,
          2,

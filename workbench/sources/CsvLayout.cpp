@@ -223,8 +223,9 @@ void CsvLayout::findNames()
     for (std::size_t i = 0; i < row && i < maxPreambleLength; ++i) {
         QStringList texts = textsOf(m_rows[i]);
         texts.removeAll(QString());
-        if (const QString key = texts.value(0); !key.isEmpty())
-            details += key + QStringLiteral(": ") + texts.mid(1).join(QStringLiteral(", "));
+        if (texts.size() > 1)
+            texts[0] += QStringLiteral(": ") + texts.mid(1).join(QStringLiteral(", "));
+        details += texts.mid(0, 1);
     }
 }
 
@@ -324,6 +325,8 @@ QString CsvLayout::title(std::size_t column) const
 
 void CsvLayout::chooseColumns(const QStringList& wanted)
 {
+    if (m_width == CsvRows::maxCellCount)
+        notices += tr("its first %1 columns are read").arg(m_width);
     for (const std::size_t column : m_numeric) {
         if (wanted.isEmpty() && column != m_time)
             columns.push_back(column);
