@@ -188,10 +188,6 @@
         <translation>die Symbolrate ist nicht bekannt, darum wird das Auge alle %1 Abtastwerte geschnitten; mit --symbol-rate oder neben den Ansichten angeben</translation>
     </message>
     <message>
-        <source>symbols can be found at %1 to %2 only, so the eye is cut every %3 samples; give another symbol rate</source>
-        <translation>Symbole lassen sich nur bei %1 bis %2 finden, darum wird das Auge alle %3 Abtastwerte geschnitten; eine andere Symbolrate angeben</translation>
-    </message>
-    <message>
         <source>&amp;Eye diagram</source>
         <translation>&amp;Augendiagramm</translation>
     </message>
@@ -202,6 +198,10 @@
     <message>
         <source>&amp;IQ diagram</source>
         <translation>&amp;IQ-Diagramm</translation>
+    </message>
+    <message>
+        <source>an eye takes %1 to %2 samples of a symbol; it is cut every %3 samples until another symbol rate is given</source>
+        <translation>ein Auge braucht %1 bis %2 Abtastwerte je Symbol; es wird alle %3 Abtastwerte geschnitten, bis eine andere Symbolrate angegeben ist</translation>
     </message>
 </context>
 <context>

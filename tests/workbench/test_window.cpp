@@ -237,6 +237,9 @@ TEST_F(Window, FollowsItsControls)
     EXPECT_EQ(window->feed().eye().cut().clock, EyeCut::Clock::None);
     span.setValue(250.0);
     EXPECT_NEAR(window->feed().span(), 0.25, 1e-9);
+    symbolRate.setValue(7000.0); // too few samples a symbol
+    EXPECT_EQ(window->feed().eye().cut().clock, EyeCut::Clock::None);
+    EXPECT_TRUE(window->findChild<NoticeBar*>()->text().startsWith("sine.wav: an eye takes 2"));
 
     auto* speed = window->findChild<QToolBar*>()->findChild<QComboBox*>();
     QTest::keyClick(speed, Qt::Key_End);

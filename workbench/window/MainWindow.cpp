@@ -12,7 +12,6 @@
 #include "workbench/window/NoticeBar.h"
 #include "workbench/window/ParameterPanel.h"
 #include "workbench/window/StatusFields.h"
-#include "workbench/window/Units.h"
 #include "workbench/window/ViewPanes.h"
 
 #include <QAction>
@@ -347,10 +346,10 @@ QString MainWindow::eyeNotice() const
         return tr("the symbol rate is not known, so the eye is cut every %1 samples; give it by "
                   "--symbol-rate or beside the views")
             .arg(EyeCut::fixedLength);
-    return tr("symbols can be found at %1 to %2 only, so the eye is cut every %3 samples; give "
-              "another symbol rate")
-        .arg(units::rate(EyeFeed::minSymbolRate(scale.sampleRate), "Bd"),
-             units::rate(EyeFeed::maxSymbolRate(scale.sampleRate), "Bd"))
+    return tr("an eye takes %1 to %2 samples of a symbol; it is cut every %3 samples until another "
+              "symbol rate is given")
+        .arg(SymbolTiming::minSamplesPerSymbol)
+        .arg(SymbolTiming::maxSamplesPerSymbol)
         .arg(EyeCut::fixedLength);
 }
 
