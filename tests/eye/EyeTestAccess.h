@@ -7,7 +7,6 @@
 #include "platform/chart/CGraphicEngineSwitch.h"
 #include "platform/glwidgets/XAxisWidget.h"
 #include "platform/gui/ColorSet.h"
-#include "views/VCGLEyeDiagram.h"
 
 #include <QImage>
 #include <QPainter>
@@ -33,8 +32,6 @@ struct TestAccess
         return object<OndoChartDisplay::CDataArrayD>(d, name).Values();
     }
     static QImage paintedAfresh(GLEyeDiagram& d, double ratio);
-    static GLEyeDiagram& diagram(VCGLEyeDiagram& v) { return *v.m_pEyeDiagram; }
-    static XAxisWidget& xAxis(VCGLEyeDiagram& v) { return *v.m_xAxis; }
 };
 
 inline QImage picture(QWidget& widget, double ratio = 1.0)

@@ -1,17 +1,14 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "glbase/FrameFixture.h"
 #include "iq/GLIQDiagram.h"
-#include "platform/glwidgets/CaptionWidget.h"
 #include "platform/glwidgets/XAxisWidget.h"
 #include "platform/glwidgets/YAxisHandler.h"
 #include "platform/gui/ColorSet.h"
-#include "views/VCGLIQDiagram.h"
 
 #include <QDialogButtonBox>
 #include <QDoubleSpinBox>
 #include <QMenu>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 
@@ -68,21 +65,13 @@ struct TestAccess : FrameFixture
         }
         ExpectSamePicture(picture, expected, "points");
     }
-    static void expectRanges(GLIQDiagram& diagram, const AxisHandler& xAxis, const Samples& ends)
+    void expectRanges(const Samples& ends)
     {
-        const AxisHandler& yAxis = *diagram.GetYAxisHandler();
-        const double actual[] = {xAxis.GetStartValue(), xAxis.GetStopValue(), yAxis.GetStartValue(),
-                                 yAxis.GetStopValue()};
+        const AxisHandler& yAxis = *diagram->GetYAxisHandler();
+        const double actual[] = {xAxis->GetStartValue(), xAxis->GetStopValue(),
+                                 yAxis.GetStartValue(), yAxis.GetStopValue()};
         for (std::size_t i = 0; i < 4; ++i)
             EXPECT_EQ(actual[i], double(ends[i])) << i;
-    }
-    void expectRanges(const Samples& ends) { expectRanges(*diagram, *xAxis, ends); }
-    static std::vector<Samples> samplesIn(const GLIQDiagram& diagram) // newest first
-    {
-        std::vector<Samples> result;
-        for (const auto* record : diagram.m_records)
-            result.push_back(record->m_samples);
-        return result;
     }
 };
 
@@ -221,71 +210,6 @@ TEST_F(IqDiagram, OffersMenuAndSettings)
     diagram->SetYStart(-5); // the page left the diagram's own stop alone
     expectRanges({-6, -3, -5, 1});
     diagram->slotAcceptPropertyChanges(); // no page: nothing
-}
-
-TEST(IqView, JoinsTheListsToPairsAndBindsItsAxes)
-{
-    values::Tree& tree = values::Tree::Instance();
-    auto& iList = *tree.Create<values::ValueList<double>>("Q/I");
-    auto& qList = *tree.Create<values::ValueList<double>>("Q/Q");
-    auto& trigger = *tree.Create<values::Value<bool>>("Q/Trigger");
-    auto& limit = *tree.Create<values::ValueNumeric<double>>("Q/Limit");
-    auto view = std::make_unique<VCGLIQDiagram>();
-    auto& diagram = dynamic_cast<GLIQDiagram&>(*view->Widgets()[1]);
-    auto& xAxis = dynamic_cast<XAxisWidget&>(*view->Widgets()[2]);
-    view->show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(view.get()));
-    const auto repaintsBy = [&](const auto& action) {
-        QCoreApplication::processEvents();
-        const QSignalSpy frames(view.get(), &QOpenGLWidget::frameSwapped);
-        action();
-        QCoreApplication::processEvents();
-        return frames.count();
-    };
-    const auto feed = [&](const std::list<double>& i, const std::list<double>& q) {
-        iList.GetList() = i;
-        qList.GetList() = q;
-        return repaintsBy([&] { trigger.SetValue(true); });
-    };
-    EXPECT_TRUE(view->SetHasChangedTrigger_ValuePath("Q/Trigger"));
-    EXPECT_TRUE(view->SetData1_ValuePath("Q/I"));
-    EXPECT_EQ(feed({1}, {2}), 0);
-    EXPECT_TRUE(view->SetData2_ValuePath("Q/Q"));
-    EXPECT_EQ(feed({1, 2, 3}, {4, 5}), 1);
-    EXPECT_EQ(feed({1}, {4, 5, 6}), 1);
-    EXPECT_EQ(feed({}, {9}), 1);
-    QTest::keyClick(view->focusProxy(), Qt::Key_Space); // pauses
-    EXPECT_EQ(feed({7}, {7}), 0);
-    view->AutoScale();
-    Samples direct{0, 0, 10, 20};
-    EXPECT_EQ(repaintsBy([&] { view->AddData(direct); }), 1);
-    EXPECT_EQ(TestAccess::samplesIn(diagram),
-              (std::vector<Samples>{{0, 0, 10, 20}, {1, 4}, {1, 4, 2, 5, 3, 0}}));
-
-    const auto expectAfterBinding = [&](auto bind, const Samples& ends) {
-        limit.SetValue(limit.GetValue() + 1); // reaches the role that was bound before
-        EXPECT_TRUE((view.get()->*bind)("Q/Limit"));
-        TestAccess::expectRanges(diagram, xAxis, ends);
-    };
-    expectAfterBinding(&VCGLIQDiagram::SetYAxisMax_ValuePath, {-0.5F, 10.5F, -1, 1});
-    expectAfterBinding(&VCGLIQDiagram::SetYAxisMin_ValuePath, {-0.5F, 10.5F, 2, 2});
-    expectAfterBinding(&VCGLIQDiagram::SetXAxisMax_ValuePath, {-0.5F, 3, 3, 2});
-    expectAfterBinding(&VCGLIQDiagram::SetXAxisMin_ValuePath, {4, 4, 3, 2});
-
-    xAxis.SetRange(-1, 1);
-    const QPoint centre = diagram.geometry().center();
-    QTest::mouseClick(view->windowHandle(), Qt::LeftButton, {}, centre);
-    EXPECT_FALSE(view->findChild<CaptionWidget*>()->readout().isEmpty());
-    QMenu* menu = diagram.getContextMenu(nullptr, nullptr, 1);
-    const QSignalSpy shown(menu, &QMenu::aboutToShow);
-    QObject::connect(menu, &QMenu::aboutToShow, menu, &QMenu::close, Qt::QueuedConnection);
-    QContextMenuEvent event(QContextMenuEvent::Mouse, centre, view->mapToGlobal(centre));
-    QCoreApplication::sendEvent(view.get(), &event);
-    EXPECT_EQ(shown.count(), 1);
-    view.reset();
-    EXPECT_EQ(limit.ObserverCount(), 0U);
-    for (const char* path : {"Q/I", "Q/Q", "Q/Trigger", "Q/Limit"})
-        tree.Remove(path);
 }
 
 } // namespace

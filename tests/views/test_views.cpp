@@ -1,0 +1,335 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "eye/GLEyeDiagram.h"
+#include "iq/GLIQDiagram.h"
+#include "platform/glwidgets/CaptionWidget.h"
+#include "platform/glwidgets/DiagramCaption.h"
+#include "platform/glwidgets/XAxisWidget.h"
+#include "platform/gui/ColorSet.h"
+#include "time/GLTimeDiagram.h"
+#include "views/VCGLEyeDiagram.h"
+#include "views/VCGLIQDiagram.h"
+#include "views/VCGLTimeDiagram.h"
+
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QSignalSpy>
+#include <QTest>
+#include <QToolButton>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+using List = std::vector<double>;
+using Traces = std::vector<List>;
+
+struct TestAccess
+{
+    template<class View>
+    static auto& diagram(View& view)
+    {
+        return *view.Diagram();
+    }
+    template<class View>
+    static XAxisWidget& xAxis(View& view)
+    {
+        return *view.m_xAxis;
+    }
+    template<class View>
+    static std::size_t traceCount(View& view)
+    {
+        return view.Diagram()->m_records.size();
+    }
+    /// Samples of the stored traces, oldest first.
+    template<class View>
+    static Traces traces(View& view)
+    {
+        Traces result;
+        for (const auto* record : view.Diagram()->m_records)
+            result.emplace(result.begin(), record->m_samples.begin(), record->m_samples.end());
+        return result;
+    }
+};
+
+namespace {
+
+/// What all views do alike, on each of them.
+template<class View>
+struct Views : testing::Test
+{
+    static constexpr bool isEye = std::is_same_v<View, VCGLEyeDiagram>;
+    static constexpr bool isIq = std::is_same_v<View, VCGLIQDiagram>;
+
+    ~Views() override
+    {
+        for (const char* path : {"Data", "Second", "Trigger", "A", "B"})
+            tree.Remove(path);
+    }
+    bool bindSecond(const char* path)
+    {
+        if constexpr (isIq)
+            return view->SetData2_ValuePath(path);
+        else
+            return view->SetBaudrateData_ValuePath(path);
+    }
+    void bindData()
+    {
+        EXPECT_TRUE(view->SetData1_ValuePath("Data"));
+        EXPECT_TRUE(bindSecond("Second"));
+        EXPECT_TRUE(view->SetHasChangedTrigger_ValuePath("Trigger"));
+    }
+    void feed(const List& samples, const List& others)
+    {
+        data->Assign(samples.begin(), samples.end());
+        second->Assign(others.begin(), others.end());
+        trigger->SetValue(false); // its content means nothing
+    }
+    void show()
+    {
+        view->resize(400, 300);
+        view->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(view.get()));
+    }
+    /// Paints of the diagram that an action asks for.
+    template<class Action>
+    int paintsBy(Action action)
+    {
+        struct Counter : QObject
+        {
+            bool eventFilter(QObject*, QEvent* event) override
+            {
+                count += event->type() == QEvent::Paint;
+                return false;
+            }
+            int count = 0;
+        } counter;
+        QCoreApplication::processEvents(); // what was requested before
+        QObject* widget = view.get();
+        if constexpr (isEye)
+            widget = &TestAccess::diagram(*view);
+        widget->installEventFilter(&counter);
+        action();
+        QCoreApplication::processEvents();
+        return counter.count;
+    }
+    std::size_t count() { return TestAccess::traceCount(*view); }
+    std::pair<double, double> yRange()
+    {
+        std::pair<double, double> range;
+        TestAccess::diagram(*view).GetYStartStop(range.first, range.second);
+        return range;
+    }
+    XAxisWidget& xAxis() { return TestAccess::xAxis(*view); }
+    CaptionWidget* caption() { return view->template findChild<CaptionWidget*>(); }
+
+    values::Tree& tree = values::Tree::Instance();
+    values::ValueList<double>* data = tree.Create<values::ValueList<double>>("Data");
+    values::ValueList<double>* second = tree.Create<values::ValueList<double>>("Second");
+    values::Value<bool>* trigger = tree.Create<values::Value<bool>>("Trigger");
+    values::ValueNumeric<double>* a = tree.Create<values::ValueNumeric<double>>("A");
+    values::ValueNumeric<double>* b = tree.Create<values::ValueNumeric<double>>("B");
+    std::unique_ptr<View> view = std::make_unique<View>();
+};
+
+using AllViews = testing::Types<VCGLTimeDiagram, VCGLEyeDiagram, VCGLIQDiagram>;
+TYPED_TEST_SUITE(Views, AllViews, );
+
+TYPED_TEST(Views, FeedOnlyOnNewContentWithAllListsBound)
+{
+    auto& view = *this->view;
+    this->data->GetList() = {1, 2};
+    this->second->GetList() = {2, 0};
+    EXPECT_TRUE(view.SetHasChangedTrigger_ValuePath("Trigger")); // replay finds no lists
+    EXPECT_TRUE(view.SetData1_ValuePath("Data"));
+    this->trigger->SetValue(true);
+    EXPECT_TRUE(this->bindSecond("Second"));
+    for (const TChangeCode code : {ccState, ccAttributes, ccSelection})
+        this->trigger->Notify(code);
+    EXPECT_EQ(this->count(), 0U);
+    EXPECT_TRUE(view.SetHasChangedTrigger_ValuePath("Trigger")); // rebinding replays
+    EXPECT_EQ(this->count(), 1U);
+    this->trigger->SetValue(true);
+    this->trigger->SetValue(true);   // equal content announces new data, too
+    view.Update(nullptr, ccContent); // matches no role that is unbound
+    EXPECT_EQ(this->count(), 3U);
+}
+
+TYPED_TEST(Views, ApplyLimitsAtOnceFirstMatchingRoleOnly)
+{
+    auto& view = *this->view;
+    this->a->SetValue(-5.0);
+    EXPECT_TRUE(view.SetXAxisMin_ValuePath("A"));
+    EXPECT_EQ(this->xAxis().GetStartValue(), -5.0);
+    EXPECT_TRUE(view.SetYAxisMin_ValuePath("A")); // its replay matches the X role first
+    this->a->SetValue(-7.0);
+    EXPECT_EQ(this->xAxis().GetStartValue(), -7.0);
+    EXPECT_EQ(this->yRange().first, -1.0);
+    this->b->SetValue(3.0);
+    EXPECT_TRUE(view.SetYAxisMin_ValuePath("B"));
+    EXPECT_EQ(this->yRange(), std::pair(3.0, 1.0));
+    this->a->SetValue(-8.0); // rebinding one role leaves the other hearing
+    EXPECT_EQ(this->xAxis().GetStartValue(), -8.0);
+
+    EXPECT_TRUE(view.SetXAxisMax_ValuePath("B"));
+    EXPECT_TRUE(view.SetYAxisMax_ValuePath("A"));
+    EXPECT_EQ(this->xAxis().GetStopValue(), 3.0);
+    EXPECT_FALSE(view.SetXAxisMin_ValuePath("Data")); // a list is no number
+    this->a->SetValue(9.0); // no longer X start: the next role in order takes it
+    EXPECT_EQ(this->yRange(), std::pair(3.0, 9.0));
+}
+
+TYPED_TEST(Views, PauseDataByMouseAndSpaceButNotTheLimits)
+{
+    auto& view = *this->view;
+    this->bindData();
+    this->show();
+    QSignalSpy forStart(&view, SIGNAL(StopButtonPressedForStart()));
+    QSignalSpy forStop(&view, SIGNAL(StopButtonPressedForStop()));
+    const auto feed = [this] { this->feed({1, 2}, {2, 0}); };
+    EXPECT_EQ(this->paintsBy(feed), 1);
+    QTest::mouseClick(this->caption()->template findChild<QToolButton*>(), Qt::LeftButton);
+    EXPECT_EQ(forStart.count(), 1);
+    EXPECT_EQ(this->paintsBy(feed), 0); // lost
+    EXPECT_EQ(this->count(), 1U);
+    EXPECT_TRUE(view.SetYAxisMax_ValuePath("A"));
+    this->a->SetValue(4.0);
+    EXPECT_EQ(this->yRange().second, 4.0);
+    const auto give = [&view](bool repaint) { // direct data pass
+        if constexpr (std::is_same_v<TypeParam, VCGLIQDiagram>) {
+            std::vector<float> direct{5, 6};
+            view.AddData(direct);
+        } else {
+            List direct{5, 6};
+            view.FillData(direct, repaint);
+        }
+    };
+    EXPECT_EQ(this->paintsBy([&] { give(true); }), 1);
+    EXPECT_EQ(this->paintsBy([&] { give(false); }), this->isIq ? 1 : 0);
+    view.AutoScale();
+    give(false);
+    EXPECT_NEAR(this->yRange().second, 6.0, 0.1);
+    EXPECT_EQ(view.focusProxy(), this->caption());
+    QTest::keyClick(this->caption(), Qt::Key_Space);
+    EXPECT_EQ(forStop.count(), 1);
+    feed();
+    EXPECT_EQ(this->count(), 5U);
+}
+
+TYPED_TEST(Views, ShowTheirDataAndOfferMenusAndRuler)
+{
+    auto& view = *this->view;
+    this->bindData();
+    this->b->SetValue(1.0);
+    if constexpr (!std::is_same_v<TypeParam, VCGLIQDiagram>) {
+        EXPECT_TRUE(view.SetBaudrate_ValuePath("B"));
+    }
+    this->xAxis().SetRange(this->isIq ? -1.0 : -100.0, this->isIq ? 1.0 : 0.0);
+    this->show();
+    this->feed(List(100, 0.5), {100});
+    const QImage picture = view.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const QRect plot = view.Widgets().at(1)->geometry();
+    const auto number = this->isIq    ? IColorBase::colIQPoint
+                        : this->isEye ? IColorBase::colEyeTrace
+                                      : IColorBase::colTimeTrace;
+    int lit = 0;
+    for (int x = plot.left(); x <= plot.right(); ++x)
+        for (int y = plot.top(); y < plot.bottom(); ++y)
+            lit += picture.pixelColor(x, y) == ColorSet::Instance()[number];
+    EXPECT_GE(lit, this->isIq ? 1 : plot.width() / 2); // labels cover the rest
+    EXPECT_TRUE(this->xAxis().XPixelMap()->GetAxisDefinition().LabelWithUnit(1).endsWith(" t/T"));
+
+    QTest::mouseClick(view.windowHandle(), Qt::LeftButton, {}, plot.center());
+    EXPECT_EQ(this->caption()->readout().isEmpty(), this->isEye);
+    const std::pair<QPoint, int> menus[] = {{plot.center(), 2},
+                                            {plot.topLeft() + QPoint(9, 99), this->isEye ? 2 : 1},
+                                            {plot.bottomLeft() + QPoint(99, 9), 1}};
+    for (const auto& [at, entries] : menus) {
+        int shown = 0;
+        QTimer::singleShot(0, [&shown] {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            ASSERT_NE(menu, nullptr);
+            shown = menu->actions().size();
+            menu->close();
+        });
+        QWidget* child = view.childAt(at);
+        QWidget* target = child ? child : &view;
+        QContextMenuEvent event(QContextMenuEvent::Mouse, target->mapFrom(&view, at),
+                                view.mapToGlobal(at));
+        QCoreApplication::sendEvent(target, &event);
+        EXPECT_EQ(shown, entries);
+    }
+}
+
+TYPED_TEST(Views, TakeThemselvesDownInOrder)
+{
+    auto& view = this->view;
+    this->bindData();
+    for (auto setter : {&TypeParam::SetXAxisMin_ValuePath, &TypeParam::SetXAxisMax_ValuePath,
+                        &TypeParam::SetYAxisMin_ValuePath, &TypeParam::SetYAxisMax_ValuePath})
+        EXPECT_TRUE(((*view).*setter)("A"));
+    this->tree.Remove("Second");
+    this->trigger->SetValue(true);
+    EXPECT_EQ(this->count(), 0U);
+    QStringList gone;
+    const std::pair<QObject*, QString> parts[] = {{&this->xAxis(), "axis"},
+                                                  {&TestAccess::diagram(*view), "diagram"},
+                                                  {view->GetToolbarCaption(), "caption"}};
+    for (const auto& [object, name] : parts)
+        QObject::connect(object, &QObject::destroyed, [&gone, name = name] { gone << name; });
+    const int released = this->tree.ReleaseCount();
+    view.reset();
+    EXPECT_EQ(gone, (QStringList{"axis", "diagram", "caption"}));
+    EXPECT_EQ(this->data->ObserverCount() + this->trigger->ObserverCount(), 0U);
+    EXPECT_EQ(this->a->ObserverCount(), 0U);
+    EXPECT_EQ(this->tree.ReleaseCount(), released);
+}
+
+using TimeView = Views<VCGLTimeDiagram>;
+
+TEST_F(TimeView, CutsTheStreamAtTheMarkers)
+{
+    using Step = std::tuple<List, List, Traces>; // samples, markers, traces added
+    const std::vector<std::vector<Step>> stories{
+        {{{1, 2, 3, 4, 5, 6}, {3, 0, 0, 3, 0, 0}, {{1, 2, 3}, {4, 5, 6}}}},
+        {{{1, 2}, {4, 0}, {}}, {{3, 4}, {0, 0}, {{1, 2, 3, 4}}}}, // over two notifications
+        {{{1, 2, 3}, {}, {}}, {{4}, {1}, {{1, 2, 3}, {4}}}},      // no marker for a while
+        // Too long: the marker ends it.
+        {{{1, 2, 3}, {2}, {}}, {{4, 5}, {0, 2}, {{1, 2, 3, 4}}}, {{6}, {}, {{5, 6}}}},
+        // Zero as float is zero; anything else counts.
+        {{{1, 2}, {1e-50, std::nan("")}, {{1}}}, {{3}, {-3}, {{2}}}, {{4}, {1}, {{3}, {4}}}},
+        {{{1}, {1, 1, 1}, {{1}}}, {{}, {5, 5}, {}}, {{2}, {}, {{2}}}}, // markers beyond the samples
+    };
+    for (const auto& story : stories) {
+        view = std::make_unique<VCGLTimeDiagram>();
+        data->GetList().clear();
+        bindData();
+        Traces expected;
+        for (const auto& [samples, marks, added] : story) {
+            feed(samples, marks);
+            expected.insert(expected.end(), added.begin(), added.end());
+            EXPECT_EQ(TestAccess::traces(*view), expected);
+        }
+    }
+    // Later, the diagram hands old samples back; direct data leave the open segment alone.
+    for (double i = 0; i < 105; ++i) {
+        feed({i}, {2, 0});
+        List direct{9};
+        view->FillData(direct, false);
+        feed({i}, {});
+    }
+    EXPECT_EQ(TestAccess::traces(*view).front(), List{9});
+    EXPECT_EQ(TestAccess::traces(*view).back(), (List{104, 104}));
+}
+
+using IqView = Views<VCGLIQDiagram>;
+
+TEST_F(IqView, JoinsTheListsToPairs)
+{
+    bindData();
+    feed({1, 2, 3}, {4, 5});
+    feed({1}, {4, 5, 6});
+    feed({}, {9});
+    EXPECT_EQ(TestAccess::traces(*view), (Traces{{1, 4, 2, 5, 3, 0}, {1, 4}}));
+}
+
+} // namespace
