@@ -421,15 +421,11 @@
     </message>
     <message>
         <source>&amp;Auto scale</source>
-        <translation>&amp;Automatisch</translation>
+        <translation>A&amp;utomatisch</translation>
     </message>
     <message>
         <source>Fits the axis to the signal of the next second (A)</source>
         <translation>Passt die Achse an das Signal der nächsten Sekunde an (A)</translation>
-    </message>
-    <message>
-        <source>&amp;Full scale</source>
-        <translation>&amp;Voll</translation>
     </message>
     <message>
         <source>Shows -1 to 1, the full scale of recordings (F)</source>
@@ -509,7 +505,7 @@
     </message>
     <message>
         <source>Sym&amp;bols</source>
-        <translation>Sym&amp;bole</translation>
+        <translation>Symb&amp;ole</translation>
     </message>
     <message>
         <source>Clock</source>
@@ -549,7 +545,11 @@
     </message>
     <message>
         <source>Band&amp;width</source>
-        <translation>Bandb&amp;reite</translation>
+        <translation>&amp;Bandbreite</translation>
+    </message>
+    <message>
+        <source>F&amp;ull scale</source>
+        <translation>&amp;Voll</translation>
     </message>
 </context>
 <context>

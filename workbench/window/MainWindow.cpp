@@ -129,7 +129,7 @@ void MainWindow::bindIqView()
 void MainWindow::buildViews()
 {
     for (const ViewPanes::Pane& pane : m_panes->panes())
-        pane.view->installEventFilter(this);
+        pane.canvas->installEventFilter(this);
     m_panes->restore();
     connect(m_panes, &ViewPanes::paused, &m_feed, &SignalFeed::pause);
     connect(m_panes, &ViewPanes::resumed, &m_feed, &SignalFeed::play);
@@ -446,7 +446,7 @@ void MainWindow::openOrSay(const QString& fileName)
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == m_panes->firstShown() && event->type() == QEvent::Paint)
+    if (watched == m_panes->firstShown().canvas && event->type() == QEvent::Paint)
         ++m_frameCount;
     if (watched == m_iqView && event->type() == QEvent::Resize)
         QTimer::singleShot(0, this, &MainWindow::fitIqAxes); // when its plot has its new size

@@ -180,7 +180,7 @@ void ParameterPanel::addLevelSection()
     auto* row = new QWidget(this);
     auto* automatic = new QPushButton(tr("&Auto scale"), row);
     automatic->setToolTip(tr("Fits the axis to the signal of the next second (A)"));
-    auto* full = new QPushButton(tr("&Full scale"), row);
+    auto* full = new QPushButton(tr("F&ull scale"), row);
     full->setToolTip(tr("Shows -1 to 1, the full scale of recordings (F)"));
     auto* line = new QHBoxLayout(row);
     line->setContentsMargins(0, 0, 0, 0);

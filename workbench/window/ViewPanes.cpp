@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/ViewPanes.h"
 
+#include "eye/GLEyeDiagram.h"
 #include "platform/glwidgets/DiagramCaption.h"
 
 #include <algorithm>
@@ -38,6 +39,9 @@ void ViewPanes::add(const Pane& pane)
 {
     m_panes.push_back(pane);
     Pane& added = m_panes.back();
+    added.canvas = added.view->findChild<GLEyeDiagram*>(); // a widget of its own
+    if (!added.canvas)
+        added.canvas = added.view;
     const int number = static_cast<int>(m_panes.size());
     if (number == 1) {
         insertWidget(0, added.view);
@@ -97,9 +101,8 @@ void ViewPanes::setPaused(bool paused)
         pane.caption->setPaused(paused);
 }
 
-const GLLayout* ViewPanes::firstShown() const
+const ViewPanes::Pane& ViewPanes::firstShown() const
 {
-    const auto shown =
-        std::find_if(m_panes.begin(), m_panes.end(), [](const Pane& pane) { return pane.isShown; });
-    return shown == m_panes.end() ? nullptr : shown->view;
+    return *std::find_if(m_panes.begin(), m_panes.end(),
+                         [](const Pane& pane) { return pane.isShown; });
 }

@@ -27,6 +27,7 @@ public:
         DiagramCaption* caption;
         QMenu* menu; ///< the view's own
         std::function<void()> autoScale;
+        QWidget* canvas = nullptr; ///< is painted with each picture of the view
         bool isShown = true;
     };
 
@@ -62,8 +63,8 @@ public:
     void autoScale();
     /// Presses the views' pause buttons.
     void setPaused(bool paused);
-    /// The first view that is shown.
-    const GLLayout* firstShown() const;
+    /// The first pane that is shown.
+    const Pane& firstShown() const;
 
 signals:
     void paused();
