@@ -563,12 +563,12 @@
         <translation>die Aufnahme enthält keinen ganzen Abtastwert der Art %1; eine andere wählen oder das richtige --format angeben</translation>
     </message>
     <message>
-        <source>it ends within a sample (%1 bytes are left out): it was cut off, or it is not %2</source>
-        <translation>sie endet mitten in einem Abtastwert (%1 Bytes entfallen): sie ist abgeschnitten oder nicht von der Art %2</translation>
-    </message>
-    <message>
         <source>Format: %1</source>
         <translation>Format: %1</translation>
+    </message>
+    <message>
+        <source>it ends within a sample (bytes left out: %1): it was cut off, or it is not %2</source>
+        <translation>sie endet mitten in einem Abtastwert (entfallende Bytes: %1): sie ist abgeschnitten oder nicht von der Art %2</translation>
     </message>
 </context>
 <context>

@@ -93,7 +93,7 @@ TEST_F(Program, PrintsWhatIsKnownOfARecordingAndWhatIsAmissWithIt)
         << qPrintable(out);
     EXPECT_TRUE(out.contains("\nAnnotation: core:label <b>burst, core:sample_start 3\n"));
     EXPECT_TRUE(error.contains(": the sample rate is not known, 48000 Hz is assumed;"));
-    EXPECT_TRUE(error.contains(": it ends within a sample (1 bytes are left out)"));
+    EXPECT_TRUE(error.contains(": it ends within a sample (bytes left out: 1)"));
     EXPECT_EQ(error.count("orvane-workbench: " + path("a.sigmf-data")), 2) << qPrintable(error);
 }
 

@@ -23,7 +23,7 @@ void RawSource::open(Recording& recording, const QString& name, const QString& f
                             .arg(source->m_layout.format.name());
     } else {
         if (const std::int64_t bytes = source->remainder())
-            recording.notices += tr("it ends within a sample (%1 bytes are left out): it was cut "
+            recording.notices += tr("it ends within a sample (bytes left out: %1): it was cut "
                                     "off, or it is not %2")
                                      .arg(bytes)
                                      .arg(source->m_layout.format.name());

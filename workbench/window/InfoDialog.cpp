@@ -13,7 +13,6 @@ InfoDialog::InfoDialog(const QStringList& lines, QWidget* parent)
     resize(640, 400);
     auto* text = new QPlainTextEdit(lines.join(QLatin1Char('\n')), this);
     text->setReadOnly(true);
-    text->setLineWrapMode(QPlainTextEdit::NoWrap);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* column = new QVBoxLayout(this);
