@@ -187,6 +187,12 @@ TEST(Eye, IsNotifiedOnceABlock)
     EXPECT_NEAR(highest->GetValue(), 1.25, 0.1) << "of no traces";
     feed.settle();
     EXPECT_EQ(observer.count, 3) << "of an earlier signal";
+    EXPECT_EQ(feed.dropCount(), 0);
+    for (int i = 0; i < 20; ++i)
+        feed.take(source.position(), block); // nobody takes them up
+    EXPECT_GE(feed.dropCount(), 10);
+    feed.open(source, std::nullopt);
+    EXPECT_EQ(feed.dropCount(), 0);
     trigger->Detach(&observer);
 }
 

@@ -46,6 +46,7 @@ void EyeFeed::open(const SignalSource& source, std::optional<double> symbolRate)
     const bool isRecovered = symbolRate || !source.firstSymbol();
     if (!symbolRate)
         symbolRate = source.symbolRate();
+    m_dropCount = 0;
     m_cut.clock = EyeCut::Clock::None;
     if (symbolRate && *symbolRate >= minSymbolRate(source.sampleRate()) &&
         *symbolRate <= maxSymbolRate(source.sampleRate())) {
@@ -126,8 +127,10 @@ void EyeFeed::fitLevels()
 
 void EyeFeed::take(std::int64_t position, std::vector<double> samples)
 {
-    if (m_waitingCount >= maxWaitingCount)
+    if (m_waitingCount >= maxWaitingCount) {
+        ++m_dropCount;
         return;
+    }
     post([position, samples = std::move(samples)](EyeCutter& cutter) {
         cutter.push(position, samples);
     });

@@ -48,6 +48,9 @@ public:
     /// No more samples come for now: as settle, up to the last trace that is whole.
     void finish();
 
+    /// Blocks left out since open.
+    std::int64_t dropCount() const { return m_dropCount; }
+
     void setLevels(double lowest, double highest) { m_values.setY(lowest, highest); }
     /// Fits the levels to the newest traces, as many as an eye diagram keeps at first. Nothing
     /// while there are none, or where they are flat.
@@ -65,5 +68,6 @@ private:
     QThread m_thread;
     QObject m_worker;       // receives what the thread is to do
     int m_waitingCount = 0; // blocks that the thread has not cut yet
-    int m_run = 0;          // counts the signals; what comes late of an earlier one is dropped
+    std::int64_t m_dropCount = 0;
+    int m_run = 0; // counts the signals; what comes late of an earlier one is dropped
 };

@@ -78,8 +78,8 @@ public:
     std::int64_t position() const { return m_reader ? m_reader->position() : 0; }
     /// Samples of a trace, for a source with frames of the frame.
     double segmentLength() const;
-    /// Periods skipped since the source was opened.
-    std::int64_t dropCount() const { return m_dropCount; }
+    /// Periods skipped since the source was opened, as a whole or for the eye only.
+    std::int64_t dropCount() const { return m_dropCount + m_eye.dropCount(); }
 
     /// Whether to watch for a signal: for samples that differ. Silence has no levels that an axis
     /// could be fitted to.
