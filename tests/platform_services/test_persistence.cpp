@@ -93,12 +93,4 @@ TEST_F(Persistence, DamagedFilesCountAsEmptyAndAreNamedOnce)
     EXPECT_EQ(logged.size(), 4) << logged.join('\n').toStdString();
 }
 
-TEST_F(Persistence, UsesTheApplicationsIniFileUnlessToldOtherwise)
-{
-    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, dir.path());
-    Persistant::SetStoreFile(QString());
-    Write(false);
-    EXPECT_FALSE(Content(dir.filePath(QStringLiteral("orvane-test/orvane-test.ini"))).isEmpty());
-}
-
 } // namespace

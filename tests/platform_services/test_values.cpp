@@ -125,18 +125,6 @@ TEST_F(Values, ArePutAtFreePathsAndFoundByType)
     EXPECT_EQ(dynamic_cast<values::ValueList<double>*>(tree.FindValue(path)), nullptr);
 }
 
-TEST_F(Values, AnnounceEqualContentTooAndListsReuseTheirNodes)
-{
-    auto* list = tree.Create<values::ValueList<double>>(path);
-    list->Attach(&probe);
-    const double samples[] = {1, -0.5};
-    list->Assign(samples, samples + 2);
-    const double* node = &list->GetList().back();
-    list->Assign(samples, samples + 2);
-    EXPECT_EQ(&list->GetList().back(), node);
-    EXPECT_EQ(probe.codes, Codes(2, ccContent));
-}
-
 TEST_F(Values, LeaveTheTreeBeforeTheirObserversHearAndDieAfter)
 {
     auto* value = tree.Create<Tracked>(path);
