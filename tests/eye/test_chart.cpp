@@ -133,7 +133,7 @@ TEST(Chart, FollowedPictureIsThePictureDrawnAfresh)
                 chart.eye->resize(static_cast<int>(random() % 80), static_cast<int>(random() % 60));
                 break;
             case 3:
-                chart.curve.m_on = !chart.curve.m_on;
+                chart.curve.m_on = random() % 4 > 0;
                 TestAccess::showGrid(*chart.eye) = random() % 2;
                 break;
             case 4:
@@ -209,6 +209,11 @@ TEST(Chart, WidthAndBreaks)
     const std::vector<double> lower(points.size(), 0.3);
     chart.y.Replace(lower.data(), lower.size());
     EXPECT_EQ(picture(*chart.eye), chart.afresh());
+    for (CDataArrayD* array : {&chart.y, &chart.x}) { // a pair that comes in two parts
+        const double value = 0.9;
+        array->Append(&value, 1);
+        EXPECT_EQ(picture(*chart.eye), chart.afresh());
+    }
 }
 
 // More segments cover a pixel than 16 bits can count.
