@@ -203,6 +203,17 @@
         <source>an eye takes %1 to %2 samples of a symbol; it is cut every %3 samples until another symbol rate is given</source>
         <translation>ein Auge braucht %1 bis %2 Abtastwerte je Symbol; es wird alle %3 Abtastwerte geschnitten, bis eine andere Symbolrate angegeben ist</translation>
     </message>
+    <message>
+        <source>&amp;Modulated signal</source>
+        <translation>&amp;Moduliertes Signal</translation>
+    </message>
+</context>
+<context>
+    <name>ModulationSource</name>
+    <message>
+        <source>Built-in %1 signal</source>
+        <translation>Eingebautes %1-Signal</translation>
+    </message>
 </context>
 <context>
     <name>NoticeBar</name>
@@ -375,6 +386,26 @@
     <message>
         <source>Plays without a window, writes time.png, eye.png, iq.png and workbench.png into &lt;DIR&gt; and ends.</source>
         <translation>Spielt ohne Fenster ab, schreibt time.png, eye.png, iq.png und workbench.png nach &lt;DIR&gt; und endet.</translation>
+    </message>
+    <message>
+        <source>Plays a built-in signal with the modulation &lt;NAME&gt;: BPSK, QPSK, 8PSK, 16QAM or 64QAM.</source>
+        <translation>Spielt ein eingebautes Signal mit der Modulation &lt;NAME&gt; ab: BPSK, QPSK, 8PSK, 16QAM oder 64QAM.</translation>
+    </message>
+    <message>
+        <source>Signal-to-noise ratio of a symbol of it, 0 to 60 dB (28).</source>
+        <translation>Sein Signal-Rausch-Abstand je Symbol, 0 bis 60 dB (28).</translation>
+    </message>
+    <message>
+        <source>give one of %1</source>
+        <translation>eines von %1 angeben</translation>
+    </message>
+    <message>
+        <source>--%1: a signal of --demo does not have it; leave out one of them</source>
+        <translation>--%1: ein Signal von --demo hat das nicht; eines von beiden weglassen</translation>
+    </message>
+    <message>
+        <source>--snr: only a signal of --demo has it; give one</source>
+        <translation>--snr: das hat nur ein Signal von --demo; eines angeben</translation>
     </message>
 </context>
 <context>

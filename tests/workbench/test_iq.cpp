@@ -1,12 +1,15 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "platform/values/Tree.h"
 #include "workbench/feed/IqFeed.h"
+#include "workbench/sources/ModulationSource.h"
 #include "workbench/sources/NrzSource.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <complex>
 #include <numeric>
+#include <set>
 
 namespace {
 
@@ -114,6 +117,91 @@ TEST_F(IqPoints, FitAxesOfEqualScaleWhateverAFewSay)
         notify({0.1}, {});
     notify(Points(1000, 9.0), {}); // too late
     expectAxes(2.0, 4.0);
+}
+
+using Complex = std::complex<double>;
+
+struct Reception
+{
+    double error = 0.0;                    ///< mean square of the distance to the next point
+    std::set<std::pair<long, long>> met{}; ///< points that were the next one
+};
+
+/// Looks at sample i of each symbol.
+Reception receptionOf(const Points& samples, std::size_t i, const std::vector<Complex>& points)
+{
+    Reception result;
+    constexpr std::size_t step = 2 * ModulationSource::samplesPerSymbol;
+    for (i *= 2; i + 1 < samples.size(); i += step) {
+        const Complex sample(samples[i], samples[i + 1]);
+        const Complex next =
+            *std::min_element(points.begin(), points.end(), [&](Complex a, Complex b) {
+                return std::norm(a - sample) < std::norm(b - sample);
+            });
+        result.error += std::norm(sample - next) * double(step) / double(samples.size());
+        result.met.emplace(std::lround(1e6 * next.real()), std::lround(1e6 * next.imag()));
+    }
+    return result;
+}
+
+std::vector<Complex> grid(int side)
+{
+    std::vector<Complex> points;
+    const double scale = std::sqrt(1.5 / (side * side - 1)); // for a mean power of 1
+    for (int i = 0; i < side * side; ++i)
+        points.emplace_back(scale * (2 * (i % side) - side + 1),
+                            scale * (2 * (i / side) - side + 1));
+    return points;
+}
+
+TEST(Modulations, AreReceivedWithAllTheirPointsAndTheNoiseAskedFor)
+{
+    using Scheme = ModulationSettings::Scheme;
+    std::vector<Complex> circle;
+    for (int k = 0; k < 8; ++k)
+        circle.push_back(std::polar(1.0, k * std::acos(-1.0) / 4.0));
+    const std::pair<Scheme, std::vector<Complex>> rows[] = {{Scheme::Bpsk, {1.0, -1.0}},
+                                                            {Scheme::Qpsk, grid(2)},
+                                                            {Scheme::Psk8, circle},
+                                                            {Scheme::Qam16, grid(4)},
+                                                            {Scheme::Qam64, grid(8)}};
+    for (const auto& [scheme, points] : rows) {
+        for (const std::uint32_t seed : {1U, 2U}) {
+            ModulationSettings settings;
+            settings.scheme = scheme;
+            settings.seed = seed;
+            settings.snrDb = 60.0;
+            Points samples;
+            ModulationSource(settings).read(samples, 4000 * ModulationSource::samplesPerSymbol);
+            const Reception clean = receptionOf(samples, 0, points);
+            EXPECT_LT(clean.error, 0.002) << points.size(); // 27 dB
+            EXPECT_EQ(clean.met.size(), points.size());
+            EXPECT_GT(receptionOf(samples, 1, points).error, 4.0 * clean.error);
+            settings.snrDb = 24.0;
+            ModulationSource(settings).read(samples, 4000 * ModulationSource::samplesPerSymbol);
+            EXPECT_NEAR(receptionOf(samples, 0, points).error, std::pow(10.0, -2.4), 0.0015)
+                << points.size();
+        }
+    }
+}
+
+TEST(Modulations, GoOnInStepWithTheirSymbolsAndStartAgainAlike)
+{
+    ModulationSource source((ModulationSettings()));
+    Points first, again, symbol;
+    source.read(first, 20);
+    EXPECT_EQ(first.size(), 40U);
+    for (const std::int64_t position : {12345, 77, 160001}) {
+        ASSERT_TRUE(source.seek(position));
+        source.read(again, std::size_t(8 - position % 8));
+        source.read(symbol, 1);
+        EXPECT_NEAR(std::hypot(symbol[0], symbol[1]), 1.0, 0.2); // a symbol of QPSK
+        EXPECT_EQ(source.position(), position + 8 - position % 8 + 1);
+    }
+    EXPECT_FALSE(source.seek(-1));
+    EXPECT_TRUE(source.seek(0));
+    source.read(again, 20);
+    EXPECT_EQ(again, first);
 }
 
 } // namespace

@@ -62,6 +62,11 @@ TEST_F(Program, RefusesInOneLineWithTheRightExitCode)
         {2, {"--levels", "4", mono}, "--levels"},
         {2, {"--noise", "7"}, "--noise"},
         {2, {"--jitter", "0.4"}, "--jitter"},
+        {2, {"--demo", "32QAM"}, "--demo"},
+        {2, {"--demo", "QPSK", mono}, "--demo"},
+        {2, {"--demo", "QPSK", "--levels", "2"}, "--levels"},
+        {2, {"--demo", "QPSK", "--snr", "nan"}, "--snr"},
+        {2, {"--snr", "20"}, "--snr"}, // of what?
         {2, {"--seconds", "nan"}, "--seconds"},
         {2, {"--size", "100x99999"}, "--size"},
         {2, {"--scheme", "blue"}, "--scheme"},
@@ -134,6 +139,7 @@ TEST_F(Program, TakesPicturesOfWhatItPlays)
          {900, 600},
          Scheme::Light},
         {{file}, {1280, 800}, Scheme::Dark},
+        {{"--demo", "16qam", "--seconds", "0.3"}, {1280, 800}, Scheme::Dark},
         {{"--seconds", "0.3"}, {1280, 800}, Scheme::Dark}};
     const QString notice = "orvane-workbench: " + file + ": the symbol rate is not known";
     for (const auto& [arguments, size, scheme] : rows) {

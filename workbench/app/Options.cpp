@@ -6,6 +6,7 @@
 #include <QCommandLineParser>
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -56,6 +57,11 @@ void describe(QCommandLineParser& parser)
     add("eye-symbols", Text::tr("Shows <N> symbols in the eye, 1 to 16 (2)."), "N");
     add("eye-bandwidth",
         Text::tr("Low-pass before the eye, 3 dB down at <X> symbol rates, 0.2 to 2 (none)."), "X");
+    add("demo",
+        Text::tr("Plays a built-in signal with the modulation <NAME>: BPSK, QPSK, 8PSK, 16QAM or "
+                 "64QAM."),
+        "NAME");
+    add("snr", Text::tr("Signal-to-noise ratio of a symbol of it, 0 to 60 dB (28)."), "DB");
     add("levels", Text::tr("Levels of the built-in signal: 2 or 4 (2)."), "N");
     add("noise", Text::tr("Noise of the built-in signal, RMS in dB of its level, -60 to 6 (-26)."),
         "DB");
@@ -198,6 +204,24 @@ NrzSettings readSettings(Reader& reader)
     return settings;
 }
 
+/// A built-in signal with a modulation.
+ModulationSettings readModulation(Reader& reader)
+{
+    ModulationSettings settings;
+    const int index = ModulationSettings::names().indexOf(reader.text("demo").toUpper());
+    if (index < 0)
+        reader.reject("demo",
+                      Text::tr("give one of %1").arg(ModulationSettings::names().join(", ")));
+    settings.scheme = static_cast<ModulationSettings::Scheme>(std::max(index, 0));
+    settings.snrDb =
+        reader.number("snr", ModulationSettings::minSnrDb, ModulationSettings::maxSnrDb)
+            .value_or(settings.snrDb);
+    if (const auto rate =
+            reader.number("symbol-rate", NrzSettings::minSymbolRate, NrzSettings::maxSymbolRate))
+        settings.sampleRate = *rate * ModulationSource::samplesPerSymbol;
+    return settings;
+}
+
 } // namespace
 
 QString Options::languageIn(const QStringList& arguments)
@@ -227,7 +251,9 @@ Options::Result Options::parse(const QStringList& arguments)
 
     Reader reader(parser);
     Options options = readOptions(reader);
-    if (parser.positionalArguments().isEmpty())
+    if (parser.positionalArguments().isEmpty() && reader.isSet("demo"))
+        options.demo = readModulation(reader);
+    else if (parser.positionalArguments().isEmpty())
         options.builtIn = readSettings(reader);
     else
         options.symbolRate = reader.number("symbol-rate", minHertz, Recording::maxSampleRate);
@@ -246,6 +272,13 @@ Options::Result Options::parse(const QStringList& arguments)
                 tr("--%1: only recordings have it; name one").arg(QString::fromLatin1(name)));
     }
     for (const char* name : {"levels", "noise", "jitter"}) {
+        if (options.demo && reader.isSet(name))
+            return wrong(tr("--%1: a signal of --demo does not have it; leave out one of them")
+                             .arg(QString::fromLatin1(name)));
+    }
+    if (!options.demo && !isRecording && reader.isSet("snr"))
+        return wrong(tr("--snr: only a signal of --demo has it; give one"));
+    for (const char* name : {"demo", "snr", "levels", "noise", "jitter"}) {
         if (isRecording && reader.isSet(name))
             return wrong(tr("--%1: only the built-in signal has it; leave out the recording")
                              .arg(QString::fromLatin1(name)));

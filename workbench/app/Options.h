@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/sources/ModulationSource.h"
 #include "workbench/sources/NrzSource.h"
 #include "workbench/sources/Recording.h"
 
@@ -35,8 +36,9 @@ public:
     std::optional<double> spanSeconds;
     std::optional<double> symbolRate; ///< Bd, of the recording
     NrzSettings builtIn;
-    int eyeSymbolCount = 2;    ///< of a trace
-    double eyeBandwidth = 0.0; ///< as in EyeCut
+    std::optional<ModulationSettings> demo; ///< instead of it
+    int eyeSymbolCount = 2;                 ///< of a trace
+    double eyeBandwidth = 0.0;              ///< as in EyeCut
     double speed = 1.0;
     std::optional<bool> isDark;
     QSize size{1280, 800};

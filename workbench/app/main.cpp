@@ -74,6 +74,8 @@ int run(MainWindow& window, const Options& options)
             return fail(exitFailed, QStringLiteral("%1: %2").arg(options.file, why));
         if (const QString notice = window.eyeNotice(); !notice.isEmpty())
             say(QStringLiteral("%1: %2").arg(options.file, notice));
+    } else if (options.demo) {
+        window.openDemo(*options.demo);
     } else {
         window.openBuiltIn(options.builtIn);
     }

@@ -33,6 +33,7 @@ namespace {
 
 constexpr int statusPeriodMs = 200;
 constexpr double speeds[] = {0.1, 0.2, 0.5, 1.0, 2.0, 5.0, 10.0};
+constexpr double demoSpan = 80.0; // symbols
 constexpr double fullScale = 1.1; // a little more than the largest level
 
 // Usual endings.
@@ -160,6 +161,16 @@ void MainWindow::buildActions()
         openBuiltIn(m_builtIn);
         m_feed.play();
     });
+    QMenu* demos = file->addMenu(tr("&Modulated signal"));
+    for (const QString& name : ModulationSettings::names()) {
+        connect(demos->addAction(name), &QAction::triggered, this, [this, name] {
+            ModulationSettings settings;
+            settings.scheme =
+                static_cast<ModulationSettings::Scheme>(ModulationSettings::names().indexOf(name));
+            openDemo(settings);
+            m_feed.play();
+        });
+    }
     QAction* information = add(file, tr("&Information..."), Qt::CTRL + Qt::Key_I);
     connect(information, &QAction::triggered, this, [this] {
         const QStringList lines = Recording::describe(*m_feed.source()) + m_details;
@@ -314,6 +325,13 @@ void MainWindow::openBuiltIn(const NrzSettings& settings)
     m_builtIn = settings;
     m_feed.open(std::make_unique<NrzSource>(m_builtIn), 0, std::nullopt);
     m_details.clear();
+    showSource();
+}
+
+void MainWindow::openDemo(const ModulationSettings& settings)
+{
+    m_feed.open(std::make_unique<ModulationSource>(settings), 0, std::nullopt);
+    m_feed.setSpan(demoSpan / *m_feed.source()->symbolRate());
     showSource();
 }
 

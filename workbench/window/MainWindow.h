@@ -2,6 +2,7 @@
 #pragma once
 
 #include "workbench/feed/SignalFeed.h"
+#include "workbench/sources/ModulationSource.h"
 #include "workbench/sources/NrzSource.h"
 #include "workbench/sources/Recording.h"
 
@@ -41,6 +42,8 @@ public:
     bool open(Recording recording, int channel, std::optional<double> symbolRate, QString& why);
     /// Opens the built-in signal, not playing.
     void openBuiltIn(const NrzSettings& settings = NrzSettings());
+    /// Opens a built-in signal with a modulation, not playing.
+    void openDemo(const ModulationSettings& settings);
     /// Why the eye is not that of the symbols, one sentence; empty when it is.
     QString eyeNotice() const;
 

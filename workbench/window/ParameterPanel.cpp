@@ -3,6 +3,7 @@
 
 #include "platform/gui/ColorSet.h"
 #include "workbench/feed/SignalFeed.h"
+#include "workbench/sources/ModulationSource.h"
 #include "workbench/sources/NrzSource.h"
 #include "workbench/window/Units.h"
 
@@ -257,7 +258,9 @@ void ParameterPanel::show(const SignalFeed& feed)
     const bool hasSymbols = scale.unit == TimeScale::Unit::Symbol;
     m_sampleRate->setText(units::rate(scale.sampleRate, "Hz"));
     showSymbolRate(feed);
-    QString length = dynamic_cast<const NrzSource*>(&source) ? tr("endless") : tr("unknown");
+    const bool isEndless =
+        dynamic_cast<const NrzSource*>(&source) || dynamic_cast<const ModulationSource*>(&source);
+    QString length = isEndless ? tr("endless") : tr("unknown");
     if (const auto count = source.sampleCount()) {
         const double seconds = static_cast<double>(*count) / scale.sampleRate;
         length = units::time(seconds, seconds);

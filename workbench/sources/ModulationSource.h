@@ -1,0 +1,73 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/sources/SignalSource.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+
+#include <memory>
+
+struct ModulationSettings
+{
+    enum class Scheme { Bpsk, Qpsk, Psk8, Qam16, Qam64 };
+    static constexpr double minSnrDb = 0.0;
+    static constexpr double maxSnrDb = 60.0;
+
+    /// Names of the schemes, as people write them, in order.
+    static QStringList names();
+
+    Scheme scheme = Scheme::Qpsk;
+    double sampleRate = 48000.0; ///< Hz, > 0; there are ModulationSource::samplesPerSymbol
+    double snrDb = 28.0;         ///< energy of a symbol against the noise's spectral density
+    double carrierOffset = 1e-3; ///< cycles a symbol
+    double phaseNoise = 2e-3;    ///< rad, RMS, by which the carrier's phase walks in a symbol
+    double clockOffset = 2e-5;   ///< of the transmitter's symbol clock, as a part of it
+    std::uint32_t seed = 20260801;
+};
+
+/// Endless random symbols of a linear modulation as a receiver has them: sent with root raised
+/// cosine pulses over a channel with noise, an offset and noise of the carrier's phase and an
+/// offset of the symbols' clock; received by matched filter, recovery of the symbols' clock and of
+/// the carrier. The receiver has locked before the first sample, with the help of a preamble, to
+/// one of the phases that the scheme cannot tell apart. Symbol k lies at sample k times
+/// samplesPerSymbol.
+class ModulationSource : public SignalSource
+{
+    Q_DECLARE_TR_FUNCTIONS(ModulationSource)
+public:
+    static constexpr int samplesPerSymbol = 8;
+
+    explicit ModulationSource(const ModulationSettings& settings);
+    ~ModulationSource() override;
+
+    QString name() const override;
+    double sampleRate() const override { return m_settings.sampleRate; }
+    int channelCount() const override { return 1; }
+    bool isComplex() const override { return true; }
+    std::optional<std::int64_t> sampleCount() const override { return std::nullopt; }
+    std::optional<double> symbolRate() const override
+    {
+        return m_settings.sampleRate / samplesPerSymbol;
+    }
+    std::optional<double> firstSymbol() const override { return 0.0; }
+    std::int64_t position() const override { return m_position; }
+    std::size_t read(std::vector<double>& block, std::size_t count) override;
+    /// Starts anew at the start; elsewhere the signal goes on as if nothing had been left out.
+    bool seek(std::int64_t position) override;
+
+private:
+    struct Transmitter;
+    struct Channel;
+    struct Receiver;
+
+    void start();
+    void runSymbol();
+    void skip(std::size_t count);
+
+    ModulationSettings m_settings;
+    std::int64_t m_position = 0;
+    std::unique_ptr<Transmitter> m_transmitter;
+    std::unique_ptr<Channel> m_channel;
+    std::unique_ptr<Receiver> m_receiver;
+};
