@@ -14,7 +14,10 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <cmath>
+#include <cstdint>
 #include <optional>
+#include <vector>
 
 namespace {
 
@@ -84,29 +87,81 @@ struct Picture
         return {std::max(area.left(), left), tickLength + labelGap, width, metrics.height()};
     }
 
-    /// Tick marks with labels; none where it would come too near to the one before or to the area
-    /// given.
+    /// Tick marks with labels: as many as fit, at even distances. Labels at the borders stand where
+    /// those leave room, and none in the area given.
     void DrawTicks(const axisDefinition& axis, const QRect& taken, const QColor& color)
     {
+        const std::vector<Label> labels = Labels(axis);
+        std::int64_t every = 1;
+        for (std::size_t i = 0; !Fit(labels, every); ++i)
+            every = i % 3 == 1 ? every / 2 * 5 : every * 2; // 1, 2, 5, 10 and so on
+
         painter.setPen(QPen(color));
-        QRect previous;
-        for (const axisDefinition::Tick& tick : axis.GetTicks()) {
-            if (tick.pixel < area.left() || tick.pixel > area.right())
-                continue;
-            painter.drawVLine(tick.pixel, 0, tickLength - 1, color);
-            const QString label = axis.Label(tick.value);
-            const QRect box = TextBox(tick.pixel, label, 1);
-            const QRect apart = box.adjusted(-minLabelDistance, 0, minLabelDistance, 0);
-            if (box.width() > area.width() || apart.intersects(previous) || box.intersects(taken))
-                continue;
-            painter.drawText(box, Qt::AlignCenter, label);
-            previous = box;
+        std::vector<QRect> drawn;
+        for (const bool atBorder : {false, true}) {
+            for (const Label& label : labels) {
+                painter.drawVLine(label.column, 0, tickLength - 1, color);
+                const bool isApart =
+                    std::none_of(drawn.begin(), drawn.end(),
+                                 [&label](const QRect& box) { return label.IsNear(box); });
+                if (label.index % every != 0 || label.isAtBorder != atBorder || !isApart ||
+                    label.box.intersects(taken) || label.box.width() > area.width())
+                    continue;
+                painter.drawText(label.box, Qt::AlignCenter, label.text);
+                drawn.push_back(label.box);
+            }
         }
     }
 
     GLPainter& painter;
     QFontMetrics metrics;
     QRect area;
+
+private:
+    struct Label
+    {
+        std::int64_t index; // of the tick, counted from 0 of the axis
+        int column;
+        QString text;
+        QRect box;
+        bool isAtBorder; // moved to stay inside
+
+        bool IsNear(const QRect& other) const
+        {
+            return box.adjusted(-minLabelDistance, 0, minLabelDistance, 0).intersects(other);
+        }
+    };
+
+    std::vector<Label> Labels(const axisDefinition& axis) const
+    {
+        const std::vector<axisDefinition::Tick>& ticks = axis.GetTicks();
+        const double step = ticks.size() > 1 ? std::abs(ticks[1].value - ticks[0].value) : 1.0;
+        std::vector<Label> labels;
+        for (const axisDefinition::Tick& tick : ticks) {
+            if (tick.pixel < area.left() || tick.pixel > area.right())
+                continue;
+            const QString text = axis.Label(tick.value);
+            const QRect box = TextBox(tick.pixel, text, 1);
+            const std::int64_t index = ticks.size() > 1 ? std::llround(tick.value / step) : 0;
+            labels.push_back(
+                {index, tick.pixel, text, box, box.left() != tick.pixel - box.width() / 2});
+        }
+        return labels;
+    }
+
+    /// Whether every so many labels are apart, but for those at the borders.
+    static bool Fit(const std::vector<Label>& labels, std::int64_t every)
+    {
+        const Label* previous = nullptr;
+        for (const Label& label : labels) {
+            if (label.index % every != 0 || label.isAtBorder)
+                continue;
+            if (previous && label.IsNear(previous->box))
+                return false;
+            previous = &label;
+        }
+        return true;
+    }
 };
 
 } // namespace
