@@ -51,8 +51,9 @@ Recording Sigmf::openFiles(const QString& fileName, const Recording::Options& op
     QFile file(metaName);
     if (!file.open(QIODevice::ReadOnly))
         return Recording::failure(tr("cannot be read (%1)").arg(file.errorString()));
-    const auto metadata =
-        SigmfMetadata::parse(file.read(SigmfMetadata::maxSize + 1), options.sampleRate);
+    const auto metadata = SigmfMetadata::parse(
+        file.read(std::min<qint64>(metaFile.size(), SigmfMetadata::maxSize + 1)),
+        options.sampleRate);
     QString dataName = withEnding(metaName, metaEnding, dataEnding);
     if (!metadata.dataset.isEmpty())
         dataName = metaFile.dir().filePath(metadata.dataset);
