@@ -44,12 +44,14 @@ struct Window : testing::Test, TestFolder
 {
     Window()
     {
+        values::Persistant::SetStoreFile(path("settings.ini"));
         window->resize(1000, 600);
         window->openBuiltIn();
         window->show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
         QApplication::setActiveWindow(window.get()); // no window manager does it
     }
+    ~Window() override { values::Persistant::SetStoreFile(usualFile); }
     CaptionWidget& caption()
     {
         return *qobject_cast<CaptionWidget*>(
@@ -96,6 +98,7 @@ struct Window : testing::Test, TestFolder
         EXPECT_TRUE(
             drop({QUrl("http://example.invalid/x.wav"), QUrl::fromLocalFile(path("sine.wav"))}));
     }
+    const QString usualFile = values::Persistant::StoreFile();
     std::unique_ptr<MainWindow> window = std::make_unique<MainWindow>();
 };
 
@@ -140,7 +143,6 @@ TEST_F(Window, StandsStillWhileAnyOfItsPauseControlsSaysSo)
 
 TEST_F(Window, GivesTheRoomOfHiddenViewsToTheOthersAndRemembersIt)
 {
-    values::Persistant::SetStoreFile(path("settings.ini"));
     QWidget* center = window->centralWidget();
     const auto& panes = window->panes().panes();
     const auto expectRoom = [&](const QString& shown) {
@@ -168,7 +170,21 @@ TEST_F(Window, GivesTheRoomOfHiddenViewsToTheOthersAndRemembersIt)
     window->panes().showAll(); // for a picture
     window->panes().restore();
     expectRoom("100");
-    values::Persistant::SetStoreFile(QString());
+}
+
+TEST_F(Window, ComesBackAsItWasLeft)
+{
+    window->resize(1100, 700);
+    window->panes().setSizes({400, 200});
+    const QList<int> heights = window->panes().sizes();
+    window->close();
+    window.reset();
+    window = std::make_unique<MainWindow>();
+    window->restoreRoom();
+    window->show();
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+    EXPECT_EQ(window->size(), QSize(1100, 700));
+    EXPECT_EQ(window->panes().sizes(), heights);
 }
 
 TEST_F(Window, PausesAtTheEndAndStartsAgainByTheSameButton)

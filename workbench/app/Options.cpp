@@ -172,7 +172,7 @@ Options readOptions(Reader& reader)
                                        Text::tr("give width and height, such as 1280x800"))) {
         options.size = QSize(size->captured(1).toInt(), size->captured(2).toInt());
         const QSize smallest(Options::minWidth, Options::minHeight);
-        if (options.size.expandedTo(smallest).boundedTo({maxSide, maxSide}) != options.size)
+        if (options.size->expandedTo(smallest).boundedTo({maxSide, maxSide}) != options.size)
             reader.reject("size", Text::tr("give %1x%2 to %3x%3")
                                       .arg(smallest.width())
                                       .arg(smallest.height())

@@ -41,7 +41,7 @@ public:
     double eyeBandwidth = 0.0;              ///< as in EyeCut
     double speed = 1.0;
     std::optional<bool> isDark;
-    QSize size{1280, 800};
+    std::optional<QSize> size; ///< none: as the window was left, at first 1280x800
     QString settingsFile;
 };
 

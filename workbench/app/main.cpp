@@ -64,7 +64,9 @@ Recording open(const Options& options)
 
 int run(MainWindow& window, const Options& options)
 {
-    window.resize(options.size);
+    window.resize(options.size.value_or(QSize(1280, 800)));
+    if (!options.size && options.snapshotFolder.isEmpty())
+        window.restoreRoom();
     QString why;
     if (!options.file.isEmpty()) {
         Recording recording = open(options);

@@ -25,11 +25,15 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QScrollArea>
+#include <QSettings>
 #include <QToolBar>
 #include <QUrl>
 #include <QVBoxLayout>
 
 namespace {
+
+const QString geometryKey = QStringLiteral("Window/Geometry");
+const QString panesKey = QStringLiteral("Window/Panes");
 
 constexpr int statusPeriodMs = 200;
 constexpr double speeds[] = {0.1, 0.2, 0.5, 1.0, 2.0, 5.0, 10.0};
@@ -476,6 +480,21 @@ void MainWindow::fitIqAxes()
     const QSize plot = m_iqView->Widgets()[1]->rect().size();
     if (!plot.isEmpty())
         m_feed.iq().setAspect(static_cast<double>(plot.width()) / plot.height());
+}
+
+void MainWindow::restoreRoom()
+{
+    const QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
+    restoreGeometry(settings.value(geometryKey).toByteArray());
+    m_panes->setRoom(settings.value(panesKey).toList());
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
+    settings.setValue(geometryKey, saveGeometry());
+    settings.setValue(panesKey, m_panes->room());
+    QMainWindow::closeEvent(event);
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)

@@ -54,8 +54,11 @@ public:
     ViewPanes& panes() { return *m_panes; }
     /// Shows span, speed and position as the feed has them.
     void refresh();
+    /// Takes the place on the screen and shares it out as when a window was last closed.
+    void restoreRoom();
 
 protected:
+    void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;

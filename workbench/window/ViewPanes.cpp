@@ -64,6 +64,12 @@ void ViewPanes::add(const Pane& pane)
 
 void ViewPanes::restore() { m_pPersistant->Read(QString(), ICfg::DefaultView); }
 
+void ViewPanes::setRoom(const QVariantList& room)
+{
+    restoreState(room.value(0).toByteArray());
+    m_below->restoreState(room.value(1).toByteArray());
+}
+
 void ViewPanes::ApplyPersistantBeforeWrite() {}
 
 void ViewPanes::ApplyPersistantAfterRead() { arrange(); }
