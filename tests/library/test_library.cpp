@@ -15,10 +15,9 @@ int failures = 0;
 
 void expect(bool condition, const char* what)
 {
-    if (condition)
-        return;
-    std::fprintf(stderr, "FAILED: %s\n", what);
-    ++failures;
+    if (!condition)
+        std::fprintf(stderr, "FAILED: %s\n", what);
+    failures += condition ? 0 : 1;
 }
 
 int registered()

@@ -108,34 +108,31 @@ TEST_F(Traces, StayWhileNothingCanBePlaced)
         paint();
     }
     EXPECT_EQ(kept(), 8U);
-    for (const double baudrate : {1e-30, 1e30, -5.0, nan, inf}) {
+    for (const double baudrate : {1e-30, 1e30, -5.0, nan, inf, 1.0}) {
         diagram->SetBaudrate(float(baudrate));
-        add({0, 1, 2});
+        add(std::vector<double>(300, 0.0));
         paint();
     }
-    diagram->SetBaudrate(1.0F);
-    diagram->SetYStart(-1.0);
-    diagram->SetYStop(1.0);
     add(std::vector<double>(300, 0.0));
     add(std::vector<double>(300, 0.0));
     const std::size_t before = kept();
-    for (const auto& [start, stop] :
+    const auto expectGround = [&](const Ranges& range, float baudrate, IColorBase::ECOLOR ground) {
+        xAxis->SetRange(range[0].first, range[0].second);
+        diagram->SetYStart(range[1].first);
+        diagram->SetYStop(range[1].second);
+        diagram->SetBaudrate(baudrate);
+        expectPixel(99, 3, ground);
+        EXPECT_EQ(kept(), before);
+    };
+    for (const auto& bad :
          Ranges{{0, 0}, {nan, nan}, {nan, 0}, {-inf, inf}, {-1e308, 1e308}, {5, 5}}) {
-        xAxis->SetRange(start, stop);
-        expectPixel(99, 3, IColorBase::colTimeBackground); // the background all the same
+        expectGround({bad, {-1, 1}}, 1, IColorBase::colTimeBackground);
+        expectGround({{-100, 0}, bad}, 1, IColorBase::colTimeBackground);
     }
-    xAxis->SetRange(-100.0, 0.0);
-    diagram->SetYStart(1.0);
-    paint();
-    diagram->SetBaudrate(0.0F);
-    expectPixel(50, 50, IColorBase::colBackground);
-    diagram->SetBaudrate(1.0F);
+    expectGround({{-100, 0}, {-1, 1}}, 0, IColorBase::colBackground);
     diagram->setXAxisWidget({});
-    expectPixel(50, 50, IColorBase::colBackground);
-    EXPECT_EQ(kept(), before);
+    expectGround({{-100, 0}, {1.1e35, -1.1e35}}, 1, IColorBase::colBackground);
     diagram->setXAxisWidget(xAxis);
-    diagram->SetYStart(1.1e35);
-    diagram->SetYStop(-1.1e35);
     paint();
     EXPECT_EQ(kept(), 1U);
     xAxis->SetRange(0.0, -100.0); // reversed
