@@ -2,10 +2,13 @@
 #include "workbench/sources/CsvRows.h"
 
 #include <csv.h>
-#include <fast_float/fast_float.h>
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <cstdlib>
+#include <limits>
+#include <string>
 
 namespace {
 
@@ -41,14 +44,22 @@ std::optional<double> CsvRows::Row::number(std::size_t index) const
     std::string_view text = cell(index);
     if (text.size() > 1 && text[0] == '+' && text[1] != '-')
         text.remove_prefix(1);
-    fast_float::parse_options options;
-    if (text.find(',') != std::string_view::npos)
-        options.decimal_point = ',';
+    std::string withPoint;
+    if (const std::size_t comma = text.find(','); comma != std::string_view::npos) {
+        withPoint = text;
+        withPoint[comma] = '.';
+        text = withPoint;
+    }
     const char* const end = text.data() + text.size();
     double value = 0.0;
-    const auto result = fast_float::from_chars_advanced(text.data(), end, value, options);
+    const auto result = std::from_chars(text.data(), end, value);
     if (result.ptr != end || result.ec == std::errc::invalid_argument)
         return std::nullopt;
+    // Too small is 0 then.
+    const bool isHuge = result.ec == std::errc::result_out_of_range &&
+                        text.find_first_of("eE") + 1 != text.find('-', 1);
+    if (isHuge)
+        value = std::copysign(std::numeric_limits<double>::infinity(), text[0] == '-' ? -1.0 : 1.0);
     return value;
 }
 
