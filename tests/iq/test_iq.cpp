@@ -92,6 +92,8 @@ TEST_F(IqDiagram, LightsOneDevicePixelForEachPointInside)
     expectPoints(Painted(), {{100, 51}, {150.25, 25.75}, {199.897, 99.48}});
     setRanges({1, -1}, {1, -1}); // reversed: 100 - 100.5 I and 51 + 50.5 Q
     expectPoints(Painted(), {{100, 51}, {49.75, 76.25}, {0.103, 2.52}, {100, 1.005}});
+    setRanges({-0.6725, 0.3275}, {-0.6725, 0.3275}); // trunc(200 * 0.6725), trunc(-67.25) + 101
+    expectPoints(Painted(), {{134, 34}});
     for (const Range& none :
          {Range{0, 0}, {nan, 1}, {0, 5e-324}, {-1.7e308, 1.7e308}, {-inf, inf}}) {
         setRanges(none, {-1, 1});
@@ -169,7 +171,8 @@ TEST_F(IqDiagram, ScalesBothAxesOnRequest)
     expectRanges({-1.1F, 1.1F, -2.2F, 2.2F});
     add({1, 0, 3, 0});
     expectRanges({-1.1F, 3.1F, -2.2F, 2.2F});
-    setRanges({-0.3, 0.3}, {-0.7, 0.7}); // is rounded to single precision, too
+    setRanges({-0.3, 0.3}, {-0.7, 0.7});           // is rounded to single precision, too
+    diagram->GetYAxisHandler()->SetRange(-50, 50); // a zoom of the user's
     const int period = timer.timerId();
     diagram->AutoScale(); // neither starts again nor replaces
     add({0, 0});
