@@ -12,16 +12,17 @@ namespace {
 constexpr std::size_t mostSegments = std::numeric_limits<std::uint16_t>::max();
 
 /// The pixel edge nearest to a coordinate that is not negative.
-int edge(double coordinate) { return static_cast<int>(coordinate + 0.5); }
-
-QRgb* line(QImage& image, int row)
+int edge(double coordinate)
 {
-    return reinterpret_cast<QRgb*>(image.bits() + row * image.bytesPerLine());
+    constexpr double half = 0.5;
+    return static_cast<int>(coordinate + half);
 }
+
+QRgb* line(QImage& image, int row) { return reinterpret_cast<QRgb*>(image.scanLine(row)); }
 
 const QRgb* line(const QImage& image, int row)
 {
-    return reinterpret_cast<const QRgb*>(image.constBits() + row * image.bytesPerLine());
+    return reinterpret_cast<const QRgb*>(image.constScanLine(row));
 }
 
 } // namespace

@@ -399,6 +399,7 @@ void GLEyeDiagram::UpdateXGrid()
     if (pixels.empty())
         return;
     std::vector<double> positions;
+    positions.reserve(pixels.size());
     for (const int pixel : pixels)
         positions.push_back(m_xAxisWidget->PixelToValue(pixel));
     if (const auto grid = Object<CGridCartesian>("X-Grid")) {

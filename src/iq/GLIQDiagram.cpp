@@ -281,7 +281,8 @@ void GLIQDiagram::DrawPoints(const Plot& plot, std::size_t recordCount, GLPainte
     for (std::size_t i = 0; i < recordCount; ++i) {
         const std::vector<float>& samples = m_records[i]->m_samples;
         glVertexPointer(2, GL_FLOAT, 0, samples.data());
-        glDrawArrays(GL_POINTS, 0, truncateSaturated<int>(static_cast<double>(samples.size() / 2)));
+        const std::size_t pointCount = samples.size() / 2;
+        glDrawArrays(GL_POINTS, 0, truncateSaturated<int>(static_cast<double>(pointCount)));
     }
     glDisableClientState(GL_VERTEX_ARRAY);
     glPopMatrix();

@@ -182,7 +182,7 @@ void ModulationSource::start()
             modem->reset(modemcf_create(stage.isPreamble ? preamble : data));
         symsync_crcf_set_lf_bw(m_receiver->clock.get(), stage.clock);
         nco_crcf_pll_set_bandwidth(m_receiver->carrier.get(), stage.carrier);
-        skip(static_cast<std::size_t>(stage.symbolCount * samplesPerSymbol));
+        skip(static_cast<std::size_t>(stage.symbolCount) * std::size_t{samplesPerSymbol});
     }
 }
 

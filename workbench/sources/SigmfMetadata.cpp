@@ -69,9 +69,9 @@ SigmfMetadata SigmfMetadata::parse(const QByteArray& json, std::optional<double>
                           "alone by --format");
     else
         metadata.readGlobal(root.value(QLatin1String("global")).toObject());
-    for (const QJsonValue& capture : root.value(QLatin1String("captures")).toArray())
+    for (const auto& capture : root.value(QLatin1String("captures")).toArray())
         metadata.readCapture(capture.toObject());
-    for (const QJsonValue& annotation : root.value(QLatin1String("annotations")).toArray())
+    for (const auto& annotation : root.value(QLatin1String("annotations")).toArray())
         metadata.readAnnotation(annotation.toObject());
     for (const char* key : {"captures", "annotations"}) {
         if (!root.value(QLatin1String(key)).isArray())
@@ -118,7 +118,7 @@ void SigmfMetadata::readGlobal(const QJsonObject& global)
                   .arg(Recording::maxSampleRate);
     if (!global.contains(QLatin1String("core:version")))
         notices += tr("the metadata lack core:version");
-    for (const QJsonValue& entry : global.value(QLatin1String("core:extensions")).toArray()) {
+    for (const auto& entry : global.value(QLatin1String("core:extensions")).toArray()) {
         const QJsonObject extension = entry.toObject();
         if (!extension.value(QLatin1String("optional")).toBool(true))
             notices += tr("the extension \"%1\" is not known, though the recording needs it")
