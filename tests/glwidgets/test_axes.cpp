@@ -103,6 +103,16 @@ TEST_F(Axes, LabelsAreApartInsideDifferentAndNeverMinusZero)
             }
         }
     }
+    view->resize(900, 400);
+    x.SetRange(-1310000.0, 0.0); // some longer labels than lines are apart
+    std::vector<double> numbers;
+    for (const auto& [text, box] : view->texts()) {
+        if (box.top() >= x.geometry().top() && box.right() < 880.0)
+            numbers.push_back(text.toDouble());
+    }
+    ASSERT_GT(numbers.size(), 4U);
+    for (std::size_t i = 2; i < numbers.size(); ++i)
+        EXPECT_EQ(numbers[i] - numbers[i - 1], numbers[1] - numbers[0]);
     y.SetRange(-1.0, 1.0); // both ends have labels, though the start has no row
     std::set<QString> labels;
     for (const auto& [text, box] : view->texts()) {
