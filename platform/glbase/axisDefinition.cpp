@@ -122,6 +122,7 @@ void axisDefinition::Recompute() const
 {
     m_dirty = false;
     m_ticks.clear();
+    m_isFormatterTooCoarse = false;
     if (!IsUsable())
         return;
 
@@ -153,16 +154,34 @@ void axisDefinition::Recompute() const
     }
     if (span < 0.0)
         std::reverse(m_ticks.begin(), m_ticks.end());
+    m_isFormatterTooCoarse = m_formatter && IsFormatterTooCoarse();
+}
+
+bool axisDefinition::IsFormatterTooCoarse() const
+{
+    QString previous;
+    for (const Tick& tick : m_ticks) {
+        const QString label = m_formatter->Format(tick.value);
+        bool isNumber = false;
+        const bool isZero = label.toDouble(&isNumber) == 0.0 && isNumber;
+        if (label == previous || (isZero && label.startsWith(QLatin1Char('-'))))
+            return true;
+        previous = label;
+    }
+    return false;
 }
 
 void axisDefinition::SetStringFormatter(std::shared_ptr<IStringFormatter> formatter)
 {
     m_formatter = std::move(formatter);
+    m_dirty = true;
 }
 
 QString axisDefinition::Label(double value) const
 {
-    return m_formatter ? m_formatter->Format(value) : PlainLabel(value, 0);
+    GetTicks(); // which tell whether the formatter will do
+    const bool isPlain = !m_formatter || m_isFormatterTooCoarse;
+    return isPlain ? PlainLabel(value, 0) : m_formatter->Format(value);
 }
 
 QString axisDefinition::LabelWithUnit(double value) const

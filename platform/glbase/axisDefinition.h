@@ -58,13 +58,15 @@ public:
     const std::vector<Tick>& GetTicks() const;
 
     /// Replaces the label formatter. Without one, labels have the digits that the grid step asks
-    /// for, and labels with unit (read-outs of a value) two more, which tell pixels apart.
+    /// for, and labels with unit (read-outs of a value) two more, which tell pixels apart. Labels
+    /// are made like that, too, where the formatter gives two ticks the same text, or one a "-0".
     void SetStringFormatter(std::shared_ptr<IStringFormatter> formatter);
     QString Label(double value) const;
     QString LabelWithUnit(double value) const;
 
 private:
     void Recompute() const;
+    bool IsFormatterTooCoarse() const;
     QString PlainLabel(double value, int digitsBelowStep) const;
 
     Orientation m_orientation;
@@ -76,4 +78,5 @@ private:
     mutable bool m_dirty = true;
     mutable int m_stepExponent = 0; // decimal place of the grid step, where there are ticks
     mutable std::vector<Tick> m_ticks;
+    mutable bool m_isFormatterTooCoarse = false;
 };

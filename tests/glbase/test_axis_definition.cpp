@@ -89,7 +89,7 @@ TEST(AxisDefinition, PixelsFollowTheTracesAndComeBack)
 struct Formatter : IStringFormatter
 {
     QString text;
-    const QString& Format(double value) override { return text = QString::number(value) + '!'; }
+    const QString& Format(double value) override { return text = QString::number(value, 'f', 1); }
     const QString& FormatWithUnit(double value) override { return text = Format(value) + " V"; }
 };
 
@@ -101,8 +101,14 @@ TEST(AxisDefinition, LabelsAreTheFormattersOrPlain)
     EXPECT_EQ(Axis(-3e-7, 3e-7, 301).Label(1e-20), "0");
     EXPECT_EQ(Axis(1, 1, 301).Label(0.25), "0.25"); // no step to go by
     axis.SetStringFormatter(std::make_shared<Formatter>());
-    EXPECT_EQ(axis.Label(0.5), "0.5!");
-    EXPECT_EQ(axis.LabelWithUnit(0.5), "0.5! V");
+    EXPECT_EQ(axis.Label(0.55), "0.6");
+    EXPECT_EQ(axis.LabelWithUnit(0.4), "0.4 V");
+    for (const double start : {0.01, -0.04}) { // too coarse a formatter: "0.0" twice, "-0.0"
+        axis.SetRange(start, 0.04);
+        EXPECT_EQ(axis.Label(0.02), "0.02");
+    }
+    axis.SetRange(-1, 1);
+    EXPECT_EQ(axis.Label(-1), "-1.0");
 }
 
 } // namespace
