@@ -107,6 +107,10 @@ TEST_F(IqDiagram, LightsOneDevicePixelForEachPointInside)
     EXPECT_EQ(PaintedWithGL().pixelColor(Expected({}).rect().center()), QColor(Qt::blue));
     showGrid = false;
     expectPoints(Painted(), {{100, 51}, {150.25, 25.75}, {199.897, 99.48}});
+    ColorSet::Instance()[IColorBase::colLabel] = Qt::white;
+    const QImage before = PaintedWithGL();
+    diagram->AddMarker("m", "text", {50, 50});
+    EXPECT_NE(PaintedWithGL(), before);
 }
 
 TEST_F(IqDiagram, DropsTheFirstDataSetThatIsTooOldAndAllBehindIt)
