@@ -5,6 +5,7 @@
 #include "platform/glwidgets/YAxisHandler.h"
 #include "platform/gui/ColorSet.h"
 
+#include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QDoubleSpinBox>
 #include <QMenu>
@@ -201,6 +202,7 @@ TEST_F(IqDiagram, OffersMenuAndSettings)
     ASSERT_EQ(menu->actions().size(), 2);
     menu->actions()[1]->trigger();
     EXPECT_TRUE(timer.isActive());
+    showGrid = true;
     QTimer::singleShot(0, [&] {
         const auto editors = frame.findChildren<QDoubleSpinBox*>();
         ASSERT_EQ(editors.size(), 5);
@@ -209,11 +211,13 @@ TEST_F(IqDiagram, OffersMenuAndSettings)
             EXPECT_EQ(editors[i]->maximum(), i < 4 ? 10000 : 10);
             editors[i]->setValue((i - 2) * 3);
         }
+        frame.findChild<QCheckBox*>()->setChecked(false);
         frame.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
     });
     menu->actions()[0]->trigger();
     expectRanges({-6, -3, 0, 3});
     EXPECT_EQ(aging, 6.0);
+    EXPECT_FALSE(showGrid);
     diagram->SetYStart(-5); // the page left the diagram's own stop alone
     expectRanges({-6, -3, -5, 1});
     diagram->slotAcceptPropertyChanges(); // no page: nothing

@@ -7,7 +7,9 @@
 #include "platform/gui/ColorSet.h"
 #include "time/GLTimeDiagram.h"
 #include "views/VCGLEyeDiagram.h"
+#include "views/VCGLIQDiagram.h"
 #include "views/VCGLTimeDiagram.h"
+#include "workbench/feed/IqValues.h"
 #include "workbench/window/Appearance.h"
 #include "workbench/window/MainWindow.h"
 #include "workbench/window/NoticeBar.h"
@@ -170,6 +172,28 @@ TEST_F(Window, GivesTheRoomOfHiddenViewsToTheOthersAndRemembersIt)
     window->panes().showAll(); // for a picture
     window->panes().restore();
     expectRoom("100");
+}
+
+TEST_F(Window, ShowsIAndQInTheSameScaleAtAnySize)
+{
+    const auto span = [](const char* from, const char* to) {
+        const auto at = [](const char* path) {
+            const auto* value = values::Tree::Instance().FindValue(path);
+            return dynamic_cast<const values::ValueNumeric<double>&>(*value).GetValue();
+        };
+        return at(to) - at(from);
+    };
+    const auto isEqual = [&] {
+        const QRect plot = window->iqView().Widgets()[1]->rect();
+        const double x = span(IqValues::xMinPath, IqValues::xMaxPath) / plot.width();
+        return std::abs(span(IqValues::yMinPath, IqValues::yMaxPath) / plot.height() / x - 1) <
+               0.01;
+    };
+    for (const QSize& size : {QSize(1000, 600), QSize(1300, 500), QSize(800, 900)}) {
+        window->resize(size);
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(QTest::qWaitFor(isEqual)) << size.width();
+    }
 }
 
 TEST_F(Window, ComesBackAsItWasLeft)
