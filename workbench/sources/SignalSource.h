@@ -36,13 +36,25 @@ public:
     /// is not before k times this. None for a signal without known frames.
     virtual std::optional<double> frameLength() const;
 
+    /// Whether the samples come when they come, from a device or a program: reading waits for them,
+    /// at most a tenth of a second, and there is no going back. False where not overridden.
+    virtual bool isLive() const;
+    /// Of a live signal: whether no more samples can come. After read said that there are none.
+    virtual bool hasEnded() const;
+    /// Of a live signal: what is amiss just now, a sentence; empty when all is well. From any
+    /// thread, also while another one reads.
+    virtual QString trouble() const;
+    /// Of a live signal: blocks that were lost on the way here. From any thread.
+    virtual std::int64_t lostBlockCount() const;
+
     /// Index of the next sample to be read.
     virtual std::int64_t position() const = 0;
     /// Reads the next samples into a block, which it replaces: sample by sample, the channels of
     /// each beside one another, Q after I where complex. Values are full scale = 1 where the signal
     /// has a full scale, and are not checked: NaN and infinity come through.
     /// @param count  most samples to read; fewer may come at any time.
-    /// @return samples read; 0 at the end, or where reading on is not possible.
+    /// @return samples read; 0 at the end, or where reading on is not possible, and of a live
+    ///         signal also while none come.
     virtual std::size_t read(std::vector<double>& block, std::size_t count) = 0;
     /// Moves to a sample. False, and nothing moves, where that is not possible.
     virtual bool seek(std::int64_t position) = 0;
