@@ -5,11 +5,14 @@
 #include "workbench/sources/NrzSource.h"
 
 #include <QSignalSpy>
+#include <QTest>
+#include <QThread>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <numeric>
+#include <random>
 
 namespace {
 
@@ -87,15 +90,16 @@ TEST(Segments, AreAsLongAsTheirMarkersSayHoweverTheyAreReadAndStartNearZero)
             ListSource source(content, 100.0, frame);
             SegmentReader reader(source, 0);
             reader.setSegmentLength(64);
-            std::vector<double> samples, markers, partner;
-            while (reader.read(step, samples, markers, partner) > 0) {
+            SegmentReader::Part part;
+            while (reader.read(step, part) > 0) {
             }
-            EXPECT_THAT(samples, testing::Pointwise(testing::NanSensitiveDoubleEq(), content));
-            for (double& sample : samples)
+            EXPECT_THAT(part.samples, testing::Pointwise(testing::NanSensitiveDoubleEq(), content));
+            EXPECT_THAT(part.i, testing::Pointwise(testing::NanSensitiveDoubleEq(), content));
+            for (double& sample : part.samples)
                 sample += 1000.0;
-            EXPECT_THAT(partner, testing::Pointwise(testing::NanSensitiveDoubleEq(), samples));
-            expected = step == 1 ? markers : expected;
-            EXPECT_EQ(markers, expected) << step;
+            EXPECT_THAT(part.q, testing::Pointwise(testing::NanSensitiveDoubleEq(), part.samples));
+            expected = step == 1 ? part.markers : expected;
+            EXPECT_EQ(part.markers, expected) << step;
         }
         std::size_t start = 0;
         int count = 0;
@@ -115,9 +119,50 @@ TEST(Segments, AreAsLongAsTheirMarkersSayHoweverTheyAreReadAndStartNearZero)
     }
 }
 
+TEST(Segments, AreThinnedOutToTheirExtremes)
+{
+    std::mt19937 random(1);
+    for (const std::size_t factor : {1U, 2U, 5U, 1000U}) {
+        std::vector<double> samples, markers, thin, thinMarkers;
+        Thinning thinning;
+        thinning.setFactor(factor);
+        for (const std::size_t length : {1U, 7U, 100U, 1001U}) {
+            const std::size_t start = thin.size();
+            std::vector<double> segment(length);
+            for (double& sample : segment)
+                sample = double(random() % 1000);
+            segment[0] = std::nan("");
+            std::vector<double> segmentMarkers(length);
+            segmentMarkers[0] = double(length);
+            for (std::size_t k = 0; k < length; k += 13) { // as it comes
+                const auto part = [&](const std::vector<double>& all) {
+                    return std::vector<double>(all.begin() + long(k),
+                                               all.begin() + long(std::min(k + 13, length)));
+                };
+                thinning.run(part(segment), part(segmentMarkers), thin, thinMarkers);
+            }
+            EXPECT_EQ(thinMarkers[start], double(thin.size() - start)) << factor << ' ' << length;
+            EXPECT_EQ(std::count(thinMarkers.begin() + long(start), thinMarkers.end(), 0.0),
+                      long(thin.size() - start) - 1);
+            EXPECT_LE(thin.size() - start, factor == 1 ? length : length / factor + 2);
+            if (length > 1) {
+                const auto [lowest, highest] =
+                    std::minmax_element(segment.begin() + 1, segment.end());
+                for (const double extreme : {*lowest, *highest})
+                    EXPECT_NE(std::find(thin.begin() + long(start), thin.end(), extreme),
+                              thin.end());
+            }
+        }
+    }
+}
+
 struct Feed : testing::Test, IObserver
 {
-    Feed() { trigger.Attach(this); }
+    Feed()
+    {
+        trigger.Attach(this);
+        feed.setPatience(std::chrono::minutes(1));
+    }
     ~Feed() override { trigger.Detach(this); }
     void Update(Observable*, TChangeCode code) override
     {
@@ -138,7 +183,7 @@ struct Feed : testing::Test, IObserver
     {
         feed.open(std::make_unique<ListSource>(std::move(content), rate), 0, std::nullopt);
         feed.play();
-        return static_cast<ListSource&>(*feed.source());
+        return const_cast<ListSource&>(static_cast<const ListSource&>(*feed.input()));
     }
     void runPeriods(int first, int last)
     {
@@ -161,8 +206,7 @@ TEST_F(Feed, PlaysInStepWithTheClockWithoutLosingSamples)
                               {48000.0, 1.0, 48000},
                               {8000.0, 0.1, 800},
                               {1000.0, 10.0, 10000},
-                              {7.0, 1.0, 7},
-                              {3e7, 1.0, 30 * 65536}}; // as much as notifications may carry
+                              {7.0, 1.0, 7}};
     for (const auto& [rate, speed, expected] : rows) {
         received.clear();
         notifications = 0;
@@ -242,10 +286,73 @@ TEST_F(Feed, PlaysThroughToTheEndOfTheOpenSegment)
     EXPECT_EQ(received.size(), 1000000U);
 
     received.clear(); // where a period of the signal is long
-    feed.open(std::make_unique<ListSource>(ramp(1e6), 1e6), 0, std::nullopt);
-    feed.playThrough(0.001);
+    feed.open(std::make_unique<ListSource>(ramp(1e6), 3e5), 0, std::nullopt);
+    feed.playThrough(1.0 / 300.0);
     EXPECT_GE(received.size(), 1000U);
     EXPECT_LE(received.size(), 2000U);
+}
+
+/// Counts up, at the rate at which a device does; a moment is long gone when it is read.
+struct LiveSource : ListSource
+{
+    LiveSource()
+        : ListSource({}, 1e5)
+    {}
+    std::optional<std::int64_t> sampleCount() const override { return std::nullopt; }
+    bool isLive() const override { return true; }
+    bool hasEnded() const override { return next >= end; }
+    std::size_t read(std::vector<double>& block, std::size_t count) override
+    {
+        block.clear();
+        for (; block.size() < 2 * count && next < end; ++next)
+            block.insert(block.end(), 2, double(next));
+        return block.size() / 2;
+    }
+    bool seek(std::int64_t) override { return false; }
+    std::int64_t end = 200000;
+};
+
+TEST_F(Feed, LeavesOutBlocksOfALiveSignalThatNobodyTakes)
+{
+    feed.open(std::make_unique<LiveSource>(), 0, std::nullopt);
+    feed.setRepeat(true); // which nothing live can
+    feed.play();
+    QThread::msleep(1200); // more than may wait has come by now
+    for (int i = 1; feed.isPlaying(); ++i) {
+        feed.advance(i * 1000 / 30 + 1);
+        QTest::qWait(1);
+    }
+    EXPECT_EQ(received.back(), 199999.0);
+    EXPECT_GT(feed.dropCount(), 0);
+    std::size_t segment = 0; // each is of samples that came after one another
+    for (std::size_t k = 0; k < received.size(); ++k) {
+        segment = receivedMarkers[k] > 0.0 ? k : segment;
+        ASSERT_EQ(received[k] - received[segment], double(k - segment));
+    }
+    EXPECT_LT(received.size(), 200000U);
+}
+
+TEST_F(Feed, SeeksAndChangesWhatPlaysAtOnce)
+{
+    play(ramp(1e5), 3000.0);
+    runPeriods(1, 1);
+    feed.seek(20.0);
+    runPeriods(2, 2);
+    EXPECT_EQ(received.back(), 60099.0);
+    for (const double seconds : {-5.0, std::nan(""), 1e300}) {
+        feed.seek(seconds);
+        EXPECT_LE(feed.time(), *feed.length());
+    }
+    feed.seek(1.0);
+    feed.changeInput(
+        [](SignalSource& source) { static_cast<ListSource&>(source).samples[3000] = -7.0; });
+    received.clear();
+    runPeriods(3, 3);
+    EXPECT_EQ(received.front(), -7.0);
+    feed.setRepeat(false);
+    feed.setSpeed(SignalFeed::fastest);
+    runPeriods(4, 4);
+    EXPECT_EQ(received.size(), 97000U);
 }
 
 TEST_F(Feed, SaysOnceWhenThereIsASignalToScaleTo)
@@ -275,7 +382,7 @@ TEST_F(Feed, LaysTheSignalOutOnTheTimeAxis)
         {48000.0, 24000, {}, Unit::Millisecond, 48.0, -500.0},
         {48000.0, 1e6, 9600.0, Unit::Symbol, 5.0, -19200.0},
         {1.0, 1000, {}, Unit::Second, 1.0, -200.0},
-        {4e8, 400000, {}, Unit::Microsecond, 400.0, -1000.0},
+        {4e8, 400000, {}, Unit::Microsecond, 50.0, -1000.0}, // thinned out by 8
         {4e8, 100, {}, Unit::Nanosecond, 0.4, -250.0},
         {48000.0, 1, {}, Unit::Microsecond, 0.048, -16.0 / 0.048},
     };

@@ -251,7 +251,7 @@ TEST_F(Window, OpensWhatIsDroppedOrSaysWhatIsWrongWithIt)
 TEST_F(Window, FollowsItsControls)
 {
     auto* panel = window->findChild<ParameterPanel*>();
-    auto* source = dynamic_cast<NrzSource*>(window->feed().source());
+    auto* source = dynamic_cast<const NrzSource*>(window->feed().input());
     QTest::keyClick(panel->findChildren<QSlider*>().first(), Qt::Key_Left);
     EXPECT_NEAR(source->settings().noise, std::pow(10.0, -27.0 / 20.0), 1e-12);
 

@@ -6,7 +6,8 @@
 
 namespace {
 
-constexpr double margin = 1.25;   // shown, of the level that fits
+constexpr double margin = 1.25; // shown, of the level that fits
+constexpr double sameRate = 1e-9;
 constexpr double insiders = 0.99; // part of the points that decide on it
 
 } // namespace
@@ -14,9 +15,14 @@ constexpr double insiders = 0.99; // part of the points that decide on it
 void IqFeed::open(const SignalSource& source, std::optional<double> symbolRate)
 {
     m_samplesPerSymbol.reset();
-    if (!symbolRate && source.symbolRate() && source.firstSymbol()) {
+    if (source.constellationChannel()) {
+        // It is not of the signal that the symbols are of.
+    } else if (!symbolRate && source.symbolRate() && source.firstSymbol()) {
         m_samplesPerSymbol = source.sampleRate() / *source.symbolRate();
         m_firstSymbol = *source.firstSymbol();
+    } else if (symbolRate && std::abs(*symbolRate / source.sampleRate() - 1.0) < sameRate) {
+        m_samplesPerSymbol = 1.0;
+        m_firstSymbol = 0.0;
     }
     m_i.clear();
     m_q.clear();
@@ -29,7 +35,7 @@ void IqFeed::take(std::int64_t position, const std::vector<double>& i, const std
         if (!q.empty())
             m_q.push_back(q[index]);
     };
-    if (!m_samplesPerSymbol) {
+    if (!showsDecisions()) {
         for (std::size_t index = 0; index < i.size(); ++index)
             add(index);
         return;

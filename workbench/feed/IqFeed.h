@@ -23,8 +23,15 @@ public:
     static constexpr int fitCount = 30;
 
     /// Starts anew with a signal of a source.
-    /// @param symbolRate  Bd, overrides what the source says: then each sample is a point.
+    /// @param symbolRate  Bd, overrides what the source says: then each sample is a point, and one
+    ///                    of a symbol where this is the sample rate.
     void open(const SignalSource& source, std::optional<double> symbolRate);
+
+    /// Shows the samples also where the symbols are known: the trajectory between them.
+    void setTrajectory(bool wanted) { m_isTrajectory = wanted; }
+    bool isTrajectory() const { return m_isTrajectory; }
+    /// Whether the points are those of the symbols, at the instants of decision.
+    bool showsDecisions() const { return m_samplesPerSymbol && !m_isTrajectory; }
 
     /// Takes the next samples, from a position on.
     /// @param q  as many as i, or none.
@@ -45,6 +52,7 @@ private:
     void showAxes();
 
     IqValues m_values;
+    bool m_isTrajectory = false;
     std::optional<double> m_samplesPerSymbol; // where the clock is known
     double m_firstSymbol = 0.0;
     std::vector<double> m_i; // of the next notification

@@ -15,9 +15,18 @@ std::int64_t frameStartFrom(std::int64_t position, double frameLength)
 
 } // namespace
 
+void SegmentReader::Part::clear()
+{
+    for (std::vector<double>* values : {&samples, &markers, &i, &q})
+        values->clear();
+}
+
 SegmentReader::SegmentReader(SignalSource& source, int channel)
     : m_source(source)
     , m_channel(static_cast<std::size_t>(channel))
+    , m_first(static_cast<std::size_t>(source.constellationChannel().value_or(channel & ~1)))
+    , m_hasQ(m_first + 1 < static_cast<std::size_t>(source.valueCount()))
+    , m_next(source.position())
 {}
 
 void SegmentReader::setSegmentLength(std::size_t length)
@@ -27,11 +36,10 @@ void SegmentReader::setSegmentLength(std::size_t length)
 
 std::int64_t SegmentReader::position() const
 {
-    return m_source.position() - static_cast<std::int64_t>(available());
+    return m_next - static_cast<std::int64_t>(available());
 }
 
-std::size_t SegmentReader::read(std::size_t count, std::vector<double>& samples,
-                                std::vector<double>& markers, std::vector<double>& partner)
+std::size_t SegmentReader::read(std::size_t count, Part& part)
 {
     std::size_t done = 0;
     while (done < count) {
@@ -48,14 +56,17 @@ std::size_t SegmentReader::read(std::size_t count, std::vector<double>& samples,
             const auto first = ahead.begin() + static_cast<std::ptrdiff_t>(m_used);
             target.insert(target.end(), first, first + static_cast<std::ptrdiff_t>(step));
         };
-        append(samples, m_ahead);
-        if (!m_aheadPartner.empty())
-            append(partner, m_aheadPartner);
-        markers.push_back(marker);
-        markers.insert(markers.end(), step - 1, 0.0);
+        append(part.samples, m_ahead);
+        append(part.i, m_aheadI);
+        if (m_hasQ)
+            append(part.q, m_aheadQ);
+        part.markers.push_back(marker);
+        part.markers.insert(part.markers.end(), step - 1, 0.0);
         m_used += step;
         m_open -= step;
         done += step;
+        if (m_isBroken && available() == 0)
+            break;
     }
     return done;
 }
@@ -66,43 +77,59 @@ bool SegmentReader::seek(std::int64_t position)
         position = frameStartFrom(position, *frameLength);
     if (!m_source.seek(position))
         return false;
-    m_ahead.clear();
-    m_aheadPartner.clear();
-    m_used = 0;
+    m_used = m_ahead.size();
+    dropUsed();
     m_open = 0;
+    m_next = m_source.position();
+    m_isBroken = false;
     return true;
 }
 
-// Reads on until so many samples are available, or none are left.
-void SegmentReader::fill(std::size_t count)
+void SegmentReader::dropUsed()
 {
-    if (available() >= count)
-        return;
-    for (std::vector<double>* ahead : {&m_ahead, &m_aheadPartner}) {
+    for (std::vector<double>* ahead : {&m_ahead, &m_aheadI, &m_aheadQ}) {
         const std::size_t used = std::min(m_used, ahead->size());
         ahead->erase(ahead->begin(), ahead->begin() + static_cast<std::ptrdiff_t>(used));
     }
     m_used = 0;
+}
+
+// Reads on until so many samples are available, or no more can be had that continue them.
+void SegmentReader::fill(std::size_t count)
+{
+    if (available() >= count)
+        return;
+    dropUsed();
     const auto valueCount = static_cast<std::size_t>(m_source.valueCount());
-    const std::size_t partner = m_channel ^ 1U;
-    while (m_ahead.size() < count && m_source.read(m_block, count - m_ahead.size()) > 0) {
+    while (m_ahead.size() < count) {
+        m_isBroken = m_source.position() != m_next;
+        if (m_isBroken && !m_ahead.empty())
+            return;
+        m_next = m_source.position();
+        m_isBroken = false;
+        const std::size_t got = m_source.read(m_block, count - m_ahead.size());
+        if (got == 0)
+            return;
+        m_next += static_cast<std::int64_t>(got);
         for (std::size_t i = 0; i + valueCount <= m_block.size(); i += valueCount) {
             m_ahead.push_back(m_block[i + m_channel]);
-            if (partner < valueCount)
-                m_aheadPartner.push_back(m_block[i + partner]);
+            m_aheadI.push_back(m_block[i + m_first]);
+            if (m_hasQ)
+                m_aheadQ.push_back(m_block[i + m_first + 1]);
         }
     }
 }
 
+// None while it is not known: then more samples are to come.
 std::size_t SegmentReader::nextSegmentLength()
 {
     if (const auto frameLength = m_source.frameLength())
         return static_cast<std::size_t>(frameStartFrom(position() + 1, *frameLength) - position());
     const std::size_t tolerance = m_wanted / 8;
     fill(m_wanted + tolerance + 1);
-    if (available() <= m_wanted + tolerance)
-        return available();
-    return quietestBoundary(m_wanted - tolerance, m_wanted + tolerance);
+    if (available() > m_wanted + tolerance)
+        return quietestBoundary(m_wanted - tolerance, m_wanted + tolerance);
+    return m_isBroken || m_source.hasEnded() ? available() : 0;
 }
 
 // Where the signal is closest to zero; amid equals, such as silence, the middle. NaN is never it.

@@ -8,6 +8,17 @@
 namespace {
 
 constexpr std::int64_t maxCatchUp = 4;
+constexpr double blocksPerPeriod = 4.0; // read at a time
+constexpr double maxBlock = 32768.0;    // samples of one
+constexpr double liveSeconds = 0.5;     // that may wait of a live signal
+constexpr double maxLive = 4e6;         // samples of them
+// Samples of the time diagram: more than these of a notification or of all that is shown are
+// thinned out, unless fewer are left than a picture takes.
+constexpr double manyOfPeriod = 16384.0;
+constexpr double manyOfSpan = 2097152.0;
+constexpr double fewOfSpan = 8192.0;
+constexpr auto longTime = std::chrono::hours(1);
+constexpr auto livePatience = std::chrono::seconds(5); // of who plays a live signal through
 
 } // namespace
 
@@ -30,22 +41,48 @@ void SignalFeed::open(std::unique_ptr<SignalSource> source, int channel,
                       std::optional<double> symbolRate)
 {
     pause();
-    m_reader.reset();
-    m_source = std::move(source);
     m_channel = channel;
     m_dropCount = 0;
     m_watching = true;
+    build(std::move(source));
     scaleFor(symbolRate);
     openReader(0);
     setSpan(m_scale.defaultSpan);
 }
 
+void SignalFeed::build(std::unique_ptr<SignalSource> source)
+{
+    m_reader.reset();
+    m_ahead.reset();
+    m_input = source.get();
+    const bool isLive = source->isLive();
+    m_ahead = std::make_unique<ReadAhead>(std::move(source), isLive ? ReadAhead::WhenFull::Drop
+                                                                    : ReadAhead::WhenFull::Wait);
+    m_ahead->setDiscarding(isLive);
+    m_ahead->setPatience(isLive ? std::chrono::milliseconds(0) : m_patience);
+}
+
+void SignalFeed::changeInput(const std::function<void(SignalSource&)>& work)
+{
+    const std::int64_t position = this->position();
+    m_ahead->change([&](SignalSource&) { work(*m_input); });
+    if (!isLive())
+        openReader(position);
+}
+
+void SignalFeed::setPatience(std::chrono::milliseconds patience)
+{
+    m_patience = patience;
+    if (m_ahead && !isLive())
+        m_ahead->setPatience(patience);
+}
+
 void SignalFeed::scaleFor(std::optional<double> symbolRate)
 {
-    m_scale = TimeScale::of(*m_source, symbolRate);
-    m_values.setBaudrate(m_scale.samplesPerUnit);
-    m_eye.open(*m_source, symbolRate);
-    m_iq.open(*m_source, symbolRate);
+    m_symbolRate = symbolRate;
+    m_scale = TimeScale::of(*m_ahead, symbolRate);
+    m_eye.open(*m_ahead, symbolRate);
+    m_iq.open(*m_ahead, symbolRate);
 }
 
 void SignalFeed::setSymbolRate(std::optional<double> symbolRate)
@@ -56,8 +93,9 @@ void SignalFeed::setSymbolRate(std::optional<double> symbolRate)
 
 void SignalFeed::openReader(std::int64_t position)
 {
-    m_reader = std::make_unique<SegmentReader>(*m_source, m_channel);
+    m_reader = std::make_unique<SegmentReader>(*m_ahead, m_channel);
     m_reader->seek(position);
+    m_thinning.restart();
     m_credit = 0.0;
     m_atEnd = false;
     chooseSegmentLength();
@@ -65,13 +103,14 @@ void SignalFeed::openReader(std::int64_t position)
 
 void SignalFeed::play()
 {
-    if (!m_source || m_playing)
+    if (!m_ahead || m_playing)
         return;
     if (m_atEnd)
         rewind();
     m_playing = true;
     m_clock.start();
     m_pacer.start(0);
+    m_ahead->setDiscarding(false);
     startTimer();
     emit playingChanged(true);
 }
@@ -82,13 +121,35 @@ void SignalFeed::pause()
         return;
     m_playing = false;
     m_timer.stop();
+    m_ahead->setDiscarding(isLive());
     emit playingChanged(false);
 }
 
 void SignalFeed::rewind()
 {
-    if (m_source)
+    if (m_ahead)
         openReader(0);
+}
+
+void SignalFeed::seek(double seconds)
+{
+    if (!m_ahead || isLive() || std::isnan(seconds))
+        return;
+    constexpr double farthest = 1e18; // samples, whatever the time
+    const double position = std::clamp(seconds * m_scale.sampleRate, 0.0, farthest);
+    const auto last = m_ahead->sampleCount().value_or(static_cast<std::int64_t>(farthest));
+    openReader(std::min(static_cast<std::int64_t>(position), last));
+}
+
+std::optional<double> SignalFeed::length() const
+{
+    const auto count = m_ahead ? m_ahead->sampleCount() : std::nullopt;
+    return count ? std::optional(static_cast<double>(*count) / m_scale.sampleRate) : std::nullopt;
+}
+
+std::int64_t SignalFeed::dropCount() const
+{
+    return m_dropCount + m_eye.dropCount() + (m_ahead ? m_ahead->lostBlockCount() : 0);
 }
 
 void SignalFeed::startTimer()
@@ -104,10 +165,11 @@ void SignalFeed::advance(std::int64_t elapsedMs)
     const Pacer::Due due = m_pacer.takeDue(elapsedMs);
     if (due.dropped > 0)
         skip(due.dropped);
-    m_credit += static_cast<double>(due.delivered) * samplesPerPeriod();
+    m_credit += static_cast<double>(due.delivered) * samplesPerPeriod() + backlogToReduce();
     const double whole = std::floor(m_credit);
-    m_credit -= whole;
-    deliver(static_cast<std::size_t>(whole));
+    m_credit -= static_cast<double>(deliver(static_cast<std::size_t>(whole)));
+    m_credit =
+        std::min(m_credit, std::max(static_cast<double>(maxCatchUp) * samplesPerPeriod(), 1.0));
     if (m_atEnd) {
         m_eye.finish();
         pause();
@@ -116,53 +178,78 @@ void SignalFeed::advance(std::int64_t elapsedMs)
 
 void SignalFeed::playThrough(double seconds)
 {
-    if (!m_source)
+    if (!m_ahead)
         return;
     const bool repeat = std::exchange(m_repeat, false);
+    m_ahead->setPatience(isLive() ? std::chrono::milliseconds(livePatience) : longTime);
+    m_ahead->setDiscarding(false);
     const auto block = static_cast<std::size_t>(std::ceil(samplesPerPeriod()));
     auto left = static_cast<std::size_t>(std::ceil(seconds * m_scale.sampleRate));
     m_reader->setSegmentLength(std::min(m_reader->segmentLength(), left)); // few end late
-    while (left > 0 && !m_atEnd) {
-        left -= std::min(left, deliver(std::min(left, block)));
+    for (std::size_t got = 1; left > 0 && got > 0 && !m_atEnd; left -= std::min(left, got)) {
+        got = deliver(std::min(left, block));
         m_eye.settle();
     }
     deliver(m_reader->openCount());
     m_eye.finish();
+    m_ahead->setDiscarding(isLive() && !m_playing);
+    m_ahead->setPatience(isLive() ? std::chrono::milliseconds(0) : m_patience);
     chooseSegmentLength();
     m_repeat = repeat;
 }
 
 double SignalFeed::samplesPerPeriod() const
 {
-    return std::min(m_scale.sampleRate * m_speed / notificationRate, TimeScale::maxBlockLength);
+    const double speed = isLive() ? 1.0 : m_speed;
+    return std::min(m_scale.sampleRate * speed / notificationRate, TimeScale::maxBlockLength);
+}
+
+/// The clock of a live signal is not ours: what has piled up is taken little by little.
+double SignalFeed::backlogToReduce() const
+{
+    if (!isLive())
+        return 0.0;
+    const double backlog = static_cast<double>(m_ahead->position() - m_reader->position()) +
+                           static_cast<double>(m_ahead->waitingCount());
+    const double wanted = 1.2 * m_segmentLength + 2.0 * samplesPerPeriod();
+    return std::max((backlog - wanted) / 8.0, 0.0);
 }
 
 void SignalFeed::skip(std::int64_t periods)
 {
+    if (isLive()) // what is too old has been left out before
+        return;
     const auto distance =
         static_cast<std::int64_t>(static_cast<double>(periods) * samplesPerPeriod());
     std::int64_t target = position() + distance;
-    if (const auto count = m_source->sampleCount(); count && target >= *count)
+    if (const auto count = m_ahead->sampleCount(); count && target >= *count)
         target = m_repeat ? target % *count : *count;
-    if (m_reader->seek(target))
+    if (m_reader->seek(target)) {
+        m_thinning.restart();
         m_dropCount += periods;
+    }
 }
 
-/// Delivers the next samples in one notification; fewer, and then at the end, when the source has
-/// no more.
+/// Delivers the next samples in one notification; fewer when the source has no more, and is then at
+/// the end, or has them later.
+/// @return samples of the signal.
 std::size_t SignalFeed::deliver(std::size_t count)
 {
     m_samples.clear();
     m_markers.clear();
+    std::size_t done = 0;
     bool isFresh = false; // just started over: another end right away would go on for ever
-    while (m_samples.size() < count && !m_atEnd) {
-        const std::size_t known = m_samples.size();
-        readOn(count - known);
-        const std::size_t got = m_samples.size() - known;
-        if (m_samples.size() == count)
+    while (done < count && !m_atEnd) {
+        const std::size_t got = readOn(count - done);
+        done += got;
+        if (got > 0)
+            isFresh = false;
+        else if (!m_ahead->hasEnded())
             break;
-        m_atEnd = !m_repeat || (isFresh && got == 0) || !m_reader->seek(0);
-        isFresh = true;
+        else {
+            m_atEnd = !m_repeat || isFresh || !m_reader->seek(0);
+            isFresh = true;
+        }
     }
     if (m_watching && hasSignal()) {
         m_watching = false;
@@ -171,23 +258,21 @@ std::size_t SignalFeed::deliver(std::size_t count)
     if (!m_samples.empty())
         m_values.notify(m_samples, m_markers);
     m_iq.notify();
-    return m_samples.size();
+    return done;
 }
 
 /// Reads the next samples; eye and constellation take them, too.
-void SignalFeed::readOn(std::size_t count)
+std::size_t SignalFeed::readOn(std::size_t count)
 {
     const std::int64_t position = m_reader->position();
-    m_block.clear();
-    m_partner.clear();
-    if (m_reader->read(count, m_block, m_markers, m_partner) == 0)
-        return;
-    m_samples.insert(m_samples.end(), m_block.begin(), m_block.end());
-    m_eye.take(position, m_block);
-    if (m_reader->isSecond())
-        m_iq.take(position, m_partner, m_block);
-    else
-        m_iq.take(position, m_block, m_partner);
+    m_part.clear();
+    const std::size_t got = m_reader->read(count, m_part);
+    if (got == 0)
+        return 0;
+    m_thinning.run(m_part.samples, m_part.markers, m_samples, m_markers);
+    m_iq.take(position, m_part.i, m_part.q);
+    m_eye.take(position, std::move(m_part.samples));
+    return got;
 }
 
 /// Whether the next notification has two finite samples that differ.
@@ -205,7 +290,7 @@ bool SignalFeed::hasSignal() const
 
 void SignalFeed::setSpeed(double speed)
 {
-    m_speed = std::clamp(speed, minSpeed, maxSpeed);
+    m_speed = speed == fastest ? fastest : std::clamp(speed, minSpeed, maxSpeed);
     chooseSegmentLength();
 }
 
@@ -213,7 +298,7 @@ void SignalFeed::setChannel(int channel)
 {
     m_channel = channel;
     m_eye.restart();
-    if (m_source)
+    if (m_ahead)
         openReader(position());
 }
 
@@ -233,7 +318,7 @@ void SignalFeed::setSpan(double seconds)
 
 double SignalFeed::segmentLength() const
 {
-    const auto frameLength = m_source ? m_source->frameLength() : std::nullopt;
+    const auto frameLength = m_ahead ? m_ahead->frameLength() : std::nullopt;
     return frameLength ? *frameLength : m_segmentLength;
 }
 
@@ -241,8 +326,18 @@ double SignalFeed::segmentLength() const
 // would take too many of them.
 void SignalFeed::chooseSegmentLength()
 {
-    const double forSpan = m_span * m_scale.sampleRate / TimeScale::maxSegmentCount;
-    m_segmentLength = std::ceil(std::max(samplesPerPeriod(), forSpan));
-    if (m_reader)
-        m_reader->setSegmentLength(static_cast<std::size_t>(m_segmentLength));
+    const double perSpan = m_span * m_scale.sampleRate;
+    m_segmentLength = std::ceil(std::max(samplesPerPeriod(), perSpan / TimeScale::maxSegmentCount));
+    const double many = std::max(samplesPerPeriod() / manyOfPeriod, perSpan / manyOfSpan);
+    m_thinning.setFactor(static_cast<std::size_t>(
+        std::max(std::floor(std::min(std::ceil(many), perSpan / fewOfSpan)), 1.0)));
+    m_values.setBaudrate(m_scale.samplesPerUnit / static_cast<double>(m_thinning.factor()));
+    if (!m_reader)
+        return;
+    m_reader->setSegmentLength(static_cast<std::size_t>(m_segmentLength));
+    const double block = std::clamp(samplesPerPeriod() / blocksPerPeriod, 1.0, maxBlock);
+    const double queue =
+        isLive() ? std::clamp(liveSeconds * m_scale.sampleRate, 4.0 * block, maxLive)
+                 : static_cast<double>(maxCatchUp) * samplesPerPeriod() + 1.2 * m_segmentLength;
+    m_ahead->setLengths(static_cast<std::size_t>(block), static_cast<std::size_t>(queue));
 }

@@ -5,19 +5,30 @@
 #include "workbench/feed/IqFeed.h"
 #include "workbench/feed/Pacer.h"
 #include "workbench/feed/SegmentReader.h"
+#include "workbench/feed/Thinning.h"
 #include "workbench/feed/TimeScale.h"
 #include "workbench/feed/TimeValues.h"
+#include "workbench/sources/ReadAhead.h"
 
 #include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
+#include <chrono>
+#include <functional>
+#include <limits>
 #include <memory>
 #include <optional>
 
 /// Plays a source into the values of the value tree: 30 notifications a second, each with the
 /// samples of one period. Where the program was held up, a notification carries up to four periods;
 /// what is older is skipped, counted as drops, and the trace ends there.
+///
+/// The source is read, and received where that is wanted, on threads of their own: nothing here
+/// waits for them longer than its patience. A recording that they cannot deliver in time plays
+/// slower; of a live signal whole blocks are left out and counted as drops. Where a notification
+/// has far more samples than a view has pixels, the time diagram gets the extremes of groups of
+/// neighbours.
 ///
 /// Views bound to TimeValues, EyeValues or IqValues must be told of nothing else. GUI thread only.
 class SignalFeed : public QObject
@@ -27,6 +38,8 @@ public:
     static constexpr double notificationRate = 30.0; ///< Hz
     static constexpr double minSpeed = 0.1;
     static constexpr double maxSpeed = 10.0;
+    /// A speed: as fast as the source can be read and shown.
+    static constexpr double fastest = std::numeric_limits<double>::infinity();
 
     explicit SignalFeed(QObject* parent = nullptr);
     ~SignalFeed() override;
@@ -35,9 +48,18 @@ public:
     /// @param channel     one of the source's values, see SegmentReader.
     /// @param symbolRate  Bd, > 0; overrides what the source says.
     void open(std::unique_ptr<SignalSource> source, int channel, std::optional<double> symbolRate);
-    /// Null until one was opened.
-    SignalSource* source() const { return m_source.get(); }
+    /// The signal that is shown: what the receiver makes of the source, if it is on. Null until one
+    /// was opened.
+    const SignalSource* source() const { return m_ahead.get(); }
+    /// The source itself. Only what does not change while it is read may be asked of it.
+    const SignalSource* input() const { return m_input; }
+    /// Does something with the source while it is not read. Needs one.
+    void changeInput(const std::function<void(SignalSource&)>& work);
     const TimeScale& scale() const { return m_scale; }
+
+    bool isLive() const { return m_input && m_input->isLive(); }
+    /// What is amiss with a live source just now, a sentence; empty when all is well.
+    QString trouble() const { return m_input ? m_input->trouble() : QString(); }
 
     bool isPlaying() const { return m_playing; }
     /// Plays on; from the start when the end was reached. Nothing without a source.
@@ -45,6 +67,14 @@ public:
     void pause();
     /// Goes back to the start.
     void rewind();
+    /// Goes to a time in the signal, s. Nothing where the source cannot.
+    void seek(double seconds);
+    /// Time of the next sample, s.
+    double time() const { return static_cast<double>(position()) / m_scale.sampleRate; }
+    /// s; none for a signal without a known end.
+    std::optional<double> length() const;
+    /// How long this thread may wait for the source at a time.
+    void setPatience(std::chrono::milliseconds patience);
     /// Plays at once, however long it takes, and on to the end of the segment that is open then.
     /// Does not start over at the end.
     void playThrough(double seconds);
@@ -56,7 +86,7 @@ public:
     void setRepeat(bool repeat) { m_repeat = repeat; }
     bool repeat() const { return m_repeat; }
     /// Seconds of signal played in a second; 1 at first. More samples than a notification may carry
-    /// are not played: the signal then runs slower than asked.
+    /// are not played: the signal then runs slower than asked. A live one has its own speed.
     void setSpeed(double speed);
     double speed() const { return m_speed; }
     void setChannel(int channel);
@@ -73,13 +103,14 @@ public:
     const EyeFeed& eye() const { return m_eye; }
     /// Its constellation: the channel's pair, also of two real channels.
     IqFeed& iq() { return m_iq; }
+    const IqFeed& iq() const { return m_iq; }
 
     /// Index of the next sample.
     std::int64_t position() const { return m_reader ? m_reader->position() : 0; }
     /// Samples of a trace, for a source with frames of the frame.
     double segmentLength() const;
-    /// Periods skipped since the source was opened, as a whole or for the eye only.
-    std::int64_t dropCount() const { return m_dropCount + m_eye.dropCount(); }
+    /// Periods and blocks left out since the source was opened, as a whole or for the eye only.
+    std::int64_t dropCount() const;
 
     /// Whether to watch for a signal: for samples that differ. Silence has no levels that an axis
     /// could be fitted to.
@@ -92,24 +123,30 @@ signals:
 
 private:
     double samplesPerPeriod() const;
+    void build(std::unique_ptr<SignalSource> source);
     void openReader(std::int64_t position);
     void chooseSegmentLength();
     void scaleFor(std::optional<double> symbolRate);
     void startTimer();
     void skip(std::int64_t periods);
+    double backlogToReduce() const;
     std::size_t deliver(std::size_t count);
     bool hasSignal() const;
-    void readOn(std::size_t count);
+    std::size_t readOn(std::size_t count);
 
     TimeValues m_values;
     EyeFeed m_eye;
     IqFeed m_iq;
-    std::unique_ptr<SignalSource> m_source;
-    std::unique_ptr<SegmentReader> m_reader; // of m_source
+    SignalSource* m_input = nullptr;         // somewhere within...
+    std::unique_ptr<ReadAhead> m_ahead;      // ...this
+    std::unique_ptr<SegmentReader> m_reader; // of m_ahead
+    Thinning m_thinning;
     TimeScale m_scale;
     QTimer m_timer;
     QElapsedTimer m_clock;
     Pacer m_pacer;
+    std::chrono::milliseconds m_patience{5};
+    std::optional<double> m_symbolRate;
     int m_channel = 0;
     bool m_playing = false;
     bool m_repeat = true;
@@ -118,10 +155,9 @@ private:
     double m_speed = 1.0;
     double m_span = 1.0;
     double m_segmentLength = 1.0;
-    double m_credit = 0.0; // samples that are due, less than one
+    double m_credit = 0.0; // samples that are due
     std::int64_t m_dropCount = 0;
+    SegmentReader::Part m_part;    // what comes at once
     std::vector<double> m_samples; // of the next notification
     std::vector<double> m_markers;
-    std::vector<double> m_block;   // what comes at once...
-    std::vector<double> m_partner; // ...and beside it the other of the pair
 };

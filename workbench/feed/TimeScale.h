@@ -13,7 +13,7 @@ struct TimeScale
     enum class Unit { Symbol, Second, Millisecond, Microsecond, Nanosecond };
 
     /// Samples that one notification may carry, and so a segment at least may have.
-    static constexpr double maxBlockLength = 65536.0;
+    static constexpr double maxBlockLength = 131072.0;
     /// Segments that a span may need. A diagram keeps 100; some must be left for the one that is
     /// open and for those that are cut shorter than wanted.
     static constexpr double maxSegmentCount = 80.0;

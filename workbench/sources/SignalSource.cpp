@@ -18,3 +18,5 @@ bool SignalSource::hasEnded() const { return true; }
 QString SignalSource::trouble() const { return QString(); }
 
 std::int64_t SignalSource::lostBlockCount() const { return 0; }
+
+std::optional<int> SignalSource::constellationChannel() const { return std::nullopt; }

@@ -47,6 +47,10 @@ public:
     /// Of a live signal: blocks that were lost on the way here. From any thread.
     virtual std::int64_t lostBlockCount() const;
 
+    /// Index of the value that is I, Q after it, of what a constellation shows, where that is not
+    /// the pair of the value shown. None where not overridden.
+    virtual std::optional<int> constellationChannel() const;
+
     /// Index of the next sample to be read.
     virtual std::int64_t position() const = 0;
     /// Reads the next samples into a block, which it replaces: sample by sample, the channels of

@@ -177,7 +177,7 @@ void MainWindow::buildActions()
     }
     QAction* information = add(file, tr("&Information..."), Qt::CTRL + Qt::Key_I);
     connect(information, &QAction::triggered, this, [this] {
-        const QStringList lines = Recording::describe(*m_feed.source()) + m_details;
+        const QStringList lines = Recording::describe(*m_feed.input()) + m_details;
         (new InfoDialog(lines, this))->open();
     });
     file->addSeparator();
@@ -274,18 +274,24 @@ void MainWindow::buildDock()
     connect(m_panel, &ParameterPanel::fullScaleWanted, this, &MainWindow::showFullScale);
     connect(m_panel, &ParameterPanel::noiseChosen, this, [this](double rms) {
         m_builtIn.noise = rms;
-        if (auto* source = dynamic_cast<NrzSource*>(m_feed.source()))
-            source->setNoise(rms);
+        m_feed.changeInput([rms](SignalSource& source) {
+            if (auto* builtIn = dynamic_cast<NrzSource*>(&source))
+                builtIn->setNoise(rms);
+        });
     });
     connect(m_panel, &ParameterPanel::bandwidthChosen, this, [this](double part) {
         m_builtIn.bandwidth = part;
-        if (auto* source = dynamic_cast<NrzSource*>(m_feed.source()))
-            source->setBandwidth(part);
+        m_feed.changeInput([part](SignalSource& source) {
+            if (auto* builtIn = dynamic_cast<NrzSource*>(&source))
+                builtIn->setBandwidth(part);
+        });
     });
     connect(m_panel, &ParameterPanel::jitterChosen, this, [this](double rms) {
         m_builtIn.jitter = rms;
-        if (auto* source = dynamic_cast<NrzSource*>(m_feed.source()))
-            source->setJitter(rms);
+        m_feed.changeInput([rms](SignalSource& source) {
+            if (auto* builtIn = dynamic_cast<NrzSource*>(&source))
+                builtIn->setJitter(rms);
+        });
     });
     connect(m_panel, &ParameterPanel::levelCountChosen, this, [this](int count) {
         m_builtIn.levelCount = count;
@@ -349,7 +355,7 @@ void MainWindow::restartBuiltIn()
 
 void MainWindow::chooseSymbolRate(double symbolRate)
 {
-    if (dynamic_cast<NrzSource*>(m_feed.source())) {
+    if (dynamic_cast<const NrzSource*>(m_feed.input())) {
         m_builtIn.symbolRate = symbolRate;
         restartBuiltIn();
         return;

@@ -297,7 +297,7 @@ void ParameterPanel::show(const SignalFeed& feed)
 void ParameterPanel::showSymbolRate(const SignalFeed& feed)
 {
     const TimeScale& scale = feed.scale();
-    const bool isBuiltIn = dynamic_cast<const NrzSource*>(feed.source()) != nullptr;
+    const bool isBuiltIn = dynamic_cast<const NrzSource*>(feed.input()) != nullptr;
     const QSignalBlocker quiet(m_symbolRate);
     m_symbolRate->setSpecialValueText(isBuiltIn ? QString() : tr("unknown"));
     if (isBuiltIn)
@@ -315,7 +315,7 @@ void ParameterPanel::showSymbolRate(const SignalFeed& feed)
 
 void ParameterPanel::showBuiltIn(const SignalFeed& feed)
 {
-    const auto* source = dynamic_cast<const NrzSource*>(feed.source());
+    const auto* source = dynamic_cast<const NrzSource*>(feed.input());
     m_builtIn->setVisible(source != nullptr);
     if (!source)
         return;
