@@ -67,14 +67,7 @@
     </message>
 </context>
 <context>
-    <name>InfoDialog</name>
-    <message>
-        <source>Information</source>
-        <translation>Informationen</translation>
-    </message>
-</context>
-<context>
-    <name>MainWindow</name>
+    <name>FileMenu</name>
     <message>
         <source>&amp;File</source>
         <translation>&amp;Datei</translation>
@@ -88,88 +81,16 @@
         <translation>Eingebautes &amp;Signal</translation>
     </message>
     <message>
+        <source>&amp;Modulated signal</source>
+        <translation>&amp;Moduliertes Signal</translation>
+    </message>
+    <message>
+        <source>&amp;Information...</source>
+        <translation>&amp;Informationen …</translation>
+    </message>
+    <message>
         <source>&amp;Quit</source>
         <translation>&amp;Beenden</translation>
-    </message>
-    <message>
-        <source>&amp;Playback</source>
-        <translation>&amp;Wiedergabe</translation>
-    </message>
-    <message>
-        <source>&amp;Play</source>
-        <translation>&amp;Abspielen</translation>
-    </message>
-    <message>
-        <source>From the &amp;start</source>
-        <translation>Von &amp;vorn</translation>
-    </message>
-    <message>
-        <source>&amp;Repeat</source>
-        <translation>&amp;Wiederholen</translation>
-    </message>
-    <message>
-        <source>&amp;View</source>
-        <translation>&amp;Ansicht</translation>
-    </message>
-    <message>
-        <source>&amp;Auto scale</source>
-        <translation>&amp;Automatisch skalieren</translation>
-    </message>
-    <message>
-        <source>&amp;Full scale</source>
-        <translation>&amp;Vollaussteuerung</translation>
-    </message>
-    <message>
-        <source>&amp;Time diagram</source>
-        <translation>&amp;Zeitdiagramm</translation>
-    </message>
-    <message>
-        <source>&amp;Parameters</source>
-        <translation>&amp;Parameter</translation>
-    </message>
-    <message>
-        <source>F&amp;ull screen</source>
-        <translation>Voll&amp;bild</translation>
-    </message>
-    <message>
-        <source>Tool bar</source>
-        <translation>Werkzeugleiste</translation>
-    </message>
-    <message>
-        <source>%1x</source>
-        <translation>%1x</translation>
-    </message>
-    <message>
-        <source>Seconds of signal played in a second</source>
-        <translation>Sekunden Signal, die in einer Sekunde gespielt werden</translation>
-    </message>
-    <message>
-        <source>Speed</source>
-        <translation>Geschwindigkeit</translation>
-    </message>
-    <message>
-        <source>Parameters</source>
-        <translation>Parameter</translation>
-    </message>
-    <message>
-        <source>there is no channel %1; the recording has %2</source>
-        <translation>es gibt keinen Kanal %1; die Aufnahme hat %2</translation>
-    </message>
-    <message>
-        <source>%1 - Orvane workbench</source>
-        <translation>%1 - Orvane-Messplatz</translation>
-    </message>
-    <message>
-        <source>&amp;Pause</source>
-        <translation>&amp;Anhalten</translation>
-    </message>
-    <message>
-        <source>Open recording</source>
-        <translation>Aufnahme öffnen</translation>
-    </message>
-    <message>
-        <source>%1: %2</source>
-        <translation>%1: %2</translation>
     </message>
     <message>
         <source>Recordings</source>
@@ -180,32 +101,42 @@
         <translation>Alle Dateien</translation>
     </message>
     <message>
-        <source>%1 setup</source>
-        <translation>%1 einrichten</translation>
+        <source>Open recording</source>
+        <translation>Aufnahme öffnen</translation>
+    </message>
+</context>
+<context>
+    <name>InfoDialog</name>
+    <message>
+        <source>Information</source>
+        <translation>Informationen</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>&amp;Time diagram</source>
+        <translation>&amp;Zeitdiagramm</translation>
     </message>
     <message>
-        <source>the symbol rate is not known, so the eye is cut every %1 samples; give it by --symbol-rate or beside the views</source>
-        <translation>die Symbolrate ist nicht bekannt, darum wird das Auge alle %1 Abtastwerte geschnitten; mit --symbol-rate oder neben den Ansichten angeben</translation>
+        <source>Tool bar</source>
+        <translation>Werkzeugleiste</translation>
+    </message>
+    <message>
+        <source>%1 - Orvane workbench</source>
+        <translation>%1 - Orvane-Messplatz</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
     </message>
     <message>
         <source>&amp;Eye diagram</source>
         <translation>&amp;Augendiagramm</translation>
     </message>
     <message>
-        <source>&amp;Information...</source>
-        <translation>&amp;Informationen …</translation>
-    </message>
-    <message>
         <source>&amp;IQ diagram</source>
         <translation>&amp;IQ-Diagramm</translation>
-    </message>
-    <message>
-        <source>an eye takes %1 to %2 samples of a symbol; it is cut every %3 samples until another symbol rate is given</source>
-        <translation>ein Auge braucht %1 bis %2 Abtastwerte je Symbol; es wird alle %3 Abtastwerte geschnitten, bis eine andere Symbolrate angegeben ist</translation>
-    </message>
-    <message>
-        <source>&amp;Modulated signal</source>
-        <translation>&amp;Moduliertes Signal</translation>
     </message>
 </context>
 <context>
@@ -409,6 +340,13 @@
     </message>
 </context>
 <context>
+    <name>ParameterDock</name>
+    <message>
+        <source>Parameters</source>
+        <translation>Parameter</translation>
+    </message>
+</context>
+<context>
     <name>ParameterPanel</name>
     <message>
         <source>Signal</source>
@@ -581,6 +519,56 @@
     <message>
         <source>F&amp;ull scale</source>
         <translation>&amp;Voll</translation>
+    </message>
+</context>
+<context>
+    <name>PlaybackControls</name>
+    <message>
+        <source>&amp;Playback</source>
+        <translation>&amp;Wiedergabe</translation>
+    </message>
+    <message>
+        <source>&amp;Play</source>
+        <translation>&amp;Abspielen</translation>
+    </message>
+    <message>
+        <source>From the &amp;start</source>
+        <translation>Von &amp;vorn</translation>
+    </message>
+    <message>
+        <source>&amp;Repeat</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>%1x</source>
+        <translation>%1x</translation>
+    </message>
+    <message>
+        <source>Seconds of signal played in a second</source>
+        <translation>Sekunden Signal, die in einer Sekunde gespielt werden</translation>
+    </message>
+    <message>
+        <source>Speed</source>
+        <translation>Geschwindigkeit</translation>
+    </message>
+    <message>
+        <source>&amp;Pause</source>
+        <translation>&amp;Anhalten</translation>
+    </message>
+</context>
+<context>
+    <name>Player</name>
+    <message>
+        <source>there is no channel %1; the recording has %2</source>
+        <translation>es gibt keinen Kanal %1; die Aufnahme hat %2</translation>
+    </message>
+    <message>
+        <source>the symbol rate is not known, so the eye is cut every %1 samples; give it by --symbol-rate or beside the views</source>
+        <translation>die Symbolrate ist nicht bekannt, darum wird das Auge alle %1 Abtastwerte geschnitten; mit --symbol-rate oder neben den Ansichten angeben</translation>
+    </message>
+    <message>
+        <source>an eye takes %1 to %2 samples of a symbol; it is cut every %3 samples until another symbol rate is given</source>
+        <translation>ein Auge braucht %1 bis %2 Abtastwerte je Symbol; es wird alle %3 Abtastwerte geschnitten, bis eine andere Symbolrate angegeben ist</translation>
     </message>
 </context>
 <context>
@@ -810,6 +798,33 @@
     <message>
         <source>Pictures of the first view in a second</source>
         <translation>Bilder der ersten Ansicht je Sekunde</translation>
+    </message>
+</context>
+<context>
+    <name>ViewMenu</name>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Ansicht</translation>
+    </message>
+    <message>
+        <source>&amp;Auto scale</source>
+        <translation>A&amp;utomatisch</translation>
+    </message>
+    <message>
+        <source>&amp;Full scale</source>
+        <translation>&amp;Vollaussteuerung</translation>
+    </message>
+    <message>
+        <source>%1 setup</source>
+        <translation>%1 einrichten</translation>
+    </message>
+    <message>
+        <source>&amp;Parameters</source>
+        <translation>&amp;Parameter</translation>
+    </message>
+    <message>
+        <source>F&amp;ull screen</source>
+        <translation>Voll&amp;bild</translation>
     </message>
 </context>
 </TS>

@@ -48,7 +48,7 @@ struct Window : testing::Test, TestFolder
     {
         values::Persistant::SetStoreFile(path("settings.ini"));
         window->resize(1000, 600);
-        window->openBuiltIn();
+        window->player().openBuiltIn(NrzSettings());
         window->show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
         QApplication::setActiveWindow(window.get()); // no window manager does it
@@ -111,7 +111,7 @@ TEST_F(Window, ShowsTheSignalAsItPlaysAndClosesMeanwhile)
     window->close();
     window.reset(); // while the timer runs and the view is bound
     window = std::make_unique<MainWindow>();
-    window->openBuiltIn();
+    window->player().openBuiltIn(NrzSettings());
     window->feed().play();
     EXPECT_TRUE(waitForTraces(1));
 }

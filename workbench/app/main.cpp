@@ -72,14 +72,14 @@ int run(MainWindow& window, const Options& options)
         Recording recording = open(options);
         why = recording.why;
         if (!recording.source ||
-            !window.open(std::move(recording), options.channel, options.symbolRate, why))
+            !window.player().open(std::move(recording), options.channel, options.symbolRate, why))
             return fail(exitFailed, QStringLiteral("%1: %2").arg(options.file, why));
-        if (const QString notice = window.eyeNotice(); !notice.isEmpty())
+        if (const QString notice = window.player().eyeNotice(); !notice.isEmpty())
             say(QStringLiteral("%1: %2").arg(options.file, notice));
     } else if (options.demo) {
-        window.openDemo(*options.demo);
+        window.player().openDemo(*options.demo);
     } else {
-        window.openBuiltIn(options.builtIn);
+        window.player().openBuiltIn(options.builtIn);
     }
     window.feed().eye().setSymbolCount(options.eyeSymbolCount);
     window.feed().eye().setBandwidth(options.eyeBandwidth);

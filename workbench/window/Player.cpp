@@ -1,0 +1,151 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/window/Player.h"
+
+namespace {
+
+constexpr double demoSpan = 80.0; // symbols
+constexpr double fullScale = 1.1; // a little more than the largest level
+
+} // namespace
+
+Player::Player(QObject* parent)
+    : QObject(parent)
+{}
+
+Player::~Player() = default;
+
+bool Player::open(Recording recording, int channel, std::optional<double> symbolRate, QString& why)
+{
+    if (channel > recording.source->valueCount()) {
+        why = tr("there is no channel %1; the recording has %2")
+                  .arg(channel)
+                  .arg(recording.source->valueCount());
+        return false;
+    }
+    m_feed.open(std::move(recording.source), channel - 1, symbolRate);
+    m_details = recording.details;
+    showFullScale(); // until there is a signal to fit the axis to
+    emit opened(recording.notices);
+    return true;
+}
+
+void Player::openBuiltIn(const NrzSettings& settings)
+{
+    m_builtIn = settings;
+    m_feed.open(std::make_unique<NrzSource>(m_builtIn), 0, std::nullopt);
+    m_details.clear();
+    showFullScale();
+    emit opened({});
+}
+
+void Player::openDemo(const ModulationSettings& settings)
+{
+    m_feed.open(std::make_unique<ModulationSource>(settings), 0, std::nullopt);
+    m_feed.setSpan(demoSpan / *m_feed.source()->symbolRate());
+    m_details.clear();
+    showFullScale();
+    emit opened({});
+}
+
+void Player::setNoise(double rms)
+{
+    m_builtIn.noise = rms;
+    changeBuiltIn([rms](NrzSource& source) { source.setNoise(rms); });
+}
+
+void Player::setJitter(double rms)
+{
+    m_builtIn.jitter = rms;
+    changeBuiltIn([rms](NrzSource& source) { source.setJitter(rms); });
+}
+
+void Player::setBandwidth(double part)
+{
+    m_builtIn.bandwidth = part;
+    changeBuiltIn([part](NrzSource& source) { source.setBandwidth(part); });
+}
+
+void Player::setLevelCount(int count)
+{
+    m_builtIn.levelCount = count;
+    restartBuiltIn();
+}
+
+void Player::setFrame(int symbolCount)
+{
+    m_builtIn.frameSymbolCount = symbolCount;
+    restartBuiltIn();
+}
+
+void Player::changeBuiltIn(const std::function<void(NrzSource&)>& work)
+{
+    m_feed.changeInput([&work](SignalSource& source) {
+        if (auto* builtIn = dynamic_cast<NrzSource*>(&source))
+            work(*builtIn);
+    });
+}
+
+void Player::restartBuiltIn()
+{
+    const bool wasPlaying = m_feed.isPlaying();
+    openBuiltIn(m_builtIn);
+    if (wasPlaying)
+        m_feed.play();
+}
+
+void Player::setSymbolRate(double symbolRate)
+{
+    if (dynamic_cast<const NrzSource*>(m_feed.input())) {
+        m_builtIn.symbolRate = symbolRate;
+        restartBuiltIn();
+        return;
+    }
+    m_feed.setSymbolRate(symbolRate > 0.0 ? std::optional<double>(symbolRate) : std::nullopt);
+    emit clockChanged();
+    emit changed();
+}
+
+void Player::setChannel(int channel)
+{
+    m_feed.setChannel(channel);
+    emit changed();
+}
+
+void Player::setSpan(double seconds)
+{
+    m_feed.setSpan(seconds);
+    emit changed();
+}
+
+void Player::setSpeed(double speed)
+{
+    m_feed.setSpeed(speed);
+    emit changed();
+}
+
+void Player::setEyeSymbolCount(int count)
+{
+    m_feed.eye().setSymbolCount(count);
+    emit changed();
+}
+
+void Player::setEyeBandwidth(double bandwidth) { m_feed.eye().setBandwidth(bandwidth); }
+
+void Player::showFullScale() { m_feed.setLevels(-fullScale, fullScale); }
+
+QStringList Player::information() const { return Recording::describe(*m_feed.input()) + m_details; }
+
+QString Player::eyeNotice() const
+{
+    if (m_feed.eye().cut().clock != EyeCut::Clock::None)
+        return QString();
+    if (m_feed.scale().unit != TimeScale::Unit::Symbol)
+        return tr("the symbol rate is not known, so the eye is cut every %1 samples; give it by "
+                  "--symbol-rate or beside the views")
+            .arg(EyeCut::fixedLength);
+    return tr("an eye takes %1 to %2 samples of a symbol; it is cut every %3 samples until another "
+              "symbol rate is given")
+        .arg(SymbolTiming::minSamplesPerSymbol)
+        .arg(SymbolTiming::maxSamplesPerSymbol)
+        .arg(EyeCut::fixedLength);
+}

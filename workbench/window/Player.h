@@ -1,0 +1,78 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/feed/SignalFeed.h"
+#include "workbench/sources/ModulationSource.h"
+#include "workbench/sources/NrzSource.h"
+#include "workbench/sources/Recording.h"
+
+#include <QObject>
+#include <QStringList>
+
+#include <optional>
+
+/// The signal that the window shows: opens it, changes what can be set of it, and knows what is
+/// amiss with it. Without a widget.
+class Player : public QObject
+{
+    Q_OBJECT
+public:
+    explicit Player(QObject* parent = nullptr);
+    ~Player() override;
+
+    SignalFeed& feed() { return m_feed; }
+    const SignalFeed& feed() const { return m_feed; }
+
+    /// Takes over a recording, not playing.
+    /// @param recording   has a source.
+    /// @param channel     from 1; where complex, 1 is I and 2 is Q.
+    /// @param symbolRate  Bd; none: the time axis shows seconds or parts of them.
+    /// @param why         when it cannot be shown: one sentence; the former signal stays.
+    bool open(Recording recording, int channel, std::optional<double> symbolRate, QString& why);
+    /// Opens the built-in signal, not playing.
+    void openBuiltIn(const NrzSettings& settings);
+    /// Opens a built-in signal with a modulation, not playing.
+    void openDemo(const ModulationSettings& settings);
+
+    /// What the built-in signal has, also while something else plays.
+    const NrzSettings& builtIn() const { return m_builtIn; }
+    /// These act on the built-in signal at once, or when it is opened; as in NrzSettings.
+    void setNoise(double rms);
+    void setJitter(double rms);
+    void setBandwidth(double part);
+    void setLevelCount(int count);
+    void setFrame(int symbolCount);
+
+    /// @param symbolRate  Bd; 0: what the source says.
+    void setSymbolRate(double symbolRate);
+    void setChannel(int channel); ///< From 0.
+    void setSpan(double seconds);
+    void setSpeed(double speed);
+    void setEyeSymbolCount(int count);
+    void setEyeBandwidth(double bandwidth); ///< As in EyeCut.
+    /// Fits the levels' axes to what comes next.
+    void fitLevels() { m_feed.setWatching(true); }
+    /// Shows the full scale of recordings.
+    void showFullScale();
+
+    /// What is known of the signal, a line each. Needs one.
+    QStringList information() const;
+    /// Why the eye is not that of the symbols, one sentence; empty when it is.
+    QString eyeNotice() const;
+
+signals:
+    /// Another signal is there; the notices are of its recording, a sentence each.
+    void opened(const QStringList& notices);
+    /// Something was set that is shown elsewhere, too.
+    void changed();
+    /// The symbols' clock is another one.
+    void clockChanged();
+
+private:
+    void changeBuiltIn(const std::function<void(NrzSource&)>& work);
+    void restartBuiltIn();
+
+    SignalFeed m_feed;
+    NrzSettings m_builtIn;
+    QStringList m_details; // of the recording that plays
+};

@@ -1,0 +1,15 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+class VCGLEyeDiagram;
+class VCGLIQDiagram;
+class VCGLTimeDiagram;
+
+/// Which values of the value tree the views show: those that the feed writes.
+namespace viewBindings {
+
+void bind(VCGLTimeDiagram& view);
+void bind(VCGLEyeDiagram& view);
+void bind(VCGLIQDiagram& view);
+
+} // namespace viewBindings

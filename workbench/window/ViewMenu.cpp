@@ -1,0 +1,37 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/window/ViewMenu.h"
+
+#include "workbench/window/Icons.h"
+#include "workbench/window/MenuEntries.h"
+#include "workbench/window/Player.h"
+#include "workbench/window/ViewPanes.h"
+
+#include <QMainWindow>
+
+ViewMenu::ViewMenu(QMainWindow& window, Player& player, const ViewPanes& panes, QWidget& parameters)
+    : QMenu(tr("&View"), &window)
+    , m_autoScale(menus::add(window, *this, tr("&Auto scale"), Qt::Key_A))
+{
+    m_autoScale->setIcon(signIcon(Sign::AutoScale));
+    connect(m_autoScale, &QAction::triggered, &player, &Player::fitLevels);
+    QAction* full = menus::add(window, *this, tr("&Full scale"), Qt::Key_F);
+    connect(full, &QAction::triggered, &player, &Player::showFullScale);
+    addSeparator();
+    for (const ViewPanes::Pane& pane : panes.panes()) {
+        addAction(pane.showing);
+        window.addAction(pane.showing);
+    }
+    addSeparator();
+    for (const ViewPanes::Pane& pane : panes.panes()) {
+        const QString title = pane.showing->text().remove(QLatin1Char('&'));
+        addMenu(tr("%1 setup").arg(title))->addActions(pane.menu->actions());
+    }
+    addSeparator();
+    QAction* panel = menus::add(window, *this, tr("&Parameters"), Qt::Key_F9);
+    panel->setCheckable(true);
+    panel->setChecked(true);
+    connect(panel, &QAction::toggled, &parameters, &QWidget::setVisible);
+    QAction* fullScreen = menus::add(window, *this, tr("F&ull screen"), Qt::Key_F11);
+    connect(fullScreen, &QAction::triggered, &window,
+            [&window] { window.setWindowState(window.windowState() ^ Qt::WindowFullScreen); });
+}

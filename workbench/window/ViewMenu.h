@@ -1,0 +1,22 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QMenu>
+
+class Player;
+class QMainWindow;
+class ViewPanes;
+
+/// The menu of what is shown and how.
+class ViewMenu : public QMenu
+{
+    Q_OBJECT
+public:
+    /// @param parameters  the dock that it hides and shows.
+    ViewMenu(QMainWindow& window, Player& player, const ViewPanes& panes, QWidget& parameters);
+
+    QAction& autoScaleAction() { return *m_autoScale; }
+
+private:
+    QAction* m_autoScale;
+};
