@@ -1,7 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "workbench/feed/SymbolTiming.h"
+#include "workbench/receiver/SymbolTiming.h"
 #include "workbench/sources/LowPass.h"
 
 #include <cstdint>

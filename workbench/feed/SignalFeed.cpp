@@ -17,6 +17,7 @@ constexpr double maxLive = 4e6;         // samples of them
 constexpr double manyOfPeriod = 16384.0;
 constexpr double manyOfSpan = 2097152.0;
 constexpr double fewOfSpan = 8192.0;
+constexpr auto frontPatience = std::chrono::milliseconds(100);
 constexpr auto longTime = std::chrono::hours(1);
 constexpr auto livePatience = std::chrono::seconds(5); // of who plays a live signal through
 
@@ -41,7 +42,10 @@ void SignalFeed::open(std::unique_ptr<SignalSource> source, int channel,
                       std::optional<double> symbolRate)
 {
     pause();
+    m_reader.reset();
+    m_ahead.reset();
     m_channel = channel;
+    m_symbolRate = symbolRate;
     m_dropCount = 0;
     m_watching = true;
     build(std::move(source));
@@ -52,20 +56,86 @@ void SignalFeed::open(std::unique_ptr<SignalSource> source, int channel,
 
 void SignalFeed::build(std::unique_ptr<SignalSource> source)
 {
-    m_reader.reset();
-    m_ahead.reset();
     m_input = source.get();
+    m_received = nullptr;
+    m_front = nullptr;
     const bool isLive = source->isLive();
-    m_ahead = std::make_unique<ReadAhead>(std::move(source), isLive ? ReadAhead::WhenFull::Drop
-                                                                    : ReadAhead::WhenFull::Wait);
-    m_ahead->setDiscarding(isLive);
+    auto whenFull = isLive ? ReadAhead::WhenFull::Drop : ReadAhead::WhenFull::Wait;
+    if (usedReceiver().isOn) {
+        if (isLive) {
+            auto front = std::make_unique<ReadAhead>(std::move(source), whenFull);
+            front->setPatience(frontPatience);
+            const double rate = m_input->sampleRate();
+            front->setLengths(
+                static_cast<std::size_t>(std::clamp(rate / 100.0, 1.0, maxBlock)),
+                static_cast<std::size_t>(std::clamp(liveSeconds * rate, 1.0, maxLive)));
+            m_front = front.get();
+            source = std::move(front);
+            whenFull = ReadAhead::WhenFull::Wait;
+        }
+        auto received =
+            std::make_unique<ReceiverSource>(std::move(source), m_channel, usedReceiver());
+        m_received = received.get();
+        source = std::move(received);
+    }
+    m_ahead = std::make_unique<ReadAhead>(std::move(source), whenFull);
+    m_ahead->setDiscarding(isLive && !m_playing);
     m_ahead->setPatience(isLive ? std::chrono::milliseconds(0) : m_patience);
+}
+
+/// Takes the source out of what is around it, and puts it into what is wanted now.
+void SignalFeed::rebuild()
+{
+    const double time = this->time();
+    m_reader.reset();
+    std::unique_ptr<SignalSource> source = m_ahead->takeInput();
+    if (m_received)
+        source = m_received->takeInput();
+    if (m_front) {
+        const std::unique_ptr<SignalSource> front = std::move(source);
+        source = m_front->takeInput();
+    }
+    build(std::move(source));
+    scaleFor(m_symbolRate);
+    openReader(std::llround(time * m_scale.sampleRate));
+    setSpan(m_span);
+}
+
+ReceiverSettings SignalFeed::usedReceiver() const
+{
+    ReceiverSettings settings = m_receiver;
+    settings.symbolRate = m_symbolRate ? m_symbolRate : m_input->symbolRate();
+    return settings.flaw(m_input->sampleRate()).isEmpty() ? settings : ReceiverSettings();
+}
+
+QString SignalFeed::receiverFlaw() const
+{
+    if (!m_input)
+        return QString();
+    ReceiverSettings settings = m_receiver;
+    settings.symbolRate = m_symbolRate ? m_symbolRate : m_input->symbolRate();
+    return settings.flaw(m_input->sampleRate());
+}
+
+void SignalFeed::setReceiver(const ReceiverSettings& settings)
+{
+    if (m_receiver == settings)
+        return;
+    m_receiver = settings;
+    if (m_ahead)
+        rebuild();
+}
+
+std::vector<StageReport> SignalFeed::receiverReports() const
+{
+    return m_received ? m_received->reports() : std::vector<StageReport>();
 }
 
 void SignalFeed::changeInput(const std::function<void(SignalSource&)>& work)
 {
     const std::int64_t position = this->position();
-    m_ahead->change([&](SignalSource&) { work(*m_input); });
+    ReadAhead& reading = m_front ? *m_front : *m_ahead;
+    reading.change([&](SignalSource&) { work(*m_input); });
     if (!isLive())
         openReader(position);
 }
@@ -80,6 +150,8 @@ void SignalFeed::setPatience(std::chrono::milliseconds patience)
 void SignalFeed::scaleFor(std::optional<double> symbolRate)
 {
     m_symbolRate = symbolRate;
+    if (m_received) // which says it itself
+        symbolRate.reset();
     m_scale = TimeScale::of(*m_ahead, symbolRate);
     m_eye.open(*m_ahead, symbolRate);
     m_iq.open(*m_ahead, symbolRate);
@@ -87,13 +159,26 @@ void SignalFeed::scaleFor(std::optional<double> symbolRate)
 
 void SignalFeed::setSymbolRate(std::optional<double> symbolRate)
 {
+    m_symbolRate = symbolRate;
+    if (m_receiver.isOn) {
+        rebuild();
+        return;
+    }
     scaleFor(symbolRate);
     setSpan(m_span);
 }
 
+/// Of a received signal I, or what was demodulated, unless Q was chosen.
+int SignalFeed::shownChannel() const
+{
+    if (!m_received)
+        return m_channel;
+    return m_input->isComplex() && m_received->isComplex() ? m_channel % 2 : 0;
+}
+
 void SignalFeed::openReader(std::int64_t position)
 {
-    m_reader = std::make_unique<SegmentReader>(*m_ahead, m_channel);
+    m_reader = std::make_unique<SegmentReader>(*m_ahead, shownChannel());
     m_reader->seek(position);
     m_thinning.restart();
     m_credit = 0.0;
@@ -271,7 +356,7 @@ std::size_t SignalFeed::readOn(std::size_t count)
         return 0;
     m_thinning.run(m_part.samples, m_part.markers, m_samples, m_markers);
     m_iq.take(position, m_part.i, m_part.q);
-    m_eye.take(position, std::move(m_part.samples));
+    m_eye.take(position, m_part.samples);
     return got;
 }
 
@@ -298,7 +383,9 @@ void SignalFeed::setChannel(int channel)
 {
     m_channel = channel;
     m_eye.restart();
-    if (m_ahead)
+    if (m_received && !m_input->isComplex())
+        rebuild();
+    else if (m_ahead)
         openReader(position());
 }
 

@@ -8,6 +8,7 @@
 #include "workbench/feed/Thinning.h"
 #include "workbench/feed/TimeScale.h"
 #include "workbench/feed/TimeValues.h"
+#include "workbench/receiver/ReceiverSource.h"
 #include "workbench/sources/ReadAhead.h"
 
 #include <QElapsedTimer>
@@ -56,6 +57,15 @@ public:
     /// Does something with the source while it is not read. Needs one.
     void changeInput(const std::function<void(SignalSource&)>& work);
     const TimeScale& scale() const { return m_scale; }
+
+    /// Receives the source from now on, also the next ones: at the symbol rate that is known, the
+    /// one in the settings does not count. Settings with a flaw for a source are not used with it.
+    void setReceiver(const ReceiverSettings& settings);
+    const ReceiverSettings& receiver() const { return m_receiver; }
+    /// Why the receiver cannot be used with the source: one sentence; empty when it can.
+    QString receiverFlaw() const;
+    /// How its stages do; none where it is not in use.
+    std::vector<StageReport> receiverReports() const;
 
     bool isLive() const { return m_input && m_input->isLive(); }
     /// What is amiss with a live source just now, a sentence; empty when all is well.
@@ -124,6 +134,9 @@ signals:
 private:
     double samplesPerPeriod() const;
     void build(std::unique_ptr<SignalSource> source);
+    void rebuild();
+    ReceiverSettings usedReceiver() const;
+    int shownChannel() const;
     void openReader(std::int64_t position);
     void chooseSegmentLength();
     void scaleFor(std::optional<double> symbolRate);

@@ -1,5 +1,5 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
-#include "workbench/feed/SymbolTiming.h"
+#include "workbench/receiver/SymbolTiming.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,6 +16,9 @@ constexpr int blockLength = 16;      // symbols
 constexpr int aheadCount = 16;       // blocks
 constexpr int behindCount = 32;      // blocks for the frequency; for the phase as many as ahead
 constexpr double oversampling = 3.0; // of the search for the frequency
+
+/// Full scale is 1: what is far beyond is no signal.
+double usable(double sample) { return std::isfinite(sample) ? std::clamp(sample, -1e6, 1e6) : 0.0; }
 
 } // namespace
 
@@ -36,6 +39,13 @@ struct SymbolTiming::Filter
     Filter(const Filter&) = delete;
     Filter& operator=(const Filter&) = delete;
 
+    Complex output() const
+    {
+        std::complex<float> result;
+        firfilt_crcf_execute(handle, &result);
+        return Complex(result);
+    }
+
     int delay; // samples
     int step;  // samples from output to output
     firfilt_crcf handle;
@@ -49,28 +59,32 @@ SymbolTiming::SymbolTiming(double samplesPerSymbol)
 
 SymbolTiming::~SymbolTiming() = default;
 
-void SymbolTiming::push(double sample)
+void SymbolTiming::push(double sample) { passBand(usable(sample), true); }
+
+void SymbolTiming::push(std::complex<double> sample)
 {
-    // Full scale is 1: what is far beyond is no signal.
-    passBand(std::isfinite(sample) ? std::clamp(sample, -1e6, 1e6) : 0.0);
+    if (!m_lower)
+        m_lower = std::make_unique<Filter>(m_samplesPerSymbol);
+    passBand({usable(sample.real()), usable(sample.imag())}, false);
 }
 
-void SymbolTiming::passBand(double sample)
+void SymbolTiming::passBand(Complex sample, bool isReal)
 {
     const double turns = static_cast<double>(m_position) / (2.0 * m_samplesPerSymbol);
-    const Complex mixed = std::polar(1.0, -2.0 * pi * (turns - std::floor(turns))) * sample;
-    firfilt_crcf_push(m_filter->handle, std::complex<float>(mixed));
+    const Complex down = std::polar(1.0, -2.0 * pi * (turns - std::floor(turns)));
+    firfilt_crcf_push(m_filter->handle, std::complex<float>(down * sample));
+    if (!isReal)
+        firfilt_crcf_push(m_lower->handle, std::complex<float>(std::conj(down) * sample));
     const std::int64_t center = m_position++ - m_filter->delay;
     if (center < 0 || center % m_filter->step != 0)
         return;
-    std::complex<float> output;
-    firfilt_crcf_execute(m_filter->handle, &output);
-    const Complex band(output);
+    const Complex upper = m_filter->output();
+    const Complex lower = isReal ? std::conj(upper) : m_lower->output();
     while (static_cast<double>(center) >=
            centerOf(m_blockCount) + 0.5 * blockLength * m_samplesPerSymbol)
         closeBlock();
-    m_sum += band * band;
-    m_power += std::norm(band);
+    m_sum += upper * std::conj(lower);
+    m_power += 0.5 * (std::norm(upper) + std::norm(lower));
 }
 
 /// The line of a block is relative to its power: bursts count as much as the noise before them.
@@ -92,11 +106,14 @@ void SymbolTiming::settle(std::int64_t block)
     const std::int64_t first = std::max<std::int64_t>(block - behindCount, 0);
     const double turn = frequency(first, last);
     Complex sum = 0.0;
+    double weights = 0.0;
     for (std::int64_t i = std::max(block - aheadCount, first); i <= last; ++i) {
         const auto distance = static_cast<double>(i - block);
         const double weight = 0.5 + 0.5 * std::cos(pi * distance / (aheadCount + 1));
         sum += weight * std::polar(1.0, -turn * distance) * lineOf(i);
+        weights += weight;
     }
+    m_strength = std::abs(sum) / weights;
     m_phase += std::remainder(std::arg(sum) - m_phase, 2.0 * pi);
     m_slope = (1.0 + turn / (2.0 * pi * blockLength)) / m_samplesPerSymbol;
     const double position = centerOf(block);
@@ -154,7 +171,7 @@ void SymbolTiming::finish()
 {
     const std::int64_t count = m_position;
     for (int i = 0; i < m_filter->delay; ++i)
-        passBand(0.0);
+        passBand(0.0, m_lower == nullptr);
     closeBlock();
     while (m_settledCount < m_blockCount)
         settle(m_settledCount);

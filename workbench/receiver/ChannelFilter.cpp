@@ -1,0 +1,46 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/receiver/ChannelFilter.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <liquid/liquid.h>
+
+namespace {
+
+constexpr float stopBand = 60.0F;    // dB
+constexpr double transition = 0.3;   // of the cut-off frequency
+constexpr unsigned maxLength = 2001; // of the filter: steeper ones take too long
+
+} // namespace
+
+BasebandFormat ChannelFilter::configure(const ReceiverSettings& settings,
+                                        const BasebandFormat& format)
+{
+    m_filter.reset();
+    if (!settings.bandwidth)
+        return format;
+    const double cutOff = std::min(0.5 * *settings.bandwidth / format.sampleRate, 0.499);
+    const double slope = std::min(transition * cutOff, 2.0 * (0.5 - cutOff));
+    const unsigned wanted =
+        estimate_req_filter_len(static_cast<float>(std::max(slope, 1e-4)), stopBand);
+    const unsigned length = std::clamp(wanted, 3U, maxLength) | 1U;
+    m_filter = {firfilt_crcf_create_kaiser(length, static_cast<float>(cutOff), stopBand, 0.0F),
+                firfilt_crcf_destroy};
+    firfilt_crcf_set_scale(m_filter.get(), static_cast<float>(2.0 * cutOff));
+    return format;
+}
+
+void ChannelFilter::process(BasebandBlock& block)
+{
+    if (m_filter && !block.samples.empty())
+        firfilt_crcf_execute_block(m_filter.get(), block.samples.data(),
+                                   static_cast<unsigned>(block.samples.size()),
+                                   block.samples.data());
+}
+
+void ChannelFilter::reset()
+{
+    if (m_filter)
+        firfilt_crcf_reset(m_filter.get());
+}

@@ -1,0 +1,24 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/receiver/LiquidHandle.h"
+#include "workbench/receiver/ReceiverStage.h"
+
+struct firfilt_crcf_s;
+
+/// Low-pass that lets the channel through and 60 dB less of its neighbours.
+class ChannelFilter : public ReceiverStage
+{
+public:
+    BasebandFormat configure(const ReceiverSettings& settings,
+                             const BasebandFormat& format) override;
+    void process(BasebandBlock& block) override;
+    void reset() override;
+    StageReport report() const override
+    {
+        return {StageReport::Stage::Channel, m_filter != nullptr, {}, {}};
+    }
+
+private:
+    LiquidHandle<firfilt_crcf_s*> m_filter{nullptr, nullptr};
+};

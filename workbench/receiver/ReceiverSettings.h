@@ -1,0 +1,49 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QCoreApplication>
+#include <QStringList>
+
+#include <complex>
+#include <optional>
+#include <vector>
+
+/// What a receiver does to a signal, stage by stage. What is not set is not done.
+struct ReceiverSettings
+{
+    Q_DECLARE_TR_FUNCTIONS(ReceiverSettings)
+public:
+    enum class Demodulation {
+        Linear, ///< I and Q as they are: phase and amplitude modulation
+        Fm,     ///< frequency: FSK, GMSK, C4FM
+        Am      ///< envelope: OOK, ASK
+    };
+    enum class Modulation { Bpsk, Qpsk, Psk8, Qam16, Qam64 };
+
+    static constexpr int samplesPerSymbol = 8; ///< after resampling
+    /// Samples of the signal that a symbol must have before it.
+    static constexpr double minSamplesPerSymbol = 2.0;
+    static constexpr double maxSamplesPerSymbol = 1e5;
+    static constexpr double maxRollOff = 1.0;
+
+    /// Names of the modulations, as people write them, in order.
+    static QStringList modulationNames();
+    static std::optional<Modulation> modulationOf(const QString& name);
+    /// The points of a modulation, their mean power is 1.
+    static std::vector<std::complex<double>> pointsOf(Modulation modulation);
+
+    /// Why a signal cannot be received so: one sentence; empty when it can.
+    QString flaw(double sampleRate) const;
+    bool operator==(const ReceiverSettings& other) const;
+    bool operator!=(const ReceiverSettings& other) const { return !(*this == other); }
+
+    bool isOn = false;               ///< else the signal passes as it is
+    double shift = 0.0;              ///< Hz, added to every frequency
+    std::optional<double> bandwidth; ///< Hz, of the channel's filter, both sides of 0
+    Demodulation demodulation = Demodulation::Linear;
+    std::optional<double> symbolRate; ///< Bd; none: no resampling, nor what follows
+    bool hasGainControl = true;
+    std::optional<double> rollOff; ///< of a root raised cosine matched filter
+    bool hasTimingRecovery = true;
+    std::optional<Modulation> modulation; ///< of the recovered carrier; linear only
+};

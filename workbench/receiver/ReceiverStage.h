@@ -1,0 +1,76 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/receiver/ReceiverSettings.h"
+
+#include <complex>
+#include <vector>
+
+/// Samples on their way through a receiver.
+struct BasebandBlock
+{
+    std::vector<std::complex<float>> samples;
+    /// Beside them what was demodulated from them, as many; none before, or without a demodulator.
+    std::vector<float> demodulated;
+};
+
+/// What samples are between two stages.
+struct BasebandFormat
+{
+    double sampleRate = 1.0;       ///< Hz
+    bool isDemodulated = false;    ///< blocks have demodulated samples, too
+    bool hasSymbolClock = false;   ///< the middle of symbol k is sample k * samplesPerSymbol
+    double samplesPerSymbol = 0.0; ///< 0: not known
+};
+
+/// How a stage does.
+struct StageReport
+{
+    enum class Stage {
+        Shift,
+        Channel,
+        Demodulator,
+        Resampler,
+        Gain,
+        MatchedFilter,
+        Timing,
+        Carrier
+    };
+    enum class Quantity {
+        Level,           ///< dB of full scale, r.m.s. before the gain control
+        SymbolRateError, ///< parts per million of the nominal one
+        TimingError,     ///< r.m.s., symbol periods
+        CarrierOffset,   ///< Hz
+        PhaseError       ///< r.m.s., degrees
+    };
+    struct Reading
+    {
+        Quantity quantity;
+        double value;
+    };
+
+    Stage stage;
+    bool isOn = false;
+    std::optional<bool> isLocked; ///< none: a stage that does not lock to anything
+    std::vector<Reading> readings;
+};
+
+/// One stage of a receiver. All stages share this interface, none knows another one.
+class ReceiverStage
+{
+public:
+    virtual ~ReceiverStage();
+
+    /// Prepares for samples of a format, and starts anew. The settings have no flaw.
+    /// @return the format of the samples that come out.
+    virtual BasebandFormat configure(const ReceiverSettings& settings,
+                                     const BasebandFormat& format) = 0;
+    /// Works on a block in place. More or fewer samples may come out: what a stage has to wait for
+    /// comes later. Samples are finite.
+    virtual void process(BasebandBlock& block) = 0;
+    /// No more samples come: adds those to a block that the stage has held back.
+    virtual void finish(BasebandBlock& block);
+    /// Forgets the signal.
+    virtual void reset() = 0;
+    virtual StageReport report() const = 0;
+};
