@@ -338,6 +338,50 @@
         <source>--snr: only a signal of --demo has it; give one</source>
         <translation>--snr: das hat nur ein Signal von --demo; eines angeben</translation>
     </message>
+    <message>
+        <source>Receiver: adds &lt;HZ&gt; to every frequency of the recording.</source>
+        <translation>Empfänger: addiert &lt;HZ&gt; zu jeder Frequenz der Aufnahme.</translation>
+    </message>
+    <message>
+        <source>Receiver: lets a channel of &lt;HZ&gt; about 0 through.</source>
+        <translation>Empfänger: lässt einen Kanal von &lt;HZ&gt; um 0 durch.</translation>
+    </message>
+    <message>
+        <source>Receiver: demodulates fm or am instead of I and Q.</source>
+        <translation>Empfänger: demoduliert fm oder am statt I und Q.</translation>
+    </message>
+    <message>
+        <source>Receiver: root raised cosine matched filter of roll-off &lt;X&gt;; 0 for none (0.35 with --modulation, else none).</source>
+        <translation>Empfänger: angepasstes Filter, Wurzel-Kosinus mit Roll-off &lt;X&gt;; 0 für keines (0.35 mit --modulation, sonst keines).</translation>
+    </message>
+    <message>
+        <source>Receiver: recovers symbols and carrier of &lt;NAME&gt;: BPSK, QPSK, 8PSK, 16QAM or 64QAM, at --symbol-rate.</source>
+        <translation>Empfänger: gewinnt Symbole und Träger von &lt;NAME&gt; zurück: BPSK, QPSK, 8PSK, 16QAM oder 64QAM, bei --symbol-rate.</translation>
+    </message>
+    <message>
+        <source>Receiver: leaves the gain as it is.</source>
+        <translation>Empfänger: lässt die Verstärkung, wie sie ist.</translation>
+    </message>
+    <message>
+        <source>Receiver: leaves the symbols where they are.</source>
+        <translation>Empfänger: lässt die Symbole, wo sie sind.</translation>
+    </message>
+    <message>
+        <source>Shows the way between symbols, too, in the IQ diagram.</source>
+        <translation>Zeigt im IQ-Diagramm auch den Weg zwischen den Symbolen.</translation>
+    </message>
+    <message>
+        <source>give fm or am</source>
+        <translation>geben Sie fm oder am an</translation>
+    </message>
+    <message>
+        <source>give its --symbol-rate, too</source>
+        <translation>geben Sie auch --symbol-rate an</translation>
+    </message>
+    <message>
+        <source>leave it or --demod out</source>
+        <translation>lassen Sie dies oder --demod weg</translation>
+    </message>
 </context>
 <context>
     <name>ParameterDock</name>
@@ -588,6 +632,25 @@
     <message>
         <source>it ends within a sample (bytes left out: %1): it was cut off, or it is not %2</source>
         <translation>sie endet mitten in einem Abtastwert (entfallende Bytes: %1): sie ist abgeschnitten oder nicht von der Art %2</translation>
+    </message>
+</context>
+<context>
+    <name>ReceiverSettings</name>
+    <message>
+        <source>a shift of %1 Hz is more than the sample rate; give a smaller one</source>
+        <translation>eine Verschiebung um %1 Hz ist mehr als die Abtastrate; geben Sie eine kleinere an</translation>
+    </message>
+    <message>
+        <source>a channel of %1 Hz is not within the sample rate; give another bandwidth</source>
+        <translation>ein Kanal von %1 Hz liegt nicht innerhalb der Abtastrate; geben Sie eine andere Bandbreite an</translation>
+    </message>
+    <message>
+        <source>a roll-off of %1 cannot be had; give more than 0, up to %2</source>
+        <translation>ein Roll-off von %1 ist nicht möglich; geben Sie mehr als 0 an, bis %2</translation>
+    </message>
+    <message>
+        <source>a receiver takes %1 to %2 samples of a symbol, which a symbol rate of %3 Bd does not give; give another one</source>
+        <translation>ein Empfänger braucht %1 bis %2 Abtastwerte je Symbol, die eine Symbolrate von %3 Bd nicht gibt; geben Sie eine andere an</translation>
     </message>
 </context>
 <context>

@@ -17,6 +17,9 @@ constexpr double shortest = 1e-9; // seconds
 constexpr double minHertz = 0.001;
 constexpr int maxSide = 16384;
 
+constexpr const char* receiverOptions[] = {"shift",      "bandwidth", "demod",    "roll-off",
+                                           "modulation", "no-agc",    "no-timing"};
+
 struct Text
 {
     Q_DECLARE_TR_FUNCTIONS(Options)
@@ -54,6 +57,20 @@ void describe(QCommandLineParser& parser)
     add("symbol-rate",
         Text::tr("Symbol rate in hertz: the time axis counts symbols, and the eye opens on them."),
         "HZ");
+    add("shift", Text::tr("Receiver: adds <HZ> to every frequency of the recording."), "HZ");
+    add("bandwidth", Text::tr("Receiver: lets a channel of <HZ> about 0 through."), "HZ");
+    add("demod", Text::tr("Receiver: demodulates fm or am instead of I and Q."), "NAME");
+    add("roll-off",
+        Text::tr("Receiver: root raised cosine matched filter of roll-off <X>; 0 for none (0.35 "
+                 "with --modulation, else none)."),
+        "X");
+    add("modulation",
+        Text::tr("Receiver: recovers symbols and carrier of <NAME>: BPSK, QPSK, 8PSK, 16QAM or "
+                 "64QAM, at --symbol-rate."),
+        "NAME");
+    add("no-agc", Text::tr("Receiver: leaves the gain as it is."), nullptr);
+    add("no-timing", Text::tr("Receiver: leaves the symbols where they are."), nullptr);
+    add("trajectory", Text::tr("Shows the way between symbols, too, in the IQ diagram."), nullptr);
     add("eye-symbols", Text::tr("Shows <N> symbols in the eye, 1 to 16 (2)."), "N");
     add("eye-bandwidth",
         Text::tr("Low-pass before the eye, 3 dB down at <X> symbol rates, 0.2 to 2 (none)."), "X");
@@ -154,6 +171,7 @@ Options readOptions(Reader& reader)
     if (reader.isSet("columns") && (columnCount == 0 || columnCount > maxChannel))
         reader.reject("columns",
                       Text::tr("give 1 to %1 numbers or names between commas").arg(maxChannel));
+    options.isTrajectory = reader.isSet("trajectory");
     options.isInfo = reader.isSet("info");
     options.channel = reader.wholeNumber("channel", 1, maxChannel).value_or(options.channel);
     options.eyeSymbolCount = reader.wholeNumber("eye-symbols", 1, EyeCut::maxSymbolCount)
@@ -185,6 +203,40 @@ Options readOptions(Reader& reader)
     options.snapshotFolder = reader.text("snapshot");
     options.settingsFile = reader.text("settings");
     return options;
+}
+
+/// What is to be done with a recording before it is shown.
+ReceiverSettings readReceiver(Reader& reader, std::optional<double> symbolRate)
+{
+    constexpr double usualRollOff = 0.35;
+    ReceiverSettings settings;
+    for (const char* name : receiverOptions)
+        settings.isOn = settings.isOn || reader.isSet(name);
+    settings.symbolRate = symbolRate;
+    settings.shift =
+        reader.number("shift", -Recording::maxSampleRate, Recording::maxSampleRate).value_or(0.0);
+    settings.bandwidth = reader.number("bandwidth", minHertz, Recording::maxSampleRate);
+    if (const auto name = reader.match("demod", "fm|am", Text::tr("give fm or am")))
+        settings.demodulation = name->captured() == QLatin1String("fm")
+                                    ? ReceiverSettings::Demodulation::Fm
+                                    : ReceiverSettings::Demodulation::Am;
+    if (reader.isSet("modulation")) {
+        settings.modulation = ReceiverSettings::modulationOf(reader.text("modulation"));
+        settings.rollOff = usualRollOff;
+        if (!settings.modulation)
+            reader.reject(
+                "modulation",
+                Text::tr("give one of %1").arg(ReceiverSettings::modulationNames().join(", ")));
+        else if (!symbolRate)
+            reader.reject("modulation", Text::tr("give its --symbol-rate, too"));
+        else if (reader.isSet("demod"))
+            reader.reject("modulation", Text::tr("leave it or --demod out"));
+    }
+    if (const auto rollOff = reader.number("roll-off", 0.0, ReceiverSettings::maxRollOff))
+        settings.rollOff = *rollOff > 0.0 ? rollOff : std::nullopt;
+    settings.hasGainControl = !reader.isSet("no-agc");
+    settings.hasTimingRecovery = !reader.isSet("no-timing");
+    return settings;
 }
 
 /// The built-in signal.
@@ -257,6 +309,7 @@ Options::Result Options::parse(const QStringList& arguments)
         options.builtIn = readSettings(reader);
     else
         options.symbolRate = reader.number("symbol-rate", minHertz, Recording::maxSampleRate);
+    options.receiver = readReceiver(reader, options.symbolRate);
     if (!reader.wrong().isEmpty())
         return wrong(reader.wrong());
     const QStringList files = parser.positionalArguments();
@@ -267,6 +320,11 @@ Options::Result Options::parse(const QStringList& arguments)
     options.file = files.value(0);
     const bool isRecording = !options.file.isEmpty();
     for (const char* name : {"channel", "format", "sample-rate", "columns", "info"}) {
+        if (!isRecording && reader.isSet(name))
+            return wrong(
+                tr("--%1: only recordings have it; name one").arg(QString::fromLatin1(name)));
+    }
+    for (const char* name : receiverOptions) {
         if (!isRecording && reader.isSet(name))
             return wrong(
                 tr("--%1: only recordings have it; name one").arg(QString::fromLatin1(name)));

@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/receiver/ReceiverSettings.h"
 #include "workbench/sources/ModulationSource.h"
 #include "workbench/sources/NrzSource.h"
 #include "workbench/sources/Recording.h"
@@ -35,10 +36,12 @@ public:
     double seconds = 2.0;   ///< played for a snapshot
     std::optional<double> spanSeconds;
     std::optional<double> symbolRate; ///< Bd, of the recording
+    ReceiverSettings receiver;        ///< on where an option asks for one of its stages
     NrzSettings builtIn;
     std::optional<ModulationSettings> demo; ///< instead of it
     int eyeSymbolCount = 2;                 ///< of a trace
     double eyeBandwidth = 0.0;              ///< as in EyeCut
+    bool isTrajectory = false;              ///< see IqFeed
     double speed = 1.0;
     std::optional<bool> isDark;
     std::optional<QSize> size; ///< none: as the window was left, at first 1280x800

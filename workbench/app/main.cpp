@@ -68,12 +68,16 @@ int run(MainWindow& window, const Options& options)
     if (!options.size && options.snapshotFolder.isEmpty())
         window.restoreRoom();
     QString why;
+    window.feed().iq().setTrajectory(options.isTrajectory);
     if (!options.file.isEmpty()) {
+        window.feed().setReceiver(options.receiver);
         Recording recording = open(options);
         why = recording.why;
         if (!recording.source ||
             !window.player().open(std::move(recording), options.channel, options.symbolRate, why))
             return fail(exitFailed, QStringLiteral("%1: %2").arg(options.file, why));
+        if (const QString flaw = window.feed().receiverFlaw(); !flaw.isEmpty())
+            return fail(exitFailed, QStringLiteral("%1: %2").arg(options.file, flaw));
         if (const QString notice = window.player().eyeNotice(); !notice.isEmpty())
             say(QStringLiteral("%1: %2").arg(options.file, notice));
     } else if (options.demo) {

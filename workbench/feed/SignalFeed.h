@@ -150,7 +150,10 @@ private:
     TimeValues m_values;
     EyeFeed m_eye;
     IqFeed m_iq;
+    ReceiverSettings m_receiver;
     SignalSource* m_input = nullptr;         // somewhere within...
+    ReceiverSource* m_received = nullptr;    // ...where there is one, which is within...
+    ReadAhead* m_front = nullptr;            // before it; of a live signal
     std::unique_ptr<ReadAhead> m_ahead;      // ...this
     std::unique_ptr<SegmentReader> m_reader; // of m_ahead
     Thinning m_thinning;

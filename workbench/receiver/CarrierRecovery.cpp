@@ -23,8 +23,8 @@ struct Loop
     float bandwidth;
     double smoothing;
 };
-constexpr Loop loops[] = {{LIQUID_MODEM_BPSK, 2, 256, 4e-4F, 1.0 / 64.0},
-                          {LIQUID_MODEM_QPSK, 4, 256, 4e-4F, 1.0 / 64.0},
+constexpr Loop loops[] = {{LIQUID_MODEM_BPSK, 2, 256, 2e-3F, 1.0 / 64.0},
+                          {LIQUID_MODEM_QPSK, 4, 256, 1e-3F, 1.0 / 64.0},
                           {LIQUID_MODEM_PSK8, 8, 512, 2e-4F, 1.0 / 128.0},
                           {LIQUID_MODEM_QAM16, 4, 1024, 1e-4F, 1.0 / 512.0},
                           {LIQUID_MODEM_QAM64, 4, 2048, 5e-5F, 1.0 / 512.0}};
