@@ -599,6 +599,30 @@
         <source>&amp;Pause</source>
         <translation>&amp;Anhalten</translation>
     </message>
+    <message>
+        <source>&amp;Back</source>
+        <translation>&amp;Zurück</translation>
+    </message>
+    <message>
+        <source>F&amp;orward</source>
+        <translation>&amp;Vorwärts</translation>
+    </message>
+    <message>
+        <source>To the &amp;end</source>
+        <translation>Zum &amp;Ende</translation>
+    </message>
+    <message>
+        <source>Fastest</source>
+        <translation>Schnellstmöglich</translation>
+    </message>
+    <message>
+        <source>&amp;Faster</source>
+        <translation>S&amp;chneller</translation>
+    </message>
+    <message>
+        <source>S&amp;lower</source>
+        <translation>&amp;Langsamer</translation>
+    </message>
 </context>
 <context>
     <name>Player</name>
@@ -710,6 +734,21 @@
     <message>
         <source>%1 of its first %2 numbers are missing, NaN or infinite; they are bridged or left out</source>
         <translation>%1 ihrer ersten %2 Zahlen fehlen, sind NaN oder unendlich; sie werden überbrückt oder entfallen</translation>
+    </message>
+</context>
+<context>
+    <name>SeekBar</name>
+    <message>
+        <source>Position</source>
+        <translation>Position</translation>
+    </message>
+    <message>
+        <source>Position in the signal</source>
+        <translation>Position im Signal</translation>
+    </message>
+    <message>
+        <source>Position / length</source>
+        <translation>Position / Länge</translation>
     </message>
 </context>
 <context>
@@ -841,10 +880,6 @@
     <message>
         <source>Sample rate</source>
         <translation>Abtastrate</translation>
-    </message>
-    <message>
-        <source>Position / length</source>
-        <translation>Stelle / Länge</translation>
     </message>
     <message>
         <source>%1 fps</source>

@@ -283,7 +283,7 @@ TEST_F(Window, FollowsItsControls)
 
     auto* speed = window->findChild<QToolBar*>()->findChild<QComboBox*>();
     QTest::keyClick(speed, Qt::Key_End);
-    EXPECT_EQ(window->feed().speed(), 10.0);
+    EXPECT_EQ(window->feed().speed(), SignalFeed::fastest);
 }
 
 TEST_F(Window, WearsTheColoursOfTheScheme)

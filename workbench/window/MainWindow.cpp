@@ -8,6 +8,7 @@
 #include "workbench/window/Appearance.h"
 #include "workbench/window/FileMenu.h"
 #include "workbench/window/InfoDialog.h"
+#include "workbench/window/MenuEntries.h"
 #include "workbench/window/NoticeBar.h"
 #include "workbench/window/ParameterDock.h"
 #include "workbench/window/ParameterPanel.h"
@@ -30,7 +31,7 @@ namespace {
 const QString geometryKey = QStringLiteral("Window/Geometry");
 const QString panesKey = QStringLiteral("Window/Panes");
 
-constexpr int statusPeriodMs = 200;
+constexpr int statusPeriodMs = 100;
 
 QMenu* menuOf(VCGLIQDiagram& view)
 {
@@ -78,6 +79,7 @@ MainWindow::MainWindow()
     connectPlayer();
     m_statusTimer.setInterval(statusPeriodMs);
     connect(&m_statusTimer, &QTimer::timeout, this, &MainWindow::refreshStatus);
+    menus::keepKeys(*this);
     m_timeView->setFocus();
 }
 
@@ -158,7 +160,7 @@ void MainWindow::showSource(const QStringList& notices)
 {
     const SignalSource& source = *feed().source();
     setWindowTitle(tr("%1 - Orvane workbench").arg(source.name()));
-    m_status->setSource(source.name(), source.sampleRate(), feed().length());
+    m_status->setSource(source.name(), source.sampleRate());
     sayNotices(notices);
     refresh();
 }
@@ -173,7 +175,7 @@ void MainWindow::refresh()
 
 void MainWindow::refreshStatus()
 {
-    m_status->setPosition(feed().time());
+    m_playback->refreshTime();
     m_status->setDropCount(feed().dropCount());
     // A second smooths the frame rate enough to be read.
     if (!feed().isPlaying()) {

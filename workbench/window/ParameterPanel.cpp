@@ -258,8 +258,8 @@ void ParameterPanel::show(const SignalFeed& feed)
     const bool hasSymbols = scale.unit == TimeScale::Unit::Symbol;
     m_sampleRate->setText(units::rate(scale.sampleRate, "Hz"));
     showSymbolRate(feed);
-    const bool isEndless =
-        dynamic_cast<const NrzSource*>(&source) || dynamic_cast<const ModulationSource*>(&source);
+    const bool isEndless = dynamic_cast<const NrzSource*>(feed.input()) ||
+                           dynamic_cast<const ModulationSource*>(feed.input());
     QString length = isEndless ? tr("endless") : tr("unknown");
     if (const auto count = source.sampleCount()) {
         const double seconds = static_cast<double>(*count) / scale.sampleRate;

@@ -4,11 +4,14 @@
 #include "workbench/window/Icons.h"
 #include "workbench/window/MenuEntries.h"
 #include "workbench/window/Player.h"
+#include "workbench/window/SeekBar.h"
 #include "workbench/window/ViewPanes.h"
 
 #include <QComboBox>
 #include <QMainWindow>
 #include <QToolBar>
+
+#include <algorithm>
 
 namespace {
 
@@ -22,28 +25,86 @@ PlaybackControls::PlaybackControls(QMainWindow& window, Player& player, ViewPane
     , m_panes(panes)
     , m_playPause(menus::add(window, *this, tr("&Play"), Qt::Key_P))
     , m_toStart(menus::add(window, *this, tr("From the &start"), Qt::Key_Home))
-    , m_repeat(menus::add(window, *this, tr("&Repeat"), Qt::Key_R))
     , m_speed(new QComboBox(&window))
+    , m_seek(new SeekBar(&window))
 {
+    addPlaces(window);
+    m_repeat = menus::add(window, *this, tr("&Repeat"), Qt::Key_R);
+    addSpeeds(window);
     SignalFeed& feed = player.feed();
     m_playPause->setIcon(signIcon(Sign::Play));
     m_toStart->setIcon(signIcon(Sign::ToStart));
     m_repeat->setIcon(signIcon(Sign::Repeat));
     m_repeat->setCheckable(true);
     m_repeat->setChecked(feed.repeat());
-    for (const double speed : speeds)
-        m_speed->addItem(tr("%1x").arg(speed), speed);
-    m_speed->setToolTip(tr("Seconds of signal played in a second"));
-    m_speed->setAccessibleName(tr("Speed"));
     connect(m_playPause, &QAction::triggered, this,
             [this] { m_panes.setPaused(m_player.feed().isPlaying()); });
-    connect(m_toStart, &QAction::triggered, &feed, &SignalFeed::rewind);
+    connect(m_toStart, &QAction::triggered, this, [this] {
+        m_player.feed().rewind();
+        refreshTime();
+    });
     connect(m_repeat, &QAction::toggled, &feed, &SignalFeed::setRepeat);
-    connect(m_speed, QOverload<int>::of(&QComboBox::activated), this,
-            [this](int index) { m_player.setSpeed(m_speed->itemData(index).toDouble()); });
+    connect(m_seek, &SeekBar::seekWanted, this, &PlaybackControls::seek);
+    connect(&m_player, &Player::outdated, this, &PlaybackControls::showAgain);
     connect(&m_panes, &ViewPanes::paused, &feed, &SignalFeed::pause);
     connect(&m_panes, &ViewPanes::resumed, &feed, &SignalFeed::play);
     connect(&feed, &SignalFeed::playingChanged, this, &PlaybackControls::showPlaying);
+}
+
+QAction* PlaybackControls::addPlace(QMainWindow& window, const QString& text,
+                                    const QKeySequence& shortcut)
+{
+    m_places += menus::add(window, *this, text, shortcut);
+    return m_places.last();
+}
+
+void PlaybackControls::addPlaces(QMainWindow& window)
+{
+    const SignalFeed& feed = m_player.feed();
+    connect(addPlace(window, tr("&Back"), Qt::Key_Left), &QAction::triggered, this,
+            [this, &feed] { seek(feed.time() - m_seek->step()); });
+    connect(addPlace(window, tr("F&orward"), Qt::Key_Right), &QAction::triggered, this,
+            [this, &feed] { seek(feed.time() + m_seek->step()); });
+    connect(addPlace(window, tr("To the &end"), Qt::Key_End), &QAction::triggered, this,
+            [this, &feed] { seek(feed.length().value_or(0.0)); });
+    addSeparator();
+}
+
+void PlaybackControls::addSpeeds(QMainWindow& window)
+{
+    for (const double speed : speeds)
+        m_speed->addItem(tr("%1x").arg(speed), speed);
+    m_speed->addItem(tr("Fastest"), SignalFeed::fastest);
+    m_speed->setToolTip(tr("Seconds of signal played in a second"));
+    m_speed->setAccessibleName(tr("Speed"));
+    connect(m_speed, QOverload<int>::of(&QComboBox::activated), this,
+            [this](int index) { m_player.setSpeed(m_speed->itemData(index).toDouble()); });
+    connect(menus::add(window, *this, tr("&Faster"), Qt::Key_Plus), &QAction::triggered, this,
+            [this] { changeSpeed(1); });
+    connect(menus::add(window, *this, tr("S&lower"), Qt::Key_Minus), &QAction::triggered, this,
+            [this] { changeSpeed(-1); });
+}
+
+void PlaybackControls::changeSpeed(int steps)
+{
+    const int index = std::clamp(m_speed->currentIndex() + steps, 0, m_speed->count() - 1);
+    m_player.setSpeed(m_speed->itemData(index).toDouble());
+}
+
+void PlaybackControls::seek(double seconds)
+{
+    if (m_player.feed().isPlaying())
+        m_player.seek(seconds);
+    else
+        m_panes.showWhilePaused([&] { m_player.seek(seconds); });
+}
+
+/// What stands still follows what is set, too.
+void PlaybackControls::showAgain()
+{
+    const SignalFeed& feed = m_player.feed();
+    if (!feed.isPlaying() && feed.length() && feed.time() > 0.0)
+        seek(feed.time());
 }
 
 void PlaybackControls::addTo(QToolBar& bar)
@@ -51,18 +112,34 @@ void PlaybackControls::addTo(QToolBar& bar)
     for (QAction* action : {m_toStart, m_playPause, m_repeat})
         bar.addAction(action);
     bar.addWidget(m_speed);
+    bar.addWidget(m_seek);
 }
 
 void PlaybackControls::refresh()
 {
-    const double speed = m_player.feed().speed();
+    const SignalFeed& feed = m_player.feed();
+    const double speed = feed.speed();
     int index = m_speed->findData(speed);
-    if (index < 0) {
-        index = m_speed->count();
-        m_speed->addItem(tr("%1x").arg(speed), speed);
+    if (index < 0) { // a speed of the command line
+        index = 0;
+        while (m_speed->itemData(index).toDouble() < speed)
+            ++index;
+        m_speed->insertItem(index, tr("%1x").arg(speed), speed);
     }
     m_speed->setCurrentIndex(index);
+    m_speed->setEnabled(!feed.isLive());
+    m_repeat->setEnabled(!feed.isLive());
+    m_toStart->setEnabled(!feed.isLive());
+    if (m_length != feed.length()) {
+        m_length = feed.length();
+        m_seek->setLength(m_length);
+    }
+    for (QAction* place : m_places)
+        place->setEnabled(m_length.has_value());
+    refreshTime();
 }
+
+void PlaybackControls::refreshTime() { m_seek->setTime(m_player.feed().time()); }
 
 void PlaybackControls::showPlaying(bool playing)
 {

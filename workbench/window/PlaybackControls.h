@@ -3,14 +3,18 @@
 
 #include <QMenu>
 
+#include <optional>
+
 class Player;
 class QComboBox;
 class QMainWindow;
 class QToolBar;
+class SeekBar;
 class ViewPanes;
 
-/// The menu of playing, and its part of the tool bar. The views' pause buttons and the feed stay in
-/// step: the signal stands still while it is paused, and goes on where it stopped.
+/// The menu of playing, and its part of the tool bar: the position is gone to in both. The views'
+/// pause buttons and the feed stay in step: the signal stands still while it is paused, and goes on
+/// where it stopped.
 class PlaybackControls : public QMenu
 {
     Q_OBJECT
@@ -18,16 +22,26 @@ public:
     PlaybackControls(QMainWindow& window, Player& player, ViewPanes& panes);
 
     void addTo(QToolBar& bar);
-    /// Shows the speed as the feed has it.
+    /// Shows speed, length and time as the feed has them.
     void refresh();
+    void refreshTime();
 
 private:
+    void addPlaces(QMainWindow& window);
+    void addSpeeds(QMainWindow& window);
+    QAction* addPlace(QMainWindow& window, const QString& text, const QKeySequence& shortcut);
     void showPlaying(bool playing);
+    void changeSpeed(int steps);
+    void seek(double seconds);
+    void showAgain();
 
     Player& m_player;
     ViewPanes& m_panes;
     QAction* m_playPause;
     QAction* m_toStart;
     QAction* m_repeat;
+    QList<QAction*> m_places; // can be gone to in a signal with an end only
     QComboBox* m_speed;
+    SeekBar* m_seek;
+    std::optional<double> m_length; // as shown, s
 };

@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/Player.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr double demoSpan = 80.0; // symbols
@@ -103,18 +105,21 @@ void Player::setSymbolRate(double symbolRate)
     m_feed.setSymbolRate(symbolRate > 0.0 ? std::optional<double>(symbolRate) : std::nullopt);
     emit clockChanged();
     emit changed();
+    emit outdated();
 }
 
 void Player::setChannel(int channel)
 {
     m_feed.setChannel(channel);
     emit changed();
+    emit outdated();
 }
 
 void Player::setSpan(double seconds)
 {
     m_feed.setSpan(seconds);
     emit changed();
+    emit outdated();
 }
 
 void Player::setSpeed(double speed)
@@ -123,13 +128,33 @@ void Player::setSpeed(double speed)
     emit changed();
 }
 
+void Player::seek(double seconds)
+{
+    seconds = std::max(seconds, 0.0);
+    if (const auto length = m_feed.length())
+        seconds = std::min(seconds, *length);
+    if (m_feed.isPlaying() || m_feed.isLive()) {
+        m_feed.seek(seconds);
+    } else {
+        const double start = std::max(seconds - m_feed.span(), 0.0);
+        m_feed.seek(start);
+        m_feed.playThrough(seconds - start);
+    }
+    emit changed();
+}
+
 void Player::setEyeSymbolCount(int count)
 {
     m_feed.eye().setSymbolCount(count);
     emit changed();
+    emit outdated();
 }
 
-void Player::setEyeBandwidth(double bandwidth) { m_feed.eye().setBandwidth(bandwidth); }
+void Player::setEyeBandwidth(double bandwidth)
+{
+    m_feed.eye().setBandwidth(bandwidth);
+    emit outdated();
+}
 
 void Player::showFullScale() { m_feed.setLevels(-fullScale, fullScale); }
 

@@ -47,7 +47,10 @@ public:
     void setSymbolRate(double symbolRate);
     void setChannel(int channel); ///< From 0.
     void setSpan(double seconds);
+    /// Clamped to what the feed plays; SignalFeed::fastest, too.
     void setSpeed(double speed);
+    /// Goes to a time, s. While paused what is there is played at once, up to that time.
+    void seek(double seconds);
     void setEyeSymbolCount(int count);
     void setEyeBandwidth(double bandwidth); ///< As in EyeCut.
     /// Fits the levels' axes to what comes next.
@@ -67,6 +70,8 @@ signals:
     void changed();
     /// The symbols' clock is another one.
     void clockChanged();
+    /// What was played before would look different now.
+    void outdated();
 
 private:
     void changeBuiltIn(const std::function<void(NrzSource&)>& work);

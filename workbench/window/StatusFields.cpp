@@ -5,8 +5,6 @@
 
 #include <QLabel>
 
-#include <cmath>
-
 namespace {
 
 constexpr int fieldMargin = 10;
@@ -36,7 +34,6 @@ StatusFields::StatusFields(QWidget* parent)
     setContentsMargins(fieldMargin, 0, 0, 0);
     addWidget(m_source, 1);
     m_sampleRate = addField(units::rate(888.888e3, "Hz"), tr("Sample rate"));
-    m_position = addField(QStringLiteral("888:88.888 / 888:88.888"), tr("Position / length"));
     m_frameRate = addField(tr("%1 fps").arg(QStringLiteral("88.8")),
                            tr("Pictures of the first view in a second"));
     m_drops = addField(tr("%1 drops").arg(QStringLiteral("888888")),
@@ -54,22 +51,11 @@ QLabel* StatusFields::addField(const QString& longest, const QString& toolTip)
     return label;
 }
 
-void StatusFields::setSource(const QString& name, double sampleRate, std::optional<double> length)
+void StatusFields::setSource(const QString& name, double sampleRate)
 {
     m_source->setToolTip(name);
     m_source->setText(m_source->fontMetrics().elidedText(name, Qt::ElideMiddle, m_source->width()));
     m_sampleRate->setText(units::rate(sampleRate, "Hz"));
-    m_length = length;
-    setPosition(0.0);
-}
-
-void StatusFields::setPosition(double seconds)
-{
-    const double length = m_length.value_or(HUGE_VAL);
-    QString text = units::time(seconds, length);
-    if (m_length)
-        text += QStringLiteral(" / ") + units::time(length, length);
-    m_position->setText(text);
 }
 
 void StatusFields::setFrameRate(std::optional<double> rate)

@@ -8,7 +8,7 @@
 
 class QLabel;
 
-/// Status bar: source, sample rate, position, frame rate, drops. Fields of numbers are as wide as
+/// Status bar: source, sample rate, frame rate, drops. Fields of numbers are as wide as
 /// their longest usual text, so that they do not move.
 class StatusFields : public QStatusBar
 {
@@ -16,9 +16,7 @@ class StatusFields : public QStatusBar
 public:
     explicit StatusFields(QWidget* parent);
 
-    /// @param length  s; none for a signal without end.
-    void setSource(const QString& name, double sampleRate, std::optional<double> length);
-    void setPosition(double seconds);
+    void setSource(const QString& name, double sampleRate);
     /// Pictures a second; none where none are shown.
     void setFrameRate(std::optional<double> rate);
     void setDropCount(std::int64_t count);
@@ -28,8 +26,6 @@ private:
 
     QLabel* m_source;
     QLabel* m_sampleRate;
-    QLabel* m_position;
     QLabel* m_frameRate;
     QLabel* m_drops;
-    std::optional<double> m_length; // s, of the signal
 };

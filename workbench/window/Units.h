@@ -9,7 +9,8 @@ namespace units {
 /// Up to six digits with k, M or G: "48 kHz", "44.1 kHz"; `unit` is Hz or Bd.
 QString rate(double value, const char* unit);
 /// A place in a signal of some length: minutes, seconds and milliseconds, "0:12.345", or where it
-/// is shorter than a second like a duration.
+/// is shorter than a second with its prefix and four digits: "7.50 ms" in 20 ms, so that a text
+/// does not change its width with the place.
 QString time(double seconds, double length);
 /// Up to four digits with the prefix that fits: "833.3 µs".
 QString duration(double seconds);

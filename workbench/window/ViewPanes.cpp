@@ -4,6 +4,8 @@
 #include "eye/GLEyeDiagram.h"
 #include "platform/glwidgets/DiagramCaption.h"
 
+#include <QSignalBlocker>
+
 #include <algorithm>
 
 namespace {
@@ -105,6 +107,14 @@ void ViewPanes::setPaused(bool paused)
 {
     for (const Pane& pane : m_panes)
         pane.caption->setPaused(paused);
+}
+
+void ViewPanes::showWhilePaused(const std::function<void()>& work)
+{
+    const QSignalBlocker quiet(this);
+    setPaused(false);
+    work();
+    setPaused(true);
 }
 
 const ViewPanes::Pane& ViewPanes::firstShown() const

@@ -66,6 +66,8 @@ public:
     void autoScale();
     /// Presses the views' pause buttons.
     void setPaused(bool paused);
+    /// Lets the views take what work plays, and pauses them again; neither is signalled.
+    void showWhilePaused(const std::function<void()>& work);
     /// The first pane that is shown.
     const Pane& firstShown() const;
 
