@@ -3,6 +3,7 @@
 
 #include "workbench/sources/AudioSource.h"
 #include "workbench/sources/CsvSource.h"
+#include "workbench/sources/LiveSource.h"
 #include "workbench/sources/RawSource.h"
 #include "workbench/sources/Sigmf.h"
 
@@ -13,6 +14,11 @@
 
 Recording Recording::open(const QString& fileName, const Options& options)
 {
+    if (LiveSource::isAddress(fileName)) {
+        Recording recording;
+        LiveSource::open(recording, fileName, options);
+        return recording;
+    }
     const QString why = obstacle(fileName);
     Recording recording = why.isEmpty() ? openFile(fileName, options) : failure(why);
     if (recording.source)

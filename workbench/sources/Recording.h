@@ -20,7 +20,8 @@ public:
     static constexpr double assumedSampleRate = 48e3; ///< Hz, where it is not known
 
     /// Opens a file. Its ending or the options say what it is: SigMF, raw samples,
-    /// separated values, or a format that libsndfile reads.
+    /// separated values, or a format that libsndfile reads. Or opens a live signal by its address,
+    /// see LiveSource.
     static Recording open(const QString& fileName, const Options& options);
 
     /// What stands in the way of reading a file, whatever is in it; empty when nothing does.
