@@ -113,6 +113,17 @@
     </message>
 </context>
 <context>
+    <name>LiveSource</name>
+    <message>
+        <source>a stream does not say what its samples are; give --format, such as cf32, and --sample-rate</source>
+        <translation>ein Datenstrom sagt nicht, was seine Abtastwerte sind; geben Sie --format, etwa cf32, und --sample-rate an</translation>
+    </message>
+    <message>
+        <source>no samples come from %1; waiting</source>
+        <translation>von %1 kommen keine Abtastwerte; es wird gewartet</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>&amp;Time diagram</source>
@@ -876,6 +887,45 @@
     </message>
 </context>
 <context>
+    <name>SoapySource</name>
+    <message>
+        <source>%1; no radio is found, connect one and check its module</source>
+        <translation>%1; kein Funkgerät gefunden, schließen Sie eines an und prüfen Sie sein Modul</translation>
+    </message>
+    <message>
+        <source>%1; there are: %2</source>
+        <translation>%1; vorhanden sind: %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot be used; give a number</source>
+        <translation>"%1" ist nicht verwendbar; geben Sie eine Zahl an</translation>
+    </message>
+    <message>
+        <source>it does not say which radio; give soapy://driver=NAME</source>
+        <translation>es ist nicht gesagt, welches Funkgerät; geben Sie soapy://driver=NAME an</translation>
+    </message>
+    <message>
+        <source>the radio has no sample rate; give it, such as rate=2e6</source>
+        <translation>das Funkgerät hat keine Abtastrate; geben Sie sie an, etwa rate=2e6</translation>
+    </message>
+    <message>
+        <source>Radio: %1</source>
+        <translation>Funkgerät: %1</translation>
+    </message>
+    <message>
+        <source>the radio cannot be used (%1)</source>
+        <translation>das Funkgerät ist nicht verwendbar (%1)</translation>
+    </message>
+    <message>
+        <source>the radio reports an error (%1)</source>
+        <translation>das Funkgerät meldet einen Fehler (%1)</translation>
+    </message>
+    <message>
+        <source>the radio</source>
+        <translation>dem Funkgerät</translation>
+    </message>
+</context>
+<context>
     <name>StatusFields</name>
     <message>
         <source>Sample rate</source>
@@ -896,6 +946,25 @@
     <message>
         <source>Pictures of the first view in a second</source>
         <translation>Bilder der ersten Ansicht je Sekunde</translation>
+    </message>
+</context>
+<context>
+    <name>StreamSource</name>
+    <message>
+        <source>Standard input</source>
+        <translation>Standardeingabe</translation>
+    </message>
+    <message>
+        <source>standard input</source>
+        <translation>der Standardeingabe</translation>
+    </message>
+    <message>
+        <source>standard input has ended</source>
+        <translation>die Standardeingabe ist zu Ende</translation>
+    </message>
+    <message>
+        <source>standard input cannot be read (%1)</source>
+        <translation>die Standardeingabe kann nicht gelesen werden (%1)</translation>
     </message>
 </context>
 <context>
@@ -923,6 +992,29 @@
     <message>
         <source>F&amp;ull screen</source>
         <translation>Voll&amp;bild</translation>
+    </message>
+</context>
+<context>
+    <name>ZmqSource</name>
+    <message>
+        <source>this is no address of a publisher; give zmq://HOST:PORT</source>
+        <translation>das ist keine Adresse eines Senders; geben Sie zmq://HOST:PORT an</translation>
+    </message>
+    <message>
+        <source>cannot be subscribed to (%1); check the address</source>
+        <translation>kann nicht abonniert werden (%1); prüfen Sie die Adresse</translation>
+    </message>
+    <message>
+        <source>%1 sends messages that are not whole samples; check --format</source>
+        <translation>%1 sendet Nachrichten, die keine ganzen Abtastwerte sind; prüfen Sie --format</translation>
+    </message>
+    <message>
+        <source>%1 cannot be listened to any more (%2)</source>
+        <translation>%1 kann nicht mehr empfangen werden (%2)</translation>
+    </message>
+    <message>
+        <source>%1 is gone; reconnecting</source>
+        <translation>%1 ist weg; es wird neu verbunden</translation>
     </message>
 </context>
 </TS>
