@@ -395,6 +395,41 @@
     </message>
 </context>
 <context>
+    <name>PaneStates</name>
+    <message>
+        <source>paused before the first sample: play it with P</source>
+        <translation>angehalten vor dem ersten Abtastwert: mit P abspielen</translation>
+    </message>
+    <message>
+        <source>waiting for samples</source>
+        <translation>wartet auf Abtastwerte</translation>
+    </message>
+    <message>
+        <source>waiting for the clock of the symbols</source>
+        <translation>wartet auf den Takt der Symbole</translation>
+    </message>
+    <message>
+        <source>decision instants</source>
+        <translation>Entscheidungszeitpunkte</translation>
+    </message>
+    <message>
+        <source>trajectory</source>
+        <translation>Trajektorie</translation>
+    </message>
+    <message>
+        <source>before FM demodulation: trajectory</source>
+        <translation>vor der FM-Demodulation: Trajektorie</translation>
+    </message>
+    <message>
+        <source>before AM demodulation: trajectory</source>
+        <translation>vor der AM-Demodulation: Trajektorie</translation>
+    </message>
+    <message>
+        <source>no symbol rate: cut every %1 samples</source>
+        <translation>keine Symbolrate: alle %1 Abtastwerte geschnitten</translation>
+    </message>
+</context>
+<context>
     <name>ParameterDock</name>
     <message>
         <source>Parameters</source>
@@ -574,6 +609,18 @@
     <message>
         <source>F&amp;ull scale</source>
         <translation>&amp;Voll</translation>
+    </message>
+    <message>
+        <source>I and Q</source>
+        <translation>I und Q</translation>
+    </message>
+    <message>
+        <source>&amp;Trajectory</source>
+        <translation>&amp;Trajektorie</translation>
+    </message>
+    <message>
+        <source>Shows the way between the symbols, too (T)</source>
+        <translation>Zeigt auch den Weg zwischen den Symbolen (T)</translation>
     </message>
 </context>
 <context>
@@ -992,6 +1039,14 @@
     <message>
         <source>F&amp;ull screen</source>
         <translation>Voll&amp;bild</translation>
+    </message>
+    <message>
+        <source>T&amp;rajectory of I and Q</source>
+        <translation>&amp;Trajektorie von I und Q</translation>
+    </message>
+    <message>
+        <source>Shows the way between the symbols, too</source>
+        <translation>Zeigt auch den Weg zwischen den Symbolen</translation>
     </message>
 </context>
 <context>

@@ -48,6 +48,8 @@ public:
     /// No more samples come for now: as settle, up to the last trace that is whole.
     void finish();
 
+    /// Whether no trace was notified yet since open or since the eye was set otherwise.
+    bool isEmpty() const { return m_newest.empty(); }
     /// Blocks left out since open.
     std::int64_t dropCount() const { return m_dropCount; }
 

@@ -67,6 +67,7 @@ MainWindow::MainWindow()
     , m_file(new FileMenu(*this))
     , m_playback(new PlaybackControls(*this, m_player, *m_panes))
     , m_view(new ViewMenu(*this, m_player, *m_panes, *m_parameters))
+    , m_states(*m_panes)
 {
     setMinimumSize(640, 400);
     setAcceptDrops(true);
@@ -160,6 +161,7 @@ void MainWindow::showSource(const QStringList& notices)
 {
     const SignalSource& source = *feed().source();
     setWindowTitle(tr("%1 - Orvane workbench").arg(source.name()));
+    m_states.restart();
     m_status->setSource(source.name(), source.sampleRate());
     sayNotices(notices);
     refresh();
@@ -168,6 +170,7 @@ void MainWindow::showSource(const QStringList& notices)
 void MainWindow::refresh()
 {
     m_playback->refresh();
+    m_view->refresh(feed());
     if (feed().source())
         m_parameters->panel().show(feed());
     refreshStatus();
@@ -176,6 +179,8 @@ void MainWindow::refresh()
 void MainWindow::refreshStatus()
 {
     m_playback->refreshTime();
+    m_states.refresh(feed());
+    m_status->setTrouble(feed().trouble());
     m_status->setDropCount(feed().dropCount());
     // A second smooths the frame rate enough to be read.
     if (!feed().isPlaying()) {

@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/window/PaneStates.h"
 #include "workbench/window/Player.h"
 
 #include <QElapsedTimer>
@@ -70,6 +71,7 @@ private:
     FileMenu* m_file;
     PlaybackControls* m_playback;
     ViewMenu* m_view;
+    PaneStates m_states;
     QTimer m_statusTimer;
     QElapsedTimer m_frameClock;
     int m_frameCount = 0; // pictures of the first view since m_frameClock started

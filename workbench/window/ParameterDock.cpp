@@ -6,6 +6,7 @@
 #include "workbench/window/Player.h"
 
 #include <QScrollArea>
+#include <QScrollBar>
 
 ParameterDock::ParameterDock(Player& player, QWidget* parent)
     : QDockWidget(tr("Parameters"), parent)
@@ -13,7 +14,9 @@ ParameterDock::ParameterDock(Player& player, QWidget* parent)
 {
     auto* scroll = new QScrollArea(this);
     scroll->setWidget(m_panel);
+    scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFixedWidth(m_panel->width() + scroll->verticalScrollBar()->sizeHint().width());
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setObjectName(QStringLiteral("Parameters"));
     setFeatures(QDockWidget::DockWidgetClosable);
@@ -33,6 +36,7 @@ void ParameterDock::connectTo(Player& player)
     connect(m_panel, &ParameterPanel::symbolRateChosen, &player, &Player::setSymbolRate);
     connect(m_panel, &ParameterPanel::eyeSymbolCountChosen, &player, &Player::setEyeSymbolCount);
     connect(m_panel, &ParameterPanel::eyeBandwidthChosen, &player, &Player::setEyeBandwidth);
+    connect(m_panel, &ParameterPanel::trajectoryChosen, &player, &Player::setTrajectory);
     connect(m_panel, &ParameterPanel::noiseChosen, &player, &Player::setNoise);
     connect(m_panel, &ParameterPanel::jitterChosen, &player, &Player::setJitter);
     connect(m_panel, &ParameterPanel::bandwidthChosen, &player, &Player::setBandwidth);

@@ -7,6 +7,7 @@
 #include "workbench/sources/NrzSource.h"
 #include "workbench/window/Units.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QFormLayout>
@@ -20,7 +21,7 @@
 
 namespace {
 
-constexpr int panelWidth = 270;
+constexpr int panelWidth = 256;
 constexpr int nameWidth = 96;
 constexpr double percent = 0.01;
 constexpr double bandwidthStep = 0.05;
@@ -49,12 +50,13 @@ ParameterPanel::ParameterPanel(QWidget* parent)
     : QWidget(parent)
 {
     auto* sections = new QVBoxLayout(this);
-    sections->setContentsMargins(14, 10, 14, 10);
+    sections->setContentsMargins(14, 10, 0, 10);
     sections->setSpacing(18);
     setFixedWidth(panelWidth);
     addSignalSection();
     addTimeSection();
     addEyeSection();
+    addIqSection();
     addLevelSection();
     addBuiltInSection();
     addAppearanceSection();
@@ -175,6 +177,15 @@ void ParameterPanel::addEyeSection()
     m_clock = addFact(form, tr("Clock"));
 }
 
+void ParameterPanel::addIqSection()
+{
+    QFormLayout* form = addSection(tr("I and Q"));
+    m_trajectory = new QCheckBox(tr("&Trajectory"), this);
+    m_trajectory->setToolTip(tr("Shows the way between the symbols, too (T)"));
+    form->addRow(m_trajectory);
+    connect(m_trajectory, &QCheckBox::clicked, this, &ParameterPanel::trajectoryChosen);
+}
+
 void ParameterPanel::addLevelSection()
 {
     QFormLayout* form = addSection(tr("Level"));
@@ -291,6 +302,7 @@ void ParameterPanel::show(const SignalFeed& feed)
     const QSignalBlocker quietBandwidth(m_eyeBandwidth);
     m_eyeBandwidth->setValue(feed.eye().cut().bandwidth);
     m_eyeSymbols->setValue(feed.eye().cut().symbolCount);
+    m_trajectory->setChecked(feed.iq().isTrajectory());
     showBuiltIn(feed);
 }
 

@@ -3,6 +3,7 @@
 
 #include <QWidget>
 
+class QCheckBox;
 class QComboBox;
 class QDoubleSpinBox;
 class QFormLayout;
@@ -36,6 +37,7 @@ signals:
     void levelCountChosen(int count);          ///< As in NrzSettings.
     void bandwidthChosen(double part);         ///< As in NrzSettings.
     void frameChosen(int symbolCount);         ///< As in NrzSettings.
+    void trajectoryChosen(bool wanted);        ///< As in IqFeed.
     void darkSchemeChosen(bool dark);
     void autoScaleWanted();
     void fullScaleWanted();
@@ -48,6 +50,7 @@ private:
     void addSignalSection();
     void addTimeSection();
     void addEyeSection();
+    void addIqSection();
     void addLevelSection();
     void addBuiltInSection();
     void addAppearanceSection();
@@ -68,6 +71,7 @@ private:
     QSpinBox* m_eyeSymbols;
     QDoubleSpinBox* m_eyeBandwidth;
     QLabel* m_clock;
+    QCheckBox* m_trajectory;
     QWidget* m_builtIn; // section of the built-in signal
     QSlider* m_noise;
     QLabel* m_noiseText;

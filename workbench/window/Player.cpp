@@ -156,6 +156,13 @@ void Player::setEyeBandwidth(double bandwidth)
     emit outdated();
 }
 
+void Player::setTrajectory(bool wanted)
+{
+    m_feed.iq().setTrajectory(wanted);
+    emit changed();
+    emit outdated();
+}
+
 void Player::showFullScale() { m_feed.setLevels(-fullScale, fullScale); }
 
 QStringList Player::information() const { return Recording::describe(*m_feed.input()) + m_details; }

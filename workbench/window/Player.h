@@ -53,6 +53,7 @@ public:
     void seek(double seconds);
     void setEyeSymbolCount(int count);
     void setEyeBandwidth(double bandwidth); ///< As in EyeCut.
+    void setTrajectory(bool wanted);        ///< As in IqFeed.
     /// Fits the levels' axes to what comes next.
     void fitLevels() { m_feed.setWatching(true); }
     /// Shows the full scale of recordings.

@@ -53,9 +53,19 @@ QLabel* StatusFields::addField(const QString& longest, const QString& toolTip)
 
 void StatusFields::setSource(const QString& name, double sampleRate)
 {
-    m_source->setToolTip(name);
-    m_source->setText(m_source->fontMetrics().elidedText(name, Qt::ElideMiddle, m_source->width()));
+    m_name = name;
+    m_source->setToolTip(QString());
+    setTrouble(QString());
     m_sampleRate->setText(units::rate(sampleRate, "Hz"));
+}
+
+void StatusFields::setTrouble(const QString& sentence)
+{
+    const QString text = sentence.isEmpty() ? m_name : m_name + QStringLiteral(": ") + sentence;
+    if (text == m_source->toolTip())
+        return;
+    m_source->setToolTip(text);
+    m_source->setText(m_source->fontMetrics().elidedText(text, Qt::ElideMiddle, m_source->width()));
 }
 
 void StatusFields::setFrameRate(std::optional<double> rate)

@@ -17,6 +17,8 @@ public:
     explicit StatusFields(QWidget* parent);
 
     void setSource(const QString& name, double sampleRate);
+    /// What is amiss with it just now, beside its name; empty for nothing.
+    void setTrouble(const QString& sentence);
     /// Pictures a second; none where none are shown.
     void setFrameRate(std::optional<double> rate);
     void setDropCount(std::int64_t count);
@@ -24,6 +26,7 @@ public:
 private:
     QLabel* addField(const QString& longest, const QString& toolTip);
 
+    QString m_name;
     QLabel* m_source;
     QLabel* m_sampleRate;
     QLabel* m_frameRate;

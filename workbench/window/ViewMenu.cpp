@@ -16,6 +16,10 @@ ViewMenu::ViewMenu(QMainWindow& window, Player& player, const ViewPanes& panes, 
     connect(m_autoScale, &QAction::triggered, &player, &Player::fitLevels);
     QAction* full = menus::add(window, *this, tr("&Full scale"), Qt::Key_F);
     connect(full, &QAction::triggered, &player, &Player::showFullScale);
+    m_trajectory = menus::add(window, *this, tr("T&rajectory of I and Q"), Qt::Key_T);
+    m_trajectory->setCheckable(true);
+    m_trajectory->setToolTip(tr("Shows the way between the symbols, too"));
+    connect(m_trajectory, &QAction::triggered, &player, &Player::setTrajectory);
     addSeparator();
     for (const ViewPanes::Pane& pane : panes.panes()) {
         addAction(pane.showing);
@@ -34,4 +38,9 @@ ViewMenu::ViewMenu(QMainWindow& window, Player& player, const ViewPanes& panes, 
     QAction* fullScreen = menus::add(window, *this, tr("F&ull screen"), Qt::Key_F11);
     connect(fullScreen, &QAction::triggered, &window,
             [&window] { window.setWindowState(window.windowState() ^ Qt::WindowFullScreen); });
+}
+
+void ViewMenu::refresh(const SignalFeed& feed)
+{
+    m_trajectory->setChecked(feed.iq().isTrajectory());
 }

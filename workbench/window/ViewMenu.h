@@ -4,6 +4,7 @@
 #include <QMenu>
 
 class Player;
+class SignalFeed;
 class QMainWindow;
 class ViewPanes;
 
@@ -17,6 +18,10 @@ public:
 
     QAction& autoScaleAction() { return *m_autoScale; }
 
+    /// Shows what is set elsewhere, too.
+    void refresh(const SignalFeed& feed);
+
 private:
     QAction* m_autoScale;
+    QAction* m_trajectory;
 };

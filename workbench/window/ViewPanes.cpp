@@ -3,6 +3,7 @@
 
 #include "eye/GLEyeDiagram.h"
 #include "platform/glwidgets/DiagramCaption.h"
+#include "workbench/window/PaneNote.h"
 
 #include <QSignalBlocker>
 
@@ -44,6 +45,9 @@ void ViewPanes::add(const Pane& pane)
     added.canvas = added.view->findChild<GLEyeDiagram*>(); // a widget of its own
     if (!added.canvas)
         added.canvas = added.view;
+    const int captionHeight = added.caption->getCaptionWidget()->height();
+    added.note = new PaneNote(added.view, captionHeight, PaneNote::Place::Middle);
+    added.mode = new PaneNote(added.view, captionHeight, PaneNote::Place::Corner);
     const int number = static_cast<int>(m_panes.size());
     if (number == 1) {
         insertWidget(0, added.view);
@@ -101,6 +105,16 @@ void ViewPanes::autoScale()
 {
     for (const Pane& pane : m_panes)
         pane.autoScale();
+}
+
+void ViewPanes::setNote(std::size_t index, const QString& text)
+{
+    m_panes.at(index).note->say(text);
+}
+
+void ViewPanes::setMode(std::size_t index, const QString& text)
+{
+    m_panes.at(index).mode->say(text);
 }
 
 void ViewPanes::setPaused(bool paused)

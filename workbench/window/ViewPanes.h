@@ -11,6 +11,7 @@
 #include <functional>
 
 class DiagramCaption;
+class PaneNote;
 class QMenu;
 
 /// The views of the window: one across the top, the others side by side below. Each can be hidden,
@@ -29,6 +30,8 @@ public:
         std::function<void()> autoScale;
         QWidget* canvas = nullptr; ///< is painted with each picture of the view
         bool isShown = true;
+        PaneNote* note = nullptr; ///< over the empty view
+        PaneNote* mode = nullptr; ///< in its corner
     };
 
     explicit ViewPanes(QWidget* parent);
@@ -64,6 +67,10 @@ public:
     /// Shows all panes, for as long as none is hidden or shown by its action.
     void showAll();
     void autoScale();
+    /// What an empty view waits for, and what one shows; empty texts say nothing.
+    /// @param index  of the pane.
+    void setNote(std::size_t index, const QString& text);
+    void setMode(std::size_t index, const QString& text);
     /// Presses the views' pause buttons.
     void setPaused(bool paused);
     /// Lets the views take what work plays, and pauses them again; neither is signalled.

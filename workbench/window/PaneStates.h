@@ -1,0 +1,30 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+
+class SignalFeed;
+class ViewPanes;
+
+/// Says over each view what it waits for while it is empty, and what it shows where that is not
+/// plain.
+class PaneStates
+{
+    Q_DECLARE_TR_FUNCTIONS(PaneStates)
+public:
+    /// @param panes  time, eye and IQ, in this order.
+    explicit PaneStates(ViewPanes& panes)
+        : m_panes(panes)
+    {}
+
+    /// Another signal is there.
+    void restart() { m_sinceStart.start(); }
+    void refresh(const SignalFeed& feed);
+
+private:
+    QString whatIsMissing(const SignalFeed& feed) const;
+
+    ViewPanes& m_panes;
+    QElapsedTimer m_sinceStart;
+};
