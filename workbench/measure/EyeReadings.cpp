@@ -1,0 +1,204 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/measure/EyeReadings.h"
+
+#include "workbench/measure/Statistics.h"
+
+#include <array>
+
+namespace {
+
+constexpr std::size_t minTraceCount = 32;
+constexpr std::size_t minCrossingCount = 8;
+constexpr double minSeparation = 2.4; // of two levels, in the sum of their sigmas; noise has 1.4
+constexpr double minShare = 0.04;     // of the traces, on a level
+constexpr double maxUnevenness = 2.5; // of the distances between four levels
+constexpr int rounds = 20;            // of sharing the traces among the levels
+
+class Traces
+{
+public:
+    Traces(const std::vector<double>& samples, std::size_t length)
+        : m_samples(samples)
+        , m_length(length)
+    {
+        for (std::size_t k = 0; k + length <= samples.size(); k += length) {
+            bool isFinite = true;
+            for (std::size_t i = 0; i < length; ++i)
+                isFinite = isFinite && std::isfinite(samples[k + i]);
+            if (isFinite)
+                m_starts.push_back(k);
+        }
+    }
+    std::size_t count() const { return m_starts.size(); }
+    double at(std::size_t trace, std::size_t index) const
+    {
+        return m_samples[m_starts[trace] + index];
+    }
+    std::size_t middle() const { return (m_length - 1) / 2; }
+
+private:
+    const std::vector<double>& m_samples;
+    std::size_t m_length;
+    std::vector<std::size_t> m_starts;
+};
+
+/// Traces shared among levels by their values in the middle.
+struct Levels
+{
+    std::vector<Statistics> levels;
+    std::vector<double> bounds; // between neighbours
+
+    std::size_t levelOf(double value) const
+    {
+        return static_cast<std::size_t>(std::upper_bound(bounds.begin(), bounds.end(), value) -
+                                        bounds.begin());
+    }
+    double separation(std::size_t low) const
+    {
+        const double sigmas = levels[low].deviation() + levels[low + 1].deviation();
+        return (levels[low + 1].mean() - levels[low].mean()) / std::max(sigmas, 1e-300);
+    }
+};
+
+/// Lloyd's algorithm from even levels (IEEE Trans. Inf. Theory 28(2), 1982).
+std::optional<Levels> share(const Traces& traces, std::size_t levelCount)
+{
+    Statistics all;
+    for (std::size_t k = 0; k < traces.count(); ++k)
+        all.add(traces.at(k, traces.middle()));
+    Levels result;
+    for (std::size_t k = 1; k < levelCount; ++k)
+        result.bounds.push_back(all.lowest() + all.range() * static_cast<double>(k) /
+                                                   static_cast<double>(levelCount));
+    for (int round = 0; round < rounds; ++round) {
+        result.levels.assign(levelCount, Statistics());
+        for (std::size_t k = 0; k < traces.count(); ++k) {
+            const double value = traces.at(k, traces.middle());
+            result.levels[result.levelOf(value)].add(value);
+        }
+        for (std::size_t k = 0; k + 1 < levelCount; ++k)
+            result.bounds[k] = 0.5 * (result.levels[k].mean() + result.levels[k + 1].mean());
+    }
+    Statistics distances;
+    for (std::size_t k = 0; k < levelCount; ++k) {
+        const auto share = static_cast<double>(result.levels[k].count());
+        if (share < minShare * static_cast<double>(traces.count()))
+            return std::nullopt;
+        if (k + 1 < levelCount) {
+            distances.add(result.levels[k + 1].mean() - result.levels[k].mean());
+            if (!(result.separation(k) >= minSeparation))
+                return std::nullopt;
+        }
+    }
+    if (!(distances.lowest() > 0.0) || distances.highest() > maxUnevenness * distances.lowest())
+        return std::nullopt;
+    return result;
+}
+
+/// Crossings of a level on one side of the middle, each trace's nearest to it: samples from it.
+Statistics crossings(const Traces& traces, double level, std::size_t reach, int direction)
+{
+    Statistics found;
+    for (std::size_t k = 0; k < traces.count(); ++k) {
+        for (std::size_t step = 0; step < reach; ++step) {
+            const auto at = [&](std::size_t distance) {
+                return traces.at(k, direction > 0 ? traces.middle() + distance
+                                                  : traces.middle() - distance) -
+                       level;
+            };
+            const double inner = at(step);
+            const double outer = at(step + 1);
+            if ((inner > 0.0) == (outer > 0.0))
+                continue;
+            found.add(static_cast<double>(step) + inner / (inner - outer));
+            break;
+        }
+    }
+    return found;
+}
+
+/// Where the means of the traces that rise and fall from one level to the other meet, left of the
+/// middle.
+std::optional<double> crossingLevel(const Traces& traces, const Levels& levels, std::size_t low,
+                                    std::size_t reach)
+{
+    std::vector<Statistics> rising(reach + 1);
+    std::vector<Statistics> falling(reach + 1);
+    for (std::size_t k = 0; k < traces.count(); ++k) {
+        const std::size_t now = levels.levelOf(traces.at(k, traces.middle()));
+        const std::size_t before = levels.levelOf(traces.at(k, traces.middle() - reach));
+        if (std::min(now, before) != low || std::max(now, before) != low + 1)
+            continue;
+        for (std::size_t i = 0; i <= reach; ++i)
+            (now > before ? rising : falling)[i].add(traces.at(k, traces.middle() - reach + i));
+    }
+    if (rising[0].count() < minCrossingCount || falling[0].count() < minCrossingCount)
+        return std::nullopt;
+    for (std::size_t i = 0; i < reach; ++i) {
+        const double before = rising[i].mean() - falling[i].mean();
+        const double after = rising[i + 1].mean() - falling[i + 1].mean();
+        if (before <= 0.0 && after > 0.0) {
+            const double part = before / (before - after);
+            return rising[i].mean() + part * (rising[i + 1].mean() - rising[i].mean());
+        }
+    }
+    return std::nullopt;
+}
+
+EyeReadings::Eye measure(const Traces& traces, const Levels& levels, std::size_t low,
+                         std::size_t symbolLength, bool hasNeighbours)
+{
+    const Statistics& below = levels.levels[low];
+    const Statistics& above = levels.levels[low + 1];
+    EyeReadings::Eye eye;
+    eye.lowLevel = below.mean();
+    eye.highLevel = above.mean();
+    const double distance = eye.highLevel - eye.lowLevel;
+    eye.height = distance - 3.0 * (below.deviation() + above.deviation());
+    eye.innerHeight = above.lowest() - below.highest();
+    eye.opening = 100.0 * std::max(eye.height, 0.0) / distance;
+    eye.q = levels.separation(low);
+    if (!hasNeighbours)
+        return eye;
+
+    const auto level = crossingLevel(traces, levels, low, symbolLength);
+    if (level)
+        eye.crossing = 100.0 * (*level - eye.lowLevel) / distance;
+    const double threshold = level.value_or(eye.lowLevel + 0.5 * distance);
+    const Statistics left = crossings(traces, threshold, symbolLength, -1);
+    const Statistics right = crossings(traces, threshold, symbolLength, 1);
+    if (left.count() < minCrossingCount || right.count() < minCrossingCount)
+        return eye;
+    const auto unit = static_cast<double>(symbolLength);
+    eye.width =
+        std::max(left.mean() + right.mean() - 3.0 * (left.deviation() + right.deviation()), 0.0) /
+        unit;
+    eye.jitterRms = std::sqrt(0.5 * (left.deviation() * left.deviation() +
+                                     right.deviation() * right.deviation())) /
+                    unit;
+    eye.jitterPeak = std::max(left.range(), right.range()) / unit;
+    return eye;
+}
+
+} // namespace
+
+std::optional<EyeReadings> EyeReadings::of(const std::vector<double>& samples,
+                                           std::size_t traceLength, int symbolCount)
+{
+    if (traceLength < 3 || symbolCount < 1)
+        return std::nullopt;
+    const Traces traces(samples, traceLength);
+    if (traces.count() < minTraceCount)
+        return std::nullopt;
+    auto levels = share(traces, 4);
+    if (!levels)
+        levels = share(traces, 2);
+    if (!levels)
+        return std::nullopt;
+    EyeReadings readings;
+    const std::size_t symbolLength = (traceLength - 1) / static_cast<std::size_t>(symbolCount);
+    for (std::size_t low = 0; low < levels->bounds.size(); ++low)
+        readings.eyes.push_back(
+            measure(traces, *levels, low, symbolLength, symbolCount > 1 && symbolLength > 1));
+    return readings;
+}

@@ -1,0 +1,53 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+/// What the traces of an eye diagram measure: two levels or four are told apart, and each eye
+/// between two of them is measured by itself.
+struct EyeReadings
+{
+    /// One eye. Times are parts of a symbol period (unit intervals), levels those of the samples.
+    struct Eye
+    {
+        /// Means of the levels below and above, at the instant of decision.
+        double lowLevel = 0.0;
+        double highLevel = 0.0;
+        /// (high - 3 sigma) - (low + 3 sigma), the usual statistical eye height; below 0 where
+        /// closed.
+        double height = 0.0;
+        /// Lowest sample of the level above less highest one of the level below.
+        double innerHeight = 0.0;
+        /// Height against the distance of the levels, %; 0 where closed.
+        double opening = 0.0;
+        /// (high - low) / (sigma high + sigma low), the Q factor of ITU-T O.201.
+        double q = 0.0;
+        /// From the crossings on the left to those on the right of the decision, 3 sigma inside of
+        /// their means on both sides; not below 0. None where a trace is shorter than two symbols,
+        /// or few cross.
+        std::optional<double> width;
+        /// Of the crossings about the mean of their side, at the crossing level: r.m.s., and from
+        /// the earliest to the latest.
+        std::optional<double> jitterRms;
+        std::optional<double> jitterPeak;
+        /// Where mean rising and mean falling traces cross, % of the way from low to high: 50
+        /// where marks and spaces last equally long (crossing percentage, IEC 61280-2-2).
+        std::optional<double> crossing;
+    };
+
+    /// @param samples      of the traces, one after the other.
+    /// @param traceLength  samples of each, symbols times an even number plus 1: a trace ends with
+    ///                     the sample that the next one starts with, and the middle of a symbol is
+    ///                     in its middle.
+    /// @param symbolCount  of a trace.
+    /// @return none where the traces are too few to tell (32), or no levels can be told apart.
+    static std::optional<EyeReadings> of(const std::vector<double>& samples,
+                                         std::size_t traceLength, int symbolCount);
+
+    /// From the lowest up: one of two levels, three of four.
+    std::vector<Eye> eyes;
+
+    int levelCount() const { return static_cast<int>(eyes.size()) + 1; }
+};
