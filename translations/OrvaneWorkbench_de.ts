@@ -104,6 +104,14 @@
         <source>Open recording</source>
         <translation>Aufnahme öffnen</translation>
     </message>
+    <message>
+        <source>Open &amp;recent</source>
+        <translation>&amp;Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>&amp;Clear</source>
+        <translation>&amp;Leeren</translation>
+    </message>
 </context>
 <context>
     <name>InfoDialog</name>
@@ -186,20 +194,12 @@
         <translation>Zeigt &lt;S&gt; Sekunden Signal.</translation>
     </message>
     <message>
-        <source>Plays &lt;X&gt; seconds of signal in a second, 0.1 to 10.</source>
-        <translation>Spielt &lt;X&gt; Sekunden Signal in einer Sekunde, 0.1 bis 10.</translation>
-    </message>
-    <message>
         <source>Plays &lt;S&gt; seconds for a snapshot (2).</source>
         <translation>Spielt &lt;S&gt; Sekunden für ein Bild (2).</translation>
     </message>
     <message>
         <source>Size of the window in pixels (1280x800).</source>
         <translation>Größe des Fensters in Pixeln (1280x800).</translation>
-    </message>
-    <message>
-        <source>Colour scheme: dark or light.</source>
-        <translation>Farbschema: dark (dunkel) oder light (hell).</translation>
     </message>
     <message>
         <source>Language of the texts, such as de.</source>
@@ -220,10 +220,6 @@
     <message>
         <source>--%1: &quot;%2&quot; cannot be used; %3</source>
         <translation>--%1: „%2“ ist nicht brauchbar; %3</translation>
-    </message>
-    <message>
-        <source>give dark or light</source>
-        <translation>dark oder light angeben</translation>
     </message>
     <message>
         <source>give a code such as de or de_AT</source>
@@ -392,6 +388,30 @@
     <message>
         <source>leave it or --demod out</source>
         <translation>lassen Sie dies oder --demod weg</translation>
+    </message>
+    <message>
+        <source>settings: forgotten, as --reset says (%1)</source>
+        <translation>Einstellungen: vergessen, wie --reset es sagt (%1)</translation>
+    </message>
+    <message>
+        <source>settings: %1 cannot be removed (%2); remove it by hand</source>
+        <translation>Einstellungen: %1 kann nicht entfernt werden (%2); entfernen Sie sie von Hand</translation>
+    </message>
+    <message>
+        <source>Plays &lt;X&gt; seconds of signal in a second, 0.1 to 10; max: as fast as it goes.</source>
+        <translation>Spielt &lt;X&gt; Sekunden Signal in einer Sekunde, 0.1 bis 10; max: so schnell es geht.</translation>
+    </message>
+    <message>
+        <source>Colour scheme: dark, light or, as without it, as the desktop.</source>
+        <translation>Farbschema: dark (dunkel), light (hell) oder, wie ohne Angabe, desktop (das des Desktops).</translation>
+    </message>
+    <message>
+        <source>Forgets the settings, and starts as at the first time.</source>
+        <translation>Vergisst die Einstellungen und startet wie beim ersten Mal.</translation>
+    </message>
+    <message>
+        <source>give desktop, dark or light</source>
+        <translation>desktop, dark oder light angeben</translation>
     </message>
 </context>
 <context>
@@ -621,6 +641,10 @@
     <message>
         <source>Shows the way between the symbols, too (T)</source>
         <translation>Zeigt auch den Weg zwischen den Symbolen (T)</translation>
+    </message>
+    <message>
+        <source>As the desktop</source>
+        <translation>Wie der Desktop</translation>
     </message>
 </context>
 <context>
@@ -945,7 +969,7 @@
     </message>
     <message>
         <source>&quot;%1&quot; cannot be used; give a number</source>
-        <translation>"%1" ist nicht verwendbar; geben Sie eine Zahl an</translation>
+        <translation>&quot;%1&quot; ist nicht verwendbar; geben Sie eine Zahl an</translation>
     </message>
     <message>
         <source>it does not say which radio; give soapy://driver=NAME</source>

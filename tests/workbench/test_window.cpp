@@ -101,7 +101,8 @@ struct Window : testing::Test, TestFolder
             drop({QUrl("http://example.invalid/x.wav"), QUrl::fromLocalFile(path("sine.wav"))}));
     }
     const QString usualFile = values::Persistant::StoreFile();
-    std::unique_ptr<MainWindow> window = std::make_unique<MainWindow>();
+    SchemeChoice scheme{std::nullopt};
+    std::unique_ptr<MainWindow> window = std::make_unique<MainWindow>(scheme);
 };
 
 TEST_F(Window, ShowsTheSignalAsItPlaysAndClosesMeanwhile)
@@ -110,7 +111,7 @@ TEST_F(Window, ShowsTheSignalAsItPlaysAndClosesMeanwhile)
     EXPECT_TRUE(waitForTraces(2));
     window->close();
     window.reset(); // while the timer runs and the view is bound
-    window = std::make_unique<MainWindow>();
+    window = std::make_unique<MainWindow>(scheme);
     window->player().openBuiltIn(NrzSettings());
     window->feed().play();
     EXPECT_TRUE(waitForTraces(1));
@@ -203,7 +204,7 @@ TEST_F(Window, ComesBackAsItWasLeft)
     const QList<int> heights = window->panes().sizes();
     window->close();
     window.reset();
-    window = std::make_unique<MainWindow>();
+    window = std::make_unique<MainWindow>(scheme);
     window->restoreRoom();
     window->show();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
@@ -293,7 +294,7 @@ TEST_F(Window, WearsTheColoursOfTheScheme)
         colors.SetScheme(scheme);
         EXPECT_TRUE(QTest::qWaitFor([] { return appearance::isApplied(); }));
         EXPECT_EQ(control<QComboBox>("Sche&me").currentIndex(),
-                  scheme == ColorSet::Scheme::Dark ? 0 : 1);
+                  scheme == ColorSet::Scheme::Dark ? 1 : 2);
         const QImage picture = window->grab().toImage();
         EXPECT_EQ(picture.pixelColor(picture.width() - 30, 40), colors[IColorBase::colBackground]);
     }

@@ -85,16 +85,20 @@ void describe(QCommandLineParser& parser)
     add("jitter", Text::tr("Jitter of the built-in signal, RMS in unit intervals, 0 to 0.3 (0)."),
         "UI");
     add("span", Text::tr("Shows <S> seconds of signal."), "S");
-    add("speed", Text::tr("Plays <X> seconds of signal in a second, 0.1 to 10."), "X");
+    add("speed",
+        Text::tr("Plays <X> seconds of signal in a second, 0.1 to 10; max: as fast as it goes."),
+        "X");
     add("snapshot",
         Text::tr("Plays without a window, writes time.png, eye.png, iq.png and workbench.png into "
                  "<DIR> and ends."),
         "DIR");
     add("seconds", Text::tr("Plays <S> seconds for a snapshot (2)."), "S");
     add("size", Text::tr("Size of the window in pixels (1280x800)."), "WxH");
-    add("scheme", Text::tr("Colour scheme: dark or light."), "NAME");
+    add("scheme", Text::tr("Colour scheme: dark, light or, as without it, as the desktop."),
+        "NAME");
     add("language", Text::tr("Language of the texts, such as de."), "L");
     add("settings", Text::tr("Keeps settings in <FILE>."), "FILE");
+    add("reset", Text::tr("Forgets the settings, and starts as at the first time."), nullptr);
 }
 
 /// Reads option values; remembers the first that is wrong.
@@ -174,17 +178,21 @@ Options readOptions(Reader& reader)
     options.isTrajectory = reader.isSet("trajectory");
     options.isInfo = reader.isSet("info");
     options.channel = reader.wholeNumber("channel", 1, maxChannel).value_or(options.channel);
-    options.eyeSymbolCount = reader.wholeNumber("eye-symbols", 1, EyeCut::maxSymbolCount)
-                                 .value_or(options.eyeSymbolCount);
+    options.eyeSymbolCount = reader.wholeNumber("eye-symbols", 1, EyeCut::maxSymbolCount);
     options.eyeBandwidth =
-        reader.number("eye-bandwidth", EyeCut::minBandwidth, EyeCut::maxBandwidth).value_or(0.0);
+        reader.number("eye-bandwidth", EyeCut::minBandwidth, EyeCut::maxBandwidth);
     options.spanSeconds = reader.number("span", shortest, maxSeconds);
-    options.speed =
-        reader.number("speed", SignalFeed::minSpeed, SignalFeed::maxSpeed).value_or(options.speed);
+    if (reader.text("speed") == QLatin1String("max"))
+        options.speed = SignalFeed::fastest;
+    else
+        options.speed = reader.number("speed", SignalFeed::minSpeed, SignalFeed::maxSpeed);
     options.seconds = reader.number("seconds", shortest, maxSeconds).value_or(options.seconds);
 
-    if (const auto scheme = reader.match("scheme", "dark|light", Text::tr("give dark or light")))
-        options.isDark = scheme->captured() == QLatin1String("dark");
+    if (const auto scheme =
+            reader.match("scheme", "desktop|dark|light", Text::tr("give desktop, dark or light")))
+        options.scheme =
+            static_cast<SchemeChoice::Choice>(SchemeChoice::names().indexOf(scheme->captured()));
+    options.isReset = reader.isSet("reset");
     reader.match("language", Options::languagePattern, Text::tr("give a code such as de or de_AT"));
     if (const auto size = reader.match("size", "(\\d{1,6})x(\\d{1,6})",
                                        Text::tr("give width and height, such as 1280x800"))) {

@@ -5,6 +5,7 @@
 #include "workbench/sources/ModulationSource.h"
 #include "workbench/sources/NrzSource.h"
 #include "workbench/sources/Recording.h"
+#include "workbench/window/SchemeChoice.h"
 
 #include <QCoreApplication>
 #include <QSize>
@@ -39,11 +40,12 @@ public:
     ReceiverSettings receiver;        ///< on where an option asks for one of its stages
     NrzSettings builtIn;
     std::optional<ModulationSettings> demo; ///< instead of it
-    int eyeSymbolCount = 2;                 ///< of a trace
-    double eyeBandwidth = 0.0;              ///< as in EyeCut
+    std::optional<int> eyeSymbolCount;      ///< of a trace; none of these: as kept
+    std::optional<double> eyeBandwidth;     ///< as in EyeCut
     bool isTrajectory = false;              ///< see IqFeed
-    double speed = 1.0;
-    std::optional<bool> isDark;
+    std::optional<double> speed;            ///< as in SignalFeed
+    std::optional<SchemeChoice::Choice> scheme;
+    bool isReset = false;      ///< forget the settings
     std::optional<QSize> size; ///< none: as the window was left, at first 1280x800
     QString settingsFile;
 };

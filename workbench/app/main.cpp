@@ -1,13 +1,14 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
-#include "platform/gui/ColorSet.h"
 #include "platform/startup/TranslationCenter.h"
 #include "platform/values/Persistant.h"
 #include "workbench/app/Options.h"
 #include "workbench/app/Snapshot.h"
 #include "workbench/window/Appearance.h"
 #include "workbench/window/MainWindow.h"
+#include "workbench/window/SchemeChoice.h"
 
 #include <QApplication>
+#include <QFile>
 
 #include <cstdio>
 #include <cstdlib>
@@ -62,11 +63,24 @@ Recording open(const Options& options)
     return recording;
 }
 
+void resetSettings()
+{
+    QFile file(values::Persistant::StoreFile());
+    if (!file.exists() || file.remove())
+        say(Options::tr("settings: forgotten, as --reset says (%1)").arg(file.fileName()));
+    else
+        say(Options::tr("settings: %1 cannot be removed (%2); remove it by hand")
+                .arg(file.fileName(), file.errorString()));
+}
+
 int run(MainWindow& window, const Options& options)
 {
     window.resize(options.size.value_or(QSize(1280, 800)));
-    if (!options.size && options.snapshotFolder.isEmpty())
-        window.restoreRoom();
+    if (options.snapshotFolder.isEmpty()) {
+        window.restoreParameters();
+        if (!options.size)
+            window.restoreRoom();
+    }
     QString why;
     window.feed().iq().setTrajectory(options.isTrajectory);
     if (!options.file.isEmpty()) {
@@ -78,6 +92,8 @@ int run(MainWindow& window, const Options& options)
             return fail(exitFailed, QStringLiteral("%1: %2").arg(options.file, why));
         if (const QString flaw = window.feed().receiverFlaw(); !flaw.isEmpty())
             return fail(exitFailed, QStringLiteral("%1: %2").arg(options.file, flaw));
+        if (options.snapshotFolder.isEmpty())
+            window.remember(options.file);
         if (const QString notice = window.player().eyeNotice(); !notice.isEmpty())
             say(QStringLiteral("%1: %2").arg(options.file, notice));
     } else if (options.demo) {
@@ -85,9 +101,12 @@ int run(MainWindow& window, const Options& options)
     } else {
         window.player().openBuiltIn(options.builtIn);
     }
-    window.feed().eye().setSymbolCount(options.eyeSymbolCount);
-    window.feed().eye().setBandwidth(options.eyeBandwidth);
-    window.feed().setSpeed(options.speed);
+    if (options.eyeSymbolCount)
+        window.feed().eye().setSymbolCount(*options.eyeSymbolCount);
+    if (options.eyeBandwidth)
+        window.feed().eye().setBandwidth(*options.eyeBandwidth);
+    if (options.speed)
+        window.feed().setSpeed(*options.speed);
     if (options.spanSeconds)
         window.feed().setSpan(*options.spanSeconds);
     window.refresh();
@@ -154,6 +173,8 @@ int main(int argc, char** argv)
         return *exitCode;
     if (!options.settingsFile.isEmpty())
         values::Persistant::SetStoreFile(options.settingsFile);
+    if (options.isReset)
+        resetSettings();
 
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
@@ -162,10 +183,8 @@ int main(int argc, char** argv)
     isStarting = false;
     for (const QString& message : startMessages())
         std::fprintf(stderr, "%s\n", qPrintable(message));
+    SchemeChoice scheme(options.scheme);
     appearance::setStyle();
-    if (options.isDark)
-        ColorSet::Instance().SetScheme(*options.isDark ? ColorSet::Scheme::Dark
-                                                       : ColorSet::Scheme::Light);
-    MainWindow window;
+    MainWindow window(scheme);
     return run(window, options);
 }

@@ -1,14 +1,22 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/FileMenu.h"
 
+#include "platform/values/Persistant.h"
 #include "workbench/window/Icons.h"
 #include "workbench/window/MenuEntries.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMainWindow>
+#include <QSettings>
 
 namespace {
+
+const QString recentKey = QStringLiteral("Files/Recent");
+const QString folderKey = QStringLiteral("Files/Folder");
+constexpr int maxRecentCount = 10;
+constexpr int maxRecentWidth = 480; // pixels
 
 // Usual endings.
 constexpr const char* recordingPatterns =
@@ -25,6 +33,8 @@ FileMenu::FileMenu(QMainWindow& window)
 {
     m_open->setIcon(signIcon(Sign::Open));
     connect(m_open, &QAction::triggered, this, &FileMenu::chooseFile);
+    m_recent = addMenu(tr("Open &recent"));
+    buildRecent();
     QAction* builtIn = menus::add(window, *this, tr("&Built-in signal"), Qt::CTRL + Qt::Key_B);
     connect(builtIn, &QAction::triggered, this, &FileMenu::builtInChosen);
     QMenu* demos = addMenu(tr("&Modulated signal"));
@@ -40,7 +50,60 @@ FileMenu::FileMenu(QMainWindow& window)
     connect(quit, &QAction::triggered, &window, &QWidget::close);
 }
 
-void FileMenu::remember(const QString& fileName) { m_folder = QFileInfo(fileName).absolutePath(); }
+void FileMenu::buildRecent()
+{
+    const QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
+    m_recentFiles = settings.value(recentKey).toStringList().mid(0, maxRecentCount);
+    m_folder = settings.value(folderKey).toString();
+    connect(m_recent, &QMenu::aboutToShow, this, &FileMenu::showRecent);
+    m_recent->menuAction()->setEnabled(!m_recentFiles.isEmpty());
+}
+
+void FileMenu::showRecent()
+{
+    m_recent->clear();
+    for (int i = 0; i < m_recentFiles.size(); ++i) {
+        const QFileInfo file(m_recentFiles[i]);
+        QString name =
+            file.fileName() + QStringLiteral(" - ") + QDir::toNativeSeparators(file.path());
+        name = fontMetrics().elidedText(name, Qt::ElideMiddle, maxRecentWidth);
+        name.replace(QLatin1Char('&'), QLatin1String("&&"));
+        QAction* action = m_recent->addAction(QStringLiteral("&%1 %2").arg((i + 1) % 10).arg(name));
+        connect(action, &QAction::triggered, this,
+                [this, path = file.filePath()] { emit fileChosen(path); });
+    }
+    m_recent->addSeparator();
+    connect(m_recent->addAction(tr("&Clear")), &QAction::triggered, this,
+            [this] { setRecent({}); });
+}
+
+void FileMenu::setRecent(const QStringList& files)
+{
+    m_recentFiles = files.mid(0, maxRecentCount);
+    m_recent->menuAction()->setEnabled(!m_recentFiles.isEmpty());
+    QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
+    settings.setValue(recentKey, m_recentFiles);
+    settings.setValue(folderKey, m_folder);
+}
+
+void FileMenu::remember(const QString& fileName)
+{
+    const QFileInfo file(fileName);
+    if (!file.isFile())
+        return;
+    m_folder = file.absolutePath();
+    QStringList files = m_recentFiles;
+    files.removeAll(file.absoluteFilePath());
+    files.prepend(file.absoluteFilePath());
+    setRecent(files);
+}
+
+void FileMenu::forget(const QString& fileName)
+{
+    QStringList files = m_recentFiles;
+    if (files.removeAll(QFileInfo(fileName).absoluteFilePath()) > 0)
+        setRecent(files);
+}
 
 void FileMenu::chooseFile()
 {

@@ -16,8 +16,11 @@ public:
     explicit FileMenu(QMainWindow& window);
 
     QAction& openAction() { return *m_open; }
-    /// Remembers the folder of a file that was chosen elsewhere.
+    /// Remembers a recording that was opened, and its folder; both are kept in the settings file.
+    /// @param fileName  or the address of a live signal, which is not remembered.
     void remember(const QString& fileName);
+    /// Takes a recording off the recent ones.
+    void forget(const QString& fileName);
 
 signals:
     void fileChosen(const QString& fileName);
@@ -27,7 +30,12 @@ signals:
 
 private:
     void chooseFile();
+    void buildRecent();
+    void showRecent();
+    void setRecent(const QStringList& files);
 
     QAction* m_open;
-    QString m_folder; // where the last recording was
+    QMenu* m_recent;
+    QStringList m_recentFiles; // the latest first
+    QString m_folder;          // where the last recording was
 };

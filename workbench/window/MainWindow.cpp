@@ -19,6 +19,7 @@
 #include "workbench/window/ViewPanes.h"
 
 #include <QDropEvent>
+#include <QFileInfo>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QSettings>
@@ -29,6 +30,7 @@
 namespace {
 
 const QString geometryKey = QStringLiteral("Window/Geometry");
+const QString stateKey = QStringLiteral("Window/State");
 const QString panesKey = QStringLiteral("Window/Panes");
 
 constexpr int statusPeriodMs = 100;
@@ -54,8 +56,9 @@ QString droppedFile(const QMimeData* data)
 
 } // namespace
 
-MainWindow::MainWindow()
-    : m_notice(new NoticeBar(this))
+MainWindow::MainWindow(SchemeChoice& scheme)
+    : m_scheme(scheme)
+    , m_notice(new NoticeBar(this))
     , m_panes(new ViewPanes(this))
     , m_timeView(m_panes->add<VCGLTimeDiagram>("time", tr("&Time diagram")))
     , m_eyeView(m_panes->add<VCGLEyeDiagram>("eye", tr("&Eye diagram")))
@@ -78,6 +81,11 @@ MainWindow::MainWindow()
     buildToolBar();
     addDockWidget(Qt::RightDockWidgetArea, m_parameters);
     connectPlayer();
+    m_parameters->panel().show(m_scheme.choice());
+    connect(&m_scheme, &SchemeChoice::changed, this,
+            [this] { m_parameters->panel().show(m_scheme.choice()); });
+    connect(&m_parameters->panel(), &ParameterPanel::schemeChosen, &m_scheme,
+            &SchemeChoice::choose);
     m_statusTimer.setInterval(statusPeriodMs);
     connect(&m_statusTimer, &QTimer::timeout, this, &MainWindow::refreshStatus);
     menus::keepKeys(*this);
@@ -126,6 +134,7 @@ void MainWindow::buildMenus()
 void MainWindow::buildToolBar()
 {
     QToolBar* bar = addToolBar(tr("Tool bar"));
+    bar->setObjectName(QStringLiteral("ToolBar"));
     bar->setMovable(false);
     bar->setContextMenuPolicy(Qt::PreventContextMenu);
     bar->setIconSize(QSize(18, 18));
@@ -205,14 +214,19 @@ void MainWindow::showPlaying(bool playing)
 
 void MainWindow::openOrSay(const QString& fileName)
 {
-    m_file->remember(fileName);
     Recording recording = Recording::open(fileName, {});
     QString why = recording.why;
-    if (recording.source && m_player.open(std::move(recording), 1, std::nullopt, why))
+    if (recording.source && m_player.open(std::move(recording), 1, std::nullopt, why)) {
+        m_file->remember(fileName);
         feed().play();
-    else
-        m_notice->say(tr("%1: %2").arg(fileName, why));
+        return;
+    }
+    m_notice->say(tr("%1: %2").arg(fileName, why));
+    if (!QFileInfo::exists(fileName))
+        m_file->forget(fileName);
 }
+
+void MainWindow::remember(const QString& fileName) { m_file->remember(fileName); }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
@@ -234,6 +248,7 @@ void MainWindow::restoreRoom()
 {
     const QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
     restoreGeometry(settings.value(geometryKey).toByteArray());
+    restoreState(settings.value(stateKey).toByteArray());
     m_panes->setRoom(settings.value(panesKey).toList());
 }
 
@@ -241,7 +256,9 @@ void MainWindow::closeEvent(QCloseEvent* event)
 {
     QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
     settings.setValue(geometryKey, saveGeometry());
+    settings.setValue(stateKey, saveState());
     settings.setValue(panesKey, m_panes->room());
+    m_player.keep();
     QMainWindow::closeEvent(event);
 }
 
@@ -260,7 +277,7 @@ void MainWindow::dropEvent(QDropEvent* event)
 void MainWindow::applyColors()
 {
     appearance::apply(*this);
-    m_parameters->panel().showScheme();
+    m_scheme.noticeColors();
 }
 
 // A change of the ColorSet repaints every widget: here the window learns of it.

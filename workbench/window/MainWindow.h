@@ -12,6 +12,7 @@ class FileMenu;
 class NoticeBar;
 class ParameterDock;
 class PlaybackControls;
+class SchemeChoice;
 class StatusFields;
 class VCGLEyeDiagram;
 class VCGLIQDiagram;
@@ -26,7 +27,8 @@ class MainWindow : public QMainWindow
 {
     Q_OBJECT
 public:
-    MainWindow();
+    /// @param scheme  of the colours; outlives the window.
+    explicit MainWindow(SchemeChoice& scheme);
     ~MainWindow() override;
 
     Player& player() { return m_player; }
@@ -37,6 +39,10 @@ public:
     ViewPanes& panes() { return *m_panes; }
     /// Shows span, speed and position as the feed has them.
     void refresh();
+    /// Sets what was set when a window was last closed, see Player::keep.
+    void restoreParameters() { m_player.restore(); }
+    /// Remembers a recording that was opened from elsewhere.
+    void remember(const QString& fileName);
     /// Takes the place on the screen and shares it out as when a window was last closed.
     void restoreRoom();
 
@@ -60,6 +66,7 @@ private:
     void openOrSay(const QString& fileName);
     void sayNotices(QStringList notices);
 
+    SchemeChoice& m_scheme;
     Player m_player;
     NoticeBar* m_notice;
     ViewPanes* m_panes;

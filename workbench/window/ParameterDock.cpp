@@ -1,7 +1,6 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/ParameterDock.h"
 
-#include "platform/gui/ColorSet.h"
 #include "workbench/window/ParameterPanel.h"
 #include "workbench/window/Player.h"
 
@@ -23,10 +22,6 @@ ParameterDock::ParameterDock(Player& player, QWidget* parent)
     setTitleBarWidget(new QWidget(this)); // none: the sections have headings
     setWidget(scroll);
     connectTo(player);
-    connect(m_panel, &ParameterPanel::darkSchemeChosen, this, [](bool dark) {
-        ColorSet::Instance().SetScheme(dark ? ColorSet::Scheme::Dark : ColorSet::Scheme::Light);
-        ColorSet::Instance().Save();
-    });
 }
 
 void ParameterDock::connectTo(Player& player)

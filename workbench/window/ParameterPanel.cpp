@@ -1,7 +1,6 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/ParameterPanel.h"
 
-#include "platform/gui/ColorSet.h"
 #include "workbench/feed/SignalFeed.h"
 #include "workbench/sources/ModulationSource.h"
 #include "workbench/sources/NrzSource.h"
@@ -249,17 +248,16 @@ void ParameterPanel::addAppearanceSection()
 {
     QFormLayout* form = addSection(tr("Appearance"));
     m_scheme = new QComboBox(this);
-    m_scheme->addItems({tr("Dark"), tr("Light")});
+    m_scheme->addItems({tr("As the desktop"), tr("Dark"), tr("Light")});
     form->addRow(tr("Sche&me"), m_scheme);
     form->labelForField(m_scheme)->setMinimumWidth(nameWidth);
     connect(m_scheme, QOverload<int>::of(&QComboBox::activated), this,
-            [this](int index) { emit darkSchemeChosen(index == 0); });
-    showScheme();
+            [this](int index) { emit schemeChosen(static_cast<SchemeChoice::Choice>(index)); });
 }
 
-void ParameterPanel::showScheme()
+void ParameterPanel::show(SchemeChoice::Choice choice)
 {
-    m_scheme->setCurrentIndex(ColorSet::Instance().GetScheme() == ColorSet::Scheme::Dark ? 0 : 1);
+    m_scheme->setCurrentIndex(static_cast<int>(choice));
 }
 
 void ParameterPanel::show(const SignalFeed& feed)

@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/window/SchemeChoice.h"
+
 #include <QWidget>
 
 class QCheckBox;
@@ -22,8 +24,8 @@ public:
 
     /// Shows the feed's source and settings. The feed has a source.
     void show(const SignalFeed& feed);
-    /// Shows the colour scheme in use.
-    void showScheme();
+    /// Shows which colour scheme is chosen.
+    void show(SchemeChoice::Choice choice);
 
 signals:
     void channelChosen(int channel); ///< From 0.
@@ -38,7 +40,7 @@ signals:
     void bandwidthChosen(double part);         ///< As in NrzSettings.
     void frameChosen(int symbolCount);         ///< As in NrzSettings.
     void trajectoryChosen(bool wanted);        ///< As in IqFeed.
-    void darkSchemeChosen(bool dark);
+    void schemeChosen(SchemeChoice::Choice choice);
     void autoScaleWanted();
     void fullScaleWanted();
 

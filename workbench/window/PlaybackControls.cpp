@@ -128,6 +128,7 @@ void PlaybackControls::refresh()
     }
     m_speed->setCurrentIndex(index);
     m_speed->setEnabled(!feed.isLive());
+    m_repeat->setChecked(feed.repeat());
     m_repeat->setEnabled(!feed.isLive());
     m_toStart->setEnabled(!feed.isLive());
     if (m_length != feed.length()) {

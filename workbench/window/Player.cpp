@@ -1,9 +1,22 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/Player.h"
 
+#include "platform/values/Persistant.h"
+
+#include <QSettings>
+
 #include <algorithm>
+#include <cmath>
 
 namespace {
+
+const QString group = QStringLiteral("Parameters");
+const QString eyeSymbolsKey = QStringLiteral("EyeSymbols");
+const QString eyeBandwidthKey = QStringLiteral("EyeBandwidth");
+const QString speedKey = QStringLiteral("Speed");
+const QString repeatKey = QStringLiteral("Repeat");
+const QString spanKey = QStringLiteral("Span");
+const QString spanRateKey = QStringLiteral("SpanSampleRate");
 
 constexpr double demoSpan = 80.0; // symbols
 constexpr double fullScale = 1.1; // a little more than the largest level
@@ -26,6 +39,7 @@ bool Player::open(Recording recording, int channel, std::optional<double> symbol
     }
     m_feed.open(std::move(recording.source), channel - 1, symbolRate);
     m_details = recording.details;
+    useKeptSpan();
     showFullScale(); // until there is a signal to fit the axis to
     emit opened(recording.notices);
     return true;
@@ -36,6 +50,7 @@ void Player::openBuiltIn(const NrzSettings& settings)
     m_builtIn = settings;
     m_feed.open(std::make_unique<NrzSource>(m_builtIn), 0, std::nullopt);
     m_details.clear();
+    useKeptSpan();
     showFullScale();
     emit opened({});
 }
@@ -118,6 +133,8 @@ void Player::setChannel(int channel)
 void Player::setSpan(double seconds)
 {
     m_feed.setSpan(seconds);
+    m_keptSpan = m_feed.span();
+    m_keptSpanRate = m_feed.scale().sampleRate;
     emit changed();
     emit outdated();
 }
@@ -164,6 +181,43 @@ void Player::setTrajectory(bool wanted)
 }
 
 void Player::showFullScale() { m_feed.setLevels(-fullScale, fullScale); }
+
+void Player::useKeptSpan()
+{
+    if (m_keptSpanRate == m_feed.scale().sampleRate)
+        m_feed.setSpan(m_keptSpan);
+}
+
+void Player::keep() const
+{
+    QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
+    settings.beginGroup(group);
+    settings.setValue(eyeSymbolsKey, m_feed.eye().cut().symbolCount);
+    settings.setValue(eyeBandwidthKey, m_feed.eye().cut().bandwidth);
+    settings.setValue(speedKey, m_feed.speed());
+    settings.setValue(repeatKey, m_feed.repeat());
+    settings.setValue(spanKey, m_keptSpan);
+    settings.setValue(spanRateKey, m_keptSpanRate);
+}
+
+void Player::restore()
+{
+    QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
+    settings.beginGroup(group);
+    const auto number = [&settings](const QString& key, double usual) {
+        bool isNumber = false;
+        const double value = settings.value(key, usual).toDouble(&isNumber);
+        return isNumber && !std::isnan(value) ? value : usual;
+    };
+    const EyeCut cut = m_feed.eye().cut();
+    m_feed.eye().setSymbolCount(settings.value(eyeSymbolsKey, cut.symbolCount).toInt());
+    m_feed.eye().setBandwidth(number(eyeBandwidthKey, cut.bandwidth));
+    m_feed.setSpeed(number(speedKey, m_feed.speed()));
+    m_feed.setRepeat(settings.value(repeatKey, m_feed.repeat()).toBool());
+    m_keptSpan = number(spanKey, 0.0);
+    m_keptSpanRate = number(spanRateKey, 0.0);
+    emit changed();
+}
 
 QStringList Player::information() const { return Recording::describe(*m_feed.input()) + m_details; }
 

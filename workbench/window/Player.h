@@ -59,6 +59,12 @@ public:
     /// Shows the full scale of recordings.
     void showFullScale();
 
+    /// Keeps in the settings file what was set and is of use with other signals, too: eye, speed,
+    /// repeat, and the span for signals of the same sample rate.
+    void keep() const;
+    /// Sets what was kept.
+    void restore();
+
     /// What is known of the signal, a line each. Needs one.
     QStringList information() const;
     /// Why the eye is not that of the symbols, one sentence; empty when it is.
@@ -77,8 +83,11 @@ signals:
 private:
     void changeBuiltIn(const std::function<void(NrzSource&)>& work);
     void restartBuiltIn();
+    void useKeptSpan();
 
     SignalFeed m_feed;
     NrzSettings m_builtIn;
-    QStringList m_details; // of the recording that plays
+    QStringList m_details;       // of the recording that plays
+    double m_keptSpan = 0.0;     // s, as the user chose it...
+    double m_keptSpanRate = 0.0; // ...for this sample rate, Hz
 };

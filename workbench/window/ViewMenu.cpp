@@ -6,9 +6,11 @@
 #include "workbench/window/Player.h"
 #include "workbench/window/ViewPanes.h"
 
+#include <QDockWidget>
 #include <QMainWindow>
 
-ViewMenu::ViewMenu(QMainWindow& window, Player& player, const ViewPanes& panes, QWidget& parameters)
+ViewMenu::ViewMenu(QMainWindow& window, Player& player, const ViewPanes& panes,
+                   QDockWidget& parameters)
     : QMenu(tr("&View"), &window)
     , m_autoScale(menus::add(window, *this, tr("&Auto scale"), Qt::Key_A))
 {
@@ -31,10 +33,11 @@ ViewMenu::ViewMenu(QMainWindow& window, Player& player, const ViewPanes& panes, 
         addMenu(tr("%1 setup").arg(title))->addActions(pane.menu->actions());
     }
     addSeparator();
-    QAction* panel = menus::add(window, *this, tr("&Parameters"), Qt::Key_F9);
-    panel->setCheckable(true);
-    panel->setChecked(true);
-    connect(panel, &QAction::toggled, &parameters, &QWidget::setVisible);
+    QAction* panel = parameters.toggleViewAction();
+    panel->setText(tr("&Parameters"));
+    panel->setShortcut(Qt::Key_F9);
+    addAction(panel);
+    window.addAction(panel);
     QAction* fullScreen = menus::add(window, *this, tr("F&ull screen"), Qt::Key_F11);
     connect(fullScreen, &QAction::triggered, &window,
             [&window] { window.setWindowState(window.windowState() ^ Qt::WindowFullScreen); });

@@ -5,6 +5,7 @@
 
 class Player;
 class SignalFeed;
+class QDockWidget;
 class QMainWindow;
 class ViewPanes;
 
@@ -14,7 +15,7 @@ class ViewMenu : public QMenu
     Q_OBJECT
 public:
     /// @param parameters  the dock that it hides and shows.
-    ViewMenu(QMainWindow& window, Player& player, const ViewPanes& panes, QWidget& parameters);
+    ViewMenu(QMainWindow& window, Player& player, const ViewPanes& panes, QDockWidget& parameters);
 
     QAction& autoScaleAction() { return *m_autoScale; }
 
