@@ -741,6 +741,97 @@
     </message>
 </context>
 <context>
+    <name>Readings</name>
+    <message>
+        <source>Mean</source>
+        <translation>Mittelwert</translation>
+    </message>
+    <message>
+        <source>Minimum</source>
+        <translation>Minimum</translation>
+    </message>
+    <message>
+        <source>Maximum</source>
+        <translation>Maximum</translation>
+    </message>
+    <message>
+        <source>Peak to peak</source>
+        <translation>Spitze-Spitze</translation>
+    </message>
+    <message>
+        <source>RMS</source>
+        <translation>Effektivwert</translation>
+    </message>
+    <message>
+        <source>RMS (AC)</source>
+        <translation>Effektiv (AC)</translation>
+    </message>
+    <message>
+        <source>Frequency</source>
+        <translation>Frequenz</translation>
+    </message>
+    <message>
+        <source>Height</source>
+        <translation>Höhe</translation>
+    </message>
+    <message>
+        <source>Opening</source>
+        <translation>Öffnung</translation>
+    </message>
+    <message>
+        <source>Width</source>
+        <translation>Breite</translation>
+    </message>
+    <message>
+        <source>Crossing</source>
+        <translation>Kreuzung</translation>
+    </message>
+    <message>
+        <source>Jitter RMS</source>
+        <translation>Jitter eff.</translation>
+    </message>
+    <message>
+        <source>Jitter p-p</source>
+        <translation>Jitter s-s</translation>
+    </message>
+    <message>
+        <source>Q</source>
+        <translation>Q</translation>
+    </message>
+    <message>
+        <source>EVM RMS</source>
+        <translation>EVM eff.</translation>
+    </message>
+    <message>
+        <source>EVM peak</source>
+        <translation>EVM max.</translation>
+    </message>
+    <message>
+        <source>MER</source>
+        <translation>MER</translation>
+    </message>
+    <message>
+        <source>Carrier</source>
+        <translation>Träger</translation>
+    </message>
+    <message>
+        <source>Offset</source>
+        <translation>Versatz</translation>
+    </message>
+    <message>
+        <source>Imbalance</source>
+        <translation>Ungleichheit</translation>
+    </message>
+    <message>
+        <source>Quadrature</source>
+        <translation>Quadratur</translation>
+    </message>
+    <message>
+        <source>Symbol rate</source>
+        <translation>Symbolrate</translation>
+    </message>
+</context>
+<context>
     <name>ReceiverSettings</name>
     <message>
         <source>a shift of %1 Hz is more than the sample rate; give a smaller one</source>
@@ -1071,6 +1162,13 @@
     <message>
         <source>Shows the way between the symbols, too</source>
         <translation>Zeigt auch den Weg zwischen den Symbolen</translation>
+    </message>
+</context>
+<context>
+    <name>ViewPanes</name>
+    <message>
+        <source>&amp;Measurements</source>
+        <translation>&amp;Messwerte</translation>
     </message>
 </context>
 <context>

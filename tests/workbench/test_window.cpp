@@ -155,7 +155,7 @@ TEST_F(Window, GivesTheRoomOfHiddenViewsToTheOthersAndRemembersIt)
             EXPECT_EQ(panes[i].view->isVisible(), shown[int(i)] == '1') << i;
             EXPECT_EQ(panes[i].showing->isChecked(), shown[int(i)] == '1') << i;
             if (panes[i].view->isVisible())
-                room |= {panes[i].view->mapTo(center, QPoint()), panes[i].view->size()};
+                room |= {panes[i].frame->mapTo(center, QPoint()), panes[i].frame->size()};
         }
         EXPECT_EQ(room, center->rect());
     };

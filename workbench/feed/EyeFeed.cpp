@@ -10,7 +10,8 @@
 namespace {
 
 constexpr int maxWaitingCount = 4;
-constexpr std::size_t keptSamples = 1000;  // by an eye diagram that was not set up
+constexpr std::size_t keptSamples = 1000; // by an eye diagram that was not set up
+constexpr std::size_t measuredTraces = 1000;
 constexpr double margin = 0.05;            // of the levels, above and below
 constexpr std::size_t mostSamples = 10000; // an eye diagram can be set to keep so many
 
@@ -73,6 +74,7 @@ void EyeFeed::restart()
 {
     ++m_run;
     m_newest.clear();
+    m_measured.clear();
     m_waitingCount = 0;
     QMetaObject::invokeMethod(
         &m_worker, [this, cut = m_cut] { m_cutter = std::make_unique<EyeCutter>(cut); },
@@ -110,7 +112,19 @@ void EyeFeed::notify(const std::vector<double>& samples, const std::vector<doubl
     m_newest.insert(m_newest.end(), samples.end() - count, samples.end());
     if (m_newest.size() > keptSamples)
         m_newest.erase(m_newest.begin(), m_newest.end() - keptSamples);
+    m_traceLength = static_cast<std::size_t>(markers.front());
+    m_measured.insert(m_measured.end(), samples.begin(), samples.end());
+    const std::size_t most = measuredTraces * m_traceLength;
+    if (m_measured.size() > most)
+        m_measured.erase(m_measured.begin(), m_measured.end() - static_cast<std::ptrdiff_t>(most));
     m_values.notify(samples, markers);
+}
+
+std::optional<EyeReadings> EyeFeed::measure() const
+{
+    if (m_cut.clock == EyeCut::Clock::None || m_measured.empty())
+        return std::nullopt;
+    return EyeReadings::of(m_measured, m_traceLength, m_cut.symbolCount);
 }
 
 void EyeFeed::fitLevels()

@@ -3,6 +3,7 @@
 
 #include "workbench/feed/EyeCutter.h"
 #include "workbench/feed/EyeValues.h"
+#include "workbench/measure/EyeReadings.h"
 #include "workbench/sources/SignalSource.h"
 
 #include <QObject>
@@ -50,6 +51,8 @@ public:
 
     /// Whether no trace was notified yet since open or since the eye was set otherwise.
     bool isEmpty() const { return m_newest.empty(); }
+    /// What the newest traces measure; none where there are no symbols, or too few.
+    std::optional<EyeReadings> measure() const;
     /// Blocks left out since open.
     std::int64_t dropCount() const { return m_dropCount; }
 
@@ -66,6 +69,8 @@ private:
     EyeValues m_values;
     EyeCut m_cut;
     std::vector<double> m_newest;        // samples, of the notifications
+    std::vector<double> m_measured;      // traces, of them
+    std::size_t m_traceLength = 0;       // of those
     std::unique_ptr<EyeCutter> m_cutter; // used by the thread only
     QThread m_thread;
     QObject m_worker;       // receives what the thread is to do

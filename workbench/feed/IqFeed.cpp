@@ -26,6 +26,8 @@ void IqFeed::open(const SignalSource& source, std::optional<double> symbolRate)
     }
     m_i.clear();
     m_q.clear();
+    m_measuredI.clear();
+    m_measuredQ.clear();
 }
 
 void IqFeed::take(std::int64_t position, const std::vector<double>& i, const std::vector<double>& q)
@@ -54,12 +56,34 @@ void IqFeed::notify()
 {
     if (m_i.empty())
         return;
+    keep();
     thinOut();
     if (m_fitLeft > 0)
         fitLevel();
     m_values.notify(m_i, m_q);
     m_i.clear();
     m_q.clear();
+}
+
+void IqFeed::keep()
+{
+    if (m_q.size() != m_i.size() || !showsDecisions())
+        return;
+    const auto add = [](std::vector<double>& kept, const std::vector<double>& points) {
+        kept.insert(kept.end(), points.begin(), points.end());
+        const std::size_t surplus = kept.size() - std::min(kept.size(), maxPointCount);
+        kept.erase(kept.begin(), kept.begin() + static_cast<std::ptrdiff_t>(surplus));
+    };
+    add(m_measuredI, m_i);
+    add(m_measuredQ, m_q);
+}
+
+std::optional<ConstellationReadings>
+IqFeed::measure(const std::vector<std::complex<double>>& ideal) const
+{
+    if (!showsDecisions())
+        return std::nullopt;
+    return ConstellationReadings::of(m_measuredI, m_measuredQ, ideal);
 }
 
 // One point of each run of neighbours, at random: a fixed step would see but some phases of a

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "workbench/feed/IqValues.h"
+#include "workbench/measure/ConstellationReadings.h"
 #include "workbench/sources/SignalSource.h"
 
 #include <cstdint>
@@ -39,6 +40,11 @@ public:
     /// Puts out what was taken since the last call.
     void notify();
 
+    /// What the newest points measure against those of a modulation; none where they are not those
+    /// of symbols, or too few.
+    std::optional<ConstellationReadings>
+    measure(const std::vector<std::complex<double>>& ideal) const;
+
     /// Shows the square of I and Q in which a level of this magnitude fits.
     void setLevel(double level);
     /// Fits the axes to the notifications of the next second, whatever few points lie far out.
@@ -48,6 +54,7 @@ public:
 
 private:
     void thinOut();
+    void keep();
     void fitLevel();
     void showAxes();
 
@@ -57,6 +64,8 @@ private:
     double m_firstSymbol = 0.0;
     std::vector<double> m_i; // of the next notification
     std::vector<double> m_q;
+    std::vector<double> m_measuredI; // newest points
+    std::vector<double> m_measuredQ;
     std::minstd_rand m_choice;
     std::vector<double> m_levels; // of the points that a fit has seen
     int m_fitLeft = 0;

@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/feed/SignalFeed.h"
 
+#include "workbench/sources/ModulationSource.h"
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -17,6 +19,7 @@ constexpr double maxLive = 4e6;         // samples of them
 constexpr double manyOfPeriod = 16384.0;
 constexpr double manyOfSpan = 2097152.0;
 constexpr double fewOfSpan = 8192.0;
+constexpr std::size_t measuredSamples = 65536;
 constexpr auto frontPatience = std::chrono::milliseconds(100);
 constexpr auto longTime = std::chrono::hours(1);
 constexpr auto livePatience = std::chrono::seconds(5); // of who plays a live signal through
@@ -181,6 +184,7 @@ void SignalFeed::openReader(std::int64_t position)
     m_reader = std::make_unique<SegmentReader>(*m_ahead, shownChannel());
     m_reader->seek(position);
     m_thinning.restart();
+    m_measured.clear();
     m_credit = 0.0;
     m_atEnd = false;
     chooseSegmentLength();
@@ -354,10 +358,58 @@ std::size_t SignalFeed::readOn(std::size_t count)
     const std::size_t got = m_reader->read(count, m_part);
     if (got == 0)
         return 0;
+    keep(m_part.samples);
     m_thinning.run(m_part.samples, m_part.markers, m_samples, m_markers);
     m_iq.take(position, m_part.i, m_part.q);
     m_eye.take(position, m_part.samples);
     return got;
+}
+
+void SignalFeed::keep(const std::vector<double>& samples)
+{
+    m_measured.insert(m_measured.end(), samples.begin(), samples.end());
+    const std::size_t surplus = m_measured.size() - std::min(m_measured.size(), measuredSamples);
+    if (surplus > measuredSamples / 2 || samples.size() >= measuredSamples)
+        m_measured.erase(m_measured.begin(),
+                         m_measured.begin() + static_cast<std::ptrdiff_t>(surplus));
+}
+
+Measurements SignalFeed::measure() const
+{
+    Measurements result;
+    const double shown = std::ceil(m_span * m_scale.sampleRate);
+    const auto most =
+        static_cast<std::size_t>(std::min(shown, static_cast<double>(measuredSamples)));
+    const auto count = static_cast<std::ptrdiff_t>(std::min(m_measured.size(), most));
+    result.level =
+        LevelReadings::of({m_measured.end() - count, m_measured.end()}, m_scale.sampleRate);
+    result.eye = m_eye.measure();
+    const auto points = idealPoints();
+    if (!points.empty())
+        result.constellation = m_iq.measure(points);
+    for (const StageReport& report : receiverReports()) {
+        for (const StageReport::Reading& reading : report.readings) {
+            if (reading.quantity == StageReport::Quantity::CarrierOffset)
+                result.carrierOffset = reading.value;
+            if (reading.quantity == StageReport::Quantity::SymbolRateError)
+                result.symbolRateError = reading.value;
+        }
+    }
+    return result;
+}
+
+/// Of the modulation that is known to be received; none else.
+std::vector<std::complex<double>> SignalFeed::idealPoints() const
+{
+    if (m_received && m_received->isComplex() && m_receiver.modulation)
+        return ReceiverSettings::pointsOf(*m_receiver.modulation);
+    if (const auto* demo = dynamic_cast<const ModulationSource*>(m_input); demo && !m_received) {
+        const int index = static_cast<int>(demo->settings().scheme);
+        if (const auto modulation =
+                ReceiverSettings::modulationOf(ModulationSettings::names()[index]))
+            return ReceiverSettings::pointsOf(*modulation);
+    }
+    return {};
 }
 
 /// Whether the next notification has two finite samples that differ.

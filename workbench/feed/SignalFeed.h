@@ -3,6 +3,7 @@
 
 #include "workbench/feed/EyeFeed.h"
 #include "workbench/feed/IqFeed.h"
+#include "workbench/feed/Measurements.h"
 #include "workbench/feed/Pacer.h"
 #include "workbench/feed/SegmentReader.h"
 #include "workbench/feed/Thinning.h"
@@ -115,6 +116,9 @@ public:
     IqFeed& iq() { return m_iq; }
     const IqFeed& iq() const { return m_iq; }
 
+    /// What the signal measures.
+    Measurements measure() const;
+
     /// Index of the next sample.
     std::int64_t position() const { return m_reader ? m_reader->position() : 0; }
     /// Samples of a trace, for a source with frames of the frame.
@@ -146,6 +150,8 @@ private:
     std::size_t deliver(std::size_t count);
     bool hasSignal() const;
     std::size_t readOn(std::size_t count);
+    void keep(const std::vector<double>& samples);
+    std::vector<std::complex<double>> idealPoints() const;
 
     TimeValues m_values;
     EyeFeed m_eye;
@@ -173,7 +179,8 @@ private:
     double m_segmentLength = 1.0;
     double m_credit = 0.0; // samples that are due
     std::int64_t m_dropCount = 0;
-    SegmentReader::Part m_part;    // what comes at once
-    std::vector<double> m_samples; // of the next notification
+    SegmentReader::Part m_part;     // what comes at once
+    std::vector<double> m_measured; // newest samples
+    std::vector<double> m_samples;  // of the next notification
     std::vector<double> m_markers;
 };

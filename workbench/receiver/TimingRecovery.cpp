@@ -72,6 +72,7 @@ void TimingRecovery::finish(BasebandBlock& block)
 
 void TimingRecovery::follow(BasebandBlock& output)
 {
+    const double end = static_cast<double>(m_first) + static_cast<double>(m_waiting.samples.size());
     for (const SymbolKnot& knot : m_timing->takeKnots()) {
         if (!m_knot) {
             // The output starts with the middle of a symbol.
@@ -85,9 +86,10 @@ void TimingRecovery::follow(BasebandBlock& output)
             (knot.symbol - m_knot->symbol) / (knot.position - m_knot->position);
         for (;; ++m_next) {
             const double symbol = static_cast<double>(m_next) / perSymbol;
-            if (symbol >= knot.symbol)
+            const double position = m_knot->position + (symbol - m_knot->symbol) / perSample;
+            if (symbol >= knot.symbol || position + 3.0 > end) // none are made up at the end
                 break;
-            interpolate(m_knot->position + (symbol - m_knot->symbol) / perSample, output);
+            interpolate(position, output);
         }
         const double expected =
             (1.0 + m_timing->rateError()) / perSymbol * (knot.position - m_knot->position);

@@ -41,6 +41,8 @@ public:
     explicit ModulationSource(const ModulationSettings& settings);
     ~ModulationSource() override;
 
+    const ModulationSettings& settings() const { return m_settings; }
+
     QString name() const override;
     double sampleRate() const override { return m_settings.sampleRate; }
     int channelCount() const override { return 1; }

@@ -13,6 +13,7 @@
 #include "workbench/window/ParameterDock.h"
 #include "workbench/window/ParameterPanel.h"
 #include "workbench/window/PlaybackControls.h"
+#include "workbench/window/Readings.h"
 #include "workbench/window/StatusFields.h"
 #include "workbench/window/ViewBindings.h"
 #include "workbench/window/ViewMenu.h"
@@ -34,6 +35,7 @@ const QString stateKey = QStringLiteral("Window/State");
 const QString panesKey = QStringLiteral("Window/Panes");
 
 constexpr int statusPeriodMs = 100;
+constexpr int readingsPeriodMs = 190; // at every other status, to be read
 
 QMenu* menuOf(VCGLIQDiagram& view)
 {
@@ -71,6 +73,7 @@ MainWindow::MainWindow(SchemeChoice& scheme)
     , m_playback(new PlaybackControls(*this, m_player, *m_panes))
     , m_view(new ViewMenu(*this, m_player, *m_panes, *m_parameters))
     , m_states(*m_panes)
+    , m_readings(new Readings(*m_panes, this))
 {
     setMinimumSize(640, 400);
     setAcceptDrops(true);
@@ -189,6 +192,11 @@ void MainWindow::refreshStatus()
 {
     m_playback->refreshTime();
     m_states.refresh(feed());
+    if (!feed().isPlaying() || !m_readingsClock.isValid() ||
+        m_readingsClock.hasExpired(readingsPeriodMs)) {
+        m_readingsClock.start();
+        m_readings->show(feed().measure());
+    }
     m_status->setTrouble(feed().trouble());
     m_status->setDropCount(feed().dropCount());
     // A second smooths the frame rate enough to be read.

@@ -13,6 +13,7 @@ class NoticeBar;
 class ParameterDock;
 class PlaybackControls;
 class SchemeChoice;
+class Readings;
 class StatusFields;
 class VCGLEyeDiagram;
 class VCGLIQDiagram;
@@ -79,6 +80,8 @@ private:
     PlaybackControls* m_playback;
     ViewMenu* m_view;
     PaneStates m_states;
+    Readings* m_readings;
+    QElapsedTimer m_readingsClock;
     QTimer m_statusTimer;
     QElapsedTimer m_frameClock;
     int m_frameCount = 0; // pictures of the first view since m_frameClock started

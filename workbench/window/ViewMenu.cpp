@@ -9,8 +9,7 @@
 #include <QDockWidget>
 #include <QMainWindow>
 
-ViewMenu::ViewMenu(QMainWindow& window, Player& player, const ViewPanes& panes,
-                   QDockWidget& parameters)
+ViewMenu::ViewMenu(QMainWindow& window, Player& player, ViewPanes& panes, QDockWidget& parameters)
     : QMenu(tr("&View"), &window)
     , m_autoScale(menus::add(window, *this, tr("&Auto scale"), Qt::Key_A))
 {

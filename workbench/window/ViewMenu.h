@@ -15,7 +15,7 @@ class ViewMenu : public QMenu
     Q_OBJECT
 public:
     /// @param parameters  the dock that it hides and shows.
-    ViewMenu(QMainWindow& window, Player& player, const ViewPanes& panes, QDockWidget& parameters);
+    ViewMenu(QMainWindow& window, Player& player, ViewPanes& panes, QDockWidget& parameters);
 
     QAction& autoScaleAction() { return *m_autoScale; }
 

@@ -6,6 +6,7 @@
 #include "workbench/window/PaneNote.h"
 
 #include <QSignalBlocker>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -25,11 +26,20 @@ void prepare(QSplitter& splitter)
 ViewPanes::ViewPanes(QWidget* parent)
     : QSplitter(Qt::Vertical, parent)
     , m_below(new QSplitter(Qt::Horizontal, this))
+    , m_showingReadings(new QAction(tr("&Measurements"), this))
 {
     prepare(*this);
     prepare(*m_below);
     setStretchFactor(0, belowPart);
     m_pPersistant = new values::Persistant(QStringLiteral("Views"), this);
+    m_pPersistant->Add(&m_showsReadings, QStringLiteral("Readings"), true);
+    m_showingReadings->setCheckable(true);
+    m_showingReadings->setShortcut(Qt::Key_M);
+    connect(m_showingReadings, &QAction::triggered, this, [this](bool shown) {
+        m_showsReadings = shown;
+        arrange();
+        m_pPersistant->Write(QString(), ICfg::DefaultView);
+    });
 }
 
 ViewPanes::~ViewPanes()
@@ -48,12 +58,17 @@ void ViewPanes::add(const Pane& pane)
     const int captionHeight = added.caption->getCaptionWidget()->height();
     added.note = new PaneNote(added.view, captionHeight, PaneNote::Place::Middle);
     added.mode = new PaneNote(added.view, captionHeight, PaneNote::Place::Corner);
+    added.frame = new QWidget(this);
+    auto* column = new QVBoxLayout(added.frame);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(added.view, 1);
     const int number = static_cast<int>(m_panes.size());
     if (number == 1) {
-        insertWidget(0, added.view);
+        insertWidget(0, added.frame);
         setStretchFactor(0, topPart);
     } else {
-        m_below->addWidget(added.view);
+        m_below->addWidget(added.frame);
         m_below->setStretchFactor(number - 2, 1);
     }
     added.showing->setCheckable(true);
@@ -93,8 +108,11 @@ void ViewPanes::arrange()
     const auto shownCount = std::count_if(m_panes.begin(), m_panes.end(), isShown);
     if (shownCount == 0)
         m_panes.front().isShown = true;
+    m_showingReadings->setChecked(m_showsReadings);
     for (const Pane& pane : m_panes) {
-        pane.view->setVisible(pane.isShown);
+        pane.frame->setVisible(pane.isShown);
+        if (pane.readings)
+            pane.readings->setVisible(m_showsReadings);
         pane.showing->setChecked(pane.isShown);
         pane.showing->setEnabled(!pane.isShown || shownCount > 1);
     }
@@ -110,6 +128,14 @@ void ViewPanes::autoScale()
 void ViewPanes::setNote(std::size_t index, const QString& text)
 {
     m_panes.at(index).note->say(text);
+}
+
+void ViewPanes::setReadings(std::size_t index, QWidget* table)
+{
+    Pane& pane = m_panes.at(index);
+    pane.readings = table;
+    pane.frame->layout()->addWidget(table);
+    arrange();
 }
 
 void ViewPanes::setMode(std::size_t index, const QString& text)

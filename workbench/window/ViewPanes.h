@@ -30,8 +30,10 @@ public:
         std::function<void()> autoScale;
         QWidget* canvas = nullptr; ///< is painted with each picture of the view
         bool isShown = true;
-        PaneNote* note = nullptr; ///< over the empty view
-        PaneNote* mode = nullptr; ///< in its corner
+        PaneNote* note = nullptr;    ///< over the empty view
+        PaneNote* mode = nullptr;    ///< in its corner
+        QWidget* frame = nullptr;    ///< holds the view and what is below it
+        QWidget* readings = nullptr; ///< below the view
     };
 
     explicit ViewPanes(QWidget* parent);
@@ -71,6 +73,10 @@ public:
     /// @param index  of the pane.
     void setNote(std::size_t index, const QString& text);
     void setMode(std::size_t index, const QString& text);
+    /// Puts a table below a view.
+    void setReadings(std::size_t index, QWidget* table);
+    /// Hides and shows those below the views, which is remembered.
+    QAction& showingReadings() { return *m_showingReadings; }
     /// Presses the views' pause buttons.
     void setPaused(bool paused);
     /// Lets the views take what work plays, and pauses them again; neither is signalled.
@@ -90,4 +96,6 @@ private:
 
     std::deque<Pane> m_panes; // their settings have addresses
     QSplitter* m_below;
+    QAction* m_showingReadings;
+    bool m_showsReadings = true;
 };
