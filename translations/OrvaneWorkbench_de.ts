@@ -121,14 +121,37 @@
     </message>
 </context>
 <context>
-    <name>LiveSource</name>
+    <name>LiveAddress</name>
     <message>
-        <source>a stream does not say what its samples are; give --format, such as cf32, and --sample-rate</source>
-        <translation>ein Datenstrom sagt nicht, was seine Abtastwerte sind; geben Sie --format, etwa cf32, und --sample-rate an</translation>
+        <source>standard input</source>
+        <translation>Standardeingabe</translation>
     </message>
     <message>
-        <source>no samples come from %1; waiting</source>
-        <translation>von %1 kommen keine Abtastwerte; es wird gewartet</translation>
+        <source>a live signal has no columns; leave out --columns</source>
+        <translation>ein laufendes Signal hat keine Spalten; --columns weglassen</translation>
+    </message>
+    <message>
+        <source>the device says itself what its samples are; leave out --format</source>
+        <translation>das Gerät sagt selbst, was seine Abtastwerte sind; --format weglassen</translation>
+    </message>
+    <message>
+        <source>messages do not say their sample rate; give it by --sample-rate</source>
+        <translation>Nachrichten nennen ihre Abtastrate nicht; sie mit --sample-rate angeben</translation>
+    </message>
+    <message>
+        <source>raw samples do not say what they are; give --format and --sample-rate</source>
+        <translation>rohe Abtastwerte sagen nicht, was sie sind; --format und --sample-rate angeben</translation>
+    </message>
+    <message>
+        <source>this is a terminal; pipe samples into it</source>
+        <translation>das ist ein Terminal; Abtastwerte durch eine Pipe hineinleiten</translation>
+    </message>
+</context>
+<context>
+    <name>LiveSource</name>
+    <message>
+        <source>no samples for %1 s from %2: waiting</source>
+        <translation>Seit %1 s keine Abtastwerte von %2: es wird gewartet</translation>
     </message>
 </context>
 <context>
@@ -258,10 +281,6 @@
         <translation>Spielt Kanal &lt;N&gt; der Aufnahme, ab 1 gezählt; einer komplexen: 1 ist I, 2 ist Q.</translation>
     </message>
     <message>
-        <source>Takes the file for raw samples of &lt;NAME&gt;: cf32, cs16, cu8, cs8, rf32, rs16 and so on, _be for big endian; else endings such as .cu8 say it.</source>
-        <translation>Hält die Datei für rohe Abtastwerte der Art &lt;NAME&gt;: cf32, cs16, cu8, cs8, rf32, rs16 und so weiter, mit _be für Big Endian; sonst sagt es die Endung, etwa .cu8.</translation>
-    </message>
-    <message>
         <source>Sample rate in hertz, whatever the recording says.</source>
         <translation>Abtastrate in Hertz, was immer die Aufnahme sagt.</translation>
     </message>
@@ -272,10 +291,6 @@
     <message>
         <source>give c or r; f, s or u; 8, 16, 32 or 64, such as cf32 or cu8</source>
         <translation>c oder r, f, s oder u und 8, 16, 32 oder 64 angeben, etwa cf32 oder cu8</translation>
-    </message>
-    <message>
-        <source>Recording to play: SigMF, WAV, FLAC, AIFF and others, CSV, raw samples.</source>
-        <translation>Aufnahme, die gespielt wird: SigMF, WAV, FLAC, AIFF und andere, CSV, rohe Abtastwerte.</translation>
     </message>
     <message>
         <source>Takes the file for separated values and plays its columns &lt;LIST&gt;, numbers from 1 or names between commas; else all columns of numbers but the time.</source>
@@ -412,6 +427,14 @@
     <message>
         <source>give desktop, dark or light</source>
         <translation>desktop, dark oder light angeben</translation>
+    </message>
+    <message>
+        <source>Recording to play: SigMF, WAV, FLAC, AIFF and others, CSV, raw samples. Or a live signal: - for standard input, zmq://HOST:PORT, a ZeroMQ publisher, or soapy://driver=NAME,freq=HZ,rate=HZ,gain=DB, a radio.</source>
+        <translation>Aufnahme, die gespielt wird: SigMF, WAV, FLAC, AIFF und andere, CSV, rohe Abtastwerte. Oder ein laufendes Signal: - für die Standardeingabe, zmq://HOST:PORT, ein ZeroMQ-Sender, oder soapy://driver=NAME,freq=HZ,rate=HZ,gain=DB, ein Funkgerät.</translation>
+    </message>
+    <message>
+        <source>Takes the file, standard input or messages for raw samples of &lt;NAME&gt;: cf32, cs16, cu8, cs8, rf32, rs16 and so on, _be for big endian; else endings such as .cu8 say it, and messages are cf32.</source>
+        <translation>Nimmt die Datei, die Standardeingabe oder Nachrichten als rohe Abtastwerte von &lt;NAME&gt;: cf32, cs16, cu8, cs8, rf32, rs16 und so weiter, _be für Big Endian; sonst sagen es Endungen wie .cu8, und Nachrichten sind cf32.</translation>
     </message>
 </context>
 <context>
@@ -908,6 +931,10 @@
         <source>%1 of its first %2 numbers are missing, NaN or infinite; they are bridged or left out</source>
         <translation>%1 ihrer ersten %2 Zahlen fehlen, sind NaN oder unendlich; sie werden überbrückt oder entfallen</translation>
     </message>
+    <message>
+        <source>this kind of address is not known; give zmq://HOST:PORT, soapy://driver=NAME,freq=HZ,rate=HZ, or the name of a recording</source>
+        <translation>diese Art von Adresse ist nicht bekannt; zmq://HOST:PORT, soapy://driver=NAME,freq=HZ,rate=HZ oder den Namen einer Aufnahme angeben</translation>
+    </message>
 </context>
 <context>
     <name>SeekBar</name>
@@ -1051,40 +1078,48 @@
 <context>
     <name>SoapySource</name>
     <message>
-        <source>%1; no radio is found, connect one and check its module</source>
-        <translation>%1; kein Funkgerät gefunden, schließen Sie eines an und prüfen Sie sein Modul</translation>
+        <source>%1=%2 cannot be used; give a number from %3 to %4</source>
+        <translation>%1=%2 ist nicht verwendbar; eine Zahl von %3 bis %4 angeben</translation>
     </message>
     <message>
-        <source>%1; there are: %2</source>
-        <translation>%1; vorhanden sind: %2</translation>
+        <source>no device was found: plug one in, or install its SoapySDR module</source>
+        <translation>kein Gerät wurde gefunden: eines anschließen oder sein SoapySDR-Modul installieren</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; cannot be used; give a number</source>
-        <translation>&quot;%1&quot; ist nicht verwendbar; geben Sie eine Zahl an</translation>
+        <source>the devices found are: %1</source>
+        <translation>gefundene Geräte: %1</translation>
     </message>
     <message>
-        <source>it does not say which radio; give soapy://driver=NAME</source>
-        <translation>es ist nicht gesagt, welches Funkgerät; geben Sie soapy://driver=NAME an</translation>
+        <source>no device is named, such as soapy://driver=rtlsdr; %1</source>
+        <translation>kein Gerät ist genannt, etwa soapy://driver=rtlsdr; %1</translation>
     </message>
     <message>
-        <source>the radio has no sample rate; give it, such as rate=2e6</source>
-        <translation>das Funkgerät hat keine Abtastrate; geben Sie sie an, etwa rate=2e6</translation>
+        <source>its sample rate is not known; add rate=HZ to the address</source>
+        <translation>die Abtastrate ist nicht bekannt; rate=HZ an die Adresse anfügen</translation>
     </message>
     <message>
-        <source>Radio: %1</source>
-        <translation>Funkgerät: %1</translation>
+        <source>--sample-rate is not the rate of the address; leave out one of them</source>
+        <translation>--sample-rate ist nicht die Rate der Adresse; eines davon weglassen</translation>
     </message>
     <message>
-        <source>the radio cannot be used (%1)</source>
-        <translation>das Funkgerät ist nicht verwendbar (%1)</translation>
+        <source>the device has no channel %1 to receive on; choose another</source>
+        <translation>das Gerät hat keinen Empfangskanal %1; einen anderen wählen</translation>
     </message>
     <message>
-        <source>the radio reports an error (%1)</source>
-        <translation>das Funkgerät meldet einen Fehler (%1)</translation>
+        <source>the device cannot be opened (%1); %2</source>
+        <translation>das Gerät kann nicht geöffnet werden (%1); %2</translation>
     </message>
     <message>
-        <source>the radio</source>
-        <translation>dem Funkgerät</translation>
+        <source>there is no such device; %1</source>
+        <translation>dieses Gerät gibt es nicht; %1</translation>
+    </message>
+    <message>
+        <source>the device cannot be used like this (%1); change the address</source>
+        <translation>das Gerät kann so nicht benutzt werden (%1); die Adresse ändern</translation>
+    </message>
+    <message>
+        <source>%1 has failed (%2); check the device and open it again</source>
+        <translation>%1 ist ausgefallen (%2); das Gerät prüfen und neu öffnen</translation>
     </message>
 </context>
 <context>
@@ -1113,20 +1148,20 @@
 <context>
     <name>StreamSource</name>
     <message>
-        <source>Standard input</source>
-        <translation>Standardeingabe</translation>
+        <source>%1 cannot be read (%2)</source>
+        <translation>%1 kann nicht gelesen werden (%2)</translation>
     </message>
     <message>
-        <source>standard input</source>
-        <translation>der Standardeingabe</translation>
+        <source>%1 ended within a sample (bytes left out: %2): it was cut off, or it is not %3</source>
+        <translation>%1 endete mitten in einem Abtastwert (ausgelassene Bytes: %2): abgeschnitten, oder es ist nicht %3</translation>
     </message>
     <message>
-        <source>standard input has ended</source>
-        <translation>die Standardeingabe ist zu Ende</translation>
+        <source>%1 ended before a sample came; start the program that writes them</source>
+        <translation>%1 endete, bevor ein Abtastwert kam; das Programm starten, das sie schreibt</translation>
     </message>
     <message>
-        <source>standard input cannot be read (%1)</source>
-        <translation>die Standardeingabe kann nicht gelesen werden (%1)</translation>
+        <source>%1 has ended</source>
+        <translation>%1 ist zu Ende</translation>
     </message>
 </context>
 <context>
@@ -1174,24 +1209,32 @@
 <context>
     <name>ZmqSource</name>
     <message>
-        <source>this is no address of a publisher; give zmq://HOST:PORT</source>
-        <translation>das ist keine Adresse eines Senders; geben Sie zmq://HOST:PORT an</translation>
+        <source>this is not the address of a publisher; give one such as zmq://127.0.0.1:5555</source>
+        <translation>das ist nicht die Adresse eines Senders; eine wie zmq://127.0.0.1:5555 angeben</translation>
     </message>
     <message>
-        <source>cannot be subscribed to (%1); check the address</source>
-        <translation>kann nicht abonniert werden (%1); prüfen Sie die Adresse</translation>
+        <source>the host %1 is not known; check the name</source>
+        <translation>der Rechner %1 ist nicht bekannt; den Namen prüfen</translation>
     </message>
     <message>
-        <source>%1 sends messages that are not whole samples; check --format</source>
-        <translation>%1 sendet Nachrichten, die keine ganzen Abtastwerte sind; prüfen Sie --format</translation>
+        <source>cannot be connected to (%1); check the address</source>
+        <translation>keine Verbindung möglich (%1); die Adresse prüfen</translation>
     </message>
     <message>
-        <source>%1 cannot be listened to any more (%2)</source>
-        <translation>%1 kann nicht mehr empfangen werden (%2)</translation>
+        <source>%1 sends messages that are not whole samples of %2 (the last: %3 bytes; left out so far: %4); check --format, and that it adds no tags</source>
+        <translation>%1 sendet Nachrichten, die keine ganzen Abtastwerte von %2 sind (die letzte: %3 Bytes; bisher ausgelassen: %4); --format prüfen, und dass keine Marken beigefügt werden</translation>
     </message>
     <message>
-        <source>%1 is gone; reconnecting</source>
-        <translation>%1 ist weg; es wird neu verbunden</translation>
+        <source>%1 is not a ZeroMQ publisher: trying again</source>
+        <translation>%1 ist kein ZeroMQ-Sender: neuer Versuch</translation>
+    </message>
+    <message>
+        <source>%1 is gone: reconnecting</source>
+        <translation>%1 ist verschwunden: neue Verbindung wird gesucht</translation>
+    </message>
+    <message>
+        <source>%1 does not answer: trying again</source>
+        <translation>%1 antwortet nicht: neuer Versuch</translation>
     </message>
 </context>
 </TS>

@@ -38,11 +38,14 @@ void describe(QCommandLineParser& parser)
         {{QStringLiteral("v"), QStringLiteral("version")}, Text::tr("Shows the version.")});
     parser.addPositionalArgument(QStringLiteral("FILE"),
                                  Text::tr("Recording to play: SigMF, WAV, FLAC, AIFF and others, "
-                                          "CSV, raw samples."),
+                                          "CSV, raw samples. Or a live signal: - for standard "
+                                          "input, zmq://HOST:PORT, a ZeroMQ publisher, or "
+                                          "soapy://driver=NAME,freq=HZ,rate=HZ,gain=DB, a radio."),
                                  QStringLiteral("[FILE]"));
     add("format",
-        Text::tr("Takes the file for raw samples of <NAME>: cf32, cs16, cu8, cs8, rf32, rs16 and "
-                 "so on, _be for big endian; else endings such as .cu8 say it."),
+        Text::tr("Takes the file, standard input or messages for raw samples of <NAME>: cf32, "
+                 "cs16, cu8, cs8, rf32, rs16 and so on, _be for big endian; else endings such as "
+                 ".cu8 say it, and messages are cf32."),
         "NAME");
     add("sample-rate", Text::tr("Sample rate in hertz, whatever the recording says."), "HZ");
     add("columns",

@@ -3,6 +3,7 @@
 #include "platform/values/Persistant.h"
 #include "workbench/app/Options.h"
 #include "workbench/app/Snapshot.h"
+#include "workbench/sources/LiveAddress.h"
 #include "workbench/window/Appearance.h"
 #include "workbench/window/MainWindow.h"
 #include "workbench/window/SchemeChoice.h"
@@ -12,6 +13,9 @@
 
 #include <cstdio>
 #include <cstdlib>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 
@@ -54,12 +58,17 @@ void handleMessage(QtMsgType type, const QMessageLogContext&, const QString& tex
         std::fprintf(stderr, "%s\n", qPrintable(text));
 }
 
+QString about(const Options& options, const QString& text)
+{
+    return QStringLiteral("%1: %2").arg(LiveAddress::title(options.file), text);
+}
+
 /// Opens the recording and says what is amiss with it.
 Recording open(const Options& options)
 {
     Recording recording = Recording::open(options.file, options.recording);
     for (const QString& notice : recording.notices)
-        say(QStringLiteral("%1: %2").arg(options.file, notice));
+        say(about(options, notice));
     return recording;
 }
 
@@ -89,13 +98,13 @@ int run(MainWindow& window, const Options& options)
         why = recording.why;
         if (!recording.source ||
             !window.player().open(std::move(recording), options.channel, options.symbolRate, why))
-            return fail(exitFailed, QStringLiteral("%1: %2").arg(options.file, why));
+            return fail(exitFailed, about(options, why));
         if (const QString flaw = window.feed().receiverFlaw(); !flaw.isEmpty())
-            return fail(exitFailed, QStringLiteral("%1: %2").arg(options.file, flaw));
-        if (options.snapshotFolder.isEmpty())
+            return fail(exitFailed, about(options, flaw));
+        if (options.snapshotFolder.isEmpty() && !LiveAddress::isLive(options.file))
             window.remember(options.file);
         if (const QString notice = window.player().eyeNotice(); !notice.isEmpty())
-            say(QStringLiteral("%1: %2").arg(options.file, notice));
+            say(about(options, notice));
     } else if (options.demo) {
         window.player().openDemo(*options.demo);
     } else {
@@ -130,7 +139,7 @@ int inform(const Options& options)
 {
     const Recording recording = open(options);
     if (!recording.source)
-        return fail(exitFailed, QStringLiteral("%1: %2").arg(options.file, recording.why));
+        return fail(exitFailed, about(options, recording.why));
     for (const QString& line : Recording::describe(*recording.source) + recording.details)
         std::printf("%s\n", qPrintable(line));
     return 0;
@@ -161,6 +170,9 @@ std::optional<int> runWithoutDisplay(int& argc, char** argv, Options& options)
 
 int main(int argc, char** argv)
 {
+    // Started without a standard input, no other file must be taken for it.
+    if (fcntl(STDIN_FILENO, F_GETFD) < 0)
+        ::open("/dev/null", O_RDONLY);
     qInstallMessageHandler(handleMessage);
     QCoreApplication::setOrganizationName(QStringLiteral("Orvane"));
     QCoreApplication::setApplicationName(QStringLiteral("orvane-workbench"));

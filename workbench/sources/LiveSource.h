@@ -1,24 +1,27 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "workbench/sources/Recording.h"
+#include "workbench/sources/SampleFormat.h"
+#include "workbench/sources/SignalSource.h"
 
 #include <QCoreApplication>
 
+#include <atomic>
 #include <chrono>
 #include <mutex>
 
-/// What live signals have in common: bytes of a known format come when they come, and become
-/// samples; what is amiss is told from any thread.
+/// A live signal of one channel that comes as bytes of one format, in pieces of any length: bytes
+/// of a sample that is not whole wait for the rest of it. Who derives says where bytes come from
+/// and what is amiss beside a silence.
 class LiveSource : public SignalSource
 {
     Q_DECLARE_TR_FUNCTIONS(LiveSource)
 public:
-    /// Whether an address is that of a live signal: "-" for standard input, zmq:// or soapy://.
-    static bool isAddress(const QString& address);
-    /// Opens an address, and says in the recording what came of it.
-    static void open(Recording& recording, const QString& address,
-                     const Recording::Options& options);
+    using Clock = std::chrono::steady_clock;
+
+    /// How long a read may wait.
+    static constexpr std::chrono::milliseconds patience{100};
+
     ~LiveSource() override;
 
     QString name() const override { return m_name; }
@@ -29,40 +32,43 @@ public:
     bool isLive() const override { return true; }
     bool hasEnded() const override { return m_hasEnded; }
     QString trouble() const override;
-    std::int64_t lostBlockCount() const override;
+    std::int64_t lostBlockCount() const override { return m_lostBlockCount; }
     std::int64_t position() const override { return m_position; }
     std::size_t read(std::vector<double>& block, std::size_t count) override;
-    bool seek(std::int64_t position) override;
+    bool seek(std::int64_t) override { return false; }
 
 protected:
-    static constexpr std::chrono::milliseconds patience{100}; ///< of a read
+    /// Bytes that are good to receive at a time.
+    static constexpr std::size_t pieceSize = 1 << 18;
 
     LiveSource(const QString& name, const SampleFormat& format, double sampleRate);
 
-    /// Waits for bytes, no longer than patience, and adds them to others.
-    /// @param most  bytes worth adding; more are kept until they are taken.
-    virtual void receive(std::vector<char>& bytes, std::size_t most) = 0;
-    /// Who sends, in a sentence.
-    virtual QString peer() const = 0;
+    /// Appends the bytes that have come; waits for some at most as long as patience says.
+    /// @return false once none can come any more.
+    virtual bool receive(std::vector<char>& bytes) = 0;
+    /// What is amiss just now, a sentence; empty when all is well. Called in the thread that reads,
+    /// after receive. Where not overridden, a silence of a second or more.
+    virtual QString amiss() const;
 
-    std::size_t sampleSize() const { return m_format.byteCount() * valuesPerSample(); }
-    void end() { m_hasEnded = true; }
-    void setTrouble(const QString& trouble); ///< Empty where all is well again.
-    void countLost(std::int64_t blocks);
+    const SampleFormat& format() const { return m_format; }
+    std::size_t sampleSize() const;
+    void countLost() { ++m_lostBlockCount; }
+    /// Bytes that wait for the rest of their sample.
+    std::size_t remainder() const { return m_bytes.size() - m_used; }
+    /// Whole seconds since samples came last.
+    std::int64_t silentSeconds() const;
 
 private:
-    std::size_t valuesPerSample() const { return static_cast<std::size_t>(m_format.valueCount()); }
-
-    QString m_name;
-    SampleFormat m_format;
-    double m_sampleRate;
-    bool m_hasEnded = false;
+    const QString m_name;
+    const SampleFormat m_format;
+    const double m_sampleRate;
     std::int64_t m_position = 0;
-    std::vector<char> m_bytes; // of samples that are not whole, or not wanted yet
-    std::chrono::steady_clock::time_point m_lastTime;
-
-    mutable std::mutex m_mutex; // guards the following
+    std::vector<char> m_bytes; // received, up to...
+    std::size_t m_used = 0;    // ...here already delivered
+    bool m_canReceive = true;
+    Clock::time_point m_lastArrival = Clock::now();
+    std::atomic<bool> m_hasEnded = false;
+    std::atomic<std::int64_t> m_lostBlockCount = 0;
+    mutable std::mutex m_mutex; // guards what follows
     QString m_trouble;
-    bool m_isSilent = false;
-    std::int64_t m_lostCount = 0;
 };

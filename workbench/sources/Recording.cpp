@@ -3,7 +3,7 @@
 
 #include "workbench/sources/AudioSource.h"
 #include "workbench/sources/CsvSource.h"
-#include "workbench/sources/LiveSource.h"
+#include "workbench/sources/LiveAddress.h"
 #include "workbench/sources/RawSource.h"
 #include "workbench/sources/Sigmf.h"
 
@@ -12,15 +12,12 @@
 #include <algorithm>
 #include <cmath>
 
-Recording Recording::open(const QString& fileName, const Options& options)
+Recording Recording::open(const QString& address, const Options& options)
 {
-    if (LiveSource::isAddress(fileName)) {
-        Recording recording;
-        LiveSource::open(recording, fileName, options);
-        return recording;
-    }
-    const QString why = obstacle(fileName);
-    Recording recording = why.isEmpty() ? openFile(fileName, options) : failure(why);
+    if (LiveAddress::isLive(address))
+        return LiveAddress::open(address, options);
+    const QString why = obstacle(address);
+    Recording recording = why.isEmpty() ? openFile(address, options) : failure(why);
     if (recording.source)
         recording.examine();
     if (!recording.source)
@@ -77,6 +74,9 @@ void Recording::examine()
 QString Recording::obstacle(const QString& fileName)
 {
     const QFileInfo file(fileName);
+    if (!file.exists() && fileName.contains(QLatin1String("://")))
+        return tr("this kind of address is not known; give zmq://HOST:PORT, "
+                  "soapy://driver=NAME,freq=HZ,rate=HZ, or the name of a recording");
     if (!file.exists())
         return tr("there is no such file; check the name");
     if (file.isDir())

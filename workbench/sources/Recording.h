@@ -9,7 +9,7 @@
 
 #include <memory>
 
-/// A file that was opened as a signal, or why it was not.
+/// A file or a live signal that was opened as a signal, or why it was not.
 struct Recording
 {
     Q_DECLARE_TR_FUNCTIONS(Recording)
@@ -21,8 +21,8 @@ public:
 
     /// Opens a file. Its ending or the options say what it is: SigMF, raw samples,
     /// separated values, or a format that libsndfile reads. Or opens a live signal by its address,
-    /// see LiveSource.
-    static Recording open(const QString& fileName, const Options& options);
+    /// see LiveAddress.
+    static Recording open(const QString& address, const Options& options);
 
     /// What stands in the way of reading a file, whatever is in it; empty when nothing does.
     static QString obstacle(const QString& fileName);

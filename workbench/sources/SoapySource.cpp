@@ -1,164 +1,250 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/sources/SoapySource.h"
 
-#include <QMap>
-
-#include <algorithm>
-#include <complex>
-#include <exception>
+#include <QtEndian>
 
 #include <SoapySDR/Device.hpp>
 #include <SoapySDR/Errors.hpp>
 #include <SoapySDR/Formats.hpp>
+#include <SoapySDR/Logger.hpp>
+#include <SoapySDR/Registry.hpp>
+
+#include <algorithm>
+#include <complex>
+#include <stdexcept>
 
 namespace {
 
-constexpr std::size_t maxRead = 1 << 17; // samples at a time
-constexpr int maxFailureCount = 20;      // in a row, before the radio counts as gone
+using Sample = std::complex<float>;
 
-SampleFormat format()
+struct Text
 {
-    SampleFormat result;
-    result.isComplex = true; // 32 bits, as the machine has them
-    result.isBigEndian = Q_BYTE_ORDER == Q_BIG_ENDIAN;
-    return result;
+    Q_DECLARE_TR_FUNCTIONS(SoapySource)
+};
+
+/// What stands in the way, a sentence; of the address, not of the device.
+struct BadAddress
+{
+    QString why;
+};
+
+/// Takes an entry out of an address.
+QString takeText(SoapySDR::Kwargs& entries, const char* key)
+{
+    const auto entry = entries.find(key);
+    if (entry == entries.end())
+        return QString();
+    const QString text = QString::fromStdString(entry->second);
+    entries.erase(entry);
+    return text;
 }
 
-QStringList devices()
+std::optional<double> takeNumber(SoapySDR::Kwargs& entries, const char* key, double lowest,
+                                 double highest)
+{
+    const QString text = takeText(entries, key);
+    if (text.isEmpty())
+        return std::nullopt;
+    bool isNumber = false;
+    const double number = text.toDouble(&isNumber);
+    if (!isNumber || !(number >= lowest && number <= highest))
+        throw BadAddress{Text::tr("%1=%2 cannot be used; give a number from %3 to %4")
+                             .arg(QString::fromLatin1(key), text)
+                             .arg(lowest)
+                             .arg(highest)};
+    return number;
+}
+
+/// The devices that are there, as an address names them.
+QString devices()
 {
     QStringList names;
     for (const SoapySDR::Kwargs& device : SoapySDR::Device::enumerate()) {
-        const auto driver = device.find("driver");
-        if (driver != device.end())
-            names += QStringLiteral("driver=") + QString::fromStdString(driver->second);
+        QStringList entries;
+        for (const char* key : {"driver", "serial", "label"}) {
+            if (const auto entry = device.find(key); entry != device.end())
+                entries += QString::fromLatin1(key) + QLatin1Char('=') +
+                           QString::fromStdString(entry->second);
+        }
+        names += entries.join(QLatin1Char(','));
     }
-    names.removeDuplicates();
-    return names;
+    if (names.isEmpty())
+        return Text::tr("no device was found: plug one in, or install its SoapySDR module");
+    return Text::tr("the devices found are: %1").arg(names.join(QStringLiteral("; ")));
 }
 
 } // namespace
 
-struct SoapySource::Radio
+/// A device with a running stream. Throws what SoapySDR throws, and BadAddress.
+class SoapySource::Device
 {
-    explicit Radio(const SoapySDR::Kwargs& arguments)
-        : device(SoapySDR::Device::make(arguments))
-    {}
-    ~Radio()
+public:
+    Device(SoapySDR::Kwargs entries, std::optional<double> sampleRate)
     {
-        if (stream) {
-            device->deactivateStream(stream);
-            device->closeStream(stream);
+        constexpr double maxHertz = Recording::maxSampleRate;
+        const auto rate = takeNumber(entries, "rate", 1.0, maxHertz);
+        const auto frequency = takeNumber(entries, "freq", 0.0, maxHertz);
+        const auto gain = takeNumber(entries, "gain", -1000.0, 1000.0);
+        const QString antenna = takeText(entries, "antenna");
+        const auto channel = takeNumber(entries, "channel", 0.0, 1023.0);
+        if (entries.empty())
+            throw BadAddress{
+                Text::tr("no device is named, such as soapy://driver=rtlsdr; %1").arg(devices())};
+        if (!rate && !sampleRate)
+            throw BadAddress{Text::tr("its sample rate is not known; add rate=HZ to the address")};
+        if (rate && sampleRate && *rate != *sampleRate)
+            throw BadAddress{Text::tr("--sample-rate is not the rate of the address; leave out "
+                                      "one of them")};
+        m_device = make(entries);
+        m_channel = static_cast<std::size_t>(channel.value_or(0.0));
+        if (m_channel >= m_device->getNumChannels(SOAPY_SDR_RX))
+            throw BadAddress{Text::tr("the device has no channel %1 to receive on; choose another")
+                                 .arg(m_channel)};
+        if (!antenna.isEmpty())
+            m_device->setAntenna(SOAPY_SDR_RX, m_channel, antenna.toStdString());
+        m_device->setSampleRate(SOAPY_SDR_RX, m_channel, rate ? *rate : *sampleRate);
+        if (frequency)
+            m_device->setFrequency(SOAPY_SDR_RX, m_channel, *frequency);
+        const bool isAutomatic = m_device->hasGainMode(SOAPY_SDR_RX, m_channel);
+        if (isAutomatic)
+            m_device->setGainMode(SOAPY_SDR_RX, m_channel, !gain);
+        if (gain)
+            m_device->setGain(SOAPY_SDR_RX, m_channel, *gain);
+        m_sampleRate = m_device->getSampleRate(SOAPY_SDR_RX, m_channel);
+        if (!(m_sampleRate > 0.0 && m_sampleRate <= maxHertz))
+            throw std::runtime_error("sample rate " + std::to_string(m_sampleRate));
+        start();
+    }
+    double sampleRate() const { return m_sampleRate; }
+
+    /// @return samples, or what went wrong, < 0.
+    int read(Sample* samples, std::size_t count, std::chrono::microseconds patience)
+    {
+        void* buffers[] = {samples};
+        int flags = 0;
+        long long time = 0;
+        return m_device->readStream(m_stream.get(), buffers, count, flags, time,
+                                    static_cast<long>(patience.count()));
+    }
+    std::size_t pieceLength() const { return m_pieceLength; }
+
+private:
+    struct Unmake
+    {
+        void operator()(SoapySDR::Device* device) const
+        {
+            try {
+                SoapySDR::Device::unmake(device);
+            } catch (const std::exception&) {
+                // It is gone, and with it what could be closed.
+            }
         }
-        SoapySDR::Device::unmake(device);
-    }
-    Radio(const Radio&) = delete;
-    Radio& operator=(const Radio&) = delete;
-
-    void start(std::size_t channel)
+    };
+    struct Close
     {
-        stream = device->setupStream(SOAPY_SDR_RX, SOAPY_SDR_CF32, {channel});
-        device->activateStream(stream);
+        void operator()(SoapySDR::Stream* stream) const
+        {
+            try {
+                device->deactivateStream(stream);
+                device->closeStream(stream);
+            } catch (const std::exception&) {
+                // As above.
+            }
+        }
+        SoapySDR::Device* device;
+    };
+    using Owner = std::unique_ptr<SoapySDR::Device, Unmake>;
+
+    static Owner make(const SoapySDR::Kwargs& entries)
+    {
+        try {
+            if (SoapySDR::Device* device = SoapySDR::Device::make(entries))
+                return Owner(device);
+        } catch (const std::exception& error) {
+            throw BadAddress{Text::tr("the device cannot be opened (%1); %2")
+                                 .arg(QString::fromLocal8Bit(error.what()), devices())};
+        }
+        throw BadAddress{Text::tr("there is no such device; %1").arg(devices())};
+    }
+    void start()
+    {
+        m_stream = {m_device->setupStream(SOAPY_SDR_RX, SOAPY_SDR_CF32, {m_channel}),
+                    Close{m_device.get()}};
+        const int result =
+            m_stream ? m_device->activateStream(m_stream.get()) : SOAPY_SDR_NOT_SUPPORTED;
+        if (result != 0)
+            throw std::runtime_error(SoapySDR::errToStr(result));
+        constexpr std::size_t shortest = 1024;
+        m_pieceLength = std::clamp(m_device->getStreamMTU(m_stream.get()), shortest,
+                                   pieceSize / sizeof(Sample));
     }
 
-    SoapySDR::Device* device;
-    SoapySDR::Stream* stream = nullptr;
+    Owner m_device;
+    std::unique_ptr<SoapySDR::Stream, Close> m_stream{nullptr, Close{nullptr}};
+    std::size_t m_channel = 0;
+    double m_sampleRate = 0.0;
+    std::size_t m_pieceLength = 0;
 };
 
 void SoapySource::open(Recording& recording, const QString& address,
-                       const Recording::Options& options)
+                       std::optional<double> sampleRate)
 {
-    const auto fail = [&recording](const QString& cause) {
-        const QStringList known = devices();
-        recording.why =
-            known.isEmpty()
-                ? tr("%1; no radio is found, connect one and check its module").arg(cause)
-                : tr("%1; there are: %2").arg(cause, known.join(QStringLiteral(", ")));
-    };
-    const QString text = address.mid(address.indexOf(QLatin1String("//")) + 2);
-    SoapySDR::Kwargs arguments;
-    QMap<QString, double> numbers;
-    QString antenna;
-    for (const QString& part : text.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
-        const QString key = part.section(QLatin1Char('='), 0, 0).trimmed();
-        const QString value = part.section(QLatin1Char('='), 1).trimmed();
-        if (key == QLatin1String("antenna")) {
-            antenna = value;
-        } else if (QStringList{"freq", "rate", "gain", "channel"}.contains(key)) {
-            bool isNumber = false;
-            numbers[key] = value.toDouble(&isNumber);
-            if (!isNumber || !std::isfinite(numbers[key]) ||
-                ((key == QLatin1String("rate") || key == QLatin1String("channel")) &&
-                 (numbers[key] < 0.0 || numbers[key] > Recording::maxSampleRate))) {
-                recording.why = tr("\"%1\" cannot be used; give a number").arg(part);
-                return;
-            }
-        } else {
-            arguments[key.toStdString()] = value.toStdString();
-        }
-    }
-    if (arguments.empty()) {
-        fail(tr("it does not say which radio; give soapy://driver=NAME"));
-        return;
-    }
+    // Drivers are talkative; what matters comes back as errors. Who wants to hear them says so.
+    if (qEnvironmentVariableIsEmpty("SOAPY_SDR_LOG_LEVEL"))
+        SoapySDR::setLogLevel(SOAPY_SDR_FATAL);
+    const QString entries = address.mid(address.indexOf(QLatin1String("://")) + 3);
     try {
-        auto radio = std::make_unique<Radio>(arguments);
-        const auto channel = static_cast<std::size_t>(numbers.value(QStringLiteral("channel")));
-        SoapySDR::Device& device = *radio->device;
-        const double rate = numbers.value(QStringLiteral("rate"), options.sampleRate.value_or(0.0));
-        if (rate > 0.0)
-            device.setSampleRate(SOAPY_SDR_RX, channel, rate);
-        if (numbers.contains(QStringLiteral("freq")))
-            device.setFrequency(SOAPY_SDR_RX, channel, numbers[QStringLiteral("freq")]);
-        if (numbers.contains(QStringLiteral("gain")))
-            device.setGain(SOAPY_SDR_RX, channel, numbers[QStringLiteral("gain")]);
-        if (!antenna.isEmpty())
-            device.setAntenna(SOAPY_SDR_RX, channel, antenna.toStdString());
-        const double sampleRate = device.getSampleRate(SOAPY_SDR_RX, channel);
-        if (!(sampleRate > 0.0 && sampleRate <= Recording::maxSampleRate)) {
-            recording.why = tr("the radio has no sample rate; give it, such as rate=2e6");
-            return;
-        }
-        radio->start(channel);
-        recording.details += tr("Radio: %1").arg(QString::fromStdString(device.getHardwareKey()));
-        recording.source.reset(new SoapySource(address, std::move(radio), sampleRate));
+        auto device =
+            std::make_unique<Device>(SoapySDR::KwargsFromString(entries.toStdString()), sampleRate);
+        recording.source.reset(new SoapySource(address, std::move(device)));
+    } catch (const BadAddress& bad) {
+        recording.why = bad.why;
     } catch (const std::exception& error) {
-        fail(tr("the radio cannot be used (%1)").arg(QString::fromLocal8Bit(error.what())));
+        recording.why = tr("the device cannot be used like this (%1); change the address")
+                            .arg(QString::fromLocal8Bit(error.what()));
     }
 }
 
-SoapySource::SoapySource(const QString& name, std::unique_ptr<Radio> radio, double sampleRate)
-    : LiveSource(name, format(), sampleRate)
-    , m_radio(std::move(radio))
+SoapySource::SoapySource(const QString& address, std::unique_ptr<Device> device)
+    : LiveSource(address, {SampleFormat::Kind::Float, 32, true, Q_BYTE_ORDER == Q_BIG_ENDIAN},
+                 device->sampleRate())
+    , m_device(std::move(device))
 {}
 
 SoapySource::~SoapySource() = default;
 
-void SoapySource::receive(std::vector<char>& bytes, std::size_t most)
+bool SoapySource::receive(std::vector<char>& bytes)
 {
-    const std::size_t before = bytes.size();
-    const std::size_t wanted = std::clamp<std::size_t>(most / sampleSize(), 1, maxRead);
-    bytes.resize(before + wanted * sampleSize());
-    void* buffers[] = {bytes.data() + before};
-    int flags = 0;
-    long long time = 0;
-    const auto patienceUs = std::chrono::duration_cast<std::chrono::microseconds>(patience).count();
-    int got = SOAPY_SDR_STREAM_ERROR;
+    std::vector<Sample> samples(m_device->pieceLength());
+    int count = 0;
     try {
-        got = m_radio->device->readStream(m_radio->stream, buffers, wanted, flags, time,
-                                          static_cast<long>(patienceUs));
-    } catch (const std::exception&) {
+        count = m_device->read(samples.data(), samples.size(), patience);
+    } catch (const std::exception& error) {
+        return end(QString::fromLocal8Bit(error.what()));
     }
-    bytes.resize(before + static_cast<std::size_t>(std::max(got, 0)) * sampleSize());
-    if (got >= 0 || got == SOAPY_SDR_TIMEOUT) {
-        if (m_failureCount > 0)
-            setTrouble(QString());
-        m_failureCount = 0;
-    } else if (got == SOAPY_SDR_OVERFLOW) {
-        countLost(1);
-    } else {
-        setTrouble(tr("the radio reports an error (%1)")
-                       .arg(QString::fromLatin1(SoapySDR::errToStr(got))));
-        if (++m_failureCount >= maxFailureCount)
-            end();
+    switch (count) {
+    case SOAPY_SDR_TIMEOUT:
+        return true;
+    case SOAPY_SDR_OVERFLOW:
+    case SOAPY_SDR_CORRUPTION:
+    case SOAPY_SDR_TIME_ERROR:
+        countLost();
+        return true;
+    default:
+        if (count < 0)
+            return end(QString::fromLatin1(SoapySDR::errToStr(count)));
     }
+    const auto* first = reinterpret_cast<const char*>(samples.data());
+    const std::size_t read = std::min(static_cast<std::size_t>(count), samples.size());
+    bytes.insert(bytes.end(), first, first + read * sizeof(Sample));
+    return true;
 }
+
+bool SoapySource::end(const QString& why)
+{
+    m_end = tr("%1 has failed (%2); check the device and open it again").arg(name(), why);
+    m_device.reset();
+    return false;
+}
+
+QString SoapySource::amiss() const { return m_end.isEmpty() ? LiveSource::amiss() : m_end; }

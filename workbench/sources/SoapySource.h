@@ -2,29 +2,35 @@
 #pragma once
 
 #include "workbench/sources/LiveSource.h"
+#include "workbench/sources/Recording.h"
 
 #include <memory>
 
-/// Samples of a radio that SoapySDR knows.
+/// What a radio receives, through SoapySDR. Samples that the device or its driver lost are counted,
+/// a block for each time; a device that fails ends the signal.
 class SoapySource : public LiveSource
 {
     Q_DECLARE_TR_FUNCTIONS(SoapySource)
 public:
-    /// Opens a device and starts it, and says in the recording what came of it.
-    /// @param address  soapy://KEY=VALUE,... of which freq and rate (Hz), gain (dB), antenna and
-    ///                 channel are set, and the others choose the device.
-    /// @param options  its sample rate is the rate where the address does not say it.
+    /// Opens a device, and says in the recording what came of it.
+    /// @param address     soapy://KEY=VALUE,...: rate and freq in Hz, gain in dB (where not given,
+    ///                    automatic if the device can), antenna, channel from 0; other keys choose
+    ///                    the device. Without any the recording says which devices are there.
+    /// @param sampleRate  Hz, where the address has no rate.
     static void open(Recording& recording, const QString& address,
-                     const Recording::Options& options);
+                     std::optional<double> sampleRate);
     ~SoapySource() override;
 
+protected:
+    bool receive(std::vector<char>& bytes) override;
+    QString amiss() const override;
+
 private:
-    struct Radio;
-    SoapySource(const QString& name, std::unique_ptr<Radio> radio, double sampleRate);
+    class Device;
 
-    void receive(std::vector<char>& bytes, std::size_t most) override;
-    QString peer() const override { return tr("the radio"); }
+    SoapySource(const QString& address, std::unique_ptr<Device> device);
+    bool end(const QString& why);
 
-    std::unique_ptr<Radio> m_radio;
-    int m_failureCount = 0; // in a row
+    std::unique_ptr<Device> m_device;
+    QString m_end; // why no more can come
 };

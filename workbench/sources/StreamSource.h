@@ -3,17 +3,20 @@
 
 #include "workbench/sources/LiveSource.h"
 
-/// Samples that another program writes into a pipe, such as standard input.
+/// Samples of one format that another program writes into a pipe, as fast or slow as it likes.
 class StreamSource : public LiveSource
 {
     Q_DECLARE_TR_FUNCTIONS(StreamSource)
 public:
-    /// @param descriptor  to read from; stays open.
-    StreamSource(int descriptor, const SampleFormat& format, double sampleRate);
+    /// @param descriptor  an open file, read but not closed.
+    StreamSource(const QString& name, int descriptor, const SampleFormat& format,
+                 double sampleRate);
+
+protected:
+    bool receive(std::vector<char>& bytes) override;
+    QString amiss() const override;
 
 private:
-    void receive(std::vector<char>& bytes, std::size_t most) override;
-    QString peer() const override;
-
-    int m_descriptor;
+    const int m_descriptor;
+    QString m_end; // why no more can come
 };

@@ -3,115 +3,210 @@
 
 #include <QUrl>
 
-#include <cstring>
-
+#include <netdb.h>
 #include <zmq.hpp>
 
 namespace {
 
-constexpr int maxWaiting = 256; // messages
-constexpr int reconnectMs = 100;
-constexpr int maxReconnectMs = 2000;
-constexpr const char* monitorAddress = "inproc://monitor";
+constexpr std::chrono::seconds retryPeriod{3};
+constexpr std::chrono::seconds badNewsPeriod{3}; // that a message was left out is told for so long
+// Messages in wait: with the longest that are taken in at all, half a gigabyte.
+constexpr int highWaterMark = 16;
+constexpr std::int64_t longestTakenIn = 2 * ZmqSource::maxMessageSize;
+
+/// Where a host can be reached, as ZeroMQ writes it; empty where it is not known. IPv4 where there
+/// is a choice: publishers mostly listen there only. Asking ZeroMQ to look the name up instead
+/// would hold up the end of the connection for as long as that takes.
+QString endpointOf(const QString& host, int port)
+{
+    addrinfo hints{};
+    hints.ai_socktype = SOCK_STREAM;
+    addrinfo* found = nullptr;
+    if (getaddrinfo(host.toUtf8().constData(), nullptr, &hints, &found) != 0)
+        return QString();
+    const addrinfo* best = found;
+    for (const addrinfo* other = found; other; other = other->ai_next) {
+        if (other->ai_family == AF_INET && best->ai_family != AF_INET)
+            best = other;
+    }
+    char numeric[NI_MAXHOST] = "";
+    getnameinfo(best->ai_addr, best->ai_addrlen, numeric, sizeof numeric, nullptr, 0,
+                NI_NUMERICHOST);
+    const QString pattern =
+        QLatin1String(best->ai_family == AF_INET ? "tcp://%1:%2" : "tcp://[%1]:%2");
+    freeaddrinfo(found);
+    return numeric[0] ? pattern.arg(QString::fromLatin1(numeric)).arg(port) : QString();
+}
 
 } // namespace
 
-struct ZmqSource::Connection
+/// A socket that subscribes to everything, and what its monitor says of it.
+class ZmqSource::Connection
 {
-    Connection()
-        : socket(context, zmq::socket_type::sub)
-        , monitor(context, zmq::socket_type::pair)
+public:
+    explicit Connection(const QString& endpoint)
+        : m_socket(m_context, ZMQ_SUB)
     {
-        socket.set(zmq::sockopt::linger, 0);
-        socket.set(zmq::sockopt::rcvhwm, maxWaiting);
-        socket.set(zmq::sockopt::maxmsgsize, maxMessageSize);
-        socket.set(zmq::sockopt::reconnect_ivl, reconnectMs);
-        socket.set(zmq::sockopt::reconnect_ivl_max, maxReconnectMs);
-        socket.set(zmq::sockopt::subscribe, "");
-        zmq_socket_monitor(socket.handle(), monitorAddress,
-                           ZMQ_EVENT_HANDSHAKE_SUCCEEDED | ZMQ_EVENT_DISCONNECTED);
-        monitor.set(zmq::sockopt::linger, 0);
-        monitor.connect(monitorAddress);
+        set(ZMQ_LINGER, 0);
+        set(ZMQ_RCVHWM, highWaterMark);
+        set(ZMQ_IPV6, endpoint.contains(QLatin1Char('[')) ? 1 : 0);
+        // A peer whose cable was pulled, or that takes the connection and says nothing.
+        set(ZMQ_TCP_KEEPALIVE, 1);
+        set(ZMQ_TCP_KEEPALIVE_IDLE, 5);
+        set(ZMQ_TCP_KEEPALIVE_INTVL, 2);
+        set(ZMQ_TCP_KEEPALIVE_CNT, 3);
+        set(ZMQ_HANDSHAKE_IVL, 2000);
+        zmq_setsockopt(m_socket.handle(), ZMQ_MAXMSGSIZE, &longestTakenIn, sizeof longestTakenIn);
+        zmq_setsockopt(m_socket.handle(), ZMQ_SUBSCRIBE, "", 0);
+        m_monitor.init(m_socket, "inproc://monitor");
+        m_socket.connect(endpoint.toStdString());
     }
 
-    zmq::context_t context{1};
-    zmq::socket_t socket;
-    zmq::socket_t monitor;
+    /// Waits for a message, and hears what became of the connection meanwhile.
+    void await(std::chrono::milliseconds time)
+    {
+        zmq::pollitem_t item{m_socket.handle(), 0, ZMQ_POLLIN, 0};
+        zmq::poll(&item, 1, time);
+        while (m_monitor.check_event(0)) {
+        }
+    }
+    /// @return false for none.
+    bool receive(zmq::message_t& message)
+    {
+        return m_socket.recv(message, zmq::recv_flags::dontwait).has_value();
+    }
+    bool isUp() const { return m_monitor.isUp; }
+    /// Whether something answers that is no publisher.
+    bool isStrange() const { return m_monitor.isStrange; }
+
+private:
+    struct Monitor : zmq::monitor_t
+    {
+        void on_event_handshake_succeeded(const zmq_event_t&, const char*) override
+        {
+            isUp = true;
+            isStrange = false;
+        }
+        void on_event_disconnected(const zmq_event_t&, const char*) override { isUp = false; }
+        void on_event_handshake_failed_no_detail(const zmq_event_t&, const char*) override
+        {
+            isStrange = true;
+        }
+        void on_event_handshake_failed_protocol(const zmq_event_t&, const char*) override
+        {
+            isStrange = true;
+        }
+        bool isUp = false;
+        bool isStrange = false;
+    };
+
+    void set(int option, int value)
+    {
+        zmq_setsockopt(m_socket.handle(), option, &value, sizeof value);
+    }
+
+    zmq::context_t m_context;
+    zmq::socket_t m_socket;
+    Monitor m_monitor;
 };
 
-void ZmqSource::open(Recording& recording, const QString& address,
-                     const Recording::Options& options)
+void ZmqSource::open(Recording& recording, const QString& address, const SampleFormat& format,
+                     double sampleRate)
 {
     const QUrl url(address, QUrl::StrictMode);
-    if (!url.isValid() || url.host().isEmpty() || url.port() <= 0 || url.path().size() > 1) {
-        recording.why = tr("this is no address of a publisher; give zmq://HOST:PORT");
+    const bool isPlain = url.userInfo().isEmpty() && !url.hasQuery() && !url.hasFragment() &&
+                         (url.path().isEmpty() || url.path() == QLatin1String("/"));
+    if (!url.isValid() || url.host().isEmpty() || url.port() < 1 || !isPlain) {
+        recording.why = tr("this is not the address of a publisher; give one such as "
+                           "zmq://127.0.0.1:5555");
+        return;
+    }
+    const QString endpoint = endpointOf(url.host(), url.port());
+    if (endpoint.isEmpty()) {
+        recording.why = tr("the host %1 is not known; check the name").arg(url.host());
         return;
     }
     try {
-        recording.source.reset(new ZmqSource(url.host(), url.port(), options));
+        std::unique_ptr<ZmqSource> source(new ZmqSource(address, endpoint, format, sampleRate));
+        source->connect();
+        recording.source = std::move(source);
     } catch (const zmq::error_t& error) {
-        recording.why = tr("cannot be subscribed to (%1); check the address").arg(error.what());
+        recording.why = tr("cannot be connected to (%1); check the address")
+                            .arg(QString::fromLocal8Bit(error.what()));
     }
 }
 
-ZmqSource::ZmqSource(const QString& host, int port, const Recording::Options& options)
-    : LiveSource(QStringLiteral("zmq://%1:%2").arg(host).arg(port), *options.format,
-                 *options.sampleRate)
-    , m_peer(QStringLiteral("%1:%2").arg(host).arg(port))
-    , m_connection(std::make_unique<Connection>())
-{
-    const QString bracketed =
-        host.contains(QLatin1Char(':')) ? QStringLiteral("[%1]").arg(host) : host;
-    m_connection->socket.connect(
-        QStringLiteral("tcp://%1:%2").arg(bracketed).arg(port).toStdString());
-}
+ZmqSource::ZmqSource(const QString& address, const QString& endpoint, const SampleFormat& format,
+                     double sampleRate)
+    : LiveSource(address, format, sampleRate)
+    , m_endpoint(endpoint)
+{}
 
 ZmqSource::~ZmqSource() = default;
 
-void ZmqSource::receive(std::vector<char>& bytes, std::size_t)
+void ZmqSource::connect()
 {
-    zmq::pollitem_t items[] = {{m_connection->socket.handle(), 0, ZMQ_POLLIN, 0},
-                               {m_connection->monitor.handle(), 0, ZMQ_POLLIN, 0}};
+    m_lastUp = Clock::now();
+    m_connection.reset();
+    m_connection = std::make_unique<Connection>(m_endpoint);
+}
+
+bool ZmqSource::receive(std::vector<char>& bytes)
+{
     try {
-        zmq::poll(items, 2, patience);
-        if ((items[1].revents & ZMQ_POLLIN) != 0)
-            followConnection();
-        zmq::message_t message;
-        if ((items[0].revents & ZMQ_POLLIN) == 0 ||
-            !m_connection->socket.recv(message, zmq::recv_flags::dontwait))
-            return;
-        if (message.size() > 0 && message.size() % sampleSize() == 0 && !message.more()) {
-            const char* data = message.data<char>();
-            bytes.insert(bytes.end(), data, data + message.size());
-            if (m_garbageCount > 0)
-                setTrouble(QString());
-            m_garbageCount = 0;
-            return;
+        // ZeroMQ does not try again where the peer did not speak its protocol.
+        if (Clock::now() - m_lastUp > retryPeriod)
+            connect();
+        if (m_connection) {
+            m_connection->await(patience);
+            take(bytes);
         }
-        while (message.more() && m_connection->socket.recv(message, zmq::recv_flags::dontwait)) {
-        }
-        ++m_garbageCount;
-        countLost(1);
-        setTrouble(tr("%1 sends messages that are not whole samples; check --format").arg(m_peer));
-    } catch (const zmq::error_t& error) {
-        if (error.num() != EINTR) {
-            end();
-            setTrouble(tr("%1 cannot be listened to any more (%2)").arg(m_peer, error.what()));
-        }
+    } catch (const zmq::error_t&) {
+        // A signal came, or there is no room for a connection: the next call tries again.
+    }
+    if (m_connection && m_connection->isUp()) {
+        m_lastUp = Clock::now();
+        m_wasUp = true;
+    }
+    return true;
+}
+
+/// Takes the messages that are there.
+void ZmqSource::take(std::vector<char>& bytes)
+{
+    zmq::message_t message;
+    while (bytes.size() < pieceSize && m_connection->receive(message)) {
+        const std::size_t size = message.size();
+        if (message.more())
+            continue;
+        if (size == 0 || size > maxMessageSize || size % sampleSize() != 0)
+            leaveOut(size);
+        else
+            bytes.insert(bytes.end(), message.data<char>(), message.data<char>() + size);
     }
 }
 
-void ZmqSource::followConnection()
+void ZmqSource::leaveOut(std::size_t size)
 {
-    zmq::message_t event;
-    zmq::message_t address;
-    if (!m_connection->monitor.recv(event, zmq::recv_flags::dontwait))
-        return;
-    if (event.more() && !m_connection->monitor.recv(address, zmq::recv_flags::none))
-        return;
-    std::uint16_t number = 0;
-    if (event.size() >= sizeof number)
-        std::memcpy(&number, event.data(), sizeof number);
-    setTrouble(number == ZMQ_EVENT_DISCONNECTED ? tr("%1 is gone; reconnecting").arg(m_peer)
-                                                : QString());
+    countLost();
+    m_lastBad = Clock::now();
+    m_bad = tr("%1 sends messages that are not whole samples of %2 (the last: %3 bytes; left out "
+               "so far: %4); check --format, and that it adds no tags")
+                .arg(name(), format().name())
+                .arg(size)
+                .arg(lostBlockCount());
+}
+
+QString ZmqSource::amiss() const
+{
+    const bool isUp = m_connection && m_connection->isUp();
+    if (!isUp && m_connection && m_connection->isStrange())
+        return tr("%1 is not a ZeroMQ publisher: trying again").arg(name());
+    if (!isUp && m_wasUp)
+        return tr("%1 is gone: reconnecting").arg(name());
+    if (!isUp)
+        return silentSeconds() > 0 ? tr("%1 does not answer: trying again").arg(name()) : QString();
+    if (!m_bad.isEmpty() && Clock::now() - m_lastBad < badNewsPeriod)
+        return m_bad;
+    return LiveSource::amiss();
 }

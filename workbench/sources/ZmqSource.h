@@ -2,34 +2,44 @@
 #pragma once
 
 #include "workbench/sources/LiveSource.h"
+#include "workbench/sources/Recording.h"
 
 #include <memory>
 
-/// Samples that a ZeroMQ publisher sends, each message some whole samples and nothing else. The
-/// source connects to the publisher, and again when it was gone; it binds to nothing.
+/// What a ZeroMQ publisher sends: each message some samples of one format, without a header. Of a
+/// message in parts, as it comes with a topic, the last part. Messages that are empty, absurdly
+/// long or not whole samples are left out and counted.
+///
+/// Connects to where it is told, binds nothing, and connects again for as long as it lives.
 class ZmqSource : public LiveSource
 {
     Q_DECLARE_TR_FUNCTIONS(ZmqSource)
 public:
-    /// Largest message that counts as samples, bytes.
-    static constexpr std::int64_t maxMessageSize = 64 << 20;
+    static constexpr std::size_t maxMessageSize = 16 << 20; ///< bytes
 
-    /// Connects, and says in the recording what came of it; the publisher need not be there yet.
+    /// Connects, and says in the recording what came of it. The publisher need not be there yet.
     /// @param address  zmq://HOST:PORT
-    /// @param options  with format and sample rate.
-    static void open(Recording& recording, const QString& address,
-                     const Recording::Options& options);
+    static void open(Recording& recording, const QString& address, const SampleFormat& format,
+                     double sampleRate);
     ~ZmqSource() override;
 
+protected:
+    bool receive(std::vector<char>& bytes) override;
+    QString amiss() const override;
+
 private:
-    struct Connection;
-    ZmqSource(const QString& host, int port, const Recording::Options& options);
+    class Connection;
 
-    void receive(std::vector<char>& bytes, std::size_t most) override;
-    QString peer() const override { return m_peer; }
-    void followConnection();
+    ZmqSource(const QString& address, const QString& endpoint, const SampleFormat& format,
+              double sampleRate);
+    void connect();
+    void take(std::vector<char>& bytes);
+    void leaveOut(std::size_t size);
 
-    QString m_peer;
-    std::unique_ptr<Connection> m_connection;
-    std::int64_t m_garbageCount = 0;
+    const QString m_endpoint;
+    std::unique_ptr<Connection> m_connection; // null where there could be none
+    Clock::time_point m_lastUp;               // or tried
+    bool m_wasUp = false;
+    Clock::time_point m_lastBad; // message that was left out...
+    QString m_bad;               // ...and why, empty for none
 };
