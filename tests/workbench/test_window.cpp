@@ -14,6 +14,7 @@
 #include "workbench/window/MainWindow.h"
 #include "workbench/window/NoticeBar.h"
 #include "workbench/window/ParameterPanel.h"
+#include "workbench/window/Progress.h"
 #include "workbench/window/ViewPanes.h"
 
 #include <QAction>
@@ -91,7 +92,8 @@ struct Window : testing::Test, TestFolder
         QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QDropEvent event({50.0, 50.0}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(window.get(), &enter);
-        return enter.isAccepted() && QCoreApplication::sendEvent(window.get(), &event);
+        return enter.isAccepted() && QCoreApplication::sendEvent(window.get(), &event) &&
+               QTest::qWaitFor([this] { return !window->progress().isRunning(); });
     }
     /// Drops a recording of a sine.
     void dropSine(int channels, std::size_t values)

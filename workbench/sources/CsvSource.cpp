@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::int64_t headSize = 256 << 10;   // bytes, enough to know the layout from
 constexpr std::int64_t countedSize = 32 << 20; // of files whose rows are counted at once
+constexpr std::int64_t countedRows = 1 << 16;  // at a time
 constexpr std::int64_t markDistance = 1 << 20; // bytes
 constexpr std::size_t maxBlockValueCount = 1 << 18;
 
@@ -43,14 +44,27 @@ void CsvSource::open(Recording& recording, const QString& fileName,
     source->m_sampleRate = recording.orAssumed(layout.sampleRate);
     source->m_marks = {{-layout.firstRow, layout.begin}};
     source->start(source->m_marks.front());
-    if (source->m_file.size() <= countedSize)
-        source->seek(std::numeric_limits<std::int64_t>::max()); // counts on the way
+    if (source->m_file.size() <= countedSize && !source->countRows(options.goOn)) {
+        recording.why = tr("opening was given up");
+        return;
+    }
     if (source->m_isBroken)
         recording.notices += tr("the row after sample %1 is longer than %2 bytes, what follows is "
                                 "left out")
                                  .arg(source->m_count.value_or(0))
                                  .arg(CsvRows::maxRowSize);
     recording.source = std::move(source);
+}
+
+/// False when it was given up.
+bool CsvSource::countRows(const std::function<bool(double part)>& goOn)
+{
+    for (std::int64_t row = countedRows; seek(row); row += countedRows) {
+        const double part = static_cast<double>(m_file.pos()) / static_cast<double>(m_file.size());
+        if (goOn && !goOn(part))
+            return false;
+    }
+    return seek(0);
 }
 
 CsvSource::CsvSource(const QString& fileName)

@@ -38,6 +38,7 @@ private:
     explicit CsvSource(const QString& fileName);
     void start(const Mark& mark);
     Mark markBefore(std::int64_t sample) const;
+    bool countRows(const std::function<bool(double part)>& goOn);
     bool readOn();
     void takeRow(const CsvRows::Row& row);
     std::size_t available() const { return (m_ahead.size() - m_used) / m_layout.columns.size(); }

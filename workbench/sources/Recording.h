@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
 /// A file or a live signal that was opened as a signal, or why it was not.
@@ -49,4 +50,6 @@ struct Recording::Options
     std::optional<SampleFormat> format; ///< the file is raw samples of it
     std::optional<double> sampleRate;   ///< Hz, > 0, at most maxSampleRate
     QStringList columns; ///< of separated values, by number from 1 or by name; empty: the usual
+    /// Told how much of a long opening is done, 0 to 1; false gives it up. May be empty.
+    std::function<bool(double part)> goOn;
 };

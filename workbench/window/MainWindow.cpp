@@ -13,6 +13,7 @@
 #include "workbench/window/ParameterDock.h"
 #include "workbench/window/ParameterPanel.h"
 #include "workbench/window/PlaybackControls.h"
+#include "workbench/window/Progress.h"
 #include "workbench/window/Readings.h"
 #include "workbench/window/StatusFields.h"
 #include "workbench/window/ViewBindings.h"
@@ -61,6 +62,7 @@ QString droppedFile(const QMimeData* data)
 MainWindow::MainWindow(SchemeChoice& scheme)
     : m_scheme(scheme)
     , m_notice(new NoticeBar(this))
+    , m_progress(new Progress(this))
     , m_panes(new ViewPanes(this))
     , m_timeView(m_panes->add<VCGLTimeDiagram>("time", tr("&Time diagram")))
     , m_eyeView(m_panes->add<VCGLEyeDiagram>("eye", tr("&Eye diagram")))
@@ -111,6 +113,7 @@ void MainWindow::buildViews()
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(m_notice);
+    column->addWidget(m_progress);
     column->addWidget(m_panes, 1);
     setCentralWidget(center);
 }
@@ -222,7 +225,22 @@ void MainWindow::showPlaying(bool playing)
 
 void MainWindow::openOrSay(const QString& fileName)
 {
-    Recording recording = Recording::open(fileName, {});
+    // What plays goes on until the new signal is there.
+    const auto recording = std::make_shared<Recording>();
+    const auto open = [recording, fileName](const Progress::GoOn& goOn) {
+        Recording::Options options;
+        options.goOn = goOn;
+        *recording = Recording::open(fileName, options);
+    };
+    m_progress->run(tr("Opening %1").arg(QFileInfo(fileName).fileName()), open,
+                    [this, recording, fileName](bool isCancelled) {
+                        if (!isCancelled)
+                            takeOrSay(fileName, std::move(*recording));
+                    });
+}
+
+void MainWindow::takeOrSay(const QString& fileName, Recording recording)
+{
     QString why = recording.why;
     if (recording.source && m_player.open(std::move(recording), 1, std::nullopt, why)) {
         m_file->remember(fileName);

@@ -12,6 +12,7 @@ class FileMenu;
 class NoticeBar;
 class ParameterDock;
 class PlaybackControls;
+class Progress;
 class SchemeChoice;
 class Readings;
 class StatusFields;
@@ -38,6 +39,8 @@ public:
     VCGLEyeDiagram& eyeView() { return *m_eyeView; }
     VCGLIQDiagram& iqView() { return *m_iqView; }
     ViewPanes& panes() { return *m_panes; }
+    /// Where to run what takes long.
+    Progress& progress() { return *m_progress; }
     /// Shows span, speed and position as the feed has them.
     void refresh();
     /// Sets what was set when a window was last closed, see Player::keep.
@@ -65,11 +68,13 @@ private:
     void showPlaying(bool playing);
     void applyColors();
     void openOrSay(const QString& fileName);
+    void takeOrSay(const QString& fileName, Recording recording);
     void sayNotices(QStringList notices);
 
     SchemeChoice& m_scheme;
     Player m_player;
     NoticeBar* m_notice;
+    Progress* m_progress;
     ViewPanes* m_panes;
     VCGLTimeDiagram* m_timeView;
     VCGLEyeDiagram* m_eyeView;
