@@ -65,6 +65,10 @@
         <source>the row after sample %1 is longer than %2 bytes, what follows is left out</source>
         <translation>die Zeile nach Abtastwert %1 ist länger als %2 Bytes, was danach kommt, entfällt</translation>
     </message>
+    <message>
+        <source>opening was given up</source>
+        <translation>das Öffnen wurde abgebrochen</translation>
+    </message>
 </context>
 <context>
     <name>FileMenu</name>
@@ -179,6 +183,10 @@
     <message>
         <source>&amp;IQ diagram</source>
         <translation>&amp;IQ-Diagramm</translation>
+    </message>
+    <message>
+        <source>Opening %1</source>
+        <translation>%1 wird geöffnet</translation>
     </message>
 </context>
 <context>
@@ -669,6 +677,34 @@
         <source>As the desktop</source>
         <translation>Wie der Desktop</translation>
     </message>
+    <message>
+        <source>Modulated signal</source>
+        <translation>Moduliertes Signal</translation>
+    </message>
+    <message>
+        <source>SNR</source>
+        <translation>SNR</translation>
+    </message>
+    <message>
+        <source>Energy of a symbol against the density of the noise</source>
+        <translation>Energie eines Symbols gegen die Dichte des Rauschens</translation>
+    </message>
+    <message>
+        <source>Phase noise</source>
+        <translation>Phasenrauschen</translation>
+    </message>
+    <message>
+        <source>RMS by which the carrier&apos;s phase walks in a symbol</source>
+        <translation>Effektivwert, um den die Phase des Trägers in einem Symbol wandert</translation>
+    </message>
+    <message>
+        <source>Carrier offset</source>
+        <translation>Trägerversatz</translation>
+    </message>
+    <message>
+        <source>What is left of it after the receiver</source>
+        <translation>Was der Empfänger davon übrig lässt</translation>
+    </message>
 </context>
 <context>
     <name>PlaybackControls</name>
@@ -742,6 +778,17 @@
     <message>
         <source>an eye takes %1 to %2 samples of a symbol; it is cut every %3 samples until another symbol rate is given</source>
         <translation>ein Auge braucht %1 bis %2 Abtastwerte je Symbol; es wird alle %3 Abtastwerte geschnitten, bis eine andere Symbolrate angegeben ist</translation>
+    </message>
+</context>
+<context>
+    <name>Progress</name>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Abbrechen</translation>
     </message>
 </context>
 <context>

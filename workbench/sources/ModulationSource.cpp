@@ -92,10 +92,15 @@ struct ModulationSource::Channel
                                    0.45F, 60.0F, 64),
                 resamp_crcf_destroy)
         , random(settings.seed + 1U)
-        , noise(std::sqrt(0.5 * sentPerSymbol * std::pow(10.0, -settings.snrDb / 10.0)))
         , phaseStep(2.0 * pi * settings.carrierOffset / sentPerSymbol)
-        , phaseNoise(settings.phaseNoise / std::sqrt(sentPerSymbol))
-    {}
+    {
+        setNoise(settings);
+    }
+    void setNoise(const ModulationSettings& settings)
+    {
+        noise = std::sqrt(0.5 * sentPerSymbol * std::pow(10.0, -settings.snrDb / 10.0));
+        phaseNoise = settings.phaseNoise / std::sqrt(sentPerSymbol);
+    }
     /// @return samples that come out, at most two.
     unsigned run(Sample sample, Sample (&output)[2])
     {
@@ -113,9 +118,9 @@ struct ModulationSource::Channel
     Owner<resamp_crcf> clock;
     std::mt19937 random;
     std::normal_distribution<double> normal;
-    double noise; // RMS of I and of Q, where the power of the signal is 1
+    double noise = 0.0; // RMS of I and of Q, where the power of the signal is 1
     double phaseStep;
-    double phaseNoise;
+    double phaseNoise = 0.0;
     double phase = 0.0;
 };
 
@@ -169,8 +174,26 @@ QString ModulationSource::name() const
     return tr("Built-in %1 signal").arg(QString::fromLatin1(kindOf(m_settings).name));
 }
 
+void ModulationSource::setSnr(double decibels)
+{
+    m_settings.snrDb = decibels;
+    m_channel->setNoise(m_settings);
+}
+
+void ModulationSource::setPhaseNoise(double rms)
+{
+    m_settings.phaseNoise = rms;
+    m_channel->setNoise(m_settings);
+}
+
+void ModulationSource::setCarrierError(double cyclesPerSymbol)
+{
+    m_settings.carrierError = cyclesPerSymbol;
+}
+
 void ModulationSource::start()
 {
+    m_phase = 0.0;
     m_transmitter = std::make_unique<Transmitter>(m_settings);
     m_channel = std::make_unique<Channel>(m_settings);
     m_receiver = std::make_unique<Receiver>();
@@ -210,12 +233,15 @@ std::size_t ModulationSource::read(std::vector<double>& block, std::size_t count
 {
     auto& received = m_receiver->received;
     block.clear();
+    const double step = 2.0 * pi * m_settings.carrierError / samplesPerSymbol;
     for (std::size_t i = 0; i < count; ++i) {
         while (received.empty())
             runSymbol();
-        block.push_back(static_cast<double>(received.front().real()));
-        block.push_back(static_cast<double>(received.front().imag()));
+        const auto sample = std::complex<double>(received.front()) * std::polar(1.0, m_phase);
+        block.push_back(sample.real());
+        block.push_back(sample.imag());
         received.pop_front();
+        m_phase = std::remainder(m_phase + step, 2.0 * pi);
     }
     m_position += static_cast<std::int64_t>(count);
     return count;

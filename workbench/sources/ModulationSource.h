@@ -13,6 +13,8 @@ struct ModulationSettings
     enum class Scheme { Bpsk, Qpsk, Psk8, Qam16, Qam64 };
     static constexpr double minSnrDb = 0.0;
     static constexpr double maxSnrDb = 60.0;
+    static constexpr double maxPhaseNoise = 0.02;
+    static constexpr double maxCarrierError = 0.02;
 
     /// Names of the schemes, as people write them, in order.
     static QStringList names();
@@ -22,6 +24,7 @@ struct ModulationSettings
     double snrDb = 28.0;         ///< energy of a symbol against the noise's spectral density
     double carrierOffset = 1e-3; ///< cycles a symbol
     double phaseNoise = 2e-3;    ///< rad, RMS, by which the carrier's phase walks in a symbol
+    double carrierError = 0.0;   ///< cycles a symbol, of the offset, that the receiver leaves
     double clockOffset = 2e-5;   ///< of the transmitter's symbol clock, as a part of it
     std::uint32_t seed = 20260801;
 };
@@ -42,6 +45,10 @@ public:
     ~ModulationSource() override;
 
     const ModulationSettings& settings() const { return m_settings; }
+    /// These act on the symbols that are sent from now on.
+    void setSnr(double decibels);
+    void setPhaseNoise(double rms);
+    void setCarrierError(double cyclesPerSymbol);
 
     QString name() const override;
     double sampleRate() const override { return m_settings.sampleRate; }
@@ -69,6 +76,7 @@ private:
 
     ModulationSettings m_settings;
     std::int64_t m_position = 0;
+    double m_phase = 0.0; // of the carrier's error, rad
     std::unique_ptr<Transmitter> m_transmitter;
     std::unique_ptr<Channel> m_channel;
     std::unique_ptr<Receiver> m_receiver;

@@ -128,7 +128,7 @@ void MainWindow::buildMenus()
         feed().play();
     });
     connect(m_file, &FileMenu::demoChosen, this, [this](ModulationSettings::Scheme scheme) {
-        ModulationSettings settings;
+        ModulationSettings settings = m_player.demo();
         settings.scheme = scheme;
         m_player.openDemo(settings);
         feed().play();

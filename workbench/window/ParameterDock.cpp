@@ -37,6 +37,9 @@ void ParameterDock::connectTo(Player& player)
     connect(m_panel, &ParameterPanel::bandwidthChosen, &player, &Player::setBandwidth);
     connect(m_panel, &ParameterPanel::levelCountChosen, &player, &Player::setLevelCount);
     connect(m_panel, &ParameterPanel::frameChosen, &player, &Player::setFrame);
+    connect(m_panel, &ParameterPanel::snrChosen, &player, &Player::setSnr);
+    connect(m_panel, &ParameterPanel::phaseNoiseChosen, &player, &Player::setPhaseNoise);
+    connect(m_panel, &ParameterPanel::carrierErrorChosen, &player, &Player::setCarrierError);
     connect(m_panel, &ParameterPanel::autoScaleWanted, &player, &Player::fitLevels);
     connect(m_panel, &ParameterPanel::fullScaleWanted, &player, &Player::showFullScale);
 }

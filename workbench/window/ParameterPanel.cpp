@@ -24,6 +24,9 @@ constexpr int panelWidth = 256;
 constexpr int nameWidth = 96;
 constexpr double percent = 0.01;
 constexpr double bandwidthStep = 0.05;
+constexpr double phaseNoiseStep = 2.5e-4;   // rad
+constexpr double carrierErrorStep = 2.5e-4; // cycles a symbol
+constexpr double pi = 3.14159265358979323846;
 constexpr int maxFrameSymbolCount = 4096;
 
 double fromDecibels(double level) { return std::pow(10.0, level / 20.0); }
@@ -58,6 +61,7 @@ ParameterPanel::ParameterPanel(QWidget* parent)
     addIqSection();
     addLevelSection();
     addBuiltInSection();
+    addDemoSection();
     addAppearanceSection();
     sections->addStretch();
 }
@@ -96,7 +100,7 @@ QSlider* ParameterPanel::addSlider(QFormLayout* form, const QString& name, int l
     slider->setRange(lowest, highest);
     slider->setAccessibleName(name);
     *value = new QLabel(row);
-    (*value)->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("-88 dB ")));
+    (*value)->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("-888.8 Hz")));
     (*value)->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     auto* line = new QHBoxLayout(row);
     line->setContentsMargins(0, 0, 0, 0);
@@ -244,6 +248,36 @@ void ParameterPanel::addBuiltInSection()
             &ParameterPanel::frameChosen);
 }
 
+void ParameterPanel::addDemoSection()
+{
+    QFormLayout* form = addSection(tr("Modulated signal"));
+    m_demo = form->parentWidget();
+    m_snr = addSlider(form, tr("SNR"), static_cast<int>(ModulationSettings::minSnrDb),
+                      static_cast<int>(ModulationSettings::maxSnrDb), &m_snrText);
+    m_snr->setToolTip(tr("Energy of a symbol against the density of the noise"));
+    m_phaseNoise =
+        addSlider(form, tr("Phase noise"), 0,
+                  static_cast<int>(std::lround(ModulationSettings::maxPhaseNoise / phaseNoiseStep)),
+                  &m_phaseNoiseText);
+    m_phaseNoise->setToolTip(tr("RMS by which the carrier's phase walks in a symbol"));
+    const auto most =
+        static_cast<int>(std::lround(ModulationSettings::maxCarrierError / carrierErrorStep));
+    m_carrierError = addSlider(form, tr("Carrier offset"), -most, most, &m_carrierErrorText);
+    m_carrierError->setToolTip(tr("What is left of it after the receiver"));
+    connect(m_snr, &QSlider::valueChanged, this, [this](int decibels) {
+        describeDemo();
+        emit snrChosen(decibels);
+    });
+    connect(m_phaseNoise, &QSlider::valueChanged, this, [this](int steps) {
+        describeDemo();
+        emit phaseNoiseChosen(steps * phaseNoiseStep);
+    });
+    connect(m_carrierError, &QSlider::valueChanged, this, [this](int steps) {
+        describeDemo();
+        emit carrierErrorChosen(steps * carrierErrorStep);
+    });
+}
+
 void ParameterPanel::addAppearanceSection()
 {
     QFormLayout* form = addSection(tr("Appearance"));
@@ -302,6 +336,7 @@ void ParameterPanel::show(const SignalFeed& feed)
     m_eyeSymbols->setValue(feed.eye().cut().symbolCount);
     m_trajectory->setChecked(feed.iq().isTrajectory());
     showBuiltIn(feed);
+    showDemo(feed);
 }
 
 void ParameterPanel::showSymbolRate(const SignalFeed& feed)
@@ -342,6 +377,34 @@ void ParameterPanel::showBuiltIn(const SignalFeed& feed)
     describeNoise();
     describeJitter();
     describeBandwidth();
+}
+
+void ParameterPanel::showDemo(const SignalFeed& feed)
+{
+    const auto* source = dynamic_cast<const ModulationSource*>(feed.input());
+    m_demo->setVisible(source != nullptr);
+    if (!source)
+        return;
+    const QSignalBlocker quietSnr(m_snr);
+    const QSignalBlocker quietNoise(m_phaseNoise);
+    const QSignalBlocker quietError(m_carrierError);
+    const ModulationSettings& settings = source->settings();
+    m_demoSymbolRate = source->symbolRate().value_or(1.0);
+    m_snr->setValue(static_cast<int>(std::lround(settings.snrDb)));
+    m_phaseNoise->setValue(static_cast<int>(std::lround(settings.phaseNoise / phaseNoiseStep)));
+    m_carrierError->setValue(
+        static_cast<int>(std::lround(settings.carrierError / carrierErrorStep)));
+    describeDemo();
+}
+
+void ParameterPanel::describeDemo()
+{
+    m_snrText->setText(QStringLiteral("%1 dB").arg(m_snr->value()));
+    const double degrees = m_phaseNoise->value() * phaseNoiseStep * 180.0 / pi;
+    m_phaseNoiseText->setText(QString::number(degrees, 'f', 2) + QChar(0x00b0));
+    const double hertz = m_carrierError->value() * carrierErrorStep * m_demoSymbolRate;
+    m_carrierErrorText->setText(QString::number(hertz, 'f', hertz < 1000.0 ? 1 : 0) +
+                                QStringLiteral(" Hz"));
 }
 
 void ParameterPanel::describeNoise()

@@ -39,7 +39,10 @@ signals:
     void levelCountChosen(int count);          ///< As in NrzSettings.
     void bandwidthChosen(double part);         ///< As in NrzSettings.
     void frameChosen(int symbolCount);         ///< As in NrzSettings.
-    void trajectoryChosen(bool wanted);        ///< As in IqFeed.
+    void snrChosen(double decibels);           ///< These as in ModulationSettings.
+    void phaseNoiseChosen(double rms);
+    void carrierErrorChosen(double cyclesPerSymbol);
+    void trajectoryChosen(bool wanted); ///< As in IqFeed.
     void schemeChosen(SchemeChoice::Choice choice);
     void autoScaleWanted();
     void fullScaleWanted();
@@ -55,12 +58,15 @@ private:
     void addIqSection();
     void addLevelSection();
     void addBuiltInSection();
+    void addDemoSection();
     void addAppearanceSection();
     void showBuiltIn(const SignalFeed& feed);
+    void showDemo(const SignalFeed& feed);
     void showSymbolRate(const SignalFeed& feed);
     void describeNoise();
     void describeJitter();
     void describeBandwidth();
+    void describeDemo();
 
     QLabel* m_sampleRate;
     QDoubleSpinBox* m_symbolRate;
@@ -83,6 +89,14 @@ private:
     QSlider* m_bandwidth;
     QLabel* m_bandwidthText;
     QSpinBox* m_frame;
+    QWidget* m_demo; // section of the modulated signal
+    QSlider* m_snr;
+    QLabel* m_snrText;
+    QSlider* m_phaseNoise;
+    QLabel* m_phaseNoiseText;
+    QSlider* m_carrierError;
+    QLabel* m_carrierErrorText;
+    double m_demoSymbolRate = 1.0;
     QComboBox* m_scheme;
     double m_unitSeconds = 1.0; // of the span's editor
 };

@@ -57,29 +57,42 @@ void Player::openBuiltIn(const NrzSettings& settings)
 
 void Player::openDemo(const ModulationSettings& settings)
 {
-    m_feed.open(std::make_unique<ModulationSource>(settings), 0, std::nullopt);
+    m_demo = settings;
+    m_feed.open(std::make_unique<ModulationSource>(m_demo), 0, std::nullopt);
     m_feed.setSpan(demoSpan / *m_feed.source()->symbolRate());
     m_details.clear();
     showFullScale();
     emit opened({});
 }
 
+/// Changes the source that plays, if it is one of those.
+template<class Source, class Work>
+void Player::change(Work work)
+{
+    if (!m_feed.input())
+        return;
+    m_feed.changeInput([&work](SignalSource& source) {
+        if (auto* fitting = dynamic_cast<Source*>(&source))
+            work(*fitting);
+    });
+}
+
 void Player::setNoise(double rms)
 {
     m_builtIn.noise = rms;
-    changeBuiltIn([rms](NrzSource& source) { source.setNoise(rms); });
+    change<NrzSource>([rms](NrzSource& source) { source.setNoise(rms); });
 }
 
 void Player::setJitter(double rms)
 {
     m_builtIn.jitter = rms;
-    changeBuiltIn([rms](NrzSource& source) { source.setJitter(rms); });
+    change<NrzSource>([rms](NrzSource& source) { source.setJitter(rms); });
 }
 
 void Player::setBandwidth(double part)
 {
     m_builtIn.bandwidth = part;
-    changeBuiltIn([part](NrzSource& source) { source.setBandwidth(part); });
+    change<NrzSource>([part](NrzSource& source) { source.setBandwidth(part); });
 }
 
 void Player::setLevelCount(int count)
@@ -94,12 +107,23 @@ void Player::setFrame(int symbolCount)
     restartBuiltIn();
 }
 
-void Player::changeBuiltIn(const std::function<void(NrzSource&)>& work)
+void Player::setSnr(double decibels)
 {
-    m_feed.changeInput([&work](SignalSource& source) {
-        if (auto* builtIn = dynamic_cast<NrzSource*>(&source))
-            work(*builtIn);
-    });
+    m_demo.snrDb = decibels;
+    change<ModulationSource>([=](ModulationSource& source) { source.setSnr(decibels); });
+}
+
+void Player::setPhaseNoise(double rms)
+{
+    m_demo.phaseNoise = rms;
+    change<ModulationSource>([=](ModulationSource& source) { source.setPhaseNoise(rms); });
+}
+
+void Player::setCarrierError(double cyclesPerSymbol)
+{
+    m_demo.carrierError = cyclesPerSymbol;
+    change<ModulationSource>(
+        [=](ModulationSource& source) { source.setCarrierError(cyclesPerSymbol); });
 }
 
 void Player::restartBuiltIn()

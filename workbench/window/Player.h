@@ -43,6 +43,13 @@ public:
     void setLevelCount(int count);
     void setFrame(int symbolCount);
 
+    /// What the built-in signal with a modulation has.
+    const ModulationSettings& demo() const { return m_demo; }
+    /// These act on it at once, or when it is opened; as in ModulationSettings.
+    void setSnr(double decibels);
+    void setPhaseNoise(double rms);
+    void setCarrierError(double cyclesPerSymbol);
+
     /// @param symbolRate  Bd; 0: what the source says.
     void setSymbolRate(double symbolRate);
     void setChannel(int channel); ///< From 0.
@@ -81,12 +88,14 @@ signals:
     void outdated();
 
 private:
-    void changeBuiltIn(const std::function<void(NrzSource&)>& work);
+    template<class Source, class Work>
+    void change(Work work);
     void restartBuiltIn();
     void useKeptSpan();
 
     SignalFeed m_feed;
     NrzSettings m_builtIn;
+    ModulationSettings m_demo;
     QStringList m_details;       // of the recording that plays
     double m_keptSpan = 0.0;     // s, as the user chose it...
     double m_keptSpanRate = 0.0; // ...for this sample rate, Hz
