@@ -154,8 +154,8 @@
 <context>
     <name>LiveSource</name>
     <message>
-        <source>no samples for %1 s from %2: waiting</source>
-        <translation>Seit %1 s keine Abtastwerte von %2: es wird gewartet</translation>
+        <source>no samples for %1 s: waiting</source>
+        <translation>seit %1 s keine Abtastwerte: es wird gewartet</translation>
     </message>
 </context>
 <context>
@@ -1165,8 +1165,8 @@
         <translation>das Gerät kann so nicht benutzt werden (%1); die Adresse ändern</translation>
     </message>
     <message>
-        <source>%1 has failed (%2); check the device and open it again</source>
-        <translation>%1 ist ausgefallen (%2); das Gerät prüfen und neu öffnen</translation>
+        <source>the device has failed (%1); check it and open it again</source>
+        <translation>das Gerät ist ausgefallen (%1); es prüfen und neu öffnen</translation>
     </message>
 </context>
 <context>
@@ -1195,20 +1195,20 @@
 <context>
     <name>StreamSource</name>
     <message>
-        <source>%1 cannot be read (%2)</source>
-        <translation>%1 kann nicht gelesen werden (%2)</translation>
+        <source>it cannot be read (%1)</source>
+        <translation>kann nicht gelesen werden (%1)</translation>
     </message>
     <message>
-        <source>%1 ended within a sample (bytes left out: %2): it was cut off, or it is not %3</source>
-        <translation>%1 endete mitten in einem Abtastwert (ausgelassene Bytes: %2): abgeschnitten, oder es ist nicht %3</translation>
+        <source>it ended within a sample (bytes left out: %1): it was cut off, or it is not %2</source>
+        <translation>endete mitten in einem Abtastwert (ausgelassene Bytes: %1): abgeschnitten, oder nicht %2</translation>
     </message>
     <message>
-        <source>%1 ended before a sample came; start the program that writes them</source>
-        <translation>%1 endete, bevor ein Abtastwert kam; das Programm starten, das sie schreibt</translation>
+        <source>it ended before a sample came; start the program that writes them</source>
+        <translation>endete, bevor ein Abtastwert kam; das Programm starten, das sie schreibt</translation>
     </message>
     <message>
-        <source>%1 has ended</source>
-        <translation>%1 ist zu Ende</translation>
+        <source>it has ended</source>
+        <translation>ist zu Ende</translation>
     </message>
 </context>
 <context>
@@ -1268,20 +1268,20 @@
         <translation>keine Verbindung möglich (%1); die Adresse prüfen</translation>
     </message>
     <message>
-        <source>%1 sends messages that are not whole samples of %2 (the last: %3 bytes; left out so far: %4); check --format, and that it adds no tags</source>
-        <translation>%1 sendet Nachrichten, die keine ganzen Abtastwerte von %2 sind (die letzte: %3 Bytes; bisher ausgelassen: %4); --format prüfen, und dass keine Marken beigefügt werden</translation>
+        <source>messages are not whole samples of %1 (%2 left out, the last of %3 bytes); check --format, and that no tags are sent</source>
+        <translation>Nachrichten sind keine ganzen Abtastwerte von %1 (%2 ausgelassen, die letzte mit %3 Bytes); --format prüfen, und dass keine Marken gesendet werden</translation>
     </message>
     <message>
-        <source>%1 is not a ZeroMQ publisher: trying again</source>
-        <translation>%1 ist kein ZeroMQ-Sender: neuer Versuch</translation>
+        <source>who answers is not a ZeroMQ publisher: trying again</source>
+        <translation>wer antwortet, ist kein ZeroMQ-Sender: neuer Versuch</translation>
     </message>
     <message>
-        <source>%1 is gone: reconnecting</source>
-        <translation>%1 ist verschwunden: neue Verbindung wird gesucht</translation>
+        <source>the publisher is gone: reconnecting</source>
+        <translation>der Sender ist verschwunden: Verbindung wird neu gesucht</translation>
     </message>
     <message>
-        <source>%1 does not answer: trying again</source>
-        <translation>%1 antwortet nicht: neuer Versuch</translation>
+        <source>the publisher does not answer: trying again</source>
+        <translation>der Sender antwortet nicht: neuer Versuch</translation>
     </message>
 </context>
 </TS>

@@ -73,7 +73,7 @@ TEST(Stream, TellsASilenceWhileItLasts)
     EXPECT_EQ(source.trouble(), "");
     pipe.closeWriter();
     readUntil(source, all, [&] { return source.hasEnded(); });
-    EXPECT_EQ(source.trouble(), "pipe has ended");
+    EXPECT_EQ(source.trouble(), "it has ended");
 }
 
 TEST(Stream, ThatCannotBeReadEndsAndSaysWhy)

@@ -31,8 +31,7 @@ std::int64_t LiveSource::silentSeconds() const
 QString LiveSource::amiss() const
 {
     const std::int64_t seconds = m_canReceive ? silentSeconds() : 0;
-    return seconds > 0 ? tr("no samples for %1 s from %2: waiting").arg(seconds).arg(m_name)
-                       : QString();
+    return seconds > 0 ? tr("no samples for %1 s: waiting").arg(seconds) : QString();
 }
 
 std::size_t LiveSource::read(std::vector<double>& block, std::size_t count)

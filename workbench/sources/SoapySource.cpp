@@ -242,7 +242,7 @@ bool SoapySource::receive(std::vector<char>& bytes)
 
 bool SoapySource::end(const QString& why)
 {
-    m_end = tr("%1 has failed (%2); check the device and open it again").arg(name(), why);
+    m_end = tr("the device has failed (%1); check it and open it again").arg(why);
     m_device.reset();
     return false;
 }

@@ -30,16 +30,15 @@ bool StreamSource::receive(std::vector<char>& bytes)
     if (count > 0 || (count < 0 && (error == EINTR || error == EAGAIN)))
         return true;
     if (count < 0)
-        m_end = tr("%1 cannot be read (%2)").arg(name(), qt_error_string(error));
+        m_end = tr("it cannot be read (%1)").arg(qt_error_string(error));
     else if (!bytes.empty())
-        m_end = tr("%1 ended within a sample (bytes left out: %2): it was cut off, or it is not %3")
-                    .arg(name())
+        m_end = tr("it ended within a sample (bytes left out: %1): it was cut off, or it is not %2")
                     .arg(bytes.size())
                     .arg(format().name());
     else if (position() == 0)
-        m_end = tr("%1 ended before a sample came; start the program that writes them").arg(name());
+        m_end = tr("it ended before a sample came; start the program that writes them");
     else
-        m_end = tr("%1 has ended").arg(name());
+        m_end = tr("it has ended");
     return false;
 }
 

@@ -190,22 +190,22 @@ void ZmqSource::leaveOut(std::size_t size)
 {
     countLost();
     m_lastBad = Clock::now();
-    m_bad = tr("%1 sends messages that are not whole samples of %2 (the last: %3 bytes; left out "
-               "so far: %4); check --format, and that it adds no tags")
-                .arg(name(), format().name())
-                .arg(size)
-                .arg(lostBlockCount());
+    m_bad = tr("messages are not whole samples of %1 (%2 left out, the last of %3 bytes); check "
+               "--format, and that no tags are sent")
+                .arg(format().name())
+                .arg(lostBlockCount())
+                .arg(size);
 }
 
 QString ZmqSource::amiss() const
 {
     const bool isUp = m_connection && m_connection->isUp();
     if (!isUp && m_connection && m_connection->isStrange())
-        return tr("%1 is not a ZeroMQ publisher: trying again").arg(name());
+        return tr("who answers is not a ZeroMQ publisher: trying again");
     if (!isUp && m_wasUp)
-        return tr("%1 is gone: reconnecting").arg(name());
+        return tr("the publisher is gone: reconnecting");
     if (!isUp)
-        return silentSeconds() > 0 ? tr("%1 does not answer: trying again").arg(name()) : QString();
+        return silentSeconds() > 0 ? tr("the publisher does not answer: trying again") : QString();
     if (!m_bad.isEmpty() && Clock::now() - m_lastBad < badNewsPeriod)
         return m_bad;
     return LiveSource::amiss();
