@@ -274,7 +274,9 @@ void SignalFeed::playThrough(double seconds)
     m_ahead->setDiscarding(false);
     const auto block = static_cast<std::size_t>(std::ceil(samplesPerPeriod()));
     auto left = static_cast<std::size_t>(std::ceil(seconds * m_scale.sampleRate));
-    m_reader->setSegmentLength(std::min(m_reader->segmentLength(), left)); // few end late
+    // Such segments that one ends where the time does, or a little later.
+    const std::size_t segments = (left + m_reader->segmentLength() - 1) / m_reader->segmentLength();
+    m_reader->setSegmentLength(left / std::max<std::size_t>(segments, 1) + 1);
     for (std::size_t got = 1; left > 0 && got > 0 && !m_atEnd; left -= std::min(left, got)) {
         got = deliver(std::min(left, block));
         m_eye.settle();

@@ -19,7 +19,7 @@ BasebandFormat GainControl::configure(const ReceiverSettings& settings,
                                       const BasebandFormat& format)
 {
     using Modulation = ReceiverSettings::Modulation;
-    m_isOn = settings.hasGainControl;
+    m_isOn = settings.hasGainControl && !format.isDemodulated; // whose level it does not change
     const bool isCalm =
         settings.modulation == Modulation::Qam16 || settings.modulation == Modulation::Qam64;
     agc_crcf_set_bandwidth(m_control.get(), isCalm ? calmBandwidth : quickBandwidth);

@@ -6,7 +6,7 @@
 
 struct agc_crcf_s;
 
-/// Brings I and Q to a mean power of 1.
+/// Brings I and Q to a mean power of 1, unless something was demodulated from them.
 class GainControl : public ReceiverStage
 {
 public:
