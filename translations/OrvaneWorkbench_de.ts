@@ -202,6 +202,10 @@
         <source>Close this message</source>
         <translation>Meldung schließen</translation>
     </message>
+    <message>
+        <source>Close this message (Esc)</source>
+        <translation>Diese Meldung schließen (Esc)</translation>
+    </message>
 </context>
 <context>
     <name>NrzSource</name>
@@ -746,7 +750,7 @@
     </message>
     <message>
         <source>F&amp;orward</source>
-        <translation>&amp;Vorwärts</translation>
+        <translation>V&amp;orwärts</translation>
     </message>
     <message>
         <source>To the &amp;end</source>

@@ -25,6 +25,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QSettings>
+#include <QShortcut>
 #include <QToolBar>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -93,7 +94,10 @@ MainWindow::MainWindow(SchemeChoice& scheme)
             &SchemeChoice::choose);
     m_statusTimer.setInterval(statusPeriodMs);
     connect(&m_statusTimer, &QTimer::timeout, this, &MainWindow::refreshStatus);
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this,
+            &MainWindow::leaveWhatIsOnTop);
     menus::keepKeys(*this);
+    m_playback->setTabOrderBefore(*m_timeView->focusProxy());
     m_timeView->setFocus();
 }
 
@@ -180,6 +184,16 @@ void MainWindow::showSource(const QStringList& notices)
     m_status->setSource(source.name(), source.sampleRate());
     sayNotices(notices);
     refresh();
+}
+
+void MainWindow::leaveWhatIsOnTop()
+{
+    if (m_progress->isVisible())
+        m_progress->cancel();
+    else if (m_notice->isVisible())
+        m_notice->hide();
+    else
+        setWindowState(windowState() & ~Qt::WindowFullScreen);
 }
 
 void MainWindow::refresh()

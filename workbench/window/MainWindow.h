@@ -67,6 +67,7 @@ private:
     void refreshStatus();
     void showPlaying(bool playing);
     void applyColors();
+    void leaveWhatIsOnTop();
     void openOrSay(const QString& fileName);
     void takeOrSay(const QString& fileName, Recording recording);
     void sayNotices(QStringList notices);

@@ -18,7 +18,7 @@ NoticeBar::NoticeBar(QWidget* parent)
     auto* close = new QToolButton(this);
     close->setText(QString(QChar(0x00d7)));
     close->setAutoRaise(true);
-    close->setToolTip(tr("Close this message"));
+    close->setToolTip(tr("Close this message (Esc)"));
     close->setAccessibleName(tr("Close this message"));
     connect(close, &QToolButton::clicked, this, &QWidget::hide);
 

@@ -14,6 +14,7 @@ ParameterDock::ParameterDock(Player& player, QWidget* parent)
     auto* scroll = new QScrollArea(this);
     scroll->setWidget(m_panel);
     scroll->setWidgetResizable(true);
+    scroll->setFocusPolicy(Qt::NoFocus); // its controls have it
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setFixedWidth(m_panel->width() + scroll->verticalScrollBar()->sizeHint().width());
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

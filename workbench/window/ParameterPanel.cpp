@@ -20,7 +20,7 @@
 
 namespace {
 
-constexpr int panelWidth = 256;
+constexpr int panelWidth = 276;
 constexpr int nameWidth = 96;
 constexpr double percent = 0.01;
 constexpr double bandwidthStep = 0.05;

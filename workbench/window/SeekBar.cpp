@@ -50,6 +50,7 @@ SeekBar::SeekBar(QWidget* parent)
     , m_slider(new PlaceSlider(Qt::Horizontal, this))
     , m_text(new QLabel(this))
 {
+    setFocusProxy(m_slider);
     m_slider->setRange(0, places);
     m_slider->setAccessibleName(tr("Position"));
     m_slider->setToolTip(tr("Position in the signal"));

@@ -1,0 +1,107 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "WindowFixture.h"
+#include "platform/startup/TranslationCenter.h"
+
+#include <QAccessible>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+
+#include <map>
+
+namespace {
+
+struct Keys : Window
+{
+    static QChar keyOf(QString text)
+    {
+        text.remove("&&");
+        const int at = text.indexOf('&');
+        return at < 0 ? QChar() : text[at + 1].toUpper();
+    }
+    /// Says which texts of a list are reached by the same key.
+    static void expectDifferentKeys(const QStringList& texts)
+    {
+        std::map<QChar, QString> known;
+        for (const QString& text : texts) {
+            const QChar key = keyOf(text);
+            if (key.isNull())
+                continue;
+            EXPECT_EQ(known[key], QString())
+                << text.toStdString() << " / " << known[key].toStdString();
+            known[key] = text;
+        }
+    }
+    static QStringList textsOf(const QList<QAction*>& actions)
+    {
+        QStringList texts;
+        for (const QAction* action : actions)
+            texts += action->text();
+        return texts;
+    }
+};
+
+TEST_F(Keys, ReachEveryMenuEntryAndControlByOneOfItsOwn)
+{
+    TranslationCenter& translations = TranslationCenter::Instance();
+    translations.AddFolder(ORVANE_CATALOGUES);
+    translations.Register("OrvaneWorkbench");
+    for (const char* language : {"en", "de"}) {
+        translations.SetLanguage(language);
+        window.reset();
+        window = std::make_unique<MainWindow>(scheme);
+        QStringList inWindow = textsOf(window->menuBar()->actions());
+        EXPECT_EQ(inWindow[0], language == QString("de") ? "&Datei" : "&File");
+        for (const QMenu* menu : window->menuBar()->findChildren<QMenu*>())
+            expectDifferentKeys(textsOf(menu->actions()));
+        for (const QMenu* menu : window->findChildren<QMenu*>())
+            expectDifferentKeys(textsOf(menu->actions()));
+        auto* panel = window->findChild<ParameterPanel*>();
+        for (const QLabel* label : panel->findChildren<QLabel*>())
+            if (label->buddy())
+                inWindow += label->text();
+        for (const QAbstractButton* button : panel->findChildren<QAbstractButton*>())
+            inWindow += button->text();
+        expectDifferentKeys(inWindow);
+    }
+    translations.SetLanguage("en");
+    translations.Unregister("OrvaneWorkbench");
+}
+
+TEST_F(Keys, ComeToEveryControlWhichSaysItsName)
+{
+    std::map<QWidget*, int> order;
+    window->timeView().setFocus();
+    for (int i = 0; i < 200 && order.size() == std::size_t(i); ++i) {
+        order[QApplication::focusWidget()] = i;
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    for (QWidget* widget : window->findChildren<QWidget*>()) {
+        if (!widget->isVisible() || !widget->isEnabled() || widget->focusProxy() ||
+            !(widget->focusPolicy() & Qt::TabFocus) || widget->window() != window.get())
+            continue;
+        const std::string type = widget->metaObject()->className();
+        EXPECT_TRUE(order.count(widget)) << type << ' ' << widget->objectName().toStdString();
+        const QAccessibleInterface* seen = QAccessible::queryAccessibleInterface(widget);
+        ASSERT_TRUE(seen) << type;
+        EXPECT_FALSE(seen->text(QAccessible::Name).isEmpty())
+            << type << ' ' << widget->toolTip().toStdString();
+    }
+    EXPECT_TRUE(order.count(window->findChild<QToolBar*>()->findChild<QComboBox*>()));
+}
+
+TEST_F(Keys, OfSlidersAndChoicesAreNotTakenByShortcuts)
+{
+    auto* slider = window->findChild<ParameterPanel*>()->findChild<QSlider*>();
+    slider->setFocus();
+    QTest::keyClick(slider, Qt::Key_End);
+    EXPECT_EQ(slider->value(), slider->maximum());
+    auto& levels = control<QComboBox>("&Levels");
+    levels.setFocus();
+    QTest::keyClick(&levels, Qt::Key_4);
+    QTest::keyClick(&levels, Qt::Key_P);
+    EXPECT_FALSE(window->feed().isPlaying());
+    EXPECT_EQ(window->player().builtIn().levelCount, 4);
+}
+
+} // namespace

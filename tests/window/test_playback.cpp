@@ -1,0 +1,110 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "WindowFixture.h"
+#include "workbench/window/PaneNote.h"
+#include "workbench/window/SeekBar.h"
+
+namespace {
+
+struct Playback : Window
+{
+    QSlider& slider() { return *window->findChild<SeekBar*>()->findChild<QSlider*>(); }
+    QString time() { return window->findChild<SeekBar*>()->findChild<QLabel*>()->text(); }
+    bool waitForTime(double seconds)
+    {
+        return QTest::qWaitFor(
+            [&] { return std::abs(window->feed().time() - seconds) < 0.1 && !time().isEmpty(); });
+    }
+    QPoint at(double part) { return {int(part * slider().width()), slider().height() / 2}; }
+    void click(double part) { QTest::mouseClick(&slider(), Qt::LeftButton, {}, at(part)); }
+    void pauseRecording()
+    {
+        dropSine(1, 80000); // 10 s
+        QTest::keyClick(window.get(), Qt::Key_P);
+        ASSERT_FALSE(window->feed().isPlaying());
+    }
+};
+
+TEST_F(Playback, GoesWhereTheSliderIsClickedDraggedOrMovedByKeys)
+{
+    EXPECT_FALSE(slider().isEnabled()) << "the built-in signal has no end";
+    EXPECT_FALSE(action("To the &end").isEnabled());
+    pauseRecording();
+    const auto traces = TestAccess::traceCount(window->timeView());
+    click(0.75);
+    EXPECT_TRUE(waitForTime(7.5));
+    EXPECT_GT(TestAccess::traceCount(window->timeView()), traces) << "the views stand still";
+    EXPECT_FALSE(window->feed().isPlaying());
+    EXPECT_TRUE(time().endsWith(" / 0:10.000")) << time().toStdString();
+
+    QTest::mousePress(&slider(), Qt::LeftButton, {}, at(0.25));
+    QMouseEvent move(QEvent::MouseMove, at(0.5), Qt::NoButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&slider(), &move);
+    EXPECT_TRUE(waitForTime(5.0));
+    QTest::mouseRelease(&slider(), Qt::LeftButton, {}, at(0.5));
+
+    const auto press = [&](QWidget* widget, Qt::Key key, double expected) {
+        QTest::keyClick(widget, key);
+        EXPECT_TRUE(waitForTime(expected)) << key << ' ' << window->feed().time();
+    };
+    press(window.get(), Qt::Key_End, 10.0);
+    press(window.get(), Qt::Key_Home, 0.0);
+    press(&slider(), Qt::Key_PageUp, 1.0);
+    for (int i = 0; i < 5; ++i)
+        QTest::keyClick(window.get(), Qt::Key_Right);
+    EXPECT_GT(window->feed().time(), 1.4);
+    press(&slider(), Qt::Key_Home, 0.0);
+
+    click(0.5);
+    EXPECT_TRUE(waitForTime(5.0));
+    QTest::keyClick(window.get(), Qt::Key_P);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window->feed().time() > 5.2; })) << "plays on there";
+}
+
+TEST_F(Playback, ShowsAtOnceWhatIsSetWhileItStandsStill)
+{
+    pauseRecording();
+    click(0.5);
+    EXPECT_TRUE(waitForTime(5.0));
+    const auto traces = TestAccess::traceCount(window->eyeView());
+    control<QDoubleSpinBox>("S&ymbol rate").setValue(500.0);
+    EXPECT_GT(TestAccess::traceCount(window->eyeView()), traces);
+    EXPECT_TRUE(waitForTime(5.0));
+}
+
+TEST_F(Playback, HasSpeedsByKeysUpToTheFastest)
+{
+    for (int i = 0; i < 20; ++i)
+        QTest::keyClick(window.get(), Qt::Key_Plus);
+    EXPECT_EQ(window->feed().speed(), SignalFeed::fastest);
+    for (int i = 0; i < 20; ++i)
+        QTest::keyClick(window.get(), Qt::Key_Minus);
+    EXPECT_EQ(window->feed().speed(), SignalFeed::minSpeed);
+}
+
+TEST_F(Playback, SaysWhatEmptyViewsWaitForAndWhatIsShown)
+{
+    const auto& panes = window->panes().panes();
+    const auto notes = [&] {
+        QStringList texts;
+        for (const auto& pane : panes)
+            texts += pane.note->text();
+        return texts;
+    };
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        window->refresh();
+        return notes().filter("paused before the first sample").size() == 3;
+    }));
+    EXPECT_TRUE(panes[0].note->isVisible());
+    window->feed().play();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return notes().join("").isEmpty(); }));
+    EXPECT_FALSE(panes[0].note->isVisible());
+
+    EXPECT_EQ(panes[2].mode->text(), "decision instants");
+    QTest::keyClick(window.get(), Qt::Key_T);
+    EXPECT_EQ(panes[2].mode->text(), "trajectory");
+    EXPECT_TRUE(panes[2].mode->geometry().right() < panes[2].view->width());
+    dropSine(1, 80000);
+    EXPECT_TRUE(panes[1].mode->text().startsWith("no symbol rate"));
+}
+
+} // namespace
