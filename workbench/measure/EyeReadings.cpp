@@ -12,6 +12,7 @@ constexpr std::size_t minCrossingCount = 8;
 constexpr double minSeparation = 2.4; // of two levels, in the sum of their sigmas; noise has 1.4
 constexpr double minShare = 0.04;     // of the traces, on a level
 constexpr double maxUnevenness = 2.5; // of the distances between four levels
+constexpr double nearestPart = 0.02;  // of the crossings of four levels, left out
 constexpr int rounds = 20;            // of sharing the traces among the levels
 
 class Traces
@@ -96,21 +97,40 @@ std::optional<Levels> share(const Traces& traces, std::size_t levelCount)
 }
 
 /// Crossings of a level on one side of the middle, each trace's nearest to it: samples from it.
-Statistics crossings(const Traces& traces, double level, std::size_t reach, int direction)
+struct Crossings
 {
-    Statistics found;
+    Statistics direct;           // of transitions between neighbouring levels
+    std::vector<double> nearest; // of all
+
+    bool areEnough() const { return direct.count() >= minCrossingCount; }
+    /// Distance that all but a part of them keep from the middle.
+    double distance(double part)
+    {
+        const auto index = static_cast<std::ptrdiff_t>(part * static_cast<double>(nearest.size()));
+        std::nth_element(nearest.begin(), nearest.begin() + index, nearest.end());
+        return nearest[static_cast<std::size_t>(index)];
+    }
+};
+
+Crossings crossings(const Traces& traces, const Levels& levels, std::size_t low, double level,
+                    std::size_t reach, int direction)
+{
+    Crossings found;
     for (std::size_t k = 0; k < traces.count(); ++k) {
+        const auto at = [&](std::size_t distance) {
+            return traces.at(k, direction > 0 ? traces.middle() + distance
+                                              : traces.middle() - distance);
+        };
         for (std::size_t step = 0; step < reach; ++step) {
-            const auto at = [&](std::size_t distance) {
-                return traces.at(k, direction > 0 ? traces.middle() + distance
-                                                  : traces.middle() - distance) -
-                       level;
-            };
-            const double inner = at(step);
-            const double outer = at(step + 1);
+            const double inner = at(step) - level;
+            const double outer = at(step + 1) - level;
             if ((inner > 0.0) == (outer > 0.0))
                 continue;
-            found.add(static_cast<double>(step) + inner / (inner - outer));
+            found.nearest.push_back(static_cast<double>(step) + inner / (inner - outer));
+            const std::size_t here = levels.levelOf(at(0));
+            const std::size_t there = levels.levelOf(at(reach));
+            if (std::min(here, there) == low && std::max(here, there) == low + 1)
+                found.direct.add(found.nearest.back());
             break;
         }
     }
@@ -165,18 +185,20 @@ EyeReadings::Eye measure(const Traces& traces, const Levels& levels, std::size_t
     if (level)
         eye.crossing = 100.0 * (*level - eye.lowLevel) / distance;
     const double threshold = level.value_or(eye.lowLevel + 0.5 * distance);
-    const Statistics left = crossings(traces, threshold, symbolLength, -1);
-    const Statistics right = crossings(traces, threshold, symbolLength, 1);
-    if (left.count() < minCrossingCount || right.count() < minCrossingCount)
+    Crossings left = crossings(traces, levels, low, threshold, symbolLength, -1);
+    Crossings right = crossings(traces, levels, low, threshold, symbolLength, 1);
+    if (!left.areEnough() || !right.areEnough())
         return eye;
     const auto unit = static_cast<double>(symbolLength);
-    eye.width =
-        std::max(left.mean() + right.mean() - 3.0 * (left.deviation() + right.deviation()), 0.0) /
-        unit;
-    eye.jitterRms = std::sqrt(0.5 * (left.deviation() * left.deviation() +
-                                     right.deviation() * right.deviation())) /
-                    unit;
-    eye.jitterPeak = std::max(left.range(), right.range()) / unit;
+    const double leftSigma = left.direct.deviation();
+    const double rightSigma = right.direct.deviation();
+    const double width =
+        levels.bounds.size() == 1
+            ? left.direct.mean() + right.direct.mean() - 3.0 * (leftSigma + rightSigma)
+            : left.distance(nearestPart) + right.distance(nearestPart);
+    eye.width = std::max(width, 0.0) / unit;
+    eye.jitterRms = std::sqrt(0.5 * (leftSigma * leftSigma + rightSigma * rightSigma)) / unit;
+    eye.jitterPeak = std::max(left.direct.range(), right.direct.range()) / unit;
     return eye;
 }
 

@@ -24,12 +24,13 @@ struct EyeReadings
         double opening = 0.0;
         /// (high - low) / (sigma high + sigma low), the Q factor of ITU-T O.201.
         double q = 0.0;
-        /// From the crossings on the left to those on the right of the decision, 3 sigma inside of
-        /// their means on both sides; not below 0. None where a trace is shorter than two symbols,
-        /// or few cross.
+        /// From the crossings on the left to those on the right of the decision; not below 0. Of
+        /// two levels 3 sigma inside of their means on both sides. Of four levels, whose
+        /// transitions cross at several times, inside of all but the nearest 2 %. None where a
+        /// trace is shorter than two symbols, or few cross.
         std::optional<double> width;
-        /// Of the crossings about the mean of their side, at the crossing level: r.m.s., and from
-        /// the earliest to the latest.
+        /// Of the crossings about the mean of their side, at the crossing level, of transitions
+        /// from one level of the eye to the other: r.m.s., and from the earliest to the latest.
         std::optional<double> jitterRms;
         std::optional<double> jitterPeak;
         /// Where mean rising and mean falling traces cross, % of the way from low to high: 50
