@@ -116,6 +116,10 @@
         <source>&amp;Clear</source>
         <translation>&amp;Leeren</translation>
     </message>
+    <message>
+        <source>Open &amp;stream...</source>
+        <translation>&amp;Datenstrom öffnen...</translation>
+    </message>
 </context>
 <context>
     <name>InfoDialog</name>
@@ -1197,6 +1201,33 @@
     </message>
 </context>
 <context>
+    <name>StreamDialog</name>
+    <message>
+        <source>Open stream</source>
+        <translation>Datenstrom öffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Address</source>
+        <translation>&amp;Adresse</translation>
+    </message>
+    <message>
+        <source>&amp;Format</source>
+        <translation>&amp;Format</translation>
+    </message>
+    <message>
+        <source>&amp;Sample rate, Hz</source>
+        <translation>Abtast&amp;rate, Hz</translation>
+    </message>
+    <message>
+        <source>Give zmq://HOST:PORT for a ZeroMQ publisher, soapy://driver=NAME,... for a radio, or - for standard input.</source>
+        <translation>zmq://HOST:PORT für einen ZeroMQ-Sender, soapy://driver=NAME,... für ein Funkgerät oder - für die Standardeingabe angeben.</translation>
+    </message>
+    <message>
+        <source>Give the sample rate in hertz, such as 2e6.</source>
+        <translation>Die Abtastrate in Hertz angeben, etwa 2e6.</translation>
+    </message>
+</context>
+<context>
     <name>StreamSource</name>
     <message>
         <source>it cannot be read (%1)</source>
@@ -1272,10 +1303,6 @@
         <translation>keine Verbindung möglich (%1); die Adresse prüfen</translation>
     </message>
     <message>
-        <source>messages are not whole samples of %1 (%2 left out, the last of %3 bytes); check --format, and that no tags are sent</source>
-        <translation>Nachrichten sind keine ganzen Abtastwerte von %1 (%2 ausgelassen, die letzte mit %3 Bytes); --format prüfen, und dass keine Marken gesendet werden</translation>
-    </message>
-    <message>
         <source>who answers is not a ZeroMQ publisher: trying again</source>
         <translation>wer antwortet, ist kein ZeroMQ-Sender: neuer Versuch</translation>
     </message>
@@ -1286,6 +1313,10 @@
     <message>
         <source>the publisher does not answer: trying again</source>
         <translation>der Sender antwortet nicht: neuer Versuch</translation>
+    </message>
+    <message>
+        <source>messages are not whole samples of %1 (%2 left out, the last of %3 bytes); check the format, and that no tags are sent</source>
+        <translation>Nachrichten sind keine ganzen Abtastwerte von %1 (%2 ausgelassen, die letzte mit %3 Bytes); das Format prüfen, und dass keine Marken gesendet werden</translation>
     </message>
 </context>
 </TS>

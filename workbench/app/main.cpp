@@ -101,7 +101,7 @@ int run(MainWindow& window, const Options& options)
             return fail(exitFailed, about(options, why));
         if (const QString flaw = window.feed().receiverFlaw(); !flaw.isEmpty())
             return fail(exitFailed, about(options, flaw));
-        if (options.snapshotFolder.isEmpty() && !LiveAddress::isLive(options.file))
+        if (options.snapshotFolder.isEmpty())
             window.remember(options.file);
         if (const QString notice = window.player().eyeNotice(); !notice.isEmpty())
             say(about(options, notice));

@@ -190,11 +190,12 @@ void ZmqSource::leaveOut(std::size_t size)
 {
     countLost();
     m_lastBad = Clock::now();
-    m_bad = tr("messages are not whole samples of %1 (%2 left out, the last of %3 bytes); check "
-               "--format, and that no tags are sent")
-                .arg(format().name())
-                .arg(lostBlockCount())
-                .arg(size);
+    m_bad =
+        tr("messages are not whole samples of %1 (%2 left out, the last of %3 bytes); check the "
+           "format, and that no tags are sent")
+            .arg(format().name())
+            .arg(lostBlockCount())
+            .arg(size);
 }
 
 QString ZmqSource::amiss() const

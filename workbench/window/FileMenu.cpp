@@ -4,6 +4,7 @@
 #include "platform/values/Persistant.h"
 #include "workbench/window/Icons.h"
 #include "workbench/window/MenuEntries.h"
+#include "workbench/window/StreamDialog.h"
 
 #include <QDir>
 #include <QFileDialog>
@@ -33,6 +34,8 @@ FileMenu::FileMenu(QMainWindow& window)
 {
     m_open->setIcon(signIcon(Sign::Open));
     connect(m_open, &QAction::triggered, this, &FileMenu::chooseFile);
+    QAction* stream = menus::add(window, *this, tr("Open &stream..."), Qt::CTRL + Qt::Key_L);
+    connect(stream, &QAction::triggered, this, &FileMenu::chooseStream);
     m_recent = addMenu(tr("Open &recent"));
     buildRecent();
     QAction* builtIn = menus::add(window, *this, tr("&Built-in signal"), Qt::CTRL + Qt::Key_B);
@@ -113,4 +116,11 @@ void FileMenu::chooseFile()
         QFileDialog::getOpenFileName(parentWidget(), tr("Open recording"), m_folder, filters);
     if (!file.isEmpty())
         emit fileChosen(file);
+}
+
+void FileMenu::chooseStream()
+{
+    auto* dialog = new StreamDialog(parentWidget());
+    connect(dialog, &StreamDialog::streamChosen, this, &FileMenu::streamChosen);
+    dialog->open();
 }

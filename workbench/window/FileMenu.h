@@ -2,12 +2,13 @@
 #pragma once
 
 #include "workbench/sources/ModulationSource.h"
+#include "workbench/sources/Recording.h"
 
 #include <QMenu>
 
 class QMainWindow;
 
-/// The menu of signals to open, and the dialog that chooses a recording.
+/// The menu of signals to open, and the dialogs that choose a recording or a stream.
 class FileMenu : public QMenu
 {
     Q_OBJECT
@@ -24,12 +25,14 @@ public:
 
 signals:
     void fileChosen(const QString& fileName);
+    void streamChosen(const QString& address, const Recording::Options& options);
     void builtInChosen();
     void demoChosen(ModulationSettings::Scheme scheme);
     void informationWanted();
 
 private:
     void chooseFile();
+    void chooseStream();
     void buildRecent();
     void showRecent();
     void setRecent(const QStringList& files);

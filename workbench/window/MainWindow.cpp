@@ -1,5 +1,6 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/MainWindow.h"
+#include "workbench/sources/LiveAddress.h"
 
 #include "iq/GLIQDiagram.h"
 #include "views/VCGLEyeDiagram.h"
@@ -126,7 +127,9 @@ void MainWindow::buildMenus()
 {
     for (QMenu* menu : std::initializer_list<QMenu*>{m_file, m_playback, m_view})
         menuBar()->addMenu(menu);
-    connect(m_file, &FileMenu::fileChosen, this, &MainWindow::openOrSay);
+    connect(m_file, &FileMenu::fileChosen, this,
+            [this](const QString& fileName) { openOrSay(fileName, {}); });
+    connect(m_file, &FileMenu::streamChosen, this, &MainWindow::openOrSay);
     connect(m_file, &FileMenu::builtInChosen, this, [this] {
         m_player.openBuiltIn(m_player.builtIn());
         feed().play();
@@ -237,33 +240,35 @@ void MainWindow::showPlaying(bool playing)
     }
 }
 
-void MainWindow::openOrSay(const QString& fileName)
+void MainWindow::openOrSay(const QString& address, const Recording::Options& options)
 {
     // What plays goes on until the new signal is there.
     const auto recording = std::make_shared<Recording>();
-    const auto open = [recording, fileName](const Progress::GoOn& goOn) {
-        Recording::Options options;
-        options.goOn = goOn;
-        *recording = Recording::open(fileName, options);
+    const auto open = [recording, address, options](const Progress::GoOn& goOn) {
+        Recording::Options all = options;
+        all.goOn = goOn;
+        *recording = Recording::open(address, all);
     };
-    m_progress->run(tr("Opening %1").arg(QFileInfo(fileName).fileName()), open,
-                    [this, recording, fileName](bool isCancelled) {
+    m_progress->run(tr("Opening %1")
+                        .arg(LiveAddress::isLive(address) ? LiveAddress::title(address)
+                                                          : QFileInfo(address).fileName()),
+                    open, [this, recording, address](bool isCancelled) {
                         if (!isCancelled)
-                            takeOrSay(fileName, std::move(*recording));
+                            takeOrSay(address, std::move(*recording));
                     });
 }
 
-void MainWindow::takeOrSay(const QString& fileName, Recording recording)
+void MainWindow::takeOrSay(const QString& address, Recording recording)
 {
     QString why = recording.why;
     if (recording.source && m_player.open(std::move(recording), 1, std::nullopt, why)) {
-        m_file->remember(fileName);
+        m_file->remember(address);
         feed().play();
         return;
     }
-    m_notice->say(tr("%1: %2").arg(fileName, why));
-    if (!QFileInfo::exists(fileName))
-        m_file->forget(fileName);
+    m_notice->say(tr("%1: %2").arg(LiveAddress::title(address), why));
+    if (!QFileInfo::exists(address))
+        m_file->forget(address);
 }
 
 void MainWindow::remember(const QString& fileName) { m_file->remember(fileName); }
@@ -311,7 +316,7 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 void MainWindow::dropEvent(QDropEvent* event)
 {
     event->acceptProposedAction();
-    openOrSay(droppedFile(event->mimeData()));
+    openOrSay(droppedFile(event->mimeData()), {});
 }
 
 void MainWindow::applyColors()

@@ -68,8 +68,8 @@ private:
     void showPlaying(bool playing);
     void applyColors();
     void leaveWhatIsOnTop();
-    void openOrSay(const QString& fileName);
-    void takeOrSay(const QString& fileName, Recording recording);
+    void openOrSay(const QString& address, const Recording::Options& options);
+    void takeOrSay(const QString& address, Recording recording);
     void sayNotices(QStringList notices);
 
     SchemeChoice& m_scheme;
