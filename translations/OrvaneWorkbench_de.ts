@@ -494,6 +494,10 @@
         <source>Parameters</source>
         <translation>Parameter</translation>
     </message>
+    <message>
+        <source>Receiver</source>
+        <translation>Empfänger</translation>
+    </message>
 </context>
 <context>
     <name>ParameterPanel</name>
@@ -713,10 +717,6 @@
         <source>What is left of it after the receiver</source>
         <translation>Was der Empfänger davon übrig lässt</translation>
     </message>
-    <message>
-        <source>live</source>
-        <translation>live</translation>
-    </message>
 </context>
 <context>
     <name>PlaybackControls</name>
@@ -911,6 +911,113 @@
     <message>
         <source>Symbol rate</source>
         <translation>Symbolrate</translation>
+    </message>
+</context>
+<context>
+    <name>ReceiverPanel</name>
+    <message>
+        <source>&amp;Receiver on</source>
+        <translation>&amp;Empfänger an</translation>
+    </message>
+    <message>
+        <source>Added to every frequency</source>
+        <translation>Wird zu jeder Frequenz addiert</translation>
+    </message>
+    <message>
+        <source>Frequency s&amp;hift</source>
+        <translation>Frequenz&amp;verschiebung</translation>
+    </message>
+    <message>
+        <source>no filter</source>
+        <translation>kein Filter</translation>
+    </message>
+    <message>
+        <source>Width of the channel about 0 Hz</source>
+        <translation>Breite des Kanals um 0 Hz</translation>
+    </message>
+    <message>
+        <source>Channel &amp;width</source>
+        <translation>Kanal&amp;breite</translation>
+    </message>
+    <message>
+        <source>I and Q</source>
+        <translation>I und Q</translation>
+    </message>
+    <message>
+        <source>FM</source>
+        <translation>FM</translation>
+    </message>
+    <message>
+        <source>AM</source>
+        <translation>AM</translation>
+    </message>
+    <message>
+        <source>&amp;Demodulation</source>
+        <translation>&amp;Demodulation</translation>
+    </message>
+    <message>
+        <source>&amp;Gain control</source>
+        <translation>&amp;Verstärkungsregelung</translation>
+    </message>
+    <message>
+        <source>Level before</source>
+        <translation>Pegel davor</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keines</translation>
+    </message>
+    <message>
+        <source>Roll-off of the root raised cosine</source>
+        <translation>Roll-off des Wurzel-Kosinus</translation>
+    </message>
+    <message>
+        <source>&amp;Matched filter</source>
+        <translation>An&amp;gepasstes Filter</translation>
+    </message>
+    <message>
+        <source>Symbol &amp;timing</source>
+        <translation>Symbol&amp;takt</translation>
+    </message>
+    <message>
+        <source>Symbol rate error</source>
+        <translation>Symbolratenfehler</translation>
+    </message>
+    <message>
+        <source>Timing error</source>
+        <translation>Taktfehler</translation>
+    </message>
+    <message>
+        <source>&amp;Carrier of</source>
+        <translation>&amp;Träger von</translation>
+    </message>
+    <message>
+        <source>Modulation of the carrier that is recovered</source>
+        <translation>Modulation des Trägers, der zurückgewonnen wird</translation>
+    </message>
+    <message>
+        <source>Carrier offset</source>
+        <translation>Trägerversatz</translation>
+    </message>
+    <message>
+        <source>Phase error</source>
+        <translation>Phasenfehler</translation>
+    </message>
+    <message>
+        <source>searching</source>
+        <translation>sucht</translation>
+    </message>
+    <message>
+        <source>The built-in signals need no receiver: open a recording or a stream.</source>
+        <translation>Die eingebauten Signale brauchen keinen Empfänger: Öffnen Sie eine Aufnahme oder einen Datenstrom.</translation>
+    </message>
+    <message>
+        <source>Symbols can be recovered once the symbol rate is given.</source>
+        <translation>Symbole können zurückgewonnen werden, sobald die Symbolrate angegeben ist.</translation>
+    </message>
+    <message>
+        <source>locked</source>
+        <translation>eingerastet</translation>
     </message>
 </context>
 <context>
@@ -1283,6 +1390,10 @@
     <message>
         <source>Shows the way between the symbols, too</source>
         <translation>Zeigt auch den Weg zwischen den Symbolen</translation>
+    </message>
+    <message>
+        <source>R&amp;eceiver</source>
+        <translation>&amp;Empfänger</translation>
     </message>
 </context>
 <context>

@@ -93,7 +93,8 @@ int run(MainWindow& window, const Options& options)
     QString why;
     window.feed().iq().setTrajectory(options.isTrajectory);
     if (!options.file.isEmpty()) {
-        window.feed().setReceiver(options.receiver);
+        if (options.receiver.isOn)
+            window.feed().setReceiver(options.receiver);
         Recording recording = open(options);
         why = recording.why;
         if (!recording.source ||

@@ -104,19 +104,28 @@ void SignalFeed::rebuild()
     setSpan(m_span);
 }
 
+std::optional<double> SignalFeed::symbolRate() const
+{
+    if (m_symbolRate || !m_input)
+        return m_symbolRate;
+    return m_input->symbolRate();
+}
+
 ReceiverSettings SignalFeed::usedReceiver() const
 {
+    if (m_input->firstSymbol() || !receiverFlaw().isEmpty())
+        return ReceiverSettings();
     ReceiverSettings settings = m_receiver;
-    settings.symbolRate = m_symbolRate ? m_symbolRate : m_input->symbolRate();
-    return settings.flaw(m_input->sampleRate()).isEmpty() ? settings : ReceiverSettings();
+    settings.symbolRate = symbolRate();
+    return settings;
 }
 
 QString SignalFeed::receiverFlaw() const
 {
-    if (!m_input)
+    if (!m_input || m_input->firstSymbol())
         return QString();
     ReceiverSettings settings = m_receiver;
-    settings.symbolRate = m_symbolRate ? m_symbolRate : m_input->symbolRate();
+    settings.symbolRate = symbolRate();
     return settings.flaw(m_input->sampleRate());
 }
 
@@ -308,7 +317,9 @@ double SignalFeed::backlogToReduce() const
 
 void SignalFeed::skip(std::int64_t periods)
 {
-    if (isLive()) // what is too old has been left out before
+    // Of a live signal what is too old has been left out before. A receiver would have to lock
+    // again: the recording plays later instead.
+    if (isLive() || m_received)
         return;
     const auto distance =
         static_cast<std::int64_t>(static_cast<double>(periods) * samplesPerPeriod());

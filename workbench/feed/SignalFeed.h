@@ -60,9 +60,12 @@ public:
     const TimeScale& scale() const { return m_scale; }
 
     /// Receives the source from now on, also the next ones: at the symbol rate that is known, the
-    /// one in the settings does not count. Settings with a flaw for a source are not used with it.
+    /// one in the settings does not count. Settings with a flaw for a source are not used with it,
+    /// nor are any with one whose symbols' clock is known.
     void setReceiver(const ReceiverSettings& settings);
     const ReceiverSettings& receiver() const { return m_receiver; }
+    /// Bd, as it is known: by what was said in open or setSymbolRate, or by the source.
+    std::optional<double> symbolRate() const;
     /// Why the receiver cannot be used with the source: one sentence; empty when it can.
     QString receiverFlaw() const;
     /// How its stages do; none where it is not in use.

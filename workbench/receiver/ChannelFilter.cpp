@@ -27,20 +27,27 @@ BasebandFormat ChannelFilter::configure(const ReceiverSettings& settings,
     const unsigned length = std::clamp(wanted, 3U, maxLength) | 1U;
     m_filter = {firfilt_crcf_create_kaiser(length, static_cast<float>(cutOff), stopBand, 0.0F),
                 firfilt_crcf_destroy};
+    m_delay = length / 2;
+    m_skipped = 0;
     firfilt_crcf_set_scale(m_filter.get(), static_cast<float>(2.0 * cutOff));
     return format;
 }
 
 void ChannelFilter::process(BasebandBlock& block)
 {
-    if (m_filter && !block.samples.empty())
-        firfilt_crcf_execute_block(m_filter.get(), block.samples.data(),
-                                   static_cast<unsigned>(block.samples.size()),
-                                   block.samples.data());
+    if (!m_filter || block.samples.empty())
+        return;
+    firfilt_crcf_execute_block(m_filter.get(), block.samples.data(),
+                               static_cast<unsigned>(block.samples.size()), block.samples.data());
+    const std::size_t skip = std::min(m_delay - m_skipped, block.samples.size());
+    m_skipped += skip;
+    block.samples.erase(block.samples.begin(),
+                        block.samples.begin() + static_cast<std::ptrdiff_t>(skip));
 }
 
 void ChannelFilter::reset()
 {
+    m_skipped = 0;
     if (m_filter)
         firfilt_crcf_reset(m_filter.get());
 }

@@ -6,7 +6,8 @@
 
 struct firfilt_crcf_s;
 
-/// Low-pass that lets the channel through and 60 dB less of its neighbours.
+/// Low-pass that lets the channel through and 60 dB less of its neighbours. It does not delay: what
+/// comes out before it is half filled is left out.
 class ChannelFilter : public ReceiverStage
 {
 public:
@@ -21,4 +22,6 @@ public:
 
 private:
     LiquidHandle<firfilt_crcf_s*> m_filter{nullptr, nullptr};
+    std::size_t m_delay = 0; // samples
+    std::size_t m_skipped = 0;
 };

@@ -205,6 +205,7 @@ void MainWindow::refresh()
     m_view->refresh(feed());
     if (feed().source())
         m_parameters->panel().show(feed());
+    m_parameters->showReceiver();
     refreshStatus();
 }
 
@@ -216,6 +217,7 @@ void MainWindow::refreshStatus()
         m_readingsClock.hasExpired(readingsPeriodMs)) {
         m_readingsClock.start();
         m_readings->show(feed().measure());
+        m_parameters->showReports();
     }
     m_status->setTrouble(feed().trouble());
     m_status->setDropCount(feed().dropCount());

@@ -3,26 +3,62 @@
 
 #include "workbench/window/ParameterPanel.h"
 #include "workbench/window/Player.h"
+#include "workbench/window/ReceiverPanel.h"
 
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTabWidget>
 
 ParameterDock::ParameterDock(Player& player, QWidget* parent)
     : QDockWidget(tr("Parameters"), parent)
+    , m_player(player)
+    , m_tabs(new QTabWidget(this))
     , m_panel(new ParameterPanel(this))
+    , m_receiver(new ReceiverPanel(this))
+{
+    m_tabs->setDocumentMode(true);
+    addTab(m_panel, tr("Parameters"));
+    addTab(m_receiver, tr("Receiver"));
+    setObjectName(QStringLiteral("Parameters"));
+    setFeatures(QDockWidget::DockWidgetClosable);
+    setTitleBarWidget(new QWidget(this)); // none: the tabs have titles
+    setWidget(m_tabs);
+    connectTo(player);
+    connect(m_receiver, &ReceiverPanel::settingsChosen, &player, &Player::setReceiver);
+}
+
+QScrollArea* ParameterDock::addTab(QWidget* panel, const QString& title)
 {
     auto* scroll = new QScrollArea(this);
-    scroll->setWidget(m_panel);
+    scroll->setWidget(panel);
     scroll->setWidgetResizable(true);
     scroll->setFocusPolicy(Qt::NoFocus); // its controls have it
     scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setFixedWidth(m_panel->width() + scroll->verticalScrollBar()->sizeHint().width());
+    scroll->setFixedWidth(panel->width() + scroll->verticalScrollBar()->sizeHint().width());
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setObjectName(QStringLiteral("Parameters"));
-    setFeatures(QDockWidget::DockWidgetClosable);
-    setTitleBarWidget(new QWidget(this)); // none: the sections have headings
-    setWidget(scroll);
-    connectTo(player);
+    m_tabs->addTab(scroll, title);
+    return scroll;
+}
+
+void ParameterDock::raiseReceiver()
+{
+    m_tabs->setCurrentIndex(1);
+    m_receiver->setFocus();
+}
+
+void ParameterDock::showReceiver()
+{
+    const SignalFeed& feed = m_player.feed();
+    const SignalSource* input = feed.input();
+    m_receiver->show(feed.receiver(), feed.symbolRate().has_value(),
+                     input && !input->firstSymbol());
+    m_receiver->showReports(feed.receiverReports());
+}
+
+void ParameterDock::showReports()
+{
+    if (m_receiver->isVisible())
+        m_receiver->showReports(m_player.feed().receiverReports());
 }
 
 void ParameterDock::connectTo(Player& player)

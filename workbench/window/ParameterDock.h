@@ -5,8 +5,12 @@
 
 class ParameterPanel;
 class Player;
+class QScrollArea;
+class QTabWidget;
+class ReceiverPanel;
 
-/// The place of the parameters at the window's edge: what is set there acts on the player.
+/// The place of the parameters and of the receiver at the window's edge: what is set there acts on
+/// the player.
 class ParameterDock : public QDockWidget
 {
     Q_OBJECT
@@ -14,9 +18,20 @@ public:
     ParameterDock(Player& player, QWidget* parent);
 
     ParameterPanel& panel() { return *m_panel; }
+    ReceiverPanel& receiver() { return *m_receiver; }
+    /// Brings the receiver to the front, with the keyboard's focus.
+    void raiseReceiver();
+    /// Shows the receiver as the feed has it; how its stages do only where it is seen.
+    void showReceiver();
+    void showReports();
 
 private:
     void connectTo(Player& player);
 
+    QScrollArea* addTab(QWidget* panel, const QString& title);
+
+    Player& m_player;
+    QTabWidget* m_tabs;
     ParameterPanel* m_panel;
+    ReceiverPanel* m_receiver;
 };

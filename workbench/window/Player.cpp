@@ -147,6 +147,15 @@ void Player::setSymbolRate(double symbolRate)
     emit outdated();
 }
 
+void Player::setReceiver(const ReceiverSettings& settings)
+{
+    m_feed.setReceiver(settings);
+    fitLevels();
+    emit changed();
+    emit clockChanged();
+    emit outdated();
+}
+
 void Player::setChannel(int channel)
 {
     m_feed.setChannel(channel);
@@ -247,6 +256,8 @@ QStringList Player::information() const { return Recording::describe(*m_feed.inp
 
 QString Player::eyeNotice() const
 {
+    if (const QString flaw = m_feed.receiverFlaw(); !flaw.isEmpty())
+        return flaw;
     if (m_feed.eye().cut().clock != EyeCut::Clock::None)
         return QString();
     if (m_feed.scale().unit != TimeScale::Unit::Symbol)

@@ -52,6 +52,8 @@ public:
 
     /// @param symbolRate  Bd; 0: what the source says.
     void setSymbolRate(double symbolRate);
+    /// Receives recordings and streams so from now on.
+    void setReceiver(const ReceiverSettings& settings);
     void setChannel(int channel); ///< From 0.
     void setSpan(double seconds);
     /// Clamped to what the feed plays; SignalFeed::fastest, too.

@@ -3,13 +3,14 @@
 
 #include "workbench/window/Icons.h"
 #include "workbench/window/MenuEntries.h"
+#include "workbench/window/ParameterDock.h"
 #include "workbench/window/Player.h"
 #include "workbench/window/ViewPanes.h"
 
 #include <QDockWidget>
 #include <QMainWindow>
 
-ViewMenu::ViewMenu(QMainWindow& window, Player& player, ViewPanes& panes, QDockWidget& parameters)
+ViewMenu::ViewMenu(QMainWindow& window, Player& player, ViewPanes& panes, ParameterDock& parameters)
     : QMenu(tr("&View"), &window)
     , m_autoScale(menus::add(window, *this, tr("&Auto scale"), Qt::Key_A))
 {
@@ -37,6 +38,11 @@ ViewMenu::ViewMenu(QMainWindow& window, Player& player, ViewPanes& panes, QDockW
     panel->setShortcut(Qt::Key_F9);
     addAction(panel);
     window.addAction(panel);
+    QAction* receiver = menus::add(window, *this, tr("R&eceiver"), Qt::Key_F8);
+    connect(receiver, &QAction::triggered, panel, [panel, &parameters] {
+        panel->setChecked(true);
+        parameters.raiseReceiver();
+    });
     QAction* fullScreen = menus::add(window, *this, tr("F&ull screen"), Qt::Key_F11);
     connect(fullScreen, &QAction::triggered, &window,
             [&window] { window.setWindowState(window.windowState() ^ Qt::WindowFullScreen); });

@@ -3,6 +3,7 @@
 
 #include <QMenu>
 
+class ParameterDock;
 class Player;
 class SignalFeed;
 class QDockWidget;
@@ -15,7 +16,7 @@ class ViewMenu : public QMenu
     Q_OBJECT
 public:
     /// @param parameters  the dock that it hides and shows.
-    ViewMenu(QMainWindow& window, Player& player, ViewPanes& panes, QDockWidget& parameters);
+    ViewMenu(QMainWindow& window, Player& player, ViewPanes& panes, ParameterDock& parameters);
 
     QAction& autoScaleAction() { return *m_autoScale; }
 

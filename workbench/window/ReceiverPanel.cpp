@@ -1,0 +1,217 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/window/ReceiverPanel.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QSignalBlocker>
+
+namespace {
+
+constexpr int panelWidth = 276;
+constexpr int nameWidth = 108;
+constexpr double maxHertz = 1e12;
+constexpr double percent = 100.0;
+
+const QString unknown = QStringLiteral("\u2013");
+
+/// Number without zeros at the end; where it is the lowest one, what that means.
+class NumberEditor : public QDoubleSpinBox
+{
+public:
+    NumberEditor(double lowest, double highest, const QString& unit, QWidget* parent)
+        : QDoubleSpinBox(parent)
+    {
+        setDecimals(3);
+        setRange(lowest, highest);
+        setStepType(QAbstractSpinBox::AdaptiveDecimalStepType);
+        setKeyboardTracking(false);
+        if (!unit.isEmpty())
+            setSuffix(QChar(0x2009) + unit);
+    }
+    QString textFromValue(double value) const override { return QString::number(value, 'g', 13); }
+};
+
+QString readingText(const StageReport::Reading& reading)
+{
+    const auto text = [](double value, int decimals, const char* unit) {
+        return QString::number(value, 'f', decimals) + QChar(0x2009) + QString::fromUtf8(unit);
+    };
+    switch (reading.quantity) {
+    case StageReport::Quantity::Level:
+        return text(reading.value, 1, "dB");
+    case StageReport::Quantity::SymbolRateError:
+        return text(reading.value, 1, "ppm");
+    case StageReport::Quantity::TimingError:
+        return text(percent * reading.value, 2, "%");
+    case StageReport::Quantity::CarrierOffset:
+        return text(reading.value, 1, "Hz");
+    case StageReport::Quantity::PhaseError:
+        return text(reading.value, 1, "°");
+    }
+    return QString();
+}
+
+} // namespace
+
+ReceiverPanel::ReceiverPanel(QWidget* parent)
+    : QWidget(parent)
+{
+    auto* form = new QFormLayout(this);
+    form->setContentsMargins(14, 12, 0, 10);
+    form->setHorizontalSpacing(10);
+    form->setVerticalSpacing(7);
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    setFixedWidth(panelWidth);
+    m_isOn = new QCheckBox(tr("&Receiver on"), this);
+    form->addRow(m_isOn);
+    addFilters(form);
+    addSymbols(form);
+    m_hint = new QLabel(this);
+    m_hint->setWordWrap(true);
+    form->addRow(m_hint);
+
+    const auto chosen = [this] { choose(); };
+    for (QCheckBox* box : {m_isOn, m_gain, m_timing})
+        connect(box, &QCheckBox::clicked, this, chosen);
+    for (QComboBox* box : {m_demodulation, m_modulation})
+        connect(box, QOverload<int>::of(&QComboBox::activated), this, chosen);
+    for (QDoubleSpinBox* box : {m_shift, m_bandwidth, m_rollOff})
+        connect(box, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, chosen);
+}
+
+void ReceiverPanel::addFilters(QFormLayout* form)
+{
+    m_shift = new NumberEditor(-maxHertz, maxHertz, QStringLiteral("Hz"), this);
+    m_shift->setToolTip(tr("Added to every frequency"));
+    form->addRow(tr("Frequency s&hift"), m_shift);
+    form->labelForField(m_shift)->setMinimumWidth(nameWidth);
+    m_bandwidth = new NumberEditor(0.0, maxHertz, QStringLiteral("Hz"), this);
+    m_bandwidth->setSpecialValueText(tr("no filter"));
+    m_bandwidth->setToolTip(tr("Width of the channel about 0 Hz"));
+    form->addRow(tr("Channel &width"), m_bandwidth);
+    m_demodulation = new QComboBox(this);
+    m_demodulation->addItems({tr("I and Q"), tr("FM"), tr("AM")});
+    form->addRow(tr("&Demodulation"), m_demodulation);
+    m_gain = new QCheckBox(tr("&Gain control"), this);
+    form->addRow(m_gain);
+    addState(form, tr("Level before"), StageReport::Quantity::Level);
+    m_rollOff = new NumberEditor(0.0, ReceiverSettings::maxRollOff, QString(), this);
+    m_rollOff->setSpecialValueText(tr("none"));
+    m_rollOff->setToolTip(tr("Roll-off of the root raised cosine"));
+    form->addRow(tr("&Matched filter"), m_rollOff);
+}
+
+void ReceiverPanel::addSymbols(QFormLayout* form)
+{
+    m_timing = new QCheckBox(tr("Symbol &timing"), this);
+    form->addRow(beside(m_timing, &m_timingState));
+    addState(form, tr("Symbol rate error"), StageReport::Quantity::SymbolRateError);
+    addState(form, tr("Timing error"), StageReport::Quantity::TimingError);
+    m_modulation = new QComboBox(this);
+    m_modulation->addItem(tr("none"));
+    m_modulation->addItems(ReceiverSettings::modulationNames());
+    form->addRow(tr("&Carrier of"), beside(m_modulation, &m_carrierState));
+    m_modulation->setAccessibleName(tr("Modulation of the carrier that is recovered"));
+    addState(form, tr("Carrier offset"), StageReport::Quantity::CarrierOffset);
+    addState(form, tr("Phase error"), StageReport::Quantity::PhaseError);
+}
+
+QLabel* ReceiverPanel::addState(QFormLayout* form, const QString& name,
+                                StageReport::Quantity quantity)
+{
+    auto* value = new QLabel(unknown, this);
+    value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    value->setAccessibleName(name);
+    form->addRow(name, value);
+    form->labelForField(value)->setForegroundRole(QPalette::PlaceholderText);
+    m_readings[quantity] = value;
+    return value;
+}
+
+QWidget* ReceiverPanel::beside(QWidget* control, QLabel** state)
+{
+    auto* row = new QWidget(this);
+    *state = new QLabel(unknown, row);
+    (*state)->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    (*state)->setMinimumWidth(fontMetrics().horizontalAdvance(tr("searching")));
+    auto* line = new QHBoxLayout(row);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->addWidget(control, 1);
+    line->addWidget(*state);
+    row->setFocusProxy(control);
+    return row;
+}
+
+void ReceiverPanel::choose()
+{
+    m_settings.isOn = m_isOn->isChecked();
+    m_settings.shift = m_shift->value();
+    const auto unlessZero = [](double value) {
+        return value > 0.0 ? std::optional<double>(value) : std::nullopt;
+    };
+    m_settings.bandwidth = unlessZero(m_bandwidth->value());
+    m_settings.demodulation =
+        static_cast<ReceiverSettings::Demodulation>(m_demodulation->currentIndex());
+    m_settings.hasGainControl = m_gain->isChecked();
+    m_settings.rollOff = unlessZero(m_rollOff->value());
+    m_settings.hasTimingRecovery = m_timing->isChecked();
+    m_settings.modulation = ReceiverSettings::modulationOf(m_modulation->currentText());
+    emit settingsChosen(m_settings);
+}
+
+void ReceiverPanel::show(const ReceiverSettings& settings, bool hasSymbolRate, bool canReceive)
+{
+    m_settings = settings;
+    for (QDoubleSpinBox* box : {m_shift, m_bandwidth, m_rollOff}) {
+        const QSignalBlocker quiet(box);
+        const auto& value = box == m_shift       ? std::optional<double>(settings.shift)
+                            : box == m_bandwidth ? settings.bandwidth
+                                                 : settings.rollOff;
+        box->setValue(value.value_or(0.0));
+    }
+    m_isOn->setChecked(settings.isOn);
+    m_demodulation->setCurrentIndex(static_cast<int>(settings.demodulation));
+    m_gain->setChecked(settings.hasGainControl);
+    m_timing->setChecked(settings.hasTimingRecovery);
+    m_modulation->setCurrentIndex(settings.modulation ? 1 + static_cast<int>(*settings.modulation)
+                                                      : 0);
+
+    const bool isLinear = settings.demodulation == ReceiverSettings::Demodulation::Linear;
+    const bool isOn = settings.isOn && canReceive;
+    m_isOn->setEnabled(canReceive);
+    for (QWidget* control : std::initializer_list<QWidget*>{m_shift, m_bandwidth, m_demodulation})
+        control->setEnabled(isOn);
+    m_gain->setEnabled(isOn && isLinear);
+    m_rollOff->setEnabled(isOn && hasSymbolRate);
+    m_timing->setEnabled(isOn && hasSymbolRate);
+    m_modulation->setEnabled(isOn && hasSymbolRate && isLinear && settings.hasTimingRecovery);
+    m_hint->setText(!canReceive ? tr("The built-in signals need no receiver: open a recording or "
+                                     "a stream.")
+                    : isOn && !hasSymbolRate
+                        ? tr("Symbols can be recovered once the symbol rate is given.")
+                        : QString());
+}
+
+void ReceiverPanel::showReports(const std::vector<StageReport>& reports)
+{
+    std::map<StageReport::Quantity, QString> texts;
+    QString timing = unknown;
+    QString carrier = unknown;
+    for (const StageReport& report : reports) {
+        for (const StageReport::Reading& reading : report.readings)
+            texts[reading.quantity] = readingText(reading);
+        if (!report.isLocked)
+            continue;
+        QString& state = report.stage == StageReport::Stage::Carrier ? carrier : timing;
+        state = *report.isLocked ? tr("locked") : tr("searching");
+    }
+    for (const auto& [quantity, label] : m_readings) {
+        const auto known = texts.find(quantity);
+        label->setText(known == texts.end() ? unknown : known->second);
+    }
+    m_timingState->setText(timing);
+    m_carrierState->setText(carrier);
+}

@@ -1,0 +1,54 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/receiver/ReceiverStage.h"
+
+#include <QWidget>
+
+#include <map>
+
+class QCheckBox;
+class QComboBox;
+class QDoubleSpinBox;
+class QFormLayout;
+class QLabel;
+
+/// What the receiver does, stage by stage, and how each of them does. It changes nothing itself:
+/// the signal says what the user wants, and comes from the user only.
+class ReceiverPanel : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit ReceiverPanel(QWidget* parent = nullptr);
+
+    /// Shows settings. What cannot be done with them is greyed.
+    /// @param hasSymbolRate  whether one is known.
+    /// @param canReceive     whether the signal is one to be received.
+    void show(const ReceiverSettings& settings, bool hasSymbolRate, bool canReceive);
+    /// Shows how the stages do; none: that nothing is known.
+    void showReports(const std::vector<StageReport>& reports);
+
+signals:
+    void settingsChosen(const ReceiverSettings& settings);
+
+private:
+    QLabel* addState(QFormLayout* form, const QString& name, StageReport::Quantity quantity);
+    QWidget* beside(QWidget* control, QLabel** state);
+    void addFilters(QFormLayout* form);
+    void addSymbols(QFormLayout* form);
+    void choose();
+
+    ReceiverSettings m_settings;
+    QCheckBox* m_isOn;
+    QDoubleSpinBox* m_shift;
+    QDoubleSpinBox* m_bandwidth;
+    QComboBox* m_demodulation;
+    QCheckBox* m_gain;
+    QDoubleSpinBox* m_rollOff;
+    QCheckBox* m_timing;
+    QLabel* m_timingState;
+    QComboBox* m_modulation;
+    QLabel* m_carrierState;
+    QLabel* m_hint;
+    std::map<StageReport::Quantity, QLabel*> m_readings;
+};
