@@ -717,6 +717,10 @@
         <source>What is left of it after the receiver</source>
         <translation>Was der Empfänger davon übrig lässt</translation>
     </message>
+    <message>
+        <source>live</source>
+        <translation>live</translation>
+    </message>
 </context>
 <context>
     <name>PlaybackControls</name>

@@ -20,7 +20,7 @@
 
 namespace {
 
-constexpr int panelWidth = 276;
+constexpr int panelWidth = 282;
 constexpr int nameWidth = 96;
 constexpr double percent = 0.01;
 constexpr double bandwidthStep = 0.05;
@@ -52,7 +52,7 @@ ParameterPanel::ParameterPanel(QWidget* parent)
     : QWidget(parent)
 {
     auto* sections = new QVBoxLayout(this);
-    sections->setContentsMargins(14, 10, 0, 10);
+    sections->setContentsMargins(14, 10, 6, 10);
     sections->setSpacing(18);
     setFixedWidth(panelWidth);
     addSignalSection();
@@ -304,6 +304,8 @@ void ParameterPanel::show(const SignalFeed& feed)
     const bool isEndless = dynamic_cast<const NrzSource*>(feed.input()) ||
                            dynamic_cast<const ModulationSource*>(feed.input());
     QString length = isEndless ? tr("endless") : tr("unknown");
+    if (feed.isLive())
+        length = tr("live");
     if (const auto count = source.sampleCount()) {
         const double seconds = static_cast<double>(*count) / scale.sampleRate;
         length = units::time(seconds, seconds);

@@ -79,10 +79,10 @@ void PlaybackControls::addSpeeds(QMainWindow& window)
     m_speed->setAccessibleName(tr("Speed"));
     connect(m_speed, QOverload<int>::of(&QComboBox::activated), this,
             [this](int index) { m_player.setSpeed(m_speed->itemData(index).toDouble()); });
-    connect(menus::add(window, *this, tr("&Faster"), Qt::Key_Plus), &QAction::triggered, this,
-            [this] { changeSpeed(1); });
-    connect(menus::add(window, *this, tr("S&lower"), Qt::Key_Minus), &QAction::triggered, this,
-            [this] { changeSpeed(-1); });
+    m_speeds = {menus::add(window, *this, tr("&Faster"), Qt::Key_Plus),
+                menus::add(window, *this, tr("S&lower"), Qt::Key_Minus)};
+    connect(m_speeds[0], &QAction::triggered, this, [this] { changeSpeed(1); });
+    connect(m_speeds[1], &QAction::triggered, this, [this] { changeSpeed(-1); });
 }
 
 void PlaybackControls::changeSpeed(int steps)
@@ -133,10 +133,10 @@ void PlaybackControls::refresh()
         m_speed->insertItem(index, tr("%1x").arg(speed), speed);
     }
     m_speed->setCurrentIndex(index);
-    m_speed->setEnabled(!feed.isLive());
     m_repeat->setChecked(feed.repeat());
-    m_repeat->setEnabled(!feed.isLive());
-    m_toStart->setEnabled(!feed.isLive());
+    m_speed->setEnabled(!feed.isLive());
+    for (QAction* action : m_speeds + QList<QAction*>{m_repeat, m_toStart})
+        action->setEnabled(!feed.isLive());
     if (m_length != feed.length()) {
         m_length = feed.length();
         m_seek->setLength(m_length);

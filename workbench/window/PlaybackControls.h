@@ -42,6 +42,7 @@ private:
     QAction* m_playPause;
     QAction* m_toStart;
     QAction* m_repeat;
+    QList<QAction*> m_speeds;
     QList<QAction*> m_places; // can be gone to in a signal with an end only
     QComboBox* m_speed;
     SeekBar* m_seek;

@@ -55,9 +55,11 @@ void ViewPanes::add(const Pane& pane)
     added.canvas = added.view->findChild<GLEyeDiagram*>(); // a widget of its own
     if (!added.canvas)
         added.canvas = added.view;
-    const int captionHeight = added.caption->getCaptionWidget()->height();
-    added.note = new PaneNote(added.view, captionHeight, PaneNote::Place::Middle);
-    added.mode = new PaneNote(added.view, captionHeight, PaneNote::Place::Corner);
+    // A canvas of its own would cover what lies on the view.
+    const int captionHeight =
+        added.canvas == added.view ? added.caption->getCaptionWidget()->height() : 0;
+    added.note = new PaneNote(added.canvas, captionHeight, PaneNote::Place::Middle);
+    added.mode = new PaneNote(added.canvas, captionHeight, PaneNote::Place::Corner);
     added.frame = new QWidget(this);
     auto* column = new QVBoxLayout(added.frame);
     column->setContentsMargins(0, 0, 0, 0);
