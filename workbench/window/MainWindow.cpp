@@ -23,10 +23,10 @@
 
 #include <QDropEvent>
 #include <QFileInfo>
+#include <QKeyEvent>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QSettings>
-#include <QShortcut>
 #include <QToolBar>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -95,8 +95,6 @@ MainWindow::MainWindow(SchemeChoice& scheme)
             &SchemeChoice::choose);
     m_statusTimer.setInterval(statusPeriodMs);
     connect(&m_statusTimer, &QTimer::timeout, this, &MainWindow::refreshStatus);
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this,
-            &MainWindow::leaveWhatIsOnTop);
     menus::keepKeys(*this);
     m_playback->setTabOrderBefore(*m_timeView->focusProxy());
     m_timeView->setFocus();
@@ -187,6 +185,16 @@ void MainWindow::showSource(const QStringList& notices)
     m_status->setSource(source.name(), source.sampleRate());
     sayNotices(notices);
     refresh();
+}
+
+// Escape comes here where what has the focus, such as a view's ruler, has no use for it. A shortcut
+// would take it away.
+void MainWindow::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape && event->modifiers() == Qt::NoModifier)
+        leaveWhatIsOnTop();
+    else
+        QMainWindow::keyPressEvent(event);
 }
 
 void MainWindow::leaveWhatIsOnTop()
