@@ -31,6 +31,8 @@ public:
     /// Shows the samples also where the symbols are known: the trajectory between them.
     void setTrajectory(bool wanted) { m_isTrajectory = wanted; }
     bool isTrajectory() const { return m_isTrajectory; }
+    /// Whether the clock of the symbols is known exactly.
+    bool knowsSymbols() const { return m_samplesPerSymbol.has_value(); }
     /// Whether the points are those of the symbols, at the instants of decision.
     bool showsDecisions() const { return m_samplesPerSymbol && !m_isTrajectory; }
 

@@ -336,7 +336,8 @@ void ParameterPanel::show(const SignalFeed& feed)
     const QSignalBlocker quietBandwidth(m_eyeBandwidth);
     m_eyeBandwidth->setValue(feed.eye().cut().bandwidth);
     m_eyeSymbols->setValue(feed.eye().cut().symbolCount);
-    m_trajectory->setChecked(feed.iq().isTrajectory());
+    m_trajectory->setChecked(!feed.iq().showsDecisions());
+    m_trajectory->setEnabled(feed.iq().knowsSymbols());
     showBuiltIn(feed);
     showDemo(feed);
 }

@@ -50,5 +50,6 @@ ViewMenu::ViewMenu(QMainWindow& window, Player& player, ViewPanes& panes, Parame
 
 void ViewMenu::refresh(const SignalFeed& feed)
 {
-    m_trajectory->setChecked(feed.iq().isTrajectory());
+    m_trajectory->setChecked(!feed.iq().showsDecisions());
+    m_trajectory->setEnabled(feed.iq().knowsSymbols());
 }
