@@ -1396,7 +1396,7 @@
         <translation>Zeigt auch den Weg zwischen den Symbolen</translation>
     </message>
     <message>
-        <source>R&amp;eceiver</source>
+        <source>Re&amp;ceiver</source>
         <translation>&amp;Empfänger</translation>
     </message>
 </context>

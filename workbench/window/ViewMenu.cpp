@@ -38,7 +38,7 @@ ViewMenu::ViewMenu(QMainWindow& window, Player& player, ViewPanes& panes, Parame
     panel->setShortcut(Qt::Key_F9);
     addAction(panel);
     window.addAction(panel);
-    QAction* receiver = menus::add(window, *this, tr("R&eceiver"), Qt::Key_F8);
+    QAction* receiver = menus::add(window, *this, tr("Re&ceiver"), Qt::Key_F8);
     connect(receiver, &QAction::triggered, panel, [panel, &parameters] {
         panel->setChecked(true);
         parameters.raiseReceiver();
