@@ -1,0 +1,67 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/receiver/ReceiverSettings.h"
+#include "workbench/sources/SignalSource.h"
+
+#include <complex>
+#include <cstddef>
+#include <functional>
+#include <vector>
+
+/// The symbol rate of a signal, from its samples alone, and how sure that is.
+///
+/// The squared envelope of a signal with symbols repeats itself with them, however random they are:
+/// its spectrum has a line at the symbol rate. So has that of the squared derivative, which sees
+/// the edges of rectangular symbols, too. Both are taken of the whitened signal, where the line is
+/// clearest (Gardner, "Exploitation of spectral redundancy in cyclostationary signals", IEEE SP
+/// Magazine 8(2), 1991). Lines of the signal itself, such as carriers and hum, are levelled first,
+/// and only rates are looked for that fit the bandwidth. Parts of many lengths are looked at, so
+/// that a burst is found among noise.
+///
+/// It takes some hundred symbols; frequency modulated signals must be demodulated before.
+struct SymbolRateEstimate
+{
+    enum class Verdict {
+        None,   ///< no line that noise would not give, too
+        Unsure, ///< a line, but not a clear one, or one of several: look at the eye
+        Sure
+    };
+    /// Called now and then with the part done, 0 to 1; false ends the estimate. May be empty.
+    using GoOn = std::function<bool(double part)>;
+
+    static constexpr std::size_t maxSampleCount = 1 << 18; ///< looked at at a time
+    static constexpr double minSure = 0.95;
+    static constexpr double minSymbolCount = 100.0; ///< with which it can be sure
+
+    /// Samples of one signal in a row.
+    struct Signal
+    {
+        std::vector<std::complex<double>> samples;
+        bool isComplex = false;  ///< else imaginary parts do not count
+        double sampleRate = 1.0; ///< Hz
+    };
+
+    /// Of a signal as it is; at most its middle maxSampleCount samples. What is not finite counts
+    /// as 0. None for a bad sample rate, and where it was ended.
+    static SymbolRateEstimate of(const Signal& signal, const GoOn& goOn = {});
+
+    /// What a receiver makes of a source before it needs the symbol rate: shifted, filtered and
+    /// demodulated. Reads from a sample on, and moves back to where the source was.
+    /// @param channel   as in ReceiverSource.
+    /// @param settings  their symbol rate does not count.
+    static Signal signalOf(SignalSource& source, int channel, const ReceiverSettings& settings,
+                           std::int64_t from);
+    /// Of a source: of its start, and where that is not sure of places all over it; the surest.
+    /// Of a live one: of what comes next.
+    static SymbolRateEstimate ofSource(SignalSource& source, int channel,
+                                       const ReceiverSettings& settings, const GoOn& goOn = {});
+
+    double symbolRate = 0.0; ///< Bd; 0 without a line
+    /// 0 to 1: the probability that noise gives no line so strong anywhere in what was looked at
+    /// (Scargle, Astrophysical Journal 263, 1982, equation 14; and the F test of Thomson, Proc.
+    /// IEEE 70(9), 1982, whichever says less), times the part by which the strongest other line,
+    /// or the same at another multiple, stays below this one.
+    double sureness = 0.0;
+    Verdict verdict = Verdict::None;
+};
