@@ -317,10 +317,6 @@
         <translation>1 bis %1 Nummern oder Namen zwischen Kommas angeben</translation>
     </message>
     <message>
-        <source>Symbol rate in hertz: the time axis counts symbols, and the eye opens on them.</source>
-        <translation>Symbolrate in Hertz: Die Zeitachse zählt Symbole, und das Auge richtet sich nach ihnen.</translation>
-    </message>
-    <message>
         <source>Shows &lt;N&gt; symbols in the eye, 1 to 16 (2).</source>
         <translation>Zeigt &lt;N&gt; Symbole im Auge, 1 bis 16 (2).</translation>
     </message>
@@ -451,6 +447,10 @@
     <message>
         <source>Takes the file, standard input or messages for raw samples of &lt;NAME&gt;: cf32, cs16, cu8, cs8, rf32, rs16 and so on, _be for big endian; else endings such as .cu8 say it, and messages are cf32.</source>
         <translation>Nimmt die Datei, die Standardeingabe oder Nachrichten als rohe Abtastwerte von &lt;NAME&gt;: cf32, cs16, cu8, cs8, rf32, rs16 und so weiter, _be für Big Endian; sonst sagen es Endungen wie .cu8, und Nachrichten sind cf32.</translation>
+    </message>
+    <message>
+        <source>Symbol rate in hertz: the time axis counts symbols, and the eye opens on them; auto estimates that of a recording.</source>
+        <translation>Symbolrate in Hertz: Die Zeitachse zählt Symbole, und das Auge öffnet sich über ihnen; auto schätzt die einer Aufnahme.</translation>
     </message>
 </context>
 <context>
@@ -1359,6 +1359,21 @@
     <message>
         <source>it has ended</source>
         <translation>ist zu Ende</translation>
+    </message>
+</context>
+<context>
+    <name>SymbolRateEstimate</name>
+    <message>
+        <source>symbol rate: %1 Bd (sure)</source>
+        <translation>Symbolrate: %1 Bd (sicher)</translation>
+    </message>
+    <message>
+        <source>symbol rate: %1 Bd (unsure, %2 of 1); look whether the eye opens there, at half or at twice of it</source>
+        <translation>Symbolrate: %1 Bd (unsicher, %2 von 1); prüfen Sie, ob das Auge sich dort öffnet, bei der Hälfte oder beim Doppelten</translation>
+    </message>
+    <message>
+        <source>symbol rate: none found; give it as a number, and where the frequency carries the symbols --demod fm</source>
+        <translation>Symbolrate: keine gefunden; geben Sie sie als Zahl an, und wo die Frequenz die Symbole trägt, --demod fm</translation>
     </message>
 </context>
 <context>

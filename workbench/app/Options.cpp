@@ -58,7 +58,8 @@ void describe(QCommandLineParser& parser)
             "Plays channel <N> of the recording, counted from 1; of a complex one 1 is I, 2 is Q."),
         "N");
     add("symbol-rate",
-        Text::tr("Symbol rate in hertz: the time axis counts symbols, and the eye opens on them."),
+        Text::tr("Symbol rate in hertz: the time axis counts symbols, and the eye opens on them; "
+                 "auto estimates that of a recording."),
         "HZ");
     add("shift", Text::tr("Receiver: adds <HZ> to every frequency of the recording."), "HZ");
     add("bandwidth", Text::tr("Receiver: lets a channel of <HZ> about 0 through."), "HZ");
@@ -216,14 +217,21 @@ Options readOptions(Reader& reader)
     return options;
 }
 
+void readSymbolRate(Reader& reader, Options& options)
+{
+    options.isSymbolRateAuto = reader.text("symbol-rate") == QLatin1String("auto");
+    if (!options.isSymbolRateAuto)
+        options.symbolRate = reader.number("symbol-rate", minHertz, Recording::maxSampleRate);
+}
+
 /// What is to be done with a recording before it is shown.
-ReceiverSettings readReceiver(Reader& reader, std::optional<double> symbolRate)
+ReceiverSettings readReceiver(Reader& reader, const Options& options)
 {
     constexpr double usualRollOff = 0.35;
     ReceiverSettings settings;
     for (const char* name : receiverOptions)
         settings.isOn = settings.isOn || reader.isSet(name);
-    settings.symbolRate = symbolRate;
+    settings.symbolRate = options.symbolRate;
     settings.shift =
         reader.number("shift", -Recording::maxSampleRate, Recording::maxSampleRate).value_or(0.0);
     settings.bandwidth = reader.number("bandwidth", minHertz, Recording::maxSampleRate);
@@ -238,7 +246,7 @@ ReceiverSettings readReceiver(Reader& reader, std::optional<double> symbolRate)
             reader.reject(
                 "modulation",
                 Text::tr("give one of %1").arg(ReceiverSettings::modulationNames().join(", ")));
-        else if (!symbolRate)
+        else if (!options.symbolRate && !options.isSymbolRateAuto)
             reader.reject("modulation", Text::tr("give its --symbol-rate, too"));
         else if (reader.isSet("demod"))
             reader.reject("modulation", Text::tr("leave it or --demod out"));
@@ -319,8 +327,8 @@ Options::Result Options::parse(const QStringList& arguments)
     else if (parser.positionalArguments().isEmpty())
         options.builtIn = readSettings(reader);
     else
-        options.symbolRate = reader.number("symbol-rate", minHertz, Recording::maxSampleRate);
-    options.receiver = readReceiver(reader, options.symbolRate);
+        readSymbolRate(reader, options);
+    options.receiver = readReceiver(reader, options);
     if (!reader.wrong().isEmpty())
         return wrong(reader.wrong());
     const QStringList files = parser.positionalArguments();

@@ -37,6 +37,7 @@ public:
     double seconds = 2.0;   ///< played for a snapshot
     std::optional<double> spanSeconds;
     std::optional<double> symbolRate; ///< Bd, of the recording
+    bool isSymbolRateAuto = false;    ///< estimate it instead
     ReceiverSettings receiver;        ///< on where an option asks for one of its stages
     NrzSettings builtIn;
     std::optional<ModulationSettings> demo; ///< instead of it

@@ -3,6 +3,7 @@
 #include "platform/values/Persistant.h"
 #include "workbench/app/Options.h"
 #include "workbench/app/Snapshot.h"
+#include "workbench/receiver/SymbolRateEstimate.h"
 #include "workbench/sources/LiveAddress.h"
 #include "workbench/window/Appearance.h"
 #include "workbench/window/MainWindow.h"
@@ -82,6 +83,15 @@ void resetSettings()
                 .arg(file.fileName(), file.errorString()));
 }
 
+/// What the estimate of a symbol rate says, where it is wanted; none for a channel that is not
+/// there, which others complain of.
+std::optional<SymbolRateEstimate> estimated(const Recording& recording, const Options& options)
+{
+    if (!options.isSymbolRateAuto || options.channel > recording.source->valueCount())
+        return std::nullopt;
+    return SymbolRateEstimate::ofSource(*recording.source, options.channel - 1, options.receiver);
+}
+
 int run(MainWindow& window, const Options& options)
 {
     window.resize(options.size.value_or(QSize(1280, 800)));
@@ -97,8 +107,16 @@ int run(MainWindow& window, const Options& options)
             window.feed().setReceiver(options.receiver);
         Recording recording = open(options);
         why = recording.why;
+        std::optional<double> symbolRate = options.symbolRate;
+        if (const auto estimate = recording.source ? estimated(recording, options) : std::nullopt) {
+            if (estimate->verdict == SymbolRateEstimate::Verdict::None)
+                return fail(exitFailed, about(options, estimate->sentence()));
+            std::printf("%s\n", qPrintable(estimate->sentence()));
+            std::fflush(stdout);
+            symbolRate = estimate->symbolRate;
+        }
         if (!recording.source ||
-            !window.player().open(std::move(recording), options.channel, options.symbolRate, why))
+            !window.player().open(std::move(recording), options.channel, symbolRate, why))
             return fail(exitFailed, about(options, why));
         if (const QString flaw = window.feed().receiverFlaw(); !flaw.isEmpty())
             return fail(exitFailed, about(options, flaw));
@@ -143,6 +161,8 @@ int inform(const Options& options)
         return fail(exitFailed, about(options, recording.why));
     for (const QString& line : Recording::describe(*recording.source) + recording.details)
         std::printf("%s\n", qPrintable(line));
+    if (const auto estimate = estimated(recording, options))
+        std::printf("%s\n", qPrintable(estimate->sentence()));
     return 0;
 }
 

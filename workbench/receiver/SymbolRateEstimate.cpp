@@ -3,6 +3,8 @@
 
 #include "workbench/receiver/ReceiverChain.h"
 
+#include <QElapsedTimer>
+
 #include <fftw3.h>
 
 #include <algorithm>
@@ -22,6 +24,7 @@ constexpr std::size_t maxPartCount = 256;  // as long as one another
 constexpr std::size_t bandCount = 1024;    // into which the spectrum is divided...
 constexpr std::size_t minBandLength = 16;  // ...with so many bins each at least
 constexpr double leastLevel = 0.003;       // of the highest band that counts
+constexpr double minPeriods = 32.0;        // of a symbol rate in a part
 constexpr double ln2 = 0.6931471805599453; // median over mean of an exponential distribution
 
 /// Plans of the transforms in use; planning is not safe in several threads at once, running is.
@@ -311,6 +314,25 @@ double steadinessOf(const LineSpectrum& spectrum, double bin)
     return line / std::max((power - line) / (pieceCount - 1), power * 1e-9);
 }
 
+struct Peak
+{
+    double strength = 0.0;
+    std::size_t bin = 0;
+    const LineSpectrum* of = nullptr;
+};
+
+Peak highestOf(const std::array<LineSpectrum, 2>& spectra, std::size_t first, std::size_t end)
+{
+    Peak peak;
+    for (const LineSpectrum& spectrum : spectra) {
+        for (std::size_t bin = first; bin < end; ++bin) {
+            if (spectrum.strength[bin] > peak.strength)
+                peak = {spectrum.strength[bin], bin, &spectrum};
+        }
+    }
+    return peak;
+}
+
 /// Whether the middle of the band is empty, as where each bit is sent as two opposite symbols: the
 /// lines of the bits and of the symbols cannot be told apart then.
 bool PartSearch::isHollow(double rate) const
@@ -389,10 +411,10 @@ double PartSearch::rivalOf(const std::array<LineSpectrum, 2>& spectra, double bi
 
 Line PartSearch::strongest(const std::array<LineSpectrum, 2>& spectra) const
 {
-    constexpr double minPeriods = 32.0;
     constexpr double minFill = 0.6; // of bandwidth over rate: less has no room for it
-    constexpr double maxFill = 2.5;
+    constexpr double maxFill = 1.8;
     constexpr double maxRepetition = 0.3;
+    constexpr double leastFundamental = 0.25; // of the strength of its multiple
     Line line;
     const double lowest = std::max(m_bandwidth / 4.0, minPeriods / m_duration);
     const double highest = std::min(m_bandwidth * 2.5, 0.5 * m_signal.sampleRate);
@@ -401,26 +423,28 @@ Line PartSearch::strongest(const std::array<LineSpectrum, 2>& spectra) const
                                  spectra[0].strength.size() - 1);
     if (firstBin >= endBin)
         return line;
-    std::size_t best = 0;
-    const LineSpectrum* of = nullptr;
-    for (const LineSpectrum& spectrum : spectra) {
-        for (std::size_t bin = firstBin; bin < endBin; ++bin) {
-            if (spectrum.strength[bin] > line.strength) {
-                line.strength = spectrum.strength[bin];
-                best = bin;
-                of = &spectrum;
-            }
+    Peak best = highestOf(spectra, firstBin, endBin);
+    if (!best.of)
+        return line;
+    // Sharp edges give multiples that may be as strong.
+    for (std::size_t divisor = 4; divisor > 1; --divisor) {
+        const std::size_t middle = (best.bin + divisor / 2) / divisor;
+        if (middle <= firstBin)
+            continue;
+        const Peak lower = highestOf(spectra, middle - 1, middle + 2);
+        if (lower.strength > leastFundamental * best.strength) {
+            best = lower;
+            break;
         }
     }
-    if (!of)
-        return line;
+    line.strength = best.strength;
     line.binCount = 2 * (endBin - firstBin);
-    const double left = std::sqrt(of->strength[best - 1]),
-                 right = std::sqrt(of->strength[best + 1]);
-    const double top = std::sqrt(of->strength[best]);
-    const double bend = left - 2.0 * top + right;
-    const double bin = static_cast<double>(best) + (bend < 0.0 ? 0.5 * (left - right) / bend : 0.0);
-    line.steadiness = steadinessOf(*of, bin);
+    const double left = std::sqrt(best.of->strength[best.bin - 1]);
+    const double right = std::sqrt(best.of->strength[best.bin + 1]);
+    const double bend = left - 2.0 * std::sqrt(best.strength) + right;
+    const double bin =
+        static_cast<double>(best.bin) + (bend < 0.0 ? 0.5 * (left - right) / bend : 0.0);
+    line.steadiness = steadinessOf(*best.of, bin);
     line.symbolCount = bin;
     line.duration = m_duration;
     line.start = m_start;
@@ -471,7 +495,8 @@ bool isPlainAmong(const std::vector<Line>& lines, const Line& line, double whole
     int plainCount = 0;
     for (const Line& other : lines) {
         const double bins = std::min(line.duration, other.duration);
-        if (std::min(other.strength - other.rivalStrength, other.steadiness) < least)
+        if (line.rate * other.duration < 2.0 * minPeriods || // too short to have the line
+            std::min(other.strength - other.rivalStrength, other.steadiness) < least)
             continue;
         if (std::abs(other.rate - 2.0 * line.rate) * bins < 2.0 ||
             std::abs(other.rate - line.rate / 2.0) * bins < 2.0)
@@ -574,6 +599,9 @@ SymbolRateEstimate::Signal SymbolRateEstimate::signalOf(SignalSource& source, in
                                                         std::int64_t from)
 {
     constexpr std::size_t blockLength = 8192;
+    constexpr int longestMs = 3000; // of waiting for a live signal
+    QElapsedTimer patience;
+    patience.start();
     Signal signal;
     ReceiverSettings usedSettings = settings;
     usedSettings.symbolRate.reset();
@@ -595,6 +623,8 @@ SymbolRateEstimate::Signal SymbolRateEstimate::signalOf(SignalSource& source, in
     while (signal.samples.size() < maxSampleCount) {
         const std::size_t got =
             source.read(values, std::min(blockLength, maxSampleCount - signal.samples.size()));
+        if (got == 0 && source.isLive() && !source.hasEnded() && patience.elapsed() < longestMs)
+            continue;
         if (got == 0)
             break;
         block.samples.clear();
@@ -641,4 +671,23 @@ SymbolRateEstimate SymbolRateEstimate::ofSource(SignalSource& source, int channe
             best = here;
     }
     return isEnded ? SymbolRateEstimate() : best;
+}
+
+QString SymbolRateEstimate::sentence() const
+{
+    constexpr int digitCount = 7;
+    const QString rate = QString::number(symbolRate, 'g', digitCount);
+    switch (verdict) {
+    case Verdict::Sure:
+        return tr("symbol rate: %1 Bd (sure)").arg(rate);
+    case Verdict::Unsure:
+        return tr("symbol rate: %1 Bd (unsure, %2 of 1); look whether the eye opens there, at half "
+                  "or at twice of it")
+            .arg(rate)
+            .arg(sureness, 0, 'f', 2);
+    case Verdict::None:
+        break;
+    }
+    return tr("symbol rate: none found; give it as a number, and where the frequency carries the "
+              "symbols --demod fm");
 }

@@ -4,6 +4,9 @@
 #include "workbench/receiver/ReceiverSettings.h"
 #include "workbench/sources/SignalSource.h"
 
+#include <QCoreApplication>
+#include <QString>
+
 #include <complex>
 #include <cstddef>
 #include <functional>
@@ -22,6 +25,8 @@
 /// It takes some hundred symbols; frequency modulated signals must be demodulated before.
 struct SymbolRateEstimate
 {
+    Q_DECLARE_TR_FUNCTIONS(SymbolRateEstimate)
+public:
     enum class Verdict {
         None,   ///< no line that noise would not give, too
         Unsure, ///< a line, but not a clear one, or one of several: look at the eye
@@ -53,15 +58,20 @@ struct SymbolRateEstimate
     static Signal signalOf(SignalSource& source, int channel, const ReceiverSettings& settings,
                            std::int64_t from);
     /// Of a source: of its start, and where that is not sure of places all over it; the surest.
-    /// Of a live one: of what comes next.
+    /// Of a live one: of what comes in the next seconds, which is gone then.
     static SymbolRateEstimate ofSource(SignalSource& source, int channel,
                                        const ReceiverSettings& settings, const GoOn& goOn = {});
+
+    /// What was found, and what to do where that is not sure: one sentence.
+    QString sentence() const;
 
     double symbolRate = 0.0; ///< Bd; 0 without a line
     /// 0 to 1: the probability that noise gives no line so strong anywhere in what was looked at
     /// (Scargle, Astrophysical Journal 263, 1982, equation 14; and the F test of Thomson, Proc.
-    /// IEEE 70(9), 1982, whichever says less), times the part by which the strongest other line,
-    /// or the same at another multiple, stays below this one.
+    /// IEEE 70(9), 1982, whichever says less), times the part by which the strongest line that
+    /// contradicts it stays below it. Halved where the signal speaks against it: fewer symbols than
+    /// minSymbolCount, a bandwidth that does not fit, an empty middle of the band, a half or a
+    /// quarter of the sample rate, what repeats itself, parts that disagree.
     double sureness = 0.0;
     Verdict verdict = Verdict::None;
 };
