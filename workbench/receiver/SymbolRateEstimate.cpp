@@ -442,8 +442,9 @@ Line PartSearch::strongest(const std::array<LineSpectrum, 2>& spectra) const
     const double left = std::sqrt(best.of->strength[best.bin - 1]);
     const double right = std::sqrt(best.of->strength[best.bin + 1]);
     const double bend = left - 2.0 * std::sqrt(best.strength) + right;
-    const double bin =
-        static_cast<double>(best.bin) + (bend < 0.0 ? 0.5 * (left - right) / bend : 0.0);
+    // A fundamental need not be a peak.
+    const double offset = bend < 0.0 ? std::clamp(0.5 * (left - right) / bend, -0.5, 0.5) : 0.0;
+    const double bin = static_cast<double>(best.bin) + offset;
     line.steadiness = steadinessOf(*best.of, bin);
     line.symbolCount = bin;
     line.duration = m_duration;
