@@ -721,6 +721,26 @@
         <source>live</source>
         <translation>live</translation>
     </message>
+    <message>
+        <source>Looks for the symbol rate in the samples about the present time</source>
+        <translation>Sucht die Symbolrate in den Abtastwerten um die jetzige Zeit</translation>
+    </message>
+    <message>
+        <source>none found</source>
+        <translation>keine gefunden</translation>
+    </message>
+    <message>
+        <source>unsure, %1</source>
+        <translation>unsicher, %1</translation>
+    </message>
+    <message>
+        <source>sure</source>
+        <translation>sicher</translation>
+    </message>
+    <message>
+        <source>Est&amp;imate</source>
+        <translation>Schät&amp;zen</translation>
+    </message>
 </context>
 <context>
     <name>PlaybackControls</name>

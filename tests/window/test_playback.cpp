@@ -1,7 +1,10 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "WindowFixture.h"
+
 #include "workbench/window/PaneNote.h"
 #include "workbench/window/SeekBar.h"
+
+#include <QPushButton>
 
 namespace {
 
@@ -69,6 +72,27 @@ TEST_F(Playback, ShowsAtOnceWhatIsSetWhileItStandsStill)
     control<QDoubleSpinBox>("S&ymbol rate").setValue(500.0);
     EXPECT_GT(TestAccess::traceCount(window->eyeView()), traces);
     EXPECT_TRUE(waitForTime(5.0));
+}
+
+TEST_F(Playback, EstimatesTheSymbolRateAtAClick)
+{
+    auto* button = window->findChild<ParameterPanel*>()->findChild<QPushButton*>();
+    ASSERT_EQ(button->text(), "Est&imate");
+    EXPECT_FALSE(button->isEnabled()) << "that of the built-in signal is known";
+    NrzSettings settings;
+    settings.symbolRate = 800.0;
+    settings.bandwidth = 0.8;
+    NrzSource source(settings);
+    std::vector<double> samples;
+    ASSERT_GT(source.read(samples, 40000), 0U);
+    writeRecording(path("data.wav"), static_cast<int>(source.sampleRate()), 1, samples);
+    drop({QUrl::fromLocalFile(path("data.wav"))});
+    ASSERT_FALSE(window->feed().symbolRate());
+    QTest::mouseClick(button, Qt::LeftButton);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window->feed().symbolRate().has_value(); }));
+    EXPECT_NEAR(*window->feed().symbolRate(), 800.0, 0.8);
+    QTest::mouseClick(button, Qt::LeftButton);
+    window.reset(); // while it looks
 }
 
 TEST_F(Playback, HasSpeedsByKeysUpToTheFastest)

@@ -4,6 +4,7 @@
 #include "workbench/window/ParameterPanel.h"
 #include "workbench/window/Player.h"
 #include "workbench/window/ReceiverPanel.h"
+#include "workbench/window/SymbolRateSearch.h"
 
 #include <QScrollArea>
 #include <QScrollBar>
@@ -15,6 +16,7 @@ ParameterDock::ParameterDock(Player& player, QWidget* parent)
     , m_tabs(new QTabWidget(this))
     , m_panel(new ParameterPanel(this))
     , m_receiver(new ReceiverPanel(this))
+    , m_search(new SymbolRateSearch(this))
 {
     m_tabs->setDocumentMode(true);
     addTab(m_panel, tr("Parameters"));
@@ -24,6 +26,7 @@ ParameterDock::ParameterDock(Player& player, QWidget* parent)
     setTitleBarWidget(new QWidget(this)); // none: the tabs have titles
     setWidget(m_tabs);
     connectTo(player);
+    connectSearch(player);
     connect(m_receiver, &ReceiverPanel::settingsChosen, &player, &Player::setReceiver);
 }
 
@@ -79,4 +82,25 @@ void ParameterDock::connectTo(Player& player)
     connect(m_panel, &ParameterPanel::carrierErrorChosen, &player, &Player::setCarrierError);
     connect(m_panel, &ParameterPanel::autoScaleWanted, &player, &Player::fitLevels);
     connect(m_panel, &ParameterPanel::fullScaleWanted, &player, &Player::showFullScale);
+}
+
+void ParameterDock::connectSearch(Player& player)
+{
+    connect(m_panel, &ParameterPanel::estimateWanted, this, [this, &player] {
+        m_panel->showEstimate(std::nullopt);
+        m_search->start(player.feed());
+    });
+    connect(m_search, &SymbolRateSearch::found, this,
+            [this, &player](const SymbolRateEstimate& estimate) {
+                if (estimate.verdict != SymbolRateEstimate::Verdict::None)
+                    player.setSymbolRate(estimate.symbolRate);
+                m_panel->showEstimate(estimate);
+            });
+    // What was found is of the signal before, or not what was wanted.
+    connect(&player, &Player::opened, this, [this] {
+        m_search->cancel();
+        m_panel->showEstimate(std::nullopt);
+    });
+    connect(m_panel, &ParameterPanel::symbolRateChosen, this,
+            [this] { m_panel->showEstimate(std::nullopt); });
 }

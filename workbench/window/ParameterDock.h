@@ -8,6 +8,7 @@ class Player;
 class QScrollArea;
 class QTabWidget;
 class ReceiverPanel;
+class SymbolRateSearch;
 
 /// The place of the parameters and of the receiver at the window's edge: what is set there acts on
 /// the player.
@@ -27,6 +28,7 @@ public:
 
 private:
     void connectTo(Player& player);
+    void connectSearch(Player& player);
 
     QScrollArea* addTab(QWidget* panel, const QString& title);
 
@@ -34,4 +36,5 @@ private:
     QTabWidget* m_tabs;
     ParameterPanel* m_panel;
     ReceiverPanel* m_receiver;
+    SymbolRateSearch* m_search;
 };

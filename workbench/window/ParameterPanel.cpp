@@ -124,6 +124,7 @@ void ParameterPanel::addSignalSection()
     form->labelForField(m_symbolRate)->setMinimumWidth(nameWidth);
     connect(m_symbolRate, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
             &ParameterPanel::symbolRateChosen);
+    addEstimate(form);
     m_length = addFact(form, tr("Length"));
 
     auto* row = new QWidget(this);
@@ -139,6 +140,20 @@ void ParameterPanel::addSignalSection()
     static_cast<QLabel*>(form->labelForField(row))->setBuddy(m_channel);
     connect(m_channel, QOverload<int>::of(&QSpinBox::valueChanged), this,
             [this](int channel) { emit channelChosen(channel - 1); });
+}
+
+void ParameterPanel::addEstimate(QFormLayout* form)
+{
+    auto* row = new QWidget(this);
+    m_estimate = new QPushButton(tr("Est&imate"), row);
+    m_estimate->setToolTip(tr("Looks for the symbol rate in the samples about the present time"));
+    m_estimateText = new QLabel(row);
+    auto* line = new QHBoxLayout(row);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->addWidget(m_estimate);
+    line->addWidget(m_estimateText, 1);
+    form->addRow(QString(), row);
+    connect(m_estimate, &QPushButton::clicked, this, &ParameterPanel::estimateWanted);
 }
 
 void ParameterPanel::addTimeSection()
@@ -289,6 +304,18 @@ void ParameterPanel::addAppearanceSection()
             [this](int index) { emit schemeChosen(static_cast<SchemeChoice::Choice>(index)); });
 }
 
+void ParameterPanel::showEstimate(const std::optional<SymbolRateEstimate>& estimate)
+{
+    QString text;
+    if (estimate) {
+        const QString texts[] = {tr("none found"),
+                                 tr("unsure, %1").arg(estimate->sureness, 0, 'f', 2), tr("sure")};
+        text = texts[static_cast<int>(estimate->verdict)];
+    }
+    m_estimateText->setText(text);
+    m_estimateText->setToolTip(estimate ? estimate->sentence() : QString());
+}
+
 void ParameterPanel::show(SchemeChoice::Choice choice)
 {
     m_scheme->setCurrentIndex(static_cast<int>(choice));
@@ -346,6 +373,7 @@ void ParameterPanel::showSymbolRate(const SignalFeed& feed)
 {
     const TimeScale& scale = feed.scale();
     const bool isBuiltIn = dynamic_cast<const NrzSource*>(feed.input()) != nullptr;
+    m_estimate->setEnabled(!feed.isLive() && feed.input() && feed.input()->sampleCount());
     const QSignalBlocker quiet(m_symbolRate);
     m_symbolRate->setSpecialValueText(isBuiltIn ? QString() : tr("unknown"));
     if (isBuiltIn)

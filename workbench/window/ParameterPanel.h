@@ -3,13 +3,18 @@
 
 #include "workbench/window/SchemeChoice.h"
 
+#include "workbench/receiver/SymbolRateEstimate.h"
+
 #include <QWidget>
+
+#include <optional>
 
 class QCheckBox;
 class QComboBox;
 class QDoubleSpinBox;
 class QFormLayout;
 class QLabel;
+class QPushButton;
 class QSlider;
 class QSpinBox;
 class SignalFeed;
@@ -26,12 +31,15 @@ public:
     void show(const SignalFeed& feed);
     /// Shows which colour scheme is chosen.
     void show(SchemeChoice::Choice choice);
+    /// Shows what an estimate of the symbol rate found; none: nothing.
+    void showEstimate(const std::optional<SymbolRateEstimate>& estimate);
 
 signals:
     void channelChosen(int channel); ///< From 0.
     void spanChosen(double seconds);
     /// Bd; 0: not known, of recordings only.
     void symbolRateChosen(double symbolRate);
+    void estimateWanted();
     void eyeSymbolCountChosen(int count);
     void eyeBandwidthChosen(double bandwidth); ///< As in EyeCut.
     void noiseChosen(double rms);              ///< As in NrzSettings.
@@ -48,6 +56,7 @@ signals:
     void fullScaleWanted();
 
 private:
+    void addEstimate(QFormLayout* form);
     QFormLayout* addSection(const QString& title);
     QLabel* addFact(QFormLayout* form, const QString& name);
     QSlider* addSlider(QFormLayout* form, const QString& name, int lowest, int highest,
@@ -70,6 +79,8 @@ private:
 
     QLabel* m_sampleRate;
     QDoubleSpinBox* m_symbolRate;
+    QPushButton* m_estimate;
+    QLabel* m_estimateText;
     QSpinBox* m_channel;
     QLabel* m_channelCount;
     QLabel* m_length;
