@@ -23,11 +23,11 @@ struct Loop
     float bandwidth;
     double smoothing;
 };
-constexpr Loop loops[] = {{LIQUID_MODEM_BPSK, 2, 256, 2e-3F, 1.0 / 64.0},
-                          {LIQUID_MODEM_QPSK, 4, 256, 1e-3F, 1.0 / 64.0},
-                          {LIQUID_MODEM_PSK8, 8, 512, 2e-4F, 1.0 / 128.0},
-                          {LIQUID_MODEM_QAM16, 4, 1024, 1e-4F, 1.0 / 512.0},
-                          {LIQUID_MODEM_QAM64, 4, 2048, 5e-5F, 1.0 / 512.0}};
+constexpr Loop loops[] = {{LIQUID_MODEM_BPSK, 2, 256, 1.6e-2F, 1.0 / 64.0},
+                          {LIQUID_MODEM_QPSK, 4, 256, 8e-3F, 1.0 / 64.0},
+                          {LIQUID_MODEM_PSK8, 8, 512, 1e-3F, 1.0 / 128.0},
+                          {LIQUID_MODEM_QAM16, 4, 1024, 5e-4F, 1.0 / 512.0},
+                          {LIQUID_MODEM_QAM64, 4, 2048, 2e-4F, 1.0 / 512.0}};
 
 std::complex<double> power(std::complex<double> value, unsigned exponent)
 {
@@ -120,16 +120,27 @@ void CarrierRecovery::passOn(std::size_t count, std::vector<Sample>& output)
                                       m_waiting.begin() + static_cast<std::ptrdiff_t>(count));
     m_waiting.erase(m_waiting.begin(), m_waiting.begin() + static_cast<std::ptrdiff_t>(count));
     for (const Sample sample : samples) {
-        if (m_isTracking) {
+        if (m_isTracking)
             track(sample, output);
-            continue;
-        }
-        Sample turned;
-        nco_crcf_mix_down(m_carrier.get(), sample, &turned);
-        nco_crcf_step(m_carrier.get());
-        output.push_back(turned * static_cast<float>(m_gain));
-        ++m_number;
+        else
+            output.push_back(turnBack(sample));
     }
+}
+
+/// Takes the carrier off the next sample. The oscillator goes from symbol to symbol, as the loop
+/// does: going from sample to sample, it would overshoot at each correction. Between symbols the
+/// phase runs evenly.
+CarrierRecovery::Sample CarrierRecovery::turnBack(Sample sample)
+{
+    if (m_number++ % perSymbol == 0) {
+        const float frequency = nco_crcf_get_frequency(m_carrier.get());
+        m_phasor = std::polar(1.0F, -nco_crcf_get_phase(m_carrier.get()));
+        m_step = std::polar(1.0F, -frequency / static_cast<float>(perSymbol));
+        nco_crcf_step(m_carrier.get());
+    } else {
+        m_phasor *= m_step;
+    }
+    return sample * m_phasor * static_cast<float>(m_gain);
 }
 
 /// Looks for a carrier in the window; the loop then starts with its first sample.
@@ -168,7 +179,7 @@ bool CarrierRecovery::acquire()
     std::complex<double> sum = 0.0;
     for (std::size_t k = 0; k < m_windowSymbols; ++k)
         sum += std::complex<double>(line[k]) * std::polar(1.0, -turn * static_cast<double>(k));
-    m_offset = turn / m_power / perSymbol;
+    m_offset = turn / m_power;
     nco_crcf_set_frequency(m_carrier.get(), static_cast<float>(m_offset));
     nco_crcf_set_phase(m_carrier.get(), static_cast<float>((std::arg(sum) - m_target) / m_power));
     m_isTracking = true;
@@ -183,13 +194,10 @@ void CarrierRecovery::track(Sample sample, std::vector<Sample>& output)
         m_waiting.push_back(sample);
         return;
     }
-    Sample turned;
-    nco_crcf_mix_down(m_carrier.get(), sample, &turned);
-    turned *= static_cast<float>(m_gain);
-    output.push_back(turned);
-    if (m_number++ % perSymbol == 0)
-        followSymbol(turned);
-    nco_crcf_step(m_carrier.get());
+    const bool isSymbol = m_number % perSymbol == 0;
+    output.push_back(turnBack(sample));
+    if (isSymbol)
+        followSymbol(output.back());
 }
 
 void CarrierRecovery::followSymbol(Sample symbol)
@@ -201,7 +209,9 @@ void CarrierRecovery::followSymbol(Sample symbol)
     Sample ideal;
     modemcf_get_demodulator_sample(m_modem.get(), &ideal);
 
-    m_offset += m_smoothing * (double{nco_crcf_get_frequency(m_carrier.get())} - m_offset);
+    const double frequency =
+        std::remainder(double{nco_crcf_get_frequency(m_carrier.get())}, 2.0 * pi);
+    m_offset += m_smoothing * (frequency - m_offset);
     const double angle =
         std::arg(std::complex<double>(symbol) * std::conj(std::complex<double>(ideal)));
     m_phaseError += m_smoothing * (angle * angle - m_phaseError);
@@ -230,8 +240,7 @@ StageReport CarrierRecovery::report() const
     report.isLocked = m_isTracking;
     if (m_isTracking)
         report.readings = {
-            {StageReport::Quantity::CarrierOffset,
-             m_offset * perSymbol * m_symbolRate / (2.0 * pi)},
+            {StageReport::Quantity::CarrierOffset, m_offset * m_symbolRate / (2.0 * pi)},
             {StageReport::Quantity::PhaseError, std::sqrt(m_phaseError) * 180.0 / pi}};
     return report;
 }

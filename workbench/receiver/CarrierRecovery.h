@@ -37,6 +37,7 @@ private:
     bool acquire();
     void track(Sample sample, std::vector<Sample>& output);
     void passOn(std::size_t count, std::vector<Sample>& output);
+    Sample turnBack(Sample sample);
     void followSymbol(Sample symbol);
 
     bool m_isOn = false;
@@ -51,10 +52,12 @@ private:
     LiquidHandle<nco_crcf_s*> m_carrier;
     std::vector<Sample> m_waiting; // samples, from a symbol on, while searching
     std::int64_t m_number = 0;     // of the next sample to the loop
+    Sample m_phasor = 1.0F;        // the carrier's, backwards
+    Sample m_step = 1.0F;          // of it from sample to sample
     bool m_isTracking = false;
     double m_gain = 1.0;
     double m_meanPower = 1.0;
     double m_quality = 0.0;    // 1 for perfect decisions, 0 for guesses
-    double m_offset = 0.0;     // carrier, rad a sample
+    double m_offset = 0.0;     // carrier, rad a symbol
     double m_phaseError = 0.0; // mean square, rad^2
 };
