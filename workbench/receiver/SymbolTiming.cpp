@@ -16,6 +16,7 @@ constexpr int blockLength = 16;      // symbols
 constexpr int aheadCount = 16;       // blocks
 constexpr int behindCount = 32;      // blocks for the frequency; for the phase as many as ahead
 constexpr double oversampling = 3.0; // of the search for the frequency
+constexpr int turnLength = 256;      // samples
 
 /// Full scale is 1: what is far beyond is no signal.
 double usable(double sample) { return std::isfinite(sample) ? std::clamp(sample, -1e6, 1e6) : 0.0; }
@@ -39,6 +40,10 @@ struct SymbolTiming::Filter
     Filter(const Filter&) = delete;
     Filter& operator=(const Filter&) = delete;
 
+    void push(double i, double q) const
+    {
+        firfilt_crcf_push(handle, {static_cast<float>(i), static_cast<float>(q)});
+    }
     Complex output() const
     {
         std::complex<float> result;
@@ -54,6 +59,7 @@ struct SymbolTiming::Filter
 SymbolTiming::SymbolTiming(double samplesPerSymbol)
     : m_samplesPerSymbol(samplesPerSymbol)
     , m_filter(std::make_unique<Filter>(samplesPerSymbol))
+    , m_step(std::polar(1.0, -pi / samplesPerSymbol))
     , m_slope(1.0 / samplesPerSymbol)
 {}
 
@@ -70,11 +76,18 @@ void SymbolTiming::push(std::complex<double> sample)
 
 void SymbolTiming::passBand(Complex sample, bool isReal)
 {
-    const double turns = static_cast<double>(m_position) / (2.0 * m_samplesPerSymbol);
-    const Complex down = std::polar(1.0, -2.0 * pi * (turns - std::floor(turns)));
-    firfilt_crcf_push(m_filter->handle, std::complex<float>(down * sample));
+    if (m_position % turnLength == 0) { // from there step by step: errors do not add up
+        const double turns = static_cast<double>(m_position) / (2.0 * m_samplesPerSymbol);
+        m_down = std::polar(1.0, -2.0 * pi * (turns - std::floor(turns)));
+    }
+    const double i = sample.real();
+    const double q = sample.imag();
+    const double c = m_down.real();
+    const double d = m_down.imag();
+    m_filter->push(i * c - q * d, i * d + q * c);
     if (!isReal)
-        firfilt_crcf_push(m_lower->handle, std::complex<float>(std::conj(down) * sample));
+        m_lower->push(i * c + q * d, q * c - i * d);
+    m_down = {c * m_step.real() - d * m_step.imag(), c * m_step.imag() + d * m_step.real()};
     const std::int64_t center = m_position++ - m_filter->delay;
     if (center < 0 || center % m_filter->step != 0)
         return;
@@ -128,15 +141,21 @@ void SymbolTiming::settle(std::int64_t block)
 double SymbolTiming::frequency(std::int64_t first, std::int64_t last) const
 {
     const double step = 2.0 * pi / (oversampling * (aheadCount + behindCount + 1));
-    const auto strength = [&](double turn) {
-        const Complex back = std::polar(1.0, -turn);
-        Complex phasor = 1.0;
-        Complex sum = 0.0;
-        for (std::int64_t i = first; i <= last; ++i) {
-            sum += phasor * lineOf(i);
-            phasor *= back;
+    std::vector<Complex> lines;
+    for (std::int64_t i = first; i <= last; ++i)
+        lines.push_back(lineOf(i));
+    const auto strength = [&lines](double turn) {
+        // Horner's scheme, written out: all is finite.
+        const double c = std::cos(turn);
+        const double d = std::sin(turn);
+        double real = 0.0;
+        double imaginary = 0.0;
+        for (const Complex& line : lines) {
+            const double turned = real * c - imaginary * d;
+            imaginary = real * d + imaginary * c + line.imag();
+            real = turned + line.real();
         }
-        return std::abs(sum);
+        return std::hypot(real, imaginary);
     };
     const int range = static_cast<int>(std::ceil(2.0 * pi * tolerance * blockLength / step));
     int best = 0;

@@ -66,6 +66,8 @@ private:
     double m_samplesPerSymbol;
     std::unique_ptr<Filter> m_filter;
     std::unique_ptr<Filter> m_lower; // of the band at negative frequencies; none of real samples
+    Complex m_down = 1.0;            // mixes the next sample down...
+    Complex m_step;                  // ...and its turn from sample to sample
     std::int64_t m_position = 0;     // of the next sample to the filter
     Complex m_sum = 0.0;             // of the open block
     double m_power = 0.0;

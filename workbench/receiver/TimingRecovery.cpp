@@ -28,6 +28,7 @@ BasebandFormat TimingRecovery::configure(const ReceiverSettings& settings,
 {
     m_isOn = settings.hasTimingRecovery && format.samplesPerSymbol > 0.0;
     m_isDemodulated = format.isDemodulated;
+    m_step = settings.rollOff ? 2 : 1;
     reset();
     BasebandFormat result = format;
     result.hasSymbolClock = m_isOn;
@@ -36,7 +37,8 @@ BasebandFormat TimingRecovery::configure(const ReceiverSettings& settings,
 
 void TimingRecovery::reset()
 {
-    m_timing = m_isOn ? std::make_unique<SymbolTiming>(perSymbol) : nullptr;
+    m_timing = m_isOn ? std::make_unique<SymbolTiming>(perSymbol / m_step) : nullptr;
+    m_skipCount = 0;
     m_waiting = {};
     m_first = 0;
     m_knot.reset();
@@ -47,12 +49,14 @@ void TimingRecovery::process(BasebandBlock& block)
 {
     if (!m_isOn)
         return;
-    for (std::size_t k = 0; k < block.samples.size(); ++k) {
+    std::size_t k = m_skipCount;
+    for (; k < block.samples.size(); k += m_step) {
         if (m_isDemodulated)
             m_timing->push(double{block.demodulated[k]});
         else
             m_timing->push(std::complex<double>(block.samples[k]));
     }
+    m_skipCount = k - block.samples.size();
     m_waiting.samples.insert(m_waiting.samples.end(), block.samples.begin(), block.samples.end());
     m_waiting.demodulated.insert(m_waiting.demodulated.end(), block.demodulated.begin(),
                                  block.demodulated.end());
@@ -73,7 +77,8 @@ void TimingRecovery::finish(BasebandBlock& block)
 void TimingRecovery::follow(BasebandBlock& output)
 {
     const double end = static_cast<double>(m_first) + static_cast<double>(m_waiting.samples.size());
-    for (const SymbolKnot& knot : m_timing->takeKnots()) {
+    for (SymbolKnot knot : m_timing->takeKnots()) {
+        knot.position *= static_cast<double>(m_step);
         if (!m_knot) {
             // The output starts with the middle of a symbol.
             m_next = static_cast<std::int64_t>(std::ceil(knot.symbol)) * perSymbol;

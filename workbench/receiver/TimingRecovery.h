@@ -26,6 +26,8 @@ private:
     bool m_isOn = false;
     bool m_isDemodulated = false;
     std::unique_ptr<SymbolTiming> m_timing;
+    std::size_t m_step = 1; // of the samples that it takes: half do after a matched filter
+    std::size_t m_skipCount = 0;
     BasebandBlock m_waiting;  // samples from...
     std::int64_t m_first = 0; // ...this position on
     std::optional<SymbolKnot> m_knot;
