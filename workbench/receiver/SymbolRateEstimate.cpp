@@ -106,6 +106,7 @@ struct Line
     double duration = 0.0;    // s
     double start = 0.0;       // s, of the part
     bool isPlain = false;     // nothing else about the signal speaks against it
+    bool isPeriodic = false;  // the part is, see PartSearch
     std::size_t binCount = 0; // in which it was looked for
 };
 
@@ -132,6 +133,7 @@ private:
     LineSpectrum spectrumOf(bool isDerivative);
     bool isHollow(double rate) const;
     bool isOfConverter(double bin) const;
+    bool isPeriodic() const;
     double repetition(double rate) const;
     double rivalOf(const std::array<LineSpectrum, 2>& spectra, double bin, double line) const;
     Line strongest(const std::array<LineSpectrum, 2>& spectra) const;
@@ -147,6 +149,8 @@ private:
     std::vector<double> m_levels; // of the signal in its bands, from that of m_spectrum's first bin
     std::vector<double> m_power;  // of the signal, lines levelled, in the bins of m_spectrum
     std::size_t m_bandLength = 1; // bins
+    double m_linePower = 0.0;     // above the level, of all lines of the signal...
+    double m_highestLine = 0.0;   // ...and of the highest
 };
 
 bool PartSearch::whiten(std::size_t start, std::size_t length)
@@ -223,6 +227,8 @@ bool PartSearch::whiten(std::size_t start, std::size_t length)
                     excess.begin() + static_cast<std::ptrdiff_t>(last + 1));
     m_spectrum.assign((last - first + 1) * bandLength, Complex());
     m_power.assign(m_spectrum.size(), 0.0);
+    m_linePower = 0.0;
+    m_highestLine = 0.0;
     for (std::size_t bin = 0; bin < m_spectrum.size(); ++bin) {
         const std::size_t band = first + bin / bandLength;
         if (!(excess[band] > highest * leastLevel))
@@ -233,6 +239,9 @@ bool PartSearch::whiten(std::size_t start, std::size_t length)
         // Noise-like values exceed 4 times their r.m.s. once in 10^7.
         const double scale = magnitude > 4.0 * level ? 1.0 / magnitude : 1.0 / level;
         m_power[bin] = magnitude > 4.0 * level ? levels[band] : power[index];
+        const double above = power[index] - m_power[bin];
+        m_linePower += above;
+        m_highestLine = std::max(m_highestLine, 1.5 * above); // with what the window spreads
         m_spectrum[bin] = spectrum[index] * (scale * excess[band] / levels[band]);
     }
     m_waveLength = 64;
@@ -358,6 +367,18 @@ bool PartSearch::isOfConverter(double bin) const
     return std::min(std::abs(bin - all / 2.0), std::abs(bin - all / 4.0)) < 0.5;
 }
 
+/// Whether much of the signal is lines of its own, as where a frame comes again and again. One line
+/// may be a carrier.
+bool PartSearch::isPeriodic() const
+{
+    constexpr double most = 0.6; // of the power
+    double rest = 0.0;
+    for (const double power : m_power)
+        rest += power;
+    const double lines = m_linePower - m_highestLine;
+    return lines > most * (rest + lines);
+}
+
 /// How much the signal, without its own lines, is like itself some symbols later: data are not.
 /// 0 to 1.
 double PartSearch::repetition(double rate) const
@@ -462,7 +483,9 @@ Line PartSearch::search(std::size_t start, std::size_t length)
     if (!whiten(start, length))
         return {};
     const std::array<LineSpectrum, 2> spectra{spectrumOf(false), spectrumOf(true)};
-    return strongest(spectra);
+    Line line = strongest(spectra);
+    line.isPeriodic = isPeriodic();
+    return line;
 }
 
 /// Probability that noise gives a value of an F distribution with 2 and 2 * count degrees of
@@ -495,6 +518,8 @@ bool isPlainAmong(const std::vector<Line>& lines, const Line& line, double whole
     int count = 0;
     int plainCount = 0;
     for (const Line& other : lines) {
+        if (other.isPeriodic && other.duration >= line.duration)
+            return false; // what is found in one frame is found in all
         const double bins = std::min(line.duration, other.duration);
         if (line.rate * other.duration < 2.0 * minPeriods || // too short to have the line
             std::min(other.strength - other.rivalStrength, other.steadiness) < least)

@@ -70,8 +70,8 @@ public:
     /// (Scargle, Astrophysical Journal 263, 1982, equation 14; and the F test of Thomson, Proc.
     /// IEEE 70(9), 1982, whichever says less), times the part by which the strongest line that
     /// contradicts it stays below it. Halved where the signal speaks against it: fewer symbols than
-    /// minSymbolCount, a bandwidth that does not fit, an empty middle of the band, a half or a
-    /// quarter of the sample rate, what repeats itself, parts that disagree.
+    /// minSymbolCount, a bandwidth that does not fit, an empty middle of the band, lines of its
+    /// own, a half or a quarter of the sample rate, what repeats itself, parts that disagree.
     double sureness = 0.0;
     Verdict verdict = Verdict::None;
 };
