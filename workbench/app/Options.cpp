@@ -96,6 +96,11 @@ void describe(QCommandLineParser& parser)
         Text::tr("Plays without a window, writes time.png, eye.png, iq.png and workbench.png into "
                  "<DIR> and ends."),
         "DIR");
+    add("formats",
+        Text::tr("Files of a snapshot: any of png,svg,pdf,csv; pictures and data of each view "
+                 "(png)."),
+        "LIST");
+    add("scale", Text::tr("Pixels of a snapshot to each of the window, 0.5 to 8 (1)."), "X");
     add("seconds", Text::tr("Plays <S> seconds for a snapshot (2)."), "S");
     add("size", Text::tr("Size of the window in pixels (1280x800)."), "WxH");
     add("scheme", Text::tr("Colour scheme: dark, light or, as without it, as the desktop."),
@@ -213,6 +218,21 @@ Options readOptions(Reader& reader)
             reader.reject(name, Text::tr("give a name"));
     }
     options.snapshotFolder = reader.text("snapshot");
+    options.scale = reader.number("scale", ViewExport::minScale, ViewExport::maxScale);
+    if (reader.isSet("formats"))
+        options.formats.clear();
+    for (const QString& name : reader.text("formats").split(QLatin1Char(','), Qt::SkipEmptyParts)) {
+        if (const auto format = ViewExport::formatOf(QLatin1Char('.') + name))
+            options.formats.push_back(*format);
+        else
+            options.formats.clear();
+    }
+    if (options.formats.empty())
+        reader.reject("formats", Text::tr("give some of png,svg,pdf,csv"));
+    for (const char* name : {"formats", "scale"}) {
+        if (reader.isSet(name) && options.snapshotFolder.isEmpty())
+            reader.reject(name, Text::tr("give --snapshot, too"));
+    }
     options.settingsFile = reader.text("settings");
     return options;
 }

@@ -6,6 +6,7 @@
 #include "workbench/sources/NrzSource.h"
 #include "workbench/sources/Recording.h"
 #include "workbench/window/SchemeChoice.h"
+#include "workbench/window/ViewExport.h"
 
 #include <QCoreApplication>
 #include <QSize>
@@ -33,8 +34,10 @@ public:
     Recording::Options recording;
     bool isInfo = false; ///< only say what the recording is
     int channel = 1;
-    QString snapshotFolder; ///< empty: none
-    double seconds = 2.0;   ///< played for a snapshot
+    QString snapshotFolder;                                           ///< empty: none
+    double seconds = 2.0;                                             ///< played for a snapshot
+    std::vector<ViewExport::Format> formats{ViewExport::Format::Png}; ///< of a snapshot
+    std::optional<double> scale; ///< of a snapshot: pixels to one of the window's
     std::optional<double> spanSeconds;
     std::optional<double> symbolRate; ///< Bd, of the recording
     bool isSymbolRateAuto = false;    ///< estimate it instead

@@ -4,6 +4,7 @@
 #include "workbench/window/MainWindow.h"
 #include "workbench/window/ViewPanes.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QPixmap>
 #include <QSaveFile>
@@ -30,10 +31,19 @@ void play(MainWindow& window, double seconds)
     window.refresh();
 }
 
+QByteArray png(QWidget& widget)
+{
+    QByteArray result;
+    QBuffer buffer(&result);
+    buffer.open(QIODevice::WriteOnly);
+    widget.grab().save(&buffer, "PNG");
+    return result;
+}
+
 } // namespace
 
 QStringList Snapshot::take(MainWindow& window, double seconds, const QString& folder,
-                           QString& error)
+                           const std::vector<ViewExport::Format>& formats, QString& error)
 {
     if (!QDir().mkpath(folder)) {
         error = tr("%1: cannot create the folder; choose another place").arg(folder);
@@ -47,33 +57,43 @@ QStringList Snapshot::take(MainWindow& window, double seconds, const QString& fo
     window.grab(); // the first picture of an eye sets its axis
     QCoreApplication::processEvents();
 
-    std::vector<std::pair<QString, QPixmap>> pictures;
-    for (const ViewPanes::Pane& pane : window.panes().panes()) {
-        pictures.emplace_back(QString::fromLatin1(pane.name), pane.view->grab());
-        if (!pane.view->isValid()) {
-            error = tr("OpenGL: no context can be created; check the graphics driver");
-            return {};
+    std::vector<std::pair<QString, QByteArray>> contents; // by name of the file
+    const auto& panes = window.panes().panes();
+    for (const ViewExport::Format format : formats) {
+        const QString ending = ViewExport::endings()[static_cast<int>(format)];
+        for (std::size_t k = 0; k < panes.size(); ++k) {
+            const QString name = QString::fromLatin1(panes[k].name) + QLatin1Char('.') + ending;
+            const QByteArray content =
+                format == ViewExport::Format::Png
+                    ? png(*panes[k].view)
+                    : window.exporter().content(k, format, panes[k].view->size(), 1.0, error);
+            if (!panes[k].view->isValid())
+                error = tr("OpenGL: no context can be created; check the graphics driver");
+            if (!error.isEmpty()) {
+                error = panes[k].view->isValid() ? name + QStringLiteral(": ") + error : error;
+                return {};
+            }
+            contents.emplace_back(name, content);
         }
+        if (format == ViewExport::Format::Png)
+            contents.emplace_back(QStringLiteral("workbench.png"), png(window));
     }
-    pictures.emplace_back(QStringLiteral("workbench"), window.grab());
     std::vector<std::unique_ptr<QSaveFile>> files;
-    for (const auto& [name, picture] : pictures) {
-        auto file =
-            std::make_unique<QSaveFile>(QDir(folder).filePath(name + QStringLiteral(".png")));
-        if (!file->open(QIODevice::WriteOnly) || !picture.save(file.get(), "PNG")) {
-            error = tr("%1: cannot be written (%2); choose another folder")
-                        .arg(file->fileName(), file->errorString());
-            return {};
-        }
-        files.push_back(std::move(file));
+    const auto refuse = [&error](const QSaveFile& file) {
+        error = tr("%1: cannot be written (%2); choose another folder")
+                    .arg(file.fileName(), file.errorString());
+        return QStringList();
+    };
+    for (const auto& [name, content] : contents) {
+        files.push_back(std::make_unique<QSaveFile>(QDir(folder).filePath(name)));
+        QSaveFile& file = *files.back();
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+            return refuse(file);
     }
     QStringList paths;
     for (const auto& file : files) {
-        if (!file->commit()) {
-            error = tr("%1: cannot be written (%2); choose another folder")
-                        .arg(file->fileName(), file->errorString());
-            return {};
-        }
+        if (!file->commit())
+            return refuse(*file);
         paths += file->fileName();
     }
     return paths;

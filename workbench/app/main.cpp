@@ -145,7 +145,8 @@ int run(MainWindow& window, const Options& options)
         window.feed().play();
         return QApplication::exec();
     }
-    const QStringList files = Snapshot::take(window, options.seconds, options.snapshotFolder, why);
+    const QStringList files =
+        Snapshot::take(window, options.seconds, options.snapshotFolder, options.formats, why);
     if (files.isEmpty())
         return fail(exitFailed, why);
     for (const QString& file : files)
@@ -209,6 +210,8 @@ int main(int argc, char** argv)
     if (options.isReset)
         resetSettings();
 
+    if (options.scale)
+        qputenv("QT_SCALE_FACTOR", QByteArray::number(*options.scale));
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     isStarting = true;

@@ -53,6 +53,9 @@ public:
     bool isEmpty() const { return m_newest.empty(); }
     /// What the newest traces measure; none where there are no symbols, or too few.
     std::optional<EyeReadings> measure() const;
+    /// Samples of the newest traces, one after the other, and of one of them.
+    const std::vector<double>& traces() const { return m_measured; }
+    std::size_t traceLength() const { return m_traceLength; }
     /// Blocks left out since open.
     std::int64_t dropCount() const { return m_dropCount; }
 

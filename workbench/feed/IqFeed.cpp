@@ -26,8 +26,15 @@ void IqFeed::open(const SignalSource& source, std::optional<double> symbolRate)
     }
     m_i.clear();
     m_q.clear();
-    m_measuredI.clear();
-    m_measuredQ.clear();
+    m_newestI.clear();
+    m_newestQ.clear();
+}
+
+void IqFeed::setTrajectory(bool wanted)
+{
+    m_isTrajectory = wanted;
+    m_newestI.clear();
+    m_newestQ.clear();
 }
 
 void IqFeed::take(std::int64_t position, const std::vector<double>& i, const std::vector<double>& q)
@@ -56,8 +63,8 @@ void IqFeed::notify()
 {
     if (m_i.empty())
         return;
-    keep();
     thinOut();
+    keep();
     if (m_fitLeft > 0)
         fitLevel();
     m_values.notify(m_i, m_q);
@@ -67,15 +74,13 @@ void IqFeed::notify()
 
 void IqFeed::keep()
 {
-    if (m_q.size() != m_i.size() || !showsDecisions())
-        return;
     const auto add = [](std::vector<double>& kept, const std::vector<double>& points) {
         kept.insert(kept.end(), points.begin(), points.end());
         const std::size_t surplus = kept.size() - std::min(kept.size(), maxPointCount);
         kept.erase(kept.begin(), kept.begin() + static_cast<std::ptrdiff_t>(surplus));
     };
-    add(m_measuredI, m_i);
-    add(m_measuredQ, m_q);
+    add(m_newestI, m_i);
+    add(m_newestQ, m_q);
 }
 
 std::optional<ConstellationReadings>
@@ -83,7 +88,7 @@ IqFeed::measure(const std::vector<std::complex<double>>& ideal) const
 {
     if (!showsDecisions())
         return std::nullopt;
-    return ConstellationReadings::of(m_measuredI, m_measuredQ, ideal);
+    return ConstellationReadings::of(m_newestI, m_newestQ, ideal);
 }
 
 // One point of each run of neighbours, at random: a fixed step would see but some phases of a

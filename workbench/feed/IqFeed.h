@@ -29,7 +29,7 @@ public:
     void open(const SignalSource& source, std::optional<double> symbolRate);
 
     /// Shows the samples also where the symbols are known: the trajectory between them.
-    void setTrajectory(bool wanted) { m_isTrajectory = wanted; }
+    void setTrajectory(bool wanted);
     bool isTrajectory() const { return m_isTrajectory; }
     /// Whether the clock of the symbols is known exactly.
     bool knowsSymbols() const { return m_samplesPerSymbol.has_value(); }
@@ -46,6 +46,9 @@ public:
     /// of symbols, or too few.
     std::optional<ConstellationReadings>
     measure(const std::vector<std::complex<double>>& ideal) const;
+    /// The newest points, at most maxPointCount; Q is empty where there is none.
+    const std::vector<double>& newestI() const { return m_newestI; }
+    const std::vector<double>& newestQ() const { return m_newestQ; }
 
     /// Shows the square of I and Q in which a level of this magnitude fits.
     void setLevel(double level);
@@ -66,8 +69,8 @@ private:
     double m_firstSymbol = 0.0;
     std::vector<double> m_i; // of the next notification
     std::vector<double> m_q;
-    std::vector<double> m_measuredI; // newest points
-    std::vector<double> m_measuredQ;
+    std::vector<double> m_newestI; // newest points
+    std::vector<double> m_newestQ;
     std::minstd_rand m_choice;
     std::vector<double> m_levels; // of the points that a fit has seen
     int m_fitLeft = 0;

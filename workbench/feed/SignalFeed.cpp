@@ -20,6 +20,7 @@ constexpr double manyOfPeriod = 16384.0;
 constexpr double manyOfSpan = 2097152.0;
 constexpr double fewOfSpan = 8192.0;
 constexpr std::size_t measuredSamples = 65536;
+constexpr std::ptrdiff_t keptSamples = 1 << 20;
 constexpr auto frontPatience = std::chrono::milliseconds(100);
 constexpr auto longTime = std::chrono::hours(1);
 constexpr auto livePatience = std::chrono::seconds(5); // of who plays a live signal through
@@ -193,7 +194,7 @@ void SignalFeed::openReader(std::int64_t position)
     m_reader = std::make_unique<SegmentReader>(*m_ahead, shownChannel());
     m_reader->seek(position);
     m_thinning.restart();
-    m_measured.clear();
+    m_newest.clear();
     m_credit = 0.0;
     m_atEnd = false;
     chooseSegmentLength();
@@ -380,22 +381,25 @@ std::size_t SignalFeed::readOn(std::size_t count)
 
 void SignalFeed::keep(const std::vector<double>& samples)
 {
-    m_measured.insert(m_measured.end(), samples.begin(), samples.end());
-    const std::size_t surplus = m_measured.size() - std::min(m_measured.size(), measuredSamples);
-    if (surplus > measuredSamples / 2 || samples.size() >= measuredSamples)
-        m_measured.erase(m_measured.begin(),
-                         m_measured.begin() + static_cast<std::ptrdiff_t>(surplus));
+    m_newest.insert(m_newest.end(), samples.begin(), samples.end());
+    if (m_newest.size() > 2 * keptSamples)
+        m_newest.erase(m_newest.begin(), m_newest.end() - keptSamples);
 }
+
+std::vector<double> SignalFeed::newest(std::size_t most) const
+{
+    const double shown = std::ceil(m_span * m_scale.sampleRate);
+    most = static_cast<std::size_t>(std::min(shown, static_cast<double>(most)));
+    const auto count = static_cast<std::ptrdiff_t>(std::min(m_newest.size(), most));
+    return {m_newest.end() - count, m_newest.end()};
+}
+
+std::vector<double> SignalFeed::shownSamples() const { return newest(keptSamples); }
 
 Measurements SignalFeed::measure() const
 {
     Measurements result;
-    const double shown = std::ceil(m_span * m_scale.sampleRate);
-    const auto most =
-        static_cast<std::size_t>(std::min(shown, static_cast<double>(measuredSamples)));
-    const auto count = static_cast<std::ptrdiff_t>(std::min(m_measured.size(), most));
-    result.level =
-        LevelReadings::of({m_measured.end() - count, m_measured.end()}, m_scale.sampleRate);
+    result.level = LevelReadings::of(newest(measuredSamples), m_scale.sampleRate);
     result.eye = m_eye.measure();
     const auto points = idealPoints();
     if (!points.empty())

@@ -121,6 +121,8 @@ public:
 
     /// What the signal measures.
     Measurements measure() const;
+    /// The newest samples of the time shown, as many as are kept: a million at least.
+    std::vector<double> shownSamples() const;
 
     /// Index of the next sample.
     std::int64_t position() const { return m_reader ? m_reader->position() : 0; }
@@ -154,6 +156,7 @@ private:
     bool hasSignal() const;
     std::size_t readOn(std::size_t count);
     void keep(const std::vector<double>& samples);
+    std::vector<double> newest(std::size_t most) const;
     std::vector<std::complex<double>> idealPoints() const;
 
     TimeValues m_values;
@@ -182,8 +185,8 @@ private:
     double m_segmentLength = 1.0;
     double m_credit = 0.0; // samples that are due
     std::int64_t m_dropCount = 0;
-    SegmentReader::Part m_part;     // what comes at once
-    std::vector<double> m_measured; // newest samples
-    std::vector<double> m_samples;  // of the next notification
+    SegmentReader::Part m_part;    // what comes at once
+    std::vector<double> m_newest;  // samples
+    std::vector<double> m_samples; // of the next notification
     std::vector<double> m_markers;
 };

@@ -46,6 +46,8 @@ FileMenu::FileMenu(QMainWindow& window)
         connect(demos->addAction(names[i]), &QAction::triggered, this,
                 [this, i] { emit demoChosen(static_cast<ModulationSettings::Scheme>(i)); });
     }
+    QAction* keeping = menus::add(window, *this, tr("&Export..."), Qt::CTRL + Qt::Key_E);
+    connect(keeping, &QAction::triggered, this, &FileMenu::exportWanted);
     QAction* information = menus::add(window, *this, tr("&Information..."), Qt::CTRL + Qt::Key_I);
     connect(information, &QAction::triggered, this, &FileMenu::informationWanted);
     addSeparator();

@@ -29,6 +29,7 @@ signals:
     void builtInChosen();
     void demoChosen(ModulationSettings::Scheme scheme);
     void informationWanted();
+    void exportWanted();
 
 private:
     void chooseFile();

@@ -7,6 +7,7 @@
 #include "views/VCGLIQDiagram.h"
 #include "views/VCGLTimeDiagram.h"
 #include "workbench/window/Appearance.h"
+#include "workbench/window/ExportDialog.h"
 #include "workbench/window/FileMenu.h"
 #include "workbench/window/InfoDialog.h"
 #include "workbench/window/MenuEntries.h"
@@ -21,6 +22,7 @@
 #include "workbench/window/ViewMenu.h"
 #include "workbench/window/ViewPanes.h"
 
+#include <QApplication>
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QKeyEvent>
@@ -78,6 +80,7 @@ MainWindow::MainWindow(SchemeChoice& scheme)
     , m_view(new ViewMenu(*this, m_player, *m_panes, *m_parameters))
     , m_states(*m_panes)
     , m_readings(new Readings(*m_panes, this))
+    , m_export(*m_panes, feed(), [this] { fitIqAxes(); })
 {
     setMinimumSize(640, 400);
     setAcceptDrops(true);
@@ -109,6 +112,12 @@ void MainWindow::buildViews()
     viewBindings::bind(*m_iqView);
     for (const ViewPanes::Pane& pane : m_panes->panes())
         pane.canvas->installEventFilter(this);
+    for (std::size_t k = 0; k < m_panes->panes().size(); ++k) {
+        QMenu* menu = m_panes->panes()[k].menu;
+        menu->addSeparator();
+        connect(menu->addAction(tr("E&xport...")), &QAction::triggered, this,
+                [this, k] { exportView(k); });
+    }
     m_panes->restore();
 
     auto* center = new QWidget(this);
@@ -137,6 +146,14 @@ void MainWindow::buildMenus()
         settings.scheme = scheme;
         m_player.openDemo(settings);
         feed().play();
+    });
+    connect(m_file, &FileMenu::exportWanted, this, [this] {
+        std::size_t index = 0; // the view with the focus, or the first
+        for (std::size_t k = 0; k < m_panes->panes().size(); ++k) {
+            if (m_panes->panes()[k].view->isAncestorOf(QApplication::focusWidget()))
+                index = k;
+        }
+        exportView(index);
     });
     connect(m_file, &FileMenu::informationWanted, this,
             [this] { (new InfoDialog(m_player.information(), this))->open(); });
@@ -290,6 +307,11 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event)
     if (watched == m_iqView && event->type() == QEvent::Resize)
         QTimer::singleShot(0, this, &MainWindow::fitIqAxes); // when its plot has its new size
     return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::exportView(std::size_t index)
+{
+    (new ExportDialog(m_export, *m_panes, index, this))->open();
 }
 
 void MainWindow::fitIqAxes()

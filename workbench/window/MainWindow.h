@@ -3,6 +3,7 @@
 
 #include "workbench/window/PaneStates.h"
 #include "workbench/window/Player.h"
+#include "workbench/window/ViewExport.h"
 
 #include <QElapsedTimer>
 #include <QMainWindow>
@@ -39,6 +40,7 @@ public:
     VCGLEyeDiagram& eyeView() { return *m_eyeView; }
     VCGLIQDiagram& iqView() { return *m_iqView; }
     ViewPanes& panes() { return *m_panes; }
+    const ViewExport& exporter() const { return m_export; }
     /// Where to run what takes long.
     Progress& progress() { return *m_progress; }
     /// Shows span, speed and position as the feed has them.
@@ -64,6 +66,7 @@ private:
     void buildToolBar();
     void connectPlayer();
     void fitIqAxes();
+    void exportView(std::size_t index);
     void showSource(const QStringList& notices);
     void refreshStatus();
     void showPlaying(bool playing);
@@ -88,6 +91,7 @@ private:
     ViewMenu* m_view;
     PaneStates m_states;
     Readings* m_readings;
+    ViewExport m_export;
     QElapsedTimer m_readingsClock;
     QTimer m_statusTimer;
     QElapsedTimer m_frameClock;

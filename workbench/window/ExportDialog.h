@@ -1,0 +1,33 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/window/ViewExport.h"
+
+#include <QDialog>
+
+class QComboBox;
+class QDoubleSpinBox;
+class QLabel;
+class QSpinBox;
+
+/// Asks which view to keep, how large and in which file, and keeps it.
+class ExportDialog : public QDialog
+{
+    Q_OBJECT
+public:
+    /// @param index  of the pane that is proposed.
+    ExportDialog(const ViewExport& exporter, const ViewPanes& panes, std::size_t index,
+                 QWidget* parent);
+
+private:
+    void proposeSize();
+    void chooseFile();
+
+    const ViewExport& m_export;
+    const ViewPanes& m_panes;
+    QComboBox* m_view;
+    QSpinBox* m_width;
+    QSpinBox* m_height;
+    QDoubleSpinBox* m_scale;
+    QLabel* m_trouble;
+};
