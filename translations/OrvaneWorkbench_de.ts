@@ -71,6 +71,45 @@
     </message>
 </context>
 <context>
+    <name>ExportDialog</name>
+    <message>
+        <source>Export</source>
+        <translation>Exportieren</translation>
+    </message>
+    <message>
+        <source>pixels</source>
+        <translation>Pixel</translation>
+    </message>
+    <message>
+        <source>Of PNG: pixels to one of the screen</source>
+        <translation>Bei PNG: Pixel je Pixel des Bildschirms</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Ansicht</translation>
+    </message>
+    <message>
+        <source>&amp;Width</source>
+        <translation>&amp;Breite</translation>
+    </message>
+    <message>
+        <source>&amp;Height</source>
+        <translation>&amp;Höhe</translation>
+    </message>
+    <message>
+        <source>&amp;Scale</source>
+        <translation>&amp;Maßstab</translation>
+    </message>
+    <message>
+        <source>Pictures and tables</source>
+        <translation>Bilder und Tabellen</translation>
+    </message>
+    <message>
+        <source>%1: the ending says what it becomes; give .png, .svg, .pdf or .csv</source>
+        <translation>%1: die Endung sagt, was es wird; geben Sie .png, .svg, .pdf oder .csv an</translation>
+    </message>
+</context>
+<context>
     <name>FileMenu</name>
     <message>
         <source>&amp;File</source>
@@ -119,6 +158,10 @@
     <message>
         <source>Open &amp;stream...</source>
         <translation>&amp;Datenstrom öffnen...</translation>
+    </message>
+    <message>
+        <source>&amp;Export...</source>
+        <translation>&amp;Exportieren...</translation>
     </message>
 </context>
 <context>
@@ -191,6 +234,10 @@
     <message>
         <source>Opening %1</source>
         <translation>%1 wird geöffnet</translation>
+    </message>
+    <message>
+        <source>E&amp;xport...</source>
+        <translation>E&amp;xportieren...</translation>
     </message>
 </context>
 <context>
@@ -451,6 +498,22 @@
     <message>
         <source>Symbol rate in hertz: the time axis counts symbols, and the eye opens on them; auto estimates that of a recording.</source>
         <translation>Symbolrate in Hertz: Die Zeitachse zählt Symbole, und das Auge öffnet sich über ihnen; auto schätzt die einer Aufnahme.</translation>
+    </message>
+    <message>
+        <source>Files of a snapshot: any of png,svg,pdf,csv; pictures and data of each view (png).</source>
+        <translation>Dateien einer Momentaufnahme: beliebige von png,svg,pdf,csv; Bilder und Daten jeder Ansicht (png).</translation>
+    </message>
+    <message>
+        <source>Pixels of a snapshot to each of the window, 0.5 to 8 (1).</source>
+        <translation>Pixel einer Momentaufnahme je Pixel des Fensters, 0.5 bis 8 (1).</translation>
+    </message>
+    <message>
+        <source>give some of png,svg,pdf,csv</source>
+        <translation>geben Sie einige von png,svg,pdf,csv an</translation>
+    </message>
+    <message>
+        <source>give --snapshot, too</source>
+        <translation>geben Sie auch --snapshot an</translation>
     </message>
 </context>
 <context>
@@ -1394,6 +1457,21 @@
     <message>
         <source>symbol rate: none found; give it as a number, and where the frequency carries the symbols --demod fm</source>
         <translation>Symbolrate: keine gefunden; geben Sie sie als Zahl an, und wo die Frequenz die Symbole trägt, --demod fm</translation>
+    </message>
+</context>
+<context>
+    <name>ViewExport</name>
+    <message>
+        <source>there are no data to export yet; play the signal first</source>
+        <translation>es gibt noch keine Daten zum Exportieren; spielen Sie zuerst das Signal ab</translation>
+    </message>
+    <message>
+        <source>a picture of %1 x %2 pixels cannot be made; give up to %3</source>
+        <translation>ein Bild von %1 x %2 Pixeln ist nicht möglich; geben Sie bis zu %3 an</translation>
+    </message>
+    <message>
+        <source>%1: cannot be written (%2); choose another place</source>
+        <translation>%1: kann nicht geschrieben werden (%2); wählen Sie einen anderen Ort</translation>
     </message>
 </context>
 <context>
