@@ -22,7 +22,9 @@ BasebandFormat GainControl::configure(const ReceiverSettings& settings,
     m_isOn = settings.hasGainControl && !format.isDemodulated; // whose level it does not change
     const bool isCalm =
         settings.modulation == Modulation::Qam16 || settings.modulation == Modulation::Qam64;
-    agc_crcf_set_bandwidth(m_control.get(), isCalm ? calmBandwidth : quickBandwidth);
+    const float bandwidth = isCalm ? calmBandwidth : quickBandwidth;
+    const bool isHalf = format.samplesPerSymbol == 0.5 * ReceiverSettings::samplesPerSymbol;
+    agc_crcf_set_bandwidth(m_control.get(), isHalf ? 2.0F * bandwidth : bandwidth);
     reset();
     return format;
 }

@@ -6,9 +6,10 @@
 
 struct firfilt_crcf_s;
 struct firfilt_rrrf_s;
+struct firinterp_crcf_s;
 
 /// The receiver's half of a raised cosine: a root raised cosine filter. It acts on what was
-/// demodulated where something was, else on I and Q.
+/// demodulated where something was, else on I and Q, which then get all the samples of a symbol.
 class MatchedFilter : public ReceiverStage
 {
 public:
@@ -23,5 +24,7 @@ public:
 
 private:
     LiquidHandle<firfilt_crcf_s*> m_complex{nullptr, nullptr};
+    LiquidHandle<firinterp_crcf_s*> m_doubling{nullptr, nullptr}; // of I and Q, after it
     LiquidHandle<firfilt_rrrf_s*> m_real{nullptr, nullptr};
+    std::vector<std::complex<float>> m_output;
 };

@@ -19,8 +19,10 @@ BasebandFormat Resampler::configure(const ReceiverSettings& settings, const Base
     if (!settings.symbolRate)
         return format;
     BasebandFormat result = format;
-    result.samplesPerSymbol = ReceiverSettings::samplesPerSymbol;
-    result.sampleRate = *settings.symbolRate * ReceiverSettings::samplesPerSymbol;
+    // The matched filter does the rest where it limits the band.
+    const bool isHalf = settings.rollOff && !format.isDemodulated;
+    result.samplesPerSymbol = ReceiverSettings::samplesPerSymbol / (isHalf ? 2.0 : 1.0);
+    result.sampleRate = *settings.symbolRate * result.samplesPerSymbol;
     m_ratio = result.sampleRate / format.sampleRate;
     const auto ratio = static_cast<float>(m_ratio);
     m_complex = {msresamp_crcf_create(ratio, stopBand), msresamp_crcf_destroy};
