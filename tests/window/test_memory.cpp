@@ -72,6 +72,21 @@ TEST_F(Memory, ListsRecentRecordingsUntilTheyAreGone)
     EXPECT_FALSE(action("Open &recent").isEnabled());
 }
 
+TEST_F(Memory, KeepsTheReceiverButLeavesItOff)
+{
+    ReceiverSettings settings;
+    settings.isOn = true;
+    settings.shift = -12000.0;
+    settings.bandwidth = 16000.0;
+    settings.rollOff = 0.2;
+    settings.hasGainControl = false;
+    settings.modulation = ReceiverSettings::Modulation::Bpsk;
+    window->player().setReceiver(settings);
+    startAgain();
+    settings.isOn = false;
+    EXPECT_TRUE(window->feed().receiver() == settings);
+}
+
 TEST_F(Memory, KeepsWhatWasSet)
 {
     control<QSpinBox>("Sym&bols").setValue(3);

@@ -17,6 +17,13 @@ const QString speedKey = QStringLiteral("Speed");
 const QString repeatKey = QStringLiteral("Repeat");
 const QString spanKey = QStringLiteral("Span");
 const QString spanRateKey = QStringLiteral("SpanSampleRate");
+const QString shiftKey = QStringLiteral("ReceiverShift");
+const QString channelWidthKey = QStringLiteral("ReceiverChannelWidth");
+const QString demodulationKey = QStringLiteral("ReceiverDemodulation");
+const QString gainKey = QStringLiteral("ReceiverGainControl");
+const QString rollOffKey = QStringLiteral("ReceiverRollOff");
+const QString timingKey = QStringLiteral("ReceiverTiming");
+const QString modulationKey = QStringLiteral("ReceiverModulation");
 
 constexpr double demoSpan = 80.0; // symbols
 constexpr double fullScale = 1.1; // a little more than the largest level
@@ -231,6 +238,15 @@ void Player::keep() const
     settings.setValue(repeatKey, m_feed.repeat());
     settings.setValue(spanKey, m_keptSpan);
     settings.setValue(spanRateKey, m_keptSpanRate);
+    const ReceiverSettings& receiver = m_feed.receiver();
+    settings.setValue(shiftKey, receiver.shift);
+    settings.setValue(channelWidthKey, receiver.bandwidth.value_or(0.0));
+    settings.setValue(demodulationKey, static_cast<int>(receiver.demodulation));
+    settings.setValue(gainKey, receiver.hasGainControl);
+    settings.setValue(rollOffKey, receiver.rollOff.value_or(0.0));
+    settings.setValue(timingKey, receiver.hasTimingRecovery);
+    settings.setValue(modulationKey,
+                      receiver.modulation ? static_cast<int>(*receiver.modulation) : -1);
 }
 
 void Player::restore()
@@ -249,6 +265,23 @@ void Player::restore()
     m_feed.setRepeat(settings.value(repeatKey, m_feed.repeat()).toBool());
     m_keptSpan = number(spanKey, 0.0);
     m_keptSpanRate = number(spanRateKey, 0.0);
+    // It is off at first: the next recording may be of another kind.
+    ReceiverSettings receiver;
+    const auto unlessZero = [&number](const QString& key) {
+        const double value = number(key, 0.0);
+        return value > 0.0 ? std::optional<double>(value) : std::nullopt;
+    };
+    receiver.shift = number(shiftKey, 0.0);
+    receiver.bandwidth = unlessZero(channelWidthKey);
+    const int demodulation = settings.value(demodulationKey, 0).toInt();
+    receiver.demodulation =
+        static_cast<ReceiverSettings::Demodulation>(std::clamp(demodulation, 0, 2));
+    receiver.hasGainControl = settings.value(gainKey, true).toBool();
+    receiver.rollOff = unlessZero(rollOffKey);
+    receiver.hasTimingRecovery = settings.value(timingKey, true).toBool();
+    receiver.modulation = ReceiverSettings::modulationOf(
+        ReceiverSettings::modulationNames().value(settings.value(modulationKey, -1).toInt()));
+    m_feed.setReceiver(receiver);
     emit changed();
 }
 
