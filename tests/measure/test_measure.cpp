@@ -144,6 +144,24 @@ TEST(EyeMeasurement, TellsFourLevelsFromTwoAndBothFromNone)
         split[k] += (k / (shown * perSymbol + 1)) % 2 == 0 ? 0.1 : -0.1;
     EXPECT_EQ(EyeReadings::of(split, shown * perSymbol + 1, shown)->levelCount(), 2);
 
+    eye.noise = 0.03;
+    std::vector<double> struck = eye.samples();
+    for (std::size_t k = 0; k < 20 * 65; ++k)
+        struck[k] += 50.0; // a click, of one trace in a hundred
+    EXPECT_EQ(EyeReadings::of(struck, 65, 2)->levelCount(), 2);
+    eye.levels = 3;
+    EXPECT_EQ(eye.read()->levelCount(), 3);
+    eye.levels = 8;
+    EXPECT_FALSE(eye.read());
+    // Minimum shift keying through a narrow Gaussian filter: its bits weigh on their neighbours.
+    std::mt19937 bits(1);
+    std::vector<double> narrow;
+    for (int trace = 0; trace < 500; ++trace) {
+        const auto bit = [&] { return bits() % 2 ? 1.0 : -1.0; };
+        narrow.insert(narrow.end(), 65, 0.15 * (bit() + bit()) + 0.7 * bit());
+    }
+    EXPECT_EQ(EyeReadings::of(narrow, 65, 2)->levelCount(), 2);
+
     for (unsigned seed = 0; seed < 100; ++seed) {
         std::mt19937 random(seed);
         std::normal_distribution<double> normal;

@@ -11,9 +11,11 @@ constexpr std::size_t minTraceCount = 32;
 constexpr std::size_t minCrossingCount = 8;
 constexpr double minSeparation = 2.4; // of two levels, in the sum of their sigmas; noise has 1.4
 constexpr double minShare = 0.04;     // of the traces, on a level
-constexpr double maxUnevenness = 2.5; // of the distances between four levels
-constexpr double nearestPart = 0.02;  // of the crossings of four levels, left out
-constexpr int rounds = 20;            // of sharing the traces among the levels
+constexpr double maxUnevenness = 1.5; // of the distances between more than two levels
+constexpr double outlyingPart = 0.02; // of the traces, on either side, whose levels tell nothing
+constexpr double nearestPart = 0.02;  // of the crossings of more than two levels, left out
+constexpr std::size_t maxLevelCount = 4;
+constexpr int rounds = 20; // of sharing the traces among the levels
 
 class Traces
 {
@@ -43,7 +45,7 @@ private:
     std::vector<std::size_t> m_starts;
 };
 
-/// Traces shared among levels by their values in the middle.
+/// Levels in the middle of the traces, shared among those of the symbols.
 struct Levels
 {
     std::vector<Statistics> levels;
@@ -62,28 +64,29 @@ struct Levels
 };
 
 /// Lloyd's algorithm from even levels (IEEE Trans. Inf. Theory 28(2), 1982).
-std::optional<Levels> share(const Traces& traces, std::size_t levelCount)
+std::optional<Levels> share(const std::vector<double>& sorted, std::size_t levelCount)
 {
-    Statistics all;
-    for (std::size_t k = 0; k < traces.count(); ++k)
-        all.add(traces.at(k, traces.middle()));
+    const auto outliers =
+        static_cast<std::size_t>(outlyingPart * static_cast<double>(sorted.size()));
+    const double lowest = sorted[outliers];
+    const double range = sorted[sorted.size() - 1 - outliers] - lowest;
     Levels result;
     for (std::size_t k = 1; k < levelCount; ++k)
-        result.bounds.push_back(all.lowest() + all.range() * static_cast<double>(k) /
-                                                   static_cast<double>(levelCount));
-    for (int round = 0; round < rounds; ++round) {
+        result.bounds.push_back(lowest +
+                                range * static_cast<double>(k) / static_cast<double>(levelCount));
+    std::vector<double> before;
+    for (int round = 0; round < rounds && result.bounds != before; ++round) {
+        before = result.bounds;
         result.levels.assign(levelCount, Statistics());
-        for (std::size_t k = 0; k < traces.count(); ++k) {
-            const double value = traces.at(k, traces.middle());
+        for (const double value : sorted)
             result.levels[result.levelOf(value)].add(value);
-        }
         for (std::size_t k = 0; k + 1 < levelCount; ++k)
             result.bounds[k] = 0.5 * (result.levels[k].mean() + result.levels[k + 1].mean());
     }
     Statistics distances;
     for (std::size_t k = 0; k < levelCount; ++k) {
         const auto share = static_cast<double>(result.levels[k].count());
-        if (share < minShare * static_cast<double>(traces.count()))
+        if (share < minShare * static_cast<double>(sorted.size()))
             return std::nullopt;
         if (k + 1 < levelCount) {
             distances.add(result.levels[k + 1].mean() - result.levels[k].mean());
@@ -212,9 +215,13 @@ std::optional<EyeReadings> EyeReadings::of(const std::vector<double>& samples,
     const Traces traces(samples, traceLength);
     if (traces.count() < minTraceCount)
         return std::nullopt;
-    auto levels = share(traces, 4);
-    if (!levels)
-        levels = share(traces, 2);
+    std::vector<double> decided; // levels in the middle
+    for (std::size_t k = 0; k < traces.count(); ++k)
+        decided.push_back(traces.at(k, traces.middle()));
+    std::sort(decided.begin(), decided.end());
+    std::optional<Levels> levels;
+    for (std::size_t count = maxLevelCount; count >= 2 && !levels; --count)
+        levels = share(decided, count);
     if (!levels)
         return std::nullopt;
     EyeReadings readings;

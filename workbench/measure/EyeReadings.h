@@ -5,8 +5,8 @@
 #include <optional>
 #include <vector>
 
-/// What the traces of an eye diagram measure: two levels or four are told apart, and each eye
-/// between two of them is measured by itself.
+/// What the traces of an eye diagram measure: two levels, three (of duobinary and bipolar codes)
+/// and four are told apart, and each eye between two of them is measured by itself.
 struct EyeReadings
 {
     /// One eye. Times are parts of a symbol period (unit intervals), levels those of the samples.
@@ -25,7 +25,7 @@ struct EyeReadings
         /// (high - low) / (sigma high + sigma low), the Q factor of ITU-T O.201.
         double q = 0.0;
         /// From the crossings on the left to those on the right of the decision; not below 0. Of
-        /// two levels 3 sigma inside of their means on both sides. Of four levels, whose
+        /// two levels 3 sigma inside of their means on both sides. Of more levels, whose
         /// transitions cross at several times, inside of all but the nearest 2 %. None where a
         /// trace is shorter than two symbols, or few cross.
         std::optional<double> width;
@@ -47,7 +47,7 @@ struct EyeReadings
     static std::optional<EyeReadings> of(const std::vector<double>& samples,
                                          std::size_t traceLength, int symbolCount);
 
-    /// From the lowest up: one of two levels, three of four.
+    /// From the lowest up: one fewer than levels.
     std::vector<Eye> eyes;
 
     int levelCount() const { return static_cast<int>(eyes.size()) + 1; }
