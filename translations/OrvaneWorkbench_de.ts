@@ -1327,6 +1327,10 @@
         <source>%1: cannot be written (%2); choose another folder</source>
         <translation>%1: kann nicht geschrieben werden (%2); einen anderen Ordner wählen</translation>
     </message>
+    <message>
+        <source>no samples came, so there is nothing to show; check who sends them</source>
+        <translation>es kamen keine Abtastwerte, also gibt es nichts zu zeigen; prüfen Sie, wer sie sendet</translation>
+    </message>
 </context>
 <context>
     <name>SoapySource</name>

@@ -169,8 +169,26 @@ TEST_F(Program, TakesPicturesOfWhatItPlays)
     }
 }
 
+TEST_F(Program, KeepsPicturesAndDataInTheFormatsAndTheScaleWanted)
+{
+    const QString pictures = path("kept");
+    ASSERT_EQ(run({"--snapshot", pictures, "--seconds", "0.3", "--size", "700x500", "--scale", "2",
+                   "--formats", "png,svg,csv"}),
+              0)
+        << qPrintable(error);
+    EXPECT_EQ(QImage(pictures + "/workbench.png").size(), QSize(1400, 1000));
+    EXPECT_EQ(QDir(pictures).entryList(QDir::Files).size(), 10);
+    EXPECT_EQ(run({"--snapshot", pictures, "--formats", "png,gif"}), 2);
+    expectComplaint("--formats");
+}
+
 TEST_F(Program, LeavesNothingBehindWherePicturesCannotBeWritten)
 {
+    process.setStandardInputFile(QProcess::nullDevice());
+    EXPECT_EQ(run({"-", "--format", "cf32", "--sample-rate", "1e6", "--snapshot", path("none")}),
+              1);
+    EXPECT_TRUE(error.contains("no samples came")) << qPrintable(error);
+    EXPECT_TRUE(QDir(path("none")).entryList(QDir::Files).isEmpty());
     QDir(folder.path()).mkpath(QStringLiteral("out/workbench.png")); // in the way of the second one
     EXPECT_EQ(run({"--snapshot", path("out")}), 1);
     expectComplaint(path("out/workbench.png"));

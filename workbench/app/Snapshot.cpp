@@ -53,6 +53,10 @@ QStringList Snapshot::take(MainWindow& window, double seconds, const QString& fo
     window.panes().showAll();
     window.show();
     play(window, seconds);
+    if (window.feed().position() == 0) {
+        error = tr("no samples came, so there is nothing to show; check who sends them");
+        return {};
+    }
     QCoreApplication::processEvents();
     window.grab(); // the first picture of an eye sets its axis
     QCoreApplication::processEvents();
@@ -87,7 +91,8 @@ QStringList Snapshot::take(MainWindow& window, double seconds, const QString& fo
     for (const auto& [name, content] : contents) {
         files.push_back(std::make_unique<QSaveFile>(QDir(folder).filePath(name)));
         QSaveFile& file = *files.back();
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() ||
+            !file.flush())
             return refuse(file);
     }
     QStringList paths;

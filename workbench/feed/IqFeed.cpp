@@ -72,6 +72,12 @@ void IqFeed::notify()
     m_q.clear();
 }
 
+void IqFeed::notifyAgain()
+{
+    if (!m_newestI.empty())
+        m_values.notify(m_newestI, m_newestQ);
+}
+
 void IqFeed::keep()
 {
     const auto add = [](std::vector<double>& kept, const std::vector<double>& points) {

@@ -41,6 +41,8 @@ public:
     void take(std::int64_t position, const std::vector<double>& i, const std::vector<double>& q);
     /// Puts out what was taken since the last call.
     void notify();
+    /// Puts the newest points out once more.
+    void notifyAgain();
 
     /// What the newest points measure against those of a modulation; none where they are not those
     /// of symbols, or too few.

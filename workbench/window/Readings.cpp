@@ -45,17 +45,18 @@ Readings::Readings(ViewPanes& panes, QObject* parent)
     , m_eye(new ReadingTable)
     , m_constellation(new ReadingTable)
 {
+    // Wide enough for all that usually comes; the eye has not much room.
     const QString longest = QStringLiteral("-0.0000");
+    const QString longer = QStringLiteral("-888.888 kHz");
     m_level->addLines({tr("Mean"), tr("Minimum"), tr("Maximum"), tr("Peak to peak"), tr("RMS"),
                        tr("RMS (AC)"), tr("Frequency")},
-                      1, longest);
+                      1, longer);
     m_eye->addLines({tr("Height"), tr("Opening"), tr("Width"), tr("Crossing"), tr("Jitter RMS"),
                      tr("Jitter p-p"), tr("Q")},
                     maxEyeCount, longest);
-    m_constellation->addLines({tr("EVM RMS"), tr("EVM peak"), tr("MER"), tr("Carrier")}, 1,
-                              longest);
+    m_constellation->addLines({tr("EVM RMS"), tr("EVM peak"), tr("MER"), tr("Carrier")}, 1, longer);
     m_constellation->addLines({tr("Offset"), tr("Imbalance"), tr("Quadrature"), tr("Symbol rate")},
-                              1, longest);
+                              1, longer);
     std::size_t index = 0;
     for (ReadingTable* table : {m_level, m_eye, m_constellation})
         panes.setReadings(index++, table);

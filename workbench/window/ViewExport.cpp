@@ -17,8 +17,9 @@
 
 namespace {
 
-constexpr double fineness = 4.0; // pixels of a picture within vectors, to one of the screen
-constexpr int pdfResolution = 96 * 4;
+constexpr std::size_t iqIndex = 2; // of the pane
+constexpr double fineness = 4.0;   // pixels of a picture within vectors, to one of the screen
+constexpr double pointsPerInch = 72.0;
 
 /// A view of another size for a while, without anybody seeing it.
 class Resized
@@ -128,7 +129,7 @@ std::optional<ViewExport::Format> ViewExport::formatOf(const QString& fileName)
     return index < 0 ? std::nullopt : std::optional(static_cast<Format>(index));
 }
 
-ViewExport::ViewExport(ViewPanes& panes, const SignalFeed& feed, std::function<void()> fitIq)
+ViewExport::ViewExport(ViewPanes& panes, SignalFeed& feed, std::function<void()> fitIq)
     : m_panes(panes)
     , m_feed(feed)
     , m_fitIq(std::move(fitIq))
@@ -161,6 +162,9 @@ QByteArray ViewExport::picture(const ViewPanes::Pane& pane, Format format, const
     {
         const Resized resized(*pane.view, size);
         m_fitIq();
+        // Points age, also while the signal stands still: those that were seen last come again.
+        if (&pane == &m_panes.panes().at(iqIndex) && !m_feed.isPlaying())
+            m_panes.showWhilePaused([this] { m_feed.iq().notifyAgain(); });
         QBuffer buffer(&result);
         buffer.open(QIODevice::WriteOnly);
         if (format == Format::Png) {
@@ -168,6 +172,7 @@ QByteArray ViewExport::picture(const ViewPanes::Pane& pane, Format format, const
         } else if (format == Format::Svg) {
             QSvgGenerator generator;
             generator.setOutputDevice(&buffer);
+            generator.setResolution(pane.view->logicalDpiX()); // or texts have another size
             generator.setSize(size);
             generator.setViewBox(QRect(QPoint(), size));
             generator.setTitle(title(pane));
@@ -175,13 +180,12 @@ QByteArray ViewExport::picture(const ViewPanes::Pane& pane, Format format, const
             paintVectors(pane, drawnCount(pane), painter);
         } else {
             QPdfWriter writer(&buffer);
-            writer.setResolution(pdfResolution);
-            writer.setPageSize(QPageSize(QSizeF(size) * 72.0 / 96.0, QPageSize::Point, QString(),
-                                         QPageSize::ExactMatch));
+            writer.setResolution(pane.view->logicalDpiX()); // or texts have another size
+            writer.setPageSize(QPageSize(QSizeF(size) * pointsPerInch / pane.view->logicalDpiX(),
+                                         QPageSize::Point, QString(), QPageSize::ExactMatch));
             writer.setPageMargins(QMarginsF());
             writer.setTitle(title(pane));
             QPainter painter(&writer);
-            painter.scale(pdfResolution / 96.0, pdfResolution / 96.0);
             paintVectors(pane, drawnCount(pane), painter);
         }
     }
@@ -191,7 +195,7 @@ QByteArray ViewExport::picture(const ViewPanes::Pane& pane, Format format, const
 
 std::size_t ViewExport::drawnCount(const ViewPanes::Pane& pane) const
 {
-    return &pane == &m_panes.panes().at(2) ? m_feed.iq().newestI().size() * 100 : 0;
+    return &pane == &m_panes.panes().at(iqIndex) ? m_feed.iq().newestI().size() * 100 : 0;
 }
 
 QByteArray ViewExport::table(std::size_t index) const
@@ -208,10 +212,13 @@ QByteArray ViewExport::table(std::size_t index) const
     if (index == 1) {
         const EyeFeed& eye = m_feed.eye();
         const std::size_t length = eye.traceLength();
-        Table table("trace,time (traces),level");
+        const EyeCut& cut = eye.cut();
+        const int symbols = cut.clock == EyeCut::Clock::None ? 1 : cut.symbolCount;
+        Table table(cut.clock == EyeCut::Clock::None ? "trace,time (traces),level"
+                                                     : "trace,time (symbols),level");
         for (std::size_t k = 0; k < eye.traces().size(); ++k)
             table.add({static_cast<double>(k / length),
-                       static_cast<double>(k % length) / static_cast<double>(length - 1),
+                       symbols * static_cast<double>(k % length) / static_cast<double>(length - 1),
                        eye.traces()[k]});
         return table.text();
     }

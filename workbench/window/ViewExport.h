@@ -29,7 +29,7 @@ public:
     static std::optional<Format> formatOf(const QString& fileName);
 
     /// @param fitIq  lays out the axes of the IQ view anew when its size has changed.
-    ViewExport(ViewPanes& panes, const SignalFeed& feed, std::function<void()> fitIq);
+    ViewExport(ViewPanes& panes, SignalFeed& feed, std::function<void()> fitIq);
 
     /// What would be in a file.
     /// @param index  of the pane: time, eye or IQ.
@@ -48,6 +48,6 @@ private:
     std::size_t drawnCount(const ViewPanes::Pane& pane) const;
 
     ViewPanes& m_panes;
-    const SignalFeed& m_feed;
+    SignalFeed& m_feed;
     std::function<void()> m_fitIq;
 };
