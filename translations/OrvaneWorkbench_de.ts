@@ -1040,11 +1040,11 @@
     </message>
     <message>
         <source>&amp;Demodulation</source>
-        <translation>&amp;Demodulation</translation>
+        <translation>De&amp;modulation</translation>
     </message>
     <message>
         <source>&amp;Gain control</source>
-        <translation>&amp;Verstärkungsregelung</translation>
+        <translation>Verstärk&amp;ungsregelung</translation>
     </message>
     <message>
         <source>Level before</source>
@@ -1064,7 +1064,7 @@
     </message>
     <message>
         <source>Symbol &amp;timing</source>
-        <translation>Symbol&amp;takt</translation>
+        <translation>&amp;Symboltakt</translation>
     </message>
     <message>
         <source>Symbol rate error</source>

@@ -99,7 +99,6 @@ MainWindow::MainWindow(SchemeChoice& scheme)
     m_statusTimer.setInterval(statusPeriodMs);
     connect(&m_statusTimer, &QTimer::timeout, this, &MainWindow::refreshStatus);
     menus::keepKeys(*this);
-    m_playback->setTabOrderBefore(*m_timeView->focusProxy());
     m_timeView->setFocus();
 }
 

@@ -115,12 +115,6 @@ void PlaybackControls::addTo(QToolBar& bar)
     bar.addWidget(m_seek);
 }
 
-void PlaybackControls::setTabOrderBefore(QWidget& next)
-{
-    QWidget::setTabOrder(m_speed, m_seek->focusProxy());
-    QWidget::setTabOrder(m_seek->focusProxy(), &next);
-}
-
 void PlaybackControls::refresh()
 {
     const SignalFeed& feed = m_player.feed();

@@ -22,8 +22,6 @@ public:
     PlaybackControls(QMainWindow& window, Player& player, ViewPanes& panes);
 
     void addTo(QToolBar& bar);
-    /// Lets Tab come to what is in the tool bar before it comes to another widget.
-    void setTabOrderBefore(QWidget& next);
     /// Shows speed, length and time as the feed has them.
     void refresh();
     void refreshTime();
