@@ -142,15 +142,15 @@ TEST(EyeMeasurement, TellsFourLevelsFromTwoAndBothFromNone)
     std::vector<double> split = eye.samples();
     for (std::size_t k = 0; k < split.size(); ++k)
         split[k] += (k / (shown * perSymbol + 1)) % 2 == 0 ? 0.1 : -0.1;
-    EXPECT_EQ(EyeReadings::of(split, shown * perSymbol + 1, shown)->levelCount(), 2);
+    EXPECT_EQ(EyeReadings::of(split, shown * perSymbol + 1, shown).value().levelCount(), 2);
 
     eye.noise = 0.03;
     std::vector<double> struck = eye.samples();
     for (std::size_t k = 0; k < 20 * 65; ++k)
         struck[k] += 50.0; // a click, of one trace in a hundred
-    EXPECT_EQ(EyeReadings::of(struck, 65, 2)->levelCount(), 2);
+    EXPECT_EQ(EyeReadings::of(struck, 65, 2).value().levelCount(), 2);
     eye.levels = 3;
-    EXPECT_EQ(eye.read()->levelCount(), 3);
+    EXPECT_EQ(eye.read().value().levelCount(), 3);
     eye.levels = 8;
     EXPECT_FALSE(eye.read());
     // Minimum shift keying through a narrow Gaussian filter: its bits weigh on their neighbours.
@@ -160,7 +160,7 @@ TEST(EyeMeasurement, TellsFourLevelsFromTwoAndBothFromNone)
         const auto bit = [&] { return bits() % 2 ? 1.0 : -1.0; };
         narrow.insert(narrow.end(), 65, 0.15 * (bit() + bit()) + 0.7 * bit());
     }
-    EXPECT_EQ(EyeReadings::of(narrow, 65, 2)->levelCount(), 2);
+    EXPECT_EQ(EyeReadings::of(narrow, 65, 2).value().levelCount(), 2);
 
     for (unsigned seed = 0; seed < 100; ++seed) {
         std::mt19937 random(seed);

@@ -78,8 +78,10 @@ std::optional<Levels> share(const std::vector<double>& sorted, std::size_t level
     for (int round = 0; round < rounds && result.bounds != before; ++round) {
         before = result.bounds;
         result.levels.assign(levelCount, Statistics());
-        for (const double value : sorted)
-            result.levels[result.levelOf(value)].add(value);
+        for (const double value : sorted) {
+            if (std::abs(value - lowest - 0.5 * range) <= range) // else a click
+                result.levels[result.levelOf(value)].add(value);
+        }
         for (std::size_t k = 0; k + 1 < levelCount; ++k)
             result.bounds[k] = 0.5 * (result.levels[k].mean() + result.levels[k + 1].mean());
     }
