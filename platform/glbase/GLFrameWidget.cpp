@@ -6,6 +6,7 @@
 #include "platform/glbase/GLPainter.h"
 #include "platform/gui/ColorSet.h"
 
+#include <QPaintEngine>
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QSurfaceFormat>
@@ -30,8 +31,10 @@ GLFrameWidget::~GLFrameWidget() = default;
 
 void GLFrameWidget::paintGL()
 {
-    const QScopedValueRollback<bool> hasContext(m_hasContext, true);
     QPainter painter(this);
+    // Whoever grabs a window has this called, too, with a painter on a picture.
+    const bool isOnFrame = painter.paintEngine()->type() == QPaintEngine::OpenGL2;
+    const QScopedValueRollback<bool> hasContext(m_hasContext, isOnFrame);
     Render(painter);
 }
 

@@ -91,6 +91,8 @@ TEST_F(IqDiagram, LightsOneDevicePixelForEachPointInside)
     add({0.994F, -0.96F});
     add({0, 1.03F, 0, -0.99F, -1.1F, 0, 1.01F, 0, nan, 0, 0, inf, 1e30F, -1e30F}); // outside
     expectPoints(Painted(), {{100, 51}, {150.25, 25.75}, {199.897, 99.48}});
+    expectPoints(frame.grab().toImage().convertToFormat(QImage::Format_RGB32),
+                 {{100, 51}, {150.25, 25.75}, {199.897, 99.48}});
     setRanges({1, -1}, {1, -1}); // reversed: 100 - 100.5 I and 51 + 50.5 Q
     expectPoints(Painted(), {{100, 51}, {49.75, 76.25}, {0.103, 2.52}, {100, 1.005}});
     setRanges({-0.6725, 0.3275}, {-0.6725, 0.3275}); // trunc(200 * 0.6725), trunc(-67.25) + 101
