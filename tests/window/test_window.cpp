@@ -157,8 +157,15 @@ TEST_F(Window, FollowsItsControls)
     QTest::keyClick(panel->findChildren<QSlider*>()[1], Qt::Key_Right);
     EXPECT_NEAR(source->settings().jitter, 0.01, 1e-12);
     auto& symbolRate = control<QDoubleSpinBox>("S&ymbol rate");
-    symbolRate.setValue(2400.0);
+    const auto type = [&](const char* text) {
+        symbolRate.selectAll();
+        QTest::keyClicks(&symbolRate, text);
+        QTest::keyClick(&symbolRate, Qt::Key_Return);
+        return symbolRate.text().toStdString();
+    };
+    EXPECT_EQ(type("2,4k"), "2.4\u2009kBd");
     EXPECT_EQ(window->feed().source()->symbolRate(), 2400.0);
+    EXPECT_EQ(type("fast"), "2.4\u2009kBd");
     EXPECT_EQ(window->feed().eye().cut().samplesPerSymbol, 20.0);
 
     dropSine(3, 24000);
@@ -167,12 +174,14 @@ TEST_F(Window, FollowsItsControls)
     QTest::keyClick(channel, Qt::Key_Up);
     EXPECT_EQ(window->feed().channel(), 1);
     auto& span = control<QDoubleSpinBox>("&Span");
-    EXPECT_NEAR(span.value(), 1000.0, 0.01); // ms: the whole recording
-    symbolRate.setValue(500.0);
+    EXPECT_NEAR(span.value(), 1000.0, 0.01);  // ms: the whole recording
+    QTest::keyClick(&symbolRate, Qt::Key_Up); // steps from no rate tell nothing
+    EXPECT_EQ(symbolRate.value(), 0.0);
+    EXPECT_EQ(type("0.5 kBd"), "500\u2009Bd");
     EXPECT_EQ(window->feed().eye().cut().clock, EyeCut::Clock::Recovered);
     EXPECT_FALSE(window->findChild<NoticeBar*>()->isVisible());
     EXPECT_NEAR(span.value(), 500.0, 0.01); // symbols, as long as before
-    symbolRate.setValue(0.0);
+    EXPECT_EQ(type("0"), "unknown");
     EXPECT_EQ(window->feed().eye().cut().clock, EyeCut::Clock::None);
     span.setValue(250.0);
     EXPECT_NEAR(window->feed().span(), 0.25, 1e-9);

@@ -4,6 +4,7 @@
 #include "workbench/feed/SignalFeed.h"
 #include "workbench/sources/ModulationSource.h"
 #include "workbench/sources/NrzSource.h"
+#include "workbench/window/FrequencyEditor.h"
 #include "workbench/window/Units.h"
 
 #include <QCheckBox>
@@ -31,20 +32,6 @@ constexpr int maxFrameSymbolCount = 4096;
 
 double fromDecibels(double level) { return std::pow(10.0, level / 20.0); }
 double toDecibels(double factor) { return 20.0 * std::log10(factor); }
-
-/// Editor of a rate, without zeros at the end. What is not known can only be typed.
-class RateEditor : public QDoubleSpinBox
-{
-public:
-    using QDoubleSpinBox::QDoubleSpinBox;
-    QString textFromValue(double value) const override { return QString::number(value, 'g', 13); }
-
-protected:
-    StepEnabled stepEnabled() const override
-    {
-        return value() > 0.0 ? QDoubleSpinBox::stepEnabled() : StepNone;
-    }
-};
 
 } // namespace
 
@@ -115,11 +102,7 @@ void ParameterPanel::addSignalSection()
 {
     QFormLayout* form = addSection(tr("Signal"));
     m_sampleRate = addFact(form, tr("Sample rate"));
-    m_symbolRate = new RateEditor(this);
-    m_symbolRate->setDecimals(3);
-    m_symbolRate->setStepType(QAbstractSpinBox::AdaptiveDecimalStepType);
-    m_symbolRate->setSuffix(QChar(0x2009) + QStringLiteral("Bd"));
-    m_symbolRate->setKeyboardTracking(false);
+    m_symbolRate = new FrequencyEditor(QStringLiteral("Bd"), this);
     form->addRow(tr("S&ymbol rate"), m_symbolRate);
     form->labelForField(m_symbolRate)->setMinimumWidth(nameWidth);
     connect(m_symbolRate, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,

@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/ReceiverPanel.h"
 
+#include "workbench/window/FrequencyEditor.h"
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
@@ -14,25 +16,9 @@ constexpr int panelWidth = 276;
 constexpr int nameWidth = 108;
 constexpr double maxHertz = 1e12;
 constexpr double percent = 100.0;
+constexpr double rollOffStep = 0.05;
 
 const QString unknown = QStringLiteral("\u2013");
-
-/// Number without zeros at the end; where it is the lowest one, what that means.
-class NumberEditor : public QDoubleSpinBox
-{
-public:
-    NumberEditor(double lowest, double highest, const QString& unit, QWidget* parent)
-        : QDoubleSpinBox(parent)
-    {
-        setDecimals(3);
-        setRange(lowest, highest);
-        setStepType(QAbstractSpinBox::AdaptiveDecimalStepType);
-        setKeyboardTracking(false);
-        if (!unit.isEmpty())
-            setSuffix(QChar(0x2009) + unit);
-    }
-    QString textFromValue(double value) const override { return QString::number(value, 'g', 13); }
-};
 
 QString readingText(const StageReport::Reading& reading)
 {
@@ -84,11 +70,13 @@ ReceiverPanel::ReceiverPanel(QWidget* parent)
 
 void ReceiverPanel::addFilters(QFormLayout* form)
 {
-    m_shift = new NumberEditor(-maxHertz, maxHertz, QStringLiteral("Hz"), this);
+    m_shift = new FrequencyEditor(QStringLiteral("Hz"), this);
+    m_shift->setRange(-maxHertz, maxHertz);
     m_shift->setToolTip(tr("Added to every frequency"));
     form->addRow(tr("Frequency s&hift"), m_shift);
     form->labelForField(m_shift)->setMinimumWidth(nameWidth);
-    m_bandwidth = new NumberEditor(0.0, maxHertz, QStringLiteral("Hz"), this);
+    m_bandwidth = new FrequencyEditor(QStringLiteral("Hz"), this);
+    m_bandwidth->setRange(0.0, maxHertz);
     m_bandwidth->setSpecialValueText(tr("no filter"));
     m_bandwidth->setToolTip(tr("Width of the channel about 0 Hz"));
     form->addRow(tr("Channel &width"), m_bandwidth);
@@ -98,7 +86,11 @@ void ReceiverPanel::addFilters(QFormLayout* form)
     m_gain = new QCheckBox(tr("&Gain control"), this);
     form->addRow(m_gain);
     addState(form, tr("Level before"), StageReport::Quantity::Level);
-    m_rollOff = new NumberEditor(0.0, ReceiverSettings::maxRollOff, QString(), this);
+    m_rollOff = new QDoubleSpinBox(this);
+    m_rollOff->setRange(0.0, ReceiverSettings::maxRollOff);
+    m_rollOff->setDecimals(3);
+    m_rollOff->setSingleStep(rollOffStep);
+    m_rollOff->setKeyboardTracking(false);
     m_rollOff->setSpecialValueText(tr("none"));
     m_rollOff->setToolTip(tr("Roll-off of the root raised cosine"));
     form->addRow(tr("&Matched filter"), m_rollOff);

@@ -12,6 +12,7 @@ struct Prefix
     const char* sign;
 };
 
+constexpr Prefix multiples[] = {{1e9, "G"}, {1e6, "M"}, {1e3, "k"}, {1.0, ""}};
 constexpr Prefix fractions[] = {{1.0, ""}, {1e-3, "m"}, {1e-6, "µ"}, {1e-9, "n"}};
 
 /// The largest prefix that a value reaches; the last one for smaller values.
@@ -25,22 +26,49 @@ const Prefix& fitting(double value, const Prefix (&prefixes)[count])
 }
 
 template<std::size_t count>
-QString withPrefix(double value, int digits, const Prefix (&prefixes)[count], const char* unit)
+QString withPrefix(double value, int digits, const Prefix (&prefixes)[count], const QString& unit)
 {
     const Prefix& prefix = fitting(value, prefixes);
     return QString::number(value / prefix.factor, 'g', digits) + QChar(0x2009) +
-           QString::fromUtf8(prefix.sign) + QString::fromLatin1(unit);
+           QString::fromUtf8(prefix.sign) + unit;
 }
 
 } // namespace
 
 QString units::rate(double value, const char* unit)
 {
-    static constexpr Prefix prefixes[] = {{1e9, "G"}, {1e6, "M"}, {1e3, "k"}, {1.0, ""}};
-    return withPrefix(value, 6, prefixes, unit);
+    return withPrefix(value, 6, multiples, QString::fromLatin1(unit));
 }
 
-QString units::duration(double seconds) { return withPrefix(seconds, 4, fractions, "s"); }
+QString units::exactRate(double value, const QString& unit)
+{
+    return withPrefix(value, 13, multiples, unit);
+}
+
+std::optional<double> units::parsedRate(const QString& text, const QString& unit)
+{
+    QString number = text.simplified().remove(QLatin1Char(' '));
+    if (number.endsWith(unit, Qt::CaseInsensitive))
+        number.chop(unit.size());
+    double factor = 1.0;
+    for (const Prefix& prefix : multiples) {
+        const QString sign = QLatin1String(prefix.sign);
+        if (!sign.isEmpty() && number.endsWith(sign, Qt::CaseInsensitive)) {
+            number.chop(1);
+            factor = prefix.factor;
+            break;
+        }
+    }
+    bool isNumber = false;
+    const double value =
+        factor * number.replace(QLatin1Char(','), QLatin1Char('.')).toDouble(&isNumber);
+    return isNumber && std::isfinite(value) ? std::optional<double>(value) : std::nullopt;
+}
+
+QString units::duration(double seconds)
+{
+    return withPrefix(seconds, 4, fractions, QStringLiteral("s"));
+}
 
 QString units::time(double seconds, double length)
 {

@@ -3,11 +3,17 @@
 
 #include <QString>
 
+#include <optional>
+
 /// Quantities as text, with a decimal point whatever the locale, like the labels of the diagrams.
 namespace units {
 
 /// Up to six digits with k, M or G: "48 kHz", "44.1 kHz"; `unit` is Hz or Bd.
 QString rate(double value, const char* unit);
+/// All digits that a value has, with k, M or G: "9.570046 kBd".
+QString exactRate(double value, const QString& unit);
+/// What a text like that means; prefix and unit may be missing, the decimal point be a comma.
+std::optional<double> parsedRate(const QString& text, const QString& unit);
 /// A place in a signal of some length: minutes, seconds and milliseconds, "0:12.345", or where it
 /// is shorter than a second with its prefix and four digits: "7.50 ms" in 20 ms, so that a text
 /// does not change its width with the place.
