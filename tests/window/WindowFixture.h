@@ -3,6 +3,7 @@
 
 #include "Recordings.h"
 #include "eye/GLEyeDiagram.h"
+#include "iq/GLIQDiagram.h"
 #include "platform/glwidgets/AxisHandler.h"
 #include "platform/glwidgets/CaptionWidget.h"
 #include "platform/glwidgets/DiagramCaption.h"
@@ -40,6 +41,7 @@ struct TestAccess
 {
     static std::size_t traceCount(VCGLTimeDiagram& v) { return v.m_diagram->m_records.size(); }
     static std::size_t traceCount(VCGLEyeDiagram& v) { return v.m_pEyeDiagram->m_records.size(); }
+    static void age(VCGLIQDiagram& v, double seconds) { v.m_diagram->m_aging = seconds; }
     static AxisHandler& levels(VCGLTimeDiagram& v) { return *v.m_diagram->GetYAxisHandler(); }
 };
 

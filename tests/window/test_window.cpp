@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "WindowFixture.h"
 
+#include <QWindow>
+
 namespace {
 
 TEST_F(Window, ShowsTheSignalAsItPlaysAndClosesMeanwhile)
@@ -40,6 +42,30 @@ TEST_F(Window, StandsStillWhileAnyOfItsPauseControlsSaysSo)
         EXPECT_FALSE(caption().isPaused());
         EXPECT_TRUE(QTest::qWaitFor([&] { return window->feed().position() > stood; }));
     }
+}
+
+TEST_F(Window, ShowsItsPointsAsLongAsItStandsStill)
+{
+    window->player().openDemo(ModulationSettings());
+    window->feed().play();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !window->feed().iq().newestI().empty(); }));
+    window->feed().pause();
+    TestAccess::age(window->iqView(), 0.3);
+    QTest::qWait(400);
+    window->iqView().repaint();
+    const QImage image = window->iqView().grabFramebuffer().convertToFormat(QImage::Format_RGB32);
+    const QRgb color = ColorSet::Instance()[IColorBase::colIQPoint].rgb();
+    const auto* pixels = reinterpret_cast<const QRgb*>(image.constBits());
+    EXPECT_GT(std::count(pixels, pixels + image.width() * image.height(), color), 10);
+}
+
+TEST_F(Window, GrowsToItsLeastSizeOnAScreenThatMadeItSmaller)
+{
+    QWindow& handle = *window->windowHandle();
+    handle.resize(300, 200); // as a window system may
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window->height() == 200; }));
+    emit handle.screenChanged(handle.screen());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window->size() == window->minimumSize(); }));
 }
 
 TEST_F(Window, GivesTheRoomOfHiddenViewsToTheOthersAndRemembersIt)

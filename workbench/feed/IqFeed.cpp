@@ -89,6 +89,17 @@ void IqFeed::keep()
     add(m_newestQ, m_q);
 }
 
+std::vector<float> IqFeed::newestPoints() const
+{
+    std::vector<float> points;
+    points.reserve(2 * m_newestI.size());
+    for (std::size_t k = 0; k < m_newestI.size(); ++k) {
+        points.push_back(static_cast<float>(m_newestI[k]));
+        points.push_back(m_newestQ.empty() ? 0.0F : static_cast<float>(m_newestQ[k]));
+    }
+    return points;
+}
+
 std::optional<ConstellationReadings>
 IqFeed::measure(const std::vector<std::complex<double>>& ideal) const
 {

@@ -51,6 +51,8 @@ public:
     /// The newest points, at most maxPointCount; Q is empty where there is none.
     const std::vector<double>& newestI() const { return m_newestI; }
     const std::vector<double>& newestQ() const { return m_newestQ; }
+    /// The same as a view takes them: I, Q, I, Q...
+    std::vector<float> newestPoints() const;
 
     /// Shows the square of I and Q in which a level of this magnitude fits.
     void setLevel(double level);

@@ -28,10 +28,14 @@
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScreen>
 #include <QSettings>
 #include <QToolBar>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <QWindow>
+
+#include <algorithm>
 
 namespace {
 
@@ -42,14 +46,16 @@ const QString panesKey = QStringLiteral("Window/Panes");
 constexpr int statusPeriodMs = 100;
 constexpr int readingsPeriodMs = 190; // at every other status, to be read
 
-QMenu* menuOf(VCGLIQDiagram& view)
+GLIQDiagram& diagramOf(VCGLIQDiagram& view)
 {
-    for (const auto& widget : view.Widgets()) {
-        if (auto* diagram = dynamic_cast<GLIQDiagram*>(widget.get()))
-            return diagram->getContextMenu(nullptr, nullptr, 0);
-    }
-    return nullptr;
+    const auto& widgets = view.Widgets();
+    const auto found = std::find_if(widgets.begin(), widgets.end(), [](const auto& widget) {
+        return dynamic_cast<GLIQDiagram*>(widget.get());
+    });
+    return dynamic_cast<GLIQDiagram&>(**found);
 }
+
+QMenu* menuOf(VCGLIQDiagram& view) { return diagramOf(view).getContextMenu(nullptr, nullptr, 0); }
 
 /// First local file of a drag, empty when there is none.
 QString droppedFile(const QMimeData* data)
@@ -303,10 +309,25 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == m_panes->firstShown().canvas && event->type() == QEvent::Paint)
         ++m_frameCount;
+    if (watched == m_iqView && event->type() == QEvent::Paint && !feed().isPlaying()) {
+        // Points age, also while the signal stands still: the newest come again with each picture.
+        std::vector<float> points = feed().iq().newestPoints();
+        diagramOf(*m_iqView).AddData(points);
+    }
     if (watched == m_iqView && event->type() == QEvent::Resize)
         QTimer::singleShot(0, this, &MainWindow::fitIqAxes); // when its plot has its new size
     return QMainWindow::eventFilter(watched, event);
 }
+
+void MainWindow::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    connect(windowHandle(), &QWindow::screenChanged, this, &MainWindow::growToMinimum,
+            static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::UniqueConnection));
+}
+
+// On a screen of another scale a window may keep its size in device pixels, and be too small.
+void MainWindow::growToMinimum() { resize(size().expandedTo(minimumSize())); }
 
 void MainWindow::exportView(std::size_t index)
 {

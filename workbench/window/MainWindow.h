@@ -53,6 +53,7 @@ public:
     void restoreRoom();
 
 protected:
+    void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -65,6 +66,7 @@ private:
     void buildMenus();
     void buildToolBar();
     void connectPlayer();
+    void growToMinimum();
     void fitIqAxes();
     void exportView(std::size_t index);
     void showSource(const QStringList& notices);

@@ -14,15 +14,14 @@ constexpr double opacity = 0.8; // of the ground, so that a signal shows through
 
 } // namespace
 
-PaneNote::PaneNote(QWidget* view, int captionHeight, Place place)
+PaneNote::PaneNote(QWidget* view, int captionHeight)
     : QLabel(view)
     , m_captionHeight(captionHeight)
-    , m_place(place)
 {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setTextFormat(Qt::PlainText);
     setAlignment(Qt::AlignCenter);
-    setWordWrap(place == Place::Middle);
+    setWordWrap(true);
     setContentsMargins(padding, padding / 2, padding, padding / 2);
     view->installEventFilter(this);
     hide();
@@ -40,15 +39,9 @@ void PaneNote::say(const QString& text)
 void PaneNote::arrange()
 {
     const QRect room = parentWidget()->rect().adjusted(gap, m_captionHeight + gap, -gap, -gap);
-    QSize size = sizeHint().boundedTo(room.size());
-    if (wordWrap())
-        size = QSize(std::min(room.width(), fontMetrics().horizontalAdvance(text()) + 3 * padding),
-                     heightForWidth(size.width()));
-    QRect place(QPoint(), size);
-    if (m_place == Place::Middle)
-        place.moveCenter(room.center());
-    else
-        place.moveTopRight(room.topRight());
+    const int width = std::min(room.width(), fontMetrics().horizontalAdvance(text()) + 3 * padding);
+    QRect place(0, 0, width, heightForWidth(width));
+    place.moveCenter(room.center());
     setGeometry(place);
 }
 

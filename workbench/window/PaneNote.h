@@ -3,16 +3,14 @@
 
 #include <QLabel>
 
-/// A few words over a view, below its caption bar: in the middle while it is empty, else in the
-/// corner. Keeps its place when the view changes its size, and leaves the mouse to the view.
+/// A few words over a view, in its middle: what it waits for while it is empty. Keeps its place
+/// when the view changes its size, and leaves the mouse to the view.
 class PaneNote : public QLabel
 {
     Q_OBJECT
 public:
-    enum class Place { Middle, Corner };
-
     /// @param captionHeight  of the bar at the view's top, pixels.
-    PaneNote(QWidget* view, int captionHeight, Place place);
+    PaneNote(QWidget* view, int captionHeight);
 
     /// An empty text hides it.
     void say(const QString& text);
@@ -25,5 +23,4 @@ private:
     void arrange();
 
     int m_captionHeight;
-    Place m_place;
 };

@@ -2,7 +2,9 @@
 #include "workbench/window/ViewPanes.h"
 
 #include "eye/GLEyeDiagram.h"
+#include "platform/glwidgets/CaptionWidget.h"
 #include "platform/glwidgets/DiagramCaption.h"
+#include "workbench/window/CaptionNote.h"
 #include "workbench/window/PaneNote.h"
 
 #include <QSignalBlocker>
@@ -58,8 +60,8 @@ void ViewPanes::add(const Pane& pane)
     // A canvas of its own would cover what lies on the view.
     const int captionHeight =
         added.canvas == added.view ? added.caption->getCaptionWidget()->height() : 0;
-    added.note = new PaneNote(added.canvas, captionHeight, PaneNote::Place::Middle);
-    added.mode = new PaneNote(added.canvas, captionHeight, PaneNote::Place::Corner);
+    added.note = new PaneNote(added.canvas, captionHeight);
+    added.mode = new CaptionNote(static_cast<CaptionWidget&>(*added.caption->getCaptionWidget()));
     added.frame = new QWidget(this);
     auto* column = new QVBoxLayout(added.frame);
     column->setContentsMargins(0, 0, 0, 0);

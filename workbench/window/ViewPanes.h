@@ -11,6 +11,7 @@
 #include <functional>
 
 class DiagramCaption;
+class CaptionNote;
 class PaneNote;
 class QMenu;
 
@@ -31,7 +32,7 @@ public:
         QWidget* canvas = nullptr; ///< is painted with each picture of the view
         bool isShown = true;
         PaneNote* note = nullptr;    ///< over the empty view
-        PaneNote* mode = nullptr;    ///< in its corner
+        CaptionNote* mode = nullptr; ///< beside its title
         QWidget* frame = nullptr;    ///< holds the view and what is below it
         QWidget* readings = nullptr; ///< below the view
     };

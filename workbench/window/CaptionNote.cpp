@@ -1,0 +1,43 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/window/CaptionNote.h"
+
+#include "platform/glwidgets/CaptionWidget.h"
+
+#include <QBoxLayout>
+#include <QPainter>
+
+namespace {
+
+constexpr int gap = 8; // to the title and to the button
+
+} // namespace
+
+CaptionNote::CaptionNote(CaptionWidget& bar)
+    : QWidget(&bar)
+    , m_bar(bar)
+{
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    static_cast<QBoxLayout*>(bar.layout())->insertWidget(0, this, 1);
+}
+
+void CaptionNote::say(const QString& text)
+{
+    if (text == m_text)
+        return;
+    m_text = text;
+    update();
+}
+
+void CaptionNote::paintEvent(QPaintEvent*)
+{
+    if (!m_bar.readout().isEmpty())
+        return;
+    QFont bold = font();
+    bold.setBold(true);
+    const int title = 2 * gap + QFontMetrics(bold).horizontalAdvance(m_bar.accessibleName());
+    const QRect free = rect().adjusted(title, 0, -gap, 0);
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(free, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine,
+                     fontMetrics().elidedText(m_text, Qt::ElideRight, free.width()));
+}

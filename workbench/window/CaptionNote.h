@@ -1,0 +1,25 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QWidget>
+
+class CaptionWidget;
+
+/// A few words in a view's caption bar on what it shows, where that is not plain. They leave their
+/// room to the bar's title, and to its read-out while there is one.
+class CaptionNote : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit CaptionNote(CaptionWidget& bar);
+
+    void say(const QString& text);
+    const QString& text() const { return m_text; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    CaptionWidget& m_bar;
+    QString m_text;
+};
