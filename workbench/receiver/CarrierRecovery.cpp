@@ -14,6 +14,7 @@ constexpr std::size_t padding = 4;    // of the search, against the window
 constexpr double significance = 24.0; // of the line against the mean; noise does not reach it
 constexpr double startQuality = 0.6;
 constexpr double lockQuality = 0.3;
+constexpr float silence = 1e-3F; // of the mean power of symbols
 
 struct Loop
 {
@@ -224,6 +225,8 @@ void CarrierRecovery::followSymbol(Sample symbol)
     double quality = std::cos(m_power * angle);
     if (m_hasAmplitudes) {
         quality = 1.0 - 6.0 * double{std::norm(symbol - ideal)} / m_spacing;
+    } else if (std::norm(symbol) < silence) {
+        quality = 0.0; // no angle
     }
     m_quality += m_smoothing * (quality - m_quality);
     if (m_quality < lockQuality) {

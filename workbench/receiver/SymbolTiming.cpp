@@ -119,14 +119,11 @@ void SymbolTiming::settle(std::int64_t block)
     const std::int64_t first = std::max<std::int64_t>(block - behindCount, 0);
     const double turn = frequency(first, last);
     Complex sum = 0.0;
-    double weights = 0.0;
     for (std::int64_t i = std::max(block - aheadCount, first); i <= last; ++i) {
         const auto distance = static_cast<double>(i - block);
         const double weight = 0.5 + 0.5 * std::cos(pi * distance / (aheadCount + 1));
         sum += weight * std::polar(1.0, -turn * distance) * lineOf(i);
-        weights += weight;
     }
-    m_strength = std::abs(sum) / weights;
     m_phase += std::remainder(std::arg(sum) - m_phase, 2.0 * pi);
     m_slope = (1.0 + turn / (2.0 * pi * blockLength)) / m_samplesPerSymbol;
     const double position = centerOf(block);
@@ -138,7 +135,7 @@ void SymbolTiming::settle(std::int64_t block)
 }
 
 /// The turn from block to block, rad, with which the lines sum up best.
-double SymbolTiming::frequency(std::int64_t first, std::int64_t last) const
+double SymbolTiming::frequency(std::int64_t first, std::int64_t last)
 {
     const double step = 2.0 * pi / (oversampling * (aheadCount + behindCount + 1));
     std::vector<Complex> lines;
@@ -167,6 +164,7 @@ double SymbolTiming::frequency(std::int64_t first, std::int64_t last) const
             best = i;
         }
     }
+    m_strength = most / (aheadCount + behindCount + 1);
     // The top of the parabola through the best one and its neighbours.
     const double left = strength((best - 1) * step);
     const double right = strength((best + 1) * step);

@@ -7,7 +7,9 @@
 namespace {
 
 constexpr int perSymbol = ReceiverSettings::samplesPerSymbol;
-constexpr double lockStrength = 0.4; // far above what noise reaches
+// Above what noise reaches, which is less where positive and negative frequencies differ.
+constexpr double lockStrength = 0.36;
+constexpr double lockStrengthDemodulated = 0.45;
 constexpr double smoothing = 1.0 / 16.0;
 
 /// The cubic through four neighbours, between the two in the middle (Lagrange).
@@ -140,7 +142,8 @@ StageReport TimingRecovery::report() const
     StageReport report{StageReport::Stage::Timing, m_isOn, {}, {}};
     if (!m_isOn)
         return report;
-    report.isLocked = m_knot && m_timing->strength() > lockStrength;
+    report.isLocked =
+        m_knot && m_timing->strength() > (m_isDemodulated ? lockStrengthDemodulated : lockStrength);
     if (*report.isLocked)
         report.readings = {{StageReport::Quantity::SymbolRateError, 1e6 * m_timing->rateError()},
                            {StageReport::Quantity::TimingError, std::sqrt(m_error)}};
