@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <set>
+#include <utility>
 
 namespace {
 
@@ -21,12 +23,64 @@ double meanPower(const std::vector<Complex>& points)
     return sum / static_cast<double>(points.size());
 }
 
-Complex nearest(const std::vector<Complex>& ideal, const Complex& point)
+/// The ideal point that is nearest to a measured one.
+class Decision
 {
-    return *std::min_element(ideal.begin(), ideal.end(), [&](const Complex& a, const Complex& b) {
-        return std::norm(point - a) < std::norm(point - b);
-    });
-}
+public:
+    explicit Decision(const std::vector<Complex>& ideal)
+        : m_ideal(ideal)
+        , m_i(ideal, [](const Complex& point) { return point.real(); })
+        , m_q(ideal, [](const Complex& point) { return point.imag(); })
+    {
+        const auto isLess = [](const Complex& a, const Complex& b) {
+            return std::make_pair(a.real(), a.imag()) < std::make_pair(b.real(), b.imag());
+        };
+        const std::set<Complex, decltype(isLess)> points(ideal.begin(), ideal.end(), isLess);
+        m_isGrid = points.size() == m_i.count() * m_q.count();
+    }
+
+    Complex operator()(const Complex& point) const
+    {
+        if (m_isGrid) // as of square modulations: each axis by itself
+            return {m_i.nearest(point.real()), m_q.nearest(point.imag())};
+        return *std::min_element(m_ideal.begin(), m_ideal.end(),
+                                 [&](const Complex& a, const Complex& b) {
+                                     return std::norm(point - a) < std::norm(point - b);
+                                 });
+    }
+
+private:
+    /// Different values of the points on an axis.
+    class Axis
+    {
+    public:
+        template<class Value>
+        Axis(const std::vector<Complex>& ideal, Value value)
+        {
+            std::set<double> levels;
+            for (const Complex& point : ideal)
+                levels.insert(value(point));
+            m_levels.assign(levels.begin(), levels.end());
+            for (std::size_t k = 1; k < m_levels.size(); ++k)
+                m_bounds.push_back(0.5 * (m_levels[k - 1] + m_levels[k]));
+        }
+        std::size_t count() const { return m_levels.size(); }
+        double nearest(double value) const
+        {
+            const auto bound = std::upper_bound(m_bounds.begin(), m_bounds.end(), value);
+            return m_levels[static_cast<std::size_t>(bound - m_bounds.begin())];
+        }
+
+    private:
+        std::vector<double> m_levels;
+        std::vector<double> m_bounds; // between neighbours
+    };
+
+    const std::vector<Complex>& m_ideal;
+    Axis m_i;
+    Axis m_q;
+    bool m_isGrid = false;
+};
 
 } // namespace
 
@@ -47,6 +101,7 @@ ConstellationReadings::of(const std::vector<double>& i, const std::vector<double
         return std::nullopt;
 
     const auto count = static_cast<double>(points.size());
+    const Decision nearest(ideal);
     Complex gain = std::sqrt(power / idealPower);
     std::vector<Complex> decided(points.size());
     Complex mean = 0.0; // of the points, where the ideal ones are
@@ -54,13 +109,17 @@ ConstellationReadings::of(const std::vector<double>& i, const std::vector<double
     for (int round = 0; round < rounds; ++round) {
         Complex cross = 0.0;
         double decidedPower = 0.0;
+        bool isAsBefore = round > 0;
         mean = 0.0;
         meanIdeal = 0.0;
         for (std::size_t k = 0; k < points.size(); ++k) {
-            decided[k] = nearest(ideal, points[k] / gain);
+            const Complex before = std::exchange(decided[k], nearest(points[k] / gain));
+            isAsBefore = isAsBefore && decided[k] == before;
             mean += points[k] / count;
             meanIdeal += decided[k] / count;
         }
+        if (isAsBefore)
+            break; // so is the gain
         for (std::size_t k = 0; k < points.size(); ++k) {
             cross += (points[k] - mean) * std::conj(decided[k] - meanIdeal);
             decidedPower += std::norm(decided[k] - meanIdeal);
