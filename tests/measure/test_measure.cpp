@@ -16,6 +16,11 @@ constexpr double pi = 3.14159265358979323846;
 const double nan = std::nan("");
 const double infinity = std::numeric_limits<double>::infinity();
 
+std::optional<LevelReadings> levelOf(const std::vector<double>& samples, double sampleRate)
+{
+    return LevelReadings::of(samples.data(), samples.size(), sampleRate);
+}
+
 TEST(LevelMeasurement, GivesTheKnownFiguresOfASine)
 {
     for (const double frequency : {50.0, 123.4, 3000.0}) {
@@ -24,13 +29,26 @@ TEST(LevelMeasurement, GivesTheKnownFiguresOfASine)
             samples[k] = 0.3 + 0.5 * std::sin(2.0 * pi * frequency * double(k) / 48000.0);
         samples[77] = nan;
         samples[20000] = infinity;
-        const auto readings = LevelReadings::of(samples, 48000.0);
+        const auto readings = levelOf(samples, 48000.0);
         ASSERT_TRUE(readings);
         EXPECT_NEAR(readings->mean, 0.3, 2e-3);
         EXPECT_NEAR(readings->acRms, 0.5 / std::sqrt(2.0), 1e-3);
         EXPECT_NEAR(readings->rms, std::sqrt(0.09 + 0.125), 1e-3);
         EXPECT_NEAR(readings->peakToPeak(), 1.0, 0.01);
         EXPECT_NEAR(readings->frequency.value_or(0.0), frequency, 1e-3 * frequency);
+    }
+}
+
+TEST(LevelMeasurement, KnowsTheFrequencyOfPulsesHoweverShort)
+{
+    for (const double duty : {0.005, 0.03, 0.2, 0.5, 0.97}) {
+        std::mt19937 random(1);
+        std::normal_distribution<double> normal;
+        std::vector<double> samples(48000);
+        for (std::size_t k = 0; k < samples.size(); ++k)
+            samples[k] = 5.0 + (double(k % 400) < 400.0 * duty ? 1.0 : 0.0) + 0.05 * normal(random);
+        samples[5000] = duty < 0.02 ? 5.0 : 30.0; // a click, one pulse more at most
+        EXPECT_NEAR(levelOf(samples, 48000.0)->frequency.value_or(0.0), 120.0, 1.1) << duty;
     }
 }
 
@@ -43,12 +61,12 @@ TEST(LevelMeasurement, KnowsNoFrequencyOfWhatHasNone)
         double smooth = 0.0;
         for (double& sample : samples)
             sample = smooth = 0.01 * double(seed % 100) * smooth + normal(random);
-        EXPECT_FALSE(LevelReadings::of(samples, 1.0)->frequency) << seed;
+        EXPECT_FALSE(levelOf(samples, 1.0)->frequency) << seed;
     }
-    EXPECT_FALSE(LevelReadings::of(std::vector<double>(100, 0.5), 1.0)->frequency);
+    EXPECT_FALSE(levelOf(std::vector<double>(100, 0.5), 1.0)->frequency);
     for (const std::vector<double>& none : {std::vector<double>(), {nan, infinity}})
-        EXPECT_FALSE(LevelReadings::of(none, 1.0));
-    EXPECT_EQ(LevelReadings::of({1e300, -1e300}, 1.0)->highest, 1e300);
+        EXPECT_FALSE(levelOf(none, 1.0));
+    EXPECT_EQ(levelOf({1e300, -1e300}, 1.0)->highest, 1e300);
 }
 
 constexpr int perSymbol = 32;
@@ -240,6 +258,29 @@ TEST(ConstellationMeasurement, GivesTheKnownFiguresOfImpairments)
             EXPECT_NEAR(*skewed.quadratureError, 2.0, 0.1);
         }
     }
+}
+
+TEST(ConstellationMeasurement, IsTheSameHoweverTheConstellationIsTurned)
+{
+    const Complex turn = std::polar(1.0, 0.5); // no grid any more
+    std::vector<Complex> turned = square(8);
+    for (Complex& point : turned)
+        point *= turn;
+    std::mt19937 random(5);
+    std::normal_distribution<double> normal;
+    std::vector<double> i[2], q[2];
+    for (int k = 0; k < 2048; ++k) {
+        const Complex point = square(8)[random() % 64] + Complex(normal(random), normal(random));
+        for (const int way : {0, 1}) {
+            i[way].push_back((way ? point * turn : point).real());
+            q[way].push_back((way ? point * turn : point).imag());
+        }
+    }
+    const auto straight = ConstellationReadings::of(i[0], q[0], square(8));
+    const auto oblique = ConstellationReadings::of(i[1], q[1], turned);
+    EXPECT_NEAR(straight->evmRms, oblique->evmRms, 1e-9);
+    EXPECT_NEAR(straight->evmPeak, oblique->evmPeak, 1e-9);
+    EXPECT_NEAR(straight->originOffset, oblique->originOffset, 1e-6);
 }
 
 TEST(ConstellationMeasurement, IsNotKnownOfTooLittleOrBadPoints)

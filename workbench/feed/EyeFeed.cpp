@@ -73,7 +73,6 @@ void EyeFeed::setBandwidth(double bandwidth)
 void EyeFeed::restart()
 {
     ++m_run;
-    m_newest.clear();
     m_measured.clear();
     m_waitingCount = 0;
     QMetaObject::invokeMethod(
@@ -108,10 +107,6 @@ void EyeFeed::post(Work work)
 
 void EyeFeed::notify(const std::vector<double>& samples, const std::vector<double>& markers)
 {
-    const auto count = static_cast<std::ptrdiff_t>(std::min(samples.size(), keptSamples));
-    m_newest.insert(m_newest.end(), samples.end() - count, samples.end());
-    if (m_newest.size() > keptSamples)
-        m_newest.erase(m_newest.begin(), m_newest.end() - keptSamples);
     m_traceLength = static_cast<std::size_t>(markers.front());
     m_measured.insert(m_measured.end(), samples.begin(), samples.end());
     const std::size_t most = measuredTraces * m_traceLength;
@@ -131,10 +126,11 @@ void EyeFeed::fitLevels()
 {
     double lowest = std::numeric_limits<double>::infinity();
     double highest = -lowest;
-    for (const double sample : m_newest) {
+    const auto count = static_cast<std::ptrdiff_t>(std::min(m_measured.size(), keptSamples));
+    std::for_each(m_measured.end() - count, m_measured.end(), [&](double sample) {
         lowest = std::min(lowest, std::isfinite(sample) ? sample : lowest);
         highest = std::max(highest, std::isfinite(sample) ? sample : highest);
-    }
+    });
     if (lowest < highest)
         setLevels(lowest - margin * (highest - lowest), highest + margin * (highest - lowest));
 }

@@ -50,7 +50,7 @@ public:
     void finish();
 
     /// Whether no trace was notified yet since open or since the eye was set otherwise.
-    bool isEmpty() const { return m_newest.empty(); }
+    bool isEmpty() const { return m_measured.empty(); }
     /// What the newest traces measure; none where there are no symbols, or too few.
     std::optional<EyeReadings> measure() const;
     /// Samples of the newest traces, one after the other, and of one of them.
@@ -71,8 +71,7 @@ private:
 
     EyeValues m_values;
     EyeCut m_cut;
-    std::vector<double> m_newest;        // samples, of the notifications
-    std::vector<double> m_measured;      // traces, of them
+    std::vector<double> m_measured;      // newest traces, one after the other
     std::size_t m_traceLength = 0;       // of those
     std::unique_ptr<EyeCutter> m_cutter; // used by the thread only
     QThread m_thread;

@@ -53,7 +53,7 @@ void SignalFeed::open(std::unique_ptr<SignalSource> source, int channel,
     m_dropCount = 0;
     m_watching = true;
     build(std::move(source));
-    scaleFor(symbolRate);
+    setScale();
     openReader(0);
     setSpan(m_scale.defaultSpan);
 }
@@ -100,7 +100,7 @@ void SignalFeed::rebuild()
         source = m_front->takeInput();
     }
     build(std::move(source));
-    scaleFor(m_symbolRate);
+    setScale();
     openReader(std::llround(time * m_scale.sampleRate));
     setSpan(m_span);
 }
@@ -160,11 +160,11 @@ void SignalFeed::setPatience(std::chrono::milliseconds patience)
         m_ahead->setPatience(patience);
 }
 
-void SignalFeed::scaleFor(std::optional<double> symbolRate)
+void SignalFeed::setScale()
 {
-    m_symbolRate = symbolRate;
-    if (m_received) // which says it itself
-        symbolRate.reset();
+    std::optional<double> symbolRate;
+    if (!m_received) // which says it itself
+        symbolRate = m_symbolRate;
     m_scale = TimeScale::of(*m_ahead, symbolRate);
     m_eye.open(*m_ahead, symbolRate);
     m_iq.open(*m_ahead, symbolRate);
@@ -177,7 +177,7 @@ void SignalFeed::setSymbolRate(std::optional<double> symbolRate)
         rebuild();
         return;
     }
-    scaleFor(symbolRate);
+    setScale();
     setSpan(m_span);
 }
 
@@ -386,20 +386,25 @@ void SignalFeed::keep(const std::vector<double>& samples)
         m_newest.erase(m_newest.begin(), m_newest.end() - keptSamples);
 }
 
-std::vector<double> SignalFeed::newest(std::size_t most) const
+/// Samples of those kept that are of the time shown, the newest ones.
+std::size_t SignalFeed::shownCount(std::size_t most) const
 {
     const double shown = std::ceil(m_span * m_scale.sampleRate);
     most = static_cast<std::size_t>(std::min(shown, static_cast<double>(most)));
-    const auto count = static_cast<std::ptrdiff_t>(std::min(m_newest.size(), most));
-    return {m_newest.end() - count, m_newest.end()};
+    return std::min(m_newest.size(), most);
 }
 
-std::vector<double> SignalFeed::shownSamples() const { return newest(keptSamples); }
+std::vector<double> SignalFeed::shownSamples() const
+{
+    return {m_newest.end() - static_cast<std::ptrdiff_t>(shownCount(keptSamples)), m_newest.end()};
+}
 
 Measurements SignalFeed::measure() const
 {
     Measurements result;
-    result.level = LevelReadings::of(newest(measuredSamples), m_scale.sampleRate);
+    const std::size_t count = shownCount(measuredSamples);
+    result.level =
+        LevelReadings::of(m_newest.data() + m_newest.size() - count, count, m_scale.sampleRate);
     result.eye = m_eye.measure();
     const auto points = idealPoints();
     if (!points.empty())

@@ -148,7 +148,7 @@ private:
     int shownChannel() const;
     void openReader(std::int64_t position);
     void chooseSegmentLength();
-    void scaleFor(std::optional<double> symbolRate);
+    void setScale();
     void startTimer();
     void skip(std::int64_t periods);
     double backlogToReduce() const;
@@ -156,7 +156,7 @@ private:
     bool hasSignal() const;
     std::size_t readOn(std::size_t count);
     void keep(const std::vector<double>& samples);
-    std::vector<double> newest(std::size_t most) const;
+    std::size_t shownCount(std::size_t most) const;
     std::vector<std::complex<double>> idealPoints() const;
 
     TimeValues m_values;
