@@ -64,25 +64,23 @@ TEST(Background, FillsTheWidgetAndLeavesThePainterAlone)
 {
     ColorSet::Instance()[IColorBase::colBackground] = Qt::black;
     ColorSet::Instance()[IColorBase::colBackgroundEnd] = Qt::white;
-    struct
-    {
-        bool isGradient, isHorizontal, isInverted;
-        int leftTop, rightTop, leftBottom; // grey levels
-    } const rows[] = {{true, true, false, 0, 255, 0},
-                      {true, true, true, 255, 0, 255},
-                      {true, false, false, 0, 0, 255},
-                      {true, false, true, 255, 255, 0},
-                      {false, true, true, 255, 255, 255}};
+    // Whether a gradient, horizontal, inverted; grey levels left at the top, right, and at the
+    // bottom.
+    const std::tuple<bool, bool, bool, int, int, int> rows[] = {{true, true, false, 0, 255, 0},
+                                                                {true, true, true, 255, 0, 255},
+                                                                {true, false, false, 0, 0, 255},
+                                                                {true, false, true, 255, 255, 0},
+                                                                {false, true, true, 255, 255, 255}};
     const auto canvas = std::make_shared<Canvas>("Canvas");
     GLLayout layout;
     layout.AddWidget(canvas);
     layout.resize(80, 40);
-    for (const auto& row : rows) {
+    for (const auto& [isGradient, isHorizontal, isInverted, leftTop, rightTop, leftBottom] : rows) {
+        GLBackground background;
+        background.m_gradient = isGradient;
+        background.m_horizontal = isHorizontal;
+        background.m_inverted = isInverted;
         canvas->paint = [&](GLPainter& painter) {
-            GLBackground background;
-            background.m_gradient = row.isGradient;
-            background.m_horizontal = row.isHorizontal;
-            background.m_inverted = row.isInverted;
             painter.setPen(QPen(Qt::red));
             background.Draw(painter, canvas.get(), 0);
             EXPECT_EQ(painter.pen().color(), QColor(Qt::red));
@@ -92,9 +90,9 @@ TEST(Background, FillsTheWidgetAndLeavesThePainterAlone)
         QPainter painter(&image);
         layout.Render(painter);
         // No outline: the corners belong to the gradient, too.
-        EXPECT_NEAR(qRed(image.pixel(0, 0)), row.leftTop, 8);
-        EXPECT_NEAR(qRed(image.pixel(79, 0)), row.rightTop, 8);
-        EXPECT_NEAR(qRed(image.pixel(0, 39)), row.leftBottom, 8);
+        EXPECT_NEAR(qRed(image.pixel(0, 0)), leftTop, 8);
+        EXPECT_NEAR(qRed(image.pixel(79, 0)), rightTop, 8);
+        EXPECT_NEAR(qRed(image.pixel(0, 39)), leftBottom, 8);
     }
 }
 

@@ -7,12 +7,7 @@ using Traces = TimeFixture;
 
 TEST_F(Traces, AreQuantisedOverTheirOwnExtent)
 {
-    struct
-    {
-        std::vector<double> samples;
-        float min, max;
-        std::vector<unsigned char> levels;
-    } const rows[] = {
+    const std::tuple<std::vector<double>, float, float, std::vector<unsigned char>> rows[] = {
         {{0, 1}, -0.0500110015F, 1.05001092F, {11, 244}},
         {{0, 0.49999, 1}, -0.0500110015F, 1.05001092F, {11, 127, 244}}, // 128 at 1/256 a level
         // Only the samples after the last NaN count; levels outside saturate.
@@ -22,12 +17,12 @@ TEST_F(Traces, AreQuantisedOverTheirOwnExtent)
         // The margin is lost in rounding: the largest sample must not wrap to level 0.
         {{16777216, 16777218}, 16777216, 16777218, {0, 255}},
     };
-    for (const auto& row : rows) {
-        add(row.samples);
-        EXPECT_EQ(record(0).m_stepLine.Levels(), row.levels);
-        if (!std::isnan(row.samples.back())) {
-            EXPECT_FLOAT_EQ(record(0).m_min, row.min);
-            EXPECT_FLOAT_EQ(record(0).m_max, row.max);
+    for (const auto& [samples, min, max, levels] : rows) {
+        add(samples);
+        EXPECT_EQ(record(0).m_stepLine.Levels(), levels);
+        if (!std::isnan(samples.back())) {
+            EXPECT_FLOAT_EQ(record(0).m_min, min);
+            EXPECT_FLOAT_EQ(record(0).m_max, max);
         }
     }
 }

@@ -9,14 +9,8 @@ const double none = std::nan("");
 
 TEST_F(Recordings, OfSeparatedValuesAreAsTheirHeadsSay)
 {
-    struct
-    {
-        QByteArray text;
-        const char* columns; // wanted
-        double sampleRate;
-        int channelCount; // negative: complex ones
-        std::vector<double> values;
-    } const rows[] = {
+    // Text, columns wanted, sample rate, channels (negative: complex ones), values.
+    const std::tuple<QByteArray, const char*, double, int, std::vector<double>> rows[] = {
         // Separators, decimal commas, line ends and blanks; the last row may lack its end.
         {"1.5\n-2e1\n+3", "", 48e3, 1, {1.5, -20, 3}},
         {"1,2,3\r\n4,5,6\r\n\r\n", "", 48e3, 3, {1, 2, 3, 4, 5, 6}},
@@ -49,19 +43,19 @@ TEST_F(Recordings, OfSeparatedValuesAreAsTheirHeadsSay)
         {"t,Re,Im\n0,5,1\n0.1,6,2\n0.2,7,4\n", "", 10, -1, {5, 1, 6, 2, 7, 4}},
         {"t,Q,a,I\n0,5,1,0\n0.1,6,2,1\n", "I,Q", 10, -1, {0, 5, 1, 6}},
         {"t,5,2\n0,5,1\n0.1,6,2\n", "3,2,1", 10, 3, {1, 5, 0, 2, 6, 0.1}}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.text.constData());
-        writeFile(path("a.csv"), row.text);
+    for (const auto& [text, columns, sampleRate, channelCount, values] : rows) {
+        SCOPED_TRACE(text.constData());
+        writeFile(path("a.csv"), text);
         Recording::Options options;
-        options.columns = QString(row.columns).split(',', Qt::SkipEmptyParts);
+        options.columns = QString(columns).split(',', Qt::SkipEmptyParts);
         const auto source = open(path("a.csv"), options);
         ASSERT_TRUE(source) << qPrintable(why);
-        EXPECT_DOUBLE_EQ(source->sampleRate(), row.sampleRate);
-        EXPECT_EQ(source->channelCount() * (source->isComplex() ? -1 : 1), row.channelCount);
+        EXPECT_DOUBLE_EQ(source->sampleRate(), sampleRate);
+        EXPECT_EQ(source->channelCount() * (source->isComplex() ? -1 : 1), channelCount);
         EXPECT_EQ(source->sampleCount(),
-                  static_cast<std::int64_t>(row.values.size()) / source->valueCount());
+                  static_cast<std::int64_t>(values.size()) / source->valueCount());
         EXPECT_THAT(readAll(*source, 2),
-                    testing::Pointwise(testing::NanSensitiveDoubleEq(), row.values));
+                    testing::Pointwise(testing::NanSensitiveDoubleEq(), values));
     }
 }
 

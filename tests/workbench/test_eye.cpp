@@ -1,13 +1,9 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
-#include "platform/values/Tree.h"
+#include "TreeAccess.h"
 #include "workbench/feed/EyeFeed.h"
 #include "workbench/sources/NrzSource.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <limits>
-#include <numeric>
 
 namespace {
 
@@ -36,7 +32,7 @@ struct Cutting
         cutter.takeTraces(1000000, samples, markers);
         EXPECT_EQ(markers.size(), samples.size());
         for (std::size_t i = 0; i < samples.size(); i += cutter.traceLength()) {
-            EXPECT_EQ(markers[i], static_cast<double>(cutter.traceLength()));
+            EXPECT_EQ(markers[i], double(cutter.traceLength()));
             const auto first = samples.begin() + static_cast<std::ptrdiff_t>(i);
             traces.emplace_back(first, first + static_cast<std::ptrdiff_t>(cutter.traceLength()));
         }
@@ -96,7 +92,7 @@ TEST(Eye, IsOpenInTheMiddleWhereTheClockIsKnownOrRecovered)
         Cutting atOnce(cut);
         std::vector<double> all;
         std::vector<double> block;
-        while (static_cast<double>(source.position()) < 3000.0 * 48000.0 / row.symbolRate) {
+        while (double(source.position()) < 3000.0 * 48000.0 / row.symbolRate) {
             const std::int64_t position = source.position();
             source.read(block, 1000 + all.size() % 777);
             inBlocks.push(position, block);
@@ -107,8 +103,8 @@ TEST(Eye, IsOpenInTheMiddleWhereTheClockIsKnownOrRecovered)
         atOnce.finish();
 
         EXPECT_EQ(inBlocks.traces, atOnce.traces);
-        const double symbolCount = static_cast<double>(all.size()) / 48000.0 * row.symbolRate;
-        EXPECT_NEAR(static_cast<double>(atOnce.traces.size()), symbolCount / row.symbolCount, 5.0);
+        const double symbolCount = double(all.size()) / 48000.0 * row.symbolRate;
+        EXPECT_NEAR(double(atOnce.traces.size()), symbolCount / row.symbolCount, 5.0);
         EXPECT_GT(opening(atOnce.traces, 0, row.levelCount), row.opening);
         for (std::size_t i = 1; i < atOnce.traces.size(); ++i)
             EXPECT_EQ(atOnce.traces[i].front(), atOnce.traces[i - 1].back());
@@ -118,16 +114,14 @@ TEST(Eye, IsOpenInTheMiddleWhereTheClockIsKnownOrRecovered)
 TEST(Eye, OfUnknownSymbolsIsTheSignalItself)
 {
     Cutting cutting{EyeCut()};
-    std::vector<double> ramp(1000);
     for (const std::int64_t position : {0, 1000, 10000}) { // goes on, and then does not
-        std::iota(ramp.begin(), ramp.end(), static_cast<double>(position));
-        cutting.push(position, ramp);
+        cutting.push(position, ramp(1000, double(position)));
     }
     ASSERT_EQ(cutting.traces.size(), 19U + 9U);
     for (const Trace& trace : cutting.traces) {
         ASSERT_EQ(trace.size(), 101U);
         for (std::size_t i = 0; i < trace.size(); ++i)
-            EXPECT_NEAR(trace[i], trace[0] + static_cast<double>(i), 0.01);
+            EXPECT_NEAR(trace[i], trace[0] + double(i), 0.01);
     }
     EXPECT_NEAR(cutting.traces[19][0], 10050.0, 0.01);
 }
@@ -137,7 +131,7 @@ TEST(Eye, OpensAgainAfterWhatIsNoSignal)
     NrzSource source;
     std::vector<double> samples;
     source.read(samples, 200000);
-    const double odd[] = {std::nan(""), std::numeric_limits<double>::infinity(), 1e300, -1e300};
+    const double odd[] = {std::nan(""), INFINITY, 1e300, -1e300};
     for (std::size_t i = 0; i < 4; ++i)
         samples[50000 + i] = odd[i];
     EyeCut cut;
@@ -161,10 +155,8 @@ TEST(Eye, IsNotifiedOnceABlock)
         int count = 0;
     } observer;
     EyeFeed feed;
-    auto* trigger = values::Tree::Instance().FindValue(EyeValues::triggerPath);
-    auto* list = dynamic_cast<values::ValueList<double>*>(
-        values::Tree::Instance().FindValue(EyeValues::samplesPath));
-    trigger->Attach(&observer);
+    auto& trigger = valueAt<values::ValueBase>(EyeValues::triggerPath);
+    trigger.Attach(&observer);
     NrzSource source;
     feed.open(source, std::nullopt);
     std::vector<double> block;
@@ -174,17 +166,15 @@ TEST(Eye, IsNotifiedOnceABlock)
         feed.take(position, block);
         feed.settle();
         EXPECT_EQ(observer.count, i);
-        EXPECT_NEAR(static_cast<double>(list->GetList().size()), 10000.0, 25.0); // the newest
+        EXPECT_NEAR(double(listAt(EyeValues::samplesPath).size()), 10000.0, 25.0); // the newest
     }
-    auto* highest = dynamic_cast<values::ValueNumeric<double>*>(
-        values::Tree::Instance().FindValue(EyeValues::yMaxPath));
     feed.setLevels(-9.0, 9.0);
     feed.fitLevels();
-    EXPECT_NEAR(highest->GetValue(), 1.25, 0.1); // level, noise and margin
+    EXPECT_NEAR(numberAt(EyeValues::yMaxPath), 1.25, 0.1); // level, noise and margin
     feed.take(source.position(), block);
     feed.restart();
     feed.fitLevels();
-    EXPECT_NEAR(highest->GetValue(), 1.25, 0.1) << "of no traces";
+    EXPECT_NEAR(numberAt(EyeValues::yMaxPath), 1.25, 0.1) << "of no traces";
     feed.settle();
     EXPECT_EQ(observer.count, 3) << "of an earlier signal";
     EXPECT_EQ(feed.dropCount(), 0);
@@ -193,7 +183,7 @@ TEST(Eye, IsNotifiedOnceABlock)
     EXPECT_GE(feed.dropCount(), 10);
     feed.open(source, std::nullopt);
     EXPECT_EQ(feed.dropCount(), 0);
-    trigger->Detach(&observer);
+    trigger.Detach(&observer);
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "Recordings.h"
-#include "platform/values/Tree.h"
+#include "TreeAccess.h"
 #include "workbench/feed/SignalFeed.h"
 #include "workbench/sources/NrzSource.h"
 
@@ -9,9 +9,7 @@
 #include <QThread>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <numeric>
 #include <random>
 
 namespace {
@@ -54,13 +52,6 @@ struct ListSource : SignalSource
     std::int64_t next = 0;
     bool canSeek = true;
 };
-
-std::vector<double> ramp(double count)
-{
-    std::vector<double> samples(static_cast<std::size_t>(count));
-    std::iota(samples.begin(), samples.end(), 0.0);
-    return samples;
-}
 
 TEST(Pacing, CatchesUpALittleAndGivesUpTheRestWithoutDrifting)
 {
@@ -174,11 +165,6 @@ struct Feed : testing::Test, IObserver
         received.insert(received.end(), samples.begin(), samples.end());
         receivedMarkers.insert(receivedMarkers.end(), markers.begin(), markers.end());
     }
-    template<class T>
-    static T& at(const char* path)
-    {
-        return dynamic_cast<T&>(*values::Tree::Instance().FindValue(path));
-    }
     ListSource& play(std::vector<double> content, double rate)
     {
         feed.open(std::make_unique<ListSource>(std::move(content), rate), 0, std::nullopt);
@@ -192,9 +178,11 @@ struct Feed : testing::Test, IObserver
     }
 
     SignalFeed feed;
-    std::list<double>& samples = at<values::ValueList<double>>(TimeValues::samplesPath).GetList();
-    std::list<double>& markers = at<values::ValueList<double>>(TimeValues::markersPath).GetList();
-    values::Value<bool>& trigger = at<values::Value<bool>>(TimeValues::triggerPath);
+    std::list<double>& samples =
+        valueAt<values::ValueList<double>>(TimeValues::samplesPath).GetList();
+    std::list<double>& markers =
+        valueAt<values::ValueList<double>>(TimeValues::markersPath).GetList();
+    values::Value<bool>& trigger = valueAt<values::Value<bool>>(TimeValues::triggerPath);
     int notifications = 0;
     std::vector<double> received;
     std::vector<double> receivedMarkers;
@@ -375,7 +363,6 @@ TEST_F(Feed, SaysOnceWhenThereIsASignalToScaleTo)
 TEST_F(Feed, LaysTheSignalOutOnTheTimeAxis)
 {
     using Unit = TimeScale::Unit;
-    using Number = values::ValueNumeric<double>;
     // sample rate, sample count, symbol rate; what follows: unit, samples of it, start of the axis
     const std::tuple<double, double, std::optional<double>, Unit, double, double> rows[] = {
         {48000.0, 1e6, {}, Unit::Millisecond, 48.0, -2000.0},
@@ -389,8 +376,8 @@ TEST_F(Feed, LaysTheSignalOutOnTheTimeAxis)
     for (const auto& [rate, count, symbolRate, unit, samplesPerUnit, xMin] : rows) {
         feed.open(std::make_unique<ListSource>(ramp(count), rate), 0, symbolRate);
         EXPECT_EQ(feed.scale().unit, unit) << rate;
-        EXPECT_DOUBLE_EQ(at<Number>(TimeValues::baudratePath).GetValue(), samplesPerUnit);
-        EXPECT_NEAR(at<Number>(TimeValues::xMinPath).GetValue(), xMin, 1e-9) << rate;
+        EXPECT_DOUBLE_EQ(numberAt(TimeValues::baudratePath), samplesPerUnit);
+        EXPECT_NEAR(numberAt(TimeValues::xMinPath), xMin, 1e-9) << rate;
         // Whatever span is chosen, the traces that a diagram keeps cover it.
         for (const double span : {1e-12, 0.01, 1e12}) {
             feed.setSpan(span);

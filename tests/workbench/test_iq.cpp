@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
-#include "platform/values/Tree.h"
+#include "TreeAccess.h"
 #include "workbench/feed/IqFeed.h"
+#include "workbench/receiver/ReceiverSettings.h"
 #include "workbench/sources/ModulationSource.h"
 #include "workbench/sources/NrzSource.h"
 
@@ -8,33 +9,14 @@
 
 #include <cmath>
 #include <complex>
-#include <numeric>
 #include <set>
 
 namespace {
 
 using Points = std::vector<double>;
 
-Points ramp(std::size_t count)
-{
-    Points samples(count);
-    std::iota(samples.begin(), samples.end(), 0.0);
-    return samples;
-}
-
 struct IqPoints : testing::Test
 {
-    static Points list(const char* path)
-    {
-        const auto* value = values::Tree::Instance().FindValue(path);
-        const auto& list = dynamic_cast<const values::ValueList<double>*>(value)->GetList();
-        return {list.begin(), list.end()};
-    }
-    static double number(const char* path)
-    {
-        auto* value = values::Tree::Instance().FindValue(path);
-        return dynamic_cast<values::ValueNumeric<double>*>(value)->GetValue();
-    }
     void notify(const Points& i, const Points& q)
     {
         iq.take(0, i, q);
@@ -48,16 +30,16 @@ TEST_F(IqPoints, AreSamplesThinnedOutWhereTheyAreTooMany)
     const Points i = ramp(1000);
     const Points q = {i.rbegin(), i.rend()};
     notify(i, q);
-    EXPECT_EQ(list(IqValues::iPath), i);
-    EXPECT_EQ(list(IqValues::qPath), q);
+    EXPECT_EQ(listAt(IqValues::iPath), i);
+    EXPECT_EQ(listAt(IqValues::qPath), q);
     notify(i, {}); // a real signal
-    EXPECT_EQ(list(IqValues::qPath), Points());
+    EXPECT_EQ(listAt(IqValues::qPath), Points());
 
     iq.take(0, ramp(8192), ramp(8192));
     iq.take(8192, ramp(8192), ramp(8192));
     iq.notify();
-    const Points thin = list(IqValues::iPath);
-    EXPECT_EQ(list(IqValues::qPath), thin);
+    const Points thin = listAt(IqValues::iPath);
+    EXPECT_EQ(listAt(IqValues::qPath), thin);
     ASSERT_EQ(thin.size(), IqFeed::maxPointCount);
     int phases[8] = {}; // of a clock with 8 samples a symbol
     for (std::size_t k = 0; k < thin.size(); ++k) {
@@ -72,30 +54,27 @@ TEST_F(IqPoints, AreTheMiddlesOfSymbolsThatAreKnown)
     const NrzSource source; // 40 samples a symbol
     const double first = std::round(*source.firstSymbol());
     iq.open(source, std::nullopt);
-    Points received;
     for (std::int64_t position = 0; position < 1000; position += 7) {
-        Points block = ramp(7);
-        for (double& sample : block)
-            sample += double(position);
+        const Points block = ramp(7, double(position));
         iq.take(position, block, block);
     }
     iq.notify();
-    const Points middles = list(IqValues::iPath);
+    const Points middles = listAt(IqValues::iPath);
     ASSERT_EQ(middles.size(), std::size_t((1000 - first) / 40) + 1);
     for (std::size_t k = 0; k < middles.size(); ++k)
         EXPECT_EQ(middles[k], first + 40.0 * double(k));
     iq.open(source, 1200.0); // another clock than the source's: unknown
     notify(ramp(100), {});
-    EXPECT_EQ(list(IqValues::iPath).size(), 100U);
+    EXPECT_EQ(listAt(IqValues::iPath).size(), 100U);
 }
 
 TEST_F(IqPoints, FitAxesOfEqualScaleWhateverAFewSay)
 {
     const auto expectAxes = [&](double x, double y) {
-        EXPECT_NEAR(number(IqValues::xMinPath), -x, 0.01);
-        EXPECT_NEAR(number(IqValues::xMaxPath), x, 0.01);
-        EXPECT_NEAR(number(IqValues::yMinPath), -y, 0.01);
-        EXPECT_NEAR(number(IqValues::yMaxPath), y, 0.01);
+        EXPECT_NEAR(numberAt(IqValues::xMinPath), -x, 0.01);
+        EXPECT_NEAR(numberAt(IqValues::xMaxPath), x, 0.01);
+        EXPECT_NEAR(numberAt(IqValues::yMinPath), -y, 0.01);
+        EXPECT_NEAR(numberAt(IqValues::yMaxPath), y, 0.01);
     };
     Points i(1000, 0.4);
     Points q(1000, -0.8);
@@ -121,65 +100,45 @@ TEST_F(IqPoints, FitAxesOfEqualScaleWhateverAFewSay)
 
 using Complex = std::complex<double>;
 
-struct Reception
-{
-    double error = 0.0;                    ///< mean square of the distance to the next point
-    std::set<std::pair<long, long>> met{}; ///< points that were the next one
-};
-
 /// Looks at sample i of each symbol.
-Reception receptionOf(const Points& samples, std::size_t i, const std::vector<Complex>& points)
+/// @return the mean square of the distance to the next point, and how many points were the next
+/// one.
+std::pair<double, std::size_t> receptionOf(const Points& samples, std::size_t i,
+                                           const std::vector<Complex>& points)
 {
-    Reception result;
+    double error = 0.0;
+    std::set<std::ptrdiff_t> met;
     constexpr std::size_t step = 2 * ModulationSource::samplesPerSymbol;
     for (i *= 2; i + 1 < samples.size(); i += step) {
         const Complex sample(samples[i], samples[i + 1]);
-        const Complex next =
-            *std::min_element(points.begin(), points.end(), [&](Complex a, Complex b) {
-                return std::norm(a - sample) < std::norm(b - sample);
-            });
-        result.error += std::norm(sample - next) * double(step) / double(samples.size());
-        result.met.emplace(std::lround(1e6 * next.real()), std::lround(1e6 * next.imag()));
+        const auto next = std::min_element(points.begin(), points.end(), [&](Complex a, Complex b) {
+            return std::norm(a - sample) < std::norm(b - sample);
+        });
+        error += std::norm(sample - *next) * double(step) / double(samples.size());
+        met.insert(next - points.begin());
     }
-    return result;
-}
-
-std::vector<Complex> grid(int side)
-{
-    std::vector<Complex> points;
-    const double scale = std::sqrt(1.5 / (side * side - 1)); // for a mean power of 1
-    for (int i = 0; i < side * side; ++i)
-        points.emplace_back(scale * (2 * (i % side) - side + 1),
-                            scale * (2 * (i / side) - side + 1));
-    return points;
+    return {error, met.size()};
 }
 
 TEST(Modulations, AreReceivedWithAllTheirPointsAndTheNoiseAskedFor)
 {
-    using Scheme = ModulationSettings::Scheme;
-    std::vector<Complex> circle;
-    for (int k = 0; k < 8; ++k)
-        circle.push_back(std::polar(1.0, k * std::acos(-1.0) / 4.0));
-    const std::pair<Scheme, std::vector<Complex>> rows[] = {{Scheme::Bpsk, {1.0, -1.0}},
-                                                            {Scheme::Qpsk, grid(2)},
-                                                            {Scheme::Psk8, circle},
-                                                            {Scheme::Qam16, grid(4)},
-                                                            {Scheme::Qam64, grid(8)}};
-    for (const auto& [scheme, points] : rows) {
+    for (int scheme = 0; scheme < 5; ++scheme) {
+        const auto points =
+            ReceiverSettings::pointsOf(static_cast<ReceiverSettings::Modulation>(scheme));
         for (const std::uint32_t seed : {1U, 2U}) {
             ModulationSettings settings;
-            settings.scheme = scheme;
+            settings.scheme = static_cast<ModulationSettings::Scheme>(scheme);
             settings.seed = seed;
             settings.snrDb = 60.0;
             Points samples;
             ModulationSource(settings).read(samples, 4000 * ModulationSource::samplesPerSymbol);
-            const Reception clean = receptionOf(samples, 0, points);
-            EXPECT_LT(clean.error, 0.002) << points.size(); // 27 dB
-            EXPECT_EQ(clean.met.size(), points.size());
-            EXPECT_GT(receptionOf(samples, 1, points).error, 4.0 * clean.error);
+            const auto [error, metCount] = receptionOf(samples, 0, points);
+            EXPECT_LT(error, 0.002) << points.size(); // 27 dB
+            EXPECT_EQ(metCount, points.size());
+            EXPECT_GT(receptionOf(samples, 1, points).first, 4.0 * error);
             settings.snrDb = 24.0;
             ModulationSource(settings).read(samples, 4000 * ModulationSource::samplesPerSymbol);
-            EXPECT_NEAR(receptionOf(samples, 0, points).error, std::pow(10.0, -2.4), 0.0015)
+            EXPECT_NEAR(receptionOf(samples, 0, points).first, std::pow(10.0, -2.4), 0.0015)
                 << points.size();
         }
     }

@@ -125,27 +125,24 @@ TEST_F(Recordings, MayHoldNanAndInfinity)
 
 TEST(SampleFormats, ConvertTheBytesOfEveryDataType)
 {
-    struct
-    {
-        const char* type;
-        const char* numbers; // hexadecimal, most significant byte first
-        std::vector<double> values;
-    } const rows[] = {{"f32", "3fc00000 c1200000 7f800000", {1.5, -10.0, HUGE_VAL}},
-                      {"f64", "3ff8000000000000 c024000000000000", {1.5, -10.0}},
-                      {"i8", "7f 80 ff", {127.0 / 128, -1.0, -1.0 / 128}},
-                      {"i16", "7fff 8000 0001", {32767.0 / 32768, -1.0, 1.0 / 32768}},
-                      {"i32", "40000000 80000000", {0.5, -1.0}},
-                      {"i64", "4000000000000000 8000000000000000", {0.5, -1.0}},
-                      {"u8", "00 ff 7f 80", {-1.0, 1.0, -0.5 / 127.5, 0.5 / 127.5}},
-                      {"u16", "0000 ffff 8000", {-1.0, 1.0, 0.5 / 32767.5}},
-                      {"u32", "00000000 ffffffff", {-1.0, 1.0}},
-                      {"u64", "0000000000000000 ffffffffffffffff", {-1.0, 1.0}}};
-    for (const auto& row : rows) {
+    // Numbers are hexadecimal, most significant byte first.
+    const std::tuple<const char*, const char*, std::vector<double>> rows[] = {
+        {"f32", "3fc00000 c1200000 7f800000", {1.5, -10.0, HUGE_VAL}},
+        {"f64", "3ff8000000000000 c024000000000000", {1.5, -10.0}},
+        {"i8", "7f 80 ff", {127.0 / 128, -1.0, -1.0 / 128}},
+        {"i16", "7fff 8000 0001", {32767.0 / 32768, -1.0, 1.0 / 32768}},
+        {"i32", "40000000 80000000", {0.5, -1.0}},
+        {"i64", "4000000000000000 8000000000000000", {0.5, -1.0}},
+        {"u8", "00 ff 7f 80", {-1.0, 1.0, -0.5 / 127.5, 0.5 / 127.5}},
+        {"u16", "0000 ffff 8000", {-1.0, 1.0, 0.5 / 32767.5}},
+        {"u32", "00000000 ffffffff", {-1.0, 1.0}},
+        {"u64", "0000000000000000 ffffffffffffffff", {-1.0, 1.0}}};
+    for (const auto& [type, numbers, expected] : rows) {
         for (const char* variant : {"r%1_le", "c%1_le", "r%1_be", "c%1_be", "r%1", "c%1"}) {
-            const QString name = QString(variant).arg(row.type);
+            const QString name = QString(variant).arg(type);
             SCOPED_TRACE(qPrintable(name));
             QByteArray bytes;
-            for (QByteArray number : QByteArray(row.numbers).split(' ')) {
+            for (QByteArray number : QByteArray(numbers).split(' ')) {
                 number = QByteArray::fromHex(number);
                 if (!name.endsWith("_be"))
                     std::reverse(number.begin(), number.end());
@@ -154,10 +151,10 @@ TEST(SampleFormats, ConvertTheBytesOfEveryDataType)
             const auto format = SampleFormat::parse(name);
             ASSERT_TRUE(format);
             EXPECT_TRUE(name.startsWith(format->isComplex ? 'c' : 'r'));
-            std::vector<double> values(row.values.size());
+            std::vector<double> values(expected.size());
             ASSERT_EQ(format->byteCount() * values.size(), static_cast<std::size_t>(bytes.size()));
             format->convert(bytes.data(), values.size(), values.data());
-            EXPECT_THAT(values, testing::Pointwise(testing::DoubleEq(), row.values));
+            EXPECT_THAT(values, testing::Pointwise(testing::DoubleEq(), expected));
         }
     }
     for (const char* name : {"", "c", "cf16", "rf8", "xf32", "cf32_me", "cf32_le ", "Cf32", "cu12"})
@@ -166,40 +163,34 @@ TEST(SampleFormats, ConvertTheBytesOfEveryDataType)
 
 TEST_F(Recordings, MayBeRawSamples)
 {
-    struct
-    {
-        const char* name;
-        const char* format; // given, not guessed
-        const char* is;
-        std::int64_t sampleCount;
-        std::size_t noticeCount;
-    } const rows[] = {{"a.cu8", nullptr, "cu8", 12, 1},      {"a.CS8", nullptr, "ci8", 12, 1},
-                      {"a.cs16", nullptr, "ci16_le", 6, 1},  {"a.cf32", nullptr, "cf32_le", 3, 1},
-                      {"a.fc32", nullptr, "cf32_le", 3, 1},  {"a.iq", nullptr, "cf32_le", 3, 1},
-                      {"a.C16", nullptr, "ci16_le", 6, 1},   {"a.s16", nullptr, "ri16_le", 12, 1},
-                      {"a.cu8", "rf64_be", "rf64_be", 3, 1}, {"a.bin", "cs32", "ci32_le", 3, 1},
-                      {"25.f32", nullptr, "rf32_le", 6, 2}, // a byte too many
-                      {"25.bin", "cf64", "cf64_le", 1, 2}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        writeFile(path(row.name), QByteArray(row.name[0] == '2' ? 25 : 24, '\x40'));
+    // Name, format given, what it is, samples and notices.
+    const std::tuple<const char*, const char*, const char*, std::int64_t, int> rows[] = {
+        {"a.cu8", nullptr, "cu8", 12, 1},      {"a.CS8", nullptr, "ci8", 12, 1},
+        {"a.cs16", nullptr, "ci16_le", 6, 1},  {"a.cf32", nullptr, "cf32_le", 3, 1},
+        {"a.fc32", nullptr, "cf32_le", 3, 1},  {"a.iq", nullptr, "cf32_le", 3, 1},
+        {"a.C16", nullptr, "ci16_le", 6, 1},   {"a.s16", nullptr, "ri16_le", 12, 1},
+        {"a.cu8", "rf64_be", "rf64_be", 3, 1}, {"a.bin", "cs32", "ci32_le", 3, 1},
+        {"25.f32", nullptr, "rf32_le", 6, 2}, // a byte too many
+        {"25.bin", "cf64", "cf64_le", 1, 2}};
+    for (const auto& [name, format, is, sampleCount, noticeCount] : rows) {
+        SCOPED_TRACE(name);
+        writeFile(path(name), QByteArray(name[0] == '2' ? 25 : 24, '\x40'));
         Recording::Options options;
-        if (row.format)
-            options.format = SampleFormat::parse(row.format);
-        auto source = open(path(row.name), options);
+        if (format)
+            options.format = SampleFormat::parse(format);
+        auto source = open(path(name), options);
         ASSERT_TRUE(source) << qPrintable(why);
-        EXPECT_TRUE(details.contains(QString("Format: ") + row.is))
-            << qPrintable(details.join(' '));
-        EXPECT_EQ(source->sampleCount(), row.sampleCount);
-        EXPECT_EQ(source->isComplex(), row.is[0] == 'c');
+        EXPECT_TRUE(details.contains(QString("Format: ") + is)) << qPrintable(details.join(' '));
+        EXPECT_EQ(source->sampleCount(), sampleCount);
+        EXPECT_EQ(source->isComplex(), is[0] == 'c');
         EXPECT_EQ(source->sampleRate(), 48000.0);
-        EXPECT_EQ(notices.size(), static_cast<int>(row.noticeCount));
+        EXPECT_EQ(notices.size(), noticeCount);
         EXPECT_EQ(readAll(*source, 5).size(),
-                  static_cast<std::size_t>(row.sampleCount * source->valueCount()));
+                  static_cast<std::size_t>(sampleCount * source->valueCount()));
         options.sampleRate = 2e6;
-        source = open(path(row.name), options);
+        source = open(path(name), options);
         EXPECT_EQ(source->sampleRate(), 2e6);
-        EXPECT_EQ(notices.size(), static_cast<int>(row.noticeCount) - 1);
+        EXPECT_EQ(notices.size(), noticeCount - 1);
     }
 }
 
@@ -211,13 +202,8 @@ const QByteArray sigmfMetadata =
 
 TEST_F(Recordings, OfSigmfAreAsTheirMetadataSay)
 {
-    struct
-    {
-        const char* from; // in the metadata...
-        const char* to;   // ...is replaced by this
-        bool isShown;
-        const char* says;
-    } const rows[] = {
+    // What is replaced in the metadata, by what, whether they are shown then, and what is said.
+    const std::tuple<const char*, const char*, bool, const char*> rows[] = {
         {"8000", "8e3", true, ""},
         {"{\"glob", "{glob", false, "not JSON"},
         {"global", "globe", false, "lack the object \"global\""},
@@ -238,13 +224,13 @@ TEST_F(Recordings, OfSigmfAreAsTheirMetadataSay)
         {"count\": 4", "count\": 8", true, "speak of 11 samples, 10 are there"},
         {"2,", R"(2, "core:extensions": [{"name": "z", "optional": false}],)", true, "\"z\""}};
     writeFile(path("a.sigmf-data"), QByteArray(40, '\x40'));
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.to);
-        writeFile(path("a.sigmf-meta"), QByteArray(sigmfMetadata).replace(row.from, row.to));
+    for (const auto& [from, to, isShown, says] : rows) {
+        SCOPED_TRACE(to);
+        writeFile(path("a.sigmf-meta"), QByteArray(sigmfMetadata).replace(from, to));
         const auto source = open(path("a.sigmf-meta"));
-        EXPECT_EQ(source != nullptr, row.isShown);
-        EXPECT_THAT((why + notices.join(' ')).toStdString(), testing::HasSubstr(row.says));
-        EXPECT_LE(notices.size(), *row.says ? 1 : 0);
+        EXPECT_EQ(source != nullptr, isShown);
+        EXPECT_THAT((why + notices.join(' ')).toStdString(), testing::HasSubstr(says));
+        EXPECT_LE(notices.size(), *says ? 1 : 0);
     }
     writeFile(path("a.sigmf-meta"), sigmfMetadata);
     const auto source = open(path("a.sigmf-data"));
