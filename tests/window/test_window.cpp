@@ -3,7 +3,22 @@
 
 #include <QWindow>
 
+#include <array>
+
 namespace {
+
+/// Rows of a picture with a colour.
+int litRows(const QImage& picture, IColorBase::ECOLOR index)
+{
+    const QImage image = picture.convertToFormat(QImage::Format_RGB32);
+    const QRgb color = ColorSet::Instance()[index].rgb();
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        count += std::find(row, row + image.width(), color) != row + image.width();
+    }
+    return count;
+}
 
 TEST_F(Window, ShowsTheSignalAsItPlaysAndClosesMeanwhile)
 {
@@ -53,10 +68,29 @@ TEST_F(Window, ShowsItsPointsAsLongAsItStandsStill)
     TestAccess::age(window->iqView(), 0.3);
     QTest::qWait(400);
     window->iqView().repaint();
-    const QImage image = window->iqView().grabFramebuffer().convertToFormat(QImage::Format_RGB32);
-    const QRgb color = ColorSet::Instance()[IColorBase::colIQPoint].rgb();
-    const auto* pixels = reinterpret_cast<const QRgb*>(image.constBits());
-    EXPECT_GT(std::count(pixels, pixels + image.width() * image.height(), color), 10);
+    EXPECT_GT(litRows(window->iqView().grabFramebuffer(), IColorBase::colIQPoint), 5);
+}
+
+TEST_F(Window, ForgetsWhatItShowedWhenAnotherSignalIsOpened)
+{
+    const auto lit = [&] {
+        auto* eye = window->eyeView().findChild<GLEyeDiagram*>();
+        return std::array<int, 3>{
+            litRows(window->timeView().grabFramebuffer(), IColorBase::colTimeTrace),
+            litRows(eye->grab().toImage(), IColorBase::colEyeTrace),
+            litRows(window->iqView().grabFramebuffer(), IColorBase::colIQPoint)};
+    };
+    window->player().openDemo(ModulationSettings());
+    window->feed().play();
+    EXPECT_TRUE(QTest::qWaitFor([&] { // which are in the bar that has the focus, too
+        const auto [time, eye, iq] = lit();
+        return time > 20 && eye > 20 && iq > 5;
+    }));
+    window->player().openDemo(ModulationSettings());
+    const auto [time, eye, iq] = lit();
+    EXPECT_LE(time, 4) << "of the line along zero";
+    EXPECT_LE(eye, 1);
+    EXPECT_EQ(iq, 0);
 }
 
 TEST_F(Window, GrowsToItsLeastSizeOnAScreenThatMadeItSmaller)

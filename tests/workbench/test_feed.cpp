@@ -57,15 +57,13 @@ TEST(Pacing, CatchesUpALittleAndGivesUpTheRestWithoutDrifting)
 {
     Pacer pacer(30.0, 4);
     pacer.start(1000);
-    const std::int64_t rows[][4] = {// now, periods delivered, dropped, end of the next one
-                                    {1000, 0, 0, 1033},     {1033, 1, 0, 1067},  {1050, 0, 0, 1067},
-                                    {1067, 1, 0, 1100},     {1233, 4, 1, 1267},  {1266, 0, 0, 1267},
-                                    {11233, 4, 296, 11267}, {11000, 0, 0, 11267}};
+    const std::int64_t rows[][3] = {// now, periods due, end of the next one
+                                    {1000, 0, 1033},   {1033, 1, 1067},  {1050, 0, 1067},
+                                    {1067, 1, 1100},   {1233, 4, 1267},  {1266, 0, 1267},
+                                    {11233, 4, 11267}, {11000, 0, 11267}};
     for (const auto& row : rows) {
-        const Pacer::Due due = pacer.takeDue(row[0]);
-        EXPECT_EQ(due.delivered, row[1]) << row[0];
-        EXPECT_EQ(due.dropped, row[2]) << row[0];
-        EXPECT_EQ(pacer.nextMs(), row[3]) << row[0];
+        EXPECT_EQ(pacer.takeDue(row[0]), row[1]) << row[0];
+        EXPECT_EQ(pacer.nextMs(), row[2]) << row[0];
     }
 }
 
@@ -209,29 +207,23 @@ TEST_F(Feed, PlaysInStepWithTheClockWithoutLosingSamples)
     }
 }
 
-TEST_F(Feed, CatchesUpInOneNotificationAndSkipsWhatIsTooOld)
+TEST_F(Feed, CatchesUpInOneNotificationAndPlaysLaterWhatIsTooOld)
 {
     play(ramp(1e6), 3000.0);
     feed.advance(34);
     feed.advance(134); // three periods late
     EXPECT_EQ(notifications, 2);
     EXPECT_EQ(received, ramp(400));
-    EXPECT_EQ(feed.dropCount(), 0);
 
     feed.advance(10134);
     EXPECT_EQ(notifications, 3);
-    EXPECT_EQ(feed.dropCount(), 296);
-    ASSERT_EQ(received.size(), 800U);
-    EXPECT_EQ(received[400], 400.0 + 296 * 100); // and the picture shows the latest
-    EXPECT_NE(receivedMarkers[400], 0.0) << "a trace must not bridge the gap";
+    EXPECT_EQ(received, ramp(800));
 
-    NrzSettings settings;
-    settings.frameSymbolCount = 41;
-    feed.open(std::make_unique<NrzSource>(settings), 0, std::nullopt);
+    received.clear();
+    play(ramp(1000), 3e6); // over and over, faster than an eye is cut
+    runPeriods(1, 30);
+    EXPECT_EQ(received.size(), 3000000U);
     EXPECT_EQ(feed.dropCount(), 0);
-    feed.play();
-    feed.advance(10010);
-    EXPECT_EQ(markers.front(), 41.0 * 40.0) << "no frame is shown from its middle";
 }
 
 TEST_F(Feed, EndsOrStartsOverAndGoesOnInTheChosenChannel)

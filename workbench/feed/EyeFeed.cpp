@@ -2,6 +2,7 @@
 #include "workbench/feed/EyeFeed.h"
 
 #include <QCoreApplication>
+#include <QSemaphore>
 
 #include <algorithm>
 #include <cmath>
@@ -144,6 +145,28 @@ void EyeFeed::take(std::int64_t position, std::vector<double> samples)
     post([position, samples = std::move(samples)](EyeCutter& cutter) {
         cutter.push(position, samples);
     });
+}
+
+bool EyeFeed::makeRoom(std::chrono::milliseconds patience)
+{
+    if (m_waitingCount < maxWaitingCount)
+        return true;
+    const auto done = std::make_shared<QSemaphore>();
+    QMetaObject::invokeMethod(
+        &m_worker, [done] { done->release(); }, Qt::QueuedConnection);
+    done->tryAcquire(1, static_cast<int>(patience.count()));
+    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+    return m_waitingCount < maxWaitingCount;
+}
+
+// Of a trace as long as all that a view keeps, nothing is drawn but the first sample.
+void EyeFeed::showNothing()
+{
+    std::vector<double> samples(mostSamples, std::numeric_limits<double>::quiet_NaN());
+    samples.front() = 0.0;
+    std::vector<double> markers(mostSamples);
+    markers.front() = static_cast<double>(mostSamples);
+    m_values.notify(samples, markers);
 }
 
 void EyeFeed::settle()

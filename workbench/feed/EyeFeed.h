@@ -44,6 +44,10 @@ public:
 
     /// The samples from a position on, after those of the last call or anywhere else.
     void take(std::int64_t position, std::vector<double> samples);
+    /// Waits until fewer samples are on their way than are left out; false when it takes longer.
+    bool makeRoom(std::chrono::milliseconds patience);
+    /// Lets the views forget the traces that they have.
+    void showNothing();
     /// Waits until all is notified that is known from the samples taken so far.
     void settle();
     /// No more samples come for now: as settle, up to the last trace that is whole.

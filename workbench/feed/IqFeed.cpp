@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -76,6 +77,14 @@ void IqFeed::notifyAgain()
 {
     if (!m_newestI.empty())
         m_values.notify(m_newestI, m_newestQ);
+}
+
+void IqFeed::showNothing()
+{
+    constexpr int keptCount = 100; // data sets, by an IQ diagram
+    const std::vector<double> nowhere(1, std::numeric_limits<double>::quiet_NaN());
+    for (int k = 0; k < keptCount; ++k)
+        m_values.notify(nowhere, nowhere);
 }
 
 void IqFeed::keep()

@@ -44,6 +44,9 @@ public:
     /// Puts the newest points out once more.
     void notifyAgain();
 
+    /// Lets the views forget the points that they have.
+    void showNothing();
+
     /// What the newest points measure against those of a modulation; none where they are not those
     /// of symbols, or too few.
     std::optional<ConstellationReadings>

@@ -27,13 +27,12 @@ std::int64_t Pacer::nextMs() const
     return m_startMs + std::llround(static_cast<double>(m_taken + 1) * msPerSecond / m_rate);
 }
 
-Pacer::Due Pacer::takeDue(std::int64_t nowMs)
+std::int64_t Pacer::takeDue(std::int64_t nowMs)
 {
     // Half a millisecond early counts, as nextMs rounds.
     const double elapsed = static_cast<double>(nowMs - m_startMs) + 0.5;
     const auto ended = static_cast<std::int64_t>(elapsed * m_rate / msPerSecond);
     const std::int64_t due = std::max<std::int64_t>(ended - m_taken, 0);
     m_taken += due;
-    const std::int64_t delivered = std::min(due, m_maxCatchUp);
-    return {delivered, due - delivered};
+    return std::min(due, m_maxCatchUp);
 }

@@ -8,12 +8,6 @@
 class Pacer
 {
 public:
-    struct Due
-    {
-        std::int64_t delivered; ///< periods to be dealt with now
-        std::int64_t dropped;   ///< older ones to be given up before
-    };
-
     /// @param rate        periods a second, > 0.
     /// @param maxCatchUp  periods that may be dealt with at a time; what is late beyond it is given
     ///                    up, so that a program that was held up does not choke on arrears.
@@ -21,8 +15,8 @@ public:
 
     /// Starts the first period.
     void start(std::int64_t nowMs);
-    /// The periods that ended since start or the last call.
-    Due takeDue(std::int64_t nowMs);
+    /// The periods that ended since start or the last call, without those that are given up.
+    std::int64_t takeDue(std::int64_t nowMs);
     /// When the next period ends.
     std::int64_t nextMs() const;
 

@@ -50,7 +50,6 @@ void SignalFeed::open(std::unique_ptr<SignalSource> source, int channel,
     m_ahead.reset();
     m_channel = channel;
     m_symbolRate = symbolRate;
-    m_dropCount = 0;
     m_watching = true;
     build(std::move(source));
     setScale();
@@ -103,6 +102,7 @@ void SignalFeed::rebuild()
     setScale();
     openReader(std::llround(time * m_scale.sampleRate));
     setSpan(m_span);
+    showNothing();
 }
 
 std::optional<double> SignalFeed::symbolRate() const
@@ -179,6 +179,20 @@ void SignalFeed::setSymbolRate(std::optional<double> symbolRate)
     }
     setScale();
     setSpan(m_span);
+    m_eye.showNothing();
+    m_iq.showNothing();
+}
+
+// A trace as long as the time shown is all that a view still has room for. Along zero it looks as a
+// view does before the first sample.
+void SignalFeed::showNothing()
+{
+    const double shown = m_span * m_scale.sampleRate / static_cast<double>(m_thinning.factor());
+    std::vector<double> markers(static_cast<std::size_t>(std::ceil(shown)) + 1);
+    markers.front() = static_cast<double>(markers.size());
+    m_values.notify(std::vector<double>(markers.size()), markers);
+    m_eye.showNothing();
+    m_iq.showNothing();
 }
 
 /// Of a received signal I, or what was demodulated, unless Q was chosen.
@@ -248,7 +262,7 @@ std::optional<double> SignalFeed::length() const
 
 std::int64_t SignalFeed::dropCount() const
 {
-    return m_dropCount + m_eye.dropCount() + (m_ahead ? m_ahead->lostBlockCount() : 0);
+    return m_eye.dropCount() + (m_ahead ? m_ahead->lostBlockCount() : 0);
 }
 
 void SignalFeed::startTimer()
@@ -261,10 +275,8 @@ void SignalFeed::advance(std::int64_t elapsedMs)
 {
     if (!m_playing)
         return;
-    const Pacer::Due due = m_pacer.takeDue(elapsedMs);
-    if (due.dropped > 0)
-        skip(due.dropped);
-    m_credit += static_cast<double>(due.delivered) * samplesPerPeriod() + backlogToReduce();
+    m_credit += static_cast<double>(m_pacer.takeDue(elapsedMs)) * samplesPerPeriod();
+    m_credit += backlogToReduce();
     const double whole = std::floor(m_credit);
     m_credit -= static_cast<double>(deliver(static_cast<std::size_t>(whole)));
     m_credit =
@@ -316,23 +328,6 @@ double SignalFeed::backlogToReduce() const
     return std::max((backlog - wanted) / 8.0, 0.0);
 }
 
-void SignalFeed::skip(std::int64_t periods)
-{
-    // Of a live signal what is too old has been left out before. A receiver would have to lock
-    // again: the recording plays later instead.
-    if (isLive() || m_received)
-        return;
-    const auto distance =
-        static_cast<std::int64_t>(static_cast<double>(periods) * samplesPerPeriod());
-    std::int64_t target = position() + distance;
-    if (const auto count = m_ahead->sampleCount(); count && target >= *count)
-        target = m_repeat ? target % *count : *count;
-    if (m_reader->seek(target)) {
-        m_thinning.restart();
-        m_dropCount += periods;
-    }
-}
-
 /// Delivers the next samples in one notification; fewer when the source has no more, and is then at
 /// the end, or has them later.
 /// @return samples of the signal.
@@ -342,7 +337,7 @@ std::size_t SignalFeed::deliver(std::size_t count)
     m_markers.clear();
     std::size_t done = 0;
     bool isFresh = false; // just started over: another end right away would go on for ever
-    while (done < count && !m_atEnd) {
+    while (done < count && !m_atEnd && (isLive() || m_eye.makeRoom(m_patience))) {
         const std::size_t got = readOn(count - done);
         done += got;
         if (got > 0)

@@ -23,8 +23,8 @@
 #include <optional>
 
 /// Plays a source into the values of the value tree: 30 notifications a second, each with the
-/// samples of one period. Where the program was held up, a notification carries up to four periods;
-/// what is older is skipped, counted as drops, and the trace ends there.
+/// samples of one period. Where the program was held up, a notification carries up to four periods,
+/// and what is older plays later.
 ///
 /// The source is read, and received where that is wanted, on threads of their own: nothing here
 /// waits for them longer than its patience. A recording that they cannot deliver in time plays
@@ -112,6 +112,8 @@ public:
     /// Symbol rate that overrides what the source says, as in open; none: what the source says.
     /// Needs a source, and plays on.
     void setSymbolRate(std::optional<double> symbolRate);
+    /// Lets the views forget what they show, as if no sample had come.
+    void showNothing();
     /// The eye of the signal; blocks of signal are played into it, too.
     EyeFeed& eye() { return m_eye; }
     const EyeFeed& eye() const { return m_eye; }
@@ -128,7 +130,7 @@ public:
     std::int64_t position() const { return m_reader ? m_reader->position() : 0; }
     /// Samples of a trace, for a source with frames of the frame.
     double segmentLength() const;
-    /// Periods and blocks left out since the source was opened, as a whole or for the eye only.
+    /// Blocks of a live signal left out since it was opened, as a whole or for the eye only.
     std::int64_t dropCount() const;
 
     /// Whether to watch for a signal: for samples that differ. Silence has no levels that an axis
@@ -150,7 +152,6 @@ private:
     void chooseSegmentLength();
     void setScale();
     void startTimer();
-    void skip(std::int64_t periods);
     double backlogToReduce() const;
     std::size_t deliver(std::size_t count);
     bool hasSignal() const;
@@ -183,8 +184,7 @@ private:
     double m_speed = 1.0;
     double m_span = 1.0;
     double m_segmentLength = 1.0;
-    double m_credit = 0.0; // samples that are due
-    std::int64_t m_dropCount = 0;
+    double m_credit = 0.0;         // samples that are due
     SegmentReader::Part m_part;    // what comes at once
     std::vector<double> m_newest;  // samples
     std::vector<double> m_samples; // of the next notification

@@ -204,6 +204,7 @@ void MainWindow::showSource(const QStringList& notices)
     const SignalSource& source = *feed().source();
     setWindowTitle(tr("%1 - Orvane workbench").arg(source.name()));
     m_states.restart();
+    m_panes->showWhilePaused([this] { feed().showNothing(); });
     m_status->setSource(source.name(), source.sampleRate());
     sayNotices(notices);
     refresh();

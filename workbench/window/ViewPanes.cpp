@@ -156,9 +156,10 @@ void ViewPanes::setPaused(bool paused)
 void ViewPanes::showWhilePaused(const std::function<void()>& work)
 {
     const QSignalBlocker quiet(this);
+    const bool arePaused = m_panes.front().caption->isPaused();
     setPaused(false);
     work();
-    setPaused(true);
+    setPaused(arePaused);
 }
 
 const ViewPanes::Pane& ViewPanes::firstShown() const

@@ -80,7 +80,8 @@ public:
     QAction& showingReadings() { return *m_showingReadings; }
     /// Presses the views' pause buttons.
     void setPaused(bool paused);
-    /// Lets the views take what work plays, and pauses them again; neither is signalled.
+    /// Lets the views take what work plays, also if they are paused, and still are afterwards;
+    /// neither is signalled.
     void showWhilePaused(const std::function<void()>& work);
     /// The first pane that is shown.
     const Pane& firstShown() const;
