@@ -999,6 +999,64 @@
         <source>Symbol rate</source>
         <translation>Symbolrate</translation>
     </message>
+    <message>
+        <source>One</source>
+        <comment>level</comment>
+        <translation>Eins</translation>
+    </message>
+    <message>
+        <source>Zero</source>
+        <comment>level</comment>
+        <translation>Null</translation>
+    </message>
+    <message>
+        <source>σ one</source>
+        <comment>noise of the level</comment>
+        <translation>σ Eins</translation>
+    </message>
+    <message>
+        <source>σ zero</source>
+        <comment>noise of the level</comment>
+        <translation>σ Null</translation>
+    </message>
+    <message>
+        <source>Inner</source>
+        <comment>height of the eye</comment>
+        <translation>Innen</translation>
+    </message>
+    <message>
+        <source>levels not told apart</source>
+        <translation>Pegel nicht unterscheidbar</translation>
+    </message>
+    <message>
+        <source>Eyes of two, three and four levels are measured. Is the symbol rate right, and the noise not too high?</source>
+        <translation>Gemessen werden Augen mit zwei, drei und vier Pegeln. Stimmt die Symbolrate, und ist das Rauschen nicht zu stark?</translation>
+    </message>
+    <message>
+        <source>no symbols</source>
+        <translation>keine Symbole</translation>
+    </message>
+    <message>
+        <source>EVM and MER are measured at the instants of decision: give the receiver the symbol rate, and leave the trajectory out.</source>
+        <translation>EVM und MER werden an den Entscheidungszeitpunkten gemessen: dem Empfänger die Symbolrate angeben und die Trajektorie weglassen.</translation>
+    </message>
+    <message>
+        <source>modulation unknown</source>
+        <translation>Modulation unbekannt</translation>
+    </message>
+    <message>
+        <source>EVM and MER are measured against the points of the modulation: choose it in the receiver, or give it by --modulation.</source>
+        <translation>EVM und MER werden gegen die Punkte der Modulation gemessen: im Empfänger wählen oder mit --modulation angeben.</translation>
+    </message>
+    <message>
+        <source>too few symbols yet</source>
+        <translation>noch zu wenige Symbole</translation>
+    </message>
+    <message>
+        <source>Instant</source>
+        <comment>of the crossing</comment>
+        <translation>Zeitpunkt</translation>
+    </message>
 </context>
 <context>
     <name>ReceiverPanel</name>

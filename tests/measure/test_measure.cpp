@@ -79,6 +79,8 @@ struct Eye
     double noise = 0.0;  // rms at the samples
     double jitter = 0.0; // rms of the edges, symbols
     double shift = 0.0;  // of rising edges, symbols: late; of falling ones early
+    double late = 0.0;   // all edges, symbols
+    double ones = 1.0;   // noise of what is above the middle, over that of the rest
     std::size_t traces = 2000;
 
     std::vector<double> samples(unsigned seed = 1) const
@@ -94,14 +96,14 @@ struct Eye
                 symbol = level();
             for (int k = 0; k < 3; ++k)
                 edges[k] = k - 0.5 + jitter * normal(random) +
-                           (symbols[k + 1] > symbols[k] ? shift : -shift);
+                           (symbols[k + 1] > symbols[k] ? shift : -shift) + late;
             for (int i = 0; i <= shown * perSymbol; ++i) {
                 const double time = double(i) / perSymbol - 1.0;
                 double value = symbols[0];
                 for (int k = 0; k < 3; ++k)
                     value += (symbols[k + 1] - symbols[k]) *
                              std::clamp(2.0 * (time - edges[k]) + 0.5, 0.0, 1.0);
-                result.push_back(value + noise * normal(random));
+                result.push_back(value + (value > 0.5 ? ones : 1.0) * noise * normal(random));
             }
         }
         return result;
@@ -124,6 +126,10 @@ TEST(EyeMeasurement, GivesTheKnownFiguresOfNoiseAndJitter)
     EXPECT_NEAR(noisy->eyes[0].opening, 82.0, 1.0);
     EXPECT_NEAR(noisy->eyes[0].q, 1.0 / 0.06, 0.7);
     EXPECT_LT(noisy->eyes[0].innerHeight, noisy->eyes[0].height);
+    eye.ones = 2.0;
+    EXPECT_NEAR(eye.read()->eyes[0].lowSigma, 0.03, 0.002);
+    EXPECT_NEAR(eye.read()->eyes[0].highSigma, 0.06, 0.004);
+    eye.ones = 1.0;
     EXPECT_NEAR(*noisy->eyes[0].crossing, 50.0, 1.0);
     // An edge of half a symbol turns noise into jitter, less what interpolation evens out.
     EXPECT_NEAR(*noisy->eyes[0].jitterRms, 0.015 * std::sqrt(2.0 / 3.0), 0.001);
@@ -137,6 +143,8 @@ TEST(EyeMeasurement, GivesTheKnownFiguresOfNoiseAndJitter)
     EXPECT_NEAR(shaky->eyes[0].opening, 100.0, 1e-6);
 
     eye.jitter = 0.0;
+    eye.late = 0.1;
+    EXPECT_NEAR(*eye.read()->eyes[0].crossingTime, -0.4, 0.005);
     eye.shift = 0.05; // edges of half a symbol: 0.05 / 0.5 of the way
     EXPECT_NEAR(*eye.read()->eyes[0].crossing, 40.0, 1.0);
 }

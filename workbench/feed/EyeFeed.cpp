@@ -116,9 +116,15 @@ void EyeFeed::notify(const std::vector<double>& samples, const std::vector<doubl
     m_values.notify(samples, markers);
 }
 
+bool EyeFeed::hasEnough() const
+{
+    return m_cut.clock != EyeCut::Clock::None && !m_measured.empty() &&
+           m_measured.size() >= EyeReadings::minTraceCount * m_traceLength;
+}
+
 std::optional<EyeReadings> EyeFeed::measure() const
 {
-    if (m_cut.clock == EyeCut::Clock::None || m_measured.empty())
+    if (!hasEnough())
         return std::nullopt;
     return EyeReadings::of(m_measured, m_traceLength, m_cut.symbolCount);
 }

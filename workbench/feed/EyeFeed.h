@@ -57,6 +57,8 @@ public:
     bool isEmpty() const { return m_measured.empty(); }
     /// What the newest traces measure; none where there are no symbols, or too few.
     std::optional<EyeReadings> measure() const;
+    /// Whether there are enough traces of symbols to be measured.
+    bool hasEnough() const;
     /// Samples of the newest traces, one after the other, and of one of them.
     const std::vector<double>& traces() const { return m_measured; }
     std::size_t traceLength() const { return m_traceLength; }

@@ -401,8 +401,11 @@ Measurements SignalFeed::measure() const
     result.level =
         LevelReadings::of(m_newest.data() + m_newest.size() - count, count, m_scale.sampleRate);
     result.eye = m_eye.measure();
+    result.hasTraces = m_eye.hasEnough();
     const auto points = idealPoints();
-    if (!points.empty())
+    result.hasSymbols = m_iq.showsDecisions();
+    result.hasModulation = !points.empty();
+    if (result.hasModulation)
         result.constellation = m_iq.measure(points);
     for (const StageReport& report : receiverReports()) {
         for (const StageReport::Reading& reading : report.readings) {
@@ -415,18 +418,18 @@ Measurements SignalFeed::measure() const
     return result;
 }
 
-/// Of the modulation that is known to be received; none else.
+/// Of the modulation that is known: of the built-in signal, or as the receiver's settings say, also
+/// where the signal's symbols need no receiver. None else.
 std::vector<std::complex<double>> SignalFeed::idealPoints() const
 {
-    if (m_received && m_received->isComplex() && m_receiver.modulation)
-        return ReceiverSettings::pointsOf(*m_receiver.modulation);
-    if (const auto* demo = dynamic_cast<const ModulationSource*>(m_input); demo && !m_received) {
-        const int index = static_cast<int>(demo->settings().scheme);
-        if (const auto modulation =
-                ReceiverSettings::modulationOf(ModulationSettings::names()[index]))
-            return ReceiverSettings::pointsOf(*modulation);
-    }
-    return {};
+    std::optional<ReceiverSettings::Modulation> modulation;
+    if (const auto* demo = dynamic_cast<const ModulationSource*>(m_input); demo && !m_received)
+        modulation = ReceiverSettings::modulationOf(
+            ModulationSettings::names()[static_cast<int>(demo->settings().scheme)]);
+    else if (m_receiver.isOn && m_ahead && m_ahead->isComplex())
+        modulation = m_receiver.modulation;
+    return modulation ? ReceiverSettings::pointsOf(*modulation)
+                      : std::vector<std::complex<double>>();
 }
 
 /// Whether the next notification has two finite samples that differ.

@@ -7,7 +7,6 @@
 
 namespace {
 
-constexpr std::size_t minTraceCount = 32;
 constexpr std::size_t minCrossingCount = 8;
 constexpr double minSeparation = 2.4; // of two levels, in the sum of their sigmas; noise has 1.4
 constexpr double minShare = 0.04;     // of the traces, on a level
@@ -142,10 +141,16 @@ Crossings crossings(const Traces& traces, const Levels& levels, std::size_t low,
     return found;
 }
 
+struct Meeting
+{
+    double level = 0.0;
+    double time = 0.0; // samples from the middle
+};
+
 /// Where the means of the traces that rise and fall from one level to the other meet, left of the
 /// middle.
-std::optional<double> crossingLevel(const Traces& traces, const Levels& levels, std::size_t low,
-                                    std::size_t reach)
+std::optional<Meeting> meeting(const Traces& traces, const Levels& levels, std::size_t low,
+                               std::size_t reach)
 {
     std::vector<Statistics> rising(reach + 1);
     std::vector<Statistics> falling(reach + 1);
@@ -164,7 +169,8 @@ std::optional<double> crossingLevel(const Traces& traces, const Levels& levels, 
         const double after = rising[i + 1].mean() - falling[i + 1].mean();
         if (before <= 0.0 && after > 0.0) {
             const double part = before / (before - after);
-            return rising[i].mean() + part * (rising[i + 1].mean() - rising[i].mean());
+            return Meeting{rising[i].mean() + part * (rising[i + 1].mean() - rising[i].mean()),
+                           static_cast<double>(i) + part - static_cast<double>(reach)};
         }
     }
     return std::nullopt;
@@ -178,23 +184,27 @@ EyeReadings::Eye measure(const Traces& traces, const Levels& levels, std::size_t
     EyeReadings::Eye eye;
     eye.lowLevel = below.mean();
     eye.highLevel = above.mean();
+    eye.lowSigma = below.deviation();
+    eye.highSigma = above.deviation();
     const double distance = eye.highLevel - eye.lowLevel;
-    eye.height = distance - 3.0 * (below.deviation() + above.deviation());
+    eye.height = distance - 3.0 * (eye.lowSigma + eye.highSigma);
     eye.innerHeight = above.lowest() - below.highest();
     eye.opening = 100.0 * std::max(eye.height, 0.0) / distance;
     eye.q = levels.separation(low);
     if (!hasNeighbours)
         return eye;
 
-    const auto level = crossingLevel(traces, levels, low, symbolLength);
-    if (level)
-        eye.crossing = 100.0 * (*level - eye.lowLevel) / distance;
-    const double threshold = level.value_or(eye.lowLevel + 0.5 * distance);
+    const auto unit = static_cast<double>(symbolLength);
+    double threshold = eye.lowLevel + 0.5 * distance;
+    if (const auto crossing = meeting(traces, levels, low, symbolLength)) {
+        threshold = crossing->level;
+        eye.crossing = 100.0 * (crossing->level - eye.lowLevel) / distance;
+        eye.crossingTime = crossing->time / unit;
+    }
     Crossings left = crossings(traces, levels, low, threshold, symbolLength, -1);
     Crossings right = crossings(traces, levels, low, threshold, symbolLength, 1);
     if (!left.areEnough() || !right.areEnough())
         return eye;
-    const auto unit = static_cast<double>(symbolLength);
     const double leftSigma = left.direct.deviation();
     const double rightSigma = right.direct.deviation();
     const double width =

@@ -15,6 +15,10 @@ struct EyeReadings
         /// Means of the levels below and above, at the instant of decision.
         double lowLevel = 0.0;
         double highLevel = 0.0;
+        /// Standard deviations about them: noise of the zero and of the one level, with all that
+        /// spreads them (IEC 61280-2-2).
+        double lowSigma = 0.0;
+        double highSigma = 0.0;
         /// (high - 3 sigma) - (low + 3 sigma), the usual statistical eye height; below 0 where
         /// closed.
         double height = 0.0;
@@ -36,14 +40,19 @@ struct EyeReadings
         /// Where mean rising and mean falling traces cross, % of the way from low to high: 50
         /// where marks and spaces last equally long (crossing percentage, IEC 61280-2-2).
         std::optional<double> crossing;
+        /// When they do (crossing time, ibid.), from the instant of decision on: -0.5 where the
+        /// decision is in the middle of the eye.
+        std::optional<double> crossingTime;
     };
+
+    static constexpr std::size_t minTraceCount = 32; ///< fewer tell nothing
 
     /// @param samples      of the traces, one after the other.
     /// @param traceLength  samples of each, symbols times an even number plus 1: a trace ends with
     ///                     the sample that the next one starts with, and the middle of a symbol is
     ///                     in its middle.
     /// @param symbolCount  of a trace.
-    /// @return none where the traces are too few to tell (32), or no levels can be told apart.
+    /// @return none where the traces are too few, or no levels can be told apart.
     static std::optional<EyeReadings> of(const std::vector<double>& samples,
                                          std::size_t traceLength, int symbolCount);
 

@@ -21,15 +21,17 @@ ReadingTable::ReadingTable(QWidget* parent)
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed); // a view's width is not ours to say
 }
 
+QLabel* ReadingTable::addLabel(const QString& text, int row, int column, int columnCount)
+{
+    auto* label = new QLabel(text, this);
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_grid->addWidget(label, row, column, 1, columnCount);
+    return label;
+}
+
 std::size_t ReadingTable::addLines(const QStringList& names, int lineCount, const QString& longest)
 {
     const std::size_t first = m_lines.size();
-    const auto addLabel = [this](const QString& text, int row, int column) {
-        auto* label = new QLabel(text, this);
-        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        m_grid->addWidget(label, row, column);
-        return label;
-    };
     const int row = m_grid->count() == 0 ? 0 : m_grid->rowCount();
     for (int column = 0; column < names.size(); ++column) {
         QLabel* name = addLabel(names[column], row, column);
@@ -38,23 +40,67 @@ std::size_t ReadingTable::addLines(const QStringList& names, int lineCount, cons
             std::max(fontMetrics().horizontalAdvance(longest), name->sizeHint().width()));
         m_grid->setColumnStretch(column, 1);
     }
-    for (int line = 0; line < lineCount; ++line) {
-        m_lines.emplace_back();
+    for (int k = 0; k < lineCount; ++k) {
+        Line line;
+        line.row = row + 1 + k;
         for (int column = 0; column < names.size(); ++column) {
-            QLabel* value = addLabel(unknown, row + 1 + line, column);
+            QLabel* value = addLabel(unknown, line.row, column);
             value->setAccessibleName(names[column]);
-            m_lines.back().push_back(value);
+            value->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+            line.values.push_back(value);
         }
+        m_lines.push_back(line);
     }
     return first;
 }
 
 void ReadingTable::show(std::size_t line, std::size_t column, const QString& text)
 {
-    m_lines.at(line).at(column)->setText(text.isEmpty() ? unknown : text);
+    m_lines.at(line).values.at(column)->setText(text.isEmpty() ? unknown : text);
+}
+
+void ReadingTable::setNames(std::size_t line, const QStringList& names)
+{
+    Line& here = m_lines.at(line);
+    if (here.names == names)
+        return;
+    here.names = names;
+    for (std::size_t column = 0; column < here.values.size(); ++column) {
+        QLabel* label = here.values[column];
+        const QString name = names.value(static_cast<int>(column));
+        label->setText(names.isEmpty() ? unknown : name);
+        label->setForegroundRole(names.isEmpty() ? QPalette::WindowText
+                                                 : QPalette::PlaceholderText);
+        m_lines.at(line + 1).values[column]->setAccessibleName(
+            names.isEmpty() ? label->accessibleName() : name);
+    }
+}
+
+void ReadingTable::setNote(std::size_t line, int columnCount, const QString& text,
+                           const QString& explanation)
+{
+    Line& here = m_lines.at(line);
+    if (text == note(line))
+        return;
+    if (!here.note) {
+        here.note = addLabel(QString(), here.row, 0, columnCount);
+        here.note->setForegroundRole(QPalette::PlaceholderText);
+        here.note->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    }
+    here.note->setText(text);
+    here.note->setVisible(!text.isEmpty());
+    for (int column = 0; column < columnCount; ++column)
+        here.values.at(static_cast<std::size_t>(column))->setVisible(text.isEmpty());
+    setToolTip(explanation);
 }
 
 QString ReadingTable::text(std::size_t line, std::size_t column) const
 {
-    return m_lines.at(line).at(column)->text();
+    return m_lines.at(line).values.at(column)->text();
+}
+
+QString ReadingTable::note(std::size_t line) const
+{
+    const QLabel* note = m_lines.at(line).note;
+    return note ? note->text() : QString();
 }

@@ -22,9 +22,29 @@ public:
     std::size_t addLines(const QStringList& names, int lineCount, const QString& longest);
     /// Shows a value; empty: not known.
     void show(std::size_t line, std::size_t column, const QString& text);
+    /// Makes a line, not the last one, names of the values of the next line, until it is empty
+    /// again: a line of values then.
+    void setNames(std::size_t line, const QStringList& names);
+    /// Says in the place of a line's first values why there are none; empty: shows them.
+    /// @param explanation  what to do about it, for those who point at the table.
+    void setNote(std::size_t line, int columnCount, const QString& text,
+                 const QString& explanation);
+
     QString text(std::size_t line, std::size_t column) const;
+    /// The note in a line; empty without one.
+    QString note(std::size_t line) const;
 
 private:
+    struct Line
+    {
+        int row = 0;
+        std::vector<QLabel*> values;
+        QStringList names; // of the next line's values
+        QLabel* note = nullptr;
+    };
+
+    QLabel* addLabel(const QString& text, int row, int column, int columnCount = 1);
+
     QGridLayout* m_grid;
-    std::vector<std::vector<QLabel*>> m_lines;
+    std::vector<Line> m_lines;
 };

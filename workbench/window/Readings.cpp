@@ -1,39 +1,21 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/Readings.h"
 
+#include "workbench/window/Figures.h"
 #include "workbench/window/ReadingTable.h"
-#include "workbench/window/Units.h"
 #include "workbench/window/ViewPanes.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
 
-constexpr int maxEyeCount = 3;
+constexpr std::size_t maxEyeCount = 3;
+constexpr int eyeColumnCount = 7;
+constexpr int levelDigits = 5;
+constexpr int eyeDigits = 4; // it has not much room
 
-/// With so many decimals, and a unit.
-QString fixed(double value, int decimals, const QString& unit = QString())
-{
-    const QString number = QString::number(value, 'f', decimals);
-    return unit.isEmpty() ? number : number + QChar(0x2009) + unit;
-}
-
-QString fixed(const std::optional<double>& value, int decimals, const QString& unit = QString())
-{
-    return value ? fixed(*value, decimals, unit) : QString();
-}
-
-/// A level of unknown size, with four digits.
-QString levelText(double value)
-{
-    if (std::abs(value) >= 1e-3 && std::abs(value) < 1e4)
-        return QString::number(value, 'f',
-                               4 - static_cast<int>(std::abs(value) >= 10.0) -
-                                   static_cast<int>(std::abs(value) >= 100.0) -
-                                   static_cast<int>(std::abs(value) >= 1000.0));
-    return value == 0.0 ? QStringLiteral("0.0000") : QString::number(value, 'e', 2);
-}
-
+const QString blank = QStringLiteral(" ");
 const QString percent = QStringLiteral("%");
 const QString decibels = QStringLiteral("dB");
 
@@ -45,8 +27,7 @@ Readings::Readings(ViewPanes& panes, QObject* parent)
     , m_eye(new ReadingTable)
     , m_constellation(new ReadingTable)
 {
-    // Wide enough for all that usually comes; the eye has not much room.
-    const QString longest = QStringLiteral("-0.0000");
+    const QString longest = QStringLiteral("-888.8");
     const QString longer = QStringLiteral("-888.888 kHz");
     m_level->addLines({tr("Mean"), tr("Minimum"), tr("Maximum"), tr("Peak to peak"), tr("RMS"),
                        tr("RMS (AC)"), tr("Frequency")},
@@ -65,45 +46,70 @@ Readings::Readings(ViewPanes& panes, QObject* parent)
 void Readings::show(const Measurements& measurements)
 {
     showLevel(measurements.level);
-    showEye(measurements.eye);
+    showEye(measurements);
     showConstellation(measurements);
 }
 
 void Readings::showLevel(const std::optional<LevelReadings>& readings)
 {
-    const auto level = [&](double LevelReadings::*value) {
-        return readings ? levelText((*readings).*value) : QString();
-    };
-    m_level->show(0, 0, level(&LevelReadings::mean));
-    m_level->show(0, 1, level(&LevelReadings::lowest));
-    m_level->show(0, 2, level(&LevelReadings::highest));
-    m_level->show(0, 3, readings ? levelText(readings->peakToPeak()) : QString());
-    m_level->show(0, 4, level(&LevelReadings::rms));
-    m_level->show(0, 5, level(&LevelReadings::acRms));
-    m_level->show(0, 6,
-                  readings && readings->frequency ? units::rate(*readings->frequency, "Hz")
-                                                  : QString());
+    if (!readings) {
+        for (std::size_t column = 0; column < 7; ++column)
+            m_level->show(0, column, QString());
+        return;
+    }
+    const figures::Levels levels(
+        std::max({std::abs(readings->lowest), std::abs(readings->highest), readings->peakToPeak()}),
+        levelDigits);
+    std::size_t column = 0;
+    for (const double level : {readings->mean, readings->lowest, readings->highest,
+                               readings->peakToPeak(), readings->rms, readings->acRms})
+        m_level->show(0, column++, levels.text(level));
+    m_level->show(0, column, figures::frequency(readings->frequency));
 }
 
-void Readings::showEye(const std::optional<EyeReadings>& readings)
+void Readings::showEye(const Measurements& measurements)
 {
-    const std::size_t count = readings ? readings->eyes.size() : 0;
+    const std::vector<EyeReadings::Eye> eyes =
+        measurements.eye ? measurements.eye->eyes : std::vector<EyeReadings::Eye>();
+    double largest = 0.0;
+    for (const EyeReadings::Eye& eye : eyes)
+        largest = std::max({largest, std::abs(eye.lowLevel), std::abs(eye.highLevel)});
+    const figures::Levels levels(largest, eyeDigits);
+    // Two levels have one eye: there is room for more of it.
+    const bool isOne = eyes.size() == 1;
+    m_eye->setNames(1, isOne ? QStringList{tr("Inner", "height of the eye"), tr("One", "level"),
+                                           tr("Zero", "level"), tr("Instant", "of the crossing"),
+                                           tr("σ one", "noise of the level"),
+                                           tr("σ zero", "noise of the level")}
+                             : QStringList());
+    const bool hasNoLevels = eyes.empty() && measurements.hasTraces;
+    m_eye->setNote(0, eyeColumnCount, hasNoLevels ? tr("levels not told apart") : QString(),
+                   hasNoLevels
+                       ? tr("Eyes of two, three and four levels are measured. Is the symbol "
+                            "rate right, and the noise not too high?")
+                       : QString());
+    const auto showLine = [this](std::size_t line, const QStringList& texts) {
+        for (int column = 0; column < eyeColumnCount; ++column)
+            m_eye->show(line, static_cast<std::size_t>(column), texts.value(column));
+    };
     for (std::size_t line = 0; line < maxEyeCount; ++line) {
-        QString texts[7];
-        if (line < count) { // the uppermost first, as they are seen
-            const EyeReadings::Eye& eye = readings->eyes[count - 1 - line];
-            texts[0] = levelText(eye.height);
-            texts[1] = fixed(eye.opening, 1, percent);
-            texts[2] = fixed(eye.width, 3);
-            texts[3] = fixed(eye.crossing, 1, percent);
-            texts[4] = fixed(eye.jitterRms, 4);
-            texts[5] = fixed(eye.jitterPeak, 4);
-            texts[6] = fixed(eye.q, 1);
+        if (line < eyes.size()) { // the uppermost first, as they are seen
+            const EyeReadings::Eye& eye = eyes[eyes.size() - 1 - line];
+            showLine(line, {levels.text(eye.height), figures::fixed(eye.opening, 1, percent),
+                            figures::fixed(eye.width, 3), figures::fixed(eye.crossing, 1, percent),
+                            figures::fixed(eye.jitterRms, 4), figures::fixed(eye.jitterPeak, 4),
+                            figures::fixed(eye.q, 1)});
+        } else if (line > 0 && !isOne) {
+            showLine(line, QVector<QString>(eyeColumnCount, blank).toList());
         }
-        const bool isEmpty = line > 0 && line >= count; // two levels have one eye
-        for (std::size_t column = 0; column < 7; ++column)
-            m_eye->show(line, column, isEmpty ? QStringLiteral(" ") : texts[column]);
     }
+    if (!isOne)
+        return;
+    const EyeReadings::Eye& eye = eyes.front();
+    showLine(2,
+             {levels.text(eye.innerHeight), levels.text(eye.highLevel), levels.text(eye.lowLevel),
+              figures::fixed(eye.crossingTime, 3, QStringLiteral("UI")), levels.text(eye.highSigma),
+              levels.text(eye.lowSigma), blank});
 }
 
 void Readings::showConstellation(const Measurements& measurements)
@@ -112,16 +118,39 @@ void Readings::showConstellation(const Measurements& measurements)
     const auto value = [&](double ConstellationReadings::*member) {
         return readings ? std::optional<double>((*readings).*member) : std::nullopt;
     };
-    m_constellation->show(0, 0, fixed(value(&ConstellationReadings::evmRms), 1, percent));
-    m_constellation->show(0, 1, fixed(value(&ConstellationReadings::evmPeak), 1, percent));
-    m_constellation->show(0, 2, fixed(value(&ConstellationReadings::mer), 1, decibels));
-    m_constellation->show(0, 3,
-                          measurements.carrierOffset
-                              ? units::rate(std::round(*measurements.carrierOffset), "Hz")
-                              : QString());
-    m_constellation->show(1, 0, fixed(value(&ConstellationReadings::originOffset), 1, decibels));
-    m_constellation->show(1, 1, fixed(readings ? readings->imbalance : std::nullopt, 2, decibels));
-    m_constellation->show(
-        1, 2, fixed(readings ? readings->quadratureError : std::nullopt, 2, QStringLiteral("°")));
-    m_constellation->show(1, 3, fixed(measurements.symbolRateError, 1, QStringLiteral("ppm")));
+    sayWhatIsMissing(measurements);
+    const QString texts[2][4] = {
+        {figures::fixed(value(&ConstellationReadings::evmRms), 1, percent),
+         figures::fixed(value(&ConstellationReadings::evmPeak), 1, percent),
+         figures::fixed(value(&ConstellationReadings::mer), 1, decibels),
+         figures::offset(measurements.carrierOffset)},
+        {figures::fixed(value(&ConstellationReadings::originOffset), 1, decibels),
+         figures::fixed(readings ? readings->imbalance : std::nullopt, 2, decibels),
+         figures::fixed(readings ? readings->quadratureError : std::nullopt, 2,
+                        QStringLiteral("°")),
+         figures::fixed(measurements.symbolRateError, 1, QStringLiteral("ppm"))}};
+    for (std::size_t line = 0; line < 2; ++line) {
+        for (std::size_t column = 0; column < 4; ++column)
+            m_constellation->show(line, column, texts[line][column]);
+    }
+}
+
+void Readings::sayWhatIsMissing(const Measurements& measurements)
+{
+    QString text;
+    QString explanation;
+    if (measurements.constellation) {
+        // Nothing is.
+    } else if (!measurements.hasSymbols) {
+        text = tr("no symbols");
+        explanation = tr("EVM and MER are measured at the instants of decision: give the receiver "
+                         "the symbol rate, and leave the trajectory out.");
+    } else if (!measurements.hasModulation) {
+        text = tr("modulation unknown");
+        explanation = tr("EVM and MER are measured against the points of the modulation: choose it "
+                         "in the receiver, or give it by --modulation.");
+    } else {
+        text = tr("too few symbols yet");
+    }
+    m_constellation->setNote(0, 3, text, explanation);
 }

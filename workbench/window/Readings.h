@@ -23,8 +23,9 @@ public:
 
 private:
     void showLevel(const std::optional<LevelReadings>& readings);
-    void showEye(const std::optional<EyeReadings>& readings);
+    void showEye(const Measurements& measurements);
     void showConstellation(const Measurements& measurements);
+    void sayWhatIsMissing(const Measurements& measurements);
 
     ReadingTable* m_level;
     ReadingTable* m_eye;

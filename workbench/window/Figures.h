@@ -1,0 +1,37 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+/// Figures of read-outs: a value that changes keeps the places of its digits. What is no finite
+/// number, or not known, has an empty text.
+namespace figures {
+
+/// With so many decimals, and a unit where there is one: "-26.0 dB". Beyond 999 only that it is:
+/// "> 999 dB".
+QString fixed(std::optional<double> value, int decimals, const QString& unit = QString());
+/// Six digits with the prefix that fits: "1.20000 kHz".
+QString frequency(std::optional<double> hertz);
+/// To tenths of Hz, or thousandths of kHz, MHz or GHz: "-93.125 kHz".
+QString offset(std::optional<double> hertz);
+
+/// Levels that are read together: all have the prefix and the decimals of the largest one, so that
+/// one about 0 does not run through the prefixes.
+class Levels
+{
+public:
+    /// @param largest  of their magnitudes; 0 and what is not finite count as 1.
+    /// @param digits   of that one, at least 3; fewer between 0.1 and 1, which need no prefix.
+    Levels(double largest, int digits);
+
+    QString text(double level) const;
+
+private:
+    double m_unit = 1.0; // of the prefix
+    QString m_prefix;
+    int m_decimals = 0;
+};
+
+} // namespace figures
