@@ -340,10 +340,6 @@
         <translation>--%1: das gibt es nur bei Aufnahmen; eine nennen</translation>
     </message>
     <message>
-        <source>Plays channel &lt;N&gt; of the recording, counted from 1; of a complex one 1 is I, 2 is Q.</source>
-        <translation>Spielt Kanal &lt;N&gt; der Aufnahme, ab 1 gezählt; einer komplexen: 1 ist I, 2 ist Q.</translation>
-    </message>
-    <message>
         <source>Sample rate in hertz, whatever the recording says.</source>
         <translation>Abtastrate in Hertz, was immer die Aufnahme sagt.</translation>
     </message>
@@ -514,6 +510,14 @@
     <message>
         <source>give --snapshot, too</source>
         <translation>geben Sie auch --snapshot an</translation>
+    </message>
+    <message>
+        <source>Plays channel &lt;N&gt; of the recording, counted from 1, or the difference of two, such as 1-2; of a complex one 1 is I, 2 is Q.</source>
+        <translation>Spielt Kanal &lt;N&gt; der Aufnahme, gezählt ab 1, oder die Differenz zweier, etwa 1-2; bei einer komplexen ist 1 I und 2 Q.</translation>
+    </message>
+    <message>
+        <source>give a number from 1 to %1, or two such as 1-2</source>
+        <translation>eine Zahl von 1 bis %1 angeben, oder zwei wie 1-2</translation>
     </message>
 </context>
 <context>
@@ -803,6 +807,14 @@
     <message>
         <source>Est&amp;imate</source>
         <translation>Schät&amp;zen</translation>
+    </message>
+    <message>
+        <source>Channel that is subtracted</source>
+        <translation>Kanal, der abgezogen wird</translation>
+    </message>
+    <message>
+        <source>alone</source>
+        <translation>allein</translation>
     </message>
 </context>
 <context>

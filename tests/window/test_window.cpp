@@ -232,7 +232,12 @@ TEST_F(Window, FollowsItsControls)
     auto* channel = panel->findChildren<QSpinBox*>().first();
     ASSERT_TRUE(channel->isVisible());
     QTest::keyClick(channel, Qt::Key_Up);
-    EXPECT_EQ(window->feed().channel(), 1);
+    EXPECT_EQ(window->feed().channel(), ChannelChoice(1));
+    auto* subtracted = qobject_cast<QComboBox*>(channel->nextInFocusChain()->nextInFocusChain());
+    ASSERT_TRUE(subtracted && subtracted->isVisible());
+    QTest::keyClick(subtracted, Qt::Key_Down);
+    QTest::keyClick(subtracted, Qt::Key_Down);
+    EXPECT_EQ(window->feed().channel(), ChannelChoice(1, 2));
     auto& span = control<QDoubleSpinBox>("&Span");
     EXPECT_NEAR(span.value(), 1000.0, 0.01);  // ms: the whole recording
     QTest::keyClick(&symbolRate, Qt::Key_Up); // steps from no rate tell nothing

@@ -255,6 +255,12 @@ TEST_F(Feed, EndsOrStartsOverAndGoesOnInTheChosenChannel)
     feed.setChannel(1);
     runPeriods(2, 2);
     EXPECT_EQ(received.back(), 1199.0);
+    feed.setChannel(2); // which is not there
+    runPeriods(3, 3);
+    EXPECT_EQ(received.back(), 1299.0);
+    feed.setChannel({1, 0});
+    runPeriods(4, 4);
+    EXPECT_EQ(received.back(), 1000.0) << "the difference";
 }
 
 TEST_F(Feed, PlaysThroughToTheEndOfTheOpenSegment)

@@ -54,6 +54,8 @@ TEST_F(Program, RefusesInOneLineWithTheRightExitCode)
         {2, {""}, "command line"},
         {2, {"a.wav", "b.wav"}, "b.wav"},
         {2, {"--channel", "1.5", mono}, "--channel"},
+        {2, {"--channel", "2-2", mono}, "--channel"},
+        {1, {"--channel", "1-2", mono}, mono},
         {2, {"--channel", "1"}, "--channel"}, // of what?
         {2, {"--symbol-rate", "-1", mono}, "--symbol-rate"},
         {2, {"--symbol-rate", "50"}, "--symbol-rate"}, // of the built-in signal

@@ -39,7 +39,7 @@ TEST_F(ReceiverControls, ActAtOnceAndSayHowTheStagesDo)
 
     Recording::Options options;
     options.sampleRate = 48000.0;
-    ASSERT_TRUE(window.player().open(Recording::open(file, options), 1, std::nullopt, why));
+    ASSERT_TRUE(window.player().open(Recording::open(file, options), 0, std::nullopt, why));
     EXPECT_TRUE(isOn.isEnabled());
     isOn.click();
     auto& timing = titled<QCheckBox>(panel, "Symbol &timing");

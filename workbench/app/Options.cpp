@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr int maxChannel = 1024;
+constexpr int maxChannel = ChannelChoice::maxChannel;
 constexpr double maxSeconds = 3600.0;
 constexpr double shortest = 1e-9; // seconds
 constexpr double minHertz = 0.001;
@@ -54,8 +54,8 @@ void describe(QCommandLineParser& parser)
         "LIST");
     add("info", Text::tr("Prints what is known of the recording and ends."), nullptr);
     add("channel",
-        Text::tr(
-            "Plays channel <N> of the recording, counted from 1; of a complex one 1 is I, 2 is Q."),
+        Text::tr("Plays channel <N> of the recording, counted from 1, or the difference of two, "
+                 "such as 1-2; of a complex one 1 is I, 2 is Q."),
         "N");
     add("symbol-rate",
         Text::tr("Symbol rate in hertz: the time axis counts symbols, and the eye opens on them; "
@@ -186,7 +186,13 @@ Options readOptions(Reader& reader)
                       Text::tr("give 1 to %1 numbers or names between commas").arg(maxChannel));
     options.isTrajectory = reader.isSet("trajectory");
     options.isInfo = reader.isSet("info");
-    options.channel = reader.wholeNumber("channel", 1, maxChannel).value_or(options.channel);
+    if (reader.isSet("channel")) {
+        const auto channel = ChannelChoice::parse(reader.text("channel"));
+        options.channel = channel.value_or(options.channel);
+        if (!channel)
+            reader.reject("channel", Text::tr("give a number from 1 to %1, or two such as 1-2")
+                                         .arg(ChannelChoice::maxChannel));
+    }
     options.eyeSymbolCount = reader.wholeNumber("eye-symbols", 1, EyeCut::maxSymbolCount);
     options.eyeBandwidth =
         reader.number("eye-bandwidth", EyeCut::minBandwidth, EyeCut::maxBandwidth);

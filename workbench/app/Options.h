@@ -2,6 +2,7 @@
 #pragma once
 
 #include "workbench/receiver/ReceiverSettings.h"
+#include "workbench/sources/ChannelChoice.h"
 #include "workbench/sources/ModulationSource.h"
 #include "workbench/sources/NrzSource.h"
 #include "workbench/sources/Recording.h"
@@ -33,7 +34,7 @@ public:
     QString file; ///< recording; empty for the built-in signal
     Recording::Options recording;
     bool isInfo = false; ///< only say what the recording is
-    int channel = 1;
+    ChannelChoice channel;
     QString snapshotFolder;                                           ///< empty: none
     double seconds = 2.0;                                             ///< played for a snapshot
     std::vector<ViewExport::Format> formats{ViewExport::Format::Png}; ///< of a snapshot

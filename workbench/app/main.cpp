@@ -87,9 +87,9 @@ void resetSettings()
 /// there, which others complain of.
 std::optional<SymbolRateEstimate> estimated(const Recording& recording, const Options& options)
 {
-    if (!options.isSymbolRateAuto || options.channel > recording.source->valueCount())
+    if (!options.isSymbolRateAuto || options.channel.last() >= recording.source->valueCount())
         return std::nullopt;
-    return SymbolRateEstimate::ofSource(*recording.source, options.channel - 1, options.receiver);
+    return SymbolRateEstimate::ofSource(*recording.source, options.channel, options.receiver);
 }
 
 int run(MainWindow& window, const Options& options)

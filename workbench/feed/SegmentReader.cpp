@@ -21,10 +21,10 @@ void SegmentReader::Part::clear()
         values->clear();
 }
 
-SegmentReader::SegmentReader(SignalSource& source, int channel)
+SegmentReader::SegmentReader(SignalSource& source, const ChannelChoice& channel)
     : m_source(source)
-    , m_channel(static_cast<std::size_t>(channel))
-    , m_first(static_cast<std::size_t>(source.constellationChannel().value_or(channel & ~1)))
+    , m_channel(channel)
+    , m_first(static_cast<std::size_t>(source.constellationChannel().value_or(channel.value & ~1)))
     , m_hasQ(m_first + 1 < static_cast<std::size_t>(source.valueCount()))
     , m_next(source.position())
 {}
@@ -112,7 +112,7 @@ void SegmentReader::fill(std::size_t count)
             return;
         m_next += static_cast<std::int64_t>(got);
         for (std::size_t i = 0; i + valueCount <= m_block.size(); i += valueCount) {
-            m_ahead.push_back(m_block[i + m_channel]);
+            m_ahead.push_back(m_channel.of(&m_block[i]));
             m_aheadI.push_back(m_block[i + m_first]);
             if (m_hasQ)
                 m_aheadQ.push_back(m_block[i + m_first + 1]);

@@ -1,13 +1,14 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/sources/ChannelChoice.h"
 #include "workbench/sources/SignalSource.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
-/// Reads one channel of a source, I or Q of it where complex, and cuts it into segments, the traces
+/// Reads a channel of a source, I or Q of it where complex, and cuts it into segments, the traces
 /// of a diagram. Beside the samples stand markers: where a segment starts its number of samples, 0
 /// elsewhere. With them come the I and Q that a constellation shows.
 ///
@@ -29,9 +30,8 @@ public:
         std::vector<double> q; ///< none where the signal is not one of a pair
     };
 
-    /// @param channel  one of the source's values, from 0: where complex, 0 is I of the first
-    ///                 channel and 1 its Q. The source must outlive the reader.
-    SegmentReader(SignalSource& source, int channel);
+    /// @param channel  of the source, which must outlive the reader.
+    SegmentReader(SignalSource& source, const ChannelChoice& channel);
 
     /// Wanted length of segments of a source without frames, at least 1. Takes effect at the next
     /// segment.
@@ -59,7 +59,7 @@ private:
     std::size_t quietestBoundary(std::size_t first, std::size_t last) const;
 
     SignalSource& m_source;
-    std::size_t m_channel;
+    ChannelChoice m_channel;
     std::size_t m_first; // of the constellation's pair
     bool m_hasQ;
     std::size_t m_wanted = 1;

@@ -42,7 +42,7 @@ SignalFeed::SignalFeed(QObject* parent)
 
 SignalFeed::~SignalFeed() = default;
 
-void SignalFeed::open(std::unique_ptr<SignalSource> source, int channel,
+void SignalFeed::open(std::unique_ptr<SignalSource> source, const ChannelChoice& channel,
                       std::optional<double> symbolRate)
 {
     pause();
@@ -196,11 +196,11 @@ void SignalFeed::showNothing()
 }
 
 /// Of a received signal I, or what was demodulated, unless Q was chosen.
-int SignalFeed::shownChannel() const
+ChannelChoice SignalFeed::shownChannel() const
 {
     if (!m_received)
         return m_channel;
-    return m_input->isComplex() && m_received->isComplex() ? m_channel % 2 : 0;
+    return m_input->isComplex() && m_received->isComplex() ? m_channel.value % 2 : 0;
 }
 
 void SignalFeed::openReader(std::int64_t position)
@@ -451,8 +451,10 @@ void SignalFeed::setSpeed(double speed)
     chooseSegmentLength();
 }
 
-void SignalFeed::setChannel(int channel)
+void SignalFeed::setChannel(const ChannelChoice& channel)
 {
+    if (m_input && channel.last() >= m_input->valueCount())
+        return;
     m_channel = channel;
     m_eye.restart();
     if (m_received && !m_input->isComplex())

@@ -47,9 +47,9 @@ public:
     ~SignalFeed() override;
 
     /// Takes over a source, stops playing, shows the default span and watches for a signal.
-    /// @param channel     one of the source's values, see SegmentReader.
     /// @param symbolRate  Bd, > 0; overrides what the source says.
-    void open(std::unique_ptr<SignalSource> source, int channel, std::optional<double> symbolRate);
+    void open(std::unique_ptr<SignalSource> source, const ChannelChoice& channel,
+              std::optional<double> symbolRate);
     /// The signal that is shown: what the receiver makes of the source, if it is on. Null until one
     /// was opened.
     const SignalSource* source() const { return m_ahead.get(); }
@@ -103,8 +103,9 @@ public:
     /// are not played: the signal then runs slower than asked. A live one has its own speed.
     void setSpeed(double speed);
     double speed() const { return m_speed; }
-    void setChannel(int channel);
-    int channel() const { return m_channel; }
+    /// Nothing where the source has it not.
+    void setChannel(const ChannelChoice& channel);
+    const ChannelChoice& channel() const { return m_channel; }
     /// Time shown, s; clamped to what can be shown.
     void setSpan(double seconds);
     double span() const { return m_span; }
@@ -147,7 +148,7 @@ private:
     void build(std::unique_ptr<SignalSource> source);
     void rebuild();
     ReceiverSettings usedReceiver() const;
-    int shownChannel() const;
+    ChannelChoice shownChannel() const;
     void openReader(std::int64_t position);
     void chooseSegmentLength();
     void setScale();
@@ -176,7 +177,7 @@ private:
     Pacer m_pacer;
     std::chrono::milliseconds m_patience{5};
     std::optional<double> m_symbolRate;
-    int m_channel = 0;
+    ChannelChoice m_channel;
     bool m_playing = false;
     bool m_repeat = true;
     bool m_atEnd = false;

@@ -10,10 +10,10 @@ constexpr double longestSeconds = 0.02;   // of signal in one: what is slow is n
 
 } // namespace
 
-ReceiverSource::ReceiverSource(std::unique_ptr<SignalSource> input, int channel,
+ReceiverSource::ReceiverSource(std::unique_ptr<SignalSource> input, const ChannelChoice& channel,
                                const ReceiverSettings& settings)
     : m_input(std::move(input))
-    , m_channel(static_cast<std::size_t>(channel))
+    , m_channel(channel)
 {
     m_chain.configure(settings, m_input->sampleRate());
     m_reports = m_chain.reports();
@@ -71,11 +71,11 @@ bool ReceiverSource::readOn()
     if (got > 0) {
         const std::size_t width = m_block.size() / got;
         const bool isComplex = m_input->isComplex();
-        const std::size_t first = isComplex ? m_channel / 2 * 2 : m_channel;
+        const auto pair = static_cast<std::size_t>(m_channel.value / 2 * 2);
         for (std::size_t k = 0; k + width <= m_block.size(); k += width) {
-            const double q = isComplex ? m_block[k + first + 1] : 0.0;
-            block.samples.emplace_back(static_cast<float>(m_block[k + first]),
-                                       static_cast<float>(q));
+            const double i = isComplex ? m_block[k + pair] : m_channel.of(&m_block[k]);
+            const double q = isComplex ? m_block[k + pair + 1] : 0.0;
+            block.samples.emplace_back(static_cast<float>(i), static_cast<float>(q));
         }
         m_chain.process(block);
     } else if (m_input->hasEnded()) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "workbench/receiver/ReceiverChain.h"
+#include "workbench/sources/ChannelChoice.h"
 #include "workbench/sources/SignalSource.h"
 
 #include <memory>
@@ -13,10 +14,11 @@
 class ReceiverSource : public SignalSource
 {
 public:
-    /// @param channel   value of the input that is received: one of a complex pair, which is then
-    ///                  received as a whole, or a real one, which is I without Q.
+    /// @param channel   of the input that is received: one of a complex pair, which is then
+    /// received
+    ///                  as a whole, or a real one, which is I without Q.
     /// @param settings  without a flaw at the input's sample rate.
-    ReceiverSource(std::unique_ptr<SignalSource> input, int channel,
+    ReceiverSource(std::unique_ptr<SignalSource> input, const ChannelChoice& channel,
                    const ReceiverSettings& settings);
     ~ReceiverSource() override;
 
@@ -52,7 +54,7 @@ private:
     double ratio() const { return m_chain.format().sampleRate / m_input->sampleRate(); }
 
     std::unique_ptr<SignalSource> m_input;
-    std::size_t m_channel;
+    ChannelChoice m_channel;
     ReceiverChain m_chain;
     mutable std::mutex m_mutex; // guards the reports
     std::vector<StageReport> m_reports;

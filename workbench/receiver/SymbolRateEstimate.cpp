@@ -96,7 +96,8 @@ SymbolRateEstimate SymbolRateEstimate::of(const Signal& signal, const GoOn& goOn
     return verdictOn(line, std::max(tries, 1.0));
 }
 
-SymbolRateEstimate::Signal SymbolRateEstimate::signalOf(SignalSource& source, int channel,
+SymbolRateEstimate::Signal SymbolRateEstimate::signalOf(SignalSource& source,
+                                                        const ChannelChoice& channel,
                                                         const ReceiverSettings& settings,
                                                         std::int64_t from)
 {
@@ -118,8 +119,7 @@ SymbolRateEstimate::Signal SymbolRateEstimate::signalOf(SignalSource& source, in
     if (!source.isLive() && from != position && !source.seek(from))
         return signal;
     const auto width = static_cast<std::size_t>(source.valueCount());
-    const auto value = static_cast<std::size_t>(channel);
-    const std::size_t first = source.isComplex() ? value / 2 * 2 : value;
+    const auto pair = static_cast<std::size_t>(channel.value / 2 * 2);
     std::vector<double> values;
     BasebandBlock block;
     while (signal.samples.size() < maxSampleCount) {
@@ -131,10 +131,11 @@ SymbolRateEstimate::Signal SymbolRateEstimate::signalOf(SignalSource& source, in
             break;
         block.samples.clear();
         block.demodulated.clear();
-        for (std::size_t k = first; k < values.size(); k += width) {
-            const double q = source.isComplex() ? values[k + 1] : 0.0;
-            signal.samples.emplace_back(values[k], q);
-            block.samples.emplace_back(static_cast<float>(values[k]), static_cast<float>(q));
+        for (std::size_t k = 0; k + width <= values.size(); k += width) {
+            const double i = source.isComplex() ? values[k + pair] : channel.of(&values[k]);
+            const double q = source.isComplex() ? values[k + pair + 1] : 0.0;
+            signal.samples.emplace_back(i, q);
+            block.samples.emplace_back(static_cast<float>(i), static_cast<float>(q));
         }
         if (!usedSettings.isOn)
             continue;
@@ -151,7 +152,7 @@ SymbolRateEstimate::Signal SymbolRateEstimate::signalOf(SignalSource& source, in
     return signal;
 }
 
-SymbolRateEstimate SymbolRateEstimate::ofSource(SignalSource& source, int channel,
+SymbolRateEstimate SymbolRateEstimate::ofSource(SignalSource& source, const ChannelChoice& channel,
                                                 const ReceiverSettings& settings, const GoOn& goOn)
 {
     constexpr int maxPlaceCount = 3;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "workbench/receiver/ReceiverSettings.h"
+#include "workbench/sources/ChannelChoice.h"
 #include "workbench/sources/SignalSource.h"
 
 #include <QCoreApplication>
@@ -55,11 +56,11 @@ public:
     /// demodulated. Reads from a sample on, and moves back to where the source was.
     /// @param channel   as in ReceiverSource.
     /// @param settings  their symbol rate does not count.
-    static Signal signalOf(SignalSource& source, int channel, const ReceiverSettings& settings,
-                           std::int64_t from);
+    static Signal signalOf(SignalSource& source, const ChannelChoice& channel,
+                           const ReceiverSettings& settings, std::int64_t from);
     /// Of a source: of its start, and where that is not sure of places all over it; the surest.
     /// Of a live one: of what comes in the next seconds, which is gone then.
-    static SymbolRateEstimate ofSource(SignalSource& source, int channel,
+    static SymbolRateEstimate ofSource(SignalSource& source, const ChannelChoice& channel,
                                        const ReceiverSettings& settings, const GoOn& goOn = {});
 
     /// What was found, and what to do where that is not sure: one sentence.

@@ -294,7 +294,7 @@ void MainWindow::openOrSay(const QString& address, const Recording::Options& opt
 void MainWindow::takeOrSay(const QString& address, Recording recording)
 {
     QString why = recording.why;
-    if (recording.source && m_player.open(std::move(recording), 1, std::nullopt, why)) {
+    if (recording.source && m_player.open(std::move(recording), 0, std::nullopt, why)) {
         m_file->remember(address);
         feed().play();
         return;

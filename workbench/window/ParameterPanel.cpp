@@ -113,16 +113,23 @@ void ParameterPanel::addSignalSection()
     auto* row = new QWidget(this);
     m_channel = new QSpinBox(row);
     m_channel->setAccessibleName(tr("Channel"));
+    m_subtracted = new QComboBox(row);
+    m_subtracted->setAccessibleName(tr("Channel that is subtracted"));
+    m_subtracted->setToolTip(m_subtracted->accessibleName());
     m_channelCount = new QLabel(row);
     auto* line = new QHBoxLayout(row);
     line->setContentsMargins(0, 0, 0, 0);
     line->addWidget(m_channel);
+    line->addWidget(m_subtracted);
     line->addWidget(m_channelCount, 1);
     form->addRow(tr("&Channel"), row);
     form->labelForField(row)->setMinimumWidth(nameWidth);
     static_cast<QLabel*>(form->labelForField(row))->setBuddy(m_channel);
     connect(m_channel, QOverload<int>::of(&QSpinBox::valueChanged), this,
             [this](int channel) { emit channelChosen(channel - 1); });
+    connect(m_subtracted, QOverload<int>::of(&QComboBox::activated), this, [this](int index) {
+        emit channelChosen({m_channel->value() - 1, m_subtracted->itemData(index).toInt()});
+    });
 }
 
 void ParameterPanel::addEstimate(QFormLayout* form)
@@ -304,6 +311,29 @@ void ParameterPanel::show(SchemeChoice::Choice choice)
     m_scheme->setCurrentIndex(static_cast<int>(choice));
 }
 
+void ParameterPanel::showChannel(const SignalFeed& feed)
+{
+    const int count = feed.input()->valueCount();
+    const ChannelChoice& channel = feed.channel();
+    const QSignalBlocker quietChannel(m_channel);
+    m_channel->setRange(1, count);
+    m_channel->setValue(channel.value + 1);
+    m_channel->setVisible(count > 1);
+    m_channelCount->setText(count > 1 ? tr("of %1").arg(count) : QStringLiteral("1"));
+    if (feed.source()->isComplex() && feed.input()->isComplex())
+        m_channelCount->setText(m_channelCount->text() +
+                                QLatin1String(channel.value % 2 == 0 ? ": I" : ": Q"));
+    m_subtracted->clear();
+    m_subtracted->addItem(tr("alone"), -1);
+    for (int other = 0; other < count; ++other) {
+        if (other != channel.value)
+            m_subtracted->addItem(
+                QChar(0x2212) + QString(QChar(0x2009)) + QString::number(other + 1), other);
+    }
+    m_subtracted->setCurrentIndex(m_subtracted->findData(channel.subtracted));
+    m_subtracted->setVisible(count > 1 && (!feed.input()->isComplex() || channel.isDifference()));
+}
+
 void ParameterPanel::show(const SignalFeed& feed)
 {
     const SignalSource& source = *feed.source();
@@ -322,15 +352,7 @@ void ParameterPanel::show(const SignalFeed& feed)
     }
     m_length->setText(length);
 
-    const QSignalBlocker quietChannel(m_channel);
-    m_channel->setRange(1, source.valueCount());
-    m_channel->setValue(feed.channel() + 1);
-    m_channel->setVisible(source.valueCount() > 1);
-    m_channelCount->setText(source.valueCount() > 1 ? tr("of %1").arg(source.valueCount())
-                                                    : QStringLiteral("1"));
-    if (source.isComplex())
-        m_channelCount->setText(m_channelCount->text() +
-                                QLatin1String(feed.channel() % 2 == 0 ? ": I" : ": Q"));
+    showChannel(feed);
 
     const char* const suffixes[] = {"T", "s", "ms", "µs", "ns"};
     const QSignalBlocker quietSpan(m_span);

@@ -35,7 +35,7 @@ public:
     void showEstimate(const std::optional<SymbolRateEstimate>& estimate);
 
 signals:
-    void channelChosen(int channel); ///< From 0.
+    void channelChosen(const ChannelChoice& channel);
     void spanChosen(double seconds);
     /// Bd; 0: not known, of recordings only.
     void symbolRateChosen(double symbolRate);
@@ -69,6 +69,7 @@ private:
     void addBuiltInSection();
     void addDemoSection();
     void addAppearanceSection();
+    void showChannel(const SignalFeed& feed);
     void showBuiltIn(const SignalFeed& feed);
     void showDemo(const SignalFeed& feed);
     void showSymbolRate(const SignalFeed& feed);
@@ -82,6 +83,7 @@ private:
     QPushButton* m_estimate;
     QLabel* m_estimateText;
     QSpinBox* m_channel;
+    QComboBox* m_subtracted; // channel
     QLabel* m_channelCount;
     QLabel* m_length;
     QDoubleSpinBox* m_span;

@@ -36,15 +36,16 @@ Player::Player(QObject* parent)
 
 Player::~Player() = default;
 
-bool Player::open(Recording recording, int channel, std::optional<double> symbolRate, QString& why)
+bool Player::open(Recording recording, const ChannelChoice& channel,
+                  std::optional<double> symbolRate, QString& why)
 {
-    if (channel > recording.source->valueCount()) {
+    if (channel.last() >= recording.source->valueCount()) {
         why = tr("there is no channel %1; the recording has %2")
-                  .arg(channel)
+                  .arg(channel.last() + 1)
                   .arg(recording.source->valueCount());
         return false;
     }
-    m_feed.open(std::move(recording.source), channel - 1, symbolRate);
+    m_feed.open(std::move(recording.source), channel, symbolRate);
     m_details = recording.details;
     useKeptSpan();
     showFullScale(); // until there is a signal to fit the axis to
@@ -163,9 +164,10 @@ void Player::setReceiver(const ReceiverSettings& settings)
     emit outdated();
 }
 
-void Player::setChannel(int channel)
+void Player::setChannel(const ChannelChoice& channel)
 {
     m_feed.setChannel(channel);
+    fitLevels();
     emit changed();
     emit outdated();
 }

@@ -25,10 +25,10 @@ public:
 
     /// Takes over a recording, not playing.
     /// @param recording   has a source.
-    /// @param channel     from 1; where complex, 1 is I and 2 is Q.
     /// @param symbolRate  Bd; none: the time axis shows seconds or parts of them.
     /// @param why         when it cannot be shown: one sentence; the former signal stays.
-    bool open(Recording recording, int channel, std::optional<double> symbolRate, QString& why);
+    bool open(Recording recording, const ChannelChoice& channel, std::optional<double> symbolRate,
+              QString& why);
     /// Opens the built-in signal, not playing.
     void openBuiltIn(const NrzSettings& settings);
     /// Opens a built-in signal with a modulation, not playing.
@@ -54,7 +54,7 @@ public:
     void setSymbolRate(double symbolRate);
     /// Receives recordings and streams so from now on.
     void setReceiver(const ReceiverSettings& settings);
-    void setChannel(int channel); ///< From 0.
+    void setChannel(const ChannelChoice& channel);
     void setSpan(double seconds);
     /// Clamped to what the feed plays; SignalFeed::fastest, too.
     void setSpeed(double speed);
