@@ -5,11 +5,8 @@
 #include "platform/glwidgets/YAxisHandler.h"
 #include "platform/gui/ColorSet.h"
 
-#include <QCheckBox>
-#include <QDialogButtonBox>
 #include <QDoubleSpinBox>
 #include <QMenu>
-#include <QPushButton>
 #include <QTest>
 #include <QTimer>
 
@@ -197,32 +194,19 @@ TEST_F(IqDiagram, ScalesBothAxesOnRequest)
     expectRanges({95, 205, 3.95F, 5.05F});
 }
 
-TEST_F(IqDiagram, OffersMenuAndSettings)
+TEST_F(IqDiagram, TakesItsAgingFromTheSettings)
 {
-    QMenu* menu = diagram->getContextMenu(nullptr, nullptr, 0);
-    EXPECT_EQ(menu, diagram->getContextMenu(nullptr, nullptr, 1));
-    ASSERT_EQ(menu->actions().size(), 2);
-    menu->actions()[1]->trigger();
+    EXPECT_EQ(diagram->getContextMenu(nullptr, nullptr, 0),
+              diagram->getContextMenu(nullptr, nullptr, 1));
+    diagram->getContextMenu(nullptr, nullptr, 0)->actions()[1]->trigger();
     EXPECT_TRUE(timer.isActive());
-    showGrid = true;
-    QTimer::singleShot(0, [&] {
-        const auto editors = frame.findChildren<QDoubleSpinBox*>();
-        ASSERT_EQ(editors.size(), 5);
-        for (int i = 0; i < 5; ++i) {
-            EXPECT_EQ(editors[i]->value(), i % 2 || i == 4 ? 1 : -1);
-            EXPECT_EQ(editors[i]->maximum(), i < 4 ? 10000 : 10);
-            editors[i]->setValue((i - 2) * 3);
-        }
-        frame.findChild<QCheckBox*>()->setChecked(false);
-        frame.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
-    });
-    menu->actions()[0]->trigger();
-    expectRanges({-6, -3, 0, 3});
+    const std::unique_ptr<QWidget> page(diagram->GetPropertyPage(nullptr, "page"));
+    const auto editors = page->findChildren<QDoubleSpinBox*>();
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(editors[i]->maximum(), i < 4 ? 10000 : 10);
+    editors[4]->setValue(6);
+    diagram->slotAcceptPropertyChanges();
     EXPECT_EQ(aging, 6.0);
-    EXPECT_FALSE(showGrid);
-    diagram->SetYStart(-5); // the page left the diagram's own stop alone
-    expectRanges({-6, -3, -5, 1});
-    diagram->slotAcceptPropertyChanges(); // no page: nothing
 }
 
 } // namespace

@@ -5,14 +5,23 @@
 #include "platform/glwidgets/DiagramCaption.h"
 #include "platform/glwidgets/XAxisWidget.h"
 #include "platform/gui/ColorSet.h"
+#include "platform/gui/PropertyPagesFrame.h"
+#include "platform/values/Persistant.h"
 #include "time/GLTimeDiagram.h"
 #include "views/VCGLEyeDiagram.h"
 #include "views/VCGLIQDiagram.h"
 #include "views/VCGLTimeDiagram.h"
 
+#include <QCheckBox>
 #include <QContextMenuEvent>
+#include <QDialogButtonBox>
+#include <QDoubleSpinBox>
+#include <QFile>
 #include <QMenu>
+#include <QPushButton>
+#include <QSettings>
 #include <QSignalSpy>
+#include <QTabWidget>
 #include <QTest>
 #include <QToolButton>
 
@@ -34,6 +43,11 @@ struct TestAccess
     static XAxisWidget& xAxis(View& view)
     {
         return *view.m_xAxis;
+    }
+    template<class View>
+    static bool& showGrid(View& view)
+    {
+        return view.Diagram()->m_showGrid;
     }
     template<class View>
     static std::size_t traceCount(View& view)
@@ -257,6 +271,76 @@ TYPED_TEST(Views, ShowTheirDataAndOfferMenusAndRuler)
                                 view.mapToGlobal(at));
         QCoreApplication::sendEvent(target, &event);
         EXPECT_EQ(shown, entries);
+    }
+}
+
+TYPED_TEST(Views, ShowTheirSettingsApplyThemOnceAndMayGoMeanwhile)
+{
+    auto& diagram = TestAccess::diagram(*this->view);
+    const QPointer<QAction> settings =
+        static_cast<IHasContextMenu&>(diagram).getContextMenu(nullptr, nullptr, 0)->actions()[0];
+    const auto inDialog = [&](const std::function<void(PropertyPagesFrame&)>& act) {
+        bool isRun = false;
+        QTimer::singleShot(0, [&] {
+            QPointer dialog = qobject_cast<PropertyPagesFrame*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(isRun = dialog);
+            act(*dialog);
+            if (dialog)
+                dialog->reject();
+        });
+        settings->trigger();
+        EXPECT_TRUE(isRun);
+    };
+    this->show();
+    diagram.SetYStart(-2.0);
+    diagram.SetYStop(2.0);
+    double xStart = this->isEye ? 0.0 : -100.0, yStart = -2.0; // an eye lies over 0 to 1
+    this->xAxis().SetRange(xStart, this->isEye ? 1.0 : 0.0);
+    using Button = QDialogButtonBox;
+    for (const auto button : {Button::Cancel, Button::Apply, Button::Apply}) {
+        const bool isGridShown = TestAccess::showGrid(*this->view);
+        inDialog([&](PropertyPagesFrame& dialog) {
+            EXPECT_EQ(dialog.findChild<QTabWidget*>()->count(), 2); // and the colours
+            const auto editors = dialog.findChildren<QDoubleSpinBox*>();
+            const double shown[] = {xStart, 0.0, yStart, 2.0};
+            for (int i = 0; i < 4; ++i) {
+                EXPECT_EQ(editors[i]->value(), shown[i]) << i;
+                EXPECT_EQ(editors[i]->isEnabled(), i >= 2 || !this->isEye) << i;
+            }
+            editors[0]->setValue(-50.0);
+            editors[2]->setValue(-5.0);
+            dialog.findChild<QCheckBox*>()->setChecked(!isGridShown);
+            auto* pressed = dialog.findChild<Button*>()->button(button);
+            const int paints = this->paintsBy([&] { pressed->click(); });
+            EXPECT_TRUE(button == Button::Cancel ||
+                        paints == 1); // where just the grid changes, too
+        });
+        const bool isApplied = button == Button::Apply;
+        xStart = isApplied && !this->isEye ? -50.0 : xStart;
+        yStart = isApplied ? -5.0 : yStart;
+        EXPECT_TRUE(this->isEye || this->xAxis().GetStartValue() == xStart);
+        EXPECT_EQ(this->yRange(), std::pair(yStart, 2.0));
+        EXPECT_EQ(TestAccess::showGrid(*this->view), isGridShown != isApplied);
+    }
+    diagram.SetYStop(7.0); // the page left the diagram's own start alone
+    EXPECT_EQ(this->yRange(), std::pair(this->isEye ? -5.0 : -2.0, 7.0));
+    inDialog([&](auto&) { this->view.reset(); });
+}
+
+TYPED_TEST(Views, KeepTheGridSwitchFromOneToTheNext)
+{
+    const QString key = QString(TestAccess::diagram(*this->view).metaObject()->className());
+    const QString file = values::Persistant::StoreFile();
+    this->view.reset();
+    QFile::remove(file);
+    bool isShown = true; // where nothing is stored
+    for (const bool next : {false, true}) {
+        this->view = std::make_unique<TypeParam>();
+        EXPECT_EQ(std::exchange(TestAccess::showGrid(*this->view), next), isShown);
+        isShown = next;
+        this->view.reset();
+        const QSettings stored(file, QSettings::IniFormat);
+        EXPECT_EQ(stored.value(key + "/ShowGrid"), next ? "true" : "false");
     }
 }
 

@@ -1,11 +1,83 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
-#include "TimeFixture.h"
+#include "platform/base/IObserver.h"
+#include "platform/glbase/GLLayout.h"
+#include "platform/glwidgets/XAxisWidget.h"
+#include "platform/glwidgets/YAxisHandler.h"
+#include "platform/gui/ColorSet.h"
+#include "time/GLTimeDiagram.h"
+
+#include <QMenu>
+#include <QPainter>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+struct TestAccess
+{
+    using Record = GLTimeDiagram::ValueRecord;
+    static std::vector<Record*>& records(GLTimeDiagram& d) { return d.m_records; }
+    static QTimer& timer(GLTimeDiagram& d) { return d.m_autoScaleTimer; }
+    static bool& showGrid(GLTimeDiagram& d) { return d.m_showGrid; }
+};
 
 namespace {
 
-using Traces = TimeFixture;
+using Ranges = std::vector<std::pair<double, double>>;
 
-TEST_F(Traces, AreQuantisedOverTheirOwnExtent)
+/// A time diagram in a frame of its own, with an X axis that is not part of the frame. Logs the
+/// ranges of the Y axis as they change.
+struct TimeDiagram : testing::Test, IObserver
+{
+    static constexpr double nan = NAN, inf = INFINITY;
+
+    TimeDiagram()
+    {
+        ColorSet& colors = ColorSet::Instance(); // of one colour: the pixels of its gradient count
+        colors[IColorBase::colTimeBackgroundEnd] = colors[IColorBase::colTimeBackground];
+        frame->resize(101, 101);
+        frame->AddWidget(diagram);
+        diagram->setXAxisWidget(xAxis);
+        diagram->SetBaudrate(1.0F);
+        TestAccess::showGrid(*diagram) = false;
+        xAxis->SetLength(101);
+        xAxis->SetRange(-100.0, 0.0);
+        diagram->GetYAxisHandler()->Attach(this);
+    }
+    void Update(Observable*, TChangeCode) override { ranges.push_back(yRange()); }
+    std::pair<double, double> yRange()
+    {
+        std::pair<double, double> range;
+        diagram->GetYStartStop(range.first, range.second);
+        return range;
+    }
+    void add(std::vector<double> samples) { diagram->AddData(samples); }
+    TestAccess::Record& record(std::size_t index) { return *TestAccess::records(*diagram)[index]; }
+    std::size_t kept() { return TestAccess::records(*diagram).size(); }
+    QImage paint()
+    {
+        QImage image(frame->size(), QImage::Format_RGB32);
+        image.fill(Qt::magenta);
+        QPainter painter(&image);
+        frame->Render(painter);
+        return image;
+    }
+    void expectPixel(int x, int y, IColorBase::ECOLOR color)
+    {
+        EXPECT_EQ(paint().pixelColor(x, y), ColorSet::Instance()[color]) << x << ", " << y;
+    }
+
+    Ranges ranges;
+    std::unique_ptr<GLLayout> frame = std::make_unique<GLLayout>();
+    std::shared_ptr<GLTimeDiagram> diagram = std::make_shared<GLTimeDiagram>("TimeDiagram");
+    QTimer& timer = TestAccess::timer(*diagram);
+    std::shared_ptr<XAxisWidget> xAxis = std::make_shared<XAxisWidget>("XAxis", nullptr);
+};
+
+using TimeTraces = TimeDiagram;
+
+TEST_F(TimeTraces, AreQuantisedOverTheirOwnExtent)
 {
     const std::tuple<std::vector<double>, float, float, std::vector<unsigned char>> rows[] = {
         {{0, 1}, -0.0500110015F, 1.05001092F, {11, 244}},
@@ -27,7 +99,7 @@ TEST_F(Traces, AreQuantisedOverTheirOwnExtent)
     }
 }
 
-TEST_F(Traces, AreRecycledBeyond100AndSwapTheirSamplesOut)
+TEST_F(TimeTraces, AreRecycledBeyond100AndSwapTheirSamplesOut)
 {
     std::vector<double> data;
     for (int i = 0; i < 101; ++i) {
@@ -44,7 +116,7 @@ TEST_F(Traces, AreRecycledBeyond100AndSwapTheirSamplesOut)
     EXPECT_EQ(record(1).m_stepLine.Levels(), (std::vector<unsigned char>{11, 244}));
 }
 
-TEST_F(Traces, LieEndToEndWithTheNewestAtTheRightBorder)
+TEST_F(TimeTraces, LieEndToEndWithTheNewestAtTheRightBorder)
 {
     std::vector<double> older(20, -0.5);
     older.front() = 0.5;
@@ -73,7 +145,7 @@ TEST_F(Traces, LieEndToEndWithTheNewestAtTheRightBorder)
     EXPECT_NE(paint(), without);
 }
 
-TEST_F(Traces, AreGivenUpOnceTheyAreOutOfSight)
+TEST_F(TimeTraces, AreGivenUpOnceTheyAreOutOfSight)
 {
     diagram->SetBaudrate(2.0F);
     add({1.0});
@@ -92,13 +164,13 @@ TEST_F(Traces, AreGivenUpOnceTheyAreOutOfSight)
     EXPECT_EQ(record(0).m_stepLine.DestRect().left(), 0);
 }
 
-TEST_F(Traces, StayWhileNothingCanBePlaced)
+TEST_F(TimeTraces, StayWhileNothingCanBePlaced)
 {
     const std::vector<double> odd[] = {{1e-45, 3e-45}, {inf, 0},     {-inf, inf}, {3e38, -3e38},
                                        {1e308},        {2e35, 3e35}, {nan},       {-0.0, 0.0}};
     for (const auto& samples : odd) {
         diagram->AutoScale();
-        TestAccess::timer(*diagram).stop();
+        timer.stop();
         add(samples);
         paint();
     }
@@ -132,6 +204,42 @@ TEST_F(Traces, StayWhileNothingCanBePlaced)
     EXPECT_EQ(kept(), 1U);
     xAxis->SetRange(0.0, -100.0); // reversed
     paint();
+}
+
+TEST_F(TimeDiagram, AutoScalingReplacesTheRangeThenWidensItForASecond)
+{
+    diagram->SetYStart(-3.0);
+    diagram->SetYStop(3.0);
+    ranges.clear();
+    add({50, 60});
+    EXPECT_EQ(ranges, Ranges{}); // no request
+    diagram->getContextMenu(nullptr, nullptr, 0)->actions().at(1)->trigger();
+    add({}); // rejected: the request stands
+    add({10, 20});
+    add({12, 13});
+    diagram->AutoScale(); // again, while it lasts: nothing
+    add({0, 10});
+    diagram->SetYStart(-0.6);
+    add({0, 10});
+    EXPECT_EQ(ranges,
+              (Ranges{{9.5, 3.0}, {9.5, 20.5}, {-0.5, 20.5}, {-0.6, 20.5}, {double(-0.6F), 20.5}}));
+    timer.stop(); // as if the second were over
+    add({100, 200});
+    EXPECT_EQ(ranges.size(), 5U);
+
+    EXPECT_EQ(timer.interval(), 1000);
+    diagram->AutoScale();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !timer.isActive(); }));
+    add({10, 20}); // the request outlives the second
+    add({100, 200});
+    EXPECT_EQ(yRange(), std::pair(9.5, 20.5));
+}
+
+TEST_F(TimeDiagram, MenuMayGoWithItsFrame)
+{
+    EXPECT_EQ(diagram->getContextMenu(nullptr, nullptr, 0)->parent(), frame.get());
+    frame.reset();
+    EXPECT_NE(diagram->getContextMenu(nullptr, nullptr, 0), nullptr);
 }
 
 } // namespace
