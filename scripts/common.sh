@@ -24,8 +24,9 @@ has_display() { [[ -n ${DISPLAY:-}${WAYLAND_DISPLAY:-} ]]; }
 # on_virtual_display <command>: runs it on a display of its own, drawn by the software driver, so
 # that the pictures do not depend on the machine.
 on_virtual_display() {
-    # xvfb-run sends the command's standard error to its standard output, hence the detour.
+    # Older versions of xvfb-run send the command's standard error to its standard output, hence the
+    # detour; newer ones use descriptor 3 themselves.
     # shellcheck disable=SC2016
     env -u WAYLAND_DISPLAY LIBGL_ALWAYS_SOFTWARE=1 QT_QPA_PLATFORM=xcb \
-        xvfb-run -a -s '-screen 0 1920x1200x24' bash -c 'exec "$@" 2>&3 3>&-' bash "$@" 3>&2
+        xvfb-run -a -s '-screen 0 1920x1200x24' bash -c 'exec "$@" 2>&9 9>&-' bash "$@" 9>&2
 }

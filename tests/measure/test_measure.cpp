@@ -3,6 +3,7 @@
 #include "workbench/measure/EyeReadings.h"
 #include "workbench/measure/LevelReadings.h"
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 
