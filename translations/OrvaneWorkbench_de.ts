@@ -519,6 +519,10 @@
         <source>give a number from 1 to %1, or two such as 1-2</source>
         <translation>eine Zahl von 1 bis %1 angeben, oder zwei wie 1-2</translation>
     </message>
+    <message>
+        <source>Receiver: shows nothing while the channel is below &lt;DB&gt; dB of full scale.</source>
+        <translation>Empfänger: zeigt nichts, solange der Kanal unter &lt;DB&gt; dB der Vollaussteuerung liegt.</translation>
+    </message>
 </context>
 <context>
     <name>PaneStates</name>
@@ -1176,6 +1180,30 @@
         <source>locked</source>
         <translation>eingerastet</translation>
     </message>
+    <message>
+        <source>off</source>
+        <translation>aus</translation>
+    </message>
+    <message>
+        <source>Level of the channel, of full scale, below which nothing is shown</source>
+        <translation>Pegel des Kanals, von der Vollaussteuerung, unter dem nichts gezeigt wird</translation>
+    </message>
+    <message>
+        <source>Squelch</source>
+        <translation>Rauschsperre</translation>
+    </message>
+    <message>
+        <source>S&amp;quelch</source>
+        <translation>Rauschs&amp;perre</translation>
+    </message>
+    <message>
+        <source>open</source>
+        <translation>offen</translation>
+    </message>
+    <message>
+        <source>closed</source>
+        <translation>zu</translation>
+    </message>
 </context>
 <context>
     <name>ReceiverSettings</name>
@@ -1194,6 +1222,10 @@
     <message>
         <source>a receiver takes %1 to %2 samples of a symbol, which a symbol rate of %3 Bd does not give; give another one</source>
         <translation>ein Empfänger braucht %1 bis %2 Abtastwerte je Symbol, die eine Symbolrate von %3 Bd nicht gibt; geben Sie eine andere an</translation>
+    </message>
+    <message>
+        <source>a squelch of %1 dB cannot be had; give %2 to %3</source>
+        <translation>eine Rauschsperre von %1 dB gibt es nicht; %2 bis %3 angeben</translation>
     </message>
 </context>
 <context>

@@ -392,6 +392,39 @@ TEST(Receiver, GivesTheSameAgainAfterGoingBack)
     EXPECT_FALSE(source.seek(-1));
 }
 
+TEST(Receiver, SilencesWhatIsBetweenBursts)
+{
+    const Samples points[] = {pointsOf(qpsk), {-0.25, 0.25}};
+    for (const auto demodulation : {Demodulation::Linear, Demodulation::Fm}) {
+        const bool isFm = demodulation == Demodulation::Fm;
+        const Samples symbols = randomSymbols(points[isFm], 2000);
+        const Samples burst = sent(symbols, {8.0, 0.0, -40.0, {}, demodulation});
+        Samples samples = noise(60000, 1e-3); // 27 dB below it
+        std::copy(burst.begin(), burst.end(), samples.begin() + 20000);
+        std::copy(burst.begin(), burst.end(), samples.begin() + 40000);
+        ReceiverSettings settings = settingsFor(isFm ? std::nullopt : std::optional<int>(qpsk));
+        settings.demodulation = demodulation;
+        settings.squelch = -42.0;
+        ReceiverSource source(std::make_unique<MemorySource>(samples), 0, settings);
+        Samples heard;
+        std::vector<double> values;
+        for (std::size_t k = 0; source.read(values, 1) > 0; ++k) {
+            const Complex symbol(values[0], isFm ? 0.0 : values[1]);
+            if (k % perSymbol == 0 && std::isfinite(std::abs(symbol)))
+                heard.push_back(symbol);
+        }
+        EXPECT_NEAR(static_cast<double>(heard.size()), 4000.0, 40.0);
+        std::size_t farCount = 0;
+        for (const Complex symbol : heard)
+            farCount +=
+                std::abs(symbol - closest(points[isFm], symbol)) > 0.3 * std::abs(points[isFm][0])
+                    ? 1
+                    : 0;
+        EXPECT_LT(farCount, 200U); // where bursts start and end
+        EXPECT_EQ(source.reports()[static_cast<std::size_t>(Stage::Squelch)].isLocked, false);
+    }
+}
+
 TEST(Receiver, StaysFiniteWhateverComesIn)
 {
     const Samples good = sent(randomSymbols(pointsOf(qam16), 3000), {});
@@ -428,6 +461,7 @@ TEST(Receiver, TellsWhatCannotBeReceived)
     for (const double value : {noNumber, infinity, -infinity, -1e300, 1e300}) {
         EXPECT_TRUE(flawOf(&Settings::shift, value)) << value;
         EXPECT_TRUE(flawOf(&Settings::bandwidth, value)) << value;
+        EXPECT_TRUE(flawOf(&Settings::squelch, value)) << value;
         EXPECT_TRUE(flawOf(&Settings::rollOff, value)) << value;
         EXPECT_TRUE(flawOf(&Settings::symbolRate, value)) << value;
     }

@@ -17,8 +17,8 @@ constexpr double shortest = 1e-9; // seconds
 constexpr double minHertz = 0.001;
 constexpr int maxSide = 16384;
 
-constexpr const char* receiverOptions[] = {"shift",      "bandwidth", "demod",    "roll-off",
-                                           "modulation", "no-agc",    "no-timing"};
+constexpr const char* receiverOptions[] = {"shift",    "bandwidth",  "squelch", "demod",
+                                           "roll-off", "modulation", "no-agc",  "no-timing"};
 
 struct Text
 {
@@ -63,6 +63,9 @@ void describe(QCommandLineParser& parser)
         "HZ");
     add("shift", Text::tr("Receiver: adds <HZ> to every frequency of the recording."), "HZ");
     add("bandwidth", Text::tr("Receiver: lets a channel of <HZ> about 0 through."), "HZ");
+    add("squelch",
+        Text::tr("Receiver: shows nothing while the channel is below <DB> dB of full scale."),
+        "DB");
     add("demod", Text::tr("Receiver: demodulates fm or am instead of I and Q."), "NAME");
     add("roll-off",
         Text::tr("Receiver: root raised cosine matched filter of roll-off <X>; 0 for none (0.35 "
@@ -261,6 +264,8 @@ ReceiverSettings readReceiver(Reader& reader, const Options& options)
     settings.shift =
         reader.number("shift", -Recording::maxSampleRate, Recording::maxSampleRate).value_or(0.0);
     settings.bandwidth = reader.number("bandwidth", minHertz, Recording::maxSampleRate);
+    settings.squelch =
+        reader.number("squelch", ReceiverSettings::minSquelch, ReceiverSettings::maxSquelch);
     if (const auto name = reader.match("demod", "fm|am", Text::tr("give fm or am")))
         settings.demodulation = name->captured() == QLatin1String("fm")
                                     ? ReceiverSettings::Demodulation::Fm

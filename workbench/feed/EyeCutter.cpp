@@ -113,8 +113,10 @@ void EyeCutter::push(std::int64_t position, const std::vector<double>& samples)
     }
     if (m_filter) {
         std::vector<double> filtered(samples.size());
-        std::transform(samples.begin(), samples.end(), filtered.begin(),
-                       [this](double sample) { return m_filter->run(sample); });
+        std::transform(samples.begin(), samples.end(), filtered.begin(), [this](double sample) {
+            const double output = m_filter->run(sample);
+            return std::isnan(sample) ? sample : output;
+        });
         cut(filtered);
     } else {
         cut(samples);
@@ -185,7 +187,10 @@ void EyeCutter::append(double sample)
     m_open.push_back(sample);
     if (m_open.size() < m_traceLength)
         return;
-    m_traces.insert(m_traces.end(), m_open.begin(), m_open.end());
+    // A trace with a gap would show none of the signal, but put out one that does.
+    if (std::all_of(m_open.begin(), m_open.end(),
+                    [](double value) { return std::isfinite(value); }))
+        m_traces.insert(m_traces.end(), m_open.begin(), m_open.end());
     m_open.assign(1, sample);
 }
 

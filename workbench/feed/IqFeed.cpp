@@ -62,6 +62,7 @@ void IqFeed::take(std::int64_t position, const std::vector<double>& i, const std
 
 void IqFeed::notify()
 {
+    leaveOutGaps();
     if (m_i.empty())
         return;
     thinOut();
@@ -85,6 +86,22 @@ void IqFeed::showNothing()
     const std::vector<double> nowhere(1, std::numeric_limits<double>::quiet_NaN());
     for (int k = 0; k < keptCount; ++k)
         m_values.notify(nowhere, nowhere);
+}
+
+/// What is no point must not put out one that is.
+void IqFeed::leaveOutGaps()
+{
+    std::size_t count = 0;
+    for (std::size_t k = 0; k < m_i.size(); ++k) {
+        if (!std::isfinite(m_i[k]) || (!m_q.empty() && !std::isfinite(m_q[k])))
+            continue;
+        m_i[count] = m_i[k];
+        if (!m_q.empty())
+            m_q[count] = m_q[k];
+        ++count;
+    }
+    m_i.resize(count);
+    m_q.resize(std::min(m_q.size(), count));
 }
 
 void IqFeed::keep()

@@ -65,6 +65,7 @@ public:
     void setAspect(double aspect);
 
 private:
+    void leaveOutGaps();
     void thinOut();
     void keep();
     void fitLevel();

@@ -58,9 +58,11 @@ BasebandFormat CarrierRecovery::configure(const ReceiverSettings& settings,
         m_symbolRate = format.sampleRate / perSymbol;
         const auto points = ReceiverSettings::pointsOf(*settings.modulation);
         std::complex<double> sum = 0.0;
+        m_meanSquare = 0.0;
         m_spacing = std::norm(points[0] - points[1]);
         for (const auto& point : points) {
             sum += power(point, m_power);
+            m_meanSquare += std::pow(std::norm(point), 2) / static_cast<double>(points.size());
             m_hasAmplitudes = std::abs(std::norm(point) - 1.0) > 0.01;
             for (const auto& other : points) {
                 if (&other != &point)
@@ -149,19 +151,22 @@ bool CarrierRecovery::acquire()
 {
     const std::size_t size = m_windowSymbols * padding;
     std::vector<Sample> line(size);
-    double meanPower = 0.0;
+    double power = 0.0;
+    double squares = 0.0;
     double energy = 0.0;
     for (std::size_t k = 0; k < m_windowSymbols; ++k) {
         const std::complex<double> symbol(m_waiting[k * perSymbol]);
-        meanPower += std::norm(symbol) / static_cast<double>(m_windowSymbols);
+        power += std::norm(symbol);
+        squares += std::norm(symbol) * std::norm(symbol);
         const double magnitude = std::max(std::abs(symbol), 1e-12);
         // Of amplitudes only those tell something that the modulation has.
-        const auto undone = power(m_hasAmplitudes ? symbol : symbol / magnitude, m_power);
+        const auto undone = ::power(m_hasAmplitudes ? symbol : symbol / magnitude, m_power);
         energy += std::norm(undone);
         line[k] = Sample(undone);
     }
-    m_gain = 1.0 / std::sqrt(std::max(meanPower, 1e-12));
-    m_meanPower = std::max(meanPower, 1e-12);
+    // A burst may begin in the window, where the mean would tell too little.
+    m_meanPower = std::max(power > 0.0 ? squares / power / m_meanSquare : 0.0, 1e-12);
+    m_gain = 1.0 / std::sqrt(m_meanPower);
     std::vector<Sample> spectrum(size);
     fft_run(static_cast<unsigned>(size), line.data(), spectrum.data(), LIQUID_FFT_FORWARD, 0);
     const auto strength = [&](std::size_t bin) { return double{std::norm(spectrum[bin % size])}; };

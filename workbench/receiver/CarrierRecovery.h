@@ -45,6 +45,7 @@ private:
     unsigned m_power = 2;         // that undoes the modulation
     double m_target = 0.0;        // rad, angle of the points raised to it
     double m_spacing = 1.0;       // of the closest points, squared
+    double m_meanSquare = 1.0;    // of the points' powers
     bool m_hasAmplitudes = false; // points are not on one circle
     std::size_t m_windowSymbols = 256;
     double m_smoothing = 0.01; // of what is measured, a symbol

@@ -12,7 +12,8 @@ namespace {
 constexpr float quickBandwidth = 4e-3F;
 constexpr float calmBandwidth = 5e-4F;
 constexpr std::size_t groupSymbols = 8;
-constexpr double mostPower = 4.0; // of a group: a burst has begun, which a loop would overshoot
+constexpr double steadyPower = 2.0; // against the group before, either way
+constexpr double mostPower = 8.0;   // of a group: a burst has begun, which a loop would overshoot
 
 } // namespace
 
@@ -37,38 +38,58 @@ BasebandFormat GainControl::configure(const ReceiverSettings& settings,
 
 void GainControl::process(BasebandBlock& block)
 {
-    std::size_t step = 0;
-    for (std::size_t k = 0; m_isOn && k < block.samples.size(); k += step) {
-        step = std::min(m_groupLength - m_count, block.samples.size() - k);
-        std::complex<float>* samples = &block.samples[k];
-        for (std::size_t i = 0; i < step; ++i)
-            m_energy += double{std::norm(samples[i])};
-        agc_crcf_execute_block(m_control.get(), samples, static_cast<unsigned>(step), samples);
-        m_count += step;
-        if (m_count == m_groupLength)
-            closeGroup();
+    if (!m_isOn)
+        return;
+    BasebandBlock output;
+    for (const std::complex<float> sample : block.samples) {
+        m_group.push_back(sample);
+        if (m_group.size() == m_groupLength)
+            passOn(output);
     }
+    block.samples.swap(output.samples);
 }
 
-void GainControl::closeGroup()
+void GainControl::finish(BasebandBlock& block) { passOn(block); }
+
+void GainControl::passOn(BasebandBlock& output)
 {
-    const double power = std::max(m_energy / static_cast<double>(m_groupLength), 1e-12);
-    const double gain = agc_crcf_get_gain(m_control.get());
-    if (m_isNew || power * gain * gain > mostPower) {
-        agc_crcf_reset(m_control.get());
-        agc_crcf_set_gain(m_control.get(), static_cast<float>(1.0 / std::sqrt(power)));
+    double energy = 0.0;
+    double squares = 0.0;
+    for (const std::complex<float> sample : m_group) {
+        const double power = double{std::norm(sample)};
+        energy += power;
+        squares += power * power;
     }
-    m_isNew = false;
-    m_energy = 0.0;
-    m_count = 0;
+    if (energy == 0.0) {
+        m_isFresh = true;
+    } else {
+        settle(energy, squares);
+        agc_crcf_execute_block(m_control.get(), m_group.data(),
+                               static_cast<unsigned>(m_group.size()), m_group.data());
+    }
+    output.samples.insert(output.samples.end(), m_group.begin(), m_group.end());
+    m_group.clear();
+}
+
+/// Takes the level of a group at once where the loop's is none, or has been left far below.
+void GainControl::settle(double energy, double squares)
+{
+    const double gain = agc_crcf_get_gain(m_control.get());
+    // A part of the group may be silent, which weighing its powers by themselves leaves out.
+    const double level = squares / energy;
+    const double power = level * gain * gain;
+    if (!m_isFresh && power < mostPower)
+        return;
+    m_isFresh = power > steadyPower || power * steadyPower < 1.0;
+    agc_crcf_reset(m_control.get());
+    agc_crcf_set_gain(m_control.get(), static_cast<float>(1.0 / std::sqrt(std::max(level, 1e-12))));
 }
 
 void GainControl::reset()
 {
     agc_crcf_reset(m_control.get());
-    m_isNew = true;
-    m_energy = 0.0;
-    m_count = 0;
+    m_group.clear();
+    m_isFresh = true;
 }
 
 StageReport GainControl::report() const

@@ -7,7 +7,7 @@
 struct agc_crcf_s;
 
 /// Brings I and Q to a mean power of 1, unless something was demodulated from them: at once where
-/// the signal grows, slowly where it fades.
+/// the signal grows, slowly where it fades. Silence, samples that are 0, does not count.
 class GainControl : public ReceiverStage
 {
 public:
@@ -16,16 +16,17 @@ public:
     BasebandFormat configure(const ReceiverSettings& settings,
                              const BasebandFormat& format) override;
     void process(BasebandBlock& block) override;
+    void finish(BasebandBlock& block) override;
     void reset() override;
     StageReport report() const override;
 
 private:
-    void closeGroup();
+    void passOn(BasebandBlock& output);
+    void settle(double energy, double squares);
 
     LiquidHandle<agc_crcf_s*> m_control;
     bool m_isOn = false;
-    bool m_isNew = true; // its level is not known
+    bool m_isFresh = true; // the level is taken at once, group by group, until it is steady
     std::size_t m_groupLength = 1;
-    std::size_t m_count = 0; // samples of the open group, and their energy before the control
-    double m_energy = 0.0;
+    std::vector<std::complex<float>> m_group; // samples that wait until it is whole
 };

@@ -8,6 +8,7 @@
 #include "workbench/receiver/GainControl.h"
 #include "workbench/receiver/MatchedFilter.h"
 #include "workbench/receiver/Resampler.h"
+#include "workbench/receiver/Squelch.h"
 #include "workbench/receiver/TimingRecovery.h"
 
 #include <algorithm>
@@ -28,6 +29,7 @@ ReceiverChain::ReceiverChain()
 {
     m_stages.push_back(std::make_unique<FrequencyShift>());
     m_stages.push_back(std::make_unique<ChannelFilter>());
+    m_stages.push_back(std::make_unique<Squelch>());
     m_stages.push_back(std::make_unique<Demodulator>());
     m_stages.push_back(std::make_unique<Resampler>());
     m_stages.push_back(std::make_unique<GainControl>());

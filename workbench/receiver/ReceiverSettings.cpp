@@ -59,6 +59,11 @@ QString ReceiverSettings::flaw(double sampleRate) const
     if (bandwidth && !(*bandwidth > 0.0 && *bandwidth < sampleRate))
         return tr("a channel of %1 Hz is not within the sample rate; give another bandwidth")
             .arg(*bandwidth);
+    if (squelch && !(*squelch >= minSquelch && *squelch <= maxSquelch))
+        return tr("a squelch of %1 dB cannot be had; give %2 to %3")
+            .arg(*squelch)
+            .arg(minSquelch)
+            .arg(maxSquelch);
     if (rollOff && !(*rollOff > 0.0 && *rollOff <= maxRollOff))
         return tr("a roll-off of %1 cannot be had; give more than 0, up to %2")
             .arg(*rollOff)
@@ -76,7 +81,7 @@ QString ReceiverSettings::flaw(double sampleRate) const
 bool ReceiverSettings::operator==(const ReceiverSettings& other) const
 {
     const auto all = [](const ReceiverSettings& s) {
-        return std::tie(s.isOn, s.shift, s.bandwidth, s.demodulation, s.symbolRate,
+        return std::tie(s.isOn, s.shift, s.bandwidth, s.squelch, s.demodulation, s.symbolRate,
                         s.hasGainControl, s.rollOff, s.hasTimingRecovery, s.modulation);
     };
     return all(*this) == all(other);

@@ -25,6 +25,8 @@ public:
     static constexpr double minSamplesPerSymbol = 2.0;
     static constexpr double maxSamplesPerSymbol = 1e5;
     static constexpr double maxRollOff = 1.0;
+    static constexpr double minSquelch = -150.0;
+    static constexpr double maxSquelch = 60.0; ///< samples may exceed their full scale
 
     /// Names of the modulations, as people write them, in order.
     static QStringList modulationNames();
@@ -40,6 +42,7 @@ public:
     bool isOn = false;               ///< else the signal passes as it is
     double shift = 0.0;              ///< Hz, added to every frequency
     std::optional<double> bandwidth; ///< Hz, of the channel's filter, both sides of 0
+    std::optional<double> squelch;   ///< dB of full scale; what is below is silenced
     Demodulation demodulation = Demodulation::Linear;
     std::optional<double> symbolRate; ///< Bd; none: no resampling, nor what follows
     bool hasGainControl = true;

@@ -2,11 +2,13 @@
 #include "workbench/receiver/ReceiverSource.h"
 
 #include <cmath>
+#include <limits>
 
 namespace {
 
 constexpr std::size_t blockLength = 8192; // samples of the input read at a time
 constexpr double longestSeconds = 0.02;   // of signal in one: what is slow is not waited for
+constexpr double noSample = std::numeric_limits<double>::quiet_NaN();
 
 } // namespace
 
@@ -94,11 +96,16 @@ void ReceiverSource::take(const BasebandBlock& block)
 {
     m_ahead.erase(m_ahead.begin(), m_ahead.begin() + static_cast<std::ptrdiff_t>(m_used));
     m_used = 0;
+    const bool hasSquelch = m_chain.settings().squelch.has_value();
+    const auto add = [this, hasSquelch](float value, bool isSilent) {
+        m_ahead.push_back(hasSquelch && isSilent ? noSample : double{value});
+    };
     for (std::size_t k = 0; k < block.samples.size(); ++k) {
         if (!isComplex())
-            m_ahead.push_back(double{block.demodulated[k]});
-        m_ahead.push_back(double{block.samples[k].real()});
-        m_ahead.push_back(double{block.samples[k].imag()});
+            add(block.demodulated[k], block.demodulated[k] == 0.0F);
+        const bool isSilent = block.samples[k] == 0.0F;
+        add(block.samples[k].real(), isSilent);
+        add(block.samples[k].imag(), isSilent);
     }
 }
 

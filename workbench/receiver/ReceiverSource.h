@@ -10,7 +10,8 @@
 
 /// What a receiver makes of a signal, as a signal: complex, or where it is demodulated three real
 /// channels, which are the demodulated signal and the I and Q that it came from. Once symbols are
-/// recovered they have a whole number of samples, and symbol k lies at sample k times it.
+/// recovered they have a whole number of samples, and symbol k lies at sample k times it. What a
+/// squelch silences is not a number.
 class ReceiverSource : public SignalSource
 {
 public:

@@ -29,6 +29,7 @@ struct StageReport
     enum class Stage {
         Shift,
         Channel,
+        Squelch,
         Demodulator,
         Resampler,
         Gain,
@@ -51,7 +52,7 @@ struct StageReport
 
     Stage stage;
     bool isOn = false;
-    std::optional<bool> isLocked; ///< none: a stage that does not lock to anything
+    std::optional<bool> isLocked; ///< a squelch: open; none: a stage that does not lock to anything
     std::vector<Reading> readings;
 };
 

@@ -21,6 +21,7 @@ const QString shiftKey = QStringLiteral("ReceiverShift");
 const QString channelWidthKey = QStringLiteral("ReceiverChannelWidth");
 const QString demodulationKey = QStringLiteral("ReceiverDemodulation");
 const QString gainKey = QStringLiteral("ReceiverGainControl");
+const QString squelchKey = QStringLiteral("ReceiverSquelch");
 const QString rollOffKey = QStringLiteral("ReceiverRollOff");
 const QString timingKey = QStringLiteral("ReceiverTiming");
 const QString modulationKey = QStringLiteral("ReceiverModulation");
@@ -245,6 +246,7 @@ void Player::keep() const
     settings.setValue(channelWidthKey, receiver.bandwidth.value_or(0.0));
     settings.setValue(demodulationKey, static_cast<int>(receiver.demodulation));
     settings.setValue(gainKey, receiver.hasGainControl);
+    settings.setValue(squelchKey, receiver.squelch.value_or(ReceiverSettings::minSquelch));
     settings.setValue(rollOffKey, receiver.rollOff.value_or(0.0));
     settings.setValue(timingKey, receiver.hasTimingRecovery);
     settings.setValue(modulationKey,
@@ -279,6 +281,9 @@ void Player::restore()
     receiver.demodulation =
         static_cast<ReceiverSettings::Demodulation>(std::clamp(demodulation, 0, 2));
     receiver.hasGainControl = settings.value(gainKey, true).toBool();
+    const double squelch = number(squelchKey, ReceiverSettings::minSquelch);
+    if (squelch > ReceiverSettings::minSquelch)
+        receiver.squelch = squelch;
     receiver.rollOff = unlessZero(rollOffKey);
     receiver.hasTimingRecovery = settings.value(timingKey, true).toBool();
     receiver.modulation = ReceiverSettings::modulationOf(

@@ -64,7 +64,7 @@ ReceiverPanel::ReceiverPanel(QWidget* parent)
         connect(box, &QCheckBox::clicked, this, chosen);
     for (QComboBox* box : {m_demodulation, m_modulation})
         connect(box, QOverload<int>::of(&QComboBox::activated), this, chosen);
-    for (QDoubleSpinBox* box : {m_shift, m_bandwidth, m_rollOff})
+    for (QDoubleSpinBox* box : {m_shift, m_bandwidth, m_squelch, m_rollOff})
         connect(box, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, chosen);
 }
 
@@ -80,6 +80,15 @@ void ReceiverPanel::addFilters(QFormLayout* form)
     m_bandwidth->setSpecialValueText(tr("no filter"));
     m_bandwidth->setToolTip(tr("Width of the channel about 0 Hz"));
     form->addRow(tr("Channel &width"), m_bandwidth);
+    m_squelch = new QDoubleSpinBox(this);
+    m_squelch->setRange(ReceiverSettings::minSquelch, ReceiverSettings::maxSquelch);
+    m_squelch->setDecimals(1);
+    m_squelch->setKeyboardTracking(false);
+    m_squelch->setSuffix(QStringLiteral("\u2009dB"));
+    m_squelch->setSpecialValueText(tr("off"));
+    m_squelch->setToolTip(tr("Level of the channel, of full scale, below which nothing is shown"));
+    m_squelch->setAccessibleName(tr("Squelch"));
+    form->addRow(tr("S&quelch"), beside(m_squelch, &m_squelchState));
     m_demodulation = new QComboBox(this);
     m_demodulation->addItems({tr("I and Q"), tr("FM"), tr("AM")});
     form->addRow(tr("&Demodulation"), m_demodulation);
@@ -145,6 +154,8 @@ void ReceiverPanel::choose()
         return value > 0.0 ? std::optional<double>(value) : std::nullopt;
     };
     m_settings.bandwidth = unlessZero(m_bandwidth->value());
+    const double squelch = m_squelch->value();
+    m_settings.squelch = squelch > m_squelch->minimum() ? std::optional(squelch) : std::nullopt;
     m_settings.demodulation =
         static_cast<ReceiverSettings::Demodulation>(m_demodulation->currentIndex());
     m_settings.hasGainControl = m_gain->isChecked();
@@ -164,6 +175,8 @@ void ReceiverPanel::show(const ReceiverSettings& settings, bool hasSymbolRate, b
                                                  : settings.rollOff;
         box->setValue(value.value_or(0.0));
     }
+    const QSignalBlocker quietSquelch(m_squelch);
+    m_squelch->setValue(settings.squelch.value_or(m_squelch->minimum()));
     m_isOn->setChecked(settings.isOn);
     m_demodulation->setCurrentIndex(static_cast<int>(settings.demodulation));
     m_gain->setChecked(settings.hasGainControl);
@@ -174,7 +187,8 @@ void ReceiverPanel::show(const ReceiverSettings& settings, bool hasSymbolRate, b
     const bool isLinear = settings.demodulation == ReceiverSettings::Demodulation::Linear;
     const bool isOn = settings.isOn && canReceive;
     m_isOn->setEnabled(canReceive);
-    for (QWidget* control : std::initializer_list<QWidget*>{m_shift, m_bandwidth, m_demodulation})
+    for (QWidget* control :
+         std::initializer_list<QWidget*>{m_shift, m_bandwidth, m_squelch, m_demodulation})
         control->setEnabled(isOn);
     m_gain->setEnabled(isOn && isLinear);
     m_rollOff->setEnabled(isOn && hasSymbolRate);
@@ -190,6 +204,7 @@ void ReceiverPanel::show(const ReceiverSettings& settings, bool hasSymbolRate, b
 void ReceiverPanel::showReports(const std::vector<StageReport>& reports)
 {
     std::map<StageReport::Quantity, QString> texts;
+    QString squelch = unknown;
     QString timing = unknown;
     QString carrier = unknown;
     for (const StageReport& report : reports) {
@@ -197,6 +212,10 @@ void ReceiverPanel::showReports(const std::vector<StageReport>& reports)
             texts[reading.quantity] = readingText(reading);
         if (!report.isLocked)
             continue;
+        if (report.stage == StageReport::Stage::Squelch) {
+            squelch = *report.isLocked ? tr("open") : tr("closed");
+            continue;
+        }
         QString& state = report.stage == StageReport::Stage::Carrier ? carrier : timing;
         state = *report.isLocked ? tr("locked") : tr("searching");
     }
@@ -204,6 +223,7 @@ void ReceiverPanel::showReports(const std::vector<StageReport>& reports)
         const auto known = texts.find(quantity);
         label->setText(known == texts.end() ? unknown : known->second);
     }
+    m_squelchState->setText(squelch);
     m_timingState->setText(timing);
     m_carrierState->setText(carrier);
 }

@@ -42,6 +42,8 @@ private:
     QCheckBox* m_isOn;
     QDoubleSpinBox* m_shift;
     QDoubleSpinBox* m_bandwidth;
+    QDoubleSpinBox* m_squelch;
+    QLabel* m_squelchState;
     QComboBox* m_demodulation;
     QCheckBox* m_gain;
     QDoubleSpinBox* m_rollOff;
