@@ -123,6 +123,11 @@ TEST_F(Playback, SaysWhatEmptyViewsWaitForAndWhatIsShown)
     window->feed().play();
     EXPECT_TRUE(QTest::qWaitFor([&] { return notes().join("").isEmpty(); }));
     EXPECT_FALSE(panes[0].note->isVisible());
+    QTest::keyClick(window.get(), Qt::Key_P);
+    QTest::keyClick(window.get(), Qt::Key_Home);
+    EXPECT_EQ(notes().filter("paused before the first sample").size(), 3);
+    QTest::keyClick(window.get(), Qt::Key_P);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return notes().join("").isEmpty(); }));
 
     EXPECT_EQ(panes[2].mode->text(), "decision instants");
     QTest::keyClick(window.get(), Qt::Key_T);

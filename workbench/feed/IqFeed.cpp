@@ -84,6 +84,8 @@ void IqFeed::showNothing()
 {
     constexpr int keptCount = 100; // data sets, by an IQ diagram
     const std::vector<double> nowhere(1, std::numeric_limits<double>::quiet_NaN());
+    m_newestI.clear();
+    m_newestQ.clear();
     for (int k = 0; k < keptCount; ++k)
         m_values.notify(nowhere, nowhere);
 }

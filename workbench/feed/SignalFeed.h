@@ -113,6 +113,9 @@ public:
     /// Symbol rate that overrides what the source says, as in open; none: what the source says.
     /// Needs a source, and plays on.
     void setSymbolRate(std::optional<double> symbolRate);
+    /// Whether samples were notified since the source was opened, or since it was gone to another
+    /// place by rewind or seek.
+    bool hasPlayed() const { return !m_newest.empty(); }
     /// Lets the views forget what they show, as if no sample had come.
     void showNothing();
     /// The eye of the signal; blocks of signal are played into it, too.

@@ -73,7 +73,7 @@ QPalette appearance::palette()
     palette.setColor(QPalette::AlternateBase, mixed(plot, ground, 0.5));
     palette.setColor(QPalette::ToolTipBase, mixed(ground, text, 0.08));
     palette.setColor(QPalette::ToolTipText, text);
-    palette.setColor(QPalette::PlaceholderText, mixed(ground, text, 0.55));
+    palette.setColor(QPalette::PlaceholderText, mixed(ground, text, 0.72));
     palette.setColor(QPalette::Highlight, accent);
     palette.setColor(QPalette::HighlightedText, plot);
     palette.setColor(QPalette::Link, accent);

@@ -16,7 +16,7 @@ constexpr std::size_t iqPane = 2;
 /// Why there are no samples yet; empty when there are.
 QString PaneStates::whatIsMissing(const SignalFeed& feed) const
 {
-    if (feed.position() > 0 || !m_sinceStart.isValid() || !m_sinceStart.hasExpired(patienceMs))
+    if (feed.hasPlayed() || !m_sinceStart.isValid() || !m_sinceStart.hasExpired(patienceMs))
         return QString();
     if (!feed.isPlaying())
         return tr("paused before the first sample: play it with P");

@@ -40,8 +40,10 @@ PlaybackControls::PlaybackControls(QMainWindow& window, Player& player, ViewPane
     connect(m_playPause, &QAction::triggered, this,
             [this] { m_panes.setPaused(m_player.feed().isPlaying()); });
     connect(m_toStart, &QAction::triggered, this, [this] {
-        m_player.feed().rewind();
-        refreshTime();
+        SignalFeed& feed = m_player.feed();
+        if (!feed.isPlaying())
+            m_panes.showWhilePaused([&feed] { feed.showNothing(); });
+        m_player.rewind();
     });
     connect(m_repeat, &QAction::toggled, &feed, &SignalFeed::setRepeat);
     connect(m_seek, &SeekBar::seekWanted, this, &PlaybackControls::seek);

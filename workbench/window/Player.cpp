@@ -188,6 +188,12 @@ void Player::setSpeed(double speed)
     emit changed();
 }
 
+void Player::rewind()
+{
+    m_feed.rewind();
+    emit changed();
+}
+
 void Player::seek(double seconds)
 {
     seconds = std::max(seconds, 0.0);

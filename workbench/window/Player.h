@@ -57,6 +57,8 @@ public:
     void setChannel(const ChannelChoice& channel);
     void setSpan(double seconds);
     /// Clamped to what the feed plays; SignalFeed::fastest, too.
+    /// Goes back to the start.
+    void rewind();
     void setSpeed(double speed);
     /// Goes to a time, s. While paused what is there is played at once, up to that time.
     void seek(double seconds);
