@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/ReadingTable.h"
 
+#include <QEvent>
 #include <QLabel>
 
 #include <algorithm>
@@ -13,12 +14,45 @@ const QString unknown = QStringLiteral("\u2013");
 
 ReadingTable::ReadingTable(QWidget* parent)
     : QWidget(parent)
-    , m_grid(new QGridLayout(this))
+    , m_port(new QWidget(this))
+    , m_content(new QWidget(m_port))
+    , m_grid(new QGridLayout(m_content))
 {
+    m_content->installEventFilter(this);
     m_grid->setContentsMargins(8, 4, 8, 4);
     m_grid->setHorizontalSpacing(6);
     m_grid->setVerticalSpacing(1);
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed); // a view's width is not ours to say
+}
+
+QSize ReadingTable::sizeHint() const { return m_content->sizeHint(); }
+
+// A number that is cut off would be read as another one.
+void ReadingTable::arrange()
+{
+    m_content->resize(m_content->minimumSizeHint().expandedTo(size()));
+    m_grid->activate();
+    int right = 0;
+    for (int column = 0; column < m_grid->columnCount(); ++column) {
+        const int end = m_grid->cellRect(0, column).right() + 1;
+        right = end <= width() ? end : right;
+    }
+    m_port->resize(right, height());
+}
+
+void ReadingTable::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    arrange();
+}
+
+bool ReadingTable::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::LayoutRequest) {
+        updateGeometry();
+        arrange();
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 QLabel* ReadingTable::addLabel(const QString& text, int row, int column, int columnCount)

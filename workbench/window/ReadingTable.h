@@ -10,6 +10,7 @@
 class QLabel;
 
 /// Names of quantities above their values, in columns that do not move whatever the values are.
+/// Columns for which there is no room are left out.
 class ReadingTable : public QWidget
 {
     Q_OBJECT
@@ -30,9 +31,15 @@ public:
     void setNote(std::size_t line, int columnCount, const QString& text,
                  const QString& explanation);
 
+    QSize sizeHint() const override;
+
     QString text(std::size_t line, std::size_t column) const;
     /// The note in a line; empty without one.
     QString note(std::size_t line) const;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     struct Line
@@ -45,6 +52,10 @@ private:
 
     QLabel* addLabel(const QString& text, int row, int column, int columnCount = 1);
 
+    void arrange();
+
+    QWidget* m_port;    // columns that fit
+    QWidget* m_content; // all of them
     QGridLayout* m_grid;
     std::vector<Line> m_lines;
 };
