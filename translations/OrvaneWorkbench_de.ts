@@ -239,6 +239,10 @@
         <source>E&amp;xport...</source>
         <translation>E&amp;xportieren...</translation>
     </message>
+    <message>
+        <source>the stream has ended</source>
+        <translation>der Strom ist zu Ende</translation>
+    </message>
 </context>
 <context>
     <name>ModulationSource</name>
@@ -557,6 +561,26 @@
     <message>
         <source>no symbol rate: cut every %1 samples</source>
         <translation>keine Symbolrate: alle %1 Abtastwerte geschnitten</translation>
+    </message>
+    <message>
+        <source>the stream ended before the first sample</source>
+        <translation>der Strom endete vor dem ersten Abtastwert</translation>
+    </message>
+    <message>
+        <source>squelch closed</source>
+        <translation>Rauschsperre zu</translation>
+    </message>
+    <message>
+        <source>not locked</source>
+        <translation>nicht eingerastet</translation>
+    </message>
+    <message>
+        <source>waiting for the receiver: %1</source>
+        <translation>wartet auf den Empfänger: %1</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
     </message>
 </context>
 <context>

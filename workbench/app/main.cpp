@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QScreen>
 
 #include <cstdio>
 #include <cstdlib>
@@ -94,8 +95,12 @@ std::optional<SymbolRateEstimate> estimated(const Recording& recording, const Op
 
 int run(MainWindow& window, const Options& options)
 {
-    window.resize(options.size.value_or(QSize(1280, 800)));
+    constexpr QSize usualSize(1280, 800);
+    window.resize(options.size.value_or(usualSize));
     if (options.snapshotFolder.isEmpty()) {
+        constexpr int frame = 40; // of the window, and a little room
+        if (!options.size)
+            window.resize(usualSize.boundedTo(window.screen()->availableSize() - QSize(0, frame)));
         window.restoreParameters();
         if (!options.size)
             window.restoreRoom();

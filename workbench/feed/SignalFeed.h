@@ -75,6 +75,9 @@ public:
     /// What is amiss with a live source just now, a sentence; empty when all is well.
     QString trouble() const { return m_input ? m_input->trouble() : QString(); }
 
+    /// Whether a live source has no more samples.
+    bool hasEnded() const { return isLive() && m_ahead->hasEnded(); }
+
     bool isPlaying() const { return m_playing; }
     /// Plays on; from the start when the end was reached. Nothing without a source.
     void play();

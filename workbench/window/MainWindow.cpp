@@ -204,6 +204,7 @@ void MainWindow::showSource(const QStringList& notices)
     const SignalSource& source = *feed().source();
     setWindowTitle(tr("%1 - Orvane workbench").arg(source.name()));
     m_states.restart();
+    QTimer::singleShot(PaneStates::patienceMs + 1, this, &MainWindow::refreshStatus);
     m_panes->showWhilePaused([this] { feed().showNothing(); });
     m_status->setSource(source.name(), source.sampleRate());
     sayNotices(notices);
@@ -250,7 +251,7 @@ void MainWindow::refreshStatus()
         m_readings->show(feed().measure());
         m_parameters->showReports();
     }
-    m_status->setTrouble(feed().trouble());
+    m_status->setTrouble(feed().hasEnded() ? tr("the stream has ended") : feed().trouble());
     m_status->setDropCount(feed().dropCount());
     // A second smooths the frame rate enough to be read.
     if (!feed().isPlaying()) {

@@ -6,7 +6,6 @@
 
 namespace {
 
-constexpr int patienceMs = 700; // a signal usually comes sooner
 constexpr std::size_t timePane = 0;
 constexpr std::size_t eyePane = 1;
 constexpr std::size_t iqPane = 2;
@@ -18,9 +17,22 @@ QString PaneStates::whatIsMissing(const SignalFeed& feed) const
 {
     if (feed.hasPlayed() || !m_sinceStart.isValid() || !m_sinceStart.hasExpired(patienceMs))
         return QString();
+    if (feed.hasEnded())
+        return tr("the stream ended before the first sample");
     if (!feed.isPlaying())
         return tr("paused before the first sample: play it with P");
     return tr("waiting for samples");
+}
+
+/// What keeps the receiver from its work; empty when nothing does.
+QString PaneStates::whatIsSearched(const SignalFeed& feed)
+{
+    for (const StageReport& report : feed.receiverReports()) {
+        if (report.isLocked && !*report.isLocked)
+            return report.stage == StageReport::Stage::Squelch ? tr("squelch closed")
+                                                               : tr("not locked");
+    }
+    return QString();
 }
 
 void PaneStates::refresh(const SignalFeed& feed)
@@ -33,6 +45,9 @@ void PaneStates::refresh(const SignalFeed& feed)
     QString eye = missing;
     if (eye.isEmpty() && isEyeLate)
         eye = hasClock ? tr("waiting for the clock of the symbols") : tr("waiting for samples");
+    const QString searched = whatIsSearched(feed);
+    if (isEyeLate && !searched.isEmpty())
+        eye = tr("waiting for the receiver: %1").arg(searched);
     m_panes.setNote(timePane, missing);
     m_panes.setNote(eyePane, eye);
     m_panes.setNote(iqPane, missing);
@@ -43,8 +58,10 @@ void PaneStates::refresh(const SignalFeed& feed)
         iq = tr("before FM demodulation: trajectory");
     else if (receiver.isOn && receiver.demodulation == ReceiverSettings::Demodulation::Am)
         iq = tr("before AM demodulation: trajectory");
+    if (!searched.isEmpty() && feed.iq().showsDecisions())
+        iq = tr("%1, %2").arg(iq, searched);
     m_panes.setMode(eyePane,
-                    hasClock ? QString()
+                    hasClock ? searched
                              : tr("no symbol rate: cut every %1 samples").arg(EyeCut::fixedLength));
     m_panes.setMode(iqPane, iq);
 }

@@ -13,6 +13,8 @@ class PaneStates
 {
     Q_DECLARE_TR_FUNCTIONS(PaneStates)
 public:
+    static constexpr int patienceMs = 700; ///< a signal usually comes sooner
+
     /// @param panes  time, eye and IQ, in this order.
     explicit PaneStates(ViewPanes& panes)
         : m_panes(panes)
@@ -23,6 +25,7 @@ public:
     void refresh(const SignalFeed& feed);
 
 private:
+    static QString whatIsSearched(const SignalFeed& feed);
     QString whatIsMissing(const SignalFeed& feed) const;
 
     ViewPanes& m_panes;
