@@ -80,17 +80,24 @@ TEST_F(Window, ForgetsWhatItShowedWhenAnotherSignalIsOpened)
             litRows(eye->grab().toImage(), IColorBase::colEyeTrace),
             litRows(window->iqView().grabFramebuffer(), IColorBase::colIQPoint)};
     };
+    const auto readsHeight = [&] {
+        const auto labels = window->findChildren<QLabel*>();
+        return std::any_of(labels.begin(), labels.end(), [](const QLabel* label) {
+            return label->accessibleName() == "Height" && label->text().toDouble() > 0.0;
+        });
+    };
     window->player().openDemo(ModulationSettings());
     window->feed().play();
     EXPECT_TRUE(QTest::qWaitFor([&] { // which are in the bar that has the focus, too
         const auto [time, eye, iq] = lit();
-        return time > 20 && eye > 20 && iq > 5;
+        return time > 20 && eye > 20 && iq > 5 && readsHeight();
     }));
     window->player().openDemo(ModulationSettings());
     const auto [time, eye, iq] = lit();
     EXPECT_LE(time, 4) << "of the line along zero";
     EXPECT_LE(eye, 1);
     EXPECT_EQ(iq, 0);
+    EXPECT_FALSE(readsHeight());
 }
 
 TEST_F(Window, GrowsToItsLeastSizeOnAScreenThatMadeItSmaller)

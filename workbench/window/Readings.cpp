@@ -99,7 +99,9 @@ void Readings::showEye(const Measurements& measurements)
                             figures::fixed(eye.width, 3), figures::fixed(eye.crossing, 1, percent),
                             figures::fixed(eye.jitterRms, 4), figures::fixed(eye.jitterPeak, 4),
                             figures::fixed(eye.q, 1)});
-        } else if (line > 0 && !isOne) {
+        } else if (line == 0) {
+            showLine(0, QStringList());
+        } else if (!isOne) {
             showLine(line, QVector<QString>(eyeColumnCount, blank).toList());
         }
     }
