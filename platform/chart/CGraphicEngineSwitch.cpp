@@ -4,6 +4,7 @@
 #include "platform/chart/CChartDisplay.h"
 #include "platform/chart/ChartPicture.h"
 #include "platform/chart/CurveRaster.h"
+#include "platform/glbase/DeviceRaster.h"
 
 #include <QImage>
 #include <QPaintEngine>
@@ -20,16 +21,17 @@ namespace {
 
 using Items = std::vector<ChartPicture::Item>;
 
-void draw(QPainter& painter, const ChartPicture::Fill& fill)
+void draw(QPainter& painter, const ChartPicture::Fill& fill, const QRect& visible)
 {
+    const QRect rect = fill.rect.intersected(visible);
     if (fill.from == fill.to) {
-        painter.fillRect(fill.rect, QColor::fromRgba(fill.from));
+        painter.fillRect(rect, QColor::fromRgba(fill.from));
         return;
     }
     QLinearGradient gradient(0.0, fill.rect.top(), 0.0, fill.rect.top() + fill.rect.height());
     gradient.setColorAt(0.0, QColor::fromRgba(fill.from));
     gradient.setColorAt(1.0, QColor::fromRgba(fill.to));
-    painter.fillRect(fill.rect, gradient);
+    painter.fillRect(rect, gradient);
 }
 
 void draw(QPainter& painter, const ChartPicture::Text& text)
@@ -37,6 +39,25 @@ void draw(QPainter& painter, const ChartPicture::Text& text)
     painter.setFont(text.font);
     painter.setPen(QColor::fromRgba(text.color));
     painter.drawText(text.rect, Qt::AlignCenter, text.text);
+}
+
+/// As vectors. A painter of them need not cut what is drawn beyond its picture.
+void drawVectors(QPainter& painter, const Items& items, const QRect& visible)
+{
+    for (const ChartPicture::Item& item : items) {
+        if (const auto* fill = std::get_if<ChartPicture::Fill>(&item)) {
+            draw(painter, *fill, visible);
+        } else if (const auto* text = std::get_if<ChartPicture::Text>(&item)) {
+            draw(painter, *text);
+        } else {
+            const auto& curve = std::get<ChartPicture::Curve>(item);
+            QPen pen(QColor::fromRgba(curve.color), curve.lineWidth);
+            pen.setJoinStyle(Qt::RoundJoin);
+            painter.setPen(pen);
+            for (const QPolygonF& line : CurveRaster::Lines(curve))
+                painter.drawPolyline(line);
+        }
+    }
 }
 
 } // namespace
@@ -53,11 +74,12 @@ struct CGraphicEngineSwitch::Private
     CurveRaster curve;
     QImage picture;
 
-    void DrawBackdrop(const QSize& size);
-    void Draw(QPainter& painter, const ChartPicture& chartPicture, bool afresh);
+    void DrawBackdrop(const QSize& size, const QRect& visible);
+    void Draw(QPainter& painter, const ChartPicture& chartPicture, const QRect& visible,
+              bool afresh);
 };
 
-void CGraphicEngineSwitch::Private::DrawBackdrop(const QSize& size)
+void CGraphicEngineSwitch::Private::DrawBackdrop(const QSize& size, const QRect& visible)
 {
     if (backdrop.size() != size)
         backdrop = QImage(size, QImage::Format_RGB32);
@@ -66,7 +88,7 @@ void CGraphicEngineSwitch::Private::DrawBackdrop(const QSize& size)
     painter.scale(ratio, ratio);
     for (const ChartPicture::Item& item : backdropItems) {
         if (const auto* fill = std::get_if<ChartPicture::Fill>(&item)) {
-            draw(painter, *fill);
+            draw(painter, *fill, visible);
         } else if (const auto* text = std::get_if<ChartPicture::Text>(&item)) {
             draw(painter, *text);
         } else {
@@ -81,11 +103,11 @@ void CGraphicEngineSwitch::Private::DrawBackdrop(const QSize& size)
 }
 
 void CGraphicEngineSwitch::Private::Draw(QPainter& painter, const ChartPicture& chartPicture,
-                                         bool afresh)
+                                         const QRect& visible, bool afresh)
 {
     const double newRatio = painter.paintEngine()->paintDevice()->devicePixelRatioF();
-    const QSize size(static_cast<int>(std::ceil(widget->width() * newRatio)),
-                     static_cast<int>(std::ceil(widget->height() * newRatio)));
+    const QSize size(static_cast<int>(std::ceil(visible.width() * newRatio)),
+                     static_cast<int>(std::ceil(visible.height() * newRatio)));
     if (size.isEmpty())
         return;
 
@@ -102,7 +124,7 @@ void CGraphicEngineSwitch::Private::Draw(QPainter& painter, const ChartPicture& 
         afresh = true;
         ratio = newRatio;
         backdropItems.assign(items.begin(), behindEnd);
-        DrawBackdrop(size);
+        DrawBackdrop(size, visible);
     }
     if (afresh)
         curve = CurveRaster(); // its picture has the old backdrop
@@ -117,7 +139,7 @@ void CGraphicEngineSwitch::Private::Draw(QPainter& painter, const ChartPicture& 
     painter.restore();
     for (auto item = last.base(); lastCurve && item != items.end(); ++item) {
         if (const auto* fill = std::get_if<ChartPicture::Fill>(&*item))
-            draw(painter, *fill);
+            draw(painter, *fill, visible);
         else if (const auto* text = std::get_if<ChartPicture::Text>(&*item))
             draw(painter, *text);
     }
@@ -141,7 +163,19 @@ void CGraphicEngineSwitch::Update(bool afresh)
         return;
     QPainter painter(d->widget);
     if (painter.isActive())
-        d->Draw(painter, *chart, afresh);
+        d->Draw(painter, *chart, d->widget->rect(), afresh);
+}
+
+void CGraphicEngineSwitch::Render(QPainter& painter, const QSize& size) const
+{
+    const std::shared_ptr<const ChartPicture> chart = d->chart.lock();
+    if (!chart)
+        return;
+    const QRect visible(QPoint(0, 0), size);
+    if (DeviceRaster::IsVector(painter))
+        drawVectors(painter, chart->Items(), visible);
+    else
+        Private().Draw(painter, *chart, visible, true);
 }
 
 } // namespace OndoChartDisplayComfort

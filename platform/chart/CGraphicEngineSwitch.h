@@ -5,6 +5,8 @@
 
 #include <memory>
 
+class QPainter;
+class QSize;
 class QWidget;
 
 namespace OndoChartDisplay {
@@ -38,6 +40,10 @@ public:
     /// handles a paint event.
     /// @param afresh  draw everything again, whatever is known from earlier paints.
     void Update(bool afresh);
+    /// Paints a picture of the display's last Update; as vectors where the painter draws vectors
+    /// (SVG, PDF). What later paints cost does not change.
+    /// @param size  that the display is laid out for, logical pixels.
+    void Render(QPainter& painter, const QSize& size) const;
 
 private:
     struct Private;

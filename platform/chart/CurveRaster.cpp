@@ -113,6 +113,26 @@ void CurveRaster::Follow(const ChartPicture::Curve& curve, const QImage& backdro
     m_points.erase(m_points.begin(), m_points.begin() + static_cast<std::ptrdiff_t>(left));
 }
 
+std::vector<QPolygonF> CurveRaster::Lines(const ChartPicture::Curve& curve)
+{
+    CurveRaster raster;
+    const QRect& area = curve.area;
+    raster.SetClip(area, QSize(area.left() + area.width(), area.top() + area.height()));
+    raster.AppendPoints(curve, std::min(curve.xData->Size(), curve.yData->Size()));
+    std::vector<QPolygonF> lines;
+    for (std::size_t i = 1; i < raster.m_points.size(); ++i) {
+        Point from = raster.m_points[i - 1];
+        Point to = raster.m_points[i];
+        if (!raster.Clip(from, to))
+            continue;
+        const QPointF start(from.x, from.y);
+        if (lines.empty() || lines.back().last() != start)
+            lines.emplace_back(QVector<QPointF>{start});
+        lines.back() << QPointF(to.x, to.y);
+    }
+    return lines;
+}
+
 // Appends the newest points of a curve.
 void CurveRaster::AppendPoints(const ChartPicture::Curve& curve, std::size_t count)
 {

@@ -4,6 +4,7 @@
 #include "platform/chart/ChartPicture.h"
 
 #include <QImage>
+#include <QPolygonF>
 
 #include <cstddef>
 #include <cstdint>
@@ -29,6 +30,9 @@ public:
     bool CanFollow(const ChartPicture::Curve& curve, double ratio, const QSize& size) const;
     /// Updates the picture of the last call, which is over the same backdrop.
     void Follow(const ChartPicture::Curve& curve, const QImage& backdrop, QImage& picture);
+
+    /// The curve as lines, cut to its area, in logical pixels.
+    static std::vector<QPolygonF> Lines(const ChartPicture::Curve& curve);
 
 private:
     /// Device pixels, as real numbers; not finite where the curve is broken.

@@ -4,7 +4,9 @@
 #include "platform/base/Saturate.h"
 #include "platform/glbase/GLStepLine.h"
 
+#include <QPaintEngine>
 #include <QPainter>
+#include <QPainterPath>
 
 #include <algorithm>
 #include <cmath>
@@ -46,13 +48,24 @@ DeviceRaster::Span DeviceRaster::Scale::VisibleSpan(double from, double to) cons
             truncateSaturated<int>(stop, visible.first, visible.last)};
 }
 
+bool DeviceRaster::IsVector(const QPainter& painter)
+{
+    const QPaintEngine* engine = painter.paintEngine();
+    return engine && (engine->type() == QPaintEngine::SVG || engine->type() == QPaintEngine::Pdf);
+}
+
 DeviceRaster::DeviceRaster(QPainter& painter, const QRect& visible)
     : m_painter(painter)
+    , m_isVector(IsVector(painter))
 {
     const QTransform& toDevice = painter.deviceTransform();
     if (toDevice.type() <= QTransform::TxScale && toDevice.m11() > 0.0 && toDevice.m22() > 0.0) {
         m_x = {toDevice.m11(), toDevice.dx()};
         m_y = {toDevice.m22(), toDevice.dy()};
+    }
+    if (m_isVector) {
+        constexpr double fineness = 4.0;
+        m_x = m_y = {fineness, 0.0};
     }
     const auto devicePixels = [](const Scale& scale, int start, int extent) {
         return Span{truncateToPixel(scale.Edge(start)),
@@ -92,6 +105,10 @@ void DeviceRaster::AddPoint(double x, double y)
     const double row = y * m_y.factor + m_y.offset + pointShift;
     if (!m_x.Sees(column) || !m_y.Sees(row))
         return;
+    if (m_isVector) {
+        AddDeviceRect(m_x.VisibleSpan(x, x + 1.0), m_y.VisibleSpan(y, y + 1.0));
+        return;
+    }
     const int i = static_cast<int>(column);
     const int j = static_cast<int>(row);
     AddDeviceRect({i, i + 1}, {j, j + 1});
@@ -274,6 +291,15 @@ void DeviceRaster::Fill(const QColor& color)
     }
     m_rects.clear();
 
+    if (m_isVector) {
+        // As one area, so that no seams show between neighbours.
+        QPainterPath area;
+        area.setFillRule(Qt::WindingFill);
+        for (const QRectF& rect : rects)
+            area.addRect(rect);
+        m_painter.fillPath(area, color);
+        return;
+    }
     // Measured with software GL, 19 to 2000 rectangles: raw GL quads are up to twice as fast, but
     // only for thousands; lines, polylines and paths are slower, and no two engines round them
     // alike.

@@ -19,6 +19,9 @@ class QPainter;
 /// edges of x and x + 1, at least one; neighbouring lines meet without gap or overlap. A painter
 /// that rotates or mirrors is drawn to in logical pixels.
 ///
+/// A painter that draws vectors has no pixels: for it they are a quarter of a logical pixel, and a
+/// point is a logical pixel large, wherever it lies.
+///
 /// Coordinates may be any numbers; the cost is that of the pixels that can be seen.
 class DeviceRaster
 {
@@ -26,13 +29,16 @@ public:
     /// @param painter  open painter, must outlive this object; its transform must not change.
     /// @param visible  logical rectangle outside of which nothing is drawn.
     DeviceRaster(QPainter& painter, const QRect& visible);
+    /// Whether a painter draws vectors.
+    static bool IsVector(const QPainter& painter);
 
     /// How far, in device pixels, OpenGL's points are moved: from the corner of a pixel to its
     /// centre, and a little more so that a coordinate between two device pixels goes to the lower
     /// right one, like everything else that is drawn.
     static constexpr double pointShift = 0.5 + 1.0 / 64.0;
 
-    /// The one device pixel that a point of OpenGL lights. A point that is not finite is dropped.
+    /// The one device pixel that a point of OpenGL lights; for vectors a square from (x, y) on. A
+    /// point that is not finite is dropped.
     void AddPoint(double x, double y);
     /// Includes the pixels of both ends. A segment that is not finite is dropped.
     void AddLine(const QLineF& line, const GLLineStyle& style);
@@ -83,6 +89,7 @@ private:
     void AddDeviceRect(const Span& columns, const Span& rows);
 
     QPainter& m_painter;
+    const bool m_isVector;
     Scale m_x;
     Scale m_y;
     std::vector<QRect> m_rects; // device pixels

@@ -2,9 +2,11 @@
 #include "platform/glbase/GLBaseWidget.h"
 
 #include "platform/glbase/GLLayout.h"
+#include "platform/glbase/GLPainter.h"
 
 #include <QContextMenuEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QWheelEvent>
 
 #include <cmath>
@@ -29,7 +31,7 @@ QRect GLBaseWidget::geometry() const
 
 void GLBaseWidget::update()
 {
-    if (m_pFrame)
+    if (m_pFrame && !m_pFrame->IsPaintingPicture())
         m_pFrame->update();
 }
 
@@ -89,7 +91,19 @@ void GLBaseWidget::PlaceQWidget()
 
 void GLBaseWidget::resizeEvent(QResizeEvent*) {}
 
-void GLBaseWidget::paintEvent(QPaintEvent*) {}
+void GLBaseWidget::paintEvent(QPaintEvent*)
+{
+    // On the screen Qt paints it.
+    if (!m_pQWidget || !m_pFrame || !m_pFrame->IsPaintingPicture())
+        return;
+    GLPainter painter(m_pFrame);
+    PaintCarried(*painter.painter(), rect().size());
+}
+
+void GLBaseWidget::PaintCarried(QPainter& painter, const QSize&)
+{
+    m_pQWidget->render(&painter, QPoint(), QRegion(), QWidget::DrawChildren);
+}
 
 void GLBaseWidget::mouseDoubleClickEvent(QMouseEvent* event) { event->ignore(); }
 

@@ -16,6 +16,7 @@ class GLLayout;
 class QContextMenuEvent;
 class QEvent;
 class QMouseEvent;
+class QPainter;
 class QPaintEvent;
 class QResizeEvent;
 class QWheelEvent;
@@ -77,6 +78,12 @@ protected:
     virtual void wheelEvent(QWheelEvent* event);
     virtual void contextMenuEvent(QContextMenuEvent* event);
     virtual void leaveEvent(QEvent* event);
+
+    /// Paints the Qt widget that is carried into a picture, see GLLayout::RenderPicture. Here as it
+    /// is on the screen; override it where it shall fill the place.
+    /// @param painter  logical pixels, origin at the top left corner of the place.
+    /// @param size     of the place.
+    virtual void PaintCarried(QPainter& painter, const QSize& size);
 
     // Drawing rectangle in the frame, logical pixels, set by the layout.
     float m_left = 0.0F;

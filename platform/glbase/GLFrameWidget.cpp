@@ -48,7 +48,8 @@ void GLFrameWidget::Render(QPainter& painter)
 
     QColor ground = ColorSet::Instance()[IColorBase::colBackground];
     ground.setAlpha(255);
-    painter.fillRect(DeviceRaster(painter, rect()).Snapped(rect()), ground);
+    const QRect content(QPoint(0, 0), ContentSize());
+    painter.fillRect(DeviceRaster(painter, content).Snapped(content), ground);
     PaintChildren(painter);
     painter.restore();
 }

@@ -41,13 +41,21 @@ public:
     /// with the origin at the frame's top left corner. Must not be called while the frame paints.
     void Render(QPainter& painter);
 
+    /// Whether what is painted is a picture to keep, see GLLayout::RenderPicture. Nothing that
+    /// later paints show may change by it.
+    bool IsPaintingPicture() const { return m_pictureSize.isValid(); }
+
 protected:
     void paintGL() override;
     /// Paints the children with the open painter; the frame itself has none.
     virtual void PaintChildren(QPainter& painter);
+    /// Size that the content is laid out for: the frame's own, or that of the picture.
+    QSize ContentSize() const { return IsPaintingPicture() ? m_pictureSize : size(); }
 
     /// Child that is being painted, set by PaintChildren. GLPainter reads it.
     GLBaseWidget* m_pCurrentChild = nullptr;
+    /// Size of the picture that is painted; not valid while there is none.
+    QSize m_pictureSize;
 
 private:
     friend class GLPainter;

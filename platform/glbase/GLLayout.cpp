@@ -6,6 +6,7 @@
 #include <QContextMenuEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
+#include <QPainter>
 #include <QResizeEvent>
 #include <QScopedValueRollback>
 #include <QWheelEvent>
@@ -111,9 +112,10 @@ void GLLayout::ChildrenChanged()
 
 void GLLayout::PlaceChildren()
 {
-    m_placedSize = size();
+    const bool isPicture = IsPaintingPicture();
+    m_placedSize = ContentSize();
     const std::vector<Child> children = m_children;
-    const std::vector<int> heights = SharedHeights(children, height());
+    const std::vector<int> heights = SharedHeights(children, m_placedSize.height());
     int top = 0;
     for (std::size_t i = 0; i < children.size(); ++i) {
         GLBaseWidget& child = *children[i];
@@ -122,9 +124,11 @@ void GLLayout::PlaceChildren()
         child.m_top = static_cast<float>(top);
         top += heights[i];
         child.m_bottom = static_cast<float>(top);
-        child.PlaceQWidget();
+        if (!isPicture)
+            child.PlaceQWidget();
     }
-    update();
+    if (!isPicture)
+        update();
 
     // A child may place, add or remove children in its event.
     const QPointer<GLLayout> self(this);
@@ -144,24 +148,39 @@ int GLLayout::WidthOf(const GLBaseWidget& child, int depth) const
 {
     // A chain of siblings longer than their number leads in a circle.
     if (child.m_alignMode != haAlign || depth > static_cast<int>(m_children.size()))
-        return width();
-    int base = width();
+        return m_placedSize.width();
+    int base = m_placedSize.width();
     if (child.m_alignName != QLatin1String("Top")) {
         const auto sibling =
             std::find_if(m_children.begin(), m_children.end(), [&child](const Child& other) {
                 return other->objectName() == child.m_alignName;
             });
         if (sibling == m_children.end())
-            return width();
+            return m_placedSize.width();
         base = WidthOf(**sibling, depth + 1);
     }
-    return truncateSaturated<int>(base * child.m_alignFactor + 0.5, 0, width());
+    return truncateSaturated<int>(base * child.m_alignFactor + 0.5, 0, m_placedSize.width());
+}
+
+void GLLayout::RenderPicture(QPainter& painter, const QSize& size)
+{
+    if (size.isEmpty())
+        return;
+    const QSize shownSize = m_placedSize;
+    const QScopedValueRollback<QSize> picture(m_pictureSize, size);
+    painter.save();
+    painter.setFont(font());
+    Render(painter);
+    painter.restore();
+    // As part of the picture, so that nothing is painted anew for it.
+    m_pictureSize = shownSize;
+    PlaceChildren();
 }
 
 void GLLayout::PaintChildren(QPainter&)
 {
     // A layout that was never shown receives no resize event.
-    if (m_placedSize != size())
+    if (m_placedSize != ContentSize())
         PlaceChildren();
     const QScopedValueRollback<GLBaseWidget*> current(m_pCurrentChild);
     const std::vector<Child> children = m_children;

@@ -25,6 +25,17 @@ public:
     bool RemoveWidget(GLBaseWidget& widget);
     const std::vector<std::shared_ptr<GLBaseWidget>>& Widgets() const { return m_children; }
 
+    /// Paints a picture of the layout with all that it carries, laid out for a size whatever its
+    /// own is. The layout and the Qt widgets in it are neither resized nor painted for it, its
+    /// children are as before afterwards, and the picture changes nothing that later paints show.
+    ///
+    /// Where the painter draws vectors (SVG, PDF), so do texts, lines, traces and fills, on a grid
+    /// of a quarter of a logical pixel. Of points, see GLPainter::drawPoints.
+    /// @param painter  logical pixels, origin at the top left corner. Must not be called while the
+    ///                 layout paints.
+    /// @param size     logical pixels; an empty one paints nothing.
+    void RenderPicture(QPainter& painter, const QSize& size);
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 

@@ -5,6 +5,7 @@
 #include "platform/glbase/GLBaseWidget.h"
 #include "platform/glbase/GLFrameWidget.h"
 
+#include <QImage>
 #include <QLinearGradient>
 #include <QOpenGLFunctions>
 #include <QPainter>
@@ -22,7 +23,7 @@ GLPainter::GLPainter(GLFrameWidget* frame)
         return;
     // From the frame's own transform and clip, so that a nested handle gives the same area.
     const GLBaseWidget* child = m_pFrame->m_pCurrentChild;
-    const QRect place = child ? child->geometry() : m_pFrame->rect();
+    const QRect place = child ? child->geometry() : QRect(QPoint(0, 0), m_pFrame->ContentSize());
     m_area = QRect(QPoint(0, 0), place.size());
     m_pPainter->save();
     m_pPainter->setWorldTransform(m_pFrame->m_baseTransform);
@@ -180,11 +181,42 @@ void GLPainter::endNativePainting()
     m_native = false;
 }
 
+namespace {
+
+/// Points as squares of a logical pixel, as a picture of four pixels to one, where that is not too
+/// large.
+QImage PointImage(const QSize& size, const std::vector<float>& points, const QTransform& toWidget,
+                  const QColor& color)
+{
+    constexpr int mostPixels = 8192; // a side
+    const int fineness = qBound(1, mostPixels / std::max(size.width(), size.height()), 4);
+    QImage image(size * fineness, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.scale(fineness, fineness);
+    const QRectF visible(QPointF(0.0, 0.0), size);
+    for (std::size_t i = 1; i < points.size(); i += 2) {
+        const QRectF square(static_cast<double>(points[i - 1]) * toWidget.m11() + toWidget.dx(),
+                            static_cast<double>(points[i]) * toWidget.m22() + toWidget.dy(), 1.0,
+                            1.0);
+        if (visible.intersects(square)) // NaN does not
+            painter.fillRect(square, color);
+    }
+    return image;
+}
+
+} // namespace
+
 void GLPainter::drawPoints(const std::vector<float>& points, const QTransform& toWidget,
                            const QColor& color)
 {
     if (!m_pPainter)
         return;
+    constexpr std::size_t mostVectors = 10000;
+    if (DeviceRaster::IsVector(*m_pPainter) && points.size() / 2 > mostVectors) {
+        m_pPainter->drawImage(m_area, PointImage(m_area.size(), points, toWidget, color));
+        return;
+    }
     DeviceRaster raster(*m_pPainter, m_area);
     for (std::size_t i = 1; i < points.size(); i += 2) {
         raster.AddPoint(static_cast<double>(points[i - 1]) * toWidget.m11() + toWidget.dx(),

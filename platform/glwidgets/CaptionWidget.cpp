@@ -17,7 +17,25 @@ constexpr int leftMargin = 8;
 constexpr int rightMargin = 4;
 constexpr int spacing = 8; // between title, read-out and button
 
-/// Toggle with a pause sign, or a play sign while it is checked; drawn in the label colour.
+/// A pause sign, or a play sign while paused, in the place of a button.
+void drawSign(QPainter& painter, const QRectF& place, bool isPaused)
+{
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(
+        ColorSet::Instance()[isPaused ? IColorBase::colTimeMarker : IColorBase::colLabel]);
+    const QRectF sign = place.adjusted(6.0, 5.0, -6.0, -5.0);
+    if (isPaused) {
+        painter.drawPolygon(QPolygonF(
+            {sign.topLeft(), sign.bottomLeft(), QPointF(sign.right() + 1.0, sign.center().y())}));
+    } else {
+        const double bar = sign.width() * 0.35;
+        painter.drawRect(QRectF(sign.left(), sign.top(), bar, sign.height()));
+        painter.drawRect(QRectF(sign.right() - bar, sign.top(), bar, sign.height()));
+    }
+}
+
+/// Toggle of the two signs.
 class PauseButton : public QToolButton
 {
 public:
@@ -26,24 +44,14 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override
     {
-        ColorSet& colors = ColorSet::Instance();
         QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(Qt::NoPen);
         if (underMouse() || isDown()) {
-            painter.setBrush(colors[IColorBase::colGrid]);
+            painter.setRenderHint(QPainter::Antialiasing);
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(ColorSet::Instance()[IColorBase::colGrid]);
             painter.drawRoundedRect(rect(), 3.0, 3.0);
         }
-        painter.setBrush(colors[isChecked() ? IColorBase::colTimeMarker : IColorBase::colLabel]);
-        const QRectF sign = QRectF(rect()).adjusted(6.0, 5.0, -6.0, -5.0);
-        if (isChecked()) {
-            painter.drawPolygon(QPolygonF({sign.topLeft(), sign.bottomLeft(),
-                                           QPointF(sign.right() + 1.0, sign.center().y())}));
-        } else {
-            const double bar = sign.width() * 0.35;
-            painter.drawRect(QRectF(sign.left(), sign.top(), bar, sign.height()));
-            painter.drawRect(QRectF(sign.right() - bar, sign.top(), bar, sign.height()));
-        }
+        drawSign(painter, rect(), isChecked());
     }
 };
 
@@ -111,12 +119,33 @@ void CaptionWidget::setPaused(bool paused)
 
 void CaptionWidget::paintEvent(QPaintEvent*)
 {
-    ColorSet& colors = ColorSet::Instance();
     QPainter painter(this);
-    painter.fillRect(rect(), colors[IColorBase::colBackground]);
+    PaintBar(painter, rect());
+    if (hasFocus())
+        painter.fillRect(0, height() - 1, width(), 1,
+                         ColorSet::Instance()[IColorBase::colTimeTrace]);
+}
+
+void CaptionWidget::PaintPicture(QPainter& painter, const QSize& size) const
+{
+    const QRect place(QPoint(0, 0), size);
+    PaintBar(painter, place);
+    if (!m_pPause)
+        return;
+    QRect button(QPoint(0, 0), m_pPause->size());
+    button.moveCenter(place.center());
+    button.moveRight(place.right() - rightMargin);
+    drawSign(painter, button, isPaused());
+}
+
+// Without the button, which is a widget of its own.
+void CaptionWidget::PaintBar(QPainter& painter, const QRect& place) const
+{
+    ColorSet& colors = ColorSet::Instance();
+    painter.fillRect(place, colors[IColorBase::colBackground]);
     painter.setPen(colors[IColorBase::colLabel]);
     const int right = m_pPause ? m_pPause->width() + rightMargin + spacing : spacing;
-    QRect free = rect().adjusted(leftMargin, 0, -right, 0);
+    QRect free = place.adjusted(leftMargin, 0, -right, 0);
     const auto draw = [&](const QFont& font, int alignment, const QString& text) {
         painter.setFont(font);
         const QFontMetrics metrics(font);
@@ -131,8 +160,6 @@ void CaptionWidget::paintEvent(QPaintEvent*)
     QFont digits = font();
     digits.setFamily(QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
     draw(digits, Qt::AlignRight, m_readout);
-    if (hasFocus())
-        painter.fillRect(0, height() - 1, width(), 1, colors[IColorBase::colTimeTrace]);
 }
 
 void CaptionWidget::keyPressEvent(QKeyEvent* event)

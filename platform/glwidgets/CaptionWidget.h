@@ -21,6 +21,9 @@ public:
     bool isPaused() const;
     /// Presses the pause button for the user, unless it stands so already.
     void setPaused(bool paused);
+    /// Paints the bar into a picture, laid out for a size in logical pixels; the focus and the
+    /// pointer do not show.
+    void PaintPicture(QPainter& painter, const QSize& size) const;
 
 signals:
     /// The last thing that happens on a toggle: a receiver may delete the bar.
@@ -36,6 +39,7 @@ protected:
 private:
     void TellPause();
     void DescribePause();
+    void PaintBar(QPainter& painter, const QRect& place) const;
 
     QString m_title;
     QString m_readout;

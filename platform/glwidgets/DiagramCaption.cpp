@@ -12,13 +12,22 @@ class CaptionHost : public GLBaseWidget
 public:
     explicit CaptionHost(CaptionWidget* bar)
         : GLBaseWidget("Caption", nullptr)
+        , m_bar(bar)
         , m_height(bar->height())
     {
         SetQWidget(bar);
     }
     int FixedHeight() const override { return m_height; }
 
+protected:
+    void PaintCarried(QPainter& painter, const QSize& size) override
+    {
+        if (m_bar)
+            m_bar->PaintPicture(painter, size);
+    }
+
 private:
+    QPointer<CaptionWidget> m_bar;
     int m_height;
 };
 

@@ -177,7 +177,7 @@ void XAxisWidget::paintEvent(QPaintEvent* event)
     Picture picture(painter);
     painter.fillRect(picture.area, colors[IColorBase::colBackground]);
 
-    if (d->pointer && axis.IsUsable()) {
+    if (d->pointer && axis.IsUsable() && !GetFrameWidget()->IsPaintingPicture()) {
         const QString readout = axis.LabelWithUnit(axis.PixelToValue(*d->pointer));
         const QRect box = picture.TextBox(*d->pointer, readout, padding);
         picture.DrawTicks(axis, box, text);

@@ -215,6 +215,29 @@ void GLEyeDiagram::AddData(std::vector<double>& data)
     TrimHistory();
 }
 
+std::vector<std::vector<QPointF>> GLEyeDiagram::GetTraces() const
+{
+    std::vector<std::vector<QPointF>> traces;
+    const auto xData = Object<CDataArrayD>("MeasDataX");
+    const auto yData = Object<CDataArrayD>("MeasDataY");
+    if (!xData || !yData)
+        return traces;
+    double last = std::numeric_limits<double>::infinity();
+    for (std::size_t i = 0; i + 1 < std::min(xData->Size(), yData->Size()); ++i) {
+        const double x = xData->At(i);
+        // The one before a step back is no sample: it ends its trace.
+        if (xData->At(i + 1) < x) {
+            last = x;
+            continue;
+        }
+        if (x < last)
+            traces.emplace_back();
+        last = x;
+        traces.back().emplace_back(x * static_cast<double>(m_xSpan) * spanWidening, yData->At(i));
+    }
+    return traces;
+}
+
 // Replaces or widens the Y range while auto-scaling.
 void GLEyeDiagram::ScaleTo(Extent extent)
 {
@@ -348,23 +371,27 @@ void GLEyeDiagram::resizeEvent(QResizeEvent*) { update(); }
 
 void GLEyeDiagram::paintEvent(QPaintEvent*)
 {
-    if (!m_xAxisWidget || m_xSpan == 0.0F)
-        return;
-    m_xAxisWidget->SetStartValue(0.0);
-    m_xAxisWidget->SetStopValue(static_cast<double>(m_xSpan));
-    UpdateScene();
-    UpdateXGrid();
-    m_pChartDisplay->Update();
-    m_pEngineSwitch->Update(false);
+    if (UpdateScene(size()))
+        m_pEngineSwitch->Update(false);
 }
 
-// Size, colours, font and scale of the moment.
-void GLEyeDiagram::UpdateScene()
+void GLEyeDiagram::PaintPicture(QPainter& painter, const QSize& size)
 {
+    if (UpdateScene(size))
+        m_pEngineSwitch->Render(painter, size);
+}
+
+// Size, colours, font and scale of the moment; whether there is anything to paint.
+bool GLEyeDiagram::UpdateScene(const QSize& size)
+{
+    if (!m_xAxisWidget || m_xSpan == 0.0F)
+        return false;
+    m_xAxisWidget->SetStartValue(0.0);
+    m_xAxisWidget->SetStopValue(static_cast<double>(m_xSpan));
     if (const auto cell = Object<CLayoutCell>("BackgroundLayoutCell"))
-        cell->m_geometry = QRect(0, -height(), width(), 2 * height());
+        cell->m_geometry = QRect(0, -size.height(), size.width(), 2 * size.height());
     if (const auto cell = Object<CLayoutCell>("DiagramLayoutCell"))
-        cell->m_geometry = QRect(0, 0, width(), height());
+        cell->m_geometry = QRect(QPoint(0, 0), size);
     if (const auto style = Object<CStyleResource>("FillStyleRect")) {
         style->m_firstColor = color(IColorBase::colEyeBackground);
         style->m_secondColor = color(IColorBase::colEyeBackgroundEnd);
@@ -390,6 +417,9 @@ void GLEyeDiagram::UpdateScene()
     }
     if (const auto style = Object<CStyleResource>("CurveLineStyle"))
         style->m_firstColor = color(IColorBase::colEyeTrace);
+    UpdateXGrid();
+    m_pChartDisplay->Update();
+    return true;
 }
 
 // The grid stands where the X axis has its lines. While that has none, the grid stays.

@@ -7,6 +7,7 @@
 #include "platform/values/Persistant.h"
 
 #include <QAction>
+#include <QPointF>
 #include <QTimer>
 #include <QWidget>
 
@@ -53,6 +54,13 @@ public:
     /// @param data  samples in order; read, not changed. Fewer than two are ignored. The curve is
     ///              broken at samples that are not finite, and NaN moves no bound.
     void AddData(std::vector<double>& data);
+    /// The traces that are kept, the oldest first, which may have lost its first samples: of each
+    /// sample where it lies in the interval from 0 to 1, and its value.
+    std::vector<std::vector<QPointF>> GetTraces() const;
+    /// Paints the diagram into a picture, laid out for a size in logical pixels whatever its own
+    /// is; as vectors where the painter draws vectors. Nothing without an X axis, which is laid out
+    /// alike.
+    void PaintPicture(QPainter& painter, const QSize& size);
     /// Changes nothing: an eye has no time axis. Here so that all diagrams are fed alike.
     void SetBaudrate(float baudrate);
 
@@ -103,7 +111,7 @@ private:
     void TrimHistory();
     void ShowYRange();
     void BuildScene();
-    void UpdateScene();
+    bool UpdateScene(const QSize& size);
     void UpdateXGrid();
     template<class T>
     OndoChartDisplay::CSmartPtr<T> Object(const char* name) const;

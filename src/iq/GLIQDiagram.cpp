@@ -105,6 +105,14 @@ void GLIQDiagram::AddData(std::vector<float>& data)
         RemoveRecord();
 }
 
+std::vector<float> GLIQDiagram::GetSamples() const
+{
+    std::vector<float> samples;
+    for (auto record = m_records.rbegin(); record != m_records.rend(); ++record)
+        samples.insert(samples.end(), (*record)->m_samples.begin(), (*record)->m_samples.end());
+    return samples;
+}
+
 // Replaces or widens both ranges. They are set end by end, so that whoever follows an axis sees
 // each step, and an axis may be reversed for a moment.
 void GLIQDiagram::ScaleTo(const std::vector<float>& samples)
@@ -241,13 +249,17 @@ void GLIQDiagram::paintEvent(QPaintEvent* event)
         m_xAxisWidget->XPixelMap()->GetGridDrawer().Draw(painter, this, m_drawParam);
         m_yAxisHandler->XPixelMap()->GetGridDrawer().Draw(painter, this, m_drawParam);
     }
-    const std::size_t young = CountYoungRecords();
+    // A picture shows what is kept, and is no paint that data sets age by.
+    const bool isPicture = frame->IsPaintingPicture();
+    const std::size_t young = isPicture ? m_records.size() : CountYoungRecords();
     // On an axis without extent no point can be placed; the data sets age all the same.
     if (plot.isUsable)
         DrawPoints(plot, young, painter);
-    while (m_records.size() > young)
-        RemoveRecord();
-    m_lastPaintTime = QDateTime::currentDateTimeUtc();
+    if (!isPicture) {
+        while (m_records.size() > young)
+            RemoveRecord();
+        m_lastPaintTime = QDateTime::currentDateTimeUtc();
+    }
     GLCommonWidget::paintEvent(event);
     TextRects()->draw(painter);
 }
@@ -266,6 +278,11 @@ std::size_t GLIQDiagram::CountYoungRecords() const
 void GLIQDiagram::DrawPoints(const Plot& plot, std::size_t recordCount, GLPainter& painter) const
 {
     const QColor color(ColorSet::Instance()[IColorBase::colIQPoint].rgb()); // opaque
+    if (GetFrameWidget()->IsPaintingPicture()) {
+        painter.drawPoints(GetSamples(), plot.toPixel,
+                           color); // at once: the way follows their count
+        return;
+    }
     if (!painter.beginNativePainting()) {
         for (std::size_t i = 0; i < recordCount; ++i)
             painter.drawPoints(m_records[i]->m_samples, plot.toPixel, color);

@@ -55,6 +55,9 @@ public:
     ///              odd number of values, is ignored and left as it is.
     /// Pairs with a NaN or an infinity are not drawn; NaNs do not count for the auto-scale.
     void AddData(std::vector<float>& data);
+    /// The samples that are kept, I, Q, I, Q..., data sets and their samples in the order in which
+    /// they came.
+    std::vector<float> GetSamples() const;
 
     /// Sets one end of the Y range, as it is.
     void SetYStart(double start);

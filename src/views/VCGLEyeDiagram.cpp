@@ -9,6 +9,27 @@ namespace {
 
 constexpr const char* diagramName = "EyeDiagram";
 
+/// Place of the diagram in the layout.
+class EyeHost : public GLBaseWidget
+{
+public:
+    explicit EyeHost(GLEyeDiagram& diagram)
+        : GLBaseWidget(diagramName, nullptr)
+        , m_diagram(diagram)
+    {
+        SetQWidget(&diagram);
+    }
+
+protected:
+    void PaintCarried(QPainter& painter, const QSize& size) override
+    {
+        m_diagram.PaintPicture(painter, size);
+    }
+
+private:
+    GLEyeDiagram& m_diagram;
+};
+
 } // namespace
 
 using Frame = ViewFrame<VCGLEyeDiagram>;
@@ -25,8 +46,7 @@ VCGLEyeDiagram::VCGLEyeDiagram(QWidget* parent)
     Frame::BuildCaption(*this, tr("Eye Diagram"));
 
     m_pEyeDiagram = new GLEyeDiagram(this);
-    m_eyeHost = std::make_shared<GLBaseWidget>(diagramName, nullptr);
-    m_eyeHost->SetQWidget(m_pEyeDiagram);
+    m_eyeHost = std::make_shared<EyeHost>(*m_pEyeDiagram);
     Frame::AddDiagram(*this, m_eyeHost);
 
     Frame::BuildXAxis(*this, diagramName, std::make_shared<GLEyeStringFormatter>());

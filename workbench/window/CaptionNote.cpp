@@ -30,13 +30,26 @@ void CaptionNote::say(const QString& text)
 
 void CaptionNote::paintEvent(QPaintEvent*)
 {
+    QPainter painter(this);
+    paint(painter, rect());
+}
+
+void CaptionNote::paintPicture(QPainter& painter, int width) const
+{
+    painter.save();
+    paint(painter, geometry().adjusted(0, 0, width - m_bar.width(), 0));
+    painter.restore();
+}
+
+void CaptionNote::paint(QPainter& painter, const QRect& place) const
+{
     if (!m_bar.readout().isEmpty())
         return;
     QFont bold = font();
     bold.setBold(true);
     const int title = 2 * gap + QFontMetrics(bold).horizontalAdvance(m_bar.accessibleName());
-    const QRect free = rect().adjusted(title, 0, -gap, 0);
-    QPainter painter(this);
+    const QRect free = place.adjusted(title, 0, -gap, 0);
+    painter.setFont(font());
     painter.setPen(palette().color(QPalette::PlaceholderText));
     painter.drawText(free, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine,
                      fontMetrics().elidedText(m_text, Qt::ElideRight, free.width()));

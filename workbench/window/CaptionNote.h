@@ -4,6 +4,7 @@
 #include <QWidget>
 
 class CaptionWidget;
+class QPainter;
 
 /// A few words in a view's caption bar on what it shows, where that is not plain. They leave their
 /// room to the bar's title, and to its read-out while there is one.
@@ -15,11 +16,16 @@ public:
 
     void say(const QString& text);
     const QString& text() const { return m_text; }
+    /// Paints it into a picture of the bar, in its place there.
+    /// @param width  of the bar in the picture.
+    void paintPicture(QPainter& painter, int width) const;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void paint(QPainter& painter, const QRect& place) const;
+
     CaptionWidget& m_bar;
     QString m_text;
 };

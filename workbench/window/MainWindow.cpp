@@ -86,7 +86,7 @@ MainWindow::MainWindow(SchemeChoice& scheme)
     , m_view(new ViewMenu(*this, m_player, *m_panes, *m_parameters))
     , m_states(*m_panes)
     , m_readings(new Readings(*m_panes, this))
-    , m_export(*m_panes, feed(), [this] { fitIqAxes(); })
+    , m_export(*m_panes, feed())
 {
     setMinimumSize(640, 400);
     setAcceptDrops(true);

@@ -36,13 +36,15 @@ void PaneNote::say(const QString& text)
     arrange();
 }
 
-void PaneNote::arrange()
+void PaneNote::arrange() { setGeometry(placeIn(parentWidget()->rect())); }
+
+QRect PaneNote::placeIn(const QRect& view) const
 {
-    const QRect room = parentWidget()->rect().adjusted(gap, m_captionHeight + gap, -gap, -gap);
+    const QRect room = view.adjusted(gap, m_captionHeight + gap, -gap, -gap);
     const int width = std::min(room.width(), fontMetrics().horizontalAdvance(text()) + 3 * padding);
     QRect place(0, 0, width, heightForWidth(width));
     place.moveCenter(room.center());
-    setGeometry(place);
+    return place;
 }
 
 bool PaneNote::eventFilter(QObject* watched, QEvent* event)
@@ -52,15 +54,32 @@ bool PaneNote::eventFilter(QObject* watched, QEvent* event)
     return QLabel::eventFilter(watched, event);
 }
 
-void PaneNote::paintEvent(QPaintEvent* event)
+void PaneNote::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    paint(painter, rect());
+}
+
+void PaneNote::paintPicture(QPainter& painter, const QSize& size) const
+{
+    const QRect place = placeIn(QRect(QPoint(), size));
+    if (isHidden() || place.isEmpty())
+        return;
+    painter.save();
+    painter.setFont(font());
+    paint(painter, place);
+    painter.restore();
+}
+
+void PaneNote::paint(QPainter& painter, const QRect& place) const
 {
     QColor ground = palette().color(QPalette::Window);
     ground.setAlphaF(opacity);
-    QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(ground);
-    painter.drawRoundedRect(rect(), padding / 2.0, padding / 2.0);
-    painter.end();
-    QLabel::paintEvent(event);
+    painter.drawRoundedRect(place, padding / 2.0, padding / 2.0);
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.drawText(place.marginsRemoved(contentsMargins()), Qt::AlignCenter | Qt::TextWordWrap,
+                     text());
 }

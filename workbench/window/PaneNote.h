@@ -14,6 +14,9 @@ public:
 
     /// An empty text hides it.
     void say(const QString& text);
+    /// Paints it into a picture of the view, in its place there.
+    /// @param size  of the view in the picture.
+    void paintPicture(QPainter& painter, const QSize& size) const;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -21,6 +24,8 @@ protected:
 
 private:
     void arrange();
+    QRect placeIn(const QRect& view) const;
+    void paint(QPainter& painter, const QRect& place) const;
 
     int m_captionHeight;
 };

@@ -1,9 +1,12 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/ViewExport.h"
 
-#include "platform/glbase/GLBaseWidget.h"
-#include "platform/glwidgets/DiagramCaption.h"
+#include "eye/GLEyeDiagram.h"
+#include "iq/GLIQDiagram.h"
+#include "platform/glwidgets/XAxisWidget.h"
 #include "workbench/feed/SignalFeed.h"
+#include "workbench/window/CaptionNote.h"
+#include "workbench/window/PaneNote.h"
 
 #include <QBuffer>
 #include <QFileInfo>
@@ -13,93 +16,149 @@
 #include <QSaveFile>
 #include <QSvgGenerator>
 
+#include <algorithm>
 #include <charconv>
+#include <cmath>
 
 namespace {
 
-constexpr std::size_t iqIndex = 2; // of the pane
-constexpr double fineness = 4.0;   // pixels of a picture within vectors, to one of the screen
 constexpr double pointsPerInch = 72.0;
-
-/// A view of another size for a while, without anybody seeing it.
-class Resized
-{
-public:
-    Resized(QWidget& view, const QSize& size)
-        : m_view(view)
-        , m_before(view.size())
-    {
-        m_view.setUpdatesEnabled(false);
-        m_view.resize(size);
-    }
-    ~Resized()
-    {
-        m_view.resize(m_before);
-        m_view.setUpdatesEnabled(true);
-    }
-    Resized(const Resized&) = delete;
-    Resized& operator=(const Resized&) = delete;
-
-private:
-    QWidget& m_view;
-    QSize m_before;
-};
 
 QString title(const ViewPanes::Pane& pane) { return pane.showing->text().remove(QLatin1Char('&')); }
 
-/// Paints what the view paints itself, then the widgets in it.
-void paint(const ViewPanes::Pane& pane, QPainter& painter)
+/// A view is its caption, the diagram and the X axis below that.
+template<class Widget>
+Widget* part(const ViewPanes::Pane& pane, std::size_t index)
 {
-    pane.view->Render(painter);
-    for (const auto& child : pane.view->Widgets()) {
-        QWidget* carried = child->GetQWidget();
-        if (!carried)
-            continue;
-        painter.save();
-        painter.translate(carried->mapTo(pane.view, QPoint()));
-        carried->render(&painter, QPoint(), QRegion(), QWidget::DrawChildren);
-        painter.restore();
-    }
+    return dynamic_cast<Widget*>(pane.view->Widgets().at(index).get());
 }
 
-QImage image(const ViewPanes::Pane& pane, const QSize& size, double scale)
+/// Place of the diagram in a view of a size.
+QRect plotOf(const ViewPanes::Pane& pane, const QSize& size)
 {
-    QImage result(size * scale, QImage::Format_RGB32);
-    result.setDevicePixelRatio(scale);
-    result.fill(Qt::black);
-    QPainter painter(&result);
-    paint(pane, painter);
+    const int top = pane.view->Widgets().at(0)->FixedHeight();
+    const int bottom = pane.view->Widgets().at(2)->FixedHeight();
+    return {0, top, size.width(), size.height() - top - bottom};
+}
+
+/// Gives I and Q in a picture the scale to one another that they have in the view, and shows the
+/// same square of them, for a while.
+class SameScale
+{
+public:
+    SameScale(const ViewPanes::Pane& pane, const QSize& size)
+    {
+        auto* diagram = part<GLIQDiagram>(pane, 1);
+        const QSize shown = plotOf(pane, pane.view->size()).size();
+        const QSize wanted = plotOf(pane, size).size();
+        if (!diagram || shown == wanted || shown.isEmpty() || wanted.isEmpty())
+            return;
+        m_x.emplace(*part<XAxisWidget>(pane, 2));
+        m_y.emplace(*diagram->GetYAxisHandler());
+        const double shownAspect = aspect(shown);
+        const double wantedAspect = aspect(wanted);
+        m_x->widen(std::max(wantedAspect, 1.0) / std::max(shownAspect, 1.0));
+        m_y->widen(std::max(1.0 / wantedAspect, 1.0) / std::max(1.0 / shownAspect, 1.0));
+    }
+
+private:
+    static double aspect(const QSize& plot)
+    {
+        return static_cast<double>(plot.width()) / plot.height();
+    }
+
+    /// Comes back as it was, and nobody is told.
+    class Axis
+    {
+    public:
+        explicit Axis(const AxisHandler& axis)
+            : m_map(axis.XPixelMap())
+            , m_start(axis.GetStartValue())
+            , m_stop(axis.GetStopValue())
+        {}
+        ~Axis() { m_map->GetAxisDefinition().SetRange(m_start, m_stop); }
+        Axis(const Axis&) = delete;
+        Axis& operator=(const Axis&) = delete;
+        void widen(double factor)
+        {
+            const double middle = m_start + (m_stop - m_start) / 2.0;
+            m_map->GetAxisDefinition().SetRange(middle + (m_start - middle) * factor,
+                                                middle + (m_stop - middle) * factor);
+        }
+
+    private:
+        std::shared_ptr<values::PixelMap> m_map;
+        double m_start;
+        double m_stop;
+    };
+
+    std::optional<Axis> m_x;
+    std::optional<Axis> m_y;
+};
+
+/// Paints the view as it is shown, with the notes over it.
+void paint(const ViewPanes::Pane& pane, const QSize& size, QPainter& painter)
+{
+    pane.view->RenderPicture(painter, size);
+    const bool isOnView = pane.canvas == pane.view;
+    const QRect canvas = isOnView ? QRect(QPoint(), size) : plotOf(pane, size);
+    pane.mode->paintPicture(painter, size.width());
+    painter.translate(canvas.topLeft());
+    pane.note->paintPicture(painter, canvas.size());
+}
+
+QByteArray picture(const ViewPanes::Pane& pane, ViewExport::Format format, const QSize& size,
+                   double scale)
+{
+    const SameScale sameScale(pane, size);
+    const int resolution = pane.view->logicalDpiX(); // or texts have another size
+    QByteArray result;
+    QBuffer buffer(&result);
+    buffer.open(QIODevice::WriteOnly);
+    if (format == ViewExport::Format::Png) {
+        QImage image(size * scale, QImage::Format_RGB32);
+        if (image.isNull())
+            return result;
+        image.setDevicePixelRatio(scale);
+        image.fill(Qt::black);
+        QPainter painter(&image);
+        paint(pane, size, painter);
+        painter.end();
+        image.save(&buffer, "PNG");
+    } else if (format == ViewExport::Format::Svg) {
+        QSvgGenerator generator;
+        generator.setOutputDevice(&buffer);
+        generator.setResolution(resolution);
+        generator.setSize(size);
+        generator.setViewBox(QRect(QPoint(), size));
+        generator.setTitle(title(pane));
+        QPainter painter(&generator);
+        paint(pane, size, painter);
+    } else {
+        QPdfWriter writer(&buffer);
+        writer.setResolution(resolution);
+        writer.setPageSize(QPageSize(QSizeF(size) * pointsPerInch / resolution, QPageSize::Point,
+                                     QString(), QPageSize::ExactMatch));
+        writer.setPageMargins(QMarginsF());
+        writer.setTitle(title(pane));
+        QPainter painter(&writer);
+        paint(pane, size, painter);
+    }
     return result;
 }
 
-/// Vectors, but for what would be too many of them.
-void paintVectors(const ViewPanes::Pane& pane, std::size_t drawnCount, QPainter& painter)
-{
-    constexpr std::size_t mostDrawn = 20000;
-    const bool isOwnWidget = pane.canvas != pane.view; // drawn pixel by pixel
-    if (!isOwnWidget && drawnCount <= mostDrawn) {
-        paint(pane, painter);
-        return;
-    }
-    paint(pane, painter);
-    const QRect place = isOwnWidget
-                            ? QRect(pane.canvas->mapTo(pane.view, QPoint()), pane.canvas->size())
-                            : pane.view->Widgets()[1]->geometry();
-    const QImage all = image(pane, pane.view->size(), fineness);
-    const QRect part(place.topLeft() * fineness, place.size() * fineness);
-    QImage inside = all.copy(part);
-    inside.setDevicePixelRatio(1.0);
-    painter.drawImage(QRectF(place), inside);
-}
+/// Without what the last digits have of computing.
+double rounded(double value) { return std::round(value * 1e9) / 1e9; }
 
 class Table
 {
 public:
     explicit Table(const char* names) { m_text = names; }
-    void add(std::initializer_list<double> row)
+    template<class Number>
+    void add(std::initializer_list<Number> row)
     {
         char separator = '\n';
-        for (const double value : row) {
+        for (const Number value : row) {
             char digits[32];
             const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
             m_text += separator;
@@ -129,103 +188,62 @@ std::optional<ViewExport::Format> ViewExport::formatOf(const QString& fileName)
     return index < 0 ? std::nullopt : std::optional(static_cast<Format>(index));
 }
 
-ViewExport::ViewExport(ViewPanes& panes, SignalFeed& feed, std::function<void()> fitIq)
+ViewExport::ViewExport(const ViewPanes& panes, const SignalFeed& feed)
     : m_panes(panes)
     , m_feed(feed)
-    , m_fitIq(std::move(fitIq))
 {}
 
 QByteArray ViewExport::content(std::size_t index, Format format, const QSize& size, double scale,
                                QString& why) const
 {
+    const ViewPanes::Pane& pane = m_panes.panes().at(index);
     if (format == Format::Csv) {
-        const QByteArray text = table(index);
+        const QByteArray text = table(pane);
         if (text.isEmpty())
             why = tr("there are no data to export yet; play the signal first");
         return text;
     }
     const QSize pixels = size * (format == Format::Png ? scale : 1.0);
-    if (pixels.isEmpty() || pixels.width() > maxSide || pixels.height() > maxSide) {
+    const bool isPossible =
+        !pixels.isEmpty() && pixels.width() <= maxSide && pixels.height() <= maxSide;
+    const QByteArray result = isPossible ? picture(pane, format, size, scale) : QByteArray();
+    if (result.isEmpty()) { // also where there is no memory for it
         why = tr("a picture of %1 x %2 pixels cannot be made; give up to %3")
                   .arg(pixels.width())
                   .arg(pixels.height())
                   .arg(maxSide);
-        return QByteArray();
     }
-    return picture(m_panes.panes().at(index), format, size, scale);
-}
-
-QByteArray ViewExport::picture(const ViewPanes::Pane& pane, Format format, const QSize& size,
-                               double scale) const
-{
-    QByteArray result;
-    {
-        const Resized resized(*pane.view, size);
-        m_fitIq();
-        // Points age, also while the signal stands still: those that were seen last come again.
-        if (&pane == &m_panes.panes().at(iqIndex) && !m_feed.isPlaying())
-            m_panes.showWhilePaused([this] { m_feed.iq().notifyAgain(); });
-        QBuffer buffer(&result);
-        buffer.open(QIODevice::WriteOnly);
-        if (format == Format::Png) {
-            image(pane, size, scale).save(&buffer, "PNG");
-        } else if (format == Format::Svg) {
-            QSvgGenerator generator;
-            generator.setOutputDevice(&buffer);
-            generator.setResolution(pane.view->logicalDpiX()); // or texts have another size
-            generator.setSize(size);
-            generator.setViewBox(QRect(QPoint(), size));
-            generator.setTitle(title(pane));
-            QPainter painter(&generator);
-            paintVectors(pane, drawnCount(pane), painter);
-        } else {
-            QPdfWriter writer(&buffer);
-            writer.setResolution(pane.view->logicalDpiX()); // or texts have another size
-            writer.setPageSize(QPageSize(QSizeF(size) * pointsPerInch / pane.view->logicalDpiX(),
-                                         QPageSize::Point, QString(), QPageSize::ExactMatch));
-            writer.setPageMargins(QMarginsF());
-            writer.setTitle(title(pane));
-            QPainter painter(&writer);
-            paintVectors(pane, drawnCount(pane), painter);
-        }
-    }
-    m_fitIq();
     return result;
 }
 
-std::size_t ViewExport::drawnCount(const ViewPanes::Pane& pane) const
+QByteArray ViewExport::table(const ViewPanes::Pane& pane) const
 {
-    return &pane == &m_panes.panes().at(iqIndex) ? m_feed.iq().newestI().size() * 100 : 0;
-}
-
-QByteArray ViewExport::table(std::size_t index) const
-{
-    if (index == 0) {
-        const std::vector<double> samples = m_feed.shownSamples();
-        Table table("time (s),level");
-        for (std::size_t k = 0; k < samples.size(); ++k)
-            table.add({(static_cast<double>(k) - static_cast<double>(samples.size())) /
-                           m_feed.scale().sampleRate,
-                       samples[k]});
+    if (const auto* diagram = part<GLIQDiagram>(pane, 1)) {
+        const std::vector<float> samples = diagram->GetSamples();
+        Table table("I,Q");
+        for (std::size_t k = 1; k < samples.size(); k += 2)
+            table.add({samples[k - 1], samples[k]});
         return table.text();
     }
-    if (index == 1) {
-        const EyeFeed& eye = m_feed.eye();
-        const std::size_t length = eye.traceLength();
-        const EyeCut& cut = eye.cut();
-        const int symbols = cut.clock == EyeCut::Clock::None ? 1 : cut.symbolCount;
-        Table table(cut.clock == EyeCut::Clock::None ? "trace,time (traces),level"
-                                                     : "trace,time (symbols),level");
-        for (std::size_t k = 0; k < eye.traces().size(); ++k)
-            table.add({static_cast<double>(k / length),
-                       symbols * static_cast<double>(k % length) / static_cast<double>(length - 1),
-                       eye.traces()[k]});
+    if (const auto* diagram = qobject_cast<const GLEyeDiagram*>(pane.canvas)) {
+        const EyeCut& cut = m_feed.eye().cut();
+        const bool hasSymbols = cut.clock != EyeCut::Clock::None;
+        const int length = hasSymbols ? cut.symbolCount : 1;
+        Table table(hasSymbols ? "trace,time (symbols),level" : "trace,time (traces),level");
+        double number = 0.0;
+        for (const std::vector<QPointF>& trace : diagram->GetTraces()) {
+            for (const QPointF& sample : trace)
+                table.add({number, rounded(length * sample.x()), sample.y()});
+            ++number;
+        }
         return table.text();
     }
-    const IqFeed& iq = m_feed.iq();
-    Table table("I,Q");
-    for (std::size_t k = 0; k < iq.newestI().size(); ++k)
-        table.add({iq.newestI()[k], k < iq.newestQ().size() ? iq.newestQ()[k] : 0.0});
+    const std::vector<double> samples = m_feed.shownSamples();
+    Table table("time (s),level");
+    for (std::size_t k = 0; k < samples.size(); ++k)
+        table.add({(static_cast<double>(k) - static_cast<double>(samples.size())) /
+                       m_feed.scale().sampleRate,
+                   samples[k]});
     return table.text();
 }
 

@@ -12,9 +12,10 @@ class SignalFeed;
 
 /// Keeps what a view shows: as a picture of any size, or the data as a table.
 ///
-/// PNG has the pixels that the screen would have. In SVG and PDF texts, axes and grids are vectors;
-/// the eye's traces, and points of which there are tens of thousands, are a picture of four pixels
-/// to one of the screen. CSV has a row of names and units, then numbers as exact as they are.
+/// A picture shows what the view shows, laid out anew for its size; the view on the screen is not
+/// touched. PNG has the pixels that the screen would have. SVG and PDF are vectors, but for points
+/// of which there are tens of thousands. CSV has a row of names and units, then numbers as exact as
+/// they are.
 class ViewExport
 {
     Q_DECLARE_TR_FUNCTIONS(ViewExport)
@@ -28,8 +29,7 @@ public:
     static QStringList endings();
     static std::optional<Format> formatOf(const QString& fileName);
 
-    /// @param fitIq  lays out the axes of the IQ view anew when its size has changed.
-    ViewExport(ViewPanes& panes, SignalFeed& feed, std::function<void()> fitIq);
+    ViewExport(const ViewPanes& panes, const SignalFeed& feed);
 
     /// What would be in a file.
     /// @param index  of the pane: time, eye or IQ.
@@ -42,12 +42,8 @@ public:
     static QString save(const QString& fileName, const QByteArray& content);
 
 private:
-    QByteArray picture(const ViewPanes::Pane& pane, Format format, const QSize& size,
-                       double scale) const;
-    QByteArray table(std::size_t index) const;
-    std::size_t drawnCount(const ViewPanes::Pane& pane) const;
+    QByteArray table(const ViewPanes::Pane& pane) const;
 
-    ViewPanes& m_panes;
-    SignalFeed& m_feed;
-    std::function<void()> m_fitIq;
+    const ViewPanes& m_panes;
+    const SignalFeed& m_feed;
 };
