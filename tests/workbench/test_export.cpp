@@ -1,4 +1,5 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "iq/GLIQDiagram.h"
 #include "workbench/window/MainWindow.h"
 #include "workbench/window/Player.h"
 #include "workbench/window/SchemeChoice.h"
@@ -6,11 +7,22 @@
 
 #include <QFile>
 #include <QImage>
+#include <QPainter>
+#include <QSvgRenderer>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QXmlStreamReader>
+#include <QWheelEvent>
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+struct TestAccess
+{
+    static void keepPoints(GLIQDiagram& diagram) { diagram.m_aging = 1e6; }
+};
 
 namespace {
 
@@ -42,41 +54,118 @@ struct Exported : testing::Test
     QString why;
 };
 
-TEST_F(Exported, PicturesHaveTheWantedSizeAndShowTheView)
+/// What of a picture stands out from the ground and has nothing like it in another, a pixel around;
+/// a part of what stands out.
+double strays(const QImage& image, const QImage& other)
+{
+    const auto isLit = [](const QImage& of, int x, int y) {
+        constexpr int ground = 40;
+        return of.valid(x, y) && qGray(of.pixel(x, y)) > ground;
+    };
+    int lit = 0;
+    int alone = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (!isLit(image, x, y))
+                continue;
+            ++lit;
+            bool isMet = false;
+            for (int k = 0; k < 9; ++k)
+                isMet = isMet || isLit(other, x + k % 3 - 1, y + k / 3 - 1);
+            alone += isMet ? 0 : 1;
+        }
+    }
+    return lit == 0 ? 1.0 : static_cast<double>(alone) / lit;
+}
+
+/// Counts what changes widgets, or paints them.
+class Watch : public QObject
+{
+public:
+    explicit Watch(QWidget& top)
+    {
+        for (QWidget* widget : top.findChildren<QWidget*>())
+            widget->installEventFilter(this);
+        top.installEventFilter(this);
+    }
+    std::ptrdiff_t count = 0;
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        const QEvent::Type changes[] = {QEvent::Resize,        QEvent::Move,
+                                        QEvent::Paint,         QEvent::Show,
+                                        QEvent::LayoutRequest, QEvent::UpdateRequest};
+        count += std::count(std::begin(changes), std::end(changes), event->type());
+        return false;
+    }
+};
+
+TEST_F(Exported, PicturesShowWhatTheScreenShows)
+{
+    TestAccess::keepPoints(
+        dynamic_cast<GLIQDiagram&>(*window.panes().panes()[2].view->Widgets()[1]));
+    play();
+    for (std::size_t index = 0; index < 3; ++index) {
+        SCOPED_TRACE(index);
+        QWidget& view = *window.panes().panes()[index].view;
+        const QSize shown = view.size();
+        for (const QSize& size : {shown, QSize(700, 500), QSize(300, 420)}) {
+            view.resize(size);
+            QCoreApplication::processEvents();
+            const QImage screen = view.grab().toImage();
+            view.resize(shown);
+            QCoreApplication::processEvents();
+            const QImage png = QImage::fromData(content(index, Format::Png, size));
+            ASSERT_EQ(png.size(), screen.size());
+            EXPECT_LT(strays(png, screen), 0.005);
+            EXPECT_LT(strays(screen, png), 0.005);
+
+            QSvgRenderer renderer(content(index, Format::Svg, size));
+            EXPECT_EQ(renderer.viewBox().size(), size);
+            QImage svg(size, QImage::Format_RGB32);
+            QPainter painter(&svg);
+            renderer.render(&painter);
+            EXPECT_LT(strays(svg, png), 0.02);
+            EXPECT_LT(strays(png, svg), 0.02);
+        }
+    }
+}
+
+TEST_F(Exported, PicturesLeaveTheViewAlone)
 {
     EXPECT_TRUE(content(0, Format::Csv, {}).isEmpty());
     EXPECT_FALSE(why.isEmpty()) << "there is nothing yet";
     play();
-    const QSize size(700, 500);
+    window.panes().setPaused(true);
     for (std::size_t index = 0; index < 3; ++index) {
+        SCOPED_TRACE(index);
         QWidget& view = *window.panes().panes()[index].view;
-        const QSize before = view.size();
-        QImage small = QImage::fromData(content(index, Format::Png, size));
-        QImage large = QImage::fromData(content(index, Format::Png, size, 2.0));
-        EXPECT_EQ(small.size(), size);
-        EXPECT_EQ(large.size(), size * 2);
-        EXPECT_EQ(view.size(), before);
-        // The same picture, but finer: about as much of it is lit. Points are a pixel in both.
-        const auto lit = [](const QImage& image) {
-            double sum = 0.0;
-            for (int y = 0; y < image.height(); ++y) {
-                for (int x = 0; x < image.width(); ++x)
-                    sum += qGray(image.pixel(x, y));
-            }
-            return sum / (double(image.width()) * image.height());
-        };
-        EXPECT_NEAR(lit(small), lit(large), 0.5 * lit(small)) << index;
-        EXPECT_GT(lit(small), 20.0) << index; // the ground alone is darker
-
-        QXmlStreamReader svg(content(index, Format::Svg, size));
-        QString texts;
-        while (!svg.atEnd()) {
-            if (svg.readNext() == QXmlStreamReader::Characters)
-                texts += svg.text();
+        // The user looks at a part.
+        for (const QPointF& place :
+             {QPointF(10, view.height() / 2), QPointF(90, view.height() - 4)}) {
+            QWheelEvent wheel(place, view.mapToGlobal(place.toPoint()), {}, {0, 240}, Qt::NoButton,
+                              Qt::NoModifier, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(&view, &wheel);
         }
-        EXPECT_FALSE(svg.hasError());
-        EXPECT_TRUE(texts.contains("0.0")) << "labels are texts";
-        EXPECT_TRUE(content(index, Format::Pdf, size).startsWith("%PDF"));
+        Watch watch(view);
+        for (std::ptrdiff_t seen = -1; std::exchange(seen, watch.count) != watch.count;)
+            QCoreApplication::processEvents();
+        watch.count = 0;
+        const QByteArray before = content(index, Format::Png, view.size());
+        EXPECT_EQ(QImage::fromData(content(index, Format::Png, view.size(), 2.0)).size(),
+                  view.size() * 2);
+        const QByteArray data = content(index, Format::Csv, {});
+        for (const QSize& size :
+             {QSize(800, 600), QSize(4000, 3000), QSize(100, 80), QSize(9, 7)}) {
+            EXPECT_EQ(QImage::fromData(content(index, Format::Png, size)).size(), size);
+            EXPECT_TRUE(QSvgRenderer(content(index, Format::Svg, size)).isValid());
+            EXPECT_TRUE(content(index, Format::Pdf, size).startsWith("%PDF"));
+        }
+        QCoreApplication::processEvents();
+        EXPECT_EQ(watch.count, 0);
+        EXPECT_EQ(content(index, Format::Png, view.size()), before);
+        EXPECT_EQ(content(index, Format::Csv, {}), data);
     }
     for (const QSize& bad : {QSize(), QSize(20000, 10), QSize(-1, 10)}) {
         EXPECT_TRUE(content(0, Format::Png, bad).isEmpty());
