@@ -105,6 +105,8 @@ void GLIQDiagram::AddData(std::vector<float>& data)
         RemoveRecord();
 }
 
+void GLIQDiagram::SetAgesByData(bool byData) { m_agesByData = byData; }
+
 std::vector<float> GLIQDiagram::GetSamples() const
 {
     std::vector<float> samples;
@@ -268,8 +270,10 @@ void GLIQDiagram::paintEvent(QPaintEvent* event)
 std::size_t GLIQDiagram::CountYoungRecords() const
 {
     const double maxAge = m_aging * msPerSecond;
+    const bool byData = m_agesByData && !m_records.empty();
+    const QDateTime& now = byData ? m_records.front()->m_time : m_lastPaintTime;
     const auto isTooOld = [&](const ValueRecord* record) {
-        return static_cast<double>(record->m_time.msecsTo(m_lastPaintTime)) > maxAge;
+        return static_cast<double>(record->m_time.msecsTo(now)) > maxAge;
     };
     const auto firstOld = std::find_if(m_records.begin(), m_records.end(), isTooOld);
     return static_cast<std::size_t>(firstOld - m_records.begin());

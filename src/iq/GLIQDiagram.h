@@ -55,6 +55,9 @@ public:
     ///              odd number of values, is ignored and left as it is.
     /// Pairs with a NaN or an infinity are not drawn; NaNs do not count for the auto-scale.
     void AddData(std::vector<float>& data);
+    /// Takes ages against the newest data set instead of the last paint, so that the plot stays as
+    /// it is while no data come; false at first.
+    void SetAgesByData(bool byData);
     /// The samples that are kept, I, Q, I, Q..., data sets and their samples in the order in which
     /// they came.
     std::vector<float> GetSamples() const;
@@ -123,8 +126,9 @@ private:
     std::shared_ptr<YAxisHandler> m_yAxisHandler;
     double m_yStart;
     double m_yStop;
-    QDateTime m_lastPaintTime;                       // end of the previous paint
-    double m_aging = 1.0;                            // seconds
+    QDateTime m_lastPaintTime; // end of the previous paint
+    double m_aging = 1.0;      // seconds
+    bool m_agesByData = false;
     GLOrvanePropertyPage* m_pPropertyPage = nullptr; // while the properties dialog runs
     QString m_caption;
     bool m_showGrid = true;

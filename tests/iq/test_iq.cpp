@@ -120,11 +120,13 @@ TEST_F(IqDiagram, DropsTheFirstDataSetThatIsTooOldAndAllBehindIt)
         double aging;          // s
         std::vector<int> ages; // ms before the end of the previous paint, oldest data set first
         std::size_t kept;
+        bool byData = false;
     };
     for (const Case& c : {Case{1.0, {0, 1001, 1000, -5}, 2},
                           {0.0, {1, 0, -1}, 2},
                           {2.01, {2010, 2009}, 1}, // 2.01 s are slightly less than 2010 ms
-                          {1.0, {5000}, 0}}) {
+                          {1.0, {5000}, 0},
+                          {1.0, {4001, 4000, 3000}, 2, true}}) {
         const QDateTime now = QDateTime::currentDateTime();
         lastPaint = now.addSecs(-3600);
         for (const int age : c.ages) {
@@ -132,6 +134,7 @@ TEST_F(IqDiagram, DropsTheFirstDataSetThatIsTooOldAndAllBehindIt)
             records.front()->m_time = lastPaint.addMSecs(-age);
         }
         aging = c.aging;
+        diagram->SetAgesByData(c.byData);
         PaintedWithGL();
         EXPECT_EQ(records.size(), c.kept);
         EXPECT_GE(lastPaint, now);

@@ -1,5 +1,4 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
-#include "iq/GLIQDiagram.h"
 #include "workbench/window/MainWindow.h"
 #include "workbench/window/Player.h"
 #include "workbench/window/SchemeChoice.h"
@@ -18,11 +17,6 @@
 #include <algorithm>
 #include <iterator>
 #include <utility>
-
-struct TestAccess
-{
-    static void keepPoints(GLIQDiagram& diagram) { diagram.m_aging = 1e6; }
-};
 
 namespace {
 
@@ -103,8 +97,6 @@ protected:
 
 TEST_F(Exported, PicturesShowWhatTheScreenShows)
 {
-    TestAccess::keepPoints(
-        dynamic_cast<GLIQDiagram&>(*window.panes().panes()[2].view->Widgets()[1]));
     play();
     for (std::size_t index = 0; index < 3; ++index) {
         SCOPED_TRACE(index);

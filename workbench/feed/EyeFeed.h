@@ -59,9 +59,6 @@ public:
     std::optional<EyeReadings> measure() const;
     /// Whether there are enough traces of symbols to be measured.
     bool hasEnough() const;
-    /// Samples of the newest traces, one after the other, and of one of them.
-    const std::vector<double>& traces() const { return m_measured; }
-    std::size_t traceLength() const { return m_traceLength; }
     /// Blocks left out since open.
     std::int64_t dropCount() const { return m_dropCount; }
 

@@ -74,12 +74,6 @@ void IqFeed::notify()
     m_q.clear();
 }
 
-void IqFeed::notifyAgain()
-{
-    if (!m_newestI.empty())
-        m_values.notify(m_newestI, m_newestQ);
-}
-
 void IqFeed::showNothing()
 {
     constexpr int keptCount = 100; // data sets, by an IQ diagram
@@ -115,17 +109,6 @@ void IqFeed::keep()
     };
     add(m_newestI, m_i);
     add(m_newestQ, m_q);
-}
-
-std::vector<float> IqFeed::newestPoints() const
-{
-    std::vector<float> points;
-    points.reserve(2 * m_newestI.size());
-    for (std::size_t k = 0; k < m_newestI.size(); ++k) {
-        points.push_back(static_cast<float>(m_newestI[k]));
-        points.push_back(m_newestQ.empty() ? 0.0F : static_cast<float>(m_newestQ[k]));
-    }
-    return points;
 }
 
 std::optional<ConstellationReadings>

@@ -41,8 +41,6 @@ public:
     void take(std::int64_t position, const std::vector<double>& i, const std::vector<double>& q);
     /// Puts out what was taken since the last call.
     void notify();
-    /// Puts the newest points out once more.
-    void notifyAgain();
 
     /// Lets the views forget the points that they have.
     void showNothing();
@@ -54,8 +52,6 @@ public:
     /// The newest points, at most maxPointCount; Q is empty where there is none.
     const std::vector<double>& newestI() const { return m_newestI; }
     const std::vector<double>& newestQ() const { return m_newestQ; }
-    /// The same as a view takes them: I, Q, I, Q...
-    std::vector<float> newestPoints() const;
 
     /// Shows the square of I and Q in which a level of this magnitude fits.
     void setLevel(double level);

@@ -35,8 +35,6 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
-#include <algorithm>
-
 namespace {
 
 const QString geometryKey = QStringLiteral("Window/Geometry");
@@ -48,11 +46,7 @@ constexpr int readingsPeriodMs = 190; // at every other status, to be read
 
 GLIQDiagram& diagramOf(VCGLIQDiagram& view)
 {
-    const auto& widgets = view.Widgets();
-    const auto found = std::find_if(widgets.begin(), widgets.end(), [](const auto& widget) {
-        return dynamic_cast<GLIQDiagram*>(widget.get());
-    });
-    return dynamic_cast<GLIQDiagram&>(**found);
+    return dynamic_cast<GLIQDiagram&>(*view.Widgets().at(1));
 }
 
 QMenu* menuOf(VCGLIQDiagram& view) { return diagramOf(view).getContextMenu(nullptr, nullptr, 0); }
@@ -115,6 +109,7 @@ void MainWindow::buildViews()
     viewBindings::bind(*m_timeView);
     viewBindings::bind(*m_eyeView);
     viewBindings::bind(*m_iqView);
+    diagramOf(*m_iqView).SetAgesByData(true); // or a repaint would empty it while it stands still
     for (const ViewPanes::Pane& pane : m_panes->panes())
         pane.canvas->installEventFilter(this);
     for (std::size_t k = 0; k < m_panes->panes().size(); ++k) {
@@ -311,11 +306,6 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == m_panes->firstShown().canvas && event->type() == QEvent::Paint)
         ++m_frameCount;
-    if (watched == m_iqView && event->type() == QEvent::Paint && !feed().isPlaying()) {
-        // Points age, also while the signal stands still: the newest come again with each picture.
-        std::vector<float> points = feed().iq().newestPoints();
-        diagramOf(*m_iqView).AddData(points);
-    }
     if (watched == m_iqView && event->type() == QEvent::Resize)
         QTimer::singleShot(0, this, &MainWindow::fitIqAxes); // when its plot has its new size
     return QMainWindow::eventFilter(watched, event);

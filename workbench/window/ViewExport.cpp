@@ -221,8 +221,10 @@ QByteArray ViewExport::table(const ViewPanes::Pane& pane) const
     if (const auto* diagram = part<GLIQDiagram>(pane, 1)) {
         const std::vector<float> samples = diagram->GetSamples();
         Table table("I,Q");
-        for (std::size_t k = 1; k < samples.size(); k += 2)
-            table.add({samples[k - 1], samples[k]});
+        for (std::size_t k = 1; k < samples.size(); k += 2) {
+            if (std::isfinite(samples[k - 1]) && std::isfinite(samples[k])) // others do not show
+                table.add({samples[k - 1], samples[k]});
+        }
         return table.text();
     }
     if (const auto* diagram = qobject_cast<const GLEyeDiagram*>(pane.canvas)) {
