@@ -1,6 +1,11 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "WindowFixture.h"
+#include "workbench/window/ExportDialog.h"
 
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTimer>
 #include <QWindow>
 
 #include <array>
@@ -20,11 +25,50 @@ int litRows(const QImage& picture, IColorBase::ECOLOR index)
     return count;
 }
 
-TEST_F(Window, ShowsTheSignalAsItPlaysAndClosesMeanwhile)
+/// Types a name into the next dialog for files that comes up.
+void nameFileOnceAsked(QObject* context, const QString& name)
 {
-    window->feed().play();
-    EXPECT_TRUE(waitForTraces(2));
-    window->close();
+    QTimer::singleShot(20, context, [context, name] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        auto* line = dialog ? dialog->findChild<QLineEdit*>() : nullptr;
+        if (!line)
+            return nameFileOnceAsked(context, name);
+        line->setText(name); // a completer would take keys
+        for (auto* button : dialog->findChildren<QPushButton*>())
+            if (button->isDefault())
+                QTest::mouseClick(button, Qt::LeftButton);
+    });
+}
+
+TEST_F(Window, OpensPlaysSeeksExportsAndClosesMeanwhileAllByKeys)
+{
+    const SignalFeed& feed = window->feed();
+    writeRecording(path("tone.wav"), 8000, 1, sine(80000));
+    nameFileOnceAsked(window.get(), path("tone.wav"));
+    QTest::keyClick(window.get(), Qt::Key_O, Qt::ControlModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return feed.source()->name() == "tone.wav"; }));
+    QApplication::setActiveWindow(window.get()); // no window manager does it
+    EXPECT_TRUE(feed.isPlaying() && waitForTraces(2));
+    QTest::keyClick(window.get(), Qt::Key_P);
+    const double stood = feed.time();
+    QTest::keyClick(window.get(), Qt::Key_Right);
+    EXPECT_GT(feed.time(), stood);
+    EXPECT_FALSE(feed.isPlaying());
+    auto& symbolRate = control<QDoubleSpinBox>("S&ymbol rate");
+    symbolRate.selectAll();
+    QTest::keyClicks(&symbolRate, "500\r");
+    EXPECT_EQ(feed.symbolRate(), 500.0);
+
+    QTest::keyClick(window.get(), Qt::Key_E, Qt::ControlModifier);
+    nameFileOnceAsked(window.get(), path("kept.png"));
+    QTest::keyClick(window->findChild<ExportDialog*>(), Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !QImage(path("kept.png")).isNull(); }));
+
+    QApplication::setActiveWindow(window.get());
+    QTest::keyClick(window.get(), Qt::Key_P);
+    EXPECT_TRUE(feed.isPlaying());
+    QTest::keyClick(window.get(), Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_FALSE(window->isVisible());
     window.reset(); // while the timer runs and the view is bound
     window = std::make_unique<MainWindow>(scheme);
     window->player().openBuiltIn(NrzSettings());
