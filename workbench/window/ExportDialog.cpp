@@ -81,7 +81,6 @@ void ExportDialog::chooseFile()
         tr("Pictures and tables") + QStringLiteral(" (*.png *.svg *.pdf *.csv)"));
     if (file.isEmpty())
         return;
-    settings.setValue(folderKey, QFileInfo(file).absolutePath());
     QString why;
     if (const auto format = ViewExport::formatOf(file)) {
         const QByteArray content = m_export.content(
@@ -92,9 +91,14 @@ void ExportDialog::chooseFile()
         why = tr("%1: the ending says what it becomes; give .png, .svg, .pdf or .csv").arg(file);
     }
     if (why.isEmpty()) {
+        settings.setValue(folderKey, QFileInfo(file).absolutePath());
         accept();
         return;
     }
     m_trouble->setText(why);
+    constexpr int charactersPerLine = 48;
+    const int width = charactersPerLine * m_trouble->fontMetrics().averageCharWidth();
+    m_trouble->setFixedSize(width, m_trouble->heightForWidth(width)); // a layout would cut it
     m_trouble->show();
+    adjustSize();
 }
