@@ -1,4 +1,5 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "platform/glbase/GLBaseWidget.h"
 #include "workbench/window/MainWindow.h"
 #include "workbench/window/Player.h"
 #include "workbench/window/SchemeChoice.h"
@@ -132,7 +133,7 @@ TEST_F(Exported, PicturesLeaveTheViewAlone)
     window.panes().setPaused(true);
     for (std::size_t index = 0; index < 3; ++index) {
         SCOPED_TRACE(index);
-        QWidget& view = *window.panes().panes()[index].view;
+        GLLayout& view = *window.panes().panes()[index].view;
         // The user looks at a part.
         for (const QPointF& place :
              {QPointF(10, view.height() / 2), QPointF(90, view.height() - 4)}) {
@@ -144,6 +145,7 @@ TEST_F(Exported, PicturesLeaveTheViewAlone)
         for (std::ptrdiff_t seen = -1; std::exchange(seen, watch.count) != watch.count;)
             QCoreApplication::processEvents();
         watch.count = 0;
+        const QRect plot = view.Widgets()[1]->geometry(); // where the mouse finds it
         const QByteArray before = content(index, Format::Png, view.size());
         EXPECT_EQ(QImage::fromData(content(index, Format::Png, view.size(), 2.0)).size(),
                   view.size() * 2);
@@ -156,6 +158,7 @@ TEST_F(Exported, PicturesLeaveTheViewAlone)
         }
         QCoreApplication::processEvents();
         EXPECT_EQ(watch.count, 0);
+        EXPECT_EQ(view.Widgets()[1]->geometry(), plot);
         EXPECT_EQ(content(index, Format::Png, view.size()), before);
         EXPECT_EQ(content(index, Format::Csv, {}), data);
     }
