@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "WindowFixture.h"
 #include "workbench/window/ExportDialog.h"
+#include "workbench/window/ReadingTable.h"
 
 #include <QFileDialog>
 #include <QLineEdit>
@@ -53,6 +54,10 @@ TEST_F(Window, OpensPlaysSeeksExportsAndClosesMeanwhileAllByKeys)
     const double stood = feed.time();
     QTest::keyClick(window.get(), Qt::Key_Right);
     EXPECT_GT(feed.time(), stood);
+    QTest::keyClick(window.get(), Qt::Key_Left);
+    EXPECT_NEAR(feed.time(), stood, 0.1);
+    QTest::keyClick(window.get(), Qt::Key_M);
+    EXPECT_FALSE(window->findChild<ReadingTable*>()->isVisible());
     EXPECT_FALSE(feed.isPlaying());
     auto& symbolRate = control<QDoubleSpinBox>("S&ymbol rate");
     symbolRate.selectAll();
@@ -279,9 +284,11 @@ TEST_F(Window, FollowsItsControls)
     EXPECT_EQ(type("fast"), "2.4\u2009kBd");
     EXPECT_EQ(window->feed().eye().cut().samplesPerSymbol, 20.0);
 
-    dropSine(3, 24000);
     auto* channel = panel->findChildren<QSpinBox*>().first();
+    EXPECT_FALSE(channel->isVisible());
+    dropSine(3, 24000);
     ASSERT_TRUE(channel->isVisible());
+    EXPECT_EQ(channel->maximum(), 3);
     QTest::keyClick(channel, Qt::Key_Up);
     EXPECT_EQ(window->feed().channel(), ChannelChoice(1));
     auto* subtracted = qobject_cast<QComboBox*>(channel->nextInFocusChain()->nextInFocusChain());

@@ -27,6 +27,8 @@ ViewMenu::ViewMenu(QMainWindow& window, Player& player, ViewPanes& panes, Parame
         addAction(pane.showing);
         window.addAction(pane.showing);
     }
+    addAction(&panes.showingReadings());
+    window.addAction(&panes.showingReadings());
     addSeparator();
     for (const ViewPanes::Pane& pane : panes.panes()) {
         const QString title = pane.showing->text().remove(QLatin1Char('&'));
