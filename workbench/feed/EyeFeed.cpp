@@ -13,8 +13,9 @@ namespace {
 constexpr int maxWaitingCount = 4;
 constexpr std::size_t keptSamples = 1000; // by an eye diagram that was not set up
 constexpr std::size_t measuredTraces = 1000;
-constexpr double margin = 0.05;            // of the levels, above and below
-constexpr std::size_t mostSamples = 10000; // an eye diagram can be set to keep so many
+constexpr std::size_t newestTraces[] = {250, 80}; // fewer would make levels of noise
+constexpr double margin = 0.05;                   // of the levels, above and below
+constexpr std::size_t mostSamples = 10000;        // an eye diagram can be set to keep so many
 
 } // namespace
 
@@ -126,7 +127,16 @@ std::optional<EyeReadings> EyeFeed::measure() const
 {
     if (!hasEnough())
         return std::nullopt;
-    return EyeReadings::of(m_measured, m_traceLength, m_cut.symbolCount);
+    auto readings = EyeReadings::of(m_measured, m_traceLength, m_cut.symbolCount);
+    for (const std::size_t count : newestTraces) { // a burst, amid noise
+        const std::size_t size = count * m_traceLength;
+        if (readings || m_measured.size() <= size)
+            continue;
+        const std::vector<double> newest(m_measured.end() - static_cast<std::ptrdiff_t>(size),
+                                         m_measured.end());
+        readings = EyeReadings::of(newest, m_traceLength, m_cut.symbolCount);
+    }
+    return readings;
 }
 
 void EyeFeed::fitLevels()
