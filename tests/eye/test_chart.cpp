@@ -2,20 +2,17 @@
 #include "EyeTestAccess.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <deque>
-#include <limits>
-#include <memory>
 #include <random>
 
 using namespace OndoChartDisplay;
 
 namespace {
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double inf = std::numeric_limits<double>::infinity();
+constexpr double nan = NAN;
+constexpr double inf = INFINITY;
 /// The eye's scene of 40 x 30 pixels, with a curve of any points.
 struct Chart : EyeFixture
 {

@@ -6,16 +6,14 @@
 #include <QSpinBox>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 using namespace OndoChartDisplay;
 
 namespace {
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+constexpr double nan = NAN;
 
 struct Eye : EyeFixture, testing::Test
 {

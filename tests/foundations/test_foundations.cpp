@@ -9,9 +9,6 @@
 #include <QCheckBox>
 #include <QDoubleSpinBox>
 #include <QLabel>
-#include <QPainter>
-
-#include <gtest/gtest.h>
 
 namespace {
 

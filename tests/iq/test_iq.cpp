@@ -10,10 +10,6 @@
 #include <QTest>
 #include <QTimer>
 
-#include <gtest/gtest.h>
-
-#include <limits>
-
 using Samples = std::vector<float>;
 
 struct Range
@@ -75,8 +71,7 @@ struct TestAccess : FrameFixture
 
 namespace {
 
-constexpr float nan = std::numeric_limits<float>::quiet_NaN();
-constexpr float inf = std::numeric_limits<float>::infinity();
+constexpr float nan = NAN, inf = INFINITY;
 
 struct IqDiagram : testing::Test, TestAccess
 {};

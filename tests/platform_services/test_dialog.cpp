@@ -5,11 +5,11 @@
 
 #include <QColorDialog>
 #include <QComboBox>
+#include <QFile>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSettings>
 #include <QTabWidget>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -44,7 +44,7 @@ QAbstractButton* button(const QDialog& dialog, const QString& start)
     return nullptr;
 }
 
-const QString apply = QStringLiteral("&Apply");
+const QString apply = "&Apply";
 
 TEST(PropertyPages, AreAppliedOnceByOkAndApplyAndNeverByCancel)
 {
@@ -85,7 +85,7 @@ struct ColorDialog : testing::Test
 {
     ColorDialog()
     {
-        values::Persistant::SetStoreFile(dir.filePath(QStringLiteral("colors.ini")));
+        QFile::remove(values::Persistant::StoreFile());
         QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
         set.Load();
         frame.addProperty(&set);
@@ -93,7 +93,7 @@ struct ColorDialog : testing::Test
     }
     ~ColorDialog() override
     {
-        values::Persistant::SetStoreFile(usualFile);
+        QFile::remove(values::Persistant::StoreFile());
         set.Load();
     }
     void Choose(const QString& name, const QColor& color)
@@ -106,8 +106,6 @@ struct ColorDialog : testing::Test
     }
     void Apply() { button(frame, apply)->click(); }
 
-    const QString usualFile = values::Persistant::StoreFile();
-    const QTemporaryDir dir;
     ColorSet& set = ColorSet::Instance();
     const QColor orange{255, 136, 0};
     const QString trace = QStringLiteral("Time diagram, Traces");

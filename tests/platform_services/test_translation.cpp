@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 namespace {
@@ -70,6 +71,31 @@ TEST_F(Translations, FollowTheLanguage)
     QFile::copy(ORVANE_SAMPLE_CATALOGUE, folder.filePath("OrvanePlatform_de.qm"));
     center.AddFolder(folder.path()); // looks again
     EXPECT_EQ(text(), "Spur") << "the platform's own needs no registration";
+}
+
+// The process has not linked the library, so that loading it is loading it.
+TEST_F(Translations, OfALibraryComeAndGoWithIt)
+{
+    const auto registered = [this] { return center.Registered().count("Orvane"); };
+    const auto title = [] {
+        return QCoreApplication::translate("VCGLTimeDiagram", "Time Diagram");
+    };
+    void* library = dlopen(ORVANE_LIBRARY, RTLD_NOW); // before there is an application
+    ASSERT_TRUE(library) << dlerror();
+    EXPECT_EQ(registered(), 1);
+    {
+        const QCoreApplication application(argumentCount, argumentVector);
+        EXPECT_EQ(title(), "Zeitdiagramm");
+        dlclose(library);
+        EXPECT_EQ(registered(), 0);
+        EXPECT_EQ(title(), "Time Diagram");
+        library = dlopen(ORVANE_LIBRARY, RTLD_NOW);
+        EXPECT_EQ(registered(), 1);
+        EXPECT_EQ(title(), "Zeitdiagramm") << "installed at once";
+    }
+    dlclose(library); // after the application is gone
+    EXPECT_EQ(registered(), 0);
+    EXPECT_TRUE(dlopen(ORVANE_LIBRARY, RTLD_NOW)) << "the process ends with it";
 }
 
 } // namespace

@@ -123,12 +123,10 @@ TEST(Segments, AreThinnedOutToTheirExtremes)
             segment[0] = std::nan("");
             std::vector<double> segmentMarkers(length);
             segmentMarkers[0] = double(length);
-            for (std::size_t k = 0; k < length; k += 13) { // as it comes
-                const auto part = [&](const std::vector<double>& all) {
-                    return std::vector<double>(all.begin() + long(k),
-                                               all.begin() + long(std::min(k + 13, length)));
-                };
-                thinning.run(part(segment), part(segmentMarkers), thin, thinMarkers);
+            for (long k = 0; k < long(length); k += 13) { // as it comes
+                const long end = std::min(k + 13, long(length));
+                thinning.run({&segment[0] + k, &segment[0] + end},
+                             {&segmentMarkers[0] + k, &segmentMarkers[0] + end}, thin, thinMarkers);
             }
             EXPECT_EQ(thinMarkers[start], double(thin.size() - start)) << factor << ' ' << length;
             EXPECT_EQ(std::count(thinMarkers.begin() + long(start), thinMarkers.end(), 0.0),
