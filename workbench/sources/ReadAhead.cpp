@@ -106,7 +106,8 @@ void ReadAhead::store(Block block)
     m_next = block.position + static_cast<std::int64_t>(block.count);
     if (m_isDiscarding)
         return;
-    if (m_waiting >= m_queueLength) { // of a live signal only
+    // Who waits keeps what was being read when the queue was made shorter.
+    if (m_whenFull == WhenFull::Drop && m_waiting >= m_queueLength) {
         ++m_dropCount;
         return;
     }
