@@ -78,6 +78,8 @@ public:
     bool isUp() const { return m_monitor.isUp; }
     /// Whether something answers that is no publisher.
     bool isStrange() const { return m_monitor.isStrange; }
+    /// Whether something has taken the connection and says nothing of the protocol.
+    bool isUnanswered() const { return m_monitor.isTaken && !m_monitor.isUp; }
 
 private:
     struct Monitor : zmq::monitor_t
@@ -87,7 +89,12 @@ private:
             isUp = true;
             isStrange = false;
         }
-        void on_event_disconnected(const zmq_event_t&, const char*) override { isUp = false; }
+        void on_event_connected(const zmq_event_t&, const char*) override { isTaken = true; }
+        void on_event_disconnected(const zmq_event_t&, const char*) override
+        {
+            isTaken = false;
+            isUp = false;
+        }
         void on_event_handshake_failed_no_detail(const zmq_event_t&, const char*) override
         {
             isStrange = true;
@@ -96,6 +103,7 @@ private:
         {
             isStrange = true;
         }
+        bool isTaken = false;
         bool isUp = false;
         bool isStrange = false;
     };
@@ -147,6 +155,8 @@ ZmqSource::~ZmqSource() = default;
 void ZmqSource::connect()
 {
     m_lastUp = Clock::now();
+    // Not every version of ZeroMQ says so when a handshake fails.
+    m_metStranger = m_connection && m_connection->isUnanswered();
     m_connection.reset();
     m_connection = std::make_unique<Connection>(m_endpoint);
 }
@@ -167,6 +177,7 @@ bool ZmqSource::receive(std::vector<char>& bytes)
     if (m_connection && m_connection->isUp()) {
         m_lastUp = Clock::now();
         m_wasUp = true;
+        m_metStranger = false;
     }
     return true;
 }
@@ -201,7 +212,7 @@ void ZmqSource::leaveOut(std::size_t size)
 QString ZmqSource::amiss() const
 {
     const bool isUp = m_connection && m_connection->isUp();
-    if (!isUp && m_connection && m_connection->isStrange())
+    if (!isUp && (m_metStranger || (m_connection && m_connection->isStrange())))
         return tr("who answers is not a ZeroMQ publisher: trying again");
     if (!isUp && m_wasUp)
         return tr("the publisher is gone: reconnecting");

@@ -40,6 +40,7 @@ private:
     std::unique_ptr<Connection> m_connection; // null where there could be none
     Clock::time_point m_lastUp;               // or tried
     bool m_wasUp = false;
+    bool m_metStranger = false;
     Clock::time_point m_lastBad; // message that was left out...
     QString m_bad;               // ...and why, empty for none
 };
