@@ -70,10 +70,10 @@ private:
 Samples noise(std::size_t count, double rms)
 {
     std::mt19937 random(7);
-    std::normal_distribution<double> normal(0.0, rms);
+    std::normal_distribution<double> normal;
     Samples samples(count);
     for (auto& sample : samples)
-        sample = {normal(random), normal(random)};
+        sample = {rms * normal(random), rms * normal(random)};
     return samples;
 }
 
