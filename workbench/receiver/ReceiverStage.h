@@ -2,6 +2,7 @@
 #pragma once
 
 #include "workbench/receiver/ReceiverSettings.h"
+#include "workbench/receiver/StageReport.h"
 
 #include <complex>
 #include <vector>
@@ -21,39 +22,6 @@ struct BasebandFormat
     bool isDemodulated = false;    ///< blocks have demodulated samples, too
     bool hasSymbolClock = false;   ///< the middle of symbol k is sample k * samplesPerSymbol
     double samplesPerSymbol = 0.0; ///< 0: not known
-};
-
-/// How a stage does.
-struct StageReport
-{
-    enum class Stage {
-        Shift,
-        Channel,
-        Squelch,
-        Demodulator,
-        Resampler,
-        Gain,
-        MatchedFilter,
-        Timing,
-        Carrier
-    };
-    enum class Quantity {
-        Level,           ///< dB of full scale, r.m.s. before the gain control
-        SymbolRateError, ///< parts per million of the nominal one
-        TimingError,     ///< r.m.s., symbol periods
-        CarrierOffset,   ///< Hz
-        PhaseError       ///< r.m.s., degrees
-    };
-    struct Reading
-    {
-        Quantity quantity;
-        double value;
-    };
-
-    Stage stage;
-    bool isOn = false;
-    std::optional<bool> isLocked; ///< a squelch: open; none: a stage that does not lock to anything
-    std::vector<Reading> readings;
 };
 
 /// One stage of a receiver. All stages share this interface, none knows another one.

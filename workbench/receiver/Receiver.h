@@ -1,0 +1,57 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/receiver/ReceiverSettings.h"
+#include "workbench/receiver/SignalBlock.h"
+#include "workbench/sources/ChannelChoice.h"
+#include "workbench/sources/SignalSource.h"
+
+#include <memory>
+#include <vector>
+
+/// From the samples of a source to the blocks that are shown and measured: the channel is chosen,
+/// received where that is wanted, and its symbols are found. What comes out does not depend on the
+/// lengths of the blocks that go in, nor on their level.
+///
+/// One thread at a time.
+class Receiver
+{
+public:
+    /// What a receiver has to know of a source; none of it changes while it is received.
+    struct Input
+    {
+        static Input of(const SignalSource& source);
+
+        double sampleRate = 1.0; ///< Hz
+        int valueCount = 1;      ///< real numbers of a sample
+        bool isComplex = false;
+        std::optional<double> symbolRate;  ///< Bd
+        std::optional<double> firstSymbol; ///< as in SignalSource
+    };
+
+    /// @param channel   which exists.
+    /// @param settings  also where they are off: then their symbol rate alone counts, over that of
+    ///                  the input. With a flaw they count as off.
+    Receiver(const Input& input, const ChannelChoice& channel, const ReceiverSettings& settings);
+    ~Receiver();
+
+    const SignalFormat& format() const;
+    /// Samples that come out for one that goes in.
+    double ratio() const;
+
+    /// Takes the next samples of the input, and appends the blocks that are ready.
+    /// @param position  of the first sample. Where it does not follow the last one, what was open
+    ///                  is finished first and everything is found anew.
+    /// @param values    as SignalSource::read gives them.
+    void process(std::int64_t position, const std::vector<double>& values,
+                 std::vector<SignalBlock>& blocks);
+    /// No more samples come: appends what was held back.
+    void finish(std::vector<SignalBlock>& blocks);
+    /// Forgets the signal.
+    void reset();
+
+private:
+    struct Implementation;
+
+    std::unique_ptr<Implementation> m_implementation;
+};
