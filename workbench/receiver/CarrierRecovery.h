@@ -1,25 +1,26 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "workbench/receiver/LiquidHandle.h"
+#include "workbench/receiver/FourierTransforms.h"
+#include "workbench/receiver/ModulationTable.h"
 #include "workbench/receiver/ReceiverStage.h"
 
-struct modemcf_s;
-struct nco_crcf_s;
+#include <deque>
 
 /// Turns the points of a modulation to where they belong, up to the turns that the modulation
-/// cannot tell apart, and brings them to a mean power of 1.
+/// cannot tell apart; their size stays.
 ///
 /// While it searches, it looks at windows of symbols: raised to the power that undoes the
 /// modulation they give a line at a multiple of the carrier's offset, which noise does not (Rife
 /// and Boorstyn, "Single-tone parameter estimation from discrete-time observations", IEEE Trans.
 /// Inf. Theory 20(5), 1974). From the line a loop starts at the window's first symbol, and follows
-/// by decisions until these are no better than guesses.
+/// by decisions until these are no better than guesses. What the loop lags and shakes is taken out
+/// afterwards: symbols wait until those around them tell their phase, by a straight line through
+/// the phases of as many before as after (Moeneclaey and de Jonghe, IEEE Trans. Commun. 42(2),
+/// 1994, on feed-forward phase estimation).
 class CarrierRecovery : public ReceiverStage
 {
 public:
-    CarrierRecovery();
-
     BasebandFormat configure(const ReceiverSettings& settings,
                              const BasebandFormat& format) override;
     void process(BasebandBlock& block) override;
@@ -27,38 +28,55 @@ public:
     void reset() override;
     StageReport report() const override;
 
+    bool isOn() const { return m_modulation != nullptr; }
+    bool isTracking() const { return m_isTracking; }
+    /// Size of the points: that of points of mean power 1; 0 before any.
+    double amplitude() const { return m_emittedAmplitude; }
+
 private:
-    using Sample = std::complex<float>;
-
-    std::size_t windowLength() const
+    using Complex = std::complex<double>;
+    struct Tracked
     {
-        return m_windowSymbols * ReceiverSettings::samplesPerSymbol;
-    }
-    bool acquire();
-    void track(Sample sample, std::vector<Sample>& output);
-    void passOn(std::size_t count, std::vector<Sample>& output);
-    Sample turnBack(Sample sample);
-    void followSymbol(Sample symbol);
+        double phase;   ///< of the loop, rad
+        double error;   ///< of the symbol against it, rad
+        double weight;  ///< power of the point
+        double quality; ///< 1: on the point; 0: as good as a guess
+    };
 
-    bool m_isOn = false;
+    bool acquire(std::size_t count);
+    void track();
+    void searchOn(bool isEnding, BasebandBlock& output);
+    void putOutTracked(bool isEnding, BasebandBlock& output);
+    void putOut(double phase, double slope, SymbolState state, BasebandBlock& output);
+    Complex nearest(Complex symbol) const;
+    Complex symbolAt(std::size_t index) const;
+    std::size_t waitingCount() const { return m_waiting.symbols.size() - m_head; }
+    void dropHead();
+    void letGo(BasebandBlock& output);
+    void settle(std::size_t index, BasebandBlock& output);
+
+    const Modulation* m_modulation = nullptr;
+    std::size_t m_perSymbol = 1;
     double m_symbolRate = 1.0;
-    unsigned m_power = 2;         // that undoes the modulation
-    double m_target = 0.0;        // rad, angle of the points raised to it
-    double m_spacing = 1.0;       // of the closest points, squared
-    double m_meanSquare = 1.0;    // of the points' powers
-    bool m_hasAmplitudes = false; // points are not on one circle
-    std::size_t m_windowSymbols = 256;
-    double m_smoothing = 0.01; // of what is measured, a symbol
-    LiquidHandle<modemcf_s*> m_modem{nullptr, nullptr};
-    LiquidHandle<nco_crcf_s*> m_carrier;
-    std::vector<Sample> m_waiting; // samples, from a symbol on, while searching
-    std::int64_t m_number = 0;     // of the next sample to the loop
-    Sample m_phasor = 1.0F;        // the carrier's, backwards
-    Sample m_step = 1.0F;          // of it from sample to sample
+    std::size_t m_reach = 1;  // symbols that smooth a phase, on either side
+    double m_phaseStep = 0.0; // of the loop, for an error of 1 rad...
+    double m_frequencyStep = 0.0;
+    std::vector<double> m_levels; // of the points on an axis, where they are a grid; else empty
+    FourierTransforms m_transforms;
+
+    BasebandBlock m_waiting;       // symbols and samples, of which...
+    std::size_t m_head = 0;        // ...so many symbols, with their samples, were put out...
+    std::size_t m_used = 0;        // ...and so many more were tracked
+    std::deque<Tracked> m_tracked; // the newest of them, and some before the waiting ones
+    std::size_t m_past = 0;        // of those
+    std::int64_t m_number = 0;     // of the next symbol to be put out
     bool m_isTracking = false;
-    double m_gain = 1.0;
-    double m_meanPower = 1.0;
-    double m_quality = 0.0;    // 1 for perfect decisions, 0 for guesses
-    double m_offset = 0.0;     // carrier, rad a symbol
+    double m_phase = 0.0;     // of the next symbol to be tracked, rad
+    double m_frequency = 0.0; // rad a symbol
+    double m_amplitude = 1.0;
+    double m_emittedAmplitude = 0.0;
+    double m_quality = 0.0;
+    double m_lastPhase = 0.0;  // put out last
+    double m_offset = 0.0;     // frequency put out last, rad a symbol
     double m_phaseError = 0.0; // mean square, rad^2
 };

@@ -45,6 +45,16 @@ void ChannelFilter::process(BasebandBlock& block)
                         block.samples.begin() + static_cast<std::ptrdiff_t>(skip));
 }
 
+void ChannelFilter::finish(BasebandBlock& block)
+{
+    if (!m_filter)
+        return;
+    BasebandBlock tail;
+    tail.samples.resize(m_delay);
+    process(tail);
+    block.append(tail);
+}
+
 void ChannelFilter::reset()
 {
     m_skipped = 0;

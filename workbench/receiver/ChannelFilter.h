@@ -6,14 +6,15 @@
 
 struct firfilt_crcf_s;
 
-/// Low-pass that lets the channel through and 60 dB less of its neighbours. It does not delay: what
-/// comes out before it is half filled is left out.
+/// Low-pass that lets the channel through and 60 dB less of its neighbours. It does not delay: as
+/// many samples come out as go in.
 class ChannelFilter : public ReceiverStage
 {
 public:
     BasebandFormat configure(const ReceiverSettings& settings,
                              const BasebandFormat& format) override;
     void process(BasebandBlock& block) override;
+    void finish(BasebandBlock& block) override;
     void reset() override;
     StageReport report() const override
     {

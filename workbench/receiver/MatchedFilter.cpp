@@ -1,70 +1,85 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/receiver/MatchedFilter.h"
 
-#include <numeric>
+#include "workbench/receiver/MeasuringFilter.h"
+
+#include <algorithm>
 
 #include <liquid/liquid.h>
-
-namespace {
-
-constexpr unsigned halfLength = 8;         // symbols
-constexpr unsigned doublingHalfLength = 7; // samples
-constexpr float stopBand = 60.0F;          // dB
-
-} // namespace
 
 BasebandFormat MatchedFilter::configure(const ReceiverSettings& settings,
                                         const BasebandFormat& format)
 {
     m_complex.reset();
     m_real.reset();
-    m_doubling.reset();
-    if (!settings.rollOff || format.samplesPerSymbol == 0.0)
-        return format;
-    const auto perSymbol = static_cast<unsigned>(format.samplesPerSymbol);
-    std::vector<float> taps(2 * perSymbol * halfLength + 1);
-    liquid_firdes_rrcos(perSymbol, halfLength, static_cast<float>(*settings.rollOff), 0.0F,
-                        taps.data());
-    const float sum = std::accumulate(taps.begin(), taps.end(), 0.0F);
-    for (float& tap : taps)
-        tap /= sum;
-    const auto count = static_cast<unsigned>(taps.size());
-    if (format.isDemodulated)
-        m_real = {firfilt_rrrf_create(taps.data(), count), firfilt_rrrf_destroy};
-    else
-        m_complex = {firfilt_crcf_create(taps.data(), count), firfilt_crcf_destroy};
-    BasebandFormat result = format;
-    result.samplesPerSymbol = ReceiverSettings::samplesPerSymbol;
-    result.sampleRate *= result.samplesPerSymbol / perSymbol;
-    if (result.samplesPerSymbol > format.samplesPerSymbol)
-        m_doubling = {firinterp_crcf_create_kaiser(2, doublingHalfLength, stopBand),
-                      firinterp_crcf_destroy};
-    return result;
+    std::vector<float> taps;
+    if (format.samplesPerSymbol > 1.0)
+        taps = measuringFilter::tapsOf(settings, static_cast<int>(format.samplesPerSymbol));
+    if (!taps.empty()) {
+        const auto count = static_cast<unsigned>(taps.size());
+        m_delay = taps.size() / 2;
+        if (format.isDemodulated)
+            m_real = {firfilt_rrrf_create(taps.data(), count), firfilt_rrrf_destroy};
+        else
+            m_complex = {firfilt_crcf_create(taps.data(), count), firfilt_crcf_destroy};
+    }
+    reset();
+    return format;
 }
 
 void MatchedFilter::process(BasebandBlock& block)
 {
     const auto count = static_cast<unsigned>(block.samples.size());
-    if (m_complex && count > 0)
+    if (count == 0 || (!m_complex && !m_real))
+        return;
+    if (m_complex) {
         firfilt_crcf_execute_block(m_complex.get(), block.samples.data(), count,
                                    block.samples.data());
-    if (m_doubling && count > 0) {
-        m_output.resize(2 * block.samples.size());
-        firinterp_crcf_execute_block(m_doubling.get(), block.samples.data(), count,
-                                     m_output.data());
-        block.samples.swap(m_output);
-    }
-    if (m_real && count > 0)
+    } else {
         firfilt_rrrf_execute_block(m_real.get(), block.demodulated.data(), count,
                                    block.demodulated.data());
+        m_waiting.insert(m_waiting.end(), block.samples.begin(), block.samples.end());
+        const std::size_t ready = m_waiting.size() - std::min(m_waiting.size(), m_delay);
+        const auto end = m_waiting.begin() + static_cast<std::ptrdiff_t>(ready);
+        block.samples.assign(m_waiting.begin(), end);
+        m_waiting.erase(m_waiting.begin(), end);
+    }
+    skip(block);
+}
+
+/// Leaves out what comes before the filter is half filled.
+void MatchedFilter::skip(BasebandBlock& block)
+{
+    auto leave = [](auto& values, std::size_t count) {
+        values.erase(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(count));
+    };
+    const std::size_t count =
+        std::min(m_toSkip, m_real ? block.demodulated.size() : block.samples.size());
+    m_toSkip -= count;
+    if (m_real)
+        leave(block.demodulated, count);
+    else
+        leave(block.samples, count);
+}
+
+void MatchedFilter::finish(BasebandBlock& block)
+{
+    if (!m_complex && !m_real)
+        return;
+    BasebandBlock tail;
+    tail.samples.resize(m_delay);
+    if (m_real)
+        tail.demodulated.resize(m_delay);
+    process(tail);
+    block.append(tail);
 }
 
 void MatchedFilter::reset()
 {
+    m_toSkip = m_delay;
+    m_waiting.clear();
     if (m_complex)
         firfilt_crcf_reset(m_complex.get());
-    if (m_doubling)
-        firinterp_crcf_reset(m_doubling.get());
     if (m_real)
         firfilt_rrrf_reset(m_real.get());
 }

@@ -6,16 +6,16 @@
 
 struct firfilt_crcf_s;
 struct firfilt_rrrf_s;
-struct firinterp_crcf_s;
 
-/// The receiver's half of a raised cosine: a root raised cosine filter. It acts on what was
-/// demodulated where something was, else on I and Q, which then get all the samples of a symbol.
+/// The measuring filter, see measuringFilter. It acts on what was demodulated where something was,
+/// else on I and Q, and does not delay: as many samples come out as go in.
 class MatchedFilter : public ReceiverStage
 {
 public:
     BasebandFormat configure(const ReceiverSettings& settings,
                              const BasebandFormat& format) override;
     void process(BasebandBlock& block) override;
+    void finish(BasebandBlock& block) override;
     void reset() override;
     StageReport report() const override
     {
@@ -23,8 +23,12 @@ public:
     }
 
 private:
+    void skip(BasebandBlock& block);
+
     LiquidHandle<firfilt_crcf_s*> m_complex{nullptr, nullptr};
-    LiquidHandle<firinterp_crcf_s*> m_doubling{nullptr, nullptr}; // of I and Q, after it
     LiquidHandle<firfilt_rrrf_s*> m_real{nullptr, nullptr};
-    std::vector<std::complex<float>> m_output;
+    std::size_t m_delay = 0; // samples
+    std::size_t m_toSkip = 0;
+    /// I and Q beside what is filtered wait as long as it.
+    std::vector<std::complex<float>> m_waiting;
 };

@@ -25,8 +25,9 @@ public:
         double sampleRate = 1.0; ///< Hz
         int valueCount = 1;      ///< real numbers of a sample
         bool isComplex = false;
-        std::optional<double> symbolRate;  ///< Bd
-        std::optional<double> firstSymbol; ///< as in SignalSource
+        std::optional<double> symbolRate;        ///< Bd
+        std::optional<double> firstSymbol;       ///< as in SignalSource
+        std::optional<int> constellationChannel; ///< as in SignalSource
     };
 
     /// @param channel   which exists.
@@ -51,7 +52,8 @@ public:
     void reset();
 
 private:
-    struct Implementation;
-
-    std::unique_ptr<Implementation> m_implementation;
+    Input m_input;
+    std::unique_ptr<class SignalPath> m_path;
+    std::int64_t m_next = 0; // position of the sample that would follow
+    bool m_isStarted = false;
 };

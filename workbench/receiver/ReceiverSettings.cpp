@@ -1,33 +1,22 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/receiver/ReceiverSettings.h"
 
-#include "workbench/receiver/LiquidHandle.h"
+#include "workbench/receiver/ModulationTable.h"
 
 #include <cmath>
 #include <tuple>
 
-#include <liquid/liquid.h>
-
 namespace {
 
-struct Kind
-{
-    const char* name;
-    modulation_scheme scheme;
-};
-constexpr Kind kinds[] = {{"BPSK", LIQUID_MODEM_BPSK},
-                          {"QPSK", LIQUID_MODEM_QPSK},
-                          {"8PSK", LIQUID_MODEM_PSK8},
-                          {"16QAM", LIQUID_MODEM_QAM16},
-                          {"64QAM", LIQUID_MODEM_QAM64}};
+const char* const filters[] = {"rrc", "rc", "gaussian", "boxcar", "half-sine"};
 
 } // namespace
 
 QStringList ReceiverSettings::modulationNames()
 {
     QStringList names;
-    for (const Kind& kind : kinds)
-        names += QString::fromLatin1(kind.name);
+    for (const ::Modulation& modulation : modulations::all())
+        names += QString::fromLatin1(modulation.name);
     return names;
 }
 
@@ -39,15 +28,21 @@ std::optional<ReceiverSettings::Modulation> ReceiverSettings::modulationOf(const
 
 std::vector<std::complex<double>> ReceiverSettings::pointsOf(Modulation modulation)
 {
-    const LiquidHandle<modemcf> modem(modemcf_create(kinds[static_cast<int>(modulation)].scheme),
-                                      modemcf_destroy);
-    std::vector<std::complex<double>> points(std::size_t{1} << modemcf_get_bps(modem.get()));
-    for (std::size_t k = 0; k < points.size(); ++k) {
-        std::complex<float> point;
-        modemcf_modulate(modem.get(), static_cast<unsigned>(k), &point);
-        points[k] = point;
-    }
-    return points;
+    return modulations::of(modulation).points;
+}
+
+QStringList ReceiverSettings::filterNames()
+{
+    QStringList names;
+    for (const char* name : filters)
+        names += QString::fromLatin1(name);
+    return names;
+}
+
+std::optional<ReceiverSettings::Filter> ReceiverSettings::filterOf(const QString& name)
+{
+    const int index = filterNames().indexOf(name.toLower());
+    return index < 0 ? std::nullopt : std::optional(static_cast<Filter>(index));
 }
 
 QString ReceiverSettings::flaw(double sampleRate) const
@@ -68,8 +63,10 @@ QString ReceiverSettings::flaw(double sampleRate) const
         return tr("a roll-off of %1 cannot be had; give more than 0, up to %2")
             .arg(*rollOff)
             .arg(maxRollOff);
-    if (symbolRate && !(sampleRate / *symbolRate >= minSamplesPerSymbol &&
-                        sampleRate / *symbolRate <= maxSamplesPerSymbol))
+    const bool isOneEach = symbolRate && std::abs(*symbolRate / sampleRate - 1.0) < 1e-9;
+    if (symbolRate && !isOneEach &&
+        !(sampleRate / *symbolRate >= minSamplesPerSymbol &&
+          sampleRate / *symbolRate <= maxSamplesPerSymbol))
         return tr("a receiver takes %1 to %2 samples of a symbol, which a symbol rate of %3 Bd "
                   "does not give; give another one")
             .arg(minSamplesPerSymbol)
@@ -81,8 +78,9 @@ QString ReceiverSettings::flaw(double sampleRate) const
 bool ReceiverSettings::operator==(const ReceiverSettings& other) const
 {
     const auto all = [](const ReceiverSettings& s) {
-        return std::tie(s.isOn, s.shift, s.bandwidth, s.squelch, s.demodulation, s.symbolRate,
-                        s.hasGainControl, s.rollOff, s.hasTimingRecovery, s.modulation);
+        return std::tie(s.isOn, s.removesDc, s.shift, s.bandwidth, s.squelch, s.demodulation,
+                        s.symbolRate, s.hasGainControl, s.filter, s.rollOff, s.hasTimingRecovery,
+                        s.modulation);
     };
     return all(*this) == all(other);
 }

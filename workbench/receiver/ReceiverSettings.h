@@ -19,12 +19,15 @@ public:
         Am      ///< envelope: OOK, ASK
     };
     enum class Modulation { Bpsk, Qpsk, Psk8, Qam16, Qam64 };
+    /// Measuring filters; matched ones, or such that open an eye.
+    enum class Filter { RootRaisedCosine, RaisedCosine, Gaussian, Boxcar, HalfSine };
 
     static constexpr int samplesPerSymbol = 8; ///< after resampling
     /// Samples of the signal that a symbol must have before it.
     static constexpr double minSamplesPerSymbol = 2.0;
     static constexpr double maxSamplesPerSymbol = 1e5;
     static constexpr double maxRollOff = 1.0;
+    static constexpr double usualRollOff = 0.35;
     static constexpr double minSquelch = -150.0;
     static constexpr double maxSquelch = 60.0; ///< samples may exceed their full scale
 
@@ -34,19 +37,30 @@ public:
     /// The points of a modulation, their mean power is 1.
     static std::vector<std::complex<double>> pointsOf(Modulation modulation);
 
+    /// Names of the filters, in order.
+    static QStringList filterNames();
+    static std::optional<Filter> filterOf(const QString& name);
+    /// The filter that counts: a roll-off alone means a root raised cosine.
+    std::optional<Filter> usedFilter() const
+    {
+        return filter || !rollOff ? filter : std::optional(Filter::RootRaisedCosine);
+    }
+
     /// Why a signal cannot be received so: one sentence; empty when it can.
     QString flaw(double sampleRate) const;
     bool operator==(const ReceiverSettings& other) const;
     bool operator!=(const ReceiverSettings& other) const { return !(*this == other); }
 
     bool isOn = false;               ///< else the signal passes as it is
+    bool removesDc = false;          ///< takes off what is at 0 Hz
     double shift = 0.0;              ///< Hz, added to every frequency
     std::optional<double> bandwidth; ///< Hz, of the channel's filter, both sides of 0
     std::optional<double> squelch;   ///< dB of full scale; what is below is silenced
     Demodulation demodulation = Demodulation::Linear;
     std::optional<double> symbolRate; ///< Bd; none: no resampling, nor what follows
     bool hasGainControl = true;
-    std::optional<double> rollOff; ///< of a root raised cosine matched filter
+    std::optional<Filter> filter;
+    std::optional<double> rollOff; ///< of the filter; of a Gaussian one its BT
     bool hasTimingRecovery = true;
     std::optional<Modulation> modulation; ///< of the recovered carrier; linear only
 };

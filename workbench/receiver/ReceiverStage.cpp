@@ -4,3 +4,11 @@
 ReceiverStage::~ReceiverStage() = default;
 
 void ReceiverStage::finish(BasebandBlock&) {}
+
+void BasebandBlock::append(const BasebandBlock& other)
+{
+    samples.insert(samples.end(), other.samples.begin(), other.samples.end());
+    demodulated.insert(demodulated.end(), other.demodulated.begin(), other.demodulated.end());
+    symbols.insert(symbols.end(), other.symbols.begin(), other.symbols.end());
+    clock.insert(clock.end(), other.clock.begin(), other.clock.end());
+}

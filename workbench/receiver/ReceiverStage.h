@@ -2,7 +2,7 @@
 #pragma once
 
 #include "workbench/receiver/ReceiverSettings.h"
-#include "workbench/receiver/StageReport.h"
+#include "workbench/receiver/SignalBlock.h"
 
 #include <complex>
 #include <vector>
@@ -13,6 +13,12 @@ struct BasebandBlock
     std::vector<std::complex<float>> samples;
     /// Beside them what was demodulated from them, as many; none before, or without a demodulator.
     std::vector<float> demodulated;
+    /// The symbols in them, once the clock is known; positions are samples since the run started,
+    /// times are since then.
+    std::vector<Symbol> symbols;
+    std::vector<ClockPoint> clock;
+
+    void append(const BasebandBlock& other);
 };
 
 /// What samples are between two stages.
@@ -22,6 +28,7 @@ struct BasebandFormat
     bool isDemodulated = false;    ///< blocks have demodulated samples, too
     bool hasSymbolClock = false;   ///< the middle of symbol k is sample k * samplesPerSymbol
     double samplesPerSymbol = 0.0; ///< 0: not known
+    double timeOffset = 0.0;       ///< s, of sample 0 after the start of the run
 };
 
 /// One stage of a receiver. All stages share this interface, none knows another one.

@@ -16,7 +16,17 @@ constexpr int blockLength = 16;      // symbols
 constexpr int aheadCount = 16;       // blocks
 constexpr int behindCount = 32;      // blocks for the frequency; for the phase as many as ahead
 constexpr double oversampling = 3.0; // of the search for the frequency
+constexpr double leastPower = 1e-30; // full scale is 1: what is below is rounding
 constexpr int turnLength = 256;      // samples
+// What a sum of lines of noise does not reach, against what they could sum up to: noise grows as
+// the root of their number. Where positive and negative frequencies differ, it has less in common.
+constexpr double lockStrength = 0.36;
+constexpr double lockStrengthReal = 0.45;
+constexpr double lockBlocks = 22.0;   // of them
+constexpr double mostStrength = 0.8;  // needed of few blocks
+constexpr double nearStrength = 0.45; // of the blocks next to one
+constexpr int nearCount = 2;          // of them, on either side
+constexpr std::int64_t fewBlocks = 4; // tell no frequency
 
 /// Full scale is 1: what is far beyond is no signal.
 double usable(double sample) { return std::isfinite(sample) ? std::clamp(sample, -1e6, 1e6) : 0.0; }
@@ -71,6 +81,7 @@ void SymbolTiming::push(std::complex<double> sample)
 {
     if (!m_lower)
         m_lower = std::make_unique<Filter>(m_samplesPerSymbol);
+    m_isReal = false;
     passBand({usable(sample.real()), usable(sample.imag())}, false);
 }
 
@@ -103,7 +114,7 @@ void SymbolTiming::passBand(Complex sample, bool isReal)
 /// The line of a block is relative to its power: bursts count as much as the noise before them.
 void SymbolTiming::closeBlock()
 {
-    m_lines.push_back(m_power > 0.0 ? m_sum / m_power : 0.0);
+    m_lines.push_back(m_power > leastPower ? m_sum / m_power : 0.0);
     if (m_lines.size() > aheadCount + behindCount + 1)
         m_lines.pop_front();
     m_sum = 0.0;
@@ -117,7 +128,7 @@ void SymbolTiming::settle(std::int64_t block)
 {
     const std::int64_t last = std::min(block + aheadCount, m_blockCount - 1);
     const std::int64_t first = std::max<std::int64_t>(block - behindCount, 0);
-    const double turn = frequency(first, last);
+    const double turn = last - first < fewBlocks ? 0.0 : frequency(first, last);
     Complex sum = 0.0;
     for (std::int64_t i = std::max(block - aheadCount, first); i <= last; ++i) {
         const auto distance = static_cast<double>(i - block);
@@ -128,10 +139,33 @@ void SymbolTiming::settle(std::int64_t block)
     m_slope = (1.0 + turn / (2.0 * pi * blockLength)) / m_samplesPerSymbol;
     const double position = centerOf(block);
     const double symbol = position / m_samplesPerSymbol + m_phase / (2.0 * pi);
+    const Complex line = lineOf(block);
+    const double off = std::remainder(std::arg(line) - m_phase, 2.0 * pi) / (2.0 * pi);
+    SymbolKnot knot{position, symbol, symbol + off, isLockedAt(block, turn)};
     if (block == 0)
-        m_knots.push_back({0.0, symbol - position * m_slope});
-    m_knots.push_back({position, symbol});
+        m_knots.push_back({0.0, symbol - position * m_slope, std::nullopt, knot.isLocked});
+    m_knots.push_back(knot);
     m_settledCount = block + 1;
+}
+
+/// Whether the lines about a block, and those next to it, agree more than noise does.
+bool SymbolTiming::isLockedAt(std::int64_t block, double turn) const
+{
+    const std::int64_t oldest = m_blockCount - static_cast<std::int64_t>(m_lines.size());
+    const auto agreement = [&](int reach) {
+        Complex sum = 0.0;
+        double count = 0.0;
+        for (std::int64_t i = std::max(block - reach, oldest);
+             i <= std::min(block + reach, m_blockCount - 1); ++i) {
+            sum += std::polar(1.0, -turn * static_cast<double>(i - block)) * lineOf(i);
+            count += 1.0;
+        }
+        const double need =
+            (m_isReal ? lockStrengthReal : lockStrength) * std::sqrt(lockBlocks / count);
+        return std::pair(std::abs(sum) / count, std::min(need, mostStrength));
+    };
+    const auto all = agreement(aheadCount);
+    return all.first > all.second && agreement(nearCount).first > nearStrength;
 }
 
 /// The turn from block to block, rad, with which the lines sum up best.

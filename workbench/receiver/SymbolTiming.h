@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
+#include <optional>
 #include <vector>
 
 /// Where the symbols of a signal are: between two knots time runs evenly.
@@ -12,6 +13,9 @@ struct SymbolKnot
 {
     double position; ///< samples
     double symbol;   ///< symbols; whole in the middle of each
+    /// The same, of a block of symbols by itself; none where no block was measured.
+    std::optional<double> measured = {};
+    bool isLocked = false; ///< whether there is a clock, rather than noise, about it
 };
 
 /// Recovers the symbol clock of a signal whose symbol rate is known to half a percent.
@@ -61,6 +65,7 @@ private:
     void settle(std::int64_t block);
     double frequency(std::int64_t first, std::int64_t last);
     Complex lineOf(std::int64_t block) const;
+    bool isLockedAt(std::int64_t block, double turn) const;
     double centerOf(std::int64_t block) const;
 
     double m_samplesPerSymbol;
@@ -77,5 +82,6 @@ private:
     double m_phase = 0.0; // rad, of the last settled block
     double m_slope = 0.0; // symbols a sample, there
     double m_strength = 0.0;
+    bool m_isReal = true;
     std::vector<SymbolKnot> m_knots;
 };

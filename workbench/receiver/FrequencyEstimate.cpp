@@ -1,0 +1,244 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/receiver/FrequencyEstimate.h"
+
+#include "workbench/receiver/ModulationTable.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double pi = 3.14159265358979323846;
+constexpr double range = 1.0;          // cycles a symbol, looked for on either side
+constexpr double reach = 2.2;          // of the spectrum that is looked at, symbol rates
+constexpr double bandWidth = 1.0 / 64; // symbol rates
+constexpr double pulseStep = 1.0 / 256;
+constexpr double coarseStep = 1.0 / 128;
+constexpr double leastFloor = 1e-3;  // of the signal: what is fainter may be of the pulse
+constexpr double clearMargin = 6.0;  // of the logarithms of likelihoods
+constexpr double significance = 7.0; // beyond the highest of as many lines of noise
+constexpr double usualRollOff = 0.5; // of a pulse that is not known
+
+double raisedCosine(double frequency, double rollOff)
+{
+    const double f = std::abs(frequency);
+    const double flat = 0.5 * (1.0 - rollOff);
+    if (f <= flat)
+        return 1.0;
+    return f >= 1.0 - flat ? 0.0 : 0.5 + 0.5 * std::cos(pi * (f - flat) / rollOff);
+}
+
+struct Peak
+{
+    double strength; // power
+    double place;    // bins, of negative frequencies below 0
+};
+
+Peak highestOf(const std::vector<std::complex<double>>& line)
+{
+    const auto size = line.size();
+    const auto amplitude = [&](std::size_t bin) { return std::abs(line[bin % size]); };
+    std::size_t best = 0;
+    for (std::size_t bin = 1; bin < size; ++bin)
+        best = amplitude(bin) > amplitude(best) ? bin : best;
+    // The top of the parabola through the highest and its neighbours.
+    const double left = amplitude(best + size - 1);
+    const double right = amplitude(best + 1);
+    const double bend = left - 2.0 * amplitude(best) + right;
+    const double part = bend < 0.0 ? 0.5 * (left - right) / bend : 0.0;
+    const double place = static_cast<double>(best) + part;
+    return {std::norm(line[best]), best >= size / 2 ? place - static_cast<double>(size) : place};
+}
+
+} // namespace
+
+FrequencyEstimate::FrequencyEstimate(ReceiverSettings::Modulation modulation, int perSymbol,
+                                     const std::vector<float>& taps)
+    : m_modulation(modulation)
+    , m_perSymbol(perSymbol)
+{
+    for (double f = 0.0; f <= reach + range + pulseStep; f += pulseStep) {
+        if (taps.empty()) {
+            m_pulse.push_back(raisedCosine(f, usualRollOff));
+            continue;
+        }
+        const auto middle = static_cast<double>(taps.size() - 1) / 2.0;
+        double sum = 0.0;
+        for (std::size_t k = 0; k < taps.size(); ++k)
+            sum += double{taps[k]} *
+                   std::cos(2.0 * pi * f * (static_cast<double>(k) - middle) / m_perSymbol);
+        m_pulse.push_back(f < 0.5 * m_perSymbol ? sum * sum : 0.0);
+    }
+    const double most = *std::max_element(m_pulse.begin(), m_pulse.end());
+    for (double& power : m_pulse)
+        power /= most;
+}
+
+double FrequencyEstimate::pulseAt(double frequency) const
+{
+    const double place = std::abs(frequency) / pulseStep;
+    const auto index = static_cast<std::size_t>(place);
+    if (index + 1 >= m_pulse.size())
+        return 0.0;
+    const double part = place - static_cast<double>(index);
+    return m_pulse[index] + part * (m_pulse[index + 1] - m_pulse[index]);
+}
+
+/// Mean powers of bands, from -reach to reach.
+std::vector<double> FrequencyEstimate::bandsOf(const std::vector<Complex>& spectrum) const
+{
+    const auto size = static_cast<double>(spectrum.size());
+    const auto count = static_cast<int>(std::min(reach, 0.49 * m_perSymbol) / bandWidth);
+    std::vector<double> bands;
+    for (int band = -count; band <= count; ++band) {
+        const double first = (band - 0.5) * bandWidth / m_perSymbol * size;
+        const double last = (band + 0.5) * bandWidth / m_perSymbol * size;
+        double sum = 0.0;
+        const auto begin = static_cast<std::int64_t>(std::ceil(first));
+        const auto end = std::max(static_cast<std::int64_t>(std::ceil(last)), begin + 1);
+        for (std::int64_t bin = begin; bin < end; ++bin) {
+            const auto wrapped = bin < 0 ? bin + static_cast<std::int64_t>(spectrum.size()) : bin;
+            sum += std::norm(spectrum[static_cast<std::size_t>(wrapped)]);
+        }
+        bands.push_back(sum / static_cast<double>(end - begin));
+    }
+    return bands;
+}
+
+/// Logarithm of the likelihood of an offset, for each bin of a band; the floor of noise and the
+/// signal's power are those that the bands have then.
+double FrequencyEstimate::likelihood(const std::vector<double>& bands, double offset) const
+{
+    const auto middle = static_cast<double>(bands.size() / 2);
+    double crossed = 0.0, square = 0.0, pulses = 0.0, powers = 0.0;
+    const auto count = static_cast<double>(bands.size());
+    double noise = 0.0, empty = 0.0;
+    for (std::size_t k = 0; k < bands.size(); ++k) {
+        const double pulse = pulseAt((static_cast<double>(k) - middle) * bandWidth - offset);
+        pulses += pulse;
+        powers += bands[k];
+        crossed += pulse * bands[k];
+        square += pulse * pulse;
+        if (pulse < 1e-3) {
+            noise += bands[k];
+            empty += 1.0;
+        }
+    }
+    double floor = empty > 0.0 ? noise / empty : 0.0;
+    const double signal =
+        std::max((crossed - floor * pulses) / std::max(square, 1e-9), 1e-12 * powers / count);
+    floor = std::max(floor, leastFloor * signal);
+    double sum = 0.0;
+    for (std::size_t k = 0; k < bands.size(); ++k) {
+        const double pulse = pulseAt((static_cast<double>(k) - middle) * bandWidth - offset);
+        const double expected = floor + signal * pulse;
+        sum -= std::log(expected) + bands[k] / expected;
+    }
+    return sum;
+}
+
+FrequencyEstimate::Result FrequencyEstimate::of(const std::vector<Sample>& samples)
+{
+    Result result;
+    std::vector<Complex> spectrum(samples.begin(), samples.end());
+    const std::size_t count = spectrum.size();
+    double energy = 0.0;
+    for (std::size_t k = 0; k < count; ++k) {
+        energy += std::norm(spectrum[k]);
+        // Ends that are no ends of the signal must not leak over the spectrum (Hann).
+        spectrum[k] *= 0.5 - 0.5 * std::cos(2.0 * pi * (static_cast<double>(k) + 0.5) /
+                                            static_cast<double>(count));
+    }
+    if (!(energy > 0.0))
+        return result;
+    m_transforms.forward(spectrum);
+    const std::vector<double> bands = bandsOf(spectrum);
+    // A band has so many bins that tell something of their own.
+    const double perBand =
+        std::max(0.5 * bandWidth / m_perSymbol * static_cast<double>(count), 0.25);
+    double coarse = 0.0;
+    double best = -1e300;
+    for (double offset = -range; offset <= range; offset += coarseStep) {
+        const double here = likelihood(bands, offset);
+        if (here > best) {
+            best = here;
+            coarse = offset;
+        }
+    }
+    result.offset = coarse;
+    const double rest = lineOf(spectrum, coarse, count);
+    if (std::isnan(rest))
+        return result;
+    result.isFound = true;
+    result.aliasDistance = 1.0 / modulations::of(m_modulation).power;
+    double second = -1e300;
+    best = -1e300;
+    for (int alias = -2; alias <= 2; ++alias) {
+        const double offset = coarse + rest + alias * result.aliasDistance;
+        const double here = perBand * likelihood(bands, offset);
+        if (here > best) {
+            second = best;
+            best = here;
+            result.offset = offset;
+        } else {
+            second = std::max(second, here);
+        }
+    }
+    result.mayBeAlias = best - second < clearMargin;
+    return result;
+}
+
+/// What remains of the offset, cycles a symbol; NaN where there is no line.
+double FrequencyEstimate::lineOf(const std::vector<Complex>& spectrum, double coarse,
+                                 std::size_t count)
+{
+    const Modulation& modulation = modulations::of(m_modulation);
+    // The matched filter, and the shift by whole bins, both of the spectrum.
+    const auto shift =
+        static_cast<std::int64_t>(std::llround(coarse / m_perSymbol * static_cast<double>(count)));
+    const double shifted = static_cast<double>(shift) * m_perSymbol / static_cast<double>(count);
+    const auto size = static_cast<std::int64_t>(count);
+    std::vector<Complex> filtered(count);
+    for (std::int64_t bin = 0; bin < size; ++bin) {
+        const std::int64_t from = ((bin + shift) % size + size) % size;
+        const double f = static_cast<double>(bin < size / 2 ? bin : bin - size) /
+                         static_cast<double>(size) * m_perSymbol;
+        filtered[static_cast<std::size_t>(bin)] =
+            spectrum[static_cast<std::size_t>(from)] * std::sqrt(pulseAt(f));
+    }
+    m_transforms.backward(filtered);
+    double square = 0.0;
+    for (const Complex& value : filtered)
+        square += std::norm(value);
+    const double scale = std::sqrt(static_cast<double>(count) / std::max(square, 1e-300));
+    const auto perSymbol = static_cast<std::size_t>(m_perSymbol);
+    std::size_t padded = 16;
+    while (padded < 4 * (count / perSymbol))
+        padded *= 2;
+    const double perBin = 1.0 / static_cast<double>(padded) / modulation.power;
+    double most = std::log(static_cast<double>(count)) + significance;
+    double place = std::nan("");
+    for (std::size_t phase = 0; phase < perSymbol; ++phase) {
+        std::vector<Complex> line(padded);
+        double energy = 0.0;
+        Complex turn = 1.0;
+        for (std::size_t k = 0; phase + k * perSymbol < count; ++k) {
+            Complex value = filtered[phase + k * perSymbol] * scale;
+            if (!modulation.hasAmplitudes) // what is off the circle tells no more
+                value *= std::min(std::abs(value), 1.0) / std::max(std::abs(value), 1e-9);
+            Complex power = turn;
+            for (unsigned n = 0; n < modulation.power; ++n)
+                power *= value;
+            turn = modulation.alternates ? -turn : turn;
+            line[k] = power;
+            energy += std::norm(power);
+        }
+        m_transforms.forward(line);
+        const Peak peak = highestOf(line);
+        if (peak.strength > most * std::max(energy, 1e-300)) {
+            most = peak.strength / energy;
+            place = peak.place;
+        }
+    }
+    return place * perBin - (coarse - shifted);
+}

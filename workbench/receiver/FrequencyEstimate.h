@@ -1,0 +1,52 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/receiver/FourierTransforms.h"
+#include "workbench/receiver/ReceiverSettings.h"
+
+#include <complex>
+#include <vector>
+
+/// The frequency of a carrier with symbols on it, from a window of samples.
+///
+/// The middle of the spectrum tells it coarsely and without ambiguity: of all shifts of the pulse's
+/// spectrum above a floor of noise the likeliest is taken (Whittle, "Estimation and information in
+/// stationary time series", Arkiv Mat. 2, 1953). After the matched filter the power that undoes the
+/// modulation leaves a line at a multiple of what remains (Rife and Boorstyn, "Single-tone
+/// parameter estimation from discrete-time observations", IEEE Trans. Inf. Theory 20(5), 1974),
+/// which tells it finely, but up to a part of the symbol rate. The one of these that fits the
+/// spectrum best is it.
+class FrequencyEstimate
+{
+public:
+    using Sample = std::complex<float>;
+
+    struct Result
+    {
+        bool isFound = false;
+        double offset = 0.0;        ///< cycles a symbol, from -1 to 1
+        bool mayBeAlias = false;    ///< another one fits the spectrum nearly as well
+        double aliasDistance = 0.0; ///< cycles a symbol, between those
+    };
+
+    /// @param perSymbol  samples of a symbol, whole.
+    /// @param taps       of the matched filter at this rate; empty: none.
+    FrequencyEstimate(ReceiverSettings::Modulation modulation, int perSymbol,
+                      const std::vector<float>& taps);
+
+    /// @param samples  finite; at least 16 symbols.
+    Result of(const std::vector<Sample>& samples);
+
+private:
+    using Complex = std::complex<double>;
+
+    std::vector<double> bandsOf(const std::vector<Complex>& spectrum) const;
+    double likelihood(const std::vector<double>& bands, double offset) const;
+    double pulseAt(double frequency) const;
+    double lineOf(const std::vector<Complex>& spectrum, double coarse, std::size_t count);
+
+    ReceiverSettings::Modulation m_modulation;
+    int m_perSymbol;
+    std::vector<double> m_pulse; ///< power of the pulse's spectrum, from 0 up
+    FourierTransforms m_transforms;
+};

@@ -1,0 +1,108 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/receiver/FrontEnd.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr float largest = 1e6F;
+constexpr double dcSymbols = 2048.0; // what is slower counts as DC
+constexpr double dcSeconds = 0.1;    // where the symbols are not known
+constexpr double mostDc = 1e6;       // samples
+
+float usable(double value)
+{
+    const auto single = static_cast<float>(value);
+    return std::isfinite(single) ? std::clamp(single, -largest, largest) : 0.0F;
+}
+
+} // namespace
+
+void FrontEnd::configure(const ReceiverSettings& settings, double sampleRate, int valueCount,
+                         bool isComplex, const ChannelChoice& channel)
+{
+    m_valueCount = valueCount;
+    m_isComplex = isComplex;
+    m_channel = channel;
+    m_removesDc = settings.removesDc;
+    const double length = settings.symbolRate ? dcSymbols * sampleRate / *settings.symbolRate
+                                              : dcSeconds * sampleRate;
+    m_dcLength = static_cast<std::size_t>(std::clamp(length, 16.0, mostDc));
+    BasebandFormat format;
+    format.sampleRate = sampleRate;
+    m_shift.configure(settings, format);
+    m_filter.configure(settings, format);
+    m_gate.configure(settings, sampleRate);
+    reset();
+}
+
+void FrontEnd::process(const std::vector<double>& values, std::vector<BurstGate::Part>& parts)
+{
+    const auto width = static_cast<std::size_t>(m_valueCount);
+    const auto pair = static_cast<std::size_t>(m_channel.value / 2 * 2);
+    BasebandBlock block;
+    block.samples.reserve(values.size() / width);
+    for (std::size_t k = 0; k + width <= values.size(); k += width) {
+        const double i = m_isComplex ? values[k + pair] : m_channel.of(&values[k]);
+        const double q = m_isComplex ? values[k + pair + 1] : 0.0;
+        block.samples.emplace_back(usable(i), usable(q));
+    }
+    if (m_removesDc)
+        removeDc(block.samples);
+    m_shift.process(block);
+    m_filter.process(block);
+    m_gate.process(block.samples, parts);
+}
+
+/// The mean of the first samples is that of all; then it follows slowly.
+void FrontEnd::removeDc(std::vector<std::complex<float>>& samples)
+{
+    if (!m_hasDc) {
+        m_waiting.insert(m_waiting.end(), samples.begin(), samples.end());
+        samples.clear();
+        if (m_waiting.size() < m_dcLength)
+            return;
+        settleDc();
+        samples.swap(m_waiting);
+    }
+    const double step = 1.0 / static_cast<double>(m_dcLength);
+    for (std::complex<float>& sample : samples) {
+        m_dc += step * (std::complex<double>(sample) - m_dc);
+        sample -= std::complex<float>(m_dc);
+    }
+}
+
+void FrontEnd::settleDc()
+{
+    m_dc = 0.0;
+    for (const std::complex<float> sample : m_waiting)
+        m_dc += std::complex<double>(sample) / static_cast<double>(m_waiting.size());
+    m_hasDc = true;
+}
+
+void FrontEnd::finish(std::vector<BurstGate::Part>& parts)
+{
+    BasebandBlock block;
+    if (m_removesDc && !m_hasDc && !m_waiting.empty()) {
+        settleDc();
+        block.samples.swap(m_waiting);
+        for (std::complex<float>& sample : block.samples)
+            sample -= std::complex<float>(m_dc);
+    }
+    m_shift.process(block);
+    m_filter.process(block);
+    m_filter.finish(block);
+    if (!block.samples.empty())
+        m_gate.process(block.samples, parts);
+    m_gate.finish(parts);
+}
+
+void FrontEnd::reset()
+{
+    m_waiting.clear();
+    m_hasDc = false;
+    m_shift.reset();
+    m_filter.reset();
+    m_gate.reset();
+}

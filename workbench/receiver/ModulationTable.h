@@ -1,0 +1,30 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/receiver/ReceiverSettings.h"
+
+#include <complex>
+#include <vector>
+
+/// What a receiver has to know of a modulation.
+struct Modulation
+{
+    const char* name;     ///< as people write it
+    unsigned power;       ///< that undoes it
+    bool hasAmplitudes;   ///< points are not on one circle
+    bool alternates;      ///< every other symbol is turned by an eighth of a turn
+    bool isOffset;        ///< Q comes half a symbol after I
+    std::size_t window;   ///< symbols that it takes to find the carrier
+    double loopBandwidth; ///< of the decision-directed loop, cycles a symbol
+    std::vector<std::complex<double>> points; ///< of mean power 1
+    double target;                            ///< rad, angle of the points raised to the power
+    double spacing;                           ///< of the closest points
+};
+
+namespace modulations {
+
+const Modulation& of(ReceiverSettings::Modulation modulation);
+/// All of them, in the order of ReceiverSettings::Modulation.
+const std::vector<Modulation>& all();
+
+} // namespace modulations

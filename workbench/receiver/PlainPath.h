@@ -1,0 +1,46 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/receiver/Receiver.h"
+#include "workbench/receiver/SignalPath.h"
+#include "workbench/receiver/SymbolTiming.h"
+
+/// The signal as it is, and where its symbols are: as the source says, or as its channel tells.
+class PlainPath : public SignalPath
+{
+public:
+    /// @param symbolRate  Bd; overrides what the input says, and is then looked for.
+    PlainPath(const Receiver::Input& input, const ChannelChoice& channel,
+              std::optional<double> symbolRate);
+
+    const SignalFormat& format() const override { return m_format; }
+    void process(const std::vector<double>& values, std::vector<SignalBlock>& blocks) override;
+    void finish(std::vector<SignalBlock>& blocks) override;
+    void reset(std::int64_t position) override;
+
+private:
+    enum class Clock { None, Known, EachSample, Recovered };
+
+    void add(const std::vector<double>& values);
+    void findSymbols();
+    void findRecovered();
+    void addSymbol(double position, SymbolState state);
+    void passOn(std::int64_t end, std::vector<SignalBlock>& blocks);
+    double pairAt(const std::vector<double>& values, double position) const;
+
+    Receiver::Input m_input;
+    ChannelChoice m_channel;
+    std::size_t m_first; // of the constellation's pair
+    bool m_hasQ;
+    SignalFormat m_format;
+    Clock m_clock = Clock::None;
+    double m_firstSymbol = 0.0;
+    std::unique_ptr<SymbolTiming> m_timing;
+    std::optional<SymbolKnot> m_knot;
+    double m_nextSymbol = 0.0;
+    std::int64_t m_start = 0;        // where the stretch began
+    std::int64_t m_known = 0;        // up to which its symbols are found
+    SignalBlock m_waiting;           // what is not passed on
+    std::vector<double> m_before[2]; // I and Q just before it, to interpolate
+    bool m_isAfterGap = true;
+};

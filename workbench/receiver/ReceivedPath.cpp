@@ -1,0 +1,296 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/receiver/ReceivedPath.h"
+
+#include "workbench/receiver/MeasuringFilter.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr std::size_t frameLength = 4096; // samples of the input that are received at a time
+constexpr double frameSeconds = 0.02;     // at most: what is slow is not waited for
+constexpr std::size_t mostQuiet = 8192;   // samples of a block between bursts
+constexpr double burstPower = 0.4;        // of the burst's, which its first and last symbols reach
+constexpr std::size_t powerSymbols = 4;   // over which it is taken
+constexpr std::size_t rampSymbols = 3;    // at either end of a burst
+constexpr std::size_t edgeReach = 64;     // symbols from the end of a run in which a burst begins
+
+using Demodulation = ReceiverSettings::Demodulation;
+
+} // namespace
+
+ReceivedPath::ReceivedPath(const Receiver::Input& input, const ChannelChoice& channel,
+                           const ReceiverSettings& settings)
+    : m_input(input)
+    , m_settings(settings)
+    , m_showsQ(input.isComplex && channel.value % 2 == 1)
+{
+    m_front.configure(settings, input.sampleRate, input.valueCount, input.isComplex, channel);
+    BasebandFormat format;
+    format.sampleRate = input.sampleRate;
+    for (ReceiverStage* stage : stages())
+        format = stage->configure(settings, format);
+    m_timeOffset = format.timeOffset;
+    m_format.sampleRate = format.sampleRate;
+    m_format.samplesPerSymbol = format.hasSymbolClock ? format.samplesPerSymbol : 0.0;
+    m_format.hasQ = true;
+    m_format.isDemodulated = format.isDemodulated;
+    m_format.hasDecisions = format.hasSymbolClock && !format.isDemodulated;
+    if (settings.demodulation == Demodulation::Fm)
+        m_scale = settings.symbolRate.value_or(input.sampleRate);
+    m_edge = static_cast<std::size_t>(measuringFilter::edgeOf(settings));
+    m_level.configure(settings.hasGainControl && !format.isDemodulated, m_format.samplesPerSymbol);
+    reset(0);
+}
+
+std::array<ReceiverStage*, 6> ReceivedPath::stages()
+{
+    return {&m_demodulator, &m_resampler, &m_frequency, &m_filter, &m_timing, &m_carrier};
+}
+
+void ReceivedPath::reset(std::int64_t position)
+{
+    m_front.reset();
+    m_level.reset();
+    m_values.clear();
+    m_taken = position;
+    m_position =
+        std::llround(static_cast<double>(position) * m_format.sampleRate / m_input.sampleRate);
+    m_isAfterGap = true;
+    m_isRunning = false;
+    m_received = {};
+}
+
+// In frames of one length, whatever the blocks that come: what is found must not depend on them.
+void ReceivedPath::process(const std::vector<double>& values, std::vector<SignalBlock>& blocks)
+{
+    const auto width = static_cast<std::size_t>(m_input.valueCount);
+    const auto longest = static_cast<std::size_t>(m_input.sampleRate * frameSeconds) + 1;
+    const std::size_t length = width * std::min(frameLength, longest);
+    m_values.insert(m_values.end(), values.begin(), values.end());
+    std::size_t used = 0;
+    for (; m_values.size() - used >= length; used += length) {
+        const auto first = m_values.begin() + static_cast<std::ptrdiff_t>(used);
+        take({first, first + static_cast<std::ptrdiff_t>(length)}, blocks);
+    }
+    m_values.erase(m_values.begin(), m_values.begin() + static_cast<std::ptrdiff_t>(used));
+}
+
+void ReceivedPath::take(std::vector<double> frame, std::vector<SignalBlock>& blocks)
+{
+    std::vector<BurstGate::Part> parts;
+    m_front.process(frame, parts);
+    takeParts(parts, blocks);
+}
+
+void ReceivedPath::finish(std::vector<SignalBlock>& blocks)
+{
+    std::vector<BurstGate::Part> parts;
+    m_front.process(m_values, parts);
+    m_values.clear();
+    m_front.finish(parts);
+    takeParts(parts, blocks);
+    endRun(blocks);
+}
+
+void ReceivedPath::takeParts(std::vector<BurstGate::Part>& parts, std::vector<SignalBlock>& blocks)
+{
+    for (BurstGate::Part& part : parts) {
+        const auto count = static_cast<std::int64_t>(part.samples.size());
+        if (part.isOpen && count > 0) {
+            if (!m_isRunning) {
+                fillQuiet(blocks);
+                startRun();
+            }
+            m_taken += count;
+            BasebandBlock block;
+            block.samples = std::move(part.samples);
+            run(std::move(block), blocks);
+        } else if (count > 0) {
+            endRun(blocks);
+            m_taken += count;
+            fillQuiet(blocks);
+        }
+    }
+}
+
+void ReceivedPath::startRun()
+{
+    for (ReceiverStage* stage : stages())
+        stage->reset();
+    m_isRunning = true;
+    m_isStart = true;
+    m_runTime = static_cast<double>(m_taken) / m_input.sampleRate;
+    m_runPosition = m_position;
+    m_received = {};
+    m_receivedFirst = 0;
+}
+
+void ReceivedPath::run(BasebandBlock block, std::vector<SignalBlock>& blocks)
+{
+    m_frequency.setSearching(!m_carrier.isTracking());
+    for (ReceiverStage* stage : stages())
+        stage->process(block);
+    takeReceived(block, false, blocks);
+}
+
+void ReceivedPath::endRun(std::vector<SignalBlock>& blocks)
+{
+    if (!m_isRunning)
+        return;
+    BasebandBlock block;
+    for (ReceiverStage* stage : stages()) {
+        stage->process(block);
+        stage->finish(block);
+    }
+    takeReceived(block, true, blocks);
+    m_isRunning = false;
+}
+
+/// Keeps back what may lie at the end of the run.
+void ReceivedPath::takeReceived(BasebandBlock& block, bool isEnd, std::vector<SignalBlock>& blocks)
+{
+    if (m_carrier.isOn()) {
+        for (Symbol& symbol : block.symbols)
+            symbol.phase += m_frequency.phaseAt(symbol.time);
+    }
+    m_received.append(block);
+    if (m_format.samplesPerSymbol == 0.0) {
+        passOn(m_received.samples.size(), blocks);
+        return;
+    }
+    const std::size_t kept = edgeReach + m_edge;
+    const std::size_t symbolCount = m_received.symbols.size();
+    if (!isEnd && symbolCount < 2 * kept)
+        return;
+    if (m_isStart)
+        markEdge(m_received.symbols.begin(), m_received.symbols.end());
+    m_isStart = false;
+    if (isEnd)
+        markEdge(m_received.symbols.rbegin(), m_received.symbols.rend());
+    const auto count = isEnd ? static_cast<double>(m_received.samples.size())
+                             : m_received.symbols[symbolCount - kept].position -
+                                   static_cast<double>(m_receivedFirst);
+    passOn(static_cast<std::size_t>(count), blocks);
+}
+
+/// Marks the symbols from an end of the run to where its burst is as strong as its symbols are, and
+/// those that the filter there lacks samples of.
+template<class Iterator>
+void ReceivedPath::markEdge(Iterator first, Iterator last)
+{
+    const auto count = static_cast<std::size_t>(last - first);
+    std::vector<double> powers;
+    for (auto symbol = first; symbol != last; ++symbol) {
+        const auto index =
+            static_cast<std::size_t>(symbol->position - static_cast<double>(m_receivedFirst));
+        powers.push_back(std::norm(std::complex<double>(m_received.samples[index])));
+    }
+    if (powers.size() < powerSymbols)
+        return;
+    std::vector<double> sorted = powers;
+    const auto middle = sorted.begin() + static_cast<std::ptrdiff_t>(count / 2);
+    std::nth_element(sorted.begin(), middle, sorted.end());
+    double sum = 0.0;
+    for (std::size_t k = 0; k < powerSymbols; ++k)
+        sum += powers[k];
+    std::size_t begin = 0; // of the burst
+    while (begin < std::min(count - powerSymbols, edgeReach) &&
+           sum < burstPower * *middle * static_cast<double>(powerSymbols)) {
+        sum += powers[begin + powerSymbols] - powers[begin];
+        ++begin;
+    }
+    const std::size_t marked =
+        std::min(begin + std::max(begin > 0 ? rampSymbols : 0, m_edge), count);
+    for (std::size_t k = 0; k < marked; ++k)
+        (first + static_cast<std::ptrdiff_t>(k))->state = SymbolState::Edge;
+}
+
+/// Makes a block of the first samples that were received.
+void ReceivedPath::passOn(std::size_t count, std::vector<SignalBlock>& blocks)
+{
+    const auto end = static_cast<std::ptrdiff_t>(std::min(count, m_received.samples.size()));
+    if (end == 0)
+        return;
+    SignalBlock block;
+    block.position = m_runPosition + m_receivedFirst;
+    for (std::ptrdiff_t k = 0; k < end; ++k) {
+        const std::complex<float> sample = m_received.samples[static_cast<std::size_t>(k)];
+        block.i.push_back(double{sample.real()});
+        block.q.push_back(double{sample.imag()});
+    }
+    if (m_format.isDemodulated) {
+        for (std::ptrdiff_t k = 0; k < end; ++k)
+            block.samples.push_back(m_scale *
+                                    double{m_received.demodulated[static_cast<std::size_t>(k)]});
+    } else {
+        block.samples = m_showsQ ? block.q : block.i;
+    }
+    block.time =
+        m_runTime + m_timeOffset + static_cast<double>(m_receivedFirst) / m_format.sampleRate;
+    const auto endPosition = static_cast<double>(m_receivedFirst + end);
+    auto later = m_received.symbols.begin();
+    for (; later != m_received.symbols.end() && later->position < endPosition; ++later) {
+        Symbol symbol = *later;
+        if (block.symbols.empty()) // samples follow the clock of the symbols
+            block.time =
+                m_runTime + symbol.time -
+                (symbol.position - static_cast<double>(m_receivedFirst)) / m_format.sampleRate;
+        if (m_format.isDemodulated)
+            symbol.value *= static_cast<float>(m_scale);
+        symbol.position += static_cast<double>(m_runPosition);
+        symbol.time += m_runTime;
+        block.symbols.push_back(symbol);
+    }
+    m_received.symbols.erase(m_received.symbols.begin(), later);
+    for (ClockPoint point : m_received.clock) {
+        point.time += m_runTime;
+        block.clock.push_back(point);
+    }
+    m_received.clock.clear();
+    const auto leave = [end](auto& values) {
+        values.erase(values.begin(),
+                     values.begin() + std::min(end, static_cast<std::ptrdiff_t>(values.size())));
+    };
+    leave(m_received.samples);
+    leave(m_received.demodulated);
+    m_receivedFirst += end;
+    m_level.process(block, m_carrier.isOn() ? m_carrier.amplitude() : 0.0);
+    push(std::move(block), blocks);
+}
+
+/// Samples for the time since the last burst, up to where the input is.
+void ReceivedPath::fillQuiet(std::vector<SignalBlock>& blocks)
+{
+    const double until = static_cast<double>(m_taken) / m_input.sampleRate;
+    const std::int64_t end = std::llround(until * m_format.sampleRate);
+    while (m_position < end) {
+        const auto count = static_cast<std::size_t>(
+            std::min<std::int64_t>(end - m_position, static_cast<std::int64_t>(mostQuiet)));
+        SignalBlock block;
+        block.position = m_position;
+        block.time = static_cast<double>(m_position) / m_format.sampleRate;
+        block.samples.resize(count);
+        block.i.resize(count);
+        block.q.resize(count);
+        block.isQuiet.resize(count, 1);
+        push(std::move(block), blocks);
+    }
+}
+
+void ReceivedPath::push(SignalBlock block, std::vector<SignalBlock>& blocks)
+{
+    block.isAfterGap = m_isAfterGap;
+    m_isAfterGap = false;
+    block.reports = reports();
+    m_position = block.end();
+    blocks.push_back(std::move(block));
+}
+
+std::vector<StageReport> ReceivedPath::reports() const
+{
+    return {m_front.shiftReport(),  m_front.channelReport(), m_front.squelchReport(),
+            m_demodulator.report(), m_resampler.report(),    m_level.report(),
+            m_filter.report(),      m_timing.report(),       m_carrier.report()};
+}

@@ -1,0 +1,73 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/receiver/CarrierRecovery.h"
+#include "workbench/receiver/Demodulator.h"
+#include "workbench/receiver/FrequencyCorrection.h"
+#include "workbench/receiver/FrontEnd.h"
+#include "workbench/receiver/LevelControl.h"
+#include "workbench/receiver/MatchedFilter.h"
+#include "workbench/receiver/Receiver.h"
+#include "workbench/receiver/Resampler.h"
+#include "workbench/receiver/SignalPath.h"
+#include "workbench/receiver/TimingRecovery.h"
+
+#include <array>
+
+/// The signal as a receiver makes it. Each burst is a run through the stages by itself; what is
+/// between bursts becomes samples that are 0 and quiet.
+class ReceivedPath : public SignalPath
+{
+public:
+    /// @param settings  are on and have no flaw; their symbol rate is the one that is known.
+    ReceivedPath(const Receiver::Input& input, const ChannelChoice& channel,
+                 const ReceiverSettings& settings);
+
+    const SignalFormat& format() const override { return m_format; }
+    void process(const std::vector<double>& values, std::vector<SignalBlock>& blocks) override;
+    void finish(std::vector<SignalBlock>& blocks) override;
+    void reset(std::int64_t position) override;
+
+private:
+    void take(std::vector<double> frame, std::vector<SignalBlock>& blocks);
+    void takeParts(std::vector<BurstGate::Part>& parts, std::vector<SignalBlock>& blocks);
+    void startRun();
+    void run(BasebandBlock block, std::vector<SignalBlock>& blocks);
+    void endRun(std::vector<SignalBlock>& blocks);
+    void takeReceived(BasebandBlock& block, bool isEnd, std::vector<SignalBlock>& blocks);
+    template<class Iterator>
+    void markEdge(Iterator first, Iterator last);
+    void passOn(std::size_t count, std::vector<SignalBlock>& blocks);
+    void fillQuiet(std::vector<SignalBlock>& blocks);
+    void push(SignalBlock block, std::vector<SignalBlock>& blocks);
+    std::array<ReceiverStage*, 6> stages();
+    std::vector<StageReport> reports() const;
+
+    Receiver::Input m_input;
+    ReceiverSettings m_settings;
+    bool m_showsQ; // over time
+    SignalFormat m_format;
+    double m_scale = 1.0;   // of what was demodulated: symbol rates to Hz
+    std::size_t m_edge = 0; // symbols
+    double m_timeOffset = 0.0;
+
+    FrontEnd m_front;
+    Demodulator m_demodulator;
+    Resampler m_resampler;
+    FrequencyCorrection m_frequency;
+    MatchedFilter m_filter;
+    TimingRecovery m_timing;
+    CarrierRecovery m_carrier;
+    LevelControl m_level;
+
+    std::vector<double> m_values; // of the input, less than a frame
+    std::int64_t m_taken = 0;     // samples of the input in parts
+    std::int64_t m_position = 0;  // of the next sample of the output
+    bool m_isAfterGap = true;
+    bool m_isRunning = false;
+    double m_runTime = 0.0;           // s, where the run started
+    std::int64_t m_runPosition = 0;   // of its sample 0 in the output
+    BasebandBlock m_received;         // of the run, not passed on...
+    std::int64_t m_receivedFirst = 0; // ...from this sample of it on
+    bool m_isStart = true;            // of the run: the first edge was not marked
+};

@@ -1,0 +1,59 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/receiver/Receiver.h"
+
+#include "workbench/receiver/PlainPath.h"
+#include "workbench/receiver/ReceivedPath.h"
+
+Receiver::Input Receiver::Input::of(const SignalSource& source)
+{
+    Input input;
+    input.sampleRate = source.sampleRate();
+    input.valueCount = source.valueCount();
+    input.isComplex = source.isComplex();
+    input.symbolRate = source.symbolRate();
+    input.firstSymbol = source.firstSymbol();
+    input.constellationChannel = source.constellationChannel();
+    return input;
+}
+
+Receiver::Receiver(const Input& input, const ChannelChoice& channel,
+                   const ReceiverSettings& settings)
+    : m_input(input)
+{
+    ReceiverSettings used = settings;
+    if (used.isOn && !used.symbolRate)
+        used.symbolRate = input.symbolRate;
+    // A source that knows its symbols needs no receiver.
+    if (used.isOn && !input.firstSymbol && used.flaw(input.sampleRate).isEmpty())
+        m_path = std::make_unique<ReceivedPath>(input, channel, used);
+    else
+        m_path = std::make_unique<PlainPath>(input, channel, settings.symbolRate);
+}
+
+Receiver::~Receiver() = default;
+
+const SignalFormat& Receiver::format() const { return m_path->format(); }
+
+double Receiver::ratio() const { return format().sampleRate / m_input.sampleRate; }
+
+void Receiver::process(std::int64_t position, const std::vector<double>& values,
+                       std::vector<SignalBlock>& blocks)
+{
+    if (!m_isStarted || position != m_next) {
+        finish(blocks);
+        m_path->reset(position);
+        m_isStarted = true;
+    }
+    m_path->process(values, blocks);
+    m_next = position + static_cast<std::int64_t>(values.size() /
+                                                  static_cast<std::size_t>(m_input.valueCount));
+}
+
+void Receiver::finish(std::vector<SignalBlock>& blocks)
+{
+    if (m_isStarted)
+        m_path->finish(blocks);
+    m_isStarted = false;
+}
+
+void Receiver::reset() { m_isStarted = false; }
