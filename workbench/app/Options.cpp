@@ -18,7 +18,8 @@ constexpr double minHertz = 0.001;
 constexpr int maxSide = 16384;
 
 constexpr const char* receiverOptions[] = {"shift",    "bandwidth",  "squelch", "demod",
-                                           "roll-off", "modulation", "no-agc",  "no-timing"};
+                                           "roll-off", "modulation", "no-agc",  "no-timing",
+                                           "filter",   "remove-dc"};
 
 struct Text
 {
@@ -53,6 +54,11 @@ void describe(QCommandLineParser& parser)
                  "or names between commas; else all columns of numbers but the time."),
         "LIST");
     add("info", Text::tr("Prints what is known of the recording and ends."), nullptr);
+    add("measure",
+        Text::tr("Prints what the recordings measure and ends: json, a line for each; all of a "
+                 "recording unless --start and --seconds say otherwise."),
+        "FORMAT");
+    add("start", Text::tr("Starts <S> seconds after the beginning of the recording."), "S");
     add("channel",
         Text::tr("Plays channel <N> of the recording, counted from 1, or the difference of two, "
                  "such as 1-2; of a complex one 1 is I, 2 is Q."),
@@ -71,9 +77,14 @@ void describe(QCommandLineParser& parser)
         Text::tr("Receiver: root raised cosine matched filter of roll-off <X>; 0 for none (0.35 "
                  "with --modulation, else none)."),
         "X");
+    add("filter",
+        Text::tr("Receiver: measuring filter <NAME>: rrc, rc, gaussian, boxcar or half-sine; "
+                 "--roll-off is the roll-off of rrc and rc, and the BT of gaussian."),
+        "NAME");
+    add("remove-dc", Text::tr("Receiver: takes off what is at 0 Hz."), nullptr);
     add("modulation",
-        Text::tr("Receiver: recovers symbols and carrier of <NAME>: BPSK, QPSK, 8PSK, 16QAM or "
-                 "64QAM, at --symbol-rate."),
+        Text::tr("Receiver: recovers symbols and carrier of <NAME>: %1, at --symbol-rate.")
+            .arg(ReceiverSettings::modulationNames().join(QStringLiteral(", "))),
         "NAME");
     add("no-agc", Text::tr("Receiver: leaves the gain as it is."), nullptr);
     add("no-timing", Text::tr("Receiver: leaves the symbols where they are."), nullptr);
@@ -189,6 +200,9 @@ Options readOptions(Reader& reader)
                       Text::tr("give 1 to %1 numbers or names between commas").arg(maxChannel));
     options.isTrajectory = reader.isSet("trajectory");
     options.isInfo = reader.isSet("info");
+    options.isMeasure = reader.match("measure", "json", Text::tr("give json")).has_value();
+    options.start = reader.number("start", 0.0, maxSeconds);
+    options.hasSeconds = reader.isSet("seconds");
     if (reader.isSet("channel")) {
         const auto channel = ChannelChoice::parse(reader.text("channel"));
         options.channel = channel.value_or(options.channel);
@@ -284,6 +298,14 @@ ReceiverSettings readReceiver(Reader& reader, const Options& options)
     }
     if (const auto rollOff = reader.number("roll-off", 0.0, ReceiverSettings::maxRollOff))
         settings.rollOff = *rollOff > 0.0 ? rollOff : std::nullopt;
+    if (reader.isSet("filter")) {
+        settings.filter = ReceiverSettings::filterOf(reader.text("filter"));
+        if (!settings.filter)
+            reader.reject("filter",
+                          Text::tr("give one of %1")
+                              .arg(ReceiverSettings::filterNames().join(QStringLiteral(", "))));
+    }
+    settings.removesDc = reader.isSet("remove-dc");
     settings.hasGainControl = !reader.isSet("no-agc");
     settings.hasTimingRecovery = !reader.isSet("no-timing");
     return settings;
@@ -363,13 +385,15 @@ Options::Result Options::parse(const QStringList& arguments)
     if (!reader.wrong().isEmpty())
         return wrong(reader.wrong());
     const QStringList files = parser.positionalArguments();
-    if (files.size() > 1)
+    options.files = files;
+    if (files.size() > 1 && !options.isMeasure)
         return wrong(tr("%1: only one file can be shown; name one").arg(files[1]));
-    if (!files.isEmpty() && files[0].isEmpty())
+    if (files.contains(QString()))
         return wrong(tr("command line: the name of the file is empty; name a recording"));
     options.file = files.value(0);
     const bool isRecording = !options.file.isEmpty();
-    for (const char* name : {"channel", "format", "sample-rate", "columns", "info"}) {
+    for (const char* name :
+         {"channel", "format", "sample-rate", "columns", "info", "measure", "start"}) {
         if (!isRecording && reader.isSet(name))
             return wrong(
                 tr("--%1: only recordings have it; name one").arg(QString::fromLatin1(name)));

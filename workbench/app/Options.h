@@ -33,7 +33,11 @@ public:
 
     QString file; ///< recording; empty for the built-in signal
     Recording::Options recording;
-    bool isInfo = false; ///< only say what the recording is
+    QStringList files;           ///< to measure
+    bool isInfo = false;         ///< only say what the recording is
+    bool isMeasure = false;      ///< only print what the recordings measure, as JSON
+    std::optional<double> start; ///< s, where to start; none: at the beginning
+    bool hasSeconds = false;     ///< whether seconds were given
     ChannelChoice channel;
     QString snapshotFolder;                                           ///< empty: none
     double seconds = 2.0;                                             ///< played for a snapshot

@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "platform/startup/TranslationCenter.h"
 #include "platform/values/Persistant.h"
+#include "workbench/app/MeasureCommand.h"
 #include "workbench/app/Options.h"
 #include "workbench/app/Snapshot.h"
 #include "workbench/receiver/SymbolRateEstimate.h"
@@ -190,6 +191,8 @@ std::optional<int> runWithoutDisplay(int& argc, char** argv, Options& options)
         return 0;
     }
     options = *commandLine.options;
+    if (options.isMeasure)
+        return MeasureCommand(options).run(say) ? 0 : exitFailed;
     return options.isInfo ? std::optional<int>(inform(options)) : std::nullopt;
 }
 

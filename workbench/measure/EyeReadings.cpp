@@ -13,8 +13,7 @@ constexpr double minShare = 0.04;     // of the traces, on a level
 constexpr double maxUnevenness = 1.5; // of the distances between more than two levels
 constexpr double outlyingPart = 0.02; // of the traces, on either side, whose levels tell nothing
 constexpr double nearestPart = 0.02;  // of the crossings of more than two levels, left out
-constexpr std::size_t maxLevelCount = 4;
-constexpr int rounds = 20; // of sharing the traces among the levels
+constexpr int rounds = 20;            // of sharing the traces among the levels
 
 class Traces
 {
@@ -54,6 +53,17 @@ struct Levels
     {
         return static_cast<std::size_t>(std::upper_bound(bounds.begin(), bounds.end(), value) -
                                         bounds.begin());
+    }
+    /// Whether as many levels are spread so much less that it is no chance.
+    bool isClearerThan(const Levels& other) const
+    {
+        constexpr double clearly = 0.8;
+        double mine = 0.0, others = 0.0;
+        for (const Statistics& level : levels)
+            mine += level.deviation();
+        for (const Statistics& level : other.levels)
+            others += level.deviation();
+        return levels.size() == other.levels.size() && mine < clearly * others;
     }
     double separation(std::size_t low) const
     {
@@ -98,6 +108,15 @@ std::optional<Levels> share(const std::vector<double>& sorted, std::size_t level
     if (!(distances.lowest() > 0.0) || distances.highest() > maxUnevenness * distances.lowest())
         return std::nullopt;
     return result;
+}
+
+std::optional<Levels> levelsOf(std::vector<double> decided)
+{
+    std::sort(decided.begin(), decided.end());
+    std::optional<Levels> levels;
+    for (std::size_t count = EyeReadings::maxLevelCount; count >= 2 && !levels; --count)
+        levels = share(decided, count);
+    return levels;
 }
 
 /// Crossings of a level on one side of the middle, each trace's nearest to it: samples from it.
@@ -220,7 +239,8 @@ EyeReadings::Eye measure(const Traces& traces, const Levels& levels, std::size_t
 } // namespace
 
 std::optional<EyeReadings> EyeReadings::of(const std::vector<double>& samples,
-                                           std::size_t traceLength, int symbolCount)
+                                           std::size_t traceLength, int symbolCount,
+                                           const std::vector<double>& nearest)
 {
     if (traceLength < 3 || symbolCount < 1)
         return std::nullopt;
@@ -230,10 +250,12 @@ std::optional<EyeReadings> EyeReadings::of(const std::vector<double>& samples,
     std::vector<double> decided; // levels in the middle
     for (std::size_t k = 0; k < traces.count(); ++k)
         decided.push_back(traces.at(k, traces.middle()));
-    std::sort(decided.begin(), decided.end());
-    std::optional<Levels> levels;
-    for (std::size_t count = maxLevelCount; count >= 2 && !levels; --count)
-        levels = share(decided, count);
+    std::optional<Levels> levels = levelsOf(decided);
+    if (nearest.size() == traces.count()) {
+        const std::optional<Levels> others = levelsOf(nearest);
+        if (others && (!levels || others->isClearerThan(*levels)))
+            levels = others;
+    }
     if (!levels)
         return std::nullopt;
     EyeReadings readings;

@@ -46,15 +46,22 @@ struct EyeReadings
     };
 
     static constexpr std::size_t minTraceCount = 32; ///< fewer tell nothing
+    static constexpr std::size_t maxLevelCount = 4;
 
     /// @param samples      of the traces, one after the other.
     /// @param traceLength  samples of each, symbols times an even number plus 1: a trace ends with
     ///                     the sample that the next one starts with, and the middle of a symbol is
     ///                     in its middle.
     /// @param symbolCount  of a trace.
+    /// @param nearest      of each trace the sample of the signal that is nearest to its middle, or
+    ///                     none. Where these differ less from their levels than what was
+    ///                     interpolated, they count: interpolation rings where a signal is not
+    ///                     limited to half its sample rate; samples beside the middle of others
+    ///                     spread more.
     /// @return none where the traces are too few, or no levels can be told apart.
     static std::optional<EyeReadings> of(const std::vector<double>& samples,
-                                         std::size_t traceLength, int symbolCount);
+                                         std::size_t traceLength, int symbolCount,
+                                         const std::vector<double>& nearest = {});
 
     /// From the lowest up: one fewer than levels.
     std::vector<Eye> eyes;

@@ -32,6 +32,7 @@ public:
         Figure symbolRateDeviation;       ///< Bd, of an estimate
         Figure confidence;                ///< of an estimate
         std::optional<ReceiverSettings::Modulation> modulation;
+        bool hasCarrierRecovery = false;
         bool isFm = false;
         int eyeSymbolCount = 2;
         double eyeBandwidth = 0.0; ///< symbol rates; 0: no low-pass
@@ -110,4 +111,7 @@ public:
     LeftOut leftOut;
     QStringList notes;
     QMap<QString, QString> reasons; ///< why a figure is none, by its path in the schema
+
+private:
+    class Maker;
 };

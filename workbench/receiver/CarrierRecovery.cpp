@@ -277,7 +277,7 @@ void CarrierRecovery::putOutTracked(bool isEnding, BasebandBlock& output)
         m_phaseError += 0.5 / static_cast<double>(m_reach) * (error * error - m_phaseError);
         m_emittedAmplitude = m_amplitude;
         putOut(m_tracked[here].phase + level, slope,
-             quality >= lockQuality ? SymbolState::Good : SymbolState::Unlocked, output);
+               quality >= lockQuality ? SymbolState::Good : SymbolState::Unlocked, output);
         --m_used;
         if (m_past < m_reach)
             ++m_past;

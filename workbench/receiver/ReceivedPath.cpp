@@ -290,7 +290,11 @@ void ReceivedPath::push(SignalBlock block, std::vector<SignalBlock>& blocks)
 
 std::vector<StageReport> ReceivedPath::reports() const
 {
+    StageReport carrier = m_carrier.report();
+    if (carrier.isLocked.value_or(false) && m_frequency.mayBeAlias())
+        carrier.readings.push_back(
+            {StageReport::Quantity::AliasDistance, m_frequency.aliasDistance()});
     return {m_front.shiftReport(),  m_front.channelReport(), m_front.squelchReport(),
             m_demodulator.report(), m_resampler.report(),    m_level.report(),
-            m_filter.report(),      m_timing.report(),       m_carrier.report()};
+            m_filter.report(),      m_timing.report(),       carrier};
 }

@@ -23,7 +23,8 @@ struct StageReport
         SymbolRateError, ///< parts per million of the nominal one
         TimingError,     ///< r.m.s., symbol periods
         CarrierOffset,   ///< Hz
-        PhaseError       ///< r.m.s., degrees
+        PhaseError,      ///< r.m.s., degrees
+        AliasDistance    ///< Hz, of another carrier that fits nearly as well
     };
     struct Reading
     {

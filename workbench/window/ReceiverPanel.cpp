@@ -36,6 +36,8 @@ QString readingText(const StageReport::Reading& reading)
         return text(reading.value, 1, "Hz");
     case StageReport::Quantity::PhaseError:
         return text(reading.value, 1, "°");
+    case StageReport::Quantity::AliasDistance:
+        break; // told beside the figures
     }
     return QString();
 }

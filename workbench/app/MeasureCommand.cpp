@@ -1,0 +1,160 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/app/MeasureCommand.h"
+
+#include "workbench/measure/Measurement.h"
+#include "workbench/receiver/Receiver.h"
+#include "workbench/receiver/SymbolRateEstimate.h"
+#include "workbench/sources/LiveAddress.h"
+
+#include <QJsonDocument>
+
+#include <cmath>
+#include <cstdio>
+#include <limits>
+
+namespace {
+
+constexpr std::size_t blockLength = 65536;       // samples read at a time
+constexpr double mostSamples = 64.0 * (1 << 20); // of the output, kept to be measured
+// Before and after what is measured as much is read as filters, timing and carrier take to settle.
+constexpr double marginSymbols = 4096.0;
+
+struct Range
+{
+    double from = 0.0; // s
+    double to = std::numeric_limits<double>::infinity();
+};
+
+/// Receives a part of a source.
+std::vector<SignalBlockPtr> received(SignalSource& source, Receiver& receiver, const Range& range,
+                                     double margin, bool& isWhole)
+{
+    std::vector<SignalBlockPtr> blocks;
+    std::vector<SignalBlock> made;
+    double count = 0.0;
+    isWhole = true;
+    const auto keep = [&] {
+        for (SignalBlock& block : made) {
+            const double end =
+                block.time + static_cast<double>(block.count()) / receiver.format().sampleRate;
+            if (end < range.from || block.time >= range.to)
+                continue;
+            count += static_cast<double>(block.count());
+            if (count > mostSamples) {
+                isWhole = false;
+                continue;
+            }
+            blocks.push_back(std::make_shared<const SignalBlock>(std::move(block)));
+        }
+        made.clear();
+    };
+    const double rate = source.sampleRate();
+    const double first = std::max(std::floor((range.from - margin) * rate), 0.0);
+    const double last = std::ceil((range.to + margin) * rate);
+    if (first > 0.0 && !source.seek(static_cast<std::int64_t>(first)))
+        return blocks;
+    std::vector<double> values;
+    while (isWhole && static_cast<double>(source.position()) < last) {
+        const double left = last - static_cast<double>(source.position());
+        const std::int64_t position = source.position();
+        const auto wanted = static_cast<std::size_t>(std::min(left, double{blockLength}));
+        if (source.read(values, wanted) == 0)
+            break;
+        receiver.process(position, values, made);
+        keep();
+    }
+    receiver.finish(made);
+    keep();
+    return blocks;
+}
+
+} // namespace
+
+bool MeasureCommand::run(const std::function<void(const QString&)>& say) const
+{
+    bool areAll = true;
+    for (const QString& file : m_options.files) {
+        const QString why = measure(file, say);
+        if (!why.isEmpty())
+            say(QStringLiteral("%1: %2").arg(LiveAddress::title(file), why));
+        areAll = areAll && why.isEmpty();
+    }
+    return areAll;
+}
+
+/// @return why it could not be measured, one sentence; empty when it was.
+QString MeasureCommand::measure(const QString& file,
+                                const std::function<void(const QString&)>& say) const
+{
+    if (LiveAddress::isLive(file))
+        return tr("a live signal has no end to be measured to; record it first");
+    const Recording recording = Recording::open(file, m_options.recording);
+    for (const QString& notice : recording.notices)
+        say(QStringLiteral("%1: %2").arg(LiveAddress::title(file), notice));
+    if (!recording.source)
+        return recording.why;
+    SignalSource& source = *recording.source;
+    if (m_options.channel.last() >= source.valueCount())
+        return tr("there is no channel %1; the recording has %2")
+            .arg(m_options.channel.last() + 1)
+            .arg(source.valueCount());
+
+    Measurement::Setup setup;
+    ReceiverSettings settings = m_options.receiver;
+    QStringList notes = recording.notices;
+    if (m_options.symbolRate)
+        setup.symbolRate = m_options.symbolRate;
+    else if (source.symbolRate() && !m_options.isSymbolRateAuto) {
+        setup.symbolRate = source.symbolRate();
+        setup.origin = Measurement::Origin::Metadata;
+    } else {
+        const auto estimate =
+            SymbolRateEstimate::ofSource(source, m_options.channel, m_options.receiver);
+        using Verdict = SymbolRateEstimate::Verdict;
+        setup.origin = Measurement::Origin::Estimated;
+        if (estimate.verdict == Verdict::Sure ||
+            (m_options.isSymbolRateAuto && estimate.verdict == Verdict::Unsure)) {
+            setup.symbolRate = estimate.symbolRate;
+            setup.confidence = estimate.sureness;
+        }
+        if (estimate.verdict != Verdict::Sure)
+            notes += estimate.sentence();
+    }
+    settings.symbolRate = setup.symbolRate;
+    if (settings.isOn) {
+        if (const QString flaw = settings.flaw(source.sampleRate()); !flaw.isEmpty())
+            return flaw;
+    }
+    Range range;
+    range.from = m_options.start.value_or(0.0);
+    if (m_options.hasSeconds)
+        range.to = range.from + m_options.seconds;
+    const auto length = source.sampleCount();
+    if (length && range.from >= static_cast<double>(*length) / source.sampleRate())
+        return tr("it has ended before %1 s; start earlier").arg(range.from);
+
+    Receiver receiver(Receiver::Input::of(source), m_options.channel, settings);
+    setup.format = receiver.format();
+    setup.sampleRate = source.sampleRate();
+    setup.modulation = settings.modulation;
+    setup.hasCarrierRecovery = settings.isOn && settings.modulation;
+    setup.isFm = settings.isOn && settings.demodulation == ReceiverSettings::Demodulation::Fm;
+    setup.eyeSymbolCount = m_options.eyeSymbolCount.value_or(setup.eyeSymbolCount);
+    setup.eyeBandwidth = m_options.eyeBandwidth.value_or(0.0);
+    const double margin = setup.symbolRate ? marginSymbols / *setup.symbolRate : 0.0;
+    bool isWhole = true;
+    const auto blocks = received(source, receiver, range, margin, isWhole);
+    if (blocks.empty())
+        return tr("there are no samples to be measured; give another range");
+    Measurement measurement = Measurement::of(blocks, range.from, range.to, setup);
+    measurement.notes = notes + measurement.notes;
+    if (!isWhole)
+        measurement.notes += tr("it is longer than can be measured at once: the samples after %1 s "
+                                "are left out; give --start and --seconds")
+                                 .arg(measurement.stop);
+    QJsonObject json = measurement.json();
+    json.insert(QStringLiteral("input"), file);
+    std::printf("%s\n", QJsonDocument(json).toJson(QJsonDocument::Compact).constData());
+    std::fflush(stdout);
+    return QString();
+}

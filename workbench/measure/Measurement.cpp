@@ -1,0 +1,486 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/measure/Measurement.h"
+
+#include "workbench/measure/ConstellationReadings.h"
+#include "workbench/measure/Decisions.h"
+#include "workbench/measure/EyeReadings.h"
+#include "workbench/measure/EyeTraces.h"
+#include "workbench/measure/LevelReadings.h"
+#include "workbench/measure/Regression.h"
+#include "workbench/receiver/ModulationTable.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <map>
+
+namespace {
+
+using Blocks = std::vector<SignalBlockPtr>;
+using State = SymbolState;
+
+constexpr double pi = 3.14159265358979323846;
+constexpr double percent = 0.01;
+constexpr std::size_t mostTraces = 200000; // 100 MB; of more, every n-th
+constexpr std::size_t leastClockPoints = 4;
+constexpr std::size_t levelSymbols = 256; // in which the level may change
+
+/// The good symbols of a gate, and those that are not.
+struct Gate
+{
+    Gate(const Blocks& blocks, double from, double to)
+    {
+        const Symbol* before = nullptr;
+        for (const SignalBlockPtr& block : blocks) {
+            for (const Symbol& symbol : block->symbols) {
+                if (symbol.time < from || symbol.time >= to)
+                    continue;
+                ++all;
+                edges += symbol.state == State::Edge ? 1 : 0;
+                unlocked += symbol.state == State::Unlocked ? 1 : 0;
+                if (symbol.state == State::Good) {
+                    const bool isNew = !before || before->state != State::Good ||
+                                       (block->isAfterGap && &symbol == block->symbols.data());
+                    good.push_back({symbol, block->gain, isNew});
+                }
+                before = &symbol;
+            }
+        }
+    }
+
+    struct Member
+    {
+        Symbol symbol;
+        double gain;
+        bool startsRun;
+    };
+    std::vector<Member> good;
+    std::int64_t all = 0, edges = 0, unlocked = 0;
+};
+
+/// Samples within the gate in the signal's own level; NaN where it is torn.
+std::vector<double> samplesOf(const Blocks& blocks, double from, double to, double sampleRate,
+                              std::int64_t& quiet)
+{
+    std::vector<double> samples;
+    for (const SignalBlockPtr& block : blocks) {
+        const auto count = static_cast<double>(block->count());
+        const auto index = [&](double time) {
+            return static_cast<std::size_t>(
+                std::clamp(std::ceil((time - block->time) * sampleRate - 1e-6), 0.0, count));
+        };
+        if (block->isAfterGap && !samples.empty())
+            samples.push_back(std::numeric_limits<double>::quiet_NaN());
+        for (std::size_t k = index(from); k < index(to); ++k) {
+            const bool isQuiet = !block->isQuiet.empty() && block->isQuiet[k];
+            quiet += isQuiet ? 1 : 0;
+            if (!isQuiet)
+                samples.push_back(block->samples[k] / block->gain);
+            else if (samples.empty() || !std::isnan(samples.back()))
+                samples.push_back(std::numeric_limits<double>::quiet_NaN());
+        }
+    }
+    return samples;
+}
+
+} // namespace
+
+/// Fills in one part after the other.
+class Measurement::Maker
+{
+public:
+    Maker(Measurement& result, const Blocks& blocks, double from, double to, const Setup& setup)
+        : m_result(result)
+        , m_blocks(blocks)
+        , m_from(from)
+        , m_to(to)
+        , m_setup(setup)
+        , m_gate(blocks, from, to)
+    {}
+
+    void make()
+    {
+        describe();
+        measureTime();
+        measureEye();
+        measureFrequency();
+        measureConstellation();
+        measureCarrier();
+        measureClock();
+        sayStages();
+        sayWhatIsLeftOut();
+    }
+
+private:
+    void describe();
+    void measureTime();
+    void measureEye();
+    void measureFrequency();
+    void measureConstellation();
+    void measureCarrier();
+    void measureClock();
+    void sayStages();
+    void sayWhatIsLeftOut();
+    std::vector<std::complex<double>> points() const;
+    void level(std::vector<std::complex<double>>& points,
+               const std::vector<std::complex<double>>& ideal) const;
+    void miss(const char* path, const QString& reason)
+    {
+        m_result.reasons.insert(QString::fromLatin1(path), reason);
+    }
+    QString whySymbolsMiss() const;
+
+    Measurement& m_result;
+    const Blocks& m_blocks;
+    double m_from;
+    double m_to;
+    const Setup& m_setup;
+    Gate m_gate;
+};
+
+void Measurement::Maker::describe()
+{
+    double first = std::numeric_limits<double>::infinity();
+    double last = -first;
+    for (const SignalBlockPtr& block : m_blocks) {
+        first = std::min(first, block->time);
+        last = std::max(last, block->time +
+                                  static_cast<double>(block->count()) / m_setup.format.sampleRate);
+    }
+    m_result.start = std::max(m_from, std::isfinite(first) ? first : m_from);
+    m_result.stop =
+        std::max(std::min(m_to, std::isfinite(last) ? last : m_result.start), m_result.start);
+    m_result.sampleRate = m_setup.sampleRate;
+    m_result.symbolRate.value = m_setup.symbolRate;
+    m_result.symbolRate.deviation = m_setup.symbolRateDeviation;
+    m_result.symbolRate.confidence = m_setup.confidence;
+    m_result.symbolRate.origin = m_setup.origin;
+    if (!m_setup.symbolRate)
+        miss("symbol_rate", tr("the symbol rate is not known"));
+    if (!m_setup.symbolRateDeviation)
+        miss("symbol_rate.deviation", tr("the symbol rate was not estimated"));
+    if (!m_setup.confidence)
+        miss("symbol_rate.confidence", tr("the symbol rate was not estimated"));
+}
+
+void Measurement::Maker::measureTime()
+{
+    const std::vector<double> samples =
+        samplesOf(m_blocks, m_from, m_to, m_setup.format.sampleRate, m_result.leftOut.samples);
+    const auto readings =
+        LevelReadings::of(samples.data(), samples.size(), m_setup.format.sampleRate);
+    if (!readings) {
+        miss("time", tr("there are no samples"));
+        return;
+    }
+    Time& time = m_result.time;
+    time.mean = readings->mean;
+    time.minimum = readings->lowest;
+    time.maximum = readings->highest;
+    time.peakToPeak = readings->peakToPeak();
+    time.rms = readings->rms;
+    time.rmsAc = readings->acRms;
+    time.frequency = readings->frequency;
+    if (!time.frequency)
+        miss("time.frequency", tr("the signal is not periodic, or not for three periods"));
+}
+
+QString Measurement::Maker::whySymbolsMiss() const
+{
+    if (!m_setup.symbolRate)
+        return tr("the symbol rate is not known");
+    if (m_setup.format.samplesPerSymbol == 0.0)
+        return tr("the symbols' clock is not looked for");
+    if (m_gate.all == 0)
+        return tr("there are no symbols");
+    if (m_gate.good.empty())
+        return tr("the receiver is not locked");
+    return QString();
+}
+
+void Measurement::Maker::measureEye()
+{
+    Eye& eye = m_result.eye;
+    QString why = whySymbolsMiss();
+    if (why.isEmpty() && m_setup.format.samplesPerSymbol == 1.0)
+        why = tr("a sample of each symbol makes no eye");
+    EyeTraces traces;
+    std::optional<EyeReadings> readings;
+    if (why.isEmpty()) {
+        traces =
+            EyeTraces::of(m_blocks, m_from, m_to, m_setup.format, m_setup.eyeBandwidth, mostTraces);
+        eye.traces = static_cast<std::int64_t>(traces.count());
+        if (traces.count() < EyeReadings::minTraceCount)
+            why = tr("there are fewer than %1 traces").arg(EyeReadings::minTraceCount);
+        else
+            readings = EyeReadings::of(traces.samples, EyeTraces::length, 2, traces.nearest);
+    }
+    if (!readings) {
+        miss("eye", why.isEmpty() ? tr("levels cannot be told apart") : why);
+        return;
+    }
+    for (const EyeReadings::Eye& found : readings->eyes) {
+        if (eye.levels.empty())
+            eye.levels.push_back({found.lowLevel, found.lowSigma});
+        eye.levels.push_back({found.highLevel, found.highSigma});
+        EyeOpening opening;
+        const auto part = [](const std::optional<double>& value) {
+            return value ? std::optional<double>(percent * *value) : std::nullopt;
+        };
+        opening.height = found.height;
+        opening.innerHeight = found.innerHeight;
+        opening.opening = percent * found.opening;
+        opening.width = found.width;
+        opening.crossing = part(found.crossing);
+        opening.crossingTime = found.crossingTime;
+        opening.jitterRms = found.jitterRms;
+        opening.jitterPeak = found.jitterPeak;
+        opening.q = found.q;
+        const QString path = QStringLiteral("eye.eyes.%1").arg(eye.eyes.size());
+        if (!opening.width)
+            m_result.reasons.insert(path, tr("too few transitions cross this eye"));
+        eye.eyes.push_back(opening);
+    }
+    const EyeOpening& middle = eye.eyes[eye.eyes.size() / 2];
+    if (middle.crossingTime)
+        eye.instant = -*middle.crossingTime;
+    else
+        miss("eye.instant", tr("too few transitions cross the eye"));
+}
+
+void Measurement::Maker::measureFrequency()
+{
+    if (!m_setup.isFm) {
+        miss("frequency_modulation", tr("the signal was not demodulated as FM"));
+        return;
+    }
+    const auto& levels = m_result.eye.levels;
+    if (levels.empty()) {
+        miss("frequency_modulation", m_result.reasons.value(QStringLiteral("eye")));
+        return;
+    }
+    Frequency& frequency = m_result.frequency;
+    const double range = levels.back().mean - levels.front().mean;
+    frequency.deviation = 0.5 * range;
+    frequency.error = 0.5 * (levels.front().mean + levels.back().mean);
+    // Modulation index: distance of neighbouring frequencies in symbol rates.
+    frequency.index =
+        range / static_cast<double>(levels.size() - 1) / m_setup.symbolRate.value_or(1.0);
+}
+
+std::vector<std::complex<double>> Measurement::Maker::points() const
+{
+    std::vector<std::complex<double>> result;
+    for (const Gate::Member& member : m_gate.good)
+        result.push_back(std::complex<double>(member.symbol.value) / member.gain);
+    return result;
+}
+
+/// Takes out what the level changes in hundreds of symbols.
+void Measurement::Maker::level(std::vector<std::complex<double>>& points,
+                               const std::vector<std::complex<double>>& ideal) const
+{
+    const std::size_t parts = points.size() / levelSymbols;
+    if (parts < 2)
+        return;
+    const Decisions decisions(ideal);
+    const auto whole = decisions.gainOf(points);
+    if (!whole)
+        return;
+    std::vector<double> gains;
+    for (std::size_t part = 0; part < parts; ++part) {
+        const std::size_t first = part * points.size() / parts;
+        const std::size_t last = (part + 1) * points.size() / parts;
+        gains.push_back(decisions.gainOf(&points[first], last - first, *whole));
+    }
+    for (std::size_t k = 0; k < points.size(); ++k) {
+        const double place =
+            std::clamp((static_cast<double>(k) + 0.5) * static_cast<double>(parts) /
+                               static_cast<double>(points.size()) -
+                           0.5,
+                       0.0, static_cast<double>(parts - 1));
+        const auto part = std::min(static_cast<std::size_t>(place), parts - 2);
+        const double rest = place - static_cast<double>(part);
+        points[k] /= gains[part] + rest * (gains[part + 1] - gains[part]);
+    }
+}
+
+void Measurement::Maker::measureConstellation()
+{
+    Constellation& constellation = m_result.constellation;
+    QString why = whySymbolsMiss();
+    if (why.isEmpty() && !m_setup.format.hasDecisions)
+        why = tr("the symbols are not those of a constellation");
+    if (m_setup.modulation)
+        constellation.modulation = QString::fromLatin1(modulations::of(*m_setup.modulation).name);
+    if (why.isEmpty() && !m_setup.modulation)
+        why = tr("the modulation is not known");
+    if (!m_setup.modulation)
+        miss("constellation.modulation", tr("the modulation is not known"));
+    if (!why.isEmpty()) {
+        miss("constellation", why);
+        return;
+    }
+    const auto& ideal = modulations::of(*m_setup.modulation).points;
+    std::vector<std::complex<double>> all = points();
+    level(all, ideal);
+    constellation.symbols = static_cast<std::int64_t>(all.size());
+    std::vector<double> i, q;
+    for (const auto& point : all) {
+        i.push_back(point.real());
+        q.push_back(point.imag());
+    }
+    const auto readings = ConstellationReadings::of(i, q, ideal);
+    if (!readings) {
+        miss("constellation", tr("there are too few symbols"));
+        return;
+    }
+    constellation.evmRms = percent * readings->evmRms;
+    constellation.evmPeak = percent * readings->evmPeak;
+    constellation.mer = readings->mer;
+    constellation.offset = readings->originOffset;
+    constellation.imbalance = readings->imbalance;
+    constellation.quadrature = readings->quadratureError;
+    if (!readings->imbalance)
+        miss("constellation.imbalance_db", tr("the modulation has one axis only"));
+    if (!readings->quadratureError)
+        miss("constellation.quadrature_deg", tr("the modulation has one axis only"));
+}
+
+void Measurement::Maker::measureCarrier()
+{
+    Carrier& carrier = m_result.carrier;
+    if (!m_setup.modulation || !m_setup.format.hasDecisions || !m_setup.hasCarrierRecovery) {
+        miss("carrier", tr("the receiver recovers no carrier"));
+        return;
+    }
+    const Decisions decisions(modulations::of(*m_setup.modulation).points);
+    const std::vector<std::complex<double>> all = points();
+    const auto gain = decisions.gainOf(all);
+    if (!gain) {
+        miss("carrier", tr("there are too few symbols"));
+        return;
+    }
+    Regression line;
+    double last = 0.0;
+    for (std::size_t k = 0; k < all.size(); ++k) {
+        const Symbol& symbol = m_gate.good[k].symbol;
+        const std::complex<double> point = all[k] / *gain;
+        const std::complex<double> decided = decisions.nearest(point);
+        const double phase = symbol.phase + std::arg(point * std::conj(decided));
+        // A carrier that was found anew has another start.
+        if (m_gate.good[k].startsRun || std::abs(symbol.phase - last) > pi)
+            line.startStretch();
+        last = symbol.phase;
+        line.add(symbol.time, phase, std::max(std::norm(decided), 1e-9));
+    }
+    const auto slope = line.slope();
+    if (!slope) {
+        miss("carrier", tr("there are too few symbols"));
+        return;
+    }
+    carrier.offset = slope->value / (2.0 * pi);
+    if (slope->deviation)
+        carrier.deviation = *slope->deviation / (2.0 * pi);
+    else
+        miss("carrier.deviation", tr("there are too few symbols"));
+    for (const SignalBlockPtr& block : m_blocks) {
+        for (const StageReport& report : block->reports) {
+            for (const StageReport::Reading& reading : report.readings) {
+                if (reading.quantity == StageReport::Quantity::AliasDistance &&
+                    reading.value > 0.0) {
+                    const QString note =
+                        tr("the carrier may also be %1 Hz beside it: the spectrum fits both")
+                            .arg(reading.value);
+                    if (!m_result.notes.contains(note))
+                        m_result.notes += note;
+                }
+            }
+        }
+    }
+}
+
+void Measurement::Maker::measureClock()
+{
+    Clock& clock = m_result.clock;
+    if (!m_setup.symbolRate || m_setup.format.samplesPerSymbol <= 1.0) {
+        miss("clock", whySymbolsMiss().isEmpty() ? tr("the symbols' clock is not looked for")
+                                                 : whySymbolsMiss());
+        return;
+    }
+    Regression line;
+    const ClockPoint* before = nullptr;
+    for (const SignalBlockPtr& block : m_blocks) {
+        for (const ClockPoint& point : block->clock) {
+            if (point.time < m_from || point.time >= m_to)
+                continue;
+            const double symbols = before ? point.symbol - before->symbol : 0.0;
+            const double expected =
+                before ? (point.time - before->time) * *m_setup.symbolRate : 0.0;
+            if (!before || symbols <= 0.0 || std::abs(symbols - expected) > 0.5)
+                line.startStretch();
+            before = &point;
+            line.add(point.time, point.symbol);
+        }
+    }
+    const auto slope = line.slope();
+    if (!slope || line.count() < leastClockPoints) {
+        miss("clock", tr("there are too few symbols"));
+        return;
+    }
+    constexpr double million = 1e6;
+    clock.offset = million * (slope->value / *m_setup.symbolRate - 1.0);
+    if (slope->deviation)
+        clock.deviation = million * *slope->deviation / *m_setup.symbolRate;
+    else
+        miss("clock.deviation_ppm", tr("there are too few symbols"));
+}
+
+void Measurement::Maker::sayStages()
+{
+    static const char* const names[] = {"shift",          "channel",   "squelch",
+                                        "demodulator",    "resampler", "gain",
+                                        "matched filter", "timing",    "carrier"};
+    std::map<int, QString> states;
+    for (const SignalBlockPtr& block : m_blocks) {
+        for (const StageReport& report : block->reports) {
+            QString& state = states[static_cast<int>(report.stage)];
+            if (!report.isOn)
+                state = QStringLiteral("off");
+            else if (!report.isLocked)
+                state = QStringLiteral("on");
+            else if (*report.isLocked) // at any time in the gate
+                state = report.stage == StageReport::Stage::Squelch ? QStringLiteral("open")
+                                                                    : QStringLiteral("locked");
+            else if (state.isEmpty())
+                state = report.stage == StageReport::Stage::Squelch ? QStringLiteral("closed")
+                                                                    : QStringLiteral("searching");
+        }
+    }
+    for (const auto& [stage, state] : states)
+        m_result.stages.push_back({QString::fromLatin1(names[stage]), state});
+}
+
+void Measurement::Maker::sayWhatIsLeftOut()
+{
+    LeftOut& leftOut = m_result.leftOut;
+    leftOut.symbols = m_gate.edges + m_gate.unlocked;
+    QStringList parts;
+    if (leftOut.samples > 0)
+        parts += tr("the squelch is closed");
+    if (m_gate.unlocked > 0)
+        parts += tr("the receiver is not locked on %1 symbols").arg(m_gate.unlocked);
+    if (m_gate.edges > 0)
+        parts += tr("%1 symbols are at the ends of bursts").arg(m_gate.edges);
+    leftOut.reason = parts.join(QStringLiteral(", "));
+    if (parts.isEmpty())
+        miss("left_out.reason", tr("nothing was left out"));
+}
+
+Measurement Measurement::of(const std::vector<SignalBlockPtr>& blocks, double from, double to,
+                            const Setup& setup)
+{
+    Measurement result;
+    Maker(result, blocks, from, to, setup).make();
+    return result;
+}

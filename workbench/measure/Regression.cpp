@@ -1,0 +1,86 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/measure/Regression.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr std::size_t batchCount = 16; // of a stretch
+constexpr std::size_t leastBatch = 4;  // points of one; fewer points are taken one by one
+
+} // namespace
+
+void Regression::startStretch()
+{
+    if (m_stretches.empty() || !m_stretches.back().empty())
+        m_stretches.emplace_back();
+}
+
+void Regression::add(double time, double value, double weight)
+{
+    if (m_stretches.empty())
+        startStretch();
+    m_stretches.back().push_back({time, value, weight});
+    ++m_count;
+}
+
+std::optional<Regression::Slope> Regression::slope() const
+{
+    struct Means
+    {
+        double time = 0.0, value = 0.0, weight = 0.0;
+    };
+    const auto meansOf = [](const Point* first, const Point* last) {
+        // About the first point: times and values may be far from 0.
+        Means means;
+        for (const Point* point = first; point != last; ++point) {
+            means.weight += point->weight;
+            means.time += point->weight * (point->time - first->time);
+            means.value += point->weight * (point->value - first->value);
+        }
+        means.time = first->time + means.time / means.weight;
+        means.value = first->value + means.value / means.weight;
+        return means;
+    };
+    double crossed = 0.0, square = 0.0;
+    std::vector<Means> centres;
+    for (const auto& points : m_stretches) {
+        if (points.empty())
+            continue;
+        const Means mean = meansOf(points.data(), points.data() + points.size());
+        for (const Point& point : points) {
+            const double x = point.time - mean.time;
+            crossed += point.weight * x * (point.value - mean.value);
+            square += point.weight * x * x;
+        }
+    }
+    if (!(square > 0.0))
+        return std::nullopt;
+    Slope result;
+    result.value = crossed / square;
+    double scatter = 0.0, batches = 0.0, moments = 0.0;
+    for (const auto& points : m_stretches) {
+        if (points.size() < 2)
+            continue;
+        const std::size_t count = points.size() / leastBatch >= batchCount
+                                      ? batchCount
+                                      : std::max<std::size_t>(points.size() / leastBatch, 2);
+        const std::size_t used = points.size() < 4 * leastBatch ? points.size() : count;
+        const Means mean = meansOf(points.data(), points.data() + points.size());
+        for (std::size_t k = 0; k < used; ++k) {
+            const Means batch = meansOf(points.data() + k * points.size() / used,
+                                        points.data() + (k + 1) * points.size() / used);
+            const double x = batch.time - mean.time;
+            const double rest = batch.value - mean.value - result.value * x;
+            scatter += batch.weight * rest * rest;
+            moments += batch.weight * x * x;
+            batches += 1.0;
+        }
+        batches -= 1.0; // its start was fitted
+    }
+    batches -= 1.0; // and so was the slope
+    if (batches >= 1.0 && moments > 0.0)
+        result.deviation = std::sqrt(scatter / batches / moments);
+    return result;
+}
