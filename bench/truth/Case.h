@@ -49,3 +49,4 @@ struct Case
 
 std::vector<Case> linearCases();
 std::vector<Case> eyeCases();
+std::vector<Case> otherCases();

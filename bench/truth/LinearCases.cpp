@@ -63,6 +63,8 @@ std::vector<Truth> truthsOf(const LinearSignal& signal)
     const double relative = 1.0 / std::sqrt(count);
     if (power <= 0.0) {
         truths.push_back({"constellation.mer_db", Kind::AtLeast, floorDb});
+        truths.push_back(
+            {"constellation.evm_rms", Kind::Value, 0.0, std::pow(10.0, -floorDb / 20.0)});
     } else {
         const double drift = signal.drift > 0.0 ? 0.5 : 0.0; // followed or not: see the text
         truths.push_back({"constellation.mer_db", Kind::Value, mer, 0.3 + drift,
@@ -244,6 +246,13 @@ std::vector<Case> others()
     const auto same = [](const char* path, double tolerance) {
         return Truth{QString::fromLatin1(path), Kind::Same, 0.0, tolerance};
     };
+    Case searched = caseOf("Forms of one signal", "auto",
+                           {Modulation::Qpsk, 0.35, 4.37, 0.0, 0.01, 20.0, 4000});
+    searched.arguments[searched.arguments.indexOf("--symbol-rate") + 1] = "auto";
+    searched.truths.resize(2); // MER and EVM
+    searched.truths.push_back({"symbol_rate.value", Kind::Value, symbolRate, 1e-4 * symbolRate});
+    cases.push_back(searched);
+
     const LinearSignal plain = {Modulation::Qpsk, 0.35, 4.37, 50.0, 0.01, 20.0, 2000};
     Case levels = caseOf("Forms of one signal", "levels", plain);
     for (const double level : {1e-4, 1e3}) {

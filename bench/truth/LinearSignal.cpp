@@ -100,7 +100,9 @@ double LinearSignal::errorPower() const
     const Complex image = 0.5 * (axisI() + Complex(0.0, 1.0) * axisQ());
     const double noise = std::pow(10.0, -esN0 / 10.0);
     const double decided = noise > 0.0 ? decidedPower(pointsOf(modulation), noise) : 0.0;
-    return (decided + std::norm(image) + std::pow(10.0, offset / 10.0)) / std::norm(gain);
+    const double rounding = 1e-30; // an image of nothing but
+    return (decided + std::max(std::norm(image) - rounding, 0.0) + std::pow(10.0, offset / 10.0)) /
+           std::norm(gain);
 }
 
 std::vector<Complex> LinearSignal::symbols(Random& random, int count) const

@@ -87,7 +87,7 @@ int main(int argc, char** argv)
     std::vector<Outcome> outcomes;
     int count = 0;
     int good = 0;
-    for (const auto& cases : {linearCases(), eyeCases()}) {
+    for (const auto& cases : {linearCases(), eyeCases(), otherCases()}) {
         for (const Case& one : cases) {
             if (!filter.match(one.name).hasMatch())
                 continue;
