@@ -49,8 +49,19 @@ void addEye(std::vector<Truth>& truths, const EyeSignal& signal, std::size_t low
     add("crossing", crossing, 0.01, signal.noise / distance / std::sqrt(perLevel / 4.0));
     const double jitter = signal.edgeJitter(sent);
     add("jitter_rms", jitter, std::max(0.03 * jitter, 0.002), jitter / std::sqrt(count));
-    if (isOfTwo)
-        add("width", 1.0 - 6.0 * jitter, 0.02, 6.0 * jitter / std::sqrt(count));
+    if (!isOfTwo)
+        return;
+    // From the earliest to the latest: twice the mean of the largest of n Gaussian values (Cramer,
+    // Mathematical Methods of Statistics, 28.6), or the sine's whole swing.
+    const double root = std::sqrt(2.0 * std::log(0.5 * count));
+    const double largest =
+        root - (std::log(std::log(0.5 * count)) + std::log(4.0 * pi) - 2.0 * 0.577) / (2.0 * root);
+    if (signal.sineJitter == 0.0)
+        add("jitter_pp", 2.0 * largest * jitter, std::max(0.05 * 2.0 * largest * jitter, 0.01),
+            std::sqrt(2.0) * pi / std::sqrt(6.0) / root * jitter);
+    else
+        add("jitter_pp", 2.0 * std::sqrt(2.0) * jitter, 0.03 * 2.0 * std::sqrt(2.0) * jitter, 0.0);
+    add("width", 1.0 - 6.0 * jitter, 0.02, 6.0 * jitter / std::sqrt(count));
 }
 
 std::vector<Truth> truthsOf(const EyeSignal& signal)

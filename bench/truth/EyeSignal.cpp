@@ -36,11 +36,11 @@ double EyeSignal::edgeJitter(double distance) const
 
 Signal EyeSignal::make(Random& random) const
 {
-    constexpr int reach = 4; // symbols over which an edge lasts, and more
+    constexpr std::size_t reach = 4; // symbols over which an edge lasts, and more
     const double period = samplesPerSymbol / (1.0 + clockPpm * 1e-6);
     const double start = random.part();
     const double phase = random.phase();
-    const auto size = static_cast<std::size_t>(symbolCount + 2 * reach + 2);
+    const auto size = static_cast<std::size_t>(symbolCount) + 2 * reach + 2;
     std::vector<double> sent(size);
     std::vector<double> edges(size); // time at which a symbol begins
     for (std::size_t k = 0; k < size; ++k) {
@@ -62,7 +62,7 @@ Signal EyeSignal::make(Random& random) const
         noise > 0.0 ? random.noise(count, noiseBandwidth / period) : std::vector<double>(count);
     Signal signal;
     for (std::size_t n = 0; n < count; ++n) {
-        const double time = static_cast<double>(n) / period + start + reach;
+        const double time = static_cast<double>(n) / period + start + static_cast<double>(reach);
         const auto here = static_cast<std::size_t>(time);
         double value = sent[here - reach];
         for (std::size_t k = here - reach + 1; k <= here + reach; ++k)

@@ -31,20 +31,21 @@ double FrequencySignal::integral(double time) const
 
 Signal FrequencySignal::make(Random& random) const
 {
-    constexpr int reach = 4; // symbols over which a pulse lasts, and more
+    constexpr std::size_t reach = 4; // symbols over which a pulse lasts, and more
     const double period = samplesPerSymbol / (1.0 + clockPpm * 1e-6);
     const double start = random.part();
     const double turn = random.phase();
     const double noise = std::sqrt(samplesPerSymbol * std::pow(10.0, -snr / 10.0));
     std::vector<double> sent;
     std::vector<double> sums = {0.0}; // of the symbols before
-    for (int k = 0; k < symbolCount + 2 * reach + 2; ++k) {
+    const auto size = static_cast<std::size_t>(symbolCount) + 2 * reach + 2;
+    for (std::size_t k = 0; k < size; ++k) {
         sent.push_back(2.0 * random.below(levelCount) / (levelCount - 1.0) - 1.0);
         sums.push_back(sums.back() + sent.back());
     }
     Signal signal;
     for (int n = 0; n < static_cast<int>(period * symbolCount); ++n) {
-        const double time = n / period + start + reach;
+        const double time = n / period + start + static_cast<double>(reach);
         const auto first = static_cast<std::size_t>(time) - reach;
         double integrated = sums[first];
         for (std::size_t k = first; k <= first + 2 * reach; ++k)

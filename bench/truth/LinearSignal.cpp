@@ -25,6 +25,7 @@ double pulse(double u, double rollOff)
 std::vector<Complex> ring(int count, double first)
 {
     std::vector<Complex> points;
+    points.reserve(static_cast<std::size_t>(count));
     for (int k = 0; k < count; ++k)
         points.push_back(std::polar(1.0, first + 2.0 * pi * k / count));
     return points;
@@ -105,6 +106,15 @@ double LinearSignal::errorPower() const
            std::norm(gain);
 }
 
+double LinearSignal::leastDistance() const
+{
+    const std::vector<Complex> points = pointsOf(modulation);
+    double least = none;
+    for (std::size_t k = 1; k < points.size(); ++k)
+        least = std::min(least, std::abs(points[k] - points[0]));
+    return least;
+}
+
 std::vector<Complex> LinearSignal::symbols(Random& random, int count) const
 {
     const std::vector<Complex> points = pointsOf(modulation);
@@ -112,10 +122,10 @@ std::vector<Complex> LinearSignal::symbols(Random& random, int count) const
     std::vector<Complex> symbols;
     for (int k = 0; k < count; ++k) {
         // The points of pi/4 DQPSK take turns: four of the eight, then the other four.
-        const Complex ideal =
-            modulation == Modulation::Pi4Dqpsk
-                ? points[static_cast<std::size_t>(2 * random.below(4) + k % 2)]
-                : points[static_cast<std::size_t>(random.below(static_cast<int>(points.size())))];
+        const bool isInTurns = modulation == Modulation::Pi4Dqpsk;
+        const int index =
+            isInTurns ? 2 * random.below(4) + k % 2 : random.below(static_cast<int>(points.size()));
+        const Complex ideal = points[static_cast<std::size_t>(index)];
         symbols.push_back(ideal.real() * axisI() + ideal.imag() * axisQ() + added);
     }
     return symbols;
@@ -164,7 +174,7 @@ Signal LinearSignal::make(Random& random) const
         const double symbol = n / period + start - gap; // from the first one of the record
         const double decibels = drift * (static_cast<double>(n) / count - 0.5);
         Complex value = samplesPerSymbol == 1.0
-                            ? sent[static_cast<std::size_t>(n + beyond)]
+                            ? sent[static_cast<std::size_t>(n) + static_cast<std::size_t>(beyond)]
                             : sample(sent, (symbol + beyond) * period, period) * ramp(symbol);
         value *= std::polar(std::pow(10.0, decibels / 20.0),
                             turn + 2.0 * pi * carrier * n / samplesPerSymbol);

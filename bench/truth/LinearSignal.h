@@ -45,6 +45,8 @@ struct LinearSignal
     /// filter, N0/Es; the image that imbalance and quadrature error make, d* as much as the gain of
     /// d leaves; the offset. Noise that comes nearer to another point counts from there.
     double errorPower() const;
+    /// Of two points of the modulation.
+    double leastDistance() const;
 
 private:
     std::vector<Complex> symbols(Random& random, int count) const;

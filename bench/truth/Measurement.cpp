@@ -15,7 +15,7 @@ bool write(const Signal& signal, bool isComplex, const QString& file)
             values.push_back(static_cast<float>(sample.imag()));
     }
     QFile output(file);
-    const auto size = static_cast<qint64>(values.size() * sizeof(float));
+    const qint64 size = static_cast<qint64>(values.size()) * static_cast<qint64>(sizeof(float));
     return output.open(QIODevice::WriteOnly) &&
            output.write(reinterpret_cast<const char*>(values.data()), size) == size;
 }
