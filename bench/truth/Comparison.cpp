@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -78,6 +79,7 @@ Result nothing(const Truth& truth, const Trials& trials)
 {
     Result result;
     result.path = truth.path;
+    result.kind = truth.kind;
     result.isGood = true;
     for (const std::vector<QJsonObject>& forms : trials) {
         result.remark = reason(forms.front(), truth.path);
@@ -107,6 +109,44 @@ void compareScatter(const Truth& truth, const Trials& trials, Result& result)
     result.isGood = reported > result.truth / factor && reported < result.truth * factor;
 }
 
+/// Levels and eyes of one signal share a column.
+QString column(const Result& result)
+{
+    QStringList names = result.path.split(QLatin1Char('.'));
+    names.replaceInStrings(QStringLiteral("#"), QStringLiteral("count"));
+    const auto isPlain = [](const QString& name) {
+        return name[0].isDigit() || name == QLatin1String("eye") || name == QLatin1String("eyes") ||
+               name == QLatin1String("constellation");
+    };
+    names.erase(std::remove_if(names.begin(), names.end(), isPlain), names.end());
+    return names.join(QLatin1Char(' '));
+}
+
+/// What a column says of a case: of several levels or eyes, the one that is worst against its goal.
+QString cell(const std::vector<Result>& results, const QString& name)
+{
+    const Result* worst = nullptr;
+    const auto excess = [](const Result& result) {
+        return result.isGood ? std::abs(result.meanError) / std::max(result.goal, 1e-300)
+                             : std::numeric_limits<double>::infinity();
+    };
+    for (const Result& result : results) {
+        if (column(result) == name && (worst == nullptr || excess(result) > excess(*worst)))
+            worst = &result;
+    }
+    if (worst == nullptr)
+        return {};
+    if (!worst->remark.isEmpty())
+        return QLatin1String(worst->isGood ? "none" : "**none**");
+    const bool isLimit = worst->kind == Kind::AtLeast;
+    const QString text = QStringLiteral("%1 ± %2 (%3%4)")
+                             .arg(worst->meanError + (isLimit ? worst->truth : 0.0), 0, 'g', 3)
+                             .arg(worst->deviation, 0, 'g', 2)
+                             .arg(QString::fromUtf8(isLimit ? "≥ " : ""))
+                             .arg(isLimit ? worst->truth : worst->goal, 0, 'g', 3);
+    return worst->isGood ? text : QStringLiteral("**%1**").arg(text);
+}
+
 } // namespace
 
 Result compare(const Truth& truth, const Trials& trials)
@@ -115,6 +155,7 @@ Result compare(const Truth& truth, const Trials& trials)
         return nothing(truth, trials);
     Result result;
     result.path = truth.path;
+    result.kind = truth.kind;
     result.truth = truth.value;
     const Errors errors = errorsOf(truth, trials);
     if (errors.missing > 0 || errors.values.empty()) {
@@ -163,29 +204,18 @@ QString asMarkdown(const std::vector<Outcome>& outcomes)
         });
         QStringList columns;
         for (auto outcome = first; outcome != end; ++outcome) {
-            for (const Result& result : outcome->results) {
-                if (!columns.contains(result.path))
-                    columns += result.path;
-            }
+            for (const Result& result : outcome->results)
+                columns += column(result);
         }
-        text += QStringLiteral("\n### %1\n\n| case | ").arg(first->group) +
-                columns.join(QLatin1String(" | ")) + QLatin1String(" |\n|---") +
+        columns.removeDuplicates();
+        text += QStringLiteral("\n### %1\n\n| case | %2 |\n|---")
+                    .arg(first->group, columns.join(" | ")) +
                 QStringLiteral("|---").repeated(columns.size()) + QLatin1String("|\n");
         for (; first != end; ++first) {
-            text += QStringLiteral("| %1").arg(first->name);
-            for (const QString& column : columns) {
-                const auto result =
-                    std::find_if(first->results.begin(), first->results.end(),
-                                 [&](const Result& one) { return one.path == column; });
-                text += QLatin1String(" | ");
-                if (result == first->results.end())
-                    continue;
-                const QString cell = QStringLiteral("%1: %2 ± %3 (%4)")
-                                         .arg(number(result->truth), number(result->meanError),
-                                              number(result->deviation), number(result->goal));
-                text += result->isGood ? cell : QStringLiteral("**%1**").arg(cell);
-            }
-            text += QLatin1String(" |\n");
+            text += QStringLiteral("| %1 |").arg(first->name);
+            for (const QString& name : columns)
+                text += QStringLiteral(" %1 |").arg(cell(first->results, name));
+            text += QLatin1Char('\n');
         }
     }
     return text;

@@ -9,6 +9,7 @@
 struct Result
 {
     QString path;
+    Truth::Kind kind = Truth::Kind::Value;
     double truth = 0.0;
     double meanError = 0.0;
     double deviation = 0.0; ///< of the errors
@@ -30,5 +31,6 @@ struct Outcome
     QString name;
     std::vector<Result> results;
 };
-/// Tables of all outcomes, one a group: a row a case, a column a figure.
+/// Tables of all outcomes, one a group: a row a case, a column a figure, in each cell mean error ±
+/// deviation of the errors (goal of the mean error), or mean (least).
 QString asMarkdown(const std::vector<Outcome>& outcomes);
