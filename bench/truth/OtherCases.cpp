@@ -1,0 +1,114 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+// Frequency modulation, and what a signal measures over time.
+#include "Case.h"
+#include "FrequencySignal.h"
+
+#include <cmath>
+
+namespace {
+
+using Kind = Truth::Kind;
+
+constexpr double symbolRate = 9600.0;
+constexpr double sampleRate = 48000.0;
+constexpr int second = 48000; // samples
+
+QString number(double value) { return QString::number(value, 'g', 12); }
+
+Case shiftKeying(const char* name, const FrequencySignal& signal)
+{
+    Case result;
+    result.group = "Frequency modulation";
+    result.name = QString::fromLatin1(name);
+    // Carson's rule, and the offset.
+    const double bandwidth = 2.0 * symbolRate * (signal.deviation + std::abs(signal.offset) + 0.75);
+    result.arguments = QStringList{"--format",      "cf32",
+                                   "--symbol-rate", number(symbolRate),
+                                   "--sample-rate", number(symbolRate * signal.samplesPerSymbol),
+                                   "--demod",       "fm",
+                                   "--bandwidth",   number(bandwidth)};
+    result.make = [signal](Random& random) { return signal.make(random); };
+    const double deviation = symbolRate * signal.deviation;
+    // Of Gaussian pulses it may be that of a long run, or that in the middle of symbols.
+    const double between = 0.5 * (1.0 - signal.share());
+    const double tolerance = deviation * (between + 0.01);
+    result.truths = {
+        {"frequency_modulation.deviation", Kind::Value, deviation * (1.0 - between), tolerance},
+        {"frequency_modulation.frequency_error", Kind::Value, symbolRate * signal.offset,
+         0.01 * deviation},
+        {"eye.levels.#", Kind::Value, static_cast<double>(signal.levelCount)},
+        {"clock.offset_ppm", Kind::Value, signal.clockPpm, 10.0}};
+    if (signal.levelCount == 2)
+        result.truths.push_back({"frequency_modulation.index", Kind::Value,
+                                 2.0 * signal.deviation * (1.0 - between),
+                                 2.0 * tolerance / symbolRate});
+    return result;
+}
+
+Case overTime(const char* name, std::function<double(double, Random&)> value,
+              std::vector<Truth> truths)
+{
+    Case result;
+    result.group = "Over time";
+    result.name = QString::fromLatin1(name);
+    result.isComplex = false;
+    result.arguments = QStringList{"--format", "rf32", "--sample-rate", number(sampleRate)};
+    result.make = [value = std::move(value)](Random& random) {
+        const double phase = random.part();
+        Signal signal;
+        for (int n = 0; n < second; ++n)
+            signal.emplace_back(value(n / sampleRate + phase, random));
+        return signal;
+    };
+    result.truths = std::move(truths);
+    return result;
+}
+
+} // namespace
+
+std::vector<Case> otherCases()
+{
+    const double rms = std::sqrt(0.5);
+    const double half = 0.8 * 0.8 / 2.0;
+    return {
+        shiftKeying("2fsk", {2, 0.5, 0.0, 0.02, 10.0, 128.0, 40.0, 4000}),
+        shiftKeying("gfsk", {2, 0.25, 0.5, -0.03, 8.0, -50.0, 40.0, 4000}),
+        shiftKeying("gmsk0.3", {2, 0.25, 0.3, 0.0, 6.667, 0.0, 40.0, 4000}),
+        shiftKeying("4fsk", {4, 0.75, 0.0, 0.05, 16.0, 50.0, 40.0, 4000}),
+        // The mean over a part of a period, and how near a sample comes to the peak.
+        overTime("sine",
+                 [](double t, Random&) { return 0.1 + 0.8 * std::sin(2.0 * pi * 997.3 * t); },
+                 {{"time.mean", Kind::Value, 0.1, 5e-4},
+                  {"time.minimum", Kind::Value, -0.7, 1e-4},
+                  {"time.maximum", Kind::Value, 0.9, 1e-4},
+                  {"time.peak_to_peak", Kind::Value, 1.6, 2e-4},
+                  {"time.rms", Kind::Value, std::sqrt(half + 0.01), 5e-4},
+                  {"time.rms_ac", Kind::Value, 0.8 * rms, 5e-4},
+                  {"time.frequency", Kind::Value, 997.3, 0.01}}),
+        // Edges lie between samples: a sample in the second.
+        overTime("square",
+                 [](double t, Random&) { return std::fmod(100.7 * t, 1.0) < 0.5 ? 0.5 : -0.5; },
+                 {{"time.mean", Kind::Value, 0.0, 0.01},
+                  {"time.peak_to_peak", Kind::Value, 1.0, 1e-6},
+                  {"time.rms", Kind::Value, 0.5, 1e-6},
+                  {"time.frequency", Kind::Value, 100.7, 100.7 / second}}),
+        overTime("pulses",
+                 [](double t, Random& random) {
+                     return (std::fmod(50.3 * t, 1.0) < 0.02 ? 1.0 : 0.0) + 0.02 * random.gauss();
+                 },
+                 {{"time.mean", Kind::Value, 0.02, 0.001},
+                  {"time.frequency", Kind::Value, 50.3, 50.3 * 2.0 / second}}),
+        overTime("noise", [](double, Random& random) { return 0.3 + 0.2 * random.gauss(); },
+                 {{"time.mean", Kind::Value, 0.3, 0.0, 0.2 / std::sqrt(second)},
+                  {"time.rms_ac", Kind::Value, 0.2, 0.0, 0.2 / std::sqrt(2.0 * second)},
+                  {"time.frequency", Kind::Nothing}}),
+        overTime("constant", [](double, Random&) { return 0.25; },
+                 {{"time.mean", Kind::Value, 0.25, 1e-7},
+                  {"time.rms", Kind::Value, 0.25, 1e-7},
+                  {"time.rms_ac", Kind::Value, 0.0, 1e-7},
+                  {"time.peak_to_peak", Kind::Value, 0.0, 1e-7},
+                  {"time.frequency", Kind::Nothing},
+                  {"symbol_rate.value", Kind::Nothing},
+                  {"constellation.mer_db", Kind::Nothing}}),
+    };
+}
