@@ -1,7 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/measure/ConstellationReadings.h"
 
-#include "workbench/measure/Decisions.h"
+#include "workbench/receiver/Decisions.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,11 +2,11 @@
 #include "workbench/measure/Measurement.h"
 
 #include "workbench/measure/ConstellationReadings.h"
-#include "workbench/measure/Decisions.h"
 #include "workbench/measure/EyeReadings.h"
 #include "workbench/measure/EyeTraces.h"
 #include "workbench/measure/LevelReadings.h"
 #include "workbench/measure/Regression.h"
+#include "workbench/receiver/Decisions.h"
 #include "workbench/receiver/ModulationTable.h"
 
 #include <algorithm>
@@ -271,8 +271,11 @@ void Measurement::Maker::measureFrequency()
 std::vector<std::complex<double>> Measurement::Maker::points() const
 {
     std::vector<std::complex<double>> result;
-    for (const Gate::Member& member : m_gate.good)
-        result.push_back(std::complex<double>(member.symbol.value) / member.gain);
+    for (const Gate::Member& member : m_gate.good) {
+        // Bursts may be of different levels.
+        const double level = member.symbol.level > 0.0 ? member.symbol.level : member.gain;
+        result.push_back(std::complex<double>(member.symbol.value) / level);
+    }
     return result;
 }
 

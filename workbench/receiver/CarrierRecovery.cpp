@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <set>
 
 namespace {
 
@@ -13,7 +12,10 @@ constexpr double significance = 7.0; // beyond the highest of as many lines of n
 constexpr std::size_t leastSymbols = 16;
 constexpr double startQuality = 0.6;
 constexpr double lockQuality = 0.3;
-constexpr double silence = 1e-3; // of the mean power of symbols
+constexpr double faintPower = 0.1;  // of the power of points: a symbol that is not followed
+constexpr double faintMean = 0.4;   // of it: the mean of symbols at the edge of a burst
+constexpr double faintBurst = 0.01; // of the level of the strongest one
+constexpr int rampSymbols = 3;      // of a burst
 constexpr double damping = 0.707;
 
 } // namespace
@@ -32,13 +34,11 @@ BasebandFormat CarrierRecovery::configure(const ReceiverSettings& settings,
         const double scale = 1.0 + 2.0 * damping * theta + theta * theta;
         m_phaseStep = 4.0 * damping * theta / scale;
         m_frequencyStep = 4.0 * theta * theta / scale;
-        std::set<double> levels;
+        m_decisions.assign(1, Decisions(m_modulation->points));
+        m_meanSquare = 0.0;
         for (const Complex& point : m_modulation->points)
-            levels.insert(point.real());
-        m_levels.clear();
-        if (m_modulation->hasAmplitudes &&
-            levels.size() * levels.size() == m_modulation->points.size())
-            m_levels.assign(levels.begin(), levels.end());
+            m_meanSquare += std::norm(point) * std::norm(point) /
+                            static_cast<double>(m_modulation->points.size());
     }
     reset();
     return format;
@@ -55,6 +55,7 @@ void CarrierRecovery::reset()
     m_isTracking = false;
     m_phase = m_frequency = m_lastPhase = m_offset = m_phaseError = 0.0;
     m_amplitude = 1.0;
+    m_strongest = 0.0;
     m_emittedAmplitude = 0.0;
     m_quality = 0.0;
 }
@@ -93,13 +94,36 @@ void CarrierRecovery::finish(BasebandBlock& block)
     m_head = 0;
 }
 
-/// The middle of a symbol that waits.
-CarrierRecovery::Complex CarrierRecovery::symbolAt(std::size_t index) const
+/// A sample from the middle of a symbol that waits on.
+CarrierRecovery::Complex CarrierRecovery::sampleAt(std::size_t index, std::size_t offset) const
 {
-    Complex value(m_waiting.samples[(m_head + index) * m_perSymbol]);
-    if (m_modulation->alternates && (m_number + static_cast<std::int64_t>(index)) % 2 != 0)
-        value *= std::polar(1.0, -0.25 * pi);
-    return value;
+    const std::size_t place = (m_head + index) * m_perSymbol + offset;
+    return Complex(m_waiting.samples[std::min(place, m_waiting.samples.size() - 1)]);
+}
+
+/// By which the samples of a symbol are turned beside the carrier.
+CarrierRecovery::Complex CarrierRecovery::turnOf(std::size_t index) const
+{
+    const bool isTurned =
+        m_modulation->alternates && (m_number + static_cast<std::int64_t>(index)) % 2 != 0;
+    return isTurned ? std::polar(1.0, -0.25 * pi) : 1.0;
+}
+
+/// A symbol whose modulation is undone: a turn at a multiple of the carrier's is left.
+CarrierRecovery::Complex CarrierRecovery::undone(std::size_t index, double amplitude) const
+{
+    Complex symbol = sampleAt(index, 0) * turnOf(index) / amplitude;
+    if (m_modulation->isOffset) { // I's square is largest where Q's is smallest
+        const Complex later = sampleAt(index, m_perSymbol / 2) / amplitude;
+        return symbol * symbol - later * later;
+    }
+    // Of amplitudes only those tell something that the modulation has.
+    if (!m_modulation->hasAmplitudes)
+        symbol *= std::min(std::abs(symbol), 1.0) / std::max(std::abs(symbol), 1e-9);
+    Complex result = 1.0;
+    for (unsigned n = 0; n < m_modulation->power; ++n)
+        result *= symbol;
+    return result;
 }
 
 void CarrierRecovery::searchOn(bool isEnding, BasebandBlock& output)
@@ -143,53 +167,27 @@ void CarrierRecovery::letGo(BasebandBlock& output)
     m_phaseError = 0.0;
 }
 
-CarrierRecovery::Complex CarrierRecovery::nearest(Complex symbol) const
-{
-    if (!m_levels.empty()) { // each axis by itself
-        const auto on = [this](double value) {
-            const auto above = std::lower_bound(m_levels.begin(), m_levels.end(), value);
-            if (above == m_levels.begin())
-                return m_levels.front();
-            if (above == m_levels.end())
-                return m_levels.back();
-            return *above - value < value - *(above - 1) ? *above : *(above - 1);
-        };
-        return {on(symbol.real()), on(symbol.imag())};
-    }
-    Complex best = m_modulation->points.front();
-    for (const Complex& point : m_modulation->points)
-        best = std::norm(symbol - point) < std::norm(symbol - best) ? point : best;
-    return best;
-}
-
 /// Looks for a carrier among the symbols that wait; the loop then starts with the first.
 bool CarrierRecovery::acquire(std::size_t count)
 {
     std::size_t size = 64;
     while (size < count * padding)
         size *= 2;
-    double power = 0.0, squares = 0.0, meanSquare = 0.0, energy = 0.0;
-    for (const Complex& point : m_modulation->points)
-        meanSquare +=
-            std::norm(point) * std::norm(point) / static_cast<double>(m_modulation->points.size());
+    double power = 0.0, squares = 0.0, energy = 0.0;
     for (std::size_t k = 0; k < count; ++k) {
-        const double norm = std::norm(symbolAt(k));
+        const double norm = std::norm(sampleAt(k, 0));
         power += norm;
         squares += norm * norm;
     }
     if (!(power > 0.0))
         return false;
     // A burst may begin in the window, where the mean would tell too little.
-    const double amplitude = std::sqrt(squares / power / meanSquare);
+    const double amplitude = std::sqrt(squares / power / m_meanSquare);
+    if (amplitude < faintBurst * m_strongest) // such as the tail of a filter
+        return false;
     std::vector<Complex> line(size);
     for (std::size_t k = 0; k < count; ++k) {
-        Complex symbol = symbolAt(k) / amplitude;
-        // Of amplitudes only those tell something that the modulation has.
-        if (!m_modulation->hasAmplitudes)
-            symbol *= std::min(std::abs(symbol), 1.0) / std::max(std::abs(symbol), 1e-9);
-        line[k] = 1.0;
-        for (unsigned n = 0; n < m_modulation->power; ++n)
-            line[k] *= symbol;
+        line[k] = undone(k, amplitude);
         energy += std::norm(line[k]);
     }
     std::vector<Complex> spectrum = line;
@@ -217,67 +215,125 @@ bool CarrierRecovery::acquire(std::size_t count)
     const double expected = m_lastPhase + m_frequency;
     m_phase = phase + ambiguity * std::round((expected - phase) / ambiguity);
     m_amplitude = amplitude;
+    m_strongest = std::max(m_strongest, amplitude);
     m_isTracking = true;
     m_quality = startQuality;
+    m_coasted = 0;
     return true;
 }
 
 void CarrierRecovery::track()
 {
-    const Complex symbol = symbolAt(m_used) * std::polar(1.0 / m_amplitude, -m_phase);
-    const Complex ideal = nearest(symbol);
+    const Complex turn = std::polar(1.0 / m_amplitude, -m_phase);
+    const Complex middle = sampleAt(m_used, 0) * turnOf(m_used) * turn;
+    Complex symbol = middle;
+    double power = std::norm(middle);
+    Complex later;
+    if (m_modulation->isOffset) {
+        later = sampleAt(m_used, m_perSymbol / 2) * turn;
+        symbol = {middle.real(), later.imag()};
+        power = std::norm(symbol);
+    }
+    const Complex ideal = m_decisions.front().nearest(symbol);
     const Complex product = symbol * std::conj(ideal);
-    const double weight = std::norm(ideal);
-    const double error = std::arg(product);
+    Tracked tracked{m_phase, std::arg(product), std::norm(ideal), 0.0, power};
+    double driven = std::clamp(product.imag(), -1.0, 1.0);
+    if (m_modulation->isOffset) { // what is half a symbol off tells by how much it leaks
+        tracked.weight = middle.imag() * middle.imag() + later.real() * later.real();
+        driven = (symbol.imag() - ideal.imag()) * later.real() -
+                 (symbol.real() - ideal.real()) * middle.imag();
+        tracked.error = driven / std::max(tracked.weight, 0.1);
+        driven = std::clamp(driven, -1.0, 1.0);
+    }
     // Angles of guesses are even between two points: their mean cosine is 0. Of amplitudes, what is
     // off counts against the spacing of points, the mean square of an even error being a sixth.
-    double quality = std::cos(m_modulation->power * error);
-    if (m_modulation->hasAmplitudes)
-        quality =
-            1.0 - 6.0 * std::norm(symbol - ideal) / (m_modulation->spacing * m_modulation->spacing);
-    else if (std::norm(symbol) < silence)
-        quality = 0.0; // no angle
-    m_tracked.push_back({m_phase, error, weight, quality});
+    const unsigned ambiguity = m_modulation->isOffset ? 4 : m_modulation->power;
+    tracked.quality = m_modulation->hasAmplitudes
+                          ? 1.0 - 6.0 * std::norm(symbol - ideal) /
+                                      (m_modulation->spacing * m_modulation->spacing)
+                          : std::cos(ambiguity * std::arg(product));
+    m_tracked.push_back(tracked);
     const double smoothing = 0.5 / static_cast<double>(m_reach);
-    m_quality += smoothing * (quality - m_quality);
-    m_amplitude *= 1.0 + 0.25 * smoothing * std::clamp(product.real() - weight, -1.0, 1.0);
-    const double driven = weight * error;
+    const bool isHeard = power > faintPower;
+    m_coasted = isHeard ? 0 : m_coasted + 1;
+    if (isHeard) { // what is between bursts tells nothing
+        m_quality += smoothing * (tracked.quality - m_quality);
+        m_amplitude *=
+            1.0 + 0.25 * smoothing * std::clamp(product.real() - std::norm(ideal), -1.0, 1.0);
+    }
     m_phase += m_frequency + m_phaseStep * driven;
     m_frequency += m_frequencyStep * driven;
     ++m_used;
-    m_isTracking = m_quality >= lockQuality;
+    m_isTracking = m_quality >= lockQuality && m_coasted < m_modulation->window;
+}
+
+/// Whether the symbols about one are much weaker than those of a burst are, or there are none.
+bool CarrierRecovery::isFaint(std::size_t tracked) const
+{
+    const int about = m_modulation->hasAmplitudes ? 8 : 4; // symbols on either side
+    const auto count = static_cast<int>(m_tracked.size());
+    const auto powerAt = [&](int k) {
+        return k >= 0 && k < count ? m_tracked[static_cast<std::size_t>(k)].power : 0.0;
+    };
+    const int first = static_cast<int>(tracked) - about - rampSymbols;
+    const int length = 2 * about + 1;
+    double sum = 0.0;
+    for (int k = first; k < first + length; ++k)
+        sum += powerAt(k);
+    for (int k = first; sum >= faintMean * length; ++k) {
+        if (k == first + 2 * rampSymbols)
+            return false;
+        sum += powerAt(k + length) - powerAt(k);
+    }
+    return true;
+}
+
+/// A straight line through the phases of the symbols about one, there.
+CarrierRecovery::Smoothed CarrierRecovery::smoothedAt(std::size_t here) const
+{
+    const std::size_t first = here - std::min(here, m_reach);
+    const std::size_t last = std::min(here + m_reach, m_tracked.size() - 1);
+    double s0 = 0.0, s1 = 0.0, s2 = 0.0, e0 = 0.0, e1 = 0.0, quality = 0.0, count = 0.0;
+    for (std::size_t k = first; k <= last; ++k) {
+        const Tracked& t = m_tracked[k];
+        if (t.power <= faintPower)
+            continue;
+        const double x = static_cast<double>(k) - static_cast<double>(here);
+        const double y = t.phase + t.error - m_tracked[here].phase;
+        s0 += t.weight;
+        s1 += t.weight * x;
+        s2 += t.weight * x * x;
+        e0 += t.weight * y;
+        e1 += t.weight * x * y;
+        quality += t.quality;
+        count += 1.0;
+    }
+    Smoothed result{m_tracked[here].phase, m_frequency, 0.0};
+    if (!(s0 > 0.0))
+        return result;
+    const double determinant = s0 * s2 - s1 * s1;
+    const bool isLine = determinant > 1e-9 * s0 * s0;
+    result.slope = isLine ? (s0 * e1 - s1 * e0) / determinant : 0.0;
+    result.phase += isLine ? (s2 * e0 - s1 * e1) / determinant : e0 / s0;
+    result.quality = quality / count;
+    return result;
 }
 
 /// Puts symbols out around which enough were tracked.
 void CarrierRecovery::putOutTracked(bool isEnding, BasebandBlock& output)
 {
     while (m_used > m_reach || (isEnding && m_used > 0)) {
-        const std::size_t here = m_past;
-        const std::size_t first = here - std::min(here, m_reach);
-        const std::size_t last = std::min(here + m_reach, m_tracked.size() - 1);
-        double s0 = 0.0, s1 = 0.0, s2 = 0.0, e0 = 0.0, e1 = 0.0, quality = 0.0;
-        for (std::size_t k = first; k <= last; ++k) {
-            const Tracked& t = m_tracked[k];
-            // Phases of the loop differ little: lines go through what the symbols had.
-            const double x = static_cast<double>(k) - static_cast<double>(here);
-            const double y = t.phase + t.error - m_tracked[here].phase;
-            s0 += t.weight;
-            s1 += t.weight * x;
-            s2 += t.weight * x * x;
-            e0 += t.weight * y;
-            e1 += t.weight * x * y;
-            quality += t.quality;
-        }
-        const double determinant = s0 * s2 - s1 * s1;
-        const bool isLine = determinant > 1e-9 * s0 * s0;
-        const double slope = isLine ? (s0 * e1 - s1 * e0) / determinant : 0.0;
-        const double level = isLine ? (s2 * e0 - s1 * e1) / determinant : e0 / s0;
-        quality /= static_cast<double>(last - first + 1);
-        const double error = m_tracked[here].error - level;
+        const Tracked& tracked = m_tracked[m_past];
+        const Smoothed smoothed = smoothedAt(m_past);
+        const double error = tracked.error - (smoothed.phase - tracked.phase);
         m_phaseError += 0.5 / static_cast<double>(m_reach) * (error * error - m_phaseError);
         m_emittedAmplitude = m_amplitude;
-        putOut(m_tracked[here].phase + level, slope,
-               quality >= lockQuality ? SymbolState::Good : SymbolState::Unlocked, output);
+        SymbolState state = SymbolState::Good;
+        if (isFaint(m_past))
+            state = SymbolState::Edge;
+        else if (smoothed.quality < lockQuality)
+            state = SymbolState::Unlocked;
+        putOut(smoothed.phase, smoothed.slope, state, output);
         --m_used;
         if (m_past < m_reach)
             ++m_past;
@@ -291,15 +347,19 @@ void CarrierRecovery::putOut(double phase, double slope, SymbolState state, Base
 {
     const std::size_t begin = m_head * m_perSymbol;
     const std::size_t end = std::min(begin + m_perSymbol, m_waiting.samples.size());
-    const bool isTurned = m_modulation->alternates && m_number % 2 != 0;
-    std::complex<float> turn(std::polar(1.0, -phase - (isTurned ? 0.25 * pi : 0.0)));
+    std::complex<float> turn(std::polar(1.0, -phase));
     const std::complex<float> step(std::polar(1.0, -slope / static_cast<double>(m_perSymbol)));
     Symbol symbol = m_waiting.symbols[m_head];
-    symbol.value = m_waiting.samples[begin] * turn;
+    symbol.turn = turnOf(0);
+    symbol.value = m_waiting.samples[begin] * turn * std::complex<float>(symbol.turn);
+    if (m_modulation->isOffset)
+        symbol.value = {symbol.value.real(),
+                        (std::complex<float>(sampleAt(0, m_perSymbol / 2)) * turn).imag()};
     for (std::size_t k = begin; k < end; ++k) {
         output.samples.push_back(m_waiting.samples[k] * turn);
         turn *= step;
     }
+    symbol.level = state == SymbolState::Unlocked ? 0.0 : m_emittedAmplitude;
     symbol.phase = phase;
     if (symbol.state == SymbolState::Good)
         symbol.state = state;

@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/receiver/Decisions.h"
 #include "workbench/receiver/FourierTransforms.h"
 #include "workbench/receiver/ModulationTable.h"
 #include "workbench/receiver/ReceiverStage.h"
@@ -39,17 +40,26 @@ private:
     {
         double phase;   ///< of the loop, rad
         double error;   ///< of the symbol against it, rad
-        double weight;  ///< power of the point
+        double weight;  ///< how much that counts
         double quality; ///< 1: on the point; 0: as good as a guess
+        double power;   ///< against that of the points
     };
 
+    struct Smoothed
+    {
+        double phase, slope, quality;
+    };
+
+    Smoothed smoothedAt(std::size_t here) const;
     bool acquire(std::size_t count);
     void track();
     void searchOn(bool isEnding, BasebandBlock& output);
     void putOutTracked(bool isEnding, BasebandBlock& output);
     void putOut(double phase, double slope, SymbolState state, BasebandBlock& output);
-    Complex nearest(Complex symbol) const;
-    Complex symbolAt(std::size_t index) const;
+    Complex sampleAt(std::size_t index, std::size_t offset) const;
+    Complex undone(std::size_t index, double amplitude) const;
+    Complex turnOf(std::size_t index) const;
+    bool isFaint(std::size_t tracked) const;
     std::size_t waitingCount() const { return m_waiting.symbols.size() - m_head; }
     void dropHead();
     void letGo(BasebandBlock& output);
@@ -61,7 +71,8 @@ private:
     std::size_t m_reach = 1;  // symbols that smooth a phase, on either side
     double m_phaseStep = 0.0; // of the loop, for an error of 1 rad...
     double m_frequencyStep = 0.0;
-    std::vector<double> m_levels; // of the points on an axis, where they are a grid; else empty
+    std::vector<Decisions> m_decisions; // one, or none
+    double m_meanSquare = 1.0;          // of the points' powers
     FourierTransforms m_transforms;
 
     BasebandBlock m_waiting;       // symbols and samples, of which...
@@ -74,8 +85,10 @@ private:
     double m_phase = 0.0;     // of the next symbol to be tracked, rad
     double m_frequency = 0.0; // rad a symbol
     double m_amplitude = 1.0;
+    double m_strongest = 0.0; // amplitude so far
     double m_emittedAmplitude = 0.0;
     double m_quality = 0.0;
+    std::size_t m_coasted = 0; // symbols in a row that were too faint to be followed
     double m_lastPhase = 0.0;  // put out last
     double m_offset = 0.0;     // frequency put out last, rad a symbol
     double m_phaseError = 0.0; // mean square, rad^2

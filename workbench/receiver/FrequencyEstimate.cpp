@@ -223,12 +223,18 @@ double FrequencyEstimate::lineOf(const std::vector<Complex>& spectrum, double co
         double energy = 0.0;
         Complex turn = 1.0;
         for (std::size_t k = 0; phase + k * perSymbol < count; ++k) {
-            Complex value = filtered[phase + k * perSymbol] * scale;
-            if (!modulation.hasAmplitudes) // what is off the circle tells no more
-                value *= std::min(std::abs(value), 1.0) / std::max(std::abs(value), 1e-9);
+            const std::size_t index = phase + k * perSymbol;
+            Complex value = filtered[index] * scale;
             Complex power = turn;
-            for (unsigned n = 0; n < modulation.power; ++n)
-                power *= value;
+            if (modulation.isOffset) { // I's square is largest where Q's is smallest
+                const Complex later = filtered[std::min(index + perSymbol / 2, count - 1)] * scale;
+                power = value * value - later * later;
+            } else {
+                if (!modulation.hasAmplitudes) // what is off the circle tells no more
+                    value *= std::min(std::abs(value), 1.0) / std::max(std::abs(value), 1e-9);
+                for (unsigned n = 0; n < modulation.power; ++n)
+                    power *= value;
+            }
             turn = modulation.alternates ? -turn : turn;
             line[k] = power;
             energy += std::norm(power);

@@ -52,8 +52,10 @@ void LevelControl::process(SignalBlock& block, double amplitude)
         for (double& value : *values)
             value *= m_gain;
     }
-    for (Symbol& symbol : block.symbols)
+    for (Symbol& symbol : block.symbols) {
         symbol.value *= static_cast<float>(m_gain);
+        symbol.level *= m_gain;
+    }
 }
 
 StageReport LevelControl::report() const

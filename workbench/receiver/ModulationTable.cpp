@@ -34,17 +34,21 @@ Modulation with(Modulation modulation, modulation_scheme scheme)
                 modulation.spacing = std::min(modulation.spacing, std::abs(point - other));
         }
     }
-    modulation.target = std::arg(sum);
+    // Of an offset modulation the square of I less that of Q tells: it is on the axis.
+    modulation.target = modulation.isOffset ? 0.0 : std::arg(sum);
     return modulation;
 }
 
 std::vector<Modulation> table()
 {
-    return {with({"BPSK", 2, false, false, false, 256, 8e-3, {}, 0, 0}, LIQUID_MODEM_BPSK),
-            with({"QPSK", 4, false, false, false, 256, 4e-3, {}, 0, 0}, LIQUID_MODEM_QPSK),
-            with({"8PSK", 8, false, false, false, 512, 2e-3, {}, 0, 0}, LIQUID_MODEM_PSK8),
-            with({"16QAM", 4, true, false, false, 1024, 2e-3, {}, 0, 0}, LIQUID_MODEM_QAM16),
-            with({"64QAM", 4, true, false, false, 2048, 1e-3, {}, 0, 0}, LIQUID_MODEM_QAM64)};
+    // Name, power, amplitudes, alternates, offset, window, bandwidth of the loop.
+    return {with({"BPSK", 2, false, false, false, 256, 0.04, {}, 0, 0}, LIQUID_MODEM_BPSK),
+            with({"QPSK", 4, false, false, false, 256, 0.03, {}, 0, 0}, LIQUID_MODEM_QPSK),
+            with({"8PSK", 8, false, false, false, 512, 0.015, {}, 0, 0}, LIQUID_MODEM_PSK8),
+            with({"16QAM", 4, true, false, false, 1024, 0.01, {}, 0, 0}, LIQUID_MODEM_QAM16),
+            with({"64QAM", 4, true, false, false, 2048, 0.007, {}, 0, 0}, LIQUID_MODEM_QAM64),
+            with({"OQPSK", 2, false, false, true, 256, 0.02, {}, 0, 0}, LIQUID_MODEM_QPSK),
+            with({"pi4DQPSK", 4, false, true, false, 256, 0.03, {}, 0, 0}, LIQUID_MODEM_QPSK)};
 }
 
 } // namespace

@@ -44,9 +44,10 @@ ReceivedPath::ReceivedPath(const Receiver::Input& input, const ChannelChoice& ch
     reset(0);
 }
 
-std::array<ReceiverStage*, 6> ReceivedPath::stages()
+std::array<ReceiverStage*, 7> ReceivedPath::stages()
 {
-    return {&m_demodulator, &m_resampler, &m_frequency, &m_filter, &m_timing, &m_carrier};
+    return {&m_demodulator, &m_resampler, &m_frequency, &m_filter,
+            &m_timing,      &m_carrier,   &m_refinement};
 }
 
 void ReceivedPath::reset(std::int64_t position)

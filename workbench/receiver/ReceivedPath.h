@@ -11,6 +11,7 @@
 #include "workbench/receiver/Resampler.h"
 #include "workbench/receiver/SignalPath.h"
 #include "workbench/receiver/TimingRecovery.h"
+#include "workbench/receiver/TimingRefinement.h"
 
 #include <array>
 
@@ -40,7 +41,7 @@ private:
     void passOn(std::size_t count, std::vector<SignalBlock>& blocks);
     void fillQuiet(std::vector<SignalBlock>& blocks);
     void push(SignalBlock block, std::vector<SignalBlock>& blocks);
-    std::array<ReceiverStage*, 6> stages();
+    std::array<ReceiverStage*, 7> stages();
     std::vector<StageReport> reports() const;
 
     Receiver::Input m_input;
@@ -58,6 +59,7 @@ private:
     MatchedFilter m_filter;
     TimingRecovery m_timing;
     CarrierRecovery m_carrier;
+    TimingRefinement m_refinement;
     LevelControl m_level;
 
     std::vector<double> m_values; // of the input, less than a frame

@@ -22,8 +22,12 @@ QStringList ReceiverSettings::modulationNames()
 
 std::optional<ReceiverSettings::Modulation> ReceiverSettings::modulationOf(const QString& name)
 {
-    const int index = modulationNames().indexOf(name.toUpper());
-    return index < 0 ? std::nullopt : std::optional(static_cast<Modulation>(index));
+    const QStringList names = modulationNames();
+    for (int index = 0; index < names.size(); ++index) {
+        if (names[index].compare(name, Qt::CaseInsensitive) == 0)
+            return static_cast<Modulation>(index);
+    }
+    return std::nullopt;
 }
 
 std::vector<std::complex<double>> ReceiverSettings::pointsOf(Modulation modulation)

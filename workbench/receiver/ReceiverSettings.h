@@ -18,7 +18,7 @@ public:
         Fm,     ///< frequency: FSK, GMSK, C4FM
         Am      ///< envelope: OOK, ASK
     };
-    enum class Modulation { Bpsk, Qpsk, Psk8, Qam16, Qam64 };
+    enum class Modulation { Bpsk, Qpsk, Psk8, Qam16, Qam64, Oqpsk, Pi4Dqpsk };
     /// Measuring filters; matched ones, or such that open an eye.
     enum class Filter { RootRaisedCosine, RaisedCosine, Gaussian, Boxcar, HalfSine };
 

@@ -21,7 +21,10 @@ struct Symbol
     double position = 0.0; ///< its middle: a sample of the block's signal, need not be whole
     double time = 0.0;     ///< s, of the middle in the input
     std::complex<float> value = {}; ///< of the pair that a constellation shows, as it shows it
-    double phase = 0.0;             ///< rad, the carrier's that was taken off; runs on over turns
+    double level = 0.0; ///< of the value, where points of mean power 1 have 1; 0: not known
+    double phase = 0.0; ///< rad, the carrier's that was taken off; runs on over turns
+    /// By which the samples are turned to give the value: of modulations that turn by themselves.
+    std::complex<double> turn = 1.0;
     SymbolState state = SymbolState::Unlocked;
 };
 

@@ -23,9 +23,10 @@ constexpr int turnLength = 256;      // samples
 constexpr double lockStrength = 0.36;
 constexpr double lockStrengthReal = 0.45;
 constexpr double lockBlocks = 22.0;   // of them
-constexpr double mostStrength = 0.8;  // needed of few blocks
-constexpr double nearStrength = 0.45; // of the blocks next to one
-constexpr int nearCount = 2;          // of them, on either side
+constexpr double mostStrength = 0.6;  // needed of few blocks
+constexpr double faintBlock = 0.05;   // of the strongest near it: it lies beside a burst
+constexpr double nearStrength = 0.3;  // of the blocks up to one, or from it on
+constexpr int nearCount = 4;          // of them
 constexpr std::int64_t fewBlocks = 4; // tell no frequency
 
 /// Full scale is 1: what is far beyond is no signal.
@@ -111,12 +112,14 @@ void SymbolTiming::passBand(Complex sample, bool isReal)
     m_power += 0.5 * (std::norm(upper) + std::norm(lower));
 }
 
-/// The line of a block is relative to its power: bursts count as much as the noise before them.
 void SymbolTiming::closeBlock()
 {
     m_lines.push_back(m_power > leastPower ? m_sum / m_power : 0.0);
-    if (m_lines.size() > aheadCount + behindCount + 1)
+    m_powers.push_back(m_power);
+    if (m_lines.size() > aheadCount + behindCount + 1) {
         m_lines.pop_front();
+        m_powers.pop_front();
+    }
     m_sum = 0.0;
     m_power = 0.0;
     ++m_blockCount;
@@ -133,7 +136,7 @@ void SymbolTiming::settle(std::int64_t block)
     for (std::int64_t i = std::max(block - aheadCount, first); i <= last; ++i) {
         const auto distance = static_cast<double>(i - block);
         const double weight = 0.5 + 0.5 * std::cos(pi * distance / (aheadCount + 1));
-        sum += weight * std::polar(1.0, -turn * distance) * lineOf(i);
+        sum += weight * std::polar(1.0, -turn * distance) * weightedLineOf(i);
     }
     m_phase += std::remainder(std::arg(sum) - m_phase, 2.0 * pi);
     m_slope = (1.0 + turn / (2.0 * pi * blockLength)) / m_samplesPerSymbol;
@@ -152,20 +155,37 @@ void SymbolTiming::settle(std::int64_t block)
 bool SymbolTiming::isLockedAt(std::int64_t block, double turn) const
 {
     const std::int64_t oldest = m_blockCount - static_cast<std::int64_t>(m_lines.size());
-    const auto agreement = [&](int reach) {
-        Complex sum = 0.0;
-        double count = 0.0;
-        for (std::int64_t i = std::max(block - reach, oldest);
-             i <= std::min(block + reach, m_blockCount - 1); ++i) {
-            sum += std::polar(1.0, -turn * static_cast<double>(i - block)) * lineOf(i);
-            count += 1.0;
-        }
-        const double need =
-            (m_isReal ? lockStrengthReal : lockStrength) * std::sqrt(lockBlocks / count);
-        return std::pair(std::abs(sum) / count, std::min(need, mostStrength));
+    const auto powerOf = [&](std::int64_t i) {
+        // Of a real signal, noise may be stronger than bursts.
+        return m_isReal ? 1.0 : m_powers[static_cast<std::size_t>(i - oldest)];
     };
-    const auto all = agreement(aheadCount);
-    return all.first > all.second && agreement(nearCount).first > nearStrength;
+    double strongest = 0.0;
+    const auto strength = [&](std::int64_t from, std::int64_t to, double& count) {
+        Complex sum = 0.0;
+        double powers = 0.0, squares = 0.0;
+        for (std::int64_t i = std::max(from, oldest); i <= std::min(to, m_blockCount - 1); ++i) {
+            const double power = powerOf(i);
+            sum += power * std::polar(1.0, -turn * static_cast<double>(i - block)) * lineOf(i);
+            powers += power;
+            squares += power * power;
+            strongest = std::max(strongest, power);
+        }
+        count = squares > 0.0 ? powers * powers / squares : 1.0; // that are as strong
+        return powers > 0.0 ? std::abs(sum) / powers : 0.0;
+    };
+    double count = 0.0;
+    const double need = m_isReal ? lockStrengthReal : lockStrength;
+    const auto reach = [&](int blocks) {
+        const double found = strength(block - blocks, block + blocks, count);
+        return found > std::min(need * std::sqrt(lockBlocks / count), mostStrength);
+    };
+    // A burst may be short against what else is about it.
+    if (!reach(aheadCount) && !reach(aheadCount / 2) && !reach(aheadCount / 4))
+        return false;
+    if (powerOf(block) < faintBlock * strongest)
+        return false;
+    return std::max(strength(block - nearCount, block, count),
+                    strength(block, block + nearCount, count)) > nearStrength;
 }
 
 /// The turn from block to block, rad, with which the lines sum up best.
@@ -174,7 +194,7 @@ double SymbolTiming::frequency(std::int64_t first, std::int64_t last)
     const double step = 2.0 * pi / (oversampling * (aheadCount + behindCount + 1));
     std::vector<Complex> lines;
     for (std::int64_t i = first; i <= last; ++i)
-        lines.push_back(lineOf(i));
+        lines.push_back(weightedLineOf(i));
     const auto strength = [&lines](double turn) {
         // Horner's scheme, written out: all is finite.
         const double c = std::cos(turn);
@@ -190,7 +210,7 @@ double SymbolTiming::frequency(std::int64_t first, std::int64_t last)
     };
     const int range = static_cast<int>(std::ceil(2.0 * pi * tolerance * blockLength / step));
     int best = 0;
-    double most = strength(0.0);
+    double most = strength(0.0); // of whatever unit
     for (int i = -range; i <= range; ++i) {
         const double found = strength(i * step);
         if (found > most) {
@@ -198,13 +218,28 @@ double SymbolTiming::frequency(std::int64_t first, std::int64_t last)
             best = i;
         }
     }
-    m_strength = most / (aheadCount + behindCount + 1);
     // The top of the parabola through the best one and its neighbours.
     const double left = strength((best - 1) * step);
     const double right = strength((best + 1) * step);
     const double curvature = left - 2.0 * most + right;
     const double offset = curvature < 0.0 ? 0.5 * (left - right) / curvature : 0.0;
     return (best + std::clamp(offset, -0.5, 0.5)) * step;
+}
+
+/// The line of a block counts by how well it agrees with its neighbours, as noise does not, and of
+/// a complex signal by its power; of a real one, noise may be stronger than bursts.
+SymbolTiming::Complex SymbolTiming::weightedLineOf(std::int64_t block) const
+{
+    const std::int64_t oldest = m_blockCount - static_cast<std::int64_t>(m_lines.size());
+    Complex sum = 0.0;
+    double count = 0.0;
+    for (std::int64_t i = std::max(block - 1, oldest); i <= std::min(block + 1, m_blockCount - 1);
+         ++i) {
+        sum += lineOf(i);
+        count += 1.0;
+    }
+    const double power = m_isReal ? 1.0 : m_powers[static_cast<std::size_t>(block - oldest)];
+    return power * std::norm(sum / count) * lineOf(block);
 }
 
 SymbolTiming::Complex SymbolTiming::lineOf(std::int64_t block) const

@@ -47,9 +47,6 @@ public:
     void push(std::complex<double> sample);
     /// No more samples come: the clock is given up to the last one.
     void finish();
-    /// How much of the newest bands' power is in the line, 0 to 1: near 1 for a clean signal, up to
-    /// 0.3 for complex noise and 0.4 for real noise. It takes some 800 symbols to grow.
-    double strength() const { return m_strength; }
     /// By what part the symbol rate is larger than the nominal one.
     double rateError() const { return m_slope * m_samplesPerSymbol - 1.0; }
 
@@ -65,6 +62,7 @@ private:
     void settle(std::int64_t block);
     double frequency(std::int64_t first, std::int64_t last);
     Complex lineOf(std::int64_t block) const;
+    Complex weightedLineOf(std::int64_t block) const;
     bool isLockedAt(std::int64_t block, double turn) const;
     double centerOf(std::int64_t block) const;
 
@@ -76,12 +74,12 @@ private:
     std::int64_t m_position = 0;     // of the next sample to the filter
     Complex m_sum = 0.0;             // of the open block
     double m_power = 0.0;
-    std::deque<Complex> m_lines; // of the newest blocks
+    std::deque<Complex> m_lines; // of the newest blocks, against their power...
+    std::deque<double> m_powers; // ...which is this
     std::int64_t m_blockCount = 0;
     std::int64_t m_settledCount = 0;
     double m_phase = 0.0; // rad, of the last settled block
     double m_slope = 0.0; // symbols a sample, there
-    double m_strength = 0.0;
     bool m_isReal = true;
     std::vector<SymbolKnot> m_knots;
 };

@@ -1,0 +1,208 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/receiver/TimingRefinement.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr std::size_t groupLength = 16; // symbols
+constexpr std::size_t reach = 4;        // groups about one, on either side
+constexpr double mostEarly = 0.25;      // symbols: more is no error of the clock
+constexpr std::size_t leastMembers = 8; // of a group that tells the clock by itself
+
+} // namespace
+
+BasebandFormat TimingRefinement::configure(const ReceiverSettings& settings,
+                                           const BasebandFormat& format)
+{
+    m_decisions.clear();
+    m_isOn = settings.modulation && format.hasSymbolClock && !format.isDemodulated &&
+             format.samplesPerSymbol > 1.0;
+    if (m_isOn) {
+        const Modulation& modulation = modulations::of(*settings.modulation);
+        m_isOffset = modulation.isOffset;
+        m_decisions.emplace_back(modulation.points);
+        m_perSymbol = static_cast<std::size_t>(format.samplesPerSymbol);
+        m_symbolRate = format.sampleRate / format.samplesPerSymbol;
+    }
+    reset();
+    return format;
+}
+
+void TimingRefinement::reset()
+{
+    m_waiting = {};
+    m_head = 0;
+    m_grouped = 0;
+    m_number = 0;
+    m_groups.clear();
+}
+
+TimingRefinement::Complex TimingRefinement::sampleAt(std::size_t symbol,
+                                                     std::ptrdiff_t offset) const
+{
+    const auto last = static_cast<std::ptrdiff_t>(m_waiting.samples.size()) - 1;
+    const std::ptrdiff_t index = static_cast<std::ptrdiff_t>(symbol * m_perSymbol) + offset;
+    return Complex(
+        m_waiting.samples[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(index, 0, last))]);
+}
+
+/// Of a symbol period, by five samples.
+TimingRefinement::Complex TimingRefinement::derivativeAt(std::size_t symbol,
+                                                         std::ptrdiff_t offset) const
+{
+    const auto at = [&](std::ptrdiff_t k) { return sampleAt(symbol, offset + k); };
+    return static_cast<double>(m_perSymbol) / 12.0 * (8.0 * (at(1) - at(-1)) - (at(2) - at(-2)));
+}
+
+TimingRefinement::Complex TimingRefinement::curvatureAt(std::size_t symbol,
+                                                        std::ptrdiff_t offset) const
+{
+    const auto at = [&](std::ptrdiff_t k) { return sampleAt(symbol, offset + k); };
+    const auto step = static_cast<double>(m_perSymbol);
+    return step * step * (at(1) - 2.0 * at(0) + at(-1));
+}
+
+void TimingRefinement::process(BasebandBlock& block)
+{
+    if (!m_isOn)
+        return;
+    block.clock.clear(); // these groups tell it better
+    m_waiting.append(block);
+    BasebandBlock output;
+    // A slope takes samples of the symbol after the last one.
+    while (m_grouped + groupLength < m_waiting.symbols.size()) {
+        addGroup(m_grouped, groupLength);
+        m_grouped += groupLength;
+    }
+    m_waiting.clock.swap(output.clock);
+    const std::size_t kept = (reach + 1) * groupLength;
+    if (m_grouped > m_head + kept)
+        passOn(m_grouped - kept - m_head, output);
+    block = std::move(output);
+}
+
+void TimingRefinement::finish(BasebandBlock& block)
+{
+    if (!m_isOn)
+        return;
+    BasebandBlock output;
+    while (m_grouped < m_waiting.symbols.size()) {
+        const std::size_t count = std::min(groupLength, m_waiting.symbols.size() - m_grouped);
+        addGroup(m_grouped, count);
+        m_grouped += count;
+    }
+    m_waiting.clock.swap(output.clock);
+    passOn(m_waiting.symbols.size() - m_head, output);
+    block.append(output);
+    reset();
+}
+
+void TimingRefinement::addGroup(std::size_t first, std::size_t count)
+{
+    Group group{static_cast<double>(m_number) + static_cast<double>(first) +
+                    0.5 * static_cast<double>(count - 1),
+                0.0, 0.0};
+    std::size_t members = 0;
+    double time = 0.0, number = 0.0;
+    const std::ptrdiff_t half = static_cast<std::ptrdiff_t>(m_perSymbol / 2);
+    for (std::size_t k = first; k < first + count; ++k) {
+        const Symbol& symbol = m_waiting.symbols[k];
+        if (symbol.state != SymbolState::Good || !(symbol.level > 0.0))
+            continue;
+        const Complex value = Complex(symbol.value) / symbol.level;
+        const Complex off = m_decisions.front().nearest(value) - value;
+        Complex slope = derivativeAt(k, 0) * symbol.turn / symbol.level;
+        if (m_isOffset)
+            slope = {slope.real(), (derivativeAt(k, half) / symbol.level).imag()};
+        group.early += (off * std::conj(slope)).real();
+        group.weight += std::norm(slope);
+        time += symbol.time;
+        number += static_cast<double>(m_number) + static_cast<double>(k);
+        ++members;
+    }
+    m_groups.push_back(group);
+    if (members < leastMembers || !(group.weight > 0.0))
+        return;
+    const double early = std::clamp(group.early / group.weight, -mostEarly, mostEarly);
+    m_waiting.clock.push_back({time / static_cast<double>(members) + early / m_symbolRate,
+                               number / static_cast<double>(members)});
+}
+
+/// A straight line through the groups about one, there.
+double TimingRefinement::lineAt(std::size_t group) const
+{
+    double s0 = 0.0, s1 = 0.0, s2 = 0.0, e0 = 0.0, e1 = 0.0;
+    const std::size_t last = std::min(group + reach, m_groups.size() - 1);
+    for (std::size_t k = group - std::min(group, reach); k <= last; ++k) {
+        const Group& other = m_groups[k];
+        const double x = (other.place - m_groups[group].place) / groupLength;
+        s0 += other.weight;
+        s1 += other.weight * x;
+        s2 += other.weight * x * x;
+        e0 += other.early;
+        e1 += other.early * x;
+    }
+    const double determinant = s0 * s2 - s1 * s1;
+    if (!(s0 > 0.0))
+        return 0.0;
+    const double level = determinant > 1e-6 * s0 * s0 ? (s2 * e0 - s1 * e1) / determinant : e0 / s0;
+    return std::clamp(level, -mostEarly, mostEarly);
+}
+
+double TimingRefinement::earlyAt(double place) const
+{
+    std::size_t after = 0;
+    while (after < m_groups.size() && m_groups[after].place < place)
+        ++after;
+    if (m_groups.size() < 2)
+        return m_groups.empty() ? 0.0 : lineAt(0);
+    after = std::clamp<std::size_t>(after, 1, m_groups.size() - 1);
+    const double from = lineAt(after - 1);
+    const double to = lineAt(after);
+    const double step = m_groups[after].place - m_groups[after - 1].place;
+    return from + (to - from) * (place - m_groups[after - 1].place) / step;
+}
+
+void TimingRefinement::passOn(std::size_t count, BasebandBlock& output)
+{
+    const std::ptrdiff_t half = static_cast<std::ptrdiff_t>(m_perSymbol / 2);
+    const auto moved = [this](std::size_t k, std::ptrdiff_t offset, double early) {
+        return early * derivativeAt(k, offset) + 0.5 * early * early * curvatureAt(k, offset);
+    };
+    for (std::size_t k = m_head; k < m_head + count; ++k) {
+        Symbol symbol = m_waiting.symbols[k];
+        if (symbol.state == SymbolState::Good) {
+            const double early = earlyAt(static_cast<double>(m_number) + static_cast<double>(k));
+            Complex step = moved(k, 0, early) * symbol.turn;
+            if (m_isOffset)
+                step = {step.real(), moved(k, half, early).imag()};
+            symbol.value += std::complex<float>(step);
+            symbol.position += early * static_cast<double>(m_perSymbol);
+            symbol.time += early / m_symbolRate;
+        }
+        output.symbols.push_back(symbol);
+    }
+    const std::size_t begin = std::min(m_head * m_perSymbol, m_waiting.samples.size());
+    m_head += count;
+    const bool isAll = m_head == m_waiting.symbols.size();
+    const std::size_t end =
+        isAll ? m_waiting.samples.size() : std::min(m_head * m_perSymbol, m_waiting.samples.size());
+    output.samples.assign(m_waiting.samples.begin() + static_cast<std::ptrdiff_t>(begin),
+                          m_waiting.samples.begin() + static_cast<std::ptrdiff_t>(end));
+    // The symbol before the next one stays, for its samples.
+    const std::size_t forgotten = m_head - std::min<std::size_t>(m_head, 1);
+    m_waiting.symbols.erase(m_waiting.symbols.begin(),
+                            m_waiting.symbols.begin() + static_cast<std::ptrdiff_t>(forgotten));
+    m_waiting.samples.erase(m_waiting.samples.begin(),
+                            m_waiting.samples.begin() +
+                                static_cast<std::ptrdiff_t>(
+                                    std::min(forgotten * m_perSymbol, m_waiting.samples.size())));
+    m_head -= forgotten;
+    m_grouped -= forgotten;
+    m_number += static_cast<std::int64_t>(forgotten);
+    const std::size_t spare = m_groups.size() - std::min<std::size_t>(m_groups.size(), 3 * reach);
+    if (spare > 0)
+        m_groups.erase(m_groups.begin(), m_groups.begin() + static_cast<std::ptrdiff_t>(spare));
+}

@@ -1,0 +1,54 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/receiver/Decisions.h"
+#include "workbench/receiver/ModulationTable.h"
+#include "workbench/receiver/ReceiverStage.h"
+
+#include <vector>
+
+/// Moves the instants of decision to where the symbols come closest to their points.
+///
+/// What a symbol is off its point tells by how much it was taken too early or too late, once the
+/// slope of the signal there is known; data make no noise of their own in it (decision-directed
+/// minimum mean square error timing: Kobayashi, "Simultaneous adaptive estimation and decision
+/// algorithm for carrier modulated data transmission systems", IEEE Trans. Commun. 19(3), 1971). A
+/// straight line through the groups of symbols about each tells the instant.
+class TimingRefinement : public ReceiverStage
+{
+public:
+    BasebandFormat configure(const ReceiverSettings& settings,
+                             const BasebandFormat& format) override;
+    void process(BasebandBlock& block) override;
+    void finish(BasebandBlock& block) override;
+    void reset() override;
+    StageReport report() const override { return {StageReport::Stage::Timing, m_isOn, {}, {}}; }
+
+private:
+    using Complex = std::complex<double>;
+    struct Group
+    {
+        double place;  ///< middle, symbols of the run
+        double early;  ///< sum by which its symbols were taken too early, weighted...
+        double weight; ///< ...with these
+    };
+
+    void addGroup(std::size_t first, std::size_t count);
+    void passOn(std::size_t count, BasebandBlock& output);
+    double earlyAt(double place) const;
+    double lineAt(std::size_t group) const;
+    Complex sampleAt(std::size_t symbol, std::ptrdiff_t offset) const;
+    Complex derivativeAt(std::size_t symbol, std::ptrdiff_t offset) const;
+    Complex curvatureAt(std::size_t symbol, std::ptrdiff_t offset) const;
+
+    bool m_isOn = false;
+    bool m_isOffset = false;
+    std::size_t m_perSymbol = 1;
+    double m_symbolRate = 1.0;
+    std::vector<Decisions> m_decisions; // one, or none
+    BasebandBlock m_waiting;            // from a symbol that was put out on, after the first
+    std::size_t m_head = 0;             // symbols of it that were put out
+    std::size_t m_grouped = 0;          // symbols of it that are in groups
+    std::int64_t m_number = 0;          // of the first that waits, in the run
+    std::vector<Group> m_groups;        // the newest
+};
