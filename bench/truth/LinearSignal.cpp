@@ -42,30 +42,6 @@ std::vector<Complex> grid(int side)
     return points;
 }
 
-/// Mean square of the distance to the nearest point, of points with Gaussian noise.
-double decidedPower(const std::vector<Complex>& points, double power)
-{
-    constexpr double step = 0.125; // deviations
-    constexpr int steps = 40;
-    const double sigma = std::sqrt(0.5 * power);
-    double sum = 0.0;
-    double weights = 0.0;
-    for (const Complex& point : points) {
-        for (int i = -steps; i <= steps; ++i) {
-            for (int q = -steps; q <= steps; ++q) {
-                const Complex noise(i * step, q * step);
-                const double weight = std::exp(-0.5 * std::norm(noise));
-                double least = LinearSignal::none;
-                for (const Complex& other : points)
-                    least = std::min(least, std::norm(point + sigma * noise - other));
-                sum += weight * least;
-                weights += weight;
-            }
-        }
-    }
-    return sum / weights;
-}
-
 } // namespace
 
 std::vector<Complex> LinearSignal::pointsOf(Modulation modulation)
@@ -100,9 +76,8 @@ double LinearSignal::errorPower() const
     const Complex gain = 0.5 * (axisI() - Complex(0.0, 1.0) * axisQ());
     const Complex image = 0.5 * (axisI() + Complex(0.0, 1.0) * axisQ());
     const double noise = std::pow(10.0, -esN0 / 10.0);
-    const double decided = noise > 0.0 ? decidedPower(pointsOf(modulation), noise) : 0.0;
     const double rounding = 1e-30; // an image of nothing but
-    return (decided + std::max(std::norm(image) - rounding, 0.0) + std::pow(10.0, offset / 10.0)) /
+    return (noise + std::max(std::norm(image) - rounding, 0.0) + std::pow(10.0, offset / 10.0)) /
            std::norm(gain);
 }
 

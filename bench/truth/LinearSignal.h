@@ -43,7 +43,7 @@ struct LinearSignal
     Complex axisQ() const;
     /// Square of the error vectors' r.m.s. that this signal must measure: noise after the matched
     /// filter, N0/Es; the image that imbalance and quadrature error make, d* as much as the gain of
-    /// d leaves; the offset. Noise that comes nearer to another point counts from there.
+    /// d leaves; the offset.
     double errorPower() const;
     /// Of two points of the modulation.
     double leastDistance() const;

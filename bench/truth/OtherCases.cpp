@@ -28,20 +28,15 @@ Case shiftKeying(const char* name, const FrequencySignal& signal)
                                    "--demod",       "fm",
                                    "--bandwidth",   number(bandwidth)};
     result.make = [signal](Random& random) { return signal.make(random); };
-    const double deviation = symbolRate * signal.deviation;
-    // Of Gaussian pulses it may be that of a long run, or that in the middle of symbols.
-    const double between = 0.5 * (1.0 - signal.share());
-    const double tolerance = deviation * (between + 0.01);
-    result.truths = {
-        {"frequency_modulation.deviation", Kind::Value, deviation * (1.0 - between), tolerance},
-        {"frequency_modulation.frequency_error", Kind::Value, symbolRate * signal.offset,
-         0.01 * deviation},
-        {"eye.levels.#", Kind::Value, static_cast<double>(signal.levelCount)},
-        {"clock.offset_ppm", Kind::Value, signal.clockPpm, 10.0}};
-    if (signal.levelCount == 2)
-        result.truths.push_back({"frequency_modulation.index", Kind::Value,
-                                 2.0 * signal.deviation * (1.0 - between),
-                                 2.0 * tolerance / symbolRate});
+    // In the middle of the symbols, where Gaussian pulses do not reach their full height.
+    const double deviation = symbolRate * signal.deviation * signal.share();
+    const double index = 2.0 * signal.deviation * signal.share() / (signal.levelCount - 1.0);
+    result.truths = {{"frequency_modulation.deviation", Kind::Value, deviation, 0.01 * deviation},
+                     {"frequency_modulation.index", Kind::Value, index, 0.01 * index},
+                     {"frequency_modulation.frequency_error", Kind::Value,
+                      symbolRate * signal.offset, 0.01 * deviation},
+                     {"eye.levels.#", Kind::Value, static_cast<double>(signal.levelCount)},
+                     {"clock.offset_ppm", Kind::Value, signal.clockPpm, 10.0}};
     return result;
 }
 
