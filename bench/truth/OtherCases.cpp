@@ -21,12 +21,14 @@ Case shiftKeying(const char* name, const FrequencySignal& signal)
     result.group = "Frequency modulation";
     result.name = QString::fromLatin1(name);
     // Carson's rule, and the offset.
-    const double bandwidth = 2.0 * symbolRate * (signal.deviation + std::abs(signal.offset) + 0.75);
+    const double bandwidth = 2.0 * symbolRate * (signal.deviation + std::abs(signal.offset) + 1.5);
     result.arguments = QStringList{"--format",      "cf32",
                                    "--symbol-rate", number(symbolRate),
                                    "--sample-rate", number(symbolRate * signal.samplesPerSymbol),
                                    "--demod",       "fm",
                                    "--bandwidth",   number(bandwidth)};
+    if (signal.bandwidthTime == 0.0) // steps of frequency, which the channel lets ring
+        result.arguments += {"--eye-bandwidth", "1.5"};
     result.make = [signal](Random& random) { return signal.make(random); };
     // In the middle of the symbols, where Gaussian pulses do not reach their full height.
     const double deviation = symbolRate * signal.deviation * signal.share();

@@ -10,8 +10,9 @@ constexpr double pi = 3.14159265358979323846;
 constexpr std::size_t padding = 4;   // of the search, against the window
 constexpr double significance = 7.0; // beyond the highest of as many lines of noise
 constexpr std::size_t leastSymbols = 16;
+constexpr double localPart = 0.5;    // of the lock quality: that of the symbols about one
+constexpr double offsetRange = 0.02; // of a symbol rate, times the power, either way
 constexpr double startQuality = 0.6;
-constexpr double lockQuality = 0.3;
 constexpr double faintPower = 0.1;  // of the power of points: a symbol that is not followed
 constexpr double faintMean = 0.4;   // of it: the mean of symbols at the edge of a burst
 constexpr double faintBurst = 0.01; // of the level of the strongest one
@@ -28,7 +29,7 @@ BasebandFormat CarrierRecovery::configure(const ReceiverSettings& settings,
         m_modulation = &modulations::of(*settings.modulation);
         m_perSymbol = static_cast<std::size_t>(format.samplesPerSymbol);
         m_symbolRate = format.sampleRate / format.samplesPerSymbol;
-        m_reach = m_modulation->hasAmplitudes ? 64 : 32;
+        m_reach = m_modulation->reach;
         // Gardner, "Phaselock Techniques": a loop of second order from its noise bandwidth.
         const double theta = m_modulation->loopBandwidth / (damping + 0.25 / damping);
         const double scale = 1.0 + 2.0 * damping * theta + theta * theta;
@@ -193,10 +194,17 @@ bool CarrierRecovery::acquire(std::size_t count)
     std::vector<Complex> spectrum = line;
     m_transforms.forward(spectrum);
     const auto strength = [&](std::size_t bin) { return std::norm(spectrum[bin % size]); };
+    // The line of an offset modulation is faint: the frequency is known before, better than so.
+    const std::size_t range =
+        m_modulation->isOffset ? static_cast<std::size_t>(offsetRange * static_cast<double>(size))
+                               : size / 2;
     std::size_t best = 0;
-    for (std::size_t bin = 1; bin < size; ++bin)
-        best = strength(bin) > strength(best) ? bin : best;
-    if (!(strength(best) > (std::log(static_cast<double>(count)) + significance) * energy))
+    for (std::size_t bin = 0; bin < size; ++bin) {
+        if ((bin <= range || bin >= size - range) && strength(bin) > strength(best))
+            best = bin;
+    }
+    const double lines = static_cast<double>(count * range) / static_cast<double>(size / 2);
+    if (!(strength(best) > (std::log(lines) + significance) * energy))
         return false;
     // The top of the parabola through the best one and its neighbours.
     const double left = std::sqrt(strength(best + size - 1));
@@ -257,14 +265,15 @@ void CarrierRecovery::track()
     const bool isHeard = power > faintPower;
     m_coasted = isHeard ? 0 : m_coasted + 1;
     if (isHeard) { // what is between bursts tells nothing
-        m_quality += smoothing * (tracked.quality - m_quality);
+        m_quality +=
+            (m_modulation->hasAmplitudes ? 0.25 : 1.0) * smoothing * (tracked.quality - m_quality);
         m_amplitude *=
             1.0 + 0.25 * smoothing * std::clamp(product.real() - std::norm(ideal), -1.0, 1.0);
     }
     m_phase += m_frequency + m_phaseStep * driven;
     m_frequency += m_frequencyStep * driven;
     ++m_used;
-    m_isTracking = m_quality >= lockQuality && m_coasted < m_modulation->window;
+    m_isTracking = m_quality >= m_modulation->lockQuality && m_coasted < m_modulation->window;
 }
 
 /// Whether the symbols about one are much weaker than those of a burst are, or there are none.
@@ -331,7 +340,7 @@ void CarrierRecovery::putOutTracked(bool isEnding, BasebandBlock& output)
         SymbolState state = SymbolState::Good;
         if (isFaint(m_past))
             state = SymbolState::Edge;
-        else if (smoothed.quality < lockQuality)
+        else if (smoothed.quality < localPart * m_modulation->lockQuality)
             state = SymbolState::Unlocked;
         putOut(smoothed.phase, smoothed.slope, state, output);
         --m_used;

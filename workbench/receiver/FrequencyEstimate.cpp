@@ -17,6 +17,7 @@ constexpr double coarseStep = 1.0 / 128;
 constexpr double leastFloor = 1e-3;  // of the signal: what is fainter may be of the pulse
 constexpr double clearMargin = 6.0;  // of the logarithms of likelihoods
 constexpr double significance = 7.0; // beyond the highest of as many lines of noise
+constexpr double edgeBand = 0.15;    // symbol rates, on either side of half the symbol rate
 constexpr double usualRollOff = 0.5; // of a pulse that is not known
 
 double raisedCosine(double frequency, double rollOff)
@@ -34,20 +35,19 @@ struct Peak
     double place;    // bins, of negative frequencies below 0
 };
 
-Peak highestOf(const std::vector<std::complex<double>>& line)
+Peak highestOf(const std::vector<double>& powers)
 {
-    const auto size = line.size();
-    const auto amplitude = [&](std::size_t bin) { return std::abs(line[bin % size]); };
-    std::size_t best = 0;
-    for (std::size_t bin = 1; bin < size; ++bin)
-        best = amplitude(bin) > amplitude(best) ? bin : best;
+    const auto size = powers.size();
+    const auto amplitude = [&](std::size_t bin) { return std::sqrt(powers[bin % size]); };
+    const auto best =
+        static_cast<std::size_t>(std::max_element(powers.begin(), powers.end()) - powers.begin());
     // The top of the parabola through the highest and its neighbours.
     const double left = amplitude(best + size - 1);
     const double right = amplitude(best + 1);
     const double bend = left - 2.0 * amplitude(best) + right;
     const double part = bend < 0.0 ? 0.5 * (left - right) / bend : 0.0;
     const double place = static_cast<double>(best) + part;
-    return {std::norm(line[best]), best >= size / 2 ? place - static_cast<double>(size) : place};
+    return {powers[best], best >= size / 2 ? place - static_cast<double>(size) : place};
 }
 
 } // namespace
@@ -166,7 +166,7 @@ FrequencyEstimate::Result FrequencyEstimate::of(const std::vector<Sample>& sampl
         }
     }
     result.offset = coarse;
-    const double rest = lineOf(spectrum, coarse, count);
+    const double rest = lineOf(spectrum, coarse);
     if (std::isnan(rest))
         return result;
     result.isFound = true;
@@ -188,63 +188,100 @@ FrequencyEstimate::Result FrequencyEstimate::of(const std::vector<Sample>& sampl
     return result;
 }
 
-/// What remains of the offset, cycles a symbol; NaN where there is no line.
-double FrequencyEstimate::lineOf(const std::vector<Complex>& spectrum, double coarse,
-                                 std::size_t count)
+/// The signal in time, moved down by a whole number of bins and weighted in its spectrum.
+template<class Weight>
+std::vector<FrequencyEstimate::Complex>
+FrequencyEstimate::filtered(const std::vector<Complex>& spectrum, std::int64_t shift, Weight weight)
 {
-    const Modulation& modulation = modulations::of(m_modulation);
-    // The matched filter, and the shift by whole bins, both of the spectrum.
-    const auto shift =
-        static_cast<std::int64_t>(std::llround(coarse / m_perSymbol * static_cast<double>(count)));
-    const double shifted = static_cast<double>(shift) * m_perSymbol / static_cast<double>(count);
-    const auto size = static_cast<std::int64_t>(count);
-    std::vector<Complex> filtered(count);
+    const auto size = static_cast<std::int64_t>(spectrum.size());
+    std::vector<Complex> result(spectrum.size());
     for (std::int64_t bin = 0; bin < size; ++bin) {
         const std::int64_t from = ((bin + shift) % size + size) % size;
         const double f = static_cast<double>(bin < size / 2 ? bin : bin - size) /
                          static_cast<double>(size) * m_perSymbol;
-        filtered[static_cast<std::size_t>(bin)] =
-            spectrum[static_cast<std::size_t>(from)] * std::sqrt(pulseAt(f));
+        result[static_cast<std::size_t>(bin)] =
+            spectrum[static_cast<std::size_t>(from)] * weight(f);
     }
-    m_transforms.backward(filtered);
+    m_transforms.backward(result);
     double square = 0.0;
-    for (const Complex& value : filtered)
-        square += std::norm(value);
-    const double scale = std::sqrt(static_cast<double>(count) / std::max(square, 1e-300));
+    for (const Complex& value : result)
+        square += std::norm(value) / static_cast<double>(spectrum.size());
+    for (Complex& value : result)
+        value /= std::sqrt(std::max(square, 1e-300));
+    return result;
+}
+
+/// What remains of the offset, cycles a symbol; NaN where there is no line.
+double FrequencyEstimate::lineOf(const std::vector<Complex>& spectrum, double coarse)
+{
+    const Modulation& modulation = modulations::of(m_modulation);
+    const std::size_t count = spectrum.size();
+    const double binsPerCycle = static_cast<double>(count) / m_perSymbol;
+    const std::int64_t shift = std::llround(coarse * binsPerCycle);
+    const double rest = coarse - static_cast<double>(shift) / binsPerCycle;
     const auto perSymbol = static_cast<std::size_t>(m_perSymbol);
     std::size_t padded = 16;
     while (padded < 4 * (count / perSymbol))
         padded *= 2;
     const double perBin = 1.0 / static_cast<double>(padded) / modulation.power;
     double most = std::log(static_cast<double>(count)) + significance;
+    if (modulation.isOffset)
+        return edgeLineOf(spectrum, shift, padded, most) * perBin - rest;
+    const auto signal =
+        filtered(spectrum, shift, [this](double f) { return std::sqrt(pulseAt(f)); });
     double place = std::nan("");
     for (std::size_t phase = 0; phase < perSymbol; ++phase) {
         std::vector<Complex> line(padded);
         double energy = 0.0;
         Complex turn = 1.0;
         for (std::size_t k = 0; phase + k * perSymbol < count; ++k) {
-            const std::size_t index = phase + k * perSymbol;
-            Complex value = filtered[index] * scale;
-            Complex power = turn;
-            if (modulation.isOffset) { // I's square is largest where Q's is smallest
-                const Complex later = filtered[std::min(index + perSymbol / 2, count - 1)] * scale;
-                power = value * value - later * later;
-            } else {
-                if (!modulation.hasAmplitudes) // what is off the circle tells no more
-                    value *= std::min(std::abs(value), 1.0) / std::max(std::abs(value), 1e-9);
-                for (unsigned n = 0; n < modulation.power; ++n)
-                    power *= value;
-            }
+            Complex value = signal[phase + k * perSymbol];
+            if (!modulation.hasAmplitudes) // what is off the circle tells no more
+                value *= std::min(std::abs(value), 1.0) / std::max(std::abs(value), 1e-9);
+            line[k] = turn;
+            for (unsigned n = 0; n < modulation.power; ++n)
+                line[k] *= value;
             turn = modulation.alternates ? -turn : turn;
-            line[k] = power;
-            energy += std::norm(power);
+            energy += std::norm(line[k]);
         }
         m_transforms.forward(line);
-        const Peak peak = highestOf(line);
-        if (peak.strength > most * std::max(energy, 1e-300)) {
-            most = peak.strength / energy;
+        std::vector<double> powers(padded);
+        for (std::size_t bin = 0; bin < padded; ++bin)
+            powers[bin] = std::norm(line[bin]) / std::max(energy, 1e-300);
+        const Peak peak = highestOf(powers);
+        if (peak.strength > most) {
+            most = peak.strength;
             place = peak.place;
         }
     }
-    return place * perBin - (coarse - shifted);
+    return place * perBin - rest;
+}
+
+/// The line of an offset modulation, bins; NaN where there is none. In the envelope those of I and
+/// Q cancel. The squares of the bands about half the symbol rate above and below the carrier have
+/// one each, at twice the carrier's offset once the bands are moved there.
+double FrequencyEstimate::edgeLineOf(const std::vector<Complex>& spectrum, std::int64_t shift,
+                                     std::size_t padded, double least)
+{
+    const double binsPerCycle = static_cast<double>(spectrum.size()) / m_perSymbol;
+    const auto half = static_cast<std::int64_t>(std::llround(0.5 * binsPerCycle));
+    std::vector<double> powers(padded);
+    for (const std::int64_t edge : {half, -half}) {
+        const auto band = filtered(spectrum, shift + edge, [](double f) {
+            return std::abs(f) < edgeBand ? 0.5 + 0.5 * std::cos(pi * f / edgeBand) : 0.0;
+        });
+        std::vector<Complex> line(padded);
+        double energy = 0.0;
+        const auto perSymbol = static_cast<std::size_t>(m_perSymbol);
+        for (std::size_t k = 0; k * perSymbol < band.size(); ++k) {
+            line[k] = band[k * perSymbol] * band[k * perSymbol];
+            energy += std::norm(line[k]);
+        }
+        m_transforms.forward(line);
+        for (std::size_t bin = 0; bin < padded; ++bin)
+            powers[bin] += std::norm(line[bin]) / std::max(energy, 1e-300);
+    }
+    const Peak peak = highestOf(powers);
+    // Samples of a narrow band have much in common.
+    return peak.strength > 2.0 * least / edgeBand / 4.0 ? peak.place : std::nan("");
 }

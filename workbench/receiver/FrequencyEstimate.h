@@ -43,7 +43,12 @@ private:
     std::vector<double> bandsOf(const std::vector<Complex>& spectrum) const;
     double likelihood(const std::vector<double>& bands, double offset) const;
     double pulseAt(double frequency) const;
-    double lineOf(const std::vector<Complex>& spectrum, double coarse, std::size_t count);
+    template<class Weight>
+    std::vector<Complex> filtered(const std::vector<Complex>& spectrum, std::int64_t shift,
+                                  Weight weight);
+    double lineOf(const std::vector<Complex>& spectrum, double coarse);
+    double edgeLineOf(const std::vector<Complex>& spectrum, std::int64_t shift, std::size_t padded,
+                      double least);
 
     ReceiverSettings::Modulation m_modulation;
     int m_perSymbol;

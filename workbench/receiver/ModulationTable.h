@@ -16,6 +16,8 @@ struct Modulation
     bool isOffset;        ///< Q comes half a symbol after I
     std::size_t window;   ///< symbols that it takes to find the carrier
     double loopBandwidth; ///< of the decision-directed loop, cycles a symbol
+    std::size_t reach;    ///< symbols that smooth a phase, on either side
+    double lockQuality;   ///< which noise does not reach, see CarrierRecovery
     std::vector<std::complex<double>> points; ///< of mean power 1
     double target;                            ///< rad, angle of the points raised to the power
     double spacing;                           ///< of the closest points

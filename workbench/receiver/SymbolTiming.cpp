@@ -24,7 +24,7 @@ constexpr double lockStrength = 0.36;
 constexpr double lockStrengthReal = 0.45;
 constexpr double lockBlocks = 22.0;   // of them
 constexpr double mostStrength = 0.6;  // needed of few blocks
-constexpr double faintBlock = 0.05;   // of the strongest near it: it lies beside a burst
+constexpr double faintBlock = 0.02;   // of the strongest near it: it lies beside a burst
 constexpr double nearStrength = 0.3;  // of the blocks up to one, or from it on
 constexpr int nearCount = 4;          // of them
 constexpr std::int64_t fewBlocks = 4; // tell no frequency
@@ -67,8 +67,9 @@ struct SymbolTiming::Filter
     firfilt_crcf handle;
 };
 
-SymbolTiming::SymbolTiming(double samplesPerSymbol)
+SymbolTiming::SymbolTiming(double samplesPerSymbol, bool isOffset)
     : m_samplesPerSymbol(samplesPerSymbol)
+    , m_turnsPerSymbol(isOffset ? 2.0 : 1.0)
     , m_filter(std::make_unique<Filter>(samplesPerSymbol))
     , m_step(std::polar(1.0, -pi / samplesPerSymbol))
     , m_slope(1.0 / samplesPerSymbol)
@@ -109,18 +110,24 @@ void SymbolTiming::passBand(Complex sample, bool isReal)
            centerOf(m_blockCount) + 0.5 * blockLength * m_samplesPerSymbol)
         closeBlock();
     m_sum += upper * std::conj(lower);
+    m_upperSquares += upper * upper;
+    m_lowerSquares += lower * lower;
     m_power += 0.5 * (std::norm(upper) + std::norm(lower));
 }
 
 void SymbolTiming::closeBlock()
 {
+    if (m_turnsPerSymbol > 1.0) {
+        const Complex product = m_upperSquares * std::conj(m_lowerSquares);
+        m_sum = product / std::sqrt(std::max(std::abs(product), leastPower * leastPower));
+    }
     m_lines.push_back(m_power > leastPower ? m_sum / m_power : 0.0);
     m_powers.push_back(m_power);
     if (m_lines.size() > aheadCount + behindCount + 1) {
         m_lines.pop_front();
         m_powers.pop_front();
     }
-    m_sum = 0.0;
+    m_sum = m_upperSquares = m_lowerSquares = 0.0;
     m_power = 0.0;
     ++m_blockCount;
     if (m_blockCount > aheadCount)
@@ -139,11 +146,12 @@ void SymbolTiming::settle(std::int64_t block)
         sum += weight * std::polar(1.0, -turn * distance) * weightedLineOf(i);
     }
     m_phase += std::remainder(std::arg(sum) - m_phase, 2.0 * pi);
-    m_slope = (1.0 + turn / (2.0 * pi * blockLength)) / m_samplesPerSymbol;
+    m_slope = (1.0 + turn / (2.0 * pi * m_turnsPerSymbol * blockLength)) / m_samplesPerSymbol;
     const double position = centerOf(block);
-    const double symbol = position / m_samplesPerSymbol + m_phase / (2.0 * pi);
+    const double symbol = position / m_samplesPerSymbol + m_phase / (2.0 * pi * m_turnsPerSymbol);
     const Complex line = lineOf(block);
-    const double off = std::remainder(std::arg(line) - m_phase, 2.0 * pi) / (2.0 * pi);
+    const double off =
+        std::remainder(std::arg(line) - m_phase, 2.0 * pi) / (2.0 * pi * m_turnsPerSymbol);
     SymbolKnot knot{position, symbol, symbol + off, isLockedAt(block, turn)};
     if (block == 0)
         m_knots.push_back({0.0, symbol - position * m_slope, std::nullopt, knot.isLocked});
@@ -160,24 +168,26 @@ bool SymbolTiming::isLockedAt(std::int64_t block, double turn) const
         return m_isReal ? 1.0 : m_powers[static_cast<std::size_t>(i - oldest)];
     };
     double strongest = 0.0;
+    for (std::int64_t i = std::max(block - aheadCount, oldest);
+         i <= std::min(block + aheadCount, m_blockCount - 1); ++i)
+        strongest = std::max(strongest, powerOf(i));
     const auto strength = [&](std::int64_t from, std::int64_t to, double& count) {
         Complex sum = 0.0;
-        double powers = 0.0, squares = 0.0;
+        double powers = 0.0;
+        count = 0.0; // of blocks that are no weaker than those of a burst are
         for (std::int64_t i = std::max(from, oldest); i <= std::min(to, m_blockCount - 1); ++i) {
             const double power = powerOf(i);
             sum += power * std::polar(1.0, -turn * static_cast<double>(i - block)) * lineOf(i);
             powers += power;
-            squares += power * power;
-            strongest = std::max(strongest, power);
+            count += power >= faintBlock * strongest ? 1.0 : 0.0;
         }
-        count = squares > 0.0 ? powers * powers / squares : 1.0; // that are as strong
         return powers > 0.0 ? std::abs(sum) / powers : 0.0;
     };
     double count = 0.0;
     const double need = m_isReal ? lockStrengthReal : lockStrength;
     const auto reach = [&](int blocks) {
         const double found = strength(block - blocks, block + blocks, count);
-        return found > std::min(need * std::sqrt(lockBlocks / count), mostStrength);
+        return found > std::min(need * std::sqrt(lockBlocks / std::max(count, 1.0)), mostStrength);
     };
     // A burst may be short against what else is about it.
     if (!reach(aheadCount) && !reach(aheadCount / 2) && !reach(aheadCount / 4))
@@ -208,7 +218,8 @@ double SymbolTiming::frequency(std::int64_t first, std::int64_t last)
         }
         return std::hypot(real, imaginary);
     };
-    const int range = static_cast<int>(std::ceil(2.0 * pi * tolerance * blockLength / step));
+    const int range =
+        static_cast<int>(std::ceil(2.0 * pi * m_turnsPerSymbol * tolerance * blockLength / step));
     int best = 0;
     double most = strength(0.0); // of whatever unit
     for (int i = -range; i <= range; ++i) {

@@ -38,7 +38,10 @@ public:
     static constexpr double tolerance = 0.006;
 
     /// @param samplesPerSymbol  from minSamplesPerSymbol to maxSamplesPerSymbol.
-    explicit SymbolTiming(double samplesPerSymbol);
+    /// @param isOffset  of complex samples: Q comes half a symbol after I, or before it. The lines
+    ///                  of both in the envelope then cancel; those of the square do not, and half
+    ///                  the phase between them is that of the clock.
+    explicit SymbolTiming(double samplesPerSymbol, bool isOffset = false);
     ~SymbolTiming();
 
     /// The next sample, the first one at position 0. What is not finite tells nothing. All samples
@@ -67,12 +70,15 @@ private:
     double centerOf(std::int64_t block) const;
 
     double m_samplesPerSymbol;
+    double m_turnsPerSymbol; // of the line
     std::unique_ptr<Filter> m_filter;
     std::unique_ptr<Filter> m_lower; // of the band at negative frequencies; none of real samples
     Complex m_down = 1.0;            // mixes the next sample down...
     Complex m_step;                  // ...and its turn from sample to sample
     std::int64_t m_position = 0;     // of the next sample to the filter
     Complex m_sum = 0.0;             // of the open block
+    Complex m_upperSquares = 0.0;
+    Complex m_lowerSquares = 0.0;
     double m_power = 0.0;
     std::deque<Complex> m_lines; // of the newest blocks, against their power...
     std::deque<double> m_powers; // ...which is this

@@ -2,6 +2,7 @@
 #include "workbench/receiver/TimingRecovery.h"
 
 #include "workbench/receiver/Interpolation.h"
+#include "workbench/receiver/ModulationTable.h"
 
 #include <algorithm>
 #include <cmath>
@@ -21,6 +22,7 @@ BasebandFormat TimingRecovery::configure(const ReceiverSettings& settings,
     m_isDemodulated = format.isDemodulated;
     m_sampleRate = format.sampleRate;
     m_timeOffset = format.timeOffset;
+    m_isOffset = settings.modulation && modulations::of(*settings.modulation).isOffset;
     m_step = settings.usedFilter() ? 2 : 1;
     reset();
     BasebandFormat result = format;
@@ -30,7 +32,7 @@ BasebandFormat TimingRecovery::configure(const ReceiverSettings& settings,
 
 void TimingRecovery::reset()
 {
-    m_timing = m_isOn ? std::make_unique<SymbolTiming>(perSymbol / m_step) : nullptr;
+    m_timing = m_isOn ? std::make_unique<SymbolTiming>(perSymbol / m_step, m_isOffset) : nullptr;
     m_skipCount = 0;
     m_waiting = {};
     m_first = 0;
