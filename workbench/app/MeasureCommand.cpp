@@ -146,11 +146,6 @@ QString MeasureCommand::measure(const QString& file,
     const auto blocks = received(source, receiver, range, margin, isWhole);
     if (blocks.empty())
         return tr("there are no samples to be measured; give another range");
-    if (std::getenv("ORVANE_DUMP")) {
-        for (const auto& b : blocks)
-            for (const auto& y : b->symbols)
-                std::fprintf(stderr, "%.7f %.2f %d %.4f %.4f lv %.4f ph %.4f g %.3f\n", y.time, y.position, int(y.state), y.value.real(), y.value.imag(), y.level, y.phase, b->gain);
-    }
     Measurement measurement = Measurement::of(blocks, range.from, range.to, setup);
     measurement.notes = notes + measurement.notes;
     if (!isWhole)
