@@ -10,23 +10,24 @@
 namespace {
 
 constexpr double pi = 3.14159265358979323846;
-constexpr double halfBand = 0.07;    // about half the symbol rate, symbol rates
-constexpr float stopBand = 50.0F;    // dB
-constexpr int blockLength = 16;      // symbols
-constexpr int aheadCount = 16;       // blocks
-constexpr int behindCount = 32;      // blocks for the frequency; for the phase as many as ahead
-constexpr double oversampling = 3.0; // of the search for the frequency
-constexpr double leastPower = 1e-30; // full scale is 1: what is below is rounding
-constexpr int turnLength = 256;      // samples
+constexpr double halfBand = 0.07;       // about half the symbol rate, symbol rates
+constexpr float stopBand = 50.0F;       // dB
+constexpr int blockLength = 16;         // symbols
+constexpr std::int64_t aheadCount = 16; // blocks
+constexpr int behindCount = 32;         // blocks for the frequency; for the phase as many as ahead
+constexpr double oversampling = 3.0;    // of the search for the frequency
+constexpr double leastPower = 1e-30;    // full scale is 1: what is below is rounding
+constexpr int turnLength = 256;         // samples
 // What a sum of lines of noise does not reach, against what they could sum up to: noise grows as
 // the root of their number. Where positive and negative frequencies differ, it has less in common.
 constexpr double lockStrength = 0.36;
 constexpr double lockStrengthReal = 0.45;
-constexpr double lockBlocks = 22.0;   // of them
+constexpr double lockBlocks = 22.0;      // of them
+constexpr double mostStrengthReal = 0.8; // where there are more about them
+constexpr std::size_t fewLines = 8;
 constexpr double mostStrength = 0.6;  // needed of few blocks
 constexpr double faintBlock = 0.02;   // of the strongest near it: it lies beside a burst
-constexpr double nearStrength = 0.3;  // of the blocks up to one, or from it on
-constexpr int nearCount = 4;          // of them
+constexpr double goOnPart = 0.6;      // of the strength, once there is a clock
 constexpr std::int64_t fewBlocks = 4; // tell no frequency
 
 /// Full scale is 1: what is far beyond is no signal.
@@ -159,43 +160,91 @@ void SymbolTiming::settle(std::int64_t block)
     m_settledCount = block + 1;
 }
 
-/// Whether the lines about a block, and those next to it, agree more than noise does.
-bool SymbolTiming::isLockedAt(std::int64_t block, double turn) const
+/// Whether the lines about a block agree more than those of noise do, and the block is on the side
+/// of those that do.
+bool SymbolTiming::isLockedAt(std::int64_t block, double turn)
 {
     const std::int64_t oldest = m_blockCount - static_cast<std::int64_t>(m_lines.size());
-    const auto powerOf = [&](std::int64_t i) {
+    const std::int64_t first = std::max(block - aheadCount, oldest);
+    const std::int64_t last = std::min(block + aheadCount, m_blockCount - 1);
+    std::vector<Complex> lines; // turned to where they should be
+    std::vector<double> powers;
+    for (std::int64_t i = first; i <= last; ++i) {
+        lines.push_back(std::polar(1.0, -m_phase - turn * static_cast<double>(i - block)) *
+                        lineOf(i));
         // Of a real signal, noise may be stronger than bursts.
-        return m_isReal ? 1.0 : m_powers[static_cast<std::size_t>(i - oldest)];
-    };
-    double strongest = 0.0;
-    for (std::int64_t i = std::max(block - aheadCount, oldest);
-         i <= std::min(block + aheadCount, m_blockCount - 1); ++i)
-        strongest = std::max(strongest, powerOf(i));
-    const auto strength = [&](std::int64_t from, std::int64_t to, double& count) {
-        Complex sum = 0.0;
-        double powers = 0.0;
-        count = 0.0; // of blocks that are no weaker than those of a burst are
-        for (std::int64_t i = std::max(from, oldest); i <= std::min(to, m_blockCount - 1); ++i) {
-            const double power = powerOf(i);
-            sum += power * std::polar(1.0, -turn * static_cast<double>(i - block)) * lineOf(i);
-            powers += power;
-            count += power >= faintBlock * strongest ? 1.0 : 0.0;
-        }
-        return powers > 0.0 ? std::abs(sum) / powers : 0.0;
-    };
-    double count = 0.0;
-    const double need = m_isReal ? lockStrengthReal : lockStrength;
-    const auto reach = [&](int blocks) {
-        const double found = strength(block - blocks, block + blocks, count);
-        return found > std::min(need * std::sqrt(lockBlocks / std::max(count, 1.0)), mostStrength);
-    };
+        powers.push_back(m_isReal ? 1.0 : m_powers[static_cast<std::size_t>(i - oldest)]);
+    }
+    const auto here = static_cast<std::size_t>(block - first);
+    m_isLocked = areLocked(lines, powers, here);
+    if (m_isReal)
+        return m_isLocked && isOfBurst(lines, here);
+    // Data may leave a block without power in the band, but not its neighbours, too.
+    const double near = *std::max_element(
+        powers.begin() + static_cast<std::ptrdiff_t>(here - std::min<std::size_t>(here, 1)),
+        powers.begin() + static_cast<std::ptrdiff_t>(std::min(here + 2, powers.size())));
+    return m_isLocked && near >= faintBlock * *std::max_element(powers.begin(), powers.end());
+}
+
+/// Whether there is a clock about a block. It takes less to go on with it.
+bool SymbolTiming::areLocked(const std::vector<Complex>& lines, const std::vector<double>& powers,
+                             std::size_t here) const
+{
+    const double strongest = *std::max_element(powers.begin(), powers.end());
     // A burst may be short against what else is about it.
-    if (!reach(aheadCount) && !reach(aheadCount / 2) && !reach(aheadCount / 4))
-        return false;
-    if (powerOf(block) < faintBlock * strongest)
-        return false;
-    return std::max(strength(block - nearCount, block, count),
-                    strength(block, block + nearCount, count)) > nearStrength;
+    for (const auto blocks : {aheadCount, aheadCount / 2, aheadCount / 4}) {
+        const auto reach = static_cast<std::size_t>(blocks);
+        Complex sum = 0.0;
+        double all = 0.0;
+        double count = 0.0; // of blocks that are no weaker than those of a burst are
+        for (std::size_t i = here - std::min(here, reach);
+             i <= std::min(here + reach, lines.size() - 1); ++i) {
+            sum += powers[i] * lines[i];
+            all += powers[i];
+            count += powers[i] >= faintBlock * strongest ? 1.0 : 0.0;
+        }
+        const double need = (m_isReal ? lockStrengthReal : lockStrength) *
+                            std::sqrt(lockBlocks / std::max(count, 1.0)) *
+                            (m_isLocked ? goOnPart : 1.0);
+        const double most = m_isReal && lines.size() > fewLines ? mostStrengthReal : mostStrength;
+        if (std::abs(sum) > std::min(need, most) * all)
+            return true;
+    }
+    return false;
+}
+
+/// Whether a block is of the burst about it rather than of the noise beside: of the two states that
+/// follow one another, the likelier (forward and backward, Rabiner, Proc. IEEE 77(2), 1989).
+bool SymbolTiming::isOfBurst(const std::vector<Complex>& lines, std::size_t here)
+{
+    constexpr std::size_t steady = 8; // blocks whose mean tells what those of the burst have
+    constexpr double noise = 0.45;    // deviation of the line of a block of noise...
+    constexpr double spread = 0.35;   // ...and of one of a burst, about its mean
+    constexpr double changes = 0.02;  // probability, from block to block
+    double burst = 0.4;
+    for (std::size_t i = 0; i + steady <= lines.size(); ++i) {
+        double sum = 0.0;
+        for (std::size_t k = i; k < i + steady; ++k)
+            sum += lines[k].real() / steady;
+        burst = std::max(burst, sum);
+    }
+    const auto evidence = [&](std::size_t i) { // logarithm of the ratio of likelihoods
+        const double line = lines[i].real();
+        const double ofBurst = (line - burst) / spread;
+        const double ofNoise = line / noise;
+        return std::log(noise / spread) + 0.5 * (ofNoise * ofNoise - ofBurst * ofBurst);
+    };
+    const auto goOn = [](double odds) {
+        const double ratio = std::exp(std::clamp(odds, -50.0, 50.0));
+        return std::log((ratio * (1.0 - changes) + changes) / (ratio * changes + 1.0 - changes));
+    };
+    double before = 0.0;
+    for (std::size_t i = 0; i < here; ++i)
+        before = goOn(before + evidence(i));
+    double after = 0.0;
+    for (std::size_t i = lines.size() - 1; i > here; --i)
+        after = goOn(after + evidence(i));
+    return before + evidence(here) + after > 0.0;
 }
 
 /// The turn from block to block, rad, with which the lines sum up best.

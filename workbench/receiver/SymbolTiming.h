@@ -66,7 +66,10 @@ private:
     double frequency(std::int64_t first, std::int64_t last);
     Complex lineOf(std::int64_t block) const;
     Complex weightedLineOf(std::int64_t block) const;
-    bool isLockedAt(std::int64_t block, double turn) const;
+    bool isLockedAt(std::int64_t block, double turn);
+    bool areLocked(const std::vector<Complex>& lines, const std::vector<double>& powers,
+                   std::size_t here) const;
+    static bool isOfBurst(const std::vector<Complex>& lines, std::size_t here);
     double centerOf(std::int64_t block) const;
 
     double m_samplesPerSymbol;
@@ -87,5 +90,6 @@ private:
     double m_phase = 0.0; // rad, of the last settled block
     double m_slope = 0.0; // symbols a sample, there
     bool m_isReal = true;
+    bool m_isLocked = false; // about the last settled block
     std::vector<SymbolKnot> m_knots;
 };
