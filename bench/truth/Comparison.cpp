@@ -197,7 +197,11 @@ QString asText(const QString& name, const std::vector<Result>& results)
 
 QString asMarkdown(const std::vector<Outcome>& outcomes)
 {
-    QString text;
+    QString text = QStringLiteral("# Figures against their truth\n\n"
+                                  "By bench_truth; [how, and what the figures are](measuring.md). "
+                                  "Mean error ± deviation of the errors (goal of the mean error), "
+                                  "or, with a lower limit, mean ± deviation (≥ limit). Of several "
+                                  "levels or eyes, the one nearest to its goal. Bold: missed.\n");
     for (auto first = outcomes.begin(); first != outcomes.end();) {
         const auto end = std::find_if(first, outcomes.end(), [&](const Outcome& outcome) {
             return outcome.group != first->group;
@@ -208,7 +212,7 @@ QString asMarkdown(const std::vector<Outcome>& outcomes)
                 columns += column(result);
         }
         columns.removeDuplicates();
-        text += QStringLiteral("\n### %1\n\n| case | %2 |\n|---")
+        text += QStringLiteral("\n## %1\n\n| case | %2 |\n|---")
                     .arg(first->group, columns.join(" | ")) +
                 QStringLiteral("|---").repeated(columns.size()) + QLatin1String("|\n");
         for (; first != end; ++first) {

@@ -262,7 +262,9 @@ std::vector<Case> others()
                            {Modulation::Qpsk, 0.35, 4.37, 0.0, 0.01, 20.0, 4000});
     searched.arguments[searched.arguments.indexOf("--symbol-rate") + 1] = "auto";
     searched.truths.resize(2); // MER and EVM
-    searched.truths.push_back({"symbol_rate.value", Kind::Value, symbolRate, 1e-4 * symbolRate});
+    searched.truths.push_back({"symbol_rate.value", Kind::Value, symbolRate, 2e-4 * symbolRate});
+    searched.truths.push_back(
+        {"symbol_rate.deviation", Kind::Scatter, 0.0, 0.0, 0.0, "symbol_rate.value"});
     cases.push_back(searched);
 
     const LinearSignal plain = {Modulation::Qpsk, 0.35, 4.37, 50.0, 0.01, 20.0, 2000};

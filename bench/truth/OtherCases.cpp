@@ -33,12 +33,21 @@ Case shiftKeying(const char* name, const FrequencySignal& signal)
     // In the middle of the symbols, where Gaussian pulses do not reach their full height.
     const double deviation = symbolRate * signal.deviation * signal.share();
     const double index = 2.0 * signal.deviation * signal.share() / (signal.levelCount - 1.0);
-    result.truths = {{"frequency_modulation.deviation", Kind::Value, deviation, 0.01 * deviation},
-                     {"frequency_modulation.index", Kind::Value, index, 0.01 * index},
-                     {"frequency_modulation.frequency_error", Kind::Value,
-                      symbolRate * signal.offset, 0.01 * deviation},
-                     {"eye.levels.#", Kind::Value, static_cast<double>(signal.levelCount)},
-                     {"clock.offset_ppm", Kind::Value, signal.clockPpm, 10.0}};
+    // Spread of single symbols: by the two beside them, and by noise, which moves the phase from
+    // one sample to the next. What is half of a sum or difference of two levels' means has half of
+    // it.
+    const double beside = symbolRate * signal.deviation * (1.0 - signal.share()) * std::sqrt(0.5);
+    const double snr = std::pow(10.0, signal.snr / 10.0) / signal.samplesPerSymbol;
+    const double noise = symbolRate * signal.samplesPerSymbol / (2.0 * pi * std::sqrt(snr));
+    const double trial =
+        std::hypot(beside, noise) / std::sqrt(2.0 * signal.symbolCount / signal.levelCount);
+    result.truths = {
+        {"frequency_modulation.deviation", Kind::Value, deviation, 0.01 * deviation, trial},
+        {"frequency_modulation.index", Kind::Value, index, 0.01 * index, index * trial / deviation},
+        {"frequency_modulation.frequency_error", Kind::Value, symbolRate * signal.offset,
+         0.01 * deviation, trial},
+        {"eye.levels.#", Kind::Value, static_cast<double>(signal.levelCount)},
+        {"clock.offset_ppm", Kind::Value, signal.clockPpm, 10.0}};
     return result;
 }
 
@@ -96,8 +105,8 @@ std::vector<Case> otherCases()
                  {{"time.mean", Kind::Value, 0.02, 0.001},
                   {"time.frequency", Kind::Value, 50.3, 50.3 * 2.0 / second}}),
         overTime("noise", [](double, Random& random) { return 0.3 + 0.2 * random.gauss(); },
-                 {{"time.mean", Kind::Value, 0.3, 0.0, 0.2 / std::sqrt(second)},
-                  {"time.rms_ac", Kind::Value, 0.2, 0.0, 0.2 / std::sqrt(2.0 * second)},
+                 {{"time.mean", Kind::Value, 0.3, 2e-4, 0.2 / std::sqrt(second)},
+                  {"time.rms_ac", Kind::Value, 0.2, 2e-4, 0.2 / std::sqrt(2.0 * second)},
                   {"time.frequency", Kind::Nothing}}),
         overTime("constant", [](double, Random&) { return 0.25; },
                  {{"time.mean", Kind::Value, 0.25, 1e-7},
