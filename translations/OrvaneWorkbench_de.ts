@@ -23,6 +23,18 @@
         <source>it was cut off or is damaged: its end cannot be read</source>
         <translation>sie ist abgeschnitten oder beschädigt: ihr Ende ist nicht lesbar</translation>
     </message>
+    <message>
+        <source>damaged, or of an unknown format</source>
+        <translation>beschädigt oder von unbekanntem Format</translation>
+    </message>
+    <message>
+        <source>the file was replaced or removed while it played; open it again</source>
+        <translation>die Datei wurde während der Wiedergabe ersetzt oder entfernt; sie neu öffnen</translation>
+    </message>
+    <message>
+        <source>nothing can be read after sample %1 of %2: the file was changed while it played or is damaged; open it again</source>
+        <translation>nach Abtastwert %1 von %2 ist nichts zu lesen: die Datei wurde während der Wiedergabe geändert oder ist beschädigt; sie neu öffnen</translation>
+    </message>
 </context>
 <context>
     <name>CsvLayout</name>
@@ -39,10 +51,6 @@
         <translation>die Zeiten in Spalte %1 haben keine gleichen Abstände, die Abtastwerte werden gezeigt, als hätten sie welche</translation>
     </message>
     <message>
-        <source>it says that the sample rate is %1 Hz, not above 0 and up to %2; give the right one by --sample-rate</source>
-        <translation>die Abtastrate ist nach ihren Angaben %1 Hz, nicht über 0 und bis %2; die richtige mit --sample-rate angeben</translation>
-    </message>
-    <message>
         <source>there is no column &quot;%1&quot;; give a number from 1 to %2 or a name</source>
         <translation>es gibt keine Spalte „%1“; eine Nummer von 1 bis %2 oder einen Namen angeben</translation>
     </message>
@@ -53,6 +61,10 @@
     <message>
         <source>its first %1 columns are read</source>
         <translation>ihre ersten %1 Spalten werden gelesen</translation>
+    </message>
+    <message>
+        <source>it says that the sample rate is %1 Hz, not from %2 to %3; give the right one by --sample-rate</source>
+        <translation>nach ihr ist die Abtastrate %1 Hz, nicht %2 bis %3; die richtige mit --sample-rate angeben</translation>
     </message>
 </context>
 <context>
@@ -68,6 +80,10 @@
     <message>
         <source>opening was given up</source>
         <translation>das Öffnen wurde abgebrochen</translation>
+    </message>
+    <message>
+        <source>the file was cut while it played: its samples end after %1 of %2; open it again</source>
+        <translation>die Datei wurde während der Wiedergabe gekürzt: ihre Abtastwerte enden nach %1 von %2; sie neu öffnen</translation>
     </message>
 </context>
 <context>
@@ -456,10 +472,6 @@
         <translation>geben Sie fm oder am an</translation>
     </message>
     <message>
-        <source>give its --symbol-rate, too</source>
-        <translation>geben Sie auch --symbol-rate an</translation>
-    </message>
-    <message>
         <source>leave it or --demod out</source>
         <translation>lassen Sie dies oder --demod weg</translation>
     </message>
@@ -526,6 +538,10 @@
     <message>
         <source>Receiver: shows nothing while the channel is below &lt;DB&gt; dB of full scale.</source>
         <translation>Empfänger: zeigt nichts, solange der Kanal unter &lt;DB&gt; dB der Vollaussteuerung liegt.</translation>
+    </message>
+    <message>
+        <source>--modulation needs the symbol rate; give --symbol-rate, too</source>
+        <translation>--modulation braucht die Symbolrate; auch --symbol-rate angeben</translation>
     </message>
 </context>
 <context>
@@ -947,6 +963,10 @@
     <message>
         <source>it ends within a sample (bytes left out: %1): it was cut off, or it is not %2</source>
         <translation>sie endet mitten in einem Abtastwert (entfallende Bytes: %1): sie ist abgeschnitten oder nicht von der Art %2</translation>
+    </message>
+    <message>
+        <source>the file was cut while it played: its samples end after %1 of %2; open it again</source>
+        <translation>die Datei wurde während der Wiedergabe gekürzt: ihre Abtastwerte enden nach %1 von %2; sie neu öffnen</translation>
     </message>
 </context>
 <context>
@@ -1419,10 +1439,6 @@
         <translation>core:dataset ist „%1“, nicht der Name einer Datei neben den Metadaten; diese berichtigen</translation>
     </message>
     <message>
-        <source>core:sample_rate is %1, not a number above 0 and up to %2; give the right one by --sample-rate</source>
-        <translation>core:sample_rate ist %1, keine Zahl über 0 und bis %2; die richtige mit --sample-rate angeben</translation>
-    </message>
-    <message>
         <source>the metadata lack core:version</source>
         <translation>den Metadaten fehlt core:version</translation>
     </message>
@@ -1437,6 +1453,10 @@
     <message>
         <source>Annotation: %1</source>
         <translation>Anmerkung: %1</translation>
+    </message>
+    <message>
+        <source>core:sample_rate is %1, not a number from %2 to %3; give the right one by --sample-rate</source>
+        <translation>core:sample_rate ist %1, keine Zahl von %2 bis %3; die richtige mit --sample-rate angeben</translation>
     </message>
 </context>
 <context>

@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/sources/CsvLayout.h"
 
+#include "workbench/sources/PlainText.h"
+
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -25,7 +27,7 @@ QStringList textsOf(const CsvRows::Row& row)
 {
     QStringList texts;
     for (std::size_t i = 0; i < row.size(); ++i)
-        texts += textOf(row.cell(i)).simplified();
+        texts += plainText(textOf(row.cell(i))).simplified();
     return texts;
 }
 
@@ -225,7 +227,8 @@ void CsvLayout::findNames()
         texts.removeAll(QString());
         if (texts.size() > 1)
             texts[0] += QStringLiteral(": ") + texts.mid(1).join(QStringLiteral(", "));
-        details += texts.mid(0, 1);
+        if (!texts.isEmpty())
+            details += plainText(texts[0], maxLineLength);
     }
 }
 
@@ -275,10 +278,11 @@ void CsvLayout::findTime(const Recording::Options& options)
     sampleRate = options.sampleRate ? options.sampleRate : statedRate();
     if (!options.sampleRate && seconds > 0.0)
         sampleRate = roundRate(1.0 / seconds);
-    if (sampleRate && !(*sampleRate > 0.0 && *sampleRate <= Recording::maxSampleRate))
-        why = tr("it says that the sample rate is %1 Hz, not above 0 and up to %2; give the right "
-                 "one by --sample-rate")
+    if (sampleRate && !Recording::isSampleRate(*sampleRate))
+        why = tr("it says that the sample rate is %1 Hz, not from %2 to %3; give the right one by "
+                 "--sample-rate")
                   .arg(*sampleRate)
+                  .arg(Recording::minSampleRate)
                   .arg(Recording::maxSampleRate);
 }
 
@@ -338,7 +342,7 @@ void CsvLayout::chooseColumns(const QStringList& wanted)
             column = m_names.indexOf(name);
         if (column < 0 || column >= static_cast<int>(m_width)) {
             why = tr("there is no column \"%1\"; give a number from 1 to %2 or a name")
-                      .arg(name)
+                      .arg(plainText(name))
                       .arg(m_width);
             return;
         }
@@ -354,5 +358,5 @@ void CsvLayout::chooseColumns(const QStringList& wanted)
     QStringList titles;
     for (const std::size_t column : columns)
         titles += title(column);
-    details += tr("Columns: %1").arg(titles.join(QStringLiteral(", ")));
+    details += tr("Columns: %1").arg(plainText(titles.join(QStringLiteral(", ")), maxLineLength));
 }

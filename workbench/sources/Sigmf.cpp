@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/sources/Sigmf.h"
 
+#include "workbench/sources/PlainText.h"
 #include "workbench/sources/SigmfArchive.h"
 #include "workbench/sources/SigmfMetadata.h"
 
@@ -47,7 +48,8 @@ Recording Sigmf::openFiles(const QString& fileName, const Recording::Options& op
         metaName = withEnding(fileName, dataEnding, metaEnding);
     const QFileInfo metaFile(metaName);
     if (const QString obstacle = Recording::obstacle(metaName); !obstacle.isEmpty())
-        return Recording::failure(tr("its metadata %1: %2").arg(metaFile.fileName(), obstacle));
+        return Recording::failure(
+            tr("its metadata %1: %2").arg(plainText(metaFile.fileName()), obstacle));
     QFile file(metaName);
     if (!file.open(QIODevice::ReadOnly))
         return Recording::failure(tr("cannot be read (%1)").arg(file.errorString()));
@@ -62,7 +64,7 @@ Recording Sigmf::openFiles(const QString& fileName, const Recording::Options& op
         return Recording::failure(tr("these are metadata only, meant to be without samples"));
     if (!obstacle.isEmpty())
         return Recording::failure(
-            tr("its samples %1: %2").arg(QFileInfo(dataName).fileName(), obstacle));
+            tr("its samples %1: %2").arg(plainText(QFileInfo(dataName).fileName()), obstacle));
     return openSamples(metadata, metaFile.fileName(), dataName, 0, QFileInfo(dataName).size());
 }
 
@@ -78,7 +80,7 @@ Recording Sigmf::openArchive(const QString& fileName, const Recording::Options& 
     const auto data = archive.files.find(dataName);
     if (metadata.why.isEmpty() && data == archive.files.end())
         return Recording::failure(
-            tr("the archive holds no samples %1 beside the metadata").arg(dataName));
+            tr("the archive holds no samples %1 beside the metadata").arg(plainText(dataName)));
     const SigmfArchive::Span span =
         data == archive.files.end() ? SigmfArchive::Span{0, 0} : data->second;
     Recording recording = openSamples(metadata, QFileInfo(fileName).fileName(), fileName,
@@ -89,7 +91,7 @@ Recording Sigmf::openArchive(const QString& fileName, const Recording::Options& 
         recording.notices += tr("the archive holds %1 recordings, %2 is shown; unpack it to open "
                                 "the others")
                                  .arg(archive.recordingCount)
-                                 .arg(archive.metaName);
+                                 .arg(plainText(archive.metaName));
     return recording;
 }
 

@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/sources/SigmfArchive.h"
 
+#include "workbench/sources/PlainText.h"
 #include "workbench/sources/SigmfMetadata.h"
 
 #include <QFile>
@@ -62,9 +63,10 @@ SigmfArchive SigmfArchive::read(const QString& fileName)
         }
     }
     if (status != ARCHIVE_OK && status != ARCHIVE_EOF && result.files.empty())
-        result.why = tr("not an archive that can be read (%1); a SigMF archive is a tar archive "
-                        "without compression")
-                         .arg(QString::fromLocal8Bit(archive_error_string(reader.get())));
+        result.why =
+            tr("not an archive that can be read (%1); a SigMF archive is a tar archive "
+               "without compression")
+                .arg(plainText(QString::fromLocal8Bit(archive_error_string(reader.get()))));
     else if (result.recordingCount == 0)
         result.why = tr("the archive holds no SigMF recording; choose another one");
     return result;

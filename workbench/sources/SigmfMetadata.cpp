@@ -2,6 +2,8 @@
 // The standard: Signal Metadata Format Specification 1.2, https://sigmf.org.
 #include "workbench/sources/SigmfMetadata.h"
 
+#include "workbench/sources/PlainText.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -31,9 +33,7 @@ QString text(const QJsonValue& value)
     QString result = value.toVariant().toString();
     if (value.isDouble())
         result = QString::number(value.toDouble(), 'g', 15);
-    for (QChar& character : result)
-        character = character.isPrint() ? character : QLatin1Char(' ');
-    return result.simplified();
+    return plainText(result).simplified();
 }
 
 QString line(const QJsonObject& object)
@@ -41,9 +41,9 @@ QString line(const QJsonObject& object)
     QStringList parts;
     for (auto i = object.begin(); i != object.end(); ++i) {
         if (const QString value = text(i.value()); !value.isEmpty())
-            parts += i.key() + QLatin1Char(' ') + value;
+            parts += plainText(i.key()) + QLatin1Char(' ') + value;
     }
-    return parts.join(QStringLiteral(", "));
+    return plainText(parts.join(QStringLiteral(", ")), maxLineLength);
 }
 
 } // namespace
@@ -84,9 +84,10 @@ void SigmfMetadata::readGlobal(const QJsonObject& global)
 {
     for (auto i = global.begin(); i != global.end(); ++i) {
         if (const QString value = text(i.value()); !value.isEmpty())
-            details += i.key() + QStringLiteral(": ") + value;
+            details += plainText(i.key()) + QStringLiteral(": ") + value;
         // The standard has no key for it; those who add one call it so, after their own name.
-        if (i.key().endsWith(QLatin1String(":symbol_rate")) && i.value().toDouble() > 0.0)
+        if (i.key().endsWith(QLatin1String(":symbol_rate")) &&
+            Recording::isSampleRate(i.value().toDouble()))
             layout.symbolRate = i.value().toDouble();
     }
     const QString datatype = global.value(QLatin1String("core:datatype")).toString();
@@ -111,10 +112,11 @@ void SigmfMetadata::readGlobal(const QJsonObject& global)
         why = tr("core:dataset is \"%1\", not the name of a file beside the metadata; mend them")
                   .arg(text(dataset));
     else if (!sampleRate && global.contains(QLatin1String("core:sample_rate")) &&
-             !(rate > 0.0 && rate <= Recording::maxSampleRate))
-        why = tr("core:sample_rate is %1, not a number above 0 and up to %2; give the right one by "
+             !Recording::isSampleRate(rate))
+        why = tr("core:sample_rate is %1, not a number from %2 to %3; give the right one by "
                  "--sample-rate")
                   .arg(text(global.value(QLatin1String("core:sample_rate"))))
+                  .arg(Recording::minSampleRate)
                   .arg(Recording::maxSampleRate);
     if (!global.contains(QLatin1String("core:version")))
         notices += tr("the metadata lack core:version");

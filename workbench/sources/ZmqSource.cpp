@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/sources/ZmqSource.h"
 
+#include "workbench/sources/PlainText.h"
+
 #include <QUrl>
 
 #include <netdb.h>
@@ -131,7 +133,7 @@ void ZmqSource::open(Recording& recording, const QString& address, const SampleF
     }
     const QString endpoint = endpointOf(url.host(), url.port());
     if (endpoint.isEmpty()) {
-        recording.why = tr("the host %1 is not known; check the name").arg(url.host());
+        recording.why = tr("the host %1 is not known; check the name").arg(plainText(url.host()));
         return;
     }
     try {
