@@ -47,10 +47,6 @@
         <translation>keine Zeile mit Zahlen gefunden; eine Textdatei wählen, die für jeden Abtastwert eine Zeile hat, deren Zellen durch Tabulator, Semikolon, Komma oder Leerzeichen getrennt sind</translation>
     </message>
     <message>
-        <source>the times in column %1 are not evenly spaced, the samples are shown as if they were</source>
-        <translation>die Zeiten in Spalte %1 haben keine gleichen Abstände, die Abtastwerte werden gezeigt, als hätten sie welche</translation>
-    </message>
-    <message>
         <source>there is no column &quot;%1&quot;; give a number from 1 to %2 or a name</source>
         <translation>es gibt keine Spalte „%1“; eine Nummer von 1 bis %2 oder einen Namen angeben</translation>
     </message>
@@ -84,6 +80,17 @@
     <message>
         <source>the file was cut while it played: its samples end after %1 of %2; open it again</source>
         <translation>die Datei wurde während der Wiedergabe gekürzt: ihre Abtastwerte enden nach %1 von %2; sie neu öffnen</translation>
+    </message>
+</context>
+<context>
+    <name>CsvTimes</name>
+    <message>
+        <source>the times in column %1 run backwards, first in row %2: the rows are out of order, or of several recordings; they are shown one after the other</source>
+        <translation>die Zeiten in Spalte %1 laufen rückwärts, zuerst in Zeile %2: die Zeilen sind nicht geordnet oder gehören zu mehreren Aufnahmen; sie folgen aufeinander wie in der Datei</translation>
+    </message>
+    <message>
+        <source>the times in column %1 are not evenly spaced, first in row %2: rows are missing, or the sample rate varies; they are shown as if it did not</source>
+        <translation>die Zeiten in Spalte %1 haben ungleiche Abstände, zuerst in Zeile %2: Zeilen fehlen, oder die Abtastrate schwankt; gezeigt wird, als wäre sie gleich</translation>
     </message>
 </context>
 <context>
@@ -1334,6 +1341,10 @@
         <source>this kind of address is not known; give zmq://HOST:PORT, soapy://driver=NAME,freq=HZ,rate=HZ, or the name of a recording</source>
         <translation>diese Art von Adresse ist nicht bekannt; zmq://HOST:PORT, soapy://driver=NAME,freq=HZ,rate=HZ oder den Namen einer Aufnahme angeben</translation>
     </message>
+    <message>
+        <source>this is a pointer of a large-file store, not the samples; fetch the samples first</source>
+        <translation>das ist ein Verweis in einen Speicher für große Dateien, nicht die Abtastwerte; sie zuerst holen</translation>
+    </message>
 </context>
 <context>
     <name>SeekBar</name>
@@ -1388,6 +1399,26 @@
         <source>it was cut off: the metadata speak of %1 samples, %2 are there</source>
         <translation>sie ist abgeschnitten: die Metadaten sprechen von %1 Abtastwerten, %2 sind da</translation>
     </message>
+    <message>
+        <source>Checksum: not compared, which takes too long above %1 bytes</source>
+        <translation>Prüfsumme: nicht verglichen, was über %1 Bytes zu lange dauert</translation>
+    </message>
+    <message>
+        <source>opening was given up</source>
+        <translation>das Öffnen wurde abgebrochen</translation>
+    </message>
+    <message>
+        <source>its samples are not those that its metadata were written for (core:sha512 differs): they were changed or damaged</source>
+        <translation>ihre Abtastwerte sind nicht die, zu denen ihre Metadaten gehören (core:sha512 weicht ab): sie wurden geändert oder beschädigt</translation>
+    </message>
+    <message>
+        <source>Checksum: right</source>
+        <translation>Prüfsumme: richtig</translation>
+    </message>
+    <message>
+        <source>Checksum: wrong</source>
+        <translation>Prüfsumme: falsch</translation>
+    </message>
 </context>
 <context>
     <name>SigmfArchive</name>
@@ -1402,6 +1433,17 @@
     <message>
         <source>the archive holds no SigMF recording; choose another one</source>
         <translation>das Archiv enthält keine SigMF-Aufnahme; ein anderes wählen</translation>
+    </message>
+</context>
+<context>
+    <name>SigmfGaps</name>
+    <message>
+        <source>samples are missing between its captures (%1, the first before sample %2; places: %3), what is on either side is shown joined</source>
+        <translation>zwischen ihren Aufzeichnungen fehlen Abtastwerte (%1, die ersten vor Abtastwert %2; Stellen: %3), was davor und danach liegt, schließt aneinander an</translation>
+    </message>
+    <message>
+        <source>about %1</source>
+        <translation>etwa %1</translation>
     </message>
 </context>
 <context>

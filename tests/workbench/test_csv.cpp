@@ -81,6 +81,46 @@ TEST_F(Recordings, OfSeparatedValuesThatCannotBeReadSayWhy)
     }
 }
 
+TEST_F(Recordings, OfSeparatedValuesTellTimesThatAreOff)
+{
+    // A row each 12.5 ms; how its time is written, and what it is.
+    const auto text = [](const char* names, char format, int digits,
+                         const std::function<double(int)>& time) {
+        QByteArray result(names);
+        for (int i = 0; i < 200; ++i)
+            result += QByteArray::number(time(i), format, digits) + "," +
+                      QByteArray::number(i % 7) + "\n";
+        return result;
+    };
+    const auto even = [](int i) { return 0.0125 * i; };
+    const auto gap = [](int i) { return 0.0125 * (i < 100 ? i : i + 1); };
+    const auto again = [](int i) { return 0.0125 * (i < 100 ? i : i - 100); };
+    const auto shaky = [](int i) { return 0.0125 * i + (i % 2 ? 0.002 : 0.0); };
+    const std::pair<QByteArray, const char*> rows[] = {
+        {text("Time,V\n", 'f', 4, even), ""},
+        {text("Time,V\n", 'f', 2, even), ""}, // rounded by up to half a step
+        {text("Time,V\n", 'g', 3, even), ""},
+        {text("Time,V\n", 'e', 17, even), ""},
+        {text("", 'f', 4, even), ""},
+        {text("Time,V\n", 'f', 4, gap), "not evenly spaced, first in row 102"},
+        {text("Time,V\n", 'f', 3, gap), "not evenly spaced, first in row 102"},
+        {text("", 'f', 4, gap), "not evenly spaced, first in row 101"},
+        {text("t,V\n", 'g', 6, again), "run backwards, first in row 102"},
+        {text("Time,V\n", 'f', 4, [](int i) { return -0.0125 * i; }), "run backwards"},
+        {text("Time,V\n", 'f', 4, shaky), "not evenly spaced, first in row 3"}};
+    for (const auto& [content, says] : rows) {
+        SCOPED_TRACE(content.left(60).constData());
+        writeFile(path("a.csv"), content);
+        const auto source = open(path("a.csv"));
+        ASSERT_TRUE(source) << qPrintable(why);
+        EXPECT_EQ(source->valueCount(), 1);
+        // The first and the last time are rounded, by a hundredth together at most, of 2.5 s.
+        EXPECT_NEAR(source->sampleRate(), 80.0, 0.004 * 80.0);
+        EXPECT_EQ(notices.size(), *says ? 1 : 0);
+        EXPECT_THAT(notices.join(' ').toStdString(), testing::HasSubstr(says));
+    }
+}
+
 TEST_F(Recordings, OfSeparatedValuesMayBeLong)
 {
     constexpr int count = 300000;

@@ -3,6 +3,8 @@
 #include "Recordings.h"
 #include "workbench/sources/PlainText.h"
 
+#include <QtEndian>
+
 #include <gmock/gmock.h>
 
 namespace {
@@ -19,6 +21,38 @@ TEST(PlainText, HoldsNothingThatControlsWhatShowsIt)
         {QString(600, 'x'), QString(499, 'x') + "\u2026"}};
     for (const auto& [text, shown] : rows)
         EXPECT_EQ(plainText(text), shown);
+}
+
+TEST_F(Recordings, WhoseSizesWereLeftOpenPlayToTheirEnd)
+{
+    const auto number = [](quint32 size) { // as it stands in the file
+        size = qToLittleEndian(size);
+        return QByteArray(reinterpret_cast<const char*>(&size), sizeof size);
+    };
+    const QByteArray format =
+        "fmt " + number(16) + QByteArray::fromHex("01000100 401f0000 803e0000 02001000");
+    const QByteArray info = "LIST" + number(4) + "INFO";
+    constexpr quint32 open = 0xffffffff;
+    // Sizes of the whole and of the samples, chunks before and after them, samples that play.
+    const std::tuple<quint32, quint32, QByteArray, QByteArray, int> rows[] = {
+        {0, 0, "", "", 500},       {open, open, "", "", 500},   {open, 0, info, "", 500},
+        {36, 0, "", "", 500},      {0, open, info, "", 500},    {8, 0, info, "", 500},
+        {1036, 0, "", "", 500}, // a program that was ended
+        {1036, 1000, "", "", 500}, {1048, 1000, "", info, 500}, {48, 0, "", info, 0}};
+    for (const auto& [whole, size, before, after, count] : rows) {
+        SCOPED_TRACE(testing::Message() << whole << ", " << size);
+        writeFile(path("a.wav"), "RIFF" + number(whole) + "WAVE" + format + before + "data" +
+                                     number(size) + QByteArray(2 * count, '\x40') + after);
+        const auto source = this->open(path("a.wav"));
+        ASSERT_EQ(source != nullptr, count > 0);
+        EXPECT_EQ(notices, QStringList());
+        for (int run = 0; run < 2 && source; ++run) {
+            EXPECT_EQ(source->sampleCount(), count);
+            EXPECT_THAT(readAll(*source, 77),
+                        testing::AllOf(testing::SizeIs(count), testing::Each(16448.0 / 32768.0)));
+            EXPECT_TRUE(source->seek(0));
+        }
+    }
 }
 
 TEST_F(Recordings, ThatChangeWhileTheyAreReadEndThereAndSaySo)

@@ -117,13 +117,20 @@ double roundRate(double rate)
 struct CsvLayout::Ramp
 {
     /// As only a count or a clock is; fewer numbers may be so by chance.
-    bool isSteady() const { return isRising && deviation < 0.1 && count >= 4; }
+    bool isSteady() const { return isRising && deviation < evenness && count >= 4; }
+    /// Like that but for a few places.
+    bool isMostlySteady() const { return usualStep > 0.0 && evenPart >= 0.9 && count >= 10; }
     bool countsRows() const { return isSteady() && step == 1.0; }
 
+    static constexpr double evenness = 0.1; // of a step
+
     std::size_t count = 0;
-    bool isRising = false; // never falls, and ends higher than it starts
-    double step = 0.0;
-    double deviation = 0.0; // most from even steps, steps
+    bool isRising = false;   // never falls, and ends higher than it starts
+    double step = 0.0;       // mean
+    double usualStep = 0.0;  // median
+    double deviation = 0.0;  // most from even steps, steps
+    double risingPart = 0.0; // of the steps
+    double evenPart = 0.0;   // of the steps, about the usual one
 };
 
 CsvLayout CsvLayout::of(const QByteArray& text, bool isWhole, const Recording::Options& options)
@@ -144,6 +151,7 @@ CsvLayout CsvLayout::of(const QByteArray& text, bool isWhole, const Recording::O
     layout.findNames();
     layout.findTime(options);
     layout.chooseColumns(options.columns);
+    layout.rowCount = static_cast<std::int64_t>(layout.m_rows.size());
     layout.m_rows.clear();
     return layout;
 }
@@ -244,12 +252,43 @@ CsvLayout::Ramp CsvLayout::ramp(std::size_t column) const
     const double distance = values.back() - values.front();
     ramp.step = distance / static_cast<double>(values.size() - 1);
     ramp.isRising = distance > 0.0 && std::isfinite(ramp.step);
-    for (std::size_t i = 1; i < values.size() && ramp.isRising; ++i) {
+    std::vector<double> steps;
+    for (std::size_t i = 1; i < values.size(); ++i) {
         const double even = values.front() + static_cast<double>(i) * ramp.step;
-        ramp.isRising = values[i] >= values[i - 1]; // NaN is not
+        ramp.isRising = ramp.isRising && values[i] >= values[i - 1]; // NaN is not
         ramp.deviation = std::max(ramp.deviation, std::abs(values[i] - even) / ramp.step);
+        if (const double step = values[i] - values[i - 1]; std::isfinite(step))
+            steps.push_back(step);
     }
+    if (steps.empty())
+        return ramp;
+    const auto middle = steps.begin() + static_cast<std::ptrdiff_t>(steps.size() / 2);
+    std::nth_element(steps.begin(), middle, steps.end());
+    ramp.usualStep = *middle;
+    const auto part = [&steps](const auto& holds) {
+        return static_cast<double>(std::count_if(steps.begin(), steps.end(), holds)) /
+               static_cast<double>(steps.size());
+    };
+    ramp.risingPart = part([](double step) { return step > 0.0; });
+    ramp.evenPart = part([&ramp](double step) {
+        return std::abs(step - ramp.usualStep) < Ramp::evenness * ramp.usualStep;
+    });
     return ramp;
+}
+
+/// Whether a column is one of times or counts row by row.
+bool CsvLayout::isClock(std::size_t column, const Ramp& ramp) const
+{
+    constexpr double mostly = 2.0 / 3.0;
+    const QStringList texts = words(column);
+    if (isCounter(texts))
+        return ramp.isRising && ramp.countsRows();
+    if (texts.isEmpty())
+        return column == m_numeric.front() && (ramp.isSteady() || ramp.isMostlySteady());
+    // A name that says so, with a unit at most; others may be those of a signal.
+    if (texts.size() <= 2 && isAmong(texts[0], {"time", "timestamp", "zeit"}))
+        return ramp.usualStep != 0.0 || ramp.isRising;
+    return isTime(texts) && (ramp.isRising || ramp.risingPart > mostly);
 }
 
 void CsvLayout::findTime(const Recording::Options& options)
@@ -259,21 +298,14 @@ void CsvLayout::findTime(const Recording::Options& options)
         if (m_time || m_numeric.size() == 1)
             break;
         const QStringList texts = words(column);
-        const bool isNamed = isTime(texts) || isCounter(texts);
         const Ramp steps = ramp(column);
-        const bool hasTime =
-            isNamed ? steps.isRising
-                    : texts.isEmpty() && column == m_numeric.front() && steps.isSteady();
-        if (!hasTime || (isCounter(texts) && !steps.countsRows()))
+        if (!isClock(column, steps))
             continue;
         m_time = column;
-        if (isCounter(texts) || (texts.isEmpty() && steps.countsRows()))
-            continue;
-        seconds = steps.step * secondsOf(texts.isEmpty() ? QString() : texts.last());
-        if (steps.deviation > 1.0)
-            notices += tr("the times in column %1 are not evenly spaced, the samples are shown as "
-                          "if they were")
-                           .arg(title(column));
+        times = CsvTimes(column, title(column), steps.usualStep,
+                         {m_rows.begin() + static_cast<std::ptrdiff_t>(firstRow), m_rows.end()});
+        if (!isCounter(texts) && !(texts.isEmpty() && steps.countsRows()))
+            seconds = times.step() * secondsOf(texts.isEmpty() ? QString() : texts.last());
     }
     sampleRate = options.sampleRate ? options.sampleRate : statedRate();
     if (!options.sampleRate && seconds > 0.0)

@@ -46,12 +46,18 @@ void CsvSource::open(Recording& recording, const QString& fileName,
     source->m_sampleRate = recording.orAssumed(layout.sampleRate);
     source->m_marks = {{-layout.firstRow, layout.begin}};
     source->start(source->m_marks.front());
-    if (source->m_file.size() <= countedSize && !source->countRows(options.goOn)) {
+    if (source->m_file.size() > countedSize) {
+        source->seek(layout.rowCount - layout.firstRow);
+        source->seek(0);
+    } else if (!source->countRows(options.goOn)) {
         recording.why = tr("opening was given up");
         return;
     }
-    if (const QString trouble = source->trouble(); !trouble.isEmpty())
-        recording.notices += trouble;
+    for (const QString& notice : {layout.times.notice(), source->trouble()}) {
+        if (!notice.isEmpty() && !recording.notices.contains(notice))
+            recording.notices += notice;
+    }
+    source->m_trouble.say(QString());
     recording.source = std::move(source);
 }
 
@@ -96,6 +102,11 @@ void CsvSource::start(const Mark& mark)
 
 void CsvSource::takeRow(const CsvRows::Row& row)
 {
+    if (m_next == m_timedCount) {
+        if (m_layout.times.take(m_next + m_layout.firstRow + 1, row))
+            m_trouble.say(m_layout.times.notice());
+        ++m_timedCount;
+    }
     if (m_next++ < m_position)
         return;
     for (const std::size_t column : m_layout.columns)
@@ -113,8 +124,10 @@ bool CsvSource::readOn()
             m_marks.push_back({m_next, offset});
         return true;
     }
-    if (size <= 0)
+    if (size <= 0) {
+        m_timedCount = std::numeric_limits<std::int64_t>::max(); // the last row may be cut off
         m_rows->finish();
+    }
     end(size > 0);
     return false;
 }

@@ -56,7 +56,8 @@ private:
     Trouble m_trouble;
     std::int64_t m_position = 0;
     std::unique_ptr<CsvRows> m_rows;
-    std::int64_t m_next = 0; // sample of the next row that is split
+    std::int64_t m_next = 0;       // sample of the next row that is split
+    std::int64_t m_timedCount = 0; // samples whose times were looked at
     std::vector<Mark> m_marks;
     std::vector<double> m_ahead; // values from m_used on are those of the next samples
     std::size_t m_used = 0;

@@ -15,7 +15,8 @@ namespace {
 
 constexpr double maxChannelCount = 1000.0;
 // Of sample indices and byte counts: far more than any file has, and their products fit.
-constexpr double maxIndex = 281474976710656.0; // 2^48
+constexpr double maxIndex = 281474976710656.0;  // 2^48
+constexpr double maxExact = 9007199254740992.0; // 2^53, of whole numbers in JSON
 
 /// A whole number from lowest to highest; none when there is none.
 std::optional<std::int64_t> wholeNumber(const QJsonObject& object, const char* key,
@@ -71,6 +72,9 @@ SigmfMetadata SigmfMetadata::parse(const QByteArray& json, std::optional<double>
         metadata.readGlobal(root.value(QLatin1String("global")).toObject());
     for (const auto& capture : root.value(QLatin1String("captures")).toArray())
         metadata.readCapture(capture.toObject());
+    const auto rate = metadata.m_ownRate ? metadata.m_ownRate : sampleRate;
+    if (const QString notice = metadata.m_gaps.notice(rate); !notice.isEmpty())
+        metadata.notices += notice;
     for (const auto& annotation : root.value(QLatin1String("annotations")).toArray())
         metadata.readAnnotation(annotation.toObject());
     for (const char* key : {"captures", "annotations"}) {
@@ -96,6 +100,7 @@ void SigmfMetadata::readGlobal(const QJsonObject& global)
     const bool hasChannels = global.contains(QLatin1String("core:num_channels"));
     const auto channels = wholeNumber(global, "core:num_channels", 1.0, maxChannelCount);
     dataset = global.value(QLatin1String("core:dataset")).toString();
+    sha512 = global.value(QLatin1String("core:sha512")).toString().toLower();
 
     if (datatype.isEmpty())
         why = tr("the metadata lack core:datatype; mend them, or read the samples alone by "
@@ -108,7 +113,7 @@ void SigmfMetadata::readGlobal(const QJsonObject& global)
         why = tr("core:num_channels is %1, not a whole number from 1 to %2; mend the metadata")
                   .arg(text(global.value(QLatin1String("core:num_channels"))))
                   .arg(maxChannelCount);
-    else if (dataset.contains(QLatin1Char('/')))
+    else if (dataset.contains(QLatin1Char('/')) || dataset.contains(QChar(QChar::Null)))
         why = tr("core:dataset is \"%1\", not the name of a file beside the metadata; mend them")
                   .arg(text(dataset));
     else if (!sampleRate && global.contains(QLatin1String("core:sample_rate")) &&
@@ -126,8 +131,10 @@ void SigmfMetadata::readGlobal(const QJsonObject& global)
             notices += tr("the extension \"%1\" is not known, though the recording needs it")
                            .arg(text(extension.value(QLatin1String("name"))));
     }
-    if (!sampleRate && rate > 0.0)
-        sampleRate = rate;
+    if (Recording::isSampleRate(rate))
+        m_ownRate = rate;
+    if (!sampleRate)
+        sampleRate = m_ownRate;
     layout.format = format.value_or(SampleFormat());
     layout.channelCount = static_cast<int>(channels.value_or(1));
     isMetadataOnly = global.value(QLatin1String("core:metadata_only")).toBool();
@@ -143,6 +150,8 @@ void SigmfMetadata::readCapture(const QJsonObject& capture)
         return;
     const std::int64_t first = std::max<std::int64_t>(*start - m_offset, 0);
     mention(first);
+    m_gaps.add({first, wholeNumber(capture, "core:global_index", 0.0, maxExact),
+                SigmfGaps::time(capture.value(QLatin1String("core:datetime")).toString())});
     const std::int64_t header = wholeNumber(capture, "core:header_bytes").value_or(0);
     RawLayout::Chunk& last = layout.chunks.back();
     const std::int64_t offset =
