@@ -1742,5 +1742,9 @@
         <source>messages are not whole samples of %1 (%2 left out, the last of %3 bytes); check the format, and that no tags are sent</source>
         <translation>Nachrichten sind keine ganzen Abtastwerte von %1 (%2 ausgelassen, die letzte mit %3 Bytes); das Format prüfen, und dass keine Marken gesendet werden</translation>
     </message>
+    <message>
+        <source>the publisher sends a message of more than %1 bytes: connecting again</source>
+        <translation>der Sender schickt eine Nachricht von mehr als %1 Bytes: neue Verbindung</translation>
+    </message>
 </context>
 </TS>
