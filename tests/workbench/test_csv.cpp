@@ -69,6 +69,8 @@ TEST_F(Recordings, OfSeparatedValuesThatCannotBeReadSayWhy)
          "1\0\n\0",
          "", "UTF-16"},
         {"t,a\n0,1\n1e-15,2\n2e-15,3\n", "", "the sample rate is 1e+15 Hz"},
+        {"t,a\n0,1\n1e308,2\n1.5e308,3\n", "", "the sample rate is 1"},
+        {"a,b\n1,2\n", "\x1b[1m", "no column \"\ufffd[1m\""},
         {"a,b\n1,2\n", "c", "no column \"c\""},
         {"a,b\n1,2\n", "0", "no column \"0\""},
         {"a,b\n1,2\n", "3", "no column \"3\""}};

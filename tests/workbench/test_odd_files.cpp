@@ -2,7 +2,9 @@
 // Files that change while they are read, and texts that are no words.
 #include "Recordings.h"
 #include "workbench/sources/PlainText.h"
+#include "workbench/window/StatusFields.h"
 
+#include <QLabel>
 #include <QtEndian>
 
 #include <gmock/gmock.h>
@@ -21,6 +23,15 @@ TEST(PlainText, HoldsNothingThatControlsWhatShowsIt)
         {QString(600, 'x'), QString(499, 'x') + "\u2026"}};
     for (const auto& [text, shown] : rows)
         EXPECT_EQ(plainText(text), shown);
+}
+
+TEST(StatusFields, TakeNoNameForMarkup)
+{
+    StatusFields fields(nullptr);
+    fields.setSource("<h1>a</h1>.wav", 1e3);
+    const auto* label = fields.findChild<QLabel*>();
+    EXPECT_EQ(label->textFormat(), Qt::PlainText);
+    EXPECT_TRUE(label->toolTip().contains("&lt;h1&gt;a")) << qPrintable(label->toolTip());
 }
 
 TEST_F(Recordings, WhoseSizesWereLeftOpenPlayToTheirEnd)

@@ -66,7 +66,8 @@ void CsvTimes::learn(std::string_view cell)
         decimals += isFraction;
         digits += digits > 0 || letter != '0';
     }
-    m_decimals = std::max(m_decimals, decimals - exponent);
+    constexpr int most = 400; // any that a number can have
+    m_decimals = std::max(m_decimals, decimals - std::clamp(exponent, -most, most));
     m_digits = std::max(m_digits, digits);
 }
 
