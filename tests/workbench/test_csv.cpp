@@ -28,6 +28,7 @@ TEST_F(Recordings, OfSeparatedValuesAreAsTheirHeadsSay)
         {"0,5\n3,6\n7,7\n10,8\n", "", 48e3, -1, {0, 5, 3, 6, 7, 7, 10, 8}},
         {"0.1,5,1\n0.2,6,2\n0.3,7,4\n0.4,8,9\n", "", 10, 2, {5, 1, 6, 2, 7, 4, 8, 9}},
         {",a\n0,5\n1,6\n2,9\n3,9", "", 48e3, 1, {5, 6, 9, 9}},
+        {"index,time,a,time\n0,1,5,2\n1,2,6,3\n2,3,9,4\n3,4,9,5", "", 1, 1, {5, 6, 9, 9}},
         {"x,y\n3,5\n1,6\n2,7\n", "", 48e3, 2, {3, 5, 1, 6, 2, 7}}, // x is no time
         {"X,A,B,Increment\nSequence,V,-1,5e-10\n0,5,\n1,6,\n2,7,\n3,8", "", 2e9, 1, {5, 6, 7, 8}},
         // A preamble; cells that are missing or no numbers; text columns.
@@ -70,7 +71,7 @@ TEST_F(Recordings, OfSeparatedValuesThatCannotBeReadSayWhy)
          "", "UTF-16"},
         {"t,a\n0,1\n1e-15,2\n2e-15,3\n", "", "the sample rate is 1e+15 Hz"},
         {"t,a\n0,1\n1e308,2\n1.5e308,3\n", "", "the sample rate is 1"},
-        {"a,b\n1,2\n", "\x1b[1m", "no column \"\ufffd[1m\""},
+        {"a,b\n1,2\n", "%2\x1b[1m", "no column \"%2\ufffd[1m\""},
         {"a,b\n1,2\n", "c", "no column \"c\""},
         {"a,b\n1,2\n", "0", "no column \"0\""},
         {"a,b\n1,2\n", "3", "no column \"3\""}};

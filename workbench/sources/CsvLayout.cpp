@@ -1,12 +1,13 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/sources/CsvLayout.h"
 
+#include "workbench/sources/CsvWords.h"
 #include "workbench/sources/PlainText.h"
-
-#include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
+
+using namespace csvwords;
 
 namespace {
 
@@ -45,54 +46,6 @@ std::size_t numberCount(const std::vector<CsvRows::Row>& rows)
             count += rows[r].number(i).has_value();
     }
     return count;
-}
-
-bool isAmong(const QString& word, std::initializer_list<const char*> words)
-{
-    return std::any_of(words.begin(), words.end(),
-                       [&word](const char* other) { return word == QString::fromUtf8(other); });
-}
-
-/// Seconds of a unit of time; 1 for a word that is none.
-double secondsOf(const QString& unit)
-{
-    struct
-    {
-        std::initializer_list<const char*> names;
-        double seconds;
-    } const units[] = {{{"ms", "msec", "millisecond", "milliseconds"}, 1e-3},
-                       {{"us", "\u00b5s", "\u03bcs", "usec", "microsecond", "microseconds"}, 1e-6},
-                       {{"ns", "nsec", "nanosecond", "nanoseconds"}, 1e-9},
-                       {{"ps"}, 1e-12},
-                       {{"min", "minutes"}, 60.0},
-                       {{"h", "hours"}, 3600.0}};
-    for (const auto& candidate : units) {
-        if (isAmong(unit, candidate.names))
-            return candidate.seconds;
-    }
-    return 1.0;
-}
-
-bool isTime(const QStringList& words)
-{
-    return isAmong(words.value(0), {"t", "x", "s", "sec", "second", "seconds", "ms", "us"}) ||
-           std::any_of(words.begin(), words.end(), [](const QString& word) {
-               return isAmong(word, {"time", "timestamp", "zeit"});
-           });
-}
-
-bool isCounter(const QStringList& words)
-{
-    return std::any_of(words.begin(), words.end(), [](const QString& word) {
-        return isAmong(word, {"index", "sequence", "sample", "samples", "number", "nr", "no", "n",
-                              "point", "points"});
-    });
-}
-
-QStringList wordsOf(const QString& text)
-{
-    static const QRegularExpression gap(QStringLiteral("[^\\p{L}]+"));
-    return text.toLower().split(gap, Qt::SkipEmptyParts);
 }
 
 /// A rate without what rounded times add to it: itself or its inverse with fewest digits.
@@ -285,8 +238,7 @@ bool CsvLayout::isClock(std::size_t column, const Ramp& ramp) const
         return ramp.isRising && ramp.countsRows();
     if (texts.isEmpty())
         return column == m_numeric.front() && (ramp.isSteady() || ramp.isMostlySteady());
-    // A name that says so, with a unit at most; others may be those of a signal.
-    if (texts.size() <= 2 && isAmong(texts[0], {"time", "timestamp", "zeit"}))
+    if (isNamedTime(texts))
         return ramp.usualStep != 0.0 || ramp.isRising;
     return isTime(texts) && (ramp.isRising || ramp.risingPart > mostly);
 }
@@ -295,16 +247,18 @@ void CsvLayout::findTime(const Recording::Options& options)
 {
     double seconds = 0.0; // of a row
     for (const std::size_t column : m_numeric) {
-        if (m_time || m_numeric.size() == 1)
-            break;
         const QStringList texts = words(column);
         const Ramp steps = ramp(column);
-        if (!isClock(column, steps))
+        const bool isCount = isCounter(texts) || (texts.isEmpty() && steps.countsRows());
+        const bool isOther = isCount ? !m_clocks.empty() : seconds > 0.0 && !isNamedTime(texts);
+        if (m_clocks.size() + 1 == m_numeric.size() || isOther || !isClock(column, steps))
             continue;
-        m_time = column;
+        m_clocks.push_back(column);
+        if (seconds > 0.0)
+            continue;
         times = CsvTimes(column, title(column), steps.usualStep,
                          {m_rows.begin() + static_cast<std::ptrdiff_t>(firstRow), m_rows.end()});
-        if (!isCounter(texts) && !(texts.isEmpty() && steps.countsRows()))
+        if (!isCount)
             seconds = times.step() * secondsOf(texts.isEmpty() ? QString() : texts.last());
     }
     sampleRate = options.sampleRate ? options.sampleRate : statedRate();
@@ -364,7 +318,7 @@ void CsvLayout::chooseColumns(const QStringList& wanted)
     if (m_width == CsvRows::maxCellCount)
         notices += tr("its first %1 columns are read").arg(m_width);
     for (const std::size_t column : m_numeric) {
-        if (wanted.isEmpty() && column != m_time)
+        if (wanted.isEmpty() && std::count(m_clocks.begin(), m_clocks.end(), column) == 0)
             columns.push_back(column);
     }
     for (const QString& name : wanted) {
@@ -374,8 +328,7 @@ void CsvLayout::chooseColumns(const QStringList& wanted)
             column = m_names.indexOf(name);
         if (column < 0 || column >= static_cast<int>(m_width)) {
             why = tr("there is no column \"%1\"; give a number from 1 to %2 or a name")
-                      .arg(plainText(name))
-                      .arg(m_width);
+                      .arg(plainText(name), QString::number(m_width));
             return;
         }
         columns.push_back(static_cast<std::size_t>(column));
@@ -385,7 +338,7 @@ void CsvLayout::chooseColumns(const QStringList& wanted)
         const QString second = words(columns[1]).value(0);
         isComplex = (isAmong(first, {"i", "re", "real", "inphase"}) &&
                      isAmong(second, {"q", "im", "imag", "imaginary", "quadrature"})) ||
-                    (wanted.isEmpty() && m_names.isEmpty() && !m_time);
+                    (wanted.isEmpty() && m_names.isEmpty() && m_clocks.empty());
     }
     QStringList titles;
     for (const std::size_t column : columns)

@@ -47,5 +47,5 @@ private:
     std::size_t m_width = 0;            // columns altogether
     QStringList m_names;                // of the columns; empty where there are none
     QStringList m_units;
-    std::optional<std::size_t> m_time; // column that counts time or samples, no signal
+    std::vector<std::size_t> m_clocks; // columns that count time or samples, no signals
 };

@@ -108,12 +108,10 @@ QString CsvTimes::notice() const
     if (m_firstBack > 0)
         return tr("the times in column %1 run backwards, first in row %2: the rows are out of "
                   "order, or of several recordings; they are shown one after the other")
-            .arg(m_title)
-            .arg(m_firstBack);
+            .arg(m_title, QString::number(m_firstBack));
     if (m_firstUneven > 0)
         return tr("the times in column %1 are not evenly spaced, first in row %2: rows are "
                   "missing, or the sample rate varies; they are shown as if it did not")
-            .arg(m_title)
-            .arg(m_firstUneven);
+            .arg(m_title, QString::number(m_firstUneven));
     return QString();
 }

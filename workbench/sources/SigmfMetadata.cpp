@@ -111,8 +111,8 @@ void SigmfMetadata::readGlobal(const QJsonObject& global)
                   .arg(text(datatype));
     else if (hasChannels && !channels)
         why = tr("core:num_channels is %1, not a whole number from 1 to %2; mend the metadata")
-                  .arg(text(global.value(QLatin1String("core:num_channels"))))
-                  .arg(maxChannelCount);
+                  .arg(text(global.value(QLatin1String("core:num_channels"))),
+                       QString::number(maxChannelCount));
     else if (dataset.contains(QLatin1Char('/')) || dataset.contains(QChar(QChar::Null)))
         why = tr("core:dataset is \"%1\", not the name of a file beside the metadata; mend them")
                   .arg(text(dataset));
@@ -120,9 +120,9 @@ void SigmfMetadata::readGlobal(const QJsonObject& global)
              !Recording::isSampleRate(rate))
         why = tr("core:sample_rate is %1, not a number from %2 to %3; give the right one by "
                  "--sample-rate")
-                  .arg(text(global.value(QLatin1String("core:sample_rate"))))
-                  .arg(Recording::minSampleRate)
-                  .arg(Recording::maxSampleRate);
+                  .arg(text(global.value(QLatin1String("core:sample_rate"))),
+                       QString::number(Recording::minSampleRate),
+                       QString::number(Recording::maxSampleRate));
     if (!global.contains(QLatin1String("core:version")))
         notices += tr("the metadata lack core:version");
     for (const auto& entry : global.value(QLatin1String("core:extensions")).toArray()) {

@@ -51,9 +51,8 @@ std::optional<double> takeNumber(SoapySDR::Kwargs& entries, const char* key, dou
     const double number = text.toDouble(&isNumber);
     if (!isNumber || !(number >= lowest && number <= highest))
         throw BadAddress{Text::tr("%1=%2 cannot be used; give a number from %3 to %4")
-                             .arg(QString::fromLatin1(key), plainText(text))
-                             .arg(lowest)
-                             .arg(highest)};
+                             .arg(QString::fromLatin1(key), plainText(text),
+                                  QString::number(lowest), QString::number(highest))};
     return number;
 }
 
