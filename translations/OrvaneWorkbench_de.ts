@@ -1500,6 +1500,10 @@
         <source>core:sample_rate is %1, not a number from %2 to %3; give the right one by --sample-rate</source>
         <translation>core:sample_rate ist %1, keine Zahl von %2 bis %3; die richtige mit --sample-rate angeben</translation>
     </message>
+    <message>
+        <source>Further captures and annotations: %1</source>
+        <translation>Weitere Aufzeichnungen und Anmerkungen: %1</translation>
+    </message>
 </context>
 <context>
     <name>Snapshot</name>

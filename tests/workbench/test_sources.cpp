@@ -265,6 +265,10 @@ TEST_F(Recordings, OfSigmfAreAsTheirMetadataSay)
     options.sampleRate = 5.0;
     writeFile(path("a.sigmf-meta"), QByteArray(sigmfMetadata).replace("8000", "0"));
     EXPECT_EQ(open(path("a.sigmf-meta"), options)->sampleRate(), 5.0);
+    const QByteArray many = "captures\": [" + QByteArray("{},").repeated(150000);
+    writeFile(path("a.sigmf-meta"), QByteArray(sigmfMetadata).replace("captures\": [", many));
+    EXPECT_TRUE(open(path("a.sigmf-meta")));
+    EXPECT_EQ(details.filter("Further captures and annotations: 50").size(), 1);
     QFile::remove(path("a.sigmf-meta"));
     EXPECT_FALSE(open(path("a.sigmf-data")));
     EXPECT_TRUE(why.contains("a.sigmf-meta: there is no such file")) << qPrintable(why);

@@ -16,6 +16,7 @@
 namespace {
 
 constexpr int maxEntryCount = 10000;
+constexpr int maxNameLength = 4096; // as of a path
 
 QString nameOf(archive_entry* entry)
 {
@@ -67,6 +68,8 @@ SigmfArchive SigmfArchive::read(const QString& fileName)
 
 void SigmfArchive::add(const QString& name, const Span& span, QFile& archive)
 {
+    if (name.size() > maxNameLength)
+        return;
     files[name] = span;
     // Some systems put files "._*" with their own attributes beside each file.
     if (!name.endsWith(QLatin1String(".sigmf-meta")) ||

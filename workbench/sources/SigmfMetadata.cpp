@@ -14,6 +14,7 @@
 namespace {
 
 constexpr double maxChannelCount = 1000.0;
+constexpr int maxDetailCount = 100000; // lines; a hostile file has millions
 // Of sample indices and byte counts: far more than any file has, and their products fit.
 constexpr double maxIndex = 281474976710656.0;  // 2^48
 constexpr double maxExact = 9007199254740992.0; // 2^53, of whole numbers in JSON
@@ -77,6 +78,8 @@ SigmfMetadata SigmfMetadata::parse(const QByteArray& json, std::optional<double>
         metadata.notices += notice;
     for (const auto& annotation : root.value(QLatin1String("annotations")).toArray())
         metadata.readAnnotation(annotation.toObject());
+    if (metadata.m_leftOutCount > 0)
+        metadata.details += tr("Further captures and annotations: %1").arg(metadata.m_leftOutCount);
     for (const char* key : {"captures", "annotations"}) {
         if (!root.value(QLatin1String(key)).isArray())
             metadata.notices += tr("the metadata lack the list \"%1\"").arg(QLatin1String(key));
@@ -87,7 +90,8 @@ SigmfMetadata SigmfMetadata::parse(const QByteArray& json, std::optional<double>
 void SigmfMetadata::readGlobal(const QJsonObject& global)
 {
     for (auto i = global.begin(); i != global.end(); ++i) {
-        if (const QString value = text(i.value()); !value.isEmpty())
+        if (const QString value = text(i.value());
+            !value.isEmpty() && details.size() < maxDetailCount)
             details += plainText(i.key()) + QStringLiteral(": ") + value;
         // The standard has no key for it; those who add one call it so, after their own name.
         if (i.key().endsWith(QLatin1String(":symbol_rate")) &&
@@ -142,9 +146,17 @@ void SigmfMetadata::readGlobal(const QJsonObject& global)
     m_offset = wholeNumber(global, "core:offset").value_or(0);
 }
 
+void SigmfMetadata::addDetail(const QString& pattern, const QJsonObject& object)
+{
+    if (details.size() < maxDetailCount)
+        details += pattern.arg(line(object));
+    else
+        ++m_leftOutCount;
+}
+
 void SigmfMetadata::readCapture(const QJsonObject& capture)
 {
-    details += tr("Capture: %1").arg(line(capture));
+    addDetail(tr("Capture: %1"), capture);
     const auto start = wholeNumber(capture, "core:sample_start");
     if (!start)
         return;
@@ -166,7 +178,7 @@ void SigmfMetadata::readCapture(const QJsonObject& capture)
 
 void SigmfMetadata::readAnnotation(const QJsonObject& annotation)
 {
-    details += tr("Annotation: %1").arg(line(annotation));
+    addDetail(tr("Annotation: %1"), annotation);
     if (const auto start = wholeNumber(annotation, "core:sample_start"))
         mention(*start - m_offset + wholeNumber(annotation, "core:sample_count").value_or(0));
 }

@@ -29,9 +29,11 @@ public:
 
 private:
     void readGlobal(const class QJsonObject& global);
+    void addDetail(const QString& pattern, const QJsonObject& object);
     void readCapture(const QJsonObject& capture);
     void readAnnotation(const QJsonObject& annotation);
     void mention(std::int64_t sample);
+    int m_leftOutCount = 0; // of details
     SigmfGaps m_gaps;
     std::optional<double> m_ownRate; // Hz, whatever was given
     std::int64_t m_offset = 0;       // index of the first sample in captures and annotations
