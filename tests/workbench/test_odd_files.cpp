@@ -16,7 +16,8 @@ TEST(PlainText, HoldsNothingThatControlsWhatShowsIt)
     const std::pair<QString, QString> rows[] = {
         {"a <b>\u00e4\u4e2d\U0001f600", "a <b>\u00e4\u4e2d\U0001f600"},
         {"\x1b[2Jx\x07\t\r\n\u2028y", QString("\ufffd[2Jx\ufffd    y")},
-        {QString("\u009b31m\u202egpj.exe\u2066\u200f"), "\ufffd31m\ufffdgpj.exe\ufffd\ufffd"},
+        {QString(QChar(0x9b)) + "31m" + QChar(0x202e) + "gpj.exe" + QChar(0x2066) + QChar(0x200f),
+         "\ufffd31m\ufffdgpj.exe\ufffd\ufffd"},
         {QString::fromUtf8("a\0b", 3), "a\ufffdb"},
         {QString(QChar(0xd83d)) + "a", "\ufffda"}, // half a character
         {"\u0646\u200c\u0645", "\u0646\u200c\u0645"},

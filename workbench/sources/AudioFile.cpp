@@ -15,6 +15,7 @@
 namespace {
 
 constexpr qint64 chunkHeadSize = 8; // bytes: a name and a size
+constexpr qint64 sizeSize = 4;
 constexpr qint64 riffSizePosition = 4;
 constexpr int maxChunkCount = 64; // before the samples
 
@@ -56,16 +57,16 @@ qint64 openSizePosition(QFile& file)
             file.seek(begin + head.size + head.size % 2);
             continue;
         }
-        if (head.size > 0)
-            return AudioFile::isSizeOpen(static_cast<std::uint64_t>(head.size)) && head.size > rest
-                       ? begin - riffSizePosition
-                       : -1;
-        // There may also be no samples, and other chunks.
-        const bool isWholeKnown =
-            whole + chunkHeadSize > begin && !AudioFile::isSizeOpen(static_cast<quint64>(whole));
-        const bool isChunkNext =
-            head.read(file) && head.hasName() && head.size <= rest - chunkHeadSize;
-        return rest == 0 || (isWholeKnown && isChunkNext) ? -1 : begin - riffSizePosition;
+        bool isOpen = head.size > rest && AudioFile::isSizeOpen(head.size);
+        if (head.size == 0) {
+            // There may also be no samples, and other chunks.
+            const bool isWholeKnown =
+                whole + chunkHeadSize > begin && !AudioFile::isSizeOpen(whole);
+            const bool isChunkNext =
+                head.read(file) && head.hasName() && head.size <= rest - chunkHeadSize;
+            isOpen = rest > 0 && !(isWholeKnown && isChunkNext);
+        }
+        return isOpen ? begin - sizeSize : -1;
     }
     return -1;
 }
@@ -125,7 +126,7 @@ AudioFile::~AudioFile()
     m_opened.handle.reset();
 }
 
-bool AudioFile::isSizeOpen(std::uint64_t size)
+bool AudioFile::isSizeOpen(std::int64_t size)
 {
     // The largest size, or nearly so, of numbers with or without a sign.
     return (size >= 0xffff0000 && size <= 0xffffffff) || (size >= 0x7ffff000 && size <= 0x7fffffff);

@@ -29,7 +29,7 @@ public:
     /// Whether the file is another one now, which is not read.
     bool hasChanged() const { return m_hasChanged; }
     /// Whether a size in a header is one that programs write that do not know it.
-    static bool isSizeOpen(std::uint64_t size);
+    static bool isSizeOpen(std::int64_t size);
 
     std::int64_t position() const { return m_position; }
     /// @param values  room for all channels of so many samples.

@@ -61,8 +61,8 @@ QString AudioSource::loss(AudioFile& file)
     static const QRegularExpression sizes(QStringLiteral(
         "\\b(?:data|SSND|Data Size|riff|Riff size) *: *(\\d+) \\(should be (\\d+)\\)"));
     const QRegularExpressionMatch header = sizes.match(file.log());
-    const qulonglong stated = header.captured(1).toULongLong();
-    const qulonglong there = header.captured(2).toULongLong();
+    const qlonglong stated = header.captured(1).toLongLong();
+    const qlonglong there = header.captured(2).toLongLong();
     if (stated > there && !AudioFile::isSizeOpen(stated))
         return tr("it was cut off: its header speaks of %1 bytes, %2 are there")
             .arg(stated)

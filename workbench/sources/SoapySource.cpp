@@ -36,7 +36,7 @@ QString takeText(SoapySDR::Kwargs& entries, const char* key)
     const auto entry = entries.find(key);
     if (entry == entries.end())
         return QString();
-    const QString text = QString::fromStdString(entry->second);
+    QString text = QString::fromStdString(entry->second);
     entries.erase(entry);
     return text;
 }

@@ -31,7 +31,7 @@ QString endpointOf(const QString& host, int port)
     addrinfo hints{};
     hints.ai_socktype = SOCK_STREAM;
     addrinfo* found = nullptr;
-    if (getaddrinfo(host.toUtf8().constData(), nullptr, &hints, &found) != 0)
+    if (getaddrinfo(host.toUtf8().constData(), nullptr, &hints, &found) != 0 || !found)
         return QString();
     const addrinfo* best = found;
     for (const addrinfo* other = found; other; other = other->ai_next) {
