@@ -23,6 +23,18 @@
         <source>it was cut off or is damaged: its end cannot be read</source>
         <translation>sie ist abgeschnitten oder beschädigt: ihr Ende ist nicht lesbar</translation>
     </message>
+    <message>
+        <source>damaged, or of an unknown format</source>
+        <translation>beschädigt oder von unbekanntem Format</translation>
+    </message>
+    <message>
+        <source>the file was replaced or removed while it played; open it again</source>
+        <translation>die Datei wurde während der Wiedergabe ersetzt oder entfernt; sie neu öffnen</translation>
+    </message>
+    <message>
+        <source>nothing can be read after sample %1 of %2: the file was changed while it played or is damaged; open it again</source>
+        <translation>nach Abtastwert %1 von %2 ist nichts zu lesen: die Datei wurde während der Wiedergabe geändert oder ist beschädigt; sie neu öffnen</translation>
+    </message>
 </context>
 <context>
     <name>CsvLayout</name>
@@ -35,14 +47,6 @@
         <translation>keine Zeile mit Zahlen gefunden; eine Textdatei wählen, die für jeden Abtastwert eine Zeile hat, deren Zellen durch Tabulator, Semikolon, Komma oder Leerzeichen getrennt sind</translation>
     </message>
     <message>
-        <source>the times in column %1 are not evenly spaced, the samples are shown as if they were</source>
-        <translation>die Zeiten in Spalte %1 haben keine gleichen Abstände, die Abtastwerte werden gezeigt, als hätten sie welche</translation>
-    </message>
-    <message>
-        <source>it says that the sample rate is %1 Hz, not above 0 and up to %2; give the right one by --sample-rate</source>
-        <translation>die Abtastrate ist nach ihren Angaben %1 Hz, nicht über 0 und bis %2; die richtige mit --sample-rate angeben</translation>
-    </message>
-    <message>
         <source>there is no column &quot;%1&quot;; give a number from 1 to %2 or a name</source>
         <translation>es gibt keine Spalte „%1“; eine Nummer von 1 bis %2 oder einen Namen angeben</translation>
     </message>
@@ -53,6 +57,10 @@
     <message>
         <source>its first %1 columns are read</source>
         <translation>ihre ersten %1 Spalten werden gelesen</translation>
+    </message>
+    <message>
+        <source>it says that the sample rate is %1 Hz, not from %2 to %3; give the right one by --sample-rate</source>
+        <translation>nach ihr ist die Abtastrate %1 Hz, nicht %2 bis %3; die richtige mit --sample-rate angeben</translation>
     </message>
 </context>
 <context>
@@ -68,6 +76,21 @@
     <message>
         <source>opening was given up</source>
         <translation>das Öffnen wurde abgebrochen</translation>
+    </message>
+    <message>
+        <source>the file was cut while it played: its samples end after %1 of %2; open it again</source>
+        <translation>die Datei wurde während der Wiedergabe gekürzt: ihre Abtastwerte enden nach %1 von %2; sie neu öffnen</translation>
+    </message>
+</context>
+<context>
+    <name>CsvTimes</name>
+    <message>
+        <source>the times in column %1 run backwards, first in row %2: the rows are out of order, or of several recordings; they are shown one after the other</source>
+        <translation>die Zeiten in Spalte %1 laufen rückwärts, zuerst in Zeile %2: die Zeilen sind nicht geordnet oder gehören zu mehreren Aufnahmen; sie folgen aufeinander wie in der Datei</translation>
+    </message>
+    <message>
+        <source>the times in column %1 are not evenly spaced, first in row %2: rows are missing, or the sample rate varies; they are shown as if it did not</source>
+        <translation>die Zeiten in Spalte %1 haben ungleiche Abstände, zuerst in Zeile %2: Zeilen fehlen, oder die Abtastrate schwankt; gezeigt wird, als wäre sie gleich</translation>
     </message>
 </context>
 <context>
@@ -456,10 +479,6 @@
         <translation>geben Sie fm oder am an</translation>
     </message>
     <message>
-        <source>give its --symbol-rate, too</source>
-        <translation>geben Sie auch --symbol-rate an</translation>
-    </message>
-    <message>
         <source>leave it or --demod out</source>
         <translation>lassen Sie dies oder --demod weg</translation>
     </message>
@@ -526,6 +545,10 @@
     <message>
         <source>Receiver: shows nothing while the channel is below &lt;DB&gt; dB of full scale.</source>
         <translation>Empfänger: zeigt nichts, solange der Kanal unter &lt;DB&gt; dB der Vollaussteuerung liegt.</translation>
+    </message>
+    <message>
+        <source>--modulation needs the symbol rate; give --symbol-rate, too</source>
+        <translation>--modulation braucht die Symbolrate; auch --symbol-rate angeben</translation>
     </message>
 </context>
 <context>
@@ -948,6 +971,10 @@
         <source>it ends within a sample (bytes left out: %1): it was cut off, or it is not %2</source>
         <translation>sie endet mitten in einem Abtastwert (entfallende Bytes: %1): sie ist abgeschnitten oder nicht von der Art %2</translation>
     </message>
+    <message>
+        <source>the file was cut while it played: its samples end after %1 of %2; open it again</source>
+        <translation>die Datei wurde während der Wiedergabe gekürzt: ihre Abtastwerte enden nach %1 von %2; sie neu öffnen</translation>
+    </message>
 </context>
 <context>
     <name>Readings</name>
@@ -1314,6 +1341,10 @@
         <source>this kind of address is not known; give zmq://HOST:PORT, soapy://driver=NAME,freq=HZ,rate=HZ, or the name of a recording</source>
         <translation>diese Art von Adresse ist nicht bekannt; zmq://HOST:PORT, soapy://driver=NAME,freq=HZ,rate=HZ oder den Namen einer Aufnahme angeben</translation>
     </message>
+    <message>
+        <source>this is a pointer of a large-file store, not the samples; fetch the samples first</source>
+        <translation>das ist ein Verweis in einen Speicher für große Dateien, nicht die Abtastwerte; sie zuerst holen</translation>
+    </message>
 </context>
 <context>
     <name>SeekBar</name>
@@ -1368,6 +1399,26 @@
         <source>it was cut off: the metadata speak of %1 samples, %2 are there</source>
         <translation>sie ist abgeschnitten: die Metadaten sprechen von %1 Abtastwerten, %2 sind da</translation>
     </message>
+    <message>
+        <source>Checksum: not compared, which takes too long above %1 bytes</source>
+        <translation>Prüfsumme: nicht verglichen, was über %1 Bytes zu lange dauert</translation>
+    </message>
+    <message>
+        <source>opening was given up</source>
+        <translation>das Öffnen wurde abgebrochen</translation>
+    </message>
+    <message>
+        <source>its samples are not those that its metadata were written for (core:sha512 differs): they were changed or damaged</source>
+        <translation>ihre Abtastwerte sind nicht die, zu denen ihre Metadaten gehören (core:sha512 weicht ab): sie wurden geändert oder beschädigt</translation>
+    </message>
+    <message>
+        <source>Checksum: right</source>
+        <translation>Prüfsumme: richtig</translation>
+    </message>
+    <message>
+        <source>Checksum: wrong</source>
+        <translation>Prüfsumme: falsch</translation>
+    </message>
 </context>
 <context>
     <name>SigmfArchive</name>
@@ -1382,6 +1433,17 @@
     <message>
         <source>the archive holds no SigMF recording; choose another one</source>
         <translation>das Archiv enthält keine SigMF-Aufnahme; ein anderes wählen</translation>
+    </message>
+</context>
+<context>
+    <name>SigmfGaps</name>
+    <message>
+        <source>samples are missing between its captures (%1, the first before sample %2; places: %3), what is on either side is shown joined</source>
+        <translation>zwischen ihren Aufzeichnungen fehlen Abtastwerte (%1, die ersten vor Abtastwert %2; Stellen: %3), was davor und danach liegt, schließt aneinander an</translation>
+    </message>
+    <message>
+        <source>about %1</source>
+        <translation>etwa %1</translation>
     </message>
 </context>
 <context>
@@ -1419,10 +1481,6 @@
         <translation>core:dataset ist „%1“, nicht der Name einer Datei neben den Metadaten; diese berichtigen</translation>
     </message>
     <message>
-        <source>core:sample_rate is %1, not a number above 0 and up to %2; give the right one by --sample-rate</source>
-        <translation>core:sample_rate ist %1, keine Zahl über 0 und bis %2; die richtige mit --sample-rate angeben</translation>
-    </message>
-    <message>
         <source>the metadata lack core:version</source>
         <translation>den Metadaten fehlt core:version</translation>
     </message>
@@ -1437,6 +1495,14 @@
     <message>
         <source>Annotation: %1</source>
         <translation>Anmerkung: %1</translation>
+    </message>
+    <message>
+        <source>core:sample_rate is %1, not a number from %2 to %3; give the right one by --sample-rate</source>
+        <translation>core:sample_rate ist %1, keine Zahl von %2 bis %3; die richtige mit --sample-rate angeben</translation>
+    </message>
+    <message>
+        <source>Further captures and annotations: %1</source>
+        <translation>Weitere Aufzeichnungen und Anmerkungen: %1</translation>
     </message>
 </context>
 <context>
@@ -1679,6 +1745,10 @@
     <message>
         <source>messages are not whole samples of %1 (%2 left out, the last of %3 bytes); check the format, and that no tags are sent</source>
         <translation>Nachrichten sind keine ganzen Abtastwerte von %1 (%2 ausgelassen, die letzte mit %3 Bytes); das Format prüfen, und dass keine Marken gesendet werden</translation>
+    </message>
+    <message>
+        <source>the publisher sends a message of more than %1 bytes: connecting again</source>
+        <translation>der Sender schickt eine Nachricht von mehr als %1 Bytes: neue Verbindung</translation>
     </message>
 </context>
 </TS>

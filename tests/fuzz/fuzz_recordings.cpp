@@ -48,9 +48,8 @@ bool readOn(SignalSource& source)
 
 void use(SignalSource& source)
 {
-    require(source.sampleRate() > 0.0 && source.sampleRate() <= Recording::maxSampleRate &&
-                source.channelCount() > 0 && source.sampleCount().value_or(1) > 0 &&
-                source.position() == 0,
+    require(Recording::isSampleRate(source.sampleRate()) && source.channelCount() > 0 &&
+                source.sampleCount().value_or(1) > 0 && source.position() == 0,
             "the signal");
     const bool isWhole = readOn(source);
     const std::int64_t end = source.position();

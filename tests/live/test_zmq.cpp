@@ -2,6 +2,9 @@
 #include "Live.h"
 #include "workbench/sources/ZmqSource.h"
 
+#include <cstring>
+#include <utility>
+
 #include <zmq.hpp>
 
 namespace {
@@ -25,17 +28,22 @@ struct Peer
     {
         zmq_send(socket.handle(), std::string(size, '@').data(), size, flags);
     }
-    /// Of a peer without a protocol: says something to whom has connected.
-    void babble()
+    /// Of a peer without a protocol: hears on, and remembers who has connected; false for nobody.
+    bool hear()
     {
-        char id[5];
-        if (zmq_recv(socket.handle(), id, sizeof id, ZMQ_DONTWAIT) == sizeof id) {
-            zmq_send(socket.handle(), id, sizeof id, ZMQ_SNDMORE);
-            send(1000);
-        }
+        char bytes[256];
+        if (zmq_recv(socket.handle(), bytes, sizeof bytes, ZMQ_DONTWAIT) == sizeof id)
+            std::memcpy(id, bytes, sizeof id);
+        return id[0] || id[4];
+    }
+    void say(const std::string& bytes)
+    {
+        zmq_send(socket.handle(), id, sizeof id, ZMQ_SNDMORE | ZMQ_DONTWAIT);
+        zmq_send(socket.handle(), bytes.data(), bytes.size(), ZMQ_DONTWAIT);
     }
     zmq::context_t context;
     zmq::socket_t socket;
+    char id[5] = {};
 };
 
 class Zmq : public testing::Test
@@ -89,12 +97,44 @@ TEST_F(Zmq, WaitsForAPublisherWhereThereIsNoneOrAStranger)
     SignalSource& source = *recording.source;
     readUntil(
         source, all, [&] { return says(source, "not a ZeroMQ publisher"); },
-        [&] { peer->babble(); });
+        [&] {
+            if (peer->hear())
+                peer->say(std::string(1000, '@'));
+        });
     peer.reset();
     readUntil(source, all, [&] { return says(source, "does not answer"); });
     peer = std::make_unique<Peer>(ZMQ_PUB, endpoint);
     // What the stranger said may count as bad messages for a while.
     all.clear();
+    readUntil(
+        source, all, [&] { return !all.empty() && source.trouble().isEmpty(); },
+        [&] { peer->send(2); });
+}
+
+TEST_F(Zmq, LeavesAPublisherWhoseMessageDoesNotEnd)
+{
+    // The protocol as far as it takes: greeting, kind of socket, parts that say that more follow.
+    const std::string greeting =
+        "\xff" + std::string(8, '\0') + "\x7f\x03" + '\0' + "NULL" + std::string(48, '\0');
+    const std::string ready = std::string("\x04\x19\x05READY\x0bSocket-Type\0\0\0\x03PUB", 27);
+    const std::string part =
+        std::string("\x03\0\0\0\0\0\x0f\x42\x40", 9) + std::string(1000000, '@');
+    peer = std::make_unique<Peer>(ZMQ_STREAM);
+    const std::string endpoint = peer->endpoint();
+    const Recording recording = peer->listen("rs16");
+    SignalSource& source = *recording.source;
+    bool hasGreeted = false;
+    readUntil(
+        source, all, [&] { return says(source, "a message of more than 16777216 bytes"); },
+        [&] {
+            if (!peer->hear())
+                return;
+            peer->say(std::exchange(hasGreeted, true) ? part : greeting + ready);
+        });
+    EXPECT_TRUE(all.empty());
+    EXPECT_GT(source.lostBlockCount(), 0);
+    peer.reset();
+    peer = std::make_unique<Peer>(ZMQ_PUB, endpoint);
     readUntil(
         source, all, [&] { return !all.empty() && source.trouble().isEmpty(); },
         [&] { peer->send(2); });

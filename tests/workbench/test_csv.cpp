@@ -28,6 +28,7 @@ TEST_F(Recordings, OfSeparatedValuesAreAsTheirHeadsSay)
         {"0,5\n3,6\n7,7\n10,8\n", "", 48e3, -1, {0, 5, 3, 6, 7, 7, 10, 8}},
         {"0.1,5,1\n0.2,6,2\n0.3,7,4\n0.4,8,9\n", "", 10, 2, {5, 1, 6, 2, 7, 4, 8, 9}},
         {",a\n0,5\n1,6\n2,9\n3,9", "", 48e3, 1, {5, 6, 9, 9}},
+        {"index,time,a,time\n0,1,5,2\n1,2,6,3\n2,3,9,4\n3,4,9,5", "", 1, 1, {5, 6, 9, 9}},
         {"x,y\n3,5\n1,6\n2,7\n", "", 48e3, 2, {3, 5, 1, 6, 2, 7}}, // x is no time
         {"X,A,B,Increment\nSequence,V,-1,5e-10\n0,5,\n1,6,\n2,7,\n3,8", "", 2e9, 1, {5, 6, 7, 8}},
         // A preamble; cells that are missing or no numbers; text columns.
@@ -69,6 +70,8 @@ TEST_F(Recordings, OfSeparatedValuesThatCannotBeReadSayWhy)
          "1\0\n\0",
          "", "UTF-16"},
         {"t,a\n0,1\n1e-15,2\n2e-15,3\n", "", "the sample rate is 1e+15 Hz"},
+        {"t,a\n0,1\n1e308,2\n1.5e308,3\n", "", "the sample rate is 1"},
+        {"a,b\n1,2\n", "%2\x1b[1m", "no column \"%2\ufffd[1m\""},
         {"a,b\n1,2\n", "c", "no column \"c\""},
         {"a,b\n1,2\n", "0", "no column \"0\""},
         {"a,b\n1,2\n", "3", "no column \"3\""}};
@@ -78,6 +81,46 @@ TEST_F(Recordings, OfSeparatedValuesThatCannotBeReadSayWhy)
         options.columns = QString(columns).split(',', Qt::SkipEmptyParts);
         EXPECT_FALSE(open(path("a.csv"), options)) << says;
         EXPECT_THAT(why.toStdString(), testing::HasSubstr(says));
+    }
+}
+
+TEST_F(Recordings, OfSeparatedValuesTellTimesThatAreOff)
+{
+    // A row each 12.5 ms; how its time is written, and what it is.
+    const auto text = [](const char* names, char format, int digits,
+                         const std::function<double(int)>& time) {
+        QByteArray result(names);
+        for (int i = 0; i < 200; ++i)
+            result += QByteArray::number(time(i), format, digits) + "," +
+                      QByteArray::number(i % 7) + "\n";
+        return result;
+    };
+    const auto even = [](int i) { return 0.0125 * i; };
+    const auto gap = [](int i) { return 0.0125 * (i < 100 ? i : i + 1); };
+    const auto again = [](int i) { return 0.0125 * (i < 100 ? i : i - 100); };
+    const auto shaky = [](int i) { return 0.0125 * i + (i % 2 ? 0.002 : 0.0); };
+    const std::pair<QByteArray, const char*> rows[] = {
+        {text("Time,V\n", 'f', 4, even), ""},
+        {text("Time,V\n", 'f', 2, even), ""}, // rounded by up to half a step
+        {text("Time,V\n", 'g', 3, even), ""},
+        {text("Time,V\n", 'e', 17, even), ""},
+        {text("", 'f', 4, even), ""},
+        {text("Time,V\n", 'f', 4, gap), "not evenly spaced, first in row 102"},
+        {text("Time,V\n", 'f', 3, gap), "not evenly spaced, first in row 102"},
+        {text("", 'f', 4, gap), "not evenly spaced, first in row 101"},
+        {text("t,V\n", 'g', 6, again), "run backwards, first in row 102"},
+        {text("Time,V\n", 'f', 4, [](int i) { return -0.0125 * i; }), "run backwards"},
+        {text("Time,V\n", 'f', 4, shaky), "not evenly spaced, first in row 3"}};
+    for (const auto& [content, says] : rows) {
+        SCOPED_TRACE(content.left(60).constData());
+        writeFile(path("a.csv"), content);
+        const auto source = open(path("a.csv"));
+        ASSERT_TRUE(source) << qPrintable(why);
+        EXPECT_EQ(source->valueCount(), 1);
+        // The first and the last time are rounded, by a hundredth together at most, of 2.5 s.
+        EXPECT_NEAR(source->sampleRate(), 80.0, 0.004 * 80.0);
+        EXPECT_EQ(notices.size(), *says ? 1 : 0);
+        EXPECT_THAT(notices.join(' ').toStdString(), testing::HasSubstr(says));
     }
 }
 

@@ -32,7 +32,7 @@ struct Program : testing::Test, TestFolder
     void expectComplaint(const QString& what)
     {
         EXPECT_TRUE(out.isEmpty()) << qPrintable(out);
-        EXPECT_TRUE(error.startsWith("orvane-workbench: " + what + ": ")) << qPrintable(error);
+        EXPECT_TRUE(error.startsWith("orvane-workbench: " + what)) << qPrintable(error);
         EXPECT_EQ(error.count('\n'), 1) << qPrintable(error);
     }
     QProcess process;
@@ -44,6 +44,8 @@ TEST_F(Program, RefusesInOneLineWithTheRightExitCode)
 {
     writeFile(path("text.wav"), "no samples");
     writeRecording(path("mono.wav"), 8000, 1, sine(100));
+    writeFile(path("empty.wav"), "");
+    writeFile(path("bad.mp3"), QByteArray(3000, '\xfe'));
     const QString text = path("text.wav");
     const QString mono = path("mono.wav");
     const std::tuple<int, QStringList, QString> rows[] = {
@@ -75,6 +77,9 @@ TEST_F(Program, RefusesInOneLineWithTheRightExitCode)
         {1, {path("missing.wav"), "--info"}, path("missing.wav")},
         {1, {path("missing.wav")}, path("missing.wav")},
         {1, {text}, text},
+        {2, {mono, "--modulation", "QPSK"}, mono + ": --modulation"},
+        {1, {path("empty.wav"), "--modulation", "QPSK"}, path("empty.wav")},
+        {1, {path("bad.mp3")}, path("bad.mp3") + ": not a recording that can be read (damaged"},
         {1, {mono, "--channel", "2"}, mono},
         {1, {"--snapshot", text + "/below"}, text + "/below"},
     };
@@ -87,16 +92,33 @@ TEST_F(Program, RefusesInOneLineWithTheRightExitCode)
 TEST_F(Program, PrintsWhatIsKnownOfARecordingAndWhatIsAmissWithIt)
 {
     writeFile(path("a.sigmf-meta"), R"({"global": {"core:datatype": "cu8", "core:version": "1.2.5"},
-        "captures": [], "annotations": [{"core:sample_start": 3, "core:label": "<b>burst"}]})");
+        "captures": [], "annotations": [{"core:sample_start": 3, "core:label": "<b>\u001b[2Jburst"}]})");
     writeFile(path("a.sigmf-data"), QByteArray(11, 'a'));
     EXPECT_EQ(run({"--info", path("a.sigmf-data")}), 0);
     EXPECT_TRUE(out.startsWith("Name: a.sigmf-meta\nSample rate: 48000 Hz\nChannels: 1, complex\n"
                                "Samples: 5, 0.000104166666667 s\n"))
         << qPrintable(out);
-    EXPECT_TRUE(out.contains("\nAnnotation: core:label <b>burst, core:sample_start 3\n"));
+    EXPECT_TRUE(out.contains("\nAnnotation: core:label <b>\ufffd[2Jburst, core:sample_start 3\n"));
     EXPECT_TRUE(error.contains(": the sample rate is not known, 48000 Hz is assumed;"));
     EXPECT_TRUE(error.contains(": it ends within a sample (bytes left out: 1)"));
     EXPECT_EQ(error.count("orvane-workbench: " + path("a.sigmf-data")), 2) << qPrintable(error);
+
+    // The decoder has a lot to say of this one.
+    const QByteArray frame = "\xff\xfb\x90" + QByteArray(414, '\0');
+    writeFile(path("a\x1b.mp3"), frame.repeated(3) + QByteArray(2000, 'a') + frame.repeated(2));
+    EXPECT_EQ(run({"--info", path("a\x1b.mp3")}), 0);
+    EXPECT_EQ(error.count('\n'),
+              error.count("orvane-workbench: " + folder.path() + "/a\ufffd.mp3: "))
+        << qPrintable(error);
+}
+
+TEST_F(Program, TakesTheSymbolRateFromTheRecordingForItsReceiver)
+{
+    writeFile(path("a.sigmf-meta"), R"({"global": {"core:datatype": "cu8", "core:version": "1.2.5",
+        "core:sample_rate": 8000, "own:symbol_rate": 1000}, "captures": [], "annotations": []})");
+    writeFile(path("a.sigmf-data"), QByteArray(8000, 'a'));
+    EXPECT_EQ(run({path("a.sigmf-meta"), "--modulation", "QPSK", "--snapshot", path("a")}), 0);
+    EXPECT_EQ(error, "");
 }
 
 TEST_F(Program, NeedsNoDisplayForHelpAndSaysWhereOneIsMissing)

@@ -2,6 +2,7 @@
 #include "Recordings.h"
 #include "workbench/sources/NrzSource.h"
 
+#include <QCryptographicHash>
 #include <QFileInfo>
 
 #include <archive.h>
@@ -62,6 +63,8 @@ TEST_F(Recordings, ThatCannotBeReadSayWhy)
         {"none.wav", header(0, "", 44), "no samples"},
         {"7.cf32", "7 bytes", "no whole sample"},
         {"nan.cf32", QByteArray(800, '\xff'), "no numbers"},
+        {"a.csv", "version https://git-lfs.github.com/spec/v1\n", "pointer of a large-file store"},
+        {"a.cf32", "/annex/objects/SHA256E-s8--0.cf32\n", "pointer of a large-file store"},
         {"a.sigmf-collection", "{}", "open one of them"}};
     for (const auto& [name, content, reason] : rows) {
         writeFile(path(name), content);
@@ -69,7 +72,9 @@ TEST_F(Recordings, ThatCannotBeReadSayWhy)
         EXPECT_THAT(why.toStdString(), testing::HasSubstr(reason)) << name;
     }
     QFile::setPermissions(path("7.cf32"), {});
+    QFile::link(".git/annex/objects/0", path("annex.wav"));
     const std::pair<QString, const char*> others[] = {
+        {path("annex.wav"), "pointer of a large-file store"},
         {path("missing.wav"), "no such file"},
         {folder.path(), "folder"},
         {"/dev/null", "not a regular file"},
@@ -199,6 +204,9 @@ const QByteArray sigmfMetadata =
 
 TEST_F(Recordings, OfSigmfAreAsTheirMetadataSay)
 {
+    const QByteArray samples(40, '\x40');
+    const QByteArray right = R"(1", "core:sha512": ")" +
+                             QCryptographicHash::hash(samples, QCryptographicHash::Sha512).toHex();
     // What is replaced in the metadata, by what, whether they are shown then, and what is said.
     const std::tuple<const char*, const char*, bool, const char*> rows[] = {
         {"8000", "8e3", true, ""},
@@ -209,18 +217,29 @@ TEST_F(Recordings, OfSigmfAreAsTheirMetadataSay)
         {"8000", "0", false, "core:sample_rate is 0"},
         {"8000", "-1", false, "core:sample_rate is -1"},
         {"8000", "1e300", false, "core:sample_rate is 1e+300"},
+        {"8000", "1e-309", false, "core:sample_rate is 1e-309"},
         {"8000", "\"8 kHz\"", false, "core:sample_rate is 8 kHz"},
         {"core:sample_rate", "core:rate", true, "not known, 48000 Hz is assumed"},
         {"channels\": 2", "channels\": 1.5", false, "core:num_channels is 1.5"},
         {"channels\": 2", "channels\": 1e9", false, "core:num_channels is 1000000000"},
         {"1.2.5", R"(1", "core:dataset": "../a)", false, "core:dataset is \"../a\""},
-        {"1.2.5", R"(1", "core:dataset": "b.bin)", false, "b.bin: there is no such file"},
+        {"1.2.5", R"(1", "core:dataset": "b\u0000.bin)", false, "core:dataset is \"b\ufffd.bin\""},
         {"2,", R"(2, "core:dataset": "b.bin", "core:metadata_only": true,)", false, "only"},
         {"core:version", "core:v", true, "lack core:version"},
+        {"1.2.5", R"(1", "core:sha512": "00ff)", true, "core:sha512 differs"},
+        {"1.2.5", right.constData(), true, ""},
+        {"1e9}", R"(1, "core:global_index": 9}, {"core:sample_start": 4, "core:global_index": 20})",
+         true, "(7, the first before sample 4; places: 1)"},
+        {"1e9}", R"(1, "core:datetime": "2026-11-25T23:59:59.9999Z"},
+             {"core:sample_start": 4, "core:datetime": "2026-11-26T00:00:01.0004Z"})",
+         true, "(about 8000, the first before sample 4"},
+        {"1e9}", R"(1, "core:datetime": "2026-11-25T23:59:59Z"},
+             {"core:sample_start": 4, "core:datetime": "2026-11-26T00:00:00Z"})", // are rounded
+         true, ""},
         {"\"annotations", "\"notes", true, "lack the list \"annotations\""},
         {"count\": 4", "count\": 8", true, "speak of 11 samples, 10 are there"},
         {"2,", R"(2, "core:extensions": [{"name": "z", "optional": false}],)", true, "\"z\""}};
-    writeFile(path("a.sigmf-data"), QByteArray(40, '\x40'));
+    writeFile(path("a.sigmf-data"), samples);
     for (const auto& [from, to, isShown, says] : rows) {
         SCOPED_TRACE(to);
         writeFile(path("a.sigmf-meta"), QByteArray(sigmfMetadata).replace(from, to));
@@ -246,6 +265,10 @@ TEST_F(Recordings, OfSigmfAreAsTheirMetadataSay)
     options.sampleRate = 5.0;
     writeFile(path("a.sigmf-meta"), QByteArray(sigmfMetadata).replace("8000", "0"));
     EXPECT_EQ(open(path("a.sigmf-meta"), options)->sampleRate(), 5.0);
+    const QByteArray many = "captures\": [" + QByteArray("{},").repeated(150000);
+    writeFile(path("a.sigmf-meta"), QByteArray(sigmfMetadata).replace("captures\": [", many));
+    EXPECT_TRUE(open(path("a.sigmf-meta")));
+    EXPECT_EQ(details.filter("Further captures and annotations: 50").size(), 1);
     QFile::remove(path("a.sigmf-meta"));
     EXPECT_FALSE(open(path("a.sigmf-data")));
     EXPECT_TRUE(why.contains("a.sigmf-meta: there is no such file")) << qPrintable(why);

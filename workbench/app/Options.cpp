@@ -291,8 +291,6 @@ ReceiverSettings readReceiver(Reader& reader, const Options& options)
             reader.reject(
                 "modulation",
                 Text::tr("give one of %1").arg(ReceiverSettings::modulationNames().join(", ")));
-        else if (!options.symbolRate && !options.isSymbolRateAuto)
-            reader.reject("modulation", Text::tr("give its --symbol-rate, too"));
         else if (reader.isSet("demod"))
             reader.reject("modulation", Text::tr("leave it or --demod out"));
     }
@@ -356,6 +354,11 @@ QString Options::languageIn(const QStringList& arguments)
     Reader reader(parser);
     const auto language = reader.match("language", languagePattern, QString());
     return language ? language->captured() : QString();
+}
+
+bool Options::lacksSymbolRate(std::optional<double> known) const
+{
+    return receiver.modulation && !symbolRate && !isSymbolRateAuto && !known;
 }
 
 Options::Result Options::parse(const QStringList& arguments)

@@ -31,6 +31,10 @@ public:
     /// The language that a command line asks for, empty for none: the texts of parse are in it.
     static QString languageIn(const QStringList& arguments);
 
+    /// Whether the receiver needs a symbol rate that nobody has told.
+    /// @param known  by the recording, Bd.
+    bool lacksSymbolRate(std::optional<double> known) const;
+
     QString file; ///< recording; empty for the built-in signal
     Recording::Options recording;
     QStringList files;           ///< to measure

@@ -6,6 +6,8 @@
 #include "workbench/app/Snapshot.h"
 #include "workbench/receiver/SymbolRateEstimate.h"
 #include "workbench/sources/LiveAddress.h"
+#include "workbench/sources/PlainText.h"
+#include "workbench/sources/QuietLibraries.h"
 #include "workbench/window/Appearance.h"
 #include "workbench/window/MainWindow.h"
 #include "workbench/window/SchemeChoice.h"
@@ -25,10 +27,9 @@ namespace {
 constexpr int exitFailed = 1;
 constexpr int exitWrongUsage = 2;
 
-void say(QString text)
+void say(const QString& text)
 {
-    text.replace(QLatin1Char('\n'), QLatin1Char(' '));
-    std::fprintf(stderr, "orvane-workbench: %s\n", qPrintable(text));
+    std::fprintf(stderr, "orvane-workbench: %s\n", qPrintable(plainText(text, 2 * maxLineLength)));
 }
 
 int fail(int code, const QString& text)
@@ -113,6 +114,10 @@ int run(MainWindow& window, const Options& options)
             window.feed().setReceiver(options.receiver);
         Recording recording = open(options);
         why = recording.why;
+        if (recording.source && options.lacksSymbolRate(recording.source->symbolRate()))
+            return fail(exitWrongUsage,
+                        about(options, Options::tr("--modulation needs the symbol "
+                                                   "rate; give --symbol-rate, too")));
         std::optional<double> symbolRate = options.symbolRate;
         if (const auto estimate = recording.source ? estimated(recording, options) : std::nullopt) {
             if (estimate->verdict == SymbolRateEstimate::Verdict::None)
@@ -155,6 +160,9 @@ int run(MainWindow& window, const Options& options)
         Snapshot::take(window, options.seconds, options.snapshotFolder, options.formats, why);
     if (files.isEmpty())
         return fail(exitFailed, why);
+    if (const QString trouble = window.feed().trouble();
+        !trouble.isEmpty() && !window.feed().isLive())
+        say(about(options, trouble));
     for (const QString& file : files)
         std::printf("%s\n", qPrintable(file));
     return 0;
@@ -203,6 +211,7 @@ int main(int argc, char** argv)
     // Started without a standard input, no other file must be taken for it.
     if (fcntl(STDIN_FILENO, F_GETFD) < 0)
         ::open("/dev/null", O_RDONLY);
+    QuietLibraries::install();
     qInstallMessageHandler(handleMessage);
     QCoreApplication::setOrganizationName(QStringLiteral("Orvane"));
     QCoreApplication::setApplicationName(QStringLiteral("orvane-workbench"));

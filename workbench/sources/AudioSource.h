@@ -2,6 +2,7 @@
 #pragma once
 
 #include "workbench/sources/Recording.h"
+#include "workbench/sources/Trouble.h"
 
 /// A recording in any format that libsndfile reads: WAV, FLAC, AIFF and many more, with any number
 /// of channels; two of them are I and Q of one complex signal. Whole numbers become -1..1, floating
@@ -17,21 +18,27 @@ public:
                      std::optional<double> sampleRate);
     ~AudioSource() override;
 
-    QString name() const override;
+    QString name() const override { return m_name; }
     double sampleRate() const override { return m_sampleRate; }
-    int channelCount() const override;
-    bool isComplex() const override;
-    std::optional<std::int64_t> sampleCount() const override;
+    int channelCount() const override { return isComplex() ? 1 : m_channelCount; }
+    bool isComplex() const override { return m_channelCount == 2; }
+    std::optional<std::int64_t> sampleCount() const override { return m_sampleCount; }
+    QString trouble() const override { return m_trouble.sentence(); }
     std::int64_t position() const override;
     std::size_t read(std::vector<double>& block, std::size_t count) override;
     bool seek(std::int64_t position) override;
 
 private:
-    struct File;
-    static QString flaw(const File& file);
-    static QString loss(File& file);
-    AudioSource(std::unique_ptr<File> file, std::optional<double> sampleRate);
+    static QString flaw(const class AudioFile& file);
+    static QString loss(AudioFile& file);
+    AudioSource(std::unique_ptr<AudioFile> file, std::optional<double> sampleRate, bool isWhole);
+    void sayEnd();
 
-    std::unique_ptr<File> m_file;
-    double m_sampleRate;
+    const std::unique_ptr<AudioFile> m_file;
+    const QString m_name;
+    const int m_channelCount; // of the file
+    const double m_sampleRate;
+    const bool m_isWhole; // as far as could be seen
+    std::optional<std::int64_t> m_sampleCount;
+    Trouble m_trouble;
 };

@@ -1,10 +1,13 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/sources/CsvLayout.h"
 
-#include <QRegularExpression>
+#include "workbench/sources/CsvWords.h"
+#include "workbench/sources/PlainText.h"
 
 #include <algorithm>
 #include <cmath>
+
+using namespace csvwords;
 
 namespace {
 
@@ -25,7 +28,7 @@ QStringList textsOf(const CsvRows::Row& row)
 {
     QStringList texts;
     for (std::size_t i = 0; i < row.size(); ++i)
-        texts += textOf(row.cell(i)).simplified();
+        texts += plainText(textOf(row.cell(i))).simplified();
     return texts;
 }
 
@@ -43,54 +46,6 @@ std::size_t numberCount(const std::vector<CsvRows::Row>& rows)
             count += rows[r].number(i).has_value();
     }
     return count;
-}
-
-bool isAmong(const QString& word, std::initializer_list<const char*> words)
-{
-    return std::any_of(words.begin(), words.end(),
-                       [&word](const char* other) { return word == QString::fromUtf8(other); });
-}
-
-/// Seconds of a unit of time; 1 for a word that is none.
-double secondsOf(const QString& unit)
-{
-    struct
-    {
-        std::initializer_list<const char*> names;
-        double seconds;
-    } const units[] = {{{"ms", "msec", "millisecond", "milliseconds"}, 1e-3},
-                       {{"us", "\u00b5s", "\u03bcs", "usec", "microsecond", "microseconds"}, 1e-6},
-                       {{"ns", "nsec", "nanosecond", "nanoseconds"}, 1e-9},
-                       {{"ps"}, 1e-12},
-                       {{"min", "minutes"}, 60.0},
-                       {{"h", "hours"}, 3600.0}};
-    for (const auto& candidate : units) {
-        if (isAmong(unit, candidate.names))
-            return candidate.seconds;
-    }
-    return 1.0;
-}
-
-bool isTime(const QStringList& words)
-{
-    return isAmong(words.value(0), {"t", "x", "s", "sec", "second", "seconds", "ms", "us"}) ||
-           std::any_of(words.begin(), words.end(), [](const QString& word) {
-               return isAmong(word, {"time", "timestamp", "zeit"});
-           });
-}
-
-bool isCounter(const QStringList& words)
-{
-    return std::any_of(words.begin(), words.end(), [](const QString& word) {
-        return isAmong(word, {"index", "sequence", "sample", "samples", "number", "nr", "no", "n",
-                              "point", "points"});
-    });
-}
-
-QStringList wordsOf(const QString& text)
-{
-    static const QRegularExpression gap(QStringLiteral("[^\\p{L}]+"));
-    return text.toLower().split(gap, Qt::SkipEmptyParts);
 }
 
 /// A rate without what rounded times add to it: itself or its inverse with fewest digits.
@@ -115,13 +70,20 @@ double roundRate(double rate)
 struct CsvLayout::Ramp
 {
     /// As only a count or a clock is; fewer numbers may be so by chance.
-    bool isSteady() const { return isRising && deviation < 0.1 && count >= 4; }
+    bool isSteady() const { return isRising && deviation < evenness && count >= 4; }
+    /// Like that but for a few places.
+    bool isMostlySteady() const { return usualStep > 0.0 && evenPart >= 0.9 && count >= 10; }
     bool countsRows() const { return isSteady() && step == 1.0; }
 
+    static constexpr double evenness = 0.1; // of a step
+
     std::size_t count = 0;
-    bool isRising = false; // never falls, and ends higher than it starts
-    double step = 0.0;
-    double deviation = 0.0; // most from even steps, steps
+    bool isRising = false;   // never falls, and ends higher than it starts
+    double step = 0.0;       // mean
+    double usualStep = 0.0;  // median
+    double deviation = 0.0;  // most from even steps, steps
+    double risingPart = 0.0; // of the steps
+    double evenPart = 0.0;   // of the steps, about the usual one
 };
 
 CsvLayout CsvLayout::of(const QByteArray& text, bool isWhole, const Recording::Options& options)
@@ -142,6 +104,7 @@ CsvLayout CsvLayout::of(const QByteArray& text, bool isWhole, const Recording::O
     layout.findNames();
     layout.findTime(options);
     layout.chooseColumns(options.columns);
+    layout.rowCount = static_cast<std::int64_t>(layout.m_rows.size());
     layout.m_rows.clear();
     return layout;
 }
@@ -225,7 +188,8 @@ void CsvLayout::findNames()
         texts.removeAll(QString());
         if (texts.size() > 1)
             texts[0] += QStringLiteral(": ") + texts.mid(1).join(QStringLiteral(", "));
-        details += texts.mid(0, 1);
+        if (!texts.isEmpty())
+            details += plainText(texts[0], maxLineLength);
     }
 }
 
@@ -241,44 +205,70 @@ CsvLayout::Ramp CsvLayout::ramp(std::size_t column) const
     const double distance = values.back() - values.front();
     ramp.step = distance / static_cast<double>(values.size() - 1);
     ramp.isRising = distance > 0.0 && std::isfinite(ramp.step);
-    for (std::size_t i = 1; i < values.size() && ramp.isRising; ++i) {
+    std::vector<double> steps;
+    for (std::size_t i = 1; i < values.size(); ++i) {
         const double even = values.front() + static_cast<double>(i) * ramp.step;
-        ramp.isRising = values[i] >= values[i - 1]; // NaN is not
+        ramp.isRising = ramp.isRising && values[i] >= values[i - 1]; // NaN is not
         ramp.deviation = std::max(ramp.deviation, std::abs(values[i] - even) / ramp.step);
+        if (const double step = values[i] - values[i - 1]; std::isfinite(step))
+            steps.push_back(step);
     }
+    if (steps.empty())
+        return ramp;
+    const auto middle = steps.begin() + static_cast<std::ptrdiff_t>(steps.size() / 2);
+    std::nth_element(steps.begin(), middle, steps.end());
+    ramp.usualStep = *middle;
+    const auto part = [&steps](const auto& holds) {
+        return static_cast<double>(std::count_if(steps.begin(), steps.end(), holds)) /
+               static_cast<double>(steps.size());
+    };
+    ramp.risingPart = part([](double step) { return step > 0.0; });
+    ramp.evenPart = part([&ramp](double step) {
+        return std::abs(step - ramp.usualStep) < Ramp::evenness * ramp.usualStep;
+    });
     return ramp;
+}
+
+/// Whether a column is one of times or counts row by row.
+bool CsvLayout::isClock(std::size_t column, const Ramp& ramp) const
+{
+    constexpr double mostly = 2.0 / 3.0;
+    const QStringList texts = words(column);
+    if (isCounter(texts))
+        return ramp.isRising && ramp.countsRows();
+    if (texts.isEmpty())
+        return column == m_numeric.front() && (ramp.isSteady() || ramp.isMostlySteady());
+    if (isNamedTime(texts))
+        return ramp.usualStep != 0.0 || ramp.isRising;
+    return isTime(texts) && (ramp.isRising || ramp.risingPart > mostly);
 }
 
 void CsvLayout::findTime(const Recording::Options& options)
 {
     double seconds = 0.0; // of a row
     for (const std::size_t column : m_numeric) {
-        if (m_time || m_numeric.size() == 1)
-            break;
         const QStringList texts = words(column);
-        const bool isNamed = isTime(texts) || isCounter(texts);
         const Ramp steps = ramp(column);
-        const bool hasTime =
-            isNamed ? steps.isRising
-                    : texts.isEmpty() && column == m_numeric.front() && steps.isSteady();
-        if (!hasTime || (isCounter(texts) && !steps.countsRows()))
+        const bool isCount = isCounter(texts) || (texts.isEmpty() && steps.countsRows());
+        const bool isOther = isCount ? !m_clocks.empty() : seconds > 0.0 && !isNamedTime(texts);
+        if (m_clocks.size() + 1 == m_numeric.size() || isOther || !isClock(column, steps))
             continue;
-        m_time = column;
-        if (isCounter(texts) || (texts.isEmpty() && steps.countsRows()))
+        m_clocks.push_back(column);
+        if (seconds > 0.0)
             continue;
-        seconds = steps.step * secondsOf(texts.isEmpty() ? QString() : texts.last());
-        if (steps.deviation > 1.0)
-            notices += tr("the times in column %1 are not evenly spaced, the samples are shown as "
-                          "if they were")
-                           .arg(title(column));
+        times = CsvTimes(column, title(column), steps.usualStep,
+                         {m_rows.begin() + static_cast<std::ptrdiff_t>(firstRow), m_rows.end()});
+        if (!isCount)
+            seconds = times.step() * secondsOf(texts.isEmpty() ? QString() : texts.last());
     }
     sampleRate = options.sampleRate ? options.sampleRate : statedRate();
     if (!options.sampleRate && seconds > 0.0)
         sampleRate = roundRate(1.0 / seconds);
-    if (sampleRate && !(*sampleRate > 0.0 && *sampleRate <= Recording::maxSampleRate))
-        why = tr("it says that the sample rate is %1 Hz, not above 0 and up to %2; give the right "
-                 "one by --sample-rate")
+    if (sampleRate && !Recording::isSampleRate(*sampleRate))
+        why = tr("it says that the sample rate is %1 Hz, not from %2 to %3; give the right one by "
+                 "--sample-rate")
                   .arg(*sampleRate)
+                  .arg(Recording::minSampleRate)
                   .arg(Recording::maxSampleRate);
 }
 
@@ -328,7 +318,7 @@ void CsvLayout::chooseColumns(const QStringList& wanted)
     if (m_width == CsvRows::maxCellCount)
         notices += tr("its first %1 columns are read").arg(m_width);
     for (const std::size_t column : m_numeric) {
-        if (wanted.isEmpty() && column != m_time)
+        if (wanted.isEmpty() && std::count(m_clocks.begin(), m_clocks.end(), column) == 0)
             columns.push_back(column);
     }
     for (const QString& name : wanted) {
@@ -338,8 +328,7 @@ void CsvLayout::chooseColumns(const QStringList& wanted)
             column = m_names.indexOf(name);
         if (column < 0 || column >= static_cast<int>(m_width)) {
             why = tr("there is no column \"%1\"; give a number from 1 to %2 or a name")
-                      .arg(name)
-                      .arg(m_width);
+                      .arg(plainText(name), QString::number(m_width));
             return;
         }
         columns.push_back(static_cast<std::size_t>(column));
@@ -349,10 +338,10 @@ void CsvLayout::chooseColumns(const QStringList& wanted)
         const QString second = words(columns[1]).value(0);
         isComplex = (isAmong(first, {"i", "re", "real", "inphase"}) &&
                      isAmong(second, {"q", "im", "imag", "imaginary", "quadrature"})) ||
-                    (wanted.isEmpty() && m_names.isEmpty() && !m_time);
+                    (wanted.isEmpty() && m_names.isEmpty() && m_clocks.empty());
     }
     QStringList titles;
     for (const std::size_t column : columns)
         titles += title(column);
-    details += tr("Columns: %1").arg(titles.join(QStringLiteral(", ")));
+    details += tr("Columns: %1").arg(plainText(titles.join(QStringLiteral(", ")), maxLineLength));
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "workbench/sources/CsvRows.h"
+#include "workbench/sources/CsvTimes.h"
 #include "workbench/sources/Recording.h"
 
 /// What separated values are, as far as the beginning of their file tells. Before the rows of
@@ -23,6 +24,8 @@ public:
     std::vector<std::size_t> columns; ///< that are the signal's channels, or I and Q
     bool isComplex = false;           ///< two columns are I and Q
     std::optional<double> sampleRate; ///< Hz
+    CsvTimes times;                   ///< of the rows
+    std::int64_t rowCount = 0;        ///< that are looked at here
 
 private:
     struct Ramp;
@@ -34,6 +37,7 @@ private:
     bool isNumbers(std::size_t row) const;
     bool isNames(std::size_t row) const;
     Ramp ramp(std::size_t column) const;
+    bool isClock(std::size_t column, const Ramp& ramp) const;
     QStringList words(std::size_t column) const;
     QString title(std::size_t column) const;
     std::optional<double> statedRate() const;
@@ -43,5 +47,5 @@ private:
     std::size_t m_width = 0;            // columns altogether
     QStringList m_names;                // of the columns; empty where there are none
     QStringList m_units;
-    std::optional<std::size_t> m_time; // column that counts time or samples, no signal
+    std::vector<std::size_t> m_clocks; // columns that count time or samples, no signals
 };

@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/sources/CsvSource.h"
 
+#include "workbench/sources/PlainText.h"
+
 #include <QFileInfo>
 
 #include <algorithm>
@@ -44,15 +46,18 @@ void CsvSource::open(Recording& recording, const QString& fileName,
     source->m_sampleRate = recording.orAssumed(layout.sampleRate);
     source->m_marks = {{-layout.firstRow, layout.begin}};
     source->start(source->m_marks.front());
-    if (source->m_file.size() <= countedSize && !source->countRows(options.goOn)) {
+    if (source->m_file.size() > countedSize) {
+        source->seek(layout.rowCount - layout.firstRow);
+        source->seek(0);
+    } else if (!source->countRows(options.goOn)) {
         recording.why = tr("opening was given up");
         return;
     }
-    if (source->m_isBroken)
-        recording.notices += tr("the row after sample %1 is longer than %2 bytes, what follows is "
-                                "left out")
-                                 .arg(source->m_count.value_or(0))
-                                 .arg(CsvRows::maxRowSize);
+    for (const QString& notice : {layout.times.notice(), source->trouble()}) {
+        if (!notice.isEmpty() && !recording.notices.contains(notice))
+            recording.notices += notice;
+    }
+    source->m_trouble.say(QString());
     recording.source = std::move(source);
 }
 
@@ -68,16 +73,21 @@ bool CsvSource::countRows(const std::function<bool(double part)>& goOn)
 }
 
 CsvSource::CsvSource(const QString& fileName)
-    : m_file(fileName)
+    : m_name(plainText(QFileInfo(fileName).fileName()))
+    , m_file(fileName)
 {}
 
 CsvSource::~CsvSource() = default;
 
-QString CsvSource::name() const { return QFileInfo(m_file.fileName()).fileName(); }
-
 int CsvSource::channelCount() const
 {
     return m_layout.isComplex ? 1 : static_cast<int>(m_layout.columns.size());
+}
+
+std::optional<std::int64_t> CsvSource::sampleCount() const
+{
+    const std::int64_t count = m_count;
+    return count >= 0 ? std::optional<std::int64_t>(count) : std::nullopt;
 }
 
 void CsvSource::start(const Mark& mark)
@@ -92,6 +102,11 @@ void CsvSource::start(const Mark& mark)
 
 void CsvSource::takeRow(const CsvRows::Row& row)
 {
+    if (m_next == m_timedCount) {
+        if (m_layout.times.take(m_next + m_layout.firstRow + 1, row))
+            m_trouble.say(m_layout.times.notice());
+        ++m_timedCount;
+    }
     if (m_next++ < m_position)
         return;
     for (const std::size_t column : m_layout.columns)
@@ -109,11 +124,30 @@ bool CsvSource::readOn()
             m_marks.push_back({m_next, offset});
         return true;
     }
-    m_isBroken = size > 0;
-    if (!m_isBroken)
+    if (size <= 0) {
+        m_timedCount = std::numeric_limits<std::int64_t>::max(); // the last row may be cut off
         m_rows->finish();
-    m_count = std::max<std::int64_t>(m_next, 0);
+    }
+    end(size > 0);
     return false;
+}
+
+/// There is no next row.
+void CsvSource::end(bool isBroken)
+{
+    const std::int64_t there = std::max<std::int64_t>(m_next, 0);
+    if (isBroken)
+        m_trouble.say(tr("the row after sample %1 is longer than %2 bytes, what follows is left "
+                         "out")
+                          .arg(there)
+                          .arg(CsvRows::maxRowSize));
+    else if (there < m_count)
+        m_trouble.say(
+            tr("the file was cut while it played: its samples end after %1 of %2; open it again")
+                .arg(there)
+                .arg(m_count));
+    if (m_count < 0)
+        m_count = there;
 }
 
 std::size_t CsvSource::read(std::vector<double>& block, std::size_t count)
@@ -140,7 +174,7 @@ CsvSource::Mark CsvSource::markBefore(std::int64_t sample) const
 
 bool CsvSource::seek(std::int64_t position)
 {
-    if (position < 0 || (m_count && position > *m_count))
+    if (position < 0 || (m_count >= 0 && position > m_count))
         return false;
     const std::int64_t before = std::exchange(m_position, position);
     const Mark mark = markBefore(position);

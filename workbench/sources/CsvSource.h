@@ -2,8 +2,11 @@
 #pragma once
 
 #include "workbench/sources/CsvLayout.h"
+#include "workbench/sources/Trouble.h"
 
 #include <QFile>
+
+#include <atomic>
 
 /// Samples in a text file, one a row, whose columns are the channels. Cells that are missing or no
 /// numbers are NaN. The file is read as the samples are asked for, so long files start at once and
@@ -19,11 +22,12 @@ public:
                      const Recording::Options& options);
     ~CsvSource() override;
 
-    QString name() const override;
+    QString name() const override { return m_name; }
     double sampleRate() const override { return m_sampleRate; }
     int channelCount() const override;
     bool isComplex() const override { return m_layout.isComplex; }
-    std::optional<std::int64_t> sampleCount() const override { return m_count; }
+    std::optional<std::int64_t> sampleCount() const override;
+    QString trouble() const override { return m_trouble.sentence(); }
     std::int64_t position() const override { return m_position; }
     std::size_t read(std::vector<double>& block, std::size_t count) override;
     bool seek(std::int64_t position) override;
@@ -40,17 +44,20 @@ private:
     Mark markBefore(std::int64_t sample) const;
     bool countRows(const std::function<bool(double part)>& goOn);
     bool readOn();
+    void end(bool isBroken);
     void takeRow(const CsvRows::Row& row);
     std::size_t available() const { return (m_ahead.size() - m_used) / m_layout.columns.size(); }
 
+    const QString m_name;
     QFile m_file;
     CsvLayout m_layout;
     double m_sampleRate = 1.0;
-    std::optional<std::int64_t> m_count;
-    bool m_isBroken = false; // there is a row that cannot be read
+    std::atomic<std::int64_t> m_count = -1; // samples; negative before the end was reached
+    Trouble m_trouble;
     std::int64_t m_position = 0;
     std::unique_ptr<CsvRows> m_rows;
-    std::int64_t m_next = 0; // sample of the next row that is split
+    std::int64_t m_next = 0;       // sample of the next row that is split
+    std::int64_t m_timedCount = 0; // samples whose times were looked at
     std::vector<Mark> m_marks;
     std::vector<double> m_ahead; // values from m_used on are those of the next samples
     std::size_t m_used = 0;

@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/sources/LiveAddress.h"
 
+#include "workbench/sources/PlainText.h"
 #include "workbench/sources/SoapySource.h"
 #include "workbench/sources/StreamSource.h"
 #include "workbench/sources/ZmqSource.h"
@@ -25,7 +26,7 @@ bool LiveAddress::isLive(const QString& address)
 
 QString LiveAddress::title(const QString& address)
 {
-    return isInput(address) ? tr("standard input") : address;
+    return isInput(address) ? tr("standard input") : plainText(address, maxLineLength);
 }
 
 Recording LiveAddress::open(const QString& address, const Recording::Options& options)

@@ -1,22 +1,18 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/sources/LiveSource.h"
 
+#include "workbench/sources/PlainText.h"
+
 #include <algorithm>
 #include <thread>
 
 LiveSource::LiveSource(const QString& name, const SampleFormat& format, double sampleRate)
-    : m_name(name)
+    : m_name(plainText(name))
     , m_format(format)
     , m_sampleRate(sampleRate)
 {}
 
 LiveSource::~LiveSource() = default;
-
-QString LiveSource::trouble() const
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_trouble;
-}
 
 std::size_t LiveSource::sampleSize() const
 {
@@ -45,9 +41,7 @@ std::size_t LiveSource::read(std::vector<double>& block, std::size_t count)
             m_lastArrival = Clock::now();
         else if (m_canReceive) // not every device waits as it is told to
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        const QString text = amiss();
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_trouble = text;
+        m_trouble.say(amiss());
     }
     const std::size_t samples = std::min(remainder() / size, count);
     block.resize(samples * static_cast<std::size_t>(valueCount()));

@@ -3,12 +3,12 @@
 
 #include "workbench/sources/SampleFormat.h"
 #include "workbench/sources/SignalSource.h"
+#include "workbench/sources/Trouble.h"
 
 #include <QCoreApplication>
 
 #include <atomic>
 #include <chrono>
-#include <mutex>
 
 /// A live signal of one channel that comes as bytes of one format, in pieces of any length: bytes
 /// of a sample that is not whole wait for the rest of it. Who derives says where bytes come from
@@ -31,7 +31,7 @@ public:
     std::optional<std::int64_t> sampleCount() const override { return std::nullopt; }
     bool isLive() const override { return true; }
     bool hasEnded() const override { return m_hasEnded; }
-    QString trouble() const override;
+    QString trouble() const override { return m_trouble.sentence(); }
     std::int64_t lostBlockCount() const override { return m_lostBlockCount; }
     std::int64_t position() const override { return m_position; }
     std::size_t read(std::vector<double>& block, std::size_t count) override;
@@ -69,6 +69,5 @@ private:
     Clock::time_point m_lastArrival = Clock::now();
     std::atomic<bool> m_hasEnded = false;
     std::atomic<std::int64_t> m_lostBlockCount = 0;
-    mutable std::mutex m_mutex; // guards what follows
-    QString m_trouble;
+    Trouble m_trouble;
 };

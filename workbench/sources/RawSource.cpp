@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/sources/RawSource.h"
 
+#include "workbench/sources/PlainText.h"
+
 #include <algorithm>
 #include <limits>
 
@@ -33,7 +35,7 @@ void RawSource::open(Recording& recording, const QString& name, const QString& f
 }
 
 RawSource::RawSource(const QString& name, const QString& fileName, RawLayout layout)
-    : m_name(name)
+    : m_name(plainText(name))
     , m_file(fileName)
     , m_layout(std::move(layout))
 {
@@ -75,7 +77,13 @@ std::size_t RawSource::read(std::vector<double>& block, std::size_t count)
     std::int64_t bytes = 0;
     if (m_file.seek(chunk.offset + (m_position - chunk.firstSample) * size))
         bytes = m_file.read(m_bytes.data(), samples * size);
-    samples = std::max<std::int64_t>(bytes, 0) / size;
+    const std::int64_t there = std::max<std::int64_t>(bytes, 0) / size;
+    if (there < samples)
+        m_trouble.say(
+            tr("the file was cut while it played: its samples end after %1 of %2; open it again")
+                .arg(m_position + there)
+                .arg(m_count));
+    samples = there;
     m_position += samples;
     block.resize(static_cast<std::size_t>(samples * valueCount()));
     m_layout.format.convert(m_bytes.data(), block.size(), block.data());

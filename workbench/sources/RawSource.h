@@ -2,6 +2,7 @@
 #pragma once
 
 #include "workbench/sources/Recording.h"
+#include "workbench/sources/Trouble.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -32,7 +33,8 @@ struct RawLayout
 };
 
 /// Samples of one format at known places in a file. They are read as they are asked for, so long
-/// files start at once and take little memory; what a file loses meanwhile is its end.
+/// files start at once and take little memory; a file that becomes shorter meanwhile
+/// ends there, and says so.
 class RawSource : public SignalSource
 {
     Q_DECLARE_TR_FUNCTIONS(RawSource)
@@ -49,6 +51,7 @@ public:
     bool isComplex() const override { return m_layout.format.isComplex; }
     std::optional<std::int64_t> sampleCount() const override { return m_count; }
     std::optional<double> symbolRate() const override { return m_layout.symbolRate; }
+    QString trouble() const override { return m_trouble.sentence(); }
     std::int64_t position() const override { return m_position; }
     std::size_t read(std::vector<double>& block, std::size_t count) override;
     bool seek(std::int64_t position) override;
@@ -60,7 +63,8 @@ private:
     QString m_name;
     QFile m_file;
     RawLayout m_layout;
-    std::int64_t m_count = 0;
+    std::int64_t m_count = 0; // does not change once it is open
     std::int64_t m_position = 0;
     std::vector<char> m_bytes;
+    Trouble m_trouble;
 };

@@ -7,10 +7,29 @@
 #include "workbench/sources/RawSource.h"
 #include "workbench/sources/Sigmf.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
 #include <cmath>
+
+namespace {
+
+/// Whether a file only says where a store of large files has what belongs there.
+bool isPointer(const QFileInfo& file)
+{
+    constexpr qint64 longest = 1024; // bytes; pointers have fewer
+    constexpr const char* annexFolder = "/annex/objects/";
+    if (file.isSymLink() && !file.exists())
+        return file.symLinkTarget().contains(QLatin1String(annexFolder));
+    QFile content(file.filePath());
+    if (file.size() > longest || !file.isFile() || !content.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray text = content.readAll();
+    return text.startsWith("version https://git-lfs") || text.startsWith(annexFolder);
+}
+
+} // namespace
 
 Recording Recording::open(const QString& address, const Options& options)
 {
@@ -74,6 +93,9 @@ void Recording::examine()
 QString Recording::obstacle(const QString& fileName)
 {
     const QFileInfo file(fileName);
+    if (isPointer(file))
+        return tr("this is a pointer of a large-file store, not the samples; fetch the samples "
+                  "first");
     if (!file.exists() && fileName.contains(QLatin1String("://")))
         return tr("this kind of address is not known; give zmq://HOST:PORT, "
                   "soapy://driver=NAME,freq=HZ,rate=HZ, or the name of a recording");

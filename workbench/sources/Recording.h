@@ -17,6 +17,7 @@ struct Recording
 public:
     struct Options;
 
+    static constexpr double minSampleRate = 1e-6;     ///< Hz, a sample in eleven days
     static constexpr double maxSampleRate = 1e12;     ///< Hz
     static constexpr double assumedSampleRate = 48e3; ///< Hz, where it is not known
 
@@ -28,6 +29,11 @@ public:
     /// What stands in the way of reading a file, whatever is in it; empty when nothing does.
     static QString obstacle(const QString& fileName);
     static Recording failure(const QString& why);
+    /// Whether signals are shown at a sample rate; false for NaN.
+    static bool isSampleRate(double hertz)
+    {
+        return hertz >= minSampleRate && hertz <= maxSampleRate;
+    }
     /// The rate, or where it is not known an assumed one and a notice of it.
     double orAssumed(std::optional<double> sampleRate);
 
@@ -48,7 +54,7 @@ private:
 struct Recording::Options
 {
     std::optional<SampleFormat> format; ///< the file is raw samples of it
-    std::optional<double> sampleRate;   ///< Hz, > 0, at most maxSampleRate
+    std::optional<double> sampleRate;   ///< Hz, one that isSampleRate
     QStringList columns; ///< of separated values, by number from 1 or by name; empty: the usual
     /// Told how much of a long opening is done, 0 to 1; false gives it up. May be empty.
     std::function<bool(double part)> goOn;

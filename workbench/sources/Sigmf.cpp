@@ -1,9 +1,11 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/sources/Sigmf.h"
 
+#include "workbench/sources/PlainText.h"
 #include "workbench/sources/SigmfArchive.h"
 #include "workbench/sources/SigmfMetadata.h"
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -23,7 +25,18 @@ QString withEnding(const QString& name, QLatin1String ending, QLatin1String othe
     return name.left(name.size() - ending.size()) + other;
 }
 
+// Of the samples that are compared with their checksum, bytes: it takes about a second.
+constexpr std::int64_t maxCheckedSize = 256 << 20;
+
 } // namespace
+
+/// A file's bytes from begin to end.
+struct Sigmf::Dataset
+{
+    QString fileName;
+    std::int64_t begin;
+    std::int64_t end;
+};
 
 bool Sigmf::isSigmf(const QString& fileName)
 {
@@ -47,23 +60,27 @@ Recording Sigmf::openFiles(const QString& fileName, const Recording::Options& op
         metaName = withEnding(fileName, dataEnding, metaEnding);
     const QFileInfo metaFile(metaName);
     if (const QString obstacle = Recording::obstacle(metaName); !obstacle.isEmpty())
-        return Recording::failure(tr("its metadata %1: %2").arg(metaFile.fileName(), obstacle));
+        return Recording::failure(
+            tr("its metadata %1: %2").arg(plainText(metaFile.fileName()), obstacle));
     QFile file(metaName);
     if (!file.open(QIODevice::ReadOnly))
         return Recording::failure(tr("cannot be read (%1)").arg(file.errorString()));
     const auto metadata = SigmfMetadata::parse(
         file.read(std::min<qint64>(metaFile.size(), SigmfMetadata::maxSize + 1)),
         options.sampleRate);
+    if (!metadata.why.isEmpty())
+        return Recording::failure(metadata.why);
     QString dataName = withEnding(metaName, metaEnding, dataEnding);
     if (!metadata.dataset.isEmpty())
         dataName = metaFile.dir().filePath(metadata.dataset);
-    const QString obstacle = metadata.why.isEmpty() ? Recording::obstacle(dataName) : QString();
+    const QString obstacle = Recording::obstacle(dataName);
     if (!obstacle.isEmpty() && metadata.isMetadataOnly)
         return Recording::failure(tr("these are metadata only, meant to be without samples"));
     if (!obstacle.isEmpty())
         return Recording::failure(
-            tr("its samples %1: %2").arg(QFileInfo(dataName).fileName(), obstacle));
-    return openSamples(metadata, metaFile.fileName(), dataName, 0, QFileInfo(dataName).size());
+            tr("its samples %1: %2").arg(plainText(QFileInfo(dataName).fileName()), obstacle));
+    return openSamples(metadata, metaFile.fileName(), {dataName, 0, QFileInfo(dataName).size()},
+                       options);
 }
 
 Recording Sigmf::openArchive(const QString& fileName, const Recording::Options& options)
@@ -78,24 +95,23 @@ Recording Sigmf::openArchive(const QString& fileName, const Recording::Options& 
     const auto data = archive.files.find(dataName);
     if (metadata.why.isEmpty() && data == archive.files.end())
         return Recording::failure(
-            tr("the archive holds no samples %1 beside the metadata").arg(dataName));
+            tr("the archive holds no samples %1 beside the metadata").arg(plainText(dataName)));
     const SigmfArchive::Span span =
         data == archive.files.end() ? SigmfArchive::Span{0, 0} : data->second;
-    Recording recording = openSamples(metadata, QFileInfo(fileName).fileName(), fileName,
-                                      span.offset, span.offset + span.size);
+    Recording recording = openSamples(metadata, QFileInfo(fileName).fileName(),
+                                      {fileName, span.offset, span.offset + span.size}, options);
     if (archive.isCutOff)
         recording.notices += tr("the archive was cut off, the samples that are left are shown");
     if (archive.recordingCount > 1)
         recording.notices += tr("the archive holds %1 recordings, %2 is shown; unpack it to open "
                                 "the others")
                                  .arg(archive.recordingCount)
-                                 .arg(archive.metaName);
+                                 .arg(plainText(archive.metaName));
     return recording;
 }
 
-/// @param begin,end  of the dataset in its file.
 Recording Sigmf::openSamples(const SigmfMetadata& metadata, const QString& name,
-                             const QString& fileName, std::int64_t begin, std::int64_t end)
+                             const Dataset& dataset, const Recording::Options& options)
 {
     Recording recording;
     recording.why = metadata.why;
@@ -105,15 +121,47 @@ Recording Sigmf::openSamples(const SigmfMetadata& metadata, const QString& name,
         return recording;
     RawLayout layout = metadata.layout;
     for (RawLayout::Chunk& chunk : layout.chunks)
-        chunk.offset += begin;
-    layout.end = end - metadata.trailingBytes;
+        chunk.offset += dataset.begin;
+    layout.end = dataset.end - metadata.trailingBytes;
     layout.sampleRate = recording.orAssumed(metadata.sampleRate);
     if (layout.symbolRate > layout.sampleRate)
         layout.symbolRate.reset();
-    RawSource::open(recording, name, fileName, layout);
+    RawSource::open(recording, name, dataset.fileName, layout);
     if (recording.source && metadata.sampleCount > recording.source->sampleCount())
         recording.notices += tr("it was cut off: the metadata speak of %1 samples, %2 are there")
                                  .arg(metadata.sampleCount)
                                  .arg(*recording.source->sampleCount());
+    if (recording.source && !metadata.sha512.isEmpty())
+        check(recording, metadata.sha512, dataset, options);
     return recording;
+}
+
+/// Compares a dataset with its checksum, and says what came of it.
+void Sigmf::check(Recording& recording, const QString& sha512, const Dataset& dataset,
+                  const Recording::Options& options)
+{
+    constexpr std::int64_t blockSize = 4 << 20;
+    const std::int64_t size = dataset.end - dataset.begin;
+    if (size > maxCheckedSize) {
+        recording.details +=
+            tr("Checksum: not compared, which takes too long above %1 bytes").arg(maxCheckedSize);
+        return;
+    }
+    QFile file(dataset.fileName);
+    file.open(QIODevice::ReadOnly);
+    file.seek(dataset.begin);
+    QCryptographicHash hash(QCryptographicHash::Sha512);
+    for (std::int64_t done = 0; done < size; done += blockSize) {
+        hash.addData(file.read(std::min(blockSize, size - done)));
+        if (options.goOn && !options.goOn(static_cast<double>(done) / static_cast<double>(size))) {
+            recording.why = tr("opening was given up");
+            recording.source.reset();
+            return;
+        }
+    }
+    const bool isRight = QString::fromLatin1(hash.result().toHex()) == sha512;
+    if (!isRight)
+        recording.notices += tr("its samples are not those that its metadata were written for "
+                                "(core:sha512 differs): they were changed or damaged");
+    recording.details += isRight ? tr("Checksum: right") : tr("Checksum: wrong");
 }

@@ -17,6 +17,9 @@ public:
 private:
     static Recording openFiles(const QString& fileName, const Recording::Options& options);
     static Recording openArchive(const QString& fileName, const Recording::Options& options);
+    struct Dataset;
     static Recording openSamples(const struct SigmfMetadata& metadata, const QString& name,
-                                 const QString& fileName, std::int64_t begin, std::int64_t end);
+                                 const Dataset& dataset, const Recording::Options& options);
+    static void check(Recording& recording, const QString& sha512, const Dataset& dataset,
+                      const Recording::Options& options);
 };

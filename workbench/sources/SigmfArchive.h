@@ -30,5 +30,5 @@ public:
     bool isCutOff = false;
 
 private:
-    void add(const QString& name, const Span& span, const char* content);
+    void add(const QString& name, const Span& span, class QFile& archive);
 };

@@ -2,6 +2,8 @@
 // The standard: Signal Metadata Format Specification 1.2, https://sigmf.org.
 #include "workbench/sources/SigmfMetadata.h"
 
+#include "workbench/sources/PlainText.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -12,8 +14,10 @@
 namespace {
 
 constexpr double maxChannelCount = 1000.0;
+constexpr int maxDetailCount = 100000; // lines; a hostile file has millions
 // Of sample indices and byte counts: far more than any file has, and their products fit.
-constexpr double maxIndex = 281474976710656.0; // 2^48
+constexpr double maxIndex = 281474976710656.0;  // 2^48
+constexpr double maxExact = 9007199254740992.0; // 2^53, of whole numbers in JSON
 
 /// A whole number from lowest to highest; none when there is none.
 std::optional<std::int64_t> wholeNumber(const QJsonObject& object, const char* key,
@@ -31,9 +35,7 @@ QString text(const QJsonValue& value)
     QString result = value.toVariant().toString();
     if (value.isDouble())
         result = QString::number(value.toDouble(), 'g', 15);
-    for (QChar& character : result)
-        character = character.isPrint() ? character : QLatin1Char(' ');
-    return result.simplified();
+    return plainText(result).simplified();
 }
 
 QString line(const QJsonObject& object)
@@ -41,9 +43,9 @@ QString line(const QJsonObject& object)
     QStringList parts;
     for (auto i = object.begin(); i != object.end(); ++i) {
         if (const QString value = text(i.value()); !value.isEmpty())
-            parts += i.key() + QLatin1Char(' ') + value;
+            parts += plainText(i.key()) + QLatin1Char(' ') + value;
     }
-    return parts.join(QStringLiteral(", "));
+    return plainText(parts.join(QStringLiteral(", ")), maxLineLength);
 }
 
 } // namespace
@@ -71,8 +73,13 @@ SigmfMetadata SigmfMetadata::parse(const QByteArray& json, std::optional<double>
         metadata.readGlobal(root.value(QLatin1String("global")).toObject());
     for (const auto& capture : root.value(QLatin1String("captures")).toArray())
         metadata.readCapture(capture.toObject());
+    const auto rate = metadata.m_ownRate ? metadata.m_ownRate : sampleRate;
+    if (const QString notice = metadata.m_gaps.notice(rate); !notice.isEmpty())
+        metadata.notices += notice;
     for (const auto& annotation : root.value(QLatin1String("annotations")).toArray())
         metadata.readAnnotation(annotation.toObject());
+    if (metadata.m_leftOutCount > 0)
+        metadata.details += tr("Further captures and annotations: %1").arg(metadata.m_leftOutCount);
     for (const char* key : {"captures", "annotations"}) {
         if (!root.value(QLatin1String(key)).isArray())
             metadata.notices += tr("the metadata lack the list \"%1\"").arg(QLatin1String(key));
@@ -83,10 +90,12 @@ SigmfMetadata SigmfMetadata::parse(const QByteArray& json, std::optional<double>
 void SigmfMetadata::readGlobal(const QJsonObject& global)
 {
     for (auto i = global.begin(); i != global.end(); ++i) {
-        if (const QString value = text(i.value()); !value.isEmpty())
-            details += i.key() + QStringLiteral(": ") + value;
+        if (const QString value = text(i.value());
+            !value.isEmpty() && details.size() < maxDetailCount)
+            details += plainText(i.key()) + QStringLiteral(": ") + value;
         // The standard has no key for it; those who add one call it so, after their own name.
-        if (i.key().endsWith(QLatin1String(":symbol_rate")) && i.value().toDouble() > 0.0)
+        if (i.key().endsWith(QLatin1String(":symbol_rate")) &&
+            Recording::isSampleRate(i.value().toDouble()))
             layout.symbolRate = i.value().toDouble();
     }
     const QString datatype = global.value(QLatin1String("core:datatype")).toString();
@@ -95,6 +104,7 @@ void SigmfMetadata::readGlobal(const QJsonObject& global)
     const bool hasChannels = global.contains(QLatin1String("core:num_channels"));
     const auto channels = wholeNumber(global, "core:num_channels", 1.0, maxChannelCount);
     dataset = global.value(QLatin1String("core:dataset")).toString();
+    sha512 = global.value(QLatin1String("core:sha512")).toString().toLower();
 
     if (datatype.isEmpty())
         why = tr("the metadata lack core:datatype; mend them, or read the samples alone by "
@@ -105,17 +115,18 @@ void SigmfMetadata::readGlobal(const QJsonObject& global)
                   .arg(text(datatype));
     else if (hasChannels && !channels)
         why = tr("core:num_channels is %1, not a whole number from 1 to %2; mend the metadata")
-                  .arg(text(global.value(QLatin1String("core:num_channels"))))
-                  .arg(maxChannelCount);
-    else if (dataset.contains(QLatin1Char('/')))
+                  .arg(text(global.value(QLatin1String("core:num_channels"))),
+                       QString::number(maxChannelCount));
+    else if (dataset.contains(QLatin1Char('/')) || dataset.contains(QChar(QChar::Null)))
         why = tr("core:dataset is \"%1\", not the name of a file beside the metadata; mend them")
                   .arg(text(dataset));
     else if (!sampleRate && global.contains(QLatin1String("core:sample_rate")) &&
-             !(rate > 0.0 && rate <= Recording::maxSampleRate))
-        why = tr("core:sample_rate is %1, not a number above 0 and up to %2; give the right one by "
+             !Recording::isSampleRate(rate))
+        why = tr("core:sample_rate is %1, not a number from %2 to %3; give the right one by "
                  "--sample-rate")
-                  .arg(text(global.value(QLatin1String("core:sample_rate"))))
-                  .arg(Recording::maxSampleRate);
+                  .arg(text(global.value(QLatin1String("core:sample_rate"))),
+                       QString::number(Recording::minSampleRate),
+                       QString::number(Recording::maxSampleRate));
     if (!global.contains(QLatin1String("core:version")))
         notices += tr("the metadata lack core:version");
     for (const auto& entry : global.value(QLatin1String("core:extensions")).toArray()) {
@@ -124,8 +135,10 @@ void SigmfMetadata::readGlobal(const QJsonObject& global)
             notices += tr("the extension \"%1\" is not known, though the recording needs it")
                            .arg(text(extension.value(QLatin1String("name"))));
     }
-    if (!sampleRate && rate > 0.0)
-        sampleRate = rate;
+    if (Recording::isSampleRate(rate))
+        m_ownRate = rate;
+    if (!sampleRate)
+        sampleRate = m_ownRate;
     layout.format = format.value_or(SampleFormat());
     layout.channelCount = static_cast<int>(channels.value_or(1));
     isMetadataOnly = global.value(QLatin1String("core:metadata_only")).toBool();
@@ -133,14 +146,24 @@ void SigmfMetadata::readGlobal(const QJsonObject& global)
     m_offset = wholeNumber(global, "core:offset").value_or(0);
 }
 
+void SigmfMetadata::addDetail(const QString& pattern, const QJsonObject& object)
+{
+    if (details.size() < maxDetailCount)
+        details += pattern.arg(line(object));
+    else
+        ++m_leftOutCount;
+}
+
 void SigmfMetadata::readCapture(const QJsonObject& capture)
 {
-    details += tr("Capture: %1").arg(line(capture));
+    addDetail(tr("Capture: %1"), capture);
     const auto start = wholeNumber(capture, "core:sample_start");
     if (!start)
         return;
     const std::int64_t first = std::max<std::int64_t>(*start - m_offset, 0);
     mention(first);
+    m_gaps.add({first, wholeNumber(capture, "core:global_index", 0.0, maxExact),
+                SigmfGaps::time(capture.value(QLatin1String("core:datetime")).toString())});
     const std::int64_t header = wholeNumber(capture, "core:header_bytes").value_or(0);
     RawLayout::Chunk& last = layout.chunks.back();
     const std::int64_t offset =
@@ -155,7 +178,7 @@ void SigmfMetadata::readCapture(const QJsonObject& capture)
 
 void SigmfMetadata::readAnnotation(const QJsonObject& annotation)
 {
-    details += tr("Annotation: %1").arg(line(annotation));
+    addDetail(tr("Annotation: %1"), annotation);
     if (const auto start = wholeNumber(annotation, "core:sample_start"))
         mention(*start - m_offset + wholeNumber(annotation, "core:sample_count").value_or(0));
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "workbench/sources/RawSource.h"
+#include "workbench/sources/SigmfGaps.h"
 
 /// What the metadata of a SigMF recording say. Keys are those of the SigMF standard.
 struct SigmfMetadata
@@ -21,14 +22,19 @@ public:
     /// Where the samples are; the sample rate and the end are not known here.
     RawLayout layout;
     QString dataset; ///< name of a file of samples that has its own name; else empty
+    QString sha512;  ///< of that file, hexadecimal; empty where not said
     bool isMetadataOnly = false;
     std::int64_t trailingBytes = 0; ///< after the samples
     std::int64_t sampleCount = 0;   ///< that captures and annotations speak of, at least
 
 private:
     void readGlobal(const class QJsonObject& global);
+    void addDetail(const QString& pattern, const QJsonObject& object);
     void readCapture(const QJsonObject& capture);
     void readAnnotation(const QJsonObject& annotation);
     void mention(std::int64_t sample);
-    std::int64_t m_offset = 0; // index of the first sample in captures and annotations
+    int m_leftOutCount = 0; // of details
+    SigmfGaps m_gaps;
+    std::optional<double> m_ownRate; // Hz, whatever was given
+    std::int64_t m_offset = 0;       // index of the first sample in captures and annotations
 };

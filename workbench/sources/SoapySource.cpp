@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/sources/SoapySource.h"
 
+#include "workbench/sources/PlainText.h"
+
 #include <QtEndian>
 
 #include <SoapySDR/Device.hpp>
@@ -34,7 +36,7 @@ QString takeText(SoapySDR::Kwargs& entries, const char* key)
     const auto entry = entries.find(key);
     if (entry == entries.end())
         return QString();
-    const QString text = QString::fromStdString(entry->second);
+    QString text = QString::fromStdString(entry->second);
     entries.erase(entry);
     return text;
 }
@@ -49,9 +51,8 @@ std::optional<double> takeNumber(SoapySDR::Kwargs& entries, const char* key, dou
     const double number = text.toDouble(&isNumber);
     if (!isNumber || !(number >= lowest && number <= highest))
         throw BadAddress{Text::tr("%1=%2 cannot be used; give a number from %3 to %4")
-                             .arg(QString::fromLatin1(key), text)
-                             .arg(lowest)
-                             .arg(highest)};
+                             .arg(QString::fromLatin1(key), plainText(text),
+                                  QString::number(lowest), QString::number(highest))};
     return number;
 }
 
@@ -64,7 +65,7 @@ QString devices()
         for (const char* key : {"driver", "serial", "label"}) {
             if (const auto entry = device.find(key); entry != device.end())
                 entries += QString::fromLatin1(key) + QLatin1Char('=') +
-                           QString::fromStdString(entry->second);
+                           plainText(QString::fromStdString(entry->second));
         }
         names += entries.join(QLatin1Char(','));
     }
@@ -111,7 +112,7 @@ public:
         if (gain)
             m_device->setGain(SOAPY_SDR_RX, m_channel, *gain);
         m_sampleRate = m_device->getSampleRate(SOAPY_SDR_RX, m_channel);
-        if (!(m_sampleRate > 0.0 && m_sampleRate <= maxHertz))
+        if (!Recording::isSampleRate(m_sampleRate))
             throw std::runtime_error("sample rate " + std::to_string(m_sampleRate));
         start();
     }
@@ -162,7 +163,7 @@ private:
                 return Owner(device);
         } catch (const std::exception& error) {
             throw BadAddress{Text::tr("the device cannot be opened (%1); %2")
-                                 .arg(QString::fromLocal8Bit(error.what()), devices())};
+                                 .arg(plainText(QString::fromLocal8Bit(error.what())), devices())};
         }
         throw BadAddress{Text::tr("there is no such device; %1").arg(devices())};
     }
@@ -201,7 +202,7 @@ void SoapySource::open(Recording& recording, const QString& address,
         recording.why = bad.why;
     } catch (const std::exception& error) {
         recording.why = tr("the device cannot be used like this (%1); change the address")
-                            .arg(QString::fromLocal8Bit(error.what()));
+                            .arg(plainText(QString::fromLocal8Bit(error.what())));
     }
 }
 
@@ -220,7 +221,7 @@ bool SoapySource::receive(std::vector<char>& bytes)
     try {
         count = m_device->read(samples.data(), samples.size(), patience);
     } catch (const std::exception& error) {
-        return end(QString::fromLocal8Bit(error.what()));
+        return end(plainText(QString::fromLocal8Bit(error.what())));
     }
     switch (count) {
     case SOAPY_SDR_TIMEOUT:

@@ -1,18 +1,27 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/sources/ZmqSource.h"
 
+#include "workbench/sources/PlainText.h"
+
 #include <QUrl>
 
+#include <linux/tcp.h>
 #include <netdb.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
 #include <zmq.hpp>
 
 namespace {
 
 constexpr std::chrono::seconds retryPeriod{3};
 constexpr std::chrono::seconds badNewsPeriod{3}; // that a message was left out is told for so long
-// Messages in wait: with the longest that are taken in at all, half a gigabyte.
-constexpr int highWaterMark = 16;
-constexpr std::int64_t longestTakenIn = 2 * ZmqSource::maxMessageSize;
+constexpr std::chrono::milliseconds pollPeriod{20};
+constexpr int highWaterMark = 16; // messages that wait in ZeroMQ
+constexpr std::int64_t longestTakenIn = 2 * ZmqSource::maxMessageSize; // of a part, bytes
+// Of a message that is not whole: the longest one, and what of the next may come beside it. ZeroMQ
+// takes up to 32 times as much memory, where parts are empty.
+constexpr std::int64_t maxUnfinishedSize = ZmqSource::maxMessageSize + (1 << 20);
+constexpr std::size_t maxWaitingSize = 2 * ZmqSource::maxMessageSize; // for who reads
 
 /// Where a host can be reached, as ZeroMQ writes it; empty where it is not known. IPv4 where there
 /// is a choice: publishers mostly listen there only. Asking ZeroMQ to look the name up instead
@@ -22,7 +31,7 @@ QString endpointOf(const QString& host, int port)
     addrinfo hints{};
     hints.ai_socktype = SOCK_STREAM;
     addrinfo* found = nullptr;
-    if (getaddrinfo(host.toUtf8().constData(), nullptr, &hints, &found) != 0)
+    if (getaddrinfo(host.toUtf8().constData(), nullptr, &hints, &found) != 0 || !found)
         return QString();
     const addrinfo* best = found;
     for (const addrinfo* other = found; other; other = other->ai_next) {
@@ -73,13 +82,29 @@ public:
     /// @return false for none.
     bool receive(zmq::message_t& message)
     {
-        return m_socket.recv(message, zmq::recv_flags::dontwait).has_value();
+        const bool isThere = m_socket.recv(message, zmq::recv_flags::dontwait).has_value();
+        if (isThere)
+            m_byteCount = byteCount();
+        return isThere;
     }
     bool isUp() const { return m_monitor.isUp; }
     /// Whether something answers that is no publisher.
     bool isStrange() const { return m_monitor.isStrange; }
     /// Whether something has taken the connection and says nothing of the protocol.
-    bool isUnanswered() const { return m_monitor.isTaken && !m_monitor.isUp; }
+    bool isUnanswered() const { return m_monitor.descriptor >= 0 && !m_monitor.isUp; }
+    /// Bytes that came from the peer, of messages and between them; 0 where that is not known.
+    std::int64_t byteCount() const
+    {
+        tcp_info info{};
+        socklen_t size = sizeof info;
+        if (m_monitor.descriptor < 0 ||
+            getsockopt(m_monitor.descriptor, IPPROTO_TCP, TCP_INFO, &info, &size) != 0 ||
+            size < offsetof(tcp_info, tcpi_bytes_received) + sizeof info.tcpi_bytes_received)
+            return 0;
+        return static_cast<std::int64_t>(info.tcpi_bytes_received);
+    }
+    /// Whether more bytes have come since the last message than a message may have.
+    bool isFlooded() const { return byteCount() - m_byteCount > maxUnfinishedSize; }
 
 private:
     struct Monitor : zmq::monitor_t
@@ -89,10 +114,13 @@ private:
             isUp = true;
             isStrange = false;
         }
-        void on_event_connected(const zmq_event_t&, const char*) override { isTaken = true; }
+        void on_event_connected(const zmq_event_t& event, const char*) override
+        {
+            descriptor = event.value;
+        }
         void on_event_disconnected(const zmq_event_t&, const char*) override
         {
-            isTaken = false;
+            descriptor = -1;
             isUp = false;
         }
         void on_event_handshake_failed_no_detail(const zmq_event_t&, const char*) override
@@ -103,7 +131,7 @@ private:
         {
             isStrange = true;
         }
-        bool isTaken = false;
+        int descriptor = -1; // of the connection; ZeroMQ owns it
         bool isUp = false;
         bool isStrange = false;
     };
@@ -116,6 +144,7 @@ private:
     zmq::context_t m_context;
     zmq::socket_t m_socket;
     Monitor m_monitor;
+    std::int64_t m_byteCount = 0; // when the last message was taken
 };
 
 void ZmqSource::open(Recording& recording, const QString& address, const SampleFormat& format,
@@ -131,12 +160,13 @@ void ZmqSource::open(Recording& recording, const QString& address, const SampleF
     }
     const QString endpoint = endpointOf(url.host(), url.port());
     if (endpoint.isEmpty()) {
-        recording.why = tr("the host %1 is not known; check the name").arg(url.host());
+        recording.why = tr("the host %1 is not known; check the name").arg(plainText(url.host()));
         return;
     }
     try {
         std::unique_ptr<ZmqSource> source(new ZmqSource(address, endpoint, format, sampleRate));
         source->connect();
+        source->m_thread = std::thread([zmq = source.get()] { zmq->run(); });
         recording.source = std::move(source);
     } catch (const zmq::error_t& error) {
         recording.why = tr("cannot be connected to (%1); check the address")
@@ -150,75 +180,131 @@ ZmqSource::ZmqSource(const QString& address, const QString& endpoint, const Samp
     , m_endpoint(endpoint)
 {}
 
-ZmqSource::~ZmqSource() = default;
+ZmqSource::~ZmqSource()
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_isStopping = true;
+    }
+    if (m_thread.joinable())
+        m_thread.join();
+}
 
 void ZmqSource::connect()
 {
     m_lastUp = Clock::now();
-    // Not every version of ZeroMQ says so when a handshake fails.
-    m_metStranger = m_connection && m_connection->isUnanswered();
+    {
+        // Not every version of ZeroMQ says so when a handshake fails.
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_metStranger = m_connection && m_connection->isUnanswered();
+    }
     m_connection.reset();
     m_connection = std::make_unique<Connection>(m_endpoint);
 }
 
-bool ZmqSource::receive(std::vector<char>& bytes)
+void ZmqSource::run()
 {
-    try {
-        // ZeroMQ does not try again where the peer did not speak its protocol.
-        if (Clock::now() - m_lastUp > retryPeriod)
-            connect();
-        if (m_connection) {
-            m_connection->await(patience);
-            take(bytes);
+    for (;;) {
+        try {
+            // ZeroMQ does not try again where the peer did not speak its protocol.
+            if (Clock::now() - m_lastUp > retryPeriod)
+                connect();
+            if (m_connection)
+                m_connection->await(pollPeriod);
+            else
+                std::this_thread::sleep_for(pollPeriod);
+            if (m_connection && !take() && m_connection->isFlooded()) {
+                leaveOut(tr("the publisher sends a message of more than %1 bytes: connecting again")
+                             .arg(maxMessageSize));
+                m_connection.reset();
+                m_lastUp = Clock::now();
+            }
+        } catch (const zmq::error_t&) {
+            // A signal came, or there is no room for a connection: the next turn tries again.
         }
-    } catch (const zmq::error_t&) {
-        // A signal came, or there is no room for a connection: the next call tries again.
+        note();
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_isStopping)
+            return;
     }
-    if (m_connection && m_connection->isUp()) {
-        m_lastUp = Clock::now();
-        m_wasUp = true;
-        m_metStranger = false;
-    }
-    return true;
 }
 
-/// Takes the messages that are there.
-void ZmqSource::take(std::vector<char>& bytes)
+/// Takes the messages that are there; false where there were none.
+bool ZmqSource::take()
 {
+    constexpr int most = 1000; // before other things are looked after
     zmq::message_t message;
-    while (bytes.size() < pieceSize && m_connection->receive(message)) {
+    int count = 0;
+    while (count < most && m_connection->receive(message)) {
+        ++count;
         const std::size_t size = message.size();
         if (message.more())
             continue;
         if (size == 0 || size > maxMessageSize || size % sampleSize() != 0)
-            leaveOut(size);
+            leaveOut(tr("messages are not whole samples of %1 (%2 left out, the last of %3 bytes); "
+                        "check the format, and that no tags are sent")
+                         .arg(format().name())
+                         .arg(lostBlockCount() + 1)
+                         .arg(size));
         else
-            bytes.insert(bytes.end(), message.data<char>(), message.data<char>() + size);
+            keep(message.data<char>(), size);
+    }
+    return count > 0;
+}
+
+/// Keeps samples for who reads.
+void ZmqSource::keep(const char* bytes, std::size_t size)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (m_waiting.size() + size > maxWaitingSize) {
+        countLost();
+        return;
+    }
+    m_waiting.insert(m_waiting.end(), bytes, bytes + size);
+    m_hasCome.notify_all();
+}
+
+/// Notes what became of the connection.
+void ZmqSource::note()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_isUp = m_connection && m_connection->isUp();
+    if (m_isUp) {
+        m_lastUp = Clock::now();
+        m_wasUp = true;
+        m_metStranger = false;
+    } else if (m_connection && m_connection->isStrange()) {
+        m_metStranger = true;
     }
 }
 
-void ZmqSource::leaveOut(std::size_t size)
+void ZmqSource::leaveOut(const QString& why)
 {
     countLost();
+    const std::lock_guard<std::mutex> lock(m_mutex);
     m_lastBad = Clock::now();
-    m_bad =
-        tr("messages are not whole samples of %1 (%2 left out, the last of %3 bytes); check the "
-           "format, and that no tags are sent")
-            .arg(format().name())
-            .arg(lostBlockCount())
-            .arg(size);
+    m_bad = why;
+}
+
+bool ZmqSource::receive(std::vector<char>& bytes)
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    m_hasCome.wait_for(lock, patience, [this] { return !m_waiting.empty(); });
+    bytes.insert(bytes.end(), m_waiting.begin(), m_waiting.end());
+    m_waiting.clear();
+    return true;
 }
 
 QString ZmqSource::amiss() const
 {
-    const bool isUp = m_connection && m_connection->isUp();
-    if (!isUp && (m_metStranger || (m_connection && m_connection->isStrange())))
-        return tr("who answers is not a ZeroMQ publisher: trying again");
-    if (!isUp && m_wasUp)
-        return tr("the publisher is gone: reconnecting");
-    if (!isUp)
-        return silentSeconds() > 0 ? tr("the publisher does not answer: trying again") : QString();
+    const std::lock_guard<std::mutex> lock(m_mutex);
     if (!m_bad.isEmpty() && Clock::now() - m_lastBad < badNewsPeriod)
         return m_bad;
+    if (!m_isUp && m_metStranger)
+        return tr("who answers is not a ZeroMQ publisher: trying again");
+    if (!m_isUp && m_wasUp)
+        return tr("the publisher is gone: reconnecting");
+    if (!m_isUp)
+        return silentSeconds() > 0 ? tr("the publisher does not answer: trying again") : QString();
     return LiveSource::amiss();
 }

@@ -4,18 +4,22 @@
 #include "workbench/sources/LiveSource.h"
 #include "workbench/sources/Recording.h"
 
+#include <condition_variable>
 #include <memory>
+#include <mutex>
+#include <thread>
 
 /// What a ZeroMQ publisher sends: each message some samples of one format, without a header. Of a
 /// message in parts, as it comes with a topic, the last part. Messages that are empty, absurdly
-/// long or not whole samples are left out and counted.
+/// long or not whole samples are left out and counted, as are those that nobody reads in time. A
+/// publisher whose message does not end is left.
 ///
 /// Connects to where it is told, binds nothing, and connects again for as long as it lives.
 class ZmqSource : public LiveSource
 {
     Q_DECLARE_TR_FUNCTIONS(ZmqSource)
 public:
-    static constexpr std::size_t maxMessageSize = 16 << 20; ///< bytes
+    static constexpr std::size_t maxMessageSize = 16 << 20; ///< bytes, of all parts
 
     /// Connects, and says in the recording what came of it. The publisher need not be there yet.
     /// @param address  zmq://HOST:PORT
@@ -32,15 +36,28 @@ private:
 
     ZmqSource(const QString& address, const QString& endpoint, const SampleFormat& format,
               double sampleRate);
+    void run();
     void connect();
-    void take(std::vector<char>& bytes);
-    void leaveOut(std::size_t size);
+    bool take();
+    void keep(const char* bytes, std::size_t size);
+    void note();
+    void leaveOut(const QString& why);
 
+    // Of the thread that receives, which takes whatever comes at once: only so is it known how much
+    // there is of a message that is not whole.
     const QString m_endpoint;
     std::unique_ptr<Connection> m_connection; // null where there could be none
     Clock::time_point m_lastUp;               // or tried
+
+    mutable std::mutex m_mutex; // guards what follows
+    std::condition_variable m_hasCome;
+    std::vector<char> m_waiting;
+    bool m_isStopping = false;
+    bool m_isUp = false;
     bool m_wasUp = false;
     bool m_metStranger = false;
     Clock::time_point m_lastBad; // message that was left out...
     QString m_bad;               // ...and why, empty for none
+
+    std::thread m_thread;
 };

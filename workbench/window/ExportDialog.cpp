@@ -32,6 +32,7 @@ ExportDialog::ExportDialog(const ViewExport& exporter, const ViewPanes& panes, s
     , m_scale(new QDoubleSpinBox(this))
     , m_trouble(new QLabel(this))
 {
+    m_trouble->setTextFormat(Qt::PlainText);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(tr("Export"));
     auto* form = new QFormLayout(this);

@@ -2,6 +2,7 @@
 #include "workbench/window/FileMenu.h"
 
 #include "platform/values/Persistant.h"
+#include "workbench/sources/PlainText.h"
 #include "workbench/window/Icons.h"
 #include "workbench/window/MenuEntries.h"
 #include "workbench/window/StreamDialog.h"
@@ -71,6 +72,7 @@ void FileMenu::showRecent()
         const QFileInfo file(m_recentFiles[i]);
         QString name =
             file.fileName() + QStringLiteral(" - ") + QDir::toNativeSeparators(file.path());
+        name = plainText(name, maxLineLength);
         name = fontMetrics().elidedText(name, Qt::ElideMiddle, maxRecentWidth);
         name.replace(QLatin1Char('&'), QLatin1String("&&"));
         QAction* action = m_recent->addAction(QStringLiteral("&%1 %2").arg((i + 1) % 10).arg(name));

@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/MainWindow.h"
 #include "workbench/sources/LiveAddress.h"
+#include "workbench/sources/PlainText.h"
 
 #include "iq/GLIQDiagram.h"
 #include "views/VCGLEyeDiagram.h"
@@ -279,8 +280,9 @@ void MainWindow::openOrSay(const QString& address, const Recording::Options& opt
         *recording = Recording::open(address, all);
     };
     m_progress->run(tr("Opening %1")
-                        .arg(LiveAddress::isLive(address) ? LiveAddress::title(address)
-                                                          : QFileInfo(address).fileName()),
+                        .arg(LiveAddress::isLive(address)
+                                 ? LiveAddress::title(address)
+                                 : plainText(QFileInfo(address).fileName())),
                     open, [this, recording, address](bool isCancelled) {
                         if (!isCancelled)
                             takeOrSay(address, std::move(*recording));

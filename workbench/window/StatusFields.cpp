@@ -4,27 +4,43 @@
 #include "workbench/window/Units.h"
 
 #include <QLabel>
+#include <QTextDocument>
 
 namespace {
 
 constexpr int fieldMargin = 10;
 
+} // namespace
+
 /// Text that ends in an ellipsis where it does not fit, instead of asking for more room.
-class ElidedLabel : public QLabel
+class StatusFields::ElidedLabel : public QLabel
 {
 public:
-    using QLabel::QLabel;
+    explicit ElidedLabel(QWidget* parent)
+        : QLabel(parent)
+    {
+        setTextFormat(Qt::PlainText);
+    }
+    void say(const QString& text)
+    {
+        if (text == m_whole)
+            return;
+        m_whole = text;
+        setToolTip(Qt::convertFromPlainText(text)); // or it may be taken for HTML
+        setText(fontMetrics().elidedText(m_whole, Qt::ElideMiddle, width()));
+    }
     QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
 
 protected:
     void resizeEvent(QResizeEvent* event) override
     {
         QLabel::resizeEvent(event);
-        setText(fontMetrics().elidedText(toolTip(), Qt::ElideMiddle, width()));
+        setText(fontMetrics().elidedText(m_whole, Qt::ElideMiddle, width()));
     }
-};
 
-} // namespace
+private:
+    QString m_whole;
+};
 
 StatusFields::StatusFields(QWidget* parent)
     : QStatusBar(parent)
@@ -54,18 +70,13 @@ QLabel* StatusFields::addField(const QString& longest, const QString& toolTip)
 void StatusFields::setSource(const QString& name, double sampleRate)
 {
     m_name = name;
-    m_source->setToolTip(QString());
     setTrouble(QString());
     m_sampleRate->setText(units::rate(sampleRate, "Hz"));
 }
 
 void StatusFields::setTrouble(const QString& sentence)
 {
-    const QString text = sentence.isEmpty() ? m_name : m_name + QStringLiteral(": ") + sentence;
-    if (text == m_source->toolTip())
-        return;
-    m_source->setToolTip(text);
-    m_source->setText(m_source->fontMetrics().elidedText(text, Qt::ElideMiddle, m_source->width()));
+    m_source->say(sentence.isEmpty() ? m_name : m_name + QStringLiteral(": ") + sentence);
 }
 
 void StatusFields::setFrameRate(std::optional<double> rate)

@@ -24,10 +24,12 @@ public:
     void setDropCount(std::int64_t count);
 
 private:
+    class ElidedLabel;
+
     QLabel* addField(const QString& longest, const QString& toolTip);
 
     QString m_name;
-    QLabel* m_source;
+    ElidedLabel* m_source;
     QLabel* m_sampleRate;
     QLabel* m_frameRate;
     QLabel* m_drops;

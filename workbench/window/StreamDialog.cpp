@@ -25,7 +25,7 @@ std::optional<double> rateOf(const QString& text)
 {
     bool isNumber = false;
     const double rate = text.trimmed().toDouble(&isNumber);
-    const bool isRate = isNumber && rate > 0.0 && rate <= Recording::maxSampleRate;
+    const bool isRate = isNumber && Recording::isSampleRate(rate);
     return isRate ? std::optional<double>(rate) : std::nullopt;
 }
 

@@ -1,0 +1,126 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+// Files that change while they are read, and texts that are no words.
+#include "Recordings.h"
+#include "workbench/sources/PlainText.h"
+#include "workbench/window/StatusFields.h"
+
+#include <QLabel>
+#include <QtEndian>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+TEST(PlainText, HoldsNothingThatControlsWhatShowsIt)
+{
+    const std::pair<QString, QString> rows[] = {
+        {"a <b>\u00e4\u4e2d\U0001f600", "a <b>\u00e4\u4e2d\U0001f600"},
+        {"\x1b[2Jx\x07\t\r\n\u2028y", QString("\ufffd[2Jx\ufffd    y")},
+        {QString(QChar(0x9b)) + "31m" + QChar(0x202e) + "gpj.exe" + QChar(0x2066) + QChar(0x200f),
+         "\ufffd31m\ufffdgpj.exe\ufffd\ufffd"},
+        {QString::fromUtf8("a\0b", 3), "a\ufffdb"},
+        {QString(QChar(0xd83d)) + "a", "\ufffda"}, // half a character
+        {"\u0646\u200c\u0645", "\u0646\u200c\u0645"},
+        {QString(600, 'x'), QString(499, 'x') + "\u2026"}};
+    for (const auto& [text, shown] : rows)
+        EXPECT_EQ(plainText(text), shown);
+}
+
+TEST(StatusFields, TakeNoNameForMarkup)
+{
+    StatusFields fields(nullptr);
+    fields.setSource("<h1>a</h1>.wav", 1e3);
+    const auto* label = fields.findChild<QLabel*>();
+    EXPECT_EQ(label->textFormat(), Qt::PlainText);
+    EXPECT_TRUE(label->toolTip().contains("&lt;h1&gt;a")) << qPrintable(label->toolTip());
+}
+
+TEST_F(Recordings, WhoseSizesWereLeftOpenPlayToTheirEnd)
+{
+    const auto number = [](quint32 size) { // as it stands in the file
+        size = qToLittleEndian(size);
+        return QByteArray(reinterpret_cast<const char*>(&size), sizeof size);
+    };
+    const QByteArray format =
+        "fmt " + number(16) + QByteArray::fromHex("01000100 401f0000 803e0000 02001000");
+    const QByteArray info = "LIST" + number(4) + "INFO";
+    constexpr quint32 open = 0xffffffff;
+    // Sizes of the whole and of the samples, chunks before and after them, samples that play.
+    const std::tuple<quint32, quint32, QByteArray, QByteArray, int> rows[] = {
+        {0, 0, "", "", 500},       {open, open, "", "", 500},   {open, 0, info, "", 500},
+        {36, 0, "", "", 500},      {0, open, info, "", 500},    {8, 0, info, "", 500},
+        {1036, 0, "", "", 500}, // a program that was ended
+        {1036, 1000, "", "", 500}, {1048, 1000, "", info, 500}, {48, 0, "", info, 0}};
+    for (const auto& [whole, size, before, after, count] : rows) {
+        SCOPED_TRACE(testing::Message() << whole << ", " << size);
+        writeFile(path("a.wav"), "RIFF" + number(whole) + "WAVE" + format + before + "data" +
+                                     number(size) + QByteArray(2 * count, '\x40') + after);
+        const auto source = this->open(path("a.wav"));
+        ASSERT_EQ(source != nullptr, count > 0);
+        EXPECT_EQ(notices, QStringList());
+        for (int run = 0; run < 2 && source; ++run) {
+            EXPECT_EQ(source->sampleCount(), count);
+            EXPECT_THAT(readAll(*source, 77),
+                        testing::AllOf(testing::SizeIs(count), testing::Each(16448.0 / 32768.0)));
+            EXPECT_TRUE(source->seek(0));
+        }
+    }
+}
+
+TEST_F(Recordings, ThatChangeWhileTheyAreReadEndThereAndSaySo)
+{
+    constexpr std::size_t count = 20000; // samples
+    const auto writeAudio = [&](const QString& name, int channels, std::size_t length) {
+        writeRecording(name, 8000, channels, sine(length * static_cast<std::size_t>(channels)),
+                       SF_FORMAT_PCM_16 | (name.endsWith("flac") ? SF_FORMAT_FLAC : SF_FORMAT_WAV));
+    };
+    const auto writeText = [](const QString& name, int channels, std::size_t length) {
+        QByteArray text;
+        for (std::size_t i = 0; i < length; ++i)
+            text += QByteArray("1").repeated(channels > 2 ? 500 : 1) + ",2\n";
+        writeFile(name, text);
+    };
+    const auto writeRaw = [](const QString& name, int channels, std::size_t length) {
+        writeFile(name, QByteArray(static_cast<int>(length) * channels, '\1'));
+    };
+    using Writer = std::function<void(const QString&, int, std::size_t)>;
+    // A file, and whether another one in its place can be told from it.
+    const std::tuple<const char*, Writer, bool> files[] = {{"a.flac", writeAudio, true},
+                                                           {"a.wav", writeAudio, true},
+                                                           {"a.csv", writeText, false},
+                                                           {"a.cu8", writeRaw, false}};
+    enum class Change { Shorter, OtherChannels, Gone };
+    for (const auto& [name, write, isOtherTold] : files) {
+        for (const Change change : {Change::Shorter, Change::OtherChannels, Change::Gone}) {
+            SCOPED_TRACE(testing::Message() << name << ", change " << static_cast<int>(change));
+            QFile::remove(path(name));
+            write(path(name), 2, count);
+            const auto source = open(path(name));
+            ASSERT_TRUE(source) << qPrintable(why);
+            std::vector<double> block;
+            source->read(block, 1000);
+            if (change == Change::Gone)
+                QFile::remove(path(name));
+            else if (change == Change::Shorter)
+                QFile(path(name)).resize(QFile(path(name)).size() / 2);
+            else
+                write(path(name), 8, count);
+            // As when it is repeated.
+            std::size_t all = 0;
+            for (int run = 0; run < 3; ++run) {
+                all = readAll(*source, 1000).size();
+                source->seek(0);
+            }
+            EXPECT_LE(all, 2 * count);
+            EXPECT_EQ(source->sampleCount(), static_cast<std::int64_t>(count));
+            EXPECT_EQ(source->valueCount(), 2);
+            const bool isTold =
+                change == Change::Shorter || (change == Change::OtherChannels && isOtherTold);
+            EXPECT_EQ(source->trouble().contains("open it again"), isTold)
+                << qPrintable(source->trouble());
+            EXPECT_EQ(all < 2 * count, isTold);
+        }
+    }
+}
+
+} // namespace

@@ -1,0 +1,46 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/sources/CsvRows.h"
+
+#include <QCoreApplication>
+#include <QString>
+
+#include <cstdint>
+
+/// Looks whether the times in a column run on evenly, as far as the digits that are written tell.
+class CsvTimes
+{
+    Q_DECLARE_TR_FUNCTIONS(CsvTimes)
+public:
+    CsvTimes() = default; ///< no times
+    /// @param title      of the column, for people.
+    /// @param usualStep  from a row to the next one, in the column's unit.
+    /// @param rows       the first ones, from which is learnt how the times are written.
+    CsvTimes(std::size_t column, const QString& title, double usualStep,
+             const std::vector<CsvRows::Row>& rows);
+
+    /// From a row to the next one, the mean where no rows are missing, >= 0.
+    double step() const { return m_step; }
+
+    /// Takes the next row, counted from 1; true for the first row that is off, and for the first
+    /// one that goes back.
+    bool take(std::int64_t number, const CsvRows::Row& row);
+    /// What is amiss so far, a sentence; empty where nothing is.
+    QString notice() const;
+
+private:
+    void learn(std::string_view cell);
+    double resolution(double time) const;
+
+    std::size_t m_column = CsvRows::maxCellCount; // or more: none
+    QString m_title;
+    double m_step = 1.0;
+    int m_decimals = -400;  // most that are written...
+    int m_digits = 1;       // ...and most of significance
+    bool m_isExact = false; // times are written with all digits that they have
+    double m_last = 0.0;
+    std::int64_t m_lastNumber = 0; // of its row; 0 before the first one
+    std::int64_t m_firstUneven = 0;
+    std::int64_t m_firstBack = 0;
+};
