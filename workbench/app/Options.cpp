@@ -70,7 +70,8 @@ void describe(QCommandLineParser& parser)
     add("shift", Text::tr("Receiver: adds <HZ> to every frequency of the recording."), "HZ");
     add("bandwidth", Text::tr("Receiver: lets a channel of <HZ> about 0 through."), "HZ");
     add("squelch",
-        Text::tr("Receiver: shows nothing while the channel is below <DB> dB of full scale."),
+        Text::tr("Receiver: shows nothing while the channel is below <DB> dB of full scale; auto: "
+                 "while it has no symbols."),
         "DB");
     add("demod", Text::tr("Receiver: demodulates fm or am instead of I and Q."), "NAME");
     add("roll-off",
@@ -278,8 +279,10 @@ ReceiverSettings readReceiver(Reader& reader, const Options& options)
     settings.shift =
         reader.number("shift", -Recording::maxSampleRate, Recording::maxSampleRate).value_or(0.0);
     settings.bandwidth = reader.number("bandwidth", minHertz, Recording::maxSampleRate);
-    settings.squelch =
-        reader.number("squelch", ReceiverSettings::minSquelch, ReceiverSettings::maxSquelch);
+    settings.hasAutoSquelch = reader.text("squelch") == QLatin1String("auto");
+    if (!settings.hasAutoSquelch)
+        settings.squelch =
+            reader.number("squelch", ReceiverSettings::minSquelch, ReceiverSettings::maxSquelch);
     if (const auto name = reader.match("demod", "fm|am", Text::tr("give fm or am")))
         settings.demodulation = name->captured() == QLatin1String("fm")
                                     ? ReceiverSettings::Demodulation::Fm

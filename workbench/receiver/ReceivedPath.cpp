@@ -29,6 +29,7 @@ ReceivedPath::ReceivedPath(const Receiver::Input& input, const ChannelChoice& ch
     m_front.configure(settings, input.sampleRate, input.valueCount, input.isComplex, channel);
     BasebandFormat format;
     format.sampleRate = input.sampleRate;
+    format.isReal = !input.isComplex && settings.shift == 0.0 && !settings.modulation;
     for (ReceiverStage* stage : stages())
         format = stage->configure(settings, format);
     m_timeOffset = format.timeOffset;
@@ -257,8 +258,28 @@ void ReceivedPath::passOn(std::size_t count, std::vector<SignalBlock>& blocks)
     leave(m_received.samples);
     leave(m_received.demodulated);
     m_receivedFirst += end;
+    if (m_settings.hasAutoSquelch && m_format.samplesPerSymbol > 0.0)
+        silence(block);
     m_level.process(block, m_carrier.isOn() ? m_carrier.amplitude() : 0.0);
     push(std::move(block), blocks);
+}
+
+/// Makes the samples quiet whose symbols are none.
+void ReceivedPath::silence(SignalBlock& block) const
+{
+    const double half = 0.5 * m_format.samplesPerSymbol;
+    block.isQuiet.assign(block.count(), 1);
+    for (const Symbol& symbol : block.symbols) {
+        if (symbol.state == SymbolState::Unlocked)
+            continue;
+        const double middle = symbol.position - static_cast<double>(block.position);
+        const auto last = static_cast<double>(block.count());
+        const auto begin =
+            static_cast<std::size_t>(std::clamp(std::floor(middle - half), 0.0, last));
+        const auto end = static_cast<std::size_t>(std::clamp(std::ceil(middle + half), 0.0, last));
+        std::fill(block.isQuiet.begin() + static_cast<std::ptrdiff_t>(begin),
+                  block.isQuiet.begin() + static_cast<std::ptrdiff_t>(end), std::uint8_t{0});
+    }
 }
 
 /// Samples for the time since the last burst, up to where the input is.
@@ -284,18 +305,25 @@ void ReceivedPath::push(SignalBlock block, std::vector<SignalBlock>& blocks)
 {
     block.isAfterGap = m_isAfterGap;
     m_isAfterGap = false;
-    block.reports = reports();
+    block.reports = reports(block);
     m_position = block.end();
     blocks.push_back(std::move(block));
 }
 
-std::vector<StageReport> ReceivedPath::reports() const
+std::vector<StageReport> ReceivedPath::reports(const SignalBlock& block) const
 {
+    StageReport squelch = m_front.squelchReport();
+    if (m_settings.hasAutoSquelch) {
+        const bool isOpen =
+            block.isQuiet.empty() || std::count(block.isQuiet.begin(), block.isQuiet.end(), 0) > 0;
+        squelch.isOn = true;
+        squelch.isLocked = isOpen && squelch.isLocked.value_or(true);
+    }
     StageReport carrier = m_carrier.report();
     if (carrier.isLocked.value_or(false) && m_frequency.mayBeAlias())
         carrier.readings.push_back(
             {StageReport::Quantity::AliasDistance, m_frequency.aliasDistance()});
-    return {m_front.shiftReport(),  m_front.channelReport(), m_front.squelchReport(),
+    return {m_front.shiftReport(),  m_front.channelReport(), squelch,
             m_demodulator.report(), m_resampler.report(),    m_level.report(),
             m_filter.report(),      m_timing.report(),       carrier};
 }

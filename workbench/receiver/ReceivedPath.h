@@ -39,10 +39,11 @@ private:
     template<class Iterator>
     void markEdge(Iterator first, Iterator last);
     void passOn(std::size_t count, std::vector<SignalBlock>& blocks);
+    void silence(SignalBlock& block) const;
     void fillQuiet(std::vector<SignalBlock>& blocks);
     void push(SignalBlock block, std::vector<SignalBlock>& blocks);
     std::array<ReceiverStage*, 7> stages();
-    std::vector<StageReport> reports() const;
+    std::vector<StageReport> reports(const SignalBlock& block) const;
 
     Receiver::Input m_input;
     ReceiverSettings m_settings;

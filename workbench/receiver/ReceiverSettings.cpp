@@ -82,9 +82,9 @@ QString ReceiverSettings::flaw(double sampleRate) const
 bool ReceiverSettings::operator==(const ReceiverSettings& other) const
 {
     const auto all = [](const ReceiverSettings& s) {
-        return std::tie(s.isOn, s.removesDc, s.shift, s.bandwidth, s.squelch, s.demodulation,
-                        s.symbolRate, s.hasGainControl, s.filter, s.rollOff, s.hasTimingRecovery,
-                        s.modulation);
+        return std::tie(s.isOn, s.removesDc, s.shift, s.bandwidth, s.squelch, s.hasAutoSquelch,
+                        s.demodulation, s.symbolRate, s.hasGainControl, s.filter, s.rollOff,
+                        s.hasTimingRecovery, s.modulation);
     };
     return all(*this) == all(other);
 }

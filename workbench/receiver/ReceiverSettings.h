@@ -56,6 +56,8 @@ public:
     double shift = 0.0;              ///< Hz, added to every frequency
     std::optional<double> bandwidth; ///< Hz, of the channel's filter, both sides of 0
     std::optional<double> squelch;   ///< dB of full scale; what is below is silenced
+    /// Silences what has no symbols, whatever its level: noise may be louder than bursts.
+    bool hasAutoSquelch = false;
     Demodulation demodulation = Demodulation::Linear;
     std::optional<double> symbolRate; ///< Bd; none: no resampling, nor what follows
     bool hasGainControl = true;

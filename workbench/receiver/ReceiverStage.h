@@ -26,6 +26,7 @@ struct BasebandFormat
 {
     double sampleRate = 1.0;       ///< Hz
     bool isDemodulated = false;    ///< blocks have demodulated samples, too
+    bool isReal = false;           ///< Q is 0
     bool hasSymbolClock = false;   ///< the middle of symbol k is sample k * samplesPerSymbol
     double samplesPerSymbol = 0.0; ///< 0: not known
     double timeOffset = 0.0;       ///< s, of sample 0 after the start of the run

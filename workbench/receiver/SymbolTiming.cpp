@@ -16,6 +16,7 @@ constexpr int blockLength = 16;         // symbols
 constexpr std::int64_t aheadCount = 16; // blocks
 constexpr int behindCount = 32;         // blocks for the frequency; for the phase as many as ahead
 constexpr double oversampling = 3.0;    // of the search for the frequency
+constexpr double mostPower = 2.0;       // of a block, against the usual one
 constexpr double leastPower = 1e-30;    // full scale is 1: what is below is rounding
 constexpr int turnLength = 256;         // samples
 // What a sum of lines of noise does not reach, against what they could sum up to: noise grows as
@@ -139,6 +140,10 @@ void SymbolTiming::settle(std::int64_t block)
 {
     const std::int64_t last = std::min(block + aheadCount, m_blockCount - 1);
     const std::int64_t first = std::max<std::int64_t>(block - behindCount, 0);
+    std::vector<double> powers(m_powers.begin(), m_powers.end());
+    const auto middle = powers.begin() + static_cast<std::ptrdiff_t>(powers.size() / 2);
+    std::nth_element(powers.begin(), middle, powers.end());
+    m_usualPower = *middle;
     const double turn = last - first < fewBlocks ? 0.0 : frequency(first, last);
     Complex sum = 0.0;
     for (std::int64_t i = std::max(block - aheadCount, first); i <= last; ++i) {
@@ -286,8 +291,8 @@ double SymbolTiming::frequency(std::int64_t first, std::int64_t last)
     return (best + std::clamp(offset, -0.5, 0.5)) * step;
 }
 
-/// The line of a block counts by how well it agrees with its neighbours, as noise does not, and of
-/// a complex signal by its power; of a real one, noise may be stronger than bursts.
+/// The line of a block counts by how well it agrees with its neighbours, as noise does not, and by
+/// its power, up to a limit where the signal is real: noise may be stronger than bursts there.
 SymbolTiming::Complex SymbolTiming::weightedLineOf(std::int64_t block) const
 {
     const std::int64_t oldest = m_blockCount - static_cast<std::int64_t>(m_lines.size());
@@ -298,7 +303,9 @@ SymbolTiming::Complex SymbolTiming::weightedLineOf(std::int64_t block) const
         sum += lineOf(i);
         count += 1.0;
     }
-    const double power = m_isReal ? 1.0 : m_powers[static_cast<std::size_t>(block - oldest)];
+    double power = m_powers[static_cast<std::size_t>(block - oldest)];
+    if (m_isReal)
+        power = std::min(power, mostPower * m_usualPower);
     return power * std::norm(sum / count) * lineOf(block);
 }
 

@@ -87,8 +87,9 @@ private:
     std::deque<double> m_powers; // ...which is this
     std::int64_t m_blockCount = 0;
     std::int64_t m_settledCount = 0;
-    double m_phase = 0.0; // rad, of the last settled block
-    double m_slope = 0.0; // symbols a sample, there
+    double m_phase = 0.0;      // rad, of the last settled block
+    double m_slope = 0.0;      // symbols a sample, there
+    double m_usualPower = 0.0; // of the newest blocks
     bool m_isReal = true;
     bool m_isLocked = false; // about the last settled block
     std::vector<SymbolKnot> m_knots;

@@ -20,6 +20,7 @@ BasebandFormat TimingRecovery::configure(const ReceiverSettings& settings,
     m_isOneEach = format.samplesPerSymbol == 1.0;
     m_isOn = settings.hasTimingRecovery && format.samplesPerSymbol > 1.0;
     m_isDemodulated = format.isDemodulated;
+    m_isReal = format.isReal;
     m_sampleRate = format.sampleRate;
     m_timeOffset = format.timeOffset;
     m_isOffset = settings.modulation && modulations::of(*settings.modulation).isOffset;
@@ -61,6 +62,8 @@ void TimingRecovery::process(BasebandBlock& block)
     for (; k < block.samples.size(); k += m_step) {
         if (m_isDemodulated)
             m_timing->push(double{block.demodulated[k]});
+        else if (m_isReal)
+            m_timing->push(double{block.samples[k].real()});
         else
             m_timing->push(std::complex<double>(block.samples[k]));
     }

@@ -29,6 +29,7 @@ private:
 
     bool m_isOn = false;
     bool m_isDemodulated = false;
+    bool m_isReal = false;
     bool m_isOffset = false;  // Q comes half a symbol after I
     bool m_isOneEach = false; // a sample of each symbol
     double m_sampleRate = 1.0;
