@@ -37,6 +37,77 @@
     </message>
 </context>
 <context>
+    <name>BuiltInPanel</name>
+    <message>
+        <source>Built-in signal</source>
+        <translation>Eingebautes Signal</translation>
+    </message>
+    <message>
+        <source>Noise</source>
+        <translation>Rauschen</translation>
+    </message>
+    <message>
+        <source>RMS of the noise against the signal&apos;s level</source>
+        <translation>Effektivwert des Rauschens im Verhältnis zum Signalpegel</translation>
+    </message>
+    <message>
+        <source>Jitter</source>
+        <translation>Jitter</translation>
+    </message>
+    <message>
+        <source>RMS of the edges&apos; displacement, in unit intervals</source>
+        <translation>Effektivwert der Verschiebung der Flanken, in Symboldauern</translation>
+    </message>
+    <message>
+        <source>Bandwidth</source>
+        <translation>Bandbreite</translation>
+    </message>
+    <message>
+        <source>Where the signal is 3 dB down, as a part of the symbol rate</source>
+        <translation>Wo das Signal um 3 dB gedämpft ist, als Teil der Symbolrate</translation>
+    </message>
+    <message>
+        <source>&amp;Levels</source>
+        <translation>&amp;Pegel</translation>
+    </message>
+    <message>
+        <source> symbols</source>
+        <translation> Symbole</translation>
+    </message>
+    <message>
+        <source>F&amp;rame</source>
+        <translation>&amp;Rahmen</translation>
+    </message>
+    <message>
+        <source>Modulated signal</source>
+        <translation>Moduliertes Signal</translation>
+    </message>
+    <message>
+        <source>SNR</source>
+        <translation>SNR</translation>
+    </message>
+    <message>
+        <source>Energy of a symbol against the density of the noise</source>
+        <translation>Energie eines Symbols gegen die Dichte des Rauschens</translation>
+    </message>
+    <message>
+        <source>Phase noise</source>
+        <translation>Phasenrauschen</translation>
+    </message>
+    <message>
+        <source>RMS by which the carrier&apos;s phase walks in a symbol</source>
+        <translation>Effektivwert, um den die Phase des Trägers in einem Symbol wandert</translation>
+    </message>
+    <message>
+        <source>Carrier offset</source>
+        <translation>Trägerversatz</translation>
+    </message>
+    <message>
+        <source>What is left of it after the receiver</source>
+        <translation>Was der Empfänger davon übrig lässt</translation>
+    </message>
+</context>
+<context>
     <name>CsvLayout</name>
     <message>
         <source>this is text in UTF-16; save it in UTF-8</source>
@@ -188,6 +259,33 @@
     </message>
 </context>
 <context>
+    <name>GatePanel</name>
+    <message>
+        <source>Gate</source>
+        <translation>Messbereich</translation>
+    </message>
+    <message>
+        <source>What is shown</source>
+        <translation>Was gezeigt wird</translation>
+    </message>
+    <message>
+        <source>From a time to another</source>
+        <translation>Von einer Zeit bis zu einer anderen</translation>
+    </message>
+    <message>
+        <source>What eye, constellation and figures are of</source>
+        <translation>Woraus Auge, Konstellation und Messwerte sind</translation>
+    </message>
+    <message>
+        <source>Be&amp;gin</source>
+        <translation>A&amp;nfang</translation>
+    </message>
+    <message>
+        <source>&amp;End</source>
+        <translation>&amp;Ende</translation>
+    </message>
+</context>
+<context>
     <name>InfoDialog</name>
     <message>
         <source>Information</source>
@@ -265,6 +363,124 @@
     <message>
         <source>the stream has ended</source>
         <translation>der Strom ist zu Ende</translation>
+    </message>
+</context>
+<context>
+    <name>MeasureCommand</name>
+    <message>
+        <source>a live signal has no end to be measured to; record it first</source>
+        <translation>ein laufendes Signal hat kein Ende, bis zu dem gemessen werden könnte; zeichnen Sie es zuerst auf</translation>
+    </message>
+    <message>
+        <source>there is no channel %1; the recording has %2</source>
+        <translation>es gibt keinen Kanal %1; die Aufnahme hat %2</translation>
+    </message>
+    <message>
+        <source>it has ended before %1 s; start earlier</source>
+        <translation>sie ist vor %1 s zu Ende; beginnen Sie früher</translation>
+    </message>
+    <message>
+        <source>there are no samples to be measured; give another range</source>
+        <translation>es gibt keine Abtastwerte zu messen; geben Sie einen anderen Bereich an</translation>
+    </message>
+    <message>
+        <source>it is longer than can be measured at once: the samples after %1 s are left out; give --start and --seconds</source>
+        <translation>sie ist länger, als sich auf einmal messen lässt: die Abtastwerte nach %1 s fehlen; geben Sie --start und --seconds an</translation>
+    </message>
+</context>
+<context>
+    <name>Measurement</name>
+    <message>
+        <source>the symbol rate is not known</source>
+        <translation>die Symbolrate ist nicht bekannt</translation>
+    </message>
+    <message>
+        <source>the symbol rate was not estimated</source>
+        <translation>die Symbolrate wurde nicht geschätzt</translation>
+    </message>
+    <message>
+        <source>there are no samples</source>
+        <translation>es gibt keine Abtastwerte</translation>
+    </message>
+    <message>
+        <source>the signal is not periodic, or not for three periods</source>
+        <translation>das Signal ist nicht periodisch, oder nicht drei Perioden lang</translation>
+    </message>
+    <message>
+        <source>the symbols&apos; clock is not looked for</source>
+        <translation>der Symboltakt wird nicht gesucht</translation>
+    </message>
+    <message>
+        <source>there are no symbols</source>
+        <translation>es gibt keine Symbole</translation>
+    </message>
+    <message>
+        <source>the receiver is not locked</source>
+        <translation>der Empfänger ist nicht eingerastet</translation>
+    </message>
+    <message>
+        <source>a sample of each symbol makes no eye</source>
+        <translation>ein Abtastwert je Symbol ergibt kein Auge</translation>
+    </message>
+    <message>
+        <source>there are fewer than %1 traces</source>
+        <translation>es gibt weniger als %1 Spuren</translation>
+    </message>
+    <message>
+        <source>levels cannot be told apart</source>
+        <translation>die Pegel lassen sich nicht trennen</translation>
+    </message>
+    <message>
+        <source>too few transitions cross this eye</source>
+        <translation>zu wenige Übergänge queren dieses Auge</translation>
+    </message>
+    <message>
+        <source>too few transitions cross the eye</source>
+        <translation>zu wenige Übergänge queren das Auge</translation>
+    </message>
+    <message>
+        <source>the signal was not demodulated as FM</source>
+        <translation>das Signal wurde nicht als FM demoduliert</translation>
+    </message>
+    <message>
+        <source>the symbols are not those of a constellation</source>
+        <translation>die Symbole sind nicht die einer Konstellation</translation>
+    </message>
+    <message>
+        <source>the modulation is not known</source>
+        <translation>die Modulation ist nicht bekannt</translation>
+    </message>
+    <message>
+        <source>there are too few symbols</source>
+        <translation>es gibt zu wenige Symbole</translation>
+    </message>
+    <message>
+        <source>the modulation has one axis only</source>
+        <translation>die Modulation hat nur eine Achse</translation>
+    </message>
+    <message>
+        <source>the receiver recovers no carrier</source>
+        <translation>der Empfänger gewinnt keinen Träger zurück</translation>
+    </message>
+    <message>
+        <source>the carrier may also be %1 Hz beside it: the spectrum fits both</source>
+        <translation>der Träger kann auch %1 Hz daneben liegen: das Spektrum passt zu beiden</translation>
+    </message>
+    <message>
+        <source>the squelch is closed</source>
+        <translation>die Rauschsperre ist zu</translation>
+    </message>
+    <message>
+        <source>the receiver is not locked on %1 symbols</source>
+        <translation>bei %1 Symbolen ist der Empfänger nicht eingerastet</translation>
+    </message>
+    <message>
+        <source>%1 symbols are at the ends of bursts</source>
+        <translation>%1 Symbole liegen an den Enden von Bursts</translation>
+    </message>
+    <message>
+        <source>nothing was left out</source>
+        <translation>nichts wurde ausgelassen</translation>
     </message>
 </context>
 <context>
@@ -459,10 +675,6 @@
         <translation>Empfänger: angepasstes Filter, Wurzel-Kosinus mit Roll-off &lt;X&gt;; 0 für keines (0.35 mit --modulation, sonst keines).</translation>
     </message>
     <message>
-        <source>Receiver: recovers symbols and carrier of &lt;NAME&gt;: BPSK, QPSK, 8PSK, 16QAM or 64QAM, at --symbol-rate.</source>
-        <translation>Empfänger: gewinnt Symbole und Träger von &lt;NAME&gt; zurück: BPSK, QPSK, 8PSK, 16QAM oder 64QAM, bei --symbol-rate.</translation>
-    </message>
-    <message>
         <source>Receiver: leaves the gain as it is.</source>
         <translation>Empfänger: lässt die Verstärkung, wie sie ist.</translation>
     </message>
@@ -550,6 +762,34 @@
         <source>--modulation needs the symbol rate; give --symbol-rate, too</source>
         <translation>--modulation braucht die Symbolrate; auch --symbol-rate angeben</translation>
     </message>
+    <message>
+        <source>it has ended before %1 s; start earlier</source>
+        <translation>sie ist vor %1 s zu Ende; beginnen Sie früher</translation>
+    </message>
+    <message>
+        <source>Prints what the recordings measure and ends: json, a line for each; all of a recording unless --start and --seconds say otherwise.</source>
+        <translation>Gibt aus, was die Aufnahmen messen, und endet: json, eine Zeile für jede; die ganze Aufnahme, außer --start und --seconds sagen es anders.</translation>
+    </message>
+    <message>
+        <source>Starts &lt;S&gt; seconds after the beginning of the recording.</source>
+        <translation>Beginnt &lt;S&gt; Sekunden nach dem Anfang der Aufnahme.</translation>
+    </message>
+    <message>
+        <source>Receiver: measuring filter &lt;NAME&gt;: rrc, rc, gaussian, boxcar or half-sine; --roll-off is the roll-off of rrc and rc, and the BT of gaussian.</source>
+        <translation>Empfänger: Messfilter &lt;NAME&gt;: rrc, rc, gaussian, boxcar oder half-sine; --roll-off ist der Roll-off von rrc und rc und das BT von gaussian.</translation>
+    </message>
+    <message>
+        <source>Receiver: takes off what is at 0 Hz.</source>
+        <translation>Empfänger: entfernt, was bei 0 Hz liegt.</translation>
+    </message>
+    <message>
+        <source>Receiver: recovers symbols and carrier of &lt;NAME&gt;: %1, at --symbol-rate.</source>
+        <translation>Empfänger: gewinnt Symbole und Träger von &lt;NAME&gt; zurück: %1, bei --symbol-rate.</translation>
+    </message>
+    <message>
+        <source>give json</source>
+        <translation>geben Sie json an</translation>
+    </message>
 </context>
 <context>
     <name>PaneStates</name>
@@ -604,6 +844,18 @@
     <message>
         <source>%1, %2</source>
         <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>no symbols: %1</source>
+        <translation>keine Symbole: %1</translation>
+    </message>
+    <message>
+        <source>the clock of the symbols was not found</source>
+        <translation>der Symboltakt wurde nicht gefunden</translation>
+    </message>
+    <message>
+        <source>gate: %1</source>
+        <translation>Messbereich: %1</translation>
     </message>
 </context>
 <context>
@@ -672,34 +924,6 @@
         <translation>Zeigt -1 bis 1, die Vollaussteuerung von Aufnahmen (F)</translation>
     </message>
     <message>
-        <source>Built-in signal</source>
-        <translation>Eingebautes Signal</translation>
-    </message>
-    <message>
-        <source>Noise</source>
-        <translation>Rauschen</translation>
-    </message>
-    <message>
-        <source>RMS of the noise against the signal&apos;s level</source>
-        <translation>Effektivwert des Rauschens im Verhältnis zum Signalpegel</translation>
-    </message>
-    <message>
-        <source>Bandwidth</source>
-        <translation>Bandbreite</translation>
-    </message>
-    <message>
-        <source>Where the signal is 3 dB down, as a part of the symbol rate</source>
-        <translation>Wo das Signal um 3 dB gedämpft ist, als Teil der Symbolrate</translation>
-    </message>
-    <message>
-        <source> symbols</source>
-        <translation> Symbole</translation>
-    </message>
-    <message>
-        <source>F&amp;rame</source>
-        <translation>&amp;Rahmen</translation>
-    </message>
-    <message>
         <source>Appearance</source>
         <translation>Erscheinung</translation>
     </message>
@@ -752,18 +976,6 @@
         <translation>Takt</translation>
     </message>
     <message>
-        <source>Jitter</source>
-        <translation>Jitter</translation>
-    </message>
-    <message>
-        <source>RMS of the edges&apos; displacement, in unit intervals</source>
-        <translation>Effektivwert der Verschiebung der Flanken, in Symboldauern</translation>
-    </message>
-    <message>
-        <source>&amp;Levels</source>
-        <translation>&amp;Pegel</translation>
-    </message>
-    <message>
         <source>known</source>
         <translation>bekannt</translation>
     </message>
@@ -806,34 +1018,6 @@
     <message>
         <source>As the desktop</source>
         <translation>Wie der Desktop</translation>
-    </message>
-    <message>
-        <source>Modulated signal</source>
-        <translation>Moduliertes Signal</translation>
-    </message>
-    <message>
-        <source>SNR</source>
-        <translation>SNR</translation>
-    </message>
-    <message>
-        <source>Energy of a symbol against the density of the noise</source>
-        <translation>Energie eines Symbols gegen die Dichte des Rauschens</translation>
-    </message>
-    <message>
-        <source>Phase noise</source>
-        <translation>Phasenrauschen</translation>
-    </message>
-    <message>
-        <source>RMS by which the carrier&apos;s phase walks in a symbol</source>
-        <translation>Effektivwert, um den die Phase des Trägers in einem Symbol wandert</translation>
-    </message>
-    <message>
-        <source>Carrier offset</source>
-        <translation>Trägerversatz</translation>
-    </message>
-    <message>
-        <source>What is left of it after the receiver</source>
-        <translation>Was der Empfänger davon übrig lässt</translation>
     </message>
     <message>
         <source>live</source>
@@ -925,6 +1109,22 @@
     <message>
         <source>S&amp;lower</source>
         <translation>&amp;Langsamer</translation>
+    </message>
+    <message>
+        <source>&amp;Gate from here</source>
+        <translation>&amp;Messbereich ab hier</translation>
+    </message>
+    <message>
+        <source>Gate to &amp;here</source>
+        <translation>Messbereich &amp;bis hier</translation>
+    </message>
+    <message>
+        <source>Gate of &amp;all</source>
+        <translation>Messbereich: alle&amp;s</translation>
+    </message>
+    <message>
+        <source>Gate of &amp;what is shown</source>
+        <translation>Messbereich wie an&amp;gezeigt</translation>
     </message>
 </context>
 <context>
@@ -1092,37 +1292,29 @@
         <translation>Innen</translation>
     </message>
     <message>
-        <source>levels not told apart</source>
-        <translation>Pegel nicht unterscheidbar</translation>
-    </message>
-    <message>
-        <source>Eyes of two, three and four levels are measured. Is the symbol rate right, and the noise not too high?</source>
-        <translation>Gemessen werden Augen mit zwei, drei und vier Pegeln. Stimmt die Symbolrate, und ist das Rauschen nicht zu stark?</translation>
-    </message>
-    <message>
-        <source>no symbols</source>
-        <translation>keine Symbole</translation>
-    </message>
-    <message>
-        <source>EVM and MER are measured at the instants of decision: give the receiver the symbol rate, and leave the trajectory out.</source>
-        <translation>EVM und MER werden an den Entscheidungszeitpunkten gemessen: dem Empfänger die Symbolrate angeben und die Trajektorie weglassen.</translation>
-    </message>
-    <message>
-        <source>modulation unknown</source>
-        <translation>Modulation unbekannt</translation>
-    </message>
-    <message>
-        <source>EVM and MER are measured against the points of the modulation: choose it in the receiver, or give it by --modulation.</source>
-        <translation>EVM und MER werden gegen die Punkte der Modulation gemessen: im Empfänger wählen oder mit --modulation angeben.</translation>
-    </message>
-    <message>
-        <source>too few symbols yet</source>
-        <translation>noch zu wenige Symbole</translation>
-    </message>
-    <message>
         <source>Instant</source>
         <comment>of the crossing</comment>
         <translation>Zeitpunkt</translation>
+    </message>
+    <message>
+        <source>%1 to %2</source>
+        <translation>%1 bis %2</translation>
+    </message>
+    <message>
+        <source>; left out: %1 symbols</source>
+        <translation>; ausgelassen: %1 Symbole</translation>
+    </message>
+    <message>
+        <source>Left out: %1</source>
+        <translation>Ausgelassen: %1</translation>
+    </message>
+    <message>
+        <source>of %1 traces, %2</source>
+        <translation>aus %1 Spuren, %2</translation>
+    </message>
+    <message>
+        <source>of %1 symbols, %2</source>
+        <translation>aus %1 Symbolen, %2</translation>
     </message>
 </context>
 <context>
@@ -1178,10 +1370,6 @@
     <message>
         <source>none</source>
         <translation>keines</translation>
-    </message>
-    <message>
-        <source>Roll-off of the root raised cosine</source>
-        <translation>Roll-off des Wurzel-Kosinus</translation>
     </message>
     <message>
         <source>&amp;Matched filter</source>
@@ -1254,6 +1442,46 @@
     <message>
         <source>closed</source>
         <translation>zu</translation>
+    </message>
+    <message>
+        <source>root raised cosine</source>
+        <translation>Wurzel-Kosinus</translation>
+    </message>
+    <message>
+        <source>raised cosine</source>
+        <translation>Kosinus</translation>
+    </message>
+    <message>
+        <source>Gaussian</source>
+        <translation>Gauß</translation>
+    </message>
+    <message>
+        <source>boxcar</source>
+        <translation>Rechteck</translation>
+    </message>
+    <message>
+        <source>half sine</source>
+        <translation>Halbsinus</translation>
+    </message>
+    <message>
+        <source>Matched to the pulses that were sent, or such that opens an eye</source>
+        <translation>Den gesendeten Impulsen angepasst, oder so, dass sich ein Auge öffnet</translation>
+    </message>
+    <message>
+        <source>usual</source>
+        <translation>üblich</translation>
+    </message>
+    <message>
+        <source>Roll-off of the filter; of a Gaussian one its bandwidth in symbol rates</source>
+        <translation>Roll-off des Filters; bei Gauß die Bandbreite in Symbolraten</translation>
+    </message>
+    <message>
+        <source>Rem&amp;ove what is at 0 Hz</source>
+        <translation>Entfernen, was bei &amp;0 Hz liegtOhne Anteil bei 0 Hz</translation>
+    </message>
+    <message>
+        <source>Ro&amp;ll-off</source>
+        <translation>Ro&amp;ll-off</translation>
     </message>
 </context>
 <context>

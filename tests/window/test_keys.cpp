@@ -113,7 +113,7 @@ TEST_F(Keys, OfSlidersAndChoicesAreNotTakenByShortcuts)
     levels.setFocus();
     QTest::keyClick(&levels, Qt::Key_4);
     QTest::keyClick(&levels, Qt::Key_P);
-    EXPECT_FALSE(window->feed().isPlaying());
+    EXPECT_FALSE(window->feed().transport().isPlaying());
     EXPECT_EQ(window->player().builtIn().levelCount, 4);
 }
 

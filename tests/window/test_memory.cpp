@@ -34,7 +34,7 @@ struct Memory : Window
     }
     bool waitForName(const char* name)
     {
-        return QTest::qWaitFor([&] { return window->feed().source()->name() == name; });
+        return QTest::qWaitFor([&] { return window->feed().source().name == name; });
     }
 };
 
@@ -60,7 +60,7 @@ TEST_F(Memory, ListsRecentRecordingsUntilTheyAreGone)
     auto* notice = window->findChild<NoticeBar*>();
     EXPECT_TRUE(QTest::qWaitFor([&] { return notice->text().startsWith(path("11&.wav")); }));
     EXPECT_TRUE(recent().filter("11&&.wav").isEmpty());
-    EXPECT_EQ(window->feed().source()->name(), "8&.wav");
+    EXPECT_EQ(window->feed().source().name, "8&.wav");
     caption().setReadout("a ruler's");
     QTest::keyClick(&caption(), Qt::Key_Escape);
     EXPECT_TRUE(notice->isVisible()) << "Escape is the ruler's first";
@@ -100,8 +100,8 @@ TEST_F(Memory, KeepsWhatWasSet)
     window->restoreRoom();
     EXPECT_EQ(window->feed().eye().cut().symbolCount, 3);
     EXPECT_EQ(window->feed().eye().cut().bandwidth, 0.75);
-    EXPECT_EQ(window->feed().speed(), 2.0);
-    EXPECT_FALSE(window->feed().repeat());
+    EXPECT_EQ(window->feed().transport().speed(), 2.0);
+    EXPECT_FALSE(window->feed().transport().repeat());
     EXPECT_FALSE(action("&Repeat").isChecked());
     EXPECT_DOUBLE_EQ(window->feed().span(), span);
     EXPECT_FALSE(window->findChild<ParameterPanel*>()->isVisible());

@@ -47,18 +47,18 @@ TEST_F(Window, OpensPlaysSeeksExportsAndClosesMeanwhileAllByKeys)
     writeRecording(path("tone.wav"), 8000, 1, sine(80000));
     nameFileOnceAsked(window.get(), path("tone.wav"));
     QTest::keyClick(window.get(), Qt::Key_O, Qt::ControlModifier);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return feed.source()->name() == "tone.wav"; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return feed.source().name == "tone.wav"; }));
     QApplication::setActiveWindow(window.get()); // no window manager does it
-    EXPECT_TRUE(feed.isPlaying() && waitForTraces(2));
+    EXPECT_TRUE(feed.transport().isPlaying() && waitForTraces(2));
     QTest::keyClick(window.get(), Qt::Key_P);
-    const double stood = feed.time();
+    const double stood = feed.transport().time();
     QTest::keyClick(window.get(), Qt::Key_Right);
-    EXPECT_GT(feed.time(), stood);
+    EXPECT_GT(feed.transport().time(), stood);
     QTest::keyClick(window.get(), Qt::Key_Left);
-    EXPECT_NEAR(feed.time(), stood, 0.1);
+    EXPECT_NEAR(feed.transport().time(), stood, 0.1);
     QTest::keyClick(window.get(), Qt::Key_M);
     EXPECT_FALSE(window->findChild<ReadingTable*>()->isVisible());
-    EXPECT_FALSE(feed.isPlaying());
+    EXPECT_FALSE(feed.transport().isPlaying());
     auto& symbolRate = control<QDoubleSpinBox>("S&ymbol rate");
     symbolRate.selectAll();
     QTest::keyClicks(&symbolRate, "500\r");
@@ -71,19 +71,19 @@ TEST_F(Window, OpensPlaysSeeksExportsAndClosesMeanwhileAllByKeys)
 
     QApplication::setActiveWindow(window.get());
     QTest::keyClick(window.get(), Qt::Key_P);
-    EXPECT_TRUE(feed.isPlaying());
+    EXPECT_TRUE(feed.transport().isPlaying());
     QTest::keyClick(window.get(), Qt::Key_Q, Qt::ControlModifier);
     EXPECT_FALSE(window->isVisible());
     window.reset(); // while the timer runs and the view is bound
     window = std::make_unique<MainWindow>(scheme);
     window->player().openBuiltIn(NrzSettings());
-    window->feed().play();
+    window->feed().transport().play();
     EXPECT_TRUE(waitForTraces(1));
 }
 
 TEST_F(Window, StandsStillWhileAnyOfItsPauseControlsSaysSo)
 {
-    window->feed().play();
+    window->feed().transport().play();
     ASSERT_TRUE(waitForTraces(1));
     QWidget* playButton = window->findChild<QToolBar*>()->widgetForAction(&action("&Pause"));
     const std::function<void()> presses[] = {
@@ -94,26 +94,26 @@ TEST_F(Window, StandsStillWhileAnyOfItsPauseControlsSaysSo)
     };
     for (const auto& press : presses) {
         press();
-        EXPECT_FALSE(window->feed().isPlaying());
+        EXPECT_FALSE(window->feed().transport().isPlaying());
         EXPECT_TRUE(caption().isPaused());
         EXPECT_EQ(action("&Play").text(), "&Play");
-        const std::int64_t stood = window->feed().position();
-        window->feed().advance(1000000); // a late tick changes nothing
-        EXPECT_EQ(window->feed().position(), stood);
+        const std::int64_t stood = window->feed().transport().position();
+        window->feed().transport().advance(1000000); // a late tick changes nothing
+        EXPECT_EQ(window->feed().transport().position(), stood);
 
         press();
-        EXPECT_TRUE(window->feed().isPlaying());
+        EXPECT_TRUE(window->feed().transport().isPlaying());
         EXPECT_FALSE(caption().isPaused());
-        EXPECT_TRUE(QTest::qWaitFor([&] { return window->feed().position() > stood; }));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return window->feed().transport().position() > stood; }));
     }
 }
 
 TEST_F(Window, ShowsItsPointsAsLongAsItStandsStill)
 {
     window->player().openDemo(ModulationSettings());
-    window->feed().play();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !window->feed().iq().newestI().empty(); }));
-    window->feed().pause();
+    window->feed().transport().play();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !window->feed().gate().isEmpty(); }));
+    window->feed().transport().pause();
     TestAccess::age(window->iqView(), 0.3);
     QTest::qWait(400);
     window->iqView().repaint();
@@ -136,7 +136,7 @@ TEST_F(Window, ForgetsWhatItShowedWhenAnotherSignalIsOpened)
         });
     };
     window->player().openDemo(ModulationSettings());
-    window->feed().play();
+    window->feed().transport().play();
     EXPECT_TRUE(QTest::qWaitFor([&] { // which are in the bar that has the focus, too
         const auto [time, eye, iq] = lit();
         return time > 20 && eye > 20 && iq > 5 && readsHeight();
@@ -230,12 +230,12 @@ TEST_F(Window, PausesAtTheEndAndStartsAgainByTheSameButton)
 {
     action("&Repeat").trigger();
     dropSine(1, 1600);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !window->feed().isPlaying(); }));
-    EXPECT_EQ(window->feed().position(), 1600);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !window->feed().transport().isPlaying(); }));
+    EXPECT_EQ(window->feed().transport().position(), 1600);
     EXPECT_TRUE(caption().isPaused());
     QTest::keyClick(&caption(), Qt::Key_Space);
-    EXPECT_TRUE(window->feed().isPlaying());
-    EXPECT_LT(window->feed().position(), 1600);
+    EXPECT_TRUE(window->feed().transport().isPlaying());
+    EXPECT_LT(window->feed().transport().position(), 1600);
 }
 
 TEST_F(Window, OpensWhatIsDroppedOrSaysWhatIsWrongWithIt)
@@ -245,11 +245,11 @@ TEST_F(Window, OpensWhatIsDroppedOrSaysWhatIsWrongWithIt)
     drop({QUrl::fromLocalFile(path("letter.txt"))});
     EXPECT_TRUE(notice->isVisible());
     EXPECT_TRUE(notice->text().startsWith(path("letter.txt") + ": no row of numbers"));
-    EXPECT_EQ(window->feed().source()->name(), "Built-in NRZ signal"); // goes on
+    EXPECT_EQ(window->feed().source().name, "Built-in NRZ signal"); // goes on
 
     dropSine(2, 16000);
     EXPECT_TRUE(notice->text().startsWith("sine.wav: the symbol rate is not known"));
-    EXPECT_TRUE(window->feed().isPlaying());
+    EXPECT_TRUE(window->feed().transport().isPlaying());
     EXPECT_TRUE(window->windowTitle().startsWith("sine.wav"));
     // The axis fits the sine of amplitude 0.5.
     EXPECT_TRUE(QTest::qWaitFor([&] {
@@ -266,12 +266,12 @@ TEST_F(Window, OpensWhatIsDroppedOrSaysWhatIsWrongWithIt)
 TEST_F(Window, FollowsItsControls)
 {
     auto* panel = window->findChild<ParameterPanel*>();
-    auto* source = dynamic_cast<const NrzSource*>(window->feed().input());
+    const NrzSettings& builtIn = window->player().builtIn();
     QTest::keyClick(panel->findChildren<QSlider*>().first(), Qt::Key_Left);
-    EXPECT_NEAR(source->settings().noise, std::pow(10.0, -27.0 / 20.0), 1e-12);
+    EXPECT_NEAR(builtIn.noise, std::pow(10.0, -27.0 / 20.0), 1e-12);
 
     QTest::keyClick(panel->findChildren<QSlider*>()[1], Qt::Key_Right);
-    EXPECT_NEAR(source->settings().jitter, 0.01, 1e-12);
+    EXPECT_NEAR(builtIn.jitter, 0.01, 1e-12);
     auto& symbolRate = control<QDoubleSpinBox>("S&ymbol rate");
     const auto type = [&](const char* text) {
         symbolRate.selectAll();
@@ -280,7 +280,7 @@ TEST_F(Window, FollowsItsControls)
         return symbolRate.text().toStdString();
     };
     EXPECT_EQ(type("2,4k"), "2.4\u2009kBd");
-    EXPECT_EQ(window->feed().source()->symbolRate(), 2400.0);
+    EXPECT_EQ(window->feed().symbolRate(), 2400.0);
     EXPECT_EQ(type("fast"), "2.4\u2009kBd");
     EXPECT_EQ(window->feed().eye().cut().samplesPerSymbol, 20.0);
 
@@ -301,20 +301,20 @@ TEST_F(Window, FollowsItsControls)
     QTest::keyClick(&symbolRate, Qt::Key_Up); // steps from no rate tell nothing
     EXPECT_EQ(symbolRate.value(), 0.0);
     EXPECT_EQ(type("0.5 kBd"), "500\u2009Bd");
-    EXPECT_EQ(window->feed().eye().cut().clock, EyeCut::Clock::Recovered);
+    EXPECT_EQ(window->feed().eye().cut().samplesPerSymbol, 16.0);
     EXPECT_FALSE(window->findChild<NoticeBar*>()->isVisible());
     EXPECT_NEAR(span.value(), 500.0, 0.01); // symbols, as long as before
     EXPECT_EQ(type("0"), "unknown");
-    EXPECT_EQ(window->feed().eye().cut().clock, EyeCut::Clock::None);
+    EXPECT_EQ(window->feed().eye().cut().samplesPerSymbol, 0.0);
     span.setValue(250.0);
     EXPECT_NEAR(window->feed().span(), 0.25, 1e-9);
     symbolRate.setValue(7000.0); // too few samples a symbol
-    EXPECT_EQ(window->feed().eye().cut().clock, EyeCut::Clock::None);
+    EXPECT_EQ(window->feed().eye().cut().samplesPerSymbol, 0.0);
     EXPECT_TRUE(window->findChild<NoticeBar*>()->text().startsWith("sine.wav: an eye takes 2"));
 
     auto* speed = window->findChild<QToolBar*>()->findChild<QComboBox*>();
     QTest::keyClick(speed, Qt::Key_End);
-    EXPECT_EQ(window->feed().speed(), SignalFeed::fastest);
+    EXPECT_EQ(window->feed().transport().speed(), Transport::fastest);
 }
 
 TEST_F(Window, WearsTheColoursOfTheScheme)

@@ -1,65 +1,82 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "TreeAccess.h"
 #include "workbench/feed/EyeFeed.h"
+#include "workbench/receiver/Receiver.h"
 #include "workbench/sources/NrzSource.h"
 
 #include <gtest/gtest.h>
 
-#include <random>
+#include <cmath>
 
 namespace {
 
-using Clock = EyeCut::Clock;
 using Trace = std::vector<double>;
+using Parts = std::deque<BlockPart>;
 
-struct Cutting
+std::vector<Trace> tracesOf(const EyeCut& cut, const Parts& parts, std::int64_t step = 1)
 {
-    explicit Cutting(const EyeCut& cut)
-        : cutter(cut)
-    {}
-    void push(std::int64_t position, const std::vector<double>& samples)
-    {
-        cutter.push(position, samples);
-        take();
-    }
-    void finish()
-    {
-        cutter.finish();
-        take();
-    }
-    void take()
-    {
-        std::vector<double> samples;
-        std::vector<double> markers;
-        cutter.takeTraces(1000000, samples, markers);
-        EXPECT_EQ(markers.size(), samples.size());
-        for (std::size_t i = 0; i < samples.size(); i += cutter.traceLength()) {
-            EXPECT_EQ(markers[i], double(cutter.traceLength()));
-            const auto first = samples.begin() + static_cast<std::ptrdiff_t>(i);
-            traces.emplace_back(first, first + static_cast<std::ptrdiff_t>(cutter.traceLength()));
-        }
-    }
-    EyeCutter cutter;
+    EyeCutter cutter(cut);
+    cutter.setStep(step);
+    for (const BlockPart& part : parts)
+        cutter.push(part);
+    std::vector<double> samples;
+    std::vector<double> markers;
+    cutter.takeTraces(100000000, samples, markers);
     std::vector<Trace> traces;
-};
+    for (std::size_t i = 0; i < samples.size(); i += cutter.traceLength()) {
+        EXPECT_EQ(markers[i], double(cutter.traceLength()));
+        const auto first = samples.begin() + long(i);
+        traces.emplace_back(first, first + long(cutter.traceLength()));
+    }
+    return traces;
+}
+
+Parts cutUp(const Parts& parts, std::size_t length)
+{
+    Parts result;
+    for (const BlockPart& part : parts) {
+        for (std::size_t k = 0; k < part.count; k += length)
+            result.push_back({part.block, part.first + k, std::min(length, part.count - k)});
+    }
+    return result;
+}
 
 /// How far the eye is open in the middle: the gap between a level and the next where no trace
 /// passes, relative to the levels' distance.
-double opening(const std::vector<Trace>& traces, std::size_t skipped, int levelCount)
+double opening(const std::vector<Trace>& traces, int levelCount)
 {
     double worst = 1.0;
-    for (std::size_t i = skipped; i < traces.size(); ++i) {
-        const double place = (traces[i][traces[i].size() / 2] + 1.0) / 2.0 * (levelCount - 1);
+    for (const Trace& trace : traces) {
+        const double place = (trace[trace.size() / 2] + 1.0) / 2.0 * (levelCount - 1);
         worst = std::min(worst, 1.0 - 2.0 * std::abs(place - std::round(place)));
     }
     return worst;
 }
 
-TEST(Eye, IsOpenInTheMiddleWhereTheClockIsKnownOrRecovered)
+/// The signal of a source with its symbols, 3000 of them.
+Parts received(NrzSource& source, std::optional<double> symbolRate)
+{
+    ReceiverSettings settings;
+    settings.symbolRate = symbolRate;
+    Receiver receiver(Receiver::Input::of(source), 0, settings);
+    std::vector<double> values;
+    std::vector<SignalBlock> blocks;
+    source.read(values, std::size_t(3000.0 * source.sampleRate() / *source.symbolRate()));
+    receiver.process(0, values, blocks);
+    receiver.finish(blocks);
+    Parts parts;
+    for (SignalBlock& block : blocks) {
+        const std::size_t count = block.count();
+        parts.push_back({std::make_shared<SignalBlock>(std::move(block)), 0, count});
+    }
+    return parts;
+}
+
+TEST(Eye, IsOpenInTheMiddleOfEverySymbol)
 {
     struct
     {
-        Clock clock;
+        bool isKnown;
         double symbolRate;
         double error; // of the rate that is told, a part of it
         int levelCount;
@@ -67,16 +84,11 @@ TEST(Eye, IsOpenInTheMiddleWhereTheClockIsKnownOrRecovered)
         int symbolCount;
         double bandwidth;
         double opening;
-    } const rows[] = {{Clock::Known, 1200.0, 0.0, 2, 0.0, 2, 0.0, 0.9},
-                      {Clock::Known, 1100.0, 0.0, 4, 0.0, 3, 0.0, 0.7},
-                      {Clock::Known, 9600.0, 0.0, 2, 0.0, 1, 0.0, 0.85},
-                      {Clock::Recovered, 1200.0, 0.0, 2, 0.0, 2, 0.0, 0.85},
-                      {Clock::Recovered, 1234.5, 20e-6, 2, 0.1, 2, 0.0, 0.5},
-                      {Clock::Recovered, 4800.0, 5e-3, 2, 0.05, 16, 0.0, 0.6},
-                      {Clock::Recovered, 9600.0, -5e-3, 2, 0.05, 2, 0.0, 0.6},
-                      {Clock::Recovered, 5000.0, -1e-3, 4, 0.02, 2, 0.0, 0.4},
-                      {Clock::Known, 1200.0, 0.0, 2, 0.15, 2, 0.6, 0.5},
-                      {Clock::Recovered, 1200.0, 0.0, 2, 0.15, 2, 0.6, 0.5}};
+    } const rows[] = {
+        {true, 1200.0, 0.0, 2, 0.0, 2, 0.0, 0.9},     {true, 1100.0, 0.0, 4, 0.0, 3, 0.0, 0.7},
+        {true, 9600.0, 0.0, 2, 0.0, 1, 0.0, 0.85},    {false, 1234.5, 20e-6, 2, 0.1, 2, 0.0, 0.5},
+        {false, 4800.0, 5e-3, 2, 0.05, 16, 0.0, 0.6}, {false, 5000.0, -1e-3, 4, 0.02, 2, 0.0, 0.4},
+        {true, 1200.0, 0.0, 2, 0.15, 2, 0.6, 0.5},    {false, 1200.0, 0.0, 2, 0.15, 2, 0.6, 0.5}};
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::Message() << row.symbolRate << " Bd, error " << row.error);
         NrzSettings settings;
@@ -84,120 +96,111 @@ TEST(Eye, IsOpenInTheMiddleWhereTheClockIsKnownOrRecovered)
         settings.levelCount = row.levelCount;
         settings.noise = row.noise;
         NrzSource source(settings);
-        EyeCut cut;
-        cut.clock = row.clock;
-        cut.samplesPerSymbol = settings.sampleRate / row.symbolRate / (1.0 + row.error);
-        cut.firstSymbol = *source.firstSymbol();
-        cut.symbolCount = row.symbolCount;
-        cut.bandwidth = row.bandwidth;
-        Cutting inBlocks(cut);
-        Cutting atOnce(cut);
-        std::vector<double> all;
-        std::vector<double> block;
-        while (double(source.position()) < 3000.0 * 48000.0 / row.symbolRate) {
-            const std::int64_t position = source.position();
-            source.read(block, 1000 + all.size() % 777);
-            inBlocks.push(position, block);
-            all.insert(all.end(), block.begin(), block.end());
-        }
-        inBlocks.finish();
-        atOnce.push(0, all);
-        atOnce.finish();
-
-        EXPECT_EQ(inBlocks.traces, atOnce.traces);
-        const double symbolCount = double(all.size()) / 48000.0 * row.symbolRate;
-        EXPECT_NEAR(double(atOnce.traces.size()), symbolCount / row.symbolCount, 5.0);
-        EXPECT_GT(opening(atOnce.traces, 0, row.levelCount), row.opening);
-        for (std::size_t i = 1; i < atOnce.traces.size(); ++i)
-            EXPECT_EQ(atOnce.traces[i].front(), atOnce.traces[i - 1].back());
+        const double told = row.symbolRate * (1.0 + row.error);
+        const Parts parts = received(source, row.isKnown ? std::nullopt : std::optional(told));
+        const EyeCut cut{settings.sampleRate / told, row.symbolCount, row.bandwidth};
+        const auto traces = tracesOf(cut, parts);
+        EXPECT_NEAR(double(traces.size()), 3000.0, row.isKnown ? 20.0 : 300.0);
+        EXPECT_GT(opening(traces, row.levelCount), row.opening);
+        EXPECT_EQ(tracesOf(cut, cutUp(parts, 77)), traces);
+        const auto tenth = tracesOf(cut, parts, 10);
+        EXPECT_NEAR(double(tenth.size()), double(traces.size()) / 10.0, 5.0);
+        for (std::size_t k = 0; k < tenth.size() && row.bandwidth == 0.0; ++k)
+            EXPECT_NE(std::find(traces.begin(), traces.end(), tenth[k]), traces.end());
     }
+}
+
+/// A sine of 8 samples a symbol, one symbol a sample of it.
+std::shared_ptr<SignalBlock> block(std::int64_t position, std::size_t symbols)
+{
+    auto result = std::make_shared<SignalBlock>();
+    result->position = position;
+    for (std::size_t k = 0; k < 8 * symbols; ++k)
+        result->samples.push_back(std::sin(0.1 * double(position + std::int64_t(k))));
+    for (std::size_t k = 0; k < symbols; ++k) {
+        Symbol symbol;
+        symbol.position = double(position) + 8.0 * double(k) + 4.25;
+        symbol.state = SymbolState::Good;
+        result->symbols.push_back(symbol);
+    }
+    return result;
+}
+
+TEST(Eye, LeavesOutWhatTouchesAFlaw)
+{
+    auto whole = block(0, 100);
+    const auto countOf = [](const std::shared_ptr<SignalBlock>& first,
+                            const std::shared_ptr<SignalBlock>& second) {
+        const Parts parts = {{first, 0, first->count()}, {second, 0, second->count()}};
+        const EyeCut cut{8.0, 2, 0.0};
+        const auto traces = tracesOf(cut, parts);
+        for (const Trace& trace : traces) // the sine, between its samples
+            for (std::size_t k = 1; k < trace.size(); ++k)
+                EXPECT_LT(std::abs(trace[k] - trace[k - 1]), 0.075);
+        return traces.size();
+    };
+    const auto next = [](std::int64_t position) {
+        auto second = block(position, 100);
+        second->isAfterGap = position != 800;
+        return second;
+    };
+    const std::size_t all = countOf(whole, next(800));
+    EXPECT_GE(all, 194U); // but some at either end
+    auto bad = block(0, 100);
+    bad->symbols[50].state = SymbolState::Unlocked;
+    EXPECT_EQ(countOf(bad, next(800)), all - 3); // about it and its neighbours
+    bad = block(0, 100);
+    bad->isQuiet.resize(800);
+    bad->isQuiet[400] = 1; // between two symbols, in the traces of four
+    EXPECT_NEAR(double(countOf(bad, next(800))), double(all) - 2.5, 1.0);
+    bad = block(0, 100);
+    bad->samples[400] = std::nan("");
+    EXPECT_NEAR(double(countOf(bad, next(800))), double(all) - 5.0,
+                2.0); // what interpolates it, too
+    EXPECT_NEAR(double(countOf(whole, next(8000))), double(all) - 5.0, 2.0);
+    bad = block(0, 100);
+    bad->symbols.erase(bad->symbols.begin() + 50);
+    EXPECT_EQ(countOf(bad, next(800)), all - 3);
 }
 
 TEST(Eye, OfUnknownSymbolsIsTheSignalItself)
 {
-    Cutting cutting{EyeCut()};
-    for (const std::int64_t position : {0, 1000, 10000}) { // goes on, and then does not
-        cutting.push(position, ramp(1000, double(position)));
+    Parts parts;
+    for (const std::int64_t position : {0, 1000, 10050}) { // goes on, and then does not
+        auto made = std::make_shared<SignalBlock>();
+        made->position = position;
+        made->isAfterGap = position != 1000;
+        made->samples = ramp(1000, double(position));
+        parts.push_back({made, 0, 1000});
     }
-    ASSERT_EQ(cutting.traces.size(), 19U + 9U);
-    for (const Trace& trace : cutting.traces) {
-        ASSERT_EQ(trace.size(), 101U);
-        for (std::size_t i = 0; i < trace.size(); ++i)
-            EXPECT_NEAR(trace[i], trace[0] + double(i), 0.01);
-    }
-    EXPECT_NEAR(cutting.traces[19][0], 10050.0, 0.01);
+    const auto traces = tracesOf(EyeCut(), parts);
+    ASSERT_EQ(traces.size(), 19U + 9U);
+    for (const Trace& trace : traces)
+        EXPECT_EQ(trace, ramp(101, trace[0]));
+    EXPECT_EQ(traces[19][0], 10100.0);
 }
 
-TEST(Eye, OpensAgainAfterWhatIsNoSignal)
+TEST(Eye, ShowsAsManyTracesAsAViewKeepsFromAllOfTheGate)
 {
     NrzSource source;
-    std::vector<double> samples;
-    source.read(samples, 200000);
-    const double odd[] = {std::nan(""), INFINITY, 1e300, -1e300};
-    for (std::size_t i = 0; i < 4; ++i)
-        samples[50000 + i] = odd[i];
-    EyeCut cut;
-    cut.clock = Clock::Recovered;
-    cut.samplesPerSymbol = 40.0;
-    for (const double bandwidth : {0.0, 0.75}) {
-        cut.bandwidth = bandwidth;
-        Cutting cutting(cut);
-        cutting.push(0, samples);
-        cutting.finish();
-        ASSERT_GT(cutting.traces.size(), 2450U);
-        EXPECT_GT(opening(cutting.traces, 1300, 2), 0.7);
-    }
-}
-
-TEST(Eye, IsNotifiedOnceABlock)
-{
-    struct : IObserver
-    {
-        void Update(Observable*, TChangeCode code) override { count += code == ccContent; }
-        int count = 0;
-    } observer;
+    const Parts parts = received(source, std::nullopt);
     EyeFeed feed;
-    auto& trigger = valueAt<values::ValueBase>(EyeValues::triggerPath);
-    trigger.Attach(&observer);
-    NrzSource source;
-    feed.open(source, std::nullopt);
-    std::vector<double> block;
-    for (int i = 1; i <= 3; ++i) {
-        const std::int64_t position = source.position();
-        source.read(block, 48000);
-        feed.take(position, block);
-        feed.settle();
-        EXPECT_EQ(observer.count, i);
-        EXPECT_NEAR(double(listAt(EyeValues::samplesPath).size()), 10000.0, 25.0); // the newest
-    }
+    feed.open({48000.0, 40.0, false, false, false});
+    feed.show(parts);
+    const std::vector<double> shown = listAt(EyeValues::samplesPath);
+    EXPECT_NEAR(double(shown.size()), 10000.0 * 25.0 / 26.0, 400.0);
+    const auto traces = tracesOf(feed.cut(), parts);
+    const Trace first(shown.begin(), shown.begin() + 25);
+    const Trace last(shown.end() - 25, shown.end());
+    EXPECT_LT(std::find(traces.begin(), traces.end(), first) - traces.begin(), 20);
+    EXPECT_GT(std::find(traces.begin(), traces.end(), last) - traces.begin(), 2970);
     feed.setLevels(-9.0, 9.0);
     feed.fitLevels();
     EXPECT_NEAR(numberAt(EyeValues::yMaxPath), 1.25, 0.1); // level, noise and margin
-    std::vector<double> noise(200000);
-    std::mt19937 random(1);
-    std::generate(noise.begin(), noise.end(), [&] { return 1e-9 * double(random()) - 2.0; });
-    feed.take(source.position(), noise);
-    feed.settle();
-    EXPECT_FALSE(feed.measure());
-    source.seek(source.position() + 200000);
-    source.read(block, 10000); // a burst of 125 traces
-    feed.take(source.position() - 10000, block);
-    feed.settle();
-    EXPECT_NEAR(feed.measure().value().eyes.front().highLevel, 1.0, 0.05);
-    const int before = observer.count;
-    feed.take(source.position(), block);
-    feed.restart();
+    feed.setSymbolCount(3);
+    EXPECT_TRUE(feed.isEmpty());
     feed.fitLevels();
     EXPECT_NEAR(numberAt(EyeValues::yMaxPath), 1.25, 0.1) << "of no traces";
-    feed.settle();
-    EXPECT_EQ(observer.count, before) << "of an earlier signal";
-    EXPECT_EQ(feed.dropCount(), 0);
-    for (int i = 0; i < 20; ++i)
-        feed.take(source.position(), block); // nobody takes them up
-    EXPECT_GE(feed.dropCount(), 10);
-    feed.open(source, std::nullopt);
-    EXPECT_EQ(feed.dropCount(), 0);
-    trigger.Detach(&observer);
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 #include "Recordings.h"
 #include "TreeAccess.h"
 #include "workbench/feed/SignalFeed.h"
-#include "workbench/sources/NrzSource.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -67,47 +66,6 @@ TEST(Pacing, CatchesUpALittleAndGivesUpTheRestWithoutDrifting)
     }
 }
 
-TEST(Segments, AreAsLongAsTheirMarkersSayHoweverTheyAreReadAndStartNearZero)
-{
-    const std::pair<std::optional<double>, std::vector<double>> rows[] = {
-        {100.0, ramp(1000)},  {33.4, ramp(1000)}, {1.0, ramp(50)},
-        {5000.0, ramp(1000)}, {{}, sine(1003)},   {{}, std::vector<double>(1003)},
-        {{}, {0.5}},          {{}, {}},           {{}, std::vector<double>(500, std::nan(""))}};
-    for (const auto& [frame, content] : rows) {
-        std::vector<double> expected; // markers
-        for (const std::size_t step : {1U, 7U, 100U, 2000U}) {
-            ListSource source(content, 100.0, frame);
-            SegmentReader reader(source, 0);
-            reader.setSegmentLength(64);
-            SegmentReader::Part part;
-            while (reader.read(step, part) > 0) {
-            }
-            EXPECT_THAT(part.samples, testing::Pointwise(testing::NanSensitiveDoubleEq(), content));
-            EXPECT_THAT(part.i, testing::Pointwise(testing::NanSensitiveDoubleEq(), content));
-            for (double& sample : part.samples)
-                sample += 1000.0;
-            EXPECT_THAT(part.q, testing::Pointwise(testing::NanSensitiveDoubleEq(), part.samples));
-            expected = step == 1 ? part.markers : expected;
-            EXPECT_EQ(part.markers, expected) << step;
-        }
-        std::size_t start = 0;
-        int count = 0;
-        for (; start < expected.size(); ++count) {
-            const double length = expected[start];
-            ASSERT_GT(length, 0.0);
-            if (frame) {
-                EXPECT_EQ(start, std::ceil(count * *frame));
-            } else if (start > 0) { // samples of the sine are 0.08 apart about zero
-                EXPECT_FALSE(std::abs(content[start]) > 0.04) << start;
-            }
-            start += std::size_t(length);
-            EXPECT_TRUE(frame || start == expected.size() || std::abs(length - 64.0) <= 8.0);
-        }
-        EXPECT_TRUE(frame || start == expected.size()); // a frame may be cut short
-        EXPECT_EQ(std::count(expected.begin(), expected.end(), 0.0), long(expected.size()) - count);
-    }
-}
-
 TEST(Segments, AreThinnedOutToTheirExtremes)
 {
     std::mt19937 random(1);
@@ -148,7 +106,7 @@ struct Feed : testing::Test, IObserver
     Feed()
     {
         trigger.Attach(this);
-        feed.setPatience(std::chrono::minutes(1));
+        feed.transport().setPatience(std::chrono::minutes(1));
     }
     ~Feed() override { trigger.Detach(this); }
     void Update(Observable*, TChangeCode code) override
@@ -161,16 +119,18 @@ struct Feed : testing::Test, IObserver
         received.insert(received.end(), samples.begin(), samples.end());
         receivedMarkers.insert(receivedMarkers.end(), markers.begin(), markers.end());
     }
-    ListSource& play(std::vector<double> content, double rate)
+    ListSource& play(std::vector<double> content, double rate, std::optional<double> frame = {})
     {
-        feed.open(std::make_unique<ListSource>(std::move(content), rate), 0, std::nullopt);
-        feed.play();
-        return const_cast<ListSource&>(static_cast<const ListSource&>(*feed.input()));
+        auto source = std::make_unique<ListSource>(std::move(content), rate, frame);
+        ListSource& opened = *source;
+        feed.open(std::move(source), 0, std::nullopt);
+        feed.transport().play();
+        return opened;
     }
     void runPeriods(int first, int last)
     {
         for (int i = first; i <= last; ++i)
-            feed.advance(i * 1000 / 30 + 1);
+            feed.transport().advance(i * 1000 / 30 + 1);
     }
 
     SignalFeed feed;
@@ -184,6 +144,39 @@ struct Feed : testing::Test, IObserver
     std::vector<double> receivedMarkers;
 };
 
+TEST_F(Feed, CutsSegmentsAsLongAsTheirMarkersSayNearZero)
+{
+    const std::pair<std::optional<double>, std::vector<double>> rows[] = {
+        {100.0, ramp(1000)}, {33.4, ramp(1000)},
+        {1.0, ramp(50)},     {5000.0, ramp(1000)},
+        {{}, sine(1003)},    {{}, std::vector<double>(1003)},
+        {{}, {0.5}},         {{}, std::vector<double>(500, std::nan(""))}};
+    feed.transport().setRepeat(false);
+    for (const auto& [frame, content] : rows) {
+        received.clear();
+        receivedMarkers.clear();
+        play(content, 1920.0, frame); // 64 samples are due at a time
+        feed.setSpan(0.1);
+        runPeriods(1, 30);
+        ASSERT_EQ(received.size(), content.size());
+        std::size_t start = 0;
+        int count = 0;
+        for (; start < content.size(); ++count) {
+            const double length = receivedMarkers[start];
+            ASSERT_GT(length, 0.0);
+            if (frame) {
+                EXPECT_EQ(start, std::ceil(count * *frame));
+            } else if (start > 0) { // samples of the sine are 0.08 apart about zero
+                EXPECT_FALSE(std::abs(content[start]) > 0.04) << start;
+            }
+            start += std::size_t(length);
+            EXPECT_TRUE(frame || start == content.size() || std::abs(length - 64.0) <= 8.0);
+        }
+        EXPECT_EQ(std::count(receivedMarkers.begin(), receivedMarkers.end(), 0.0),
+                  long(content.size()) - count);
+    }
+}
+
 TEST_F(Feed, PlaysInStepWithTheClockWithoutLosingSamples)
 {
     const double rows[][3] = {// sample rate, speed, samples in a second
@@ -194,13 +187,13 @@ TEST_F(Feed, PlaysInStepWithTheClockWithoutLosingSamples)
     for (const auto& [rate, speed, expected] : rows) {
         received.clear();
         notifications = 0;
-        feed.setSpeed(speed);
+        feed.transport().setSpeed(speed);
         play(ramp(3e6), rate);
         runPeriods(1, 30);
         const auto count = double(received.size());
         EXPECT_NEAR(count, expected, 1.0) << rate;
         EXPECT_EQ(received, ramp(count)) << rate;
-        EXPECT_EQ(feed.position(), count);
+        EXPECT_EQ(feed.transport().position(), count);
         EXPECT_EQ(notifications, std::min(30.0, expected));
     }
 }
@@ -208,20 +201,21 @@ TEST_F(Feed, PlaysInStepWithTheClockWithoutLosingSamples)
 TEST_F(Feed, CatchesUpInOneNotificationAndPlaysLaterWhatIsTooOld)
 {
     play(ramp(1e6), 3000.0);
-    feed.advance(34);
-    feed.advance(134); // three periods late
+    feed.transport().advance(34);
+    feed.transport().advance(134); // three periods late
     EXPECT_EQ(notifications, 2);
     EXPECT_EQ(received, ramp(400));
 
-    feed.advance(10134);
+    feed.transport().advance(10134);
     EXPECT_EQ(notifications, 3);
     EXPECT_EQ(received, ramp(800));
 
     received.clear();
-    play(ramp(1000), 3e6); // over and over, faster than an eye is cut
+    play(ramp(1000), 3e6); // over and over
     runPeriods(1, 30);
     EXPECT_EQ(received.size(), 3000000U);
-    EXPECT_EQ(feed.dropCount(), 0);
+    EXPECT_EQ(feed.gate().blocks().front()->position, 0) << "each sample once, in order of time";
+    EXPECT_EQ(feed.gate().sampleCount(), 1000U);
 }
 
 TEST_F(Feed, PlaysOnWhereItWasWithAReceiver)
@@ -241,16 +235,16 @@ TEST_F(Feed, PlaysOnWhereItWasWithAReceiver)
 
 TEST_F(Feed, EndsOrStartsOverAndGoesOnInTheChosenChannel)
 {
-    QSignalSpy playing(&feed, &SignalFeed::playingChanged);
-    feed.setRepeat(false);
+    QSignalSpy playing(&feed.transport(), &Transport::playingChanged);
+    feed.transport().setRepeat(false);
     ListSource& source = play(ramp(250), 3000.0);
     runPeriods(1, 5);
     EXPECT_EQ(received, ramp(250));
     ASSERT_EQ(playing.size(), 2);
     EXPECT_FALSE(playing.last().first().toBool());
 
-    feed.setRepeat(true);
-    feed.play(); // from the start again
+    feed.transport().setRepeat(true);
+    feed.transport().play(); // from the start again
     runPeriods(1, 5);
     ASSERT_EQ(received.size(), 750U);
     EXPECT_EQ(received[500], 0.0);
@@ -258,10 +252,10 @@ TEST_F(Feed, EndsOrStartsOverAndGoesOnInTheChosenChannel)
 
     source.canSeek = false; // such as a pipe
     runPeriods(6, 12);
-    EXPECT_FALSE(feed.isPlaying());
+    EXPECT_FALSE(feed.transport().isPlaying());
     play({}, 3000.0);
     runPeriods(1, 2);
-    EXPECT_FALSE(feed.isPlaying()) << "nothing must not repeat for ever";
+    EXPECT_FALSE(feed.transport().isPlaying()) << "nothing must not repeat for ever";
 
     play(ramp(1000), 3000.0);
     runPeriods(1, 1);
@@ -276,19 +270,48 @@ TEST_F(Feed, EndsOrStartsOverAndGoesOnInTheChosenChannel)
     EXPECT_EQ(received.back(), 1000.0) << "the difference";
 }
 
-TEST_F(Feed, PlaysThroughToTheEndOfTheOpenSegment)
+TEST_F(Feed, PlaysThroughToTheSampleAndShowsAllPanesOfTheGate)
 {
-    feed.open(std::make_unique<ListSource>(ramp(1e6), 1000.0, 70.0), 0, std::nullopt);
-    feed.playThrough(0.1);
-    EXPECT_EQ(received.size(), 140U);
-    feed.playThrough(1e6);
-    EXPECT_EQ(received.size(), 1000000U);
+    // sample rate, frame, times played one after the other
+    const std::tuple<double, std::optional<double>, std::vector<double>> rows[] = {
+        {1000.0, 70.0, {0.1, 0.001, 0.05}},
+        {3e5, {}, {1e-4, 5.5e-3, 1.0 / 300.0}},
+        {360.0, {}, {0.15, 2.0}},
+        {1e6, {}, {0.3}}};
+    for (const auto& [rate, frame, times] : rows) {
+        feed.open(std::make_unique<ListSource>(ramp(1e6), rate, frame), 0, std::nullopt);
+        feed.setSpan(0.02);
+        double played = 0.0;
+        for (const double time : times) {
+            received.clear();
+            feed.transport().playThrough(time);
+            played += std::round(time * rate);
+            EXPECT_EQ(feed.transport().position(), played);
+            EXPECT_EQ(received.back(), played - 1.0);
+            const double shown = std::min(std::ceil(feed.span() * rate), played);
+            EXPECT_EQ(feed.gate().samples(), ramp(shown, played - shown)) << rate;
+            EXPECT_EQ(listAt(IqValues::iPath).back(), played - 1.0);
+        }
+    }
+    feed.transport().playThrough(1e6);
+    EXPECT_EQ(feed.transport().position(), 1000000);
+}
 
-    received.clear(); // where a period of the signal is long
-    feed.open(std::make_unique<ListSource>(ramp(1e6), 3e5), 0, std::nullopt);
-    feed.playThrough(1.0 / 300.0);
-    EXPECT_GE(received.size(), 1000U);
-    EXPECT_LE(received.size(), 2000U);
+TEST_F(Feed, KeepsAFixedGateWhateverIsPlayed)
+{
+    feed.open(std::make_unique<ListSource>(ramp(30000), 3000.0), 0, std::nullopt);
+    feed.fixGate(2.0, 1.0);
+    for (const auto& [from, seconds] :
+         {std::pair(0.5, 1.0), std::pair(1.2, 0.5), std::pair(1.6, 5.0), std::pair(0.0, 0.1),
+          std::pair(0.9, 0.2)}) {
+        feed.transport().seek(from);
+        feed.transport().playThrough(seconds);
+    }
+    EXPECT_EQ(feed.gate().samples(), ramp(3000, 3000.0));
+    std::vector<double> samples;
+    for (const SignalBlockPtr& block : feed.gate().blocks())
+        samples.insert(samples.end(), block->samples.begin(), block->samples.end());
+    EXPECT_EQ(samples, feed.gate().samples());
 }
 
 /// Counts up, at the rate at which a device does; a moment is long gone when it is read.
@@ -314,13 +337,13 @@ struct LiveSource : ListSource
 TEST_F(Feed, LeavesOutBlocksOfALiveSignalThatNobodyTakes)
 {
     feed.open(std::make_unique<LiveSource>(), 0, std::nullopt);
-    feed.setRepeat(true); // which nothing live can
+    feed.transport().setRepeat(true); // which nothing live can
     double last = 0.0;
     for (int time = 0; time < 2; ++time) { // what comes meanwhile is not waited for
-        feed.pause();
+        feed.transport().pause();
         QThread::msleep(700);
         received.clear();
-        feed.play();
+        feed.transport().play();
         EXPECT_TRUE(
             QTest::qWaitFor([&] { return !received.empty() && received.back() > last + 40000.0; }));
         EXPECT_LT(received.size(), 30000U);
@@ -329,8 +352,8 @@ TEST_F(Feed, LeavesOutBlocksOfALiveSignalThatNobodyTakes)
     received.clear();
     receivedMarkers.clear();
     QThread::msleep(1200); // more than may wait has come by now
-    for (int i = 1; feed.isPlaying(); ++i) {
-        feed.advance(i * 1000 / 30 + 1);
+    for (int i = 1; feed.transport().isPlaying(); ++i) {
+        feed.transport().advance(i * 1000 / 30 + 1);
         QTest::qWait(1);
     }
     EXPECT_EQ(received.back(), 399999.0);
@@ -347,22 +370,22 @@ TEST_F(Feed, SeeksAndChangesWhatPlaysAtOnce)
 {
     play(ramp(1e5), 3000.0);
     runPeriods(1, 1);
-    feed.seek(20.0);
+    feed.transport().seek(20.0);
     runPeriods(2, 2);
     EXPECT_EQ(received.back(), 60099.0);
     for (const double seconds : {-5.0, std::nan(""), 1e300}) {
-        feed.seek(seconds);
-        EXPECT_LE(feed.time(), *feed.length());
+        feed.transport().seek(seconds);
+        EXPECT_LE(feed.transport().time(), *feed.transport().length());
     }
-    feed.seek(1.0);
+    feed.transport().seek(1.0);
     runPeriods(3, 3);
-    feed.changeInput(
+    feed.changeSource(
         [](SignalSource& source) { static_cast<ListSource&>(source).samples[3100] = -7.0; });
     received.clear();
     runPeriods(4, 4);
     EXPECT_EQ(received.front(), -7.0); // though it had been read before
-    feed.setRepeat(false);
-    feed.setSpeed(SignalFeed::fastest);
+    feed.transport().setRepeat(false);
+    feed.transport().setSpeed(Transport::fastest);
     runPeriods(5, 5);
     EXPECT_EQ(received.size(), 96900U);
 }

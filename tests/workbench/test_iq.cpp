@@ -3,7 +3,6 @@
 #include "workbench/feed/IqFeed.h"
 #include "workbench/receiver/ReceiverSettings.h"
 #include "workbench/sources/ModulationSource.h"
-#include "workbench/sources/NrzSource.h"
 
 #include <gtest/gtest.h>
 
@@ -17,55 +16,79 @@ using Points = std::vector<double>;
 
 struct IqPoints : testing::Test
 {
+    static BlockPart part(const Points& i, const Points& q, std::int64_t position = 0)
+    {
+        auto block = std::make_shared<SignalBlock>();
+        block->position = position;
+        block->samples = block->i = i;
+        block->q = q;
+        return {block, 0, i.size()};
+    }
+    /// As one data set of as many samples.
     void notify(const Points& i, const Points& q)
     {
-        iq.take(0, i, q);
+        iq.setGateLength(100.0 * double(i.size()));
+        iq.take(part(i, q, position));
+        position += std::int64_t(i.size()) * 2;
+        iq.take(part({0.0}, {}, position)); // the next one
         iq.notify();
     }
     IqFeed iq;
+    std::int64_t position = 0;
 };
 
 TEST_F(IqPoints, AreSamplesThinnedOutWhereTheyAreTooMany)
 {
     const Points i = ramp(1000);
     const Points q = {i.rbegin(), i.rend()};
-    notify(i, q);
-    EXPECT_EQ(listAt(IqValues::iPath), i);
-    EXPECT_EQ(listAt(IqValues::qPath), q);
-    notify(i, {}); // a real signal
+    iq.show({part(i, q)}); // in a hundred data sets
+    EXPECT_EQ(listAt(IqValues::iPath), ramp(10, 990.0));
+    EXPECT_EQ(listAt(IqValues::qPath).back(), 0.0);
+    iq.show({part(i, {})}); // a real signal
     EXPECT_EQ(listAt(IqValues::qPath), Points());
+    auto quiet = std::make_shared<SignalBlock>(*part(i, q).block);
+    quiet->isQuiet.resize(1000, 1);
+    quiet->isQuiet[995] = 0;
+    iq.show({{quiet, 0, 1000}});
+    EXPECT_EQ(listAt(IqValues::iPath), Points{995.0});
 
-    iq.take(0, ramp(8192), ramp(8192));
-    iq.take(8192, ramp(8192), ramp(8192));
-    iq.notify();
+    iq.show({part(ramp(1638400), ramp(1638400))});
     const Points thin = listAt(IqValues::iPath);
     EXPECT_EQ(listAt(IqValues::qPath), thin);
     ASSERT_EQ(thin.size(), IqFeed::maxPointCount);
     int phases[8] = {}; // of a clock with 8 samples a symbol
     for (std::size_t k = 0; k < thin.size(); ++k) {
-        EXPECT_EQ(std::floor(thin[k] / 8.0), double(k % 1024));
+        EXPECT_EQ(std::floor((thin[k] - 1622016.0) / 8.0), double(k));
         ++phases[int(thin[k]) % 8];
     }
     EXPECT_GT(*std::min_element(phases, phases + 8), 200); // of 256
 }
 
-TEST_F(IqPoints, AreTheMiddlesOfSymbolsThatAreKnown)
+TEST_F(IqPoints, AreSymbolsThatCanBeTrusted)
 {
-    const NrzSource source; // 40 samples a symbol
-    const double first = std::round(*source.firstSymbol());
-    iq.open(source, std::nullopt);
-    for (std::int64_t position = 0; position < 1000; position += 7) {
-        const Points block = ramp(7, double(position));
-        iq.take(position, block, block);
+    auto block = std::make_shared<SignalBlock>(*part(ramp(100), ramp(100)).block);
+    for (int k = 0; k < 10; ++k) {
+        Symbol symbol;
+        symbol.position = 10.0 * k + 0.5;
+        symbol.value = {float(k), 1.0F};
+        symbol.state = k == 5  ? SymbolState::Unlocked
+                       : k < 2 ? SymbolState::Edge
+                               : SymbolState::Good;
+        block->symbols.push_back(symbol);
     }
+    iq.open({1.0, 10.0, true, false, true});
+    iq.setGateLength(2000.0); // sets of 20 samples
+    iq.take({block, 0, 55});
+    iq.take({block, 55, 20});
     iq.notify();
-    const Points middles = listAt(IqValues::iPath);
-    ASSERT_EQ(middles.size(), std::size_t((1000 - first) / 40) + 1);
-    for (std::size_t k = 0; k < middles.size(); ++k)
-        EXPECT_EQ(middles[k], first + 40.0 * double(k));
-    iq.open(source, 1200.0); // another clock than the source's: unknown
-    notify(ramp(100), {});
-    EXPECT_EQ(listAt(IqValues::iPath).size(), 100U);
+    EXPECT_EQ(listAt(IqValues::iPath), Points{4.0});
+    iq.take({block, 75, 25});
+    iq.notify();
+    EXPECT_EQ(listAt(IqValues::iPath), Points({6.0, 7.0}));
+    iq.setTrajectory(true);
+    EXPECT_FALSE(iq.showsDecisions());
+    iq.show({{block, 0, 100}});
+    EXPECT_EQ(listAt(IqValues::iPath), Points{99.0});
 }
 
 TEST_F(IqPoints, FitAxesOfEqualScaleWhateverAFewSay)

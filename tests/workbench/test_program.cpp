@@ -2,10 +2,15 @@
 // The program as it is started from a command line.
 #include "Recordings.h"
 #include "platform/gui/ColorSet.h"
+#include "workbench/sources/ModulationSource.h"
 
 #include <QDir>
 #include <QImage>
 #include <QProcess>
+
+#include <atomic>
+#include <map>
+#include <thread>
 
 namespace {
 
@@ -154,7 +159,8 @@ TEST_F(Program, TakesPicturesOfWhatItPlays)
     writeRecording(file, 8000, 2, sine(16000));
     using Scheme = ColorSet::Scheme;
     const std::tuple<QStringList, QSize, Scheme> rows[] = {
-        {{file, "--channel", "2", "--symbol-rate", "500", "--scheme", "light", "--size", "900x600"},
+        {{file, "--channel", "2", "--symbol-rate", "800", "--trajectory", "--scheme", "light",
+          "--size", "900x600"},
          {900, 600},
          Scheme::Light},
         {{file}, {1280, 800}, Scheme::Dark},
@@ -199,6 +205,41 @@ TEST_F(Program, KeepsPicturesAndDataInTheFormatsAndTheScaleWanted)
     EXPECT_EQ(QDir(pictures).entryList(QDir::Files).size(), 10);
     EXPECT_EQ(run({"--snapshot", pictures, "--formats", "png,gif"}), 2);
     expectComplaint("--formats");
+}
+
+TEST_F(Program, MakesTheSameOfACommandOnAnyLoad)
+{
+    std::vector<double> samples;
+    ModulationSource(ModulationSettings()).read(samples, 60000);
+    const QString file = path("signal.cf32");
+    writeRecording(file, 48000, 2, samples, SF_FORMAT_RAW | SF_FORMAT_FLOAT);
+    std::map<QString, QByteArray> contents[2];
+    for (const int load : {0, 1}) {
+        std::atomic<bool> isDone = false;
+        std::vector<std::thread> busy;
+        for (int k = 0; k < 2 * load; ++k)
+            busy.emplace_back([&isDone] {
+                while (!isDone) {
+                }
+            });
+        EXPECT_EQ(run({file, "--sample-rate", "48e3", "--symbol-rate", "6000", "--modulation",
+                       "qpsk", "--start", "0.2", "--seconds", "0.7", "--snapshot", path("same"),
+                       "--formats", "png,csv"}),
+                  0)
+            << qPrintable(error);
+        isDone = true;
+        for (std::thread& thread : busy)
+            thread.join();
+        for (const QString& name : QDir(path("same")).entryList(QDir::Files)) {
+            QFile kept(path("same") + '/' + name);
+            ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+            contents[load][name] = kept.readAll();
+        }
+    }
+    EXPECT_EQ(contents[0].size(), 7U);
+    EXPECT_EQ(contents[0], contents[1]);
+    const QByteArray& time = contents[0]["time.csv"]; // 0.7 s at 8 samples a symbol, to the sample
+    EXPECT_NEAR(time.count('\n'), 0.7 * 48000.0, 3.0);
 }
 
 TEST_F(Program, LeavesNothingBehindWherePicturesCannotBeWritten)

@@ -49,7 +49,7 @@ TEST_F(ReceiverControls, ActAtOnceAndSayHowTheStagesDo)
     auto& modulation = titled<QComboBox>(panel, "Modulation of the carrier that is recovered");
     modulation.setCurrentIndex(2); // QPSK
     emit modulation.activated(2);
-    window.feed().playThrough(1.0);
+    window.feed().transport().playThrough(1.0);
     window.refresh();
     int lockedCount = 0;
     for (const auto* label : panel.findChildren<QLabel*>())

@@ -216,9 +216,9 @@ Options readOptions(Reader& reader)
         reader.number("eye-bandwidth", EyeCut::minBandwidth, EyeCut::maxBandwidth);
     options.spanSeconds = reader.number("span", shortest, maxSeconds);
     if (reader.text("speed") == QLatin1String("max"))
-        options.speed = SignalFeed::fastest;
+        options.speed = Transport::fastest;
     else
-        options.speed = reader.number("speed", SignalFeed::minSpeed, SignalFeed::maxSpeed);
+        options.speed = reader.number("speed", Transport::minSpeed, Transport::maxSpeed);
     options.seconds = reader.number("seconds", shortest, maxSeconds).value_or(options.seconds);
 
     if (const auto scheme =

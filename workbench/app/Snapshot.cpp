@@ -15,20 +15,18 @@
 
 namespace {
 
-/// Plays; the levels' axis fits what is to be seen at the end.
+/// Plays, and fits the axes to what is seen then: no clock has a part in it.
 void play(MainWindow& window, double seconds)
 {
     SignalFeed& feed = window.feed();
-    if (const auto count = feed.source()->sampleCount())
-        seconds = std::min(seconds, static_cast<double>(*count) / feed.scale().sampleRate);
-    const double seen = std::min(seconds, feed.span());
     feed.setWatching(false);
-    if (seconds > seen)
-        feed.playThrough(seconds - seen);
-    feed.setWatching(true);
-    feed.playThrough(seen);
-    feed.eye().fitLevels(); // it shows far less than has been watched
+    window.panes().showWhilePaused([&] {
+        if (!feed.gate().isFixed()) // that was played
+            feed.transport().playThrough(seconds);
+        feed.fitToGate();
+    });
     window.refresh();
+    window.measure();
 }
 
 QByteArray png(QWidget& widget)
@@ -53,7 +51,7 @@ QStringList Snapshot::take(MainWindow& window, double seconds, const QString& fo
     window.panes().showAll();
     window.show();
     play(window, seconds);
-    if (window.feed().position() == 0) {
+    if (!window.feed().hasPlayed()) {
         error = tr("no samples came, so there is nothing to show; check who sends them");
         return {};
     }

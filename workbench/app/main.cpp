@@ -95,73 +95,110 @@ std::optional<SymbolRateEstimate> estimated(const Recording& recording, const Op
     return SymbolRateEstimate::ofSource(*recording.source, options.channel, options.receiver);
 }
 
-int run(MainWindow& window, const Options& options)
+/// Opens the recording in the window. @return exit code where it cannot be shown.
+std::optional<int> openRecording(MainWindow& window, const Options& options)
+{
+    const auto refuse = [&options](int code, const QString& why) {
+        return std::optional<int>(fail(code, about(options, why)));
+    };
+    if (options.receiver.isOn)
+        window.feed().setReceiver(options.receiver);
+    Recording recording = open(options);
+    if (!recording.source)
+        return refuse(exitFailed, recording.why);
+    if (options.lacksSymbolRate(recording.source->symbolRate()))
+        return refuse(exitWrongUsage, Options::tr("--modulation needs the symbol rate; give "
+                                                  "--symbol-rate, too"));
+    std::optional<double> symbolRate = options.symbolRate;
+    const auto estimate = estimated(recording, options);
+    const bool isFound = estimate && estimate->verdict != SymbolRateEstimate::Verdict::None;
+    if (isFound) {
+        std::printf("%s\n", qPrintable(estimate->sentence()));
+        std::fflush(stdout);
+        symbolRate = estimate->symbolRate;
+    } else if (estimate) { // what is there is shown all the same
+        say(about(options, estimate->sentence()));
+    }
+    QString why;
+    if (!window.player().open(std::move(recording), options.channel, symbolRate, why))
+        return refuse(exitFailed, why);
+    if (isFound)
+        window.player().setSureness(estimate->sureness);
+    const auto length = window.feed().transport().length();
+    if (options.start && length && *options.start >= *length)
+        return refuse(exitFailed,
+                      Options::tr("it has ended before %1 s; start earlier").arg(*options.start));
+    if (const QString flaw = window.feed().receiverFlaw(); !flaw.isEmpty())
+        return refuse(exitFailed, flaw);
+    if (options.snapshotFolder.isEmpty())
+        window.remember(options.file);
+    const QString notice = window.player().eyeNotice();
+    if (!notice.isEmpty() && (isFound || !estimate))
+        say(about(options, notice));
+    return std::nullopt;
+}
+
+/// Sets what the options say of the signal that was opened.
+void apply(const Options& options, MainWindow& window)
+{
+    SignalFeed& feed = window.feed();
+    if (options.eyeSymbolCount)
+        feed.eye().setSymbolCount(*options.eyeSymbolCount);
+    if (options.eyeBandwidth)
+        feed.eye().setBandwidth(*options.eyeBandwidth);
+    if (options.speed)
+        feed.transport().setSpeed(*options.speed);
+    if (options.spanSeconds)
+        feed.setSpan(*options.spanSeconds);
+    if (options.start && options.hasSeconds)
+        window.player().fixGate(*options.start, *options.start + options.seconds,
+                                options.spanSeconds);
+    else if (options.start)
+        feed.transport().seek(*options.start);
+    window.refresh();
+}
+
+void prepare(MainWindow& window, const Options& options)
 {
     constexpr QSize usualSize(1280, 800);
     window.resize(options.size.value_or(usualSize));
-    if (options.snapshotFolder.isEmpty()) {
-        constexpr int frame = 40; // of the window, and a little room
-        if (!options.size)
-            window.resize(usualSize.boundedTo(window.screen()->availableSize() - QSize(0, frame)));
-        window.restoreParameters();
-        if (!options.size)
-            window.restoreRoom();
-    }
-    QString why;
     window.feed().iq().setTrajectory(options.isTrajectory);
+    if (!options.snapshotFolder.isEmpty())
+        return;
+    constexpr int frame = 40; // of the window, and a little room
+    if (!options.size)
+        window.resize(usualSize.boundedTo(window.screen()->availableSize() - QSize(0, frame)));
+    window.restoreParameters();
+    if (!options.size)
+        window.restoreRoom();
+}
+
+int run(MainWindow& window, const Options& options)
+{
+    prepare(window, options);
     if (!options.file.isEmpty()) {
-        if (options.receiver.isOn)
-            window.feed().setReceiver(options.receiver);
-        Recording recording = open(options);
-        why = recording.why;
-        if (recording.source && options.lacksSymbolRate(recording.source->symbolRate()))
-            return fail(exitWrongUsage,
-                        about(options, Options::tr("--modulation needs the symbol "
-                                                   "rate; give --symbol-rate, too")));
-        std::optional<double> symbolRate = options.symbolRate;
-        if (const auto estimate = recording.source ? estimated(recording, options) : std::nullopt) {
-            if (estimate->verdict == SymbolRateEstimate::Verdict::None)
-                return fail(exitFailed, about(options, estimate->sentence()));
-            std::printf("%s\n", qPrintable(estimate->sentence()));
-            std::fflush(stdout);
-            symbolRate = estimate->symbolRate;
-        }
-        if (!recording.source ||
-            !window.player().open(std::move(recording), options.channel, symbolRate, why))
-            return fail(exitFailed, about(options, why));
-        if (const QString flaw = window.feed().receiverFlaw(); !flaw.isEmpty())
-            return fail(exitFailed, about(options, flaw));
-        if (options.snapshotFolder.isEmpty())
-            window.remember(options.file);
-        if (const QString notice = window.player().eyeNotice(); !notice.isEmpty())
-            say(about(options, notice));
+        if (const auto exitCode = openRecording(window, options))
+            return *exitCode;
     } else if (options.demo) {
         window.player().openDemo(*options.demo);
     } else {
         window.player().openBuiltIn(options.builtIn);
     }
-    if (options.eyeSymbolCount)
-        window.feed().eye().setSymbolCount(*options.eyeSymbolCount);
-    if (options.eyeBandwidth)
-        window.feed().eye().setBandwidth(*options.eyeBandwidth);
-    if (options.speed)
-        window.feed().setSpeed(*options.speed);
-    if (options.spanSeconds)
-        window.feed().setSpan(*options.spanSeconds);
-    window.refresh();
-
+    apply(options, window);
     if (options.snapshotFolder.isEmpty()) {
         window.show();
         QApplication::processEvents(); // the first picture takes long; the signal starts after it
-        window.feed().play();
+        if (!window.feed().gate().isFixed()) // that stands still
+            window.feed().transport().play();
         return QApplication::exec();
     }
+    QString why;
     const QStringList files =
         Snapshot::take(window, options.seconds, options.snapshotFolder, options.formats, why);
     if (files.isEmpty())
         return fail(exitFailed, why);
     if (const QString trouble = window.feed().trouble();
-        !trouble.isEmpty() && !window.feed().isLive())
+        !trouble.isEmpty() && !window.feed().source().isLive)
         say(about(options, trouble));
     for (const QString& file : files)
         std::printf("%s\n", qPrintable(file));

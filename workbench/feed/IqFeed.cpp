@@ -7,135 +7,137 @@
 
 namespace {
 
-constexpr double margin = 1.25; // shown, of the level that fits
-constexpr double sameRate = 1e-9;
+constexpr double margin = 1.25;   // shown, of the level that fits
 constexpr double insiders = 0.99; // part of the points that decide on it
 
 } // namespace
 
-void IqFeed::open(const SignalSource& source, std::optional<double> symbolRate)
+void IqFeed::open(const SignalFormat& format)
 {
-    m_samplesPerSymbol.reset();
-    if (source.constellationChannel()) {
-        // It is not of the signal that the symbols are of.
-    } else if (!symbolRate && source.symbolRate() && source.firstSymbol()) {
-        m_samplesPerSymbol = source.sampleRate() / *source.symbolRate();
-        m_firstSymbol = *source.firstSymbol();
-    } else if (symbolRate && std::abs(*symbolRate / source.sampleRate() - 1.0) < sameRate) {
-        m_samplesPerSymbol = 1.0;
-        m_firstSymbol = 0.0;
-    }
-    m_i.clear();
-    m_q.clear();
-    m_newestI.clear();
-    m_newestQ.clear();
+    m_hasDecisions = format.hasDecisions;
+    m_isEmpty = true;
+    m_open = Points();
+    m_whole.clear();
 }
 
-void IqFeed::setTrajectory(bool wanted)
+void IqFeed::setGateLength(double samples)
 {
-    m_isTrajectory = wanted;
-    m_newestI.clear();
-    m_newestQ.clear();
+    m_setLength = std::max<std::int64_t>(std::llround(samples / static_cast<double>(setCount)), 1);
 }
 
-void IqFeed::take(std::int64_t position, const std::vector<double>& i, const std::vector<double>& q)
+void IqFeed::take(const BlockPart& part)
 {
-    const auto add = [&](std::size_t index) {
-        m_i.push_back(i[index]);
-        if (!q.empty())
-            m_q.push_back(q[index]);
-    };
-    if (!showsDecisions()) {
-        for (std::size_t index = 0; index < i.size(); ++index)
-            add(index);
-        return;
-    }
-    // A symbol is the sample that is nearest to its middle.
-    const double start = static_cast<double>(position) - 0.5 - m_firstSymbol;
-    for (double symbol = std::max(std::ceil(start / *m_samplesPerSymbol), 0.0);; ++symbol) {
-        const double index = std::floor(symbol * *m_samplesPerSymbol - start);
-        if (index >= static_cast<double>(i.size()))
-            break;
-        add(static_cast<std::size_t>(index));
+    for (BlockPart rest = part; rest.count > 0;) {
+        const std::int64_t number = rest.position() / m_setLength;
+        if (number != m_setNumber)
+            endSet();
+        m_setNumber = number;
+        BlockPart here = rest;
+        const std::int64_t left = (number + 1) * m_setLength - rest.position();
+        here.count = std::min(rest.count, static_cast<std::size_t>(left));
+        if (showsDecisions())
+            takeSymbols(here);
+        else
+            takeSamples(here);
+        rest.first += here.count;
+        rest.count -= here.count;
     }
 }
 
-void IqFeed::notify()
+void IqFeed::takeSymbols(const BlockPart& part)
 {
-    leaveOutGaps();
-    if (m_i.empty())
-        return;
-    thinOut();
-    keep();
-    if (m_fitLeft > 0)
-        fitLevel();
-    m_values.notify(m_i, m_q);
-    m_i.clear();
-    m_q.clear();
+    part.forEachSymbol([this](const Symbol& symbol) {
+        if (symbol.state == SymbolState::Good)
+            add(symbol.value.real(), symbol.value.imag(), true);
+    });
 }
 
-void IqFeed::showNothing()
+void IqFeed::takeSamples(const BlockPart& part)
 {
-    constexpr int keptCount = 100; // data sets, by an IQ diagram
-    const std::vector<double> nowhere(1, std::numeric_limits<double>::quiet_NaN());
-    m_newestI.clear();
-    m_newestQ.clear();
-    for (int k = 0; k < keptCount; ++k)
-        m_values.notify(nowhere, nowhere);
+    const SignalBlock& block = *part.block;
+    const std::vector<double>& i = block.i.empty() ? block.samples : block.i;
+    for (std::size_t k = part.first; k < part.first + part.count; ++k) {
+        if (block.isQuiet.empty() || block.isQuiet[k] == 0)
+            add(i[k], block.q.empty() ? 0.0 : block.q[k], !block.q.empty());
+    }
 }
 
 /// What is no point must not put out one that is.
-void IqFeed::leaveOutGaps()
+void IqFeed::add(double i, double q, bool hasQ)
 {
-    std::size_t count = 0;
-    for (std::size_t k = 0; k < m_i.size(); ++k) {
-        if (!std::isfinite(m_i[k]) || (!m_q.empty() && !std::isfinite(m_q[k])))
-            continue;
-        m_i[count] = m_i[k];
-        if (!m_q.empty())
-            m_q[count] = m_q[k];
-        ++count;
-    }
-    m_i.resize(count);
-    m_q.resize(std::min(m_q.size(), count));
-}
-
-void IqFeed::keep()
-{
-    const auto add = [](std::vector<double>& kept, const std::vector<double>& points) {
-        kept.insert(kept.end(), points.begin(), points.end());
-        const std::size_t surplus = kept.size() - std::min(kept.size(), maxPointCount);
-        kept.erase(kept.begin(), kept.begin() + static_cast<std::ptrdiff_t>(surplus));
-    };
-    add(m_newestI, m_i);
-    add(m_newestQ, m_q);
-}
-
-std::optional<ConstellationReadings>
-IqFeed::measure(const std::vector<std::complex<double>>& ideal) const
-{
-    if (!showsDecisions())
-        return std::nullopt;
-    return ConstellationReadings::of(m_newestI, m_newestQ, ideal);
+    if (!std::isfinite(i) || !std::isfinite(q))
+        return;
+    m_open.i.push_back(i);
+    if (hasQ)
+        m_open.q.push_back(q);
 }
 
 // One point of each run of neighbours, at random: a fixed step would see but some phases of a
 // symbol clock that it is in step with.
-void IqFeed::thinOut()
+void IqFeed::endSet()
 {
-    const std::size_t count = m_i.size();
-    if (count <= maxPointCount)
-        return;
-    for (std::size_t k = 0; k < maxPointCount; ++k) {
-        const std::size_t first = k * count / maxPointCount;
-        const std::size_t next = (k + 1) * count / maxPointCount;
-        const std::size_t chosen = first + m_choice() % (next - first);
-        m_i[k] = m_i[chosen];
-        if (!m_q.empty())
-            m_q[k] = m_q[chosen];
+    Points points;
+    points.i.swap(m_open.i);
+    points.q.swap(m_open.q);
+    const std::size_t count = points.i.size();
+    if (count > maxPointCount) {
+        for (std::size_t k = 0; k < maxPointCount; ++k) {
+            const std::size_t first = k * count / maxPointCount;
+            const std::size_t next = (k + 1) * count / maxPointCount;
+            const std::size_t chosen = first + m_choice() % (next - first);
+            points.i[k] = points.i[chosen];
+            if (!points.q.empty())
+                points.q[k] = points.q[chosen];
+        }
+        points.i.resize(maxPointCount);
+        points.q.resize(std::min(points.q.size(), maxPointCount));
     }
-    m_i.resize(maxPointCount);
-    m_q.resize(std::min(m_q.size(), maxPointCount));
+    m_whole.push_back(std::move(points));
+    if (m_whole.size() > setCount)
+        m_whole.pop_front();
+}
+
+/// A set without a point goes out, too: older ones grow old by it.
+void IqFeed::notify()
+{
+    if (m_fitLeft > 0 && !m_whole.empty())
+        fitLevel();
+    const std::vector<double> nowhere(1, std::numeric_limits<double>::quiet_NaN());
+    for (const Points& points : m_whole) {
+        m_isEmpty = m_isEmpty && points.i.empty();
+        m_values.notify(points.i.empty() ? nowhere : points.i,
+                        points.i.empty() ? nowhere : points.q);
+    }
+    m_whole.clear();
+}
+
+void IqFeed::show(const std::deque<BlockPart>& parts)
+{
+    m_choice.seed();
+    m_isEmpty = true;
+    m_open = Points();
+    m_whole.assign(setCount, Points()); // that push out what is shown
+    std::int64_t total = 0;
+    for (const BlockPart& part : parts)
+        total += static_cast<std::int64_t>(part.count);
+    const std::int64_t length = std::max<std::int64_t>((total + setCount - 1) / setCount, 1);
+    std::int64_t done = 0;
+    for (BlockPart part : parts) {
+        while (part.count > 0) {
+            BlockPart here = part;
+            here.count = std::min(part.count, static_cast<std::size_t>(length - done % length));
+            if (showsDecisions())
+                takeSymbols(here);
+            else
+                takeSamples(here);
+            done += static_cast<std::int64_t>(here.count);
+            part.first += here.count;
+            part.count -= here.count;
+            if (done % length == 0 || done == total)
+                endSet();
+        }
+    }
+    notify();
 }
 
 void IqFeed::fit()
@@ -147,10 +149,10 @@ void IqFeed::fit()
 void IqFeed::fitLevel()
 {
     --m_fitLeft;
-    for (std::size_t k = 0; k < m_i.size(); ++k) {
-        const double level = std::max(std::abs(m_i[k]), m_q.empty() ? 0.0 : std::abs(m_q[k]));
-        if (std::isfinite(level))
-            m_levels.push_back(level);
+    for (const Points& points : m_whole) {
+        for (std::size_t k = 0; k < points.i.size(); ++k)
+            m_levels.push_back(
+                std::max(std::abs(points.i[k]), points.q.empty() ? 0.0 : std::abs(points.q[k])));
     }
     if (m_levels.empty())
         return;

@@ -2,56 +2,43 @@
 #pragma once
 
 #include "workbench/feed/IqValues.h"
-#include "workbench/measure/ConstellationReadings.h"
-#include "workbench/sources/SignalSource.h"
+#include "workbench/pipeline/Transport.h"
 
-#include <cstdint>
-#include <optional>
 #include <random>
-#include <vector>
 
-/// Puts the points of a constellation into the values of the value tree: one a symbol where the
-/// source knows the symbols' clock exactly, else the samples as they come, thinned out to what a
-/// view draws at ease. A real signal lies on the I axis.
+/// Puts the points of a constellation into the values of the value tree: those of symbols that can
+/// be trusted where the receiver decides on symbols, else the samples, thinned out to what a view
+/// draws at ease. What a squelch silences is never shown. A real signal lies on the I axis.
 ///
-/// The axes cross in the middle, and I and Q have the same scale.
+/// The points come in data sets, each of as much signal that those a view keeps cover the gate. The
+/// axes cross in the middle, and I and Q have the same scale.
 class IqFeed
 {
 public:
-    /// Most points of a notification.
-    static constexpr std::size_t maxPointCount = 2048;
+    static constexpr std::size_t maxPointCount = 2048; ///< of a data set
+    static constexpr std::int64_t setCount = 100;      ///< that an IQ view keeps
     /// Notifications that a fit looks at, a second's worth.
     static constexpr int fitCount = 30;
 
-    /// Starts anew with a signal of a source.
-    /// @param symbolRate  Bd, overrides what the source says: then each sample is a point, and one
-    ///                    of a symbol where this is the sample rate.
-    void open(const SignalSource& source, std::optional<double> symbolRate);
-
-    /// Shows the samples also where the symbols are known: the trajectory between them.
-    void setTrajectory(bool wanted);
+    /// Starts anew with a signal.
+    void open(const SignalFormat& format);
+    /// Shows the samples also where symbols are decided on: the trajectory between them.
+    void setTrajectory(bool wanted) { m_isTrajectory = wanted; }
     bool isTrajectory() const { return m_isTrajectory; }
-    /// Whether the clock of the symbols is known exactly.
-    bool knowsSymbols() const { return m_samplesPerSymbol.has_value(); }
+    bool knowsSymbols() const { return m_hasDecisions; }
     /// Whether the points are those of the symbols, at the instants of decision.
-    bool showsDecisions() const { return m_samplesPerSymbol && !m_isTrajectory; }
+    bool showsDecisions() const { return m_hasDecisions && !m_isTrajectory; }
+    /// Whether no point was put out since it was started anew, or shown.
+    bool isEmpty() const { return m_isEmpty; }
+    /// Samples of the signal that the points are to cover.
+    void setGateLength(double samples);
 
-    /// Takes the next samples, from a position on.
-    /// @param q  as many as i, or none.
-    void take(std::int64_t position, const std::vector<double>& i, const std::vector<double>& q);
-    /// Puts out what was taken since the last call.
+    /// Takes what is played.
+    void take(const BlockPart& part);
+    /// Puts out the data sets that have become whole since the last call.
     void notify();
-
-    /// Lets the views forget the points that they have.
-    void showNothing();
-
-    /// What the newest points measure against those of a modulation; none where they are not those
-    /// of symbols, or too few.
-    std::optional<ConstellationReadings>
-    measure(const std::vector<std::complex<double>>& ideal) const;
-    /// The newest points, at most maxPointCount; Q is empty where there is none.
-    const std::vector<double>& newestI() const { return m_newestI; }
-    const std::vector<double>& newestQ() const { return m_newestQ; }
+    /// Lets the views forget the points that they have, and shows those of a gate instead.
+    void show(const std::deque<BlockPart>& parts);
 
     /// Shows the square of I and Q in which a level of this magnitude fits.
     void setLevel(double level);
@@ -61,20 +48,27 @@ public:
     void setAspect(double aspect);
 
 private:
-    void leaveOutGaps();
-    void thinOut();
-    void keep();
+    struct Points
+    {
+        std::vector<double> i;
+        std::vector<double> q; ///< none of a real signal
+    };
+
+    void takeSymbols(const BlockPart& part);
+    void takeSamples(const BlockPart& part);
+    void add(double i, double q, bool hasQ);
+    void endSet();
     void fitLevel();
     void showAxes();
 
     IqValues m_values;
+    bool m_hasDecisions = false;
+    bool m_isEmpty = true;
     bool m_isTrajectory = false;
-    std::optional<double> m_samplesPerSymbol; // where the clock is known
-    double m_firstSymbol = 0.0;
-    std::vector<double> m_i; // of the next notification
-    std::vector<double> m_q;
-    std::vector<double> m_newestI; // newest points
-    std::vector<double> m_newestQ;
+    std::int64_t m_setLength = 1;
+    std::int64_t m_setNumber = 0; // of the open one
+    Points m_open;
+    std::deque<Points> m_whole; // to be put out
     std::minstd_rand m_choice;
     std::vector<double> m_levels; // of the points that a fit has seen
     int m_fitLeft = 0;

@@ -12,23 +12,21 @@ constexpr double fewSampleCount = 200.0; // shown at least of a slow signal
 
 } // namespace
 
-TimeScale TimeScale::of(const SignalSource& source, std::optional<double> symbolRate)
+TimeScale TimeScale::of(double sampleRate, std::optional<double> length,
+                        std::optional<double> frameLength, std::optional<double> symbolRate)
 {
     TimeScale scale;
-    scale.sampleRate = source.sampleRate();
-    scale.minSpan = minSampleCount / scale.sampleRate;
-    scale.maxSpan =
-        maxSegmentCount * source.frameLength().value_or(maxBlockLength) / scale.sampleRate;
+    scale.sampleRate = sampleRate;
+    scale.minSpan = minSampleCount / sampleRate;
+    scale.maxSpan = maxSegmentCount * frameLength.value_or(maxBlockLength) / sampleRate;
 
-    double span = std::max(recordingSpan, fewSampleCount / scale.sampleRate);
-    if (const auto frameLength = source.frameLength())
-        span = frameCount * *frameLength / scale.sampleRate;
-    if (const auto count = source.sampleCount())
-        span = std::min(span, static_cast<double>(*count) / scale.sampleRate);
+    double span = std::max(recordingSpan, fewSampleCount / sampleRate);
+    if (frameLength)
+        span = frameCount * *frameLength / sampleRate;
+    if (length)
+        span = std::min(span, *length);
     scale.defaultSpan = std::clamp(span, scale.minSpan, scale.maxSpan);
 
-    if (!symbolRate)
-        symbolRate = source.symbolRate();
     if (symbolRate) {
         scale.unit = Unit::Symbol;
         scale.samplesPerUnit = scale.sampleRate / *symbolRate;

@@ -1,7 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "workbench/sources/SignalSource.h"
+#include "workbench/pipeline/Transport.h"
 
 #include <optional>
 
@@ -13,13 +13,17 @@ struct TimeScale
     enum class Unit { Symbol, Second, Millisecond, Microsecond, Nanosecond };
 
     /// Samples that one notification may carry, and so a segment at least may have.
-    static constexpr double maxBlockLength = 131072.0;
+    static constexpr double maxBlockLength = Transport::maxPeriodLength;
     /// Segments that a span may need. A diagram keeps 100; some must be left for the one that is
     /// open and for those that are cut shorter than wanted.
     static constexpr double maxSegmentCount = 80.0;
 
-    /// @param symbolRate  Bd; overrides what the source says.
-    static TimeScale of(const SignalSource& source, std::optional<double> symbolRate);
+    /// @param sampleRate   Hz, of the signal.
+    /// @param length       s, of the signal, where it is known.
+    /// @param frameLength  as in SignalSource, in samples of the signal.
+    /// @param symbolRate   Bd, where it is known.
+    static TimeScale of(double sampleRate, std::optional<double> length,
+                        std::optional<double> frameLength, std::optional<double> symbolRate);
 
     double span(double seconds) const { return seconds * sampleRate / samplesPerUnit; }
     double unitSeconds() const { return samplesPerUnit / sampleRate; }

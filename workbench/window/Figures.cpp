@@ -70,6 +70,34 @@ QString figures::offset(std::optional<double> hertz)
                   prefixOf(power) + QLatin1String("Hz"));
 }
 
+QString figures::measured(std::optional<double> value, std::optional<double> deviation,
+                          const QString& unit)
+{
+    if (!value || !std::isfinite(*value))
+        return QString();
+    if (!deviation || !(*deviation > 0.0) || !std::isfinite(*deviation))
+        return unit == QLatin1String("Hz") ? offset(value) : fixed(value, 1, unit);
+    const bool hasPrefix = unit == QLatin1String("Hz");
+    const int power =
+        hasPrefix ? std::max(powerOf(exponentOf(std::max(std::abs(*value), *deviation), 4)), 0) : 0;
+    const double scale = std::pow(1000.0, power);
+    const int decimals = std::clamp(1 - exponentOf(*deviation / scale, 2), 0, 6);
+    return joined(*value / scale, decimals, QString()) + QStringLiteral(" ± ") +
+           joined(*deviation / scale, decimals, prefixOf(power) + unit);
+}
+
+QString figures::stretch(double from, double to)
+{
+    constexpr int digits = 4; // of the distance
+    const int power =
+        std::min(powerOf(exponentOf(std::max(std::abs(from), std::abs(to)), digits)), 0);
+    const double scale = std::pow(1000.0, power);
+    const int decimals = std::clamp(digits - 1 - exponentOf((to - from) / scale, digits), 0, 9);
+    return QCoreApplication::translate("Readings", "%1 to %2")
+        .arg(joined(from / scale, decimals, QString()),
+             joined(to / scale, decimals, prefixOf(power) + QLatin1Char('s')));
+}
+
 figures::Levels::Levels(double largest, int digits)
 {
     if (!(largest > 0.0) || !std::isfinite(largest))

@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 
 #include <optional>
@@ -16,6 +17,11 @@ QString fixed(std::optional<double> value, int decimals, const QString& unit = Q
 QString frequency(std::optional<double> hertz);
 /// To tenths of Hz, or thousandths of kHz, MHz or GHz: "-93.125 kHz".
 QString offset(std::optional<double> hertz);
+/// A value and its deviation, with two digits of that and as many of the value, and the prefix that
+/// fits: "-93.125 ± 0.012 kHz". Without a deviation as fixed, to a tenth.
+QString measured(std::optional<double> value, std::optional<double> deviation, const QString& unit);
+/// From one time to another, with the digits that tell them apart: "0.2500 to 0.5000 s".
+QString stretch(double from, double to);
 
 /// Levels that are read together: all have the prefix and the decimals of the largest one, so that
 /// one about 0 does not run through the prefixes.

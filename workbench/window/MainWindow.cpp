@@ -7,6 +7,7 @@
 #include "views/VCGLEyeDiagram.h"
 #include "views/VCGLIQDiagram.h"
 #include "views/VCGLTimeDiagram.h"
+#include "workbench/feed/Measuring.h"
 #include "workbench/window/Appearance.h"
 #include "workbench/window/ExportDialog.h"
 #include "workbench/window/FileMenu.h"
@@ -81,6 +82,7 @@ MainWindow::MainWindow(SchemeChoice& scheme)
     , m_view(new ViewMenu(*this, m_player, *m_panes, *m_parameters))
     , m_states(*m_panes)
     , m_readings(new Readings(*m_panes, this))
+    , m_measuring(new Measuring(this))
     , m_export(*m_panes, feed())
 {
     setMinimumSize(640, 400);
@@ -110,7 +112,6 @@ void MainWindow::buildViews()
     viewBindings::bind(*m_timeView);
     viewBindings::bind(*m_eyeView);
     viewBindings::bind(*m_iqView);
-    diagramOf(*m_iqView).SetAgesByData(true); // or a repaint would empty it while it stands still
     for (const ViewPanes::Pane& pane : m_panes->panes())
         pane.canvas->installEventFilter(this);
     for (std::size_t k = 0; k < m_panes->panes().size(); ++k) {
@@ -140,13 +141,13 @@ void MainWindow::buildMenus()
     connect(m_file, &FileMenu::streamChosen, this, &MainWindow::openOrSay);
     connect(m_file, &FileMenu::builtInChosen, this, [this] {
         m_player.openBuiltIn(m_player.builtIn());
-        feed().play();
+        feed().transport().play();
     });
     connect(m_file, &FileMenu::demoChosen, this, [this](ModulationSettings::Scheme scheme) {
         ModulationSettings settings = m_player.demo();
         settings.scheme = scheme;
         m_player.openDemo(settings);
-        feed().play();
+        feed().transport().play();
     });
     connect(m_file, &FileMenu::exportWanted, this, [this] {
         std::size_t index = 0; // the view with the focus, or the first
@@ -179,8 +180,9 @@ void MainWindow::connectPlayer()
     connect(&m_player, &Player::opened, this, &MainWindow::showSource);
     connect(&m_player, &Player::changed, this, &MainWindow::refresh);
     connect(&m_player, &Player::clockChanged, this, [this] { sayNotices({}); });
-    connect(&feed(), &SignalFeed::playingChanged, this, &MainWindow::showPlaying);
+    connect(&feed().transport(), &Transport::playingChanged, this, &MainWindow::showPlaying);
     connect(&feed(), &SignalFeed::signalSeen, m_panes, &ViewPanes::autoScale);
+    connect(m_measuring, &Measuring::measured, m_readings, &Readings::show);
 }
 
 /// Says what is amiss with the recording, and with its eye.
@@ -191,18 +193,20 @@ void MainWindow::sayNotices(QStringList notices)
     if (notices.isEmpty())
         m_notice->hide();
     else
-        m_notice->say(feed().source()->name() + QStringLiteral(": ") +
+        m_notice->say(feed().source().name + QStringLiteral(": ") +
                       notices.join(QStringLiteral(".\n")));
 }
 
 void MainWindow::showSource(const QStringList& notices)
 {
-    const SignalSource& source = *feed().source();
-    setWindowTitle(tr("%1 - Orvane workbench").arg(source.name()));
+    const SourceFacts& source = feed().source();
+    setWindowTitle(tr("%1 - Orvane workbench").arg(source.name));
     m_states.restart();
+    m_measuring->cancel();
+    m_readings->show(Measurement());
     QTimer::singleShot(PaneStates::patienceMs + 1, this, &MainWindow::refreshStatus);
     m_panes->showWhilePaused([this] { feed().showNothing(); });
-    m_status->setSource(source.name(), source.sampleRate());
+    m_status->setSource(source.name, source.sampleRate);
     sayNotices(notices);
     refresh();
 }
@@ -231,26 +235,32 @@ void MainWindow::refresh()
 {
     m_playback->refresh();
     m_view->refresh(feed());
-    if (feed().source())
-        m_parameters->panel().show(feed());
+    if (feed().isOpen())
+        m_parameters->panel().show(m_player);
     m_parameters->showReceiver();
     refreshStatus();
+}
+
+void MainWindow::measure()
+{
+    m_measuring->cancel();
+    m_readings->show(Measuring::of(feed().gate(), m_player.setup()));
 }
 
 void MainWindow::refreshStatus()
 {
     m_playback->refreshTime();
     m_states.refresh(feed());
-    if (!feed().isPlaying() || !m_readingsClock.isValid() ||
+    if (!feed().transport().isPlaying() || !m_readingsClock.isValid() ||
         m_readingsClock.hasExpired(readingsPeriodMs)) {
         m_readingsClock.start();
-        m_readings->show(feed().measure());
+        m_measuring->request(feed().gate(), m_player.setup());
         m_parameters->showReports();
     }
     m_status->setTrouble(feed().hasEnded() ? tr("the stream has ended") : feed().trouble());
     m_status->setDropCount(feed().dropCount());
     // A second smooths the frame rate enough to be read.
-    if (!feed().isPlaying()) {
+    if (!feed().transport().isPlaying()) {
         m_status->setFrameRate(std::nullopt);
     } else if (m_frameClock.elapsed() >= 1000) {
         m_status->setFrameRate(m_frameCount * 1000.0 / static_cast<double>(m_frameClock.restart()));
@@ -294,7 +304,7 @@ void MainWindow::takeOrSay(const QString& address, Recording recording)
     QString why = recording.why;
     if (recording.source && m_player.open(std::move(recording), 0, std::nullopt, why)) {
         m_file->remember(address);
-        feed().play();
+        feed().transport().play();
         return;
     }
     m_notice->say(tr("%1: %2").arg(LiveAddress::title(address), why));

@@ -15,6 +15,7 @@ class ParameterDock;
 class PlaybackControls;
 class Progress;
 class SchemeChoice;
+class Measuring;
 class Readings;
 class StatusFields;
 class VCGLEyeDiagram;
@@ -43,6 +44,8 @@ public:
     const ViewExport& exporter() const { return m_export; }
     /// Where to run what takes long.
     Progress& progress() { return *m_progress; }
+    /// Measures the gate, and shows that, at once.
+    void measure();
     /// Shows span, speed and position as the feed has them.
     void refresh();
     /// Sets what was set when a window was last closed, see Player::keep.
@@ -93,6 +96,7 @@ private:
     ViewMenu* m_view;
     PaneStates m_states;
     Readings* m_readings;
+    Measuring* m_measuring;
     ViewExport m_export;
     QElapsedTimer m_readingsClock;
     QTimer m_statusTimer;

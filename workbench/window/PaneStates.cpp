@@ -2,6 +2,7 @@
 #include "workbench/window/PaneStates.h"
 
 #include "workbench/feed/SignalFeed.h"
+#include "workbench/window/Figures.h"
 #include "workbench/window/ViewPanes.h"
 
 namespace {
@@ -19,7 +20,7 @@ QString PaneStates::whatIsMissing(const SignalFeed& feed) const
         return QString();
     if (feed.hasEnded())
         return tr("the stream ended before the first sample");
-    if (!feed.isPlaying())
+    if (!feed.transport().isPlaying())
         return tr("paused before the first sample: play it with P");
     return tr("waiting for samples");
 }
@@ -27,7 +28,7 @@ QString PaneStates::whatIsMissing(const SignalFeed& feed) const
 /// What keeps the receiver from its work; empty when nothing does.
 QString PaneStates::whatIsSearched(const SignalFeed& feed)
 {
-    for (const StageReport& report : feed.receiverReports()) {
+    for (const StageReport& report : feed.reports()) {
         if (report.isLocked && !*report.isLocked)
             return report.stage == StageReport::Stage::Squelch ? tr("squelch closed")
                                                                : tr("not locked");
@@ -35,22 +36,32 @@ QString PaneStates::whatIsSearched(const SignalFeed& feed)
     return QString();
 }
 
+/// Why a view of symbols is empty although samples came; empty while that may change soon.
+QString PaneStates::whyNoSymbols(const SignalFeed& feed, const QString& searched) const
+{
+    const bool isPlaying = feed.transport().isPlaying();
+    const bool isLate = m_sinceStart.isValid() && m_sinceStart.hasExpired(patienceMs);
+    if (!feed.hasPlayed() || (isPlaying && !isLate))
+        return QString();
+    if (!searched.isEmpty())
+        return isPlaying ? tr("waiting for the receiver: %1").arg(searched)
+                         : tr("no symbols: %1").arg(searched);
+    if (!feed.eye().cut().hasSymbols())
+        return tr("waiting for samples");
+    return isPlaying ? tr("waiting for the clock of the symbols")
+                     : tr("the clock of the symbols was not found");
+}
+
 void PaneStates::refresh(const SignalFeed& feed)
 {
     const QString missing = whatIsMissing(feed);
-    const EyeCut& cut = feed.eye().cut();
-    const bool hasClock = cut.clock != EyeCut::Clock::None;
-    const bool isEyeLate = feed.eye().isEmpty() && feed.isPlaying() && m_sinceStart.isValid() &&
-                           m_sinceStart.hasExpired(patienceMs);
-    QString eye = missing;
-    if (eye.isEmpty() && isEyeLate)
-        eye = hasClock ? tr("waiting for the clock of the symbols") : tr("waiting for samples");
+    const bool hasClock = feed.eye().cut().hasSymbols();
     const QString searched = whatIsSearched(feed);
-    if (isEyeLate && !searched.isEmpty())
-        eye = tr("waiting for the receiver: %1").arg(searched);
+    const QString why = whyNoSymbols(feed, searched);
+    const bool isIqEmpty = feed.iq().showsDecisions() && feed.iq().isEmpty();
     m_panes.setNote(timePane, missing);
-    m_panes.setNote(eyePane, eye);
-    m_panes.setNote(iqPane, missing);
+    m_panes.setNote(eyePane, missing.isEmpty() && feed.eye().isEmpty() ? why : missing);
+    m_panes.setNote(iqPane, missing.isEmpty() && isIqEmpty ? why : missing);
 
     const ReceiverSettings& receiver = feed.receiver();
     QString iq = feed.iq().showsDecisions() ? tr("decision instants") : tr("trajectory");
@@ -60,6 +71,11 @@ void PaneStates::refresh(const SignalFeed& feed)
         iq = tr("before AM demodulation: trajectory");
     if (!searched.isEmpty() && feed.iq().showsDecisions())
         iq = tr("%1, %2").arg(iq, searched);
+    const Gate& gate = feed.gate();
+    m_panes.setMode(timePane,
+                    gate.isFixed()
+                        ? tr("gate: %1").arg(figures::stretch(gate.fixedFrom(), gate.fixedTo()))
+                        : QString());
     m_panes.setMode(eyePane,
                     hasClock ? searched
                              : tr("no symbol rate: cut every %1 samples").arg(EyeCut::fixedLength));

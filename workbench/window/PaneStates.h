@@ -27,6 +27,7 @@ public:
 private:
     static QString whatIsSearched(const SignalFeed& feed);
     QString whatIsMissing(const SignalFeed& feed) const;
+    QString whyNoSymbols(const SignalFeed& feed, const QString& searched) const;
 
     ViewPanes& m_panes;
     QElapsedTimer m_sinceStart;

@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/ParameterDock.h"
 
+#include "workbench/window/BuiltInPanel.h"
+#include "workbench/window/GatePanel.h"
 #include "workbench/window/ParameterPanel.h"
 #include "workbench/window/Player.h"
 #include "workbench/window/ReceiverPanel.h"
@@ -52,16 +54,15 @@ void ParameterDock::raiseReceiver()
 void ParameterDock::showReceiver()
 {
     const SignalFeed& feed = m_player.feed();
-    const SignalSource* input = feed.input();
     m_receiver->show(feed.receiver(), feed.symbolRate().has_value(),
-                     input && !input->firstSymbol());
-    m_receiver->showReports(feed.receiverReports());
+                     feed.isOpen() && !feed.source().firstSymbol);
+    m_receiver->showReports(feed.reports());
 }
 
 void ParameterDock::showReports()
 {
     if (m_receiver->isVisible())
-        m_receiver->showReports(m_player.feed().receiverReports());
+        m_receiver->showReports(m_player.feed().reports());
 }
 
 void ParameterDock::connectTo(Player& player)
@@ -72,14 +73,18 @@ void ParameterDock::connectTo(Player& player)
     connect(m_panel, &ParameterPanel::eyeSymbolCountChosen, &player, &Player::setEyeSymbolCount);
     connect(m_panel, &ParameterPanel::eyeBandwidthChosen, &player, &Player::setEyeBandwidth);
     connect(m_panel, &ParameterPanel::trajectoryChosen, &player, &Player::setTrajectory);
-    connect(m_panel, &ParameterPanel::noiseChosen, &player, &Player::setNoise);
-    connect(m_panel, &ParameterPanel::jitterChosen, &player, &Player::setJitter);
-    connect(m_panel, &ParameterPanel::bandwidthChosen, &player, &Player::setBandwidth);
-    connect(m_panel, &ParameterPanel::levelCountChosen, &player, &Player::setLevelCount);
-    connect(m_panel, &ParameterPanel::frameChosen, &player, &Player::setFrame);
-    connect(m_panel, &ParameterPanel::snrChosen, &player, &Player::setSnr);
-    connect(m_panel, &ParameterPanel::phaseNoiseChosen, &player, &Player::setPhaseNoise);
-    connect(m_panel, &ParameterPanel::carrierErrorChosen, &player, &Player::setCarrierError);
+    const BuiltInPanel& builtIn = m_panel->builtIn();
+    connect(&builtIn, &BuiltInPanel::noiseChosen, &player, &Player::setNoise);
+    connect(&builtIn, &BuiltInPanel::jitterChosen, &player, &Player::setJitter);
+    connect(&builtIn, &BuiltInPanel::bandwidthChosen, &player, &Player::setBandwidth);
+    connect(&builtIn, &BuiltInPanel::levelCountChosen, &player, &Player::setLevelCount);
+    connect(&builtIn, &BuiltInPanel::frameChosen, &player, &Player::setFrame);
+    connect(&builtIn, &BuiltInPanel::snrChosen, &player, &Player::setSnr);
+    connect(&builtIn, &BuiltInPanel::phaseNoiseChosen, &player, &Player::setPhaseNoise);
+    connect(&builtIn, &BuiltInPanel::carrierErrorChosen, &player, &Player::setCarrierError);
+    connect(&m_panel->gate(), &GatePanel::stretchChosen, &player,
+            [&player](double from, double to) { player.fixGate(from, to); });
+    connect(&m_panel->gate(), &GatePanel::shownChosen, &player, &Player::releaseGate);
     connect(m_panel, &ParameterPanel::autoScaleWanted, &player, &Player::fitLevels);
     connect(m_panel, &ParameterPanel::fullScaleWanted, &player, &Player::showFullScale);
 }
@@ -92,8 +97,10 @@ void ParameterDock::connectSearch(Player& player)
     });
     connect(m_search, &SymbolRateSearch::found, this,
             [this, &player](const SymbolRateEstimate& estimate) {
-                if (estimate.verdict != SymbolRateEstimate::Verdict::None)
+                if (estimate.verdict != SymbolRateEstimate::Verdict::None) {
                     player.setSymbolRate(estimate.symbolRate);
+                    player.setSureness(estimate.sureness);
+                }
                 m_panel->showEstimate(estimate);
             });
     // What was found is of the signal before, or not what was wanted.

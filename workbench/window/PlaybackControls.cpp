@@ -31,26 +31,33 @@ PlaybackControls::PlaybackControls(QMainWindow& window, Player& player, ViewPane
     addPlaces(window);
     m_repeat = menus::add(window, *this, tr("&Repeat"), Qt::Key_R);
     addSpeeds(window);
-    SignalFeed& feed = player.feed();
+    addGate(window);
+    Transport& transport = player.feed().transport();
     m_playPause->setIcon(signIcon(Sign::Play));
     m_toStart->setIcon(signIcon(Sign::ToStart));
     m_repeat->setIcon(signIcon(Sign::Repeat));
     m_repeat->setCheckable(true);
-    m_repeat->setChecked(feed.repeat());
+    m_repeat->setChecked(transport.repeat());
     connect(m_playPause, &QAction::triggered, this,
-            [this] { m_panes.setPaused(m_player.feed().isPlaying()); });
+            [this] { m_panes.setPaused(m_player.feed().transport().isPlaying()); });
     connect(m_toStart, &QAction::triggered, this, [this] {
         SignalFeed& feed = m_player.feed();
-        if (!feed.isPlaying())
+        if (!feed.transport().isPlaying())
             m_panes.showWhilePaused([&feed] { feed.showNothing(); });
         m_player.rewind();
     });
-    connect(m_repeat, &QAction::toggled, &feed, &SignalFeed::setRepeat);
+    connect(m_repeat, &QAction::toggled, &transport, &Transport::setRepeat);
     connect(m_seek, &SeekBar::seekWanted, this, &PlaybackControls::seek);
-    connect(&m_player, &Player::outdated, this, &PlaybackControls::showAgain);
-    connect(&m_panes, &ViewPanes::paused, &feed, &SignalFeed::pause);
-    connect(&m_panes, &ViewPanes::resumed, &feed, &SignalFeed::play);
-    connect(&feed, &SignalFeed::playingChanged, this, &PlaybackControls::showPlaying);
+    connect(&m_player, &Player::outdated, this, &PlaybackControls::playAgain);
+    connect(&m_player, &Player::lookChanged, this, &PlaybackControls::showAgain);
+    connect(&m_player, &Player::gateFixed, this, [this] {
+        m_panes.setPaused(true);
+        m_player.feed().transport().pause();
+        m_panes.showWhilePaused([this] { m_player.playGate(); });
+    });
+    connect(&m_panes, &ViewPanes::paused, &transport, &Transport::pause);
+    connect(&m_panes, &ViewPanes::resumed, &transport, &Transport::play);
+    connect(&transport, &Transport::playingChanged, this, &PlaybackControls::showPlaying);
 }
 
 QAction* PlaybackControls::addPlace(QMainWindow& window, const QString& text,
@@ -64,11 +71,11 @@ void PlaybackControls::addPlaces(QMainWindow& window)
 {
     const SignalFeed& feed = m_player.feed();
     connect(addPlace(window, tr("&Back"), Qt::Key_Left), &QAction::triggered, this,
-            [this, &feed] { seek(feed.time() - m_seek->step()); });
+            [this, &feed] { seek(feed.transport().time() - m_seek->step()); });
     connect(addPlace(window, tr("F&orward"), Qt::Key_Right), &QAction::triggered, this,
-            [this, &feed] { seek(feed.time() + m_seek->step()); });
+            [this, &feed] { seek(feed.transport().time() + m_seek->step()); });
     connect(addPlace(window, tr("To the &end"), Qt::Key_End), &QAction::triggered, this,
-            [this, &feed] { seek(feed.length().value_or(0.0)); });
+            [this, &feed] { seek(feed.transport().length().value_or(0.0)); });
     addSeparator();
 }
 
@@ -76,7 +83,7 @@ void PlaybackControls::addSpeeds(QMainWindow& window)
 {
     for (const double speed : speeds)
         m_speed->addItem(tr("%1x").arg(speed), speed);
-    m_speed->addItem(tr("Fastest"), SignalFeed::fastest);
+    m_speed->addItem(tr("Fastest"), Transport::fastest);
     m_speed->setToolTip(tr("Seconds of signal played in a second"));
     m_speed->setAccessibleName(tr("Speed"));
     connect(m_speed, QOverload<int>::of(&QComboBox::activated), this,
@@ -87,6 +94,20 @@ void PlaybackControls::addSpeeds(QMainWindow& window)
     connect(m_speeds[1], &QAction::triggered, this, [this] { changeSpeed(-1); });
 }
 
+void PlaybackControls::addGate(QMainWindow& window)
+{
+    addSeparator();
+    m_gate = {
+        menus::add(window, *this, tr("&Gate from here"), Qt::Key_BracketLeft),
+        menus::add(window, *this, tr("Gate to &here"), Qt::Key_BracketRight),
+        menus::add(window, *this, tr("Gate of &all"), Qt::CTRL + Qt::Key_BracketRight),
+        menus::add(window, *this, tr("Gate of &what is shown"), Qt::CTRL + Qt::Key_BracketLeft)};
+    void (Player::*const chosen[])() = {&Player::gateFromHere, &Player::gateToHere,
+                                        &Player::gateAll, &Player::releaseGate};
+    for (int k = 0; k < m_gate.size(); ++k)
+        connect(m_gate[k], &QAction::triggered, &m_player, chosen[k]);
+}
+
 void PlaybackControls::changeSpeed(int steps)
 {
     const int index = std::clamp(m_speed->currentIndex() + steps, 0, m_speed->count() - 1);
@@ -95,7 +116,7 @@ void PlaybackControls::changeSpeed(int steps)
 
 void PlaybackControls::seek(double seconds)
 {
-    if (m_player.feed().isPlaying())
+    if (m_player.feed().transport().isPlaying())
         m_player.seek(seconds);
     else
         m_panes.showWhilePaused([&] { m_player.seek(seconds); });
@@ -104,9 +125,15 @@ void PlaybackControls::seek(double seconds)
 /// What stands still follows what is set, too.
 void PlaybackControls::showAgain()
 {
+    if (!m_player.feed().transport().isPlaying())
+        m_panes.showWhilePaused([this] { m_player.feed().showGate(); });
+}
+
+void PlaybackControls::playAgain()
+{
     const SignalFeed& feed = m_player.feed();
-    if (!feed.isPlaying() && feed.length() && feed.time() > 0.0)
-        seek(feed.time());
+    if (!feed.transport().isPlaying() && feed.transport().length() && feed.transport().time() > 0.0)
+        seek(feed.transport().time());
 }
 
 void PlaybackControls::addTo(QToolBar& bar)
@@ -120,7 +147,7 @@ void PlaybackControls::addTo(QToolBar& bar)
 void PlaybackControls::refresh()
 {
     const SignalFeed& feed = m_player.feed();
-    const double speed = feed.speed();
+    const double speed = feed.transport().speed();
     int index = m_speed->findData(speed);
     if (index < 0) { // a speed of the command line
         index = 0;
@@ -129,24 +156,25 @@ void PlaybackControls::refresh()
         m_speed->insertItem(index, tr("%1x").arg(speed), speed);
     }
     m_speed->setCurrentIndex(index);
-    m_repeat->setChecked(feed.repeat());
-    m_speed->setEnabled(!feed.isLive());
+    m_repeat->setChecked(feed.transport().repeat());
+    m_speed->setEnabled(!feed.source().isLive);
     for (QAction* action : m_speeds + QList<QAction*>{m_repeat, m_toStart})
-        action->setEnabled(!feed.isLive());
-    if (m_length != feed.length()) {
-        m_length = feed.length();
+        action->setEnabled(!feed.source().isLive);
+    if (m_length != feed.transport().length()) {
+        m_length = feed.transport().length();
         m_seek->setLength(m_length);
     }
-    for (QAction* place : m_places)
+    for (QAction* place : m_places + m_gate)
         place->setEnabled(m_length.has_value());
     refreshTime();
 }
 
-void PlaybackControls::refreshTime() { m_seek->setTime(m_player.feed().time()); }
+void PlaybackControls::refreshTime() { m_seek->setTime(m_player.feed().transport().time()); }
 
 void PlaybackControls::showPlaying(bool playing)
 {
     m_playPause->setText(playing ? tr("&Pause") : tr("&Play"));
     m_playPause->setIcon(signIcon(playing ? Sign::Pause : Sign::Play));
     m_panes.setPaused(!playing); // the views' buttons, where it was not one of them
+    showAgain();                 // all of it up to the same sample
 }

@@ -29,11 +29,13 @@ public:
 private:
     void addPlaces(QMainWindow& window);
     void addSpeeds(QMainWindow& window);
+    void addGate(QMainWindow& window);
     QAction* addPlace(QMainWindow& window, const QString& text, const QKeySequence& shortcut);
     void showPlaying(bool playing);
     void changeSpeed(int steps);
     void seek(double seconds);
     void showAgain();
+    void playAgain();
 
     Player& m_player;
     ViewPanes& m_panes;
@@ -41,7 +43,8 @@ private:
     QAction* m_toStart;
     QAction* m_repeat;
     QList<QAction*> m_speeds;
-    QList<QAction*> m_places; // can be gone to in a signal with an end only
+    QList<QAction*> m_places; // can be gone to in a signal with an end only...
+    QList<QAction*> m_gate;   // ...as can a gate be set in it
     QComboBox* m_speed;
     SeekBar* m_seek;
     std::optional<double> m_length; // as shown, s

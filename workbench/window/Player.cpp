@@ -1,33 +1,15 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/Player.h"
 
-#include "platform/values/Persistant.h"
-
-#include <QSettings>
+#include "workbench/receiver/SymbolTiming.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
 
-const QString group = QStringLiteral("Parameters");
-const QString eyeSymbolsKey = QStringLiteral("EyeSymbols");
-const QString eyeBandwidthKey = QStringLiteral("EyeBandwidth");
-const QString speedKey = QStringLiteral("Speed");
-const QString repeatKey = QStringLiteral("Repeat");
-const QString spanKey = QStringLiteral("Span");
-const QString spanRateKey = QStringLiteral("SpanSampleRate");
-const QString shiftKey = QStringLiteral("ReceiverShift");
-const QString channelWidthKey = QStringLiteral("ReceiverChannelWidth");
-const QString demodulationKey = QStringLiteral("ReceiverDemodulation");
-const QString gainKey = QStringLiteral("ReceiverGainControl");
-const QString squelchKey = QStringLiteral("ReceiverSquelch");
-const QString rollOffKey = QStringLiteral("ReceiverRollOff");
-const QString timingKey = QStringLiteral("ReceiverTiming");
-const QString modulationKey = QStringLiteral("ReceiverModulation");
-
-constexpr double demoSpan = 80.0; // symbols
-constexpr double fullScale = 1.1; // a little more than the largest level
+constexpr double demoSpan = 400.0; // symbols: 64QAM needs so many
+constexpr double fullScale = 1.1;  // a little more than the largest level
 
 } // namespace
 
@@ -46,19 +28,27 @@ bool Player::open(Recording recording, const ChannelChoice& channel,
                   .arg(recording.source->valueCount());
         return false;
     }
-    m_feed.open(std::move(recording.source), channel, symbolRate);
-    m_details = recording.details;
+    start(std::move(recording.source), Kind::Recording, channel, symbolRate);
+    m_information += recording.details;
     useKeptSpan();
     showFullScale(); // until there is a signal to fit the axis to
     emit opened(recording.notices);
     return true;
 }
 
+void Player::start(std::unique_ptr<SignalSource> source, Kind kind, const ChannelChoice& channel,
+                   std::optional<double> symbolRate)
+{
+    m_kind = kind;
+    m_information = Recording::describe(*source);
+    m_sureness.reset();
+    m_feed.open(std::move(source), channel, symbolRate);
+}
+
 void Player::openBuiltIn(const NrzSettings& settings)
 {
     m_builtIn = settings;
-    m_feed.open(std::make_unique<NrzSource>(m_builtIn), 0, std::nullopt);
-    m_details.clear();
+    start(std::make_unique<NrzSource>(m_builtIn), Kind::BuiltIn, 0, std::nullopt);
     useKeptSpan();
     showFullScale();
     emit opened({});
@@ -67,9 +57,8 @@ void Player::openBuiltIn(const NrzSettings& settings)
 void Player::openDemo(const ModulationSettings& settings)
 {
     m_demo = settings;
-    m_feed.open(std::make_unique<ModulationSource>(m_demo), 0, std::nullopt);
-    m_feed.setSpan(demoSpan / *m_feed.source()->symbolRate());
-    m_details.clear();
+    start(std::make_unique<ModulationSource>(m_demo), Kind::Demo, 0, std::nullopt);
+    m_feed.setSpan(demoSpan / *m_feed.symbolRate());
     showFullScale();
     emit opened({});
 }
@@ -78,9 +67,9 @@ void Player::openDemo(const ModulationSettings& settings)
 template<class Source, class Work>
 void Player::change(Work work)
 {
-    if (!m_feed.input())
+    if (!m_feed.isOpen())
         return;
-    m_feed.changeInput([&work](SignalSource& source) {
+    m_feed.changeSource([&work](SignalSource& source) {
         if (auto* fitting = dynamic_cast<Source*>(&source))
             work(*fitting);
     });
@@ -137,15 +126,16 @@ void Player::setCarrierError(double cyclesPerSymbol)
 
 void Player::restartBuiltIn()
 {
-    const bool wasPlaying = m_feed.isPlaying();
+    const bool wasPlaying = m_feed.transport().isPlaying();
     openBuiltIn(m_builtIn);
     if (wasPlaying)
-        m_feed.play();
+        m_feed.transport().play();
 }
 
 void Player::setSymbolRate(double symbolRate)
 {
-    if (dynamic_cast<const NrzSource*>(m_feed.input())) {
+    m_sureness.reset();
+    if (m_kind == Kind::BuiltIn) {
         m_builtIn.symbolRate = symbolRate;
         restartBuiltIn();
         return;
@@ -184,49 +174,126 @@ void Player::setSpan(double seconds)
 
 void Player::setSpeed(double speed)
 {
-    m_feed.setSpeed(speed);
+    m_feed.transport().setSpeed(speed);
     emit changed();
 }
 
 void Player::rewind()
 {
-    m_feed.rewind();
+    m_feed.transport().seek(0.0);
     emit changed();
 }
 
 void Player::seek(double seconds)
 {
     seconds = std::max(seconds, 0.0);
-    if (const auto length = m_feed.length())
+    if (const auto length = m_feed.transport().length())
         seconds = std::min(seconds, *length);
-    if (m_feed.isPlaying() || m_feed.isLive()) {
-        m_feed.seek(seconds);
+    if (m_feed.transport().isPlaying() || m_feed.source().isLive) {
+        m_feed.transport().seek(seconds);
     } else {
         const double start = std::max(seconds - m_feed.span(), 0.0);
-        m_feed.seek(start);
-        m_feed.playThrough(seconds - start);
+        m_feed.transport().seek(start);
+        m_feed.transport().playThrough(seconds - start);
     }
     emit changed();
+}
+
+void Player::fixGate(double from, double to, std::optional<double> span)
+{
+    if (m_feed.source().isLive || !(to > from))
+        return;
+    constexpr auto most = static_cast<double>(Gate::maxSampleCount);
+    to = std::min(
+        {to, from + most / m_feed.format().sampleRate, m_feed.transport().length().value_or(to)});
+    m_feed.fixGate(from, to);
+    m_feed.setSpan(span.value_or(to - from));
+    emit changed();
+    emit gateFixed();
+}
+
+void Player::gateFromHere()
+{
+    const Gate& gate = m_feed.gate();
+    const double here = m_feed.transport().time();
+    fixGate(here, gate.isFixed() && gate.fixedTo() > here ? gate.fixedTo() : here + m_feed.span());
+}
+
+void Player::gateToHere()
+{
+    const Gate& gate = m_feed.gate();
+    const double here = m_feed.transport().time();
+    const double shown = std::max(here - m_feed.span(), 0.0);
+    fixGate(gate.isFixed() && gate.fixedFrom() < here ? gate.fixedFrom() : shown, here);
+}
+
+void Player::gateAll() { fixGate(0.0, m_feed.transport().length().value_or(0.0)); }
+
+void Player::playGate()
+{
+    const Gate& gate = m_feed.gate();
+    m_feed.transport().seek(gate.fixedFrom());
+    m_feed.transport().playThrough(gate.fixedTo() - gate.fixedFrom());
+    emit changed();
+}
+
+void Player::releaseGate()
+{
+    m_feed.releaseGate();
+    emit changed();
+    emit outdated();
+}
+
+Measurement::Setup Player::setup() const
+{
+    Measurement::Setup setup;
+    setup.format = m_feed.format();
+    setup.sampleRate = m_feed.source().sampleRate;
+    setup.symbolRate = m_feed.symbolRate();
+    using Origin = Measurement::Origin;
+    const Origin told = m_feed.isSymbolRateGiven() ? Origin::Given : Origin::Metadata;
+    setup.origin = m_sureness ? Origin::Estimated : told;
+    setup.confidence = m_sureness;
+    setup.eyeSymbolCount = m_feed.eye().cut().symbolCount;
+    setup.eyeBandwidth = m_feed.eye().cut().bandwidth;
+    const ReceiverSettings& receiver = m_feed.receiver();
+    if (m_kind == Kind::Demo)
+        setup.modulation = ReceiverSettings::modulationOf(
+            ModulationSettings::names()[static_cast<int>(m_demo.scheme)]);
+    else if (receiver.isOn && !setup.format.isDemodulated)
+        setup.modulation = receiver.modulation;
+    setup.hasCarrierRecovery = m_kind == Kind::Recording && receiver.isOn && setup.modulation;
+    setup.isFm = receiver.isOn && setup.format.isDemodulated &&
+                 receiver.demodulation == ReceiverSettings::Demodulation::Fm;
+    return setup;
+}
+
+void Player::fitLevels()
+{
+    if (m_feed.transport().isPlaying() || m_feed.gate().isEmpty())
+        m_feed.setWatching(true);
+    else
+        m_feed.fitToGate();
 }
 
 void Player::setEyeSymbolCount(int count)
 {
     m_feed.eye().setSymbolCount(count);
     emit changed();
-    emit outdated();
+    emit lookChanged();
 }
 
 void Player::setEyeBandwidth(double bandwidth)
 {
     m_feed.eye().setBandwidth(bandwidth);
-    emit outdated();
+    emit lookChanged();
 }
 
 void Player::setTrajectory(bool wanted)
 {
     m_feed.iq().setTrajectory(wanted);
     emit changed();
-    emit outdated();
+    emit lookChanged();
 }
 
 void Player::showFullScale() { m_feed.setLevels(-fullScale, fullScale); }
@@ -237,76 +304,13 @@ void Player::useKeptSpan()
         m_feed.setSpan(m_keptSpan);
 }
 
-void Player::keep() const
-{
-    QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
-    settings.beginGroup(group);
-    settings.setValue(eyeSymbolsKey, m_feed.eye().cut().symbolCount);
-    settings.setValue(eyeBandwidthKey, m_feed.eye().cut().bandwidth);
-    settings.setValue(speedKey, m_feed.speed());
-    settings.setValue(repeatKey, m_feed.repeat());
-    settings.setValue(spanKey, m_keptSpan);
-    settings.setValue(spanRateKey, m_keptSpanRate);
-    const ReceiverSettings& receiver = m_feed.receiver();
-    settings.setValue(shiftKey, receiver.shift);
-    settings.setValue(channelWidthKey, receiver.bandwidth.value_or(0.0));
-    settings.setValue(demodulationKey, static_cast<int>(receiver.demodulation));
-    settings.setValue(gainKey, receiver.hasGainControl);
-    settings.setValue(squelchKey, receiver.squelch.value_or(ReceiverSettings::minSquelch));
-    settings.setValue(rollOffKey, receiver.rollOff.value_or(0.0));
-    settings.setValue(timingKey, receiver.hasTimingRecovery);
-    settings.setValue(modulationKey,
-                      receiver.modulation ? static_cast<int>(*receiver.modulation) : -1);
-}
-
-void Player::restore()
-{
-    QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
-    settings.beginGroup(group);
-    const auto number = [&settings](const QString& key, double usual) {
-        bool isNumber = false;
-        const double value = settings.value(key, usual).toDouble(&isNumber);
-        return isNumber && !std::isnan(value) ? value : usual;
-    };
-    const EyeCut cut = m_feed.eye().cut();
-    m_feed.eye().setSymbolCount(settings.value(eyeSymbolsKey, cut.symbolCount).toInt());
-    m_feed.eye().setBandwidth(number(eyeBandwidthKey, cut.bandwidth));
-    m_feed.setSpeed(number(speedKey, m_feed.speed()));
-    m_feed.setRepeat(settings.value(repeatKey, m_feed.repeat()).toBool());
-    m_keptSpan = number(spanKey, 0.0);
-    m_keptSpanRate = number(spanRateKey, 0.0);
-    // It is off at first: the next recording may be of another kind.
-    ReceiverSettings receiver;
-    const auto unlessZero = [&number](const QString& key) {
-        const double value = number(key, 0.0);
-        return value > 0.0 ? std::optional<double>(value) : std::nullopt;
-    };
-    receiver.shift = number(shiftKey, 0.0);
-    receiver.bandwidth = unlessZero(channelWidthKey);
-    const int demodulation = settings.value(demodulationKey, 0).toInt();
-    receiver.demodulation =
-        static_cast<ReceiverSettings::Demodulation>(std::clamp(demodulation, 0, 2));
-    receiver.hasGainControl = settings.value(gainKey, true).toBool();
-    const double squelch = number(squelchKey, ReceiverSettings::minSquelch);
-    if (squelch > ReceiverSettings::minSquelch)
-        receiver.squelch = squelch;
-    receiver.rollOff = unlessZero(rollOffKey);
-    receiver.hasTimingRecovery = settings.value(timingKey, true).toBool();
-    receiver.modulation = ReceiverSettings::modulationOf(
-        ReceiverSettings::modulationNames().value(settings.value(modulationKey, -1).toInt()));
-    m_feed.setReceiver(receiver);
-    emit changed();
-}
-
-QStringList Player::information() const { return Recording::describe(*m_feed.input()) + m_details; }
-
 QString Player::eyeNotice() const
 {
     if (const QString flaw = m_feed.receiverFlaw(); !flaw.isEmpty())
         return flaw;
-    if (m_feed.eye().cut().clock != EyeCut::Clock::None)
+    if (m_feed.eye().cut().hasSymbols())
         return QString();
-    if (m_feed.scale().unit != TimeScale::Unit::Symbol)
+    if (!m_feed.symbolRate())
         return tr("the symbol rate is not known, so the eye is cut every %1 samples; give it by "
                   "--symbol-rate or beside the views")
             .arg(EyeCut::fixedLength);

@@ -29,6 +29,9 @@ public:
     /// @param why         when it cannot be shown: one sentence; the former signal stays.
     bool open(Recording recording, const ChannelChoice& channel, std::optional<double> symbolRate,
               QString& why);
+    enum class Kind { Recording, BuiltIn, Demo };
+    /// What it is that plays.
+    Kind kind() const { return m_kind; }
     /// Opens the built-in signal, not playing.
     void openBuiltIn(const NrzSettings& settings);
     /// Opens a built-in signal with a modulation, not playing.
@@ -52,21 +55,38 @@ public:
 
     /// @param symbolRate  Bd; 0: what the source says.
     void setSymbolRate(double symbolRate);
+    /// The symbol rate that was told last is an estimate, 0 to 1 sure.
+    void setSureness(double sureness) { m_sureness = sureness; }
     /// Receives recordings and streams so from now on.
     void setReceiver(const ReceiverSettings& settings);
     void setChannel(const ChannelChoice& channel);
     void setSpan(double seconds);
-    /// Clamped to what the feed plays; SignalFeed::fastest, too.
+    /// Clamped to what the transport plays; Transport::fastest, too.
+    void setSpeed(double speed);
     /// Goes back to the start.
     void rewind();
-    void setSpeed(double speed);
     /// Goes to a time, s. While paused what is there is played at once, up to that time.
     void seek(double seconds);
+    /// The gate is the stretch between two times, s, and is shown at once. Nothing for a live
+    /// signal.
+    /// @param span  shown over time, s; none: all of it.
+    void fixGate(double from, double to, std::optional<double> span = std::nullopt);
+    /// Sets one of its edges at the present time, the other one where it was, or as far off as is
+    /// shown; or both to the ends of the signal.
+    void gateFromHere();
+    void gateToHere();
+    void gateAll();
+    /// Plays the fixed gate from its start to its end, at once.
+    void playGate();
+    /// The gate is what the time view shows.
+    void releaseGate();
+    /// What has to be known to measure the gate.
+    Measurement::Setup setup() const;
     void setEyeSymbolCount(int count);
     void setEyeBandwidth(double bandwidth); ///< As in EyeCut.
     void setTrajectory(bool wanted);        ///< As in IqFeed.
     /// Fits the levels' axes to what comes next.
-    void fitLevels() { m_feed.setWatching(true); }
+    void fitLevels();
     /// Shows the full scale of recordings.
     void showFullScale();
 
@@ -76,8 +96,8 @@ public:
     /// Sets what was kept.
     void restore();
 
-    /// What is known of the signal, a line each. Needs one.
-    QStringList information() const;
+    /// What was known of the signal when it was opened, a line each.
+    const QStringList& information() const { return m_information; }
     /// Why the eye is not that of the symbols, one sentence; empty when it is.
     QString eyeNotice() const;
 
@@ -88,19 +108,27 @@ signals:
     void changed();
     /// The symbols' clock is another one.
     void clockChanged();
-    /// What was played before would look different now.
+    /// What was played before would look different now, where it is played again...
     void outdated();
+    /// ...or where it is only shown again.
+    void lookChanged();
+    /// The gate was fixed, and is to be played.
+    void gateFixed();
 
 private:
     template<class Source, class Work>
     void change(Work work);
+    void start(std::unique_ptr<SignalSource> source, Kind kind, const ChannelChoice& channel,
+               std::optional<double> symbolRate);
     void restartBuiltIn();
     void useKeptSpan();
 
     SignalFeed m_feed;
     NrzSettings m_builtIn;
     ModulationSettings m_demo;
-    QStringList m_details;       // of the recording that plays
-    double m_keptSpan = 0.0;     // s, as the user chose it...
-    double m_keptSpanRate = 0.0; // ...for this sample rate, Hz
+    Kind m_kind = Kind::BuiltIn;
+    QStringList m_information;
+    std::optional<double> m_sureness; // of the symbol rate that was told, where it is an estimate
+    double m_keptSpan = 0.0;          // s, as the user chose it...
+    double m_keptSpanRate = 0.0;      // ...for this sample rate, Hz
 };

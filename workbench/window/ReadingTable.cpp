@@ -8,36 +8,48 @@
 
 namespace {
 
+constexpr int sideMargin = 8;
+constexpr int gateMargin = 4;
 const QString unknown = QStringLiteral("\u2013");
 
 } // namespace
 
 ReadingTable::ReadingTable(QWidget* parent)
     : QWidget(parent)
+    , m_gate(new QLabel(this))
     , m_port(new QWidget(this))
     , m_content(new QWidget(m_port))
     , m_grid(new QGridLayout(m_content))
 {
     m_content->installEventFilter(this);
-    m_grid->setContentsMargins(8, 4, 8, 4);
+    m_grid->setContentsMargins(sideMargin, 4, sideMargin, 2);
     m_grid->setHorizontalSpacing(6);
     m_grid->setVerticalSpacing(1);
+    m_gate->setForegroundRole(QPalette::PlaceholderText);
+    m_gate->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_gate->setContentsMargins(sideMargin, 0, sideMargin, 0);
+    m_gate->setFixedHeight(fontMetrics().height());
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed); // a view's width is not ours to say
 }
 
-QSize ReadingTable::sizeHint() const { return m_content->sizeHint(); }
+QSize ReadingTable::sizeHint() const
+{
+    return m_content->sizeHint() + QSize(0, m_gate->height() + gateMargin);
+}
 
 // A number that is cut off would be read as another one.
 void ReadingTable::arrange()
 {
-    m_content->resize(m_content->minimumSizeHint().expandedTo(size()));
+    const int above = height() - m_gate->height() - gateMargin;
+    m_content->resize(m_content->minimumSizeHint().expandedTo({width(), above}));
     m_grid->activate();
     int right = 0;
     for (int column = 0; column < m_grid->columnCount(); ++column) {
         const int end = m_grid->cellRect(0, column).right() + 1;
         right = end <= width() ? end : right;
     }
-    m_port->resize(right, height());
+    m_port->resize(right, above);
+    m_gate->setGeometry(0, above, width(), m_gate->height());
 }
 
 void ReadingTable::resizeEvent(QResizeEvent* event)
@@ -88,10 +100,30 @@ std::size_t ReadingTable::addLines(const QStringList& names, int lineCount, cons
     return first;
 }
 
-void ReadingTable::show(std::size_t line, std::size_t column, const QString& text)
+void ReadingTable::widen(int column, const QString& longest)
 {
-    m_lines.at(line).values.at(column)->setText(text.isEmpty() ? unknown : text);
+    for (int row = 0; row < m_grid->rowCount(); ++row) {
+        QLayoutItem* item = m_grid->itemAtPosition(row, column);
+        if (item && item->widget())
+            item->widget()->setMinimumWidth(fontMetrics().horizontalAdvance(longest));
+    }
 }
+
+void ReadingTable::show(std::size_t line, std::size_t column, const QString& text,
+                        const QString& why)
+{
+    QLabel* label = m_lines.at(line).values.at(column);
+    label->setText(text.isEmpty() ? unknown : text);
+    label->setToolTip(text.isEmpty() ? why : QString());
+}
+
+void ReadingTable::setGate(const QString& text, const QString& explanation)
+{
+    m_gate->setText(text);
+    m_gate->setToolTip(explanation);
+}
+
+QString ReadingTable::gate() const { return m_gate->text(); }
 
 void ReadingTable::setNames(std::size_t line, const QStringList& names)
 {

@@ -21,8 +21,14 @@ public:
     /// @param longest    usual text of a value, which the columns are made wide enough for.
     /// @return the index of the first line.
     std::size_t addLines(const QStringList& names, int lineCount, const QString& longest);
+    /// Makes a column wide enough for a longer usual text.
+    void widen(int column, const QString& longest);
     /// Shows a value; empty: not known.
-    void show(std::size_t line, std::size_t column, const QString& text);
+    /// @param why  it is not, for those who point at it; shown only then.
+    void show(std::size_t line, std::size_t column, const QString& text,
+              const QString& why = QString());
+    /// Says below all lines what the values are of; as wide as there is room.
+    void setGate(const QString& text, const QString& explanation);
     /// Makes a line, not the last one, names of the values of the next line, until it is empty
     /// again: a line of values then.
     void setNames(std::size_t line, const QStringList& names);
@@ -36,6 +42,7 @@ public:
     QString text(std::size_t line, std::size_t column) const;
     /// The note in a line; empty without one.
     QString note(std::size_t line) const;
+    QString gate() const;
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -54,6 +61,7 @@ private:
 
     void arrange();
 
+    QLabel* m_gate;
     QWidget* m_port;    // columns that fit
     QWidget* m_content; // all of them
     QGridLayout* m_grid;

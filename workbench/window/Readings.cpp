@@ -3,21 +3,47 @@
 
 #include "workbench/window/Figures.h"
 #include "workbench/window/ReadingTable.h"
+#include "workbench/window/Units.h"
 #include "workbench/window/ViewPanes.h"
+
+#include <QLocale>
 
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 
 namespace {
+
+using Figure = Measurement::Figure;
 
 constexpr std::size_t maxEyeCount = 3;
 constexpr int eyeColumnCount = 7;
 constexpr int levelDigits = 5;
 constexpr int eyeDigits = 4; // it has not much room
+constexpr double hundred = 100.0;
 
 const QString blank = QStringLiteral(" ");
-const QString percent = QStringLiteral("%");
 const QString decibels = QStringLiteral("dB");
+
+QString percent(const Figure& ratio)
+{
+    return figures::fixed(ratio ? Figure(hundred * *ratio) : ratio, 1, QStringLiteral("%"));
+}
+
+QString levelText(const figures::Levels& levels, const Figure& level)
+{
+    return level ? levels.text(*level) : QString();
+}
+
+/// Why a figure is missing: for it alone, or for all that it is one of.
+QString reasonFor(const Measurement& measurement, QString path)
+{
+    while (!measurement.reasons.contains(path) && path.contains(QLatin1Char('.')))
+        path.truncate(path.lastIndexOf(QLatin1Char('.')));
+    return measurement.reasons.value(path);
+}
+
+QString counted(std::int64_t count) { return QLocale(QLocale::English).toString(count); }
 
 } // namespace
 
@@ -35,68 +61,66 @@ Readings::Readings(ViewPanes& panes, QObject* parent)
     m_eye->addLines({tr("Height"), tr("Opening"), tr("Width"), tr("Crossing"), tr("Jitter RMS"),
                      tr("Jitter p-p"), tr("Q")},
                     maxEyeCount, longest);
-    m_constellation->addLines({tr("EVM RMS"), tr("EVM peak"), tr("MER"), tr("Carrier")}, 1, longer);
+    const QString ratio = QStringLiteral("-888.88 dB");
+    m_constellation->addLines({tr("EVM RMS"), tr("EVM peak"), tr("MER"), tr("Carrier")}, 1, ratio);
     m_constellation->addLines({tr("Offset"), tr("Imbalance"), tr("Quadrature"), tr("Symbol rate")},
-                              1, longer);
+                              1, ratio);
+    m_constellation->widen(3, QStringLiteral("-88.8888 ± 0.0088 kHz"));
     std::size_t index = 0;
     for (ReadingTable* table : {m_level, m_eye, m_constellation})
         panes.setReadings(index++, table);
 }
 
-void Readings::show(const Measurements& measurements)
+void Readings::show(const Measurement& measurement)
 {
-    showLevel(measurements.level);
-    showEye(measurements);
-    showConstellation(measurements);
+    showLevel(measurement);
+    showEye(measurement);
+    showConstellation(measurement);
+    showGate(measurement);
 }
 
-void Readings::showLevel(const std::optional<LevelReadings>& readings)
+void Readings::showLevel(const Measurement& measurement)
 {
-    if (!readings) {
-        for (std::size_t column = 0; column < 7; ++column)
-            m_level->show(0, column, QString());
-        return;
-    }
+    const Measurement::Time& time = measurement.time;
     const figures::Levels levels(
-        std::max({std::abs(readings->lowest), std::abs(readings->highest), readings->peakToPeak()}),
+        std::max({std::abs(time.minimum.value_or(0.0)), std::abs(time.maximum.value_or(0.0)),
+                  time.peakToPeak.value_or(0.0)}),
         levelDigits);
     std::size_t column = 0;
-    for (const double level : {readings->mean, readings->lowest, readings->highest,
-                               readings->peakToPeak(), readings->rms, readings->acRms})
-        m_level->show(0, column++, levels.text(level));
-    m_level->show(0, column, figures::frequency(readings->frequency));
+    for (const Figure& level :
+         {time.mean, time.minimum, time.maximum, time.peakToPeak, time.rms, time.rmsAc})
+        m_level->show(0, column++, levelText(levels, level));
+    m_level->show(0, column, figures::frequency(time.frequency),
+                  reasonFor(measurement, QStringLiteral("time.frequency")));
 }
 
-void Readings::showEye(const Measurements& measurements)
+void Readings::showEye(const Measurement& measurement)
 {
-    const std::vector<EyeReadings::Eye> eyes =
-        measurements.eye ? measurements.eye->eyes : std::vector<EyeReadings::Eye>();
+    const std::vector<Measurement::EyeOpening>& eyes = measurement.eye.eyes;
+    const std::vector<Measurement::Level>& means = measurement.eye.levels;
     double largest = 0.0;
-    for (const EyeReadings::Eye& eye : eyes)
-        largest = std::max({largest, std::abs(eye.lowLevel), std::abs(eye.highLevel)});
+    for (const Measurement::Level& level : means)
+        largest = std::max(largest, std::abs(level.mean));
     const figures::Levels levels(largest, eyeDigits);
     // Two levels have one eye: there is room for more of it.
-    const bool isOne = eyes.size() == 1;
+    const bool isOne = eyes.size() == 1 && means.size() == 2;
     m_eye->setNames(1, isOne ? QStringList{tr("Inner", "height of the eye"), tr("One", "level"),
                                            tr("Zero", "level"), tr("Instant", "of the crossing"),
                                            tr("σ one", "noise of the level"),
                                            tr("σ zero", "noise of the level")}
                              : QStringList());
-    const bool hasNoLevels = eyes.empty() && measurements.hasTraces;
-    m_eye->setNote(0, eyeColumnCount, hasNoLevels ? tr("levels not told apart") : QString(),
-                   hasNoLevels
-                       ? tr("Eyes of two, three and four levels are measured. Is the symbol "
-                            "rate right, and the noise not too high?")
-                       : QString());
+    const QString why =
+        eyes.empty() ? reasonFor(measurement, QStringLiteral("eye.eyes")) : QString();
+    m_eye->setNote(0, eyeColumnCount, why, why);
     const auto showLine = [this](std::size_t line, const QStringList& texts) {
         for (int column = 0; column < eyeColumnCount; ++column)
             m_eye->show(line, static_cast<std::size_t>(column), texts.value(column));
     };
     for (std::size_t line = 0; line < maxEyeCount; ++line) {
         if (line < eyes.size()) { // the uppermost first, as they are seen
-            const EyeReadings::Eye& eye = eyes[eyes.size() - 1 - line];
-            showLine(line, {levels.text(eye.height), figures::fixed(eye.opening, 1, percent),
-                            figures::fixed(eye.width, 3), figures::fixed(eye.crossing, 1, percent),
+            const Measurement::EyeOpening& eye = eyes[eyes.size() - 1 - line];
+            showLine(line, {levelText(levels, eye.height), percent(eye.opening),
+                            figures::fixed(eye.width, 3), percent(eye.crossing),
                             figures::fixed(eye.jitterRms, 4), figures::fixed(eye.jitterPeak, 4),
                             figures::fixed(eye.q, 1)});
         } else if (line == 0) {
@@ -107,52 +131,62 @@ void Readings::showEye(const Measurements& measurements)
     }
     if (!isOne)
         return;
-    const EyeReadings::Eye& eye = eyes.front();
+    const Measurement::EyeOpening& eye = eyes.front();
     showLine(2,
-             {levels.text(eye.innerHeight), levels.text(eye.highLevel), levels.text(eye.lowLevel),
-              figures::fixed(eye.crossingTime, 3, QStringLiteral("UI")), levels.text(eye.highSigma),
-              levels.text(eye.lowSigma), blank});
+             {levelText(levels, eye.innerHeight), levels.text(means[1].mean),
+              levels.text(means[0].mean), figures::fixed(eye.crossingTime, 3, QStringLiteral("UI")),
+              levels.text(means[1].sigma), levels.text(means[0].sigma), blank});
 }
 
-void Readings::showConstellation(const Measurements& measurements)
+void Readings::showConstellation(const Measurement& measurement)
 {
-    const auto& readings = measurements.constellation;
-    const auto value = [&](double ConstellationReadings::*member) {
-        return readings ? std::optional<double>((*readings).*member) : std::nullopt;
+    const Measurement::Constellation& points = measurement.constellation;
+    const auto why = [&measurement](const char* path) {
+        return reasonFor(measurement, QLatin1String(path));
     };
-    sayWhatIsMissing(measurements);
-    const QString texts[2][4] = {
-        {figures::fixed(value(&ConstellationReadings::evmRms), 1, percent),
-         figures::fixed(value(&ConstellationReadings::evmPeak), 1, percent),
-         figures::fixed(value(&ConstellationReadings::mer), 1, decibels),
-         figures::offset(measurements.carrierOffset)},
-        {figures::fixed(value(&ConstellationReadings::originOffset), 1, decibels),
-         figures::fixed(readings ? readings->imbalance : std::nullopt, 2, decibels),
-         figures::fixed(readings ? readings->quadratureError : std::nullopt, 2,
-                        QStringLiteral("°")),
-         figures::fixed(measurements.symbolRateError, 1, QStringLiteral("ppm"))}};
-    for (std::size_t line = 0; line < 2; ++line) {
-        for (std::size_t column = 0; column < 4; ++column)
-            m_constellation->show(line, column, texts[line][column]);
-    }
+    const QString note = points.evmRms ? QString() : why("constellation.evm_rms");
+    m_constellation->setNote(0, 3, note, note);
+    m_constellation->show(0, 0, percent(points.evmRms));
+    m_constellation->show(0, 1, percent(points.evmPeak));
+    m_constellation->show(0, 2, figures::fixed(points.mer, 1, decibels));
+    m_constellation->show(0, 3,
+                          figures::measured(measurement.carrier.offset,
+                                            measurement.carrier.deviation, QStringLiteral("Hz")),
+                          why("carrier.offset"));
+    m_constellation->show(1, 0, figures::fixed(points.offset, 1, decibels),
+                          why("constellation.offset_db"));
+    m_constellation->show(1, 1, figures::fixed(points.imbalance, 2, decibels),
+                          why("constellation.imbalance_db"));
+    m_constellation->show(1, 2, figures::fixed(points.quadrature, 2, QStringLiteral("°")),
+                          why("constellation.quadrature_deg"));
+    m_constellation->show(1, 3,
+                          figures::measured(measurement.clock.offset, measurement.clock.deviation,
+                                            QStringLiteral("ppm")),
+                          why("clock.offset_ppm"));
 }
 
-void Readings::sayWhatIsMissing(const Measurements& measurements)
+void Readings::showGate(const Measurement& measurement)
 {
-    QString text;
-    QString explanation;
-    if (measurements.constellation) {
-        // Nothing is.
-    } else if (!measurements.hasSymbols) {
-        text = tr("no symbols");
-        explanation = tr("EVM and MER are measured at the instants of decision: give the receiver "
-                         "the symbol rate, and leave the trajectory out.");
-    } else if (!measurements.hasModulation) {
-        text = tr("modulation unknown");
-        explanation = tr("EVM and MER are measured against the points of the modulation: choose it "
-                         "in the receiver, or give it by --modulation.");
-    } else {
-        text = tr("too few symbols yet");
+    if (!(measurement.stop > measurement.start)) {
+        for (ReadingTable* table : {m_level, m_eye, m_constellation})
+            table->setGate(QString(), QString());
+        return;
     }
-    m_constellation->setNote(0, 3, text, explanation);
+    const QString stretch = figures::stretch(measurement.start, measurement.stop);
+    const Measurement::LeftOut& left = measurement.leftOut;
+    QString more;
+    if (left.symbols > 0)
+        more = tr("; left out: %1 symbols").arg(counted(left.symbols));
+    const QString why = left.reason.isEmpty() ? QString() : tr("Left out: %1").arg(left.reason);
+    m_level->setGate(stretch, why);
+    m_eye->setGate(measurement.eye.traces > 0
+                       ? tr("of %1 traces, %2").arg(counted(measurement.eye.traces), stretch)
+                       : stretch,
+                   why);
+    m_constellation->setGate(
+        measurement.constellation.symbols > 0
+            ? tr("of %1 symbols, %2").arg(counted(measurement.constellation.symbols), stretch) +
+                  more
+            : stretch + more,
+        why);
 }

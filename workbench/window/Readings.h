@@ -1,14 +1,15 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "workbench/feed/Measurements.h"
+#include "workbench/measure/Measurement.h"
 
 #include <QObject>
 
 class ReadingTable;
 class ViewPanes;
 
-/// Read-outs below the views: what the signal measures, in figures that keep their places.
+/// Read-outs below the views: what the gate measures, in figures that keep their places, and what
+/// gate that is. A figure that is missing says why to those who point at it.
 class Readings : public QObject
 {
     Q_OBJECT
@@ -16,16 +17,16 @@ public:
     /// @param panes  time, eye and IQ, in this order: they get the tables.
     Readings(ViewPanes& panes, QObject* parent);
 
-    void show(const Measurements& measurements);
+    void show(const Measurement& measurement);
     ReadingTable& level() { return *m_level; }
     ReadingTable& eye() { return *m_eye; }
     ReadingTable& constellation() { return *m_constellation; }
 
 private:
-    void showLevel(const std::optional<LevelReadings>& readings);
-    void showEye(const Measurements& measurements);
-    void showConstellation(const Measurements& measurements);
-    void sayWhatIsMissing(const Measurements& measurements);
+    void showLevel(const Measurement& measurement);
+    void showEye(const Measurement& measurement);
+    void showConstellation(const Measurement& measurement);
+    void showGate(const Measurement& measurement);
 
     ReadingTable* m_level;
     ReadingTable* m_eye;

@@ -62,9 +62,9 @@ ReceiverPanel::ReceiverPanel(QWidget* parent)
     form->addRow(m_hint);
 
     const auto chosen = [this] { choose(); };
-    for (QCheckBox* box : {m_isOn, m_gain, m_timing})
+    for (QCheckBox* box : {m_isOn, m_dc, m_gain, m_timing})
         connect(box, &QCheckBox::clicked, this, chosen);
-    for (QComboBox* box : {m_demodulation, m_modulation})
+    for (QComboBox* box : {m_demodulation, m_filter, m_modulation})
         connect(box, QOverload<int>::of(&QComboBox::activated), this, chosen);
     for (QDoubleSpinBox* box : {m_shift, m_bandwidth, m_squelch, m_rollOff})
         connect(box, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, chosen);
@@ -77,6 +77,8 @@ void ReceiverPanel::addFilters(QFormLayout* form)
     m_shift->setToolTip(tr("Added to every frequency"));
     form->addRow(tr("Frequency s&hift"), m_shift);
     form->labelForField(m_shift)->setMinimumWidth(nameWidth);
+    m_dc = new QCheckBox(tr("Rem&ove what is at 0 Hz"), this);
+    form->addRow(m_dc);
     m_bandwidth = new FrequencyEditor(QStringLiteral("Hz"), this);
     m_bandwidth->setRange(0.0, maxHertz);
     m_bandwidth->setSpecialValueText(tr("no filter"));
@@ -97,14 +99,20 @@ void ReceiverPanel::addFilters(QFormLayout* form)
     m_gain = new QCheckBox(tr("&Gain control"), this);
     form->addRow(m_gain);
     addState(form, tr("Level before"), StageReport::Quantity::Level);
+    m_filter = new QComboBox(this);
+    m_filter->addItems({tr("none"), tr("root raised cosine"), tr("raised cosine"), tr("Gaussian"),
+                        tr("boxcar"), tr("half sine")});
+    m_filter->setToolTip(tr("Matched to the pulses that were sent, or such that opens an eye"));
+    form->addRow(tr("&Matched filter"), m_filter);
     m_rollOff = new QDoubleSpinBox(this);
     m_rollOff->setRange(0.0, ReceiverSettings::maxRollOff);
     m_rollOff->setDecimals(3);
     m_rollOff->setSingleStep(rollOffStep);
     m_rollOff->setKeyboardTracking(false);
-    m_rollOff->setSpecialValueText(tr("none"));
-    m_rollOff->setToolTip(tr("Roll-off of the root raised cosine"));
-    form->addRow(tr("&Matched filter"), m_rollOff);
+    m_rollOff->setSpecialValueText(tr("usual"));
+    m_rollOff->setToolTip(tr("Roll-off of the filter; of a Gaussian one its bandwidth in symbol "
+                             "rates"));
+    form->addRow(tr("Ro&ll-off"), m_rollOff);
 }
 
 void ReceiverPanel::addSymbols(QFormLayout* form)
@@ -161,7 +169,11 @@ void ReceiverPanel::choose()
     m_settings.demodulation =
         static_cast<ReceiverSettings::Demodulation>(m_demodulation->currentIndex());
     m_settings.hasGainControl = m_gain->isChecked();
-    m_settings.rollOff = unlessZero(m_rollOff->value());
+    m_settings.removesDc = m_dc->isChecked();
+    const int filter = m_filter->currentIndex() - 1;
+    m_settings.filter =
+        filter < 0 ? std::nullopt : std::optional(static_cast<ReceiverSettings::Filter>(filter));
+    m_settings.rollOff = m_settings.filter ? unlessZero(m_rollOff->value()) : std::nullopt;
     m_settings.hasTimingRecovery = m_timing->isChecked();
     m_settings.modulation = ReceiverSettings::modulationOf(m_modulation->currentText());
     emit settingsChosen(m_settings);
@@ -180,6 +192,9 @@ void ReceiverPanel::show(const ReceiverSettings& settings, bool hasSymbolRate, b
     const QSignalBlocker quietSquelch(m_squelch);
     m_squelch->setValue(settings.squelch.value_or(m_squelch->minimum()));
     m_isOn->setChecked(settings.isOn);
+    m_dc->setChecked(settings.removesDc);
+    const auto filter = settings.usedFilter();
+    m_filter->setCurrentIndex(filter ? 1 + static_cast<int>(*filter) : 0);
     m_demodulation->setCurrentIndex(static_cast<int>(settings.demodulation));
     m_gain->setChecked(settings.hasGainControl);
     m_timing->setChecked(settings.hasTimingRecovery);
@@ -190,10 +205,11 @@ void ReceiverPanel::show(const ReceiverSettings& settings, bool hasSymbolRate, b
     const bool isOn = settings.isOn && canReceive;
     m_isOn->setEnabled(canReceive);
     for (QWidget* control :
-         std::initializer_list<QWidget*>{m_shift, m_bandwidth, m_squelch, m_demodulation})
+         std::initializer_list<QWidget*>{m_shift, m_dc, m_bandwidth, m_squelch, m_demodulation})
         control->setEnabled(isOn);
     m_gain->setEnabled(isOn && isLinear);
-    m_rollOff->setEnabled(isOn && hasSymbolRate);
+    m_filter->setEnabled(isOn && hasSymbolRate);
+    m_rollOff->setEnabled(m_filter->isEnabled() && filter);
     m_timing->setEnabled(isOn && hasSymbolRate);
     m_modulation->setEnabled(isOn && hasSymbolRate && isLinear && settings.hasTimingRecovery);
     m_hint->setText(!canReceive ? tr("The built-in signals need no receiver: open a recording or "

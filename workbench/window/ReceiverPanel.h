@@ -46,6 +46,8 @@ private:
     QLabel* m_squelchState;
     QComboBox* m_demodulation;
     QCheckBox* m_gain;
+    QCheckBox* m_dc;
+    QComboBox* m_filter;
     QDoubleSpinBox* m_rollOff;
     QCheckBox* m_timing;
     QLabel* m_timingState;

@@ -19,9 +19,9 @@ void SymbolRateSearch::start(SignalFeed& feed)
 {
     cancel();
     SymbolRateEstimate::Signal signal;
-    feed.changeInput([&](SignalSource& source) {
+    feed.changeSource([&](SignalSource& source) {
         constexpr auto length = static_cast<std::int64_t>(SymbolRateEstimate::maxSampleCount);
-        const auto here = static_cast<std::int64_t>(feed.time() * source.sampleRate());
+        const auto here = static_cast<std::int64_t>(feed.transport().time() * source.sampleRate());
         const std::int64_t last = source.sampleCount().value_or(here + length) - length;
         signal = SymbolRateEstimate::signalOf(
             source, feed.channel(), feed.receiver(),

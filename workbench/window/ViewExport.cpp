@@ -229,7 +229,7 @@ QByteArray ViewExport::table(const ViewPanes::Pane& pane) const
     }
     if (const auto* diagram = qobject_cast<const GLEyeDiagram*>(pane.canvas)) {
         const EyeCut& cut = m_feed.eye().cut();
-        const bool hasSymbols = cut.clock != EyeCut::Clock::None;
+        const bool hasSymbols = cut.hasSymbols();
         const int length = hasSymbols ? cut.symbolCount : 1;
         Table table(hasSymbols ? "trace,time (symbols),level" : "trace,time (traces),level");
         double number = 0.0;
@@ -240,11 +240,11 @@ QByteArray ViewExport::table(const ViewPanes::Pane& pane) const
         }
         return table.text();
     }
-    const std::vector<double> samples = m_feed.shownSamples();
+    const std::vector<double> samples = m_feed.gate().samples();
     Table table("time (s),level");
     for (std::size_t k = 0; k < samples.size(); ++k)
         table.add({(static_cast<double>(k) - static_cast<double>(samples.size())) /
-                       m_feed.scale().sampleRate,
+                       m_feed.format().sampleRate,
                    samples[k]});
     return table.text();
 }

@@ -1,5 +1,5 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
-#include "workbench/feed/Pacer.h"
+#include "workbench/pipeline/Pacer.h"
 
 #include <algorithm>
 #include <cmath>

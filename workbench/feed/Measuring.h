@@ -1,0 +1,49 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/measure/Measurement.h"
+#include "workbench/pipeline/Handover.h"
+
+#include <QObject>
+
+#include <atomic>
+#include <thread>
+
+class Gate;
+
+/// Measures gates on a thread of its own, one at a time, and rests in between: it takes a fifth of
+/// a core at most.
+class Measuring : public QObject
+{
+    Q_OBJECT
+public:
+    explicit Measuring(QObject* parent = nullptr);
+    ~Measuring() override;
+
+    /// Measures at once, in the calling thread.
+    static Measurement of(const Gate& gate, const Measurement::Setup& setup);
+    /// Measures as soon as the thread can, unless another gate is to be measured by then.
+    void request(const Gate& gate, const Measurement::Setup& setup);
+    /// Forgets what was requested; measured does not come before the next request.
+    void cancel();
+
+signals:
+    void measured(const Measurement& measurement);
+
+private:
+    struct Request
+    {
+        std::vector<SignalBlockPtr> blocks;
+        Measurement::Setup setup;
+        int run;
+
+        Measurement measure() const;
+    };
+
+    void run();
+
+    Handover<Request> m_requests;
+    std::atomic<bool> m_isStopping = false;
+    int m_run = 0; // counts what was cancelled
+    std::thread m_thread;
+};

@@ -1,0 +1,130 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/feed/TimeFeed.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+// More samples than these, of a period or of all that is shown, are thinned out, unless fewer are
+// left than a picture takes.
+constexpr double manyOfPeriod = 16384.0;
+constexpr double manyOfSpan = 2097152.0;
+constexpr double fewOfSpan = 8192.0;
+
+} // namespace
+
+void TimeFeed::open(const TimeScale& scale, std::optional<double> frameLength)
+{
+    m_scale = scale;
+    m_segments.setFrameLength(frameLength);
+    restart();
+}
+
+// A view shows whole segments: one a period scrolls smoothly; longer ones where the time shown
+// would take too many of them.
+void TimeFeed::setSpan(double seconds, double periodLength)
+{
+    m_span = std::clamp(seconds, m_scale.minSpan, m_scale.maxSpan);
+    m_values.setX(-m_scale.span(m_span), 0.0);
+    const double samples = m_span * m_scale.sampleRate;
+    m_segments.setLength(static_cast<std::size_t>(
+        std::ceil(std::max(periodLength, samples / TimeScale::maxSegmentCount))));
+    const double many = std::max(periodLength / manyOfPeriod, samples / manyOfSpan);
+    m_thinning.setFactor(static_cast<std::size_t>(
+        std::max(std::floor(std::min(std::ceil(many), samples / fewOfSpan)), 1.0)));
+    m_values.setBaudrate(m_scale.samplesPerUnit / static_cast<double>(m_thinning.factor()));
+}
+
+double TimeFeed::segmentLength() const
+{
+    return m_segments.frameLength().value_or(static_cast<double>(m_segments.length()));
+}
+
+void TimeFeed::restart()
+{
+    m_open = 0;
+    m_thinning.restart();
+}
+
+std::size_t TimeFeed::openCount(Transport& transport)
+{
+    if (m_open > 0)
+        return m_open;
+    const std::int64_t position = transport.position();
+    const std::size_t needed = m_segments.neededCount(position);
+    const Transport::Ahead ahead = transport.ahead(needed);
+    m_window.clear();
+    if (ahead.count == needed && !m_segments.frameLength())
+        transport.copyAhead(m_segments.windowStart(), needed - m_segments.windowStart(), m_window);
+    begin(m_segments.next(position, ahead.count, ahead.isAll, m_window));
+    return m_open;
+}
+
+void TimeFeed::begin(std::size_t count)
+{
+    m_open = count;
+    m_marker = static_cast<double>(count);
+}
+
+void TimeFeed::take(const BlockPart& part) { add(&part.block->samples[part.first], part.count); }
+
+void TimeFeed::add(const double* samples, std::size_t count)
+{
+    if (count == 0)
+        return;
+    m_newSamples.assign(samples, samples + count);
+    m_newMarkers.assign(count, 0.0);
+    m_newMarkers.front() = m_marker;
+    m_marker = 0.0;
+    m_open -= std::min(m_open, count);
+    m_thinning.run(m_newSamples, m_newMarkers, m_samples, m_markers);
+}
+
+void TimeFeed::notify()
+{
+    if (!m_samples.empty())
+        m_values.notify(m_samples, m_markers);
+    m_samples.clear();
+    m_markers.clear();
+}
+
+bool TimeFeed::hasSignal() const
+{
+    const double* first = nullptr;
+    for (const double& sample : m_samples) {
+        if (std::isfinite(sample) && first && sample != *first)
+            return true;
+        if (std::isfinite(sample))
+            first = &sample;
+    }
+    return false;
+}
+
+// A segment as long as the time shown is all that a view still has room for. Along zero it looks as
+// a view does before the first sample.
+void TimeFeed::show(std::int64_t position, const std::vector<double>& samples)
+{
+    constexpr double more = 1.01; // or what is older is seen where the axis starts
+    const double shown =
+        more * m_span * m_scale.sampleRate / static_cast<double>(m_thinning.factor());
+    std::vector<double> markers(static_cast<std::size_t>(std::ceil(shown)) + 1);
+    markers.front() = static_cast<double>(markers.size());
+    m_values.notify(std::vector<double>(markers.size()), markers);
+    restart();
+    for (std::size_t done = 0; done < samples.size();) {
+        const auto here = position + static_cast<std::int64_t>(done);
+        const std::size_t left = samples.size() - done;
+        const std::size_t needed = m_segments.neededCount(here);
+        const auto first = samples.begin() + static_cast<std::ptrdiff_t>(done);
+        m_window.clear();
+        if (needed <= left && !m_segments.frameLength())
+            m_window.assign(first + static_cast<std::ptrdiff_t>(m_segments.windowStart()),
+                            first + static_cast<std::ptrdiff_t>(needed));
+        begin(m_segments.next(here, std::min(left, needed), true, m_window));
+        const std::size_t count = m_open;
+        add(&samples[done], count);
+        done += count;
+    }
+    notify();
+}

@@ -1,0 +1,125 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <cstddef>
+#include <deque>
+#include <mutex>
+#include <optional>
+#include <utility>
+
+/// A queue from one thread to another that holds items up to a weight; one more item may exceed it.
+/// Any thread may call any of its operations.
+template<class Item>
+class Handover
+{
+public:
+    /// The weight from which on the queue is full; at least 1.
+    void setLimit(std::size_t weight)
+    {
+        const Lock lock(m_mutex);
+        m_limit = std::max<std::size_t>(weight, 1);
+        m_changed.notify_all();
+    }
+    /// Waits while the queue is full. False, and the item is lost, once it is closed.
+    bool push(Item item, std::size_t weight)
+    {
+        Lock lock(m_mutex);
+        const int run = m_run;
+        m_changed.wait(lock, [&] { return m_isClosed || run != m_run || m_waiting < m_limit; });
+        if (!m_isClosed && run == m_run)
+            add(std::move(item), weight);
+        return !m_isClosed;
+    }
+    /// False, and the item is lost, where the queue is full.
+    bool tryPush(Item item, std::size_t weight)
+    {
+        const Lock lock(m_mutex);
+        if (m_isClosed || m_waiting >= m_limit)
+            return false;
+        add(std::move(item), weight);
+        return true;
+    }
+    /// No more items come after those that wait.
+    void finish()
+    {
+        const Lock lock(m_mutex);
+        m_isFinished = true;
+        m_changed.notify_all();
+    }
+    /// Waits for the next item. None once the queue is finished and empty, or closed, or when it
+    /// takes longer than the patience.
+    std::optional<Item> pop(std::chrono::milliseconds patience)
+    {
+        Lock lock(m_mutex);
+        m_changed.wait_for(lock, patience,
+                           [this] { return m_isClosed || m_isFinished || !m_items.empty(); });
+        if (m_isClosed || m_items.empty())
+            return std::nullopt;
+        Entry entry = std::move(m_items.front());
+        m_items.pop_front();
+        m_waiting -= entry.weight;
+        m_changed.notify_all();
+        return std::move(entry.item);
+    }
+    /// Forgets what waits, also in push.
+    void clear()
+    {
+        const Lock lock(m_mutex);
+        m_items.clear();
+        m_waiting = 0;
+        ++m_run;
+        m_changed.notify_all();
+    }
+    /// Ends all waiting, until the queue is opened again, empty.
+    void close()
+    {
+        const Lock lock(m_mutex);
+        m_isClosed = true;
+        m_changed.notify_all();
+    }
+    void open()
+    {
+        clear();
+        const Lock lock(m_mutex);
+        m_isClosed = false;
+        m_isFinished = false;
+    }
+    std::size_t waiting() const
+    {
+        const Lock lock(m_mutex);
+        return m_waiting;
+    }
+    /// Whether all items have been taken and no more come.
+    bool hasEnded() const
+    {
+        const Lock lock(m_mutex);
+        return m_isFinished && m_items.empty();
+    }
+
+private:
+    using Lock = std::unique_lock<std::mutex>;
+    struct Entry
+    {
+        Item item;
+        std::size_t weight;
+    };
+
+    void add(Item item, std::size_t weight)
+    {
+        m_items.push_back({std::move(item), weight});
+        m_waiting += weight;
+        m_changed.notify_all();
+    }
+
+    mutable std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::deque<Entry> m_items;
+    std::size_t m_waiting = 0; // weight
+    std::size_t m_limit = 1;
+    int m_run = 0; // counts how often it was cleared
+    bool m_isClosed = false;
+    bool m_isFinished = false;
+};

@@ -1,0 +1,80 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/window/GatePanel.h"
+
+#include "workbench/window/PanelForm.h"
+#include "workbench/window/Player.h"
+
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QLabel>
+#include <QSignalBlocker>
+
+namespace {
+
+constexpr double shortest = 1e-6; // of the length, between the times
+constexpr int decimals = 4;
+
+} // namespace
+
+GatePanel::GatePanel(QWidget* parent)
+    : QWidget(parent)
+{
+    auto* sections = new QVBoxLayout(this);
+    sections->setContentsMargins(0, 0, 0, 0);
+    QFormLayout* form = panelForm::addSection(*this, tr("Gate"));
+    m_kind = new QComboBox(this);
+    m_kind->addItems({tr("What is shown"), tr("From a time to another")});
+    m_kind->setToolTip(tr("What eye, constellation and figures are of"));
+    m_kind->setAccessibleName(tr("Gate"));
+    form->addRow(m_kind);
+    m_from = addTime(tr("Be&gin"));
+    m_to = addTime(tr("&End"));
+    form->addRow(tr("Be&gin"), m_from);
+    form->addRow(tr("&End"), m_to);
+    form->labelForField(m_from)->setMinimumWidth(panelForm::nameWidth);
+    connect(m_kind, QOverload<int>::of(&QComboBox::activated), this, [this](int kind) {
+        if (kind == 0)
+            emit shownChosen();
+        else
+            emit stretchChosen(m_from->value() * m_unit, m_to->value() * m_unit);
+    });
+}
+
+QDoubleSpinBox* GatePanel::addTime(const QString& name)
+{
+    auto* editor = new QDoubleSpinBox(this);
+    editor->setStepType(QAbstractSpinBox::AdaptiveDecimalStepType);
+    editor->setKeyboardTracking(false);
+    editor->setDecimals(decimals);
+    editor->setAccessibleName(QString(name).remove(QLatin1Char('&')));
+    connect(editor, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, [this] {
+        if (m_to->value() > m_from->value())
+            emit stretchChosen(m_from->value() * m_unit, m_to->value() * m_unit);
+    });
+    return editor;
+}
+
+void GatePanel::show(const Player& player)
+{
+    const SignalFeed& feed = player.feed();
+    const Gate& gate = feed.gate();
+    const auto length = feed.transport().length();
+    setVisible(length.has_value());
+    if (!length)
+        return;
+    m_kind->setCurrentIndex(gate.isFixed() ? 1 : 0);
+    m_unit = *length < 1e-3 ? 1e-6 : *length < 1.0 ? 1e-3 : 1.0;
+    const QString unit = *length < 1e-3  ? QStringLiteral("µs")
+                         : *length < 1.0 ? QStringLiteral("ms")
+                                         : QStringLiteral("s");
+    const double time = feed.transport().time();
+    const double from = gate.isFixed() ? gate.fixedFrom() : std::max(time - feed.span(), 0.0);
+    const double to = gate.isFixed() ? gate.fixedTo() : std::max(time, shortest * *length);
+    for (QDoubleSpinBox* editor : {m_from, m_to}) {
+        const QSignalBlocker quiet(editor);
+        editor->setEnabled(gate.isFixed());
+        editor->setSuffix(QChar(0x2009) + unit);
+        editor->setRange(0.0, *length / m_unit);
+        editor->setValue((editor == m_from ? from : to) / m_unit);
+    }
+}

@@ -1,0 +1,31 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QWidget>
+
+class Player;
+class QComboBox;
+class QDoubleSpinBox;
+
+/// The gate: what the time view shows, or the stretch between two times. It changes nothing itself;
+/// the signals say what the user wants, and come from the user only.
+class GatePanel : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit GatePanel(QWidget* parent);
+
+    void show(const Player& player);
+
+signals:
+    void shownChosen();
+    void stretchChosen(double from, double to); ///< s
+
+private:
+    QDoubleSpinBox* addTime(const QString& name);
+
+    QComboBox* m_kind;
+    QDoubleSpinBox* m_from;
+    QDoubleSpinBox* m_to;
+    double m_unit = 1.0; // s, of the editors
+};

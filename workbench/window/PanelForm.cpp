@@ -1,0 +1,50 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/window/PanelForm.h"
+
+#include <QLabel>
+#include <QSlider>
+
+QFormLayout* panelForm::addSection(QWidget& panel, const QString& title)
+{
+    auto* section = new QWidget(&panel);
+    auto* form = new QFormLayout(section);
+    form->setContentsMargins(0, 0, 0, 0);
+    form->setHorizontalSpacing(10);
+    form->setVerticalSpacing(7);
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    auto* heading = new QLabel(title, section);
+    QFont bold = heading->font();
+    bold.setBold(true);
+    heading->setFont(bold);
+    form->addRow(heading);
+    panel.layout()->addWidget(section);
+    return form;
+}
+
+QLabel* panelForm::addFact(QFormLayout& form, const QString& name)
+{
+    auto* value = new QLabel(form.parentWidget());
+    value->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    form.addRow(name, value);
+    form.labelForField(value)->setMinimumWidth(nameWidth);
+    return value;
+}
+
+QSlider* panelForm::addSlider(QFormLayout& form, const QString& name, int lowest, int highest,
+                              QLabel** value)
+{
+    auto* row = new QWidget(form.parentWidget());
+    auto* slider = new QSlider(Qt::Horizontal, row);
+    slider->setRange(lowest, highest);
+    slider->setAccessibleName(name);
+    *value = new QLabel(row);
+    (*value)->setFixedWidth(row->fontMetrics().horizontalAdvance(QStringLiteral("-888.8 Hz")));
+    (*value)->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    auto* line = new QHBoxLayout(row);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->addWidget(slider, 1);
+    line->addWidget(*value);
+    form.addRow(name, row);
+    form.labelForField(row)->setMinimumWidth(nameWidth);
+    return slider;
+}
