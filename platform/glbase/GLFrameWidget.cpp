@@ -32,6 +32,8 @@ GLFrameWidget::~GLFrameWidget() = default;
 void GLFrameWidget::paintGL()
 {
     QPainter painter(this);
+    if (!painter.isActive()) // on an empty picture
+        return;
     // Whoever grabs a window has this called, too, with a painter on a picture.
     const bool isOnFrame = painter.paintEngine()->type() == QPaintEngine::OpenGL2;
     const QScopedValueRollback<bool> hasContext(m_hasContext, isOnFrame);
@@ -40,6 +42,8 @@ void GLFrameWidget::paintGL()
 
 void GLFrameWidget::Render(QPainter& painter)
 {
+    if (!painter.isActive())
+        return;
     const QScopedValueRollback<QPainter*> open(m_pPainter, &painter);
     painter.save();
     m_baseTransform = painter.worldTransform();

@@ -39,6 +39,7 @@ public:
 
     /// Paints the frame's content with another painter (a picture, a printer), in logical pixels
     /// with the origin at the frame's top left corner. Must not be called while the frame paints.
+    /// Nothing with a painter that is not open.
     void Render(QPainter& painter);
 
     /// Whether what is painted is a picture to keep, see GLLayout::RenderPicture. Nothing that

@@ -270,7 +270,8 @@ void Player::restore()
     };
     const EyeCut cut = m_feed.eye().cut();
     m_feed.eye().setSymbolCount(settings.value(eyeSymbolsKey, cut.symbolCount).toInt());
-    m_feed.eye().setBandwidth(number(eyeBandwidthKey, cut.bandwidth));
+    const double eyeBandwidth = number(eyeBandwidthKey, cut.bandwidth);
+    m_feed.eye().setBandwidth(eyeBandwidth < EyeCut::minBandwidth ? 0.0 : eyeBandwidth);
     m_feed.setSpeed(number(speedKey, m_feed.speed()));
     m_feed.setRepeat(settings.value(repeatKey, m_feed.repeat()).toBool());
     m_keptSpan = number(spanKey, 0.0);
@@ -279,7 +280,8 @@ void Player::restore()
     ReceiverSettings receiver;
     const auto unlessZero = [&number](const QString& key) {
         const double value = number(key, 0.0);
-        return value > 0.0 ? std::optional<double>(value) : std::nullopt;
+        constexpr double smallest = 1e-6; // Hz, or a roll-off: below it, no filter can be made
+        return value >= smallest ? std::optional<double>(value) : std::nullopt;
     };
     receiver.shift = number(shiftKey, 0.0);
     receiver.bandwidth = unlessZero(channelWidthKey);
