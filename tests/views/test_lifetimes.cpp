@@ -17,10 +17,12 @@
 #include <QPainter>
 #include <QTest>
 #include <QTimer>
+#include <QWheelEvent>
 
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <limits>
 
 using values::Tree;
 
@@ -213,6 +215,31 @@ TYPED_TEST(Lifetimes, PaintNothingIntoAnEmptyPicture)
     this->view->Render(painter);
     if constexpr (TestFixture::isEye)
         TestAccess::diagram(*this->view).PaintPicture(painter, {10, 10});
+    this->takeDown();
+}
+
+TYPED_TEST(Lifetimes, BearTheLargestScalesAndWheels)
+{
+    this->build();
+    this->view->resize(300, 300);
+    if constexpr (!TestFixture::isIq)
+        TestAccess::diagram(*this->view).SetBaudrate(1.0F);
+    TestAccess::xAxis(*this->view).SetRange(-100.0, 0.0);
+    this->feed();
+    QImage image(30, 30, QImage::Format_RGB32);
+    for (const double scale : {1e300, 1e15, 1e-300, 0.0}) {
+        QPainter painter(&image);
+        painter.scale(scale, scale);
+        this->view->RenderPicture(painter, {300, 300});
+    }
+    const auto& children = this->view->Widgets();
+    for (const int delta : {std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
+        for (const auto& child : children) {
+            const QPointF at = child->geometry().center();
+            QWheelEvent event(at, at, {}, {delta, delta}, {}, {}, Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(this->view.get(), &event);
+        }
+    }
     this->takeDown();
 }
 

@@ -1,9 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/Player.h"
 
-#include "platform/values/Persistant.h"
-
-#include <QSettings>
+#include "platform/values/PlainSettings.h"
 
 #include <algorithm>
 #include <cmath>
@@ -239,7 +237,7 @@ void Player::useKeptSpan()
 
 void Player::keep() const
 {
-    QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
+    values::Settings settings;
     settings.beginGroup(group);
     settings.setValue(eyeSymbolsKey, m_feed.eye().cut().symbolCount);
     settings.setValue(eyeBandwidthKey, m_feed.eye().cut().bandwidth);
@@ -261,7 +259,7 @@ void Player::keep() const
 
 void Player::restore()
 {
-    QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
+    values::Settings settings;
     settings.beginGroup(group);
     const auto number = [&settings](const QString& key, double usual) {
         bool isNumber = false;
