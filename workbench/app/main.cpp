@@ -2,6 +2,7 @@
 #include "platform/startup/TranslationCenter.h"
 #include "platform/values/Persistant.h"
 #include "workbench/app/Options.h"
+#include "workbench/app/OrderlyExit.h"
 #include "workbench/app/Snapshot.h"
 #include "workbench/receiver/SymbolRateEstimate.h"
 #include "workbench/sources/LiveAddress.h"
@@ -148,14 +149,17 @@ int run(MainWindow& window, const Options& options)
         window.show();
         QApplication::processEvents(); // the first picture takes long; the signal starts after it
         window.feed().play();
+        const OrderlyExit exit(window);
         return QApplication::exec();
     }
-    const QStringList files =
-        Snapshot::take(window, options.seconds, options.snapshotFolder, options.formats, why);
-    if (files.isEmpty())
-        return fail(exitFailed, why);
-    for (const QString& file : files)
+    const Snapshot::Result taken =
+        Snapshot::take(window, options.seconds, options.snapshotFolder, options.formats);
+    if (taken.files.isEmpty())
+        return fail(exitFailed, taken.error);
+    for (const QString& file : taken.files)
         std::printf("%s\n", qPrintable(file));
+    if (!taken.notice.isEmpty())
+        say(taken.notice);
     return 0;
 }
 

@@ -346,13 +346,19 @@ void MainWindow::restoreRoom()
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
+    keep();
+    QMainWindow::closeEvent(event);
+}
+
+void MainWindow::keep()
+{
     values::Settings settings;
     settings.setValue(geometryKey, QString::fromLatin1(saveGeometry().toBase64()));
     settings.setValue(parametersShownKey, !m_parameters->isHidden());
     settings.setValue(parametersWidthKey, m_parameters->width());
     settings.setValue(panesKey, m_panes->room());
     m_player.keep();
-    QMainWindow::closeEvent(event);
+    settings.sync();
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)
