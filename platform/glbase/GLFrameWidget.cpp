@@ -6,6 +6,7 @@
 #include "platform/glbase/GLPainter.h"
 #include "platform/gui/ColorSet.h"
 
+#include <QEvent>
 #include <QPaintEngine>
 #include <QPainter>
 #include <QScopedValueRollback>
@@ -27,7 +28,26 @@ GLFrameWidget::GLFrameWidget(QWidget* parent)
     setFormat(format);
 }
 
-GLFrameWidget::~GLFrameWidget() = default;
+namespace {
+
+// A window keeps a pointer to each GL widget that it painted until it paints anew, for which Qt
+// does not ask when an empty one leaves.
+void leaveWindow(QWidget& widget)
+{
+    if (widget.size().isEmpty())
+        widget.window()->update();
+}
+
+} // namespace
+
+GLFrameWidget::~GLFrameWidget() { leaveWindow(*this); }
+
+bool GLFrameWidget::event(QEvent* event)
+{
+    if (event->type() == QEvent::ParentAboutToChange)
+        leaveWindow(*this);
+    return QOpenGLWidget::event(event);
+}
 
 void GLFrameWidget::paintGL()
 {

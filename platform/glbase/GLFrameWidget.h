@@ -47,6 +47,7 @@ public:
     bool IsPaintingPicture() const { return m_pictureSize.isValid(); }
 
 protected:
+    bool event(QEvent* event) override;
     void paintGL() override;
     /// Paints the children with the open painter; the frame itself has none.
     virtual void PaintChildren(QPainter& painter);

@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QDialog>
 #include <QMenu>
 #include <QPainter>
 #include <QTest>
@@ -216,6 +217,26 @@ TYPED_TEST(Lifetimes, PaintNothingIntoAnEmptyPicture)
     if constexpr (TestFixture::isEye)
         TestAccess::diagram(*this->view).PaintPicture(painter, {10, 10});
     this->takeDown();
+}
+
+TYPED_TEST(Lifetimes, LeaveTheirWindowAlsoWhereTheyHadNoRoom)
+{
+    QWidget window;
+    for (const bool isMoved : {false, true}) {
+        this->build();
+        this->view->setParent(&window);
+        this->view->resize(100, 0);
+        window.show();
+        this->view->show();
+        QCoreApplication::processEvents();
+        if (isMoved)
+            this->view->setParent(nullptr);
+        this->takeDown();
+        QDialog dialog(&window); // exposes it
+        QTimer::singleShot(0, &dialog, &QDialog::close);
+        dialog.exec();
+        QCoreApplication::processEvents();
+    }
 }
 
 TYPED_TEST(Lifetimes, BearTheLargestScalesAndWheels)
