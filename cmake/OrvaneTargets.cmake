@@ -43,12 +43,15 @@ if(NOT ORVANE_SANITIZE)
     "$<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
 endif()
 if(ORVANE_SANITIZE)
+  # "undefined" leaves out the conversion of an unrepresentable number to an integer.
+  set(sanitizers address,undefined,float-cast-overflow)
+  if(ORVANE_SANITIZE STREQUAL "thread")
+    set(sanitizers thread)
+  endif()
   target_compile_options(OrvaneOptions INTERFACE
-    # "undefined" leaves out the conversion of an unrepresentable number to an integer.
-    -fsanitize=address,undefined,float-cast-overflow
-    -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    -fsanitize=${sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_compile_definitions(OrvaneOptions INTERFACE _GLIBCXX_ASSERTIONS)
-  target_link_options(OrvaneOptions INTERFACE -fsanitize=address,undefined)
+  target_link_options(OrvaneOptions INTERFACE -fsanitize=${sanitizers})
 
   add_library(OrvaneSanitizerDefaults OBJECT
     "${PROJECT_SOURCE_DIR}/tests/suppressions/SanitizerDefaults.cpp")

@@ -1,7 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 // Random sequences of operations, see World. As a fuzz target (ORVANE_FUZZER) it takes them from
 // libFuzzer. Else:
-//   sequences SECONDS [SEED]   runs sequences from a seed on for so long (at least 200 of them);
+//   sequences SECONDS [SEED]   runs sequences from a seed on for so long (at least 60 of them);
 //   one
 //                              that fails is cut to the steps that it takes, and printed
 //   sequences replay FILE      runs the steps in a file
@@ -56,7 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 namespace {
 
-constexpr unsigned atLeast = 200;
+constexpr unsigned atLeast = 60;
 constexpr int exitFailed = 1;
 
 std::vector<Step> randomSteps(unsigned seed)
