@@ -412,12 +412,13 @@ void World::Private::inDialog(Place& place, std::uint8_t way, int count)
     place.with([&](auto& view) {
         auto* diagram = TestAccess::diagram(view);
         QMenu* menu = diagram->getContextMenu(nullptr, nullptr, 0);
-        QTimer::singleShot(0, qApp, [&, menu = QPointer<QMenu>(menu)] {
+        QObject scope; // nothing runs after it
+        QTimer::singleShot(0, &scope, [&, menu = QPointer<QMenu>(menu)] {
             if (way % 2 == 0 || !menu) {
                 runSteps();
                 return;
             }
-            QTimer::singleShot(0, qApp, runSteps);
+            QTimer::singleShot(0, &scope, runSteps);
             menu->setActiveAction(menu->actions().front());
             QKeyEvent event(QEvent::KeyPress, Qt::Key_Return, {});
             QCoreApplication::sendEvent(menu, &event);
