@@ -13,24 +13,45 @@ if(NOT CMAKE_CXX_COMPILER_LAUNCHER)
   endif()
 endif()
 
-# Installed programs and libraries find ours from where they lie themselves.
+# Programs and libraries find ours from where they lie themselves, in the build tree as where they are
+# installed: the paths that CMake would exchange end in an empty entry, which is the current folder.
 file(RELATIVE_PATH ORVANE_BIN_TO_LIB
   "${CMAKE_INSTALL_FULL_BINDIR}" "${CMAKE_INSTALL_FULL_LIBDIR}")
-set(CMAKE_INSTALL_RPATH "$ORIGIN" "$ORIGIN/${ORVANE_BIN_TO_LIB}")
+set(CMAKE_BUILD_WITH_INSTALL_RPATH ON)
+set(CMAKE_INSTALL_RPATH "$ORIGIN" "$ORIGIN/../lib" "$ORIGIN/${ORVANE_BIN_TO_LIB}")
+list(REMOVE_DUPLICATES CMAKE_INSTALL_RPATH)
+
+include(CheckCXXCompilerFlag)
+check_cxx_compiler_flag(-fcf-protection=full ORVANE_HAS_CF_PROTECTION)
 
 add_library(OrvaneOptions INTERFACE)
 target_compile_options(OrvaneOptions INTERFACE
-  -Wall -Wextra -Wpedantic -Wconversion -Werror
+  -Wall -Wextra -Wpedantic -Wconversion
+  $<$<BOOL:${ORVANE_WERROR}>:-Werror>
   # NaN rules and the single-precision steps of the diagrams are part of their contract.
   -ffp-contract=off)
 target_compile_definitions(OrvaneOptions INTERFACE QT_DEPRECATED_WARNINGS)
-if(ORVANE_SANITIZE)
-  target_compile_options(OrvaneOptions INTERFACE
-    # "undefined" leaves out the conversion of an unrepresentable number to an integer.
-    -fsanitize=address,undefined,float-cast-overflow
-    -fno-sanitize-recover=all -fno-omit-frame-pointer)
+# What the program reads comes from strangers: a fault in it should end it, not do more.
+target_compile_options(OrvaneOptions INTERFACE
+  -fstack-protector-strong
+  $<$<BOOL:${ORVANE_HAS_CF_PROTECTION}>:-fcf-protection=full>)
+target_link_options(OrvaneOptions INTERFACE LINKER:-z,relro,-z,now)
+if(NOT ORVANE_SANITIZE)
   target_compile_definitions(OrvaneOptions INTERFACE _GLIBCXX_ASSERTIONS)
-  target_link_options(OrvaneOptions INTERFACE -fsanitize=address,undefined)
+  # Takes optimisation; undefined first, because some distributions' compilers set it themselves.
+  target_compile_options(OrvaneOptions INTERFACE
+    "$<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
+endif()
+if(ORVANE_SANITIZE)
+  # "undefined" leaves out the conversion of an unrepresentable number to an integer.
+  set(sanitizers address,undefined,float-cast-overflow)
+  if(ORVANE_SANITIZE STREQUAL "thread")
+    set(sanitizers thread)
+  endif()
+  target_compile_options(OrvaneOptions INTERFACE
+    -fsanitize=${sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_definitions(OrvaneOptions INTERFACE _GLIBCXX_ASSERTIONS)
+  target_link_options(OrvaneOptions INTERFACE -fsanitize=${sanitizers})
 
   add_library(OrvaneSanitizerDefaults OBJECT
     "${PROJECT_SOURCE_DIR}/tests/suppressions/SanitizerDefaults.cpp")

@@ -731,10 +731,6 @@
         <translation>Symbolrate in Hertz: Die Zeitachse zählt Symbole, und das Auge öffnet sich über ihnen; auto schätzt die einer Aufnahme.</translation>
     </message>
     <message>
-        <source>Files of a snapshot: any of png,svg,pdf,csv; pictures and data of each view (png).</source>
-        <translation>Dateien einer Momentaufnahme: beliebige von png,svg,pdf,csv; Bilder und Daten jeder Ansicht (png).</translation>
-    </message>
-    <message>
         <source>Pixels of a snapshot to each of the window, 0.5 to 8 (1).</source>
         <translation>Pixel einer Momentaufnahme je Pixel des Fensters, 0.5 bis 8 (1).</translation>
     </message>
@@ -789,6 +785,10 @@
     <message>
         <source>give json</source>
         <translation>geben Sie json an</translation>
+    </message>
+    <message>
+        <source>Files of a snapshot: any of png,svg,pdf,csv; pictures and data of each view (png). The data of a view that has none are left out.</source>
+        <translation>Dateien einer Momentaufnahme: beliebige von png,svg,pdf,csv; Bilder und Daten jeder Ansicht (png). Die Daten einer Ansicht, die keine hat, werden ausgelassen.</translation>
     </message>
 </context>
 <context>
@@ -1750,6 +1750,14 @@
     <message>
         <source>no samples came, so there is nothing to show; check who sends them</source>
         <translation>es kamen keine Abtastwerte, also gibt es nichts zu zeigen; prüfen Sie, wer sie sendet</translation>
+    </message>
+    <message>
+        <source>%1; play more seconds, or another channel</source>
+        <translation>%1; spielen Sie mehr Sekunden ab oder einen anderen Kanal</translation>
+    </message>
+    <message>
+        <source>%1: left out, there are no data to write</source>
+        <translation>%1: ausgelassen, es gibt keine Daten zu schreiben</translation>
     </message>
 </context>
 <context>

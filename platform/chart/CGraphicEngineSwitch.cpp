@@ -169,7 +169,7 @@ void CGraphicEngineSwitch::Update(bool afresh)
 void CGraphicEngineSwitch::Render(QPainter& painter, const QSize& size) const
 {
     const std::shared_ptr<const ChartPicture> chart = d->chart.lock();
-    if (!chart)
+    if (!chart || !painter.isActive())
         return;
     const QRect visible(QPoint(0, 0), size);
     if (DeviceRaster::IsVector(painter))

@@ -202,6 +202,9 @@ void DeviceRaster::Rasterise(const Scale& major, const Scale& minor, const Segme
 struct DeviceRaster::StepMap
 {
     std::uint64_t levelCount;
+    std::uint64_t columnCount;
+    std::uint64_t wholeLevels; ///< Of each column, and what is left over for all of them.
+    std::uint64_t restLevels;
     std::int64_t left;
     std::int64_t right;
     std::int64_t top;
@@ -212,14 +215,22 @@ struct DeviceRaster::StepMap
     StepMap(const GLStepLine& line, const Scale& x, const Scale& y)
         : levelCount(line.Levels().size())
     {
+        // Beyond all that a picture can hold, so that products of columns stay inside 64 bits.
+        static constexpr double farthest = 4294967296.0; // 2^32
         const auto edge = [](const Scale& scale, double logical) {
-            return static_cast<std::int64_t>(scale.Edge(logical));
+            const double device = scale.Edge(logical);
+            return std::isnan(device)
+                       ? 0
+                       : static_cast<std::int64_t>(std::clamp(device, -farthest, farthest));
         };
         const QRect& dest = line.DestRect();
         left = edge(x, dest.left());
         right = std::max(edge(x, dest.right() + 1.0), left + 1);
         top = edge(y, dest.top());
         bottom = std::max(edge(y, dest.bottom() + 1.0), top + 1);
+        columnCount = static_cast<std::uint64_t>(right - left);
+        wholeLevels = levelCount / columnCount;
+        restLevels = levelCount % columnCount;
 
         const double width = std::max(1, line.LineStyle().Width());
         penWidth = truncateSaturated<int>(width * x.factor + 0.5, 1);
@@ -232,9 +243,9 @@ struct DeviceRaster::StepMap
     {
         if (column < left)
             return 0;
-        const auto columnCount = static_cast<std::uint64_t>(right - left);
-        const auto done = static_cast<std::uint64_t>(column + 1 - left);
-        const std::uint64_t reached = (done * levelCount + columnCount - 1) / columnCount;
+        const auto done = std::min(static_cast<std::uint64_t>(column + 1 - left), columnCount);
+        const std::uint64_t reached =
+            done * wholeLevels + (done * restLevels + columnCount - 1) / columnCount;
         return std::min(reached, levelCount) - 1;
     }
     /// The levels that show in a column: those that the pen reaches at any of its positions that

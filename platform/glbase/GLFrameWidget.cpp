@@ -6,6 +6,7 @@
 #include "platform/glbase/GLPainter.h"
 #include "platform/gui/ColorSet.h"
 
+#include <QEvent>
 #include <QPaintEngine>
 #include <QPainter>
 #include <QScopedValueRollback>
@@ -27,11 +28,32 @@ GLFrameWidget::GLFrameWidget(QWidget* parent)
     setFormat(format);
 }
 
-GLFrameWidget::~GLFrameWidget() = default;
+namespace {
+
+// A window keeps a pointer to each GL widget that it painted until it paints anew, for which Qt
+// does not ask when an empty one leaves.
+void leaveWindow(QWidget& widget)
+{
+    if (widget.size().isEmpty())
+        widget.window()->update();
+}
+
+} // namespace
+
+GLFrameWidget::~GLFrameWidget() { leaveWindow(*this); }
+
+bool GLFrameWidget::event(QEvent* event)
+{
+    if (event->type() == QEvent::ParentAboutToChange)
+        leaveWindow(*this);
+    return QOpenGLWidget::event(event);
+}
 
 void GLFrameWidget::paintGL()
 {
     QPainter painter(this);
+    if (!painter.isActive()) // on an empty picture
+        return;
     // Whoever grabs a window has this called, too, with a painter on a picture.
     const bool isOnFrame = painter.paintEngine()->type() == QPaintEngine::OpenGL2;
     const QScopedValueRollback<bool> hasContext(m_hasContext, isOnFrame);
@@ -40,6 +62,8 @@ void GLFrameWidget::paintGL()
 
 void GLFrameWidget::Render(QPainter& painter)
 {
+    if (!painter.isActive())
+        return;
     const QScopedValueRollback<QPainter*> open(m_pPainter, &painter);
     painter.save();
     m_baseTransform = painter.worldTransform();

@@ -39,6 +39,7 @@ public:
 
     /// Paints the frame's content with another painter (a picture, a printer), in logical pixels
     /// with the origin at the frame's top left corner. Must not be called while the frame paints.
+    /// Nothing with a painter that is not open.
     void Render(QPainter& painter);
 
     /// Whether what is painted is a picture to keep, see GLLayout::RenderPicture. Nothing that
@@ -46,6 +47,7 @@ public:
     bool IsPaintingPicture() const { return m_pictureSize.isValid(); }
 
 protected:
+    bool event(QEvent* event) override;
     void paintGL() override;
     /// Paints the children with the open painter; the frame itself has none.
     virtual void PaintChildren(QPainter& painter);

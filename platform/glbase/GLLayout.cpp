@@ -164,7 +164,7 @@ int GLLayout::WidthOf(const GLBaseWidget& child, int depth) const
 
 void GLLayout::RenderPicture(QPainter& painter, const QSize& size)
 {
-    if (size.isEmpty())
+    if (size.isEmpty() || !painter.isActive())
         return;
     const QSize shownSize = m_placedSize;
     const QScopedValueRollback<QSize> picture(m_pictureSize, size);

@@ -58,7 +58,7 @@ void GLStepLine::BuildPyramid()
     const std::size_t count = m_levels.size();
     m_blocks.reserve(count / (blockSize - 1) + 16);
     for (std::size_t i = 0; i + blockSize <= count; i += blockSize)
-        m_blocks.push_back(ExtremesOfBlock(&m_levels[i], blockSize));
+        m_blocks.push_back(ExtremesOfBlock(m_levels.data() + i, blockSize));
     m_layerStarts.push_back(0);
 
     for (std::size_t end = m_blocks.size(); end - m_layerStarts.back() >= blockSize;
@@ -66,7 +66,7 @@ void GLStepLine::BuildPyramid()
         const std::size_t start = m_layerStarts.back();
         m_layerStarts.push_back(end);
         for (std::size_t i = start; i + blockSize <= end; i += blockSize)
-            m_blocks.push_back(ExtremesOfBlock(&m_blocks[i], blockSize));
+            m_blocks.push_back(ExtremesOfBlock(m_blocks.data() + i, blockSize));
     }
 }
 
@@ -87,7 +87,7 @@ GLStepLine::Extremes GLStepLine::ExtremesOf(std::size_t first, std::size_t last)
     takeEnds(m_levels.data(), m_levels.size() >= blockSize);
     std::size_t layer = 0;
     while (first < last) {
-        takeEnds(&m_blocks[m_layerStarts[layer]], layer + 1 < m_layerStarts.size());
+        takeEnds(m_blocks.data() + m_layerStarts[layer], layer + 1 < m_layerStarts.size());
         ++layer;
     }
     return extremes;

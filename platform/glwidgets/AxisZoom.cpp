@@ -18,7 +18,7 @@ void AxisZoom::Wheel(int pixel, const QWheelEvent& event)
 {
     constexpr double notch = 120.0; // Qt's eighths of a degree for one notch
     constexpr double zoomPerNotch = 1.25;
-    m_axis.ZoomAt(pixel, std::pow(zoomPerNotch, -event.angleDelta().y() / notch));
+    m_axis.ZoomAt(pixel, std::pow(zoomPerNotch, -(event.angleDelta().y() / notch)));
 }
 
 void AxisZoom::StartDrag(int pixel)

@@ -45,6 +45,8 @@ protected:
     void paintEvent(QPaintEvent*) override
     {
         QPainter painter(this);
+        if (!painter.isActive()) // on an empty picture
+            return;
         if (underMouse() || isDown()) {
             painter.setRenderHint(QPainter::Antialiasing);
             painter.setPen(Qt::NoPen);
@@ -120,6 +122,8 @@ void CaptionWidget::setPaused(bool paused)
 void CaptionWidget::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
+    if (!painter.isActive())
+        return;
     PaintBar(painter, rect());
     if (hasFocus())
         painter.fillRect(0, height() - 1, width(), 1,

@@ -10,10 +10,10 @@ namespace {
 /// Anything but the words of a switch counts as missing.
 bool toSwitch(const QVariant& stored, bool defaultValue)
 {
-    const QString text = stored.toString();
-    if (text == QLatin1String("true"))
+    const QString text = stored.toString().toLower();
+    if (text == QLatin1String("true") || text == QLatin1String("1"))
         return true;
-    if (text == QLatin1String("false"))
+    if (text == QLatin1String("false") || text == QLatin1String("0"))
         return false;
     return defaultValue;
 }

@@ -33,8 +33,8 @@ protected:
 /// Named group of variables that are kept in the application's INI file.
 ///
 /// The file is the one of QSettings (INI format, user scope) for the application's organisation and
-/// name unless SetStoreFile names another. Settings are written through at Write. A damaged file
-/// counts as empty: defaults are used, and one warning is logged for each such file.
+/// name unless SetStoreFile names another; PlainSettings.h says what may stand in it. Settings are
+/// written through at Write. What is not stored, or is no switch, has its default.
 class ORVANE_PLATFORM_API Persistant
 {
 public:

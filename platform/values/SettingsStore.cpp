@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "platform/values/SettingsStore.h"
 
+#include "platform/values/PlainSettings.h"
+
 #include <QCoreApplication>
 #include <QDebug>
 #include <QFile>
@@ -23,24 +25,15 @@ QString SettingsStore::File() const
     QString organization = QCoreApplication::organizationName();
     if (organization.isEmpty()) // QSettings refuses to work without one
         organization = application;
-    return QSettings(QSettings::IniFormat, QSettings::UserScope, organization, application)
+    return QSettings(plainSettings::format(), QSettings::UserScope, organization, application)
         .fileName();
 }
 
-QVariant SettingsStore::Read(const QString& key)
-{
-    const QSettings& settings = Synced();
-    return IsDamaged() ? QVariant() : settings.value(key);
-}
+QVariant SettingsStore::Read(const QString& key) { return Synced().value(key); }
 
 void SettingsStore::Write(const QVariantMap& values)
 {
     QSettings& settings = Synced();
-    const bool wasDamaged = IsDamaged();
-    if (wasDamaged) {
-        QFile::copy(m_openFile, m_openFile + QStringLiteral(".damaged"));
-        settings.clear();
-    }
     for (auto value = values.begin(); value != values.end(); ++value) {
         if (value->isValid())
             settings.setValue(value.key(), *value);
@@ -48,7 +41,7 @@ void SettingsStore::Write(const QVariantMap& values)
             settings.remove(value.key());
     }
     settings.sync();
-    if (IsDamaged() && !wasDamaged)
+    if (settings.status() != QSettings::NoError)
         WarnOnce(QStringLiteral("cannot be written"));
     m_settings.reset(); // an error sticks to the object
 }
@@ -57,17 +50,15 @@ QSettings& SettingsStore::Synced()
 {
     const QString file = File();
     if (!m_settings || m_openFile != file) {
-        m_settings = std::make_unique<QSettings>(file, QSettings::IniFormat);
+        m_settings = std::make_unique<QSettings>(file, plainSettings::format());
         m_openFile = file;
     }
     m_settings->sync();
-    m_settings->allKeys(); // parses every section, so that damage shows
-    if (IsDamaged())
+    // A file that only cannot be written has the same status.
+    if (m_settings->status() != QSettings::NoError && !QFile(file).open(QIODevice::ReadOnly))
         WarnOnce(QStringLiteral("cannot be read, defaults are used"));
     return *m_settings;
 }
-
-bool SettingsStore::IsDamaged() const { return m_settings->status() != QSettings::NoError; }
 
 void SettingsStore::WarnOnce(const QString& what)
 {

@@ -12,8 +12,8 @@ namespace values {
 
 /// The INI file that holds all settings of the application. Keys are paths such as "Group/Key".
 ///
-/// A file that cannot be read or parsed counts as empty and is replaced at the next Write, which
-/// keeps a copy named <file>.damaged. One warning is logged for each file that cannot be used.
+/// See plainSettings for what it may hold. One warning is logged for each file that cannot be read
+/// or written.
 class SettingsStore
 {
 public:
@@ -31,12 +31,11 @@ public:
 private:
     SettingsStore() = default;
     QSettings& Synced();
-    bool IsDamaged() const;
     void WarnOnce(const QString& what);
 
     QString m_file;
     QString m_openFile;
-    std::unique_ptr<QSettings> m_settings; // remembers damage: a second one would not see it again
+    std::unique_ptr<QSettings> m_settings;
     QSet<QString> m_warned;
 };
 

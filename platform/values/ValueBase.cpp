@@ -7,7 +7,14 @@ ValueBase::ValueBase(const QString& pathName)
     : m_pathName(pathName)
 {}
 
-ValueBase::~ValueBase() = default;
+ValueBase::~ValueBase()
+{
+    // One that dies without being removed from a tree must not leave anyone with a pointer to it.
+    if (m_state == StateRemoved)
+        return;
+    m_state = StateRemoved;
+    Notify(ccState);
+}
 
 void ValueBase::NotificationEnded()
 {

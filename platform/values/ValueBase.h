@@ -9,7 +9,8 @@ namespace values {
 
 class Tree;
 
-/// A named value of the value tree.
+/// A named value of the value tree. Also one that is destroyed otherwise than by the tree tells its
+/// observers ccState with StateRemoved first; they may call no more than this class has then.
 class ORVANE_PLATFORM_API ValueBase : public Observable
 {
 public:

@@ -69,7 +69,7 @@ GLEyeDiagram::~GLEyeDiagram()
     delete m_pEngineSwitch;
     if (m_autoScaleTimer.isActive())
         m_autoScaleTimer.stop();
-    delete m_pContextMenu;
+    diagramDialogs::discard(m_pContextMenu);
     traceHistory::freeHistory(m_records, m_freeRecords);
     m_pPersistant->Write(QString(), static_cast<ICfg::View>(0));
     delete m_pPersistant;
@@ -326,6 +326,7 @@ QWidget* GLEyeDiagram::GetPropertyPage(QWidget* parent, const char* name)
     m_pPropertyPage->SetYAxisMax(-yLimit, yLimit, m_yStop, true);
     m_pPropertyPage->SetShowGrid(m_showGrid, true);
     m_pPropertyPage->SetBufferSize(smallestBuffer, largestBuffer, m_bufferSize, true);
+    diagramDialogs::forgetDestroyed(m_pPropertyPage, *this);
     return m_pPropertyPage;
 }
 
@@ -351,7 +352,7 @@ void GLEyeDiagram::slotAcceptPropertyChanges()
 void GLEyeDiagram::ShowProperties()
 {
     const QPointer<GLEyeDiagram> self(this);
-    diagramDialogs::runProperties(this, this, this);
+    diagramDialogs::runProperties(this, this, this, m_pContextMenu);
     if (self)
         m_pPropertyPage = nullptr;
 }
@@ -386,8 +387,15 @@ bool GLEyeDiagram::UpdateScene(const QSize& size)
 {
     if (!m_xAxisWidget || m_xSpan == 0.0F)
         return false;
-    m_xAxisWidget->SetStartValue(0.0);
-    m_xAxisWidget->SetStopValue(static_cast<double>(m_xSpan));
+    // Whoever observes the axis may take it away.
+    const QPointer<GLEyeDiagram> alive(this);
+    const std::shared_ptr<XAxisWidget> xAxis = m_xAxisWidget;
+    xAxis->SetStartValue(0.0);
+    if (!alive)
+        return false;
+    xAxis->SetStopValue(static_cast<double>(m_xSpan));
+    if (!alive || !m_xAxisWidget)
+        return false;
     if (const auto cell = Object<CLayoutCell>("BackgroundLayoutCell"))
         cell->m_geometry = QRect(0, -size.height(), size.width(), 2 * size.height());
     if (const auto cell = Object<CLayoutCell>("DiagramLayoutCell"))

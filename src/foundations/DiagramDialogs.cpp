@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "foundations/DiagramDialogs.h"
 
+#include "foundations/GLOrvanePropertyPage.h"
 #include "platform/gui/ColorSet.h"
 #include "platform/gui/PropertyPagesFrame.h"
 
@@ -14,18 +15,65 @@ namespace {
 // What the diagrams ask of the colour page; its meaning is the colour service's.
 constexpr std::int32_t colorPageOptions = 0x401;
 
+/// Qt's menus write to themselves after the action that they run, and the one that opens the
+/// dialog lasts until that is closed.
+class Menu : public QMenu
+{
+public:
+    explicit Menu(QWidget* parent)
+        : QMenu(parent)
+    {
+        if (parent)
+            connect(parent, &QObject::destroyed, this, &Menu::LeaveParent);
+    }
+    /// The parent goes. Its children go after it has said so.
+    void LeaveParent()
+    {
+        if (m_dialogCount > 0)
+            Discard();
+    }
+    void Discard()
+    {
+        if (m_dialogCount == 0) {
+            delete this;
+            return;
+        }
+        m_isDiscarded = true;
+        setParent(nullptr, windowFlags());
+    }
+    void EnterDialog() { ++m_dialogCount; }
+    void LeaveDialog()
+    {
+        if (--m_dialogCount == 0 && m_isDiscarded)
+            deleteLater();
+    }
+
+private:
+    int m_dialogCount = 0;
+    bool m_isDiscarded = false;
+};
+
 } // namespace
 
 QMenu* createContextMenu(QWidget* parent, QAction& properties, QAction& autoScale)
 {
-    auto* menu = new QMenu(parent);
+    auto* menu = new Menu(parent);
     menu->addAction(&properties);
     menu->addAction(&autoScale);
     return menu;
 }
 
-void runProperties(QWidget* parent, QObject* diagram, IHasPropertyPage* pages)
+void discard(QMenu* menu)
 {
+    if (menu)
+        static_cast<Menu*>(menu)->Discard();
+}
+
+void runProperties(QWidget* parent, QObject* diagram, IHasPropertyPage* pages, QMenu* menu)
+{
+    auto* const runner = static_cast<Menu*>(menu);
+    if (runner)
+        runner->EnterDialog();
     ColorSet::Instance().m_pageOptions = colorPageOptions;
     // On the heap and guarded: the host may destroy the parent, and the dialog with it, meanwhile.
     const QPointer<PropertyPagesFrame> frame = new PropertyPagesFrame(parent);
@@ -34,6 +82,16 @@ void runProperties(QWidget* parent, QObject* diagram, IHasPropertyPage* pages)
     QObject::connect(frame, SIGNAL(signalApply()), diagram, SLOT(slotAcceptPropertyChanges()));
     frame->exec();
     delete frame;
+    if (runner)
+        runner->LeaveDialog();
+}
+
+void forgetDestroyed(GLOrvanePropertyPage*& page, QObject& owner)
+{
+    QObject::connect(page, &QObject::destroyed, &owner, [&page](const QObject* destroyed) {
+        if (page == destroyed)
+            page = nullptr;
+    });
 }
 
 } // namespace diagramDialogs

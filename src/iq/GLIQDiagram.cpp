@@ -84,7 +84,7 @@ GLIQDiagram::~GLIQDiagram()
 {
     if (m_autoScaleTimer.isActive())
         m_autoScaleTimer.stop();
-    delete m_pContextMenu;
+    diagramDialogs::discard(m_pContextMenu);
     traceHistory::freeHistory(m_records, m_freeRecords);
     m_pPersistant->Write(QString(), static_cast<ICfg::View>(0));
     delete m_pPersistant;
@@ -99,8 +99,11 @@ void GLIQDiagram::AddData(std::vector<float>& data)
     ValueRecord& record = *AddRecord();
     record.m_time = QDateTime::currentDateTimeUtc();
     record.m_samples.swap(data);
+    const QPointer<GLIQDiagram> alive(this);
     if (m_autoScalePending || m_autoScaleTimer.isActive())
         ScaleTo(record.m_samples);
+    if (!alive)
+        return;
     while (m_records.size() > maxRecordCount)
         RemoveRecord();
 }
@@ -133,12 +136,16 @@ void GLIQDiagram::ScaleTo(const std::vector<float>& samples)
         y.Widen(m_yStart, m_yStop);
     }
     m_autoScalePending = false;
-    if (m_xAxisWidget) {
+    // Whoever follows it may also take the axis away, or destroy the diagram.
+    const QPointer<GLIQDiagram> alive(this);
+    if (m_xAxisWidget)
         m_xAxisWidget->SetStartValue(static_cast<double>(x.min));
+    if (alive && m_xAxisWidget)
         m_xAxisWidget->SetStopValue(static_cast<double>(x.max));
-    }
-    SetYStart(static_cast<double>(y.min));
-    SetYStop(static_cast<double>(y.max));
+    if (alive)
+        SetYStart(static_cast<double>(y.min));
+    if (alive)
+        SetYStop(static_cast<double>(y.max));
 }
 
 void GLIQDiagram::SetYStart(double start)
@@ -192,6 +199,7 @@ QWidget* GLIQDiagram::GetPropertyPage(QWidget* parent, const char* name)
     m_pPropertyPage->SetYAxisMax(-limit, limit, m_yAxisHandler->GetStopValue(), true);
     m_pPropertyPage->SetShowGrid(m_showGrid, true);
     m_pPropertyPage->SetAging(0.0, maxAging, m_aging, true);
+    diagramDialogs::forgetDestroyed(m_pPropertyPage, *this);
     return m_pPropertyPage;
 }
 
@@ -201,18 +209,27 @@ void GLIQDiagram::slotAcceptPropertyChanges()
 {
     if (!m_pPropertyPage)
         return;
+    const double yMin = m_pPropertyPage->GetYAxisMin();
+    const double yMax = m_pPropertyPage->GetYAxisMax();
+    const bool showGrid = m_pPropertyPage->GetShowGrid();
+    const double aging = m_pPropertyPage->GetAging();
+    // Whoever observes an axis may close the dialog, and destroy the diagram.
+    const QPointer<GLIQDiagram> alive(this);
     if (m_xAxisWidget)
         m_xAxisWidget->SetRange(m_pPropertyPage->GetXAxisMin(), m_pPropertyPage->GetXAxisMax());
-    m_yAxisHandler->SetRange(m_pPropertyPage->GetYAxisMin(), m_pPropertyPage->GetYAxisMax(), 0);
-    m_showGrid = m_pPropertyPage->GetShowGrid();
-    m_aging = m_pPropertyPage->GetAging();
+    if (alive)
+        m_yAxisHandler->SetRange(yMin, yMax, 0);
+    if (!alive)
+        return;
+    m_showGrid = showGrid;
+    m_aging = aging;
     update();
 }
 
 void GLIQDiagram::ShowProperties()
 {
     const QPointer<GLIQDiagram> self(this);
-    diagramDialogs::runProperties(GetFrameWidget(), this, this);
+    diagramDialogs::runProperties(GetFrameWidget(), this, this, m_pContextMenu);
     if (self)
         m_pPropertyPage = nullptr;
 }

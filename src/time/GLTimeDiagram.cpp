@@ -96,7 +96,7 @@ GLTimeDiagram::~GLTimeDiagram()
 {
     if (m_autoScaleTimer.isActive())
         m_autoScaleTimer.stop();
-    delete m_pContextMenu;
+    diagramDialogs::discard(m_pContextMenu);
     traceHistory::freeHistory(m_records, m_freeRecords);
     m_pPersistant->Write(QString(), static_cast<ICfg::View>(0));
     delete m_pPersistant;
@@ -125,7 +125,10 @@ void GLTimeDiagram::AddData(std::vector<double>& data)
     record.m_min = extent.min;
     record.m_max = extent.max;
 
+    const QPointer<GLTimeDiagram> alive(this);
     ScaleTo(extent);
+    if (!alive)
+        return;
     Quantise(record, data);
     record.m_samples.swap(data);
     while (m_records.size() > maxRecordCount)
@@ -142,8 +145,10 @@ void GLTimeDiagram::ScaleTo(Extent extent)
         extent.Widen(m_yStart, m_yStop);
     else
         return;
+    const QPointer<GLTimeDiagram> alive(this);
     SetYStart(static_cast<double>(extent.min));
-    SetYStop(static_cast<double>(extent.max));
+    if (alive)
+        SetYStop(static_cast<double>(extent.max));
 }
 
 void GLTimeDiagram::Quantise(ValueRecord& record, const std::vector<double>& data)
@@ -217,6 +222,7 @@ QWidget* GLTimeDiagram::GetPropertyPage(QWidget* parent, const char* name)
     m_pPropertyPage->SetYAxisMin(-yLimit, yLimit, m_yAxisHandler->GetStartValue(), true);
     m_pPropertyPage->SetYAxisMax(-yLimit, yLimit, m_yAxisHandler->GetStopValue(), true);
     m_pPropertyPage->SetShowGrid(m_showGrid, true);
+    diagramDialogs::forgetDestroyed(m_pPropertyPage, *this);
     return m_pPropertyPage;
 }
 
@@ -226,17 +232,25 @@ void GLTimeDiagram::slotAcceptPropertyChanges()
 {
     if (!m_pPropertyPage)
         return;
+    const double yMin = m_pPropertyPage->GetYAxisMin();
+    const double yMax = m_pPropertyPage->GetYAxisMax();
+    const bool showGrid = m_pPropertyPage->GetShowGrid();
+    // Whoever observes an axis may close the dialog, and destroy the diagram.
+    const QPointer<GLTimeDiagram> alive(this);
     if (m_xAxisWidget)
         m_xAxisWidget->SetRange(m_pPropertyPage->GetXAxisMin(), m_pPropertyPage->GetXAxisMax());
-    m_yAxisHandler->SetRange(m_pPropertyPage->GetYAxisMin(), m_pPropertyPage->GetYAxisMax(), 0);
-    m_showGrid = m_pPropertyPage->GetShowGrid();
+    if (alive)
+        m_yAxisHandler->SetRange(yMin, yMax, 0);
+    if (!alive)
+        return;
+    m_showGrid = showGrid;
     update();
 }
 
 void GLTimeDiagram::ShowProperties()
 {
     const QPointer<GLTimeDiagram> self(this);
-    diagramDialogs::runProperties(GetFrameWidget(), this, this);
+    diagramDialogs::runProperties(GetFrameWidget(), this, this, m_pContextMenu);
     if (self)
         m_pPropertyPage = nullptr;
 }

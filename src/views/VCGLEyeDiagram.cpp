@@ -70,32 +70,32 @@ bool VCGLEyeDiagram::SetBaudrateData_ValuePath(const QString& path)
 
 bool VCGLEyeDiagram::SetHasChangedTrigger_ValuePath(const QString& path)
 {
-    return Frame::Bind(m_hasChangedTrigger, path);
+    return Frame::Bind(*this, m_hasChangedTrigger, path);
 }
 
 bool VCGLEyeDiagram::SetXAxisMin_ValuePath(const QString& path)
 {
-    return Frame::Bind(m_xAxisMin, path);
+    return Frame::Bind(*this, m_xAxisMin, path);
 }
 
 bool VCGLEyeDiagram::SetXAxisMax_ValuePath(const QString& path)
 {
-    return Frame::Bind(m_xAxisMax, path);
+    return Frame::Bind(*this, m_xAxisMax, path);
 }
 
 bool VCGLEyeDiagram::SetYAxisMin_ValuePath(const QString& path)
 {
-    return Frame::Bind(m_yAxisMin, path);
+    return Frame::Bind(*this, m_yAxisMin, path);
 }
 
 bool VCGLEyeDiagram::SetYAxisMax_ValuePath(const QString& path)
 {
-    return Frame::Bind(m_yAxisMax, path);
+    return Frame::Bind(*this, m_yAxisMax, path);
 }
 
 bool VCGLEyeDiagram::SetBaudrate_ValuePath(const QString& path)
 {
-    return Frame::Bind(m_baudrateValue, path);
+    return Frame::Bind(*this, m_baudrateValue, path);
 }
 
 void VCGLEyeDiagram::Update(Observable* source, TChangeCode code)
@@ -122,9 +122,7 @@ QMenu* VCGLEyeDiagram::getContextMenu()
 
 void VCGLEyeDiagram::FillData(std::vector<double>& data, bool repaint)
 {
-    m_pEyeDiagram->AddData(data);
-    if (repaint)
-        m_pEyeDiagram->update();
+    Frame::Fill(*this, data, repaint);
 }
 
 void VCGLEyeDiagram::slotPaused(bool takeData) { Frame::SetTakeData(*this, takeData); }

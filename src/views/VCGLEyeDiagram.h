@@ -34,7 +34,8 @@ struct ViewFrame;
 /// Each segment becomes one trace, see GLEyeDiagram::AddData. A segment may span notifications: it
 /// ends at the next marker, or at the end of a notification with which it is complete. A marker
 /// list shorter than the sample list leaves the rest unmarked; markers beyond the samples are
-/// ignored.
+/// ignored. Without any marker nothing ends the open segment: it keeps all samples that come, and
+/// grows without bound.
 ///
 /// Each setter answers whether a value of the right type is bound now; on false the role is
 /// unbound, also if it was bound before. Setting the trigger, an axis limit or the baud rate

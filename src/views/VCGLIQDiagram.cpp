@@ -46,27 +46,27 @@ bool VCGLIQDiagram::SetData2_ValuePath(const QString& path) { return m_data2.Set
 
 bool VCGLIQDiagram::SetHasChangedTrigger_ValuePath(const QString& path)
 {
-    return Frame::Bind(m_hasChangedTrigger, path);
+    return Frame::Bind(*this, m_hasChangedTrigger, path);
 }
 
 bool VCGLIQDiagram::SetXAxisMin_ValuePath(const QString& path)
 {
-    return Frame::Bind(m_xAxisMin, path);
+    return Frame::Bind(*this, m_xAxisMin, path);
 }
 
 bool VCGLIQDiagram::SetXAxisMax_ValuePath(const QString& path)
 {
-    return Frame::Bind(m_xAxisMax, path);
+    return Frame::Bind(*this, m_xAxisMax, path);
 }
 
 bool VCGLIQDiagram::SetYAxisMin_ValuePath(const QString& path)
 {
-    return Frame::Bind(m_yAxisMin, path);
+    return Frame::Bind(*this, m_yAxisMin, path);
 }
 
 bool VCGLIQDiagram::SetYAxisMax_ValuePath(const QString& path)
 {
-    return Frame::Bind(m_yAxisMax, path);
+    return Frame::Bind(*this, m_yAxisMax, path);
 }
 
 void VCGLIQDiagram::Update(Observable* source, TChangeCode code)
@@ -101,10 +101,6 @@ void VCGLIQDiagram::AutoScale()
 
 DiagramCaption* VCGLIQDiagram::GetToolbarCaption() { return m_pCaption; }
 
-void VCGLIQDiagram::AddData(std::vector<float>& data)
-{
-    m_diagram->AddData(data);
-    m_diagram->update();
-}
+void VCGLIQDiagram::AddData(std::vector<float>& data) { Frame::Fill(*this, data, true); }
 
 void VCGLIQDiagram::slotPaused(bool takeData) { Frame::SetTakeData(*this, takeData); }

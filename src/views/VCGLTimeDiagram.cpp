@@ -50,32 +50,32 @@ bool VCGLTimeDiagram::SetBaudrateData_ValuePath(const QString& path)
 
 bool VCGLTimeDiagram::SetHasChangedTrigger_ValuePath(const QString& path)
 {
-    return Frame::Bind(m_hasChangedTrigger, path);
+    return Frame::Bind(*this, m_hasChangedTrigger, path);
 }
 
 bool VCGLTimeDiagram::SetXAxisMin_ValuePath(const QString& path)
 {
-    return Frame::Bind(m_xAxisMin, path);
+    return Frame::Bind(*this, m_xAxisMin, path);
 }
 
 bool VCGLTimeDiagram::SetXAxisMax_ValuePath(const QString& path)
 {
-    return Frame::Bind(m_xAxisMax, path);
+    return Frame::Bind(*this, m_xAxisMax, path);
 }
 
 bool VCGLTimeDiagram::SetYAxisMin_ValuePath(const QString& path)
 {
-    return Frame::Bind(m_yAxisMin, path);
+    return Frame::Bind(*this, m_yAxisMin, path);
 }
 
 bool VCGLTimeDiagram::SetYAxisMax_ValuePath(const QString& path)
 {
-    return Frame::Bind(m_yAxisMax, path);
+    return Frame::Bind(*this, m_yAxisMax, path);
 }
 
 bool VCGLTimeDiagram::SetBaudrate_ValuePath(const QString& path)
 {
-    return Frame::Bind(m_baudrateValue, path);
+    return Frame::Bind(*this, m_baudrateValue, path);
 }
 
 void VCGLTimeDiagram::Update(Observable* source, TChangeCode code)
@@ -102,9 +102,7 @@ QMenu* VCGLTimeDiagram::getContextMenu()
 
 void VCGLTimeDiagram::FillData(std::vector<double>& data, bool repaint)
 {
-    m_diagram->AddData(data);
-    if (repaint)
-        m_diagram->update();
+    Frame::Fill(*this, data, repaint);
 }
 
 void VCGLTimeDiagram::slotPaused(bool takeData) { Frame::SetTakeData(*this, takeData); }

@@ -9,8 +9,10 @@
 #include "platform/glwidgets/XAxisWidget.h"
 #include "platform/values/Values.h"
 
+#include <QPointer>
 #include <QString>
 
+#include <cstddef>
 #include <list>
 #include <memory>
 #include <vector>
@@ -24,16 +26,20 @@
 ///   Feed()      hands the data lists to the diagram; called when a data read passed the pause
 ///   gate;
 ///               false when a list is unbound.
+///
+/// Whoever observes an axis may destroy the view, or change the values that it reads, whenever a
+/// range is set: nothing of either is used afterwards without a look.
 template<class View>
 struct ViewFrame
 {
     /// Binds a pointer and replays the value's content to the view; whether it is bound afterwards.
     template<class Pointer>
-    static bool Bind(Pointer& pointer, const QString& path)
+    static bool Bind(View& view, Pointer& pointer, const QString& path)
     {
+        const QPointer<View> alive(&view);
         pointer.SetPath(path);
         pointer.NotifyOwner();
-        return pointer.Get() != nullptr;
+        return alive && pointer.Get() != nullptr;
     }
 
     /// Applies a change of a trigger or an axis limit; the first role that matches takes it.
@@ -41,7 +47,8 @@ struct ViewFrame
     static bool Dispatch(View& view, const Observable* source)
     {
         if (view.m_hasChangedTrigger.IsFrom(source)) {
-            if (view.m_takeData && view.Diagram() && view.Feed())
+            const QPointer<View> alive(&view);
+            if (view.m_takeData && view.Diagram() && view.Feed() && alive)
                 view.Diagram()->update();
         } else if (view.m_xAxisMin.IsFrom(source)) {
             if (view.m_xAxis)
@@ -80,22 +87,39 @@ struct ViewFrame
     {
         if (!view.m_data1.Get() || !view.m_baudrateData.Get())
             return false;
-        const std::list<double>& samples = view.m_data1.Get()->GetList();
-        const std::list<double>& markers = view.m_baudrateData.Get()->GetList();
-        auto marker = markers.begin();
-        for (const double sample : samples) {
-            if (marker != markers.end()) {
-                const auto length = static_cast<float>(*marker++);
-                if (length != 0.0F) {
-                    view.m_segmentLength = length;
-                    HandOver(view);
-                }
-            }
-            view.m_pending.push_back(sample);
+        const std::list<double>& sampleList = view.m_data1.Get()->GetList();
+        const std::vector<double> samples(sampleList.begin(), sampleList.end());
+        const std::vector<Start> starts =
+            Starts(view.m_baudrateData.Get()->GetList(), samples.size());
+        const QPointer<View> alive(&view);
+        std::size_t position = 0;
+        const auto takeUntil = [&](std::size_t end) {
+            view.m_pending.insert(view.m_pending.end(),
+                                  samples.begin() + static_cast<std::ptrdiff_t>(position),
+                                  samples.begin() + static_cast<std::ptrdiff_t>(end));
+            position = end;
+        };
+        for (const Start& start : starts) {
+            takeUntil(start.index);
+            view.m_segmentLength = start.length;
+            HandOver(view);
+            if (!alive)
+                return true;
         }
+        takeUntil(samples.size());
         if (static_cast<float>(view.m_pending.size()) == view.m_segmentLength)
             HandOver(view);
         return true;
+    }
+
+    /// Hands data to the diagram at once, and repaints on request.
+    template<class Data>
+    static void Fill(View& view, Data& data, bool repaint)
+    {
+        const QPointer<View> alive(&view);
+        view.Diagram()->AddData(data);
+        if (alive && repaint)
+            view.Diagram()->update();
     }
 
     /// Pause control: takes the argument as it is, then tells the host.
@@ -148,10 +172,36 @@ struct ViewFrame
     }
 
 private:
+    /// Where a segment starts, and how many samples it announces.
+    struct Start
+    {
+        std::size_t index;
+        float length;
+    };
+    static std::vector<Start> Starts(const std::list<double>& markers, std::size_t sampleCount)
+    {
+        std::vector<Start> starts;
+        std::size_t index = 0;
+        for (auto marker = markers.begin(); marker != markers.end() && index < sampleCount;
+             ++marker, ++index) {
+            const auto length = static_cast<float>(*marker);
+            if (length != 0.0F)
+                starts.push_back({index, length});
+        }
+        return starts;
+    }
+
     static void HandOver(View& view)
     {
-        view.Diagram()->AddData(view.m_pending);
-        // The diagram may have swapped old samples in.
-        view.m_pending.clear();
+        // Not in place: while the diagram takes it, the view may be fed again.
+        std::vector<double> segment;
+        segment.swap(view.m_pending);
+        const QPointer<View> alive(&view);
+        view.Diagram()->AddData(segment);
+        if (!alive || !view.m_pending.empty())
+            return;
+        // The diagram may have swapped old samples in; their memory is used again.
+        segment.clear();
+        segment.swap(view.m_pending);
     }
 };

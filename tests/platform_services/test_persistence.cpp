@@ -1,11 +1,15 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "platform/values/Persistant.h"
+#include "platform/values/PlainSettings.h"
 
 #include <QFile>
+#include <QPoint>
 #include <QSettings>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+
+#include <sys/mman.h>
 
 namespace {
 
@@ -71,26 +75,94 @@ TEST_F(Persistence, WritesThroughIntoAFolderOfItsOwnAndReadsWhatOthersWrote)
     EXPECT_TRUE(Read()) << "the default for a word that is no switch";
 }
 
-TEST_F(Persistence, DamagedFilesCountAsEmptyAndAreNamedOnce)
+TEST_F(Persistence, ADamagedLineCostsOnlyThatLine)
 {
-    for (const QByteArray& content : {QByteArray("[Scope\nShowGrid=false\n"),
-                                      QByteArray("[Scope]\nShowGrid=false\na=1\nnonsense\n"),
-                                      QByteArray("\x7fIMG\0\1\2\3[\n\xff\xfe", 12)}) {
-        const QString name = dir.filePath(QString::number(content.size()) + QStringLiteral(".ini"));
-        SetContent(name, content);
+    const struct
+    {
+        QByteArray content;
+        bool isShown;
+        int damagedCount;
+        QByteArray rest;
+    } files[] = {
+        {"\xef\xbb\xbf[Scope]\r\nShowGrid=0\r\n", false, 0, ""},
+        {"[Scope]\nShowGrid = False ; off\n", false, 0, ""},
+        {"[Scope]\nShowGrid=\"fals\\x65\"\n", false, 0, ""},
+        {"[Scope]\nShowGrid=false\nnonsense\na=1\nb=\"\n", false, 2, "a=1\n"},
+        {"[Scope\nShowGrid=false\n", true, 2, ""},
+        {"[Scope]\nShowGrid=@Variant(\\0\\0\\0\\x11\\xff\\xff\\xff\\xff)\n", true, 1, ""},
+        {"[Scope]\na=x, \\x40Variant(a)\nb=@Invalid()\nShowGrid=false\n", false, 1, ""},
+        {QByteArray("\x7fIMG\0\1\2\3[\n\xff\xfe", 12), true, 2, ""},
+        {"[Scope]\nShowGrid=false\na=" + QByteArray(1 << 20, 'x') + "\n", true, 1, ""},
+    };
+    for (const auto& each : files) {
+        const QString name = dir.filePath(QString::number(each.content.size()) + ".ini");
         Persistant::SetStoreFile(name);
-        EXPECT_TRUE(Read() && Read());
-        EXPECT_EQ(Content(name), content) << "reading changes nothing";
-        Write(false);
-        EXPECT_EQ(Content(name), "[Scope]\nShowGrid=false\n");
-        EXPECT_EQ(Content(name + QStringLiteral(".damaged")), content);
-        EXPECT_FALSE(Read());
-        EXPECT_EQ(logged.filter(name).size(), 1);
+        for (const char* copy : {".damaged", ".damaged.2"}) {
+            SetContent(name, each.content + (copy == QByteArray(".damaged") ? "" : "; again\n"));
+            const QByteArray before = Content(name);
+            EXPECT_EQ(Read(), each.isShown) << each.content.left(99).toStdString();
+            EXPECT_EQ(values::plainSettings::parse(before).damaged.size(), each.damagedCount);
+            EXPECT_EQ(Content(name), before) << "reading changes nothing";
+            Write(false);
+            EXPECT_EQ(Content(name), "[Scope]\nShowGrid=false\n" + each.rest);
+            EXPECT_EQ(Content(name + copy), each.damagedCount ? before : QByteArray());
+        }
+        EXPECT_EQ(logged.filter(name).size(), each.damagedCount ? 1 : 0);
     }
+}
+
+TEST_F(Persistence, NamesOnceAFileThatCannotBeReadOrOnlyNotBeWritten)
+{
     Persistant::SetStoreFile(dir.path()); // no file at all
     Write(false);
     EXPECT_TRUE(Read());
-    EXPECT_EQ(logged.size(), 4) << logged.join('\n').toStdString();
+    EXPECT_EQ(logged.filter("cannot be read").size(), 1);
+    logged.clear();
+    QFile readable; // from a place where nobody can put another file
+    ASSERT_TRUE(readable.open(memfd_create("settings", 0), QFile::ReadWrite));
+    readable.write("[Scope]\nShowGrid=false\n");
+    readable.flush();
+    Persistant::SetStoreFile(QStringLiteral("/proc/self/fd/%1").arg(readable.handle()));
+    EXPECT_FALSE(Read());
+    Write(false);
+    EXPECT_FALSE(Read());
+    EXPECT_EQ(logged.filter("cannot be written").size(), 1);
+    EXPECT_EQ(logged.size(), 1) << logged.join('\n').toStdString();
+}
+
+TEST_F(Persistence, PlainValuesComeBackAsTheyWereAlsoToQSettings)
+{
+    const QStringList texts{"",
+                            " a ",
+                            "@home",
+                            "@@",
+                            "x=\"1\"; y, \\",
+                            "\xc3\xa4"
+                            "f0\n\t",
+                            "a/b"};
+    {
+        values::Settings settings;
+        for (const QString& text : texts)
+            settings.setValue("Group ä/" + text.toUtf8().toHex() + "/" + text, text);
+        settings.setValue("list", texts);
+        settings.setValue("number", -1.5e-300);
+        settings.setValue("General/flag", true);
+        settings.setValue("object", QPoint(1, 2)); // no plain value
+        settings.setValue("bytes", QByteArray("\0", 1));
+    }
+    const values::plainSettings::Content content = values::plainSettings::parse(Content(file));
+    EXPECT_EQ(content.damaged, QStringList());
+    const QSettings others(file, QSettings::IniFormat);
+    for (const QString& text : texts) {
+        QString key = "Group ä/" + text.toUtf8().toHex() + (text.isEmpty() ? "" : "/" + text);
+        EXPECT_EQ(content.values.value(key).toString(), text) << text.toStdString();
+        EXPECT_EQ(others.value(key).toString(), text) << text.toStdString();
+    }
+    EXPECT_EQ(others.value("list").toStringList(), texts);
+    EXPECT_EQ(content.values.value("list").toStringList(), texts);
+    EXPECT_EQ(content.values.value("number").toDouble(), -1.5e-300);
+    EXPECT_EQ(others.value("General/flag"), "true");
+    EXPECT_EQ(content.values.size(), texts.size() + 3);
 }
 
 } // namespace

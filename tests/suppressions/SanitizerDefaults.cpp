@@ -27,6 +27,27 @@ EXPORTED const char* __lsan_default_suppressions()
         "leak:qs1dsearch_create\n";
 }
 
+EXPORTED const char* __tsan_default_options()
+{
+    return "print_suppressions=0:ignore_noninstrumented_modules=1";
+}
+
+EXPORTED const char* __tsan_default_suppressions()
+{
+    return
+        // Qt hands posted events and queued calls from thread to thread under locks of its own,
+        // which the sanitizer does not see, because Qt is not built with it.
+        "race:QtPrivate::QFunctorSlotObject\n"
+        "race:QMetaObject::invokeMethod\n"
+        // Counters and buffers of shared strings and lists, which Qt guards by atomics inlined
+        // from its headers and by locks inside.
+        "race:QArrayData\n"
+        "race:QString::~QString\n"
+        // Mesa's threads draw into memory that it guards by its own locks.
+        "called_from_lib:libgallium\n"
+        "called_from_lib:swrast_dri.so\n";
+}
+
 /// Unloads a library, except for the GL driver: a leak can only be told to be the driver's while
 /// the driver is still there when leaks are looked for, at the end of the process.
 EXPORTED int dlclose(void* handle)

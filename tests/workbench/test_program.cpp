@@ -7,6 +7,10 @@
 #include <QDir>
 #include <QImage>
 #include <QProcess>
+#include <QSettings>
+#include <QTest>
+
+#include <csignal>
 
 #include <atomic>
 #include <map>
@@ -205,6 +209,39 @@ TEST_F(Program, KeepsPicturesAndDataInTheFormatsAndTheScaleWanted)
     EXPECT_EQ(QDir(pictures).entryList(QDir::Files).size(), 10);
     EXPECT_EQ(run({"--snapshot", pictures, "--formats", "png,gif"}), 2);
     expectComplaint("--formats");
+
+    writeFile(path("quiet.cf32"), QByteArray(16000, '\0')); // no points above the squelch
+    EXPECT_EQ(run({path("quiet.cf32"), "--sample-rate", "8000", "--squelch", "0", "--snapshot",
+                   path("quiet"), "--formats", "png,csv"}),
+              0);
+    EXPECT_EQ(QDir(path("quiet")).entryList(QDir::Files).size(), 6) << qPrintable(out);
+    EXPECT_TRUE(error.endsWith("iq.csv: left out, there are no data to write\n"))
+        << qPrintable(error);
+}
+
+TEST_F(Program, KeepsItsSettingsWhenItIsAskedToEnd)
+{
+    for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+        QFile::remove(path("settings.ini"));
+        process.start(ORVANE_WORKBENCH, {"--settings", path("settings.ini"), "--speed", "2"});
+        ASSERT_TRUE(process.waitForStarted());
+        const auto isPrepared = [&] { // as the system tells: it has a handler
+            QFile status(QStringLiteral("/proc/%1/status").arg(process.processId()));
+            status.open(QFile::ReadOnly);
+            const QByteArray text = status.readAll();
+            const QByteArray caught = text.mid(text.indexOf("SigCgt:") + 7).trimmed().left(16);
+            return (caught.toULongLong(nullptr, 16) >> (number - 1)) & 1U;
+        };
+        EXPECT_TRUE(QTest::qWaitFor(isPrepared, 60000));
+        ::kill(static_cast<pid_t>(process.processId()), number);
+        ASSERT_TRUE(process.waitForFinished(60000));
+        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(process.exitCode(), 0);
+        const QSettings kept(path("settings.ini"), QSettings::IniFormat);
+        EXPECT_EQ(kept.value("Parameters/Speed").toDouble(), 2.0);
+        for (const char* key : {"Window/Geometry", "GLTimeDiagram/ShowGrid"})
+            EXPECT_TRUE(kept.contains(key)) << key;
+    }
 }
 
 TEST_F(Program, MakesTheSameOfACommandOnAnyLoad)

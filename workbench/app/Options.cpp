@@ -113,7 +113,7 @@ void describe(QCommandLineParser& parser)
         "DIR");
     add("formats",
         Text::tr("Files of a snapshot: any of png,svg,pdf,csv; pictures and data of each view "
-                 "(png)."),
+                 "(png). The data of a view that has none are left out."),
         "LIST");
     add("scale", Text::tr("Pixels of a snapshot to each of the window, 0.5 to 8 (1)."), "X");
     add("seconds", Text::tr("Plays <S> seconds for a snapshot (2)."), "S");

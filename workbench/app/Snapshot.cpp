@@ -40,46 +40,74 @@ QByteArray png(QWidget& widget)
 
 } // namespace
 
-QStringList Snapshot::take(MainWindow& window, double seconds, const QString& folder,
-                           const std::vector<ViewExport::Format>& formats, QString& error)
+Snapshot::Result Snapshot::take(MainWindow& window, double seconds, const QString& folder,
+                                const std::vector<ViewExport::Format>& formats)
 {
+    Result result;
     if (!QDir().mkpath(folder)) {
-        error = tr("%1: cannot create the folder; choose another place").arg(folder);
-        return {};
+        result.error = tr("%1: cannot create the folder; choose another place").arg(folder);
+        return result;
     }
     window.setAttribute(Qt::WA_DontShowOnScreen);
     window.panes().showAll();
     window.show();
     play(window, seconds);
     if (!window.feed().hasPlayed()) {
-        error = tr("no samples came, so there is nothing to show; check who sends them");
-        return {};
+        result.error = tr("no samples came, so there is nothing to show; check who sends them");
+        return result;
     }
     QCoreApplication::processEvents();
     window.grab(); // the first picture of an eye sets its axis
     QCoreApplication::processEvents();
 
-    std::vector<std::pair<QString, QByteArray>> contents; // by name of the file
+    const Contents made = contents(window, formats, result);
+    if (result.error.isEmpty() && made.empty())
+        result.error = tr("%1; play more seconds, or another channel").arg(result.notice);
+    if (result.error.isEmpty())
+        result.files = write(made, folder, result.error);
+    return result;
+}
+
+Snapshot::Contents Snapshot::contents(MainWindow& window,
+                                      const std::vector<ViewExport::Format>& formats,
+                                      Result& result)
+{
+    Contents contents;
+    QStringList without;
     const auto& panes = window.panes().panes();
     for (const ViewExport::Format format : formats) {
         const QString ending = ViewExport::endings()[static_cast<int>(format)];
         for (std::size_t k = 0; k < panes.size(); ++k) {
             const QString name = QString::fromLatin1(panes[k].name) + QLatin1Char('.') + ending;
+            QString why;
             const QByteArray content =
                 format == ViewExport::Format::Png
                     ? png(*panes[k].view)
-                    : window.exporter().content(k, format, panes[k].view->size(), 1.0, error);
-            if (!panes[k].view->isValid())
-                error = tr("OpenGL: no context can be created; check the graphics driver");
-            if (!error.isEmpty()) {
-                error = panes[k].view->isValid() ? name + QStringLiteral(": ") + error : error;
+                    : window.exporter().content(k, format, panes[k].view->size(), 1.0, why);
+            if (!panes[k].view->isValid()) {
+                result.error = tr("OpenGL: no context can be created; check the graphics driver");
                 return {};
             }
-            contents.emplace_back(name, content);
+            if (format == ViewExport::Format::Csv && content.isEmpty()) {
+                without += name;
+            } else if (!why.isEmpty()) {
+                result.error = name + QStringLiteral(": ") + why;
+                return {};
+            } else {
+                contents.emplace_back(name, content);
+            }
         }
         if (format == ViewExport::Format::Png)
             contents.emplace_back(QStringLiteral("workbench.png"), png(window));
     }
+    if (!without.isEmpty())
+        result.notice =
+            tr("%1: left out, there are no data to write").arg(without.join(QLatin1String(", ")));
+    return contents;
+}
+
+QStringList Snapshot::write(const Contents& contents, const QString& folder, QString& error)
+{
     std::vector<std::unique_ptr<QSaveFile>> files;
     const auto refuse = [&error](const QSaveFile& file) {
         error = tr("%1: cannot be written (%2); choose another folder")

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QStringList>
 
+#include <utility>
 #include <vector>
 
 class MainWindow;
@@ -15,11 +16,22 @@ class Snapshot
 {
     Q_DECLARE_TR_FUNCTIONS(Snapshot)
 public:
+    struct Result
+    {
+        QStringList files; ///< Paths; none on an error.
+        QString notice;    ///< "what: why" of the views that have no data to write; empty for none.
+        QString error;     ///< "what: why" when the pictures cannot be made.
+    };
     /// Plays the window's signal and writes time, eye and iq in each format into a folder, which is
-    /// created where it is missing; of PNG also workbench.png. All files are written whole or none.
+    /// created where it is missing; of PNG also workbench.png. All files are written whole or none;
+    /// only tables of views without data are left out.
     /// @param seconds  of signal, played as fast as possible; up to the signal's end.
-    /// @param error    "what: why" when the pictures cannot be made.
-    /// @return the files' paths, none on an error.
-    static QStringList take(MainWindow& window, double seconds, const QString& folder,
-                            const std::vector<ViewExport::Format>& formats, QString& error);
+    static Result take(MainWindow& window, double seconds, const QString& folder,
+                       const std::vector<ViewExport::Format>& formats);
+
+private:
+    using Contents = std::vector<std::pair<QString, QByteArray>>; // by name of the file
+    static Contents contents(MainWindow& window, const std::vector<ViewExport::Format>& formats,
+                             Result& result);
+    static QStringList write(const Contents& contents, const QString& folder, QString& error);
 };

@@ -3,6 +3,7 @@
 #include "platform/values/Persistant.h"
 #include "workbench/app/MeasureCommand.h"
 #include "workbench/app/Options.h"
+#include "workbench/app/OrderlyExit.h"
 #include "workbench/app/Snapshot.h"
 #include "workbench/receiver/SymbolRateEstimate.h"
 #include "workbench/sources/LiveAddress.h"
@@ -190,18 +191,20 @@ int run(MainWindow& window, const Options& options)
         QApplication::processEvents(); // the first picture takes long; the signal starts after it
         if (!window.feed().gate().isFixed()) // that stands still
             window.feed().transport().play();
+        const OrderlyExit exit(window);
         return QApplication::exec();
     }
-    QString why;
-    const QStringList files =
-        Snapshot::take(window, options.seconds, options.snapshotFolder, options.formats, why);
-    if (files.isEmpty())
-        return fail(exitFailed, why);
+    const Snapshot::Result taken =
+        Snapshot::take(window, options.seconds, options.snapshotFolder, options.formats);
+    if (taken.files.isEmpty())
+        return fail(exitFailed, taken.error);
     if (const QString trouble = window.feed().trouble();
         !trouble.isEmpty() && !window.feed().source().isLive)
         say(about(options, trouble));
-    for (const QString& file : files)
+    for (const QString& file : taken.files)
         std::printf("%s\n", qPrintable(file));
+    if (!taken.notice.isEmpty())
+        say(taken.notice);
     return 0;
 }
 

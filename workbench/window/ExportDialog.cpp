@@ -1,7 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/ExportDialog.h"
 
-#include "platform/values/Persistant.h"
+#include "platform/values/PlainSettings.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -12,7 +12,6 @@
 #include <QFormLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QSettings>
 #include <QSpinBox>
 
 namespace {
@@ -73,7 +72,7 @@ void ExportDialog::proposeSize()
 void ExportDialog::chooseFile()
 {
     const auto index = static_cast<std::size_t>(m_view->currentIndex());
-    QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
+    values::Settings settings;
     const QDir folder(settings.value(folderKey).toString());
     const QString proposed = folder.filePath(QString::fromLatin1(m_panes.panes().at(index).name) +
                                              QStringLiteral(".png"));

@@ -1,7 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/FileMenu.h"
 
-#include "platform/values/Persistant.h"
+#include "platform/values/PlainSettings.h"
 #include "workbench/sources/PlainText.h"
 #include "workbench/window/Icons.h"
 #include "workbench/window/MenuEntries.h"
@@ -11,7 +11,6 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMainWindow>
-#include <QSettings>
 
 namespace {
 
@@ -58,7 +57,7 @@ FileMenu::FileMenu(QMainWindow& window)
 
 void FileMenu::buildRecent()
 {
-    const QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
+    const values::Settings settings;
     m_recentFiles = settings.value(recentKey).toStringList().mid(0, maxRecentCount);
     m_folder = settings.value(folderKey).toString();
     connect(m_recent, &QMenu::aboutToShow, this, &FileMenu::showRecent);
@@ -88,7 +87,7 @@ void FileMenu::setRecent(const QStringList& files)
 {
     m_recentFiles = files.mid(0, maxRecentCount);
     m_recent->menuAction()->setEnabled(!m_recentFiles.isEmpty());
-    QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
+    values::Settings settings;
     settings.setValue(recentKey, m_recentFiles);
     settings.setValue(folderKey, m_folder);
 }

@@ -4,6 +4,7 @@
 #include "workbench/sources/PlainText.h"
 
 #include "iq/GLIQDiagram.h"
+#include "platform/values/PlainSettings.h"
 #include "views/VCGLEyeDiagram.h"
 #include "views/VCGLIQDiagram.h"
 #include "views/VCGLTimeDiagram.h"
@@ -31,7 +32,6 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QScreen>
-#include <QSettings>
 #include <QToolBar>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -40,7 +40,8 @@
 namespace {
 
 const QString geometryKey = QStringLiteral("Window/Geometry");
-const QString stateKey = QStringLiteral("Window/State");
+const QString parametersShownKey = QStringLiteral("Window/ParametersShown");
+const QString parametersWidthKey = QStringLiteral("Window/ParametersWidth");
 const QString panesKey = QStringLiteral("Window/Panes");
 
 constexpr int statusPeriodMs = 100;
@@ -347,20 +348,29 @@ void MainWindow::fitIqAxes()
 
 void MainWindow::restoreRoom()
 {
-    const QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
-    restoreGeometry(settings.value(geometryKey).toByteArray());
-    restoreState(settings.value(stateKey).toByteArray());
+    const values::Settings settings;
+    restoreGeometry(QByteArray::fromBase64(settings.value(geometryKey).toByteArray()));
+    if (const int width = settings.value(parametersWidthKey).toInt(); width > 0)
+        resizeDocks({m_parameters}, {width}, Qt::Horizontal);
+    m_parameters->setVisible(settings.value(parametersShownKey, true).toBool());
     m_panes->setRoom(settings.value(panesKey).toList());
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
-    settings.setValue(geometryKey, saveGeometry());
-    settings.setValue(stateKey, saveState());
+    keep();
+    QMainWindow::closeEvent(event);
+}
+
+void MainWindow::keep()
+{
+    values::Settings settings;
+    settings.setValue(geometryKey, QString::fromLatin1(saveGeometry().toBase64()));
+    settings.setValue(parametersShownKey, !m_parameters->isHidden());
+    settings.setValue(parametersWidthKey, m_parameters->width());
     settings.setValue(panesKey, m_panes->room());
     m_player.keep();
-    QMainWindow::closeEvent(event);
+    settings.sync();
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)

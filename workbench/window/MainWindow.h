@@ -54,6 +54,8 @@ public:
     void remember(const QString& fileName);
     /// Takes the place on the screen and shares it out as when a window was last closed.
     void restoreRoom();
+    /// Keeps what comes back at the next start, as closing does.
+    void keep();
 
 protected:
     void showEvent(QShowEvent* event) override;

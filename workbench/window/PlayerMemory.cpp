@@ -1,9 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/Player.h"
 
-#include "platform/values/Persistant.h"
-
-#include <QSettings>
+#include "platform/values/PlainSettings.h"
 
 #include <algorithm>
 #include <cmath>
@@ -32,7 +30,7 @@ const QString dcKey = QStringLiteral("ReceiverRemovesDc");
 
 void Player::keep() const
 {
-    QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
+    values::Settings settings;
     settings.beginGroup(group);
     settings.setValue(eyeSymbolsKey, m_feed.eye().cut().symbolCount);
     settings.setValue(eyeBandwidthKey, m_feed.eye().cut().bandwidth);
@@ -56,7 +54,7 @@ void Player::keep() const
 
 void Player::restore()
 {
-    QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
+    values::Settings settings;
     settings.beginGroup(group);
     const auto number = [&settings](const QString& key, double usual) {
         bool isNumber = false;
@@ -65,7 +63,8 @@ void Player::restore()
     };
     const EyeCut cut = m_feed.eye().cut();
     m_feed.eye().setSymbolCount(settings.value(eyeSymbolsKey, cut.symbolCount).toInt());
-    m_feed.eye().setBandwidth(number(eyeBandwidthKey, cut.bandwidth));
+    const double eyeBandwidth = number(eyeBandwidthKey, cut.bandwidth);
+    m_feed.eye().setBandwidth(eyeBandwidth < EyeCut::minBandwidth ? 0.0 : eyeBandwidth);
     m_feed.transport().setSpeed(number(speedKey, m_feed.transport().speed()));
     m_feed.transport().setRepeat(settings.value(repeatKey, m_feed.transport().repeat()).toBool());
     m_keptSpan = number(spanKey, 0.0);
@@ -74,7 +73,8 @@ void Player::restore()
     ReceiverSettings receiver;
     const auto unlessZero = [&number](const QString& key) {
         const double value = number(key, 0.0);
-        return value > 0.0 ? std::optional<double>(value) : std::nullopt;
+        constexpr double smallest = 1e-6; // Hz, or a roll-off: below it, no filter can be made
+        return value >= smallest ? std::optional<double>(value) : std::nullopt;
     };
     receiver.shift = number(shiftKey, 0.0);
     receiver.bandwidth = unlessZero(channelWidthKey);

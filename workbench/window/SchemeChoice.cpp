@@ -1,14 +1,13 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/SchemeChoice.h"
 
-#include "platform/values/Persistant.h"
+#include "platform/values/PlainSettings.h"
 
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QPalette>
-#include <QSettings>
 
 #include <algorithm>
 
@@ -44,7 +43,7 @@ SchemeChoice::SchemeChoice(std::optional<Choice> forced, QObject* parent)
     : QObject(parent)
     , m_ofPalette(schemeOf(QApplication::palette()))
 {
-    const QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
+    const values::Settings settings;
     const auto kept = names().indexOf(settings.value(choiceKey).toString());
     m_choice = forced.value_or(static_cast<Choice>(std::max<int>(kept, 0)));
     askPortal();
@@ -109,7 +108,7 @@ void SchemeChoice::noticeColors()
 
 void SchemeChoice::keep() const
 {
-    QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
+    values::Settings settings;
     settings.setValue(choiceKey, names()[static_cast<int>(m_choice)]);
 }
 

@@ -1,7 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/StreamDialog.h"
 
-#include "platform/values/Persistant.h"
+#include "platform/values/PlainSettings.h"
 #include "workbench/sources/LiveAddress.h"
 
 #include <QComboBox>
@@ -11,7 +11,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpression>
-#include <QSettings>
 #include <QVBoxLayout>
 
 namespace {
@@ -77,7 +76,7 @@ void StreamDialog::build()
 
 void StreamDialog::restore()
 {
-    const QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
+    const values::Settings settings;
     m_address->setEditText(settings.value(addressKey, m_address->itemText(0)).toString());
     m_format->setCurrentText(settings.value(formatKey).toString());
     m_sampleRate->setText(settings.value(sampleRateKey).toString());
@@ -111,7 +110,7 @@ void StreamDialog::judge()
 
 void StreamDialog::choose()
 {
-    QSettings settings(values::Persistant::StoreFile(), QSettings::IniFormat);
+    values::Settings settings;
     settings.setValue(addressKey, address());
     settings.setValue(formatKey, m_format->currentText());
     settings.setValue(sampleRateKey, m_sampleRate->text());

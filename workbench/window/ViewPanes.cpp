@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <numeric>
 
 namespace {
 
@@ -21,6 +22,17 @@ void prepare(QSplitter& splitter)
 {
     splitter.setChildrenCollapsible(false);
     splitter.setHandleWidth(1);
+}
+
+/// A pane that was hidden gets as much as the others on average, for when it is shown.
+void share(QSplitter& splitter, QList<int> sizes)
+{
+    const auto hiddenCount = sizes.count(0);
+    if (hiddenCount == sizes.size())
+        return;
+    const int mean = std::accumulate(sizes.begin(), sizes.end(), 0) / (sizes.size() - hiddenCount);
+    std::replace(sizes.begin(), sizes.end(), 0, mean);
+    splitter.setSizes(sizes);
 }
 
 } // namespace
@@ -89,10 +101,24 @@ void ViewPanes::add(const Pane& pane)
 
 void ViewPanes::restore() { m_pPersistant->Read(QString(), ICfg::DefaultView); }
 
+QVariantList ViewPanes::room() const
+{
+    QVariantList room;
+    for (const int size : sizes() + m_below->sizes())
+        room += size;
+    return room;
+}
+
 void ViewPanes::setRoom(const QVariantList& room)
 {
-    restoreState(room.value(0).toByteArray());
-    m_below->restoreState(room.value(1).toByteArray());
+    constexpr int most = 100000; // pixels
+    QList<int> sizes;
+    for (const QVariant& size : room)
+        sizes += qBound(0, size.toInt(), most);
+    if (sizes.size() != count() + m_below->count())
+        return;
+    share(*this, sizes.mid(0, count()));
+    share(*m_below, sizes.mid(count()));
 }
 
 void ViewPanes::ApplyPersistantBeforeWrite() {}

@@ -64,8 +64,9 @@ public:
     /// Shows the panes as they were left.
     void restore();
     const std::deque<Pane>& panes() const { return m_panes; }
-    /// How the panes share their room, and to share it so again; anything else changes nothing.
-    QVariantList room() const { return {saveState(), m_below->saveState()}; }
+    /// How the panes share their room, in pixels, and to share it so again; anything else changes
+    /// nothing.
+    QVariantList room() const;
     void setRoom(const QVariantList& room);
     /// Shows all panes, for as long as none is hidden or shown by its action.
     void showAll();

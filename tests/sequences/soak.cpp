@@ -1,0 +1,164 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+// Usage: soak MINUTES
+// Views, values, dialogs, windows and recordings come and go, the same ones over and over: memory
+// must be level after the first two minutes (or the first third), and nothing else may be left.
+#include "World.h"
+#include "platform/values/Persistant.h"
+#include "workbench/sources/Recording.h"
+#include "workbench/window/MainWindow.h"
+#include "workbench/window/SchemeChoice.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QThread>
+
+#include <cstdio>
+#include <cstring>
+#include <random>
+
+namespace {
+
+constexpr double levelWithin = 0.05;
+constexpr qint64 settlingMs = 120000;
+
+struct Counts
+{
+    long memory; ///< KiB that are the process's own.
+    int handles;
+    int threads;
+    int widgets;
+    QStringList timers; ///< Classes whose timers run out while nothing is open.
+};
+
+struct TimerCounter : QObject
+{
+    bool eventFilter(QObject* receiver, QEvent* event) override
+    {
+        // One that fires once for a receiver that is gone frees itself.
+        const QString name = receiver->metaObject()->className();
+        if (event->type() == QEvent::Timer && name != QLatin1String("QSingleShotTimer"))
+            classes += name;
+        return false;
+    }
+    QStringList classes;
+};
+
+long privateMemory()
+{
+    QFile file(QStringLiteral("/proc/self/smaps_rollup"));
+    file.open(QFile::ReadOnly);
+    long sum = 0;
+    for (const QByteArray& line : file.readAll().split('\n')) {
+        if (line.startsWith("Private_Dirty:"))
+            sum += line.simplified().split(' ').at(1).toLong();
+    }
+    return sum;
+}
+
+Counts look()
+{
+    Counts counts{};
+    constexpr int idleMs = 300;
+    TimerCounter timers;
+    for (int i = 0; i < 3; ++i) { // whatever was still to come
+        QCoreApplication::processEvents();
+        QThread::msleep(5);
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    qApp->installEventFilter(&timers);
+    QElapsedTimer clock;
+    clock.start();
+    while (!clock.hasExpired(idleMs)) {
+        QCoreApplication::processEvents();
+        QThread::msleep(5);
+    }
+    counts.timers = timers.classes;
+    counts.widgets = QApplication::allWidgets().size();
+    counts.handles =
+        static_cast<int>(QDir(QStringLiteral("/proc/self/fd"))
+                             .entryList(QDir::NoDotAndDotDot | QDir::System | QDir::AllEntries)
+                             .size());
+    counts.threads = static_cast<int>(QDir(QStringLiteral("/proc/self/task"))
+                                          .entryList(QDir::NoDotAndDotDot | QDir::Dirs)
+                                          .size());
+    counts.memory = privateMemory();
+    return counts;
+}
+
+void playARecording(const QString& file)
+{
+    SchemeChoice scheme(std::nullopt);
+    MainWindow window(scheme);
+    window.resize(900, 600);
+    window.show();
+    Recording::Options options;
+    options.sampleRate = 48000.0;
+    QString why;
+    if (!window.player().open(Recording::open(file, options), ChannelChoice(), std::nullopt, why))
+        std::fprintf(stderr, "%s\n", qPrintable(why));
+    window.feed().play();
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < 300)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    window.close();
+}
+
+void runSequence(unsigned seed)
+{
+    std::mt19937 random(seed);
+    std::vector<Step> steps(80);
+    for (Step& step : steps) {
+        const auto bits = static_cast<std::uint32_t>(random());
+        std::memcpy(&step, &bits, sizeof step);
+    }
+    World world;
+    world.run(steps);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    const QApplication application(argc, argv);
+    const QTemporaryDir folder;
+    values::Persistant::SetStoreFile(folder.filePath("settings.ini"));
+    const QString recording = folder.filePath("a.cf32");
+    QFile file(recording);
+    file.open(QFile::WriteOnly);
+    file.write(QByteArray(800000, '\x3e')); // 0.19, again and again
+    file.close();
+
+    const qint64 endMs = 60000 * QByteArray(argc > 1 ? argv[1] : "10").toInt();
+    QElapsedTimer clock;
+    clock.start();
+    Counts first{};
+    Counts last{};
+    int roundCount = 0;
+    bool isSettled = false;
+    while (!isSettled || clock.elapsed() < endMs) {
+        for (unsigned seed = 1; seed <= 40; ++seed)
+            runSequence(seed);
+        playARecording(recording);
+        ++roundCount;
+        last = look();
+        if (!isSettled && clock.elapsed() >= std::min(settlingMs, endMs / 3)) {
+            isSettled = true;
+            first = last;
+        }
+        std::printf("%5lld s: %ld KiB, handles %d, threads %d, widgets %d, timers %s\n",
+                    static_cast<long long>(clock.elapsed() / 1000), last.memory, last.handles,
+                    last.threads, last.widgets, qPrintable(last.timers.join(' ')));
+        std::fflush(stdout);
+    }
+    const bool isLevel = static_cast<double>(last.memory) <=
+                             static_cast<double>(first.memory) * (1.0 + levelWithin) &&
+                         last.handles <= first.handles && last.threads <= first.threads &&
+                         last.widgets <= first.widgets && last.timers.isEmpty();
+    std::printf("%d rounds: %s\n", roundCount, isLevel ? "level" : "something is left");
+    return isLevel ? 0 : 1;
+}
