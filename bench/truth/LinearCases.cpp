@@ -85,7 +85,8 @@ std::vector<Truth> truthsOf(const LinearSignal& signal)
     truths.push_back({"constellation.symbols", Kind::AtLeast, kept * count});
     if (signal.samplesPerSymbol < 2.0)
         return truths;
-    const double esN0 = std::pow(10.0, std::min(signal.esN0, floorDb) / 10.0);
+    // To an estimate of time and phase, errors of the transmitter are as good as noise.
+    const double esN0 = 1.0 / std::max(power, std::pow(10.0, -floorDb / 10.0));
     const double carrier = symbolRate * carrierBound(count, esN0);
     truths.push_back({"carrier.offset", Kind::Value, symbolRate * signal.carrier, 3.0 * carrier,
                       0.25 * carrier});

@@ -34,16 +34,16 @@ std::vector<Result> measure(const Case& one, const Run& run)
     QStringList files;
     for (int trial = 0; trial < trialCount; ++trial) {
         Random random(one.name.toStdString(), trial);
-        std::vector<Signal> signals_ = {one.make(random)};
+        std::vector<Signal> recordings = {one.make(random)};
         for (const auto& form : one.forms)
-            signals_.push_back(form(signals_.front()));
-        for (std::size_t k = 0; k < signals_.size(); ++k) {
+            recordings.push_back(form(recordings.front()));
+        for (std::size_t k = 0; k < recordings.size(); ++k) {
             files += QStringLiteral("%1/%2-%3-%4.%5")
                          .arg(run.folder, one.name)
                          .arg(trial)
                          .arg(k)
                          .arg(QLatin1String(one.isComplex ? "cf32" : "rf32"));
-            if (!write(signals_[k], one.isComplex, files.back()))
+            if (!write(recordings[k], one.isComplex, files.back()))
                 return {};
         }
     }
