@@ -158,7 +158,9 @@ void Measurement::Maker::describe()
     if (!m_setup.symbolRate)
         miss("symbol_rate", tr("the symbol rate is not known"));
     if (!m_setup.symbolRateDeviation)
-        miss("symbol_rate.deviation", tr("the symbol rate was not estimated"));
+        miss("symbol_rate.deviation", m_setup.origin == Origin::Estimated
+                                          ? tr("there are too few symbols")
+                                          : tr("the symbol rate was not estimated"));
     if (!m_setup.confidence)
         miss("symbol_rate.confidence", tr("the symbol rate was not estimated"));
 }
@@ -377,6 +379,7 @@ void Measurement::Maker::measureCarrier()
         last = symbol.phase;
         line.add(symbol.time, phase, std::max(std::norm(decided), 1e-9));
     }
+    line.join(2.0 * pi / modulations::of(*m_setup.modulation).power);
     const auto slope = line.slope();
     if (!slope) {
         miss("carrier", tr("there are too few symbols"));
@@ -432,6 +435,13 @@ void Measurement::Maker::measureClock()
         return;
     }
     constexpr double million = 1e6;
+    if (m_setup.origin == Origin::Estimated) { // what it measures is the symbol rate
+        m_result.symbolRate.value = slope->value;
+        m_result.symbolRate.deviation = slope->deviation;
+        m_result.reasons.remove(QStringLiteral("symbol_rate.deviation"));
+        miss("clock", tr("the symbol rate was estimated: there is none to compare with"));
+        return;
+    }
     clock.offset = million * (slope->value / *m_setup.symbolRate - 1.0);
     if (slope->deviation)
         clock.deviation = million * *slope->deviation / *m_setup.symbolRate;

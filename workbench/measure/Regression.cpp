@@ -84,3 +84,46 @@ std::optional<Regression::Slope> Regression::slope() const
         result.deviation = std::sqrt(scatter / batches / moments);
     return result;
 }
+
+void Regression::join(double ambiguity)
+{
+    constexpr double sure = 1.0 / 16.0; // of the ambiguity
+    const auto first = slope();
+    if (!first || !first->deviation || m_stretches.size() < 2)
+        return;
+    std::vector<std::vector<Point>> joined;
+    for (auto& points : m_stretches) {
+        if (points.empty())
+            continue;
+        if (joined.empty()) {
+            joined.push_back(std::move(points));
+            continue;
+        }
+        const Point& last = joined.back().back();
+        const double gap = points.front().time - last.time;
+        // Neighbours alone are noisy: some points on either side tell where the lines are.
+        constexpr std::size_t about = 32;
+        const auto restOf = [&](const Point* begin, std::size_t count) {
+            double sum = 0.0;
+            for (std::size_t k = 0; k < count; ++k)
+                sum += begin[k].value - first->value * (begin[k].time - last.time);
+            return sum / static_cast<double>(count);
+        };
+        const std::size_t before = std::min(about, joined.back().size());
+        const std::size_t after = std::min(about, points.size());
+        const double step = restOf(points.data(), after) -
+                            restOf(joined.back().data() + joined.back().size() - before, before);
+        const double turns = std::round(step / ambiguity);
+        const bool isSure = *first->deviation * gap < sure * ambiguity &&
+                            std::abs(step - turns * ambiguity) < 2.0 * sure * ambiguity;
+        if (!isSure) {
+            joined.push_back(std::move(points));
+            continue;
+        }
+        for (Point point : points) {
+            point.value -= turns * ambiguity;
+            joined.back().push_back(point);
+        }
+    }
+    m_stretches = std::move(joined);
+}

@@ -25,6 +25,9 @@ public:
     std::size_t count() const { return m_count; }
     /// Least squares; none where there are no two points in a stretch.
     std::optional<Slope> slope() const;
+    /// Makes one stretch of those that go on where the ones before them point to, up to a multiple
+    /// of an ambiguity, such as that of a phase that was found anew.
+    void join(double ambiguity);
 
 private:
     struct Point

@@ -14,11 +14,13 @@ constexpr double reach = 2.2;          // of the spectrum that is looked at, sym
 constexpr double bandWidth = 1.0 / 64; // symbol rates
 constexpr double pulseStep = 1.0 / 256;
 constexpr double coarseStep = 1.0 / 128;
-constexpr double leastFloor = 1e-3;  // of the signal: what is fainter may be of the pulse
-constexpr double clearMargin = 6.0;  // of the logarithms of likelihoods
-constexpr double significance = 7.0; // beyond the highest of as many lines of noise
-constexpr double edgeBand = 0.15;    // symbol rates, on either side of half the symbol rate
-constexpr double usualRollOff = 0.5; // of a pulse that is not known
+constexpr double leastFloor = 1e-3; // of the signal: what is fainter may be of the pulse
+constexpr double sureMargin = 30.0;
+constexpr double clearlyStronger = 1.2; // a line
+constexpr double clearMargin = 6.0;     // of the logarithms of likelihoods
+constexpr double significance = 7.0;    // beyond the highest of as many lines of noise
+constexpr double edgeBand = 0.15;       // symbol rates, on either side of half the symbol rate
+constexpr double usualRollOff = 0.5;    // of a pulse that is not known
 
 double raisedCosine(double frequency, double rollOff)
 {
@@ -27,27 +29,6 @@ double raisedCosine(double frequency, double rollOff)
     if (f <= flat)
         return 1.0;
     return f >= 1.0 - flat ? 0.0 : 0.5 + 0.5 * std::cos(pi * (f - flat) / rollOff);
-}
-
-struct Peak
-{
-    double strength; // power
-    double place;    // bins, of negative frequencies below 0
-};
-
-Peak highestOf(const std::vector<double>& powers)
-{
-    const auto size = powers.size();
-    const auto amplitude = [&](std::size_t bin) { return std::sqrt(powers[bin % size]); };
-    const auto best =
-        static_cast<std::size_t>(std::max_element(powers.begin(), powers.end()) - powers.begin());
-    // The top of the parabola through the highest and its neighbours.
-    const double left = amplitude(best + size - 1);
-    const double right = amplitude(best + 1);
-    const double bend = left - 2.0 * amplitude(best) + right;
-    const double part = bend < 0.0 ? 0.5 * (left - right) / bend : 0.0;
-    const double place = static_cast<double>(best) + part;
-    return {powers[best], best >= size / 2 ? place - static_cast<double>(size) : place};
 }
 
 } // namespace
@@ -72,6 +53,21 @@ FrequencyEstimate::FrequencyEstimate(ReceiverSettings::Modulation modulation, in
     const double most = *std::max_element(m_pulse.begin(), m_pulse.end());
     for (double& power : m_pulse)
         power /= most;
+}
+
+FrequencyEstimate::Peak FrequencyEstimate::highestOf(const std::vector<double>& powers)
+{
+    const auto size = powers.size();
+    const auto amplitude = [&](std::size_t bin) { return std::sqrt(powers[bin % size]); };
+    const auto best =
+        static_cast<std::size_t>(std::max_element(powers.begin(), powers.end()) - powers.begin());
+    // The top of the parabola through the highest and its neighbours.
+    const double left = amplitude(best + size - 1);
+    const double right = amplitude(best + 1);
+    const double bend = left - 2.0 * amplitude(best) + right;
+    const double part = bend < 0.0 ? 0.5 * (left - right) / bend : 0.0;
+    const double place = static_cast<double>(best) + part;
+    return {powers[best], best >= size / 2 ? place - static_cast<double>(size) : place};
 }
 
 double FrequencyEstimate::pulseAt(double frequency) const
@@ -166,25 +162,27 @@ FrequencyEstimate::Result FrequencyEstimate::of(const std::vector<Sample>& sampl
         }
     }
     result.offset = coarse;
-    const double rest = lineOf(spectrum, coarse);
-    if (std::isnan(rest))
+    const Line line = lineOf(spectrum, coarse);
+    if (line.strength == 0.0)
         return result;
     result.isFound = true;
     result.aliasDistance = 1.0 / modulations::of(m_modulation).power;
-    double second = -1e300;
-    best = -1e300;
+    std::vector<std::pair<double, double>> fits; // likelihood and offset
     for (int alias = -2; alias <= 2; ++alias) {
-        const double offset = coarse + rest + alias * result.aliasDistance;
-        const double here = perBand * likelihood(bands, offset);
-        if (here > best) {
-            second = best;
-            best = here;
-            result.offset = offset;
-        } else {
-            second = std::max(second, here);
-        }
+        const double offset = coarse + line.offset + alias * result.aliasDistance;
+        fits.emplace_back(perBand * likelihood(bands, offset), offset);
     }
-    result.mayBeAlias = best - second < clearMargin;
+    std::sort(fits.rbegin(), fits.rend());
+    result.offset = fits[0].second;
+    if (fits[0].first - fits[1].first > sureMargin)
+        return result;
+    // A filter beside the band takes from the line, too.
+    const double first = lineOf(spectrum, fits[0].second).strength;
+    const double second = lineOf(spectrum, fits[1].second).strength;
+    if (second > clearlyStronger * first)
+        result.offset = fits[1].second;
+    result.mayBeAlias = std::max(first, second) < clearlyStronger * std::min(first, second) &&
+                        fits[0].first - fits[1].first < clearMargin;
     return result;
 }
 
@@ -211,8 +209,9 @@ FrequencyEstimate::filtered(const std::vector<Complex>& spectrum, std::int64_t s
     return result;
 }
 
-/// What remains of the offset, cycles a symbol; NaN where there is no line.
-double FrequencyEstimate::lineOf(const std::vector<Complex>& spectrum, double coarse)
+/// The line about an offset.
+FrequencyEstimate::Line FrequencyEstimate::lineOf(const std::vector<Complex>& spectrum,
+                                                  double coarse)
 {
     const Modulation& modulation = modulations::of(m_modulation);
     const std::size_t count = spectrum.size();
@@ -225,11 +224,13 @@ double FrequencyEstimate::lineOf(const std::vector<Complex>& spectrum, double co
         padded *= 2;
     const double perBin = 1.0 / static_cast<double>(padded) / modulation.power;
     double most = std::log(static_cast<double>(count)) + significance;
-    if (modulation.isOffset)
-        return edgeLineOf(spectrum, shift, padded, most) * perBin - rest;
+    if (modulation.isOffset) {
+        const Peak peak = edgeLineOf(spectrum, shift, padded, most);
+        return {peak.place * perBin - rest, peak.strength};
+    }
     const auto signal =
         filtered(spectrum, shift, [this](double f) { return std::sqrt(pulseAt(f)); });
-    double place = std::nan("");
+    Line result;
     for (std::size_t phase = 0; phase < perSymbol; ++phase) {
         std::vector<Complex> line(padded);
         double energy = 0.0;
@@ -251,17 +252,18 @@ double FrequencyEstimate::lineOf(const std::vector<Complex>& spectrum, double co
         const Peak peak = highestOf(powers);
         if (peak.strength > most) {
             most = peak.strength;
-            place = peak.place;
+            result = {peak.place * perBin - rest, peak.strength};
         }
     }
-    return place * perBin - rest;
+    return result;
 }
 
-/// The line of an offset modulation, bins; NaN where there is none. In the envelope those of I and
-/// Q cancel. The squares of the bands about half the symbol rate above and below the carrier have
-/// one each, at twice the carrier's offset once the bands are moved there.
-double FrequencyEstimate::edgeLineOf(const std::vector<Complex>& spectrum, std::int64_t shift,
-                                     std::size_t padded, double least)
+/// The line of an offset modulation; of no strength where there is none. In the envelope those of I
+/// and Q cancel. The squares of the bands about half the symbol rate above and below the carrier
+/// have one each, at twice the carrier's offset once the bands are moved there.
+FrequencyEstimate::Peak FrequencyEstimate::edgeLineOf(const std::vector<Complex>& spectrum,
+                                                      std::int64_t shift, std::size_t padded,
+                                                      double least)
 {
     const double binsPerCycle = static_cast<double>(spectrum.size()) / m_perSymbol;
     const auto half = static_cast<std::int64_t>(std::llround(0.5 * binsPerCycle));
@@ -283,5 +285,5 @@ double FrequencyEstimate::edgeLineOf(const std::vector<Complex>& spectrum, std::
     }
     const Peak peak = highestOf(powers);
     // Samples of a narrow band have much in common.
-    return peak.strength > 2.0 * least / edgeBand / 4.0 ? peak.place : std::nan("");
+    return peak.strength > 2.0 * least / edgeBand / 4.0 ? peak : Peak{0.0, 0.0};
 }
