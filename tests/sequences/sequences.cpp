@@ -85,7 +85,7 @@ int runMany(unsigned seed, int seconds, const QString& progress)
         return exitFailed;
     QElapsedTimer clock;
     clock.start();
-    for (unsigned done = 0; done < atLeast || clock.elapsed() < 1000 * seconds; ++done) {
+    for (unsigned done = 0; done < atLeast || clock.elapsed() < qint64(1000) * seconds; ++done) {
         file.seek(0);
         file.write(QByteArray::number(seed + done) + '\n');
         World world;
@@ -102,7 +102,7 @@ bool fails(const QString& program, const std::vector<Step>& steps, const QString
     if (!file.open(QFile::WriteOnly))
         return false;
     file.write(reinterpret_cast<const char*>(steps.data()),
-               static_cast<qint64>(steps.size() * sizeof(Step)));
+               static_cast<qint64>(steps.size()) * static_cast<qint64>(sizeof(Step)));
     file.close();
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);

@@ -8,6 +8,8 @@
 
 #define EXPORTED extern "C" __attribute__((visibility("default")))
 
+// The names are the sanitizers' own.
+// NOLINTBEGIN(bugprone-reserved-identifier)
 EXPORTED const char* __asan_default_options()
 {
     return "detect_leaks=1:detect_stack_use_after_return=1:strict_init_order=1";
@@ -47,6 +49,8 @@ EXPORTED const char* __tsan_default_suppressions()
         "called_from_lib:libgallium\n"
         "called_from_lib:swrast_dri.so\n";
 }
+
+// NOLINTEND(bugprone-reserved-identifier)
 
 /// Unloads a library, except for the GL driver: a leak can only be told to be the driver's while
 /// the driver is still there when leaks are looked for, at the end of the process.
