@@ -1316,6 +1316,18 @@
         <source>of %1 symbols, %2</source>
         <translation>aus %1 Symbolen, %2</translation>
     </message>
+    <message>
+        <source>Deviation</source>
+        <translation>Hub</translation>
+    </message>
+    <message>
+        <source>Index</source>
+        <translation>Index</translation>
+    </message>
+    <message>
+        <source>Centre</source>
+        <translation>Mitte</translation>
+    </message>
 </context>
 <context>
     <name>ReceiverPanel</name>
@@ -1822,12 +1834,12 @@
         <translation>%1 Lücken</translation>
     </message>
     <message>
-        <source>Blocks of signal that were skipped to keep pace</source>
-        <translation>Signalblöcke, die übersprungen wurden, um Schritt zu halten</translation>
-    </message>
-    <message>
         <source>Pictures of the first view in a second</source>
         <translation>Bilder der ersten Ansicht je Sekunde</translation>
+    </message>
+    <message>
+        <source>Blocks of signal that were skipped to keep pace: %1 % of the samples</source>
+        <translation>Signalblöcke, die übersprungen wurden, um Schritt zu halten: %1 % der Abtastwerte</translation>
     </message>
 </context>
 <context>

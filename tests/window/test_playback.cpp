@@ -77,6 +77,29 @@ TEST_F(Playback, ShowsAtOnceWhatIsSetWhileItStandsStill)
     EXPECT_TRUE(waitForTime(5.0));
 }
 
+TEST_F(Playback, MeasuresBetweenEdgesThatAreSetAtThePresentTime)
+{
+    pauseRecording();
+    const auto press = [this](double time, Qt::Key key, double from, double to) {
+        click(time / 10.0);
+        EXPECT_TRUE(waitForTime(time));
+        QTest::keyClick(window.get(), key);
+        const Gate& gate = window->feed().gate();
+        EXPECT_NEAR(gate.begin(), from, 0.1);
+        EXPECT_NEAR(gate.end(), to, 0.1);
+        EXPECT_TRUE(waitForTime(to)) << "the gate is shown to its end";
+        EXPECT_NEAR(window->feed().span(), to - from, 0.1);
+    };
+    press(6.0, Qt::Key_BracketRight, 4.0, 6.0); // from where the view starts
+    press(5.0, Qt::Key_BracketLeft, 5.0, 6.0);
+    press(8.0, Qt::Key_BracketRight, 5.0, 8.0);
+    EXPECT_TRUE(window->panes().panes()[0].mode->text().startsWith("gate: "));
+    action("Gate of &all").trigger();
+    EXPECT_EQ(window->feed().gate().sampleCount(), 80000U);
+    action("Gate of &what is shown").trigger();
+    EXPECT_FALSE(window->feed().gate().isFixed());
+}
+
 TEST_F(Playback, EstimatesTheSymbolRateAtAClick)
 {
     auto* button = window->findChild<ParameterPanel*>()->findChild<QPushButton*>();

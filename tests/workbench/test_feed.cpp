@@ -308,10 +308,16 @@ TEST_F(Feed, KeepsAFixedGateWhateverIsPlayed)
         feed.transport().playThrough(seconds);
     }
     EXPECT_EQ(feed.gate().samples(), ramp(3000, 3000.0));
+    EXPECT_DOUBLE_EQ(feed.gate().begin(), 1.0);
+    EXPECT_DOUBLE_EQ(feed.gate().end(), 2.0);
+    feed.releaseGate();
+    feed.setSpan(0.1);
+    feed.transport().seek(0.5);
+    feed.transport().playThrough(0.25);
     std::vector<double> samples;
     for (const SignalBlockPtr& block : feed.gate().blocks())
         samples.insert(samples.end(), block->samples.begin(), block->samples.end());
-    EXPECT_EQ(samples, feed.gate().samples());
+    EXPECT_EQ(samples, ramp(300, 1950.0));
 }
 
 /// Counts up, at the rate at which a device does; a moment is long gone when it is read.
@@ -358,6 +364,8 @@ TEST_F(Feed, LeavesOutBlocksOfALiveSignalThatNobodyTakes)
     }
     EXPECT_EQ(received.back(), 399999.0);
     EXPECT_GT(feed.dropCount(), 0);
+    EXPECT_GT(feed.leftOutPart(), 0.1);
+    EXPECT_LT(feed.leftOutPart(), 0.9);
     std::size_t segment = 0; // each is of samples that came after one another
     for (std::size_t k = 0; k < received.size(); ++k) {
         segment = receivedMarkers[k] > 0.0 ? k : segment;

@@ -6,6 +6,11 @@
 
 namespace {
 
+double timeOf(const BlockPart& part, std::size_t sample, double sampleRate)
+{
+    return part.block->time + static_cast<double>(part.first + sample) / sampleRate;
+}
+
 /// The part as a block of its own.
 SignalBlockPtr cutOut(const BlockPart& part, double sampleRate, bool isAfterGap)
 {
@@ -144,12 +149,31 @@ std::vector<SignalBlockPtr> Gate::blocks() const
         const BlockPart& before = m_parts[k == 0 ? 0 : k - 1];
         const bool follows = k > 0 && before.end() == part.position();
         const bool isGap = !follows || (part.first == 0 && part.block->isAfterGap);
-        blocks.push_back(cutOut(part, m_sampleRate, isGap));
+        blocks.push_back(m_isFixed ? part.block : cutOut(part, m_sampleRate, isGap));
     }
     std::stable_sort(
         blocks.begin(), blocks.end(),
         [](const SignalBlockPtr& a, const SignalBlockPtr& b) { return a->position < b->position; });
     return blocks;
+}
+
+double Gate::begin() const
+{
+    if (m_parts.empty())
+        return 0.0;
+    double time = timeOf(m_parts.front(), 0, m_sampleRate);
+    for (const BlockPart& part : m_parts)
+        time = std::min(time, timeOf(part, 0, m_sampleRate));
+    // The time that was set is before the first sample, but by less than one.
+    return m_isFixed ? std::max(m_from, time - 1.0 / m_sampleRate) : time;
+}
+
+double Gate::end() const
+{
+    double time = 0.0;
+    for (const BlockPart& part : m_parts)
+        time = std::max(time, timeOf(part, part.count, m_sampleRate));
+    return m_isFixed ? std::min(m_to, time) : time;
 }
 
 std::vector<double> Gate::samples() const

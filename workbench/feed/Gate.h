@@ -38,8 +38,11 @@ public:
     std::size_t sampleCount() const { return m_count; }
     /// What was played, in the order of playing.
     const std::deque<BlockPart>& parts() const { return m_parts; }
-    /// The same in the order of time, no more than that in each block.
+    /// The same in the order of time: what is not from begin to end in them does not count.
     std::vector<SignalBlockPtr> blocks() const;
+    /// s, of the signal.
+    double begin() const;
+    double end() const;
     std::vector<double> samples() const;
 
 private:

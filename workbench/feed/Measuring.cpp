@@ -23,24 +23,17 @@ Measuring::~Measuring()
     m_thread.join();
 }
 
-Measurement Measuring::Request::measure() const
-{
-    if (blocks.empty())
-        return Measurement::of(blocks, 0.0, 0.0, setup);
-    const SignalBlock& last = *blocks.back();
-    const double end = last.time + static_cast<double>(last.count()) / setup.format.sampleRate;
-    return Measurement::of(blocks, blocks.front()->time, end, setup);
-}
+Measurement Measuring::Request::measure() const { return Measurement::of(blocks, from, to, setup); }
 
 Measurement Measuring::of(const Gate& gate, const Measurement::Setup& setup)
 {
-    return Request{gate.blocks(), setup, 0}.measure();
+    return Request{gate.blocks(), gate.begin(), gate.end(), setup, 0}.measure();
 }
 
 void Measuring::request(const Gate& gate, const Measurement::Setup& setup)
 {
     m_requests.clear();
-    m_requests.tryPush({gate.blocks(), setup, m_run}, 1);
+    m_requests.tryPush({gate.blocks(), gate.begin(), gate.end(), setup, m_run}, 1);
 }
 
 void Measuring::cancel()

@@ -34,6 +34,8 @@ private:
     struct Request
     {
         std::vector<SignalBlockPtr> blocks;
+        double from;
+        double to;
         Measurement::Setup setup;
         int run;
 

@@ -46,7 +46,7 @@ const SignalFormat& SignalFeed::format() const
 
 QString SignalFeed::trouble() const { return m_pipeline ? m_pipeline->trouble() : QString(); }
 
-bool SignalFeed::hasEnded() const { return m_source.isLive && m_transport.hasEnded(); }
+bool SignalFeed::hasEnded() const { return m_source.isLive && m_transport.buffer().hasEnded(); }
 
 void SignalFeed::changeSource(const std::function<void(SignalSource&)>& work)
 {
@@ -190,7 +190,7 @@ std::size_t SignalFeed::play(std::size_t count)
             pass(part);
             done += part.count;
             isFresh = false;
-        } else if (!m_transport.hasEnded()) {
+        } else if (!m_transport.buffer().hasEnded()) {
             break;
         } else {
             m_transport.startOver(!isFresh);

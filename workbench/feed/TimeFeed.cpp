@@ -53,10 +53,11 @@ std::size_t TimeFeed::openCount(Transport& transport)
         return m_open;
     const std::int64_t position = transport.position();
     const std::size_t needed = m_segments.neededCount(position);
-    const Transport::Ahead ahead = transport.ahead(needed);
+    const BlockBuffer::Ahead ahead = transport.ahead(needed);
     m_window.clear();
     if (ahead.count == needed && !m_segments.frameLength())
-        transport.copyAhead(m_segments.windowStart(), needed - m_segments.windowStart(), m_window);
+        transport.buffer().copyAhead(m_segments.windowStart(), needed - m_segments.windowStart(),
+                                     m_window);
     begin(m_segments.next(position, ahead.count, ahead.isAll, m_window));
     return m_open;
 }

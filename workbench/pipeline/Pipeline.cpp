@@ -69,6 +69,12 @@ std::optional<std::int64_t> Pipeline::sampleCount() const
     return count < 0 ? std::nullopt : std::optional(count);
 }
 
+double Pipeline::leftOutPart() const
+{
+    const auto leftOut = static_cast<double>(m_leftOutCount);
+    return leftOut > 0.0 ? leftOut / (leftOut + static_cast<double>(m_takenCount)) : 0.0;
+}
+
 void Pipeline::build(const ChannelChoice& channel, const ReceiverSettings& settings)
 {
     m_receiver = std::make_unique<Receiver>(Receiver::Input::of(*m_source), channel, settings);
@@ -156,9 +162,10 @@ void Pipeline::hand(Input input, std::size_t count)
 {
     if (!m_facts.isLive) {
         m_input.push(std::move(input), count);
-    } else if (!m_isDiscarding && !m_input.tryPush(std::move(input), count)) {
-        ++m_dropCount;
-        m_leftOutCount += static_cast<std::int64_t>(count);
+    } else if (!m_isDiscarding) {
+        const bool isTaken = m_input.tryPush(std::move(input), count);
+        m_dropCount += isTaken ? 0 : 1;
+        (isTaken ? m_takenCount : m_leftOutCount) += static_cast<std::int64_t>(count);
     }
 }
 

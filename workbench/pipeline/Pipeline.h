@@ -32,9 +32,10 @@ public:
     std::optional<std::int64_t> sampleCount() const;
     /// As in SignalSource.
     QString trouble() const { return m_source->trouble(); }
-    /// Of a live signal: blocks that were left out or lost, and samples that were left out.
+    /// Of a live signal: blocks that were left out or lost.
     std::int64_t dropCount() const { return m_dropCount + m_source->lostBlockCount(); }
-    std::int64_t leftOutCount() const { return m_leftOutCount; }
+    /// Of a live signal: the part of its samples that was left out, 0 to 1.
+    double leftOutPart() const;
 
     /// Receives otherwise from now on. What waits is forgotten: go on with seek.
     void configure(const ChannelChoice& channel, const ReceiverSettings& settings);
@@ -84,5 +85,6 @@ private:
     std::atomic<bool> m_isDiscarding = false;
     std::atomic<std::int64_t> m_sampleCount = -1; // of the source; negative: not known
     std::atomic<std::int64_t> m_dropCount = 0;
-    std::atomic<std::int64_t> m_leftOutCount = 0;
+    std::atomic<std::int64_t> m_takenCount = 0;   // samples of the source...
+    std::atomic<std::int64_t> m_leftOutCount = 0; // ...and those that were not taken
 };

@@ -14,7 +14,6 @@ constexpr std::size_t noLimit = std::numeric_limits<std::size_t>::max();
 constexpr double farthest = 1e18; // samples, whatever the time
 // Symbols received before a place that is gone to: filters, timing and carrier settle in them.
 constexpr double settlingSymbols = 4096.0;
-constexpr double sameSample = 1e-3; // samples: what times are rounded by
 constexpr auto longTime = std::chrono::hours(1);
 constexpr auto livePatience = std::chrono::seconds(5); // of who plays a live signal through
 
@@ -41,11 +40,9 @@ void Transport::open(Pipeline* pipeline)
 {
     pause();
     m_pipeline = pipeline;
-    m_blocks.clear();
-    m_used = 0;
+    m_buffer.open(pipeline);
     m_position = 0;
     m_time = 0.0;
-    m_isArriving = false;
     m_credit = 0.0;
     m_isAtEnd = false;
     if (m_pipeline)
@@ -104,8 +101,7 @@ void Transport::seek(double seconds)
 
 bool Transport::goTo(double seconds)
 {
-    m_blocks.clear();
-    m_used = 0;
+    m_buffer.clear(std::nullopt);
     m_isAtEnd = false;
     const SourceFacts& source = m_pipeline->source();
     const SignalFormat& format = m_pipeline->format();
@@ -115,8 +111,8 @@ bool Transport::goTo(double seconds)
         std::clamp(std::floor((seconds - settling) * source.sampleRate), 0.0, farthest);
     if (source.isLive || !m_pipeline->seek(static_cast<std::int64_t>(position)))
         return false;
+    m_buffer.clear(seconds);
     m_time = seconds;
-    m_isArriving = true;
     m_position = std::llround(seconds * m_pipeline->format().sampleRate);
     return true;
 }
@@ -155,7 +151,7 @@ void Transport::advance(std::int64_t elapsedMs)
         return;
     m_credit += static_cast<double>(m_pacer.takeDue(elapsedMs)) * periodLength();
     if (m_pipeline->source().isLive) // what has piled up is taken little by little
-        m_credit += std::max((static_cast<double>(waitingCount()) - m_backlog) / 8.0, 0.0);
+        m_credit += std::max((static_cast<double>(m_buffer.waitingCount()) - m_backlog) / 8.0, 0.0);
     const double whole = std::floor(m_credit);
     m_credit -= static_cast<double>(m_player(static_cast<std::size_t>(whole)));
     m_credit = std::min(m_credit, std::max(static_cast<double>(maxCatchUp) * periodLength(), 1.0));
@@ -184,80 +180,29 @@ void Transport::playThrough(double seconds)
     emit playedThrough();
 }
 
-/// One more block; false while there is none.
-bool Transport::fetch()
+/// The samples of a live signal are not waited for, unless it is played through.
+std::chrono::milliseconds Transport::patience() const
 {
-    const auto patience = m_pipeline->source().isLive && m_left == noLimit
-                              ? std::chrono::milliseconds(0)
-                              : m_patience;
-    while (SignalBlockPtr block = m_pipeline->take(patience)) {
-        if (m_isArriving) { // at the first sample that is not before the time gone to
-            const double sampleRate = m_pipeline->format().sampleRate;
-            const double before = std::ceil((m_time - block->time) * sampleRate - sameSample);
-            if (before >= static_cast<double>(block->count()))
-                continue;
-            m_used = static_cast<std::size_t>(std::max(before, 0.0));
-            m_isArriving = false;
-        }
-        m_blocks.push_back(std::move(block));
-        return true;
-    }
-    return false;
+    const bool isWaiting = !m_pipeline->source().isLive || m_left != noLimit;
+    return isWaiting ? m_patience : std::chrono::milliseconds(0);
 }
 
 BlockPart Transport::take(std::size_t most)
 {
-    if (m_blocks.empty() && !fetch())
-        return {};
-    const SignalBlockPtr block = m_blocks.front();
-    const BlockPart part{block, m_used, std::min({block->count() - m_used, most, m_left})};
-    m_used += part.count;
-    m_position = part.position() + static_cast<std::int64_t>(part.count);
-    m_time = block->time + static_cast<double>(m_used) / m_pipeline->format().sampleRate;
+    const BlockPart part = m_buffer.take(std::min(most, m_left), patience());
+    if (part.count == 0)
+        return part;
+    m_position = part.end();
+    m_time = part.block->time +
+             static_cast<double>(part.first + part.count) / m_pipeline->format().sampleRate;
     if (m_left != noLimit)
         m_left -= part.count;
-    if (m_used == block->count()) {
-        m_blocks.pop_front();
-        m_used = 0;
-    }
     return part;
 }
 
-Transport::Ahead Transport::ahead(std::size_t count)
+BlockBuffer::Ahead Transport::ahead(std::size_t count)
 {
-    const bool isLimited = m_left <= count;
-    count = std::min(count, m_left);
-    std::size_t known = 0;
-    for (std::size_t k = 0; known < count; ++k) {
-        if (k == m_blocks.size() && !fetch())
-            return {known, m_pipeline->hasEnded()};
-        const SignalBlock& block = *m_blocks[k];
-        if (k > 0 && (block.isAfterGap || block.position != m_blocks[k - 1]->end()))
-            return {known, true};
-        known += block.count() - (k == 0 ? m_used : 0);
-    }
-    return {std::min(known, count), isLimited};
-}
-
-void Transport::copyAhead(std::size_t first, std::size_t count, std::vector<double>& samples) const
-{
-    first += m_used;
-    for (const SignalBlockPtr& block : m_blocks) {
-        const std::size_t here = std::min(count, block->count() - std::min(first, block->count()));
-        const auto start =
-            block->samples.begin() + static_cast<std::ptrdiff_t>(std::min(first, block->count()));
-        samples.insert(samples.end(), start, start + static_cast<std::ptrdiff_t>(here));
-        count -= here;
-        first -= std::min(first, block->count());
-    }
-}
-
-bool Transport::hasEnded() const { return m_blocks.empty() && m_pipeline->hasEnded(); }
-
-std::size_t Transport::waitingCount() const
-{
-    std::size_t count = m_pipeline->waitingCount();
-    for (const SignalBlockPtr& block : m_blocks)
-        count += block->count();
-    return count - m_used;
+    BlockBuffer::Ahead ahead = m_buffer.ahead(std::min(count, m_left), patience());
+    ahead.isAll = ahead.isAll || ahead.count == m_left;
+    return ahead;
 }

@@ -1,42 +1,18 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/pipeline/BlockBuffer.h"
 #include "workbench/pipeline/Pacer.h"
-#include "workbench/receiver/SignalBlock.h"
 
 #include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
 #include <chrono>
-#include <deque>
 #include <functional>
 #include <limits>
 
 class Pipeline;
-
-/// Some samples of a block that follow one another.
-struct BlockPart
-{
-    std::int64_t position() const { return block->position + static_cast<std::int64_t>(first); }
-    std::int64_t end() const { return position() + static_cast<std::int64_t>(count); }
-    /// Calls work with each symbol whose middle is within, in order.
-    template<class Work>
-    void forEachSymbol(Work work) const
-    {
-        for (const Symbol& symbol : block->symbols) {
-            const bool isFrom = first == 0 || symbol.position >= static_cast<double>(position());
-            const bool isTo =
-                first + count == block->count() || symbol.position < static_cast<double>(end());
-            if (isFrom && isTo)
-                work(symbol);
-        }
-    }
-
-    SignalBlockPtr block;
-    std::size_t first = 0;
-    std::size_t count = 0; ///< 0: none, also without a block
-};
 
 /// Plays a pipeline: says 30 times a second how many samples are due, and hands them out. Where the
 /// program was held up, up to four periods are due at once, and what is older plays later. A
@@ -54,12 +30,6 @@ public:
 
     /// Plays samples that are due, with take. @return how many it has played.
     using Player = std::function<std::size_t(std::size_t count)>;
-    /// What follows the next sample without a gap.
-    struct Ahead
-    {
-        std::size_t count; ///< samples, at most those asked for
-        bool isAll;        ///< whether no more follow: the end, a gap, or where playThrough stops
-    };
 
     explicit Transport(const Player& player, QObject* parent = nullptr);
     ~Transport() override;
@@ -105,14 +75,11 @@ public:
 
     /// The next samples, those of one block; none while they are not there, and at the end.
     BlockPart take(std::size_t most);
-    /// Looks ahead; waits for it as long as there is patience.
-    Ahead ahead(std::size_t count);
-    /// Appends samples ahead, from the first one on that is so far from the next one.
-    void copyAhead(std::size_t first, std::size_t count, std::vector<double>& samples) const;
-    /// Whether all samples were taken. Needs a pipeline, as does the next one.
-    bool hasEnded() const;
-    /// Samples that have come but were not taken.
-    std::size_t waitingCount() const;
+    /// What follows the next sample without a gap, up to where playThrough stops, which is an end,
+    /// too. Waits for it as long as there is patience.
+    BlockBuffer::Ahead ahead(std::size_t count);
+    /// What was looked at ahead.
+    const BlockBuffer& buffer() const { return m_buffer; }
     /// Of a live signal, whose clock is not ours: samples that may wait; more are due sooner.
     void setBacklog(double samples) { m_backlog = samples; }
 
@@ -129,7 +96,7 @@ signals:
 
 private:
     bool goTo(double seconds);
-    bool fetch();
+    std::chrono::milliseconds patience() const;
     void startTimer();
 
     Player m_player;
@@ -138,15 +105,13 @@ private:
     QElapsedTimer m_clock;
     Pacer m_pacer;
     std::chrono::milliseconds m_patience{5};
-    std::deque<SignalBlockPtr> m_blocks; // the first...
-    std::size_t m_used = 0;              // ...from this sample on
+    BlockBuffer m_buffer;
     std::int64_t m_position = 0;
     double m_time = 0.0;
     double m_credit = 0.0; // samples that are due
     std::size_t m_left;    // samples until playing through stops
     double m_backlog = 0.0;
     double m_speed = 1.0;
-    bool m_isArriving = false; // was gone to a time, of which no sample has come yet
     bool m_isPlaying = false;
     bool m_isAtEnd = false;
     bool m_repeat = true;

@@ -259,7 +259,7 @@ void MainWindow::refreshStatus()
         m_parameters->showReports();
     }
     m_status->setTrouble(feed().hasEnded() ? tr("the stream has ended") : feed().trouble());
-    m_status->setDropCount(feed().dropCount());
+    m_status->setDropCount(feed().dropCount(), feed().leftOutPart());
     // A second smooths the frame rate enough to be read.
     if (!feed().transport().isPlaying()) {
         m_status->setFrameRate(std::nullopt);

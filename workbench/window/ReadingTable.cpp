@@ -79,8 +79,10 @@ std::size_t ReadingTable::addLines(const QStringList& names, int lineCount, cons
 {
     const std::size_t first = m_lines.size();
     const int row = m_grid->count() == 0 ? 0 : m_grid->rowCount();
+    std::vector<QLabel*> heads;
     for (int column = 0; column < names.size(); ++column) {
         QLabel* name = addLabel(names[column], row, column);
+        heads.push_back(name);
         name->setForegroundRole(QPalette::PlaceholderText);
         name->setMinimumWidth(
             std::max(fontMetrics().horizontalAdvance(longest), name->sizeHint().width()));
@@ -89,6 +91,10 @@ std::size_t ReadingTable::addLines(const QStringList& names, int lineCount, cons
     for (int k = 0; k < lineCount; ++k) {
         Line line;
         line.row = row + 1 + k;
+        if (k == 0) {
+            line.heads = heads;
+            line.usual = names;
+        }
         for (int column = 0; column < names.size(); ++column) {
             QLabel* value = addLabel(unknown, line.row, column);
             value->setAccessibleName(names[column]);
@@ -124,6 +130,17 @@ void ReadingTable::setGate(const QString& text, const QString& explanation)
 }
 
 QString ReadingTable::gate() const { return m_gate->text(); }
+
+void ReadingTable::rename(std::size_t line, const QStringList& names)
+{
+    const Line& here = m_lines.at(line);
+    for (std::size_t column = 0; column < here.heads.size(); ++column) {
+        const int index = static_cast<int>(column);
+        const QString name = names.value(index, here.usual[index]);
+        here.heads[column]->setText(name);
+        here.values[column]->setAccessibleName(name);
+    }
+}
 
 void ReadingTable::setNames(std::size_t line, const QStringList& names)
 {

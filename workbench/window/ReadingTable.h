@@ -29,6 +29,8 @@ public:
               const QString& why = QString());
     /// Says below all lines what the values are of; as wide as there is room.
     void setGate(const QString& text, const QString& explanation);
+    /// Other names of the values in a line that was added with names, until they are empty again.
+    void rename(std::size_t line, const QStringList& names);
     /// Makes a line, not the last one, names of the values of the next line, until it is empty
     /// again: a line of values then.
     void setNames(std::size_t line, const QStringList& names);
@@ -53,7 +55,9 @@ private:
     {
         int row = 0;
         std::vector<QLabel*> values;
-        QStringList names; // of the next line's values
+        std::vector<QLabel*> heads; // with their names, of the first line that was added
+        QStringList usual;          // texts of those
+        QStringList names;          // of the next line's values
         QLabel* note = nullptr;
     };
 

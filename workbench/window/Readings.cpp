@@ -141,28 +141,36 @@ void Readings::showEye(const Measurement& measurement)
 void Readings::showConstellation(const Measurement& measurement)
 {
     const Measurement::Constellation& points = measurement.constellation;
+    const Measurement::Frequency& frequency = measurement.frequency;
     const auto why = [&measurement](const char* path) {
         return reasonFor(measurement, QLatin1String(path));
     };
-    const QString note = points.evmRms ? QString() : why("constellation.evm_rms");
+    const auto show = [this](std::size_t line, std::size_t column, const QString& text,
+                             const QString& why) {
+        m_constellation->show(line, column, text, why);
+    };
+    // What was demodulated as FM has no constellation: there is room for what it has.
+    const bool isFm = frequency.deviation.has_value();
+    const QString note = points.evmRms || isFm ? QString() : why("constellation.evm_rms");
     m_constellation->setNote(0, 3, note, note);
-    m_constellation->show(0, 0, percent(points.evmRms));
-    m_constellation->show(0, 1, percent(points.evmPeak));
-    m_constellation->show(0, 2, figures::fixed(points.mer, 1, decibels));
-    m_constellation->show(0, 3,
-                          figures::measured(measurement.carrier.offset,
-                                            measurement.carrier.deviation, QStringLiteral("Hz")),
-                          why("carrier.offset"));
-    m_constellation->show(1, 0, figures::fixed(points.offset, 1, decibels),
-                          why("constellation.offset_db"));
-    m_constellation->show(1, 1, figures::fixed(points.imbalance, 2, decibels),
-                          why("constellation.imbalance_db"));
-    m_constellation->show(1, 2, figures::fixed(points.quadrature, 2, QStringLiteral("°")),
-                          why("constellation.quadrature_deg"));
-    m_constellation->show(1, 3,
-                          figures::measured(measurement.clock.offset, measurement.clock.deviation,
-                                            QStringLiteral("ppm")),
-                          why("clock.offset_ppm"));
+    m_constellation->rename(0, isFm ? QStringList{tr("Deviation"), tr("Index"), tr("Centre")}
+                                    : QStringList());
+    show(0, 0, isFm ? figures::offset(frequency.deviation) : percent(points.evmRms), QString());
+    show(0, 1, isFm ? figures::fixed(frequency.index, 3) : percent(points.evmPeak), QString());
+    show(0, 2, isFm ? figures::offset(frequency.error) : figures::fixed(points.mer, 1, decibels),
+         QString());
+    show(0, 3,
+         figures::measured(measurement.carrier.offset, measurement.carrier.deviation,
+                           QStringLiteral("Hz")),
+         why("carrier.offset"));
+    show(1, 0, figures::fixed(points.offset, 1, decibels), why("constellation.offset_db"));
+    show(1, 1, figures::fixed(points.imbalance, 2, decibels), why("constellation.imbalance_db"));
+    show(1, 2, figures::fixed(points.quadrature, 2, QStringLiteral("°")),
+         why("constellation.quadrature_deg"));
+    show(1, 3,
+         figures::measured(measurement.clock.offset, measurement.clock.deviation,
+                           QStringLiteral("ppm")),
+         why("clock.offset_ppm"));
 }
 
 void Readings::showGate(const Measurement& measurement)

@@ -52,8 +52,8 @@ StatusFields::StatusFields(QWidget* parent)
     m_sampleRate = addField(units::rate(888.888e3, "Hz"), tr("Sample rate"));
     m_frameRate = addField(tr("%1 fps").arg(QStringLiteral("88.8")),
                            tr("Pictures of the first view in a second"));
-    m_drops = addField(tr("%1 drops").arg(QStringLiteral("888888")),
-                       tr("Blocks of signal that were skipped to keep pace"));
+    m_drops = addField(tr("%1 drops").arg(QStringLiteral("888888")), QString());
+    setDropCount(0, 0.0);
 }
 
 QLabel* StatusFields::addField(const QString& longest, const QString& toolTip)
@@ -85,4 +85,9 @@ void StatusFields::setFrameRate(std::optional<double> rate)
         tr("%1 fps").arg(rate ? QString::number(*rate, 'f', 1) : QStringLiteral("–")));
 }
 
-void StatusFields::setDropCount(std::int64_t count) { m_drops->setText(tr("%1 drops").arg(count)); }
+void StatusFields::setDropCount(std::int64_t count, double part)
+{
+    m_drops->setText(tr("%1 drops").arg(count));
+    m_drops->setToolTip(tr("Blocks of signal that were skipped to keep pace: %1 % of the samples")
+                            .arg(100.0 * part, 0, 'f', 2));
+}

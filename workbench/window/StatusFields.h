@@ -21,7 +21,8 @@ public:
     void setTrouble(const QString& sentence);
     /// Pictures a second; none where none are shown.
     void setFrameRate(std::optional<double> rate);
-    void setDropCount(std::int64_t count);
+    /// @param part  of the samples that was left out, 0 to 1.
+    void setDropCount(std::int64_t count, double part);
 
 private:
     class ElidedLabel;

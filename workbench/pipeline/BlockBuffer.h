@@ -1,0 +1,70 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/receiver/SignalBlock.h"
+
+#include <chrono>
+#include <deque>
+#include <optional>
+
+class Pipeline;
+
+/// Some samples of a block that follow one another.
+struct BlockPart
+{
+    std::int64_t position() const { return block->position + static_cast<std::int64_t>(first); }
+    std::int64_t end() const { return position() + static_cast<std::int64_t>(count); }
+    /// Calls work with each symbol whose middle is within, in order.
+    template<class Work>
+    void forEachSymbol(Work work) const
+    {
+        for (const Symbol& symbol : block->symbols) {
+            const bool isFrom = first == 0 || symbol.position >= static_cast<double>(position());
+            const bool isTo =
+                first + count == block->count() || symbol.position < static_cast<double>(end());
+            if (isFrom && isTo)
+                work(symbol);
+        }
+    }
+
+    SignalBlockPtr block;
+    std::size_t first = 0;
+    std::size_t count = 0; ///< 0: none, also without a block
+};
+
+/// The blocks of a pipeline that have come and were not taken yet, to be looked at ahead.
+class BlockBuffer
+{
+public:
+    using Patience = std::chrono::milliseconds;
+    /// What follows the next sample without a gap.
+    struct Ahead
+    {
+        std::size_t count; ///< samples, at most those asked for
+        bool isAll;        ///< whether no more follow: the end or a gap
+    };
+
+    /// Empties it; what comes is of this pipeline, which must outlive its use. Null: none.
+    void open(Pipeline* pipeline);
+    /// Empties it. What comes and is before a time, s, is left out; none: nothing is.
+    void clear(std::optional<double> start);
+
+    /// Waits for no more of a block than the patience.
+    Ahead ahead(std::size_t count, Patience patience);
+    /// The next samples, those of one block; none while they are not there, and at the end.
+    BlockPart take(std::size_t most, Patience patience);
+    /// Appends samples ahead, from the one on that is so far from the next one.
+    void copyAhead(std::size_t first, std::size_t count, std::vector<double>& samples) const;
+    /// Whether all samples were taken and no more come.
+    bool hasEnded() const;
+    /// Samples that have come but were not taken.
+    std::size_t waitingCount() const;
+
+private:
+    bool fetch(Patience patience);
+
+    Pipeline* m_pipeline = nullptr;
+    std::deque<SignalBlockPtr> m_blocks; // the first...
+    std::size_t m_used = 0;              // ...from this sample on
+    std::optional<double> m_start;       // while no sample from there on has come
+};
