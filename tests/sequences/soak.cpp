@@ -115,7 +115,7 @@ void playARecording(const QString& file)
     QString why;
     if (!window.player().open(Recording::open(file, options), ChannelChoice(), std::nullopt, why))
         std::fprintf(stderr, "%s\n", qPrintable(why));
-    window.feed().play();
+    window.feed().transport().play();
     QElapsedTimer clock;
     clock.start();
     while (clock.elapsed() < 300)
