@@ -6,6 +6,9 @@
 
 #include <QDir>
 #include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QSettings>
 #include <QTest>
@@ -128,6 +131,65 @@ TEST_F(Program, TakesTheSymbolRateFromTheRecordingForItsReceiver)
     writeFile(path("a.sigmf-data"), QByteArray(8000, 'a'));
     EXPECT_EQ(run({path("a.sigmf-meta"), "--modulation", "QPSK", "--snapshot", path("a")}), 0);
     EXPECT_EQ(error, "");
+}
+
+TEST_F(Program, MeasuresRecordingsAndPrintsALineOfJsonForEach)
+{
+    const QString ramp = path("ramp.wav"), signal = path("signal.cf32"), none = path("none.wav");
+    std::vector<double> samples(16000);
+    for (std::size_t k = 0; k < samples.size(); ++k)
+        samples[k] = double(k) / 16384.0; // which tells the sample
+    writeRecording(ramp, 8000, 1, samples, SF_FORMAT_WAV | SF_FORMAT_DOUBLE);
+    ModulationSource(ModulationSettings()).read(samples, 24000);
+    writeRecording(signal, 48000, 2, samples, SF_FORMAT_RAW | SF_FORMAT_FLOAT);
+    const std::tuple<int, QStringList, QString> rows[] = {
+        {2, {}, "--measure"},
+        {2, {ramp, "--measure", "xml"}, "--measure"},
+        {1, {ramp, "--start", "2"}, ramp},
+        {1, {ramp, "--channel", "2"}, ramp},
+        {1, {ramp, "--symbol-rate", "7000", "--modulation", "qpsk"}, ramp},
+        {1, {none}, none},
+        {1, {"zmq://localhost:1"}, "zmq://localhost:1"}};
+    for (const auto& [exitCode, arguments, what] : rows) {
+        EXPECT_EQ(run(QStringList{"--measure", "json"} + arguments), exitCode);
+        expectComplaint(what);
+    }
+    EXPECT_EQ(run({"--measure", "json", ramp, none, ramp, "--start", "0.25", "--seconds", "0.5"}),
+              1);
+    EXPECT_TRUE(error.startsWith("orvane-workbench: " + none + ": there is no such file"));
+    const QStringList lines = out.trimmed().split('\n');
+    ASSERT_EQ(lines.size(), 2) << qPrintable(out);
+    for (const QString& line : lines) {
+        const QJsonObject object = QJsonDocument::fromJson(line.toUtf8()).object();
+        EXPECT_EQ(object["input"].toString(), ramp);
+        EXPECT_EQ(object["start"].toDouble(), 0.25);
+        EXPECT_EQ(object["stop"].toDouble(), 0.75);
+        EXPECT_EQ(object["time"].toObject()["minimum"].toDouble(), 2000.0 / 16384.0);
+        EXPECT_EQ(object["time"].toObject()["maximum"].toDouble(), 5999.0 / 16384.0);
+    }
+    EXPECT_EQ(run({"--measure", "json", signal, "--sample-rate", "48e3", "--symbol-rate", "6000",
+                   "--modulation", "qpsk"}),
+              0);
+    EXPECT_EQ(error, "");
+    const QJsonObject object = QJsonDocument::fromJson(out.toUtf8()).object();
+    const std::pair<const char*, const char*> members[] = {
+        {"symbol_rate", "confidence deviation origin value"},
+        {"time", "frequency maximum mean minimum peak_to_peak rms rms_ac"},
+        {"eye", "eyes instant levels traces"},
+        {"constellation", "evm_peak evm_rms imbalance_db mer_db modulation offset_db "
+                          "quadrature_deg symbols"},
+        {"carrier", "deviation offset"},
+        {"clock", "deviation_ppm offset_ppm"},
+        {"frequency_modulation", "deviation frequency_error index"},
+        {"left_out", "reason samples symbols"}};
+    for (const auto& [name, keys] : members)
+        EXPECT_EQ(object[name].toObject().keys().join(' '), keys) << name;
+    EXPECT_EQ(object.keys().join(' '),
+              "carrier clock constellation eye frequency_modulation input left_out notes reasons "
+              "sample_rate schema stages start stop symbol_rate time");
+    EXPECT_EQ(object["schema"].toString(), "orvane.measure/1");
+    EXPECT_EQ(object["stages"].toArray().size(), 9);
+    EXPECT_NEAR(object["constellation"].toObject()["symbols"].toDouble(), 3000.0, 60.0);
 }
 
 TEST_F(Program, NeedsNoDisplayForHelpAndSaysWhereOneIsMissing)

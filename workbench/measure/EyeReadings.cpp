@@ -58,12 +58,14 @@ struct Levels
     bool isClearerThan(const Levels& other) const
     {
         constexpr double clearly = 0.8;
+        constexpr double negligible = 1e-3; // of the levels' distance: no ringing
         double mine = 0.0, others = 0.0;
         for (const Statistics& level : levels)
             mine += level.deviation();
         for (const Statistics& level : other.levels)
             others += level.deviation();
-        return levels.size() == other.levels.size() && mine < clearly * others;
+        return levels.size() == other.levels.size() && mine < clearly * others &&
+               others > negligible * (other.levels.back().mean() - other.levels.front().mean());
     }
     double separation(std::size_t low) const
     {

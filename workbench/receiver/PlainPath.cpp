@@ -71,7 +71,7 @@ void PlainPath::reset(std::int64_t position)
 void PlainPath::process(const std::vector<double>& values, std::vector<SignalBlock>& blocks)
 {
     add(values);
-    findSymbols();
+    findSymbols(false);
     passOn(m_known, blocks);
 }
 
@@ -79,7 +79,7 @@ void PlainPath::finish(std::vector<SignalBlock>& blocks)
 {
     if (m_timing)
         m_timing->finish();
-    findSymbols();
+    findSymbols(true);
     passOn(m_waiting.end(), blocks);
 }
 
@@ -96,14 +96,16 @@ void PlainPath::add(const std::vector<double>& values)
     }
 }
 
-void PlainPath::findSymbols()
+void PlainPath::findSymbols(bool isEnd)
 {
-    const std::int64_t end = m_waiting.end();
     if (m_clock == Clock::Recovered) {
         findRecovered();
         return;
     }
-    m_known = end;
+    // Between samples a symbol takes those after it, which no block's end may cut off.
+    const bool isBetween = m_clock == Clock::Known && !isEnd;
+    const std::int64_t end = m_waiting.end() - (isBetween ? Interpolation::reach : 0);
+    m_known = std::max(m_known, end);
     if (m_clock == Clock::EachSample) {
         for (auto position = static_cast<std::int64_t>(m_waiting.position); position < end;
              ++position)
@@ -135,7 +137,7 @@ void PlainPath::findRecovered()
                 m_waiting.clock.push_back(
                     {(static_cast<double>(m_start) + knot.position) / m_input.sampleRate,
                      *knot.measured});
-            m_known = m_start + static_cast<std::int64_t>(std::ceil(knot.position));
+            m_known = m_start + static_cast<std::int64_t>(std::floor(knot.position));
         } else {
             continue;
         }

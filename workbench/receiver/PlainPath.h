@@ -22,7 +22,7 @@ private:
     enum class Clock { None, Known, EachSample, Recovered };
 
     void add(const std::vector<double>& values);
-    void findSymbols();
+    void findSymbols(bool isEnd);
     void findRecovered();
     void addSymbol(double position, SymbolState state);
     void passOn(std::int64_t end, std::vector<SignalBlock>& blocks);

@@ -320,6 +320,10 @@ std::vector<StageReport> ReceivedPath::reports(const SignalBlock& block) const
         squelch.isLocked = isOpen && squelch.isLocked.value_or(true);
     }
     StageReport carrier = m_carrier.report();
+    for (StageReport::Reading& reading : carrier.readings) {
+        if (reading.quantity == StageReport::Quantity::CarrierOffset)
+            reading.value += m_frequency.offset();
+    }
     if (carrier.isLocked.value_or(false) && m_frequency.mayBeAlias())
         carrier.readings.push_back(
             {StageReport::Quantity::AliasDistance, m_frequency.aliasDistance()});

@@ -2,7 +2,8 @@
 #include "workbench/receiver/SymbolRateEstimate.h"
 
 #include "workbench/receiver/ClockLine.h"
-#include "workbench/receiver/ReceiverChain.h"
+#include "workbench/receiver/Demodulator.h"
+#include "workbench/receiver/FrontEnd.h"
 
 #include <QElapsedTimer>
 
@@ -32,6 +33,75 @@ SymbolRateEstimate verdictOn(const ClockLine& line, double tries)
                            : SymbolRateEstimate::Verdict::Unsure;
     return estimate;
 }
+
+/// From the values of a source to the samples that are looked at.
+class Baseband
+{
+public:
+    Baseband(const SignalSource& source, const ChannelChoice& channel,
+             const ReceiverSettings& settings)
+        : m_valueCount(static_cast<std::size_t>(source.valueCount()))
+        , m_isComplex(source.isComplex())
+        , m_channel(channel)
+    {
+        ReceiverSettings used = settings;
+        used.symbolRate.reset();
+        m_isOn = used.isOn && used.flaw(source.sampleRate()).isEmpty();
+        if (!m_isOn)
+            return;
+        m_front.configure(used, source.sampleRate(), source.valueCount(), m_isComplex, channel);
+        BasebandFormat format;
+        format.sampleRate = source.sampleRate();
+        m_isDemodulated = m_demodulator.configure(used, format).isDemodulated;
+    }
+
+    void take(const std::vector<double>& values, std::vector<Complex>& samples)
+    {
+        if (m_isOn) {
+            std::vector<BurstGate::Part> parts;
+            m_front.process(values, parts);
+            append(parts, samples);
+            return;
+        }
+        const auto pair = static_cast<std::size_t>(m_channel.value / 2 * 2);
+        for (std::size_t k = 0; k + m_valueCount <= values.size(); k += m_valueCount)
+            samples.push_back(m_isComplex ? Complex(values[k + pair], values[k + pair + 1])
+                                          : m_channel.of(&values[k]));
+    }
+
+    void finish(std::vector<Complex>& samples)
+    {
+        if (!m_isOn)
+            return;
+        std::vector<BurstGate::Part> parts;
+        m_front.finish(parts);
+        append(parts, samples);
+    }
+
+private:
+    void append(std::vector<BurstGate::Part>& parts, std::vector<Complex>& samples)
+    {
+        for (BurstGate::Part& part : parts) {
+            BasebandBlock block;
+            block.samples = std::move(part.samples);
+            if (!part.isOpen)
+                std::fill(block.samples.begin(), block.samples.end(), 0.0F);
+            m_demodulator.process(block);
+            if (m_isDemodulated)
+                samples.insert(samples.end(), block.demodulated.begin(), block.demodulated.end());
+            else
+                samples.insert(samples.end(), block.samples.begin(), block.samples.end());
+        }
+    }
+
+    std::size_t m_valueCount;
+    bool m_isComplex;
+    ChannelChoice m_channel;
+    bool m_isOn = false;
+    bool m_isDemodulated = false;
+    FrontEnd m_front;
+    Demodulator m_demodulator;
+};
 
 /// A copy that can be looked at: finite, of a sensible size, in the middle.
 SymbolRateEstimate::Signal prepared(const SymbolRateEstimate::Signal& signal)
@@ -106,48 +176,23 @@ SymbolRateEstimate::Signal SymbolRateEstimate::signalOf(SignalSource& source,
     QElapsedTimer patience;
     patience.start();
     Signal signal;
-    ReceiverSettings usedSettings = settings;
-    usedSettings.symbolRate.reset();
-    usedSettings.modulation.reset();
-    usedSettings.rollOff.reset();
-    usedSettings.hasGainControl = false;
-    ReceiverChain chain;
-    chain.configure(usedSettings, source.sampleRate());
-    signal.sampleRate = chain.format().sampleRate;
-    signal.isComplex = source.isComplex() || usedSettings.isOn;
+    signal.sampleRate = source.sampleRate();
+    signal.isComplex = source.isComplex() || settings.isOn;
     const std::int64_t position = source.position();
     if (!source.isLive() && from != position && !source.seek(from))
         return signal;
-    const auto width = static_cast<std::size_t>(source.valueCount());
-    const auto pair = static_cast<std::size_t>(channel.value / 2 * 2);
+    Baseband baseband(source, channel, settings);
     std::vector<double> values;
-    BasebandBlock block;
-    while (signal.samples.size() < maxSampleCount) {
-        const std::size_t got =
-            source.read(values, std::min(blockLength, maxSampleCount - signal.samples.size()));
+    for (std::size_t taken = 0; taken < maxSampleCount;) {
+        const std::size_t got = source.read(values, std::min(blockLength, maxSampleCount - taken));
         if (got == 0 && source.isLive() && !source.hasEnded() && patience.elapsed() < longestMs)
             continue;
         if (got == 0)
             break;
-        block.samples.clear();
-        block.demodulated.clear();
-        for (std::size_t k = 0; k + width <= values.size(); k += width) {
-            const double i = source.isComplex() ? values[k + pair] : channel.of(&values[k]);
-            const double q = source.isComplex() ? values[k + pair + 1] : 0.0;
-            signal.samples.emplace_back(i, q);
-            block.samples.emplace_back(static_cast<float>(i), static_cast<float>(q));
-        }
-        if (!usedSettings.isOn)
-            continue;
-        signal.samples.resize(signal.samples.size() - block.samples.size());
-        chain.process(block);
-        for (std::size_t k = 0; k < block.samples.size(); ++k) {
-            if (chain.format().isDemodulated)
-                signal.samples.emplace_back(block.demodulated[k]);
-            else
-                signal.samples.emplace_back(block.samples[k]);
-        }
+        taken += got;
+        baseband.take(values, signal.samples);
     }
+    baseband.finish(signal.samples);
     source.seek(position);
     return signal;
 }

@@ -54,8 +54,8 @@ public:
 
     /// What a receiver makes of a source before it needs the symbol rate: shifted, filtered and
     /// demodulated. Reads from a sample on, and moves back to where the source was.
-    /// @param channel   as in ReceiverSource.
-    /// @param settings  their symbol rate does not count.
+    /// @param channel   which exists.
+    /// @param settings  their symbol rate does not count; with a flaw they count as off.
     static Signal signalOf(SignalSource& source, const ChannelChoice& channel,
                            const ReceiverSettings& settings, std::int64_t from);
     /// Of a source: of its start, and where that is not sure of places all over it; the surest.
