@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "LinearSignal.h"
 #include "Random.h"
 
 #include <QStringList>
@@ -45,6 +46,7 @@ struct Case
     /// of the first form only.
     std::vector<std::function<Signal(const Signal&)>> forms;
     int leastTrials = 1;
+    std::optional<LinearSignal> linear = {}; ///< what other receivers can be told of the signal
 };
 
 std::vector<Case> linearCases();

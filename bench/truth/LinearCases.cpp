@@ -169,9 +169,15 @@ std::vector<Case> running()
         // clang-format on
     };
     std::vector<Case> cases;
-    for (const auto& row : rows)
+    for (const auto& row : rows) {
+        const LinearSignal& signal = row.signal;
         cases.push_back(caseOf("Linear modulation, cut out of a running signal",
-                               QString::fromLatin1(row.name), row.signal));
+                               QString::fromLatin1(row.name), signal));
+        const bool isAlone =
+            signal.modulation == Modulation::Oqpsk || signal.modulation == Modulation::Pi4Dqpsk;
+        if (signal.samplesPerSymbol >= 2.0 && !isAlone) // peers have loops for the others
+            cases.back().linear = signal;
+    }
     return cases;
 }
 

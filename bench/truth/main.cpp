@@ -3,6 +3,7 @@
 #include "Case.h"
 #include "Comparison.h"
 #include "Measurement.h"
+#include "PeerComparison.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -26,6 +27,47 @@ int fail(const QString& text)
 {
     std::fprintf(stderr, "bench_truth: %s\n", qPrintable(text));
     return 2;
+}
+
+/// Other receivers beside the program. Says which one is missing.
+int compareWithPeers(const std::vector<Case>& cases, const Run& run, QFile& markdown)
+{
+    std::vector<std::unique_ptr<Peer>> peers;
+    peers.push_back(liquidPeer());
+    if (auto gnuRadio = gnuRadioPeer())
+        peers.push_back(std::move(gnuRadio));
+    else
+        std::printf("GNU Radio is missing\n");
+    QStringList names = {"Orvane"};
+    for (const auto& peer : peers)
+        names += peer->name();
+    std::vector<PeerRow> rows;
+    int behindCount = 0;
+    for (const Case& one : cases) {
+        std::vector<Signal> trials;
+        QStringList files;
+        for (int trial = 0; trial < run.trialCount; ++trial) {
+            Random random(one.name.toStdString(), trial);
+            trials.push_back(one.make(random));
+            files += QStringLiteral("%1/%2-%3.cf32").arg(run.folder, one.name).arg(trial);
+            if (!write(trials.back(), true, files.back()))
+                return fail(files.back() + ": cannot be written");
+        }
+        const Measurement measurement = Measurement::of(run.program, files, one.arguments);
+        std::vector<QJsonObject> measured;
+        for (const QString& file : files)
+            measured.push_back(measurement.object(file));
+        rows.push_back(comparePeers(one, trials, measured, peers));
+        const QString text = behind(rows.back(), names);
+        behindCount += text.count(QLatin1Char('\n'));
+        std::printf("%s\n%s", qPrintable(one.name), qPrintable(text));
+        std::fflush(stdout);
+    }
+    const QString tables = peersAsMarkdown(rows, names);
+    std::printf("%s", qPrintable(tables));
+    if (markdown.isOpen() && markdown.write(tables.toUtf8()) < 0)
+        return fail(markdown.fileName() + ": cannot be written");
+    return behindCount == 0 ? 0 : 1;
 }
 
 std::vector<Result> measure(const Case& one, const Run& run)
@@ -60,6 +102,17 @@ std::vector<Result> measure(const Case& one, const Run& run)
     return results;
 }
 
+void addOptions(QCommandLineParser& parser)
+{
+    parser.addOptions({{"program", "The workbench.", "path"},
+                       {"filter", "Only cases whose names match.", "regex"},
+                       {"repeat", "Trials of each case.", "n", "5"},
+                       {"markdown", "Writes the tables.", "file"},
+                       {"keep", "Keeps the signals.", "folder"},
+                       {"peers", "Compares with other receivers, where they are installed."},
+                       {"list", "Lists the cases and their command lines."}});
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -67,12 +120,7 @@ int main(int argc, char** argv)
     QCoreApplication application(argc, argv);
     QCommandLineParser parser;
     parser.addHelpOption();
-    parser.addOptions({{"program", "The workbench.", "path"},
-                       {"filter", "Only cases whose names match.", "regex"},
-                       {"repeat", "Trials of each case.", "n", "5"},
-                       {"markdown", "Writes the tables.", "file"},
-                       {"keep", "Keeps the signals.", "folder"},
-                       {"list", "Lists the cases and their command lines."}});
+    addOptions(parser);
     parser.process(application);
     const QTemporaryDir temporary;
     Run run = {parser.value("program"), temporary.path(), parser.value("repeat").toInt()};
@@ -83,7 +131,18 @@ int main(int argc, char** argv)
     if (!parser.isSet("list") && (run.program.isEmpty() || run.trialCount < 1))
         return fail("give --program, and --repeat from 1");
 
+    QFile markdown(parser.value("markdown"));
+    if (parser.isSet("markdown") && !markdown.open(QIODevice::WriteOnly))
+        return fail(markdown.fileName() + ": cannot be written");
     const QRegularExpression filter(parser.value("filter"));
+    if (parser.isSet("peers")) {
+        std::vector<Case> cases;
+        for (const Case& one : linearCases()) {
+            if (one.linear && filter.match(one.name).hasMatch())
+                cases.push_back(one);
+        }
+        return compareWithPeers(cases, run, markdown);
+    }
     std::vector<Outcome> outcomes;
     int count = 0;
     int good = 0;
@@ -109,9 +168,7 @@ int main(int argc, char** argv)
     }
     std::printf("%d of %d figures of %d cases inside their goals\n", good, count,
                 static_cast<int>(outcomes.size()));
-    QFile markdown(parser.value("markdown"));
-    if (parser.isSet("markdown") &&
-        (!markdown.open(QIODevice::WriteOnly) || markdown.write(asMarkdown(outcomes).toUtf8()) < 0))
+    if (markdown.isOpen() && markdown.write(asMarkdown(outcomes).toUtf8()) < 0)
         return fail(markdown.fileName() + ": cannot be written");
     return good == count ? 0 : 1;
 }

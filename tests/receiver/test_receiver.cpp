@@ -391,3 +391,26 @@ TEST(Receiver, TellsWhatCannotBeReceived)
 }
 
 } // namespace
+
+TEST(FirFilter, GivesWhatAPlainSumGivesInBlocksOfAnyLength)
+{
+    const std::vector<float> taps = {0.7F, -0.2F, 0.31F, 1e-3F, 0.9F};
+    std::vector<std::complex<float>> input(5); // the last ones of them before the signal
+    FirFilter filter(taps, 3.0F);
+    for (const std::size_t count : {1, 15, 0, 16, 17, 40}) {
+        std::vector<std::complex<float>> block;
+        for (std::size_t k = 0; k < count; ++k) {
+            const auto x = static_cast<float>(input.size());
+            input.emplace_back(std::sin(x), std::cos(1.3F * x));
+            block.push_back(input.back());
+        }
+        filter.process(block);
+        ASSERT_EQ(block.size(), count);
+        for (std::size_t k = 0; k < count; ++k) {
+            std::complex<float> sum;
+            for (std::size_t tap = taps.size(); tap-- > 0;) // the oldest sample first
+                sum += taps[tap] * input[input.size() - count + k - tap];
+            EXPECT_EQ(block[k], 3.0F * sum) << count << ' ' << k;
+        }
+    }
+}

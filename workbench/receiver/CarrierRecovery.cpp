@@ -302,13 +302,15 @@ CarrierRecovery::Smoothed CarrierRecovery::smoothedAt(std::size_t here) const
 {
     const std::size_t first = here - std::min(here, m_reach);
     const std::size_t last = std::min(here + m_reach, m_tracked.size() - 1);
+    const double phase = m_tracked[here].phase;
     double s0 = 0.0, s1 = 0.0, s2 = 0.0, e0 = 0.0, e1 = 0.0, quality = 0.0, count = 0.0;
-    for (std::size_t k = first; k <= last; ++k) {
-        const Tracked& t = m_tracked[k];
+    auto tracked = m_tracked.begin() + static_cast<std::ptrdiff_t>(first);
+    for (std::size_t k = first; k <= last; ++k, ++tracked) {
+        const Tracked& t = *tracked;
         if (t.power <= faintPower)
             continue;
         const double x = static_cast<double>(k) - static_cast<double>(here);
-        const double y = t.phase + t.error - m_tracked[here].phase;
+        const double y = t.phase + t.error - phase;
         s0 += t.weight;
         s1 += t.weight * x;
         s2 += t.weight * x * x;
@@ -317,7 +319,7 @@ CarrierRecovery::Smoothed CarrierRecovery::smoothedAt(std::size_t here) const
         quality += t.quality;
         count += 1.0;
     }
-    Smoothed result{m_tracked[here].phase, m_frequency, 0.0};
+    Smoothed result{phase, m_frequency, 0.0};
     if (!(s0 > 0.0))
         return result;
     const double determinant = s0 * s2 - s1 * s1;

@@ -25,11 +25,11 @@ BasebandFormat ChannelFilter::configure(const ReceiverSettings& settings,
     const unsigned wanted =
         estimate_req_filter_len(static_cast<float>(std::max(slope, 1e-4)), stopBand);
     const unsigned length = std::clamp(wanted, 3U, maxLength) | 1U;
-    m_filter = {firfilt_crcf_create_kaiser(length, static_cast<float>(cutOff), stopBand, 0.0F),
-                firfilt_crcf_destroy};
+    std::vector<float> taps(length);
+    liquid_firdes_kaiser(length, static_cast<float>(cutOff), stopBand, 0.0F, taps.data());
+    m_filter.emplace(taps, static_cast<float>(2.0 * cutOff));
     m_delay = length / 2;
     m_skipped = 0;
-    firfilt_crcf_set_scale(m_filter.get(), static_cast<float>(2.0 * cutOff));
     return format;
 }
 
@@ -37,8 +37,7 @@ void ChannelFilter::process(BasebandBlock& block)
 {
     if (!m_filter || block.samples.empty())
         return;
-    firfilt_crcf_execute_block(m_filter.get(), block.samples.data(),
-                               static_cast<unsigned>(block.samples.size()), block.samples.data());
+    m_filter->process(block.samples);
     const std::size_t skip = std::min(m_delay - m_skipped, block.samples.size());
     m_skipped += skip;
     block.samples.erase(block.samples.begin(),
@@ -59,5 +58,5 @@ void ChannelFilter::reset()
 {
     m_skipped = 0;
     if (m_filter)
-        firfilt_crcf_reset(m_filter.get());
+        m_filter->reset();
 }

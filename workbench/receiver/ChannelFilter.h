@@ -1,10 +1,10 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "workbench/receiver/LiquidHandle.h"
+#include "workbench/receiver/FirFilter.h"
 #include "workbench/receiver/ReceiverStage.h"
 
-struct firfilt_crcf_s;
+#include <optional>
 
 /// Low-pass that lets the channel through and 60 dB less of its neighbours. It does not delay: as
 /// many samples come out as go in.
@@ -18,11 +18,11 @@ public:
     void reset() override;
     StageReport report() const override
     {
-        return {StageReport::Stage::Channel, m_filter != nullptr, {}, {}};
+        return {StageReport::Stage::Channel, m_filter.has_value(), {}, {}};
     }
 
 private:
-    LiquidHandle<firfilt_crcf_s*> m_filter{nullptr, nullptr};
+    std::optional<FirFilter> m_filter;
     std::size_t m_delay = 0; // samples
     std::size_t m_skipped = 0;
 };

@@ -21,7 +21,7 @@ BasebandFormat MatchedFilter::configure(const ReceiverSettings& settings,
         if (format.isDemodulated)
             m_real = {firfilt_rrrf_create(taps.data(), count), firfilt_rrrf_destroy};
         else
-            m_complex = {firfilt_crcf_create(taps.data(), count), firfilt_crcf_destroy};
+            m_complex.emplace(taps);
     }
     reset();
     return format;
@@ -33,8 +33,7 @@ void MatchedFilter::process(BasebandBlock& block)
     if (count == 0 || (!m_complex && !m_real))
         return;
     if (m_complex) {
-        firfilt_crcf_execute_block(m_complex.get(), block.samples.data(), count,
-                                   block.samples.data());
+        m_complex->process(block.samples);
     } else {
         firfilt_rrrf_execute_block(m_real.get(), block.demodulated.data(), count,
                                    block.demodulated.data());
@@ -79,7 +78,7 @@ void MatchedFilter::reset()
     m_toSkip = m_delay;
     m_waiting.clear();
     if (m_complex)
-        firfilt_crcf_reset(m_complex.get());
+        m_complex->reset();
     if (m_real)
         firfilt_rrrf_reset(m_real.get());
 }

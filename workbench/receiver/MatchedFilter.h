@@ -1,10 +1,12 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/receiver/FirFilter.h"
 #include "workbench/receiver/LiquidHandle.h"
 #include "workbench/receiver/ReceiverStage.h"
 
-struct firfilt_crcf_s;
+#include <optional>
+
 struct firfilt_rrrf_s;
 
 /// The measuring filter, see measuringFilter. It acts on what was demodulated where something was,
@@ -25,7 +27,7 @@ public:
 private:
     void skip(BasebandBlock& block);
 
-    LiquidHandle<firfilt_crcf_s*> m_complex{nullptr, nullptr};
+    std::optional<FirFilter> m_complex;
     LiquidHandle<firfilt_rrrf_s*> m_real{nullptr, nullptr};
     std::size_t m_delay = 0; // samples
     std::size_t m_toSkip = 0;

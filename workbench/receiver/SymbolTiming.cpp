@@ -1,8 +1,11 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/receiver/SymbolTiming.h"
 
+#include "workbench/receiver/WeightedSums.h"
+
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <utility>
 
 #include <liquid/liquid.h>
@@ -15,10 +18,13 @@ constexpr float stopBand = 50.0F;       // dB
 constexpr int blockLength = 16;         // symbols
 constexpr std::int64_t aheadCount = 16; // blocks
 constexpr int behindCount = 32;         // blocks for the frequency; for the phase as many as ahead
-constexpr double oversampling = 3.0;    // of the search for the frequency
-constexpr double mostPower = 2.0;       // of a block, against the usual one
-constexpr double leastPower = 1e-30;    // full scale is 1: what is below is rounding
-constexpr int turnLength = 256;         // samples
+// Of the search for the frequency, rad a block: a third of what the blocks tell apart.
+constexpr double searchStep = 2.0 * pi / (3.0 * (aheadCount + behindCount + 1));
+constexpr double mostPower = 2.0;        // of a block, against the usual one
+constexpr double leastPower = 1e-30;     // full scale is 1: what is below is rounding
+constexpr int turnLength = 256;          // samples
+constexpr std::size_t width = 4;         // numbers of a mixed sample
+constexpr std::size_t mostMixed = 16384; // numbers that wait for the filter
 // What a sum of lines of noise does not reach, against what they could sum up to: noise grows as
 // the root of their number. Where positive and negative frequencies differ, it has less in common.
 constexpr double lockStrength = 0.36;
@@ -31,65 +37,42 @@ constexpr double faintBlock = 0.02;   // of the strongest near it: it lies besid
 constexpr double goOnPart = 0.6;      // of the strength, once there is a clock
 constexpr std::int64_t fewBlocks = 4; // tell no frequency
 
+using Eight = double __attribute__((vector_size(64)));
+constexpr std::size_t eightTurns = 8;
+
 /// Full scale is 1: what is far beyond is no signal.
 double usable(double sample) { return std::isfinite(sample) ? std::clamp(sample, -1e6, 1e6) : 0.0; }
 
 } // namespace
 
-/// Low-pass that turns the mixed signal into the band; its output is needed seldom.
-struct SymbolTiming::Filter
-{
-    explicit Filter(double samplesPerSymbol)
-        : delay(static_cast<int>(std::ceil(samplesPerSymbol / halfBand)))
-        , step(std::max(static_cast<int>(samplesPerSymbol / 2.0), 1))
-    {
-        std::vector<float> taps(2 * static_cast<std::size_t>(delay) + 1);
-        const auto tapCount = static_cast<unsigned>(taps.size());
-        liquid_firdes_kaiser(tapCount, static_cast<float>(halfBand / samplesPerSymbol), stopBand,
-                             0.0F, taps.data());
-        handle = firfilt_crcf_create(taps.data(), tapCount);
-    }
-    ~Filter() { firfilt_crcf_destroy(handle); }
-    Filter(const Filter&) = delete;
-    Filter& operator=(const Filter&) = delete;
-
-    void push(double i, double q) const
-    {
-        firfilt_crcf_push(handle, {static_cast<float>(i), static_cast<float>(q)});
-    }
-    Complex output() const
-    {
-        std::complex<float> result;
-        firfilt_crcf_execute(handle, &result);
-        return Complex(result);
-    }
-
-    int delay; // samples
-    int step;  // samples from output to output
-    firfilt_crcf handle;
-};
-
 SymbolTiming::SymbolTiming(double samplesPerSymbol, bool isOffset)
     : m_samplesPerSymbol(samplesPerSymbol)
     , m_turnsPerSymbol(isOffset ? 2.0 : 1.0)
-    , m_filter(std::make_unique<Filter>(samplesPerSymbol))
+    , m_delay(static_cast<std::int64_t>(std::ceil(samplesPerSymbol / halfBand)))
+    , m_stride(std::max<std::int64_t>(static_cast<std::int64_t>(samplesPerSymbol / 2.0), 1))
+    , m_mixed(static_cast<std::size_t>(width * m_delay))
+    , m_mixedFirst(-m_delay)
     , m_step(std::polar(1.0, -pi / samplesPerSymbol))
     , m_slope(1.0 / samplesPerSymbol)
-{}
+{
+    m_taps.resize(2 * static_cast<std::size_t>(m_delay) + 1);
+    liquid_firdes_kaiser(static_cast<unsigned>(m_taps.size()),
+                         static_cast<float>(halfBand / samplesPerSymbol), stopBand, 0.0F,
+                         m_taps.data());
+    std::reverse(m_taps.begin(), m_taps.end());
+    prepareSearch();
+}
 
-SymbolTiming::~SymbolTiming() = default;
-
-void SymbolTiming::push(double sample) { passBand(usable(sample), true); }
+void SymbolTiming::push(double sample) { mixDown(usable(sample)); }
 
 void SymbolTiming::push(std::complex<double> sample)
 {
-    if (!m_lower)
-        m_lower = std::make_unique<Filter>(m_samplesPerSymbol);
     m_isReal = false;
-    passBand({usable(sample.real()), usable(sample.imag())}, false);
+    mixDown({usable(sample.real()), usable(sample.imag())});
 }
 
-void SymbolTiming::passBand(Complex sample, bool isReal)
+/// Adds a sample to those that wait for the filter.
+void SymbolTiming::mixDown(Complex sample)
 {
     if (m_position % turnLength == 0) { // from there step by step: errors do not add up
         const double turns = static_cast<double>(m_position) / (2.0 * m_samplesPerSymbol);
@@ -99,16 +82,46 @@ void SymbolTiming::passBand(Complex sample, bool isReal)
     const double q = sample.imag();
     const double c = m_down.real();
     const double d = m_down.imag();
-    m_filter->push(i * c - q * d, i * d + q * c);
-    if (!isReal)
-        m_lower->push(i * c + q * d, q * c - i * d);
+    for (const double value : {i * c - q * d, i * d + q * c, i * c + q * d, q * c - i * d})
+        m_mixed.push_back(static_cast<float>(value));
     m_down = {c * m_step.real() - d * m_step.imag(), c * m_step.imag() + d * m_step.real()};
-    const std::int64_t center = m_position++ - m_filter->delay;
-    if (center < 0 || center % m_filter->step != 0)
+    ++m_position;
+    if (m_mixed.size() > mostMixed + 2 * width * m_taps.size())
+        passBands();
+}
+
+/// Filters the samples that wait.
+void SymbolTiming::passBands()
+{
+    constexpr std::int64_t together = 4;
+    const auto filtered = [this](auto numbers) {
+        const auto first = static_cast<std::size_t>(m_center - m_delay - m_mixedFirst);
+        return weightedSums(numbers, m_taps, &m_mixed[width * first],
+                            width * static_cast<std::size_t>(m_stride), width);
+    };
+    const auto takeAll = [this](const auto& outputs) {
+        for (const Quad& output : outputs) {
+            const Complex upper(double{output[0]}, double{output[1]});
+            take(upper,
+                 m_isReal ? std::conj(upper) : Complex(double{output[2]}, double{output[3]}));
+            m_center += m_stride;
+        }
+    };
+    while (m_center + m_delay + (together - 1) * m_stride < m_position)
+        takeAll(filtered(std::make_index_sequence<together>()));
+    while (m_center + m_delay < m_position)
+        takeAll(filtered(std::make_index_sequence<1>()));
+    const std::int64_t used = m_center - m_delay - m_mixedFirst;
+    if (used < static_cast<std::int64_t>(m_taps.size())) // moving the rest would cost more
         return;
-    const Complex upper = m_filter->output();
-    const Complex lower = isReal ? std::conj(upper) : m_lower->output();
-    while (static_cast<double>(center) >=
+    m_mixed.erase(m_mixed.begin(), m_mixed.begin() + static_cast<std::ptrdiff_t>(width) * used);
+    m_mixedFirst += used;
+}
+
+/// Adds the bands at the next place to the open block.
+void SymbolTiming::take(Complex upper, Complex lower)
+{
+    while (static_cast<double>(m_center) >=
            centerOf(m_blockCount) + 0.5 * blockLength * m_samplesPerSymbol)
         closeBlock();
     m_sum += upper * std::conj(lower);
@@ -144,12 +157,16 @@ void SymbolTiming::settle(std::int64_t block)
     const auto middle = powers.begin() + static_cast<std::ptrdiff_t>(powers.size() / 2);
     std::nth_element(powers.begin(), middle, powers.end());
     m_usualPower = *middle;
-    const double turn = last - first < fewBlocks ? 0.0 : frequency(first, last);
+    std::vector<Complex> lines;
+    for (std::int64_t i = first; i <= last; ++i)
+        lines.push_back(weightedLineOf(i));
+    const double turn = last - first < fewBlocks ? 0.0 : frequency(lines);
     Complex sum = 0.0;
     for (std::int64_t i = std::max(block - aheadCount, first); i <= last; ++i) {
         const auto distance = static_cast<double>(i - block);
         const double weight = 0.5 + 0.5 * std::cos(pi * distance / (aheadCount + 1));
-        sum += weight * std::polar(1.0, -turn * distance) * weightedLineOf(i);
+        sum +=
+            weight * std::polar(1.0, -turn * distance) * lines[static_cast<std::size_t>(i - first)];
     }
     m_phase += std::remainder(std::arg(sum) - m_phase, 2.0 * pi);
     m_slope = (1.0 + turn / (2.0 * pi * m_turnsPerSymbol * blockLength)) / m_samplesPerSymbol;
@@ -252,43 +269,48 @@ bool SymbolTiming::isOfBurst(const std::vector<Complex>& lines, std::size_t here
     return before + evidence(here) + after > 0.0;
 }
 
-/// The turn from block to block, rad, with which the lines sum up best.
-double SymbolTiming::frequency(std::int64_t first, std::int64_t last)
+/// Prepares the search for the frequency: the turns that are tried, one more at either end.
+void SymbolTiming::prepareSearch()
 {
-    const double step = 2.0 * pi / (oversampling * (aheadCount + behindCount + 1));
-    std::vector<Complex> lines;
-    for (std::int64_t i = first; i <= last; ++i)
-        lines.push_back(weightedLineOf(i));
-    const auto strength = [&lines](double turn) {
-        // Horner's scheme, written out: all is finite.
-        const double c = std::cos(turn);
-        const double d = std::sin(turn);
-        double real = 0.0;
-        double imaginary = 0.0;
+    const int range = static_cast<int>(
+        std::ceil(2.0 * pi * m_turnsPerSymbol * tolerance * blockLength / searchStep));
+    for (int i = -range - 1; i <= range + 1; ++i) {
+        m_cosines.push_back(std::cos(i * searchStep));
+        m_sines.push_back(std::sin(i * searchStep));
+    }
+    m_strengths.resize(m_cosines.size());
+    const std::size_t whole = (m_cosines.size() + eightTurns - 1) / eightTurns * eightTurns;
+    m_cosines.resize(whole);
+    m_sines.resize(whole);
+}
+
+/// The turn from block to block, rad, with which the lines sum up best.
+double SymbolTiming::frequency(const std::vector<Complex>& lines)
+{
+    // Horner's scheme, written out: all is finite. Eight turns are tried side by side.
+    for (std::size_t k = 0; k < m_cosines.size(); k += eightTurns) {
+        Eight c, d, real{}, imaginary{};
+        std::memcpy(&c, &m_cosines[k], sizeof c);
+        std::memcpy(&d, &m_sines[k], sizeof d);
         for (const Complex& line : lines) {
-            const double turned = real * c - imaginary * d;
+            const Eight turned = real * c - imaginary * d;
             imaginary = real * d + imaginary * c + line.imag();
             real = turned + line.real();
         }
-        return std::hypot(real, imaginary);
-    };
-    const int range =
-        static_cast<int>(std::ceil(2.0 * pi * m_turnsPerSymbol * tolerance * blockLength / step));
-    int best = 0;
-    double most = strength(0.0); // of whatever unit
-    for (int i = -range; i <= range; ++i) {
-        const double found = strength(i * step);
-        if (found > most) {
-            most = found;
-            best = i;
-        }
+        for (std::size_t n = 0; n < std::min(eightTurns, m_strengths.size() - k); ++n)
+            m_strengths[k + n] = std::hypot(real[n], imaginary[n]);
     }
+    const std::size_t middle = m_strengths.size() / 2;
+    std::size_t best = middle;
+    for (std::size_t k = 1; k + 1 < m_strengths.size(); ++k)
+        best = m_strengths[k] > m_strengths[best] ? k : best;
     // The top of the parabola through the best one and its neighbours.
-    const double left = strength((best - 1) * step);
-    const double right = strength((best + 1) * step);
-    const double curvature = left - 2.0 * most + right;
+    const double left = m_strengths[best - 1];
+    const double right = m_strengths[best + 1];
+    const double curvature = left - 2.0 * m_strengths[best] + right;
     const double offset = curvature < 0.0 ? 0.5 * (left - right) / curvature : 0.0;
-    return (best + std::clamp(offset, -0.5, 0.5)) * step;
+    const double turns = static_cast<double>(best) - static_cast<double>(middle);
+    return (turns + std::clamp(offset, -0.5, 0.5)) * searchStep;
 }
 
 /// The line of a block counts by how well it agrees with its neighbours, as noise does not, and by
@@ -323,8 +345,9 @@ double SymbolTiming::centerOf(std::int64_t block) const
 void SymbolTiming::finish()
 {
     const std::int64_t count = m_position;
-    for (int i = 0; i < m_filter->delay; ++i)
-        passBand(0.0, m_lower == nullptr);
+    for (std::int64_t i = 0; i < m_delay; ++i)
+        mixDown(0.0);
+    passBands();
     closeBlock();
     while (m_settledCount < m_blockCount)
         settle(m_settledCount);
@@ -334,4 +357,8 @@ void SymbolTiming::finish()
         m_knots.push_back({end, last.symbol + (end - last.position) * m_slope});
 }
 
-std::vector<SymbolKnot> SymbolTiming::takeKnots() { return std::exchange(m_knots, {}); }
+std::vector<SymbolKnot> SymbolTiming::takeKnots()
+{
+    passBands();
+    return std::exchange(m_knots, {});
+}

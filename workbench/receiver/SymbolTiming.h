@@ -4,7 +4,6 @@
 #include <complex>
 #include <cstdint>
 #include <deque>
-#include <memory>
 #include <optional>
 #include <vector>
 
@@ -42,7 +41,6 @@ public:
     ///                  of both in the envelope then cancel; those of the square do not, and half
     ///                  the phase between them is that of the clock.
     explicit SymbolTiming(double samplesPerSymbol, bool isOffset = false);
-    ~SymbolTiming();
 
     /// The next sample, the first one at position 0. What is not finite tells nothing. All samples
     /// are real, or all are complex.
@@ -57,13 +55,15 @@ public:
     std::vector<SymbolKnot> takeKnots();
 
 private:
-    struct Filter;
     using Complex = std::complex<double>;
 
-    void passBand(Complex sample, bool isReal);
+    void mixDown(Complex sample);
+    void passBands();
+    void take(Complex upper, Complex lower);
     void closeBlock();
     void settle(std::int64_t block);
-    double frequency(std::int64_t first, std::int64_t last);
+    void prepareSearch();
+    double frequency(const std::vector<Complex>& lines);
     Complex lineOf(std::int64_t block) const;
     Complex weightedLineOf(std::int64_t block) const;
     bool isLockedAt(std::int64_t block, double turn);
@@ -73,18 +73,25 @@ private:
     double centerOf(std::int64_t block) const;
 
     double m_samplesPerSymbol;
-    double m_turnsPerSymbol; // of the line
-    std::unique_ptr<Filter> m_filter;
-    std::unique_ptr<Filter> m_lower; // of the band at negative frequencies; none of real samples
-    Complex m_down = 1.0;            // mixes the next sample down...
-    Complex m_step;                  // ...and its turn from sample to sample
-    std::int64_t m_position = 0;     // of the next sample to the filter
-    Complex m_sum = 0.0;             // of the open block
+    double m_turnsPerSymbol;     // of the line
+    std::vector<float> m_taps;   // of the low-pass that turns mixed samples into bands
+    std::int64_t m_delay;        // of it, samples
+    std::int64_t m_stride;       // samples from output to output, of which few are needed
+    std::vector<float> m_mixed;  // I and Q of the upper band and of the lower one...
+    std::int64_t m_mixedFirst;   // ...from this sample on
+    Complex m_down = 1.0;        // mixes the next sample down...
+    Complex m_step;              // ...and its turn from sample to sample
+    std::int64_t m_position = 0; // of the next sample
+    std::int64_t m_center = 0;   // of the next output
+    Complex m_sum = 0.0;         // of the open block
     Complex m_upperSquares = 0.0;
     Complex m_lowerSquares = 0.0;
     double m_power = 0.0;
-    std::deque<Complex> m_lines; // of the newest blocks, against their power...
-    std::deque<double> m_powers; // ...which is this
+    std::deque<Complex> m_lines;   // of the newest blocks, against their power...
+    std::deque<double> m_powers;   // ...which is this
+    std::vector<double> m_cosines; // of the turns that are tried...
+    std::vector<double> m_sines;
+    std::vector<double> m_strengths; // ...and what the lines sum up to, turned back by them
     std::int64_t m_blockCount = 0;
     std::int64_t m_settledCount = 0;
     double m_phase = 0.0;      // rad, of the last settled block
