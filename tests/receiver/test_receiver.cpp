@@ -1,5 +1,6 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "SentSignal.h"
+#include "workbench/receiver/FirFilter.h"
 
 #include <limits>
 

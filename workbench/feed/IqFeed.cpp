@@ -68,8 +68,10 @@ void IqFeed::add(double i, double q, bool hasQ)
     if (!std::isfinite(i) || !std::isfinite(q))
         return;
     m_open.i.push_back(i);
-    if (hasQ)
-        m_open.q.push_back(q);
+    if (!hasQ && m_open.q.empty())
+        return;
+    m_open.q.resize(m_open.i.size() - 1); // of a set that began without
+    m_open.q.push_back(q);
 }
 
 // One point of each run of neighbours, at random: a fixed step would see but some phases of a
