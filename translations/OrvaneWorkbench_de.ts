@@ -395,6 +395,10 @@
         <translation>die Symbolrate ist nicht bekannt</translation>
     </message>
     <message>
+        <source>the symbol rate was estimated: there is none to compare with</source>
+        <translation>die Symbolrate wurde geschätzt: es gibt keine, mit der sie zu vergleichen wäre</translation>
+    </message>
+    <message>
         <source>the symbol rate was not estimated</source>
         <translation>die Symbolrate wurde nicht geschätzt</translation>
     </message>

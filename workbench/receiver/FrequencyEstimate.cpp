@@ -16,7 +16,8 @@ constexpr double pulseStep = 1.0 / 256;
 constexpr double coarseStep = 1.0 / 128;
 constexpr double leastFloor = 1e-3; // of the signal: what is fainter may be of the pulse
 constexpr double sureMargin = 30.0;
-constexpr double clearlyStronger = 1.2; // a line
+constexpr double clearlyStronger = 1.2; // a line, to be taken instead...
+constexpr double surelyStronger = 2.5;  // ...and not to be doubted
 constexpr double clearMargin = 6.0;     // of the logarithms of likelihoods
 constexpr double significance = 7.0;    // beyond the highest of as many lines of noise
 constexpr double edgeBand = 0.15;       // symbol rates, on either side of half the symbol rate
@@ -181,7 +182,7 @@ FrequencyEstimate::Result FrequencyEstimate::of(const std::vector<Sample>& sampl
     const double second = lineOf(spectrum, fits[1].second).strength;
     if (second > clearlyStronger * first)
         result.offset = fits[1].second;
-    result.mayBeAlias = std::max(first, second) < clearlyStronger * std::min(first, second) &&
+    result.mayBeAlias = std::max(first, second) < surelyStronger * std::min(first, second) &&
                         fits[0].first - fits[1].first < clearMargin;
     return result;
 }
