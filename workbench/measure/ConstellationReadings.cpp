@@ -43,7 +43,7 @@ double likeliestError(const std::vector<Complex>& points, const Decisions& decis
 
 std::optional<ConstellationReadings>
 ConstellationReadings::of(const std::vector<double>& i, const std::vector<double>& q,
-                          const std::vector<std::complex<double>>& ideal)
+                          const std::vector<std::complex<double>>& ideal, double fitted)
 {
     std::vector<Complex> points;
     for (std::size_t k = 0; k < std::min(i.size(), q.size()); ++k) {
@@ -53,10 +53,10 @@ ConstellationReadings::of(const std::vector<double>& i, const std::vector<double
     if (ideal.size() < 2 || points.size() < minPerPoint * ideal.size())
         return std::nullopt;
     const Decisions decisions(ideal);
-    const auto fitted = decisions.gainOf(points);
-    if (!fitted)
+    const auto start = decisions.gainOf(points);
+    if (!start)
         return std::nullopt;
-    Complex gain = *fitted;
+    Complex gain = *start;
     const auto count = static_cast<double>(points.size());
     std::vector<Complex> decided(points.size());
     Complex mean = 0.0; // of the points, where the ideal ones are
@@ -89,6 +89,7 @@ ConstellationReadings::of(const std::vector<double>& i, const std::vector<double
     }
     if (decisions.spacing() < surelyApart * std::sqrt(0.5 * errors))
         errors = likeliestError(points, decisions, gain, errors);
+    errors /= 1.0 - fitted;
     const double power = decisions.power();
     readings.evmRms = 100.0 * std::sqrt(errors / power);
     readings.evmPeak = 100.0 * std::sqrt(largest / power);

@@ -335,7 +335,7 @@ void Measurement::Maker::measureConstellation()
         i.push_back(point.real());
         q.push_back(point.imag());
     }
-    const auto readings = ConstellationReadings::of(i, q, ideal);
+    const auto readings = ConstellationReadings::of(i, q, ideal, m_setup.format.fittedPart);
     if (!readings) {
         miss("constellation", tr("there are too few symbols"));
         return;

@@ -151,11 +151,23 @@ void CarrierRecovery::searchOn(bool isEnding, BasebandBlock& output)
     }
 }
 
+/// By what the phase that was taken off before a symbol turns on to the next one.
+double CarrierRecovery::stepAt(std::size_t index) const
+{
+    const auto& symbols = m_waiting.symbols;
+    const std::size_t here = m_head + index;
+    if (here + 1 < symbols.size())
+        return symbols[here + 1].phase - symbols[here].phase;
+    return here > 0 ? symbols[here].phase - symbols[here - 1].phase : 0.0;
+}
+
 /// Puts symbols out that have no carrier.
 void CarrierRecovery::settle(std::size_t count, BasebandBlock& output)
 {
+    const bool hadCarrier = m_strongest > 0.0;
     for (std::size_t k = 0; k < count; ++k)
-        putOut(m_lastPhase + m_offset, m_offset, SymbolState::Unlocked, output);
+        putOut(hadCarrier ? m_lastPhase + m_offset : m_waiting.symbols[m_head].phase,
+               hadCarrier ? m_offset : stepAt(0), SymbolState::Unlocked, output);
 }
 
 /// The loop follows no more.
@@ -216,11 +228,14 @@ bool CarrierRecovery::acquire(std::size_t count)
     Complex sum = 0.0;
     for (std::size_t k = 0; k < count; ++k)
         sum += line[k] * std::polar(1.0, -turn * static_cast<double>(k));
-    m_frequency = turn / m_modulation->power;
-    const double phase = (std::arg(sum) - m_modulation->target) / m_modulation->power;
+    const double before = m_waiting.symbols[m_head].phase;
+    const double step =
+        (m_waiting.symbols[m_head + count - 1].phase - before) / static_cast<double>(count - 1);
+    m_frequency = turn / m_modulation->power + step;
+    const double phase = (std::arg(sum) - m_modulation->target) / m_modulation->power + before;
     // Of the turns that cannot be told apart the one that goes on from before.
     const double ambiguity = 2.0 * pi / m_modulation->power;
-    const double expected = m_lastPhase + m_frequency;
+    const double expected = m_number > 0 ? m_lastPhase + m_frequency : before;
     m_phase = phase + ambiguity * std::round((expected - phase) / ambiguity);
     m_amplitude = amplitude;
     m_strongest = std::max(m_strongest, amplitude);
@@ -232,7 +247,8 @@ bool CarrierRecovery::acquire(std::size_t count)
 
 void CarrierRecovery::track()
 {
-    const Complex turn = std::polar(1.0 / m_amplitude, -m_phase);
+    const double phase = m_phase - m_waiting.symbols[m_head + m_used].phase;
+    const Complex turn = std::polar(1.0 / m_amplitude, -phase);
     const Complex middle = sampleAt(m_used, 0) * turnOf(m_used) * turn;
     Complex symbol = middle;
     double power = std::norm(middle);
@@ -358,8 +374,9 @@ void CarrierRecovery::putOut(double phase, double slope, SymbolState state, Base
 {
     const std::size_t begin = m_head * m_perSymbol;
     const std::size_t end = std::min(begin + m_perSymbol, m_waiting.samples.size());
-    std::complex<float> turn(std::polar(1.0, -phase));
-    const std::complex<float> step(std::polar(1.0, -slope / static_cast<double>(m_perSymbol)));
+    const double rest = slope - stepAt(0);
+    std::complex<float> turn(std::polar(1.0, m_waiting.symbols[m_head].phase - phase));
+    const std::complex<float> step(std::polar(1.0, -rest / static_cast<double>(m_perSymbol)));
     Symbol symbol = m_waiting.symbols[m_head];
     symbol.turn = turnOf(0);
     symbol.value = m_waiting.samples[begin] * turn * std::complex<float>(symbol.turn);

@@ -9,7 +9,8 @@
 #include <deque>
 
 /// Turns the points of a modulation to where they belong, up to the turns that the modulation
-/// cannot tell apart; their size stays.
+/// cannot tell apart; their size stays. What was taken off the carrier before is told by the phases
+/// of the symbols that come in; those that go out have all of it.
 ///
 /// While it searches, it looks at windows of symbols: raised to the power that undoes the
 /// modulation they give a line at a multiple of the carrier's offset, which noise does not (Rife
@@ -31,6 +32,8 @@ public:
 
     bool isOn() const { return m_modulation != nullptr; }
     bool isTracking() const { return m_isTracking; }
+    /// See SignalFormat: a phase for each of as many symbols as smooth it, of two numbers each.
+    double fittedPart() const { return isOn() ? 0.5 / (2.0 * double(m_reach) + 1.0) : 0.0; }
     /// Size of the points: that of points of mean power 1; 0 before any.
     double amplitude() const { return m_emittedAmplitude; }
 
@@ -63,6 +66,7 @@ private:
     std::size_t waitingCount() const { return m_waiting.symbols.size() - m_head; }
     void dropHead();
     void letGo(BasebandBlock& output);
+    double stepAt(std::size_t index) const;
     void settle(std::size_t index, BasebandBlock& output);
 
     const Modulation* m_modulation = nullptr;

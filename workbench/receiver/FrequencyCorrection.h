@@ -25,8 +25,6 @@ public:
     void setSearching(bool isSearching) { m_isSearching = isSearching; }
     /// Phase that was taken off, rad, at a time since the start of the run, s; runs on over turns.
     double phaseAt(double time) const;
-    /// Hz that are taken off.
-    double offset() const { return m_found.offset * m_symbolRate; }
     /// Whether another frequency fits nearly as well, and how far off that is, Hz.
     bool mayBeAlias() const { return m_found.mayBeAlias; }
     double aliasDistance() const { return m_found.aliasDistance * m_symbolRate; }

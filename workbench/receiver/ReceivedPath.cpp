@@ -40,6 +40,7 @@ ReceivedPath::ReceivedPath(const Receiver::Input& input, const ChannelChoice& ch
     m_format.hasDecisions = format.hasSymbolClock && !format.isDemodulated;
     if (settings.demodulation == Demodulation::Fm)
         m_scale = settings.symbolRate.value_or(input.sampleRate);
+    m_format.fittedPart = m_carrier.fittedPart() + m_refinement.fittedPart();
     m_edge = static_cast<std::size_t>(measuringFilter::edgeOf(settings));
     m_level.configure(settings.hasGainControl && !format.isDemodulated, m_format.samplesPerSymbol);
     reset(0);
@@ -132,9 +133,22 @@ void ReceivedPath::startRun()
 void ReceivedPath::run(BasebandBlock block, std::vector<SignalBlock>& blocks)
 {
     m_frequency.setSearching(!m_carrier.isTracking());
-    for (ReceiverStage* stage : stages())
-        stage->process(block);
+    pass(block, false);
     takeReceived(block, false, blocks);
+}
+
+/// Lets a block go through the stages.
+void ReceivedPath::pass(BasebandBlock& block, bool isEnd)
+{
+    for (ReceiverStage* stage : stages()) {
+        stage->process(block);
+        if (isEnd)
+            stage->finish(block);
+        if (stage != &m_timing)
+            continue;
+        for (Symbol& symbol : block.symbols) // the recovery follows the carrier on from there
+            symbol.phase = m_frequency.phaseAt(symbol.time);
+    }
 }
 
 void ReceivedPath::endRun(std::vector<SignalBlock>& blocks)
@@ -142,10 +156,7 @@ void ReceivedPath::endRun(std::vector<SignalBlock>& blocks)
     if (!m_isRunning)
         return;
     BasebandBlock block;
-    for (ReceiverStage* stage : stages()) {
-        stage->process(block);
-        stage->finish(block);
-    }
+    pass(block, true);
     takeReceived(block, true, blocks);
     m_isRunning = false;
 }
@@ -153,10 +164,6 @@ void ReceivedPath::endRun(std::vector<SignalBlock>& blocks)
 /// Keeps back what may lie at the end of the run.
 void ReceivedPath::takeReceived(BasebandBlock& block, bool isEnd, std::vector<SignalBlock>& blocks)
 {
-    if (m_carrier.isOn()) {
-        for (Symbol& symbol : block.symbols)
-            symbol.phase += m_frequency.phaseAt(symbol.time);
-    }
     m_received.append(block);
     if (m_format.samplesPerSymbol == 0.0) {
         passOn(m_received.samples.size(), blocks);
@@ -320,10 +327,6 @@ std::vector<StageReport> ReceivedPath::reports(const SignalBlock& block) const
         squelch.isLocked = isOpen && squelch.isLocked.value_or(true);
     }
     StageReport carrier = m_carrier.report();
-    for (StageReport::Reading& reading : carrier.readings) {
-        if (reading.quantity == StageReport::Quantity::CarrierOffset)
-            reading.value += m_frequency.offset();
-    }
     if (carrier.isLocked.value_or(false) && m_frequency.mayBeAlias())
         carrier.readings.push_back(
             {StageReport::Quantity::AliasDistance, m_frequency.aliasDistance()});

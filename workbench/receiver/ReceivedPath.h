@@ -33,6 +33,7 @@ private:
     void take(std::vector<double> frame, std::vector<SignalBlock>& blocks);
     void takeParts(std::vector<BurstGate::Part>& parts, std::vector<SignalBlock>& blocks);
     void startRun();
+    void pass(BasebandBlock& block, bool isEnd);
     void run(BasebandBlock block, std::vector<SignalBlock>& blocks);
     void endRun(std::vector<SignalBlock>& blocks);
     void takeReceived(BasebandBlock& block, bool isEnd, std::vector<SignalBlock>& blocks);

@@ -43,6 +43,9 @@ struct SignalFormat
     bool hasQ = false;             ///< the constellation has points off the I axis
     bool isDemodulated = false;    ///< samples are frequency or magnitude of I and Q
     bool hasDecisions = false;     ///< the symbols' values are those of a constellation
+    /// Part of the power of noise that is not in the symbols any more, as what they were fitted to
+    /// followed it.
+    double fittedPart = 0.0;
 };
 
 /// A stretch of the signal as it is shown and measured: samples, the symbols in them, and how the

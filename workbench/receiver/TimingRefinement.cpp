@@ -30,6 +30,11 @@ BasebandFormat TimingRefinement::configure(const ReceiverSettings& settings,
     return format;
 }
 
+double TimingRefinement::fittedPart() const
+{
+    return m_isOn ? 0.5 / static_cast<double>((2 * reach + 1) * groupLength) : 0.0;
+}
+
 void TimingRefinement::reset()
 {
     m_waiting = {};
@@ -165,6 +170,15 @@ double TimingRefinement::earlyAt(double place) const
     return from + (to - from) * (place - m_groups[after - 1].place) / step;
 }
 
+/// By what the carrier turns on from a symbol to the next one.
+double TimingRefinement::turnAt(std::size_t symbol) const
+{
+    const auto& symbols = m_waiting.symbols;
+    if (symbol + 1 < symbols.size())
+        return symbols[symbol + 1].phase - symbols[symbol].phase;
+    return symbol > 0 ? symbols[symbol].phase - symbols[symbol - 1].phase : 0.0;
+}
+
 void TimingRefinement::passOn(std::size_t count, BasebandBlock& output)
 {
     const std::ptrdiff_t half = static_cast<std::ptrdiff_t>(m_perSymbol / 2);
@@ -181,6 +195,7 @@ void TimingRefinement::passOn(std::size_t count, BasebandBlock& output)
             symbol.value += std::complex<float>(step);
             symbol.position += early * static_cast<double>(m_perSymbol);
             symbol.time += early / m_symbolRate;
+            symbol.phase += early * turnAt(k); // the carrier's, there
         }
         output.symbols.push_back(symbol);
     }

@@ -24,6 +24,9 @@ public:
     void reset() override;
     StageReport report() const override { return {StageReport::Stage::Timing, m_isOn, {}, {}}; }
 
+    /// See SignalFormat: an instant for as many symbols as tell it, of two numbers each.
+    double fittedPart() const;
+
 private:
     using Complex = std::complex<double>;
     struct Group
@@ -37,6 +40,7 @@ private:
     void passOn(std::size_t count, BasebandBlock& output);
     double earlyAt(double place) const;
     double lineAt(std::size_t group) const;
+    double turnAt(std::size_t symbol) const;
     Complex sampleAt(std::size_t symbol, std::ptrdiff_t offset) const;
     Complex derivativeAt(std::size_t symbol, std::ptrdiff_t offset) const;
     Complex curvatureAt(std::size_t symbol, std::ptrdiff_t offset) const;
