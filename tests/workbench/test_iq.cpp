@@ -30,7 +30,7 @@ struct IqPoints : testing::Test
         iq.setGateLength(100.0 * double(i.size()));
         iq.take(part(i, q, position));
         position += std::int64_t(i.size()) * 2;
-        iq.take(part({0.0}, {}, position)); // the next one
+        iq.take(part({std::nan("")}, {}, position)); // the next one begins
         iq.notify();
     }
     IqFeed iq;

@@ -150,14 +150,7 @@ void MainWindow::buildMenus()
         m_player.openDemo(settings);
         feed().transport().play();
     });
-    connect(m_file, &FileMenu::exportWanted, this, [this] {
-        std::size_t index = 0; // the view with the focus, or the first
-        for (std::size_t k = 0; k < m_panes->panes().size(); ++k) {
-            if (m_panes->panes()[k].view->isAncestorOf(QApplication::focusWidget()))
-                index = k;
-        }
-        exportView(index);
-    });
+    connect(m_file, &FileMenu::exportWanted, this, [this] { exportView(m_panes->focused()); });
     connect(m_file, &FileMenu::informationWanted, this,
             [this] { (new InfoDialog(m_player.information(), this))->open(); });
 }

@@ -7,6 +7,7 @@
 #include "workbench/window/CaptionNote.h"
 #include "workbench/window/PaneNote.h"
 
+#include <QApplication>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -186,6 +187,15 @@ void ViewPanes::showWhilePaused(const std::function<void()>& work)
     setPaused(false);
     work();
     setPaused(arePaused);
+}
+
+std::size_t ViewPanes::focused() const
+{
+    const auto hasFocus = [](const Pane& pane) {
+        return pane.view->isAncestorOf(QApplication::focusWidget());
+    };
+    const auto found = std::find_if(m_panes.begin(), m_panes.end(), hasFocus);
+    return found == m_panes.end() ? 0 : static_cast<std::size_t>(found - m_panes.begin());
 }
 
 const ViewPanes::Pane& ViewPanes::firstShown() const

@@ -84,6 +84,8 @@ public:
     /// Lets the views take what work plays, also if they are paused, and still are afterwards;
     /// neither is signalled.
     void showWhilePaused(const std::function<void()>& work);
+    /// Index of the pane with the keyboard's focus, or of the first.
+    std::size_t focused() const;
     /// The first pane that is shown.
     const Pane& firstShown() const;
 
