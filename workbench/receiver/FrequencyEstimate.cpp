@@ -134,6 +134,16 @@ double FrequencyEstimate::likelihood(const std::vector<double>& bands, double of
     return sum;
 }
 
+/// The same of noise alone.
+double FrequencyEstimate::flatLikelihood(const std::vector<double>& bands)
+{
+    const auto count = static_cast<double>(bands.size());
+    double mean = 0.0;
+    for (const double band : bands)
+        mean += band / count;
+    return -count * (std::log(std::max(mean, 1e-300)) + 1.0);
+}
+
 FrequencyEstimate::Result FrequencyEstimate::of(const std::vector<Sample>& samples)
 {
     Result result;
@@ -164,8 +174,10 @@ FrequencyEstimate::Result FrequencyEstimate::of(const std::vector<Sample>& sampl
     }
     result.offset = coarse;
     const Line line = lineOf(spectrum, coarse);
-    if (line.strength == 0.0)
+    if (line.strength == 0.0) { // the spectrum alone may be clear enough to go on from
+        result.isFound = perBand * (best - flatLikelihood(bands)) > sureMargin;
         return result;
+    }
     result.isFound = true;
     result.aliasDistance = 1.0 / modulations::of(m_modulation).power;
     std::vector<std::pair<double, double>> fits; // likelihood and offset

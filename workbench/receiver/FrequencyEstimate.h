@@ -53,6 +53,7 @@ private:
     static Peak highestOf(const std::vector<double>& powers);
     std::vector<double> bandsOf(const std::vector<Complex>& spectrum) const;
     double likelihood(const std::vector<double>& bands, double offset) const;
+    static double flatLikelihood(const std::vector<double>& bands);
     double pulseAt(double frequency) const;
     template<class Weight>
     std::vector<Complex> filtered(const std::vector<Complex>& spectrum, std::int64_t shift,
