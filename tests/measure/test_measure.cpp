@@ -315,10 +315,10 @@ SignalBlock blockAt(std::int64_t position, std::size_t count, bool isAfterGap)
     block.position = position;
     block.time = double(position) / sampleRate;
     block.isAfterGap = isAfterGap;
-    block.gain = 2.0;
+    block.gain = 2.0; // of the constellation alone
     for (std::size_t k = 0; k < count; ++k) {
         const double place = double(position) + double(k);
-        block.samples.push_back(block.gain * place);
+        block.samples.push_back(place);
         if (k % 8 == 4) {
             block.symbols.emplace_back();
             block.symbols.back().position = place;

@@ -20,7 +20,7 @@ struct Stretch
     std::vector<Symbol> symbols;
 };
 
-/// The stretches of a signal that are not torn, in its own level.
+/// The stretches of a signal that are not torn.
 std::vector<Stretch> stretchesOf(const std::vector<SignalBlockPtr>& blocks)
 {
     std::vector<Stretch> stretches;
@@ -45,7 +45,7 @@ std::vector<Stretch> stretchesOf(const std::vector<SignalBlockPtr>& blocks)
                 isOpen = true;
             }
             Stretch& stretch = stretches.back();
-            stretch.samples.push_back(block->samples[k] / block->gain);
+            stretch.samples.push_back(block->samples[k]);
             for (; symbol != block->symbols.end() &&
                    symbol->position < static_cast<double>(position + 1);
                  ++symbol)

@@ -58,7 +58,7 @@ struct Gate
     std::int64_t all = 0, edges = 0, unlocked = 0;
 };
 
-/// Samples within the gate in the signal's own level; NaN where it is torn.
+/// Samples within the gate; NaN where it is torn.
 std::vector<double> samplesOf(const Blocks& blocks, double from, double to, double sampleRate,
                               std::int64_t& quiet)
 {
@@ -75,7 +75,7 @@ std::vector<double> samplesOf(const Blocks& blocks, double from, double to, doub
             const bool isQuiet = !block->isQuiet.empty() && block->isQuiet[k];
             quiet += isQuiet ? 1 : 0;
             if (!isQuiet)
-                samples.push_back(block->samples[k] / block->gain);
+                samples.push_back(block->samples[k]);
             else if (samples.empty() || !std::isnan(samples.back()))
                 samples.push_back(std::numeric_limits<double>::quiet_NaN());
         }

@@ -48,7 +48,7 @@ void LevelControl::process(SignalBlock& block, double amplitude)
             m_gain = gain;
     }
     block.gain = m_gain;
-    for (auto* values : {&block.samples, &block.i, &block.q}) {
+    for (auto* values : {&block.i, &block.q}) {
         for (double& value : *values)
             value *= m_gain;
     }

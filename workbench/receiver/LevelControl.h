@@ -3,9 +3,10 @@
 
 #include "workbench/receiver/SignalBlock.h"
 
-/// Gain control of what is shown: brings I and Q, or the points of a constellation, to a mean power
-/// of 1, by one number a block. It follows slowly, over thousands of symbols, and in steps, so that
-/// symbols of varying amplitude do not move it, and it keeps its gain between bursts.
+/// Gain control of the constellation: brings I and Q, or the points, to a mean power of 1, by one
+/// number a block. What is shown over time and as an eye keeps its level. It follows slowly, over
+/// thousands of symbols, and in steps, so that symbols of varying amplitude do not move it, and it
+/// keeps its gain between bursts.
 class LevelControl
 {
 public:

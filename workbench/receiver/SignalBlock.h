@@ -63,7 +63,7 @@ struct SignalBlock
     std::vector<double> q;       ///< ...or none, where there is no Q
     /// Whether the squelch silences a sample; empty: none.
     std::vector<std::uint8_t> isQuiet;
-    double gain = 1.0;           ///< by which samples and symbols were multiplied
+    double gain = 1.0;           ///< by which the pair and the symbols were multiplied
     std::vector<Symbol> symbols; ///< whose middles are within the block, in order
     std::vector<ClockPoint> clock;
     std::vector<StageReport> reports; ///< in the order of the stages; none without a receiver
