@@ -119,9 +119,22 @@ void SignalFeed::setSymbolRate(std::optional<double> symbolRate)
     m_iq.show({});
 }
 
+// A burst in view was received, whatever came after it.
 std::vector<StageReport> SignalFeed::reports() const
 {
-    return m_gate.isEmpty() ? std::vector<StageReport>() : m_gate.parts().back().block->reports;
+    std::vector<StageReport> result;
+    const auto& parts = m_gate.parts();
+    for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
+        const std::vector<StageReport>& reports = part->block->reports;
+        if (result.empty())
+            result = reports;
+        for (std::size_t k = 0; k < std::min(result.size(), reports.size()); ++k) {
+            const bool isSearching = result[k].isLocked && !*result[k].isLocked;
+            if (isSearching && reports[k].isLocked.value_or(false))
+                result[k] = reports[k];
+        }
+    }
+    return result;
 }
 
 void SignalFeed::setScale()

@@ -54,7 +54,8 @@ public:
     const ReceiverSettings& receiver() const { return m_receiver; }
     /// Why the receiver cannot be used with the source: one sentence; empty when it can.
     QString receiverFlaw() const;
-    /// How its stages did while the newest samples that are shown came through.
+    /// How its stages did while the samples that are shown came through: the newest report of
+    /// each, or the newest of one that was locked.
     std::vector<StageReport> reports() const;
     /// Nothing where the source has it not.
     void setChannel(const ChannelChoice& channel);
