@@ -1440,6 +1440,14 @@
         <translation>aus</translation>
     </message>
     <message>
+        <source>Sy&amp;mbols only</source>
+        <translation>Nur Sy&amp;mbole</translation>
+    </message>
+    <message>
+        <source>Shows nothing where no symbols are found, however loud it is</source>
+        <translation>Zeigt nichts, wo keine Symbole gefunden werden, wie laut es auch ist</translation>
+    </message>
+    <message>
         <source>Level of the channel, of full scale, below which nothing is shown</source>
         <translation>Pegel des Kanals, von der Vollaussteuerung, unter dem nichts gezeigt wird</translation>
     </message>

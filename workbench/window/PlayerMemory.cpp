@@ -24,6 +24,7 @@ const QString rollOffKey = QStringLiteral("ReceiverRollOff");
 const QString timingKey = QStringLiteral("ReceiverTiming");
 const QString modulationKey = QStringLiteral("ReceiverModulation");
 const QString filterKey = QStringLiteral("ReceiverFilter");
+const QString symbolsOnlyKey = QStringLiteral("ReceiverSymbolsOnly");
 const QString dcKey = QStringLiteral("ReceiverRemovesDc");
 
 } // namespace
@@ -46,6 +47,7 @@ void Player::keep() const
     settings.setValue(squelchKey, receiver.squelch.value_or(ReceiverSettings::minSquelch));
     settings.setValue(filterKey, receiver.filter ? static_cast<int>(*receiver.filter) : -1);
     settings.setValue(dcKey, receiver.removesDc);
+    settings.setValue(symbolsOnlyKey, receiver.hasAutoSquelch);
     settings.setValue(rollOffKey, receiver.rollOff.value_or(0.0));
     settings.setValue(timingKey, receiver.hasTimingRecovery);
     settings.setValue(modulationKey,
@@ -88,6 +90,7 @@ void Player::restore()
     receiver.filter = ReceiverSettings::filterOf(
         ReceiverSettings::filterNames().value(settings.value(filterKey, -1).toInt()));
     receiver.removesDc = settings.value(dcKey, false).toBool();
+    receiver.hasAutoSquelch = settings.value(symbolsOnlyKey, false).toBool();
     receiver.rollOff = unlessZero(rollOffKey);
     receiver.hasTimingRecovery = settings.value(timingKey, true).toBool();
     receiver.modulation = ReceiverSettings::modulationOf(

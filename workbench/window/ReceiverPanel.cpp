@@ -62,7 +62,7 @@ ReceiverPanel::ReceiverPanel(QWidget* parent)
     form->addRow(m_hint);
 
     const auto chosen = [this] { choose(); };
-    for (QCheckBox* box : {m_isOn, m_dc, m_gain, m_timing})
+    for (QCheckBox* box : {m_isOn, m_dc, m_symbolsOnly, m_gain, m_timing})
         connect(box, &QCheckBox::clicked, this, chosen);
     for (QComboBox* box : {m_demodulation, m_filter, m_modulation})
         connect(box, QOverload<int>::of(&QComboBox::activated), this, chosen);
@@ -93,6 +93,9 @@ void ReceiverPanel::addFilters(QFormLayout* form)
     m_squelch->setToolTip(tr("Level of the channel, of full scale, below which nothing is shown"));
     m_squelch->setAccessibleName(tr("Squelch"));
     form->addRow(tr("S&quelch"), beside(m_squelch, &m_squelchState));
+    m_symbolsOnly = new QCheckBox(tr("Sy&mbols only"), this);
+    m_symbolsOnly->setToolTip(tr("Shows nothing where no symbols are found, however loud it is"));
+    form->addRow(m_symbolsOnly);
     m_demodulation = new QComboBox(this);
     m_demodulation->addItems({tr("I and Q"), tr("FM"), tr("AM")});
     form->addRow(tr("&Demodulation"), m_demodulation);
@@ -170,6 +173,7 @@ void ReceiverPanel::choose()
         static_cast<ReceiverSettings::Demodulation>(m_demodulation->currentIndex());
     m_settings.hasGainControl = m_gain->isChecked();
     m_settings.removesDc = m_dc->isChecked();
+    m_settings.hasAutoSquelch = m_symbolsOnly->isChecked();
     const int filter = m_filter->currentIndex() - 1;
     m_settings.filter =
         filter < 0 ? std::nullopt : std::optional(static_cast<ReceiverSettings::Filter>(filter));
@@ -193,6 +197,7 @@ void ReceiverPanel::show(const ReceiverSettings& settings, bool hasSymbolRate, b
     m_squelch->setValue(settings.squelch.value_or(m_squelch->minimum()));
     m_isOn->setChecked(settings.isOn);
     m_dc->setChecked(settings.removesDc);
+    m_symbolsOnly->setChecked(settings.hasAutoSquelch);
     const auto filter = settings.usedFilter();
     m_filter->setCurrentIndex(filter ? 1 + static_cast<int>(*filter) : 0);
     m_demodulation->setCurrentIndex(static_cast<int>(settings.demodulation));
@@ -204,8 +209,8 @@ void ReceiverPanel::show(const ReceiverSettings& settings, bool hasSymbolRate, b
     const bool isLinear = settings.demodulation == ReceiverSettings::Demodulation::Linear;
     const bool isOn = settings.isOn && canReceive;
     m_isOn->setEnabled(canReceive);
-    for (QWidget* control :
-         std::initializer_list<QWidget*>{m_shift, m_dc, m_bandwidth, m_squelch, m_demodulation})
+    for (QWidget* control : std::initializer_list<QWidget*>{m_shift, m_dc, m_bandwidth, m_squelch,
+                                                            m_symbolsOnly, m_demodulation})
         control->setEnabled(isOn);
     m_gain->setEnabled(isOn && isLinear);
     m_filter->setEnabled(isOn && hasSymbolRate);

@@ -47,6 +47,7 @@ private:
     QComboBox* m_demodulation;
     QCheckBox* m_gain;
     QCheckBox* m_dc;
+    QCheckBox* m_symbolsOnly;
     QComboBox* m_filter;
     QDoubleSpinBox* m_rollOff;
     QCheckBox* m_timing;
