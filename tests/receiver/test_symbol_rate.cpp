@@ -52,7 +52,7 @@ Signal made(Next next, std::size_t count, bool isComplex = false)
 
 void expectSure(const SymbolRateEstimate& estimate, double symbolRate)
 {
-    EXPECT_EQ(estimate.verdict, Verdict::Sure) << symbolRate << " Bd: " << estimate.sureness;
+    EXPECT_EQ(estimate.verdict, Verdict::Sure) << symbolRate << " Bd: " << estimate.confidence;
     EXPECT_NEAR(estimate.symbolRate, symbolRate, 1e-3 * symbolRate);
 }
 

@@ -115,7 +115,7 @@ QString MeasureCommand::measure(const QString& file,
         if (estimate.verdict == Verdict::Sure ||
             (m_options.isSymbolRateAuto && estimate.verdict == Verdict::Unsure)) {
             setup.symbolRate = estimate.symbolRate;
-            setup.confidence = estimate.sureness;
+            setup.confidence = estimate.confidence;
         }
         if (estimate.verdict != Verdict::Sure)
             notes += estimate.sentence();

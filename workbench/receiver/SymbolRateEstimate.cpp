@@ -27,8 +27,8 @@ SymbolRateEstimate verdictOn(const ClockLine& line, double tries)
         return estimate;
     const bool isPlain = line.isPlain && line.symbolCount >= SymbolRateEstimate::minSymbolCount;
     estimate.symbolRate = line.rate;
-    estimate.sureness = (1.0 - chance) * line.clearness() * (isPlain ? 1.0 : 0.5);
-    estimate.verdict = estimate.sureness >= SymbolRateEstimate::minSure
+    estimate.confidence = (1.0 - chance) * line.clearness() * (isPlain ? 1.0 : 0.5);
+    estimate.verdict = estimate.confidence >= SymbolRateEstimate::minSure
                            ? SymbolRateEstimate::Verdict::Sure
                            : SymbolRateEstimate::Verdict::Unsure;
     return estimate;
@@ -215,7 +215,7 @@ SymbolRateEstimate SymbolRateEstimate::ofSource(SignalSource& source, const Chan
         };
         const SymbolRateEstimate here = of(signalOf(source, channel, settings, from), goOnHere);
         if (here.verdict > best.verdict ||
-            (here.verdict == best.verdict && here.sureness > best.sureness))
+            (here.verdict == best.verdict && here.confidence > best.confidence))
             best = here;
     }
     return isEnded ? SymbolRateEstimate() : best;
@@ -232,7 +232,7 @@ QString SymbolRateEstimate::sentence() const
         return tr("symbol rate: %1 Bd (unsure, %2 of 1); look whether the eye opens there, at half "
                   "or at twice of it")
             .arg(rate)
-            .arg(sureness, 0, 'f', 2);
+            .arg(confidence, 0, 'f', 2);
     case Verdict::None:
         break;
     }

@@ -73,6 +73,6 @@ public:
     /// contradicts it stays below it. Halved where the signal speaks against it: fewer symbols than
     /// minSymbolCount, a bandwidth that does not fit, an empty middle of the band, lines of its
     /// own, a half or a quarter of the sample rate, what repeats itself, parts that disagree.
-    double sureness = 0.0;
+    double confidence = 0.0;
     Verdict verdict = Verdict::None;
 };
