@@ -1911,6 +1911,14 @@
         <translation>Symbolrate: %1 Bd (unsicher, %2 von 1); prüfen Sie, ob das Auge sich dort öffnet, bei der Hälfte oder beim Doppelten</translation>
     </message>
     <message>
+        <source>symbol rate: %1 Bd (unsure, %2 of 1), or %3 Bd: half bits of a Manchester code have twice the rate of the bits</source>
+        <translation>Symbolrate: %1 Bd (unsicher, %2 von 1) oder %3 Bd: halbe Bits eines Manchester-Codes haben die doppelte Rate der Bits</translation>
+    </message>
+    <message>
+        <source>symbol rate: %1 Bd (unsure, %2 of 1), or %3 Bd: pulses that return to rest fill half of their bits, and half bits have twice the rate</source>
+        <translation>Symbolrate: %1 Bd (unsicher, %2 von 1) oder %3 Bd: Pulse mit Rückkehr zur Ruhe füllen die Hälfte ihrer Bits, und halbe Bits haben die doppelte Rate</translation>
+    </message>
+    <message>
         <source>symbol rate: none found; give it as a number, and where the frequency carries the symbols --demod fm</source>
         <translation>Symbolrate: keine gefunden; geben Sie sie als Zahl an, und wo die Frequenz die Symbole trägt, --demod fm</translation>
     </message>

@@ -50,10 +50,21 @@ Signal made(Next next, std::size_t count, bool isComplex = false)
     return signal;
 }
 
-void expectSure(const SymbolRateEstimate& estimate, double symbolRate)
+void expectSure(const SymbolRateEstimate& estimate, double symbolRate, double tolerance = 1e-3)
 {
-    EXPECT_EQ(estimate.verdict, Verdict::Sure) << symbolRate << " Bd: " << estimate.sureness;
-    EXPECT_NEAR(estimate.symbolRate, symbolRate, 1e-3 * symbolRate);
+    EXPECT_EQ(estimate.verdict, Verdict::Sure) << symbolRate << " Bd: " << estimate.confidence;
+    EXPECT_NEAR(estimate.symbolRate, symbolRate, tolerance * symbolRate);
+    EXPECT_FALSE(estimate.otherRate) << symbolRate;
+}
+
+/// Five deviations of the slope through the phases of 16 pieces of a clock line, relative to the
+/// symbol rate. Of random bits half of the edges are there: the line of n symbols has as much
+/// power as n times its noise, and its phase a deviation of 1 / sqrt(2 n) at most.
+double toleranceOf(double symbolCount)
+{
+    const double inPiece = 0.75 * symbolCount / 16.0; // of what the window leaves
+    const double slope = std::sqrt(12.0 / std::pow(16.0, 3.0) / (2.0 * inPiece)); // rad a piece
+    return 5.0 * slope / (2.0 * M_PI * inPiece);
 }
 
 } // namespace
@@ -80,7 +91,7 @@ TEST(SymbolRate, IsFoundForPulsesOfAnyLengthAndInABurst)
 {
     for (const double samplesPerSymbol : {5.0, 9.6, 40.0})
         expectSure(SymbolRateEstimate::of(data(samplesPerSymbol, {1.0}, 0.05)),
-                   sampleRate / samplesPerSymbol);
+                   sampleRate / samplesPerSymbol, toleranceOf(32768.0 / samplesPerSymbol));
     Signal burst = data(10.0, {1.0}, 0.05, 8000);
     std::mt19937 random(3);
     std::normal_distribution<double> gauss;
@@ -90,18 +101,32 @@ TEST(SymbolRate, IsFoundForPulsesOfAnyLengthAndInABurst)
     expectSure(SymbolRateEstimate::of(burst), sampleRate / 10.0);
 }
 
-TEST(SymbolRate, IsNotSureOfHalvesAndDoubles)
+TEST(SymbolRate, NamesBothRatesOfBitsThatAreSentInHalves)
 {
-    const std::vector<std::pair<const char*, std::vector<double>>> codes{
-        {"two opposite halves", {1.0, -1.0}}, {"a half and a pause", {1.0, 0.0}}};
-    for (const auto& [name, code] : codes) {
+    using Code = SymbolRateEstimate::Code;
+    for (const auto& [code, halves] : {std::pair(Code::Manchester, std::vector{1.0, -1.0}),
+                                       std::pair(Code::ReturnToZero, std::vector{1.0, 0.0})}) {
+        const bool isManchester = code == Code::Manchester;
         for (const double samplesPerBit : {16.0, 19.2, 40.0}) {
-            const auto estimate = SymbolRateEstimate::of(data(samplesPerBit, code, 0.03));
-            const double multiple = estimate.symbolRate * samplesPerBit / sampleRate;
-            EXPECT_NE(estimate.verdict, Verdict::None) << name;
-            EXPECT_TRUE(std::abs(multiple - 1.0) < 1e-2 || std::abs(multiple - 2.0) < 1e-2)
-                << name << ": " << multiple;
-            EXPECT_TRUE(estimate.verdict != Verdict::Sure || code[1] == 0.0) << samplesPerBit;
+            for (const double turn : {0.0, 0.3}) { // of a carrier, rad a sample
+                Signal signal = data(samplesPerBit, halves, 0.03);
+                signal.isComplex = turn != 0.0;
+                for (std::size_t i = 0; i < signal.samples.size(); ++i)
+                    signal.samples[i] *= std::polar(1.0, turn * static_cast<double>(i));
+                const auto estimate = SymbolRateEstimate::of(signal);
+                const double bits = sampleRate / samplesPerBit;
+                if (!isManchester && estimate.verdict == Verdict::Sure) { // of its bits
+                    expectSure(estimate, bits);
+                    continue;
+                }
+                EXPECT_EQ(estimate.verdict, Verdict::Unsure) << samplesPerBit;
+                EXPECT_EQ(estimate.code, code) << samplesPerBit;
+                EXPECT_NEAR(estimate.symbolRate, isManchester ? 2.0 * bits : bits, 1e-3 * bits);
+                ASSERT_TRUE(estimate.otherRate) << samplesPerBit;
+                EXPECT_NEAR(*estimate.otherRate, isManchester ? bits : 2.0 * bits, 1e-3 * bits);
+                EXPECT_TRUE(estimate.sentence().contains(
+                    QString::number(*estimate.otherRate, 'g', 7) + " Bd: "));
+            }
         }
     }
 }
@@ -134,8 +159,11 @@ TEST(SymbolRate, IsNotSureOfWhatHasNoSymbols)
                                 20000)},
             {"uneven converter",
              made([&](std::size_t i) { return (i % 4 == 0 ? 1.2 : 1.0) * colored(i); }, 20000)}};
-        for (const auto& [name, signal] : cases)
-            EXPECT_NE(SymbolRateEstimate::of(signal).verdict, Verdict::Sure) << name << seed;
+        for (const auto& [name, signal] : cases) {
+            const auto estimate = SymbolRateEstimate::of(signal);
+            EXPECT_NE(estimate.verdict, Verdict::Sure) << name << seed;
+            EXPECT_FALSE(estimate.otherRate) << name << seed;
+        }
     }
 }
 

@@ -1,7 +1,6 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/app/MeasureCommand.h"
 
-#include "workbench/measure/Measurement.h"
 #include "workbench/receiver/Receiver.h"
 #include "workbench/receiver/SymbolRateEstimate.h"
 #include "workbench/sources/LiveAddress.h"
@@ -15,7 +14,7 @@
 namespace {
 
 constexpr std::size_t blockLength = 65536;       // samples read at a time
-constexpr double mostSamples = 64.0 * (1 << 20); // of the output, kept to be measured
+constexpr double mostSamples = 16.0 * (1 << 20); // of the output, kept to be measured: 400 MB
 // Before and after what is measured as much is read as filters, timing and carrier take to settle.
 constexpr double marginSymbols = 4096.0;
 
@@ -82,6 +81,30 @@ bool MeasureCommand::run(const std::function<void(const QString&)>& say) const
     return areAll;
 }
 
+/// The symbol rate as it was given, as the recording says, or as its samples do.
+void MeasureCommand::findSymbolRate(SignalSource& source, Measurement::Setup& setup,
+                                    QStringList& notes) const
+{
+    if (m_options.symbolRate)
+        setup.symbolRate = m_options.symbolRate;
+    else if (source.symbolRate() && !m_options.isSymbolRateAuto) {
+        setup.symbolRate = source.symbolRate();
+        setup.origin = Measurement::Origin::Metadata;
+    } else {
+        const auto estimate =
+            SymbolRateEstimate::ofSource(source, m_options.channel, m_options.receiver);
+        using Verdict = SymbolRateEstimate::Verdict;
+        setup.origin = Measurement::Origin::Estimated;
+        if (estimate.verdict == Verdict::Sure ||
+            (m_options.isSymbolRateAuto && estimate.verdict == Verdict::Unsure)) {
+            setup.symbolRate = estimate.symbolRate;
+            setup.confidence = estimate.confidence;
+        }
+        if (estimate.verdict != Verdict::Sure)
+            notes += estimate.sentence();
+    }
+}
+
 /// @return why it could not be measured, one sentence; empty when it was.
 QString MeasureCommand::measure(const QString& file,
                                 const std::function<void(const QString&)>& say) const
@@ -100,26 +123,9 @@ QString MeasureCommand::measure(const QString& file,
             .arg(source.valueCount());
 
     Measurement::Setup setup;
-    ReceiverSettings settings = m_options.receiver;
     QStringList notes = recording.notices;
-    if (m_options.symbolRate)
-        setup.symbolRate = m_options.symbolRate;
-    else if (source.symbolRate() && !m_options.isSymbolRateAuto) {
-        setup.symbolRate = source.symbolRate();
-        setup.origin = Measurement::Origin::Metadata;
-    } else {
-        const auto estimate =
-            SymbolRateEstimate::ofSource(source, m_options.channel, m_options.receiver);
-        using Verdict = SymbolRateEstimate::Verdict;
-        setup.origin = Measurement::Origin::Estimated;
-        if (estimate.verdict == Verdict::Sure ||
-            (m_options.isSymbolRateAuto && estimate.verdict == Verdict::Unsure)) {
-            setup.symbolRate = estimate.symbolRate;
-            setup.confidence = estimate.sureness;
-        }
-        if (estimate.verdict != Verdict::Sure)
-            notes += estimate.sentence();
-    }
+    findSymbolRate(source, setup, notes);
+    ReceiverSettings settings = m_options.receiver;
     settings.symbolRate = setup.symbolRate;
     if (settings.isOn) {
         if (const QString flaw = settings.flaw(source.sampleRate()); !flaw.isEmpty())

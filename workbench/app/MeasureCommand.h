@@ -2,6 +2,7 @@
 #pragma once
 
 #include "workbench/app/Options.h"
+#include "workbench/measure/Measurement.h"
 
 #include <QCoreApplication>
 
@@ -19,6 +20,7 @@ public:
     bool run(const std::function<void(const QString&)>& say) const;
 
 private:
+    void findSymbolRate(SignalSource& source, Measurement::Setup& setup, QStringList& notes) const;
     QString measure(const QString& file, const std::function<void(const QString&)>& say) const;
 
     const Options& m_options;

@@ -124,7 +124,7 @@ std::optional<int> openRecording(MainWindow& window, const Options& options)
     if (!window.player().open(std::move(recording), options.channel, symbolRate, why))
         return refuse(exitFailed, why);
     if (isFound)
-        window.player().setSureness(estimate->sureness);
+        window.player().setConfidence(estimate->confidence);
     const auto length = window.feed().transport().length();
     if (options.start && length && *options.start >= *length)
         return refuse(exitFailed,

@@ -90,6 +90,23 @@ bool isOnCarrier(const std::vector<double>& excess, std::size_t middle)
            static_cast<double>(low - middle) > 0.3 * static_cast<double>(high - middle);
 }
 
+constexpr std::size_t pieceCount = 16; // into which a wave is divided
+constexpr double usedPart = 0.75;      // of it: where the window is wide open
+
+/// Sums of the pieces of a wave once a line is moved to 0.
+std::array<Complex, pieceCount> piecesOf(const std::vector<double>& wave, double bin)
+{
+    const std::size_t length = wave.size();
+    const std::size_t first = length / 8;
+    const std::size_t used = length - 2 * first;
+    const double step = 2.0 * M_PI * bin / static_cast<double>(length);
+    std::array<Complex, pieceCount> pieces{};
+    for (std::size_t i = 0; i < used; ++i)
+        pieces[i * pieceCount / used] +=
+            std::polar(1.0, -step * static_cast<double>(i)) * wave[first + i];
+    return pieces;
+}
+
 /// Power of a wave's bins over that of the noise about them.
 std::vector<double> strengthOf(const std::vector<double>& power)
 {
@@ -239,23 +256,41 @@ ClockSpectra::Spectrum ClockSpectra::spectrumOf(bool isDerivative,
 
 double ClockSpectra::Spectrum::steadiness(double bin) const
 {
-    constexpr std::size_t pieceCount = 16;
-    const std::size_t length = wave.size();
-    const std::size_t first = length / 8;
-    const std::size_t used = length - 2 * first;
-    const double step = 2.0 * M_PI * bin / static_cast<double>(length);
-    std::array<Complex, pieceCount> pieces{};
-    for (std::size_t i = 0; i < used; ++i)
-        pieces[i * pieceCount / used] +=
-            std::polar(1.0, -step * static_cast<double>(i)) * wave[first + i];
     Complex sum;
     double power = 0.0;
-    for (const Complex& piece : pieces) {
+    for (const Complex& piece : piecesOf(wave, bin)) {
         sum += piece;
         power += std::norm(piece);
     }
     const double line = std::norm(sum) / pieceCount;
     return line / std::max((power - line) / (pieceCount - 1), power * 1e-9);
+}
+
+double ClockSpectra::Spectrum::refined(double bin) const
+{
+    constexpr int rounds = 3; // the first is a bin or so off, and the last finds nothing left
+    const double binsPerTurn = 1.0 / (usedPart / pieceCount); // of phase from piece to piece
+    for (int round = 0; round < rounds; ++round) {
+        const auto pieces = piecesOf(wave, bin);
+        Complex step;
+        for (std::size_t i = 1; i < pieceCount; ++i)
+            step += pieces[i] * std::conj(pieces[i - 1]);
+        const double turn = round == 0 ? std::arg(step) : 0.0;
+        Complex sum;
+        for (std::size_t i = 0; i < pieceCount; ++i)
+            sum += pieces[i] * std::polar(1.0, -turn * static_cast<double>(i));
+        double moment = 0.0, weight = 0.0;
+        for (std::size_t i = 0; i < pieceCount; ++i) { // least squares of the phase that is left
+            const double place = static_cast<double>(i) - 0.5 * (pieceCount - 1);
+            const Complex rest =
+                pieces[i] * std::polar(1.0, -turn * static_cast<double>(i)) * std::conj(sum);
+            moment += place * rest.imag();
+            weight += place * place * std::abs(rest);
+        }
+        const double slope = turn + (weight > 0.0 ? moment / weight : 0.0);
+        bin += slope / (2.0 * M_PI) * binsPerTurn;
+    }
+    return bin;
 }
 
 bool ClockSpectra::isHollow(double rate) const

@@ -25,6 +25,8 @@ public:
         /// F ratio of a line (Thomson, Proc. IEEE 70(9), 1982): its power over that in pieces of
         /// the wave once it is taken out. Only where the window is wide open.
         double steadiness(double bin) const;
+        /// The place of a line near a bin, from the slope of its phase, to a small part of a bin.
+        double refined(double bin) const;
 
         std::vector<double> wave;     ///< squared envelope or derivative, about its mean
         std::vector<double> strength; ///< of each bin: power over that of the noise about it

@@ -4,6 +4,7 @@
 #include "workbench/receiver/ClockLine.h"
 #include "workbench/receiver/Demodulator.h"
 #include "workbench/receiver/FrontEnd.h"
+#include "workbench/receiver/HalfBits.h"
 
 #include <QElapsedTimer>
 
@@ -27,11 +28,91 @@ SymbolRateEstimate verdictOn(const ClockLine& line, double tries)
         return estimate;
     const bool isPlain = line.isPlain && line.symbolCount >= SymbolRateEstimate::minSymbolCount;
     estimate.symbolRate = line.rate;
-    estimate.sureness = (1.0 - chance) * line.clearness() * (isPlain ? 1.0 : 0.5);
-    estimate.verdict = estimate.sureness >= SymbolRateEstimate::minSure
+    estimate.confidence = (1.0 - chance) * line.clearness() * (isPlain ? 1.0 : 0.5);
+    estimate.verdict = estimate.confidence >= SymbolRateEstimate::minSure
                            ? SymbolRateEstimate::Verdict::Sure
                            : SymbolRateEstimate::Verdict::Unsure;
     return estimate;
+}
+
+/// A part of a signal, and the rate of its clock.
+struct ClockedPart
+{
+    std::size_t start = 0;
+    std::size_t length = 0;
+    double rate = 0.0;       ///< Bd
+    double steadiness = 0.0; ///< F ratio of its line
+};
+
+/// A part with the rate near a known one that the phase of its line gives; of the steadier line.
+ClockedPart partOf(const SymbolRateEstimate::Signal& signal, const ClockedPart& where,
+                   FourierTransforms& transforms)
+{
+    ClockedPart part = where;
+    part.steadiness = 0.0;
+    const auto spectra = ClockSpectra::of(signal, part.start, part.length, transforms);
+    if (!spectra)
+        return part;
+    for (const ClockSpectra::Spectrum& spectrum : spectra->spectra()) {
+        const double bin = spectrum.refined(where.rate * spectra->duration());
+        const double steadiness = spectrum.steadiness(bin);
+        if (steadiness > part.steadiness) {
+            part.steadiness = steadiness;
+            part.rate = bin / spectra->duration();
+        }
+    }
+    return part;
+}
+
+/// The longest part about that of a line in which the line keeps its phase: the longer the part,
+/// the more exact is the rate.
+ClockedPart longestPartOf(const ClockLine& line, const SymbolRateEstimate::Signal& signal,
+                          FourierTransforms& transforms)
+{
+    constexpr double mostBins = 2.0;         // between the rates of a part and of its double
+    constexpr double leastSteadiness = 30.0; // chance gives it less than once in 10^7
+    const std::size_t count = signal.samples.size();
+    ClockedPart part;
+    part.start = static_cast<std::size_t>(std::lround(line.start * signal.sampleRate));
+    part.length = static_cast<std::size_t>(std::lround(line.duration * signal.sampleRate));
+    part.rate = line.rate;
+    const std::size_t middle = part.start + part.length / 2;
+    for (std::size_t length = part.length; length <= count; length *= 2) {
+        ClockedPart longer = part;
+        longer.length = length;
+        longer.start = std::min(middle > length / 2 ? middle - length / 2 : 0, count - length);
+        longer = partOf(signal, longer, transforms);
+        const double bins = std::abs(longer.rate - part.rate) * line.duration;
+        // What belongs to another clock or to none makes it less steady.
+        if (longer.steadiness < std::max(leastSteadiness, 0.7 * part.steadiness) || bins > mostBins)
+            break;
+        part = longer;
+    }
+    return part;
+}
+
+/// Looks whether the clock of an estimate is that of half bits, or has such at twice its rate.
+void findCode(SymbolRateEstimate& estimate, const SymbolRateEstimate::Signal& signal,
+              const ClockedPart& part)
+{
+    using Code = SymbolRateEstimate::Code;
+    const bool isSure = estimate.verdict == SymbolRateEstimate::Verdict::Sure;
+    for (const double multiple : {1.0, 2.0}) {
+        const double halfRate = multiple * estimate.symbolRate;
+        const Code code = HalfBits::codeOf(signal, part.start, part.length, halfRate);
+        if (code == Code::Plain)
+            continue;
+        if (code == Code::ReturnToZero && multiple == 2.0 && isSure)
+            return; // of bits, as it is
+        estimate.code = code;
+        // A Manchester eye opens at its half bits, that of pulses at the bits.
+        const bool isHalf = code == Code::Manchester;
+        estimate.symbolRate = isHalf ? halfRate : halfRate / 2.0;
+        estimate.otherRate = isHalf ? halfRate / 2.0 : halfRate;
+        estimate.verdict = SymbolRateEstimate::Verdict::Unsure;
+        estimate.confidence *= isSure ? 0.5 : 1.0;
+        return;
+    }
 }
 
 /// From the values of a source to the samples that are looked at.
@@ -163,7 +244,14 @@ SymbolRateEstimate SymbolRateEstimate::of(const Signal& signal, const GoOn& goOn
             return best;
     }
     line.isPlain = line.isPlainAmong(lines, static_cast<double>(count) / clean.sampleRate);
-    return verdictOn(line, std::max(tries, 1.0));
+    SymbolRateEstimate estimate = verdictOn(line, std::max(tries, 1.0));
+    if (estimate.verdict != Verdict::None) {
+        const ClockedPart part = longestPartOf(line, clean, transforms);
+        estimate.symbolRate = part.rate;
+        if (!line.isPeriodic) // random data show a code
+            findCode(estimate, clean, part);
+    }
+    return estimate;
 }
 
 SymbolRateEstimate::Signal SymbolRateEstimate::signalOf(SignalSource& source,
@@ -215,7 +303,7 @@ SymbolRateEstimate SymbolRateEstimate::ofSource(SignalSource& source, const Chan
         };
         const SymbolRateEstimate here = of(signalOf(source, channel, settings, from), goOnHere);
         if (here.verdict > best.verdict ||
-            (here.verdict == best.verdict && here.sureness > best.sureness))
+            (here.verdict == best.verdict && here.confidence > best.confidence))
             best = here;
     }
     return isEnded ? SymbolRateEstimate() : best;
@@ -225,6 +313,17 @@ QString SymbolRateEstimate::sentence() const
 {
     constexpr int digitCount = 7;
     const QString rate = QString::number(symbolRate, 'g', digitCount);
+    if (otherRate) {
+        const QString text =
+            code == Code::Manchester
+                ? tr("symbol rate: %1 Bd (unsure, %2 of 1), or %3 Bd: half bits of a Manchester "
+                     "code have twice the rate of the bits")
+                : tr("symbol rate: %1 Bd (unsure, %2 of 1), or %3 Bd: pulses that return to rest "
+                     "fill half of their bits, and half bits have twice the rate");
+        return text.arg(rate)
+            .arg(confidence, 0, 'f', 2)
+            .arg(QString::number(*otherRate, 'g', digitCount));
+    }
     switch (verdict) {
     case Verdict::Sure:
         return tr("symbol rate: %1 Bd (sure)").arg(rate);
@@ -232,7 +331,7 @@ QString SymbolRateEstimate::sentence() const
         return tr("symbol rate: %1 Bd (unsure, %2 of 1); look whether the eye opens there, at half "
                   "or at twice of it")
             .arg(rate)
-            .arg(sureness, 0, 'f', 2);
+            .arg(confidence, 0, 'f', 2);
     case Verdict::None:
         break;
     }

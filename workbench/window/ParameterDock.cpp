@@ -99,7 +99,7 @@ void ParameterDock::connectSearch(Player& player)
             [this, &player](const SymbolRateEstimate& estimate) {
                 if (estimate.verdict != SymbolRateEstimate::Verdict::None) {
                     player.setSymbolRate(estimate.symbolRate);
-                    player.setSureness(estimate.sureness);
+                    player.setConfidence(estimate.confidence);
                 }
                 m_panel->showEstimate(estimate);
             });

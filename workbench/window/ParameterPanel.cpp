@@ -173,7 +173,7 @@ void ParameterPanel::showEstimate(const std::optional<SymbolRateEstimate>& estim
     QString text;
     if (estimate) {
         const QString texts[] = {tr("none found"),
-                                 tr("unsure, %1").arg(estimate->sureness, 0, 'f', 2), tr("sure")};
+                                 tr("unsure, %1").arg(estimate->confidence, 0, 'f', 2), tr("sure")};
         text = texts[static_cast<int>(estimate->verdict)];
     }
     m_estimateText->setText(text);

@@ -41,7 +41,7 @@ void Player::start(std::unique_ptr<SignalSource> source, Kind kind, const Channe
 {
     m_kind = kind;
     m_information = Recording::describe(*source);
-    m_sureness.reset();
+    m_confidence.reset();
     m_feed.open(std::move(source), channel, symbolRate);
 }
 
@@ -134,7 +134,7 @@ void Player::restartBuiltIn()
 
 void Player::setSymbolRate(double symbolRate)
 {
-    m_sureness.reset();
+    m_confidence.reset();
     if (m_kind == Kind::BuiltIn) {
         m_builtIn.symbolRate = symbolRate;
         restartBuiltIn();
@@ -252,8 +252,8 @@ Measurement::Setup Player::setup() const
     setup.symbolRate = m_feed.symbolRate();
     using Origin = Measurement::Origin;
     const Origin told = m_feed.isSymbolRateGiven() ? Origin::Given : Origin::Metadata;
-    setup.origin = m_sureness ? Origin::Estimated : told;
-    setup.confidence = m_sureness;
+    setup.origin = m_confidence ? Origin::Estimated : told;
+    setup.confidence = m_confidence;
     setup.eyeSymbolCount = m_feed.eye().cut().symbolCount;
     setup.eyeBandwidth = m_feed.eye().cut().bandwidth;
     const ReceiverSettings& receiver = m_feed.receiver();

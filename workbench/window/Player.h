@@ -56,7 +56,7 @@ public:
     /// @param symbolRate  Bd; 0: what the source says.
     void setSymbolRate(double symbolRate);
     /// The symbol rate that was told last is an estimate, 0 to 1 sure.
-    void setSureness(double sureness) { m_sureness = sureness; }
+    void setConfidence(double confidence) { m_confidence = confidence; }
     /// Receives recordings and streams so from now on.
     void setReceiver(const ReceiverSettings& settings);
     void setChannel(const ChannelChoice& channel);
@@ -128,7 +128,7 @@ private:
     ModulationSettings m_demo;
     Kind m_kind = Kind::BuiltIn;
     QStringList m_information;
-    std::optional<double> m_sureness; // of the symbol rate that was told, where it is an estimate
-    double m_keptSpan = 0.0;          // s, as the user chose it...
-    double m_keptSpanRate = 0.0;      // ...for this sample rate, Hz
+    std::optional<double> m_confidence; // of the symbol rate that was told, where it is an estimate
+    double m_keptSpan = 0.0;            // s, as the user chose it...
+    double m_keptSpanRate = 0.0;        // ...for this sample rate, Hz
 };

@@ -1,0 +1,20 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/receiver/SymbolRateEstimate.h"
+
+#include <cstddef>
+
+/// Finds out whether a clock is that of halves of bits.
+///
+/// The two halves of a bit of a Manchester code are opposite, whatever the data; the second half
+/// of a return-to-zero bit has one level. Halves that belong to two bits show neither. Random data
+/// show one of both in most of the signal, frames and idle lines may interrupt it.
+struct HalfBits
+{
+    /// @param start, length  of the part to look at, within the signal, which is finite.
+    /// @param rate  of the supposed halves, Bd; needs two samples each.
+    /// @return Plain where they are no halves, and for fewer than 48 bits.
+    static SymbolRateEstimate::Code codeOf(const SymbolRateEstimate::Signal& signal,
+                                           std::size_t start, std::size_t length, double rate);
+};
