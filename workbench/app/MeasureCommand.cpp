@@ -120,6 +120,8 @@ QString MeasureCommand::measure(const QString& file,
         if (estimate.verdict != Verdict::Sure)
             notes += estimate.sentence();
     }
+    if (settings.characterBits && !setup.symbolRate)
+        return tr("characters cannot be found without the symbol rate; give --symbol-rate, too");
     settings.symbolRate = setup.symbolRate;
     if (settings.isOn) {
         if (const QString flaw = settings.flaw(source.sampleRate()); !flaw.isEmpty())
