@@ -888,6 +888,22 @@
 <context>
     <name>ParameterPanel</name>
     <message>
+        <source>off</source>
+        <translation>aus</translation>
+    </message>
+    <message>
+        <source> bits</source>
+        <translation> Bits</translation>
+    </message>
+    <message>
+        <source>Follows each start bit of an asynchronous serial line, with so many bits after it</source>
+        <translation>Folgt jedem Startbit einer asynchronen seriellen Leitung, mit so vielen Bits danach</translation>
+    </message>
+    <message>
+        <source>C&amp;haracters</source>
+        <translation>Zeic&amp;hen</translation>
+    </message>
+    <message>
         <source>Signal</source>
         <translation>Signal</translation>
     </message>
