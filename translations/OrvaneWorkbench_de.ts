@@ -368,8 +368,8 @@
 <context>
     <name>MeasureCommand</name>
     <message>
-        <source>characters cannot be found without the symbol rate; give --symbol-rate, too</source>
-        <translation>ohne die Symbolrate lassen sich keine Zeichen finden; auch --symbol-rate angeben</translation>
+        <source>characters cannot be found without the symbol rate; give it with --symbol-rate</source>
+        <translation>ohne die Symbolrate lassen sich keine Zeichen finden; mit --symbol-rate angeben</translation>
     </message>
     <message>
         <source>a live signal has no end to be measured to; record it first</source>

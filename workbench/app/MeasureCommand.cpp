@@ -121,7 +121,7 @@ QString MeasureCommand::measure(const QString& file,
             notes += estimate.sentence();
     }
     if (settings.characterBits && !setup.symbolRate)
-        return tr("characters cannot be found without the symbol rate; give --symbol-rate, too");
+        return tr("characters cannot be found without the symbol rate; give it with --symbol-rate");
     settings.symbolRate = setup.symbolRate;
     if (settings.isOn) {
         if (const QString flaw = settings.flaw(source.sampleRate()); !flaw.isEmpty())
