@@ -368,6 +368,10 @@
 <context>
     <name>MeasureCommand</name>
     <message>
+        <source>characters cannot be found without the symbol rate; give it with --symbol-rate</source>
+        <translation>ohne die Symbolrate lassen sich keine Zeichen finden; mit --symbol-rate angeben</translation>
+    </message>
+    <message>
         <source>a live signal has no end to be measured to; record it first</source>
         <translation>ein laufendes Signal hat kein Ende, bis zu dem gemessen werden könnte; zeichnen Sie es zuerst auf</translation>
     </message>
@@ -631,6 +635,10 @@
         <translation>--%1: hat nur das eingebaute Signal; die Aufnahme weglassen</translation>
     </message>
     <message>
+        <source>Takes the recording for an asynchronous serial line, such as a UART&apos;s: the eye follows each start bit, with &lt;N&gt; bits after it, 5 to 9, at --symbol-rate.</source>
+        <translation>Nimmt die Aufnahme für eine asynchrone serielle Leitung, wie die eines UART: Das Auge folgt jedem Startbit, mit &lt;N&gt; Bits danach, 5 bis 9, bei --symbol-rate.</translation>
+    </message>
+    <message>
         <source>Low-pass before the eye, 3 dB down at &lt;X&gt; symbol rates, 0.2 to 2 (none).</source>
         <translation>Tiefpass vor dem Auge, der bei &lt;X&gt; Symbolraten um 3 dB dämpft, 0.2 bis 2 (keiner).</translation>
     </message>
@@ -693,6 +701,10 @@
     <message>
         <source>give fm or am</source>
         <translation>geben Sie fm oder am an</translation>
+    </message>
+    <message>
+        <source>leave it or --%1 out</source>
+        <translation>lassen Sie dies oder --%1 weg</translation>
     </message>
     <message>
         <source>leave it or --demod out</source>
@@ -759,8 +771,8 @@
         <translation>Empfänger: zeigt nichts, solange der Kanal unter &lt;DB&gt; dB der Vollaussteuerung liegt.</translation>
     </message>
     <message>
-        <source>--modulation needs the symbol rate; give --symbol-rate, too</source>
-        <translation>--modulation braucht die Symbolrate; auch --symbol-rate angeben</translation>
+        <source>--%1 needs the symbol rate; give --symbol-rate, too</source>
+        <translation>--%1 braucht die Symbolrate; auch --symbol-rate angeben</translation>
     </message>
     <message>
         <source>it has ended before %1 s; start earlier</source>
@@ -875,6 +887,22 @@
 </context>
 <context>
     <name>ParameterPanel</name>
+    <message>
+        <source>off</source>
+        <translation>aus</translation>
+    </message>
+    <message>
+        <source> bits</source>
+        <translation> Bits</translation>
+    </message>
+    <message>
+        <source>Follows each start bit of an asynchronous serial line, with so many bits after it</source>
+        <translation>Folgt jedem Startbit einer asynchronen seriellen Leitung, mit so vielen Bits danach</translation>
+    </message>
+    <message>
+        <source>C&amp;haracters</source>
+        <translation>Zeic&amp;hen</translation>
+    </message>
     <message>
         <source>Signal</source>
         <translation>Signal</translation>

@@ -162,6 +162,105 @@ TEST(Measurement, GivesTheKnownFiguresOfEyes)
     }
 }
 
+/// Characters of random bits on a line that rests at a level, after random gaps; edges last half a
+/// symbol. Every `broken`-th, if any, has a wrong stop bit.
+struct SerialLine
+{
+    double rest, active, noise;
+    int bits = 8;
+    double clock = 0.01; // part by which symbols come faster
+    std::size_t broken = 0, count = 600;
+    double symbolRate = 4100.0; // nominal
+
+    Samples samples() const
+    {
+        std::mt19937 random(11);
+        std::normal_distribution<double> normal;
+        const double length = sampleRate / symbolRate / (1.0 + clock);
+        std::vector<std::pair<double, double>> edges; // time and step
+        double time = 60.0, level = rest;
+        const auto send = [&](double next) {
+            if (next != level)
+                edges.emplace_back(time, next - level);
+            level = next;
+            time += 1.0;
+        };
+        for (std::size_t k = 1; k <= count; ++k) {
+            send(active);
+            for (int bit = 0; bit < bits; ++bit)
+                send(random() % 2 ? active : rest);
+            send(broken > 0 && k % broken == 0 ? active : rest);
+            send(rest);
+            time += 4.0 * double(random()) / double(std::mt19937::max());
+        }
+        Samples result;
+        double passed = rest;
+        auto next = edges.begin();
+        for (double n = 0.0; n < (time + 60.0) * length; n += 1.0) {
+            for (; next != edges.end() && next->first + 0.5 < n / length; ++next)
+                passed += next->second;
+            double value = passed + noise * normal(random);
+            for (auto edge = next; edge != edges.end() && edge->first - 0.5 < n / length; ++edge)
+                value +=
+                    edge->second * 0.5 *
+                    (1.0 + std::sin(2.0 * pi * std::clamp(n / length - edge->first, -0.25, 0.25)));
+            result.push_back(value);
+        }
+        return result;
+    }
+};
+
+TEST(Measurement, OpensTheEyeOfCharactersOutOfStep)
+{
+    const SerialLine lines[] = {{0.7, 0.1, 0.01},             // rests high
+                                {-0.3, 0.3, 0.01, 7, -0.01},  // rests low
+                                {0.7, 0.1, 0.01, 9, 0.0, 5}}; // with framing errors
+    for (const SerialLine& line : lines) {
+        SCOPED_TRACE(&line - lines);
+        ReceiverSettings settings; // off
+        settings.symbolRate = line.symbolRate;
+        const Samples samples = line.samples();
+        const auto smeared = measured(Received(settings, samples), settings).eye;
+        EXPECT_LT(smeared.eyes.empty() ? 0.0 : smeared.eyes[0].width.value_or(0.0), 0.1);
+        settings.characterBits = line.bits;
+        const Received received(settings, samples);
+        EXPECT_EQ(received.figures(), Received(settings, samples, {977, 13}).figures());
+        const Measurement result = measured(received, settings);
+        ASSERT_EQ(result.eye.levels.size(), 2U);
+        const auto& eye = result.eye.eyes[0];
+        EXPECT_NEAR(result.eye.levels[0].mean, std::min(line.rest, line.active), 0.002);
+        EXPECT_NEAR(result.eye.levels[1].mean, std::max(line.rest, line.active), 0.002);
+        // Of some 2000 traces each: 1 / sqrt(4000), four times.
+        EXPECT_NEAR(result.eye.levels[0].sigma, line.noise, 0.07 * line.noise);
+        EXPECT_NEAR(result.eye.levels[1].sigma, line.noise, 0.07 * line.noise);
+        EXPECT_NEAR(*eye.opening, 1.0 - 6.0 * line.noise / 0.6, 0.02);
+        // Noise moves an edge of slope pi by 0.0053, and the start edge as much.
+        EXPECT_NEAR(eye.width.value_or(0.0), 1.0 - 6.0 * std::sqrt(2.0) * 0.0053, 0.02);
+        ASSERT_TRUE(result.clock.deviation);
+        EXPECT_LT(*result.clock.deviation, 100.0);
+        EXPECT_NEAR(*result.clock.offset, 1e6 * line.clock, 4.0 * *result.clock.deviation);
+        const auto wrong = line.broken > 0 ? line.count / line.broken : 0;
+        EXPECT_GE(result.eye.traces, std::int64_t(line.count - wrong) * line.bits);
+        EXPECT_EQ(result.leftOut.symbols, std::int64_t(wrong) * (line.bits + 2));
+    }
+}
+
+TEST(Measurement, FindsNoCharactersInNoiseOrAtRest)
+{
+    Samples steps = noise(100000, 1.0);
+    for (Complex& sample : steps)
+        sample = sample.real() > 0.0 ? 1.0 / 128.0 : 0.0; // the converter's last bit
+    ReceiverSettings settings;
+    settings.symbolRate = 4100.0;
+    settings.characterBits = 8;
+    for (const Samples& samples : {noise(100000, 1.0), steps, Samples(100000, 0.7),
+                                   SerialLine{0.7, 0.1, 0.01, 8, 0.0, 0, 0}.samples()}) {
+        const Received received(settings, samples);
+        EXPECT_TRUE(std::none_of(received.symbols.begin(), received.symbols.end(),
+                                 [](const Symbol& s) { return s.state == State::Good; }));
+    }
+}
+
 TEST(Measurement, GivesTheKnownFiguresOfFrequencyModulation)
 {
     for (const Samples& levels : {Samples{-0.25, 0.25}, Samples{-0.3, -0.1, 0.1, 0.3}}) {

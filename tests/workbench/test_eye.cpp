@@ -161,6 +161,15 @@ TEST(Eye, LeavesOutWhatTouchesAFlaw)
     bad = block(0, 100);
     bad->symbols.erase(bad->symbols.begin() + 50);
     EXPECT_EQ(countOf(bad, next(800)), all - 3);
+    for (const double late : {-1.2, 1.2}) { // by 0.15 of a symbol, from one on
+        bad = block(0, 100);
+        for (std::size_t k = 50; k < 100; ++k)
+            bad->symbols[k].position += late;
+        auto second = next(800);
+        for (Symbol& symbol : second->symbols)
+            symbol.position += late;
+        EXPECT_EQ(countOf(bad, second), all - 2);
+    }
 }
 
 TEST(Eye, OfUnknownSymbolsIsTheSignalItself)

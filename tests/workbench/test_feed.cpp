@@ -9,6 +9,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <cmath>
 #include <random>
 
 namespace {
@@ -231,6 +233,29 @@ TEST_F(Feed, PlaysOnWhereItWasWithAReceiver)
     ASSERT_EQ(received.size(), 200U);
     for (std::size_t k = 0; k < received.size(); ++k)
         EXPECT_NEAR(received[k], 3000.0 + double(k), 0.5);
+}
+
+TEST_F(Feed, FollowsEachCharacterOfALine)
+{
+    std::vector<double> line(20000, 1.0);
+    for (std::size_t k = 0; k < 140; ++k)
+        for (std::size_t bit = 0; bit < 10; bit += 2)
+            std::fill_n(line.begin() + long(105 + 137 * k + 10 * bit), 10, -1.0);
+    play(line, 1000.0);
+    ReceiverSettings settings; // off
+    settings.characterBits = 8;
+    feed.setReceiver(settings);
+    feed.setSymbolRate(100.0);
+    feed.transport().playThrough(20.0);
+    std::size_t found = 0;
+    for (const SignalBlockPtr& block : feed.gate().blocks())
+        for (const Symbol& symbol : block->symbols) {
+            EXPECT_EQ(symbol.state, SymbolState::Good);
+            const double place = std::fmod(symbol.position - 109.5, 137.0);
+            EXPECT_NEAR(place, std::clamp(std::round(place / 10.0), 0.0, 9.0) * 10.0, 0.01);
+            ++found;
+        }
+    EXPECT_GT(found, 80U); // of the last 1200 samples
 }
 
 TEST_F(Feed, EndsOrStartsOverAndGoesOnInTheChosenChannel)

@@ -126,6 +126,8 @@ QString MeasureCommand::measure(const QString& file,
     QStringList notes = recording.notices;
     findSymbolRate(source, setup, notes);
     ReceiverSettings settings = m_options.receiver;
+    if (settings.characterBits && !setup.symbolRate)
+        return tr("characters cannot be found without the symbol rate; give it with --symbol-rate");
     settings.symbolRate = setup.symbolRate;
     if (settings.isOn) {
         if (const QString flaw = settings.flaw(source.sampleRate()); !flaw.isEmpty())

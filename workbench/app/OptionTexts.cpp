@@ -76,6 +76,10 @@ void describeViews(const Add& add)
     add("eye-symbols", Text::tr("Shows <N> symbols in the eye, 1 to 16 (2)."), "N");
     add("eye-bandwidth",
         Text::tr("Low-pass before the eye, 3 dB down at <X> symbol rates, 0.2 to 2 (none)."), "X");
+    add("characters",
+        Text::tr("Takes the recording for an asynchronous serial line, such as a UART's: the eye "
+                 "follows each start bit, with <N> bits after it, 5 to 9, at --symbol-rate."),
+        "N");
     add("demo",
         Text::tr("Plays a built-in signal with the modulation <NAME>: BPSK, QPSK, 8PSK, 16QAM or "
                  "64QAM."),

@@ -3,6 +3,7 @@
 
 #include "workbench/app/OptionTexts.h"
 #include "workbench/feed/SignalFeed.h"
+#include "workbench/receiver/CharacterClock.h"
 
 #include <QCommandLineParser>
 #include <QRegularExpression>
@@ -216,6 +217,13 @@ ReceiverSettings readReceiver(Reader& reader, const Options& options)
     settings.removesDc = reader.isSet("remove-dc");
     settings.hasGainControl = !reader.isSet("no-agc");
     settings.hasTimingRecovery = !reader.isSet("no-timing");
+    settings.characterBits =
+        reader.wholeNumber("characters", CharacterClock::minBits, CharacterClock::maxBits);
+    for (const char* name : receiverOptions) {
+        if (settings.characterBits && reader.isSet(name))
+            reader.reject("characters",
+                          Text::tr("leave it or --%1 out").arg(QString::fromLatin1(name)));
+    }
     return settings;
 }
 
@@ -268,7 +276,8 @@ QString Options::languageIn(const QStringList& arguments)
 
 bool Options::lacksSymbolRate(std::optional<double> known) const
 {
-    return receiver.modulation && !symbolRate && !isSymbolRateAuto && !known;
+    return (receiver.modulation || receiver.characterBits) && !symbolRate && !isSymbolRateAuto &&
+           !known;
 }
 
 Options::Result Options::parse(const QStringList& arguments)
@@ -308,8 +317,8 @@ Options::Result Options::parse(const QStringList& arguments)
         return wrong(tr("command line: the name of the file is empty; name a recording"));
     options.file = files.value(0);
     const bool isRecording = !options.file.isEmpty();
-    for (const char* name :
-         {"channel", "format", "sample-rate", "columns", "info", "measure", "start"}) {
+    for (const char* name : {"channel", "format", "sample-rate", "columns", "info", "measure",
+                             "start", "characters"}) {
         if (!isRecording && reader.isSet(name))
             return wrong(
                 tr("--%1: only recordings have it; name one").arg(QString::fromLatin1(name)));

@@ -102,14 +102,16 @@ std::optional<int> openRecording(MainWindow& window, const Options& options)
     const auto refuse = [&options](int code, const QString& why) {
         return std::optional<int>(fail(code, about(options, why)));
     };
-    if (options.receiver.isOn)
+    if (options.receiver.isOn || options.receiver.characterBits)
         window.feed().setReceiver(options.receiver);
     Recording recording = open(options);
     if (!recording.source)
         return refuse(exitFailed, recording.why);
     if (options.lacksSymbolRate(recording.source->symbolRate()))
-        return refuse(exitWrongUsage, Options::tr("--modulation needs the symbol rate; give "
-                                                  "--symbol-rate, too"));
+        return refuse(exitWrongUsage,
+                      Options::tr("--%1 needs the symbol rate; give --symbol-rate, too")
+                          .arg(options.receiver.modulation ? QStringLiteral("modulation")
+                                                           : QStringLiteral("characters")));
     std::optional<double> symbolRate = options.symbolRate;
     const auto estimate = estimated(recording, options);
     const bool isFound = estimate && estimate->verdict != SymbolRateEstimate::Verdict::None;

@@ -15,7 +15,7 @@ constexpr int minSymbolLength = 8;       // output samples; even, so that half a
 constexpr int phaseCount = 64;           // of the interpolation from sample to sample
 constexpr int reach = 8;                 // samples that it takes to either side
 constexpr float stopBand = 60.0F;        // dB
-constexpr double spacingTolerance = 0.5; // of two symbols that follow one another
+constexpr double spacingTolerance = 0.1; // of two symbols that follow one another
 
 constexpr std::uint8_t isQuiet = 1;
 constexpr std::uint8_t isNoNumber = 2;

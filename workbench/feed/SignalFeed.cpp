@@ -59,7 +59,8 @@ std::optional<double> SignalFeed::symbolRate() const
     return m_symbolRate ? m_symbolRate : m_source.symbolRate;
 }
 
-/// The receiver as the pipeline has it: off it knows no symbol rate but one that was told.
+/// The receiver as the pipeline has it: off it knows no symbol rate but one that was told, and the
+/// bits of characters.
 ReceiverSettings SignalFeed::usedReceiver() const
 {
     ReceiverSettings settings;
@@ -68,6 +69,7 @@ ReceiverSettings SignalFeed::usedReceiver() const
         settings.symbolRate = symbolRate();
     } else {
         settings.symbolRate = m_symbolRate;
+        settings.characterBits = m_receiver.characterBits;
     }
     return settings;
 }

@@ -10,7 +10,9 @@
 
 namespace {
 
-constexpr double maxStride = 1.5; // symbols between neighbours: more is a gap
+// By which neighbours may miss a distance of a symbol: others are not of one clock, such as those
+// of characters that are out of step.
+constexpr double spacingTolerance = 0.1;
 
 /// Samples in a row, and the symbols in them.
 struct Stretch
@@ -92,7 +94,8 @@ private:
     bool isWhole(const Symbol& a, const Symbol& b) const
     {
         return a.state == SymbolState::Good && b.state == SymbolState::Good &&
-               b.position - a.position < maxStride * m_format.samplesPerSymbol;
+               std::abs((b.position - a.position) / m_format.samplesPerSymbol - 1.0) <
+                   spacingTolerance;
     }
     void append(const Stretch& stretch, std::size_t middle, double delay)
     {

@@ -21,12 +21,14 @@ void keepNewest(std::vector<double>& kept, const std::vector<double>& values)
 } // namespace
 
 PlainPath::PlainPath(const Receiver::Input& input, const ChannelChoice& channel,
-                     std::optional<double> symbolRate)
+                     const ReceiverSettings& settings)
     : m_input(input)
     , m_channel(channel)
     , m_first(static_cast<std::size_t>(input.constellationChannel.value_or(channel.value & ~1)))
     , m_hasQ(m_first + 1 < static_cast<std::size_t>(input.valueCount))
+    , m_bits(settings.characterBits.value_or(0))
 {
+    const auto& symbolRate = settings.symbolRate;
     m_format.sampleRate = input.sampleRate;
     m_format.hasQ = m_hasQ;
     const bool isKnown = !symbolRate && input.symbolRate && input.firstSymbol;
@@ -39,7 +41,7 @@ PlainPath::PlainPath(const Receiver::Input& input, const ChannelChoice& channel,
             m_clock = Clock::EachSample;
         else if (perSymbol >= SymbolTiming::minSamplesPerSymbol &&
                  perSymbol <= SymbolTiming::maxSamplesPerSymbol)
-            m_clock = Clock::Recovered;
+            m_clock = m_bits > 0 ? Clock::Characters : Clock::Recovered;
         if (m_clock != Clock::None)
             m_format.samplesPerSymbol = perSymbol;
     }
@@ -59,6 +61,9 @@ void PlainPath::reset(std::int64_t position)
     m_timing.reset();
     if (m_clock == Clock::Recovered)
         m_timing = std::make_unique<SymbolTiming>(m_format.samplesPerSymbol);
+    m_characters.reset();
+    if (m_clock == Clock::Characters)
+        m_characters = std::make_unique<CharacterClock>(m_format.samplesPerSymbol, m_bits);
     // The first symbol whose middle is here or later.
     m_nextSymbol = 0.0;
     if (m_clock == Clock::Known)
@@ -79,6 +84,8 @@ void PlainPath::finish(std::vector<SignalBlock>& blocks)
 {
     if (m_timing)
         m_timing->finish();
+    if (m_characters)
+        m_characters->finish();
     findSymbols(true);
     passOn(m_waiting.end(), blocks);
 }
@@ -93,6 +100,8 @@ void PlainPath::add(const std::vector<double>& values)
             m_waiting.q.push_back(values[k + m_first + 1]);
         if (m_timing)
             m_timing->push(m_waiting.samples.back());
+        if (m_characters)
+            m_characters->push(m_waiting.samples.back());
     }
 }
 
@@ -100,6 +109,10 @@ void PlainPath::findSymbols(bool isEnd)
 {
     if (m_clock == Clock::Recovered) {
         findRecovered();
+        return;
+    }
+    if (m_clock == Clock::Characters) {
+        findCharacters();
         return;
     }
     // Between samples a symbol takes those after it, which no block's end may cut off.
@@ -142,6 +155,34 @@ void PlainPath::findRecovered()
             continue;
         }
         m_knot = knot;
+    }
+}
+
+void PlainPath::findCharacters()
+{
+    for (const CharacterClock::Character& character : m_characters->takeCharacters()) {
+        for (int symbol = 0; symbol < m_bits + 2; ++symbol) // with start and stop bit
+            addSymbol(static_cast<double>(m_start) + character.middle(symbol),
+                      character.isGood ? SymbolState::Good : SymbolState::Unlocked);
+        if (character.isGood)
+            measureClock(character);
+    }
+    m_known = m_start + m_characters->known();
+}
+
+/// Rising and falling edges count by themselves: the middle of the levels, where that is not quite
+/// right, moves them against one another.
+void PlainPath::measureClock(const CharacterClock::Character& character)
+{
+    constexpr double apart = 1000.0; // symbols that the ones cannot be from the others
+    for (const bool isRising : {false, true}) {
+        for (const CharacterClock::Edge& edge : character.edges) {
+            if (edge.isRising == isRising)
+                m_waiting.clock.push_back(
+                    {(static_cast<double>(m_start) + edge.position) / m_input.sampleRate,
+                     std::round((edge.position - character.start) / character.period) - 0.5 +
+                         (isRising ? apart : 0.0)});
+        }
     }
 }
 

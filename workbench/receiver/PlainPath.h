@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/receiver/CharacterClock.h"
 #include "workbench/receiver/Receiver.h"
 #include "workbench/receiver/SignalPath.h"
 #include "workbench/receiver/SymbolTiming.h"
@@ -9,9 +10,10 @@
 class PlainPath : public SignalPath
 {
 public:
-    /// @param symbolRate  Bd; overrides what the input says, and is then looked for.
+    /// @param settings  of which the symbol rate counts, which overrides what the input says, and
+    ///                  the bits of a character.
     PlainPath(const Receiver::Input& input, const ChannelChoice& channel,
-              std::optional<double> symbolRate);
+              const ReceiverSettings& settings);
 
     const SignalFormat& format() const override { return m_format; }
     void process(const std::vector<double>& values, std::vector<SignalBlock>& blocks) override;
@@ -19,11 +21,13 @@ public:
     void reset(std::int64_t position) override;
 
 private:
-    enum class Clock { None, Known, EachSample, Recovered };
+    enum class Clock { None, Known, EachSample, Recovered, Characters };
 
     void add(const std::vector<double>& values);
     void findSymbols(bool isEnd);
     void findRecovered();
+    void findCharacters();
+    void measureClock(const CharacterClock::Character& character);
     void addSymbol(double position, SymbolState state);
     void passOn(std::int64_t end, std::vector<SignalBlock>& blocks);
     double pairAt(const std::vector<double>& values, double position) const;
@@ -37,6 +41,8 @@ private:
     double m_firstSymbol = 0.0;
     std::unique_ptr<SymbolTiming> m_timing;
     std::optional<SymbolKnot> m_knot;
+    int m_bits; // of a character
+    std::unique_ptr<CharacterClock> m_characters;
     double m_nextSymbol = 0.0;
     std::int64_t m_start = 0;        // where the stretch began
     std::int64_t m_known = 0;        // up to which its symbols are found

@@ -27,7 +27,7 @@ Receiver::Receiver(const Input& input, const ChannelChoice& channel,
     if (used.isOn && !input.firstSymbol && used.flaw(input.sampleRate).isEmpty())
         m_path = std::make_unique<ReceivedPath>(input, channel, used);
     else
-        m_path = std::make_unique<PlainPath>(input, channel, settings.symbolRate);
+        m_path = std::make_unique<PlainPath>(input, channel, settings);
 }
 
 Receiver::~Receiver() = default;

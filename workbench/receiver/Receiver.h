@@ -31,8 +31,8 @@ public:
     };
 
     /// @param channel   which exists.
-    /// @param settings  also where they are off: then their symbol rate alone counts, over that of
-    ///                  the input. With a flaw they count as off.
+    /// @param settings  also where they are off: then only the bits of a character count, and their
+    ///                  symbol rate, over that of the input. With a flaw they count as off.
     Receiver(const Input& input, const ChannelChoice& channel, const ReceiverSettings& settings);
     ~Receiver();
 

@@ -84,7 +84,7 @@ bool ReceiverSettings::operator==(const ReceiverSettings& other) const
     const auto all = [](const ReceiverSettings& s) {
         return std::tie(s.isOn, s.removesDc, s.shift, s.bandwidth, s.squelch, s.hasAutoSquelch,
                         s.demodulation, s.symbolRate, s.hasGainControl, s.filter, s.rollOff,
-                        s.hasTimingRecovery, s.modulation);
+                        s.hasTimingRecovery, s.modulation, s.characterBits);
     };
     return all(*this) == all(other);
 }

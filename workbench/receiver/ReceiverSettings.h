@@ -65,4 +65,7 @@ public:
     std::optional<double> rollOff; ///< of the filter; of a Gaussian one its BT
     bool hasTimingRecovery = true;
     std::optional<Modulation> modulation; ///< of the recovered carrier; linear only
+    /// Bits between start and stop bit of an asynchronous serial line, 5 to 9, whose characters may
+    /// be out of step with one another; off only, with a symbol rate.
+    std::optional<int> characterBits;
 };

@@ -72,6 +72,11 @@ void ParameterDock::connectTo(Player& player)
     connect(m_panel, &ParameterPanel::symbolRateChosen, &player, &Player::setSymbolRate);
     connect(m_panel, &ParameterPanel::eyeSymbolCountChosen, &player, &Player::setEyeSymbolCount);
     connect(m_panel, &ParameterPanel::eyeBandwidthChosen, &player, &Player::setEyeBandwidth);
+    connect(m_panel, &ParameterPanel::charactersChosen, &player, [&player](int bits) {
+        ReceiverSettings settings = player.feed().receiver();
+        settings.characterBits = bits > 0 ? std::optional(bits) : std::nullopt;
+        player.setReceiver(settings);
+    });
     connect(m_panel, &ParameterPanel::trajectoryChosen, &player, &Player::setTrajectory);
     const BuiltInPanel& builtIn = m_panel->builtIn();
     connect(&builtIn, &BuiltInPanel::noiseChosen, &player, &Player::setNoise);

@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/ParameterPanel.h"
 
+#include "workbench/receiver/CharacterClock.h"
 #include "workbench/window/BuiltInPanel.h"
 #include "workbench/window/FrequencyEditor.h"
 #include "workbench/window/GatePanel.h"
@@ -128,6 +129,17 @@ void ParameterPanel::addEyeSection()
     connect(
         m_eyeBandwidth, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
         [this](double part) { emit eyeBandwidthChosen(part < EyeCut::minBandwidth ? 0.0 : part); });
+    m_characters = new QSpinBox(this);
+    m_characters->setRange(CharacterClock::minBits - 1, CharacterClock::maxBits);
+    m_characters->setSpecialValueText(tr("off"));
+    m_characters->setSuffix(tr(" bits"));
+    m_characters->setKeyboardTracking(false);
+    m_characters->setToolTip(tr("Follows each start bit of an asynchronous serial line, with so "
+                                "many bits after it"));
+    form->addRow(tr("C&haracters"), m_characters);
+    form->labelForField(m_characters)->setMinimumWidth(panelForm::nameWidth);
+    connect(m_characters, QOverload<int>::of(&QSpinBox::valueChanged), this,
+            [this](int bits) { emit charactersChosen(bits < CharacterClock::minBits ? 0 : bits); });
     m_clock = panelForm::addFact(*form, tr("Clock"));
 }
 
@@ -264,5 +276,8 @@ void ParameterPanel::showSymbolRate(const Player& player)
     const bool isKnown = feed.source().firstSymbol && !feed.isSymbolRateGiven();
     m_eyeSymbols->setEnabled(hasSymbols);
     m_eyeBandwidth->setEnabled(hasSymbols);
+    const QSignalBlocker quietCharacters(m_characters);
+    m_characters->setValue(feed.receiver().characterBits.value_or(m_characters->minimum()));
+    m_characters->setEnabled(hasSymbols && !isKnown && !feed.receiver().isOn);
     m_clock->setText(clocks[!hasSymbols ? 2 : isKnown ? 0 : 1]);
 }

@@ -46,6 +46,7 @@ signals:
     void estimateWanted();
     void eyeSymbolCountChosen(int count);
     void eyeBandwidthChosen(double bandwidth); ///< As in EyeCut.
+    void charactersChosen(int bits);           ///< Of a serial line; 0: none.
     void trajectoryChosen(bool wanted);        ///< As in IqFeed.
     void schemeChosen(SchemeChoice::Choice choice);
     void autoScaleWanted();
@@ -75,6 +76,7 @@ private:
     QLabel* m_segment;
     QSpinBox* m_eyeSymbols;
     QDoubleSpinBox* m_eyeBandwidth;
+    QSpinBox* m_characters;
     QLabel* m_clock;
     QCheckBox* m_trajectory;
     GatePanel* m_gate;
