@@ -1468,8 +1468,8 @@
         <translation>aus</translation>
     </message>
     <message>
-        <source>Sy&amp;mbols only</source>
-        <translation>Nur Sy&amp;mbole</translation>
+        <source>Symbols only</source>
+        <translation>Nur Symbole</translation>
     </message>
     <message>
         <source>Shows nothing where no symbols are found, however loud it is</source>

@@ -93,7 +93,7 @@ void ReceiverPanel::addFilters(QFormLayout* form)
     m_squelch->setToolTip(tr("Level of the channel, of full scale, below which nothing is shown"));
     m_squelch->setAccessibleName(tr("Squelch"));
     form->addRow(tr("S&quelch"), beside(m_squelch, &m_squelchState));
-    m_symbolsOnly = new QCheckBox(tr("Sy&mbols only"), this);
+    m_symbolsOnly = new QCheckBox(tr("Symbols only"), this);
     m_symbolsOnly->setToolTip(tr("Shows nothing where no symbols are found, however loud it is"));
     form->addRow(m_symbolsOnly);
     m_demodulation = new QComboBox(this);
