@@ -10,8 +10,9 @@ constexpr double pi = 3.14159265358979323846;
 constexpr std::size_t padding = 4;   // of the search, against the window
 constexpr double significance = 7.0; // beyond the highest of as many lines of noise
 constexpr std::size_t leastSymbols = 16;
-constexpr double localPart = 0.5;    // of the lock quality: that of the symbols about one
-constexpr double offsetRange = 0.02; // of a symbol rate, times the power, either way
+constexpr double localPart = 0.5;     // of the lock quality: that of the symbols about one
+constexpr double offsetRange = 0.02;  // of a symbol rate, times the power, either way
+constexpr double mostAmplitude = 1.6; // that counts
 constexpr double startQuality = 0.6;
 constexpr double faintPower = 0.1;  // of the power of points: a symbol that is not followed
 constexpr double faintMean = 0.4;   // of it: the mean of symbols at the edge of a burst
@@ -37,9 +38,12 @@ BasebandFormat CarrierRecovery::configure(const ReceiverSettings& settings,
         m_frequencyStep = 4.0 * theta * theta / scale;
         m_decisions.assign(1, Decisions(m_modulation->points));
         m_meanSquare = 0.0;
-        for (const Complex& point : m_modulation->points)
-            m_meanSquare += std::norm(point) * std::norm(point) /
-                            static_cast<double>(m_modulation->points.size());
+        m_fourthPower = 0.0;
+        for (const Complex& point : m_modulation->points) {
+            const auto count = static_cast<double>(m_modulation->points.size());
+            m_meanSquare += std::norm(point) * std::norm(point) / count;
+            m_fourthPower += point * point * point * point / count;
+        }
     }
     reset();
     return format;
@@ -269,13 +273,15 @@ void CarrierRecovery::track()
         tracked.error = driven / std::max(tracked.weight, 0.1);
         driven = std::clamp(driven, -1.0, 1.0);
     }
-    // Angles of guesses are even between two points: their mean cosine is 0. Of amplitudes, what is
-    // off counts against the spacing of points, the mean square of an even error being a sixth.
+    // Angles of guesses are even between two points: their mean cosine is 0. Of amplitudes, the
+    // fourth power tells: noise leaves its mean as it is, and one that turns has none.
     const unsigned ambiguity = m_modulation->isOffset ? 4 : m_modulation->power;
-    tracked.quality = m_modulation->hasAmplitudes
-                          ? 1.0 - 6.0 * std::norm(symbol - ideal) /
-                                      (m_modulation->spacing * m_modulation->spacing)
-                          : std::cos(ambiguity * std::arg(product));
+    const Complex square =
+        symbol * symbol * std::min(1.0, mostAmplitude * mostAmplitude / std::max(power, 1e-12));
+    tracked.quality =
+        m_modulation->hasAmplitudes
+            ? (square * square * std::conj(m_fourthPower)).real() / std::norm(m_fourthPower)
+            : std::cos(ambiguity * std::arg(product));
     m_tracked.push_back(tracked);
     const double smoothing = 0.5 / static_cast<double>(m_reach);
     const bool isHeard = power > faintPower;

@@ -77,6 +77,7 @@ private:
     double m_frequencyStep = 0.0;
     std::vector<Decisions> m_decisions; // one, or none
     double m_meanSquare = 1.0;          // of the points' powers
+    Complex m_fourthPower;              // mean of the points'
     FourierTransforms m_transforms;
 
     BasebandBlock m_waiting;       // symbols and samples, of which...

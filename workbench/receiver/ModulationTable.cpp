@@ -46,8 +46,8 @@ std::vector<Modulation> table()
         with({"BPSK", 2, false, false, false, 256, 0.04, 32, 0.3, {}, 0, 0}, LIQUID_MODEM_BPSK),
         with({"QPSK", 4, false, false, false, 256, 0.03, 32, 0.3, {}, 0, 0}, LIQUID_MODEM_QPSK),
         with({"8PSK", 8, false, false, false, 512, 0.015, 64, 0.1, {}, 0, 0}, LIQUID_MODEM_PSK8),
-        with({"16QAM", 4, true, false, false, 1024, 0.01, 64, 0.06, {}, 0, 0}, LIQUID_MODEM_QAM16),
-        with({"64QAM", 4, true, false, false, 2048, 0.007, 64, 0.06, {}, 0, 0}, LIQUID_MODEM_QAM64),
+        with({"16QAM", 4, true, false, false, 1024, 0.01, 64, 0.3, {}, 0, 0}, LIQUID_MODEM_QAM16),
+        with({"64QAM", 4, true, false, false, 2048, 0.007, 64, 0.3, {}, 0, 0}, LIQUID_MODEM_QAM64),
         with({"OQPSK", 2, false, false, true, 1024, 0.02, 64, 0.3, {}, 0, 0}, LIQUID_MODEM_QPSK),
         with({"pi4DQPSK", 4, false, true, false, 256, 0.03, 32, 0.3, {}, 0, 0}, LIQUID_MODEM_QPSK)};
 }
