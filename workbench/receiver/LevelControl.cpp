@@ -25,6 +25,7 @@ void LevelControl::reset()
     m_power = 0.0;
     m_count = 0.0;
     m_gain = 1.0;
+    m_knowsSymbols = false;
 }
 
 void LevelControl::process(SignalBlock& block, double amplitude)
@@ -33,7 +34,10 @@ void LevelControl::process(SignalBlock& block, double amplitude)
         return;
     const auto count = static_cast<double>(block.count());
     double power = amplitude * amplitude;
-    if (!(power > 0.0)) {
+    if (power > 0.0 && !m_knowsSymbols)
+        m_count = 0.0; // what was before them tells nothing any more
+    m_knowsSymbols = m_knowsSymbols || power > 0.0;
+    if (!m_knowsSymbols) {
         for (std::size_t k = 0; k < block.count(); ++k) {
             const double q = block.q.empty() ? 0.0 : block.q[k];
             power += (block.i[k] * block.i[k] + q * q) / count;

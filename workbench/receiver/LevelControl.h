@@ -24,4 +24,5 @@ private:
     double m_power = 0.0;  // mean
     double m_count = 0.0;  // samples that it rests on
     double m_gain = 1.0;
+    bool m_knowsSymbols = false; // whether an amplitude was told
 };

@@ -271,13 +271,13 @@ void ReceivedPath::passOn(std::size_t count, std::vector<SignalBlock>& blocks)
     push(std::move(block), blocks);
 }
 
-/// Makes the samples quiet whose symbols are none.
+/// Makes the samples quiet that are not of good symbols.
 void ReceivedPath::silence(SignalBlock& block) const
 {
     const double half = 0.5 * m_format.samplesPerSymbol;
     block.isQuiet.assign(block.count(), 1);
     for (const Symbol& symbol : block.symbols) {
-        if (symbol.state == SymbolState::Unlocked)
+        if (symbol.state != SymbolState::Good)
             continue;
         const double middle = symbol.position - static_cast<double>(block.position);
         const auto last = static_cast<double>(block.count());
@@ -286,6 +286,10 @@ void ReceivedPath::silence(SignalBlock& block) const
         const auto end = static_cast<std::size_t>(std::clamp(std::ceil(middle + half), 0.0, last));
         std::fill(block.isQuiet.begin() + static_cast<std::ptrdiff_t>(begin),
                   block.isQuiet.begin() + static_cast<std::ptrdiff_t>(end), std::uint8_t{0});
+    }
+    for (auto* values : {&block.samples, &block.i, &block.q}) {
+        for (std::size_t k = 0; k < values->size(); ++k)
+            (*values)[k] = block.isQuiet[k] ? 0.0 : (*values)[k];
     }
 }
 
