@@ -147,7 +147,6 @@ QString MeasureCommand::measure(const QString& file,
     setup.modulation = settings.modulation;
     setup.hasCarrierRecovery = settings.isOn && settings.modulation;
     setup.isFm = settings.isOn && settings.demodulation == ReceiverSettings::Demodulation::Fm;
-    setup.eyeSymbolCount = m_options.eyeSymbolCount.value_or(setup.eyeSymbolCount);
     setup.eyeBandwidth = m_options.eyeBandwidth.value_or(0.0);
     const double margin = setup.symbolRate ? marginSymbols / *setup.symbolRate : 0.0;
     bool isWhole = true;

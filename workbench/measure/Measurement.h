@@ -34,7 +34,6 @@ public:
         std::optional<ReceiverSettings::Modulation> modulation;
         bool hasCarrierRecovery = false;
         bool isFm = false;
-        int eyeSymbolCount = 2;
         double eyeBandwidth = 0.0; ///< symbol rates; 0: no low-pass
     };
     struct SymbolRate

@@ -254,7 +254,6 @@ Measurement::Setup Player::setup() const
     const Origin told = m_feed.isSymbolRateGiven() ? Origin::Given : Origin::Metadata;
     setup.origin = m_confidence ? Origin::Estimated : told;
     setup.confidence = m_confidence;
-    setup.eyeSymbolCount = m_feed.eye().cut().symbolCount;
     setup.eyeBandwidth = m_feed.eye().cut().bandwidth;
     const ReceiverSettings& receiver = m_feed.receiver();
     if (m_kind == Kind::Demo)
