@@ -31,7 +31,8 @@ public:
     void run(const std::vector<Step>& steps);
     static std::string name(const Step& step);
 
-private:
     struct Private;
+
+private:
     std::unique_ptr<Private> d;
 };
