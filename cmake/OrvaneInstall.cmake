@@ -1,5 +1,6 @@
 # What cmake --install puts where: the libraries, their headers and the package files with which
-# find_package(Orvane) gives Orvane::Diagrams and Orvane::Platform, and the workbench.
+# find_package(Orvane) gives Orvane::Diagrams and Orvane::Platform, and the workbench. Projects that
+# take the source tree instead find the same headers under the same names, by files that include them.
 
 include(CMakePackageConfigHelpers)
 
@@ -16,10 +17,17 @@ set(ORVANE_INTERNAL_HEADERS
   foundations/TraceHistory.h
   views/ViewFrame.h)
 
+set(ORVANE_TREE "${PROJECT_BINARY_DIR}/include/orvane")
+# orvane_forwarder(<file> <header>): a file that includes a header.
+function(orvane_forwarder file header)
+  file(CONFIGURE OUTPUT "${file}" CONTENT "#pragma once\n#include \"@header@\"\n" @ONLY)
+endfunction()
+
 orvane_headers(platform_headers "${PROJECT_SOURCE_DIR}/platform")
 list(REMOVE_ITEM platform_headers ${ORVANE_INTERNAL_HEADERS})
 foreach(header IN LISTS platform_headers)
   get_filename_component(folder "${header}" DIRECTORY)
+  orvane_forwarder("${ORVANE_TREE}/platform/${header}" "${PROJECT_SOURCE_DIR}/platform/${header}")
   install(FILES "${PROJECT_SOURCE_DIR}/platform/${header}"
     DESTINATION "${ORVANE_HEADER_DIR}/platform/${folder}")
 endforeach()
@@ -31,13 +39,16 @@ foreach(header IN LISTS library_headers)
   get_filename_component(folder "${header}" DIRECTORY)
   get_filename_component(name "${header}" NAME)
   set(forwarder "${PROJECT_BINARY_DIR}/forwarders/${name}")
-  file(CONFIGURE OUTPUT "${forwarder}" CONTENT "#pragma once\n#include \"@header@\"\n" @ONLY)
+  orvane_forwarder("${forwarder}" "${header}")
+  foreach(path IN ITEMS "${name}" "${header}")
+    orvane_forwarder("${ORVANE_TREE}/${path}" "${PROJECT_SOURCE_DIR}/src/${header}")
+  endforeach()
   install(FILES "${PROJECT_SOURCE_DIR}/src/${header}" DESTINATION "${ORVANE_HEADER_DIR}/${folder}")
   install(FILES "${forwarder}" DESTINATION "${ORVANE_HEADER_DIR}")
 endforeach()
 
 install(TARGETS OrvaneDiagrams OrvanePlatform EXPORT OrvaneTargets
-  LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+  LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
 install(EXPORT OrvaneTargets NAMESPACE Orvane:: DESTINATION "${ORVANE_PACKAGE_DIR}")
 if(TARGET orvane-workbench)
   install(TARGETS orvane-workbench RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")

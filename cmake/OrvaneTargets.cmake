@@ -15,11 +15,13 @@ endif()
 
 # Programs and libraries find ours from where they lie themselves, in the build tree as where they are
 # installed: the paths that CMake would exchange end in an empty entry, which is the current folder.
-file(RELATIVE_PATH ORVANE_BIN_TO_LIB
-  "${CMAKE_INSTALL_FULL_BINDIR}" "${CMAKE_INSTALL_FULL_LIBDIR}")
-set(CMAKE_BUILD_WITH_INSTALL_RPATH ON)
-set(CMAKE_INSTALL_RPATH "$ORIGIN" "$ORIGIN/../lib" "$ORIGIN/${ORVANE_BIN_TO_LIB}")
-list(REMOVE_DUPLICATES CMAKE_INSTALL_RPATH)
+if(PROJECT_IS_TOP_LEVEL)
+  file(RELATIVE_PATH ORVANE_BIN_TO_LIB
+    "${CMAKE_INSTALL_FULL_BINDIR}" "${CMAKE_INSTALL_FULL_LIBDIR}")
+  set(CMAKE_BUILD_WITH_INSTALL_RPATH ON)
+  set(CMAKE_INSTALL_RPATH "$ORIGIN" "$ORIGIN/../lib" "$ORIGIN/${ORVANE_BIN_TO_LIB}")
+  list(REMOVE_DUPLICATES CMAKE_INSTALL_RPATH)
+endif()
 
 include(CheckCXXCompilerFlag)
 check_cxx_compiler_flag(-fcf-protection=full ORVANE_HAS_CF_PROTECTION)

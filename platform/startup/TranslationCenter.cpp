@@ -10,6 +10,10 @@
 
 #include <map>
 
+// The platform's own catalogue; a static library's resources are there only if they are asked for.
+// (The macro works outside of namespaces only.)
+static void addResources() { Q_INIT_RESOURCE(OrvanePlatformTranslations); }
+
 namespace {
 
 /// "de_AT" gives "de_AT", "de".
@@ -53,6 +57,7 @@ TranslationCenter::Private* TranslationCenter::Private::s_instance = nullptr;
 TranslationCenter::Private::Private()
 {
     s_instance = this;
+    addResources();
     qAddPreRoutine(&Private::ApplicationStarts); // calls it at once when there is an application
 }
 
