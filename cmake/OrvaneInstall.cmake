@@ -29,7 +29,7 @@ foreach(header IN LISTS platform_headers)
   get_filename_component(folder "${header}" DIRECTORY)
   orvane_forwarder("${ORVANE_TREE}/platform/${header}" "${PROJECT_SOURCE_DIR}/platform/${header}")
   install(FILES "${PROJECT_SOURCE_DIR}/platform/${header}"
-    DESTINATION "${ORVANE_HEADER_DIR}/platform/${folder}")
+    DESTINATION "${ORVANE_HEADER_DIR}/platform/${folder}" COMPONENT Development)
 endforeach()
 
 # The library's classes are included as <orvane/Class.h>, whichever folder they live in.
@@ -43,15 +43,18 @@ foreach(header IN LISTS library_headers)
   foreach(path IN ITEMS "${name}" "${header}")
     orvane_forwarder("${ORVANE_TREE}/${path}" "${PROJECT_SOURCE_DIR}/src/${header}")
   endforeach()
-  install(FILES "${PROJECT_SOURCE_DIR}/src/${header}" DESTINATION "${ORVANE_HEADER_DIR}/${folder}")
-  install(FILES "${forwarder}" DESTINATION "${ORVANE_HEADER_DIR}")
+  install(FILES "${PROJECT_SOURCE_DIR}/src/${header}" DESTINATION "${ORVANE_HEADER_DIR}/${folder}"
+    COMPONENT Development)
+  install(FILES "${forwarder}" DESTINATION "${ORVANE_HEADER_DIR}" COMPONENT Development)
 endforeach()
 
 install(TARGETS OrvaneDiagrams OrvanePlatform EXPORT OrvaneTargets
-  LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
-install(EXPORT OrvaneTargets NAMESPACE Orvane:: DESTINATION "${ORVANE_PACKAGE_DIR}")
+  LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Runtime NAMELINK_COMPONENT Development
+  ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Development)
+install(EXPORT OrvaneTargets NAMESPACE Orvane:: DESTINATION "${ORVANE_PACKAGE_DIR}"
+  COMPONENT Development)
 if(TARGET orvane-workbench)
-  install(TARGETS orvane-workbench RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  install(TARGETS orvane-workbench RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT Workbench)
 endif()
 
 configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/OrvaneConfig.cmake.in"
@@ -60,4 +63,8 @@ configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/OrvaneConfig.cmake.in
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/OrvaneConfigVersion.cmake"
   COMPATIBILITY SameMinorVersion)
 install(FILES "${PROJECT_BINARY_DIR}/OrvaneConfig.cmake"
-  "${PROJECT_BINARY_DIR}/OrvaneConfigVersion.cmake" DESTINATION "${ORVANE_PACKAGE_DIR}")
+  "${PROJECT_BINARY_DIR}/OrvaneConfigVersion.cmake" DESTINATION "${ORVANE_PACKAGE_DIR}"
+  COMPONENT Development)
+configure_file("${PROJECT_SOURCE_DIR}/cmake/orvane.pc.in" "${PROJECT_BINARY_DIR}/orvane.pc" @ONLY)
+install(FILES "${PROJECT_BINARY_DIR}/orvane.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
+  COMPONENT Development)
