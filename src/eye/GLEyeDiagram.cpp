@@ -185,34 +185,53 @@ void GLEyeDiagram::BuildScene()
     draw("CurveCartesian");
 }
 
-void GLEyeDiagram::AddData(std::vector<double>& data)
+void GLEyeDiagram::AddData(std::vector<double>& data) { AddData(data.data(), data.size()); }
+
+void GLEyeDiagram::AddData(const float* data, std::size_t count)
 {
-    if (data.size() < 2)
+    const std::vector<double> samples(data, data + count);
+    AddData(samples.data(), count);
+}
+
+void GLEyeDiagram::AddData(const double* data, std::size_t count)
+{
+    if (count < 2)
         return;
 
     const double span = static_cast<double>(m_xSpan > 0.1F ? m_xSpan : 0.1F);
-    const double divisor = span * spanWidening * static_cast<double>(data.size() - 1);
+    const double divisor = span * spanWidening * static_cast<double>(count - 1);
     const auto x = Object<CDataArrayD>("MeasDataX");
     const auto y = Object<CDataArrayD>("MeasDataY");
     if (x && y) {
         // The last one belongs to the NaN that ends the trace.
-        for (std::size_t i = 0; i <= data.size(); ++i) {
+        for (std::size_t i = 0; i <= count; ++i) {
             const double position = static_cast<double>(i) / divisor;
             x->Append(&position, 1);
         }
-        y->Append(data.data(), data.size());
+        y->Append(data, count);
         constexpr double separator = std::numeric_limits<double>::quiet_NaN();
         y->Append(&separator, 1);
     }
 
     Extent extent;
-    for (const double value : data)
-        extent.Take(static_cast<float>(value));
+    for (const double* value = data; value != data + count; ++value)
+        extent.Take(static_cast<float>(*value));
     extent.AddMargin();
-    *AddRecord() = {extent.min, extent.max, data.size()};
+    *AddRecord() = {extent.min, extent.max, count};
 
     ScaleTo(extent);
     TrimHistory();
+}
+
+void GLEyeDiagram::Clear()
+{
+    while (!m_records.empty())
+        RemoveRecord();
+    for (const char* name : {"MeasDataX", "MeasDataY"}) {
+        if (const auto array = Object<CDataArrayD>(name))
+            array->Replace(nullptr, 0);
+    }
+    update();
 }
 
 std::vector<std::vector<QPointF>> GLEyeDiagram::GetTraces() const

@@ -54,6 +54,12 @@ public:
     /// @param data  samples in order; read, not changed. Fewer than two are ignored. The curve is
     ///              broken at samples that are not finite, and NaN moves no bound.
     void AddData(std::vector<double>& data);
+    /// Likewise, of samples in contiguous memory.
+    void AddData(const double* data, std::size_t count);
+    void AddData(const float* data, std::size_t count);
+    /// Forgets all traces, and requests a repaint. The Y range and the settings stay, and so does
+    /// an auto-scale period.
+    void Clear();
     /// The traces that are kept, the oldest first, which may have lost its first samples: of each
     /// sample where it lies in the interval from 0 to 1, and its value.
     std::vector<std::vector<QPointF>> GetTraces() const;

@@ -108,6 +108,27 @@ void GLIQDiagram::AddData(std::vector<float>& data)
         RemoveRecord();
 }
 
+void GLIQDiagram::AddData(const float* data, std::size_t count)
+{
+    m_copy.assign(data, data + count);
+    AddData(m_copy);
+}
+
+void GLIQDiagram::AddData(const double* data, std::size_t count)
+{
+    m_copy.resize(count);
+    std::transform(data, data + count, m_copy.begin(),
+                   [](double value) { return static_cast<float>(value); });
+    AddData(m_copy);
+}
+
+void GLIQDiagram::Clear()
+{
+    while (!m_records.empty())
+        RemoveRecord();
+    update();
+}
+
 void GLIQDiagram::SetAgesByData(bool byData) { m_agesByData = byData; }
 
 std::vector<float> GLIQDiagram::GetSamples() const

@@ -55,6 +55,13 @@ public:
     ///              odd number of values, is ignored and left as it is.
     /// Pairs with a NaN or an infinity are not drawn; NaNs do not count for the auto-scale.
     void AddData(std::vector<float>& data);
+    /// Likewise, of values in contiguous memory, which are copied.
+    /// @param count  of values, twice that of points.
+    void AddData(const float* data, std::size_t count);
+    void AddData(const double* data, std::size_t count);
+    /// Forgets all data sets, and requests a repaint. Ranges and settings stay, and so does an
+    /// auto-scale period.
+    void Clear();
     /// Takes ages against the newest data set instead of the last paint, so that the plot stays as
     /// it is while no data come; false at first.
     void SetAgesByData(bool byData);
@@ -116,6 +123,7 @@ private:
 
     std::vector<ValueRecord*> m_records; // newest first
     std::vector<ValueRecord*> m_freeRecords;
+    std::vector<float> m_copy; // of data that may not be swapped
     GLBackground m_background;
     QAction m_propertiesAction;
     QAction m_autoScaleAction;

@@ -135,6 +135,33 @@ void GLTimeDiagram::AddData(std::vector<double>& data)
         RemoveRecord();
 }
 
+void GLTimeDiagram::AddData(const double* data, std::size_t count)
+{
+    m_copy.assign(data, data + count);
+    AddData(m_copy);
+}
+
+void GLTimeDiagram::AddData(const float* data, std::size_t count)
+{
+    m_copy.assign(data, data + count);
+    AddData(m_copy);
+}
+
+void GLTimeDiagram::Clear()
+{
+    while (!m_records.empty())
+        RemoveRecord();
+    update();
+}
+
+std::vector<std::vector<double>> GLTimeDiagram::GetTraces() const
+{
+    std::vector<std::vector<double>> traces;
+    for (auto record = m_records.rbegin(); record != m_records.rend(); ++record)
+        traces.push_back((*record)->m_samples);
+    return traces;
+}
+
 // Replaces or widens the Y range while auto-scaling. The range is set after each end, so that
 // whoever follows the axis sees both steps.
 void GLTimeDiagram::ScaleTo(Extent extent)

@@ -51,6 +51,14 @@ public:
     /// The bounds of a trace cover the samples after its last NaN; NaN samples are drawn at the
     /// bottom.
     void AddData(std::vector<double>& data);
+    /// Likewise, of samples in contiguous memory, which are copied.
+    void AddData(const double* data, std::size_t count);
+    void AddData(const float* data, std::size_t count);
+    /// Forgets all traces, and requests a repaint. Ranges, baud rate and settings stay, and so does
+    /// an auto-scale period.
+    void Clear();
+    /// The samples of the traces that are kept, the oldest trace first.
+    std::vector<std::vector<double>> GetTraces() const;
     /// Divisor that turns samples into X axis units; not checked, no repaint. Initially 0.
     void SetBaudrate(float baudrate);
 
@@ -111,6 +119,7 @@ private:
 
     std::vector<ValueRecord*> m_records; // newest first
     std::vector<ValueRecord*> m_freeRecords;
+    std::vector<double> m_copy;            // of data that may not be swapped
     std::vector<unsigned char> m_stepData; // levels of the data set that is being added
     GLBackground m_background;
     QAction m_propertiesAction;

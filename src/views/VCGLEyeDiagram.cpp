@@ -122,7 +122,40 @@ QMenu* VCGLEyeDiagram::getContextMenu()
 
 void VCGLEyeDiagram::FillData(std::vector<double>& data, bool repaint)
 {
-    Frame::Fill(*this, data, repaint);
+    Frame::Fill(*this, repaint, data);
+}
+
+void VCGLEyeDiagram::FillData(const double* data, std::size_t count, bool repaint)
+{
+    Frame::Fill(*this, repaint, data, count);
+}
+
+void VCGLEyeDiagram::FillData(const float* data, std::size_t count, bool repaint)
+{
+    Frame::Fill(*this, repaint, data, count);
+}
+
+void VCGLEyeDiagram::SetXAxisRange(double min, double max)
+{
+    Frame::SetXAxisRange(*this, min, max);
+}
+
+void VCGLEyeDiagram::SetYAxisRange(double min, double max)
+{
+    Frame::SetYAxisRange(*this, min, max);
+}
+
+void VCGLEyeDiagram::SetBaudrate(double baudrate)
+{
+    Diagram()->SetBaudrate(static_cast<float>(baudrate));
+    Diagram()->update();
+}
+
+void VCGLEyeDiagram::Clear()
+{
+    m_pending.clear();
+    m_segmentLength = 0.0F;
+    Diagram()->Clear();
 }
 
 void VCGLEyeDiagram::slotPaused(bool takeData) { Frame::SetTakeData(*this, takeData); }

@@ -6,6 +6,7 @@
 #include "views/ValueObservingPtr.h"
 #include "views/ValuePtr.h"
 
+#include <cstddef>
 #include <memory>
 #include <vector>
 
@@ -73,6 +74,21 @@ public:
     /// @param data     samples, only read.
     /// @param repaint  whether to request a repaint.
     void FillData(std::vector<double>& data, bool repaint);
+    /// Likewise, of samples in contiguous memory, which are only read.
+    void FillData(const double* data, std::size_t count, bool repaint);
+    void FillData(const float* data, std::size_t count, bool repaint);
+
+    /// The diagram, owned by the view, which lives as long as the view does.
+    GLEyeDiagram* GetDiagram() const { return Diagram(); }
+    /// The X axis below the diagram; empty from the view's destruction on.
+    std::shared_ptr<XAxisWidget> GetXAxis() const { return m_xAxis; }
+    /// Sets the ends of an axis, as bound limits do. The X axis shows 0 to 1 all the same.
+    void SetXAxisRange(double min, double max);
+    void SetYAxisRange(double min, double max);
+    /// Changes nothing; all views are set alike.
+    void SetBaudrate(double baudrate);
+    /// Forgets all traces and the open segment; axes and settings stay.
+    void Clear();
 
 signals:
     /// Data are taken from now on: the user resumed.

@@ -101,6 +101,31 @@ void VCGLIQDiagram::AutoScale()
 
 DiagramCaption* VCGLIQDiagram::GetToolbarCaption() { return m_pCaption; }
 
-void VCGLIQDiagram::AddData(std::vector<float>& data) { Frame::Fill(*this, data, true); }
+void VCGLIQDiagram::AddData(std::vector<float>& data) { Frame::Fill(*this, true, data); }
+
+void VCGLIQDiagram::AddData(const float* data, std::size_t count)
+{
+    Frame::Fill(*this, true, data, count);
+}
+
+void VCGLIQDiagram::AddData(const double* data, std::size_t count)
+{
+    Frame::Fill(*this, true, data, count);
+}
+
+std::shared_ptr<AxisHandler> VCGLIQDiagram::GetYAxis() const
+{
+    return m_diagram->GetYAxisHandler();
+}
+
+void VCGLIQDiagram::SetXAxisRange(double min, double max) { Frame::SetXAxisRange(*this, min, max); }
+
+void VCGLIQDiagram::SetYAxisRange(double min, double max) { Frame::SetYAxisRange(*this, min, max); }
+
+void VCGLIQDiagram::Clear()
+{
+    m_ruler.clear();
+    Diagram()->Clear();
+}
 
 void VCGLIQDiagram::slotPaused(bool takeData) { Frame::SetTakeData(*this, takeData); }

@@ -7,9 +7,11 @@
 #include "views/ValueObservingPtr.h"
 #include "views/ValuePtr.h"
 
+#include <cstddef>
 #include <memory>
 #include <vector>
 
+class AxisHandler;
 class DiagramCaption;
 class GLIQDiagram;
 class XAxisWidget;
@@ -61,6 +63,22 @@ public:
     /// Adds one data set directly, whether paused or not, and requests a repaint.
     /// @param data  I, Q, I, Q..., swapped as by GLIQDiagram::AddData.
     void AddData(std::vector<float>& data);
+    /// Likewise, of values in contiguous memory, which are only read.
+    /// @param count  of values, twice that of points.
+    void AddData(const float* data, std::size_t count);
+    void AddData(const double* data, std::size_t count);
+
+    /// The diagram, owned by the view, which lives as long as the view does.
+    GLIQDiagram* GetDiagram() const { return Diagram(); }
+    /// The X axis below the diagram; empty from the view's destruction on.
+    std::shared_ptr<XAxisWidget> GetXAxis() const { return m_xAxis; }
+    /// The Y axis, sharing ownership with the diagram.
+    std::shared_ptr<AxisHandler> GetYAxis() const;
+    /// Sets the ends of an axis, as bound limits do.
+    void SetXAxisRange(double min, double max);
+    void SetYAxisRange(double min, double max);
+    /// Forgets all data sets and the read-outs of the ruler; axes and settings stay.
+    void Clear();
 
 signals:
     /// Data are taken from now on: the user resumed.

@@ -102,7 +102,46 @@ QMenu* VCGLTimeDiagram::getContextMenu()
 
 void VCGLTimeDiagram::FillData(std::vector<double>& data, bool repaint)
 {
-    Frame::Fill(*this, data, repaint);
+    Frame::Fill(*this, repaint, data);
+}
+
+void VCGLTimeDiagram::FillData(const double* data, std::size_t count, bool repaint)
+{
+    Frame::Fill(*this, repaint, data, count);
+}
+
+void VCGLTimeDiagram::FillData(const float* data, std::size_t count, bool repaint)
+{
+    Frame::Fill(*this, repaint, data, count);
+}
+
+std::shared_ptr<AxisHandler> VCGLTimeDiagram::GetYAxis() const
+{
+    return m_diagram->GetYAxisHandler();
+}
+
+void VCGLTimeDiagram::SetXAxisRange(double min, double max)
+{
+    Frame::SetXAxisRange(*this, min, max);
+}
+
+void VCGLTimeDiagram::SetYAxisRange(double min, double max)
+{
+    Frame::SetYAxisRange(*this, min, max);
+}
+
+void VCGLTimeDiagram::SetBaudrate(double baudrate)
+{
+    Diagram()->SetBaudrate(static_cast<float>(baudrate));
+    Diagram()->update();
+}
+
+void VCGLTimeDiagram::Clear()
+{
+    m_pending.clear();
+    m_segmentLength = 0.0F;
+    m_ruler.clear();
+    Diagram()->Clear();
 }
 
 void VCGLTimeDiagram::slotPaused(bool takeData) { Frame::SetTakeData(*this, takeData); }

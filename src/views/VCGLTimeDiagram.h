@@ -7,9 +7,11 @@
 #include "views/ValueObservingPtr.h"
 #include "views/ValuePtr.h"
 
+#include <cstddef>
 #include <memory>
 #include <vector>
 
+class AxisHandler;
 class DiagramCaption;
 class GLTimeDiagram;
 class QMenu;
@@ -72,6 +74,23 @@ public:
     /// @param data     samples, swapped as by GLTimeDiagram::AddData.
     /// @param repaint  whether to request a repaint.
     void FillData(std::vector<double>& data, bool repaint);
+    /// Likewise, of samples in contiguous memory, which are only read.
+    void FillData(const double* data, std::size_t count, bool repaint);
+    void FillData(const float* data, std::size_t count, bool repaint);
+
+    /// The diagram, owned by the view, which lives as long as the view does.
+    GLTimeDiagram* GetDiagram() const { return Diagram(); }
+    /// The X axis below the diagram; empty from the view's destruction on.
+    std::shared_ptr<XAxisWidget> GetXAxis() const { return m_xAxis; }
+    /// The Y axis, sharing ownership with the diagram.
+    std::shared_ptr<AxisHandler> GetYAxis() const;
+    /// Sets the ends of an axis, as bound limits do.
+    void SetXAxisRange(double min, double max);
+    void SetYAxisRange(double min, double max);
+    /// Samples per unit of the X axis; 0 paints nothing.
+    void SetBaudrate(double baudrate);
+    /// Forgets all traces, the open segment and the read-outs of the ruler; axes and settings stay.
+    void Clear();
 
 signals:
     /// Data are taken from now on: the user resumed.

@@ -113,12 +113,31 @@ struct ViewFrame
     }
 
     /// Hands data to the diagram at once, and repaints on request.
-    template<class Data>
-    static void Fill(View& view, Data& data, bool repaint)
+    template<class... Data>
+    static void Fill(View& view, bool repaint, Data&... data)
     {
         const QPointer<View> alive(&view);
-        view.Diagram()->AddData(data);
+        view.Diagram()->AddData(data...);
         if (alive && repaint)
+            view.Diagram()->update();
+    }
+
+    static void SetXAxisRange(View& view, double min, double max)
+    {
+        const QPointer<View> alive(&view);
+        view.m_xAxis->SetStartValue(min);
+        if (alive && view.m_xAxis)
+            view.m_xAxis->SetStopValue(max);
+        if (alive)
+            view.Diagram()->update();
+    }
+    static void SetYAxisRange(View& view, double min, double max)
+    {
+        const QPointer<View> alive(&view);
+        view.Diagram()->SetYStart(min);
+        if (alive)
+            view.Diagram()->SetYStop(max);
+        if (alive)
             view.Diagram()->update();
     }
 

@@ -35,16 +35,6 @@ using Traces = std::vector<List>;
 struct TestAccess
 {
     template<class View>
-    static auto& diagram(View& view)
-    {
-        return *view.Diagram();
-    }
-    template<class View>
-    static XAxisWidget& xAxis(View& view)
-    {
-        return *view.m_xAxis;
-    }
-    template<class View>
     static bool& showGrid(View& view)
     {
         return view.Diagram()->m_showGrid;
@@ -120,7 +110,7 @@ struct Views : testing::Test
         QCoreApplication::processEvents(); // what was requested before
         QObject* widget = view.get();
         if constexpr (isEye)
-            widget = &TestAccess::diagram(*view);
+            widget = view->GetDiagram();
         widget->installEventFilter(&counter);
         action();
         QCoreApplication::processEvents();
@@ -130,10 +120,10 @@ struct Views : testing::Test
     std::pair<double, double> yRange()
     {
         std::pair<double, double> range;
-        TestAccess::diagram(*view).GetYStartStop(range.first, range.second);
+        view->GetDiagram()->GetYStartStop(range.first, range.second);
         return range;
     }
-    XAxisWidget& xAxis() { return TestAccess::xAxis(*view); }
+    XAxisWidget& xAxis() { return *view->GetXAxis(); }
     CaptionWidget* caption() { return view->template findChild<CaptionWidget*>(); }
 
     values::Tree& tree = values::Tree::Instance();
@@ -190,6 +180,39 @@ TYPED_TEST(Views, ApplyLimitsAtOnceFirstMatchingRoleOnly)
     EXPECT_FALSE(view.SetXAxisMin_ValuePath("Data")); // a list is no number
     this->a->SetValue(9.0); // no longer X start: the next role in order takes it
     EXPECT_EQ(this->yRange(), std::pair(3.0, 9.0));
+}
+
+TYPED_TEST(Views, ServeHostsWithoutValues)
+{
+    auto& view = *this->view;
+    const float floats[] = {5, 6, 7, 8};
+    const double doubles[] = {1, 2};
+    const auto give = [&](const auto* data, std::size_t count) {
+        if constexpr (TestFixture::isIq)
+            view.AddData(data, count);
+        else
+            view.FillData(data, count, true);
+    };
+    view.SetXAxisRange(-4.0, 0.0);
+    view.SetYAxisRange(-9.0, 9.0);
+    if constexpr (!TestFixture::isIq)
+        view.SetBaudrate(1.0);
+    EXPECT_EQ(this->yRange(), std::pair(-9.0, 9.0));
+    this->bindData();
+    this->feed({3, 4, 5}, {2, 0, 3}); // leaves a segment open
+    give(floats, 4);
+    give(doubles, 2);
+    EXPECT_EQ(this->count(), 3U);
+    if constexpr (std::is_same_v<TypeParam, VCGLTimeDiagram>) {
+        EXPECT_EQ(view.GetDiagram()->GetTraces(), (Traces{{3, 4}, {5, 6, 7, 8}, {1, 2}}));
+    }
+    this->show();
+    EXPECT_EQ(this->paintsBy([&] { view.Clear(); }), 1);
+    EXPECT_EQ(this->count(), 0U);
+    EXPECT_EQ(this->yRange(), std::pair(-9.0, 9.0));
+    give(doubles, 0);
+    this->feed({7, 7}, {2, 0}); // not joined to what was open
+    EXPECT_EQ(this->count(), 1U);
 }
 
 TYPED_TEST(Views, PauseDataByMouseAndSpaceButNotTheLimits)
@@ -276,7 +299,7 @@ TYPED_TEST(Views, ShowTheirDataAndOfferMenusAndRuler)
 
 TYPED_TEST(Views, ShowTheirSettingsApplyThemOnceAndMayGoMeanwhile)
 {
-    auto& diagram = TestAccess::diagram(*this->view);
+    auto& diagram = *this->view->GetDiagram();
     const QPointer<QAction> settings =
         static_cast<IHasContextMenu&>(diagram).getContextMenu(nullptr, nullptr, 0)->actions()[0];
     const auto inDialog = [&](const std::function<void(PropertyPagesFrame&)>& act) {
@@ -329,7 +352,7 @@ TYPED_TEST(Views, ShowTheirSettingsApplyThemOnceAndMayGoMeanwhile)
 
 TYPED_TEST(Views, KeepTheGridSwitchFromOneToTheNext)
 {
-    const QString key = QString(TestAccess::diagram(*this->view).metaObject()->className());
+    const QString key = QString(this->view->GetDiagram()->metaObject()->className());
     const QString file = values::Persistant::StoreFile();
     this->view.reset();
     QFile::remove(file);
@@ -356,7 +379,7 @@ TYPED_TEST(Views, TakeThemselvesDownInOrder)
     EXPECT_EQ(this->count(), 0U);
     QStringList gone;
     const std::pair<QObject*, QString> parts[] = {{&this->xAxis(), "axis"},
-                                                  {&TestAccess::diagram(*view), "diagram"},
+                                                  {view->GetDiagram(), "diagram"},
                                                   {view->GetToolbarCaption(), "caption"}};
     for (const auto& [object, name] : parts)
         QObject::connect(object, &QObject::destroyed, [&gone, name = name] { gone << name; });
