@@ -1,10 +1,15 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "platform/values/ListFeed.h"
 #include "platform/values/Tree.h"
 #include "platform/values/Values.h"
+
+#include <QTest>
+#include <QThread>
 
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <thread>
 
 namespace {
 
@@ -149,6 +154,41 @@ TEST_F(Values, LeaveTheTreeBeforeTheirObserversHearAndDieOnceTheOutermostNotific
     EXPECT_EQ(other.codes, (Codes{ccAttributes, ccState, ccContent, ccContent, ccContent}));
     EXPECT_TRUE(tree.Remove(path));
     EXPECT_EQ(Tracked::destroyed, 2);
+}
+
+TEST(ListFeed, BringsTheBlocksOfAThreadInOrderAndCountsWhatIsTooMuch)
+{
+    values::Tree& tree = values::Tree::Instance();
+    auto* list = tree.Create<values::ValueList<double>>("ListFeed/A");
+    auto* trigger = tree.Create<values::Value<bool>>("ListFeed/Trigger");
+    std::vector<double> received;
+    Probe probe;
+    probe.onUpdate = [&](Observable*, TChangeCode) {
+        EXPECT_EQ(QThread::currentThread(), qApp->thread());
+        received.insert(received.end(), list->GetList().begin(), list->GetList().end());
+    };
+    trigger->Attach(&probe);
+    {
+        values::ListFeed feed({"ListFeed/A", "ListFeed/None"}, "ListFeed/Trigger");
+        feed.setFrameRate(1000.0);
+        std::thread producer([&feed] {
+            for (int k = 0; k < 3000; k += 3)
+                EXPECT_TRUE(feed.push({{k + 0.0, k + 1.0, k + 2.0}, {0.0}, {0.0}}));
+        });
+        EXPECT_TRUE(QTest::qWaitFor([&] { return received.size() == 3000; }));
+        producer.join();
+        for (std::size_t k = 0; k < received.size(); ++k)
+            EXPECT_EQ(received[k], double(k));
+        EXPECT_EQ(feed.leftOutCount(), 0);
+        feed.setCapacity(2);
+        EXPECT_TRUE(feed.push({{1.0, 2.0, 3.0}}));
+        EXPECT_FALSE(feed.push({{4.0}}));
+        EXPECT_EQ(feed.leftOutCount(), 1);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return received.size() == 3003; }));
+    }
+    trigger->Detach(&probe);
+    tree.Remove("ListFeed/A");
+    tree.Remove("ListFeed/Trigger");
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/values/Handover.h"
 #include "workbench/measure/Measurement.h"
-#include "workbench/pipeline/Handover.h"
 
 #include <QObject>
 
@@ -44,7 +44,7 @@ private:
 
     void run();
 
-    Handover<Request> m_requests;
+    values::Handover<Request> m_requests;
     std::atomic<bool> m_isStopping = false;
     int m_run = 0; // counts what was cancelled
     std::thread m_thread;

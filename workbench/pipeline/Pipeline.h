@@ -1,7 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "workbench/pipeline/Handover.h"
+#include "platform/values/Handover.h"
 #include "workbench/pipeline/SourceFacts.h"
 #include "workbench/receiver/Receiver.h"
 
@@ -76,8 +76,8 @@ private:
     const SourceFacts m_facts;
     std::unique_ptr<Receiver> m_receiver; // the receiving thread's, likewise
     SignalFormat m_format;
-    Handover<Input> m_input;
-    Handover<SignalBlockPtr> m_output;
+    values::Handover<Input> m_input;
+    values::Handover<SignalBlockPtr> m_output;
     std::thread m_reading;
     std::thread m_receiving;
     std::size_t m_blockLength = 1; // samples to read at a time

@@ -10,6 +10,8 @@
 #include <optional>
 #include <utility>
 
+namespace values {
+
 /// A queue from one thread to another that holds items up to a weight; one more item may exceed it.
 /// Any thread may call any of its operations.
 template<class Item>
@@ -123,3 +125,5 @@ private:
     bool m_isClosed = false;
     bool m_isFinished = false;
 };
+
+} // namespace values
