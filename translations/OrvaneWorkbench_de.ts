@@ -1543,12 +1543,12 @@
         <translation>eine Verschiebung um %1 Hz ist mehr als die Abtastrate; geben Sie eine kleinere an</translation>
     </message>
     <message>
-        <source>a channel of %1 Hz is not within the sample rate; give another bandwidth</source>
-        <translation>ein Kanal von %1 Hz liegt nicht innerhalb der Abtastrate; geben Sie eine andere Bandbreite an</translation>
+        <source>a channel of %1 Hz cannot be had; give a bandwidth of %2 to less than %3 Hz</source>
+        <translation>ein Kanal von %1 Hz ist nicht möglich; geben Sie eine Bandbreite von %2 bis unter %3 Hz an</translation>
     </message>
     <message>
-        <source>a roll-off of %1 cannot be had; give more than 0, up to %2</source>
-        <translation>ein Roll-off von %1 ist nicht möglich; geben Sie mehr als 0 an, bis %2</translation>
+        <source>a roll-off of %1 cannot be had; give %2 to %3</source>
+        <translation>ein Roll-off von %1 ist nicht möglich; geben Sie %2 bis %3 an</translation>
     </message>
     <message>
         <source>a receiver takes %1 to %2 samples of a symbol, which a symbol rate of %3 Bd does not give; give another one</source>

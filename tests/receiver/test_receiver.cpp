@@ -349,27 +349,6 @@ TEST(Receiver, TakesTheSymbolsThatASourceKnows)
     }
 }
 
-TEST(Receiver, StaysFiniteWhateverComesIn)
-{
-    for (const auto demodulation : {Demodulation::Linear, Demodulation::Fm, Demodulation::Am}) {
-        Sending sending{Mod::Qam16, {}, 8.0, 0.0, 10.0, 0.3};
-        sending.count = 3000;
-        const Samples good = sending.samples();
-        ReceiverSettings settings = sending.settings();
-        settings.demodulation = demodulation;
-        settings.bandwidth = 9000.0;
-        settings.removesDc = true;
-        for (const double value : {noNumber, infinity, -infinity, 1e300, 1e-300, 0.0}) {
-            Samples samples = good;
-            std::fill(samples.begin() + 8000, samples.begin() + 16000, value);
-            const Received received(settings, samples);
-            EXPECT_GT(received.samples.size(), 20000U);
-            for (const double figure : received.figures())
-                ASSERT_TRUE(std::isfinite(figure)) << value;
-        }
-    }
-}
-
 TEST(Receiver, TellsWhatCannotBeReceived)
 {
     using Settings = ReceiverSettings;
@@ -388,9 +367,9 @@ TEST(Receiver, TellsWhatCannotBeReceived)
         std::optional<double> Settings::*member;
         std::vector<double> good;
         std::vector<double> bad;
-    } rows[] = {{&Settings::bandwidth, {1.0, 47999.0}, {0.0, -1.0, 48000.0}},
+    } rows[] = {{&Settings::bandwidth, {4.8, 47999.0}, {0.0, -1.0, 5e-324, 4.7, 48000.0}},
                 {&Settings::squelch, {-150.0, 60.0}, {-151.0, 61.0}},
-                {&Settings::rollOff, {0.01, 1.0}, {0.0, -0.1, 1.01}},
+                {&Settings::rollOff, {0.01, 1.0}, {0.0, -0.1, 0.009, 1.01}},
                 {&Settings::symbolRate, {0.48, 24000.0, 48000.0}, {0.0, -6000.0, 0.47, 24001.0}}};
     for (const auto& row : rows) {
         for (const double value : row.good)

@@ -8,6 +8,7 @@ namespace {
 
 constexpr double groupSymbols = 8.0;
 constexpr double groupSeconds = 1e-3;
+constexpr double mostGroup = 1e6;  // samples
 constexpr float hysteresis = 0.5F; // of the threshold
 constexpr float leastPower = 1e-20F;
 
@@ -20,7 +21,7 @@ void BurstGate::configure(const ReceiverSettings& settings, double sampleRate)
         m_threshold = static_cast<float>(std::pow(10.0, *settings.squelch / 10.0));
         const double length = settings.symbolRate ? groupSymbols * sampleRate / *settings.symbolRate
                                                   : groupSeconds * sampleRate;
-        m_groupLength = static_cast<std::size_t>(std::max(std::round(length), 1.0));
+        m_groupLength = static_cast<std::size_t>(std::clamp(std::round(length), 1.0, mostGroup));
     }
     reset();
 }

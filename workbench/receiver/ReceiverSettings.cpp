@@ -55,17 +55,20 @@ QString ReceiverSettings::flaw(double sampleRate) const
         return QString();
     if (!(std::abs(shift) <= sampleRate))
         return tr("a shift of %1 Hz is more than the sample rate; give a smaller one").arg(shift);
-    if (bandwidth && !(*bandwidth > 0.0 && *bandwidth < sampleRate))
-        return tr("a channel of %1 Hz is not within the sample rate; give another bandwidth")
-            .arg(*bandwidth);
+    if (bandwidth && !(*bandwidth >= minChannel * sampleRate && *bandwidth < sampleRate))
+        return tr("a channel of %1 Hz cannot be had; give a bandwidth of %2 to less than %3 Hz")
+            .arg(*bandwidth)
+            .arg(minChannel * sampleRate)
+            .arg(sampleRate);
     if (squelch && !(*squelch >= minSquelch && *squelch <= maxSquelch))
         return tr("a squelch of %1 dB cannot be had; give %2 to %3")
             .arg(*squelch)
             .arg(minSquelch)
             .arg(maxSquelch);
-    if (rollOff && !(*rollOff > 0.0 && *rollOff <= maxRollOff))
-        return tr("a roll-off of %1 cannot be had; give more than 0, up to %2")
+    if (rollOff && !(*rollOff >= minRollOff && *rollOff <= maxRollOff))
+        return tr("a roll-off of %1 cannot be had; give %2 to %3")
             .arg(*rollOff)
+            .arg(minRollOff)
             .arg(maxRollOff);
     const bool isOneEach = symbolRate && std::abs(*symbolRate / sampleRate - 1.0) < 1e-9;
     if (symbolRate && !isOneEach &&

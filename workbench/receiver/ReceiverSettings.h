@@ -26,6 +26,9 @@ public:
     /// Samples of the signal that a symbol must have before it.
     static constexpr double minSamplesPerSymbol = 2.0;
     static constexpr double maxSamplesPerSymbol = 1e5;
+    /// Of the sample rate: filters of narrower channels would all be alike.
+    static constexpr double minChannel = 1e-4;
+    static constexpr double minRollOff = 0.01;
     static constexpr double maxRollOff = 1.0;
     static constexpr double usualRollOff = 0.35;
     static constexpr double minSquelch = -150.0;

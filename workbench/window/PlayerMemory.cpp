@@ -75,8 +75,7 @@ void Player::restore()
     ReceiverSettings receiver;
     const auto unlessZero = [&number](const QString& key) {
         const double value = number(key, 0.0);
-        constexpr double smallest = 1e-6; // Hz, or a roll-off: below it, no filter can be made
-        return value >= smallest ? std::optional<double>(value) : std::nullopt;
+        return value > 0.0 ? std::optional<double>(value) : std::nullopt;
     };
     receiver.shift = number(shiftKey, 0.0);
     receiver.bandwidth = unlessZero(channelWidthKey);
