@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <archive.h>
+#include <archive_entry.h>
 #include <gtest/gtest.h>
 #include <sndfile.h>
 
@@ -39,6 +41,25 @@ inline void writeFile(const QString& name, const QByteArray& content)
     QFile file(name);
     file.open(QIODevice::WriteOnly);
     file.write(content);
+}
+
+inline void writeArchive(const QString& name,
+                         const std::vector<std::pair<QByteArray, QByteArray>>& files)
+{
+    archive* writer = archive_write_new();
+    archive_write_set_format_pax(writer);
+    archive_write_open_filename(writer, QFile::encodeName(name).constData());
+    archive_entry* entry = archive_entry_new();
+    for (const auto& [path, content] : files) {
+        archive_entry_clear(entry);
+        archive_entry_set_pathname(entry, path.constData());
+        archive_entry_set_filetype(entry, AE_IFREG);
+        archive_entry_set_size(entry, content.size());
+        archive_write_header(writer, entry);
+        archive_write_data(writer, content.constData(), static_cast<std::size_t>(content.size()));
+    }
+    archive_entry_free(entry);
+    archive_write_free(writer);
 }
 
 /// A sine of amplitude 0.5 that is not at a peak at the ends of any round number of samples.

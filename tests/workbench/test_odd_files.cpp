@@ -83,15 +83,27 @@ TEST_F(Recordings, ThatChangeWhileTheyAreReadEndThereAndSaySo)
     const auto writeRaw = [](const QString& name, int channels, std::size_t length) {
         writeFile(name, QByteArray(static_cast<int>(length) * channels, '\1'));
     };
+    const QByteArray meta = R"({"global": {"core:datatype": "cu8", "core:version": "1.0.0",)"
+                            R"("core:sample_rate": 8000}, "captures": [], "annotations": []})";
+    const auto writeSigmf = [&](const QString& name, int channels, std::size_t length) {
+        writeFile(path("a.sigmf-meta"), meta);
+        writeRaw(name, channels, length);
+    };
+    const auto writeTar = [&](const QString& name, int channels, std::size_t length) {
+        const QByteArray samples(static_cast<int>(length) * channels, '\1');
+        writeArchive(name, {{"a.sigmf-meta", meta}, {"a.sigmf-data", samples}});
+    };
     using Writer = std::function<void(const QString&, int, std::size_t)>;
-    // A file, and whether another one in its place can be told from it.
-    const std::tuple<const char*, Writer, bool> files[] = {{"a.flac", writeAudio, true},
-                                                           {"a.wav", writeAudio, true},
-                                                           {"a.csv", writeText, false},
-                                                           {"a.cu8", writeRaw, false}};
-    enum class Change { Shorter, OtherChannels, Gone };
-    for (const auto& [name, write, isOtherTold] : files) {
-        for (const Change change : {Change::Shorter, Change::OtherChannels, Change::Gone}) {
+    // A file, and whether another one in its place is told: never, of another format, or always.
+    enum Told { Never, Format, Always };
+    const std::tuple<const char*, Writer, Told> files[] = {
+        {"a.flac", writeAudio, Always},      {"a.wav", writeAudio, Always},
+        {"a.csv", writeText, Format},        {"a.cu8", writeRaw, Never},
+        {"a.sigmf-data", writeSigmf, Never}, {"a.sigmf", writeTar, Never}};
+    enum class Change { Shorter, OtherChannels, OtherFormat, Gone };
+    for (const auto& [name, write, told] : files) {
+        for (const Change change :
+             {Change::Shorter, Change::OtherChannels, Change::OtherFormat, Change::Gone}) {
             SCOPED_TRACE(testing::Message() << name << ", change " << static_cast<int>(change));
             QFile::remove(path(name));
             write(path(name), 2, count);
@@ -103,6 +115,8 @@ TEST_F(Recordings, ThatChangeWhileTheyAreReadEndThereAndSaySo)
                 QFile::remove(path(name));
             else if (change == Change::Shorter)
                 QFile(path(name)).resize(QFile(path(name)).size() / 2);
+            else if (change == Change::OtherFormat)
+                writeRaw(path(name), 8, count);
             else
                 write(path(name), 8, count);
             // As when it is repeated.
@@ -114,8 +128,9 @@ TEST_F(Recordings, ThatChangeWhileTheyAreReadEndThereAndSaySo)
             EXPECT_LE(all, 2 * count);
             EXPECT_EQ(source->sampleCount(), static_cast<std::int64_t>(count));
             EXPECT_EQ(source->valueCount(), 2);
-            const bool isTold =
-                change == Change::Shorter || (change == Change::OtherChannels && isOtherTold);
+            const bool isTold = change == Change::Shorter ||
+                                (change == Change::OtherFormat && told != Never) ||
+                                (change == Change::OtherChannels && told == Always);
             EXPECT_EQ(source->trouble().contains("open it again"), isTold)
                 << qPrintable(source->trouble());
             EXPECT_EQ(all < 2 * count, isTold);

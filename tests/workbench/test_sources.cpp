@@ -5,8 +5,6 @@
 #include <QCryptographicHash>
 #include <QFileInfo>
 
-#include <archive.h>
-#include <archive_entry.h>
 #include <gmock/gmock.h>
 
 #include <complex>
@@ -289,24 +287,6 @@ TEST_F(Recordings, OfSigmfMayHaveForeignBytesAmongTheirSamples)
     writeFile(path("a.dat"), QByteArray::fromHex("aaaa ff00ff aa")); // up to a header
     source = open(path("a.sigmf-meta"));
     EXPECT_THAT(readAll(*source, 9), testing::ElementsAre(1.0, -1.0, 1.0));
-}
-
-void writeArchive(const QString& name, const std::vector<std::pair<QByteArray, QByteArray>>& files)
-{
-    archive* writer = archive_write_new();
-    archive_write_set_format_pax(writer);
-    archive_write_open_filename(writer, QFile::encodeName(name).constData());
-    archive_entry* entry = archive_entry_new();
-    for (const auto& [path, content] : files) {
-        archive_entry_clear(entry);
-        archive_entry_set_pathname(entry, path.constData());
-        archive_entry_set_filetype(entry, AE_IFREG);
-        archive_entry_set_size(entry, content.size());
-        archive_write_header(writer, entry);
-        archive_write_data(writer, content.constData(), static_cast<std::size_t>(content.size()));
-    }
-    archive_entry_free(entry);
-    archive_write_free(writer);
 }
 
 TEST_F(Recordings, OfSigmfMayBeInAnArchive)
