@@ -1,25 +1,18 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 // Opens files of any content as the workbench does, reads in them and seeks, and looks whether what
 // comes back fits together. Built as a fuzz target for ORVANE_FUZZ_FILE; else as a test of the
-// inputs that fuzzing kept: ORVANE_FUZZ_INPUTS/NAME/*, each taken for a file NAME.
+// inputs that fuzzing kept: ORVANE_FUZZ_INPUTS/NAME/*, each taken for a file NAME, or attacks of
+// NAME.
+#include "Attack.h"
 #include "workbench/sources/Recording.h"
 
 #include <QDirIterator>
+#include <QHash>
 #include <QTemporaryDir>
-
-#include <cstdlib>
 
 namespace {
 
 constexpr std::size_t blockLength = 3000;
-
-void require(bool isTrue, const char* what)
-{
-    if (isTrue)
-        return;
-    std::fprintf(stderr, "what was read does not fit together: %s\n", what);
-    std::abort();
-}
 
 QString write(const char* name, const QByteArray& content)
 {
@@ -92,8 +85,12 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t si
 #else
 #include <gtest/gtest.h>
 
-TEST(FuzzInputs, ReadBackWithoutHarm)
+TEST(FuzzInputs, DoNoHarm)
 {
+    const QHash<QString, Attack*> attacks{{QStringLiteral("feed"), attackFeed},
+                                          {QStringLiteral("publisher"), attackPublisher},
+                                          {QStringLiteral("receiver"), attackReceiver},
+                                          {QStringLiteral("stream"), attackStream}};
     QDirIterator files(QStringLiteral(ORVANE_FUZZ_INPUTS), QDir::Files,
                        QDirIterator::Subdirectories);
     ASSERT_TRUE(files.hasNext());
@@ -101,7 +98,13 @@ TEST(FuzzInputs, ReadBackWithoutHarm)
         QFile file(files.next());
         SCOPED_TRACE(qPrintable(file.fileName()));
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        readBack(qPrintable(files.fileInfo().dir().dirName()), file.readAll());
+        const QString name = files.fileInfo().dir().dirName();
+        const QByteArray content = file.readAll();
+        Bytes input(content.constData(), static_cast<std::size_t>(content.size()));
+        if (Attack* attack = attacks.value(name))
+            attack(input);
+        else
+            readBack(qPrintable(name), content);
     }
 }
 #endif

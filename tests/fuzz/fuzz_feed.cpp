@@ -1,0 +1,209 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+// Plays small signals, and changes everything that can be changed of them, in any order.
+#include "AnySettings.h"
+#include "workbench/feed/SignalFeed.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+constexpr int mostSteps = 60;
+
+/// A signal of any kind whose samples are few numbers over and over.
+class AnySource : public SignalSource
+{
+public:
+    explicit AnySource(Bytes& input)
+        : m_isLive(input.below(4) == 0)
+        , m_isComplex(input.flag())
+        , m_canSeek(input.below(8) > 0)
+        , m_knowsCount(input.flag())
+        , m_channelCount(static_cast<int>(1 + input.below(3)))
+        , m_count(1 + input.take<std::uint16_t>() % 30000)
+        , m_mostRead(input.oneOf({std::size_t{1} << 20, std::size_t{777}, std::size_t{5}}))
+        , m_rate(m_isLive ? 1e9 : anyRate(input)) // what is live is held back to its rate
+    {
+        if (input.flag())
+            m_symbolRate = m_rate / anySamplesPerSymbol(input);
+        if (m_symbolRate && input.below(4) == 0)
+            m_firstSymbol = 0.5 * input.below(200);
+        if (input.below(4) == 0)
+            m_frameLength = 1.0 + 0.25 * input.take<std::uint16_t>();
+        for (double& value : m_values)
+            value = input.number();
+    }
+    QString name() const override { return QStringLiteral("any"); }
+    double sampleRate() const override { return m_rate; }
+    int channelCount() const override { return m_channelCount; }
+    bool isComplex() const override { return m_isComplex; }
+    std::optional<std::int64_t> sampleCount() const override
+    {
+        return m_knowsCount && !m_isLive ? std::optional(m_count) : std::nullopt;
+    }
+    std::optional<double> symbolRate() const override { return m_symbolRate; }
+    std::optional<double> firstSymbol() const override { return m_firstSymbol; }
+    std::optional<double> frameLength() const override { return m_frameLength; }
+    bool isLive() const override { return m_isLive; }
+    bool hasEnded() const override { return !m_isLive || m_position >= m_count; }
+    std::int64_t position() const override { return m_position; }
+    std::size_t read(std::vector<double>& block, std::size_t count) override
+    {
+        const std::int64_t left = std::max<std::int64_t>(m_count - m_position, 0);
+        count = std::min({count, m_mostRead, static_cast<std::size_t>(left)});
+        block.resize(count * static_cast<std::size_t>(valueCount()));
+        for (double& value : block)
+            value = m_values[m_nextValue++ % std::size(m_values)];
+        m_position += static_cast<std::int64_t>(count);
+        return count;
+    }
+    bool seek(std::int64_t position) override
+    {
+        const bool isPossible = m_canSeek && !m_isLive && position >= 0 && position <= m_count;
+        m_position = isPossible ? position : m_position;
+        return isPossible;
+    }
+
+private:
+    const bool m_isLive, m_isComplex, m_canSeek, m_knowsCount;
+    const int m_channelCount;
+    const std::int64_t m_count;
+    const std::size_t m_mostRead;
+    const double m_rate;
+    std::optional<double> m_symbolRate, m_firstSymbol, m_frameLength;
+    double m_values[7] = {};
+    std::size_t m_nextValue = 0;
+    std::int64_t m_position = 0;
+};
+
+double time(Bytes& input, const SignalFeed& feed)
+{
+    return input.flag() ? input.number() : input.take<std::int16_t>() / feed.source().sampleRate;
+}
+
+void play(Bytes& input, SignalFeed& feed, std::int64_t& elapsed)
+{
+    Transport& transport = feed.transport();
+    switch (input.below(8)) {
+    case 0:
+        transport.play();
+        elapsed = 0;
+        break;
+    case 1:
+        transport.pause();
+        break;
+    case 2:
+        transport.seek(time(input, feed));
+        break;
+    case 3:
+        transport.setSpeed(input.flag() ? Transport::fastest : input.number());
+        break;
+    case 4:
+        transport.setRepeat(input.flag());
+        break;
+    case 5: // as the options have it: how long, not until when
+        if (const double seconds = std::abs(time(input, feed)); seconds < 1e12)
+            transport.playThrough(seconds);
+        break;
+    default:
+        elapsed += input.take<std::uint16_t>() % 500;
+        transport.advance(elapsed);
+    }
+}
+
+void change(Bytes& input, SignalFeed& feed)
+{
+    const double number = input.number();
+    switch (input.below(14)) {
+    case 0:
+        feed.setReceiver(anySettings(input, feed.source().sampleRate));
+        break;
+    case 1:
+        feed.setChannel(anyChannel(input, 8));
+        break;
+    case 2:
+        feed.setSymbolRate(input.flag() ? std::optional(anyRate(input)) : std::nullopt);
+        break;
+    case 3:
+        if (!std::isnan(number))
+            feed.setSpan(number);
+        break;
+    case 4:
+        if (const double from = time(input, feed), to = time(input, feed);
+            std::isfinite(from) && std::isfinite(to))
+            feed.fixGate(from, to);
+        break;
+    case 5:
+        feed.releaseGate();
+        break;
+    case 6:
+        feed.fitToGate();
+        break;
+    case 7:
+        feed.showGate();
+        break;
+    case 8:
+        feed.changeSource([&input](SignalSource& source) { source.seek(input.below(200)); });
+        break;
+    case 9:
+        feed.eye().setSymbolCount(static_cast<int>(input.take<std::int32_t>()));
+        break;
+    case 10:
+        if (!std::isnan(number))
+            feed.eye().setBandwidth(number);
+        break;
+    case 11:
+        feed.iq().setTrajectory(input.flag());
+        break;
+    case 12:
+        feed.showNothing();
+        break;
+    default:
+        auto source = std::make_unique<AnySource>(input);
+        feed.open(std::move(source), 0,
+                  input.flag() ? std::optional(anyRate(input)) : std::nullopt);
+    }
+}
+
+void check(const SignalFeed& feed)
+{
+    const Gate& gate = feed.gate();
+    std::size_t count = 0;
+    for (const BlockPart& part : gate.parts()) {
+        require(part.count > 0 && part.first + part.count <= part.block->count(), "a part");
+        count += part.count;
+    }
+    require(count == gate.sampleCount() && count <= Gate::maxSampleCount, "the gate");
+    std::size_t inBlocks = 0;
+    for (const SignalBlockPtr& block : gate.blocks())
+        inBlocks += block->count();
+    require(gate.isFixed() ? inBlocks >= count : inBlocks == count, "the gate's blocks");
+    const Transport& transport = feed.transport();
+    require(std::isfinite(transport.time()) && transport.position() >= 0, "the present time");
+    require(transport.periodLength() > 0.0 &&
+                transport.periodLength() <= Transport::maxPeriodLength,
+            "a period");
+    require(std::isfinite(feed.span()) && feed.segmentLength() >= 1.0, "what is shown");
+    feed.reports();
+    feed.leftOutPart();
+}
+
+} // namespace
+
+void attackFeed(Bytes& input)
+{
+    static int count = 1;
+    static char* name[] = {const_cast<char*>("fuzz")};
+    static const QCoreApplication* application = // for timers
+        QCoreApplication::instance() ? nullptr : new QCoreApplication(count, name);
+    static_cast<void>(application);
+    SignalFeed feed;
+    feed.open(std::make_unique<AnySource>(input), 0, std::nullopt);
+    std::int64_t elapsed = 0;
+    for (int step = 0; step < mostSteps && !input.isEmpty(); ++step) {
+        if (input.flag())
+            play(input, feed, elapsed);
+        else
+            change(input, feed);
+        check(feed);
+    }
+}
