@@ -22,9 +22,10 @@ SignalBlockPtr cutOut(const BlockPart& part, double sampleRate, bool isAfterGap)
     block->time = whole.time + static_cast<double>(part.first) / sampleRate;
     block->isAfterGap = isAfterGap;
     const auto copy = [&part](const auto& from, auto& to) {
+        if (from.empty())
+            return;
         const auto first = from.begin() + static_cast<std::ptrdiff_t>(part.first);
-        if (!from.empty())
-            to.assign(first, first + static_cast<std::ptrdiff_t>(part.count));
+        to.assign(first, first + static_cast<std::ptrdiff_t>(part.count));
     };
     copy(whole.samples, block->samples);
     copy(whole.i, block->i);
