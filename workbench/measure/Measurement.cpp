@@ -30,20 +30,18 @@ struct Gate
 {
     Gate(const Blocks& blocks, double from, double to)
     {
-        const Symbol* before = nullptr;
+        bool follows = false; // a good one without a gap
         for (const SignalBlockPtr& block : blocks) {
+            follows = follows && !block->isAfterGap;
             for (const Symbol& symbol : block->symbols) {
                 if (symbol.time < from || symbol.time >= to)
                     continue;
                 ++all;
                 edges += symbol.state == State::Edge ? 1 : 0;
                 unlocked += symbol.state == State::Unlocked ? 1 : 0;
-                if (symbol.state == State::Good) {
-                    const bool isNew = !before || before->state != State::Good ||
-                                       (block->isAfterGap && &symbol == block->symbols.data());
-                    good.push_back({symbol, block->gain, isNew});
-                }
-                before = &symbol;
+                if (symbol.state == State::Good)
+                    good.push_back({symbol, block->gain, !follows});
+                follows = symbol.state == State::Good;
             }
         }
     }

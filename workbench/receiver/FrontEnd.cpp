@@ -34,7 +34,7 @@ void FrontEnd::configure(const ReceiverSettings& settings, double sampleRate, in
     m_shift.configure(settings, format);
     m_filter.configure(settings, format);
     m_gate.configure(settings, sampleRate);
-    reset();
+    reset(false);
 }
 
 void FrontEnd::process(const std::vector<double>& values, std::vector<BurstGate::Part>& parts)
@@ -98,10 +98,10 @@ void FrontEnd::finish(std::vector<BurstGate::Part>& parts)
     m_gate.finish(parts);
 }
 
-void FrontEnd::reset()
+void FrontEnd::reset(bool goesOn)
 {
     m_waiting.clear();
-    m_hasDc = false;
+    m_hasDc = m_hasDc && goesOn;
     m_shift.reset();
     m_filter.reset();
     m_gate.reset();

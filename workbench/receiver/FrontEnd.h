@@ -19,7 +19,8 @@ public:
     void process(const std::vector<double>& values, std::vector<BurstGate::Part>& parts);
     /// No more samples come: appends those that were held back.
     void finish(std::vector<BurstGate::Part>& parts);
-    void reset();
+    /// @param goesOn  as in SignalPath.
+    void reset(bool goesOn);
     StageReport shiftReport() const { return m_shift.report(); }
     StageReport channelReport() const { return m_filter.report(); }
     StageReport squelchReport() const { return m_gate.report(); }

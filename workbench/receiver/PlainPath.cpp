@@ -47,10 +47,10 @@ PlainPath::PlainPath(const Receiver::Input& input, const ChannelChoice& channel,
     }
     m_firstSymbol = isKnown ? *input.firstSymbol : 0.0;
     m_format.hasDecisions = m_clock != Clock::None && m_input.isComplex;
-    reset(0);
+    reset(0, false);
 }
 
-void PlainPath::reset(std::int64_t position)
+void PlainPath::reset(std::int64_t position, bool /*goesOn*/)
 {
     m_start = m_known = position;
     m_waiting = {};

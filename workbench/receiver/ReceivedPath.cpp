@@ -43,7 +43,7 @@ ReceivedPath::ReceivedPath(const Receiver::Input& input, const ChannelChoice& ch
     m_format.fittedPart = m_carrier.fittedPart() + m_refinement.fittedPart();
     m_edge = static_cast<std::size_t>(measuringFilter::edgeOf(settings));
     m_level.configure(settings.hasGainControl && !format.isDemodulated, m_format.samplesPerSymbol);
-    reset(0);
+    reset(0, false);
 }
 
 std::array<ReceiverStage*, 7> ReceivedPath::stages()
@@ -52,9 +52,9 @@ std::array<ReceiverStage*, 7> ReceivedPath::stages()
             &m_timing,      &m_carrier,   &m_refinement};
 }
 
-void ReceivedPath::reset(std::int64_t position)
+void ReceivedPath::reset(std::int64_t position, bool goesOn)
 {
-    m_front.reset();
+    m_front.reset(goesOn);
     m_level.reset();
     m_values.clear();
     m_taken = position;

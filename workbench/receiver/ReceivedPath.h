@@ -27,7 +27,7 @@ public:
     const SignalFormat& format() const override { return m_format; }
     void process(const std::vector<double>& values, std::vector<SignalBlock>& blocks) override;
     void finish(std::vector<SignalBlock>& blocks) override;
-    void reset(std::int64_t position) override;
+    void reset(std::int64_t position, bool goesOn) override;
 
 private:
     void take(std::vector<double> frame, std::vector<SignalBlock>& blocks);

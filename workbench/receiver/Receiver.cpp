@@ -40,8 +40,9 @@ void Receiver::process(std::int64_t position, const std::vector<double>& values,
                        std::vector<SignalBlock>& blocks)
 {
     if (!m_isStarted || position != m_next) {
+        const bool goesOn = m_isStarted && position > m_next;
         finish(blocks);
-        m_path->reset(position);
+        m_path->reset(position, goesOn);
         m_isStarted = true;
     }
     m_path->process(values, blocks);

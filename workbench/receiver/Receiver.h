@@ -42,7 +42,8 @@ public:
 
     /// Takes the next samples of the input, and appends the blocks that are ready.
     /// @param position  of the first sample. Where it does not follow the last one, what was open
-    ///                  is finished first and everything is found anew.
+    ///                  is finished first and everything is found anew, but for the DC offset where
+    ///                  it is a later one: samples were lost.
     /// @param values    as SignalSource::read gives them.
     void process(std::int64_t position, const std::vector<double>& values,
                  std::vector<SignalBlock>& blocks);

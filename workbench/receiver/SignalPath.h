@@ -17,5 +17,7 @@ public:
     /// No samples follow: appends what was held back.
     virtual void finish(std::vector<SignalBlock>& blocks) = 0;
     /// Starts anew at a sample of the input.
-    virtual void reset(std::int64_t position) = 0;
+    /// @param goesOn  whether it is of the same signal as before, later: what does not depend on
+    ///                samples that are missing, such as a DC offset, is still known.
+    virtual void reset(std::int64_t position, bool goesOn) = 0;
 };
