@@ -1870,16 +1870,20 @@
         <translation>%1 Bilder/s</translation>
     </message>
     <message>
-        <source>%1 drops</source>
-        <translation>%1 Lücken</translation>
+        <source>%1 % left out</source>
+        <translation>%1 % ausgelassen</translation>
     </message>
     <message>
         <source>Pictures of the first view in a second</source>
         <translation>Bilder der ersten Ansicht je Sekunde</translation>
     </message>
     <message>
-        <source>Blocks of signal that were skipped to keep pace: %1 % of the samples</source>
-        <translation>Signalblöcke, die übersprungen wurden, um Schritt zu halten: %1 % der Abtastwerte</translation>
+        <source>Sample rate of what is shown; the source has %1</source>
+        <translation>Abtastrate dessen, was gezeigt wird; die Quelle hat %1</translation>
+    </message>
+    <message>
+        <source>Part of the signal that came too fast or was lost, in %1 gaps</source>
+        <translation>Teil des Signals, der zu schnell kam oder verloren ging, in %1 Lücken</translation>
     </message>
 </context>
 <context>

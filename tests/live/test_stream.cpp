@@ -24,6 +24,30 @@ protected:
     std::vector<double> all;
 };
 
+TEST_F(Stream, ComesThroughHoweverItIsCutIntoPieces)
+{
+    std::vector<float> sent(200001); // whole I/Q pairs, and half of one
+    for (std::size_t i = 0; i < sent.size(); ++i)
+        sent[i] = static_cast<float>(i);
+    std::thread writer([&] {
+        const std::size_t end = sent.size() * sizeof(float);
+        std::size_t step = 1;
+        for (std::size_t done = 0; done < end; done += step) {
+            step = std::min(end - done, step < 70000 ? step * 3 : 1);
+            write(reinterpret_cast<const char*>(sent.data()) + done, step);
+        }
+        close(ends[1]);
+    });
+    StreamSource source = open(ends[0], "cf32");
+    while (source.position() < 5000)
+        source.discard(5000 - std::size_t(source.position()));
+    readUntil(source, all, [&] { return source.hasEnded(); });
+    writer.join();
+    sent.pop_back();
+    EXPECT_TRUE(std::equal(all.begin(), all.end(), sent.begin() + 10000, sent.end()));
+    EXPECT_TRUE(says(source, "within a sample (bytes left out: 4)"));
+}
+
 TEST_F(Stream, TellsASilenceWhileItLasts)
 {
     StreamSource source = open(ends[0], "rs16");

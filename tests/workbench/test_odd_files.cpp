@@ -29,7 +29,7 @@ TEST(PlainText, HoldsNothingThatControlsWhatShowsIt)
 TEST(StatusFields, TakeNoNameForMarkup)
 {
     StatusFields fields(nullptr);
-    fields.setSource("<h1>a</h1>.wav", 1e3);
+    fields.setSource("<h1>a</h1>.wav");
     const auto* label = fields.findChild<QLabel*>();
     EXPECT_EQ(label->textFormat(), Qt::PlainText);
     EXPECT_TRUE(label->toolTip().contains("&lt;h1&gt;a")) << qPrintable(label->toolTip());

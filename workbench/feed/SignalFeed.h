@@ -42,10 +42,9 @@ public:
     QString trouble() const;
     /// Whether a live source has no more samples.
     bool hasEnded() const;
-    /// Blocks of a live signal that were left out since it was opened, or lost.
-    std::int64_t dropCount() const { return m_pipeline ? m_pipeline->dropCount() : 0; }
-    /// The part of its samples that was left out, 0 to 1.
+    /// As in Pipeline.
     double leftOutPart() const { return m_pipeline ? m_pipeline->leftOutPart() : 0.0; }
+    std::int64_t gapCount() const { return m_pipeline ? m_pipeline->gapCount() : 0; }
 
     /// Receives the source from now on, also the next ones: at the symbol rate that is known, the
     /// one in the settings does not count. Settings with a flaw for a source are not used with it,

@@ -15,6 +15,7 @@ constexpr double maxBlock = 16384.0;
 constexpr std::size_t inputBlocks = 2; // of a recording that wait to be received
 constexpr double liveSeconds = 0.5;    // that may wait of a live signal
 constexpr double maxLive = 4e6;        // samples of them
+constexpr std::size_t roomPart = 4;    // of them, that wait when no more are left out
 constexpr double paceTolerance = 1.02; // by which a device's clock may be faster than ours
 constexpr double burstSeconds = 0.25;  // that may come at once
 constexpr auto longTime = std::chrono::hours(1);
@@ -54,8 +55,9 @@ Pipeline::Pipeline(std::unique_ptr<SignalSource> source, const ChannelChoice& ch
     , m_facts(SourceFacts::of(*m_source))
     , m_blockLength(lengthOf(blockSeconds * m_facts.sampleRate, minBlock, maxBlock))
 {
-    m_input.setLimit(m_facts.isLive ? lengthOf(liveSeconds * m_facts.sampleRate, 1.0, maxLive)
-                                    : inputBlocks * m_blockLength);
+    m_inputLimit = m_facts.isLive ? lengthOf(liveSeconds * m_facts.sampleRate, 1.0, maxLive)
+                                  : inputBlocks * m_blockLength;
+    m_input.setLimit(m_inputLimit);
     m_output.setLimit(m_blockLength);
     build(channel, settings);
     start();
@@ -85,6 +87,8 @@ void Pipeline::start()
 {
     m_sampleCount = m_source->sampleCount().value_or(-1);
     m_isStopping = false;
+    m_isLeavingOut = false;
+    countAnew();
     m_input.open();
     m_output.open();
     m_reading = std::thread([this] { read(); });
@@ -129,22 +133,38 @@ bool Pipeline::seek(std::int64_t position)
 void Pipeline::setDiscarding(bool discarding)
 {
     m_isDiscarding = discarding;
-    if (!discarding)
-        return;
-    m_input.clear();
-    m_output.clear();
+    if (discarding) {
+        m_input.clear();
+        m_output.clear();
+    } else {
+        countAnew();
+    }
+}
+
+void Pipeline::countAnew()
+{
+    m_gapCount = 0;
+    m_takenCount = 0;
+    m_leftOutCount = 0;
 }
 
 void Pipeline::read()
 {
     Pace pace(m_facts.sampleRate);
+    std::int64_t expected = m_source->position();
     while (!m_isStopping) {
-        Input input{m_source->position(), {}};
-        const std::size_t count = m_source->read(input.values, m_blockLength);
+        Input input{0, {}};
+        const bool isWanted = !m_facts.isLive || hasRoom();
+        const std::size_t count = isWanted ? m_source->read(input.values, m_blockLength)
+                                           : m_source->discard(m_blockLength);
         m_sampleCount = m_source->sampleCount().value_or(-1);
-        if (count > 0)
-            hand(std::move(input), count);
-        else if (m_source->hasEnded())
+        if (count > 0) {
+            input.position = m_source->position() - static_cast<std::int64_t>(count);
+            const std::int64_t lost =
+                input.position - std::exchange(expected, m_source->position());
+            hand(std::move(input), count, lost);
+        }
+        if (count == 0 && m_source->hasEnded())
             break;
         if (!m_facts.isLive)
             continue;
@@ -158,15 +178,29 @@ void Pipeline::read()
     m_input.finish();
 }
 
-void Pipeline::hand(Input input, std::size_t count)
+/// Whether the next block of a live signal can be received.
+bool Pipeline::hasRoom()
 {
-    if (!m_facts.isLive) {
-        m_input.push(std::move(input), count);
-    } else if (!m_isDiscarding) {
-        const bool isTaken = m_input.tryPush(std::move(input), count);
-        m_dropCount += isTaken ? 0 : 1;
-        (isTaken ? m_takenCount : m_leftOutCount) += static_cast<std::int64_t>(count);
+    if (m_isDiscarding)
+        return false;
+    const std::size_t waiting = m_input.waiting();
+    const bool wasLeavingOut = m_isLeavingOut;
+    m_isLeavingOut = waiting >= (wasLeavingOut ? m_inputLimit / roomPart + 1 : m_inputLimit);
+    m_gapCount += m_isLeavingOut && !wasLeavingOut ? 1 : 0;
+    return !m_isLeavingOut;
+}
+
+/// @param lost  samples just before it.
+void Pipeline::hand(Input input, std::size_t count, std::int64_t lost)
+{
+    const bool hasValues = !input.values.empty();
+    if (m_facts.isLive && !m_isDiscarding) {
+        m_gapCount += lost > 0 ? 1 : 0;
+        m_leftOutCount += lost;
+        (hasValues ? m_takenCount : m_leftOutCount) += static_cast<std::int64_t>(count);
     }
+    if (hasValues)
+        m_input.push(std::move(input), count);
 }
 
 void Pipeline::receive()

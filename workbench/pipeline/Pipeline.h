@@ -12,9 +12,11 @@
 /// Reads a source on one thread and receives it on another, so that who takes the blocks waits for
 /// no file, device or computation.
 ///
-/// A recording waits while its blocks are not taken. A live signal goes on: whole blocks of it are
-/// left out before they are received, and counted. One that could come faster than its sample rate,
-/// such as from a file through a pipe, is held back to that rate.
+/// A recording waits while its blocks are not taken. A live signal goes on: where too much of it
+/// waits to be received, all that comes is left out until most of that is done. A few long gaps
+/// cost fewer symbols than many short ones, as the loops have to be found anew after each. One that
+/// could come faster than its sample rate, such as from a file through a pipe, is held back to that
+/// rate.
 ///
 /// To be used by one thread.
 class Pipeline
@@ -32,10 +34,11 @@ public:
     std::optional<std::int64_t> sampleCount() const;
     /// As in SignalSource.
     QString trouble() const { return m_source->trouble(); }
-    /// Of a live signal: blocks that were left out or lost.
-    std::int64_t dropCount() const { return m_dropCount + m_source->lostBlockCount(); }
-    /// Of a live signal: the part of its samples that was left out, 0 to 1.
+    /// Of a live signal, since it is taken or was configured: the part of its samples that was left
+    /// out or lost, 0 to 1...
     double leftOutPart() const;
+    /// ...and in how many places.
+    std::int64_t gapCount() const { return m_gapCount; }
 
     /// Receives otherwise from now on. What waits is forgotten: go on with seek.
     void configure(const ChannelChoice& channel, const ReceiverSettings& settings);
@@ -70,7 +73,9 @@ private:
     void read();
     void receive();
     bool pass(std::vector<SignalBlock>& blocks);
-    void hand(Input input, std::size_t count);
+    bool hasRoom();
+    void hand(Input input, std::size_t count, std::int64_t lost);
+    void countAnew();
 
     std::unique_ptr<SignalSource> m_source; // the reading thread's while that runs
     const SourceFacts m_facts;
@@ -81,10 +86,12 @@ private:
     std::thread m_reading;
     std::thread m_receiving;
     std::size_t m_blockLength = 1; // samples to read at a time
+    std::size_t m_inputLimit = 1;  // samples from which on too much waits to be received
+    bool m_isLeavingOut = false;   // the reading thread's
     std::atomic<bool> m_isStopping = false;
     std::atomic<bool> m_isDiscarding = false;
     std::atomic<std::int64_t> m_sampleCount = -1; // of the source; negative: not known
-    std::atomic<std::int64_t> m_dropCount = 0;
+    std::atomic<std::int64_t> m_gapCount = 0;
     std::atomic<std::int64_t> m_takenCount = 0;   // samples of the source...
     std::atomic<std::int64_t> m_leftOutCount = 0; // ...and those that were not taken
 };

@@ -32,6 +32,23 @@ QString LiveSource::amiss() const
 
 std::size_t LiveSource::read(std::vector<double>& block, std::size_t count)
 {
+    const std::size_t samples = await(count);
+    block.resize(samples * static_cast<std::size_t>(valueCount()));
+    m_format.convert(m_bytes.data() + m_used, block.size(), block.data());
+    use(samples);
+    return samples;
+}
+
+std::size_t LiveSource::discard(std::size_t count)
+{
+    const std::size_t samples = await(count);
+    use(samples);
+    return samples;
+}
+
+/// Receives where no sample is there, and says how many are, at most so many.
+std::size_t LiveSource::await(std::size_t count)
+{
     const std::size_t size = sampleSize();
     if (remainder() < size && m_canReceive) {
         m_bytes.erase(m_bytes.begin(), m_bytes.begin() + static_cast<std::ptrdiff_t>(m_used));
@@ -43,11 +60,12 @@ std::size_t LiveSource::read(std::vector<double>& block, std::size_t count)
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
         m_trouble.say(amiss());
     }
-    const std::size_t samples = std::min(remainder() / size, count);
-    block.resize(samples * static_cast<std::size_t>(valueCount()));
-    m_format.convert(m_bytes.data() + m_used, block.size(), block.data());
-    m_used += samples * size;
+    return std::min(remainder() / size, count);
+}
+
+void LiveSource::use(std::size_t samples)
+{
+    m_used += samples * sampleSize();
     m_position += static_cast<std::int64_t>(samples);
-    m_hasEnded = !m_canReceive && remainder() < size;
-    return samples;
+    m_hasEnded = !m_canReceive && remainder() < sampleSize();
 }

@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 
@@ -32,9 +33,9 @@ public:
     bool isLive() const override { return true; }
     bool hasEnded() const override { return m_hasEnded; }
     QString trouble() const override { return m_trouble.sentence(); }
-    std::int64_t lostBlockCount() const override { return m_lostBlockCount; }
     std::int64_t position() const override { return m_position; }
     std::size_t read(std::vector<double>& block, std::size_t count) override;
+    std::size_t discard(std::size_t count) override;
     bool seek(std::int64_t) override { return false; }
 
 protected:
@@ -43,7 +44,8 @@ protected:
 
     LiveSource(const QString& name, const SampleFormat& format, double sampleRate);
 
-    /// Appends the bytes that have come; waits for some at most as long as patience says.
+    /// Appends the bytes that have come; waits for some at most as long as patience says. Where
+    /// samples were lost, those before and after come in different calls.
     /// @return false once none can come any more.
     virtual bool receive(std::vector<char>& bytes) = 0;
     /// What is amiss just now, a sentence; empty when all is well. Called in the thread that reads,
@@ -52,13 +54,17 @@ protected:
 
     const SampleFormat& format() const { return m_format; }
     std::size_t sampleSize() const;
-    void countLost() { ++m_lostBlockCount; }
+    /// Samples were lost before those that receive appends next; at least one is.
+    void leap(std::int64_t count) { m_position += std::max<std::int64_t>(count, 1); }
     /// Bytes that wait for the rest of their sample.
     std::size_t remainder() const { return m_bytes.size() - m_used; }
     /// Whole seconds since samples came last.
     std::int64_t silentSeconds() const;
 
 private:
+    std::size_t await(std::size_t count);
+    void use(std::size_t samples);
+
     const QString m_name;
     const SampleFormat m_format;
     const double m_sampleRate;
@@ -68,6 +74,5 @@ private:
     bool m_canReceive = true;
     Clock::time_point m_lastArrival = Clock::now();
     std::atomic<bool> m_hasEnded = false;
-    std::atomic<std::int64_t> m_lostBlockCount = 0;
     Trouble m_trouble;
 };

@@ -17,6 +17,10 @@ bool SignalSource::hasEnded() const { return true; }
 
 QString SignalSource::trouble() const { return QString(); }
 
-std::int64_t SignalSource::lostBlockCount() const { return 0; }
-
 std::optional<int> SignalSource::constellationChannel() const { return std::nullopt; }
+
+std::size_t SignalSource::discard(std::size_t count)
+{
+    std::vector<double> block;
+    return read(block, count);
+}

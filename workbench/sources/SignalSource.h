@@ -44,14 +44,12 @@ public:
     /// Of a live signal: what is amiss just now, a sentence; empty when all is well. From any
     /// thread, also while another one reads.
     virtual QString trouble() const;
-    /// Of a live signal: blocks that were lost on the way here. From any thread.
-    virtual std::int64_t lostBlockCount() const;
-
     /// Index of the value that is I, Q after it, of what a constellation shows, where that is not
     /// the pair of the value shown. None where not overridden.
     virtual std::optional<int> constellationChannel() const;
 
-    /// Index of the next sample to be read.
+    /// Index of the next sample to be read. Where samples of a live signal are lost on the way
+    /// here, reading leaps over as many as are known to be, at least one.
     virtual std::int64_t position() const = 0;
     /// Reads the next samples into a block, which it replaces: sample by sample, the channels of
     /// each beside one another, Q after I where complex. Values are full scale = 1 where the signal
@@ -60,6 +58,8 @@ public:
     /// @return samples read; 0 at the end, or where reading on is not possible, and of a live
     ///         signal also while none come.
     virtual std::size_t read(std::vector<double>& block, std::size_t count) = 0;
+    /// Leaves out the next samples of a live signal, at little cost: as read, without values.
+    virtual std::size_t discard(std::size_t count);
     /// Moves to a sample. False, and nothing moves, where that is not possible.
     virtual bool seek(std::int64_t position) = 0;
 };

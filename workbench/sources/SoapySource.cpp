@@ -229,7 +229,7 @@ bool SoapySource::receive(std::vector<char>& bytes)
     case SOAPY_SDR_OVERFLOW:
     case SOAPY_SDR_CORRUPTION:
     case SOAPY_SDR_TIME_ERROR:
-        countLost();
+        leap(1); // how many is not told
         return true;
     default:
         if (count < 0)

@@ -5,6 +5,9 @@
 
 #include <QUrl>
 
+#include <algorithm>
+#include <utility>
+
 #include <linux/tcp.h>
 #include <netdb.h>
 #include <netinet/in.h>
@@ -214,7 +217,8 @@ void ZmqSource::run()
             else
                 std::this_thread::sleep_for(pollPeriod);
             if (m_connection && !take() && m_connection->isFlooded()) {
-                leaveOut(tr("the publisher sends a message of more than %1 bytes: connecting again")
+                leaveOut(maxMessageSize,
+                         tr("the publisher sends a message of more than %1 bytes: connecting again")
                              .arg(maxMessageSize));
                 m_connection.reset();
                 m_lastUp = Clock::now();
@@ -241,10 +245,11 @@ bool ZmqSource::take()
         if (message.more())
             continue;
         if (size == 0 || size > maxMessageSize || size % sampleSize() != 0)
-            leaveOut(tr("messages are not whole samples of %1 (%2 left out, the last of %3 bytes); "
+            leaveOut(size,
+                     tr("messages are not whole samples of %1 (%2 left out, the last of %3 bytes); "
                         "check the format, and that no tags are sent")
                          .arg(format().name())
-                         .arg(lostBlockCount() + 1)
+                         .arg(m_badCount + 1)
                          .arg(size));
         else
             keep(message.data<char>(), size);
@@ -256,11 +261,15 @@ bool ZmqSource::take()
 void ZmqSource::keep(const char* bytes, std::size_t size)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    if (m_waiting.size() + size > maxWaitingSize) {
-        countLost();
+    if (m_waitingSize + size > maxWaitingSize) {
+        m_lost += static_cast<std::int64_t>(size / sampleSize());
         return;
     }
-    m_waiting.insert(m_waiting.end(), bytes, bytes + size);
+    if (m_waiting.empty() || m_lost > 0)
+        m_waiting.push_back({std::exchange(m_lost, 0), {}});
+    std::vector<char>& newest = m_waiting.back().bytes;
+    newest.insert(newest.end(), bytes, bytes + size);
+    m_waitingSize += size;
     m_hasCome.notify_all();
 }
 
@@ -268,8 +277,10 @@ void ZmqSource::keep(const char* bytes, std::size_t size)
 void ZmqSource::note()
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    m_isUp = m_connection && m_connection->isUp();
+    const bool wasUp = std::exchange(m_isUp, m_connection && m_connection->isUp());
     if (m_isUp) {
+        if (m_wasUp && !wasUp) // who knows for how long
+            m_lost = std::max<std::int64_t>(m_lost, 1);
         m_lastUp = Clock::now();
         m_wasUp = true;
         m_metStranger = false;
@@ -278,10 +289,11 @@ void ZmqSource::note()
     }
 }
 
-void ZmqSource::leaveOut(const QString& why)
+void ZmqSource::leaveOut(std::size_t size, const QString& why)
 {
-    countLost();
+    ++m_badCount;
     const std::lock_guard<std::mutex> lock(m_mutex);
+    m_lost += std::max<std::int64_t>(static_cast<std::int64_t>(size / sampleSize()), 1);
     m_lastBad = Clock::now();
     m_bad = why;
 }
@@ -290,8 +302,14 @@ bool ZmqSource::receive(std::vector<char>& bytes)
 {
     std::unique_lock<std::mutex> lock(m_mutex);
     m_hasCome.wait_for(lock, patience, [this] { return !m_waiting.empty(); });
-    bytes.insert(bytes.end(), m_waiting.begin(), m_waiting.end());
-    m_waiting.clear();
+    if (m_waiting.empty())
+        return true;
+    const Piece& oldest = m_waiting.front();
+    if (oldest.lostBefore > 0)
+        leap(oldest.lostBefore);
+    bytes.insert(bytes.end(), oldest.bytes.begin(), oldest.bytes.end());
+    m_waitingSize -= oldest.bytes.size();
+    m_waiting.pop_front();
     return true;
 }
 

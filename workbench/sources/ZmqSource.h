@@ -5,14 +5,16 @@
 #include "workbench/sources/Recording.h"
 
 #include <condition_variable>
+#include <deque>
 #include <memory>
 #include <mutex>
 #include <thread>
 
 /// What a ZeroMQ publisher sends: each message some samples of one format, without a header. Of a
 /// message in parts, as it comes with a topic, the last part. Messages that are empty, absurdly
-/// long or not whole samples are left out and counted, as are those that nobody reads in time. A
-/// publisher whose message does not end is left.
+/// long or not whole samples are left out, as are those that nobody reads in time; their samples
+/// count as lost, and one does where the publisher was away. A publisher whose message does not
+/// end is left.
 ///
 /// Connects to where it is told, binds nothing, and connects again for as long as it lives.
 class ZmqSource : public LiveSource
@@ -33,6 +35,11 @@ protected:
 
 private:
     class Connection;
+    struct Piece
+    {
+        std::int64_t lostBefore; // samples
+        std::vector<char> bytes;
+    };
 
     ZmqSource(const QString& address, const QString& endpoint, const SampleFormat& format,
               double sampleRate);
@@ -41,17 +48,20 @@ private:
     bool take();
     void keep(const char* bytes, std::size_t size);
     void note();
-    void leaveOut(const QString& why);
+    void leaveOut(std::size_t size, const QString& why);
 
     // Of the thread that receives, which takes whatever comes at once: only so is it known how much
     // there is of a message that is not whole.
     const QString m_endpoint;
     std::unique_ptr<Connection> m_connection; // null where there could be none
     Clock::time_point m_lastUp;               // or tried
+    int m_badCount = 0;                       // messages that were left out
 
     mutable std::mutex m_mutex; // guards what follows
     std::condition_variable m_hasCome;
-    std::vector<char> m_waiting;
+    std::deque<Piece> m_waiting;
+    std::size_t m_waitingSize = 0; // bytes
+    std::int64_t m_lost = 0;       // samples after those that wait
     bool m_isStopping = false;
     bool m_isUp = false;
     bool m_wasUp = false;

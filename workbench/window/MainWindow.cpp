@@ -200,7 +200,7 @@ void MainWindow::showSource(const QStringList& notices)
     m_readings->show(Measurement());
     QTimer::singleShot(PaneStates::patienceMs + 1, this, &MainWindow::refreshStatus);
     m_panes->showWhilePaused([this] { feed().showNothing(); });
-    m_status->setSource(source.name, source.sampleRate);
+    m_status->setSource(source.name);
     sayNotices(notices);
     refresh();
 }
@@ -252,7 +252,10 @@ void MainWindow::refreshStatus()
         m_parameters->showReports();
     }
     m_status->setTrouble(feed().hasEnded() ? tr("the stream has ended") : feed().trouble());
-    m_status->setDropCount(feed().dropCount(), feed().leftOutPart());
+    m_status->setSampleRate(feed().format().sampleRate, feed().source().sampleRate);
+    m_status->setLeftOut(feed().source().isLive ? std::optional(feed().leftOutPart())
+                                                : std::nullopt,
+                         feed().gapCount());
     // A second smooths the frame rate enough to be read.
     if (!feed().transport().isPlaying()) {
         m_status->setFrameRate(std::nullopt);

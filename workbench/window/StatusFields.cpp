@@ -6,6 +6,8 @@
 #include <QLabel>
 #include <QTextDocument>
 
+#include <cmath>
+
 namespace {
 
 constexpr int fieldMargin = 10;
@@ -49,11 +51,10 @@ StatusFields::StatusFields(QWidget* parent)
     setSizeGripEnabled(false);
     setContentsMargins(fieldMargin, 0, 0, 0);
     addWidget(m_source, 1);
-    m_sampleRate = addField(units::rate(888.888e3, "Hz"), tr("Sample rate"));
+    m_sampleRate = addField(units::rate(888.888e3, "Hz"), QString());
     m_frameRate = addField(tr("%1 fps").arg(QStringLiteral("88.8")),
                            tr("Pictures of the first view in a second"));
-    m_drops = addField(tr("%1 drops").arg(QStringLiteral("888888")), QString());
-    setDropCount(0, 0.0);
+    m_leftOut = addField(tr("%1 % left out").arg(QStringLiteral("< 88")), QString());
 }
 
 QLabel* StatusFields::addField(const QString& longest, const QString& toolTip)
@@ -67,11 +68,19 @@ QLabel* StatusFields::addField(const QString& longest, const QString& toolTip)
     return label;
 }
 
-void StatusFields::setSource(const QString& name, double sampleRate)
+void StatusFields::setSource(const QString& name)
 {
     m_name = name;
     setTrouble(QString());
-    m_sampleRate->setText(units::rate(sampleRate, "Hz"));
+}
+
+void StatusFields::setSampleRate(double shown, double source)
+{
+    m_sampleRate->setText(units::rate(shown, "Hz"));
+    m_sampleRate->setToolTip(
+        shown == source
+            ? tr("Sample rate")
+            : tr("Sample rate of what is shown; the source has %1").arg(units::rate(source, "Hz")));
 }
 
 void StatusFields::setTrouble(const QString& sentence)
@@ -85,9 +94,14 @@ void StatusFields::setFrameRate(std::optional<double> rate)
         tr("%1 fps").arg(rate ? QString::number(*rate, 'f', 1) : QStringLiteral("–")));
 }
 
-void StatusFields::setDropCount(std::int64_t count, double part)
+void StatusFields::setLeftOut(std::optional<double> part, std::int64_t gaps)
 {
-    m_drops->setText(tr("%1 drops").arg(count));
-    m_drops->setToolTip(tr("Blocks of signal that were skipped to keep pace: %1 % of the samples")
-                            .arg(100.0 * part, 0, 'f', 2));
+    const double percent = 100.0 * part.value_or(0.0);
+    const QString text = percent > 0.0 && percent < 1.0
+                             ? QStringLiteral("< 1")
+                             : QString::number(static_cast<int>(std::floor(percent)));
+    m_leftOut->setText(part ? tr("%1 % left out").arg(text) : QString());
+    m_leftOut->setToolTip(
+        part ? tr("Part of the signal that came too fast or was lost, in %1 gaps").arg(gaps)
+             : QString());
 }

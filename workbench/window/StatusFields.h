@@ -8,21 +8,24 @@
 
 class QLabel;
 
-/// Status bar: source, sample rate, frame rate, drops. Fields of numbers are as wide as
-/// their longest usual text, so that they do not move.
+/// Status bar: source, sample rate, frame rate, what of a live signal is left out. Fields of
+/// numbers are as wide as their longest usual text, so that they do not move.
 class StatusFields : public QStatusBar
 {
     Q_OBJECT
 public:
     explicit StatusFields(QWidget* parent);
 
-    void setSource(const QString& name, double sampleRate);
+    void setSource(const QString& name);
+    /// Hz, of what is shown and of the source.
+    void setSampleRate(double shown, double source);
     /// What is amiss with it just now, beside its name; empty for nothing.
     void setTrouble(const QString& sentence);
     /// Pictures a second; none where none are shown.
     void setFrameRate(std::optional<double> rate);
-    /// @param part  of the samples that was left out, 0 to 1.
-    void setDropCount(std::int64_t count, double part);
+    /// @param part  of the samples that is left out, 0 to 1; none: the signal waits for us.
+    /// @param gaps  in which it is.
+    void setLeftOut(std::optional<double> part, std::int64_t gaps);
 
 private:
     class ElidedLabel;
@@ -33,5 +36,5 @@ private:
     ElidedLabel* m_source;
     QLabel* m_sampleRate;
     QLabel* m_frameRate;
-    QLabel* m_drops;
+    QLabel* m_leftOut;
 };
