@@ -99,6 +99,15 @@ protected:
 
 TEST_F(Exported, PicturesShowWhatTheScreenShows)
 {
+    const auto expectVectorsLike = [this](const QImage& png, std::size_t index) {
+        QSvgRenderer renderer(content(index, Format::Svg, png.size()));
+        EXPECT_EQ(renderer.viewBox().size(), png.size());
+        QImage svg(png.size(), QImage::Format_RGB32);
+        QPainter painter(&svg);
+        renderer.render(&painter);
+        EXPECT_LT(strays(svg, png), 0.02);
+        EXPECT_LT(strays(png, svg), 0.02);
+    };
     play();
     for (std::size_t index = 0; index < 3; ++index) {
         SCOPED_TRACE(index);
@@ -114,16 +123,13 @@ TEST_F(Exported, PicturesShowWhatTheScreenShows)
             ASSERT_EQ(png.size(), screen.size());
             EXPECT_LT(strays(png, screen), 0.005);
             EXPECT_LT(strays(screen, png), 0.005);
-
-            QSvgRenderer renderer(content(index, Format::Svg, size));
-            EXPECT_EQ(renderer.viewBox().size(), size);
-            QImage svg(size, QImage::Format_RGB32);
-            QPainter painter(&svg);
-            renderer.render(&painter);
-            EXPECT_LT(strays(svg, png), 0.02);
-            EXPECT_LT(strays(png, svg), 0.02);
+            expectVectorsLike(png, index);
         }
     }
+    window.player().setTrajectory(true);
+    window.player().setSpan(0.5); // more points than become a square each
+    play();
+    expectVectorsLike(QImage::fromData(content(2, Format::Png, {300, 420})), 2);
 }
 
 TEST_F(Exported, PicturesLeaveTheViewAlone)
