@@ -2,6 +2,9 @@
 #include "Live.h"
 #include "workbench/sources/StreamSource.h"
 
+#include <algorithm>
+#include <thread>
+
 #include <fcntl.h>
 #include <unistd.h>
 
