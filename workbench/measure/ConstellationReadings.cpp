@@ -27,11 +27,12 @@ double likeliestError(const std::vector<Complex>& points, const Decisions& decis
         double cross = 0.0, square = 0.0, sum = 0.0;
         for (const Complex& point : points) {
             const Complex z = point / gain;
-            const auto [off, mean] = decisions.expected(z, 0.5 * error);
-            sum += off;
-            cross += (z * std::conj(mean)).real();
+            const Decisions::Expected expected = decisions.expected(z, 0.5 * error);
+            sum += expected.square;
+            cross += (z * std::conj(expected.ideal)).real();
             // Of what it is off a part is known; the rest is how uncertain the point is.
-            square += std::max(off - std::norm(z - mean), 0.0) + std::norm(mean);
+            square += std::max(expected.square - std::norm(z - expected.ideal), 0.0) +
+                      std::norm(expected.ideal);
         }
         error = sum / count;
         gain *= cross / square;

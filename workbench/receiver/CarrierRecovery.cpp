@@ -7,17 +7,12 @@
 namespace {
 
 constexpr double pi = 3.14159265358979323846;
-constexpr std::size_t padding = 4;   // of the search, against the window
-constexpr double significance = 7.0; // beyond the highest of as many lines of noise
 constexpr std::size_t leastSymbols = 16;
 constexpr double localPart = 0.5;     // of the lock quality: that of the symbols about one
 constexpr double offsetRange = 0.02;  // of a symbol rate, times the power, either way
 constexpr double mostAmplitude = 1.6; // that counts
 constexpr double startQuality = 0.6;
-constexpr double faintPower = 0.1;  // of the power of points: a symbol that is not followed
-constexpr double faintMean = 0.4;   // of it: the mean of symbols at the edge of a burst
 constexpr double faintBurst = 0.01; // of the level of the strongest one
-constexpr int rampSymbols = 3;      // of a burst
 constexpr double damping = 0.707;
 
 } // namespace
@@ -37,6 +32,7 @@ BasebandFormat CarrierRecovery::configure(const ReceiverSettings& settings,
         m_phaseStep = 4.0 * damping * theta / scale;
         m_frequencyStep = 4.0 * theta * theta / scale;
         m_decisions.assign(1, Decisions(m_modulation->points));
+        m_tracked.configure(m_reach, m_modulation->hasAmplitudes);
         m_meanSquare = 0.0;
         m_fourthPower = 0.0;
         for (const Complex& point : m_modulation->points) {
@@ -53,9 +49,10 @@ void CarrierRecovery::reset()
 {
     m_waiting = {};
     m_head = 0;
-    m_used = 0;
     m_tracked.clear();
-    m_past = 0;
+    m_lock.clear();
+    if (isOn())
+        m_lock.emplace_back(*m_modulation);
     m_number = 0;
     m_isTracking = false;
     m_phase = m_frequency = m_lastPhase = m_offset = m_phaseError = 0.0;
@@ -135,7 +132,7 @@ void CarrierRecovery::searchOn(bool isEnding, BasebandBlock& output)
 {
     for (;;) {
         if (m_isTracking) {
-            while (m_isTracking && m_used < waitingCount())
+            while (m_isTracking && m_tracked.count() < waitingCount())
                 track();
             putOutTracked(isEnding && m_isTracking, output);
             if (m_isTracking)
@@ -177,20 +174,15 @@ void CarrierRecovery::settle(std::size_t count, BasebandBlock& output)
 /// The loop follows no more.
 void CarrierRecovery::letGo(BasebandBlock& output)
 {
-    settle(m_used, output);
-    m_used = 0;
+    settle(m_tracked.count(), output);
     m_tracked.clear();
-    m_past = 0;
     m_phaseError = 0.0;
 }
 
 /// Looks for a carrier among the symbols that wait; the loop then starts with the first.
 bool CarrierRecovery::acquire(std::size_t count)
 {
-    std::size_t size = 64;
-    while (size < count * padding)
-        size *= 2;
-    double power = 0.0, squares = 0.0, energy = 0.0;
+    double power = 0.0, squares = 0.0;
     for (std::size_t k = 0; k < count; ++k) {
         const double norm = std::norm(sampleAt(k, 0));
         power += norm;
@@ -202,41 +194,22 @@ bool CarrierRecovery::acquire(std::size_t count)
     const double amplitude = std::sqrt(squares / power / m_meanSquare);
     if (amplitude < faintBurst * m_strongest) // such as the tail of a filter
         return false;
-    std::vector<Complex> line(size);
-    for (std::size_t k = 0; k < count; ++k) {
-        line[k] = undone(k, amplitude);
-        energy += std::norm(line[k]);
-    }
-    std::vector<Complex> spectrum = line;
-    m_transforms.forward(spectrum);
-    const auto strength = [&](std::size_t bin) { return std::norm(spectrum[bin % size]); };
-    // The line of an offset modulation is faint: the frequency is known before, better than so.
-    const std::size_t range =
-        m_modulation->isOffset ? static_cast<std::size_t>(offsetRange * static_cast<double>(size))
-                               : size / 2;
-    std::size_t best = 0;
-    for (std::size_t bin = 0; bin < size; ++bin) {
-        if ((bin <= range || bin >= size - range) && strength(bin) > strength(best))
-            best = bin;
-    }
-    const double lines = static_cast<double>(count * range) / static_cast<double>(size / 2);
-    if (!(strength(best) > (std::log(lines) + significance) * energy))
-        return false;
-    // The top of the parabola through the best one and its neighbours.
-    const double left = std::sqrt(strength(best + size - 1));
-    const double right = std::sqrt(strength(best + 1));
-    const double curvature = left - 2.0 * std::sqrt(strength(best)) + right;
-    const double part = curvature < 0.0 ? 0.5 * (left - right) / curvature : 0.0;
-    double turn = 2.0 * pi * (static_cast<double>(best) + part) / static_cast<double>(size);
-    turn = std::remainder(turn, 2.0 * pi); // of a symbol, times the power
-    Complex sum = 0.0;
-    for (std::size_t k = 0; k < count; ++k)
-        sum += line[k] * std::polar(1.0, -turn * static_cast<double>(k));
     const double before = m_waiting.symbols[m_head].phase;
     const double step =
         (m_waiting.symbols[m_head + count - 1].phase - before) / static_cast<double>(count - 1);
-    m_frequency = turn / m_modulation->power + step;
-    const double phase = (std::arg(sum) - m_modulation->target) / m_modulation->power + before;
+    std::vector<Complex> symbols(count);
+    for (std::size_t k = 0; k < count; ++k) {
+        // What was taken off before may have changed within the window.
+        const double bend =
+            m_waiting.symbols[m_head + k].phase - before - step * static_cast<double>(k);
+        symbols[k] = undone(k, amplitude) * std::polar(1.0, m_modulation->power * bend);
+    }
+    // The line of an offset modulation is faint: the frequency is known before, better than so.
+    const auto line = m_search.lineOf(symbols, m_modulation->isOffset ? offsetRange : 0.5);
+    if (!line)
+        return false;
+    m_frequency = line->turn / m_modulation->power + step;
+    const double phase = (line->phase - m_modulation->target) / m_modulation->power + before;
     // Of the turns that cannot be told apart the one that goes on from before.
     const double ambiguity = 2.0 * pi / m_modulation->power;
     const double expected = m_number > 0 ? m_lastPhase + m_frequency : before;
@@ -244,6 +217,7 @@ bool CarrierRecovery::acquire(std::size_t count)
     m_amplitude = amplitude;
     m_strongest = std::max(m_strongest, amplitude);
     m_isTracking = true;
+    m_wasHeld = false;
     m_quality = startQuality;
     m_coasted = 0;
     return true;
@@ -251,20 +225,21 @@ bool CarrierRecovery::acquire(std::size_t count)
 
 void CarrierRecovery::track()
 {
-    const double phase = m_phase - m_waiting.symbols[m_head + m_used].phase;
+    const std::size_t here = m_tracked.count();
+    const double phase = m_phase - m_waiting.symbols[m_head + here].phase;
     const Complex turn = std::polar(1.0 / m_amplitude, -phase);
-    const Complex middle = sampleAt(m_used, 0) * turnOf(m_used) * turn;
+    const Complex middle = sampleAt(here, 0) * turnOf(here) * turn;
     Complex symbol = middle;
     double power = std::norm(middle);
     Complex later;
     if (m_modulation->isOffset) {
-        later = sampleAt(m_used, m_perSymbol / 2) * turn;
+        later = sampleAt(here, m_perSymbol / 2) * turn;
         symbol = {middle.real(), later.imag()};
         power = std::norm(symbol);
     }
     const Complex ideal = m_decisions.front().nearest(symbol);
     const Complex product = symbol * std::conj(ideal);
-    Tracked tracked{m_phase, std::arg(product), std::norm(ideal), 0.0, power};
+    TrackedPhases::Symbol tracked{m_phase, std::arg(product), std::norm(ideal), 0.0, 0.0, power};
     double driven = std::clamp(product.imag(), -1.0, 1.0);
     if (m_modulation->isOffset) { // what is half a symbol off tells by how much it leaks
         tracked.weight = middle.imag() * middle.imag() + later.real() * later.real();
@@ -282,9 +257,8 @@ void CarrierRecovery::track()
         m_modulation->hasAmplitudes
             ? (square * square * std::conj(m_fourthPower)).real() / std::norm(m_fourthPower)
             : std::cos(ambiguity * std::arg(product));
-    m_tracked.push_back(tracked);
     const double smoothing = 0.5 / static_cast<double>(m_reach);
-    const bool isHeard = power > faintPower;
+    const bool isHeard = TrackedPhases::isHeard(power);
     m_coasted = isHeard ? 0 : m_coasted + 1;
     if (isHeard) { // what is between bursts tells nothing
         m_quality +=
@@ -292,86 +266,38 @@ void CarrierRecovery::track()
         m_amplitude *=
             1.0 + 0.25 * smoothing * std::clamp(product.real() - std::norm(ideal), -1.0, 1.0);
     }
+    if (isHeard)
+        tracked.evidence = m_lock.front().evidence(symbol);
+    m_tracked.add(tracked);
     m_phase += m_frequency + m_phaseStep * driven;
     m_frequency += m_frequencyStep * driven;
-    ++m_used;
     m_isTracking = m_quality >= m_modulation->lockQuality && m_coasted < m_modulation->window;
 }
 
-/// Whether the symbols about one are much weaker than those of a burst are, or there are none.
-bool CarrierRecovery::isFaint(std::size_t tracked) const
-{
-    const int about = m_modulation->hasAmplitudes ? 8 : 4; // symbols on either side
-    const auto count = static_cast<int>(m_tracked.size());
-    const auto powerAt = [&](int k) {
-        return k >= 0 && k < count ? m_tracked[static_cast<std::size_t>(k)].power : 0.0;
-    };
-    const int first = static_cast<int>(tracked) - about - rampSymbols;
-    const int length = 2 * about + 1;
-    double sum = 0.0;
-    for (int k = first; k < first + length; ++k)
-        sum += powerAt(k);
-    for (int k = first; sum >= faintMean * length; ++k) {
-        if (k == first + 2 * rampSymbols)
-            return false;
-        sum += powerAt(k + length) - powerAt(k);
-    }
-    return true;
-}
-
-/// A straight line through the phases of the symbols about one, there.
-CarrierRecovery::Smoothed CarrierRecovery::smoothedAt(std::size_t here) const
-{
-    const std::size_t first = here - std::min(here, m_reach);
-    const std::size_t last = std::min(here + m_reach, m_tracked.size() - 1);
-    const double phase = m_tracked[here].phase;
-    double s0 = 0.0, s1 = 0.0, s2 = 0.0, e0 = 0.0, e1 = 0.0, quality = 0.0, count = 0.0;
-    auto tracked = m_tracked.begin() + static_cast<std::ptrdiff_t>(first);
-    for (std::size_t k = first; k <= last; ++k, ++tracked) {
-        const Tracked& t = *tracked;
-        if (t.power <= faintPower)
-            continue;
-        const double x = static_cast<double>(k) - static_cast<double>(here);
-        const double y = t.phase + t.error - phase;
-        s0 += t.weight;
-        s1 += t.weight * x;
-        s2 += t.weight * x * x;
-        e0 += t.weight * y;
-        e1 += t.weight * x * y;
-        quality += t.quality;
-        count += 1.0;
-    }
-    Smoothed result{phase, m_frequency, 0.0};
-    if (!(s0 > 0.0))
-        return result;
-    const double determinant = s0 * s2 - s1 * s1;
-    const bool isLine = determinant > 1e-9 * s0 * s0;
-    result.slope = isLine ? (s0 * e1 - s1 * e0) / determinant : 0.0;
-    result.phase += isLine ? (s2 * e0 - s1 * e1) / determinant : e0 / s0;
-    result.quality = quality / count;
-    return result;
-}
-
-/// Puts symbols out around which enough were tracked.
+/// Puts symbols out around which enough were tracked. Where the carrier is lost, the search goes on
+/// from there: the loop does not pull itself over.
 void CarrierRecovery::putOutTracked(bool isEnding, BasebandBlock& output)
 {
-    while (m_used > m_reach || (isEnding && m_used > 0)) {
-        const Tracked& tracked = m_tracked[m_past];
-        const Smoothed smoothed = smoothedAt(m_past);
+    while (m_tracked.count() > m_reach || (isEnding && m_tracked.count() > 0)) {
+        const TrackedPhases::Symbol& tracked = m_tracked.symbol();
+        const bool isHeld = m_tracked.isHeld();
+        SymbolState state = SymbolState::Good;
+        const TrackedPhases::Smoothed smoothed = m_tracked.smoothed(m_frequency);
+        if (m_tracked.isFaint())
+            state = SymbolState::Edge;
+        else if (!isHeld || smoothed.quality < localPart * m_modulation->lockQuality)
+            state = SymbolState::Unlocked;
+        if (state == SymbolState::Unlocked && !isHeld && m_wasHeld) {
+            m_isTracking = false;
+            m_tracked.clear();
+            return;
+        }
+        m_wasHeld = m_wasHeld || state == SymbolState::Good;
         const double error = tracked.error - (smoothed.phase - tracked.phase);
         m_phaseError += 0.5 / static_cast<double>(m_reach) * (error * error - m_phaseError);
         m_emittedAmplitude = m_amplitude;
-        SymbolState state = SymbolState::Good;
-        if (isFaint(m_past))
-            state = SymbolState::Edge;
-        else if (smoothed.quality < localPart * m_modulation->lockQuality)
-            state = SymbolState::Unlocked;
         putOut(smoothed.phase, smoothed.slope, state, output);
-        --m_used;
-        if (m_past < m_reach)
-            ++m_past;
-        else
-            m_tracked.pop_front();
+        m_tracked.advance();
     }
 }
 

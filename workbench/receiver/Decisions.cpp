@@ -38,7 +38,7 @@ double Decisions::Axis::nearest(double value) const
     return m_levels[static_cast<std::size_t>(bound - m_bounds.begin())];
 }
 
-std::pair<double, double> Decisions::Axis::expected(double value, double variance) const
+Decisions::Expected Decisions::Axis::expected(double value, double variance) const
 {
     double total = 0.0, square = 0.0, mean = 0.0;
     const double near = value - nearest(value);
@@ -49,7 +49,7 @@ std::pair<double, double> Decisions::Axis::expected(double value, double varianc
         square += chance * off;
         mean += chance * level;
     }
-    return {square / total, mean / total};
+    return {square / total, mean / total, total * std::exp(-0.5 * near * near / variance)};
 }
 
 Decisions::Decisions(const std::vector<Complex>& ideal)
@@ -78,13 +78,12 @@ Decisions::Complex Decisions::nearest(const Complex& point) const
                              });
 }
 
-std::pair<double, Decisions::Complex> Decisions::expected(const Complex& point,
-                                                          double variance) const
+Decisions::Expected Decisions::expected(const Complex& point, double variance) const
 {
     if (m_isGrid) {
-        const auto i = m_i.expected(point.real(), variance);
-        const auto q = m_q.expected(point.imag(), variance);
-        return {i.first + q.first, {i.second, q.second}};
+        const Expected i = m_i.expected(point.real(), variance);
+        const Expected q = m_q.expected(point.imag(), variance);
+        return {i.square + q.square, {i.ideal.real(), q.ideal.real()}, i.likelihood * q.likelihood};
     }
     double total = 0.0, square = 0.0;
     Complex mean = 0.0;
@@ -96,7 +95,7 @@ std::pair<double, Decisions::Complex> Decisions::expected(const Complex& point,
         square += chance * off;
         mean += chance * ideal;
     }
-    return {square / total, mean / total};
+    return {square / total, mean / total, total * std::exp(-0.5 * least / variance)};
 }
 
 std::optional<Decisions::Complex> Decisions::gainOf(const std::vector<Complex>& points) const

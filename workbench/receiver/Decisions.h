@@ -18,9 +18,16 @@ public:
 
     /// The ideal point that is nearest.
     Complex nearest(const Complex& point) const;
-    /// What a point is expected to be off, squared, and which point to be meant, where noise of a
-    /// variance on each axis may have brought it near another one.
-    std::pair<double, Complex> expected(const Complex& point, double variance) const;
+    /// What noise of a variance on each axis lets expect of a point that it may have brought near
+    /// another one than was meant.
+    struct Expected
+    {
+        double square;     ///< of what it is off
+        Complex ideal;     ///< that was meant, in the mean
+        double likelihood; ///< sum over the ideal points, where one that is met has 1
+    };
+    Expected expected(const Complex& point, double variance) const;
+    std::size_t count() const { return m_ideal.size(); }
     /// Distance of the closest points.
     double spacing() const { return m_spacing; }
     /// Mean power of the points.
@@ -40,7 +47,7 @@ private:
         explicit Axis(std::vector<double> values);
         std::size_t count() const { return m_levels.size(); }
         double nearest(double value) const;
-        std::pair<double, double> expected(double value, double variance) const;
+        Expected expected(double value, double variance) const;
 
     private:
         std::vector<double> m_levels;

@@ -56,21 +56,6 @@ FrequencyEstimate::FrequencyEstimate(ReceiverSettings::Modulation modulation, in
         power /= most;
 }
 
-FrequencyEstimate::Peak FrequencyEstimate::highestOf(const std::vector<double>& powers)
-{
-    const auto size = powers.size();
-    const auto amplitude = [&](std::size_t bin) { return std::sqrt(powers[bin % size]); };
-    const auto best =
-        static_cast<std::size_t>(std::max_element(powers.begin(), powers.end()) - powers.begin());
-    // The top of the parabola through the highest and its neighbours.
-    const double left = amplitude(best + size - 1);
-    const double right = amplitude(best + 1);
-    const double bend = left - 2.0 * amplitude(best) + right;
-    const double part = bend < 0.0 ? 0.5 * (left - right) / bend : 0.0;
-    const double place = static_cast<double>(best) + part;
-    return {powers[best], best >= size / 2 ? place - static_cast<double>(size) : place};
-}
-
 double FrequencyEstimate::pulseAt(double frequency) const
 {
     const double place = std::abs(frequency) / pulseStep;
@@ -238,7 +223,7 @@ FrequencyEstimate::Line FrequencyEstimate::lineOf(const std::vector<Complex>& sp
     const double perBin = 1.0 / static_cast<double>(padded) / modulation.power;
     double most = std::log(static_cast<double>(count)) + significance;
     if (modulation.isOffset) {
-        const Peak peak = edgeLineOf(spectrum, shift, padded, most);
+        const SpectralPeak peak = edgeLineOf(spectrum, shift, padded, most);
         return {peak.place * perBin - rest, peak.strength};
     }
     const auto signal =
@@ -262,7 +247,7 @@ FrequencyEstimate::Line FrequencyEstimate::lineOf(const std::vector<Complex>& sp
         std::vector<double> powers(padded);
         for (std::size_t bin = 0; bin < padded; ++bin)
             powers[bin] = std::norm(line[bin]) / std::max(energy, 1e-300);
-        const Peak peak = highestOf(powers);
+        const SpectralPeak peak = SpectralPeak::of(powers);
         if (peak.strength > most) {
             most = peak.strength;
             result = {peak.place * perBin - rest, peak.strength};
@@ -274,9 +259,8 @@ FrequencyEstimate::Line FrequencyEstimate::lineOf(const std::vector<Complex>& sp
 /// The line of an offset modulation; of no strength where there is none. In the envelope those of I
 /// and Q cancel. The squares of the bands about half the symbol rate above and below the carrier
 /// have one each, at twice the carrier's offset once the bands are moved there.
-FrequencyEstimate::Peak FrequencyEstimate::edgeLineOf(const std::vector<Complex>& spectrum,
-                                                      std::int64_t shift, std::size_t padded,
-                                                      double least)
+SpectralPeak FrequencyEstimate::edgeLineOf(const std::vector<Complex>& spectrum, std::int64_t shift,
+                                           std::size_t padded, double least)
 {
     const double binsPerCycle = static_cast<double>(spectrum.size()) / m_perSymbol;
     const auto half = static_cast<std::int64_t>(std::llround(0.5 * binsPerCycle));
@@ -296,7 +280,7 @@ FrequencyEstimate::Peak FrequencyEstimate::edgeLineOf(const std::vector<Complex>
         for (std::size_t bin = 0; bin < padded; ++bin)
             powers[bin] += std::norm(line[bin]) / std::max(energy, 1e-300);
     }
-    const Peak peak = highestOf(powers);
+    const SpectralPeak peak = SpectralPeak::of(powers);
     // Samples of a narrow band have much in common.
-    return peak.strength > 2.0 * least / edgeBand / 4.0 ? peak : Peak{0.0, 0.0};
+    return peak.strength > 2.0 * least / edgeBand / 4.0 ? peak : SpectralPeak{};
 }

@@ -3,6 +3,7 @@
 
 #include "workbench/receiver/FourierTransforms.h"
 #include "workbench/receiver/ReceiverSettings.h"
+#include "workbench/receiver/SpectralPeak.h"
 
 #include <complex>
 #include <vector>
@@ -39,18 +40,12 @@ public:
 
 private:
     using Complex = std::complex<double>;
-    struct Peak
-    {
-        double strength; ///< power
-        double place;    ///< bins, of negative frequencies below 0
-    };
     struct Line
     {
         double offset = 0.0;   ///< of the carrier, from where it was looked for, cycles a symbol
         double strength = 0.0; ///< against noise; 0: none
     };
 
-    static Peak highestOf(const std::vector<double>& powers);
     std::vector<double> bandsOf(const std::vector<Complex>& spectrum) const;
     double likelihood(const std::vector<double>& bands, double offset) const;
     static double flatLikelihood(const std::vector<double>& bands);
@@ -59,8 +54,8 @@ private:
     std::vector<Complex> filtered(const std::vector<Complex>& spectrum, std::int64_t shift,
                                   Weight weight);
     Line lineOf(const std::vector<Complex>& spectrum, double coarse);
-    Peak edgeLineOf(const std::vector<Complex>& spectrum, std::int64_t shift, std::size_t padded,
-                    double least);
+    SpectralPeak edgeLineOf(const std::vector<Complex>& spectrum, std::int64_t shift,
+                            std::size_t padded, double least);
 
     ReceiverSettings::Modulation m_modulation;
     int m_perSymbol;

@@ -1,0 +1,32 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/receiver/Decisions.h"
+#include "workbench/receiver/ModulationTable.h"
+
+#include <utility>
+#include <vector>
+
+/// What symbols tell of whether their carrier is held.
+///
+/// About a held carrier symbols lie about the points, about a lost one about the circles that the
+/// points turn on. The ratio of both likelihoods counts: of little noise it sees a carrier that is
+/// a little off, and of much it does not guess. The noise is learnt from the symbols (expectation
+/// and maximization: Dempster, Laird, Rubin, J. Royal Statistical Society B 39(1), 1977).
+class CarrierLock
+{
+public:
+    explicit CarrierLock(const Modulation& modulation);
+
+    /// Logarithm of the ratio for the next symbol, which counts for the noise of later ones.
+    /// @param symbol  turned back by the carrier, where points have a mean power of 1.
+    double evidence(const std::complex<double>& symbol);
+
+private:
+    double lostLikelihood(double radius) const;
+
+    Decisions m_decisions;
+    bool m_isOffset;
+    std::vector<std::pair<double, double>> m_circles; // radius, and how many points
+    double m_noise;                                   // power
+};
