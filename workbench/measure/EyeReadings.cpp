@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/measure/EyeReadings.h"
 
+#include "workbench/measure/CrossingClock.h"
 #include "workbench/measure/Statistics.h"
 
 #include <array>
@@ -30,6 +31,8 @@ public:
                 m_starts.push_back(k);
         }
     }
+    /// Number of a trace among all, also those that are not finite.
+    std::size_t number(std::size_t trace) const { return m_starts[trace] / m_length; }
     std::size_t count() const { return m_starts.size(); }
     double at(std::size_t trace, std::size_t index) const
     {
@@ -124,7 +127,9 @@ std::optional<Levels> levelsOf(std::vector<double> decided)
 /// Crossings of a level on one side of the middle, each trace's nearest to it: samples from it.
 struct Crossings
 {
-    Statistics direct;           // of transitions between neighbouring levels
+    Statistics direct;               // of transitions between neighbouring levels...
+    std::vector<std::size_t> traces; // ...of these
+    std::vector<double> places;
     std::vector<double> nearest; // of all
 
     bool areEnough() const { return direct.count() >= minCrossingCount; }
@@ -154,12 +159,41 @@ Crossings crossings(const Traces& traces, const Levels& levels, std::size_t low,
             found.nearest.push_back(static_cast<double>(step) + inner / (inner - outer));
             const std::size_t here = levels.levelOf(at(0));
             const std::size_t there = levels.levelOf(at(reach));
-            if (std::min(here, there) == low && std::max(here, there) == low + 1)
+            if (std::min(here, there) == low && std::max(here, there) == low + 1) {
                 found.direct.add(found.nearest.back());
+                found.traces.push_back(traces.number(k));
+                found.places.push_back(direction * found.nearest.back());
+            }
             break;
         }
     }
     return found;
+}
+
+struct Jitter
+{
+    double rms, peakToPeak; // symbols
+};
+
+/// Of crossings against the clock that suits them or, where that is not known, their traces'.
+Jitter jitterOf(const Crossings& found, const std::vector<EyeReadings::Instant>& instants,
+                double symbolLength)
+{
+    std::vector<crossingClock::Crossing> times;
+    for (std::size_t k = 0; k < found.traces.size() && !instants.empty(); ++k) {
+        const EyeReadings::Instant& instant = instants[found.traces[k]];
+        times.push_back(
+            {instant.run, instant.symbol, instant.late + found.places[k] / symbolLength});
+    }
+    const crossingClock::Offsets offsets = crossingClock::offsetsOf(times);
+    Statistics statistics;
+    for (const double offset : offsets.values)
+        statistics.add(offset);
+    if (statistics.count() == 0)
+        return {found.direct.deviation() / symbolLength, found.direct.range() / symbolLength};
+    const auto count = static_cast<double>(statistics.count());
+    const double free = count - static_cast<double>(offsets.fittedCount);
+    return {statistics.deviation() * std::sqrt(count / free), statistics.range()};
 }
 
 struct Meeting
@@ -198,7 +232,8 @@ std::optional<Meeting> meeting(const Traces& traces, const Levels& levels, std::
 }
 
 EyeReadings::Eye measure(const Traces& traces, const Levels& levels, std::size_t low,
-                         std::size_t symbolLength, bool hasNeighbours)
+                         std::size_t symbolLength, bool hasNeighbours,
+                         const std::vector<EyeReadings::Instant>& instants)
 {
     const Statistics& below = levels.levels[low];
     const Statistics& above = levels.levels[low + 1];
@@ -226,15 +261,15 @@ EyeReadings::Eye measure(const Traces& traces, const Levels& levels, std::size_t
     Crossings right = crossings(traces, levels, low, threshold, symbolLength, 1);
     if (!left.areEnough() || !right.areEnough())
         return eye;
-    const double leftSigma = left.direct.deviation();
-    const double rightSigma = right.direct.deviation();
+    const Jitter onLeft = jitterOf(left, instants, unit);
+    const Jitter onRight = jitterOf(right, instants, unit);
     const double width =
         levels.bounds.size() == 1
-            ? left.direct.mean() + right.direct.mean() - 3.0 * (leftSigma + rightSigma)
-            : left.distance(nearestPart) + right.distance(nearestPart);
-    eye.width = std::max(width, 0.0) / unit;
-    eye.jitterRms = std::sqrt(0.5 * (leftSigma * leftSigma + rightSigma * rightSigma)) / unit;
-    eye.jitterPeak = std::max(left.direct.range(), right.direct.range()) / unit;
+            ? (left.direct.mean() + right.direct.mean()) / unit - 3.0 * (onLeft.rms + onRight.rms)
+            : (left.distance(nearestPart) + right.distance(nearestPart)) / unit;
+    eye.width = std::max(width, 0.0);
+    eye.jitterRms = std::sqrt(0.5 * (onLeft.rms * onLeft.rms + onRight.rms * onRight.rms));
+    eye.jitterPeak = std::max(onLeft.peakToPeak, onRight.peakToPeak);
     return eye;
 }
 
@@ -242,7 +277,8 @@ EyeReadings::Eye measure(const Traces& traces, const Levels& levels, std::size_t
 
 std::optional<EyeReadings> EyeReadings::of(const std::vector<double>& samples,
                                            std::size_t traceLength, int symbolCount,
-                                           const std::vector<double>& nearest)
+                                           const std::vector<double>& nearest,
+                                           const std::vector<Instant>& instants)
 {
     if (traceLength < 3 || symbolCount < 1)
         return std::nullopt;
@@ -263,7 +299,7 @@ std::optional<EyeReadings> EyeReadings::of(const std::vector<double>& samples,
     EyeReadings readings;
     const std::size_t symbolLength = (traceLength - 1) / static_cast<std::size_t>(symbolCount);
     for (std::size_t low = 0; low < levels->bounds.size(); ++low)
-        readings.eyes.push_back(
-            measure(traces, *levels, low, symbolLength, symbolCount > 1 && symbolLength > 1));
+        readings.eyes.push_back(measure(traces, *levels, low, symbolLength,
+                                        symbolCount > 1 && symbolLength > 1, instants));
     return readings;
 }

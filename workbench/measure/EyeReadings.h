@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -33,8 +34,9 @@ struct EyeReadings
         /// transitions cross at several times, inside of all but the nearest 2 %. None where a
         /// trace is shorter than two symbols, or few cross.
         std::optional<double> width;
-        /// Of the crossings about the mean of their side, at the crossing level, of transitions
-        /// from one level of the eye to the other: r.m.s., and from the earliest to the latest.
+        /// Of the crossings about their clock (see crossingClock), at the crossing level, of
+        /// transitions from one level of the eye to the other: r.m.s., and from the earliest to the
+        /// latest.
         std::optional<double> jitterRms;
         std::optional<double> jitterPeak;
         /// Where mean rising and mean falling traces cross, % of the way from low to high: 50
@@ -43,6 +45,14 @@ struct EyeReadings
         /// When they do (crossing time, ibid.), from the instant of decision on: -0.5 where the
         /// decision is in the middle of the eye.
         std::optional<double> crossingTime;
+    };
+
+    /// When the middle of a trace is.
+    struct Instant
+    {
+        std::int64_t run = 0; ///< of traces without a gap
+        double symbol = 0.0;  ///< number in the run
+        double late = 0.0;    ///< symbols, by which it is later than that number of symbol periods
     };
 
     static constexpr std::size_t minTraceCount = 32; ///< fewer tell nothing
@@ -58,10 +68,13 @@ struct EyeReadings
     ///                     interpolated, they count: interpolation rings where a signal is not
     ///                     limited to half its sample rate; samples beside the middle of others
     ///                     spread more.
+    /// @param instants     of each trace, or none: then jitter is against the middles of the
+    /// traces.
     /// @return none where the traces are too few, or no levels can be told apart.
     static std::optional<EyeReadings> of(const std::vector<double>& samples,
                                          std::size_t traceLength, int symbolCount,
-                                         const std::vector<double>& nearest = {});
+                                         const std::vector<double>& nearest = {},
+                                         const std::vector<Instant>& instants = {});
 
     /// From the lowest up: one fewer than levels.
     std::vector<Eye> eyes;

@@ -78,6 +78,12 @@ public:
         }
         const auto& symbols = stretch.symbols;
         for (std::size_t k = 1; k + 1 < symbols.size(); ++k) {
+            ++m_instant.symbol;
+            if (k == 1 || !isWhole(symbols[k - 1], symbols[k])) {
+                ++m_instant.run;
+                m_instant.symbol = 0.0;
+                m_runStart = symbols[k].time;
+            }
             if (symbols[k].time < from || symbols[k].time >= to)
                 continue;
             if (!isWhole(symbols[k - 1], symbols[k]) || !isWhole(symbols[k], symbols[k + 1]))
@@ -87,6 +93,11 @@ public:
                 continue;
             }
             append(stretch, k, delay);
+            m_instant.late =
+                (symbols[k].time - m_runStart) * m_format.sampleRate / m_format.samplesPerSymbol -
+                m_instant.symbol;
+            if (!m_format.hasCharacters)
+                m_traces.instants.push_back(m_instant);
         }
     }
 
@@ -127,6 +138,8 @@ private:
     double m_bandwidth;
     std::size_t m_every;
     std::size_t m_number = 0;
+    EyeReadings::Instant m_instant;
+    double m_runStart = 0.0; // s
 };
 
 } // namespace

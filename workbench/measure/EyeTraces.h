@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/measure/EyeReadings.h"
 #include "workbench/receiver/SignalBlock.h"
 
 #include <cstdint>
@@ -27,5 +28,7 @@ struct EyeTraces
     /// Of each trace the sample of the signal that is nearest to its middle. Interpolation rings
     /// where a signal is not limited to half the sample rate, which its own samples do not.
     std::vector<double> nearest;
+    /// Of each trace; none where the clock starts anew with each character.
+    std::vector<EyeReadings::Instant> instants;
     std::int64_t skipped = 0; ///< traces that were not taken, of more than the most
 };

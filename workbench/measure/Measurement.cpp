@@ -213,7 +213,8 @@ void Measurement::Maker::measureEye()
         if (traces.count() < EyeReadings::minTraceCount)
             why = tr("there are fewer than %1 traces").arg(EyeReadings::minTraceCount);
         else
-            readings = EyeReadings::of(traces.samples, EyeTraces::length, 2, traces.nearest);
+            readings = EyeReadings::of(traces.samples, EyeTraces::length, 2, traces.nearest,
+                                       traces.instants);
     }
     if (!readings) {
         miss("eye", why.isEmpty() ? tr("levels cannot be told apart") : why);

@@ -46,6 +46,7 @@ struct SignalFormat
     /// Part of the power of noise that is not in the symbols any more, as what they were fitted to
     /// followed it.
     double fittedPart = 0.0;
+    bool hasCharacters = false; ///< the symbols' clock starts anew with each character
 };
 
 /// A stretch of the signal as it is shown and measured: samples, the symbols in them, and how the

@@ -1,0 +1,123 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/measure/CrossingClock.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+// A mean over so many symbols passes half the power of what has a period of 1667 of them: their
+// sinc is 1 / sqrt 2 at 0.443 periods.
+constexpr double meanSymbols = 739.0;
+constexpr std::size_t leastCrossings = 16; // of a run: of fewer a line takes too much
+constexpr std::size_t leastBlocks = 3;     // of as many symbols, in which to look for wander
+constexpr double clearly = 5.0;            // deviations of the sum of as many squares
+
+/// Sums of a straight line.
+struct Line
+{
+    void add(double x, double y, double sign = 1.0)
+    {
+        n += sign;
+        sx += sign * x;
+        sy += sign * y;
+        sxx += sign * x * x;
+        sxy += sign * x * y;
+    }
+    double at(double x) const
+    {
+        const double determinant = n * sxx - sx * sx;
+        const double slope = determinant > 1e-9 * n * sxx ? (n * sxy - sx * sy) / determinant : 0.0;
+        return sy / n + slope * (x - sx / n);
+    }
+    double n = 0.0, sx = 0.0, sy = 0.0, sxx = 0.0, sxy = 0.0;
+};
+
+/// Crossings of one run.
+class Run
+{
+public:
+    using Crossing = crossingClock::Crossing;
+
+    Run(const Crossing* first, std::size_t count)
+    {
+        const double middle = 0.5 * (first->symbol + first[count - 1].symbol);
+        Line line;
+        for (std::size_t k = 0; k < count; ++k) {
+            m_places.push_back(first[k].symbol - middle);
+            line.add(m_places[k], first[k].time);
+        }
+        for (std::size_t k = 0; k < count; ++k)
+            m_offsets.push_back(first[k].time - line.at(m_places[k]));
+    }
+
+    /// Whether means of blocks are off the constant clock by more than their crossings explain.
+    bool wanders() const
+    {
+        const double span = m_places.back() - m_places.front();
+        const auto blockCount = static_cast<std::size_t>(span / meanSymbols);
+        if (blockCount < leastBlocks)
+            return false;
+        std::vector<Line> blocks(blockCount);
+        std::vector<double> squares(blockCount);
+        for (std::size_t k = 0; k < m_places.size(); ++k) {
+            const double part = (m_places[k] - m_places.front()) / span;
+            const auto block = std::min(
+                static_cast<std::size_t>(part * static_cast<double>(blockCount)), blockCount - 1);
+            blocks[block].add(0.0, m_offsets[k]);
+            squares[block] += m_offsets[k] * m_offsets[k];
+        }
+        double between = 0.0, within = 0.0;
+        for (std::size_t k = 0; k < blockCount; ++k) {
+            const double ofMean =
+                blocks[k].n > 0.0 ? blocks[k].sy * blocks[k].sy / blocks[k].n : 0.0;
+            between += ofMean;
+            within += squares[k] - ofMean;
+        }
+        const auto count = static_cast<double>(blockCount);
+        const double variance = within / (static_cast<double>(m_places.size()) - count);
+        return between > variance * (count + clearly * std::sqrt(2.0 * count));
+    }
+
+    /// Takes off what is slow.
+    void follow()
+    {
+        const std::vector<double> before = m_offsets;
+        Line line;
+        std::size_t begin = 0, end = 0;
+        for (std::size_t k = 0; k < m_places.size(); ++k) {
+            for (; end < m_places.size() && m_places[end] <= m_places[k] + 0.5 * meanSymbols; ++end)
+                line.add(m_places[end], before[end]);
+            for (; m_places[begin] < m_places[k] - 0.5 * meanSymbols; ++begin)
+                line.add(m_places[begin], before[begin], -1.0);
+            m_offsets[k] -= line.at(m_places[k]);
+        }
+    }
+
+    const std::vector<double>& offsets() const { return m_offsets; }
+
+private:
+    std::vector<double> m_places; // symbols from the middle
+    std::vector<double> m_offsets;
+};
+
+} // namespace
+
+crossingClock::Offsets crossingClock::offsetsOf(const std::vector<Crossing>& crossings)
+{
+    Offsets result;
+    for (std::size_t first = 0; first < crossings.size();) {
+        std::size_t end = first;
+        while (end < crossings.size() && crossings[end].run == crossings[first].run)
+            ++end;
+        if (end - first >= leastCrossings) {
+            Run run(&crossings[first], end - first);
+            if (run.wanders())
+                run.follow();
+            result.values.insert(result.values.end(), run.offsets().begin(), run.offsets().end());
+            result.fittedCount += 2;
+        }
+        first = end;
+    }
+    return result;
+}
