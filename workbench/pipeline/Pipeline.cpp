@@ -79,7 +79,7 @@ double Pipeline::leftOutPart() const
 
 void Pipeline::build(const ChannelChoice& channel, const ReceiverSettings& settings)
 {
-    m_receiver = std::make_unique<Receiver>(Receiver::Input::of(*m_source), channel, settings);
+    m_receiver = std::make_unique<Receiver>(m_facts, channel, settings);
     m_format = m_receiver->format();
 }
 

@@ -4,15 +4,11 @@
 SourceFacts SourceFacts::of(const SignalSource& source)
 {
     SourceFacts facts;
+    static_cast<Receiver::Input&>(facts) = Receiver::Input::of(source);
     facts.name = source.name();
-    facts.sampleRate = source.sampleRate();
     facts.channelCount = source.channelCount();
-    facts.valueCount = source.valueCount();
-    facts.isComplex = source.isComplex();
     facts.isLive = source.isLive();
     facts.sampleCount = source.sampleCount();
-    facts.symbolRate = source.symbolRate();
-    facts.firstSymbol = source.firstSymbol();
     facts.frameLength = source.frameLength();
     return facts;
 }

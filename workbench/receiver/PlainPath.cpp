@@ -22,7 +22,7 @@ void keepNewest(std::vector<double>& kept, const std::vector<double>& values)
 
 PlainPath::PlainPath(const Receiver::Input& input, const ChannelChoice& channel,
                      const ReceiverSettings& settings)
-    : m_input(input)
+    : SignalPath(input)
     , m_channel(channel)
     , m_first(static_cast<std::size_t>(input.constellationChannel.value_or(channel.value & ~1)))
     , m_hasQ(m_first + 1 < static_cast<std::size_t>(input.valueCount))
@@ -226,8 +226,6 @@ void PlainPath::passOn(std::int64_t end, std::vector<SignalBlock>& blocks)
     SignalBlock block;
     block.position = m_waiting.position;
     block.time = static_cast<double>(block.position) / m_input.sampleRate;
-    block.isAfterGap = m_isAfterGap;
-    m_isAfterGap = false;
     const auto move = [count](auto& from, auto& to) {
         const auto last = from.begin() + std::min(count, static_cast<std::ptrdiff_t>(from.size()));
         to.assign(from.begin(), last);
@@ -246,5 +244,5 @@ void PlainPath::passOn(std::int64_t end, std::vector<SignalBlock>& blocks)
     keepNewest(m_before[0], block.i);
     keepNewest(m_before[1], block.q);
     m_waiting.position = block.end();
-    blocks.push_back(std::move(block));
+    append(std::move(block), blocks);
 }

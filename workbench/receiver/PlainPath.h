@@ -2,7 +2,6 @@
 #pragma once
 
 #include "workbench/receiver/CharacterClock.h"
-#include "workbench/receiver/Receiver.h"
 #include "workbench/receiver/SignalPath.h"
 #include "workbench/receiver/SymbolTiming.h"
 
@@ -15,7 +14,6 @@ public:
     PlainPath(const Receiver::Input& input, const ChannelChoice& channel,
               const ReceiverSettings& settings);
 
-    const SignalFormat& format() const override { return m_format; }
     void process(const std::vector<double>& values, std::vector<SignalBlock>& blocks) override;
     void finish(std::vector<SignalBlock>& blocks) override;
     void reset(std::int64_t position, bool goesOn) override;
@@ -32,11 +30,9 @@ private:
     void passOn(std::int64_t end, std::vector<SignalBlock>& blocks);
     double pairAt(const std::vector<double>& values, double position) const;
 
-    Receiver::Input m_input;
     ChannelChoice m_channel;
     std::size_t m_first; // of the constellation's pair
     bool m_hasQ;
-    SignalFormat m_format;
     Clock m_clock = Clock::None;
     double m_firstSymbol = 0.0;
     std::unique_ptr<SymbolTiming> m_timing;
@@ -48,5 +44,4 @@ private:
     std::int64_t m_known = 0;        // up to which its symbols are found
     SignalBlock m_waiting;           // what is not passed on
     std::vector<double> m_before[2]; // I and Q just before it, to interpolate
-    bool m_isAfterGap = true;
 };

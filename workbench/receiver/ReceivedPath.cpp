@@ -22,7 +22,7 @@ using Demodulation = ReceiverSettings::Demodulation;
 
 ReceivedPath::ReceivedPath(const Receiver::Input& input, const ChannelChoice& channel,
                            const ReceiverSettings& settings)
-    : m_input(input)
+    : SignalPath(input)
     , m_settings(settings)
     , m_showsQ(input.isComplex && channel.value % 2 == 1)
 {
@@ -314,11 +314,9 @@ void ReceivedPath::fillQuiet(std::vector<SignalBlock>& blocks)
 
 void ReceivedPath::push(SignalBlock block, std::vector<SignalBlock>& blocks)
 {
-    block.isAfterGap = m_isAfterGap;
-    m_isAfterGap = false;
     block.reports = reports(block);
     m_position = block.end();
-    blocks.push_back(std::move(block));
+    append(std::move(block), blocks);
 }
 
 std::vector<StageReport> ReceivedPath::reports(const SignalBlock& block) const

@@ -7,7 +7,6 @@
 #include "workbench/receiver/FrontEnd.h"
 #include "workbench/receiver/LevelControl.h"
 #include "workbench/receiver/MatchedFilter.h"
-#include "workbench/receiver/Receiver.h"
 #include "workbench/receiver/Resampler.h"
 #include "workbench/receiver/SignalPath.h"
 #include "workbench/receiver/TimingRecovery.h"
@@ -24,7 +23,6 @@ public:
     ReceivedPath(const Receiver::Input& input, const ChannelChoice& channel,
                  const ReceiverSettings& settings);
 
-    const SignalFormat& format() const override { return m_format; }
     void process(const std::vector<double>& values, std::vector<SignalBlock>& blocks) override;
     void finish(std::vector<SignalBlock>& blocks) override;
     void reset(std::int64_t position, bool goesOn) override;
@@ -46,10 +44,8 @@ private:
     std::array<ReceiverStage*, 7> stages();
     std::vector<StageReport> reports(const SignalBlock& block) const;
 
-    Receiver::Input m_input;
     ReceiverSettings m_settings;
-    bool m_showsQ; // over time
-    SignalFormat m_format;
+    bool m_showsQ;          // over time
     double m_scale = 1.0;   // of what was demodulated: symbol rates to Hz
     std::size_t m_edge = 0; // symbols
     double m_timeOffset = 0.0;
@@ -67,7 +63,6 @@ private:
     std::vector<double> m_values; // of the input, less than a frame
     std::int64_t m_taken = 0;     // samples of the input in parts
     std::int64_t m_position = 0;  // of the next sample of the output
-    bool m_isAfterGap = true;
     bool m_isRunning = false;
     double m_runTime = 0.0;           // s, where the run started
     std::int64_t m_runPosition = 0;   // of its sample 0 in the output
