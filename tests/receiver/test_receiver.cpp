@@ -42,7 +42,7 @@ TEST(Receiver, DecidesAsWasSent)
         const Received received(settings, sending.samples());
         const Comparison found = compare(sending, received);
         // Edges are some symbols; what noise takes for unlocked, blocks of 32.
-        EXPECT_GT(found.good, 95 * sending.count / 100);
+        EXPECT_GT(found.good, 94 * sending.count / 100);
         EXPECT_EQ(found.wrong, 0U);
         EXPECT_NEAR(double(received.symbols.size()), double(sending.count), 5.0);
         // Without a filter, 30 dB and 144 symbols tell an instant to 0.0010 (Cramer-Rao), and those
@@ -155,8 +155,8 @@ TEST(Receiver, LocksToNothingWhereNothingIs)
         for (const double power : {0.0, 0.01}) {
             const Received received(rows[k], noise(200000, power));
             EXPECT_NEAR(double(received.symbols.size()), 25000.0, 50.0);
-            // A carrier takes more than chance; a clock alone is seen in a tenth of noise.
-            EXPECT_LE(received.count(State::Good), k < linearCount || power == 0.0 ? 0U : 2500U)
+            // A carrier takes more than chance; a clock alone is seen in less than 1 % of noise.
+            EXPECT_LE(received.count(State::Good), k < linearCount || power == 0.0 ? 0U : 250U)
                 << k;
         }
     }
@@ -182,6 +182,8 @@ TEST(Receiver, TellsBurstsFromWhatIsBetween)
             settings.hasAutoSquelch = !hasSquelch;
             if (hasSquelch)
                 settings.squelch = -42.0;
+            else if (!sending.modulation) // noise that is not white
+                settings.bandwidth = 12000.0;
             const Received received(settings, samples);
             std::size_t within = 0;
             for (const int k : {0, 1, 2}) {

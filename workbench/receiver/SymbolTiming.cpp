@@ -20,7 +20,6 @@ constexpr std::int64_t aheadCount = 16; // blocks
 constexpr int behindCount = 32;         // blocks for the frequency; for the phase as many as ahead
 // Of the search for the frequency, rad a block: a third of what the blocks tell apart.
 constexpr double searchStep = 2.0 * pi / (3.0 * (aheadCount + behindCount + 1));
-constexpr double mostPower = 2.0;        // of a block, against the usual one
 constexpr double leastPower = 1e-30;     // full scale is 1: what is below is rounding
 constexpr int turnLength = 256;          // samples
 constexpr std::size_t width = 4;         // numbers of a mixed sample
@@ -28,11 +27,15 @@ constexpr std::size_t mostMixed = 16384; // numbers that wait for the filter
 // What a sum of lines of noise does not reach, against what they could sum up to: noise grows as
 // the root of their number. Where positive and negative frequencies differ, it has less in common.
 constexpr double lockStrength = 0.36;
-constexpr double lockStrengthReal = 0.45;
-constexpr double lockBlocks = 22.0;      // of them
-constexpr double mostStrengthReal = 0.8; // where there are more about them
+constexpr double lockBlocks = 22.0; // of them
+// Of a real signal: the square of the sum against the sum of squares. Turned by chance, as those of
+// noise are whatever its spectrum, level and distribution, lines exceed it with the probability
+// exp(-x); some ten frequencies are tried in three stretches.
+constexpr double lockEvidence = 12.0;
+constexpr double goOnEvidence = 8.0;
+constexpr double mostEvidence = 0.75; // needed a line of those of short bursts
 constexpr std::size_t fewLines = 8;
-constexpr double mostStrength = 0.6;  // needed of few blocks
+constexpr double mostStrength = 0.6;  // needed of so few
 constexpr double faintBlock = 0.02;   // of the strongest near it: it lies beside a burst
 constexpr double goOnPart = 0.6;      // of the strength, once there is a clock
 constexpr std::int64_t fewBlocks = 4; // tell no frequency
@@ -153,10 +156,6 @@ void SymbolTiming::settle(std::int64_t block)
 {
     const std::int64_t last = std::min(block + aheadCount, m_blockCount - 1);
     const std::int64_t first = std::max<std::int64_t>(block - behindCount, 0);
-    std::vector<double> powers(m_powers.begin(), m_powers.end());
-    const auto middle = powers.begin() + static_cast<std::ptrdiff_t>(powers.size() / 2);
-    std::nth_element(powers.begin(), middle, powers.end());
-    m_usualPower = *middle;
     std::vector<Complex> lines;
     for (std::int64_t i = first; i <= last; ++i)
         lines.push_back(weightedLineOf(i));
@@ -218,18 +217,26 @@ bool SymbolTiming::areLocked(const std::vector<Complex>& lines, const std::vecto
         const auto reach = static_cast<std::size_t>(blocks);
         Complex sum = 0.0;
         double all = 0.0;
+        double squares = 0.0;
         double count = 0.0; // of blocks that are no weaker than those of a burst are
         for (std::size_t i = here - std::min(here, reach);
              i <= std::min(here + reach, lines.size() - 1); ++i) {
             sum += powers[i] * lines[i];
             all += powers[i];
+            squares += std::norm(lines[i]);
             count += powers[i] >= faintBlock * strongest ? 1.0 : 0.0;
         }
-        const double need = (m_isReal ? lockStrengthReal : lockStrength) *
-                            std::sqrt(lockBlocks / std::max(count, 1.0)) *
+        if (m_isReal) {
+            const double most =
+                lines.size() > fewLines ? mostEvidence : mostStrength * mostStrength;
+            if (std::norm(sum) >
+                std::min(m_isLocked ? goOnEvidence : lockEvidence, most * count) * squares)
+                return true;
+            continue;
+        }
+        const double need = lockStrength * std::sqrt(lockBlocks / std::max(count, 1.0)) *
                             (m_isLocked ? goOnPart : 1.0);
-        const double most = m_isReal && lines.size() > fewLines ? mostStrengthReal : mostStrength;
-        if (std::abs(sum) > std::min(need, most) * all)
+        if (std::abs(sum) > std::min(need, mostStrength) * all)
             return true;
     }
     return false;
@@ -314,7 +321,7 @@ double SymbolTiming::frequency(const std::vector<Complex>& lines)
 }
 
 /// The line of a block counts by how well it agrees with its neighbours, as noise does not, and by
-/// its power, up to a limit where the signal is real: noise may be stronger than bursts there.
+/// its power, unless the signal is real: noise may be stronger than bursts there.
 SymbolTiming::Complex SymbolTiming::weightedLineOf(std::int64_t block) const
 {
     const std::int64_t oldest = m_blockCount - static_cast<std::int64_t>(m_lines.size());
@@ -325,9 +332,7 @@ SymbolTiming::Complex SymbolTiming::weightedLineOf(std::int64_t block) const
         sum += lineOf(i);
         count += 1.0;
     }
-    double power = m_powers[static_cast<std::size_t>(block - oldest)];
-    if (m_isReal)
-        power = std::min(power, mostPower * m_usualPower);
+    const double power = m_isReal ? 1.0 : m_powers[static_cast<std::size_t>(block - oldest)];
     return power * std::norm(sum / count) * lineOf(block);
 }
 

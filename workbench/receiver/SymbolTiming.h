@@ -94,9 +94,8 @@ private:
     std::vector<double> m_strengths; // ...and what the lines sum up to, turned back by them
     std::int64_t m_blockCount = 0;
     std::int64_t m_settledCount = 0;
-    double m_phase = 0.0;      // rad, of the last settled block
-    double m_slope = 0.0;      // symbols a sample, there
-    double m_usualPower = 0.0; // of the newest blocks
+    double m_phase = 0.0; // rad, of the last settled block
+    double m_slope = 0.0; // symbols a sample, there
     bool m_isReal = true;
     bool m_isLocked = false; // about the last settled block
     std::vector<SymbolKnot> m_knots;
