@@ -3,6 +3,7 @@
 #include "Case.h"
 #include "FrequencySignal.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -51,6 +52,70 @@ Case shiftKeying(const char* name, const FrequencySignal& signal)
     return result;
 }
 
+/// A sinc under a Hann window, 24 of its zeros on either side.
+/// @param bandwidth  in sample rates.
+Signal lowPass(const Signal& signal, double bandwidth)
+{
+    const int reach = static_cast<int>(12.0 / bandwidth);
+    const auto size = static_cast<int>(signal.size());
+    Signal result(signal.size());
+    for (int k = -reach; k <= reach; ++k) {
+        const double x = 2.0 * pi * bandwidth * k;
+        const double tap = 2.0 * bandwidth * (k == 0 ? 1.0 : std::sin(x) / x) *
+                           (0.5 + 0.5 * std::cos(pi * k / (reach + 1.0)));
+        for (int n = std::max(0, k); n < std::min(size, size + k); ++n)
+            result[static_cast<std::size_t>(n)] += tap * signal[static_cast<std::size_t>(n - k)];
+    }
+    return result;
+}
+
+/// Audio of an FM receiver: bursts, and the noise of its discriminator between them, which is
+/// louder and grows with frequency.
+Case audio(const char* name, const FrequencySignal& burst, double channel, double bandwidth)
+{
+    constexpr int burstCount = 3;
+    constexpr int pause = 2000; // symbols before and after each
+    Case result;
+    result.group = "Bursts in the audio of an FM receiver";
+    result.name = QString::fromLatin1(name);
+    result.isComplex = false;
+    result.arguments = QStringList{"--format",      "rf32",
+                                   "--symbol-rate", number(symbolRate),
+                                   "--sample-rate", number(symbolRate * burst.samplesPerSymbol),
+                                   "--squelch",     "auto"};
+    result.make = [=](Random& random) {
+        const double perSymbol = burst.samplesPerSymbol;
+        const double noise = std::sqrt(perSymbol * std::pow(10.0, -burst.snr / 10.0));
+        Signal received;
+        const auto addPause = [&] {
+            for (int n = 0; n < pause * perSymbol; ++n)
+                received.push_back(noise * random.complexGauss());
+        };
+        for (int k = 0; k < burstCount; ++k) {
+            addPause();
+            const Signal sent = burst.make(random);
+            received.insert(received.end(), sent.begin(), sent.end());
+        }
+        addPause();
+        received = lowPass(received, channel / perSymbol);
+        Signal heard(received.size());
+        for (std::size_t n = 1; n < received.size(); ++n)
+            heard[n] = perSymbol / (2.0 * pi) * std::arg(received[n] * std::conj(received[n - 1]));
+        return lowPass(heard, bandwidth / perSymbol);
+    };
+    // Of 16 symbols all are of the burst or none, and the clock's band, 0.07 symbol rates, hears
+    // the louder noise for 14 symbols more. Where blocks start is chance.
+    const double ends = burstCount * 2.0;
+    const double most = 32.0 * ends;
+    const double trial = 16.0 * std::sqrt(ends);
+    const double noiseCount = pause * (burstCount + 1.0);
+    result.truths = {
+        {"left_out.symbols", Kind::Value, noiseCount, most, trial},
+        {"eye.traces", Kind::Value, double{burstCount} * burst.symbolCount, most, trial},
+        {"eye.levels.#", Kind::Value, static_cast<double>(burst.levelCount)}};
+    return result;
+}
+
 Case overTime(const char* name, std::function<double(double, Random&)> value,
               std::vector<Truth> truths)
 {
@@ -81,6 +146,11 @@ std::vector<Case> otherCases()
         shiftKeying("gfsk", {2, 0.25, 0.5, -0.03, 8.0, -50.0, 40.0, 4000}),
         shiftKeying("gmsk0.3", {2, 0.25, 0.3, 0.0, 6.667, 0.0, 40.0, 4000}),
         shiftKeying("4fsk", {4, 0.75, 0.0, 0.05, 16.0, 50.0, 40.0, 4000}),
+        // The channel passes what Carson's rule says; the audio goes up to half the symbol rate and
+        // a bit, or to twice of it.
+        audio("audio-narrow", {2, 0.25, 0.5, 0.0, 5.0, 50.0, 25.0, 480}, 0.8, 0.6),
+        audio("audio-wide", {2, 0.25, 0.5, 0.05, 10.0, -50.0, 25.0, 1000}, 1.0, 2.0),
+        audio("audio-4fsk", {4, 0.75, 0.5, 0.0, 10.0, 0.0, 30.0, 1500}, 1.5, 1.5),
         // The mean over a part of a period, and how near a sample comes to the peak.
         overTime("sine",
                  [](double t, Random&) { return 0.1 + 0.8 * std::sin(2.0 * pi * 997.3 * t); },
