@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <limits>
 #include <utility>
 
 #include <liquid/liquid.h>
@@ -13,6 +14,7 @@
 namespace {
 
 constexpr double pi = 3.14159265358979323846;
+constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double halfBand = 0.07;       // about half the symbol rate, symbol rates
 constexpr float stopBand = 50.0F;       // dB
 constexpr int blockLength = 16;         // symbols
@@ -20,6 +22,7 @@ constexpr std::int64_t aheadCount = 16; // blocks
 constexpr int behindCount = 32;         // blocks for the frequency; for the phase as many as ahead
 // Of the search for the frequency, rad a block: a third of what the blocks tell apart.
 constexpr double searchStep = 2.0 * pi / (3.0 * (aheadCount + behindCount + 1));
+constexpr double mostPower = 2.0;        // of a block, against those that agree
 constexpr double leastPower = 1e-30;     // full scale is 1: what is below is rounding
 constexpr int turnLength = 256;          // samples
 constexpr std::size_t width = 4;         // numbers of a mixed sample
@@ -156,9 +159,10 @@ void SymbolTiming::settle(std::int64_t block)
 {
     const std::int64_t last = std::min(block + aheadCount, m_blockCount - 1);
     const std::int64_t first = std::max<std::int64_t>(block - behindCount, 0);
+    const double most = m_isReal ? mostPower * agreeingPower(first, last) : infinity;
     std::vector<Complex> lines;
     for (std::int64_t i = first; i <= last; ++i)
-        lines.push_back(weightedLineOf(i));
+        lines.push_back(std::min(powerOf(i), most) * agreementOf(i) * lineOf(i));
     const double turn = last - first < fewBlocks ? 0.0 : frequency(lines);
     Complex sum = 0.0;
     for (std::int64_t i = std::max(block - aheadCount, first); i <= last; ++i) {
@@ -320,9 +324,9 @@ double SymbolTiming::frequency(const std::vector<Complex>& lines)
     return (turns + std::clamp(offset, -0.5, 0.5)) * searchStep;
 }
 
-/// The line of a block counts by how well it agrees with its neighbours, as noise does not, and by
-/// its power, unless the signal is real: noise may be stronger than bursts there.
-SymbolTiming::Complex SymbolTiming::weightedLineOf(std::int64_t block) const
+/// How well the line of a block agrees with its neighbours, as noise does not: it counts by that,
+/// and by its power.
+double SymbolTiming::agreementOf(std::int64_t block) const
 {
     const std::int64_t oldest = m_blockCount - static_cast<std::int64_t>(m_lines.size());
     Complex sum = 0.0;
@@ -332,8 +336,30 @@ SymbolTiming::Complex SymbolTiming::weightedLineOf(std::int64_t block) const
         sum += lineOf(i);
         count += 1.0;
     }
-    const double power = m_isReal ? 1.0 : m_powers[static_cast<std::size_t>(block - oldest)];
-    return power * std::norm(sum / count) * lineOf(block);
+    return std::norm(sum / count);
+}
+
+/// Median power of blocks that agree. Of a real signal, noise may be stronger than bursts.
+double SymbolTiming::agreeingPower(std::int64_t first, std::int64_t last) const
+{
+    std::vector<std::pair<double, double>> powers; // and weights
+    double half = 0.0;
+    for (std::int64_t i = first; i <= last; ++i) {
+        const double agreement = agreementOf(i);
+        powers.emplace_back(powerOf(i), agreement * agreement);
+        half += 0.5 * powers.back().second;
+    }
+    std::sort(powers.begin(), powers.end());
+    std::size_t k = 0;
+    for (; k + 1 < powers.size() && powers[k].second < half; ++k)
+        half -= powers[k].second;
+    return powers[k].first;
+}
+
+double SymbolTiming::powerOf(std::int64_t block) const
+{
+    const std::int64_t oldest = m_blockCount - static_cast<std::int64_t>(m_lines.size());
+    return m_powers[static_cast<std::size_t>(block - oldest)];
 }
 
 SymbolTiming::Complex SymbolTiming::lineOf(std::int64_t block) const

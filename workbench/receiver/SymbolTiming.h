@@ -65,7 +65,9 @@ private:
     void prepareSearch();
     double frequency(const std::vector<Complex>& lines);
     Complex lineOf(std::int64_t block) const;
-    Complex weightedLineOf(std::int64_t block) const;
+    double powerOf(std::int64_t block) const;
+    double agreementOf(std::int64_t block) const;
+    double agreeingPower(std::int64_t first, std::int64_t last) const;
     bool isLockedAt(std::int64_t block, double turn);
     bool areLocked(const std::vector<Complex>& lines, const std::vector<double>& powers,
                    std::size_t here) const;
