@@ -24,8 +24,9 @@ public:
     }
 
     QString name() const override { return QStringLiteral("GNU Radio %1").arg(m_version); }
-    std::vector<Symbol> receive(const Signal& signal, const LinearSignal& kind, double carrier,
-                                const Loops& loops) override;
+    std::vector<std::vector<Symbol>> receive(const Signal& signal, const LinearSignal& kind,
+                                             double carrier, double timingLoop,
+                                             const std::vector<double>& carrierLoops) override;
 
 private:
     std::unique_ptr<QProcess> m_process;
@@ -33,14 +34,20 @@ private:
     QTemporaryDir m_folder;
 };
 
-std::vector<Peer::Symbol> GnuRadio::receive(const Signal& signal, const LinearSignal& kind,
-                                            double carrier, const Loops& loops)
+std::vector<std::vector<Peer::Symbol>> GnuRadio::receive(const Signal& signal,
+                                                         const LinearSignal& kind, double carrier,
+                                                         double timingLoop,
+                                                         const std::vector<double>& carrierLoops)
 {
+    std::vector<std::vector<Symbol>> received(carrierLoops.size());
     const QString input = m_folder.filePath("signal.cf32");
     QFile output(m_folder.filePath("symbols.f64"));
     QJsonArray points;
     for (const Complex& point : LinearSignal::pointsOf(kind.modulation))
         points.append(QJsonArray{point.real(), point.imag()});
+    QJsonArray loops;
+    for (const double loop : carrierLoops)
+        loops.append(loop);
     const QJsonObject order{{"input", input},
                             {"output", output.fileName()},
                             {"points", points},
@@ -51,23 +58,22 @@ std::vector<Peer::Symbol> GnuRadio::receive(const Signal& signal, const LinearSi
                             {"roll_off", kind.rollOff},
                             {"noise", std::pow(10.0, -kind.esN0 / 10.0)},
                             {"carrier", carrier},
-                            {"timing_loop", loops.timing},
-                            {"carrier_loop", loops.carrier}};
+                            {"timing_loop", timingLoop},
+                            {"carrier_loops", loops}};
     if (!write(signal, true, input))
-        return {};
+        return received;
     m_process->write(QJsonDocument(order).toJson(QJsonDocument::Compact) + '\n');
     while (!m_process->canReadLine()) {
         if (!m_process->waitForReadyRead(-1))
-            return {};
+            return received;
     }
     m_process->readLine();
-    std::vector<Symbol> symbols;
     if (!output.open(QIODevice::ReadOnly))
-        return symbols;
-    double row[4]; // I, Q, position, phase
+        return received;
+    double row[5]; // loop of the carrier, I, Q, position, phase
     while (output.read(reinterpret_cast<char*>(row), sizeof row) == qint64{sizeof row})
-        symbols.push_back({{row[0], row[1]}, row[2], row[3]});
-    return symbols;
+        received[static_cast<std::size_t>(row[0])].push_back({{row[1], row[2]}, row[3], row[4]});
+    return received;
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "Bounds.h"
 #include "Case.h"
 #include "LinearSignal.h"
 
@@ -11,9 +12,6 @@ using Modulation = LinearSignal::Modulation;
 using Kind = Truth::Kind;
 
 constexpr double symbolRate = 12500.0;
-/// A receiver's own errors, such as those of pulses cut off: with 36 dB of noise they take away
-/// 0.3.
-constexpr double floorDb = 47.5;
 
 struct Name
 {
@@ -36,22 +34,6 @@ QString nameOf(Modulation modulation)
 
 QString number(double value) { return QString::number(value, 'g', 12); }
 
-/// Deviation of an estimate of the carrier's frequency, in symbol rates (modified Cramer-Rao bound,
-/// D'Andrea, Mengali, Reggiannini, IEEE Trans. Commun. 42, 1994).
-double carrierBound(double count, double esN0)
-{
-    return std::sqrt(6.0 / (4.0 * pi * pi * std::pow(count, 3.0) * esN0));
-}
-
-/// Deviation of an estimate of the symbol rate, ppm: the bound of one symbol's timing, ibid., as
-/// the slope of a line through all of them.
-double clockBound(double count, double esN0, double rollOff)
-{
-    const double bandwidth = 1.0 / 12.0 + rollOff * rollOff * (0.25 - 2.0 / (pi * pi));
-    const double timing = 1.0 / (8.0 * pi * pi * bandwidth * esN0); // variance
-    return 1e6 * std::sqrt(12.0 * timing / std::pow(count, 3.0));
-}
-
 std::vector<Truth> truthsOf(const LinearSignal& signal)
 {
     std::vector<Truth> truths;
@@ -62,13 +44,13 @@ std::vector<Truth> truthsOf(const LinearSignal& signal)
     // Of a mean of squares of complex Gaussian errors.
     const double relative = 1.0 / std::sqrt(count);
     if (power <= 0.0) {
-        truths.push_back({"constellation.mer_db", Kind::AtLeast, floorDb});
+        truths.push_back({"constellation.mer_db", Kind::AtLeast, bounds::floorDb});
         truths.push_back(
-            {"constellation.evm_rms", Kind::Value, 0.0, std::pow(10.0, -floorDb / 20.0)});
+            {"constellation.evm_rms", Kind::Value, 0.0, std::pow(10.0, -bounds::floorDb / 20.0)});
     } else {
         const double drift = signal.drift > 0.0 ? 0.5 : 0.0; // followed or not: see the text
-        truths.push_back({"constellation.mer_db", Kind::Value, mer, 0.3 + drift,
-                          10.0 / std::log(10.0) * relative});
+        truths.push_back(
+            {"constellation.mer_db", Kind::Value, mer, 0.3 + drift, bounds::mer(count)});
         truths.push_back({"constellation.evm_rms", Kind::Value, evm, (0.03 + 0.1 * drift) * evm,
                           0.5 * relative * evm});
     }
@@ -86,15 +68,15 @@ std::vector<Truth> truthsOf(const LinearSignal& signal)
     if (signal.samplesPerSymbol < 2.0)
         return truths;
     // To an estimate of time and phase, errors of the transmitter are as good as noise.
-    const double esN0 = 1.0 / std::max(power, std::pow(10.0, -floorDb / 10.0));
-    const double carrier = symbolRate * carrierBound(count, esN0);
+    const double esN0 = 1.0 / std::max(power, std::pow(10.0, -bounds::floorDb / 10.0));
+    const double carrier = symbolRate * bounds::carrier(count, esN0);
     truths.push_back({"carrier.offset", Kind::Value, symbolRate * signal.carrier, 3.0 * carrier,
                       0.25 * carrier});
     // 5 ppm at 20 dB and 2,000 symbols; the bound says how it grows with shorter records and noise.
     const double clock =
         5.0 * std::max(1.0, std::pow(2000.0 / count, 1.5)) * std::max(1.0, std::sqrt(100.0 / esN0));
     truths.push_back({"clock.offset_ppm", Kind::Value, signal.clockPpm, clock,
-                      clockBound(count, esN0, signal.rollOff)});
+                      bounds::clock(count, esN0, signal.rollOff)});
     return truths;
 }
 
@@ -295,8 +277,8 @@ std::vector<Case> others()
     // 1.6 % of the symbols are others: figures move by an eighth of a trial's deviation.
     start.truths = {same("constellation.mer_db", 4.34 / std::sqrt(2000.0)),
                     same("constellation.evm_rms", 0.5 * 0.1 / std::sqrt(2000.0)),
-                    same("carrier.offset", 2.0 * symbolRate * carrierBound(2000.0, 100.0)),
-                    same("clock.offset_ppm", 2.0 * clockBound(2000.0, 100.0, 0.35))};
+                    same("carrier.offset", 2.0 * symbolRate * bounds::carrier(2000.0, 100.0)),
+                    same("clock.offset_ppm", 2.0 * bounds::clock(2000.0, 100.0, 0.35))};
     cases.push_back(start);
     return cases;
 }

@@ -34,8 +34,9 @@ public:
     {
         return QStringLiteral("liquid-dsp %1").arg(QLatin1String(liquid_libversion()));
     }
-    std::vector<Symbol> receive(const Signal& signal, const LinearSignal& kind, double carrier,
-                                const Loops& loops) override;
+    std::vector<std::vector<Symbol>> receive(const Signal& signal, const LinearSignal& kind,
+                                             double carrier, double timingLoop,
+                                             const std::vector<double>& carrierLoops) override;
 
 private:
     static std::vector<Symbol> timed(std::vector<std::complex<float>> samples,
@@ -43,19 +44,28 @@ private:
     static void follow(std::vector<Symbol>& symbols, const LinearSignal& kind, double bandwidth);
 };
 
-std::vector<Peer::Symbol> Liquid::receive(const Signal& signal, const LinearSignal& kind,
-                                          double carrier, const Loops& loops)
+std::vector<std::vector<Peer::Symbol>> Liquid::receive(const Signal& signal,
+                                                       const LinearSignal& kind, double carrier,
+                                                       double timingLoop,
+                                                       const std::vector<double>& carrierLoops)
 {
     std::vector<std::complex<float>> samples;
     for (std::size_t n = 0; n < signal.size(); ++n)
         samples.emplace_back(
             signal[n] *
             std::polar(1.0, -2.0 * pi * std::fmod(carrier * static_cast<double>(n), 1.0)));
-    std::vector<Symbol> symbols = timed(samples, kind, loops.timing);
-    follow(symbols, kind, loops.carrier);
-    for (Symbol& symbol : symbols)
-        symbol.phase += 2.0 * pi * carrier * symbol.position;
-    return symbols;
+    const double delay = reach * kind.samplesPerSymbol;
+    samples.resize(samples.size() + static_cast<std::size_t>(delay)); // push the last symbols out
+    std::vector<std::vector<Symbol>> received(carrierLoops.size(),
+                                              timed(samples, kind, timingLoop));
+    for (std::size_t k = 0; k < carrierLoops.size(); ++k) {
+        follow(received[k], kind, carrierLoops[k]);
+        for (Symbol& symbol : received[k]) {
+            symbol.position -= delay;
+            symbol.phase += 2.0 * pi * carrier * symbol.position;
+        }
+    }
+    return received;
 }
 
 std::vector<Peer::Symbol> Liquid::timed(std::vector<std::complex<float>> samples,

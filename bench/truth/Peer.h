@@ -11,25 +11,23 @@
 class Peer
 {
 public:
-    struct Loops
-    {
-        double timing; ///< bandwidths, as the library counts them
-        double carrier;
-    };
     struct Symbol
     {
         Complex value;
-        double position; ///< samples of the signal, from any start
+        double position; ///< samples of the signal, to a symbol or so
         double phase;    ///< rad, that was taken off
     };
 
     virtual ~Peer() = default;
     /// With its version.
     virtual QString name() const = 0;
+    /// Bandwidths of loops are as the library counts them.
     /// @param kind     what is told of the signal: modulation, roll-off, samples a symbol, level.
     /// @param carrier  cycles a sample, taken off before the matched filter.
-    virtual std::vector<Symbol> receive(const Signal& signal, const LinearSignal& kind,
-                                        double carrier, const Loops& loops) = 0;
+    /// @return the symbols that each of the carrier's loops gives.
+    virtual std::vector<std::vector<Symbol>> receive(const Signal& signal, const LinearSignal& kind,
+                                                     double carrier, double timingLoop,
+                                                     const std::vector<double>& carrierLoops) = 0;
 
 protected:
     /// By which symbols are multiplied so that points have mean power 1.

@@ -2,248 +2,226 @@
 #include "PeerComparison.h"
 
 #include "Measurement.h"
+#include "PeerFigures.h"
 
 #include <algorithm>
 
 namespace {
 
-constexpr double floorDb = 47.5; // of the truth of a clean signal, as elsewhere
-constexpr Peer::Loops wide = {0.02, 0.02};
-constexpr double timingLoops[] = {0.001, 0.003, 0.01, 0.03};
-constexpr double carrierLoops[] = {0.001, 0.003, 0.01};
-constexpr double unknown = std::numeric_limits<double>::infinity();
+using Verdict = PairedErrors::Verdict;
+
+constexpr int trainingCount = 6;
+constexpr double carrierStep = 0.01; // to which peers are told the carrier, symbol rates
+constexpr double clockRange = 100.0; // ppm either way
+constexpr double marginPart = 0.1;   // of the bound
+constexpr double deviations = 2.0;
 
 struct Figure
 {
     const char* name;
     double PeerFigures::*value;
+    double scale;
 };
-constexpr Figure figures[] = {{"MER, dB", &PeerFigures::mer},
-                              {"carrier, 1e-6 of the symbol rate", &PeerFigures::carrier},
-                              {"clock, ppm", &PeerFigures::clock}};
+constexpr Figure figures[] = {{"MER, dB", &PeerFigures::mer, 1.0},
+                              {"Carrier, 1e-6 of the symbol rate", &PeerFigures::carrier, 1e6},
+                              {"Clock, ppm", &PeerFigures::clock, 1.0}};
+constexpr int figureCount = 3;
 
-/// Slope of a line through points, least squares.
-template<class X, class Y>
-double slopeOf(const std::vector<Peer::Symbol>& symbols, X x, Y y)
+double toldCarrier(const LinearSignal& kind)
 {
-    const auto count = static_cast<double>(symbols.size());
-    double meanX = 0.0, meanY = 0.0, cross = 0.0, square = 0.0;
-    for (std::size_t k = 0; k < symbols.size(); ++k) {
-        meanX += x(k) / count;
-        meanY += y(k) / count;
-    }
-    for (std::size_t k = 0; k < symbols.size(); ++k) {
-        cross += (x(k) - meanX) * (y(k) - meanY);
-        square += (x(k) - meanX) * (x(k) - meanX);
-    }
-    return cross / square;
+    return std::round(kind.carrier / carrierStep) * carrierStep;
 }
 
-double carrierOf(const std::vector<Peer::Symbol>& symbols) // cycles a sample
+PeerTrial trialOf(const Case& one, int number)
 {
-    return slopeOf(
-               symbols, [&](std::size_t k) { return symbols[k].position; },
-               [&](std::size_t k) { return symbols[k].phase; }) /
-           (2.0 * pi);
+    Random random(one.name.toStdString(), number);
+    PeerTrial trial{*one.linear, {}};
+    trial.sent.carrier = toldCarrier(trial.sent) + (random.part() - 0.5) * carrierStep;
+    trial.sent.clockPpm += (2.0 * random.part() - 1.0) * clockRange;
+    trial.signal = trial.sent.make(random);
+    return trial;
 }
 
-/// The gain and noise under which the values are likeliest, each of the points being as likely as
-/// another (expectation maximisation); from a gain on.
-double merFrom(const std::vector<Peer::Symbol>& symbols, const std::vector<Complex>& points,
-               Complex gain)
+PeerFigures figuresOf(const QJsonObject& object)
 {
-    constexpr int rounds = 15;
-    const auto count = static_cast<double>(symbols.size());
-    double noise = 0.0;
-    for (const Peer::Symbol& symbol : symbols) {
-        double least = unknown;
-        for (const Complex& point : points)
-            least = std::min(least, std::norm(symbol.value - gain * point));
-        noise += least / count;
-    }
-    for (int round = 0; round < rounds; ++round) {
-        Complex cross = 0.0;
-        double square = 0.0, power = 0.0, error = 0.0;
-        std::vector<double> chances(points.size());
-        for (const Peer::Symbol& symbol : symbols) {
-            double least = unknown, total = 0.0;
-            for (const Complex& point : points)
-                least = std::min(least, std::norm(symbol.value - gain * point));
-            for (std::size_t p = 0; p < points.size(); ++p) {
-                const double off = std::norm(symbol.value - gain * points[p]);
-                chances[p] = std::exp((least - off) / std::max(noise, 1e-12));
-                total += chances[p];
-            }
-            for (std::size_t p = 0; p < points.size(); ++p) {
-                const double chance = chances[p] / total;
-                cross += chance * symbol.value * std::conj(points[p]);
-                square += chance * std::norm(points[p]);
-                error += chance * std::norm(symbol.value - gain * points[p]) / count;
-            }
-            power += std::norm(symbol.value) / count;
-        }
-        gain = cross / square;
-        noise = error;
-    }
-    return 10.0 * std::log10(std::norm(gain) / noise);
+    const double symbolRate = figure(object, "symbol_rate.value").value_or(1.0);
+    return {figure(object, "constellation.mer_db").value_or(LinearSignal::none),
+            figure(object, "carrier.offset").value_or(LinearSignal::none) / symbolRate,
+            figure(object, "clock.offset_ppm").value_or(LinearSignal::none)};
 }
 
-double merOf(const std::vector<Peer::Symbol>& symbols, LinearSignal::Modulation modulation)
+PairedErrors compareErrors(const std::vector<double>& ours, const std::vector<double>& peers,
+                           double most, double margin)
 {
-    double power = 0.0;
-    for (const Peer::Symbol& symbol : symbols)
-        power += std::norm(symbol.value) / static_cast<double>(symbols.size());
-    return merFrom(symbols, LinearSignal::pointsOf(modulation), std::sqrt(power));
-}
-
-std::vector<Peer::Symbol> between(const std::vector<Peer::Symbol>& symbols, double first,
-                                  double last)
-{
-    std::vector<Peer::Symbol> result;
-    for (const Peer::Symbol& symbol : symbols) {
-        if (symbol.position >= first && symbol.position < last)
-            result.push_back(symbol);
+    const auto count = static_cast<double>(ours.size());
+    PairedErrors result;
+    result.peer = meanOf(peers, most);
+    result.isLimited = *std::max_element(peers.begin(), peers.end()) > most;
+    result.difference = meanOf(ours, most) - result.peer;
+    double squares = 0.0;
+    for (std::size_t k = 0; k < ours.size(); ++k) {
+        const double off = std::min(ours[k], most) - std::min(peers[k], most) - result.difference;
+        squares += off * off;
     }
+    result.standardError = std::sqrt(squares / (count * std::max(count - 1.0, 1.0)));
+    const double chance = deviations * result.standardError;
+    if (result.difference + chance < 0.0)
+        result.verdict = Verdict::Nearer;
+    else if (result.difference + chance <= margin)
+        result.verdict = Verdict::AsNear;
+    else if (result.difference > margin && result.difference > chance)
+        result.verdict = Verdict::Farther;
     return result;
 }
 
-/// What a peer finds in one trial with each pair of loops.
-std::vector<PeerFigures> tryLoops(Peer& peer, const Signal& signal, const LinearSignal& kind)
+/// @param errors  of ours, then of each peer, for each trial.
+PeerRow rowOf(const Case& one, int index, const std::vector<std::vector<PeerFigures>>& errors)
 {
-    const double perSymbol = kind.samplesPerSymbol;
-    const auto length = static_cast<double>(signal.size());
-    const double told = std::round(kind.carrier * 100.0) / 100.0 / perSymbol;
-    const auto first = between(peer.receive(signal, kind, told, wide), 0.5 * length, length);
-    const double carrier = first.size() > 2 ? carrierOf(first) : told;
-    Signal twice = signal;
-    twice.insert(twice.end(), signal.begin(), signal.end());
-    std::vector<PeerFigures> found;
-    for (const double timing : timingLoops) {
-        for (const double loop : carrierLoops) {
-            const auto symbols = between(peer.receive(twice, kind, carrier, {timing, loop}),
-                                         1.25 * length, 2.0 * length);
-            if (symbols.size() < 10) {
-                found.push_back({unknown, unknown, unknown});
-                continue;
-            }
-            const double rate =
-                1.0 / slopeOf(
-                          symbols, [](std::size_t k) { return static_cast<double>(k); },
-                          [&](std::size_t k) { return symbols[k].position; });
-            found.push_back({merOf(symbols, kind.modulation), carrierOf(symbols) * perSymbol,
-                             1e6 * (rate * perSymbol - 1.0)});
-        }
+    const Figure& figure = figures[index];
+    std::vector<std::vector<double>> ofReceivers;
+    for (const std::vector<PeerFigures>& ofReceiver : errors) {
+        ofReceivers.emplace_back();
+        for (const PeerFigures& error : ofReceiver)
+            ofReceivers.back().push_back(error.*figure.value);
     }
-    return found;
+    const double bound = boundsOf(*one.linear).*figure.value;
+    const double most = mostOf(ofReceivers, bound);
+    PeerRow row;
+    row.name = one.name;
+    row.figure = index;
+    row.ours = meanOf(ofReceivers.front(), most);
+    row.margin = marginPart * bound;
+    for (std::size_t k = 1; k < ofReceivers.size(); ++k)
+        row.peers.push_back(compareErrors(ofReceivers.front(), ofReceivers[k], most, row.margin));
+    return row;
 }
 
-/// Squares of errors; a clean signal's MER may be above its truth.
-void addErrors(PeerFigures& sum, const PeerFigures& found, const PeerFigures& truth, bool isClean,
-               std::size_t trials)
+QString text(double value) { return QString::number(value, 'g', 3); }
+
+QString cell(const PairedErrors& errors, double scale)
 {
-    for (const Figure& figure : figures) {
-        double error = found.*figure.value - truth.*figure.value;
-        if (isClean && figure.value == &PeerFigures::mer)
-            error = std::min(error, 0.0);
-        sum.*figure.value += error * error / static_cast<double>(trials);
-    }
+    static const char* const words[] = {"nearer", "as near", "undecided", "**farther**"};
+    return QStringLiteral("%1%2 | %3 ± %4 | %5")
+        .arg(QLatin1String(errors.isLimited ? "> " : ""), text(scale * errors.peer),
+             text(scale * errors.difference), text(scale * errors.standardError),
+             QLatin1String(words[static_cast<int>(errors.verdict)]));
 }
 
-PeerFigures rootOf(PeerFigures sum)
+/// How often each verdict is, of one peer.
+QString counts(const std::vector<PeerRow>& rows, int index, std::size_t peer)
 {
-    for (const Figure& figure : figures)
-        sum.*figure.value = std::sqrt(sum.*figure.value);
-    return sum;
-}
-
-PeerFigures errorsOf(Peer& peer, const std::vector<Signal>& trials, const LinearSignal& kind,
-                     const PeerFigures& truth)
-{
-    std::vector<PeerFigures> sums(std::size(timingLoops) * std::size(carrierLoops));
-    for (const Signal& signal : trials) {
-        const std::vector<PeerFigures> found = tryLoops(peer, signal, kind);
-        for (std::size_t k = 0; k < found.size(); ++k)
-            addErrors(sums[k], found[k], truth, kind.errorPower() <= 0.0, trials.size());
+    int numbers[4] = {};
+    for (const PeerRow& row : rows) {
+        if (row.figure == index)
+            ++numbers[static_cast<int>(row.peers[peer].verdict)];
     }
-    PeerFigures best = {unknown, unknown, unknown};
-    for (const PeerFigures& sum : sums) {
-        for (const Figure& figure : figures)
-            best.*figure.value = std::min(best.*figure.value, sum.*figure.value);
-    }
-    return rootOf(best);
-}
-
-QString cell(const PeerFigures& errors, const Figure& figure, double best)
-{
-    const double scale = figure.value == &PeerFigures::carrier ? 1e6 : 1.0;
-    const double error = errors.*figure.value;
-    const QString text = QString::number(scale * error, 'g', 3);
-    return error <= best ? QStringLiteral("**%1**").arg(text) : text;
+    return QStringLiteral("%1 | %2 | %3 | %4")
+        .arg(numbers[0])
+        .arg(numbers[1])
+        .arg(numbers[2])
+        .arg(numbers[3]);
 }
 
 } // namespace
 
-PeerRow comparePeers(const Case& one, const std::vector<Signal>& trials,
-                     const std::vector<QJsonObject>& measured,
-                     const std::vector<std::unique_ptr<Peer>>& peers)
+PeerComparison::PeerComparison(const QString& program, const QString& folder, int trialCount)
+    : m_program(program)
+    , m_folder(folder)
+    , m_trialCount(trialCount)
 {
-    const LinearSignal& kind = *one.linear;
-    PeerRow row;
-    row.name = one.name;
-    const bool isClean = kind.errorPower() <= 0.0;
-    row.truth = {isClean ? floorDb : -10.0 * std::log10(kind.errorPower()), kind.carrier,
-                 kind.clockPpm};
-    for (const QJsonObject& object : measured) {
-        const double symbolRate = figure(object, "symbol_rate.value").value_or(1.0);
-        addErrors(row.ours,
-                  {figure(object, "constellation.mer_db").value_or(unknown),
-                   figure(object, "carrier.offset").value_or(unknown) / symbolRate,
-                   figure(object, "clock.offset_ppm").value_or(unknown)},
-                  row.truth, isClean, measured.size());
-    }
-    row.ours = rootOf(row.ours);
-    for (const auto& peer : peers)
-        row.peers.push_back(errorsOf(*peer, trials, kind, row.truth));
-    return row;
+    m_peers.push_back(liquidPeer());
+    if (auto gnuRadio = gnuRadioPeer())
+        m_peers.push_back(std::move(gnuRadio));
 }
 
-QString peersAsMarkdown(const std::vector<PeerRow>& rows, const QStringList& names)
+QStringList PeerComparison::peerNames() const
 {
-    QString text;
-    for (const Figure& figure : figures) {
-        const double scale = figure.value == &PeerFigures::carrier ? 1e6 : 1.0;
-        text += QStringLiteral("\n| %1 | truth | %2 |\n|---|---")
-                    .arg(QLatin1String(figure.name), names.join(" | ")) +
-                QStringLiteral("|---").repeated(names.size()) + QLatin1String("|\n");
+    QStringList names;
+    for (const auto& peer : m_peers)
+        names += peer->name();
+    return names;
+}
+
+std::vector<PeerRow> PeerComparison::compare(const Case& one)
+{
+    std::vector<PeerTrial> training;
+    std::vector<PeerTrial> trials;
+    QStringList files;
+    for (int number = 0; number < trainingCount + m_trialCount; ++number) {
+        if (number < trainingCount) {
+            training.push_back(trialOf(one, number));
+            continue;
+        }
+        trials.push_back(trialOf(one, number));
+        files += QStringLiteral("%1/%2-%3.cf32").arg(m_folder, one.name).arg(number);
+        if (!write(trials.back().signal, true, files.back()))
+            return {};
+    }
+    const Measurement measurement = Measurement::of(m_program, files, one.arguments);
+    std::vector<std::vector<PeerFigures>> errors(1);
+    for (std::size_t k = 0; k < trials.size(); ++k)
+        errors[0].push_back(
+            errorsOf(::figuresOf(measurement.object(files[static_cast<int>(k)])), trials[k].sent));
+    for (const auto& peer : m_peers) {
+        const TunedPeer tuned(*peer, toldCarrier(*one.linear), training);
+        errors.emplace_back();
+        for (const PeerTrial& trial : trials)
+            errors.back().push_back(errorsOf(tuned.measure(trial), trial.sent));
+    }
+    std::vector<PeerRow> rows;
+    for (int index = 0; index < figureCount; ++index)
+        rows.push_back(rowOf(one, index, errors));
+    return rows;
+}
+
+QString peersAsMarkdown(const std::vector<PeerRow>& rows, const QStringList& peerNames)
+{
+    QString text = QString::fromUtf8(
+        "# Beside other receivers\n\n"
+        "By bench_truth --peers; [how, and what the words mean](measuring.md#beside-others). "
+        "Errors "
+        "are means of magnitudes; after > some were larger than counts. Differences are Orvane's "
+        "errors less the other's, ± the standard error.\n\n"
+        "| figure | beside | nearer | as near | undecided | farther |\n"
+        "|---|---|---|---|---|---|\n");
+    for (int index = 0; index < figureCount; ++index) {
+        for (int peer = 0; peer < peerNames.size(); ++peer)
+            text += QStringLiteral("| %1 | %2 | %3 |\n")
+                        .arg(QLatin1String(figures[index].name), peerNames[peer],
+                             counts(rows, index, static_cast<std::size_t>(peer)));
+    }
+    for (int index = 0; index < figureCount; ++index) {
+        text +=
+            QStringLiteral("\n| %1 | margin | Orvane |").arg(QLatin1String(figures[index].name));
+        for (const QString& name : peerNames)
+            text += QStringLiteral(" %1 | difference | Orvane is |").arg(name);
+        text += QStringLiteral("\n|---|---|---%1|\n")
+                    .arg(QStringLiteral("|---|---|---").repeated(peerNames.size()));
         for (const PeerRow& row : rows) {
-            double best = row.ours.*figure.value;
-            for (const PeerFigures& peer : row.peers)
-                best = std::min(best, peer.*figure.value);
+            if (row.figure != index)
+                continue;
+            const double scale = figures[index].scale;
             text += QStringLiteral("| %1 | %2 | %3 |")
-                        .arg(row.name)
-                        .arg(scale * (row.truth.*figure.value), 0, 'g', 6)
-                        .arg(cell(row.ours, figure, best));
-            for (const PeerFigures& peer : row.peers)
-                text += QStringLiteral(" %1 |").arg(cell(peer, figure, best));
+                        .arg(row.name, ::text(scale * row.margin), ::text(scale * row.ours));
+            for (const PairedErrors& peer : row.peers)
+                text += QStringLiteral(" %1 |").arg(cell(peer, scale));
             text += QLatin1Char('\n');
         }
     }
     return text;
 }
 
-QString behind(const PeerRow& row, const QStringList& names)
+QString farther(const std::vector<PeerRow>& rows, const QStringList& peerNames)
 {
     QString text;
-    for (const Figure& figure : figures) {
+    for (const PeerRow& row : rows) {
+        const Figure& figure = figures[row.figure];
         for (std::size_t k = 0; k < row.peers.size(); ++k) {
-            const double scale = figure.value == &PeerFigures::carrier ? 1e6 : 1.0;
-            const double error = row.peers[k].*figure.value;
-            if (error < row.ours.*figure.value)
-                text += QStringLiteral("  behind: %1: %2 %3, %4 %5\n")
-                            .arg(QLatin1String(figure.name), names[0])
-                            .arg(scale * (row.ours.*figure.value), 0, 'g', 3)
-                            .arg(names[static_cast<int>(k) + 1])
-                            .arg(scale * error, 0, 'g', 3);
+            if (row.peers[k].verdict == Verdict::Farther)
+                text += QStringLiteral("  farther: %1: %2, %3 %4\n")
+                            .arg(QLatin1String(figure.name), ::text(figure.scale * row.ours),
+                                 peerNames[static_cast<int>(k)],
+                                 ::text(figure.scale * row.peers[k].peer));
         }
     }
     return text;

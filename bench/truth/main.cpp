@@ -32,42 +32,24 @@ int fail(const QString& text)
 /// Other receivers beside the program. Says which one is missing.
 int compareWithPeers(const std::vector<Case>& cases, const Run& run, QFile& markdown)
 {
-    std::vector<std::unique_ptr<Peer>> peers;
-    peers.push_back(liquidPeer());
-    if (auto gnuRadio = gnuRadioPeer())
-        peers.push_back(std::move(gnuRadio));
-    else
+    PeerComparison comparison(run.program, run.folder, run.trialCount);
+    const QStringList names = comparison.peerNames();
+    if (names.size() < 2)
         std::printf("GNU Radio is missing\n");
-    QStringList names = {"Orvane"};
-    for (const auto& peer : peers)
-        names += peer->name();
     std::vector<PeerRow> rows;
-    int behindCount = 0;
     for (const Case& one : cases) {
-        std::vector<Signal> trials;
-        QStringList files;
-        for (int trial = 0; trial < run.trialCount; ++trial) {
-            Random random(one.name.toStdString(), trial);
-            trials.push_back(one.make(random));
-            files += QStringLiteral("%1/%2-%3.cf32").arg(run.folder, one.name).arg(trial);
-            if (!write(trials.back(), true, files.back()))
-                return fail(files.back() + ": cannot be written");
-        }
-        const Measurement measurement = Measurement::of(run.program, files, one.arguments);
-        std::vector<QJsonObject> measured;
-        for (const QString& file : files)
-            measured.push_back(measurement.object(file));
-        rows.push_back(comparePeers(one, trials, measured, peers));
-        const QString text = behind(rows.back(), names);
-        behindCount += text.count(QLatin1Char('\n'));
-        std::printf("%s\n%s", qPrintable(one.name), qPrintable(text));
+        const std::vector<PeerRow> more = comparison.compare(one);
+        if (more.empty())
+            return fail(run.folder + ": cannot be written");
+        rows.insert(rows.end(), more.begin(), more.end());
+        std::printf("%s\n%s", qPrintable(one.name), qPrintable(farther(more, names)));
         std::fflush(stdout);
     }
     const QString tables = peersAsMarkdown(rows, names);
     std::printf("%s", qPrintable(tables));
     if (markdown.isOpen() && markdown.write(tables.toUtf8()) < 0)
         return fail(markdown.fileName() + ": cannot be written");
-    return behindCount == 0 ? 0 : 1;
+    return farther(rows, names).isEmpty() ? 0 : 1;
 }
 
 std::vector<Result> measure(const Case& one, const Run& run)

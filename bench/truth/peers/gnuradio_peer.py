@@ -3,14 +3,15 @@
 """Receives signals with blocks of GNU Radio: for each line of JSON an output file.
 
 First prints the version of GNU Radio, then an empty line for each signal that is done. Rows of an
-output file are four 64-bit numbers: I, Q, position in samples, phase taken off in rad. Ends with 3
-where GNU Radio is not installed.
+output file are five 64-bit numbers: number of the carrier's loop, I, Q, position in samples, phase
+taken off in rad. Ends with 3 where GNU Radio is not installed.
 """
 import json
 import math
 import os
 import sys
 
+os.environ.setdefault("GR_CONF_LOG_LOG_LEVEL", "warn")  # blocks say how they are set up
 try:
     import numpy
     from gnuradio import blocks, digital, gr
@@ -53,18 +54,17 @@ def timed(samples, order):
     moved = numpy.diff(numpy.array(arms.data())) - step
     moved -= filters * numpy.round(moved / filters)
     apart = per_symbol + moved / filters
-    positions = numpy.concatenate(([0.0], numpy.cumsum(apart)))
+    positions = numpy.concatenate(([0.0], numpy.cumsum(apart))) - REACH * per_symbol
     count = int(numpy.searchsorted(positions, len(samples)))
     return numpy.array(symbols.data())[:count], positions[:count]
 
 
-def followed(symbols, order):
+def followed(symbols, order, loop):
     """Symbols of a recovered carrier, and its phases."""
     points = [complex(*point) for point in order["points"]]
     constellation = digital.constellation_calcdist(
         points, [], order["symmetry"], 1, digital.constellation.POWER_NORMALIZATION)
-    receiver = digital.constellation_receiver_cb(constellation.base(), order["carrier_loop"],
-                                                 -0.25, 0.25)
+    receiver = digital.constellation_receiver_cb(constellation.base(), loop, -0.25, 0.25)
     phases, values = blocks.vector_sink_f(), blocks.vector_sink_c()
     flow = gr.top_block()
     flow.connect(blocks.vector_source_c(symbols), receiver, blocks.null_sink(gr.sizeof_char))
@@ -82,12 +82,15 @@ def receive(order):
     samples = samples * numpy.exp(-1j * turn * numpy.arange(len(samples)))
     symbols, positions = timed(samples, order)
     level = math.sqrt((1.0 + order["noise"]) / numpy.mean(numpy.abs(symbols) ** 2))
-    values, phases = followed(level * symbols, order)
-    count = min(len(values), len(positions))
-    # The receiver's phase is that by which it turns, the carrier's with another sign.
-    rows = numpy.column_stack((values.real[:count], values.imag[:count], positions[:count],
-                               turn * positions[:count] - phases[:count]))
-    rows.astype(numpy.float64).tofile(order["output"])
+    rows = []
+    for index, loop in enumerate(order["carrier_loops"]):
+        values, phases = followed(level * symbols, order, loop)
+        count = min(len(values), len(positions))
+        # The receiver's phase is that by which it turns, the carrier's with another sign.
+        rows.append(numpy.column_stack((numpy.full(count, index), values.real[:count],
+                                        values.imag[:count], positions[:count],
+                                        turn * positions[:count] - phases[:count])))
+    numpy.concatenate(rows).astype(numpy.float64).tofile(order["output"])
 
 
 def main():
