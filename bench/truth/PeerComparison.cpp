@@ -63,7 +63,8 @@ PairedErrors compareErrors(const std::vector<double>& ours, const std::vector<do
         const double off = std::min(ours[k], most) - std::min(peers[k], most) - result.difference;
         squares += off * off;
     }
-    result.standardError = std::sqrt(squares / (count * std::max(count - 1.0, 1.0)));
+    result.standardError =
+        count > 1.0 ? std::sqrt(squares / (count * (count - 1.0))) : LinearSignal::none;
     const double chance = deviations * result.standardError;
     if (result.difference + chance < 0.0)
         result.verdict = Verdict::Nearer;
