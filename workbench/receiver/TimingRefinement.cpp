@@ -10,6 +10,17 @@ constexpr std::size_t groupLength = 16; // symbols
 constexpr std::size_t reach = 4;        // groups about one, on either side
 constexpr double mostEarly = 0.25;      // symbols: more is no error of the clock
 constexpr std::size_t leastMembers = 8; // of a group that tells the clock by itself
+constexpr std::size_t pulseReach = 8;   // symbols on either side whose pulses have slopes
+constexpr double pi = 3.14159265358979323846;
+
+/// Slope of a raised cosine pulse some whole symbols from its middle, a symbol period.
+double slopeOfPulse(double symbols, double rollOff)
+{
+    const double alternating = std::cos(pi * symbols) / symbols;
+    const double part = 1.0 - 4.0 * rollOff * rollOff * symbols * symbols;
+    return alternating *
+           (std::abs(part) < 1e-6 ? 0.25 * pi : std::cos(pi * rollOff * symbols) / part);
+}
 
 } // namespace
 
@@ -23,6 +34,13 @@ BasebandFormat TimingRefinement::configure(const ReceiverSettings& settings,
         const Modulation& modulation = modulations::of(*settings.modulation);
         m_isOffset = modulation.isOffset;
         m_decisions.emplace_back(modulation.points);
+        m_slopes.clear();
+        if (settings.rollOff && !m_isOffset &&
+            settings.usedFilter() == ReceiverSettings::Filter::RootRaisedCosine) {
+            for (std::size_t k = 1; k <= pulseReach; ++k)
+                m_slopes.push_back(slopeOfPulse(static_cast<double>(k), *settings.rollOff));
+            m_curvature = pi * pi / 3.0 + (pi * pi - 8.0) * *settings.rollOff * *settings.rollOff;
+        }
         m_perSymbol = static_cast<std::size_t>(format.samplesPerSymbol);
         m_symbolRate = format.sampleRate / format.samplesPerSymbol;
     }
@@ -32,12 +50,14 @@ BasebandFormat TimingRefinement::configure(const ReceiverSettings& settings,
 
 double TimingRefinement::fittedPart() const
 {
-    return m_isOn ? 0.5 / static_cast<double>((2 * reach + 1) * groupLength) : 0.0;
+    return m_isOn && m_slopes.empty() ? 0.5 / static_cast<double>((2 * reach + 1) * groupLength)
+                                      : 0.0;
 }
 
 void TimingRefinement::reset()
 {
     m_waiting = {};
+    m_sent.clear();
     m_head = 0;
     m_grouped = 0;
     m_number = 0;
@@ -75,9 +95,11 @@ void TimingRefinement::process(BasebandBlock& block)
         return;
     block.clock.clear(); // these groups tell it better
     m_waiting.append(block);
+    decide();
     BasebandBlock output;
-    // A slope takes samples of the symbol after the last one.
-    while (m_grouped + groupLength < m_waiting.symbols.size()) {
+    // A slope takes samples of the symbol after the last one, what it should be its neighbours.
+    const std::size_t after = m_slopes.empty() ? 0 : pulseReach;
+    while (m_grouped + groupLength + after < m_waiting.symbols.size()) {
         addGroup(m_grouped, groupLength);
         m_grouped += groupLength;
     }
@@ -117,12 +139,17 @@ void TimingRefinement::addGroup(std::size_t first, std::size_t count)
         if (symbol.state != SymbolState::Good || !(symbol.level > 0.0))
             continue;
         const Complex value = Complex(symbol.value) / symbol.level;
-        const Complex off = m_decisions.front().nearest(value) - value;
+        const Complex point = m_decisions.front().nearest(value);
         Complex slope = derivativeAt(k, 0) * symbol.turn / symbol.level;
-        if (m_isOffset)
-            slope = {slope.real(), (derivativeAt(k, half) / symbol.level).imag()};
-        group.early += (off * std::conj(slope)).real();
-        group.weight += std::norm(slope);
+        if (const std::optional<Complex> expected = expectedSlopeAt(k)) {
+            group.early += ((slope - *expected) * std::conj(point)).real();
+            group.weight += m_curvature * std::norm(point);
+        } else {
+            if (m_isOffset)
+                slope = {slope.real(), (derivativeAt(k, half) / symbol.level).imag()};
+            group.early += ((point - value) * std::conj(slope)).real();
+            group.weight += std::norm(slope);
+        }
         time += symbol.time;
         number += static_cast<double>(m_number) + static_cast<double>(k);
         ++members;
@@ -133,6 +160,36 @@ void TimingRefinement::addGroup(std::size_t first, std::size_t count)
     const double early = std::clamp(group.early / group.weight, -mostEarly, mostEarly);
     m_waiting.clock.push_back({time / static_cast<double>(members) + early / m_symbolRate,
                                number / static_cast<double>(members)});
+}
+
+/// Decides the symbols that came, as they were sent: not turned.
+void TimingRefinement::decide()
+{
+    for (std::size_t k = m_sent.size(); k < m_waiting.symbols.size(); ++k) {
+        const Symbol& symbol = m_waiting.symbols[k];
+        const bool isGood = symbol.state == SymbolState::Good && symbol.level > 0.0;
+        m_sent.push_back(isGood ? std::optional(m_decisions.front().nearest(Complex(symbol.value) /
+                                                                            symbol.level) /
+                                                symbol.turn)
+                                : std::nullopt);
+    }
+}
+
+/// What the pulses of the symbols beside one add to the slope at its instant, of a symbol period;
+/// none where they or the pulse are not known.
+std::optional<TimingRefinement::Complex> TimingRefinement::expectedSlopeAt(std::size_t symbol) const
+{
+    if (m_slopes.empty() || symbol < pulseReach || symbol + pulseReach >= m_sent.size())
+        return std::nullopt;
+    Complex sum = 0.0;
+    for (std::size_t n = 1; n <= pulseReach; ++n) {
+        const auto& before = m_sent[symbol - n];
+        const auto& after = m_sent[symbol + n];
+        if (!before || !after)
+            return std::nullopt;
+        sum += m_slopes[n - 1] * (*before - *after);
+    }
+    return sum * m_waiting.symbols[symbol].turn;
 }
 
 /// A straight line through the groups about one, there.
@@ -214,6 +271,7 @@ void TimingRefinement::passOn(std::size_t count, BasebandBlock& output)
                             m_waiting.samples.begin() +
                                 static_cast<std::ptrdiff_t>(
                                     std::min(forgotten * m_perSymbol, m_waiting.samples.size())));
+    m_sent.erase(m_sent.begin(), m_sent.begin() + static_cast<std::ptrdiff_t>(forgotten));
     m_head -= forgotten;
     m_grouped -= forgotten;
     m_number += static_cast<std::int64_t>(forgotten);

@@ -5,6 +5,7 @@
 #include "workbench/receiver/ModulationTable.h"
 #include "workbench/receiver/ReceiverStage.h"
 
+#include <optional>
 #include <vector>
 
 /// Moves the instants of decision to where the symbols come closest to their points.
@@ -12,8 +13,11 @@
 /// What a symbol is off its point tells by how much it was taken too early or too late, once the
 /// slope of the signal there is known; data make no noise of their own in it (decision-directed
 /// minimum mean square error timing: Kobayashi, "Simultaneous adaptive estimation and decision
-/// algorithm for carrier modulated data transmission systems", IEEE Trans. Commun. 19(3), 1971). A
-/// straight line through the groups of symbols about each tells the instant.
+/// algorithm for carrier modulated data transmission systems", IEEE Trans. Commun. 19(3), 1971).
+/// Where the pulse is known, the slope itself tells more, up to what can be told at all: at the
+/// right instant it is that of the neighbours' pulses (maximum likelihood: Meyr, Moeneclaey,
+/// Fechtel, "Digital Communication Receivers", 1998, chapter 5). A straight line through the groups
+/// of symbols about each tells the instant.
 class TimingRefinement : public ReceiverStage
 {
 public:
@@ -44,15 +48,20 @@ private:
     Complex sampleAt(std::size_t symbol, std::ptrdiff_t offset) const;
     Complex derivativeAt(std::size_t symbol, std::ptrdiff_t offset) const;
     Complex curvatureAt(std::size_t symbol, std::ptrdiff_t offset) const;
+    void decide();
+    std::optional<Complex> expectedSlopeAt(std::size_t symbol) const;
 
     bool m_isOn = false;
     bool m_isOffset = false;
     std::size_t m_perSymbol = 1;
     double m_symbolRate = 1.0;
     std::vector<Decisions> m_decisions; // one, or none
+    std::vector<double> m_slopes;       // of the pulse 1, 2... symbols on; none where not known...
+    double m_curvature = 0.0;           // ...and how it is bent down in its middle
     BasebandBlock m_waiting;            // from a symbol that was put out on, after the first
-    std::size_t m_head = 0;             // symbols of it that were put out
-    std::size_t m_grouped = 0;          // symbols of it that are in groups
-    std::int64_t m_number = 0;          // of the first that waits, in the run
-    std::vector<Group> m_groups;        // the newest
+    std::vector<std::optional<Complex>> m_sent; // its symbols, where decided
+    std::size_t m_head = 0;                     // symbols of it that were put out
+    std::size_t m_grouped = 0;                  // symbols of it that are in groups
+    std::int64_t m_number = 0;                  // of the first that waits, in the run
+    std::vector<Group> m_groups;                // the newest
 };
