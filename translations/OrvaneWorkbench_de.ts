@@ -196,11 +196,78 @@
     </message>
     <message>
         <source>Pictures and tables</source>
-        <translation>Bilder und Tabellen</translation>
+        <translation type="vanished">Bilder und Tabellen</translation>
     </message>
     <message>
         <source>%1: the ending says what it becomes; give .png, .svg, .pdf or .csv</source>
-        <translation>%1: die Endung sagt, was es wird; geben Sie .png, .svg, .pdf oder .csv an</translation>
+        <translation type="vanished">%1: die Endung sagt, was es wird; geben Sie .png, .svg, .pdf oder .csv an</translation>
+    </message>
+    <message>
+        <source>Source and &amp;figures below it</source>
+        <translation>Quelle und &amp;Werte darunter</translation>
+    </message>
+    <message>
+        <source>PNG: pixels</source>
+        <translation>PNG: Pixel</translation>
+    </message>
+    <message>
+        <source>SVG: vectors</source>
+        <translation>SVG: Vektoren</translation>
+    </message>
+    <message>
+        <source>PDF: vectors</source>
+        <translation>PDF: Vektoren</translation>
+    </message>
+    <message>
+        <source>CSV: data as a table</source>
+        <translation>CSV: Daten als Tabelle</translation>
+    </message>
+    <message>
+        <source>Which signal, how it was received, and what it measures</source>
+        <translation>Welches Signal, wie empfangen, und was es misst</translation>
+    </message>
+    <message>
+        <source>F&amp;ormat</source>
+        <translation>&amp;Format</translation>
+    </message>
+    <message>
+        <source>%1: the name has another ending than %2; leave it out</source>
+        <translation>%1: der Name hat eine andere Endung als %2; sie weglassen</translation>
+    </message>
+</context>
+<context>
+    <name>ExportFooter</name>
+    <message>
+        <source>sample rate %1</source>
+        <translation>Abtastrate %1</translation>
+    </message>
+    <message>
+        <source>symbol rate %1</source>
+        <translation>Symbolrate %1</translation>
+    </message>
+    <message>
+        <source>channel %1</source>
+        <translation>Kanal %1</translation>
+    </message>
+    <message>
+        <source>shifted by %1</source>
+        <translation>verschoben um %1</translation>
+    </message>
+    <message>
+        <source>channel of %1</source>
+        <translation>Kanalbreite %1</translation>
+    </message>
+    <message>
+        <source>FM</source>
+        <translation>FM</translation>
+    </message>
+    <message>
+        <source>AM</source>
+        <translation>AM</translation>
+    </message>
+    <message>
+        <source>filter %1</source>
+        <translation>Filter %1</translation>
     </message>
 </context>
 <context>
@@ -286,6 +353,153 @@
     </message>
 </context>
 <context>
+    <name>HelpMenu</name>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;Keys and mouse</source>
+        <translation>&amp;Tasten und Maus</translation>
+    </message>
+    <message>
+        <source>Keys and mouse</source>
+        <translation>Tasten und Maus</translation>
+    </message>
+    <message>
+        <source>What the &amp;figures mean</source>
+        <translation>Was die &amp;Werte bedeuten</translation>
+    </message>
+    <message>
+        <source>What the figures mean</source>
+        <translation>Was die Werte bedeuten</translation>
+    </message>
+    <message>
+        <source>&amp;About</source>
+        <translation>Ü&amp;ber</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>Über</translation>
+    </message>
+    <message>
+        <source> or </source>
+        <translation> oder </translation>
+    </message>
+    <message>
+        <source>Click</source>
+        <translation>Klick</translation>
+    </message>
+    <message>
+        <source>Measures a point of the time diagram</source>
+        <translation>Misst einen Punkt im Zeitdiagramm</translation>
+    </message>
+    <message>
+        <source>Drag</source>
+        <translation>Ziehen</translation>
+    </message>
+    <message>
+        <source>Measures a distance in the time diagram</source>
+        <translation>Misst einen Abstand im Zeitdiagramm</translation>
+    </message>
+    <message>
+        <source>Esc</source>
+        <translation>Esc</translation>
+    </message>
+    <message>
+        <source>Clears what was measured; closes a message</source>
+        <translation>Löscht die Messung; schließt eine Meldung</translation>
+    </message>
+    <message>
+        <source>Wheel over an axis</source>
+        <translation>Rad über einer Achse</translation>
+    </message>
+    <message>
+        <source>Zooms about the pointer</source>
+        <translation>Vergrößert um den Zeiger</translation>
+    </message>
+    <message>
+        <source>Drag on an axis</source>
+        <translation>Ziehen auf einer Achse</translation>
+    </message>
+    <message>
+        <source>Moves what is shown</source>
+        <translation>Verschiebt den Ausschnitt</translation>
+    </message>
+    <message>
+        <source>Double click on an axis</source>
+        <translation>Doppelklick auf eine Achse</translation>
+    </message>
+    <message>
+        <source>Shows all again</source>
+        <translation>Zeigt wieder alles</translation>
+    </message>
+    <message>
+        <source>Right click</source>
+        <translation>Rechtsklick</translation>
+    </message>
+    <message>
+        <source>Menu of the view: axes, grid, colours, auto scaling, export</source>
+        <translation>Menü der Ansicht: Achsen, Gitter, Farben, automatische Skalierung, Export</translation>
+    </message>
+    <message>
+        <source>Tab</source>
+        <translation>Tabulator</translation>
+    </message>
+    <message>
+        <source>Goes to the next control or view</source>
+        <translation>Geht zum nächsten Bedienelement oder zur nächsten Ansicht</translation>
+    </message>
+    <message>
+        <source>Enter</source>
+        <translation>Eingabe</translation>
+    </message>
+    <message>
+        <source>Presses the button or ticks the box that has the focus; takes a number that was typed</source>
+        <translation>Drückt die Schaltfläche oder setzt das Häkchen mit dem Fokus; übernimmt eine getippte Zahl</translation>
+    </message>
+    <message>
+        <source>Alt and a letter</source>
+        <translation>Alt und ein Buchstabe</translation>
+    </message>
+    <message>
+        <source>Goes to what has this letter underlined</source>
+        <translation>Geht dorthin, wo dieser Buchstabe unterstrichen ist</translation>
+    </message>
+    <message>
+        <source>Arrows, Home, End</source>
+        <translation>Pfeile, Pos1, Ende</translation>
+    </message>
+    <message>
+        <source>Move a slider or a choice that has the focus</source>
+        <translation>Bewegen den Regler oder die Auswahl mit dem Fokus</translation>
+    </message>
+    <message>
+        <source>In the views</source>
+        <translation>In den Ansichten</translation>
+    </message>
+    <message>
+        <source>Beside the views</source>
+        <translation>Neben den Ansichten</translation>
+    </message>
+    <message>
+        <source>Shows sampled signals over time, as eye diagrams and as constellations, and measures them.</source>
+        <translation>Zeigt abgetastete Signale über der Zeit, als Augendiagramm und als Konstellation und misst sie.</translation>
+    </message>
+    <message>
+        <source>Copyright the Orvane authors. Licensed under the Apache License 2.0.</source>
+        <translation>Copyright the Orvane authors. Lizenziert unter der Apache-Lizenz 2.0.</translation>
+    </message>
+    <message>
+        <source>Orvane workbench %1</source>
+        <translation>Orvane-Arbeitsplatz %1</translation>
+    </message>
+    <message>
+        <source>What it stands on</source>
+        <translation>Worauf es beruht</translation>
+    </message>
+</context>
+<context>
     <name>InfoDialog</name>
     <message>
         <source>Information</source>
@@ -354,7 +568,7 @@
     </message>
     <message>
         <source>Opening %1</source>
-        <translation>%1 wird geöffnet</translation>
+        <translation type="vanished">%1 wird geöffnet</translation>
     </message>
     <message>
         <source>E&amp;xport...</source>
@@ -514,6 +728,13 @@
     <message>
         <source>Built-in NRZ signal</source>
         <translation>Eingebautes NRZ-Signal</translation>
+    </message>
+</context>
+<context>
+    <name>Opening</name>
+    <message>
+        <source>Opening %1</source>
+        <translation>%1 wird geöffnet</translation>
     </message>
 </context>
 <context>
@@ -811,7 +1032,7 @@
     <name>PaneStates</name>
     <message>
         <source>paused before the first sample: play it with P</source>
-        <translation>angehalten vor dem ersten Abtastwert: mit P abspielen</translation>
+        <translation type="vanished">angehalten vor dem ersten Abtastwert: mit P abspielen</translation>
     </message>
     <message>
         <source>waiting for samples</source>
@@ -873,6 +1094,18 @@
         <source>gate: %1</source>
         <translation>Messbereich: %1</translation>
     </message>
+    <message>
+        <source>paused before the first sample: play it with Space</source>
+        <translation>angehalten vor dem ersten Abtastwert: mit der Leertaste abspielen</translation>
+    </message>
+    <message>
+        <source>stands still for %1 s</source>
+        <translation>steht seit %1 s</translation>
+    </message>
+    <message>
+        <source>stands still for %1 min</source>
+        <translation>steht seit %1 min</translation>
+    </message>
 </context>
 <context>
     <name>ParameterDock</name>
@@ -901,7 +1134,7 @@
     </message>
     <message>
         <source>C&amp;haracters</source>
-        <translation>Zeic&amp;hen</translation>
+        <translation type="vanished">Zeic&amp;hen</translation>
     </message>
     <message>
         <source>Signal</source>
@@ -1083,6 +1316,10 @@
         <source>alone</source>
         <translation>allein</translation>
     </message>
+    <message>
+        <source>Characters</source>
+        <translation>Zeichen</translation>
+    </message>
 </context>
 <context>
     <name>PlaybackControls</name>
@@ -1183,6 +1420,56 @@
     <message>
         <source>&amp;Cancel</source>
         <translation>&amp;Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>RawDialog</name>
+    <message>
+        <source>Raw samples</source>
+        <translation>Rohe Abtastwerte</translation>
+    </message>
+    <message>
+        <source>c: I and Q; u, s, f: without sign, with one, floating point; bits; _be where the high byte comes first</source>
+        <translation>c: I und Q; u, s, f: ohne Vorzeichen, mit, Gleitkomma; Bits; _be, wo das hohe Byte zuerst kommt</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>&amp;Format</source>
+        <translation>&amp;Format</translation>
+    </message>
+    <message>
+        <source>&amp;Sample rate</source>
+        <translation>A&amp;btastrate</translation>
+    </message>
+    <message>
+        <source>&amp;Channels</source>
+        <translation>&amp;Kanäle</translation>
+    </message>
+    <message>
+        <source>Length</source>
+        <translation>Länge</translation>
+    </message>
+    <message>
+        <source>Choose the format of the samples, such as cu8 or cf32.</source>
+        <translation>Das Format der Abtastwerte wählen, etwa cu8 oder cf32.</translation>
+    </message>
+    <message>
+        <source>Give the sample rate, such as 250 kHz or 2e6.</source>
+        <translation>Die Abtastrate angeben, etwa 250 kHz oder 2e6.</translation>
+    </message>
+    <message>
+        <source>Look again: %1.</source>
+        <translation>Bitte nachsehen: %1.</translation>
+    </message>
+</context>
+<context>
+    <name>RawGuess</name>
+    <message>
+        <source>its bytes look like %1 rather than %2</source>
+        <translation>seine Bytes sehen eher nach %1 aus als nach %2</translation>
     </message>
 </context>
 <context>
@@ -1360,6 +1647,142 @@
         <source>Centre</source>
         <translation>Mitte</translation>
     </message>
+    <message>
+        <source>Below the time diagram</source>
+        <translation>Unter dem Zeitdiagramm</translation>
+    </message>
+    <message>
+        <source>Sum of the samples / their number</source>
+        <translation>Summe der Abtastwerte / ihre Anzahl</translation>
+    </message>
+    <message>
+        <source>Lowest sample</source>
+        <translation>Niedrigster Abtastwert</translation>
+    </message>
+    <message>
+        <source>Highest sample</source>
+        <translation>Höchster Abtastwert</translation>
+    </message>
+    <message>
+        <source>Maximum - minimum</source>
+        <translation>Maximum - Minimum</translation>
+    </message>
+    <message>
+        <source>√(mean of the squared samples)</source>
+        <translation>√(Mittel der Quadrate der Abtastwerte)</translation>
+    </message>
+    <message>
+        <source>√(mean of the squared distances from the mean)</source>
+        <translation>√(Mittel der Quadrate der Abstände vom Mittelwert)</translation>
+    </message>
+    <message>
+        <source>Whole periods / their duration, of a periodic signal: between rising crossings of the middle of its two levels</source>
+        <translation>Ganze Perioden / ihre Dauer, bei einem periodischen Signal: zwischen steigenden Durchgängen durch die Mitte seiner beiden Pegel</translation>
+    </message>
+    <message>
+        <source>Below the eye diagram, for each eye</source>
+        <translation>Unter dem Augendiagramm, für jedes Auge</translation>
+    </message>
+    <message>
+        <source>(m₁ - m₀) - 3 (σ₁ + σ₀), of the levels at the instants of decision: their means m and standard deviations σ</source>
+        <translation>(m₁ - m₀) - 3 (σ₁ + σ₀), von den Pegeln zu den Entscheidungszeitpunkten: ihre Mittelwerte m und Standardabweichungen σ</translation>
+    </message>
+    <message>
+        <source>Height / (m₁ - m₀); 0 % where the eye is closed</source>
+        <translation>Höhe / (m₁ - m₀); 0 %, wo das Auge geschlossen ist</translation>
+    </message>
+    <message>
+        <source>From the crossings on the left to those on the right, less 3 standard deviations of each, in symbol periods (UI)</source>
+        <translation>Von den Kreuzungen links bis zu denen rechts, abzüglich je 3 Standardabweichungen, in Symbolperioden (UI)</translation>
+    </message>
+    <message>
+        <source>(Level at which mean rising and mean falling traces cross - m₀) / (m₁ - m₀); 50 % where ones and zeros last equally long</source>
+        <translation>(Pegel, auf dem sich mittlere steigende und mittlere fallende Spuren kreuzen - m₀) / (m₁ - m₀); 50 %, wo Einsen und Nullen gleich lange dauern</translation>
+    </message>
+    <message>
+        <source>Standard deviation of the times at which single traces cross that level, in symbol periods (UI)</source>
+        <translation>Standardabweichung der Zeiten, zu denen einzelne Spuren diesen Pegel kreuzen, in Symbolperioden (UI)</translation>
+    </message>
+    <message>
+        <source>Latest less earliest of these times, in symbol periods (UI); grows with the length of the gate</source>
+        <translation>Späteste minus früheste dieser Zeiten, in Symbolperioden (UI); wächst mit der Länge des Messbereichs</translation>
+    </message>
+    <message>
+        <source>(m₁ - m₀) / (σ₁ + σ₀)</source>
+        <translation>(m₁ - m₀) / (σ₁ + σ₀)</translation>
+    </message>
+    <message>
+        <source>Lowest sample of the ones - highest of the zeros, at the instants of decision</source>
+        <translation>Niedrigster Abtastwert der Einsen - höchster der Nullen, zu den Entscheidungszeitpunkten</translation>
+    </message>
+    <message>
+        <source>m₁, mean of the ones at the instants of decision</source>
+        <translation>m₁, Mittelwert der Einsen zu den Entscheidungszeitpunkten</translation>
+    </message>
+    <message>
+        <source>m₀, mean of the zeros at the instants of decision</source>
+        <translation>m₀, Mittelwert der Nullen zu den Entscheidungszeitpunkten</translation>
+    </message>
+    <message>
+        <source>When traces cross, from the instant of decision on, in symbol periods (UI); -0.5 where that is in the middle of the eye</source>
+        <translation>Wann sich Spuren kreuzen, vom Entscheidungszeitpunkt an, in Symbolperioden (UI); -0.5, wo dieser in der Mitte des Auges liegt</translation>
+    </message>
+    <message>
+        <source>σ₁, standard deviation of the ones</source>
+        <translation>σ₁, Standardabweichung der Einsen</translation>
+    </message>
+    <message>
+        <source>σ₀, standard deviation of the zeros</source>
+        <translation>σ₀, Standardabweichung der Nullen</translation>
+    </message>
+    <message>
+        <source>Below the IQ diagram</source>
+        <translation>Unter dem IQ-Diagramm</translation>
+    </message>
+    <message>
+        <source>RMS of the distances from the ideal points / RMS of the ideal points, at the instants of decision, once turn and scale fit best</source>
+        <translation>Effektivwert der Abstände von den idealen Punkten / Effektivwert der idealen Punkte, zu den Entscheidungszeitpunkten, bei bester Drehung und Skalierung</translation>
+    </message>
+    <message>
+        <source>Largest distance from an ideal point / RMS of the ideal points; grows with the number of symbols</source>
+        <translation>Größter Abstand von einem idealen Punkt / Effektivwert der idealen Punkte; wächst mit der Zahl der Symbole</translation>
+    </message>
+    <message>
+        <source>-20 log₁₀(EVM RMS)</source>
+        <translation>-20 log₁₀(EVM eff.)</translation>
+    </message>
+    <message>
+        <source>Carrier frequency above the middle of the channel ± its standard deviation</source>
+        <translation>Trägerfrequenz über der Mitte des Kanals ± ihre Standardabweichung</translation>
+    </message>
+    <message>
+        <source>10 log₁₀(power that all points have in common / power of the points)</source>
+        <translation>10 log₁₀(Leistung, die alle Punkte gemeinsam haben / Leistung der Punkte)</translation>
+    </message>
+    <message>
+        <source>20 log₁₀(gain of I / gain of Q)</source>
+        <translation>20 log₁₀(Verstärkung von I / Verstärkung von Q)</translation>
+    </message>
+    <message>
+        <source>By how much the axes of I and Q miss a right angle</source>
+        <translation>Um wie viel die Achsen von I und Q vom rechten Winkel abweichen</translation>
+    </message>
+    <message>
+        <source>By how much symbols come faster than at the nominal rate, in parts per million ± their standard deviation</source>
+        <translation>Um wie viel die Symbole schneller kommen als nominell, in Millionsteln ± ihre Standardabweichung</translation>
+    </message>
+    <message>
+        <source>Of FM: frequency of the outer levels from their middle, at the instants of decision</source>
+        <translation>Bei FM: Frequenz der äußeren Pegel ab ihrer Mitte, zu den Entscheidungszeitpunkten</translation>
+    </message>
+    <message>
+        <source>Of FM: distance of neighbouring levels / symbol rate</source>
+        <translation>Bei FM: Abstand benachbarter Pegel / Symbolrate</translation>
+    </message>
+    <message>
+        <source>Of FM: middle of the levels above the middle of the channel</source>
+        <translation>Bei FM: Mitte der Pegel über der Mitte des Kanals</translation>
+    </message>
 </context>
 <context>
     <name>ReceiverPanel</name>
@@ -1373,7 +1796,7 @@
     </message>
     <message>
         <source>Frequency s&amp;hift</source>
-        <translation>Frequenz&amp;verschiebung</translation>
+        <translation type="vanished">Frequenz&amp;verschiebung</translation>
     </message>
     <message>
         <source>no filter</source>
@@ -1529,11 +1952,15 @@
     </message>
     <message>
         <source>Rem&amp;ove what is at 0 Hz</source>
-        <translation>Entfernen, was bei &amp;0 Hz liegtOhne Anteil bei 0 Hz</translation>
+        <translation>Ohne Anteil bei &amp;0 Hz</translation>
     </message>
     <message>
         <source>Ro&amp;ll-off</source>
         <translation>Ro&amp;ll-off</translation>
+    </message>
+    <message>
+        <source>Frequenc&amp;y shift</source>
+        <translation>Frequenz&amp;verschiebung</translation>
     </message>
 </context>
 <context>
@@ -1624,6 +2051,14 @@
     <message>
         <source>this is a pointer of a large-file store, not the samples; fetch the samples first</source>
         <translation>das ist ein Verweis in einen Speicher für große Dateien, nicht die Abtastwerte; sie zuerst holen</translation>
+    </message>
+    <message>
+        <source>the sample rate is not given, %1 Hz is taken from the name</source>
+        <translation>die Abtastrate ist nicht angegeben, %1 Hz ist aus dem Namen übernommen</translation>
+    </message>
+    <message>
+        <source>; give the right --format</source>
+        <translation>; das richtige --format angeben</translation>
     </message>
 </context>
 <context>
@@ -1968,6 +2403,10 @@
     <message>
         <source>%1: cannot be written (%2); choose another place</source>
         <translation>%1: kann nicht geschrieben werden (%2); wählen Sie einen anderen Ort</translation>
+    </message>
+    <message>
+        <source>the figures take more than half of the picture; make it larger or leave them out</source>
+        <translation>die Werte nehmen mehr als die Hälfte des Bildes ein; es vergrößern oder sie weglassen</translation>
     </message>
 </context>
 <context>

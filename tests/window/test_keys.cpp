@@ -3,6 +3,7 @@
 #include "platform/startup/TranslationCenter.h"
 
 #include <QAccessible>
+#include <QCheckBox>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
@@ -101,6 +102,31 @@ TEST_F(Keys, ComeToEveryControlWhichSaysItsName)
         tabs.setCurrentIndex(tab);
         expectAllToBeReached();
     }
+}
+
+TEST_F(Keys, PauseByTheSpaceBarWhereverTheFocusIsButInATextThatIsTyped)
+{
+    dropSine(2, 80000);
+    auto& span = control<QDoubleSpinBox>("&Span");
+    auto* tick = window->findChild<ParameterPanel*>()->findChild<QCheckBox*>();
+    bool isPlaying = window->feed().transport().isPlaying();
+    for (QWidget* widget :
+         {window->focusWidget(), window->findChild<QWidget*>("ToolBar")->findChild<QWidget*>(),
+          static_cast<QWidget*>(window->findChild<QSlider*>()), static_cast<QWidget*>(tick),
+          static_cast<QWidget*>(&control<QComboBox>("Sche&me")), static_cast<QWidget*>(&span)}) {
+        widget->setFocus();
+        const bool wasTicked = tick->isChecked();
+        QTest::keyClick(widget, Qt::Key_Space);
+        EXPECT_NE(window->feed().transport().isPlaying(), std::exchange(isPlaying, !isPlaying));
+        EXPECT_EQ(tick->isChecked(), wasTicked);
+    }
+    span.selectAll();
+    QTest::keyClicks(&span, "4");
+    QTest::keyClick(&span, Qt::Key_Space);
+    EXPECT_EQ(window->feed().transport().isPlaying(), isPlaying);
+    QTest::keyClick(&span, Qt::Key_Return);
+    QTest::keyClick(&span, Qt::Key_Space);
+    EXPECT_NE(window->feed().transport().isPlaying(), isPlaying);
 }
 
 TEST_F(Keys, OfSlidersAndChoicesAreNotTakenByShortcuts)

@@ -236,6 +236,12 @@ TEST_F(Window, PausesAtTheEndAndStartsAgainByTheSameButton)
     QTest::keyClick(&caption(), Qt::Key_Space);
     EXPECT_TRUE(window->feed().transport().isPlaying());
     EXPECT_LT(window->feed().transport().position(), 1600);
+    QTest::keyClick(&caption(), Qt::Key_Space);
+    QTest::keyClick(window.get(), Qt::Key_End);
+    EXPECT_EQ(window->feed().transport().position(), 1600);
+    QTest::keyClick(&caption(), Qt::Key_Space);
+    EXPECT_FALSE(caption().isPaused());
+    EXPECT_LT(window->feed().transport().position(), 1600);
 }
 
 TEST_F(Window, OpensWhatIsDroppedOrSaysWhatIsWrongWithIt)

@@ -67,7 +67,10 @@ void Transport::play()
 {
     if (!m_pipeline || m_isPlaying)
         return;
-    if (m_isAtEnd) {
+    const double sample = 1.0 / m_pipeline->format().sampleRate;
+    if (m_isAtEnd || m_time > length().value_or(HUGE_VAL) - sample / 2.0) {
+        if (m_pipeline->source().isLive)
+            return;
         m_credit = 0.0;
         goTo(0.0);
         emit jumped();

@@ -42,7 +42,8 @@ public:
     void reopen();
 
     bool isPlaying() const { return m_isPlaying; }
-    /// Plays on; from the start when the end was reached. Nothing without a pipeline.
+    /// Plays on; from the start when the end was reached, or gone to. Nothing without a pipeline,
+    /// and where a live signal has ended.
     void play();
     void pause();
     /// Goes to a time in the signal, s; clamped to it. Nothing where the signal cannot.

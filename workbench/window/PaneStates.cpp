@@ -21,7 +21,7 @@ QString PaneStates::whatIsMissing(const SignalFeed& feed) const
     if (feed.hasEnded())
         return tr("the stream ended before the first sample");
     if (!feed.transport().isPlaying())
-        return tr("paused before the first sample: play it with P");
+        return tr("paused before the first sample: play it with Space");
     return tr("waiting for samples");
 }
 

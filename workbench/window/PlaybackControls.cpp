@@ -23,7 +23,7 @@ PlaybackControls::PlaybackControls(QMainWindow& window, Player& player, ViewPane
     : QMenu(tr("&Playback"), &window)
     , m_player(player)
     , m_panes(panes)
-    , m_playPause(menus::add(window, *this, tr("&Play"), Qt::Key_P))
+    , m_playPause(menus::add(window, *this, tr("&Play"), Qt::Key_Space))
     , m_toStart(menus::add(window, *this, tr("From the &start"), Qt::Key_Home))
     , m_speed(new QComboBox(&window))
     , m_seek(new SeekBar(&window))
@@ -33,6 +33,8 @@ PlaybackControls::PlaybackControls(QMainWindow& window, Player& player, ViewPane
     addSpeeds(window);
     addGate(window);
     Transport& transport = player.feed().transport();
+    m_playPause->setShortcuts({Qt::Key_Space, Qt::Key_P});
+    m_playPause->setAutoRepeat(false);
     m_playPause->setIcon(signIcon(Sign::Play));
     m_toStart->setIcon(signIcon(Sign::ToStart));
     m_repeat->setIcon(signIcon(Sign::Repeat));
@@ -56,7 +58,11 @@ PlaybackControls::PlaybackControls(QMainWindow& window, Player& player, ViewPane
         m_panes.showWhilePaused([this] { m_player.playGate(); });
     });
     connect(&m_panes, &ViewPanes::paused, &transport, &Transport::pause);
-    connect(&m_panes, &ViewPanes::resumed, &transport, &Transport::play);
+    connect(&m_panes, &ViewPanes::resumed, this, [this, &transport] {
+        transport.play();
+        if (!transport.isPlaying()) // it cannot: the button that was pressed says so, too
+            m_panes.setPaused(true);
+    });
     connect(&transport, &Transport::playingChanged, this, &PlaybackControls::showPlaying);
 }
 
@@ -169,11 +175,16 @@ void PlaybackControls::refresh()
     refreshTime();
 }
 
-void PlaybackControls::refreshTime() { m_seek->setTime(m_player.feed().transport().time()); }
+void PlaybackControls::refreshTime()
+{
+    const SignalFeed& feed = m_player.feed();
+    m_playPause->setEnabled(!feed.hasEnded()); // a stream does not start over
+    m_seek->setTime(feed.transport().time());
+}
 
 void PlaybackControls::showPlaying(bool playing)
 {
-    m_playPause->setText(playing ? tr("&Pause") : tr("&Play"));
+    menus::rename(*m_playPause, playing ? tr("&Pause") : tr("&Play"));
     m_playPause->setIcon(signIcon(playing ? Sign::Pause : Sign::Play));
     m_panes.setPaused(!playing); // the views' buttons, where it was not one of them
     showAgain();                 // all of it up to the same sample
