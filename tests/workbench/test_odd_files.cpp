@@ -2,6 +2,7 @@
 // Files that change while they are read, and texts that are no words.
 #include "Recordings.h"
 #include "workbench/sources/PlainText.h"
+#include "workbench/sources/RawGuess.h"
 #include "workbench/window/StatusFields.h"
 
 #include <QLabel>
@@ -24,6 +25,52 @@ TEST(PlainText, HoldsNothingThatControlsWhatShowsIt)
         {QString(600, 'x'), QString(499, 'x') + "\u2026"}};
     for (const auto& [text, shown] : rows)
         EXPECT_EQ(plainText(text), shown);
+}
+
+TEST_F(Recordings, WithoutAHeaderAreGuessedByNameAndDoubtedByTheirBytes)
+{
+    const struct
+    {
+        const char* name;
+        const char* format;
+        double rate;
+    } names[] = {{"g001_433.92M_250k.cu8", "cu8", 250e3},
+                 {"ads_1090MHz_2Msps.cu8", "cu8", 2e6},
+                 {"fsk_19k2_433M_1Msps_cf32.bin", "cf32_le", 1e6},
+                 {"x_20150211_143803_433920000_2400000_fc.raw", "cf32_le", 2.4e6},
+                 {"x_20150211_143803.cs16", "ci16_le", 0.0},
+                 {"burst-433.92M.c16", "ci16_le", 0.0},
+                 {"x_fs=2.5e6_f868M.s8", "ri8", 2.5e6},
+                 {"sensor_48kHz_2ch.s16", "ri16_le", 48e3},
+                 {"take 2 of 3.f32", "rf32_le", 0.0},
+                 {"notes.bin", "", 0.0}};
+    for (const auto& [name, format, rate] : names) {
+        const RawGuess guess = RawGuess::ofName(name);
+        EXPECT_EQ(guess.format ? guess.format->name() : "", format) << name;
+        EXPECT_EQ(guess.sampleRate.value_or(0.0), rate) << name;
+        EXPECT_EQ(guess.channelCount, QString(name).contains("2ch") ? 2 : 1) << name;
+        EXPECT_TRUE(RawGuess::isRaw(name)) << name;
+    }
+    const std::pair<const char*, int> formats[] = {
+        {"u8", SF_FORMAT_PCM_U8},  {"s8", SF_FORMAT_PCM_S8},
+        {"s16", SF_FORMAT_PCM_16}, {"s16_be", SF_FORMAT_PCM_16 | SF_ENDIAN_BIG},
+        {"f32", SF_FORMAT_FLOAT},  {"f64", SF_FORMAT_DOUBLE}};
+    for (const double level : {0.04, 0.5, 1.99}) { // of a sine of 0.5
+        std::vector<double> samples = sine(20000);
+        for (double& sample : samples)
+            sample *= level;
+        for (const auto& [right, code] : formats) {
+            writeRecording(path("x.raw"), 8000, 2, samples, SF_FORMAT_RAW | code);
+            for (const auto& [told, other] : formats) {
+                const QString doubt = RawGuess::doubt(path("x.raw"), *SampleFormat::parse(told));
+                const QString name = SampleFormat::parse(right)->name();
+                EXPECT_EQ(doubt.contains("look like " + name), code != other)
+                    << level << ' ' << right << " as " << told << ": " << qPrintable(doubt);
+            }
+        }
+    }
+    writeFile(path("short.cu8"), "too little to tell");
+    EXPECT_EQ(RawGuess::doubt(path("short.cu8"), *SampleFormat::parse("cf32")), "");
 }
 
 TEST(StatusFields, TakeNoNameForMarkup)

@@ -4,6 +4,7 @@
 #include "workbench/sources/AudioSource.h"
 #include "workbench/sources/CsvSource.h"
 #include "workbench/sources/LiveAddress.h"
+#include "workbench/sources/RawGuess.h"
 #include "workbench/sources/RawSource.h"
 #include "workbench/sources/Sigmf.h"
 
@@ -54,9 +55,17 @@ Recording Recording::openFile(const QString& fileName, const Options& options)
             options.format ? options.format : SampleFormat::ofEnding(file.suffix())) {
         RawLayout layout;
         layout.format = *format;
-        layout.sampleRate = recording.orAssumed(options.sampleRate);
+        layout.channelCount = options.channelCount;
+        const RawGuess guess = RawGuess::ofName(fileName);
+        if (!options.sampleRate && guess.sampleRate)
+            recording.notices += tr("the sample rate is not given, %1 Hz is taken from the name")
+                                     .arg(*guess.sampleRate, 0, 'g', 12);
+        layout.sampleRate =
+            recording.orAssumed(options.sampleRate ? options.sampleRate : guess.sampleRate);
         layout.end = file.size();
         RawSource::open(recording, file.fileName(), fileName, layout);
+        if (const QString doubt = RawGuess::doubt(fileName, *format); !doubt.isEmpty())
+            recording.notices += doubt + tr("; give the right --format");
     } else if (!options.columns.isEmpty() || CsvSource::isCsv(fileName)) {
         CsvSource::open(recording, fileName, options);
     } else {

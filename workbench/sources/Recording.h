@@ -55,6 +55,7 @@ struct Recording::Options
 {
     std::optional<SampleFormat> format; ///< the file is raw samples of it
     std::optional<double> sampleRate;   ///< Hz, one that isSampleRate
+    int channelCount = 1;               ///< of raw samples
     QStringList columns; ///< of separated values, by number from 1 or by name; empty: the usual
     /// Told how much of a long opening is done, 0 to 1; false gives it up. May be empty.
     std::function<bool(double part)> goOn;

@@ -23,7 +23,8 @@ constexpr int maxRecentWidth = 480; // pixels
 constexpr const char* recordingPatterns =
     " (*.wav *.w64 *.rf64 *.flac *.aif *.aiff *.aifc *.au *.snd *.caf *.ogg *.oga *.opus *.mp3"
     " *.mat *.voc *.wv *.sd2 *.svx *.nist *.sph *.xi *.htk *.avr *.paf *.pvf"
-    " *.sigmf *.sigmf-meta *.sigmf-data *.cu8 *.cs8 *.cs16 *.cf32 *.fc32 *.iq *.s16 *.f32 *.csv "
+    " *.sigmf *.sigmf-meta *.sigmf-data *.cu8 *.cs8 *.cs16 *.cf32 *.fc32 *.iq *.s16 *.f32 *.raw"
+    " *.bin *.pcm *.csv "
     "*.tsv *.txt)";
 
 } // namespace
@@ -76,7 +77,7 @@ void FileMenu::showRecent()
         name.replace(QLatin1Char('&'), QLatin1String("&&"));
         QAction* action = m_recent->addAction(QStringLiteral("&%1 %2").arg((i + 1) % 10).arg(name));
         connect(action, &QAction::triggered, this,
-                [this, path = file.filePath()] { emit fileChosen(path); });
+                [this, path = file.filePath()] { emit recentChosen(path); });
     }
     m_recent->addSeparator();
     connect(m_recent->addAction(tr("&Clear")), &QAction::triggered, this,

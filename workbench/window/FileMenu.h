@@ -25,6 +25,7 @@ public:
 
 signals:
     void fileChosen(const QString& fileName);
+    void recentChosen(const QString& fileName); ///< One that was opened before.
     void streamChosen(const QString& address, const Recording::Options& options);
     void builtInChosen();
     void demoChosen(ModulationSettings::Scheme scheme);

@@ -1,7 +1,6 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/MainWindow.h"
 #include "workbench/sources/LiveAddress.h"
-#include "workbench/sources/PlainText.h"
 
 #include "iq/GLIQDiagram.h"
 #include "platform/values/PlainSettings.h"
@@ -15,6 +14,7 @@
 #include "workbench/window/InfoDialog.h"
 #include "workbench/window/MenuEntries.h"
 #include "workbench/window/NoticeBar.h"
+#include "workbench/window/Opening.h"
 #include "workbench/window/ParameterDock.h"
 #include "workbench/window/ParameterPanel.h"
 #include "workbench/window/PlaybackControls.h"
@@ -79,6 +79,7 @@ MainWindow::MainWindow(SchemeChoice& scheme)
     , m_status(new StatusFields(this))
     , m_parameters(new ParameterDock(m_player, this))
     , m_file(new FileMenu(*this))
+    , m_opening(new Opening(*m_progress, this))
     , m_playback(new PlaybackControls(*this, m_player, *m_panes))
     , m_view(new ViewMenu(*this, m_player, *m_panes, *m_parameters))
     , m_states(*m_panes)
@@ -137,9 +138,10 @@ void MainWindow::buildMenus()
 {
     for (QMenu* menu : std::initializer_list<QMenu*>{m_file, m_playback, m_view})
         menuBar()->addMenu(menu);
-    connect(m_file, &FileMenu::fileChosen, this,
-            [this](const QString& fileName) { openOrSay(fileName, {}); });
-    connect(m_file, &FileMenu::streamChosen, this, &MainWindow::openOrSay);
+    connect(m_file, &FileMenu::fileChosen, m_opening, &Opening::ask);
+    connect(m_file, &FileMenu::recentChosen, m_opening, &Opening::openAgain);
+    connect(m_file, &FileMenu::streamChosen, m_opening, &Opening::open);
+    connect(m_opening, &Opening::done, this, &MainWindow::takeOrSay);
     connect(m_file, &FileMenu::builtInChosen, this, [this] {
         m_player.openBuiltIn(m_player.builtIn());
         feed().transport().play();
@@ -277,26 +279,7 @@ void MainWindow::showPlaying(bool playing)
     }
 }
 
-void MainWindow::openOrSay(const QString& address, const Recording::Options& options)
-{
-    // What plays goes on until the new signal is there.
-    const auto recording = std::make_shared<Recording>();
-    const auto open = [recording, address, options](const Progress::GoOn& goOn) {
-        Recording::Options all = options;
-        all.goOn = goOn;
-        *recording = Recording::open(address, all);
-    };
-    m_progress->run(tr("Opening %1")
-                        .arg(LiveAddress::isLive(address)
-                                 ? LiveAddress::title(address)
-                                 : plainText(QFileInfo(address).fileName())),
-                    open, [this, recording, address](bool isCancelled) {
-                        if (!isCancelled)
-                            takeOrSay(address, std::move(*recording));
-                    });
-}
-
-void MainWindow::takeOrSay(const QString& address, Recording recording)
+void MainWindow::takeOrSay(const QString& address, Recording& recording)
 {
     QString why = recording.why;
     if (recording.source && m_player.open(std::move(recording), 0, std::nullopt, why)) {
@@ -378,7 +361,7 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 void MainWindow::dropEvent(QDropEvent* event)
 {
     event->acceptProposedAction();
-    openOrSay(droppedFile(event->mimeData()), {});
+    m_opening->ask(droppedFile(event->mimeData()));
 }
 
 void MainWindow::applyColors()

@@ -11,6 +11,7 @@
 
 class FileMenu;
 class NoticeBar;
+class Opening;
 class ParameterDock;
 class PlaybackControls;
 class Progress;
@@ -79,8 +80,7 @@ private:
     void showPlaying(bool playing);
     void applyColors();
     void leaveWhatIsOnTop();
-    void openOrSay(const QString& address, const Recording::Options& options);
-    void takeOrSay(const QString& address, Recording recording);
+    void takeOrSay(const QString& address, Recording& recording);
     void sayNotices(QStringList notices);
 
     SchemeChoice& m_scheme;
@@ -94,6 +94,7 @@ private:
     StatusFields* m_status;
     ParameterDock* m_parameters;
     FileMenu* m_file;
+    Opening* m_opening;
     PlaybackControls* m_playback;
     ViewMenu* m_view;
     PaneStates m_states;

@@ -3,6 +3,7 @@
 
 #include "platform/values/PlainSettings.h"
 #include "workbench/sources/LiveAddress.h"
+#include "workbench/window/Units.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -22,10 +23,8 @@ const QString sampleRateKey = QStringLiteral("Stream/SampleRate");
 /// Hz; none where it is not a rate.
 std::optional<double> rateOf(const QString& text)
 {
-    bool isNumber = false;
-    const double rate = text.trimmed().toDouble(&isNumber);
-    const bool isRate = isNumber && Recording::isSampleRate(rate);
-    return isRate ? std::optional<double>(rate) : std::nullopt;
+    const auto rate = units::parsedRate(text, QStringLiteral("Hz"));
+    return rate && Recording::isSampleRate(*rate) ? rate : std::nullopt;
 }
 
 } // namespace

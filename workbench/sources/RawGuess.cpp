@@ -1,0 +1,227 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/sources/RawGuess.h"
+
+#include "workbench/sources/Recording.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QStringList>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <vector>
+
+namespace {
+
+constexpr double largestUntoldRate = 30e6; // Hz: a number without a unit above it is a frequency
+
+double factorOf(const QString& prefix)
+{
+    switch (prefix.isEmpty() ? ' ' : prefix[0].toLower().toLatin1()) {
+    case 'k':
+        return 1e3;
+    case 'm':
+        return 1e6;
+    case 'g':
+        return 1e9;
+    default:
+        return 1.0;
+    }
+}
+
+std::optional<double> usable(double rate)
+{
+    return Recording::isSampleRate(rate) ? std::optional<double>(rate) : std::nullopt;
+}
+
+/// Of "fs=2e6" or "rate_250k".
+std::optional<double> namedRate(const QString& name)
+{
+    static const QRegularExpression pattern(
+        QStringLiteral("(?:^|[_\\-. ])(?:fs|sr|rate|samprate|samp_rate|samplerate)[=_\\-]?"
+                       "(\\d+(?:\\.\\d+)?(?:e\\d+)?)([kM]?)"),
+        QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch match = pattern.match(name);
+    return match.hasMatch() ? usable(match.captured(1).toDouble() * factorOf(match.captured(2)))
+                            : std::nullopt;
+}
+
+/// Of numbers with a prefix or a unit: what comes last of those that may be a sample rate.
+std::optional<double> rateWithUnit(const QString& name)
+{
+    static const QRegularExpression pattern(
+        QStringLiteral("(?<![\\d.A-Za-z])(\\d+(?:\\.\\d+)?)([kMG]?)(sps|S/s|Hz)?(?![A-Za-z0-9])"),
+        QRegularExpression::CaseInsensitiveOption);
+    std::optional<double> rate;
+    auto matches = pattern.globalMatch(name);
+    while (matches.hasNext()) {
+        const QRegularExpressionMatch match = matches.next();
+        const QString unit = match.captured(3).toLower();
+        if (match.captured(2).isEmpty() && unit.isEmpty())
+            continue;
+        const double value = match.captured(1).toDouble() * factorOf(match.captured(2));
+        if (unit.startsWith(QLatin1Char('s')))
+            return usable(value);
+        if (value <= largestUntoldRate)
+            rate = usable(value);
+    }
+    return rate;
+}
+
+/// Of a frequency and a sample rate in whole hertz, one after the other.
+std::optional<double> rateAfterFrequency(QString name)
+{
+    static const QRegularExpression date(
+        QStringLiteral("(?:19|20)\\d{6}[_T\\-]?\\d{6}Z?|\\d{4}-\\d\\d-\\d\\d"));
+    static const QRegularExpression pattern(
+        QStringLiteral("(?:^|[_\\-])\\d{6,11}(?:Hz)?[_\\-](\\d{4,9})(?=[_\\-.]|$)"));
+    name.remove(date);
+    const QRegularExpressionMatch match = pattern.match(name);
+    return match.hasMatch() ? usable(match.captured(1).toDouble()) : std::nullopt;
+}
+
+/// How much bytes jump from one to the next of the same place in a word of four: 0 for ones that
+/// stay, 1 for random ones.
+std::array<double, 4> jumpsOf(const QByteArray& bytes)
+{
+    constexpr double random = 128.0 * 128.0 / 3.0; // mean square of the way around the circle
+    std::array<double, 4> jumps{};
+    for (int i = 4; i < bytes.size(); ++i) {
+        const auto way = static_cast<qint8>(bytes[i] - bytes[i - 4]);
+        jumps[static_cast<std::size_t>(i % 4)] += static_cast<double>(way) * way;
+    }
+    for (double& jump : jumps)
+        jump /= random * std::max(1.0, bytes.size() / 4.0 - 1.0);
+    return jumps;
+}
+
+/// The part of the numbers that are of a size that signals have.
+double usualPart(const QByteArray& bytes, unsigned bits)
+{
+    SampleFormat format;
+    format.bits = bits;
+    std::vector<double> values(static_cast<std::size_t>(bytes.size()) / format.byteCount());
+    format.convert(bytes.constData(), values.size(), values.data());
+    const auto isUsual = [](double value) {
+        constexpr double smallest = 1e-7;
+        constexpr double largest = 1e6;
+        return value == 0.0 || (std::abs(value) > smallest && std::abs(value) < largest);
+    };
+    const auto count = std::count_if(values.begin(), values.end(), isUsual);
+    return values.empty() ? 0.0 : static_cast<double>(count) / static_cast<double>(values.size());
+}
+
+/// Whether eight bits are a sign and a number, or count up from the lowest level: as numbers of the
+/// other kind they would jump from one end to the other wherever they pass the middle. Samples of a
+/// channel are two bytes apart, or one.
+std::optional<SampleFormat::Kind> kindOfBytes(const QByteArray& bytes)
+{
+    constexpr double clear = 4.0; // times as much
+    double asSigned = 0.0;
+    double asUnsigned = 0.0;
+    for (int i = 2; i < bytes.size(); ++i) {
+        const double first = static_cast<qint8>(bytes[i]) - static_cast<qint8>(bytes[i - 2]);
+        const double second = static_cast<quint8>(bytes[i]) - static_cast<quint8>(bytes[i - 2]);
+        asSigned += first * first;
+        asUnsigned += second * second;
+    }
+    if (asUnsigned > clear * asSigned)
+        return SampleFormat::Kind::Signed;
+    if (asSigned > clear * asUnsigned)
+        return SampleFormat::Kind::Unsigned;
+    return std::nullopt;
+}
+
+/// What the numbers of a file are; none where it is not clear.
+std::optional<SampleFormat> numbersIn(const QByteArray& bytes)
+{
+    constexpr double nearlyAll = 0.99;
+    constexpr double clear = 4.0;   // times as much
+    constexpr double lowByte = 0.3; // of what random ones jump
+    using Kind = SampleFormat::Kind;
+    if (std::count(bytes.begin(), bytes.end(), bytes[0]) == bytes.size())
+        return std::nullopt;
+    // The lower half of a long number has any exponent, or is 0, if it is taken for a short one.
+    const bool isLong = usualPart(bytes, 64) > nearlyAll;
+    const bool isShort = usualPart(bytes, 32) > nearlyAll;
+    if (isLong || isShort)
+        return isLong && isShort ? std::nullopt
+                                 : std::optional(SampleFormat{Kind::Float, isLong ? 64U : 32U});
+    const auto [first, second, third, fourth] = jumpsOf(bytes);
+    const auto isWordOf = [](double low, double high) {
+        return low > lowByte && low > clear * high && high > 0.0;
+    };
+    if (isWordOf(std::min(first, third), std::max(second, fourth)))
+        return SampleFormat{Kind::Signed, 16};
+    if (isWordOf(std::min(second, fourth), std::max(first, third)))
+        return SampleFormat{Kind::Signed, 16, false, true};
+    const auto [least, most] = std::minmax({first, second, third, fourth});
+    const auto kind = kindOfBytes(bytes);
+    return kind && most < clear * least ? std::optional(SampleFormat{*kind, 8}) : std::nullopt;
+}
+
+} // namespace
+
+RawGuess RawGuess::ofName(const QString& fileName)
+{
+    const QFileInfo file(fileName);
+    const QString name = file.completeBaseName();
+    RawGuess guess;
+    guess.format = SampleFormat::ofEnding(file.suffix());
+    if (!guess.format) {
+        static const QRegularExpression separators(QStringLiteral("[_\\-. ]"));
+        for (const QString& part : name.split(separators)) {
+            QString format = part.toLower();
+            if (format == QLatin1String("fc")) // complex numbers of floating point
+                format = QStringLiteral("fc32");
+            const auto found = SampleFormat::ofEnding(format);
+            // "s16" and "iq" may be anything in the middle of a name.
+            if (found && format.size() > 3)
+                guess.format = found;
+        }
+    }
+    guess.sampleRate = namedRate(name);
+    if (!guess.sampleRate)
+        guess.sampleRate = rateWithUnit(name);
+    if (!guess.sampleRate)
+        guess.sampleRate = rateAfterFrequency(name);
+    static const QRegularExpression channels(
+        QStringLiteral("(?:^|[_\\-])([1-9]\\d?)ch(?:[_\\-]|$)"),
+        QRegularExpression::CaseInsensitiveOption);
+    if (const QRegularExpressionMatch match = channels.match(name); match.hasMatch())
+        guess.channelCount = match.captured(1).toInt();
+    return guess;
+}
+
+bool RawGuess::isRaw(const QString& fileName)
+{
+    const QString ending = QFileInfo(fileName).suffix().toLower();
+    const QStringList usual{QStringLiteral("raw"), QStringLiteral("bin"), QStringLiteral("pcm")};
+    return SampleFormat::ofEnding(ending) || usual.contains(ending);
+}
+
+QString RawGuess::doubt(const QString& fileName, const SampleFormat& format)
+{
+    constexpr qint64 looked = 1 << 17; // bytes
+    constexpr int least = 4096;        // fewer tell too little
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        return QString();
+    QByteArray bytes = file.read(looked);
+    bytes.chop(bytes.size() % 8);
+    const auto numbers = bytes.size() < least ? std::nullopt : numbersIn(bytes);
+    if (!numbers)
+        return QString();
+    // What the bytes cannot tell is not doubted: I and Q, and integers of more bits than are used.
+    const bool isInteger = format.kind != SampleFormat::Kind::Float;
+    const bool isSame = format.kind == numbers->kind && format.bits == numbers->bits &&
+                        (format.bits == 8 || format.isBigEndian == numbers->isBigEndian);
+    if (isSame || (isInteger && format.bits > 16 && numbers->kind != SampleFormat::Kind::Float) ||
+        (format.kind == SampleFormat::Kind::Unsigned && format.bits == 16 && numbers->bits == 16))
+        return QString();
+    SampleFormat likely = *numbers;
+    likely.isComplex = format.isComplex;
+    return tr("its bytes look like %1 rather than %2").arg(likely.name(), format.name());
+}

@@ -1,0 +1,33 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/sources/Recording.h"
+
+#include <QObject>
+
+class Progress;
+class QWidget;
+
+/// Opens recordings and live signals, however long it takes, and asks for what has to be known.
+/// What plays goes on meanwhile.
+class Opening : public QObject
+{
+    Q_OBJECT
+public:
+    /// @param window  of the dialogs, and parent.
+    Opening(Progress& progress, QWidget* window);
+
+    /// Opens a file; asks what it is where it is raw samples.
+    void ask(const QString& fileName);
+    /// Opens a file as it was opened before; asks where that is not remembered.
+    void openAgain(const QString& fileName);
+    void open(const QString& address, const Recording::Options& options);
+
+signals:
+    /// It was opened, or could not be. The recording may be taken.
+    void done(const QString& address, Recording& recording);
+
+private:
+    QWidget* m_window;
+    Progress& m_progress;
+};

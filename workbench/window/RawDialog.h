@@ -1,0 +1,44 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/sources/Recording.h"
+
+#include <QDialog>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QSpinBox;
+
+/// Asks what raw samples are: their format, rate and channels. What was said of the file before, or
+/// else what its name says, is filled in; a look at its first bytes doubts a format that they are
+/// hardly of. What is accepted is remembered for the file in the settings file. Deletes itself when
+/// it is closed.
+class RawDialog : public QDialog
+{
+    Q_OBJECT
+public:
+    RawDialog(const QString& fileName, QWidget* parent);
+
+    /// What was accepted for a file; none where it is not remembered.
+    static std::optional<Recording::Options> remembered(const QString& fileName);
+
+signals:
+    void chosen(const QString& fileName, const Recording::Options& options);
+
+private:
+    void build();
+    void propose();
+    void judge();
+    void choose();
+    Recording::Options options() const;
+
+    QString m_fileName;
+    QComboBox* m_format;
+    QLineEdit* m_sampleRate;
+    QSpinBox* m_channels;
+    QLabel* m_length;
+    QLabel* m_advice;
+    QPushButton* m_open;
+};
