@@ -247,9 +247,12 @@ TEST_F(Window, PausesAtTheEndAndStartsAgainByTheSameButton)
 TEST_F(Window, OpensWhatIsDroppedOrSaysWhatIsWrongWithIt)
 {
     auto* notice = window->findChild<NoticeBar*>();
+    const int height = window->timeView().height();
     writeFile(path("letter.txt"), "Dear reader");
     drop({QUrl::fromLocalFile(path("letter.txt"))});
     EXPECT_TRUE(notice->isVisible());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window->timeView().height(), height) << "it lies over the views";
     EXPECT_TRUE(notice->text().startsWith(path("letter.txt") + ": no row of numbers"));
     EXPECT_EQ(window->feed().source().name, "Built-in NRZ signal"); // goes on
 

@@ -21,6 +21,8 @@ QColor mixed(const QColor& first, const QColor& second, double part)
                             mix(first.blueF(), second.blueF()));
 }
 
+constexpr int scrollBarWidth = 11; // pixels: the views need the room
+
 class PlainFusion : public QProxyStyle
 {
 public:
@@ -34,13 +36,27 @@ public:
             return 0;
         return QProxyStyle::styleHint(hint, option, widget, data);
     }
+    int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                    const QWidget* widget) const override
+    {
+        if (metric == PM_MenuPanelWidth)
+            return 1;
+        if (metric == PM_ScrollBarExtent)
+            return scrollBarWidth;
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override
     {
         QProxyStyle::drawPrimitive(element, option, painter, widget);
+        const bool isChoice = widget && widget->inherits("QComboBoxPrivateContainer");
+        if (element == PE_FrameMenu || element == PE_PanelTipLabel || isChoice) {
+            // The outlines of Fusion are as dark as a dark ground.
+            painter->setPen(appearance::edge());
+            painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+        }
         if (element != PE_IndicatorCheckBox)
             return;
-        // Fusion's own outline is darker than the ground, and cannot be seen on a dark one.
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         painter->setPen(option->palette.color(QPalette::PlaceholderText));
@@ -86,6 +102,11 @@ QPalette appearance::palette()
         palette.setColor(QPalette::Disabled, role, mixed(ground, text, 0.4));
     palette.setColor(QPalette::Disabled, QPalette::Highlight, mixed(ground, text, 0.25));
     return palette;
+}
+
+QColor appearance::edge()
+{
+    return mixed(color(IColorBase::colBackground), color(IColorBase::colLabel), 0.4);
 }
 
 bool appearance::isApplied() { return QApplication::palette() == palette(); }

@@ -15,6 +15,8 @@ void setStyle();
 QPalette palette();
 /// Whether the application has it.
 bool isApplied();
+/// Of the line about what lies over something else.
+QColor edge();
 /// Gives it to the application, and a main window the lines of its bars and docks.
 void apply(QWidget& window);
 

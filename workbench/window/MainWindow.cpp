@@ -3,6 +3,7 @@
 #include "workbench/sources/LiveAddress.h"
 
 #include "iq/GLIQDiagram.h"
+#include "platform/glwidgets/DiagramCaption.h"
 #include "platform/values/PlainSettings.h"
 #include "views/VCGLEyeDiagram.h"
 #include "views/VCGLIQDiagram.h"
@@ -15,6 +16,7 @@
 #include "workbench/window/MenuEntries.h"
 #include "workbench/window/NoticeBar.h"
 #include "workbench/window/Opening.h"
+#include "workbench/window/Overlay.h"
 #include "workbench/window/ParameterDock.h"
 #include "workbench/window/ParameterPanel.h"
 #include "workbench/window/PlaybackControls.h"
@@ -128,9 +130,9 @@ void MainWindow::buildViews()
     auto* column = new QVBoxLayout(center);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addWidget(m_notice);
-    column->addWidget(m_progress);
-    column->addWidget(m_panes, 1);
+    column->addWidget(m_panes);
+    const int captionHeight = m_panes->panes().front().caption->getCaptionWidget()->height();
+    new Overlay(*m_panes, captionHeight, {m_notice, m_progress});
     setCentralWidget(center);
 }
 
