@@ -2,6 +2,9 @@
 #include "WindowFixture.h"
 #include "platform/startup/TranslationCenter.h"
 
+#include "workbench/window/ParameterDock.h"
+#include "workbench/window/ReceiverPanel.h"
+
 #include <QAccessible>
 #include <QCheckBox>
 #include <QMenu>
@@ -34,6 +37,29 @@ struct Keys : Window
                 << text.toStdString() << " / " << known[key].toStdString();
             known[key] = text;
         }
+    }
+    /// The texts that have no room.
+    QStringList cutTexts()
+    {
+        QStringList texts;
+        for (const QWidget* widget : window->findChildren<QWidget*>()) {
+            const auto* label = qobject_cast<const QLabel*>(widget);
+            const auto* box = qobject_cast<const QComboBox*>(widget);
+            const QString text = box ? box->currentText() : widget->property("text").toString();
+            if (!widget->isVisible() || text.isEmpty() || widget->inherits("QLineEdit"))
+                continue;
+            bool isCut = widget->width() < widget->minimumSizeHint().width();
+            isCut = isCut && !(label && label->wordWrap());
+            for (const QWidget* part = widget; (part = part->parentWidget());) {
+                const auto* area = qobject_cast<const QScrollArea*>(part->parentWidget());
+                const int right = widget->mapTo(part, widget->rect().topRight()).x();
+                if (area && area->horizontalScrollBarPolicy() == Qt::ScrollBarAlwaysOff)
+                    isCut = isCut || right >= part->width();
+            }
+            if (isCut)
+                texts += text;
+        }
+        return texts;
     }
     void expectAllToBeReached()
     {
@@ -70,10 +96,46 @@ TEST_F(Keys, ReachEveryMenuEntryAndControlByOneOfItsOwn)
     TranslationCenter& translations = TranslationCenter::Instance();
     translations.AddFolder(ORVANE_CATALOGUES);
     translations.Register("OrvaneWorkbench");
-    for (const char* language : {"en", "de"}) {
-        translations.SetLanguage(language);
+    const QFont font = QApplication::font();
+    const auto build = [&](double scale) {
+        QFont scaled = font;
+        scaled.setPointSizeF(scale * font.pointSizeF());
+        QApplication::setFont(scaled);
         window.reset();
         window = std::make_unique<MainWindow>(scheme);
+    };
+    StageReport carrier{StageReport::Stage::Carrier, true, true, {}};
+    carrier.readings.push_back({StageReport::Quantity::CarrierOffset, -123456.7});
+    SymbolRateEstimate estimate;
+    estimate.verdict = SymbolRateEstimate::Verdict::Unsure;
+    for (const char* language : {"en", "de"}) {
+        translations.SetLanguage(language);
+        for (const auto& [scale, size] :
+             {std::pair(1.0, QSize(1280, 800)), {1.0, {800, 600}}, {1.5, {1280, 800}}}) {
+            SCOPED_TRACE(testing::Message() << language << scale << ' ' << size.width());
+            build(scale);
+            window->resize(size);
+            window->show();
+            for (const bool isRecording : {false, true}) {
+                if (isRecording)
+                    dropSine(3, 16000);
+                else
+                    window->player().openDemo(ModulationSettings());
+                window->feed().transport().pause();
+                auto& dock = *window->findChild<ParameterDock*>();
+                for (int tab = 0; tab < 2; ++tab) {
+                    window->findChild<QTabWidget*>()->setCurrentIndex(tab);
+                    window->refresh();
+                    window->measure();
+                    dock.panel().showEstimate(estimate);
+                    dock.receiver().showReports({carrier});
+                    EXPECT_TRUE(QTest::qWaitFor([this] { return cutTexts().isEmpty(); }, 2000))
+                        << qPrintable(cutTexts().join(" | "));
+                }
+            }
+            EXPECT_EQ(window->size(), size);
+        }
+        build(1.0);
         const QStringList menus = textsOf(window->menuBar()->actions());
         EXPECT_EQ(menus[0], language == QString("de") ? "&Datei" : "&File");
         for (const QMenu* menu : window->menuBar()->findChildren<QMenu*>())

@@ -33,6 +33,13 @@ TEST(ReadOuts, SayWhatTheSignalMeasuresBelowItsViews)
     settings.noise = 0.01;
     window.player().openBuiltIn(settings);
     EXPECT_EQ(readings.eye().text(0, 0), "\u2013");
+    for (const ReadingTable* table :
+         {&readings.level(), &readings.eye(), &readings.constellation()}) {
+        for (const auto* label : table->findChildren<QLabel*>())
+            EXPECT_EQ(label->toolTip().isEmpty(),
+                      label->accessibleName().isEmpty() && label->parent() == table)
+                << qPrintable(label->text()) << ": what does it mean?";
+    }
     play();
     EXPECT_NEAR(number(readings.level().text(0, 3)), 2.05, 0.05); // peak to peak
     for (std::size_t eye = 0; eye < 3; ++eye)

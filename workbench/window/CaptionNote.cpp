@@ -25,7 +25,26 @@ void CaptionNote::say(const QString& text)
     if (text == m_text)
         return;
     m_text = text;
+    tellWhole();
     update();
+}
+
+void CaptionNote::resizeEvent(QResizeEvent*) { tellWhole(); }
+
+/// A text that is cut is told to those who point at the bar.
+void CaptionNote::tellWhole()
+{
+    const bool isCut = fontMetrics().horizontalAdvance(m_text) > freeRoom(rect()).width();
+    m_bar.setToolTip(isCut ? m_text : QString());
+}
+
+/// What the title leaves.
+QRect CaptionNote::freeRoom(const QRect& place) const
+{
+    QFont bold = font();
+    bold.setBold(true);
+    const int title = 2 * gap + QFontMetrics(bold).horizontalAdvance(m_bar.accessibleName());
+    return place.adjusted(title, 0, -gap, 0);
 }
 
 void CaptionNote::paintEvent(QPaintEvent*)
@@ -45,10 +64,7 @@ void CaptionNote::paint(QPainter& painter, const QRect& place) const
 {
     if (!m_bar.readout().isEmpty())
         return;
-    QFont bold = font();
-    bold.setBold(true);
-    const int title = 2 * gap + QFontMetrics(bold).horizontalAdvance(m_bar.accessibleName());
-    const QRect free = place.adjusted(title, 0, -gap, 0);
+    const QRect free = freeRoom(place);
     painter.setFont(font());
     painter.setPen(palette().color(QPalette::PlaceholderText));
     painter.drawText(free, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine,

@@ -22,8 +22,11 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void tellWhole();
+    QRect freeRoom(const QRect& place) const;
     void paint(QPainter& painter, const QRect& place) const;
 
     CaptionWidget& m_bar;

@@ -12,6 +12,7 @@
 #include "workbench/window/Appearance.h"
 #include "workbench/window/ExportDialog.h"
 #include "workbench/window/FileMenu.h"
+#include "workbench/window/HelpMenu.h"
 #include "workbench/window/InfoDialog.h"
 #include "workbench/window/MenuEntries.h"
 #include "workbench/window/NoticeBar.h"
@@ -140,6 +141,7 @@ void MainWindow::buildMenus()
 {
     for (QMenu* menu : std::initializer_list<QMenu*>{m_file, m_playback, m_view})
         menuBar()->addMenu(menu);
+    menuBar()->addMenu(new HelpMenu(*this));
     connect(m_file, &FileMenu::fileChosen, m_opening, &Opening::ask);
     connect(m_file, &FileMenu::recentChosen, m_opening, &Opening::openAgain);
     connect(m_file, &FileMenu::streamChosen, m_opening, &Opening::open);

@@ -4,6 +4,8 @@
 #include <QLabel>
 #include <QSlider>
 
+#include <algorithm>
+
 QFormLayout* panelForm::addSection(QWidget& panel, const QString& title)
 {
     auto* section = new QWidget(&panel);
@@ -30,6 +32,18 @@ QLabel* panelForm::addFact(QFormLayout& form, const QString& name)
     return value;
 }
 
+void panelForm::reserve(QLabel& label, const QStringList& texts)
+{
+    const QString shown = label.text();
+    int width = label.minimumWidth();
+    for (const QString& text : texts) {
+        label.setText(text);
+        width = std::max(width, label.minimumSizeHint().width());
+    }
+    label.setText(shown);
+    label.setMinimumWidth(width);
+}
+
 QSlider* panelForm::addSlider(QFormLayout& form, const QString& name, int lowest, int highest,
                               QLabel** value)
 {
@@ -38,7 +52,7 @@ QSlider* panelForm::addSlider(QFormLayout& form, const QString& name, int lowest
     slider->setRange(lowest, highest);
     slider->setAccessibleName(name);
     *value = new QLabel(row);
-    (*value)->setFixedWidth(row->fontMetrics().horizontalAdvance(QStringLiteral("-888.8 Hz")));
+    reserve(**value, {QStringLiteral("-888.8 Hz"), QStringLiteral("-8888 Hz")});
     (*value)->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     auto* line = new QHBoxLayout(row);
     line->setContentsMargins(0, 0, 0, 0);

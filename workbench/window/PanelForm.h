@@ -2,10 +2,10 @@
 #pragma once
 
 #include <QFormLayout>
+#include <QStringList>
 
 class QLabel;
 class QSlider;
-class QString;
 
 /// Rows of the panels.
 namespace panelForm {
@@ -16,6 +16,8 @@ constexpr int nameWidth = 96;
 QFormLayout* addSection(QWidget& panel, const QString& title);
 /// A value that can be read only.
 QLabel* addFact(QFormLayout& form, const QString& name);
+/// Keeps room in a label for any of these texts, so that nothing moves when it changes.
+void reserve(QLabel& label, const QStringList& texts);
 /// A slider, and beside it a label for its value.
 QSlider* addSlider(QFormLayout& form, const QString& name, int lowest, int highest, QLabel** value);
 

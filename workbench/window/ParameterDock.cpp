@@ -8,9 +8,13 @@
 #include "workbench/window/ReceiverPanel.h"
 #include "workbench/window/SymbolRateSearch.h"
 
+#include <QEvent>
+#include <QLabel>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTabWidget>
+
+#include <algorithm>
 
 ParameterDock::ParameterDock(Player& player, QWidget* parent)
     : QDockWidget(tr("Parameters"), parent)
@@ -32,17 +36,40 @@ ParameterDock::ParameterDock(Player& player, QWidget* parent)
     connect(m_receiver, &ReceiverPanel::settingsChosen, &player, &Player::setReceiver);
 }
 
-QScrollArea* ParameterDock::addTab(QWidget* panel, const QString& title)
+void ParameterDock::addTab(QWidget* panel, const QString& title)
 {
     auto* scroll = new QScrollArea(this);
     scroll->setWidget(panel);
     scroll->setWidgetResizable(true);
     scroll->setFocusPolicy(Qt::NoFocus); // its controls have it
     scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setFixedWidth(panel->width() + scroll->verticalScrollBar()->sizeHint().width());
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_tabs->addTab(scroll, title);
-    return scroll;
+    panel->installEventFilter(this);
+    for (auto* label : panel->findChildren<QLabel*>()) { // a column's width must not cut a name
+        if (label->minimumWidth() > 0)
+            label->setMinimumWidth(
+                std::max(label->minimumWidth(), label->minimumSizeHint().width()));
+    }
+    fit(*panel);
+}
+
+/// Gives a panel all the width that its texts need. It is not taken back, so that nothing moves
+/// with a text that comes and goes.
+void ParameterDock::fit(const QWidget& panel)
+{
+    auto* scroll = static_cast<QScrollArea*>(panel.parentWidget()->parentWidget());
+    const int least = std::max(panel.minimumSizeHint().width(), panel.minimumWidth()) +
+                      scroll->verticalScrollBar()->sizeHint().width();
+    if (least > scroll->minimumWidth())
+        scroll->setFixedWidth(least);
+}
+
+bool ParameterDock::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Show)
+        fit(*static_cast<QWidget*>(watched));
+    return QDockWidget::eventFilter(watched, event);
 }
 
 void ParameterDock::raiseReceiver()

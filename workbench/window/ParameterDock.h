@@ -5,7 +5,6 @@
 
 class ParameterPanel;
 class Player;
-class QScrollArea;
 class QTabWidget;
 class ReceiverPanel;
 class SymbolRateSearch;
@@ -26,11 +25,15 @@ public:
     void showReceiver();
     void showReports();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void connectTo(Player& player);
     void connectSearch(Player& player);
 
-    QScrollArea* addTab(QWidget* panel, const QString& title);
+    static void fit(const QWidget& panel);
+    void addTab(QWidget* panel, const QString& title);
 
     Player& m_player;
     QTabWidget* m_tabs;

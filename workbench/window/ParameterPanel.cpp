@@ -31,7 +31,7 @@ ParameterPanel::ParameterPanel(QWidget* parent)
     auto* sections = new QVBoxLayout(this);
     sections->setContentsMargins(14, 10, 6, 10);
     sections->setSpacing(18);
-    setFixedWidth(panelWidth);
+    setMinimumWidth(panelWidth);
     addSignalSection();
     addTimeSection();
     m_gate = new GatePanel(this);
@@ -85,6 +85,7 @@ void ParameterPanel::addEstimate(QFormLayout* form)
     m_estimate = new QPushButton(tr("Est&imate"), row);
     m_estimate->setToolTip(tr("Looks for the symbol rate in the samples about the present time"));
     m_estimateText = new QLabel(row);
+    panelForm::reserve(*m_estimateText, verdicts(0.88));
     auto* line = new QHBoxLayout(row);
     line->setContentsMargins(0, 0, 0, 0);
     line->addWidget(m_estimate);
@@ -136,7 +137,7 @@ void ParameterPanel::addEyeSection()
     m_characters->setKeyboardTracking(false);
     m_characters->setToolTip(tr("Follows each start bit of an asynchronous serial line, with so "
                                 "many bits after it"));
-    form->addRow(tr("C&haracters"), m_characters);
+    form->addRow(tr("Characters"), m_characters);
     form->labelForField(m_characters)->setMinimumWidth(panelForm::nameWidth);
     connect(m_characters, QOverload<int>::of(&QSpinBox::valueChanged), this,
             [this](int bits) { emit charactersChosen(bits < CharacterClock::minBits ? 0 : bits); });
@@ -180,13 +181,17 @@ void ParameterPanel::addAppearanceSection()
             [this](int index) { emit schemeChosen(static_cast<SchemeChoice::Choice>(index)); });
 }
 
+/// Of an estimate of the symbol rate, in order.
+QStringList ParameterPanel::verdicts(double confidence)
+{
+    return {tr("none found"), tr("unsure, %1").arg(confidence, 0, 'f', 2), tr("sure")};
+}
+
 void ParameterPanel::showEstimate(const std::optional<SymbolRateEstimate>& estimate)
 {
     QString text;
     if (estimate) {
-        const QString texts[] = {tr("none found"),
-                                 tr("unsure, %1").arg(estimate->confidence, 0, 'f', 2), tr("sure")};
-        text = texts[static_cast<int>(estimate->verdict)];
+        text = verdicts(estimate->confidence)[static_cast<int>(estimate->verdict)];
     }
     m_estimateText->setText(text);
     m_estimateText->setToolTip(estimate ? estimate->sentence() : QString());

@@ -53,6 +53,7 @@ signals:
     void fullScaleWanted();
 
 private:
+    static QStringList verdicts(double confidence);
     void addEstimate(QFormLayout* form);
     void addSignalSection();
     void addTimeSection();

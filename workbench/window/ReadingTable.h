@@ -2,21 +2,25 @@
 #pragma once
 
 #include <QGridLayout>
+#include <QMap>
 #include <QStringList>
 #include <QWidget>
 
 #include <vector>
 
 class QLabel;
+class QScrollArea;
 
 /// Names of quantities above their values, in columns that do not move whatever the values are.
-/// Columns for which there is no room are left out.
+/// Where there is no room for all of them, it scrolls sideways.
 class ReadingTable : public QWidget
 {
     Q_OBJECT
 public:
     explicit ReadingTable(QWidget* parent = nullptr);
 
+    /// What names mean, for those who point at them or at their values.
+    void explain(const QMap<QString, QString>& meanings) { m_meanings = meanings; }
     /// Adds names, and below them lines of values, none of which is known yet.
     /// @param longest    usual text of a value, which the columns are made wide enough for.
     /// @return the index of the first line.
@@ -27,8 +31,10 @@ public:
     /// @param why  it is not, for those who point at it; shown only then.
     void show(std::size_t line, std::size_t column, const QString& text,
               const QString& why = QString());
-    /// Says below all lines what the values are of; as wide as there is room.
+    /// Says below all lines what the values are of; in several lines where there is no room.
     void setGate(const QString& text, const QString& explanation);
+    /// All names whose values are known, with these: "MER 34.9 dB".
+    QStringList texts() const;
     /// Other names of the values in a line that was added with names, until they are empty again.
     void rename(std::size_t line, const QStringList& names);
     /// Makes a line, not the last one, names of the values of the next line, until it is empty
@@ -62,12 +68,12 @@ private:
     };
 
     QLabel* addLabel(const QString& text, int row, int column, int columnCount = 1);
+    void name(QLabel& value, const QString& name);
+    void fit();
 
-    void arrange();
-
+    QScrollArea* m_scroll;
     QLabel* m_gate;
-    QWidget* m_port;    // columns that fit
-    QWidget* m_content; // all of them
     QGridLayout* m_grid;
+    QMap<QString, QString> m_meanings; // by name
     std::vector<Line> m_lines;
 };

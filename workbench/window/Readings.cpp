@@ -53,6 +53,13 @@ Readings::Readings(ViewPanes& panes, QObject* parent)
     , m_eye(new ReadingTable)
     , m_constellation(new ReadingTable)
 {
+    QMap<QString, QString> texts;
+    for (const Section& section : meanings()) {
+        for (const auto& [name, meaning] : section.figures)
+            texts[name] = meaning;
+    }
+    for (ReadingTable* table : {m_level, m_eye, m_constellation})
+        table->explain(texts);
     const QString longest = QStringLiteral("-888.8");
     const QString longer = QStringLiteral("-888.888 kHz");
     m_level->addLines({tr("Mean"), tr("Minimum"), tr("Maximum"), tr("Peak to peak"), tr("RMS"),

@@ -5,6 +5,9 @@
 
 #include <QObject>
 
+#include <utility>
+#include <vector>
+
 class ReadingTable;
 class ViewPanes;
 
@@ -16,6 +19,14 @@ class Readings : public QObject
 public:
     /// @param panes  time, eye and IQ, in this order: they get the tables.
     Readings(ViewPanes& panes, QObject* parent);
+
+    /// What the figures of a view mean, with their formulas: names as they are shown.
+    struct Section
+    {
+        QString title;
+        std::vector<std::pair<QString, QString>> figures;
+    };
+    static std::vector<Section> meanings();
 
     void show(const Measurement& measurement);
     ReadingTable& level() { return *m_level; }

@@ -2,6 +2,7 @@
 #include "workbench/window/ReceiverPanel.h"
 
 #include "workbench/window/FrequencyEditor.h"
+#include "workbench/window/PanelForm.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -52,7 +53,7 @@ ReceiverPanel::ReceiverPanel(QWidget* parent)
     form->setHorizontalSpacing(10);
     form->setVerticalSpacing(7);
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-    setFixedWidth(panelWidth);
+    setMinimumWidth(panelWidth);
     m_isOn = new QCheckBox(tr("&Receiver on"), this);
     form->addRow(m_isOn);
     addFilters(form);
@@ -75,7 +76,7 @@ void ReceiverPanel::addFilters(QFormLayout* form)
     m_shift = new FrequencyEditor(QStringLiteral("Hz"), this);
     m_shift->setRange(-maxHertz, maxHertz);
     m_shift->setToolTip(tr("Added to every frequency"));
-    form->addRow(tr("Frequency s&hift"), m_shift);
+    form->addRow(tr("Frequenc&y shift"), m_shift);
     form->labelForField(m_shift)->setMinimumWidth(nameWidth);
     m_dc = new QCheckBox(tr("Rem&ove what is at 0 Hz"), this);
     form->addRow(m_dc);
@@ -150,7 +151,7 @@ QWidget* ReceiverPanel::beside(QWidget* control, QLabel** state)
     auto* row = new QWidget(this);
     *state = new QLabel(unknown, row);
     (*state)->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    (*state)->setMinimumWidth(fontMetrics().horizontalAdvance(tr("searching")));
+    panelForm::reserve(**state, {tr("searching"), tr("locked"), tr("open"), tr("closed")});
     auto* line = new QHBoxLayout(row);
     line->setContentsMargins(0, 0, 0, 0);
     line->addWidget(control, 1);
