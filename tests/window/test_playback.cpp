@@ -1,11 +1,14 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "WindowFixture.h"
 
+#include "workbench/sources/StreamSource.h"
 #include "workbench/window/CaptionNote.h"
 #include "workbench/window/PaneNote.h"
 #include "workbench/window/SeekBar.h"
 
 #include <QPushButton>
+
+#include <unistd.h>
 
 namespace {
 
@@ -129,6 +132,30 @@ TEST_F(Playback, HasSpeedsByKeysUpToTheFastest)
     for (int i = 0; i < 20; ++i)
         QTest::keyClick(window.get(), Qt::Key_Minus);
     EXPECT_EQ(window->feed().transport().speed(), Transport::minSpeed);
+}
+
+TEST_F(Playback, VeilsALiveSignalThatStandsStillAndPausesWhereItEnds)
+{
+    int ends[2] = {};
+    ASSERT_EQ(pipe(ends), 0);
+    Recording recording;
+    recording.source =
+        std::make_unique<StreamSource>("pipe", ends[0], *SampleFormat::parse("u8"), 8000.0);
+    QString why;
+    ASSERT_TRUE(window->player().open(std::move(recording), 0, std::nullopt, why));
+    window->feed().transport().play();
+    const std::vector<char> samples(4000);
+    EXPECT_EQ(write(ends[1], samples.data(), samples.size()), 4000);
+    const PaneNote& note = *window->panes().panes()[1].note;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return note.text().startsWith("stands still for "); }));
+    EXPECT_EQ(note.size(), note.parentWidget()->size());
+    close(ends[1]);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !window->feed().transport().isPlaying(); }));
+    EXPECT_FALSE(action("&Play").isEnabled());
+    EXPECT_EQ(note.text(), "");
+    QTest::mouseClick(caption().findChild<QToolButton*>(), Qt::LeftButton);
+    EXPECT_TRUE(caption().isPaused()) << "it has ended";
+    close(ends[0]);
 }
 
 TEST_F(Playback, SaysWhatEmptyViewsWaitForAndWhatIsShown)

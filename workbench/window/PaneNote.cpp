@@ -11,6 +11,7 @@ namespace {
 constexpr int padding = 6;
 constexpr int gap = 6;          // to the edges of the view
 constexpr double opacity = 0.8; // of the ground, so that a signal shows through
+constexpr double veilOpacity = 0.6;
 
 } // namespace
 
@@ -27,20 +28,28 @@ PaneNote::PaneNote(QWidget* view, int captionHeight)
     hide();
 }
 
-void PaneNote::say(const QString& text)
+void PaneNote::say(const QString& text, bool isVeiled)
 {
-    if (text == this->text())
+    if (text == this->text() && isVeiled == m_isVeiled)
         return;
+    m_isVeiled = isVeiled;
     setText(text);
     setVisible(!text.isEmpty());
     arrange();
 }
 
-void PaneNote::arrange() { setGeometry(placeIn(parentWidget()->rect())); }
+void PaneNote::arrange()
+{
+    const QRect view = parentWidget()->rect();
+    setGeometry(m_isVeiled ? roomIn(view) : placeIn(view));
+}
+
+/// What of a view shows the signal.
+QRect PaneNote::roomIn(const QRect& view) const { return view.adjusted(0, m_captionHeight, 0, 0); }
 
 QRect PaneNote::placeIn(const QRect& view) const
 {
-    const QRect room = view.adjusted(gap, m_captionHeight + gap, -gap, -gap);
+    const QRect room = roomIn(view).adjusted(gap, gap, -gap, -gap);
     const int width = std::min(room.width(), fontMetrics().horizontalAdvance(text()) + 3 * padding);
     QRect place(0, 0, width, heightForWidth(width));
     place.moveCenter(room.center());
@@ -57,23 +66,29 @@ bool PaneNote::eventFilter(QObject* watched, QEvent* event)
 void PaneNote::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    paint(painter, rect());
+    painter.translate(-pos());
+    paint(painter, parentWidget()->rect());
 }
 
 void PaneNote::paintPicture(QPainter& painter, const QSize& size) const
 {
-    const QRect place = placeIn(QRect(QPoint(), size));
-    if (isHidden() || place.isEmpty())
+    if (isHidden())
         return;
     painter.save();
     painter.setFont(font());
-    paint(painter, place);
+    paint(painter, QRect(QPoint(), size));
     painter.restore();
 }
 
-void PaneNote::paint(QPainter& painter, const QRect& place) const
+void PaneNote::paint(QPainter& painter, const QRect& view) const
 {
+    const QRect place = placeIn(view);
+    if (place.isEmpty())
+        return;
     QColor ground = palette().color(QPalette::Window);
+    ground.setAlphaF(veilOpacity);
+    if (m_isVeiled)
+        painter.fillRect(roomIn(view), ground);
     ground.setAlphaF(opacity);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);

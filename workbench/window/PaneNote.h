@@ -3,8 +3,9 @@
 
 #include <QLabel>
 
-/// A few words over a view, in its middle: what it waits for while it is empty. Keeps its place
-/// when the view changes its size, and leaves the mouse to the view.
+/// A few words over a view, in its middle: what it waits for while it is empty, or, with a veil
+/// over the view, why it stands still. Keeps its place when the view changes its size, and leaves
+/// the mouse to the view.
 class PaneNote : public QLabel
 {
     Q_OBJECT
@@ -13,7 +14,8 @@ public:
     PaneNote(QWidget* view, int captionHeight);
 
     /// An empty text hides it.
-    void say(const QString& text);
+    /// @param isVeiled  what the view shows is old: it is dimmed.
+    void say(const QString& text, bool isVeiled = false);
     /// Paints it into a picture of the view, in its place there.
     /// @param size  of the view in the picture.
     void paintPicture(QPainter& painter, const QSize& size) const;
@@ -24,8 +26,10 @@ protected:
 
 private:
     void arrange();
+    QRect roomIn(const QRect& view) const;
     QRect placeIn(const QRect& view) const;
-    void paint(QPainter& painter, const QRect& place) const;
+    void paint(QPainter& painter, const QRect& view) const;
 
     int m_captionHeight;
+    bool m_isVeiled = false;
 };

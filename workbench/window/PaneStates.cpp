@@ -5,11 +5,15 @@
 #include "workbench/window/Figures.h"
 #include "workbench/window/ViewPanes.h"
 
+#include <utility>
+
 namespace {
 
 constexpr std::size_t timePane = 0;
 constexpr std::size_t eyePane = 1;
 constexpr std::size_t iqPane = 2;
+constexpr qint64 standingSeconds = 2;
+constexpr qint64 longSeconds = 120;
 
 } // namespace
 
@@ -52,16 +56,36 @@ QString PaneStates::whyNoSymbols(const SignalFeed& feed, const QString& searched
                      : tr("the clock of the symbols was not found");
 }
 
+/// For how long what plays has been old; empty while samples come. The status bar says why.
+QString PaneStates::howLongItStands(const SignalFeed& feed)
+{
+    const std::int64_t position = feed.transport().position();
+    const bool canStand = feed.hasPlayed() && feed.source().isLive && !feed.hasEnded() &&
+                          feed.transport().isPlaying();
+    if (!canStand || position != std::exchange(m_lastPosition, position) ||
+        !m_sinceSample.isValid()) {
+        m_sinceSample.start();
+        return QString();
+    }
+    const qint64 seconds = m_sinceSample.elapsed() / 1000;
+    if (seconds < standingSeconds)
+        return QString();
+    return seconds < longSeconds ? tr("stands still for %1 s").arg(seconds)
+                                 : tr("stands still for %1 min").arg(seconds / 60);
+}
+
 void PaneStates::refresh(const SignalFeed& feed)
 {
-    const QString missing = whatIsMissing(feed);
+    const QString standing = howLongItStands(feed);
+    const bool stands = !standing.isEmpty();
+    const QString missing = stands ? standing : whatIsMissing(feed);
     const bool hasClock = feed.eye().cut().hasSymbols();
     const QString searched = whatIsSearched(feed);
     const QString why = whyNoSymbols(feed, searched);
     const bool isIqEmpty = feed.iq().showsDecisions() && feed.iq().isEmpty();
-    m_panes.setNote(timePane, missing);
-    m_panes.setNote(eyePane, missing.isEmpty() && feed.eye().isEmpty() ? why : missing);
-    m_panes.setNote(iqPane, missing.isEmpty() && isIqEmpty ? why : missing);
+    m_panes.setNote(timePane, missing, stands);
+    m_panes.setNote(eyePane, missing.isEmpty() && feed.eye().isEmpty() ? why : missing, stands);
+    m_panes.setNote(iqPane, missing.isEmpty() && isIqEmpty ? why : missing, stands);
 
     const ReceiverSettings& receiver = feed.receiver();
     QString iq = feed.iq().showsDecisions() ? tr("decision instants") : tr("trajectory");

@@ -4,11 +4,13 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 
+#include <cstdint>
+
 class SignalFeed;
 class ViewPanes;
 
-/// Says over each view what it waits for while it is empty, and what it shows where that is not
-/// plain.
+/// Says over each view what it waits for while it is empty or since when it stands still, and what
+/// it shows where that is not plain.
 class PaneStates
 {
     Q_DECLARE_TR_FUNCTIONS(PaneStates)
@@ -26,9 +28,12 @@ public:
 
 private:
     static QString whatIsSearched(const SignalFeed& feed);
+    QString howLongItStands(const SignalFeed& feed);
     QString whatIsMissing(const SignalFeed& feed) const;
     QString whyNoSymbols(const SignalFeed& feed, const QString& searched) const;
 
     ViewPanes& m_panes;
     QElapsedTimer m_sinceStart;
+    QElapsedTimer m_sinceSample;
+    std::int64_t m_lastPosition = -1;
 };

@@ -156,9 +156,9 @@ void ViewPanes::autoScale()
         pane.autoScale();
 }
 
-void ViewPanes::setNote(std::size_t index, const QString& text)
+void ViewPanes::setNote(std::size_t index, const QString& text, bool isVeiled)
 {
-    m_panes.at(index).note->say(text);
+    m_panes.at(index).note->say(text, isVeiled);
 }
 
 void ViewPanes::setReadings(std::size_t index, QWidget* table)

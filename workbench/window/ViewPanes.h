@@ -72,8 +72,9 @@ public:
     void showAll();
     void autoScale();
     /// What an empty view waits for, and what one shows; empty texts say nothing.
-    /// @param index  of the pane.
-    void setNote(std::size_t index, const QString& text);
+    /// @param index     of the pane.
+    /// @param isVeiled  the view is not empty, but stands still.
+    void setNote(std::size_t index, const QString& text, bool isVeiled = false);
     void setMode(std::size_t index, const QString& text);
     /// Puts a table below a view.
     void setReadings(std::size_t index, QWidget* table);
