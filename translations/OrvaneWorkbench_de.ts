@@ -195,14 +195,6 @@
         <translation>&amp;Maßstab</translation>
     </message>
     <message>
-        <source>Pictures and tables</source>
-        <translation type="vanished">Bilder und Tabellen</translation>
-    </message>
-    <message>
-        <source>%1: the ending says what it becomes; give .png, .svg, .pdf or .csv</source>
-        <translation type="vanished">%1: die Endung sagt, was es wird; geben Sie .png, .svg, .pdf oder .csv an</translation>
-    </message>
-    <message>
         <source>Source and &amp;figures below it</source>
         <translation>Quelle und &amp;Werte darunter</translation>
     </message>
@@ -565,10 +557,6 @@
     <message>
         <source>&amp;IQ diagram</source>
         <translation>&amp;IQ-Diagramm</translation>
-    </message>
-    <message>
-        <source>Opening %1</source>
-        <translation type="vanished">%1 wird geöffnet</translation>
     </message>
     <message>
         <source>E&amp;xport...</source>
@@ -1031,10 +1019,6 @@
 <context>
     <name>PaneStates</name>
     <message>
-        <source>paused before the first sample: play it with P</source>
-        <translation type="vanished">angehalten vor dem ersten Abtastwert: mit P abspielen</translation>
-    </message>
-    <message>
         <source>waiting for samples</source>
         <translation>wartet auf Abtastwerte</translation>
     </message>
@@ -1133,8 +1117,8 @@
         <translation>Folgt jedem Startbit einer asynchronen seriellen Leitung, mit so vielen Bits danach</translation>
     </message>
     <message>
-        <source>C&amp;haracters</source>
-        <translation type="vanished">Zeic&amp;hen</translation>
+        <source>Characters</source>
+        <translation>Zeichen</translation>
     </message>
     <message>
         <source>Signal</source>
@@ -1315,10 +1299,6 @@
     <message>
         <source>alone</source>
         <translation>allein</translation>
-    </message>
-    <message>
-        <source>Characters</source>
-        <translation>Zeichen</translation>
     </message>
 </context>
 <context>
@@ -1795,8 +1775,8 @@
         <translation>Wird zu jeder Frequenz addiert</translation>
     </message>
     <message>
-        <source>Frequency s&amp;hift</source>
-        <translation type="vanished">Frequenz&amp;verschiebung</translation>
+        <source>Frequenc&amp;y shift</source>
+        <translation>Frequenz&amp;verschiebung</translation>
     </message>
     <message>
         <source>no filter</source>
@@ -1957,10 +1937,6 @@
     <message>
         <source>Ro&amp;ll-off</source>
         <translation>Ro&amp;ll-off</translation>
-    </message>
-    <message>
-        <source>Frequenc&amp;y shift</source>
-        <translation>Frequenz&amp;verschiebung</translation>
     </message>
 </context>
 <context>

@@ -101,17 +101,23 @@ QRect DeviceRaster::VisibleDeviceRect() const
 
 void DeviceRaster::AddPoint(double x, double y)
 {
-    const double column = x * m_x.factor + m_x.offset + pointShift;
-    const double row = y * m_y.factor + m_y.offset + pointShift;
-    if (!m_x.Sees(column) || !m_y.Sees(row))
-        return;
     if (m_isVector) {
-        AddDeviceRect(m_x.VisibleSpan(x, x + 1.0), m_y.VisibleSpan(y, y + 1.0));
+        AddSquare(x, y);
         return;
     }
+    const double column = m_x.Point(x);
+    const double row = m_y.Point(y);
+    if (!m_x.Sees(column) || !m_y.Sees(row))
+        return;
     const int i = static_cast<int>(column);
     const int j = static_cast<int>(row);
     AddDeviceRect({i, i + 1}, {j, j + 1});
+}
+
+void DeviceRaster::AddSquare(double x, double y)
+{
+    if (m_x.Sees(m_x.Point(x)) && m_y.Sees(m_y.Point(y)))
+        AddDeviceRect(m_x.VisibleSpan(x, x + 1.0), m_y.VisibleSpan(y, y + 1.0));
 }
 
 void DeviceRaster::AddLine(const QLineF& line, const GLLineStyle& style)

@@ -37,9 +37,11 @@ public:
     /// right one, like everything else that is drawn.
     static constexpr double pointShift = 0.5 + 1.0 / 64.0;
 
-    /// The one device pixel that a point of OpenGL lights; for vectors a square from (x, y) on. A
-    /// point that is not finite is dropped.
+    /// The one device pixel that a point of OpenGL lights. A point that is not finite is dropped.
     void AddPoint(double x, double y);
+    /// A point as large as a logical pixel, from (x, y) on; what vectors get instead of AddPoint's,
+    /// too.
+    void AddSquare(double x, double y);
     /// Includes the pixels of both ends. A segment that is not finite is dropped.
     void AddLine(const QLineF& line, const GLLineStyle& style);
     void AddStepLine(const GLStepLine& line);
@@ -72,6 +74,8 @@ private:
         Span visible{0, 0};
 
         double Edge(double logical) const;
+        /// The device pixel that a point lights, and its fraction.
+        double Point(double logical) const { return logical * factor + offset + pointShift; }
         double Logical(double device) const { return (device - offset) / factor; }
         /// False for NaN.
         bool Sees(double device) const { return device >= visible.first && device < visible.last; }

@@ -218,9 +218,11 @@ void GLPainter::drawPoints(const std::vector<float>& points, const QTransform& t
         return;
     }
     DeviceRaster raster(*m_pPainter, m_area);
+    const auto add =
+        m_pFrame->IsPaintingPicture() ? &DeviceRaster::AddSquare : &DeviceRaster::AddPoint;
     for (std::size_t i = 1; i < points.size(); i += 2) {
-        raster.AddPoint(static_cast<double>(points[i - 1]) * toWidget.m11() + toWidget.dx(),
-                        static_cast<double>(points[i]) * toWidget.m22() + toWidget.dy());
+        (raster.*add)(static_cast<double>(points[i - 1]) * toWidget.m11() + toWidget.dx(),
+                      static_cast<double>(points[i]) * toWidget.m22() + toWidget.dy());
     }
     raster.Fill(color);
 }

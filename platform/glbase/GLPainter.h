@@ -62,10 +62,10 @@ public:
     bool beginNativePainting();
     void endNativePainting();
 
-    /// What OpenGL draws between these two calls as GL_POINTS of size 1, for pictures: the device
-    /// pixel of each point, none for one that is not finite. Where the painter draws vectors, each
-    /// is a square of a logical pixel; more than 10000 become an embedded picture, up to four of
-    /// its pixels to a logical one.
+    /// What OpenGL draws between these two calls as GL_POINTS of size 1, where it cannot: the
+    /// device pixel of each point, none for one that is not finite. In a picture each is a square
+    /// of a logical pixel, as large as the picture's scale says. Where the painter draws vectors,
+    /// more than 10000 become an embedded picture, up to four of its pixels to a logical one.
     /// @param points    x, y, x, y...; an odd last value is ignored.
     /// @param toWidget  scales and moves them into the widget's pixel frame.
     void drawPoints(const std::vector<float>& points, const QTransform& toWidget,

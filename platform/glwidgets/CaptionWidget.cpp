@@ -132,14 +132,7 @@ void CaptionWidget::paintEvent(QPaintEvent*)
 
 void CaptionWidget::PaintPicture(QPainter& painter, const QSize& size) const
 {
-    const QRect place(QPoint(0, 0), size);
-    PaintBar(painter, place);
-    if (!m_pPause)
-        return;
-    QRect button(QPoint(0, 0), m_pPause->size());
-    button.moveCenter(place.center());
-    button.moveRight(place.right() - rightMargin);
-    drawSign(painter, button, isPaused());
+    PaintBar(painter, QRect(QPoint(0, 0), size));
 }
 
 // Without the button, which is a widget of its own.

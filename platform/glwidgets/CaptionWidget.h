@@ -21,8 +21,8 @@ public:
     bool isPaused() const;
     /// Presses the pause button for the user, unless it stands so already.
     void setPaused(bool paused);
-    /// Paints the bar into a picture, laid out for a size in logical pixels; the focus and the
-    /// pointer do not show.
+    /// Paints the bar into a picture, laid out for a size in logical pixels, without what is there
+    /// to be used: the focus, the pointer and the button do not show.
     void PaintPicture(QPainter& painter, const QSize& size) const;
 
 signals:

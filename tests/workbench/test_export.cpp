@@ -1,5 +1,6 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "platform/glbase/GLBaseWidget.h"
+#include "platform/gui/ColorSet.h"
 #include "workbench/window/MainWindow.h"
 #include "workbench/window/Player.h"
 #include "workbench/window/SchemeChoice.h"
@@ -11,6 +12,7 @@
 #include <QSvgRenderer>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolButton>
 #include <QWheelEvent>
 
 #include <gtest/gtest.h>
@@ -22,6 +24,7 @@
 namespace {
 
 using Format = ViewExport::Format;
+using Footer = ViewExport::Footer;
 
 struct Exported : testing::Test
 {
@@ -37,6 +40,11 @@ struct Exported : testing::Test
         window.refresh();
         window.measure();
         window.grab();
+        const QWidget& view = *window.panes().panes().front().view;
+        for (QSize seen; seen != view.size();) {
+            seen = view.size();
+            QCoreApplication::processEvents(); // room is made for what is measured
+        }
     }
     QByteArray content(std::size_t index, Format format, const QSize& size, double scale = 1.0)
     {
@@ -116,16 +124,30 @@ TEST_F(Exported, PicturesShowWhatTheScreenShows)
         for (const QSize& size : {shown, QSize(700, 500), QSize(300, 420)}) {
             view.resize(size);
             QCoreApplication::processEvents();
-            const QImage screen = view.grab().toImage();
+            QImage screen = view.grab().toImage();
+            const auto* button = view.findChild<QToolButton*>(); // is of no use in a picture
+            QPainter(&screen).fillRect(QRect(button->mapTo(&view, QPoint()), button->size()),
+                                       ColorSet::Instance()[IColorBase::colBackground]);
             view.resize(shown);
             QCoreApplication::processEvents();
             const QImage png = QImage::fromData(content(index, Format::Png, size));
             ASSERT_EQ(png.size(), screen.size());
-            EXPECT_LT(strays(png, screen), 0.005);
+            EXPECT_LT(strays(png, screen), 0.005) << "or the button is in it";
             EXPECT_LT(strays(screen, png), 0.005);
             expectVectorsLike(png, index);
         }
     }
+    const auto points = [&](double scale) {
+        const QImage image = QImage::fromData(content(2, Format::Png, {500, 500}, scale));
+        int count = 0;
+        for (int k = 0; k < image.width() * image.height(); ++k)
+            count += image.pixel(k % image.width(), k / image.width()) ==
+                     ColorSet::Instance()[IColorBase::colIQPoint].rgb();
+        return count;
+    };
+    const int pointCount = points(1.0);
+    EXPECT_GT(pointCount, 100);
+    EXPECT_NEAR(points(3.0) / 9.0, pointCount, 0.3 * pointCount) << "fewer lie over one another";
     window.player().setTrajectory(true);
     window.player().setSpan(0.5); // more points than become a square each
     play();
@@ -169,6 +191,12 @@ TEST_F(Exported, PicturesLeaveTheViewAlone)
         EXPECT_EQ(content(index, Format::Png, view.size()), before);
         EXPECT_EQ(content(index, Format::Csv, {}), data);
     }
+    const auto withFigures = [&](Format format, int height) {
+        return window.exporter().content(0, format, {700, height}, 1.0, why, Footer::Figures);
+    };
+    EXPECT_EQ(QImage::fromData(withFigures(Format::Png, 360)).size(), QSize(700, 360));
+    EXPECT_TRUE(withFigures(Format::Svg, 360).contains("Maximum")) << "vectors";
+    EXPECT_TRUE(withFigures(Format::Png, 60).isEmpty()) << "no room";
     for (const QSize& bad : {QSize(), QSize(20000, 10), QSize(-1, 10)}) {
         EXPECT_TRUE(content(0, Format::Png, bad).isEmpty());
         EXPECT_FALSE(why.isEmpty());

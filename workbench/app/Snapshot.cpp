@@ -80,10 +80,9 @@ Snapshot::Contents Snapshot::contents(MainWindow& window,
         for (std::size_t k = 0; k < panes.size(); ++k) {
             const QString name = QString::fromLatin1(panes[k].name) + QLatin1Char('.') + ending;
             QString why;
+            const GLLayout& view = *panes[k].view;
             const QByteArray content =
-                format == ViewExport::Format::Png
-                    ? png(*panes[k].view)
-                    : window.exporter().content(k, format, panes[k].view->size(), 1.0, why);
+                window.exporter().content(k, format, view.size(), view.devicePixelRatioF(), why);
             if (!panes[k].view->isValid()) {
                 result.error = tr("OpenGL: no context can be created; check the graphics driver");
                 return {};

@@ -5,12 +5,13 @@
 
 #include <QDialog>
 
+class QCheckBox;
 class QComboBox;
 class QDoubleSpinBox;
 class QLabel;
 class QSpinBox;
 
-/// Asks which view to keep, how large and in which file, and keeps it.
+/// Asks which view to keep, as what, how large and in which file, and keeps it.
 class ExportDialog : public QDialog
 {
     Q_OBJECT
@@ -20,12 +21,19 @@ public:
                  QWidget* parent);
 
 private:
+    void build();
     void proposeSize();
+    void showFormat();
     void chooseFile();
+    QString askForFile();
+    QString write(const QString& file);
+    ViewExport::Format format() const;
 
     const ViewExport& m_export;
     const ViewPanes& m_panes;
     QComboBox* m_view;
+    QComboBox* m_format;
+    QCheckBox* m_footer;
     QSpinBox* m_width;
     QSpinBox* m_height;
     QDoubleSpinBox* m_scale;

@@ -6,7 +6,9 @@
 #include "platform/glwidgets/XAxisWidget.h"
 #include "workbench/feed/SignalFeed.h"
 #include "workbench/window/CaptionNote.h"
+#include "workbench/window/ExportFooter.h"
 #include "workbench/window/PaneNote.h"
+#include "workbench/window/ReadingTable.h"
 
 #include <QBuffer>
 #include <QFileInfo>
@@ -39,6 +41,12 @@ QRect plotOf(const ViewPanes::Pane& pane, const QSize& size)
     const int top = pane.view->Widgets().at(0)->FixedHeight();
     const int bottom = pane.view->Widgets().at(2)->FixedHeight();
     return {0, top, size.width(), size.height() - top - bottom};
+}
+
+/// What a footer leaves of a picture.
+QSize viewSize(const QSize& picture, const ExportFooter* footer)
+{
+    return picture - QSize(0, footer ? footer->height(picture.width()) : 0);
 }
 
 /// Gives I and Q in a picture the scale to one another that they have in the view, and shows the
@@ -96,9 +104,14 @@ private:
     std::optional<Axis> m_y;
 };
 
-/// Paints the view as it is shown, with the notes over it.
-void paint(const ViewPanes::Pane& pane, const QSize& size, QPainter& painter)
+/// Paints the view as it is shown, with the notes over it, and a footer below it.
+void paint(const ViewPanes::Pane& pane, const QSize& whole, const ExportFooter* footer,
+           QPainter& painter)
 {
+    const QSize size = viewSize(whole, footer);
+    if (footer)
+        footer->paint(painter,
+                      QRect(0, size.height(), whole.width(), whole.height() - size.height()));
     pane.view->RenderPicture(painter, size);
     const bool isOnView = pane.canvas == pane.view;
     const QRect canvas = isOnView ? QRect(QPoint(), size) : plotOf(pane, size);
@@ -108,9 +121,9 @@ void paint(const ViewPanes::Pane& pane, const QSize& size, QPainter& painter)
 }
 
 QByteArray picture(const ViewPanes::Pane& pane, ViewExport::Format format, const QSize& size,
-                   double scale)
+                   double scale, const ExportFooter* footer)
 {
-    const SameScale sameScale(pane, size);
+    const SameScale sameScale(pane, viewSize(size, footer));
     const int resolution = pane.view->logicalDpiX(); // or texts have another size
     QByteArray result;
     QBuffer buffer(&result);
@@ -122,7 +135,7 @@ QByteArray picture(const ViewPanes::Pane& pane, ViewExport::Format format, const
         image.setDevicePixelRatio(scale);
         image.fill(Qt::black);
         QPainter painter(&image);
-        paint(pane, size, painter);
+        paint(pane, size, footer, painter);
         painter.end();
         image.save(&buffer, "PNG");
     } else if (format == ViewExport::Format::Svg) {
@@ -133,7 +146,7 @@ QByteArray picture(const ViewPanes::Pane& pane, ViewExport::Format format, const
         generator.setViewBox(QRect(QPoint(), size));
         generator.setTitle(title(pane));
         QPainter painter(&generator);
-        paint(pane, size, painter);
+        paint(pane, size, footer, painter);
     } else {
         QPdfWriter writer(&buffer);
         writer.setResolution(resolution);
@@ -142,7 +155,7 @@ QByteArray picture(const ViewPanes::Pane& pane, ViewExport::Format format, const
         writer.setPageMargins(QMarginsF());
         writer.setTitle(title(pane));
         QPainter painter(&writer);
-        paint(pane, size, painter);
+        paint(pane, size, footer, painter);
     }
     return result;
 }
@@ -194,7 +207,7 @@ ViewExport::ViewExport(const ViewPanes& panes, const SignalFeed& feed)
 {}
 
 QByteArray ViewExport::content(std::size_t index, Format format, const QSize& size, double scale,
-                               QString& why) const
+                               QString& why, Footer wanted) const
 {
     const ViewPanes::Pane& pane = m_panes.panes().at(index);
     if (format == Format::Csv) {
@@ -206,7 +219,17 @@ QByteArray ViewExport::content(std::size_t index, Format format, const QSize& si
     const QSize pixels = size * (format == Format::Png ? scale : 1.0);
     const bool isPossible =
         !pixels.isEmpty() && pixels.width() <= maxSide && pixels.height() <= maxSide;
-    const QByteArray result = isPossible ? picture(pane, format, size, scale) : QByteArray();
+    std::optional<ExportFooter> footer;
+    if (const auto* table = dynamic_cast<const ReadingTable*>(pane.readings);
+        table && wanted == Footer::Figures)
+        footer.emplace(m_feed, table->gate(), table->texts(), table->font());
+    if (footer && isPossible && viewSize(size, &*footer).height() < size.height() / 2) {
+        why =
+            tr("the figures take more than half of the picture; make it larger or leave them out");
+        return QByteArray();
+    }
+    const QByteArray result =
+        isPossible ? picture(pane, format, size, scale, footer ? &*footer : nullptr) : QByteArray();
     if (result.isEmpty()) { // also where there is no memory for it
         why = tr("a picture of %1 x %2 pixels cannot be made; give up to %3")
                   .arg(pixels.width())

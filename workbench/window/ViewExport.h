@@ -13,14 +13,16 @@ class SignalFeed;
 /// Keeps what a view shows: as a picture of any size, or the data as a table.
 ///
 /// A picture shows what the view shows, laid out anew for its size; the view on the screen is not
-/// touched. PNG has the pixels that the screen would have. SVG and PDF are vectors, but for points
-/// of which there are tens of thousands. CSV has a row of names and units, then numbers as exact as
-/// they are.
+/// touched. What is there to be used, such as the pause button, is left out. PNG has the pixels
+/// that the screen would have, with points as large as its scale. SVG and PDF are vectors, but for
+/// points of which there are tens of thousands. CSV has a row of names and units, then numbers as
+/// exact as they are.
 class ViewExport
 {
     Q_DECLARE_TR_FUNCTIONS(ViewExport)
 public:
     enum class Format { Png, Svg, Pdf, Csv };
+    enum class Footer { None, Figures };
     static constexpr int maxSide = 16384; ///< of a picture, pixels
     static constexpr double minScale = 0.5;
     static constexpr double maxScale = 8.0;
@@ -36,8 +38,9 @@ public:
     /// @param size   of a picture, as on a screen.
     /// @param scale  of PNG: pixels to each of those.
     /// @param why    one sentence where the result is empty.
+    /// @param footer  of a picture, within its size: source, parameters and figures.
     QByteArray content(std::size_t index, Format format, const QSize& size, double scale,
-                       QString& why) const;
+                       QString& why, Footer footer = Footer::None) const;
     /// Writes a file whole, or leaves what is there. @return why not, one sentence; empty: done.
     static QString save(const QString& fileName, const QByteArray& content);
 

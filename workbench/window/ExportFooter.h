@@ -1,0 +1,30 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QCoreApplication>
+#include <QFont>
+#include <QStringList>
+
+class QPainter;
+class QRect;
+class SignalFeed;
+
+/// What stands below an exported picture, so that it speaks for itself: which signal, how it was
+/// received, which stretch of it, and what that measures.
+class ExportFooter
+{
+    Q_DECLARE_TR_FUNCTIONS(ExportFooter)
+public:
+    /// @param gate     which stretch, as below the view.
+    /// @param figures  each with its name.
+    ExportFooter(const SignalFeed& feed, const QString& gate, const QStringList& figures,
+                 const QFont& font);
+
+    /// Pixels that it takes in a picture of a width.
+    int height(int width) const;
+    void paint(QPainter& painter, const QRect& place) const;
+
+private:
+    QStringList m_paragraphs;
+    QFont m_font;
+};
