@@ -125,14 +125,14 @@ std::map<IColorBase::ECOLOR, QColor> ColorSet::Colors(Scheme scheme) const
 
 void ColorSet::Load()
 {
-    values::SettingsStore& store = values::SettingsStore::Instance();
+    const QVariantMap stored = values::SettingsStore::Instance().Read();
     for (const Scheme scheme : Schemes) {
         std::map<ECOLOR, QColor> colors;
         for (const Entry& entry : Entries())
-            colors[entry.number] = QColor(store.Read(colorKey(scheme, entry.number)).toString());
+            colors[entry.number] = QColor(stored.value(colorKey(scheme, entry.number)).toString());
         SetColors(scheme, colors);
     }
-    const bool light = store.Read(schemeKey()).toString() == schemeWord(Scheme::Light);
+    const bool light = stored.value(schemeKey()).toString() == schemeWord(Scheme::Light);
     SetScheme(light ? Scheme::Light : Scheme::Dark);
 }
 

@@ -37,9 +37,9 @@ void Persistant::Add(bool* variable, const QString& key, bool defaultValue)
 void Persistant::Read(const QString& path, ICfg::View view)
 {
     const QString group = Group(path, view);
+    const QVariantMap stored = SettingsStore::Instance().Read();
     for (const Entry& entry : m_entries)
-        *entry.variable =
-            toSwitch(SettingsStore::Instance().Read(group + entry.key), entry.defaultValue);
+        *entry.variable = toSwitch(stored.value(group + entry.key), entry.defaultValue);
     if (m_pOwner)
         m_pOwner->ApplyPersistantAfterRead();
 }

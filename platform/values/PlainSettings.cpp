@@ -1,11 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "platform/values/PlainSettings.h"
 
-#include "platform/values/Persistant.h"
-
-#include <QDebug>
-#include <QFileInfo>
-#include <QSet>
+#include "platform/values/SettingsStore.h"
 
 #include <algorithm>
 #include <optional>
@@ -14,7 +10,6 @@ namespace values {
 
 namespace {
 
-constexpr qint64 mostBytes = 1 << 20;
 constexpr char16_t byteOrderMark = 0xfeff;
 
 /// Takes hexadecimal digits off the front of a text, at most so many; none for no digit, and for
@@ -149,7 +144,7 @@ std::optional<QString> plainGroup(const QString& line)
 }
 
 /// Whether a line is a setting.
-bool takeSetting(const QString& line, const QString& group, QSettings::SettingsMap& values)
+bool takeSetting(const QString& line, const QString& group, QVariantMap& values)
 {
     const int equals = line.indexOf(QLatin1Char('='));
     if (equals <= 0 || isBroken(line))
@@ -224,7 +219,9 @@ QByteArray writtenValue(const QVariant& value)
     case QMetaType::QVariantList: {
         QByteArrayList items;
         for (const QVariant& item : value.toList()) {
-            items += item.canConvert<QStringList>() ? writtenValue(item) : QByteArray();
+            const bool isList =
+                item.type() == QVariant::List || item.type() == QVariant::StringList;
+            items += isList ? QByteArray() : writtenValue(item);
             if (items.back().isEmpty())
                 return {};
         }
@@ -235,81 +232,7 @@ QByteArray writtenValue(const QVariant& value)
     }
 }
 
-QByteArray contentOf(const QString& fileName)
-{
-    QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) ? file.read(mostBytes + 1) : QByteArray();
-}
-
-void keepCopy(const QString& fileName, const QByteArray& content)
-{
-    QString copy = fileName + QStringLiteral(".damaged");
-    for (int number = 2; QFile::exists(copy); ++number) {
-        if (QFileInfo(copy).size() == QFileInfo(fileName).size() && contentOf(copy) == content)
-            return;
-        copy = fileName + QStringLiteral(".damaged.%1").arg(number);
-    }
-    QFile::copy(fileName, copy);
-}
-
-QString nameOf(const QIODevice& device)
-{
-    const auto* file = qobject_cast<const QFileDevice*>(&device);
-    return file ? file->fileName() : QString();
-}
-
-bool read(QIODevice& device, QSettings::SettingsMap& values)
-{
-    static QSet<QString> named;
-    const plainSettings::Content content = plainSettings::parse(device.read(mostBytes + 1));
-    values = content.values;
-    const QString name = nameOf(device);
-    if (!content.damaged.isEmpty() && !named.contains(name)) {
-        named.insert(name);
-        qWarning().noquote() << QStringLiteral("Settings file %1: no setting, and left out: %2")
-                                    .arg(name, content.damaged.join(QLatin1String("; ")));
-    }
-    return true;
-}
-
-bool write(QIODevice& device, const QSettings::SettingsMap& values)
-{
-    const QString name = nameOf(device); // which still has what it had
-    const QByteArray old = contentOf(name);
-    if (!plainSettings::parse(old).damaged.isEmpty())
-        keepCopy(name, old);
-
-    QMap<QString, QByteArray> sections;
-    for (auto value = values.begin(); value != values.end(); ++value) {
-        const QByteArray text = writtenValue(value.value());
-        if (text.isEmpty())
-            continue;
-        const QString group = section(value.key());
-        const QString key = group.isEmpty() ? value.key() : value.key().mid(group.size() + 1);
-        sections[group] += writtenKey(key) + '=' + text + '\n';
-    }
-    QByteArrayList parts;
-    for (auto part = sections.begin(); part != sections.end(); ++part) {
-        // "General" is where keys without a group are.
-        const QByteArray title =
-            part.key().isEmpty() ? QByteArray("General")
-            : part.key().compare(QLatin1String("general"), Qt::CaseInsensitive) == 0
-                ? "%" + part.key().toLatin1()
-                : writtenKey(part.key());
-        parts += '[' + title + "]\n" + *part;
-    }
-    const QByteArray content = parts.join('\n');
-    return device.write(content) == content.size();
-}
-
 } // namespace
-
-QSettings::Format plainSettings::format()
-{
-    static const QSettings::Format registered =
-        QSettings::registerFormat(QStringLiteral("ini"), read, write);
-    return registered;
-}
 
 plainSettings::Content plainSettings::parse(const QByteArray& file)
 {
@@ -338,8 +261,51 @@ plainSettings::Content plainSettings::parse(const QByteArray& file)
     return content;
 }
 
+QByteArray plainSettings::written(const QVariantMap& values)
+{
+    QMap<QString, QByteArray> sections;
+    for (auto value = values.begin(); value != values.end(); ++value) {
+        const QByteArray text = writtenValue(value.value());
+        if (text.isEmpty())
+            continue;
+        const QString group = section(value.key());
+        const QString key = group.isEmpty() ? value.key() : value.key().mid(group.size() + 1);
+        sections[group] += writtenKey(key) + '=' + text + '\n';
+    }
+    QByteArrayList parts;
+    for (auto part = sections.begin(); part != sections.end(); ++part) {
+        // "General" is where keys without a group are.
+        const QByteArray title =
+            part.key().isEmpty() ? QByteArray("General")
+            : part.key().compare(QLatin1String("general"), Qt::CaseInsensitive) == 0
+                ? "%" + part.key().toLatin1()
+                : writtenKey(part.key());
+        parts += '[' + title + "]\n" + *part;
+    }
+    return parts.join('\n');
+}
+
 Settings::Settings()
-    : QSettings(Persistant::StoreFile(), plainSettings::format())
+    : m_values(SettingsStore::Instance().Read())
 {}
+
+Settings::~Settings()
+{
+    if (!m_changes.isEmpty())
+        SettingsStore::Instance().Write(m_changes);
+}
+
+void Settings::beginGroup(const QString& name) { m_group = name + QLatin1Char('/'); }
+
+QVariant Settings::value(const QString& key, const QVariant& otherwise) const
+{
+    return m_values.value(m_group + key, otherwise);
+}
+
+void Settings::setValue(const QString& key, const QVariant& value)
+{
+    m_values[m_group + key] = value;
+    m_changes[m_group + key] = value;
+}
 
 } // namespace values

@@ -3,8 +3,8 @@
 
 #include "platform/base/Export.h"
 
-#include <QSettings>
 #include <QStringList>
+#include <QVariantMap>
 
 namespace values {
 
@@ -17,29 +17,42 @@ namespace values {
 /// no setting, or has more than text in it, is left out; all others count. A file of more than
 /// 1 MiB is left out as a whole.
 ///
-/// Writing keeps a copy of a file that had such lines beside it, named <file>.damaged, or
-/// <file>.damaged.2 and so on where there is one with another content. A value that is neither
-/// number, switch, text nor list of these is not written.
+/// A value that is neither number, switch, text nor list of these is not written.
 namespace plainSettings {
 
-/// For the constructors of QSettings.
-ORVANE_PLATFORM_API QSettings::Format format();
+constexpr qint64 mostBytes = 1 << 20; ///< of a file
 
 struct Content
 {
-    QSettings::SettingsMap values;
+    QVariantMap values;
     QStringList damaged; ///< Lines that were left out.
 };
 /// Reads the content of a file.
 ORVANE_PLATFORM_API Content parse(const QByteArray& file);
+/// The content of a file that has the values.
+ORVANE_PLATFORM_API QByteArray written(const QVariantMap& values);
 
 } // namespace plainSettings
 
-/// The application's settings file (see Persistant::StoreFile) in its format.
-class ORVANE_PLATFORM_API Settings : public QSettings
+/// The settings of the application (see Persistant::StoreFile) as they are when it is made. What is
+/// set is written at once when it ends, as in SettingsStore.
+class ORVANE_PLATFORM_API Settings
 {
 public:
     Settings();
+    ~Settings();
+    Settings(const Settings&) = delete;
+    Settings& operator=(const Settings&) = delete;
+
+    /// Keys are within this group from now on.
+    void beginGroup(const QString& name);
+    QVariant value(const QString& key, const QVariant& otherwise = QVariant()) const;
+    void setValue(const QString& key, const QVariant& value);
+
+private:
+    QString m_group;
+    QVariantMap m_values;
+    QVariantMap m_changes;
 };
 
 } // namespace values

@@ -5,9 +5,58 @@
 
 #include <QCoreApplication>
 #include <QDebug>
-#include <QFile>
+#include <QDir>
+#include <QFileInfo>
+#include <QLockFile>
+#include <QSaveFile>
+#include <QSettings>
+
+#include <algorithm>
 
 namespace values {
+
+namespace {
+
+constexpr int lockPatienceMs = 5000; // others hold it for some milliseconds
+
+/// As much of a file as counts; none where it cannot be read.
+std::optional<QByteArray> contentOf(QFile& file)
+{
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    const qint64 size = std::min(file.size(), plainSettings::mostBytes + 1);
+    const QByteArray content = file.read(size);
+    return content.size() < size ? std::nullopt : std::optional(content);
+}
+
+/// Keeps a copy of a file, unless there is one. False where it cannot.
+bool keepCopy(const QString& fileName, const QByteArray& content)
+{
+    QString copy = fileName + QStringLiteral(".damaged");
+    for (int number = 2; QFile::exists(copy); ++number) {
+        QFile other(copy);
+        if (other.size() == QFileInfo(fileName).size() && contentOf(other) == content)
+            return true;
+        copy = fileName + QStringLiteral(".damaged.%1").arg(number);
+    }
+    return QFile::copy(fileName, copy);
+}
+
+/// Puts a content into a file's place. @return why it cannot; empty when it did.
+QString replace(const QString& fileName, const QByteArray& content)
+{
+    QSaveFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        return file.errorString();
+    if (!QFile::exists(fileName))
+        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    return file.commit() ? QString() : file.errorString();
+}
+
+bool readNothing(QIODevice&, QSettings::SettingsMap&) { return true; }
+bool writeNothing(QIODevice&, const QSettings::SettingsMap&) { return true; }
+
+} // namespace
 
 SettingsStore& SettingsStore::Instance()
 {
@@ -25,47 +74,72 @@ QString SettingsStore::File() const
     QString organization = QCoreApplication::organizationName();
     if (organization.isEmpty()) // QSettings refuses to work without one
         organization = application;
-    return QSettings(plainSettings::format(), QSettings::UserScope, organization, application)
-        .fileName();
+    // QSettings knows the place; what is in the file it takes for more than plain settings.
+    static const QSettings::Format format =
+        QSettings::registerFormat(QStringLiteral("ini"), readNothing, writeNothing);
+    return QSettings(format, QSettings::UserScope, organization, application).fileName();
 }
 
-QVariant SettingsStore::Read(const QString& key) { return Synced().value(key); }
+std::optional<QByteArray> SettingsStore::Content(const QString& file)
+{
+    QFile device(file);
+    if (!device.exists())
+        return QByteArray();
+    const auto content = contentOf(device);
+    if (!content)
+        Warn(file, QStringLiteral("cannot be read (%1), defaults are used and nothing is kept"),
+             device.errorString());
+    return content;
+}
+
+QVariantMap SettingsStore::Read()
+{
+    const QString file = File();
+    const plainSettings::Content content =
+        plainSettings::parse(Content(file).value_or(QByteArray()));
+    if (!content.damaged.isEmpty())
+        Warn(file, QStringLiteral("no setting, and left out: %1"),
+             content.damaged.join(QLatin1String("; ")));
+    return content.values;
+}
 
 void SettingsStore::Write(const QVariantMap& values)
 {
-    QSettings& settings = Synced();
+    const QString file = File();
+    const auto refuse = [&](const QString& why) {
+        Warn(file, QStringLiteral("cannot be written (%1)"), why);
+    };
+    QDir().mkpath(QFileInfo(file).path());
+    QLockFile lock(file + QStringLiteral(".lock"));
+    if (!lock.tryLock(lockPatienceMs))
+        return refuse(
+            QStringLiteral("%1.lock cannot be made, or another program holds it").arg(file));
+    const auto before = Content(file);
+    if (!before)
+        return;
+    plainSettings::Content content = plainSettings::parse(*before);
     for (auto value = values.begin(); value != values.end(); ++value) {
         if (value->isValid())
-            settings.setValue(value.key(), *value);
+            content.values[value.key()] = *value;
         else
-            settings.remove(value.key());
+            content.values.remove(value.key());
     }
-    settings.sync();
-    if (settings.status() != QSettings::NoError)
-        WarnOnce(QStringLiteral("cannot be written"));
-    m_settings.reset(); // an error sticks to the object
+    if (!content.damaged.isEmpty() && !keepCopy(file, *before))
+        return refuse(QStringLiteral("there is no room for a copy of what is damaged in it"));
+    const QByteArray after = plainSettings::written(content.values);
+    if (after.size() > plainSettings::mostBytes) // which nobody would read
+        return refuse(QStringLiteral("more than %1 bytes").arg(plainSettings::mostBytes));
+    if (const QString why = after == *before ? QString() : replace(file, after); !why.isEmpty())
+        refuse(why);
 }
 
-QSettings& SettingsStore::Synced()
+void SettingsStore::Warn(const QString& file, const QString& what, const QString& why)
 {
-    const QString file = File();
-    if (!m_settings || m_openFile != file) {
-        m_settings = std::make_unique<QSettings>(file, plainSettings::format());
-        m_openFile = file;
-    }
-    m_settings->sync();
-    // A file that only cannot be written has the same status.
-    if (m_settings->status() != QSettings::NoError && !QFile(file).open(QIODevice::ReadOnly))
-        WarnOnce(QStringLiteral("cannot be read, defaults are used"));
-    return *m_settings;
-}
-
-void SettingsStore::WarnOnce(const QString& what)
-{
-    if (m_warned.contains(m_openFile))
+    const QPair<QString, QString> warning(file, what);
+    if (m_warned.contains(warning))
         return;
-    m_warned.insert(m_openFile);
-    qWarning().noquote() << QStringLiteral("Settings file %1: %2").arg(m_openFile, what);
+    m_warned.insert(warning);
+    qWarning().noquote() << QStringLiteral("Settings file %1: %2").arg(file, what.arg(why));
 }
 
 } // namespace values

@@ -353,7 +353,6 @@ void MainWindow::keep()
     settings.setValue(parametersWidthKey, m_parameters->width());
     settings.setValue(panesKey, m_panes->room());
     m_player.keep();
-    settings.sync();
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)
