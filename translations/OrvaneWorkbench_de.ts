@@ -35,6 +35,10 @@
         <source>nothing can be read after sample %1 of %2: the file was changed while it played or is damaged; open it again</source>
         <translation>nach Abtastwert %1 von %2 ist nichts zu lesen: die Datei wurde während der Wiedergabe geändert oder ist beschädigt; sie neu öffnen</translation>
     </message>
+    <message>
+        <source>cannot be read (%1)</source>
+        <translation>nicht lesbar (%1)</translation>
+    </message>
 </context>
 <context>
     <name>BuiltInPanel</name>
@@ -593,6 +597,10 @@
         <source>it is longer than can be measured at once: the samples after %1 s are left out; give --start and --seconds</source>
         <translation>sie ist länger, als sich auf einmal messen lässt: die Abtastwerte nach %1 s fehlen; geben Sie --start und --seconds an</translation>
     </message>
+    <message>
+        <source>there is not enough memory to measure it; give --start and --seconds</source>
+        <translation>für die Messung fehlt Speicher; --start und --seconds angeben</translation>
+    </message>
 </context>
 <context>
     <name>Measurement</name>
@@ -1014,6 +1022,14 @@
     <message>
         <source>Files of a snapshot: any of png,svg,pdf,csv; pictures and data of each view (png). The data of a view that has none are left out.</source>
         <translation>Dateien einer Momentaufnahme: beliebige von png,svg,pdf,csv; Bilder und Daten jeder Ansicht (png). Die Daten einer Ansicht, die keine hat, werden ausgelassen.</translation>
+    </message>
+    <message>
+        <source>memory: there is not enough of it; close other programs</source>
+        <translation>Speicher: er reicht nicht; andere Programme schließen</translation>
+    </message>
+    <message>
+        <source>standard output: cannot be written; look where it leads to, and whether there is room</source>
+        <translation>Standardausgabe: nicht zu schreiben; nachsehen, wohin sie führt und ob dort Platz ist</translation>
     </message>
 </context>
 <context>
@@ -2110,6 +2126,10 @@
         <source>Checksum: wrong</source>
         <translation>Prüfsumme: falsch</translation>
     </message>
+    <message>
+        <source>its checksum cannot be compared: its samples cannot be read (%1)</source>
+        <translation>ihre Prüfsumme ist nicht zu vergleichen: ihre Abtastwerte sind nicht lesbar (%1)</translation>
+    </message>
 </context>
 <context>
     <name>SigmfArchive</name>
@@ -2367,14 +2387,25 @@
     </message>
 </context>
 <context>
+    <name>Trouble</name>
+    <message>
+        <source>there is not enough memory for it; close other programs and open it again</source>
+        <translation>der Speicher reicht dafür nicht; andere Programme schließen und sie neu öffnen</translation>
+    </message>
+    <message>
+        <source>it cannot be read after sample %1 (%2); open it again, or copy it elsewhere first</source>
+        <translation>sie ist nach Abtastwert %1 nicht lesbar (%2); sie neu öffnen oder zuvor anderswohin kopieren</translation>
+    </message>
+</context>
+<context>
     <name>ViewExport</name>
     <message>
         <source>there are no data to export yet; play the signal first</source>
         <translation>es gibt noch keine Daten zum Exportieren; spielen Sie zuerst das Signal ab</translation>
     </message>
     <message>
-        <source>a picture of %1 x %2 pixels cannot be made; give up to %3</source>
-        <translation>ein Bild von %1 x %2 Pixeln ist nicht möglich; geben Sie bis zu %3 an</translation>
+        <source>a picture of %1 x %2 pixels cannot be made; give up to %3, or fewer where there is not enough memory</source>
+        <translation>ein Bild von %1 x %2 Pixeln ist nicht möglich; geben Sie bis zu %3 an oder, wo der Speicher nicht reicht, weniger</translation>
     </message>
     <message>
         <source>%1: cannot be written (%2); choose another place</source>
@@ -2383,6 +2414,10 @@
     <message>
         <source>the figures take more than half of the picture; make it larger or leave them out</source>
         <translation>die Werte nehmen mehr als die Hälfte des Bildes ein; es vergrößern oder sie weglassen</translation>
+    </message>
+    <message>
+        <source>there is not enough memory for its data; show a shorter time</source>
+        <translation>für ihre Daten fehlt Speicher; zeigen Sie eine kürzere Zeit</translation>
     </message>
 </context>
 <context>

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstdio>
 #include <limits>
+#include <new>
 
 namespace {
 
@@ -73,7 +74,12 @@ bool MeasureCommand::run(const std::function<void(const QString&)>& say) const
 {
     bool areAll = true;
     for (const QString& file : m_options.files) {
-        const QString why = measure(file, say);
+        QString why;
+        try {
+            why = measure(file, say);
+        } catch (const std::bad_alloc&) {
+            why = tr("there is not enough memory to measure it; give --start and --seconds");
+        }
         if (!why.isEmpty())
             say(QStringLiteral("%1: %2").arg(LiveAddress::title(file), why));
         areAll = areAll && why.isEmpty();
@@ -151,6 +157,8 @@ QString MeasureCommand::measure(const QString& file,
     const double margin = setup.symbolRate ? marginSymbols / *setup.symbolRate : 0.0;
     bool isWhole = true;
     const auto blocks = received(source, receiver, range, margin, isWhole);
+    if (source.hasFailed())
+        return source.trouble();
     if (blocks.empty())
         return tr("there are no samples to be measured; give another range");
     Measurement measurement = Measurement::of(blocks, range.from, range.to, setup);

@@ -4,7 +4,6 @@
 #include "workbench/window/MainWindow.h"
 #include "workbench/window/ViewPanes.h"
 
-#include <QBuffer>
 #include <QDir>
 #include <QPixmap>
 #include <QSaveFile>
@@ -29,12 +28,11 @@ void play(MainWindow& window, double seconds)
     window.measure();
 }
 
-QByteArray png(QWidget& widget)
+QByteArray png(QWidget& widget, QString& why)
 {
-    QByteArray result;
-    QBuffer buffer(&result);
-    buffer.open(QIODevice::WriteOnly);
-    widget.grab().save(&buffer, "PNG");
+    const QByteArray result = ViewExport::png(widget.grab().toImage());
+    if (result.isEmpty())
+        why = ViewExport::unmade(widget.size());
     return result;
 }
 
@@ -52,6 +50,10 @@ Snapshot::Result Snapshot::take(MainWindow& window, double seconds, const QStrin
     window.panes().showAll();
     window.show();
     play(window, seconds);
+    if (window.feed().hasFailed()) {
+        result.error = window.feed().trouble();
+        return result;
+    }
     if (!window.feed().hasPlayed()) {
         result.error = tr("no samples came, so there is nothing to show; check who sends them");
         return result;
@@ -87,7 +89,7 @@ Snapshot::Contents Snapshot::contents(MainWindow& window,
                 result.error = tr("OpenGL: no context can be created; check the graphics driver");
                 return {};
             }
-            if (format == ViewExport::Format::Csv && content.isEmpty()) {
+            if (why == ViewExport::noData()) {
                 without += name;
             } else if (!why.isEmpty()) {
                 result.error = name + QStringLiteral(": ") + why;
@@ -96,8 +98,11 @@ Snapshot::Contents Snapshot::contents(MainWindow& window,
                 contents.emplace_back(name, content);
             }
         }
-        if (format == ViewExport::Format::Png)
-            contents.emplace_back(QStringLiteral("workbench.png"), png(window));
+        if (format != ViewExport::Format::Png)
+            continue;
+        contents.emplace_back(QStringLiteral("workbench.png"), png(window, result.error));
+        if (!result.error.isEmpty())
+            return {};
     }
     if (!without.isEmpty())
         result.notice =

@@ -29,9 +29,12 @@ public:
     static Result take(MainWindow& window, double seconds, const QString& folder,
                        const std::vector<ViewExport::Format>& formats);
 
+    using Contents = std::vector<std::pair<QString, QByteArray>>; ///< by name of the file
+    /// Writes files into a folder, each of them whole or not at all.
+    /// @return their paths; none where one cannot be written, with "what: why" in error.
+    static QStringList write(const Contents& contents, const QString& folder, QString& error);
+
 private:
-    using Contents = std::vector<std::pair<QString, QByteArray>>; // by name of the file
     static Contents contents(MainWindow& window, const std::vector<ViewExport::Format>& formats,
                              Result& result);
-    static QStringList write(const Contents& contents, const QString& folder, QString& error);
 };

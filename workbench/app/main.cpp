@@ -19,6 +19,8 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
+#include <new>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -199,7 +201,8 @@ int run(MainWindow& window, const Options& options)
     const Snapshot::Result taken =
         Snapshot::take(window, options.seconds, options.snapshotFolder, options.formats);
     if (taken.files.isEmpty())
-        return fail(exitFailed, taken.error);
+        return fail(exitFailed,
+                    window.feed().hasFailed() ? about(options, taken.error) : taken.error);
     if (const QString trouble = window.feed().trouble();
         !trouble.isEmpty() && !window.feed().source().isLive)
         say(about(options, trouble));
@@ -246,14 +249,26 @@ std::optional<int> runWithoutDisplay(int& argc, char** argv, Options& options)
     return options.isInfo ? std::optional<int>(inform(options)) : std::nullopt;
 }
 
-} // namespace
-
-int main(int argc, char** argv)
+int failMemory()
 {
-    // Started without a standard input, no other file must be taken for it.
-    if (fcntl(STDIN_FILENO, F_GETFD) < 0)
-        ::open("/dev/null", O_RDONLY);
-    QuietLibraries::install();
+    return fail(exitFailed, Options::tr("memory: there is not enough of it; close other programs"));
+}
+
+/// What ends the program where nobody expects it: a sentence for a lack of memory.
+[[noreturn]] void endUncaught()
+{
+    try {
+        if (const auto exception = std::current_exception())
+            std::rethrow_exception(exception);
+    } catch (const std::bad_alloc&) {
+        std::_Exit(failMemory());
+    } catch (...) { // a fault of ours: leaves a core dump
+    }
+    std::abort();
+}
+
+int runAll(int argc, char** argv)
+{
     qInstallMessageHandler(handleMessage);
     QCoreApplication::setOrganizationName(QStringLiteral("Orvane"));
     QCoreApplication::setApplicationName(QStringLiteral("orvane-workbench"));
@@ -282,4 +297,28 @@ int main(int argc, char** argv)
     appearance::setStyle();
     MainWindow window(scheme);
     return run(window, options);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    // Where one of the standard streams is closed, no other file must be taken for it.
+    while (fcntl(STDERR_FILENO, F_GETFD) < 0 || fcntl(STDOUT_FILENO, F_GETFD) < 0 ||
+           fcntl(STDIN_FILENO, F_GETFD) < 0) {
+        if (::open("/dev/null", O_RDONLY) < 0) // writing tells that it is none
+            return exitFailed;
+    }
+    QuietLibraries::install();
+    std::set_terminate(endUncaught);
+    int exitCode = exitFailed;
+    try {
+        exitCode = runAll(argc, argv);
+    } catch (const std::bad_alloc&) {
+        exitCode = failMemory();
+    }
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
+        return fail(exitFailed, Options::tr("standard output: cannot be written; look where it "
+                                            "leads to, and whether there is room"));
+    return exitCode;
 }

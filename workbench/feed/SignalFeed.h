@@ -40,6 +40,7 @@ public:
     void changeSource(const std::function<void(SignalSource&)>& work);
     /// What is amiss with a live source just now, a sentence; empty when all is well.
     QString trouble() const;
+    bool hasFailed() const { return m_pipeline && m_pipeline->hasFailed(); }
     /// Whether a live source has no more samples.
     bool hasEnded() const;
     /// As in Pipeline.

@@ -1,7 +1,10 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/pipeline/Pipeline.h"
 
+#include "workbench/sources/Trouble.h"
+
 #include <algorithm>
+#include <new>
 #include <utility>
 
 namespace {
@@ -71,6 +74,11 @@ std::optional<std::int64_t> Pipeline::sampleCount() const
     return count < 0 ? std::nullopt : std::optional(count);
 }
 
+QString Pipeline::trouble() const
+{
+    return m_lacksMemory ? Trouble::noMemory() : m_source->trouble();
+}
+
 double Pipeline::leftOutPart() const
 {
     const auto leftOut = static_cast<double>(m_leftOutCount);
@@ -89,10 +97,32 @@ void Pipeline::start()
     m_isStopping = false;
     m_isLeavingOut = false;
     countAnew();
+    m_lacksMemory = false;
     m_input.open();
     m_output.open();
-    m_reading = std::thread([this] { read(); });
-    m_receiving = std::thread([this] { receive(); });
+    m_reading = thread(&Pipeline::read, &Pipeline::endInput);
+    m_receiving = thread(&Pipeline::receive, &Pipeline::endOutput);
+}
+
+/// @param end  what is done instead of the rest of the work where there is no memory for that.
+std::thread Pipeline::thread(void (Pipeline::*work)(), void (Pipeline::*end)())
+{
+    return std::thread([this, work, end] {
+        try {
+            (this->*work)();
+        } catch (const std::bad_alloc&) {
+            m_lacksMemory = true;
+            (this->*end)();
+        }
+    });
+}
+
+void Pipeline::endInput() { m_input.finish(); }
+
+void Pipeline::endOutput()
+{
+    m_input.close(); // or the reading waits for room
+    m_output.finish();
 }
 
 void Pipeline::stop()
@@ -152,7 +182,7 @@ void Pipeline::read()
 {
     Pace pace(m_facts.sampleRate);
     std::int64_t expected = m_source->position();
-    while (!m_isStopping) {
+    while (!m_isStopping && !m_lacksMemory) {
         Input input{0, {}};
         const bool isWanted = !m_facts.isLive || hasRoom();
         const std::size_t count = isWanted ? m_source->read(input.values, m_blockLength)

@@ -33,7 +33,8 @@ public:
     /// Samples of the source, as far as it is known by now.
     std::optional<std::int64_t> sampleCount() const;
     /// As in SignalSource.
-    QString trouble() const { return m_source->trouble(); }
+    QString trouble() const;
+    bool hasFailed() const { return m_lacksMemory || m_source->hasFailed(); }
     /// Of a live signal, since it is taken or was configured: the part of its samples that was left
     /// out or lost, 0 to 1...
     double leftOutPart() const;
@@ -69,6 +70,9 @@ private:
 
     void start();
     void stop();
+    std::thread thread(void (Pipeline::*work)(), void (Pipeline::*end)());
+    void endInput();
+    void endOutput();
     void build(const ChannelChoice& channel, const ReceiverSettings& settings);
     void read();
     void receive();
@@ -90,6 +94,7 @@ private:
     bool m_isLeavingOut = false;   // the reading thread's
     std::atomic<bool> m_isStopping = false;
     std::atomic<bool> m_isDiscarding = false;
+    std::atomic<bool> m_lacksMemory = false;
     std::atomic<std::int64_t> m_sampleCount = -1; // of the source; negative: not known
     std::atomic<std::int64_t> m_gapCount = 0;
     std::atomic<std::int64_t> m_takenCount = 0;   // samples of the source...

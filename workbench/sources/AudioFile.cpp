@@ -73,8 +73,9 @@ qint64 openSizePosition(QFile& file)
 
 } // namespace
 
-/// A file whose sizes are left open, as libsndfile reads it: with those that it takes for "up to
-/// the end", a whole of 8 bytes and no samples.
+/// A file as libsndfile reads it, which itself takes what the system does not read for the end.
+/// Sizes that are left open become those that it takes for "up to the end": a whole of 8 bytes and
+/// no samples.
 struct AudioFile::Stream
 {
     static Stream& of(void* stream) { return *static_cast<Stream*>(stream); }
@@ -95,6 +96,9 @@ struct AudioFile::Stream
         auto* bytes = static_cast<char*>(to);
         const qint64 begin = file.pos();
         count = std::max<qint64>(file.read(bytes, count), 0);
+        of(stream).noteError();
+        if (of(stream).sizePosition < 0)
+            return count;
         const auto replace = [&](qint64 position, std::initializer_list<char> size) {
             for (const char byte : size) {
                 if (position >= begin && position < begin + count)
@@ -107,8 +111,15 @@ struct AudioFile::Stream
         return count;
     }
 
+    void noteError()
+    {
+        if (file.error() != QFile::NoError)
+            error = file.errorString();
+    }
+
     QFile file;
-    qint64 sizePosition = -1; // of the size of the samples
+    QString error;
+    qint64 sizePosition = -1; // of the size of the samples, where it is left open
 };
 
 AudioFile::AudioFile(const QString& path)
@@ -139,14 +150,20 @@ AudioFile::Opened AudioFile::open(const QString& path, SF_INFO& info)
     stream->file.setFileName(path);
     if (stream->file.open(QIODevice::ReadOnly))
         stream->sizePosition = openSizePosition(stream->file);
-    if (stream->sizePosition < 0) {
+    stream->noteError();
+    opened.stream = std::move(stream);
+    if (!opened.stream->error.isEmpty())
+        return opened;
+    // This format has its header in another file beside it.
+    if (path.endsWith(QLatin1String(".sd2"), Qt::CaseInsensitive)) {
         opened.handle.reset(sf_open(QFile::encodeName(path).constData(), SFM_READ, &info));
         return opened;
     }
     SF_VIRTUAL_IO access{Stream::size, Stream::seek, Stream::read, nullptr, Stream::tell};
-    stream->file.seek(0);
-    opened.stream = std::move(stream);
+    opened.stream->file.seek(0);
     opened.handle.reset(sf_open_virtual(&access, SFM_READ, &info, opened.stream.get()));
+    if (!opened.stream->error.isEmpty())
+        opened.handle.reset();
     return opened;
 }
 
@@ -155,6 +172,12 @@ QString AudioFile::log() const
     char text[1 << 14] = "";
     sf_command(m_opened.handle.get(), SFC_GET_LOG_INFO, text, sizeof text);
     return QString::fromLatin1(text);
+}
+
+QString AudioFile::error() const
+{
+    const bool isNew = m_opened.stream && !m_opened.stream->error.isEmpty();
+    return isNew ? m_opened.stream->error : m_error;
 }
 
 std::size_t AudioFile::read(double* values, std::size_t count)
@@ -208,13 +231,16 @@ bool AudioFile::openAgain()
     m_written = file.lastModified();
     m_size = file.size();
     SF_INFO info{};
+    m_error = error();
     m_opened = Opened();
     m_opened = open(m_path, info);
     m_hasChanged = !m_opened.handle || info.channels != m_info.channels ||
                    info.samplerate != m_info.samplerate || info.frames < m_info.frames;
-    if (m_hasChanged)
+    if (m_hasChanged) {
+        m_error = error();
         m_opened = Opened();
-    else
+    } else {
         m_position = 0;
+    }
     return !m_hasChanged;
 }

@@ -26,6 +26,8 @@ public:
     const SF_INFO& info() const { return m_info; }
     /// What libsndfile found in the file, also where it did not open it.
     QString log() const;
+    /// What the system said when it did not open the file, or read it on; else empty.
+    QString error() const;
     /// Whether the file is another one now, which is not read.
     bool hasChanged() const { return m_hasChanged; }
     /// Whether a size in a header is one that programs write that do not know it.
@@ -56,5 +58,6 @@ private:
     QDateTime m_written; // when it was, and its size
     qint64 m_size;
     bool m_hasChanged = false;
+    QString m_error;             // of what was open before
     std::int64_t m_position = 0; // sample that is read next
 };

@@ -24,6 +24,9 @@ void AudioSource::open(Recording& recording, const QString& fileName,
     if (!recording.why.isEmpty())
         return;
     const QString lost = loss(*file);
+    recording.why = flaw(*file);
+    if (!recording.why.isEmpty())
+        return;
     if (!lost.isEmpty())
         recording.notices += lost;
     recording.source.reset(new AudioSource(std::move(file), sampleRate, lost.isEmpty()));
@@ -32,6 +35,8 @@ void AudioSource::open(Recording& recording, const QString& fileName,
 /// What is wrong with a file that was opened; empty when nothing is.
 QString AudioSource::flaw(const AudioFile& file)
 {
+    if (!file.error().isEmpty())
+        return tr("cannot be read (%1)").arg(file.error());
     static const QRegularExpression rate(QStringLiteral("sample rate *: *(-?[0-9.]+)"),
                                          QRegularExpression::CaseInsensitiveOption);
     const QRegularExpressionMatch header = rate.match(file.log());
@@ -43,8 +48,7 @@ QString AudioSource::flaw(const AudioFile& file)
         QString reason = QString::fromLocal8Bit(sf_strerror(nullptr)).simplified();
         while (reason.endsWith(QLatin1Char('.')))
             reason.chop(1);
-        // What libsndfile says where another library does not know the file; it is a regular one.
-        if (reason.contains(QLatin1String("not a regular file")))
+        if (sf_error(nullptr) == SF_ERR_UNRECOGNISED_FORMAT)
             reason = tr("damaged, or of an unknown format");
         return tr("not a recording that can be read (%1); choose a SigMF, WAV, FLAC, AIFF, CSV or "
                   "other signal file, or give --format where it is raw samples")
@@ -113,11 +117,14 @@ bool AudioSource::seek(std::int64_t position)
 /// Says why nothing more is read where there should be something.
 void AudioSource::sayEnd()
 {
-    if (m_file->hasChanged())
-        m_trouble.say(tr("the file was replaced or removed while it played; open it again"));
+    if (const QString reason = m_file->error(); !reason.isEmpty())
+        m_trouble.failReading(position(), reason);
+    else if (m_file->hasChanged())
+        m_trouble.fail(tr("the file was replaced or removed while it played; open it again"));
     else if (m_isWhole && m_sampleCount && position() < *m_sampleCount)
-        m_trouble.say(tr("nothing can be read after sample %1 of %2: the file was changed while it "
-                         "played or is damaged; open it again")
-                          .arg(position())
-                          .arg(*m_sampleCount));
+        m_trouble.fail(
+            tr("nothing can be read after sample %1 of %2: the file was changed while it "
+               "played or is damaged; open it again")
+                .arg(position())
+                .arg(*m_sampleCount));
 }

@@ -24,6 +24,7 @@ public:
     bool isComplex() const override { return m_channelCount == 2; }
     std::optional<std::int64_t> sampleCount() const override { return m_sampleCount; }
     QString trouble() const override { return m_trouble.sentence(); }
+    bool hasFailed() const override { return m_trouble.isFailure(); }
     std::int64_t position() const override;
     std::size_t read(std::vector<double>& block, std::size_t count) override;
     bool seek(std::int64_t position) override;

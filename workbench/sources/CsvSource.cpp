@@ -36,6 +36,10 @@ void CsvSource::open(Recording& recording, const QString& fileName,
         return;
     }
     const QByteArray head = source->m_file.read(headSize);
+    if (source->m_file.error() != QFile::NoError) {
+        recording.why = tr("cannot be read (%1)").arg(source->m_file.errorString());
+        return;
+    }
     source->m_layout = CsvLayout::of(head, source->m_file.atEnd(), options);
     const CsvLayout& layout = source->m_layout;
     recording.why = layout.why;
@@ -57,7 +61,7 @@ void CsvSource::open(Recording& recording, const QString& fileName,
         if (!notice.isEmpty() && !recording.notices.contains(notice))
             recording.notices += notice;
     }
-    source->m_trouble.say(QString());
+    source->m_trouble.say(QString()); // unless it failed
     recording.source = std::move(source);
 }
 
@@ -124,6 +128,10 @@ bool CsvSource::readOn()
             m_marks.push_back({m_next, offset});
         return true;
     }
+    if (m_file.error() != QFile::NoError) {
+        m_trouble.failReading(std::max<std::int64_t>(m_next, 0), m_file.errorString());
+        return false;
+    }
     if (size <= 0) {
         m_timedCount = std::numeric_limits<std::int64_t>::max(); // the last row may be cut off
         m_rows->finish();
@@ -142,7 +150,7 @@ void CsvSource::end(bool isBroken)
                           .arg(there)
                           .arg(CsvRows::maxRowSize));
     else if (there < m_count)
-        m_trouble.say(
+        m_trouble.fail(
             tr("the file was cut while it played: its samples end after %1 of %2; open it again")
                 .arg(there)
                 .arg(m_count));

@@ -28,6 +28,7 @@ public:
     bool isComplex() const override { return m_layout.isComplex; }
     std::optional<std::int64_t> sampleCount() const override;
     QString trouble() const override { return m_trouble.sentence(); }
+    bool hasFailed() const override { return m_trouble.isFailure(); }
     std::int64_t position() const override { return m_position; }
     std::size_t read(std::vector<double>& block, std::size_t count) override;
     bool seek(std::int64_t position) override;

@@ -75,11 +75,14 @@ std::size_t RawSource::read(std::vector<double>& block, std::size_t count)
 
     m_bytes.resize(static_cast<std::size_t>(samples * size));
     std::int64_t bytes = 0;
+    m_file.unsetError();
     if (m_file.seek(chunk.offset + (m_position - chunk.firstSample) * size))
         bytes = m_file.read(m_bytes.data(), samples * size);
     const std::int64_t there = std::max<std::int64_t>(bytes, 0) / size;
-    if (there < samples)
-        m_trouble.say(
+    if (m_file.error() != QFile::NoError)
+        m_trouble.failReading(m_position + there, m_file.errorString());
+    else if (there < samples)
+        m_trouble.fail(
             tr("the file was cut while it played: its samples end after %1 of %2; open it again")
                 .arg(m_position + there)
                 .arg(m_count));

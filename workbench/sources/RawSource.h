@@ -52,6 +52,7 @@ public:
     std::optional<std::int64_t> sampleCount() const override { return m_count; }
     std::optional<double> symbolRate() const override { return m_layout.symbolRate; }
     QString trouble() const override { return m_trouble.sentence(); }
+    bool hasFailed() const override { return m_trouble.isFailure(); }
     std::int64_t position() const override { return m_position; }
     std::size_t read(std::vector<double>& block, std::size_t count) override;
     bool seek(std::int64_t position) override;

@@ -7,12 +7,14 @@
 #include "workbench/sources/RawGuess.h"
 #include "workbench/sources/RawSource.h"
 #include "workbench/sources/Sigmf.h"
+#include "workbench/sources/Trouble.h"
 
 #include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 
 namespace {
 
@@ -37,12 +39,18 @@ Recording Recording::open(const QString& address, const Options& options)
     if (LiveAddress::isLive(address))
         return LiveAddress::open(address, options);
     const QString why = obstacle(address);
-    Recording recording = why.isEmpty() ? openFile(address, options) : failure(why);
-    if (recording.source)
-        recording.examine();
-    if (!recording.source)
-        recording.notices.clear();
-    return recording;
+    if (!why.isEmpty())
+        return failure(why);
+    try {
+        Recording recording = openFile(address, options);
+        if (recording.source)
+            recording.examine();
+        if (!recording.source)
+            recording.notices.clear();
+        return recording;
+    } catch (const std::bad_alloc&) {
+        return failure(Trouble::noMemory());
+    }
 }
 
 Recording Recording::openFile(const QString& fileName, const Options& options)
@@ -85,7 +93,7 @@ void Recording::examine()
     const auto badCount = std::count_if(values.begin(), values.end(),
                                         [](double value) { return !std::isfinite(value); });
     const auto all = static_cast<std::ptrdiff_t>(values.size());
-    if (badCount == all && source->read(values, 1) == 0)
+    if (badCount == all && count > 0 && source->read(values, 1) == 0)
         why = tr("it holds no numbers, only what is missing, NaN or infinite; choose another one, "
                  "or give the right --format");
     else if (badCount > 0)
@@ -93,8 +101,10 @@ void Recording::examine()
                       "or left out")
                        .arg(badCount)
                        .arg(all);
-    if (count == 0 || !source->seek(0))
-        why = tr("its samples cannot be read; choose another one");
+    const bool isReadable = count > 0 && source->seek(0);
+    const QString trouble = source->trouble();
+    if (!isReadable)
+        why = trouble.isEmpty() ? tr("its samples cannot be read; choose another one") : trouble;
     if (!why.isEmpty())
         source.reset();
 }

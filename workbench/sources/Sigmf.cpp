@@ -65,9 +65,11 @@ Recording Sigmf::openFiles(const QString& fileName, const Recording::Options& op
     QFile file(metaName);
     if (!file.open(QIODevice::ReadOnly))
         return Recording::failure(tr("cannot be read (%1)").arg(file.errorString()));
-    const auto metadata = SigmfMetadata::parse(
-        file.read(std::min<qint64>(metaFile.size(), SigmfMetadata::maxSize + 1)),
-        options.sampleRate);
+    const qint64 size = std::min<qint64>(file.size(), SigmfMetadata::maxSize + 1);
+    const QByteArray json = file.read(size);
+    if (json.size() < size)
+        return Recording::failure(tr("cannot be read (%1)").arg(file.errorString()));
+    const auto metadata = SigmfMetadata::parse(json, options.sampleRate);
     if (!metadata.why.isEmpty())
         return Recording::failure(metadata.why);
     QString dataName = withEnding(metaName, metaEnding, dataEnding);
@@ -148,16 +150,23 @@ void Sigmf::check(Recording& recording, const QString& sha512, const Dataset& da
         return;
     }
     QFile file(dataset.fileName);
-    file.open(QIODevice::ReadOnly);
-    file.seek(dataset.begin);
     QCryptographicHash hash(QCryptographicHash::Sha512);
-    for (std::int64_t done = 0; done < size; done += blockSize) {
-        hash.addData(file.read(std::min(blockSize, size - done)));
+    bool isRead = file.open(QIODevice::ReadOnly) && file.seek(dataset.begin);
+    for (std::int64_t done = 0; isRead && done < size; done += blockSize) {
+        const std::int64_t wanted = std::min(blockSize, size - done);
+        const QByteArray block = file.read(wanted);
+        isRead = block.size() == wanted;
+        hash.addData(block);
         if (options.goOn && !options.goOn(static_cast<double>(done) / static_cast<double>(size))) {
             recording.why = tr("opening was given up");
             recording.source.reset();
             return;
         }
+    }
+    if (!isRead) {
+        recording.notices += tr("its checksum cannot be compared: its samples cannot be read (%1)")
+                                 .arg(file.errorString());
+        return;
     }
     const bool isRight = QString::fromLatin1(hash.result().toHex()) == sha512;
     if (!isRight)

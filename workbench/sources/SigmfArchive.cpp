@@ -25,6 +25,31 @@ QString nameOf(archive_entry* entry)
     return QString::fromLocal8Bit(archive_entry_pathname(entry));
 }
 
+/// How libarchive reads a file; it takes what the system does not read for the end.
+struct Reading
+{
+    static Reading& of(void* reading) { return *static_cast<Reading*>(reading); }
+    static la_ssize_t read(archive*, void* reading, const void** bytes)
+    {
+        Reading& self = of(reading);
+        const qint64 count = self.file.read(self.block.data(), self.block.size());
+        if (self.file.error() != QFile::NoError)
+            self.error = self.file.errorString();
+        *bytes = self.block.constData();
+        return self.error.isEmpty() ? count : ARCHIVE_FATAL;
+    }
+    static la_int64_t skip(archive*, void* reading, la_int64_t count)
+    {
+        QFile& file = of(reading).file;
+        const qint64 step = std::clamp<qint64>(count, 0, file.size() - file.pos());
+        return file.seek(file.pos() + step) ? step : 0;
+    }
+
+    QFile& file;
+    QByteArray block = QByteArray(1 << 16, '\0');
+    QString error = QString();
+};
+
 } // namespace
 
 // A tar archive without compression has each content as it is: it starts in the file where its
@@ -35,13 +60,14 @@ SigmfArchive SigmfArchive::read(const QString& fileName)
     QFile file(fileName);
     QFile content(fileName); // of its own position
     if (!file.open(QIODevice::ReadOnly) || !content.open(QIODevice::ReadOnly)) {
-        result.why = tr("cannot be read (%1)").arg(file.errorString());
+        result.why = tr("cannot be read (%1)").arg((file.isOpen() ? content : file).errorString());
         return result;
     }
-    constexpr std::size_t blockSize = 1 << 16;
+    Reading reading{file};
     const std::unique_ptr<archive, int (*)(archive*)> reader(archive_read_new(), archive_read_free);
     archive_read_support_format_tar(reader.get());
-    int status = archive_read_open_fd(reader.get(), file.handle(), blockSize);
+    int status =
+        archive_read_open2(reader.get(), &reading, nullptr, Reading::read, Reading::skip, nullptr);
     archive_entry* entry = nullptr;
     for (int i = 0; i < maxEntryCount && (status == ARCHIVE_OK || status == ARCHIVE_WARN); ++i) {
         status = archive_read_next_header(reader.get(), &entry);
@@ -56,6 +82,10 @@ SigmfArchive SigmfArchive::read(const QString& fileName)
         result.isCutOff = result.isCutOff || there < wanted;
         result.add(nameOf(entry), {offset, there}, content);
     }
+    if (!reading.error.isEmpty())
+        result.why = tr("cannot be read (%1)").arg(reading.error);
+    if (!result.why.isEmpty())
+        return result;
     if (status != ARCHIVE_OK && status != ARCHIVE_EOF && result.files.empty())
         result.why =
             tr("not an archive that can be read (%1); a SigMF archive is a tar archive "
@@ -75,8 +105,12 @@ void SigmfArchive::add(const QString& name, const Span& span, QFile& archive)
     if (!name.endsWith(QLatin1String(".sigmf-meta")) ||
         QFileInfo(name).fileName().startsWith(QLatin1String("._")))
         return;
-    if (++recordingCount == 1 && archive.seek(span.offset)) {
-        metaName = name;
-        metadata = archive.read(std::min(span.size, SigmfMetadata::maxSize + 1));
-    }
+    if (++recordingCount > 1)
+        return;
+    const std::int64_t size = std::min(span.size, SigmfMetadata::maxSize + 1);
+    metaName = name;
+    if (archive.seek(span.offset))
+        metadata = archive.read(size);
+    if (metadata.size() < size)
+        why = tr("cannot be read (%1)").arg(archive.errorString());
 }

@@ -17,6 +17,8 @@ bool SignalSource::hasEnded() const { return true; }
 
 QString SignalSource::trouble() const { return QString(); }
 
+bool SignalSource::hasFailed() const { return false; }
+
 std::optional<int> SignalSource::constellationChannel() const { return std::nullopt; }
 
 std::size_t SignalSource::discard(std::size_t count)

@@ -41,9 +41,11 @@ public:
     virtual bool isLive() const;
     /// Of a live signal: whether no more samples can come. After read said that there are none.
     virtual bool hasEnded() const;
-    /// Of a live signal: what is amiss just now, a sentence; empty when all is well. From any
-    /// thread, also while another one reads.
+    /// What is amiss just now, a sentence; empty when all is well. From any thread, also while
+    /// another one reads.
     virtual QString trouble() const;
+    /// Whether it lacks samples that it should have, as its trouble says. Likewise.
+    virtual bool hasFailed() const;
     /// Index of the value that is I, Q after it, of what a constellation shows, where that is not
     /// the pair of the value shown. None where not overridden.
     virtual std::optional<int> constellationChannel() const;

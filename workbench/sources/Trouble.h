@@ -1,26 +1,55 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 
+#include <cstdint>
 #include <mutex>
 
 /// What is amiss with a signal, a sentence or nothing: one thread says it, any thread may ask.
 class Trouble
 {
+    Q_DECLARE_TR_FUNCTIONS(Trouble)
 public:
+    static QString noMemory()
+    {
+        return tr("there is not enough memory for it; close other programs and open it again");
+    }
+
     void say(const QString& sentence)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        m_sentence = sentence;
+        if (!m_isFailure)
+            m_sentence = sentence;
+    }
+    /// Samples are missing that should be there. It stays said.
+    void fail(const QString& sentence)
+    {
+        say(sentence);
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_isFailure = true;
+    }
+    /// The system does not read the file on.
+    void failReading(std::int64_t sample, const QString& reason)
+    {
+        fail(tr("it cannot be read after sample %1 (%2); open it again, or copy it elsewhere first")
+                 .arg(sample)
+                 .arg(reason));
     }
     QString sentence() const
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         return m_sentence;
     }
+    bool isFailure() const
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return m_isFailure;
+    }
 
 private:
     mutable std::mutex m_mutex;
     QString m_sentence;
+    bool m_isFailure = false;
 };

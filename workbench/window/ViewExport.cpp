@@ -21,6 +21,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <new>
 
 namespace {
 
@@ -126,8 +127,6 @@ QByteArray picture(const ViewPanes::Pane& pane, ViewExport::Format format, const
     const SameScale sameScale(pane, viewSize(size, footer));
     const int resolution = pane.view->logicalDpiX(); // or texts have another size
     QByteArray result;
-    QBuffer buffer(&result);
-    buffer.open(QIODevice::WriteOnly);
     if (format == ViewExport::Format::Png) {
         QImage image(size * scale, QImage::Format_RGB32);
         if (image.isNull())
@@ -137,8 +136,11 @@ QByteArray picture(const ViewPanes::Pane& pane, ViewExport::Format format, const
         QPainter painter(&image);
         paint(pane, size, footer, painter);
         painter.end();
-        image.save(&buffer, "PNG");
-    } else if (format == ViewExport::Format::Svg) {
+        return ViewExport::png(image);
+    }
+    QBuffer buffer(&result);
+    buffer.open(QIODevice::WriteOnly);
+    if (format == ViewExport::Format::Svg) {
         QSvgGenerator generator;
         generator.setOutputDevice(&buffer);
         generator.setResolution(resolution);
@@ -206,35 +208,61 @@ ViewExport::ViewExport(const ViewPanes& panes, const SignalFeed& feed)
     , m_feed(feed)
 {}
 
+QByteArray ViewExport::png(const QImage& image)
+{
+    QByteArray result;
+    QBuffer buffer(&result);
+    buffer.open(QIODevice::WriteOnly);
+    try {
+        return image.save(&buffer, "PNG") ? result : QByteArray();
+    } catch (const std::bad_alloc&) {
+        return QByteArray();
+    }
+}
+
+QString ViewExport::unmade(const QSize& pixels)
+{
+    return tr("a picture of %1 x %2 pixels cannot be made; give up to %3, or fewer where there is "
+              "not enough memory")
+        .arg(pixels.width())
+        .arg(pixels.height())
+        .arg(maxSide);
+}
+
+QString ViewExport::noData()
+{
+    return tr("there are no data to export yet; play the signal first");
+}
+
 QByteArray ViewExport::content(std::size_t index, Format format, const QSize& size, double scale,
                                QString& why, Footer wanted) const
 {
     const ViewPanes::Pane& pane = m_panes.panes().at(index);
-    if (format == Format::Csv) {
-        const QByteArray text = table(pane);
-        if (text.isEmpty())
-            why = tr("there are no data to export yet; play the signal first");
-        return text;
-    }
+    const bool isTable = format == Format::Csv;
     const QSize pixels = size * (format == Format::Png ? scale : 1.0);
     const bool isPossible =
         !pixels.isEmpty() && pixels.width() <= maxSide && pixels.height() <= maxSide;
-    std::optional<ExportFooter> footer;
-    if (const auto* table = dynamic_cast<const ReadingTable*>(pane.readings);
-        table && wanted == Footer::Figures)
-        footer.emplace(m_feed, table->gate(), table->texts(), table->font());
-    if (footer && isPossible && viewSize(size, &*footer).height() < size.height() / 2) {
-        why =
-            tr("the figures take more than half of the picture; make it larger or leave them out");
-        return QByteArray();
-    }
-    const QByteArray result =
-        isPossible ? picture(pane, format, size, scale, footer ? &*footer : nullptr) : QByteArray();
-    if (result.isEmpty()) { // also where there is no memory for it
-        why = tr("a picture of %1 x %2 pixels cannot be made; give up to %3")
-                  .arg(pixels.width())
-                  .arg(pixels.height())
-                  .arg(maxSide);
+    QByteArray result;
+    try {
+        std::optional<ExportFooter> footer;
+        const auto* figures = dynamic_cast<const ReadingTable*>(pane.readings);
+        if (figures && wanted == Footer::Figures && !isTable)
+            footer.emplace(m_feed, figures->gate(), figures->texts(), figures->font());
+        if (footer && isPossible && viewSize(size, &*footer).height() < size.height() / 2) {
+            why = tr("the figures take more than half of the picture; make it larger or leave them "
+                     "out");
+            return QByteArray();
+        }
+        if (isTable)
+            result = table(pane);
+        else if (isPossible)
+            result = picture(pane, format, size, scale, footer ? &*footer : nullptr);
+        if (result.isEmpty())
+            why = isTable ? noData() : unmade(pixels);
+    } catch (const std::bad_alloc&) {
+        result.clear();
+        why = isTable ? tr("there is not enough memory for its data; show a shorter time")
+                      : unmade(pixels);
     }
     return result;
 }

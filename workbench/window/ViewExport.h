@@ -33,6 +33,12 @@ public:
 
     ViewExport(const ViewPanes& panes, const SignalFeed& feed);
 
+    /// The file of an image; empty where there is no memory for it.
+    static QByteArray png(const QImage& image);
+    /// Why there is no picture, and no table.
+    static QString unmade(const QSize& pixels);
+    static QString noData();
+
     /// What would be in a file.
     /// @param index  of the pane: time, eye or IQ.
     /// @param size   of a picture, as on a screen.
