@@ -2,8 +2,14 @@
 // The program as it is started from a command line.
 #include "Recordings.h"
 #include "platform/gui/ColorSet.h"
+#include "platform/values/Persistant.h"
+#include "platform/values/PlainSettings.h"
+#include "workbench/app/OrderlyExit.h"
 #include "workbench/sources/ModulationSource.h"
+#include "workbench/window/MainWindow.h"
+#include "workbench/window/SchemeChoice.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QImage>
 #include <QJsonArray>
@@ -309,6 +315,17 @@ TEST_F(Program, KeepsItsSettingsWhenItIsAskedToEnd)
         for (const char* key : {"Window/Geometry", "GLTimeDiagram/ShowGrid"})
             EXPECT_TRUE(kept.contains(key)) << key;
     }
+    // At the end of the desktop's session, whose manager (not looked at) tells the application.
+    const QString usualFile = values::Persistant::StoreFile();
+    values::Persistant::SetStoreFile(path("session.ini"));
+    SchemeChoice scheme(std::nullopt);
+    MainWindow window(scheme);
+    const OrderlyExit exit(window);
+    int manager = 0;
+    QMetaObject::invokeMethod(qApp, "commitDataRequest", Qt::DirectConnection,
+                              QGenericArgument("QSessionManager&", &manager));
+    EXPECT_TRUE(values::Settings().value("Window/Geometry").isValid());
+    values::Persistant::SetStoreFile(usualFile);
 }
 
 TEST_F(Program, MakesTheSameOfACommandOnAnyLoad)
