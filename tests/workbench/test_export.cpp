@@ -222,16 +222,6 @@ TEST_F(Exported, DataComeBackAsTheyWere)
     EXPECT_EQ(points[0], "I,Q");
     EXPECT_NEAR(points.size(), 402, 1);
     EXPECT_EQ(content(1, Format::Csv, {}).split('\n')[1].split(',')[0], "0");
-
-    QFile kept(folder.filePath("kept.csv"));
-    ASSERT_TRUE(kept.open(QIODevice::WriteOnly));
-    kept.write("before");
-    kept.close();
-    EXPECT_NE(ViewExport::save(folder.filePath("none/kept.csv"), "after"), QString());
-    EXPECT_NE(ViewExport::save(folder.path(), "after"), QString());
-    EXPECT_EQ(ViewExport::save(kept.fileName(), "after"), QString());
-    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
-    EXPECT_EQ(kept.readAll(), "after");
 }
 
 } // namespace
