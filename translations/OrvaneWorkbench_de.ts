@@ -832,18 +832,6 @@
         <translation>Zeigt &lt;N&gt; Symbole im Auge, 1 bis 16 (2).</translation>
     </message>
     <message>
-        <source>Levels of the built-in signal: 2 or 4 (2).</source>
-        <translation>Pegel des eingebauten Signals: 2 oder 4 (2).</translation>
-    </message>
-    <message>
-        <source>Noise of the built-in signal, RMS in dB of its level, -60 to 6 (-26).</source>
-        <translation>Rauschen des eingebauten Signals, Effektivwert in dB zu seinem Pegel, -60 bis 6 (-26).</translation>
-    </message>
-    <message>
-        <source>Jitter of the built-in signal, RMS in unit intervals, 0 to 0.3 (0).</source>
-        <translation>Jitter des eingebauten Signals, Effektivwert in Symboldauern, 0 bis 0.3 (0).</translation>
-    </message>
-    <message>
         <source>give 2 or 4</source>
         <translation>2 oder 4 angeben</translation>
     </message>
@@ -860,16 +848,8 @@
         <translation>Tiefpass vor dem Auge, der bei &lt;X&gt; Symbolraten um 3 dB dämpft, 0.2 bis 2 (keiner).</translation>
     </message>
     <message>
-        <source>Shows a signal over time, as an eye and as a constellation: a recording, or a built-in data signal when no file is given.</source>
-        <translation>Zeigt ein Signal über der Zeit, als Auge und als Konstellation: eine Aufnahme oder, ohne Datei, ein eingebautes Datensignal.</translation>
-    </message>
-    <message>
         <source>Plays without a window, writes time.png, eye.png, iq.png and workbench.png into &lt;DIR&gt; and ends.</source>
         <translation>Spielt ohne Fenster ab, schreibt time.png, eye.png, iq.png und workbench.png nach &lt;DIR&gt; und endet.</translation>
-    </message>
-    <message>
-        <source>Plays a built-in signal with the modulation &lt;NAME&gt;: BPSK, QPSK, 8PSK, 16QAM or 64QAM.</source>
-        <translation>Spielt ein eingebautes Signal mit der Modulation &lt;NAME&gt; ab: BPSK, QPSK, 8PSK, 16QAM oder 64QAM.</translation>
     </message>
     <message>
         <source>Signal-to-noise ratio of a symbol of it, 0 to 60 dB (28).</source>
@@ -882,10 +862,6 @@
     <message>
         <source>--%1: a signal of --demo does not have it; leave out one of them</source>
         <translation>--%1: ein Signal von --demo hat das nicht; eines von beiden weglassen</translation>
-    </message>
-    <message>
-        <source>--snr: only a signal of --demo has it; give one</source>
-        <translation>--snr: das hat nur ein Signal von --demo; eines angeben</translation>
     </message>
     <message>
         <source>Receiver: adds &lt;HZ&gt; to every frequency of the recording.</source>
@@ -934,10 +910,6 @@
     <message>
         <source>settings: %1 cannot be removed (%2); remove it by hand</source>
         <translation>Einstellungen: %1 kann nicht entfernt werden (%2); entfernen Sie sie von Hand</translation>
-    </message>
-    <message>
-        <source>Plays &lt;X&gt; seconds of signal in a second, 0.1 to 10; max: as fast as it goes.</source>
-        <translation>Spielt &lt;X&gt; Sekunden Signal in einer Sekunde, 0.1 bis 10; max: so schnell es geht.</translation>
     </message>
     <message>
         <source>Colour scheme: dark, light or, as without it, as the desktop.</source>
@@ -1031,6 +1003,34 @@
         <source>standard output: cannot be written; look where it leads to, and whether there is room</source>
         <translation>Standardausgabe: nicht zu schreiben; nachsehen, wohin sie führt und ob dort Platz ist</translation>
     </message>
+    <message>
+        <source>--snr: only a built-in signal with a modulation has it; give one by --demo</source>
+        <translation>--snr: das hat nur ein eingebautes Signal mit einer Modulation; eines mit --demo angeben</translation>
+    </message>
+    <message>
+        <source>Plays the built-in signal &lt;NAME&gt;: BPSK, QPSK, 8PSK, 16QAM or 64QAM, as a receiver has it, or NRZ, of two or four levels (QPSK).</source>
+        <translation>Spielt das eingebaute Signal &lt;NAME&gt; ab: BPSK, QPSK, 8PSK, 16QAM oder 64QAM, wie ein Empfänger es hat, oder NRZ, mit zwei oder vier Pegeln (QPSK).</translation>
+    </message>
+    <message>
+        <source>Levels of the built-in NRZ signal: 2 or 4 (2).</source>
+        <translation>Pegel des eingebauten NRZ-Signals: 2 oder 4 (2).</translation>
+    </message>
+    <message>
+        <source>Noise of the built-in NRZ signal, RMS in dB of its level, -60 to 6 (-26).</source>
+        <translation>Rauschen des eingebauten NRZ-Signals, Effektivwert in dB zu seinem Pegel, -60 bis 6 (-26).</translation>
+    </message>
+    <message>
+        <source>Jitter of the built-in NRZ signal, RMS in unit intervals, 0 to 0.3 (0).</source>
+        <translation>Jitter des eingebauten NRZ-Signals, Effektivwert in Symboldauern, 0 bis 0.3 (0).</translation>
+    </message>
+    <message>
+        <source>Plays &lt;X&gt; seconds of signal in a second, 1e-9 to 10; max: as fast as it goes.</source>
+        <translation>Spielt &lt;X&gt; Sekunden Signal in einer Sekunde, 1e-9 bis 10; max: so schnell es geht.</translation>
+    </message>
+    <message>
+        <source>Shows a signal over time, as an eye and as a constellation: a recording, or a built-in signal when no file is given.</source>
+        <translation>Zeigt ein Signal über der Zeit, als Auge und als Konstellation: eine Aufnahme oder, ohne Datei, ein eingebautes Signal.</translation>
+    </message>
 </context>
 <context>
     <name>PaneStates</name>
@@ -1057,10 +1057,6 @@
     <message>
         <source>before AM demodulation: trajectory</source>
         <translation>vor der AM-Demodulation: Trajektorie</translation>
-    </message>
-    <message>
-        <source>no symbol rate: cut every %1 samples</source>
-        <translation>keine Symbolrate: alle %1 Abtastwerte geschnitten</translation>
     </message>
     <message>
         <source>the stream ended before the first sample</source>
@@ -1105,6 +1101,38 @@
     <message>
         <source>stands still for %1 min</source>
         <translation>steht seit %1 min</translation>
+    </message>
+    <message>
+        <source>An eye needs some samples of each symbol: give another symbol rate under Parameters</source>
+        <translation>Ein Auge braucht einige Abtastwerte je Symbol: unter Parameter eine andere Symbolrate angeben</translation>
+    </message>
+    <message>
+        <source>An eye needs the symbol rate: give it under Parameters, or let it be estimated there</source>
+        <translation>Ein Auge braucht die Symbolrate: unter Parameter angeben oder dort schätzen lassen</translation>
+    </message>
+    <message>
+        <source>A constellation needs I and Q, but this signal has one value a sample. Where it is on a carrier, the receiver (F8) makes I and Q of it</source>
+        <translation>Eine Konstellation braucht I und Q, dieses Signal hat aber nur einen Wert je Abtastung. Liegt es auf einem Träger, macht der Empfänger (F8) daraus I und Q</translation>
+    </message>
+    <message>
+        <source>frequency in %1</source>
+        <translation>Frequenz in %1</translation>
+    </message>
+    <message>
+        <source>time in symbols</source>
+        <translation>Zeit in Symbolen</translation>
+    </message>
+    <message>
+        <source>time in %1</source>
+        <translation>Zeit in %1</translation>
+    </message>
+    <message>
+        <source>0 to 1: one symbol</source>
+        <translation>0 bis 1: ein Symbol</translation>
+    </message>
+    <message>
+        <source>0 to 1: %1 symbols</source>
+        <translation>0 bis 1: %1 Symbole</translation>
     </message>
 </context>
 <context>
@@ -1181,10 +1209,6 @@
         <translation>A&amp;utomatisch</translation>
     </message>
     <message>
-        <source>Fits the axis to the signal of the next second (A)</source>
-        <translation>Passt die Achse an das Signal der nächsten Sekunde an (A)</translation>
-    </message>
-    <message>
         <source>Shows -1 to 1, the full scale of recordings (F)</source>
         <translation>Zeigt -1 bis 1, die Vollaussteuerung von Aufnahmen (F)</translation>
     </message>
@@ -1249,10 +1273,6 @@
         <translation>wiedergewonnen</translation>
     </message>
     <message>
-        <source>none, %1 samples</source>
-        <translation>keiner, %1 Abtastwerte</translation>
-    </message>
-    <message>
         <source>no low-pass</source>
         <translation>kein Tiefpass</translation>
     </message>
@@ -1315,6 +1335,31 @@
     <message>
         <source>alone</source>
         <translation>allein</translation>
+    </message>
+    <message>
+        <source>symbols</source>
+        <translation>Symbole</translation>
+    </message>
+    <message>
+        <source>seconds</source>
+        <translation>Sekunden</translation>
+    </message>
+    <message>
+        <source>What the time axis counts, and the times of the eye</source>
+        <translation>Was die Zeitachse zählt, und worin die Zeiten des Auges sind</translation>
+    </message>
+    <message>
+        <source>A&amp;xis counts</source>
+        <translation>A&amp;chse zählt</translation>
+    </message>
+    <message>
+        <source>Fits the axes to what is shown, and lets them follow it (A)</source>
+        <translation>Passt die Achsen an das an, was gezeigt wird, und lässt sie ihm folgen (A)</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <comment>clock of the symbols</comment>
+        <translation>keiner</translation>
     </message>
 </context>
 <context>
@@ -1399,12 +1444,8 @@
         <translation>es gibt keinen Kanal %1; die Aufnahme hat %2</translation>
     </message>
     <message>
-        <source>the symbol rate is not known, so the eye is cut every %1 samples; give it by --symbol-rate or beside the views</source>
-        <translation>die Symbolrate ist nicht bekannt, darum wird das Auge alle %1 Abtastwerte geschnitten; mit --symbol-rate oder neben den Ansichten angeben</translation>
-    </message>
-    <message>
-        <source>an eye takes %1 to %2 samples of a symbol; it is cut every %3 samples until another symbol rate is given</source>
-        <translation>ein Auge braucht %1 bis %2 Abtastwerte je Symbol; es wird alle %3 Abtastwerte geschnitten, bis eine andere Symbolrate angegeben ist</translation>
+        <source>an eye takes %1 to %2 samples of a symbol; give another symbol rate</source>
+        <translation>ein Auge braucht %1 bis %2 Abtastwerte je Symbol; eine andere Symbolrate angeben</translation>
     </message>
 </context>
 <context>
@@ -1416,6 +1457,13 @@
     <message>
         <source>&amp;Cancel</source>
         <translation>&amp;Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>QuantityEditor</name>
+    <message>
+        <source>&quot;%1&quot; cannot be used; give %2 to %3</source>
+        <translation>„%1“ kann nicht verwendet werden; %2 bis %3 angeben</translation>
     </message>
 </context>
 <context>
@@ -2499,6 +2547,13 @@
     <message>
         <source>the publisher sends a message of more than %1 bytes: connecting again</source>
         <translation>der Sender schickt eine Nachricht von mehr als %1 Bytes: neue Verbindung</translation>
+    </message>
+</context>
+<context>
+    <name>refusedInput::Watch</name>
+    <message>
+        <source>only %1 to %2 can be given</source>
+        <translation>nur %1 bis %2 möglich</translation>
     </message>
 </context>
 </TS>

@@ -83,6 +83,7 @@ TEST_F(Playback, ShowsAtOnceWhatIsSetWhileItStandsStill)
 TEST_F(Playback, MeasuresBetweenEdgesThatAreSetAtThePresentTime)
 {
     pauseRecording();
+    window->player().setSpan(2.0);
     const auto press = [this](double time, Qt::Key key, double from, double to) {
         click(time / 10.0);
         EXPECT_TRUE(waitForTime(time));
@@ -108,18 +109,22 @@ TEST_F(Playback, EstimatesTheSymbolRateAtAClick)
     auto* button = window->findChild<ParameterPanel*>()->findChild<QPushButton*>();
     ASSERT_EQ(button->text(), "Est&imate");
     EXPECT_FALSE(button->isEnabled()) << "that of the built-in signal is known";
-    NrzSettings settings;
-    settings.symbolRate = 800.0;
-    settings.bandwidth = 0.8;
-    NrzSource source(settings);
+    ModulationSource source{ModulationSettings()};
     std::vector<double> samples;
-    ASSERT_GT(source.read(samples, 40000), 0U);
-    writeRecording(path("data.wav"), static_cast<int>(source.sampleRate()), 1, samples);
+    ASSERT_GT(source.read(samples, 80000), 0U);
+    for (double& sample : samples)
+        sample *= 0.5; // within full scale
+    writeRecording(path("data.wav"), static_cast<int>(source.sampleRate()), 2, samples);
     drop({QUrl::fromLocalFile(path("data.wav"))});
     ASSERT_FALSE(window->feed().symbolRate());
     QTest::mouseClick(button, Qt::LeftButton);
     ASSERT_TRUE(QTest::qWaitFor([this] { return window->feed().symbolRate().has_value(); }));
-    EXPECT_NEAR(*window->feed().symbolRate(), 800.0, 0.8);
+    EXPECT_NEAR(*window->feed().symbolRate(), 6000.0, 1.0);
+    window->player().setEstimating(true);
+    drop({QUrl::fromLocalFile(path("data.wav"))});
+    ASSERT_FALSE(window->feed().symbolRate());
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window->feed().symbolRate().has_value(); }))
+        << "unasked, as it is sure";
     QTest::mouseClick(button, Qt::LeftButton);
     window.reset(); // while it looks
 }
@@ -131,7 +136,15 @@ TEST_F(Playback, HasSpeedsByKeysUpToTheFastest)
     EXPECT_EQ(window->feed().transport().speed(), Transport::fastest);
     for (int i = 0; i < 20; ++i)
         QTest::keyClick(window.get(), Qt::Key_Minus);
-    EXPECT_EQ(window->feed().transport().speed(), Transport::minSpeed);
+    EXPECT_EQ(window->feed().transport().speed(), 0.1);
+    dropSine(1, 16); // 2 ms last ten seconds
+    const Transport& transport = window->feed().transport();
+    EXPECT_EQ(transport.speed(), 2e-4);
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return transport.time() > 0.0 && !time().startsWith("0.0"); }));
+    EXPECT_LT(transport.time(), 1e-3);
+    dropSine(1, 8000);
+    EXPECT_EQ(transport.speed(), 0.1) << "as it was chosen before";
 }
 
 TEST_F(Playback, VeilsALiveSignalThatStandsStillAndPausesWhereItEnds)
@@ -167,6 +180,7 @@ TEST_F(Playback, SaysWhatEmptyViewsWaitForAndWhatIsShown)
             texts += pane.note->text();
         return texts;
     };
+    window->player().openDemo(ModulationSettings());
     EXPECT_TRUE(QTest::qWaitFor([&] {
         window->refresh();
         return notes().filter("paused before the first sample").size() == 3;
@@ -185,8 +199,14 @@ TEST_F(Playback, SaysWhatEmptyViewsWaitForAndWhatIsShown)
     EXPECT_EQ(panes[2].mode->text(), "decision instants");
     QTest::keyClick(window.get(), Qt::Key_T);
     EXPECT_EQ(panes[2].mode->text(), "trajectory");
+    EXPECT_EQ(panes[1].mode->text(), "0 to 1: 2 symbols");
+    const QList<int> heights = window->panes().sizes();
     dropSine(1, 80000);
-    EXPECT_TRUE(panes[1].mode->text().startsWith("no symbol rate"));
+    EXPECT_TRUE(notes()[1].startsWith("An eye needs the symbol rate"));
+    EXPECT_TRUE(notes()[2].startsWith("A constellation needs I and Q"));
+    EXPECT_GT(window->panes().sizes()[0], 2 * window->panes().sizes()[1]);
+    window->player().openDemo(ModulationSettings());
+    EXPECT_EQ(window->panes().sizes(), heights);
 }
 
 } // namespace

@@ -424,21 +424,28 @@ TEST_F(Feed, SeeksAndChangesWhatPlaysAtOnce)
     EXPECT_EQ(received.size(), 96900U);
 }
 
-TEST_F(Feed, SaysOnceWhenThereIsASignalToScaleTo)
+TEST_F(Feed, FitsTheLevelsToWhatIsShownAndFollowsItWithoutJumps)
 {
-    QSignalSpy seen(&feed, &SignalFeed::signalSeen);
-    std::vector<double> content(500, 0.25);
+    std::vector<double> content(3000, 0.25); // silent, then loud, then quiet
     content[150] = std::nan("");
-    content[350] = 0.5;
+    for (std::size_t k = 400; k < content.size(); ++k)
+        content[k] = (k < 1000 ? 4.0 : 1.0) * (k % 2 == 0 ? 1.0 : -1.0);
+    feed.setLevels(-9.0, 9.0);
+    feed.fitLevels();
     play(content, 3000.0);
-    runPeriods(1, 3);
-    EXPECT_EQ(seen.size(), 0);
-    runPeriods(4, 30); // comes again as the signal repeats
-    EXPECT_EQ(seen.size(), 1);
-    feed.setWatching(true);
-    runPeriods(31, 35);
-    EXPECT_EQ(seen.size(), 2);
-    EXPECT_EQ(received[150], 0.25); // where the NaN was
+    feed.setSpan(0.1);
+    const auto expectTop = [&](int from, int to, double elapsed, double top) {
+        runPeriods(from, to);
+        feed.time().followLevels(elapsed);
+        EXPECT_NEAR(numberAt(TimeValues::yMaxPath), top, 1e-9) << "period " << to;
+    };
+    expectTop(1, 3, 9.0, 9.0); // there are no levels yet
+    EXPECT_EQ(received[150], 0.25) << "where the NaN was";
+    expectTop(4, 5, 0.1, 4.4);
+    expectTop(6, 15, 2.0, 4.4); // less than half of it is used, but not for long
+    expectTop(16, 16, 2.0, 1.1);
+    feed.setLevels(-9.0, 9.0);
+    expectTop(17, 18, 9.0, 9.0);
 }
 
 TEST_F(Feed, LaysTheSignalOutOnTheTimeAxis)
@@ -446,19 +453,25 @@ TEST_F(Feed, LaysTheSignalOutOnTheTimeAxis)
     using Unit = TimeScale::Unit;
     // sample rate, sample count, symbol rate; what follows: unit, samples of it, start of the axis
     const std::tuple<double, double, std::optional<double>, Unit, double, double> rows[] = {
-        {48000.0, 1e6, {}, Unit::Millisecond, 48.0, -2000.0},
-        {48000.0, 24000, {}, Unit::Millisecond, 48.0, -500.0},
-        {48000.0, 1e6, 9600.0, Unit::Symbol, 5.0, -19200.0},
+        {48000.0, 1e6, {}, Unit::Millisecond, 48.0, -3200.0 / 48.0},
+        {48000.0, 2400, {}, Unit::Millisecond, 48.0, -50.0},
+        {48000.0, 1e6, 9600.0, Unit::Symbol, 5.0, -400.0},
+        {48000.0, 1e6, 100.0, Unit::Symbol, 480.0, -80.0},
+        {360.0, 1e6, {}, Unit::Second, 360.0, -4.0},
         {1.0, 1000, {}, Unit::Second, 1.0, -200.0},
-        {4e8, 400000, {}, Unit::Microsecond, 50.0, -1000.0}, // thinned out by 8
-        {4e8, 100, {}, Unit::Nanosecond, 0.4, -250.0},
-        {48000.0, 1, {}, Unit::Microsecond, 0.048, -16.0 / 0.048},
+        {4e8, 400000, {}, Unit::Microsecond, 400.0, -8.0},
+        {4e8, 20, {}, Unit::Nanosecond, 0.4, -50.0},
     };
     for (const auto& [rate, count, symbolRate, unit, samplesPerUnit, xMin] : rows) {
         feed.open(std::make_unique<ListSource>(ramp(count), rate), 0, symbolRate);
         EXPECT_EQ(feed.scale().unit, unit) << rate;
         EXPECT_DOUBLE_EQ(numberAt(TimeValues::baudratePath), samplesPerUnit);
         EXPECT_NEAR(numberAt(TimeValues::xMinPath), xMin, 1e-9) << rate;
+        feed.setCountingSymbols(false);
+        EXPECT_NE(feed.scale().unit, Unit::Symbol);
+        EXPECT_NEAR(numberAt(TimeValues::xMinPath) * feed.scale().unitSeconds(), -feed.span(),
+                    1e-9 * feed.span());
+        feed.setCountingSymbols(true);
         // Whatever span is chosen, the traces that a diagram keeps cover it.
         for (const double span : {1e-12, 0.01, 1e12}) {
             feed.setSpan(span);

@@ -44,8 +44,8 @@ TEST_F(IqPoints, AreSamplesThinnedOutWhereTheyAreTooMany)
     iq.show({part(i, q)}); // in a hundred data sets
     EXPECT_EQ(listAt(IqValues::iPath), ramp(10, 990.0));
     EXPECT_EQ(listAt(IqValues::qPath).back(), 0.0);
-    iq.show({part(i, {})}); // a real signal
-    EXPECT_EQ(listAt(IqValues::qPath), Points());
+    iq.show({part(i, {})}); // a real signal has none
+    EXPECT_TRUE(iq.isEmpty());
     auto quiet = std::make_shared<SignalBlock>(*part(i, q).block);
     quiet->isQuiet.resize(1000, 1);
     quiet->isQuiet[995] = 0;
@@ -108,16 +108,14 @@ TEST_F(IqPoints, FitAxesOfEqualScaleWhateverAFewSay)
     expectAxes(2.0, 2.0);
     iq.setAspect(3.0);
     expectAxes(6.0, 2.0);
-    iq.fit();
+    iq.fitLevels();
     notify(i, q);
+    iq.followLevels(0.0);
     expectAxes(3.0, 1.0);
     iq.setAspect(0.5);
     expectAxes(1.0, 2.0);
-    notify(Points(100, -1.6), {}); // within the second
-    expectAxes(2.0, 4.0);
-    for (int k = 0; k < IqFeed::fitCount; ++k)
-        notify({0.1}, {});
-    notify(Points(1000, 9.0), {}); // too late
+    notify(Points(100, -1.6), Points(100, 0.0)); // more than one of a hundred
+    iq.followLevels(0.0);
     expectAxes(2.0, 4.0);
 }
 

@@ -83,7 +83,7 @@ TEST_F(Program, RefusesInOneLineWithTheRightExitCode)
         {2, {"--demo", "QPSK", mono}, "--demo"},
         {2, {"--demo", "QPSK", "--levels", "2"}, "--levels"},
         {2, {"--demo", "QPSK", "--snr", "nan"}, "--snr"},
-        {2, {"--snr", "20"}, "--snr"}, // of what?
+        {2, {"--demo", "nrz", "--snr", "20"}, "--snr"},
         {2, {"--seconds", "nan"}, "--seconds"},
         {2, {"--size", "100x99999"}, "--size"},
         {2, {"--scheme", "blue"}, "--scheme"},
@@ -243,15 +243,13 @@ TEST_F(Program, TakesPicturesOfWhatItPlays)
         {{file}, {1280, 800}, Scheme::Dark},
         {{"--demo", "16qam", "--seconds", "0.3"}, {1280, 800}, Scheme::Dark},
         {{"--seconds", "0.3"}, {1280, 800}, Scheme::Dark}};
-    const QString notice = "orvane-workbench: " + file + ": the symbol rate is not known";
     for (const auto& [arguments, size, scheme] : rows) {
         const QString pictures = path("new folder/pictures");
         ASSERT_EQ(run(QStringList{"--snapshot", pictures} + arguments), 0) << qPrintable(error);
         EXPECT_EQ(out,
                   QString("%1/time.png\n%1/eye.png\n%1/iq.png\n%1/workbench.png\n").arg(pictures));
-        const bool isTold = arguments.contains("--symbol-rate") || !arguments.contains(file);
-        EXPECT_EQ(error.count('\n'), isTold ? 0 : 1) << qPrintable(error);
-        EXPECT_EQ(error.startsWith(notice), !isTold) << qPrintable(error);
+        EXPECT_EQ(error, QString());
+        const bool hasEye = arguments.contains("--symbol-rate") || !arguments.contains(file);
         const QImage window(pictures + "/workbench.png");
         EXPECT_EQ(window.size(), size);
         const QColor point = ColorSet::DefaultColor(scheme, IColorBase::colIQPoint);
@@ -259,12 +257,13 @@ TEST_F(Program, TakesPicturesOfWhatItPlays)
         for (const auto& [name, trace] : {std::pair("/time.png", IColorBase::colTimeTrace),
                                           std::pair("/eye.png", IColorBase::colEyeTrace)}) {
             const QImage view(pictures + name);
-            EXPECT_GT(view.width(), size.width() / 4);
+            const bool isThere = hasEye || trace != IColorBase::colEyeTrace;
+            EXPECT_EQ(view.width() > size.width() / 4, isThere);
             for (const QImage& image : {window, view}) {
                 const auto pixels = [&, scheme = scheme](IColorBase::ECOLOR number) {
                     return count(image, ColorSet::DefaultColor(scheme, number));
                 };
-                EXPECT_GT(pixels(trace), 2 * view.width());
+                EXPECT_EQ(pixels(trace) > 2 * view.width(), isThere) << name;
                 EXPECT_GT(pixels(IColorBase::colTimeBackground), 10 * view.width());
             }
         }

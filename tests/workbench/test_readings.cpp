@@ -51,6 +51,11 @@ TEST(ReadOuts, SayWhatTheSignalMeasuresBelowItsViews)
     play();
     EXPECT_NEAR(number(readings.eye().text(2, 1)), 1.0, 0.02);  // level of the ones
     EXPECT_NEAR(number(readings.eye().text(2, 3)), -0.5, 0.03); // of the crossing
+    EXPECT_TRUE(readings.eye().text(0, 2).endsWith("\u2009UI"));
+    const double width = number(readings.eye().text(0, 2)) / settings.symbolRate;
+    window.player().setCountingSymbols(false);
+    window.measure();
+    EXPECT_NEAR(number(readings.eye().text(0, 2)), 1e6 * width, 1.0) << "us";
 
     ModulationSettings modulation;
     modulation.scheme = ModulationSettings::Scheme::Qam64;
@@ -73,24 +78,25 @@ TEST(ReadOuts, GiveFiguresThatKeepTheirPlaces)
 {
     using figures::Levels;
     const double nan = std::nan("");
-    const std::pair<QString, const char*> cases[] = {{Levels(1e-7, 5).text(1e-7), "100.00_n"},
-                                                     {Levels(1e-7, 5).text(2e-11), "0.02_n"},
-                                                     {Levels(0.0, 5).text(0.0), "0.0000"},
-                                                     {Levels(123456.7, 5).text(-42.0), "-0.04_k"},
-                                                     {Levels(0.99999999, 5).text(-0.5), "-0.5000"},
-                                                     {Levels(1234.5, 5).text(7.0), "7.0"},
-                                                     {Levels(0.018, 5).text(-0.018), "-18.000_m"},
-                                                     {Levels(2.0, 5).text(-1e-9), "0.0000"},
-                                                     {Levels(nan, 5).text(nan), ""},
-                                                     {Levels(1e300, 5).text(1e300), "> 999_T"},
-                                                     {figures::fixed(-26.04, 1, "dB"), "-26.0_dB"},
-                                                     {figures::fixed(-1e9, 1, "dB"), "< -999_dB"},
-                                                     {figures::fixed(nan, 1), ""},
-                                                     {figures::fixed(std::nullopt, 1), ""},
-                                                     {figures::frequency(999999.99), "1.00000_MHz"},
-                                                     {figures::frequency(0.05), "50.0000_mHz"},
-                                                     {figures::offset(-93125.4), "-93.125_kHz"},
-                                                     {figures::offset(-0.01), "0.0_Hz"}};
+    const std::pair<QString, const char*> cases[] = {
+        {Levels(1e-7, 5).text(1e-7), "100.00_n"},
+        {Levels(1e-7, 5).text(2e-11), "0.02_n"},
+        {Levels(0.0, 5).text(0.0), "0.0000"},
+        {Levels(123456.7, 5, "Hz").text(-42.0), "-0.04_kHz"},
+        {Levels(0.99999999, 5).text(-0.5), "-0.5000"},
+        {Levels(1234.5, 5).text(7.0), "7.0"},
+        {Levels(0.018, 5).text(-0.018), "-18.000_m"},
+        {Levels(2.0, 5).text(-1e-9), "0.0000"},
+        {Levels(nan, 5).text(nan), ""},
+        {Levels(1e300, 5).text(1e300), "> 999_T"},
+        {figures::fixed(-26.04, 1, "dB"), "-26.0_dB"},
+        {figures::fixed(-1e9, 1, "dB"), "< -999_dB"},
+        {figures::fixed(nan, 1), ""},
+        {figures::fixed(std::nullopt, 1), ""},
+        {figures::frequency(999999.99), "1.00000_MHz"},
+        {figures::frequency(0.05), "50.0000_mHz"},
+        {figures::offset(-93125.4), "-93.125_kHz"},
+        {figures::offset(-0.01), "0.0_Hz"}};
     for (const auto& [figure, text] : cases)
         EXPECT_EQ(figure, QString(text).replace('_', QChar(0x2009)));
 

@@ -101,8 +101,7 @@ void MeasureCommand::findSymbolRate(SignalSource& source, Measurement::Setup& se
             SymbolRateEstimate::ofSource(source, m_options.channel, m_options.receiver);
         using Verdict = SymbolRateEstimate::Verdict;
         setup.origin = Measurement::Origin::Estimated;
-        if (estimate.verdict == Verdict::Sure ||
-            (m_options.isSymbolRateAuto && estimate.verdict == Verdict::Unsure)) {
+        if (estimate.isToBeTaken(m_options.isSymbolRateAuto)) {
             setup.symbolRate = estimate.symbolRate;
             setup.confidence = estimate.confidence;
         }

@@ -81,18 +81,20 @@ void describeViews(const Add& add)
                  "follows each start bit, with <N> bits after it, 5 to 9, at --symbol-rate."),
         "N");
     add("demo",
-        Text::tr("Plays a built-in signal with the modulation <NAME>: BPSK, QPSK, 8PSK, 16QAM or "
-                 "64QAM."),
+        Text::tr(
+            "Plays the built-in signal <NAME>: BPSK, QPSK, 8PSK, 16QAM or 64QAM, as a receiver "
+            "has it, or NRZ, of two or four levels (QPSK)."),
         "NAME");
     add("snr", Text::tr("Signal-to-noise ratio of a symbol of it, 0 to 60 dB (28)."), "DB");
-    add("levels", Text::tr("Levels of the built-in signal: 2 or 4 (2)."), "N");
-    add("noise", Text::tr("Noise of the built-in signal, RMS in dB of its level, -60 to 6 (-26)."),
+    add("levels", Text::tr("Levels of the built-in NRZ signal: 2 or 4 (2)."), "N");
+    add("noise",
+        Text::tr("Noise of the built-in NRZ signal, RMS in dB of its level, -60 to 6 (-26)."),
         "DB");
-    add("jitter", Text::tr("Jitter of the built-in signal, RMS in unit intervals, 0 to 0.3 (0)."),
-        "UI");
+    add("jitter",
+        Text::tr("Jitter of the built-in NRZ signal, RMS in unit intervals, 0 to 0.3 (0)."), "UI");
     add("span", Text::tr("Shows <S> seconds of signal."), "S");
     add("speed",
-        Text::tr("Plays <X> seconds of signal in a second, 0.1 to 10; max: as fast as it goes."),
+        Text::tr("Plays <X> seconds of signal in a second, 1e-9 to 10; max: as fast as it goes."),
         "X");
 }
 
@@ -122,7 +124,7 @@ void optionTexts::describe(QCommandLineParser& parser)
 {
     parser.setApplicationDescription(
         Text::tr("Shows a signal over time, as an eye and as a constellation: a recording, "
-                 "or a built-in data signal when no file is given."));
+                 "or a built-in signal when no file is given."));
     parser.addOption({{QStringLiteral("h"), QStringLiteral("help")}, Text::tr("Shows this help.")});
     parser.addOption(
         {{QStringLiteral("v"), QStringLiteral("version")}, Text::tr("Shows the version.")});

@@ -18,6 +18,7 @@ constexpr double maxSeconds = 3600.0;
 constexpr double shortest = 1e-9; // seconds
 constexpr double minHertz = 0.001;
 constexpr int maxSide = 16384;
+const QString levelsName = QStringLiteral("NRZ");
 
 constexpr const char* receiverOptions[] = {"shift",    "bandwidth",  "squelch", "demod",
                                            "roll-off", "modulation", "no-agc",  "no-timing",
@@ -227,7 +228,7 @@ ReceiverSettings readReceiver(Reader& reader, const Options& options)
     return settings;
 }
 
-/// The built-in signal.
+/// The built-in signal of levels.
 NrzSettings readSettings(Reader& reader)
 {
     NrzSettings settings;
@@ -244,15 +245,26 @@ NrzSettings readSettings(Reader& reader)
     return settings;
 }
 
+/// Whether the built-in signal of levels is wanted; without a word one with a modulation, which all
+/// views have something of.
+bool wantsLevels(const Reader& reader)
+{
+    if (reader.isSet("demo"))
+        return reader.text("demo").toUpper() == levelsName;
+    return reader.isSet("levels") || reader.isSet("noise") || reader.isSet("jitter");
+}
+
 /// A built-in signal with a modulation.
 ModulationSettings readModulation(Reader& reader)
 {
     ModulationSettings settings;
-    const int index = ModulationSettings::names().indexOf(reader.text("demo").toUpper());
-    if (index < 0)
+    const QStringList names = ModulationSettings::names();
+    const int index = names.indexOf(reader.text("demo").toUpper());
+    if (index >= 0)
+        settings.scheme = static_cast<ModulationSettings::Scheme>(index);
+    else if (reader.isSet("demo"))
         reader.reject("demo",
-                      Text::tr("give one of %1").arg(ModulationSettings::names().join(", ")));
-    settings.scheme = static_cast<ModulationSettings::Scheme>(std::max(index, 0));
+                      Text::tr("give one of %1").arg((names + QStringList(levelsName)).join(", ")));
     settings.snrDb =
         reader.number("snr", ModulationSettings::minSnrDb, ModulationSettings::maxSnrDb)
             .value_or(settings.snrDb);
@@ -300,12 +312,12 @@ Options::Result Options::parse(const QStringList& arguments)
     readRecording(reader, options);
     readViews(reader, options);
     readSnapshot(reader, options);
-    if (parser.positionalArguments().isEmpty() && reader.isSet("demo"))
-        options.demo = readModulation(reader);
-    else if (parser.positionalArguments().isEmpty())
+    if (!parser.positionalArguments().isEmpty())
+        readSymbolRate(reader, options);
+    else if (wantsLevels(reader))
         options.builtIn = readSettings(reader);
     else
-        readSymbolRate(reader, options);
+        options.demo = readModulation(reader);
     options.receiver = readReceiver(reader, options);
     if (!reader.wrong().isEmpty())
         return wrong(reader.wrong());
@@ -334,7 +346,8 @@ Options::Result Options::parse(const QStringList& arguments)
                              .arg(QString::fromLatin1(name)));
     }
     if (!options.demo && !isRecording && reader.isSet("snr"))
-        return wrong(tr("--snr: only a signal of --demo has it; give one"));
+        return wrong(
+            tr("--snr: only a built-in signal with a modulation has it; give one by --demo"));
     for (const char* name : {"demo", "snr", "levels", "noise", "jitter"}) {
         if (isRecording && reader.isSet(name))
             return wrong(tr("--%1: only the built-in signal has it; leave out the recording")

@@ -35,7 +35,7 @@ public:
     /// @param known  by the recording, Bd.
     bool lacksSymbolRate(std::optional<double> known) const;
 
-    QString file; ///< recording; empty for the built-in signal
+    QString file; ///< recording; empty for a built-in signal
     Recording::Options recording;
     QStringList files;           ///< to measure
     bool isInfo = false;         ///< only say what the recording is
@@ -52,7 +52,7 @@ public:
     bool isSymbolRateAuto = false;    ///< estimate it instead
     ReceiverSettings receiver;        ///< on where an option asks for one of its stages
     NrzSettings builtIn;
-    std::optional<ModulationSettings> demo; ///< instead of it
+    std::optional<ModulationSettings> demo; ///< none: that of levels
     std::optional<int> eyeSymbolCount;      ///< of a trace; none of these: as kept
     std::optional<double> eyeBandwidth;     ///< as in EyeCut
     bool isTrajectory = false;              ///< see IqFeed

@@ -18,13 +18,11 @@ namespace {
 void play(MainWindow& window, double seconds)
 {
     SignalFeed& feed = window.feed();
-    feed.setWatching(false);
     window.panes().showWhilePaused([&] {
         if (!feed.gate().isFixed()) // that was played
             feed.transport().playThrough(seconds);
-        feed.fitToGate();
+        window.player().fitLevels();
     });
-    window.refresh();
     window.measure();
 }
 

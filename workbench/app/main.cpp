@@ -17,6 +17,7 @@
 #include <QFile>
 #include <QScreen>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -89,11 +90,14 @@ void resetSettings()
                 .arg(file.fileName(), file.errorString()));
 }
 
-/// What the estimate of a symbol rate says, where it is wanted; none for a channel that is not
-/// there, which others complain of.
+/// What the estimate of a symbol rate says, where it is wanted, or a picture would lack it; none
+/// for a channel that is not there, which others complain of.
 std::optional<SymbolRateEstimate> estimated(const Recording& recording, const Options& options)
 {
-    if (!options.isSymbolRateAuto || options.channel.last() >= recording.source->valueCount())
+    const SignalSource& source = *recording.source;
+    const bool isMissed = !options.snapshotFolder.isEmpty() && !options.symbolRate &&
+                          !source.symbolRate() && !source.isLive();
+    if (!(options.isSymbolRateAuto || isMissed) || options.channel.last() >= source.valueCount())
         return std::nullopt;
     return SymbolRateEstimate::ofSource(*recording.source, options.channel, options.receiver);
 }
@@ -116,12 +120,13 @@ std::optional<int> openRecording(MainWindow& window, const Options& options)
                                                            : QStringLiteral("characters")));
     std::optional<double> symbolRate = options.symbolRate;
     const auto estimate = estimated(recording, options);
-    const bool isFound = estimate && estimate->verdict != SymbolRateEstimate::Verdict::None;
-    if (isFound) {
+    const bool isFound = estimate && estimate->isToBeTaken(options.isSymbolRateAuto);
+    if (isFound)
+        symbolRate = estimate->symbolRate;
+    if (isFound && options.isSymbolRateAuto) {
         std::printf("%s\n", qPrintable(estimate->sentence()));
         std::fflush(stdout);
-        symbolRate = estimate->symbolRate;
-    } else if (estimate) { // what is there is shown all the same
+    } else if (estimate && options.isSymbolRateAuto) { // what is there is shown all the same
         say(about(options, estimate->sentence()));
     }
     QString why;
@@ -152,12 +157,17 @@ void apply(const Options& options, MainWindow& window)
     if (options.eyeBandwidth)
         feed.eye().setBandwidth(*options.eyeBandwidth);
     if (options.speed)
-        feed.transport().setSpeed(*options.speed);
+        window.player().setSpeed(*options.speed);
     if (options.spanSeconds)
         feed.setSpan(*options.spanSeconds);
     if (options.start && options.hasSeconds)
         window.player().fixGate(*options.start, *options.start + options.seconds,
                                 options.spanSeconds);
+    else if (!options.snapshotFolder.isEmpty() && !options.file.isEmpty() && !options.spanSeconds)
+        // Figures, eye and constellation of all that is played, though less is shown over time.
+        window.player().fixGate(options.start.value_or(0.0),
+                                options.start.value_or(0.0) + options.seconds,
+                                std::min(feed.span(), options.seconds));
     else if (options.start)
         feed.transport().seek(*options.start);
     window.refresh();
@@ -174,6 +184,7 @@ void prepare(MainWindow& window, const Options& options)
     if (!options.size)
         window.resize(usualSize.boundedTo(window.screen()->availableSize() - QSize(0, frame)));
     window.restoreParameters();
+    window.player().setEstimating(true);
     if (!options.size)
         window.restoreRoom();
 }

@@ -22,8 +22,6 @@ constexpr std::uint8_t isNoNumber = 2;
 
 int symbolLengthOf(const EyeCut& cut)
 {
-    if (!cut.hasSymbols())
-        return EyeCut::fixedLength;
     return std::max(usualTraceLength / cut.symbolCount / 2 * 2, minSymbolLength);
 }
 
@@ -82,8 +80,7 @@ EyeCutter::EyeCutter(const EyeCut& cut)
     , m_reach(static_cast<std::size_t>(cut.symbolCount + 1) / 2)
     , m_interpolator(std::make_unique<Interpolator>())
 {
-    const int symbols = m_cut.hasSymbols() ? m_cut.symbolCount : 1;
-    m_traceLength = static_cast<std::size_t>(symbols * m_symbolLength) + 1;
+    m_traceLength = static_cast<std::size_t>(m_cut.symbolCount * m_symbolLength) + 1;
     if (m_cut.hasSymbols() && m_cut.bandwidth > 0.0)
         m_filter = std::make_unique<LowPass>(m_cut.bandwidth / m_cut.samplesPerSymbol);
 }
@@ -99,19 +96,17 @@ void EyeCutter::start(std::int64_t position)
     m_flaws.clear();
     m_symbols.clear();
     m_next = 0;
-    m_nextFixed = -1;
 }
 
 void EyeCutter::push(const BlockPart& part)
 {
+    if (!m_cut.hasSymbols())
+        return;
     const auto end = m_start + static_cast<std::int64_t>(m_samples.size());
     if (part.position() != end || (part.first == 0 && part.block->isAfterGap))
         start(part.position());
     append(part);
-    if (m_cut.hasSymbols())
-        cutSymbols();
-    else
-        cutFixed();
+    cutSymbols();
     forget();
 }
 
@@ -127,23 +122,6 @@ void EyeCutter::append(const BlockPart& part)
             static_cast<std::uint8_t>((isSilent ? isQuiet : 0U) | (isNumber ? 0U : isNoNumber)));
     }
     part.forEachSymbol([this](const Symbol& symbol) { m_symbols.push_back(symbol); });
-}
-
-void EyeCutter::cutFixed()
-{
-    constexpr std::int64_t length = EyeCut::fixedLength;
-    const auto end = m_start + static_cast<std::int64_t>(m_samples.size());
-    if (m_nextFixed < 0)
-        m_nextFixed = (m_start + length - 1) / length * length;
-    for (; m_nextFixed + length < end; m_nextFixed += length) {
-        if (!isChosen(static_cast<double>(m_nextFixed / length)))
-            continue;
-        const auto first = m_samples.begin() + static_cast<std::ptrdiff_t>(m_nextFixed - m_start);
-        if (isClear(m_nextFixed, m_nextFixed + length, isQuiet | isNoNumber))
-            m_traces.insert(m_traces.end(), first, first + length + 1);
-        else
-            ++m_leftOutCount;
-    }
 }
 
 void EyeCutter::cutSymbols()
@@ -252,8 +230,8 @@ void EyeCutter::forget()
     m_symbols.erase(m_symbols.begin(), m_symbols.begin() + static_cast<std::ptrdiff_t>(used));
     m_next -= used;
     const double settle = m_filter ? m_filter->settleLength() + m_filter->delay() : 0.0;
-    const double kept = (m_cut.symbolCount + 2) * std::max(m_cut.samplesPerSymbol, 1.0) + settle +
-                        2.0 * reach + EyeCut::fixedLength;
+    const double kept =
+        (m_cut.symbolCount + 2) * std::max(m_cut.samplesPerSymbol, 1.0) + settle + 2.0 * reach;
     const auto end = static_cast<double>(m_start) + static_cast<double>(m_samples.size());
     const double needed = m_next < m_symbols.size() ? m_symbols[m_next].position : end;
     const double surplus = std::floor(std::min(needed, end) - kept - static_cast<double>(m_start));

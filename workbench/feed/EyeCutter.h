@@ -12,7 +12,6 @@
 /// How a signal is cut into the traces of an eye diagram.
 struct EyeCut
 {
-    static constexpr int fixedLength = 100; ///< samples of a trace where symbols are unknown
     static constexpr int maxSymbolCount = 16;
     static constexpr double minBandwidth = 0.2;
     static constexpr double maxBandwidth = 2.0;
@@ -21,14 +20,13 @@ struct EyeCut
 
     double samplesPerSymbol = 0.0; ///< nominal; 0: symbols are unknown
     int symbolCount = 2;           ///< symbols of a trace, 1 to maxSymbolCount
-    /// Where a low-pass before the eye is 3 dB down, symbol rates; 0: none. Without symbols, none.
+    /// Where a low-pass before the eye is 3 dB down, symbol rates; 0: none.
     double bandwidth = 0.0;
 };
 
 /// Cuts a signal into traces of equally many samples, about the middle of each symbol: that is in
 /// the middle of the trace, and a symbol period is a whole number of samples, between those of the
-/// signal. Where no symbols are known the signal is cut at a fixed length, each trace ending with
-/// the sample that the next one starts with.
+/// signal. Where no symbols are known there are no traces.
 ///
 /// Traces that touch a gap, silenced samples or a symbol that cannot be trusted are left out.
 class EyeCutter
@@ -56,7 +54,6 @@ private:
 
     void start(std::int64_t position);
     void append(const BlockPart& part);
-    void cutFixed();
     void cutSymbols();
     bool isChosen(double number) const;
     bool isWhole(std::size_t middle) const;
@@ -77,8 +74,7 @@ private:
     std::vector<double> m_samples;
     std::vector<std::uint8_t> m_flaws; // of the samples
     std::deque<Symbol> m_symbols;
-    std::size_t m_next = 0;        // symbol in the middle of the next trace
-    std::int64_t m_nextFixed = -1; // start of the next one of fixed length; negative: not known
+    std::size_t m_next = 0; // symbol in the middle of the next trace
     std::int64_t m_leftOutCount = 0;
     std::vector<double> m_traces;
 };

@@ -5,12 +5,6 @@
 #include <cmath>
 #include <limits>
 
-namespace {
-
-constexpr double margin = 0.05; // of the levels, above and below
-
-} // namespace
-
 EyeFeed::EyeFeed() { restart(); }
 
 void EyeFeed::open(const SignalFormat& format)
@@ -41,8 +35,8 @@ void EyeFeed::restart()
 void EyeFeed::setGateLength(double samples)
 {
     m_gateLength = samples;
-    const double length = m_cut.hasSymbols() ? m_cut.samplesPerSymbol : EyeCut::fixedLength;
-    m_cutter->setStep(stepFor(samples / length));
+    if (m_cut.hasSymbols())
+        m_cutter->setStep(stepFor(samples / m_cut.samplesPerSymbol));
 }
 
 /// A view takes one sample more of each trace.
@@ -74,8 +68,6 @@ void EyeFeed::show(const std::deque<BlockPart>& parts)
 
     double traceCount = 0.0;
     for (const BlockPart& part : parts) {
-        if (!m_cut.hasSymbols())
-            traceCount += static_cast<double>(part.count) / EyeCut::fixedLength;
         part.forEachSymbol([&traceCount](const Symbol& symbol) {
             traceCount += symbol.state == SymbolState::Good ? 1.0 : 0.0;
         });
@@ -88,14 +80,17 @@ void EyeFeed::show(const std::deque<BlockPart>& parts)
     setGateLength(m_gateLength);
 }
 
-void EyeFeed::fitLevels()
+void EyeFeed::setLevels(double lowest, double highest)
 {
-    double lowest = std::numeric_limits<double>::infinity();
-    double highest = -lowest;
-    for (const double sample : m_kept) {
-        lowest = std::min(lowest, sample);
-        highest = std::max(highest, sample);
-    }
-    if (lowest < highest)
-        setLevels(lowest - margin * (highest - lowest), highest + margin * (highest - lowest));
+    m_levels.fix(lowest, highest);
+    m_values.setY(lowest, highest);
+}
+
+void EyeFeed::followLevels(double elapsed)
+{
+    LevelExtremes shown;
+    for (const double sample : m_kept)
+        shown.add(sample);
+    if (m_levels.take(shown, elapsed))
+        m_values.setY(m_levels.lowest(), m_levels.highest());
 }

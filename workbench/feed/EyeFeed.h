@@ -3,6 +3,7 @@
 
 #include "workbench/feed/EyeCutter.h"
 #include "workbench/feed/EyeValues.h"
+#include "workbench/feed/LevelRange.h"
 
 /// Puts the traces of an eye into the values of the value tree: so many of those that can be cut
 /// that the ones an eye view keeps cover the gate.
@@ -34,9 +35,12 @@ public:
     /// Whether there was no trace since it was started anew.
     bool isEmpty() const { return m_kept.empty(); }
 
-    void setLevels(double lowest, double highest) { m_values.setY(lowest, highest); }
-    /// Fits the levels to the newest traces. Nothing while there are none, or where they are flat.
-    void fitLevels();
+    void setLevels(double lowest, double highest);
+    /// Fits the levels to those of the newest traces, and follows them.
+    void fitLevels() { m_levels.follow(); }
+    /// @param elapsed  s since the last call.
+    void followLevels(double elapsed);
+    const LevelRange& levels() const { return m_levels; }
 
 private:
     void restart();
@@ -44,6 +48,7 @@ private:
 
     EyeValues m_values;
     EyeCut m_cut;
+    LevelRange m_levels{0.05};
     std::unique_ptr<EyeCutter> m_cutter;
     double m_gateLength = 1.0;
     std::vector<double> m_kept; // newest traces

@@ -7,17 +7,25 @@
 
 namespace {
 
-constexpr double margin = 1.25;   // shown, of the level that fits
-constexpr double insiders = 0.99; // part of the points that decide on it
+constexpr double insiders = 0.99;           // part of the points that decide on the axes...
+constexpr std::size_t magnitudeCount = 256; // ...at most so many of a set
 
 } // namespace
 
 void IqFeed::open(const SignalFormat& format)
 {
+    m_hasQ = format.hasQ;
     m_hasDecisions = format.hasDecisions;
     m_isEmpty = true;
     m_open = Points();
     m_whole.clear();
+    m_magnitudes.clear();
+}
+
+void IqFeed::setTrajectory(bool wanted)
+{
+    m_isTrajectory = wanted;
+    m_magnitudes.clear(); // which are of other points
 }
 
 void IqFeed::setGateLength(double samples)
@@ -48,29 +56,27 @@ void IqFeed::takeSymbols(const BlockPart& part)
 {
     part.forEachSymbol([this](const Symbol& symbol) {
         if (symbol.state == SymbolState::Good)
-            add(symbol.value.real(), symbol.value.imag(), true);
+            add(symbol.value.real(), symbol.value.imag());
     });
 }
 
 void IqFeed::takeSamples(const BlockPart& part)
 {
     const SignalBlock& block = *part.block;
-    const std::vector<double>& i = block.i.empty() ? block.samples : block.i;
+    if (block.q.empty())
+        return;
     for (std::size_t k = part.first; k < part.first + part.count; ++k) {
         if (block.isQuiet.empty() || block.isQuiet[k] == 0)
-            add(i[k], block.q.empty() ? 0.0 : block.q[k], !block.q.empty());
+            add(block.i[k], block.q[k]);
     }
 }
 
 /// What is no point must not put out one that is.
-void IqFeed::add(double i, double q, bool hasQ)
+void IqFeed::add(double i, double q)
 {
     if (!std::isfinite(i) || !std::isfinite(q))
         return;
     m_open.i.push_back(i);
-    if (!hasQ && m_open.q.empty())
-        return;
-    m_open.q.resize(m_open.i.size() - 1); // of a set that began without
     m_open.q.push_back(q);
 }
 
@@ -88,12 +94,12 @@ void IqFeed::endSet()
             const std::size_t next = (k + 1) * count / maxPointCount;
             const std::size_t chosen = first + m_choice() % (next - first);
             points.i[k] = points.i[chosen];
-            if (!points.q.empty())
-                points.q[k] = points.q[chosen];
+            points.q[k] = points.q[chosen];
         }
         points.i.resize(maxPointCount);
-        points.q.resize(std::min(points.q.size(), maxPointCount));
+        points.q.resize(maxPointCount);
     }
+    noteMagnitudes(points);
     m_whole.push_back(std::move(points));
     if (m_whole.size() > setCount)
         m_whole.pop_front();
@@ -102,8 +108,6 @@ void IqFeed::endSet()
 /// A set without a point goes out, too: older ones grow old by it.
 void IqFeed::notify()
 {
-    if (m_fitLeft > 0 && !m_whole.empty())
-        fitLevel();
     const std::vector<double> nowhere(1, std::numeric_limits<double>::quiet_NaN());
     for (const Points& points : m_whole) {
         m_isEmpty = m_isEmpty && points.i.empty();
@@ -117,6 +121,7 @@ void IqFeed::show(const std::deque<BlockPart>& parts)
 {
     m_choice.seed();
     m_isEmpty = true;
+    m_magnitudes.clear();
     m_open = Points();
     m_whole.assign(setCount, Points()); // that push out what is shown
     std::int64_t total = 0;
@@ -142,32 +147,35 @@ void IqFeed::show(const std::deque<BlockPart>& parts)
     notify();
 }
 
-void IqFeed::fit()
+void IqFeed::noteMagnitudes(const Points& points)
 {
-    m_fitLeft = fitCount;
-    m_levels.clear();
+    std::vector<float> magnitudes;
+    const std::size_t step = points.i.size() / magnitudeCount + 1;
+    for (std::size_t k = 0; k < points.i.size(); k += step)
+        magnitudes.push_back(
+            static_cast<float>(std::max(std::abs(points.i[k]), std::abs(points.q[k]))));
+    m_magnitudes.push_back(std::move(magnitudes));
+    if (m_magnitudes.size() > setCount)
+        m_magnitudes.pop_front();
 }
 
-void IqFeed::fitLevel()
+void IqFeed::followLevels(double elapsed)
 {
-    --m_fitLeft;
-    for (const Points& points : m_whole) {
-        for (std::size_t k = 0; k < points.i.size(); ++k)
-            m_levels.push_back(
-                std::max(std::abs(points.i[k]), points.q.empty() ? 0.0 : std::abs(points.q[k])));
-    }
-    if (m_levels.empty())
+    std::vector<float> all;
+    for (const std::vector<float>& magnitudes : m_magnitudes)
+        all.insert(all.end(), magnitudes.begin(), magnitudes.end());
+    if (all.empty())
         return;
-    const double outermost = static_cast<double>(m_levels.size() - 1) * insiders;
-    const auto chosen = m_levels.begin() + static_cast<std::ptrdiff_t>(outermost);
-    std::nth_element(m_levels.begin(), chosen, m_levels.end());
-    if (*chosen > 0.0)
-        setLevel(margin * *chosen);
+    const double outermost = static_cast<double>(all.size() - 1) * insiders;
+    const auto chosen = all.begin() + static_cast<std::ptrdiff_t>(outermost);
+    std::nth_element(all.begin(), chosen, all.end());
+    if (m_levels.take({-*chosen, *chosen}, elapsed))
+        showAxes();
 }
 
 void IqFeed::setLevel(double level)
 {
-    m_level = level;
+    m_levels.fix(-level, level);
     showAxes();
 }
 
@@ -177,7 +185,4 @@ void IqFeed::setAspect(double aspect)
     showAxes();
 }
 
-void IqFeed::showAxes()
-{
-    m_values.setEnds(m_level * std::max(m_aspect, 1.0), m_level * std::max(1.0 / m_aspect, 1.0));
-}
+void IqFeed::showAxes() { m_values.setEnds(iEnd(), qEnd()); }

@@ -2,13 +2,15 @@
 #pragma once
 
 #include "workbench/feed/IqValues.h"
+#include "workbench/feed/LevelRange.h"
 #include "workbench/pipeline/Transport.h"
 
+#include <algorithm>
 #include <random>
 
 /// Puts the points of a constellation into the values of the value tree: those of symbols that can
 /// be trusted where the receiver decides on symbols, else the samples, thinned out to what a view
-/// draws at ease. What a squelch silences is never shown. A real signal lies on the I axis.
+/// draws at ease. What a squelch silences is never shown. A signal without Q has no points.
 ///
 /// The points come in data sets, each of as much signal that those a view keeps cover the gate. The
 /// axes cross in the middle, and I and Q have the same scale.
@@ -17,15 +19,15 @@ class IqFeed
 public:
     static constexpr std::size_t maxPointCount = 2048; ///< of a data set
     static constexpr std::int64_t setCount = 100;      ///< that an IQ view keeps
-    /// Notifications that a fit looks at, a second's worth.
-    static constexpr int fitCount = 30;
 
     /// Starts anew with a signal.
     void open(const SignalFormat& format);
     /// Shows the samples also where symbols are decided on: the trajectory between them.
-    void setTrajectory(bool wanted) { m_isTrajectory = wanted; }
+    void setTrajectory(bool wanted);
     bool isTrajectory() const { return m_isTrajectory; }
     bool knowsSymbols() const { return m_hasDecisions; }
+    /// Whether the signal has a Q.
+    bool hasQ() const { return m_hasQ; }
     /// Whether the points are those of the symbols, at the instants of decision.
     bool showsDecisions() const { return m_hasDecisions && !m_isTrajectory; }
     /// Whether no point was put out since it was started anew, or shown.
@@ -42,8 +44,14 @@ public:
 
     /// Shows the square of I and Q in which a level of this magnitude fits.
     void setLevel(double level);
-    /// Fits the axes to the notifications of the next second, whatever few points lie far out.
-    void fit();
+    /// Fits the axes to the points that are shown, whatever few of them lie far out, and follows.
+    void fitLevels() { m_levels.follow(); }
+    /// @param elapsed  s since the last call.
+    void followLevels(double elapsed);
+    const LevelRange& levels() const { return m_levels; }
+    /// Where the axes end in the positive: of I and of Q.
+    double iEnd() const { return m_levels.highest() * std::max(m_aspect, 1.0); }
+    double qEnd() const { return m_levels.highest() * std::max(1.0 / m_aspect, 1.0); }
     /// Width of the plot divided by its height.
     void setAspect(double aspect);
 
@@ -51,17 +59,18 @@ private:
     struct Points
     {
         std::vector<double> i;
-        std::vector<double> q; ///< none of a real signal
+        std::vector<double> q;
     };
 
     void takeSymbols(const BlockPart& part);
     void takeSamples(const BlockPart& part);
-    void add(double i, double q, bool hasQ);
+    void add(double i, double q);
     void endSet();
-    void fitLevel();
+    void noteMagnitudes(const Points& points);
     void showAxes();
 
     IqValues m_values;
+    bool m_hasQ = true;
     bool m_hasDecisions = false;
     bool m_isEmpty = true;
     bool m_isTrajectory = false;
@@ -70,8 +79,7 @@ private:
     Points m_open;
     std::deque<Points> m_whole; // to be put out
     std::minstd_rand m_choice;
-    std::vector<double> m_levels; // of the points that a fit has seen
-    int m_fitLeft = 0;
-    double m_level = 1.0;
+    LevelRange m_levels{0.125};                  // of I and Q alike
+    std::deque<std::vector<float>> m_magnitudes; // of some points of each set that is shown
     double m_aspect = 1.0;
 };

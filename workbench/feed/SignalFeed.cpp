@@ -8,7 +8,6 @@
 namespace {
 
 constexpr double queuedPeriods = 4.0; // that are due at once at most
-constexpr double margin = 0.05;       // of the levels, above and below
 
 } // namespace
 
@@ -28,20 +27,27 @@ void SignalFeed::open(std::unique_ptr<SignalSource> source, const ChannelChoice&
     m_transport.open(nullptr);
     m_channel = channel;
     m_symbolRate = symbolRate;
-    m_isWatching = true;
+    m_isSpanChosen = false;
     m_source = SourceFacts::of(*source);
     m_pipeline.reset();
     m_pipeline = std::make_unique<Pipeline>(std::move(source), m_channel, usedReceiver());
     m_gate.open(format().sampleRate);
     m_transport.open(m_pipeline.get());
     setScale();
-    setSpan(scale().defaultSpan);
+    layOut();
 }
 
 const SignalFormat& SignalFeed::format() const
 {
     static const SignalFormat none;
     return m_pipeline ? m_pipeline->format() : none;
+}
+
+QString SignalFeed::levelUnit() const
+{
+    const bool isFm = m_receiver.isOn && format().isDemodulated &&
+                      m_receiver.demodulation == ReceiverSettings::Demodulation::Fm;
+    return isFm ? QStringLiteral("Hz") : QString();
 }
 
 QString SignalFeed::trouble() const { return m_pipeline ? m_pipeline->trouble() : QString(); }
@@ -152,7 +158,14 @@ void SignalFeed::setScale()
 
 void SignalFeed::setSpan(double seconds)
 {
+    m_isSpanChosen = true;
     m_time.setSpan(seconds, m_transport.periodLength());
+    layOut();
+}
+
+void SignalFeed::setCountingSymbols(bool wanted)
+{
+    m_time.setCountingSymbols(wanted);
     layOut();
 }
 
@@ -172,7 +185,7 @@ void SignalFeed::releaseGate()
 void SignalFeed::layOut()
 {
     m_periodLength = m_transport.periodLength();
-    m_time.setSpan(m_time.span(), m_periodLength);
+    m_time.setSpan(m_isSpanChosen ? m_time.span() : scale().defaultSpan, m_periodLength);
     if (!m_pipeline)
         return;
     const double shown = std::ceil(m_time.span() * format().sampleRate);
@@ -212,10 +225,6 @@ std::size_t SignalFeed::play(std::size_t count)
             m_time.restart();
             isFresh = true;
         }
-    }
-    if (m_isWatching && m_time.hasSignal()) {
-        m_isWatching = false;
-        emit signalSeen();
     }
     notify();
     return done;
@@ -273,18 +282,9 @@ void SignalFeed::setLevels(double lowest, double highest)
     m_iq.setLevel(std::max(std::abs(lowest), std::abs(highest)));
 }
 
-void SignalFeed::fitToGate()
+void SignalFeed::fitLevels()
 {
-    double lowest = std::numeric_limits<double>::infinity();
-    double highest = -lowest;
-    for (const double sample : m_gate.samples()) {
-        lowest = std::min(lowest, std::isfinite(sample) ? sample : lowest);
-        highest = std::max(highest, std::isfinite(sample) ? sample : highest);
-    }
-    if (!(lowest < highest))
-        return;
-    m_time.setLevels(lowest - margin * (highest - lowest), highest + margin * (highest - lowest));
+    m_time.fitLevels();
     m_eye.fitLevels();
-    m_iq.fit();
-    m_iq.show(m_gate.parts());
+    m_iq.fitLevels();
 }

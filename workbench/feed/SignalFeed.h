@@ -35,6 +35,8 @@ public:
     const SourceFacts& source() const { return m_source; }
     /// Of what is shown.
     const SignalFormat& format() const;
+    /// Of the samples that are shown over time: "Hz" of those of an FM demodulator, else empty.
+    QString levelUnit() const;
     const TimeScale& scale() const { return m_time.scale(); }
     /// Does something with the source while it is not read. Needs one.
     void changeSource(const std::function<void(SignalSource&)>& work);
@@ -70,6 +72,8 @@ public:
     const Transport& transport() const { return m_transport; }
     EyeFeed& eye() { return m_eye; }
     const EyeFeed& eye() const { return m_eye; }
+    TimeFeed& time() { return m_time; }
+    const TimeFeed& time() const { return m_time; }
     IqFeed& iq() { return m_iq; }
     const IqFeed& iq() const { return m_iq; }
     const Gate& gate() const { return m_gate; }
@@ -79,16 +83,16 @@ public:
     /// The gate is what the time view shows, from now on.
     void releaseGate();
 
-    /// Time shown, s; clamped to what can be shown.
+    /// Time shown, s, from now on, also of another symbol rate; clamped to what can be shown.
     void setSpan(double seconds);
+    /// Whether the time axis counts symbols where they are known; else seconds. True at first.
+    void setCountingSymbols(bool wanted);
     double span() const { return m_time.span(); }
     double segmentLength() const { return m_time.segmentLength(); }
     void setLevels(double lowest, double highest);
-    /// Fits the levels to the gate. Nothing where there is no signal in it.
-    void fitToGate();
-    /// Whether to watch for a signal: for samples that differ. Silence has no levels that an axis
-    /// could be fitted to.
-    void setWatching(bool watching) { m_isWatching = watching; }
+    /// Fits the levels to what is shown, and follows it. Whoever shows it calls the parts'
+    /// followLevels now and then.
+    void fitLevels();
     /// Whether samples were played since the source was opened, or since it was gone to another
     /// place.
     bool hasPlayed() const { return m_hasPlayed; }
@@ -96,10 +100,6 @@ public:
     void showGate();
     /// Lets the views forget what they show, as if no sample had come.
     void showNothing();
-
-signals:
-    /// What was watched for comes with the next notification; it is not watched for any more.
-    void signalSeen();
 
 private:
     std::size_t play(std::size_t count);
@@ -122,6 +122,6 @@ private:
     ChannelChoice m_channel;
     std::optional<double> m_symbolRate;
     double m_periodLength = 0.0; // that all is laid out for
-    bool m_isWatching = false;
+    bool m_isSpanChosen = false; // else it is the usual one
     bool m_hasPlayed = false;
 };

@@ -18,6 +18,8 @@ void TimeFeed::open(const TimeScale& scale, std::optional<double> frameLength)
 {
     m_scale = scale;
     m_segments.setFrameLength(frameLength);
+    m_shown.clear();
+    m_shownCount = 0.0;
     restart();
 }
 
@@ -26,6 +28,7 @@ void TimeFeed::open(const TimeScale& scale, std::optional<double> frameLength)
 void TimeFeed::setSpan(double seconds, double periodLength)
 {
     m_span = std::clamp(seconds, m_scale.minSpan, m_scale.maxSpan);
+    m_scale.setUnit(m_span, m_countsSymbols);
     m_values.setX(-m_scale.span(m_span), 0.0);
     const double samples = m_span * m_scale.sampleRate;
     m_segments.setLength(static_cast<std::size_t>(
@@ -74,6 +77,7 @@ void TimeFeed::add(const double* samples, std::size_t count)
 {
     if (count == 0)
         return;
+    noteLevels(samples, count);
     m_newSamples.assign(samples, samples + count);
     m_newMarkers.assign(count, 0.0);
     m_newMarkers.front() = m_marker;
@@ -90,16 +94,32 @@ void TimeFeed::notify()
     m_markers.clear();
 }
 
-bool TimeFeed::hasSignal() const
+void TimeFeed::noteLevels(const double* samples, std::size_t count)
 {
-    const double* first = nullptr;
-    for (const double& sample : m_samples) {
-        if (std::isfinite(sample) && first && sample != *first)
-            return true;
-        if (std::isfinite(sample))
-            first = &sample;
+    Stretch stretch{static_cast<double>(count), {}};
+    for (std::size_t k = 0; k < count; ++k)
+        stretch.levels.add(samples[k]);
+    m_shown.push_back(stretch);
+    m_shownCount += stretch.count;
+    while (m_shownCount - m_shown.front().count >= m_span * m_scale.sampleRate) {
+        m_shownCount -= m_shown.front().count;
+        m_shown.pop_front();
     }
-    return false;
+}
+
+void TimeFeed::setLevels(double lowest, double highest)
+{
+    m_levels.fix(lowest, highest);
+    m_values.setY(lowest, highest);
+}
+
+void TimeFeed::followLevels(double elapsed)
+{
+    LevelExtremes shown;
+    for (const Stretch& stretch : m_shown)
+        shown.add(stretch.levels);
+    if (m_levels.take(shown, elapsed))
+        m_values.setY(m_levels.lowest(), m_levels.highest());
 }
 
 // A segment as long as the time shown is all that a view still has room for. Along zero it looks as
@@ -113,6 +133,8 @@ void TimeFeed::show(std::int64_t position, const std::vector<double>& samples)
     markers.front() = static_cast<double>(markers.size());
     m_values.notify(std::vector<double>(markers.size()), markers);
     restart();
+    m_shown.clear();
+    m_shownCount = 0.0;
     for (std::size_t done = 0; done < samples.size();) {
         const auto here = position + static_cast<std::int64_t>(done);
         const std::size_t left = samples.size() - done;

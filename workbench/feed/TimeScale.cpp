@@ -5,10 +5,13 @@
 
 namespace {
 
-constexpr double recordingSpan = 2.0;    // s, shown of a signal without frames
-constexpr double frameCount = 2.0;       // shown of a signal with frames
-constexpr double minSampleCount = 16.0;  // fewer do not make a picture
-constexpr double fewSampleCount = 200.0; // shown at least of a slow signal
+constexpr double usualSampleCount = 3200.0; // shown at first of a signal without frames...
+constexpr double fewSymbols = 80.0;         // ...but no fewer symbols
+constexpr double manySymbols = 400.0;       // ...and no more
+constexpr double mostSeconds = 4.0;         // shown at first, to see soon what comes...
+constexpr double fewSampleCount = 200.0;    // ...but at least this
+constexpr double frameCount = 2.0;          // shown of a signal with frames
+constexpr double minSampleCount = 16.0;     // fewer do not make a picture
 
 } // namespace
 
@@ -17,20 +20,29 @@ TimeScale TimeScale::of(double sampleRate, std::optional<double> length,
 {
     TimeScale scale;
     scale.sampleRate = sampleRate;
+    scale.symbolRate = symbolRate;
     scale.minSpan = minSampleCount / sampleRate;
     scale.maxSpan = maxSegmentCount * frameLength.value_or(maxBlockLength) / sampleRate;
 
-    double span = std::max(recordingSpan, fewSampleCount / sampleRate);
+    double span =
+        std::min(usualSampleCount / sampleRate, std::max(mostSeconds, fewSampleCount / sampleRate));
     if (frameLength)
         span = frameCount * *frameLength / sampleRate;
+    else if (symbolRate)
+        span = std::clamp(span, fewSymbols / *symbolRate, manySymbols / *symbolRate);
     if (length)
         span = std::min(span, *length);
     scale.defaultSpan = std::clamp(span, scale.minSpan, scale.maxSpan);
+    scale.setUnit(scale.defaultSpan, true);
+    return scale;
+}
 
-    if (symbolRate) {
-        scale.unit = Unit::Symbol;
-        scale.samplesPerUnit = scale.sampleRate / *symbolRate;
-        return scale;
+void TimeScale::setUnit(double span, bool wantsSymbols)
+{
+    if (symbolRate && wantsSymbols) {
+        unit = Unit::Symbol;
+        samplesPerUnit = sampleRate / *symbolRate;
+        return;
     }
     struct
     {
@@ -41,10 +53,9 @@ TimeScale TimeScale::of(double sampleRate, std::optional<double> length,
                            {Unit::Microsecond, 1e-6},
                            {Unit::Nanosecond, 1e-9}};
     for (const auto& candidate : units) {
-        scale.unit = candidate.unit;
-        scale.samplesPerUnit = scale.sampleRate * candidate.seconds;
-        if (scale.defaultSpan / candidate.seconds >= 100.0)
+        unit = candidate.unit;
+        samplesPerUnit = sampleRate * candidate.seconds;
+        if (span / candidate.seconds >= 0.1)
             break;
     }
-    return scale;
 }

@@ -6,8 +6,7 @@
 #include <optional>
 
 /// How a signal is laid out on the time axis. The axis counts in units of T, whose number of
-/// samples is the view's baud rate. T is the symbol period where the symbol rate is known; else it
-/// is the longest of 1 s, 1 ms, 1 us and 1 ns with which the default span is 100 T or more.
+/// samples is the view's baud rate: T is the symbol period, or 1 s, 1 ms, 1 us or 1 ns.
 struct TimeScale
 {
     enum class Unit { Symbol, Second, Millisecond, Microsecond, Nanosecond };
@@ -25,13 +24,18 @@ struct TimeScale
     static TimeScale of(double sampleRate, std::optional<double> length,
                         std::optional<double> frameLength, std::optional<double> symbolRate);
 
+    /// Counts in symbols, where they are wanted and the symbol rate is known; else in the longest
+    /// part of a second of which a span has a tenth or more.
+    void setUnit(double span, bool wantsSymbols);
     double span(double seconds) const { return seconds * sampleRate / samplesPerUnit; }
     double unitSeconds() const { return samplesPerUnit / sampleRate; }
 
-    double sampleRate = 1.0;     ///< Hz
-    double samplesPerUnit = 1.0; ///< samples of T
+    double sampleRate = 1.0;          ///< Hz
+    std::optional<double> symbolRate; ///< Bd
+    double samplesPerUnit = 1.0;      ///< samples of T
     Unit unit = Unit::Second;
     double minSpan = 1.0; ///< shortest and longest span that can be shown, s
     double maxSpan = 1.0;
-    double defaultSpan = 1.0; ///< s
+    /// s: two frames, some hundred symbols or some thousand samples, which can be made out.
+    double defaultSpan = 1.0;
 };

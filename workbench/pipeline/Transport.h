@@ -23,7 +23,7 @@ class Transport : public QObject
 public:
     static constexpr double rate = 30.0;              ///< Hz, of what is due
     static constexpr double maxPeriodLength = 131072; ///< samples that are due in a period at most
-    static constexpr double minSpeed = 0.1;
+    static constexpr double minSpeed = 1e-9;
     static constexpr double maxSpeed = 10.0;
     /// A speed: as fast as the signal can be read and shown.
     static constexpr double fastest = std::numeric_limits<double>::infinity();

@@ -73,6 +73,11 @@ public:
     static SymbolRateEstimate ofSource(SignalSource& source, const ChannelChoice& channel,
                                        const ReceiverSettings& settings, const GoOn& goOn = {});
 
+    /// Whether to take it: what was asked for also where it is unsure, else only what is sure.
+    bool isToBeTaken(bool isAsked) const
+    {
+        return verdict == Verdict::Sure || (isAsked && verdict == Verdict::Unsure);
+    }
     /// What was found, and what to do where that is not sure: one sentence.
     QString sentence() const;
 

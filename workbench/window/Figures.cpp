@@ -36,6 +36,16 @@ QString joined(double value, int decimals, const QString& unit)
     return unit.isEmpty() ? text : text + QChar(0x2009) + unit;
 }
 
+QString withPrefix(std::optional<double> value, int digits, const QString& unit)
+{
+    if (!value || !std::isfinite(*value))
+        return QString();
+    const int exponent = exponentOf(*value, digits);
+    const int power = powerOf(exponent);
+    return joined(*value / std::pow(1000.0, power), digits - 1 - (exponent - 3 * power),
+                  prefixOf(power) + unit);
+}
+
 QString beyond(double value, const QString& unit)
 {
     return QLatin1String(value > 0.0 ? "> " : "< ") + joined(std::copysign(most, value), 0, unit);
@@ -52,13 +62,12 @@ QString figures::fixed(std::optional<double> value, int decimals, const QString&
 
 QString figures::frequency(std::optional<double> hertz)
 {
-    constexpr int digits = 6;
-    if (!hertz || !std::isfinite(*hertz))
-        return QString();
-    const int exponent = exponentOf(*hertz, digits);
-    const int power = powerOf(exponent);
-    return joined(*hertz / std::pow(1000.0, power), digits - 1 - (exponent - 3 * power),
-                  prefixOf(power) + QLatin1String("Hz"));
+    return withPrefix(hertz, 6, QStringLiteral("Hz"));
+}
+
+QString figures::duration(std::optional<double> seconds)
+{
+    return withPrefix(seconds, 4, QStringLiteral("s"));
 }
 
 QString figures::offset(std::optional<double> hertz)
@@ -98,14 +107,14 @@ QString figures::stretch(double from, double to)
              joined(to / scale, decimals, prefixOf(power) + QLatin1Char('s')));
 }
 
-figures::Levels::Levels(double largest, int digits)
+figures::Levels::Levels(double largest, int digits, const QString& unit)
 {
     if (!(largest > 0.0) || !std::isfinite(largest))
         largest = 1.0;
     const int exponent = exponentOf(largest, digits);
     const int power = exponent == -1 || exponent == 3 ? 0 : powerOf(exponent);
     m_unit = std::pow(1000.0, power);
-    m_prefix = prefixOf(power);
+    m_sign = prefixOf(power) + unit;
     m_decimals = digits - 1 - std::max(exponent - 3 * power, 0);
 }
 
@@ -115,5 +124,5 @@ QString figures::Levels::text(double level) const
         return QString();
     const double value = level / m_unit;
     const bool isBeyond = std::abs(value) > 100.0 * most; // the largest is below 10 times
-    return isBeyond ? beyond(value, m_prefix) : joined(value, m_decimals, m_prefix);
+    return isBeyond ? beyond(value, m_sign) : joined(value, m_decimals, m_sign);
 }

@@ -15,6 +15,8 @@ namespace figures {
 QString fixed(std::optional<double> value, int decimals, const QString& unit = QString());
 /// Six digits with the prefix that fits: "1.20000 kHz".
 QString frequency(std::optional<double> hertz);
+/// Four digits with the prefix that fits: "779.2 µs".
+QString duration(std::optional<double> seconds);
 /// To tenths of Hz, or thousandths of kHz, MHz or GHz: "-93.125 kHz".
 QString offset(std::optional<double> hertz);
 /// A value and its deviation, with two digits of that and as many of the value, and the prefix that
@@ -30,13 +32,14 @@ class Levels
 public:
     /// @param largest  of their magnitudes; 0 and what is not finite count as 1.
     /// @param digits   of that one, at least 3; fewer between 0.1 and 1, which need no prefix.
-    Levels(double largest, int digits);
+    /// @param unit     of the levels; empty: none.
+    Levels(double largest, int digits, const QString& unit = QString());
 
     QString text(double level) const;
 
 private:
     double m_unit = 1.0; // of the prefix
-    QString m_prefix;
+    QString m_sign;      // prefix and unit
     int m_decimals = 0;
 };
 

@@ -3,16 +3,15 @@
 
 #include "workbench/window/PanelForm.h"
 #include "workbench/window/Player.h"
+#include "workbench/window/QuantityEditor.h"
 
 #include <QComboBox>
-#include <QDoubleSpinBox>
 #include <QLabel>
 #include <QSignalBlocker>
 
 namespace {
 
-constexpr double shortest = 1e-6; // of the length, between the times
-constexpr int decimals = 4;
+constexpr int digits = 7; // of a time
 
 } // namespace
 
@@ -36,20 +35,17 @@ GatePanel::GatePanel(QWidget* parent)
         if (kind == 0)
             emit shownChosen();
         else
-            emit stretchChosen(m_from->value() * m_unit, m_to->value() * m_unit);
+            emit stretchChosen(m_from->value(), m_to->value());
     });
 }
 
-QDoubleSpinBox* GatePanel::addTime(const QString& name)
+TimeEditor* GatePanel::addTime(const QString& name)
 {
-    auto* editor = new QDoubleSpinBox(this);
-    editor->setStepType(QAbstractSpinBox::AdaptiveDecimalStepType);
-    editor->setKeyboardTracking(false);
-    editor->setDecimals(decimals);
+    auto* editor = new TimeEditor(digits, this);
     editor->setAccessibleName(QString(name).remove(QLatin1Char('&')));
     connect(editor, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, [this] {
         if (m_to->value() > m_from->value())
-            emit stretchChosen(m_from->value() * m_unit, m_to->value() * m_unit);
+            emit stretchChosen(m_from->value(), m_to->value());
     });
     return editor;
 }
@@ -63,18 +59,21 @@ void GatePanel::show(const Player& player)
     if (!length)
         return;
     m_kind->setCurrentIndex(gate.isFixed() ? 1 : 0);
-    m_unit = *length < 1e-3 ? 1e-6 : *length < 1.0 ? 1e-3 : 1.0;
+    const double seconds = *length < 1e-3 ? 1e-6 : *length < 1.0 ? 1e-3 : 1.0;
     const QString unit = *length < 1e-3  ? QStringLiteral("µs")
                          : *length < 1.0 ? QStringLiteral("ms")
                                          : QStringLiteral("s");
     const double time = feed.transport().time();
     const double from = gate.isFixed() ? gate.fixedFrom() : std::max(time - feed.span(), 0.0);
-    const double to = gate.isFixed() ? gate.fixedTo() : std::max(time, shortest * *length);
-    for (QDoubleSpinBox* editor : {m_from, m_to}) {
+    const double to =
+        gate.isFixed() ? gate.fixedTo() : std::max(time, std::min(feed.span(), *length));
+    const auto symbolRate = feed.symbolRate();
+    for (TimeEditor* editor : {m_from, m_to}) {
         const QSignalBlocker quiet(editor);
         editor->setEnabled(gate.isFixed());
-        editor->setSuffix(QChar(0x2009) + unit);
-        editor->setRange(0.0, *length / m_unit);
-        editor->setValue((editor == m_from ? from : to) / m_unit);
+        editor->setUnit(unit, seconds,
+                        symbolRate ? std::optional(1.0 / *symbolRate) : std::nullopt);
+        editor->setRange(0.0, *length);
+        editor->setValue(editor == m_from ? from : to);
     }
 }

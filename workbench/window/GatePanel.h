@@ -5,7 +5,7 @@
 
 class Player;
 class QComboBox;
-class QDoubleSpinBox;
+class TimeEditor;
 
 /// The gate: what the time view shows, or the stretch between two times. It changes nothing itself;
 /// the signals say what the user wants, and come from the user only.
@@ -22,10 +22,9 @@ signals:
     void stretchChosen(double from, double to); ///< s
 
 private:
-    QDoubleSpinBox* addTime(const QString& name);
+    TimeEditor* addTime(const QString& name);
 
     QComboBox* m_kind;
-    QDoubleSpinBox* m_from;
-    QDoubleSpinBox* m_to;
-    double m_unit = 1.0; // s, of the editors
+    TimeEditor* m_from;
+    TimeEditor* m_to;
 };

@@ -23,6 +23,7 @@
 #include "workbench/window/PlaybackControls.h"
 #include "workbench/window/Progress.h"
 #include "workbench/window/Readings.h"
+#include "workbench/window/RefusedInput.h"
 #include "workbench/window/StatusFields.h"
 #include "workbench/window/ViewBindings.h"
 #include "workbench/window/ViewMenu.h"
@@ -76,9 +77,7 @@ MainWindow::MainWindow(SchemeChoice& scheme)
     , m_panes(new ViewPanes(this))
     , m_timeView(m_panes->add<VCGLTimeDiagram>("time", tr("&Time diagram")))
     , m_eyeView(m_panes->add<VCGLEyeDiagram>("eye", tr("&Eye diagram")))
-    // The axes of its own auto scaling would not have the same scale.
-    , m_iqView(m_panes->add<VCGLIQDiagram>("iq", tr("&IQ diagram"), menuOf,
-                                           [this] { feed().iq().fit(); }))
+    , m_iqView(m_panes->add<VCGLIQDiagram>("iq", tr("&IQ diagram"), menuOf))
     , m_status(new StatusFields(this))
     , m_parameters(new ParameterDock(m_player, this))
     , m_file(new FileMenu(*this))
@@ -86,10 +85,13 @@ MainWindow::MainWindow(SchemeChoice& scheme)
     , m_playback(new PlaybackControls(*this, m_player, *m_panes))
     , m_view(new ViewMenu(*this, m_player, *m_panes, *m_parameters))
     , m_states(*m_panes)
+    , m_levels(feed(), *m_timeView, *m_eyeView, *m_iqView)
+    , m_units(*m_timeView, *m_eyeView)
     , m_readings(new Readings(*m_panes, this))
     , m_measuring(new Measuring(this))
     , m_export(*m_panes, feed())
 {
+    new refusedInput::Watch(this);
     setMinimumSize(640, 400);
     setAcceptDrops(true);
     setStatusBar(m_status);
@@ -181,7 +183,6 @@ void MainWindow::connectPlayer()
     connect(&m_player, &Player::changed, this, &MainWindow::refresh);
     connect(&m_player, &Player::clockChanged, this, [this] { sayNotices({}); });
     connect(&feed().transport(), &Transport::playingChanged, this, &MainWindow::showPlaying);
-    connect(&feed(), &SignalFeed::signalSeen, m_panes, &ViewPanes::autoScale);
     connect(m_measuring, &Measuring::measured, m_readings, &Readings::show);
 }
 
@@ -238,6 +239,8 @@ void MainWindow::refresh()
     if (feed().isOpen())
         m_parameters->panel().show(m_player);
     m_parameters->showReceiver();
+    m_units.show(feed());
+    m_readings->setUnits(feed().levelUnit(), feed().scale());
     refreshStatus();
 }
 
@@ -251,6 +254,7 @@ void MainWindow::refreshStatus()
 {
     m_playback->refreshTime();
     m_states.refresh(feed());
+    m_levels.follow();
     if (!feed().transport().isPlaying() || !m_readingsClock.isValid() ||
         m_readingsClock.hasExpired(readingsPeriodMs)) {
         m_readingsClock.start();

@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/window/AxisLabels.h"
+#include "workbench/window/LevelFollower.h"
 #include "workbench/window/PaneStates.h"
 #include "workbench/window/Player.h"
 #include "workbench/window/ViewExport.h"
@@ -98,6 +100,8 @@ private:
     PlaybackControls* m_playback;
     ViewMenu* m_view;
     PaneStates m_states;
+    LevelFollower m_levels;
+    AxisUnits m_units;
     Readings* m_readings;
     Measuring* m_measuring;
     ViewExport m_export;

@@ -3,6 +3,7 @@
 
 #include "workbench/feed/SignalFeed.h"
 #include "workbench/window/Figures.h"
+#include "workbench/window/Units.h"
 #include "workbench/window/ViewPanes.h"
 
 #include <utility>
@@ -50,8 +51,6 @@ QString PaneStates::whyNoSymbols(const SignalFeed& feed, const QString& searched
     if (!searched.isEmpty())
         return isPlaying ? tr("waiting for the receiver: %1").arg(searched)
                          : tr("no symbols: %1").arg(searched);
-    if (!feed.eye().cut().hasSymbols())
-        return tr("waiting for samples");
     return isPlaying ? tr("waiting for the clock of the symbols")
                      : tr("the clock of the symbols was not found");
 }
@@ -74,34 +73,77 @@ QString PaneStates::howLongItStands(const SignalFeed& feed)
                                  : tr("stands still for %1 min").arg(seconds / 60);
 }
 
-void PaneStates::refresh(const SignalFeed& feed)
+/// What an eye would need that the signal has not; empty when it has all.
+QString PaneStates::whatEyeNeeds(const SignalFeed& feed)
+{
+    if (feed.eye().cut().hasSymbols())
+        return QString();
+    return feed.symbolRate() ? tr("An eye needs some samples of each symbol: give another symbol "
+                                  "rate under Parameters")
+                             : tr("An eye needs the symbol rate: give it under Parameters, or let "
+                                  "it be estimated there");
+}
+
+/// Likewise a constellation.
+QString PaneStates::whatIqNeeds(const SignalFeed& feed)
+{
+    if (feed.iq().hasQ())
+        return QString();
+    return tr("A constellation needs I and Q, but this signal has one value a sample. Where it is "
+              "on a carrier, the receiver (F8) makes I and Q of it");
+}
+
+void PaneStates::showNotes(const SignalFeed& feed, const QString& searched)
 {
     const QString standing = howLongItStands(feed);
     const bool stands = !standing.isEmpty();
     const QString missing = stands ? standing : whatIsMissing(feed);
-    const bool hasClock = feed.eye().cut().hasSymbols();
-    const QString searched = whatIsSearched(feed);
     const QString why = whyNoSymbols(feed, searched);
-    const bool isIqEmpty = feed.iq().showsDecisions() && feed.iq().isEmpty();
     m_panes.setNote(timePane, missing, stands);
-    m_panes.setNote(eyePane, missing.isEmpty() && feed.eye().isEmpty() ? why : missing, stands);
-    m_panes.setNote(iqPane, missing.isEmpty() && isIqEmpty ? why : missing, stands);
+    const auto show = [&](std::size_t pane, const QString& needed, bool isEmpty) {
+        m_panes.setIdle(pane, !needed.isEmpty());
+        const QString without = missing.isEmpty() && isEmpty ? why : missing;
+        m_panes.setNote(pane, needed.isEmpty() ? without : needed, stands && needed.isEmpty());
+    };
+    show(eyePane, whatEyeNeeds(feed), feed.eye().isEmpty());
+    show(iqPane, whatIqNeeds(feed), feed.iq().showsDecisions() && feed.iq().isEmpty());
+}
 
-    const ReceiverSettings& receiver = feed.receiver();
+void PaneStates::showModes(const SignalFeed& feed, const QString& searched)
+{
+    const bool isFm = !feed.levelUnit().isEmpty();
+    const Gate& gate = feed.gate();
+    QStringList time;
+    if (gate.isFixed())
+        time += tr("gate: %1").arg(figures::stretch(gate.fixedFrom(), gate.fixedTo()));
+    if (isFm)
+        time += tr("frequency in %1").arg(feed.levelUnit());
+    time += feed.scale().unit == TimeScale::Unit::Symbol
+                ? tr("time in symbols")
+                : tr("time in %1").arg(units::sign(feed.scale()));
+    m_panes.setMode(timePane, time.join(QStringLiteral(", ")));
+
+    QStringList eye;
+    if (feed.eye().cut().hasSymbols()) {
+        if (!searched.isEmpty())
+            eye += searched;
+        const int count = feed.eye().cut().symbolCount;
+        eye += count == 1 ? tr("0 to 1: one symbol") : tr("0 to 1: %1 symbols").arg(count);
+    }
+    m_panes.setMode(eyePane, eye.join(QStringLiteral(", ")));
+
     QString iq = feed.iq().showsDecisions() ? tr("decision instants") : tr("trajectory");
-    if (receiver.isOn && receiver.demodulation == ReceiverSettings::Demodulation::Fm)
-        iq = tr("before FM demodulation: trajectory");
-    else if (receiver.isOn && receiver.demodulation == ReceiverSettings::Demodulation::Am)
-        iq = tr("before AM demodulation: trajectory");
+    if (feed.format().isDemodulated)
+        iq = isFm ? tr("before FM demodulation: trajectory")
+                  : tr("before AM demodulation: trajectory");
     if (!searched.isEmpty() && feed.iq().showsDecisions())
         iq = tr("%1, %2").arg(iq, searched);
-    const Gate& gate = feed.gate();
-    m_panes.setMode(timePane,
-                    gate.isFixed()
-                        ? tr("gate: %1").arg(figures::stretch(gate.fixedFrom(), gate.fixedTo()))
-                        : QString());
-    m_panes.setMode(eyePane,
-                    hasClock ? searched
-                             : tr("no symbol rate: cut every %1 samples").arg(EyeCut::fixedLength));
-    m_panes.setMode(iqPane, iq);
+    m_panes.setMode(iqPane, feed.iq().hasQ() ? iq : QString());
+}
+
+void PaneStates::refresh(const SignalFeed& feed)
+{
+    const QString searched = whatIsSearched(feed);
+    showNotes(feed, searched);
+    showModes(feed, searched);
 }

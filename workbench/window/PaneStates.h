@@ -9,8 +9,8 @@
 class SignalFeed;
 class ViewPanes;
 
-/// Says over each view what it waits for while it is empty or since when it stands still, and what
-/// it shows where that is not plain.
+/// Says over each view what it waits for while it is empty, what it needs of a signal, or since
+/// when it stands still; and what it shows where that is not plain.
 class PaneStates
 {
     Q_DECLARE_TR_FUNCTIONS(PaneStates)
@@ -27,10 +27,15 @@ public:
     void refresh(const SignalFeed& feed);
 
 private:
+    static QString whatEyeNeeds(const SignalFeed& feed);
+    static QString whatIqNeeds(const SignalFeed& feed);
     static QString whatIsSearched(const SignalFeed& feed);
     QString howLongItStands(const SignalFeed& feed);
     QString whatIsMissing(const SignalFeed& feed) const;
     QString whyNoSymbols(const SignalFeed& feed, const QString& searched) const;
+
+    void showNotes(const SignalFeed& feed, const QString& searched);
+    void showModes(const SignalFeed& feed, const QString& searched);
 
     ViewPanes& m_panes;
     QElapsedTimer m_sinceStart;

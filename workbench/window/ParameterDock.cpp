@@ -96,6 +96,7 @@ void ParameterDock::connectTo(Player& player)
 {
     connect(m_panel, &ParameterPanel::channelChosen, &player, &Player::setChannel);
     connect(m_panel, &ParameterPanel::spanChosen, &player, &Player::setSpan);
+    connect(m_panel, &ParameterPanel::countingSymbolsChosen, &player, &Player::setCountingSymbols);
     connect(m_panel, &ParameterPanel::symbolRateChosen, &player, &Player::setSymbolRate);
     connect(m_panel, &ParameterPanel::eyeSymbolCountChosen, &player, &Player::setEyeSymbolCount);
     connect(m_panel, &ParameterPanel::eyeBandwidthChosen, &player, &Player::setEyeBandwidth);
@@ -123,13 +124,16 @@ void ParameterDock::connectTo(Player& player)
 
 void ParameterDock::connectSearch(Player& player)
 {
-    connect(m_panel, &ParameterPanel::estimateWanted, this, [this, &player] {
+    const auto search = [this, &player](bool isAsked) {
+        m_isAsked = isAsked;
         m_panel->showEstimate(std::nullopt);
         m_search->start(player.feed());
-    });
+    };
+    connect(m_panel, &ParameterPanel::estimateWanted, this, [search] { search(true); });
+    connect(&player, &Player::symbolRateMissed, this, [search] { search(false); });
     connect(m_search, &SymbolRateSearch::found, this,
             [this, &player](const SymbolRateEstimate& estimate) {
-                if (estimate.verdict != SymbolRateEstimate::Verdict::None) {
+                if (estimate.isToBeTaken(m_isAsked)) {
                     player.setSymbolRate(estimate.symbolRate);
                     player.setConfidence(estimate.confidence);
                 }

@@ -40,4 +40,5 @@ private:
     ParameterPanel* m_panel;
     ReceiverPanel* m_receiver;
     SymbolRateSearch* m_search;
+    bool m_isAsked = false; // for an estimate, by the user
 };

@@ -3,10 +3,10 @@
 
 #include "workbench/receiver/CharacterClock.h"
 #include "workbench/window/BuiltInPanel.h"
-#include "workbench/window/FrequencyEditor.h"
 #include "workbench/window/GatePanel.h"
 #include "workbench/window/PanelForm.h"
 #include "workbench/window/Player.h"
+#include "workbench/window/QuantityEditor.h"
 #include "workbench/window/Units.h"
 
 #include <QCheckBox>
@@ -22,6 +22,7 @@ namespace {
 
 constexpr int panelWidth = 282;
 constexpr double bandwidthStep = 0.05;
+constexpr int spanDigits = 6;
 
 } // namespace
 
@@ -97,13 +98,17 @@ void ParameterPanel::addEstimate(QFormLayout* form)
 void ParameterPanel::addTimeSection()
 {
     QFormLayout* form = panelForm::addSection(*this, tr("Time"));
-    m_span = new QDoubleSpinBox(this);
-    m_span->setStepType(QAbstractSpinBox::AdaptiveDecimalStepType);
-    m_span->setKeyboardTracking(false);
+    m_span = new TimeEditor(spanDigits, this);
     form->addRow(tr("&Span"), m_span);
     form->labelForField(m_span)->setMinimumWidth(panelForm::nameWidth);
     connect(m_span, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
-            [this](double span) { emit spanChosen(span * m_unitSeconds); });
+            &ParameterPanel::spanChosen);
+    m_counting = new QComboBox(this);
+    m_counting->addItems({tr("symbols"), tr("seconds")});
+    m_counting->setToolTip(tr("What the time axis counts, and the times of the eye"));
+    form->addRow(tr("A&xis counts"), m_counting);
+    connect(m_counting, QOverload<int>::of(&QComboBox::activated), this,
+            [this](int index) { emit countingSymbolsChosen(index == 0); });
     m_unit = panelForm::addFact(*form, tr("Axis unit T"));
     m_segment = panelForm::addFact(*form, tr("Trace"));
 }
@@ -158,7 +163,7 @@ void ParameterPanel::addLevelSection()
     QFormLayout* form = panelForm::addSection(*this, tr("Level"));
     auto* row = new QWidget(this);
     auto* automatic = new QPushButton(tr("&Auto scale"), row);
-    automatic->setToolTip(tr("Fits the axis to the signal of the next second (A)"));
+    automatic->setToolTip(tr("Fits the axes to what is shown, and lets them follow it (A)"));
     auto* full = new QPushButton(tr("F&ull scale"), row);
     full->setToolTip(tr("Shows -1 to 1, the full scale of recordings (F)"));
     auto* line = new QHBoxLayout(row);
@@ -241,13 +246,13 @@ void ParameterPanel::show(const Player& player)
 
     showChannel(feed);
 
-    const char* const suffixes[] = {"T", "s", "ms", "µs", "ns"};
     const QSignalBlocker quietSpan(m_span);
-    m_unitSeconds = scale.unitSeconds();
-    m_span->setSuffix(QChar(0x2009) + QString::fromUtf8(suffixes[static_cast<int>(scale.unit)]));
-    m_span->setDecimals(1);
-    m_span->setRange(scale.span(scale.minSpan), scale.span(scale.maxSpan));
-    m_span->setValue(scale.span(feed.span()));
+    m_span->setUnit(units::sign(scale), scale.unitSeconds(),
+                    scale.symbolRate ? std::optional(1.0 / *scale.symbolRate) : std::nullopt);
+    m_span->setRange(scale.minSpan, scale.maxSpan);
+    m_span->setValue(feed.span());
+    m_counting->setCurrentIndex(hasSymbols ? 0 : 1);
+    m_counting->setEnabled(scale.symbolRate.has_value());
     m_unit->setText(hasSymbols ? tr("1 symbol = %1").arg(units::duration(scale.unitSeconds()))
                                : units::duration(scale.unitSeconds()));
     m_segment->setText(tr("%1 samples").arg(feed.segmentLength(), 0, 'g', 6));
@@ -264,7 +269,6 @@ void ParameterPanel::show(const Player& player)
 void ParameterPanel::showSymbolRate(const Player& player)
 {
     const SignalFeed& feed = player.feed();
-    const TimeScale& scale = feed.scale();
     const bool isBuiltIn = player.kind() == Player::Kind::BuiltIn;
     m_estimate->setEnabled(!feed.source().isLive && feed.transport().length());
     const QSignalBlocker quiet(m_symbolRate);
@@ -273,10 +277,9 @@ void ParameterPanel::showSymbolRate(const Player& player)
         m_symbolRate->setRange(NrzSettings::minSymbolRate, NrzSettings::maxSymbolRate);
     else
         m_symbolRate->setRange(0.0, feed.source().sampleRate);
-    m_symbolRate->setValue(scale.unit == TimeScale::Unit::Symbol ? 1.0 / scale.unitSeconds() : 0.0);
+    m_symbolRate->setValue(feed.symbolRate().value_or(0.0));
 
-    const QString clocks[] = {tr("known"), tr("recovered"),
-                              tr("none, %1 samples").arg(EyeCut::fixedLength)};
+    const QString clocks[] = {tr("known"), tr("recovered"), tr("none", "clock of the symbols")};
     const bool hasSymbols = feed.eye().cut().hasSymbols();
     const bool isKnown = feed.source().firstSymbol && !feed.isSymbolRateGiven();
     m_eyeSymbols->setEnabled(hasSymbols);

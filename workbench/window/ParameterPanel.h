@@ -20,6 +20,7 @@ class BuiltInPanel;
 class GatePanel;
 class Player;
 class SignalFeed;
+class TimeEditor;
 
 /// What is known of the signal, and what can be set: shown beside the views. It changes nothing
 /// itself; the signals say what the user wants, and come from the user only.
@@ -41,6 +42,7 @@ public:
 signals:
     void channelChosen(const ChannelChoice& channel);
     void spanChosen(double seconds);
+    void countingSymbolsChosen(bool wanted); ///< As in SignalFeed.
     /// Bd; 0: not known, of recordings only.
     void symbolRateChosen(double symbolRate);
     void estimateWanted();
@@ -72,7 +74,8 @@ private:
     QComboBox* m_subtracted; // channel
     QLabel* m_channelCount;
     QLabel* m_length;
-    QDoubleSpinBox* m_span;
+    TimeEditor* m_span;
+    QComboBox* m_counting;
     QLabel* m_unit;
     QLabel* m_segment;
     QSpinBox* m_eyeSymbols;
@@ -83,5 +86,4 @@ private:
     GatePanel* m_gate;
     BuiltInPanel* m_builtIn;
     QComboBox* m_scheme;
-    double m_unitSeconds = 1.0; // of the span's editor
 };

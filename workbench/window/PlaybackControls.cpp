@@ -5,6 +5,7 @@
 #include "workbench/window/MenuEntries.h"
 #include "workbench/window/Player.h"
 #include "workbench/window/SeekBar.h"
+#include "workbench/window/Speeds.h"
 #include "workbench/window/ViewPanes.h"
 
 #include <QComboBox>
@@ -12,12 +13,6 @@
 #include <QToolBar>
 
 #include <algorithm>
-
-namespace {
-
-constexpr double speeds[] = {0.1, 0.2, 0.5, 1.0, 2.0, 5.0, 10.0};
-
-} // namespace
 
 PlaybackControls::PlaybackControls(QMainWindow& window, Player& player, ViewPanes& panes)
     : QMenu(tr("&Playback"), &window)
@@ -87,9 +82,7 @@ void PlaybackControls::addPlaces(QMainWindow& window)
 
 void PlaybackControls::addSpeeds(QMainWindow& window)
 {
-    for (const double speed : speeds)
-        m_speed->addItem(tr("%1x").arg(speed), speed);
-    m_speed->addItem(tr("Fastest"), Transport::fastest);
+    fillSpeeds();
     m_speed->setToolTip(tr("Seconds of signal played in a second"));
     m_speed->setAccessibleName(tr("Speed"));
     connect(m_speed, QOverload<int>::of(&QComboBox::activated), this,
@@ -98,6 +91,13 @@ void PlaybackControls::addSpeeds(QMainWindow& window)
                 menus::add(window, *this, tr("S&lower"), Qt::Key_Minus)};
     connect(m_speeds[0], &QAction::triggered, this, [this] { changeSpeed(1); });
     connect(m_speeds[1], &QAction::triggered, this, [this] { changeSpeed(-1); });
+}
+
+void PlaybackControls::fillSpeeds()
+{
+    m_speed->clear();
+    for (const double speed : speeds::of(m_length))
+        m_speed->addItem(speeds::text(speed), speed);
 }
 
 void PlaybackControls::addGate(QMainWindow& window)
@@ -153,23 +153,24 @@ void PlaybackControls::addTo(QToolBar& bar)
 void PlaybackControls::refresh()
 {
     const SignalFeed& feed = m_player.feed();
+    if (m_length != feed.transport().length()) {
+        m_length = feed.transport().length();
+        m_seek->setLength(m_length);
+        fillSpeeds();
+    }
     const double speed = feed.transport().speed();
     int index = m_speed->findData(speed);
     if (index < 0) { // a speed of the command line
         index = 0;
         while (m_speed->itemData(index).toDouble() < speed)
             ++index;
-        m_speed->insertItem(index, tr("%1x").arg(speed), speed);
+        m_speed->insertItem(index, speeds::text(speed), speed);
     }
     m_speed->setCurrentIndex(index);
     m_repeat->setChecked(feed.transport().repeat());
     m_speed->setEnabled(!feed.source().isLive);
     for (QAction* action : m_speeds + QList<QAction*>{m_repeat, m_toStart})
         action->setEnabled(!feed.source().isLive);
-    if (m_length != feed.transport().length()) {
-        m_length = feed.transport().length();
-        m_seek->setLength(m_length);
-    }
     for (QAction* place : m_places + m_gate)
         place->setEnabled(m_length.has_value());
     refreshTime();

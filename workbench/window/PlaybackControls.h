@@ -29,6 +29,7 @@ public:
 private:
     void addPlaces(QMainWindow& window);
     void addSpeeds(QMainWindow& window);
+    void fillSpeeds();
     void addGate(QMainWindow& window);
     QAction* addPlace(QMainWindow& window, const QString& text, const QKeySequence& shortcut);
     void showPlaying(bool playing);

@@ -2,14 +2,14 @@
 #include "workbench/window/Player.h"
 
 #include "workbench/receiver/SymbolTiming.h"
+#include "workbench/window/Speeds.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
 
-constexpr double demoSpan = 400.0; // symbols: 64QAM needs so many
-constexpr double fullScale = 1.1;  // a little more than the largest level
+constexpr double fullScale = 1.1; // a little more than the largest level
 
 } // namespace
 
@@ -30,9 +30,7 @@ bool Player::open(Recording recording, const ChannelChoice& channel,
     }
     start(std::move(recording.source), Kind::Recording, channel, symbolRate);
     m_information += recording.details;
-    useKeptSpan();
-    showFullScale(); // until there is a signal to fit the axis to
-    emit opened(recording.notices);
+    showAsNew(recording.notices);
     return true;
 }
 
@@ -45,22 +43,38 @@ void Player::start(std::unique_ptr<SignalSource> source, Kind kind, const Channe
     m_feed.open(std::move(source), channel, symbolRate);
 }
 
+void Player::showAsNew(const QStringList& notices)
+{
+    if (m_keptSpanRate == m_feed.scale().sampleRate)
+        m_feed.setSpan(m_keptSpan);
+    const auto length = m_feed.transport().length();
+    m_feed.transport().setSpeed(speeds::isShort(length) ? speeds::of(length).front() : m_keptSpeed);
+    showFullScale(); // until there is a signal to fit the axes to
+    m_feed.fitLevels();
+    emit opened(notices);
+    missSymbolRate();
+}
+
+void Player::missSymbolRate()
+{
+    const SourceFacts& source = m_feed.source();
+    if (m_isEstimating && m_feed.isOpen() && !source.isLive && source.sampleCount &&
+        !m_feed.symbolRate())
+        emit symbolRateMissed();
+}
+
 void Player::openBuiltIn(const NrzSettings& settings)
 {
     m_builtIn = settings;
     start(std::make_unique<NrzSource>(m_builtIn), Kind::BuiltIn, 0, std::nullopt);
-    useKeptSpan();
-    showFullScale();
-    emit opened({});
+    showAsNew({});
 }
 
 void Player::openDemo(const ModulationSettings& settings)
 {
     m_demo = settings;
     start(std::make_unique<ModulationSource>(m_demo), Kind::Demo, 0, std::nullopt);
-    m_feed.setSpan(demoSpan / *m_feed.symbolRate());
-    showFullScale();
-    emit opened({});
+    showAsNew({});
 }
 
 /// Changes the source that plays, if it is one of those.
@@ -141,6 +155,7 @@ void Player::setSymbolRate(double symbolRate)
         return;
     }
     m_feed.setSymbolRate(symbolRate > 0.0 ? std::optional<double>(symbolRate) : std::nullopt);
+    m_feed.fitLevels();
     emit clockChanged();
     emit changed();
     emit outdated();
@@ -149,16 +164,17 @@ void Player::setSymbolRate(double symbolRate)
 void Player::setReceiver(const ReceiverSettings& settings)
 {
     m_feed.setReceiver(settings);
-    fitLevels();
+    m_feed.fitLevels();
     emit changed();
     emit clockChanged();
     emit outdated();
+    missSymbolRate(); // which may be found in what is received now
 }
 
 void Player::setChannel(const ChannelChoice& channel)
 {
     m_feed.setChannel(channel);
-    fitLevels();
+    m_feed.fitLevels();
     emit changed();
     emit outdated();
 }
@@ -172,9 +188,17 @@ void Player::setSpan(double seconds)
     emit outdated();
 }
 
+void Player::setCountingSymbols(bool wanted)
+{
+    m_feed.setCountingSymbols(wanted);
+    emit changed();
+}
+
 void Player::setSpeed(double speed)
 {
     m_feed.transport().setSpeed(speed);
+    if (!speeds::isShort(m_feed.transport().length())) // the next one is hardly as short
+        m_keptSpeed = m_feed.transport().speed();
     emit changed();
 }
 
@@ -262,17 +286,14 @@ Measurement::Setup Player::setup() const
     else if (receiver.isOn && !setup.format.isDemodulated)
         setup.modulation = receiver.modulation;
     setup.hasCarrierRecovery = m_kind == Kind::Recording && receiver.isOn && setup.modulation;
-    setup.isFm = receiver.isOn && setup.format.isDemodulated &&
-                 receiver.demodulation == ReceiverSettings::Demodulation::Fm;
+    setup.isFm = !m_feed.levelUnit().isEmpty();
     return setup;
 }
 
 void Player::fitLevels()
 {
-    if (m_feed.transport().isPlaying() || m_feed.gate().isEmpty())
-        m_feed.setWatching(true);
-    else
-        m_feed.fitToGate();
+    m_feed.fitLevels();
+    emit changed();
 }
 
 void Player::setEyeSymbolCount(int count)
@@ -291,31 +312,20 @@ void Player::setEyeBandwidth(double bandwidth)
 void Player::setTrajectory(bool wanted)
 {
     m_feed.iq().setTrajectory(wanted);
+    m_feed.iq().fitLevels();
     emit changed();
     emit lookChanged();
 }
 
 void Player::showFullScale() { m_feed.setLevels(-fullScale, fullScale); }
 
-void Player::useKeptSpan()
-{
-    if (m_keptSpanRate == m_feed.scale().sampleRate)
-        m_feed.setSpan(m_keptSpan);
-}
-
 QString Player::eyeNotice() const
 {
     if (const QString flaw = m_feed.receiverFlaw(); !flaw.isEmpty())
         return flaw;
-    if (m_feed.eye().cut().hasSymbols())
+    if (m_feed.eye().cut().hasSymbols() || !m_feed.symbolRate())
         return QString();
-    if (!m_feed.symbolRate())
-        return tr("the symbol rate is not known, so the eye is cut every %1 samples; give it by "
-                  "--symbol-rate or beside the views")
-            .arg(EyeCut::fixedLength);
-    return tr("an eye takes %1 to %2 samples of a symbol; it is cut every %3 samples until another "
-              "symbol rate is given")
+    return tr("an eye takes %1 to %2 samples of a symbol; give another symbol rate")
         .arg(SymbolTiming::minSamplesPerSymbol)
-        .arg(SymbolTiming::maxSamplesPerSymbol)
-        .arg(EyeCut::fixedLength);
+        .arg(SymbolTiming::maxSamplesPerSymbol);
 }

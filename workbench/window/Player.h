@@ -57,10 +57,13 @@ public:
     void setSymbolRate(double symbolRate);
     /// The symbol rate that was told last is an estimate, 0 to 1 sure.
     void setConfidence(double confidence) { m_confidence = confidence; }
+    /// Asks for an estimate where the symbol rate of a recording is not known, from now on.
+    void setEstimating(bool wanted) { m_isEstimating = wanted; }
     /// Receives recordings and streams so from now on.
     void setReceiver(const ReceiverSettings& settings);
     void setChannel(const ChannelChoice& channel);
     void setSpan(double seconds);
+    void setCountingSymbols(bool wanted); ///< As in SignalFeed.
     /// Clamped to what the transport plays; Transport::fastest, too.
     void setSpeed(double speed);
     /// Goes back to the start.
@@ -85,7 +88,7 @@ public:
     void setEyeSymbolCount(int count);
     void setEyeBandwidth(double bandwidth); ///< As in EyeCut.
     void setTrajectory(bool wanted);        ///< As in IqFeed.
-    /// Fits the levels' axes to what comes next.
+    /// Fits the levels' axes to what is shown, and lets them follow it.
     void fitLevels();
     /// Shows the full scale of recordings.
     void showFullScale();
@@ -98,7 +101,7 @@ public:
 
     /// What was known of the signal when it was opened, a line each.
     const QStringList& information() const { return m_information; }
-    /// Why the eye is not that of the symbols, one sentence; empty when it is.
+    /// Why the symbol rate that is known gives no eye, one sentence; empty when it does.
     QString eyeNotice() const;
 
 signals:
@@ -114,6 +117,8 @@ signals:
     void lookChanged();
     /// The gate was fixed, and is to be played.
     void gateFixed();
+    /// The symbol rate is not known: it is to be estimated, and taken where that is sure.
+    void symbolRateMissed();
 
 private:
     template<class Source, class Work>
@@ -121,14 +126,17 @@ private:
     void start(std::unique_ptr<SignalSource> source, Kind kind, const ChannelChoice& channel,
                std::optional<double> symbolRate);
     void restartBuiltIn();
-    void useKeptSpan();
+    void showAsNew(const QStringList& notices);
+    void missSymbolRate();
 
     SignalFeed m_feed;
     NrzSettings m_builtIn;
     ModulationSettings m_demo;
     Kind m_kind = Kind::BuiltIn;
     QStringList m_information;
+    bool m_isEstimating = false;
     std::optional<double> m_confidence; // of the symbol rate that was told, where it is an estimate
     double m_keptSpan = 0.0;            // s, as the user chose it...
+    double m_keptSpeed = 1.0;           // of signals that are not over in less than a second
     double m_keptSpanRate = 0.0;        // ...for this sample rate, Hz
 };

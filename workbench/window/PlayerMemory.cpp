@@ -15,6 +15,7 @@ const QString speedKey = QStringLiteral("Speed");
 const QString repeatKey = QStringLiteral("Repeat");
 const QString spanKey = QStringLiteral("Span");
 const QString spanRateKey = QStringLiteral("SpanSampleRate");
+const QString countingKey = QStringLiteral("AxisCountsSymbols");
 const QString shiftKey = QStringLiteral("ReceiverShift");
 const QString channelWidthKey = QStringLiteral("ReceiverChannelWidth");
 const QString demodulationKey = QStringLiteral("ReceiverDemodulation");
@@ -35,10 +36,11 @@ void Player::keep() const
     settings.beginGroup(group);
     settings.setValue(eyeSymbolsKey, m_feed.eye().cut().symbolCount);
     settings.setValue(eyeBandwidthKey, m_feed.eye().cut().bandwidth);
-    settings.setValue(speedKey, m_feed.transport().speed());
+    settings.setValue(speedKey, m_keptSpeed);
     settings.setValue(repeatKey, m_feed.transport().repeat());
     settings.setValue(spanKey, m_keptSpan);
     settings.setValue(spanRateKey, m_keptSpanRate);
+    settings.setValue(countingKey, m_feed.time().countsSymbols());
     const ReceiverSettings& receiver = m_feed.receiver();
     settings.setValue(shiftKey, receiver.shift);
     settings.setValue(channelWidthKey, receiver.bandwidth.value_or(0.0));
@@ -67,10 +69,12 @@ void Player::restore()
     m_feed.eye().setSymbolCount(settings.value(eyeSymbolsKey, cut.symbolCount).toInt());
     const double eyeBandwidth = number(eyeBandwidthKey, cut.bandwidth);
     m_feed.eye().setBandwidth(eyeBandwidth < EyeCut::minBandwidth ? 0.0 : eyeBandwidth);
-    m_feed.transport().setSpeed(number(speedKey, m_feed.transport().speed()));
+    m_feed.transport().setSpeed(number(speedKey, m_keptSpeed));
+    m_keptSpeed = m_feed.transport().speed();
     m_feed.transport().setRepeat(settings.value(repeatKey, m_feed.transport().repeat()).toBool());
     m_keptSpan = number(spanKey, 0.0);
     m_keptSpanRate = number(spanRateKey, 0.0);
+    m_feed.setCountingSymbols(settings.value(countingKey, true).toBool());
     // It is off at first: the next recording may be of another kind.
     ReceiverSettings receiver;
     const auto unlessZero = [&number](const QString& key) {

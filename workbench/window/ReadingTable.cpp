@@ -117,12 +117,13 @@ std::size_t ReadingTable::addLines(const QStringList& names, int lineCount, cons
     return first;
 }
 
-void ReadingTable::widen(int column, const QString& longest)
+void ReadingTable::fitColumn(int column, const QString& longest)
 {
     for (int row = 0; row < m_grid->rowCount(); ++row) {
         QLayoutItem* item = m_grid->itemAtPosition(row, column);
         if (item && item->widget())
-            item->widget()->setMinimumWidth(fontMetrics().horizontalAdvance(longest));
+            item->widget()->setMinimumWidth(std::max(fontMetrics().horizontalAdvance(longest),
+                                                     item->widget()->sizeHint().width()));
     }
 }
 

@@ -25,8 +25,8 @@ public:
     /// @param longest    usual text of a value, which the columns are made wide enough for.
     /// @return the index of the first line.
     std::size_t addLines(const QStringList& names, int lineCount, const QString& longest);
-    /// Makes a column wide enough for a longer usual text.
-    void widen(int column, const QString& longest);
+    /// Makes a column as wide as another longest text, and its head, need.
+    void fitColumn(int column, const QString& longest);
     /// Shows a value; empty: not known.
     /// @param why  it is not, for those who point at it; shown only then.
     void show(std::size_t line, std::size_t column, const QString& text,

@@ -68,14 +68,33 @@ Readings::Readings(ViewPanes& panes, QObject* parent)
     m_eye->addLines({tr("Height"), tr("Opening"), tr("Width"), tr("Crossing"), tr("Jitter RMS"),
                      tr("Jitter p-p"), tr("Q")},
                     maxEyeCount, longest);
+    const QString times[] = {QStringLiteral("-0.888 UI"), QStringLiteral("0.8888 UI")};
+    for (const int column : {2, 3, 4, 5})
+        m_eye->fitColumn(column, times[column / 4]);
+    m_eye->fitColumn(6, QStringLiteral("888.8"));
     const QString ratio = QStringLiteral("-888.88 dB");
     m_constellation->addLines({tr("EVM RMS"), tr("EVM peak"), tr("MER"), tr("Carrier")}, 1, ratio);
     m_constellation->addLines({tr("Offset"), tr("Imbalance"), tr("Quadrature"), tr("Symbol rate")},
                               1, ratio);
-    m_constellation->widen(3, QStringLiteral("-88.8888 ± 0.0088 kHz"));
+    m_constellation->fitColumn(3, QStringLiteral("-88.8888 ± 0.0088 kHz"));
     std::size_t index = 0;
     for (ReadingTable* table : {m_level, m_eye, m_constellation})
         panes.setReadings(index++, table);
+}
+
+void Readings::setUnits(const QString& level, const TimeScale& time)
+{
+    m_levelUnit = level;
+    m_symbolSeconds.reset();
+    if (time.symbolRate && time.unit != TimeScale::Unit::Symbol)
+        m_symbolSeconds = 1.0 / *time.symbolRate;
+}
+
+QString Readings::eyeTime(const Figure& symbols, int decimals) const
+{
+    if (!m_symbolSeconds || !symbols)
+        return figures::fixed(symbols, decimals, QStringLiteral("UI"));
+    return figures::duration(*symbols * *m_symbolSeconds);
 }
 
 void Readings::show(const Measurement& measurement)
@@ -92,7 +111,7 @@ void Readings::showLevel(const Measurement& measurement)
     const figures::Levels levels(
         std::max({std::abs(time.minimum.value_or(0.0)), std::abs(time.maximum.value_or(0.0)),
                   time.peakToPeak.value_or(0.0)}),
-        levelDigits);
+        levelDigits, m_levelUnit);
     std::size_t column = 0;
     for (const Figure& level :
          {time.mean, time.minimum, time.maximum, time.peakToPeak, time.rms, time.rmsAc})
@@ -108,7 +127,8 @@ void Readings::showEye(const Measurement& measurement)
     double largest = 0.0;
     for (const Measurement::Level& level : means)
         largest = std::max(largest, std::abs(level.mean));
-    const figures::Levels levels(largest, eyeDigits);
+    const int digits = m_levelUnit.isEmpty() ? eyeDigits : eyeDigits - 1;
+    const figures::Levels levels(largest, digits, m_levelUnit);
     // Two levels have one eye: there is room for more of it.
     const bool isOne = eyes.size() == 1 && means.size() == 2;
     m_eye->setNames(1, isOne ? QStringList{tr("Inner", "height of the eye"), tr("One", "level"),
@@ -127,9 +147,8 @@ void Readings::showEye(const Measurement& measurement)
         if (line < eyes.size()) { // the uppermost first, as they are seen
             const Measurement::EyeOpening& eye = eyes[eyes.size() - 1 - line];
             showLine(line, {levelText(levels, eye.height), percent(eye.opening),
-                            figures::fixed(eye.width, 3), percent(eye.crossing),
-                            figures::fixed(eye.jitterRms, 4), figures::fixed(eye.jitterPeak, 4),
-                            figures::fixed(eye.q, 1)});
+                            eyeTime(eye.width, 3), percent(eye.crossing), eyeTime(eye.jitterRms, 4),
+                            eyeTime(eye.jitterPeak, 4), figures::fixed(eye.q, 1)});
         } else if (line == 0) {
             showLine(0, QStringList());
         } else if (!isOne) {
@@ -139,10 +158,9 @@ void Readings::showEye(const Measurement& measurement)
     if (!isOne)
         return;
     const Measurement::EyeOpening& eye = eyes.front();
-    showLine(2,
-             {levelText(levels, eye.innerHeight), levels.text(means[1].mean),
-              levels.text(means[0].mean), figures::fixed(eye.crossingTime, 3, QStringLiteral("UI")),
-              levels.text(means[1].sigma), levels.text(means[0].sigma), blank});
+    showLine(2, {levelText(levels, eye.innerHeight), levels.text(means[1].mean),
+                 levels.text(means[0].mean), eyeTime(eye.crossingTime, 3),
+                 levels.text(means[1].sigma), levels.text(means[0].sigma), blank});
 }
 
 void Readings::showConstellation(const Measurement& measurement)

@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/feed/TimeScale.h"
 #include "workbench/measure/Measurement.h"
 
 #include <QObject>
@@ -28,6 +29,10 @@ public:
     };
     static std::vector<Section> meanings();
 
+    /// @param level  unit of the samples; empty: none.
+    /// @param time   the eye's times are in unit intervals where it counts symbols, else in
+    ///               seconds.
+    void setUnits(const QString& level, const TimeScale& time);
     void show(const Measurement& measurement);
     ReadingTable& level() { return *m_level; }
     ReadingTable& eye() { return *m_eye; }
@@ -39,7 +44,11 @@ private:
     void showConstellation(const Measurement& measurement);
     void showGate(const Measurement& measurement);
 
+    QString eyeTime(const Measurement::Figure& symbols, int decimals) const;
+
     ReadingTable* m_level;
     ReadingTable* m_eye;
     ReadingTable* m_constellation;
+    QString m_levelUnit;
+    std::optional<double> m_symbolSeconds; // where times are in seconds
 };

@@ -1,8 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/ReceiverPanel.h"
 
-#include "workbench/window/FrequencyEditor.h"
 #include "workbench/window/PanelForm.h"
+#include "workbench/window/QuantityEditor.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -33,6 +33,21 @@ QString withPrefix(double value, int digits, const Prefix (&prefixes)[count], co
            QString::fromUtf8(prefix.sign) + unit;
 }
 
+/// The number at the start of a text without blanks, with a point or a comma.
+std::optional<double> numberIn(QString text)
+{
+    bool isNumber = false;
+    const double value = text.replace(QLatin1Char(','), QLatin1Char('.')).toDouble(&isNumber);
+    return isNumber && std::isfinite(value) ? std::optional<double>(value) : std::nullopt;
+}
+
+std::optional<double> times(double factor, const std::optional<double>& number)
+{
+    return number ? std::optional<double>(factor * *number) : number;
+}
+
+QString withoutBlanks(const QString& text) { return text.simplified().remove(QLatin1Char(' ')); }
+
 } // namespace
 
 QString units::rate(double value, const char* unit)
@@ -47,7 +62,7 @@ QString units::exactRate(double value, const QString& unit)
 
 std::optional<double> units::parsedRate(const QString& text, const QString& unit)
 {
-    QString number = text.simplified().remove(QLatin1Char(' '));
+    QString number = withoutBlanks(text);
     if (number.endsWith(unit, Qt::CaseInsensitive))
         number.chop(unit.size());
     double factor = 1.0;
@@ -59,10 +74,36 @@ std::optional<double> units::parsedRate(const QString& text, const QString& unit
             break;
         }
     }
-    bool isNumber = false;
-    const double value =
-        factor * number.replace(QLatin1Char(','), QLatin1Char('.')).toDouble(&isNumber);
-    return isNumber && std::isfinite(value) ? std::optional<double>(value) : std::nullopt;
+    return times(factor, numberIn(number));
+}
+
+std::optional<double> units::parsedTime(const QString& text, double unit,
+                                        std::optional<double> symbol)
+{
+    QString number = withoutBlanks(text);
+    if (symbol && number.endsWith(QLatin1Char('T'))) {
+        number.chop(1);
+        return times(*symbol, numberIn(number));
+    }
+    if (!number.endsWith(QLatin1Char('s')))
+        return times(unit, numberIn(number));
+    number.chop(1);
+    if (number.endsWith(QLatin1Char('u')) || number.endsWith(QChar(0x3bc))) // of keyboards
+        number.back() = QChar(0xb5);
+    for (const Prefix& prefix : fractions) {
+        const QString sign = QString::fromUtf8(prefix.sign);
+        if (!sign.isEmpty() && number.endsWith(sign)) {
+            number.chop(1);
+            return times(prefix.factor, numberIn(number));
+        }
+    }
+    return numberIn(number);
+}
+
+QString units::sign(const TimeScale& scale)
+{
+    const char* const signs[] = {"T", "s", "ms", "µs", "ns"};
+    return QString::fromUtf8(signs[static_cast<int>(scale.unit)]);
 }
 
 QString units::duration(double seconds)

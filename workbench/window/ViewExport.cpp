@@ -279,10 +279,8 @@ QByteArray ViewExport::table(const ViewPanes::Pane& pane) const
         return table.text();
     }
     if (const auto* diagram = qobject_cast<const GLEyeDiagram*>(pane.canvas)) {
-        const EyeCut& cut = m_feed.eye().cut();
-        const bool hasSymbols = cut.hasSymbols();
-        const int length = hasSymbols ? cut.symbolCount : 1;
-        Table table(hasSymbols ? "trace,time (symbols),level" : "trace,time (traces),level");
+        const int length = m_feed.eye().cut().symbolCount;
+        Table table("trace,time (symbols),level");
         double number = 0.0;
         for (const std::vector<QPointF>& trace : diagram->GetTraces()) {
             for (const QPointF& sample : trace)

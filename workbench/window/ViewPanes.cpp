@@ -18,6 +18,8 @@ namespace {
 
 constexpr int topPart = 2; // of the height
 constexpr int belowPart = 3;
+constexpr int idleLines = 9; // of a view that has nothing to show
+constexpr int idleLetters = 32;
 
 void prepare(QSplitter& splitter)
 {
@@ -26,11 +28,14 @@ void prepare(QSplitter& splitter)
 }
 
 /// A pane that was hidden gets as much as the others on average, for when it is shown.
-void share(QSplitter& splitter, QList<int> sizes)
+/// @param usual  of all panes, where none had a size yet.
+void share(QSplitter& splitter, QList<int> sizes, const QList<int>& usual)
 {
     const auto hiddenCount = sizes.count(0);
-    if (hiddenCount == sizes.size())
+    if (hiddenCount == sizes.size()) {
+        splitter.setSizes(usual);
         return;
+    }
     const int mean = std::accumulate(sizes.begin(), sizes.end(), 0) / (sizes.size() - hiddenCount);
     std::replace(sizes.begin(), sizes.end(), 0, mean);
     splitter.setSizes(sizes);
@@ -105,7 +110,8 @@ void ViewPanes::restore() { m_pPersistant->Read(QString(), ICfg::DefaultView); }
 QVariantList ViewPanes::room() const
 {
     QVariantList room;
-    for (const int size : sizes() + m_below->sizes())
+    for (const int size :
+         (isLow() ? m_heights : sizes()) + (isNarrow() ? m_widths : m_below->sizes()))
         room += size;
     return room;
 }
@@ -118,8 +124,10 @@ void ViewPanes::setRoom(const QVariantList& room)
         sizes += qBound(0, size.toInt(), most);
     if (sizes.size() != count() + m_below->count())
         return;
-    share(*this, sizes.mid(0, count()));
-    share(*m_below, sizes.mid(count()));
+    m_heights = sizes.mid(0, count());
+    m_widths = sizes.mid(count());
+    share(*this, m_heights, {topPart * most, belowPart * most});
+    share(*m_below, m_widths, {most, most});
 }
 
 void ViewPanes::ApplyPersistantBeforeWrite() {}
@@ -143,17 +151,49 @@ void ViewPanes::arrange()
     for (const Pane& pane : m_panes) {
         pane.frame->setVisible(pane.isShown);
         if (pane.readings)
-            pane.readings->setVisible(m_showsReadings);
+            pane.readings->setVisible(m_showsReadings && !pane.isIdle);
         pane.showing->setChecked(pane.isShown);
         pane.showing->setEnabled(!pane.isShown || shownCount > 1);
     }
     m_below->setVisible(std::any_of(m_panes.begin() + 1, m_panes.end(), isShown));
+    shrinkIdle();
 }
 
-void ViewPanes::autoScale()
+void ViewPanes::setIdle(std::size_t index, bool isIdle)
 {
-    for (const Pane& pane : m_panes)
-        pane.autoScale();
+    Pane& pane = m_panes.at(index);
+    if (pane.isIdle == isIdle)
+        return;
+    const QVariantList before = room();
+    pane.isIdle = isIdle;
+    arrange();
+    setRoom(before); // as far as what is idle lets it
+}
+
+bool ViewPanes::worksBelow() const
+{
+    return std::any_of(m_panes.begin() + 1, m_panes.end(),
+                       [](const Pane& pane) { return pane.isShown && !pane.isIdle; });
+}
+
+bool ViewPanes::restsBelow() const
+{
+    return std::any_of(m_panes.begin() + 1, m_panes.end(),
+                       [](const Pane& pane) { return pane.isShown && pane.isIdle; });
+}
+
+bool ViewPanes::isLow() const { return restsBelow() && !worksBelow() && m_panes.front().isShown; }
+
+bool ViewPanes::isNarrow() const { return restsBelow() && worksBelow(); }
+
+void ViewPanes::shrinkIdle()
+{
+    const QFontMetrics metrics(font());
+    const int height = isLow() ? idleLines * metrics.lineSpacing() : QWIDGETSIZE_MAX;
+    const int width = isNarrow() ? idleLetters * metrics.averageCharWidth() : QWIDGETSIZE_MAX;
+    for (auto pane = m_panes.begin() + 1; pane != m_panes.end(); ++pane)
+        pane->frame->setMaximumSize(pane->isIdle ? width : QWIDGETSIZE_MAX, height);
+    m_below->refresh(); // its own limits, which sizes that are set now have to keep
 }
 
 void ViewPanes::setNote(std::size_t index, const QString& text, bool isVeiled)

@@ -27,10 +27,10 @@ public:
         QAction* showing; ///< hides and shows it; Ctrl+1 for the first pane, and so on
         GLLayout* view;
         DiagramCaption* caption;
-        QMenu* menu; ///< the view's own
-        std::function<void()> autoScale;
+        QMenu* menu;               ///< the view's own
         QWidget* canvas = nullptr; ///< is painted with each picture of the view
         bool isShown = true;
+        bool isIdle = false;
         PaneNote* note = nullptr;    ///< over the empty view
         CaptionNote* mode = nullptr; ///< beside its title
         QWidget* frame = nullptr;    ///< holds the view and what is below it
@@ -44,21 +44,16 @@ public:
     /// @param name       static text.
     /// @param title      as in a menu.
     /// @param menuOf     finds the view's own menu.
-    /// @param autoScale  none: the view's own.
     template<class View>
     View* add(
         const char* name, const QString& title,
-        QMenu* (*menuOf)(View&) = [](View& view) { return view.getContextMenu(); },
-        std::function<void()> autoScale = nullptr)
+        QMenu* (*menuOf)(View&) = [](View& view) { return view.getContextMenu(); })
     {
         auto* view = new View(parentWidget()); // until the splitter owns it
         // "ForStart" comes when the user pauses, "ForStop" when the user resumes.
         connect(view, &View::StopButtonPressedForStart, this, &ViewPanes::paused);
         connect(view, &View::StopButtonPressedForStop, this, &ViewPanes::resumed);
-        if (!autoScale)
-            autoScale = [view] { view->AutoScale(); };
-        add({name, new QAction(title, this), view, view->GetToolbarCaption(), menuOf(*view),
-             autoScale});
+        add({name, new QAction(title, this), view, view->GetToolbarCaption(), menuOf(*view)});
         return view;
     }
     /// Shows the panes as they were left.
@@ -70,12 +65,13 @@ public:
     void setRoom(const QVariantList& room);
     /// Shows all panes, for as long as none is hidden or shown by its action.
     void showAll();
-    void autoScale();
     /// What an empty view waits for, and what one shows; empty texts say nothing.
     /// @param index     of the pane.
     /// @param isVeiled  the view is not empty, but stands still.
     void setNote(std::size_t index, const QString& text, bool isVeiled = false);
     void setMode(std::size_t index, const QString& text);
+    /// A view that has nothing to show, but says why: it leaves its room to the others.
+    void setIdle(std::size_t index, bool isIdle);
     /// Puts a table below a view.
     void setReadings(std::size_t index, QWidget* table);
     /// Hides and shows those below the views, which is remembered.
@@ -99,9 +95,17 @@ private:
     void ApplyPersistantAfterRead() override;
     void add(const Pane& pane);
     void arrange();
+    /// Whether a view below the first one has something to show, or is idle.
+    bool worksBelow() const;
+    bool restsBelow() const;
+    bool isLow() const;    ///< all below are, as none of them works
+    bool isNarrow() const; ///< those that are idle are, beside one that works
+    void shrinkIdle();
 
     std::deque<Pane> m_panes; // their settings have addresses
     QSplitter* m_below;
+    QList<int> m_heights; // of the last room that was set: it comes back...
+    QList<int> m_widths;  // ...when nothing is low or narrow any more
     QAction* m_showingReadings;
     bool m_showsReadings = true;
 };

@@ -1,0 +1,33 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QElapsedTimer>
+
+class SignalFeed;
+class VCGLEyeDiagram;
+class VCGLIQDiagram;
+class VCGLTimeDiagram;
+
+/// Keeps the levels' axes fitted to what the views show. An axis that the user zoomed, dragged or
+/// set stays so, until the levels are to be fitted anew, or its zoom is taken back.
+class LevelFollower
+{
+public:
+    /// All outlive it.
+    LevelFollower(SignalFeed& feed, VCGLTimeDiagram& time, VCGLEyeDiagram& eye, VCGLIQDiagram& iq)
+        : m_feed(feed)
+        , m_time(time)
+        , m_eye(eye)
+        , m_iq(iq)
+    {}
+
+    /// Looks at what is shown now; call it some times a second while that changes.
+    void follow();
+
+private:
+    SignalFeed& m_feed;
+    VCGLTimeDiagram& m_time;
+    VCGLEyeDiagram& m_eye;
+    VCGLIQDiagram& m_iq;
+    QElapsedTimer m_clock; // since the last look
+};
