@@ -14,6 +14,7 @@ template<class Value>
 std::vector<double> onAxis(const std::vector<Decisions::Complex>& ideal, Value value)
 {
     std::vector<double> values;
+    values.reserve(ideal.size());
     for (const Decisions::Complex& point : ideal)
         values.push_back(value(point));
     return values;

@@ -39,7 +39,9 @@ FrequencyEstimate::FrequencyEstimate(ReceiverSettings::Modulation modulation, in
     : m_modulation(modulation)
     , m_perSymbol(perSymbol)
 {
-    for (double f = 0.0; f <= reach + range + pulseStep; f += pulseStep) {
+    constexpr auto last = static_cast<int>((reach + range) / pulseStep) + 1;
+    for (int step = 0; step <= last; ++step) {
+        const double f = step * pulseStep;
         if (taps.empty()) {
             m_pulse.push_back(raisedCosine(f, usualRollOff));
             continue;
@@ -150,7 +152,9 @@ FrequencyEstimate::Result FrequencyEstimate::of(const std::vector<Sample>& sampl
         std::max(0.5 * bandWidth / m_perSymbol * static_cast<double>(count), 0.25);
     double coarse = 0.0;
     double best = -1e300;
-    for (double offset = -range; offset <= range; offset += coarseStep) {
+    constexpr auto last = static_cast<int>(range / coarseStep);
+    for (int step = -last; step <= last; ++step) {
+        const double offset = step * coarseStep;
         const double here = likelihood(bands, offset);
         if (here > best) {
             best = here;

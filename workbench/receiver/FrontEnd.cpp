@@ -40,7 +40,7 @@ void FrontEnd::configure(const ReceiverSettings& settings, double sampleRate, in
 void FrontEnd::process(const std::vector<double>& values, std::vector<BurstGate::Part>& parts)
 {
     const auto width = static_cast<std::size_t>(m_valueCount);
-    const auto pair = static_cast<std::size_t>(m_channel.value / 2 * 2);
+    const auto pair = static_cast<std::size_t>(m_channel.value) / 2 * 2;
     BasebandBlock block;
     block.samples.reserve(values.size() / width);
     for (std::size_t k = 0; k + width <= values.size(); k += width) {

@@ -48,7 +48,7 @@ PlainPath::PlainPath(const Receiver::Input& input, const ChannelChoice& channel,
     m_firstSymbol = isKnown ? *input.firstSymbol : 0.0;
     m_format.hasCharacters = m_clock == Clock::Characters;
     m_format.hasDecisions = m_clock != Clock::None && m_input.isComplex;
-    reset(0, false);
+    PlainPath::reset(0, false);
 }
 
 void PlainPath::reset(std::int64_t position, bool /*goesOn*/)

@@ -43,7 +43,7 @@ ReceivedPath::ReceivedPath(const Receiver::Input& input, const ChannelChoice& ch
     m_format.fittedPart = m_carrier.fittedPart() + m_refinement.fittedPart();
     m_edge = static_cast<std::size_t>(measuringFilter::edgeOf(settings));
     m_level.configure(settings.hasGainControl && !format.isDemodulated, m_format.samplesPerSymbol);
-    reset(0, false);
+    ReceivedPath::reset(0, false);
 }
 
 std::array<ReceiverStage*, 7> ReceivedPath::stages()

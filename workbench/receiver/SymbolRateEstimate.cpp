@@ -144,7 +144,7 @@ public:
             append(parts, samples);
             return;
         }
-        const auto pair = static_cast<std::size_t>(m_channel.value / 2 * 2);
+        const auto pair = static_cast<std::size_t>(m_channel.value) / 2 * 2;
         for (std::size_t k = 0; k + m_valueCount <= values.size(); k += m_valueCount)
             samples.push_back(m_isComplex ? Complex(values[k + pair], values[k + pair + 1])
                                           : m_channel.of(&values[k]));
