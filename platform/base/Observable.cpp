@@ -64,12 +64,6 @@ std::size_t Observable::ObserverCount() const
                       [](const Registration& r) { return r.count != 0; }));
 }
 
-std::size_t Observable::RegistrationCount(const IObserver* observer) const
-{
-    const Registration* known = const_cast<Observable*>(this)->Find(observer);
-    return known ? known->count : 0;
-}
-
 void Observable::NotificationEnded() {}
 
 Observable::Registration* Observable::Find(const IObserver* observer)

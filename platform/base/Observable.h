@@ -33,8 +33,6 @@ public:
 
     /// Number of distinct observers that are registered.
     std::size_t ObserverCount() const;
-    /// Number of registrations of one observer.
-    std::size_t RegistrationCount(const IObserver* observer) const;
 
 protected:
     /// Called as the outermost notification ends. The object may delete itself here.
