@@ -136,7 +136,10 @@ void change(Bytes& input, SignalFeed& feed)
         feed.releaseGate();
         break;
     case 6:
-        feed.fitToGate();
+        feed.fitLevels();
+        feed.time().followLevels(0.0);
+        feed.eye().followLevels(0.0);
+        feed.iq().followLevels(0.0);
         break;
     case 7:
         feed.showGate();

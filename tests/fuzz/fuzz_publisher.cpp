@@ -131,7 +131,7 @@ void attackPublisher(Bytes& input)
     }
     std::vector<double> truth(count);
     options.format->convert(samples.data(), count, truth.data());
-    const std::int64_t lost = source.position() - static_cast<std::int64_t>(all.size());
+    const std::int64_t lost = source.position() - static_cast<std::int64_t>(all.size() / 2);
     require(!isWhole || (all == truth && lost >= leaps), "what was published");
     publisher.say(anyBytes(input, 300));
     source.trouble();

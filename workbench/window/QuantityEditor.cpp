@@ -90,7 +90,10 @@ void TimeEditor::setUnit(const QString& sign, double seconds, std::optional<doub
 
 QString TimeEditor::format(double value) const
 {
-    return QString::number(value / m_seconds, 'g', m_digits) + QChar(0x2009) + m_sign;
+    const double shown = value / m_seconds;
+    const bool isLong = std::abs(shown) >= std::pow(10.0, m_digits); // exponents are hard to read
+    return (isLong ? QString::number(shown, 'f', 0) : QString::number(shown, 'g', m_digits)) +
+           QChar(0x2009) + m_sign;
 }
 
 std::optional<double> TimeEditor::parse(const QString& text) const
