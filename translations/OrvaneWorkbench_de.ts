@@ -230,6 +230,10 @@
         <source>%1: the name has another ending than %2; leave it out</source>
         <translation>%1: der Name hat eine andere Endung als %2; sie weglassen</translation>
     </message>
+    <message>
+        <source>%1: exists already; give the whole name to replace it</source>
+        <translation>%1: gibt es schon; zum Ersetzen den ganzen Namen angeben</translation>
+    </message>
 </context>
 <context>
     <name>ExportFooter</name>

@@ -121,8 +121,13 @@ QString ExportDialog::askForFile()
 }
 
 /// @return why not, one sentence; empty: done.
-QString ExportDialog::write(const QString& file)
+QString ExportDialog::write(QString file)
 {
+    if (QFileInfo(file).suffix().isEmpty()) { // the dialog adds none below a folder with a dot
+        file += QLatin1Char('.') + ViewExport::endings()[m_format->currentIndex()];
+        if (QFileInfo::exists(file))
+            return tr("%1: exists already; give the whole name to replace it").arg(file);
+    }
     if (ViewExport::formatOf(file) != format())
         return tr("%1: the name has another ending than %2; leave it out")
             .arg(file, ViewExport::endings()[m_format->currentIndex()]);
