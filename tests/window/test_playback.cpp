@@ -159,9 +159,9 @@ TEST_F(Playback, VeilsALiveSignalThatStandsStillAndPausesWhereItEnds)
     window->feed().transport().play();
     const std::vector<char> samples(4000);
     EXPECT_EQ(write(ends[1], samples.data(), samples.size()), 4000);
-    const PaneNote& note = *window->panes().panes()[1].note;
+    const PaneNote& note = *window->panes().panes()[0].note;
     EXPECT_TRUE(QTest::qWaitFor([&] { return note.text().startsWith("stands still for "); }));
-    EXPECT_EQ(note.size(), note.parentWidget()->size());
+    EXPECT_EQ(note.geometry().bottomRight(), note.parentWidget()->rect().bottomRight());
     close(ends[1]);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !window->feed().transport().isPlaying(); }));
     EXPECT_FALSE(action("&Play").isEnabled());
