@@ -122,7 +122,8 @@ void axisDefinition::Recompute() const
 {
     m_dirty = false;
     m_ticks.clear();
-    m_isFormatterTooCoarse = false;
+    m_canFormatTicks = m_formatter != nullptr;
+    m_canFormatPixels.reset();
     if (!IsUsable())
         return;
 
@@ -154,21 +155,24 @@ void axisDefinition::Recompute() const
     }
     if (span < 0.0)
         std::reverse(m_ticks.begin(), m_ticks.end());
-    m_isFormatterTooCoarse = m_formatter && IsFormatterTooCoarse();
+    std::vector<double> values;
+    for (const Tick& tick : m_ticks)
+        values.push_back(tick.value);
+    m_canFormatTicks = m_formatter && CanFormat(values);
 }
 
-bool axisDefinition::IsFormatterTooCoarse() const
+bool axisDefinition::CanFormat(const std::vector<double>& values) const
 {
     QString previous;
-    for (const Tick& tick : m_ticks) {
-        const QString label = m_formatter->Format(tick.value);
+    for (const double value : values) {
+        const QString label = m_formatter->Format(value);
         bool isNumber = false;
         const bool isZero = label.toDouble(&isNumber) == 0.0 && isNumber;
         if (label == previous || (isZero && label.startsWith(QLatin1Char('-'))))
-            return true;
+            return false;
         previous = label;
     }
-    return false;
+    return true;
 }
 
 void axisDefinition::SetStringFormatter(std::shared_ptr<IStringFormatter> formatter)
@@ -177,31 +181,71 @@ void axisDefinition::SetStringFormatter(std::shared_ptr<IStringFormatter> format
     m_dirty = true;
 }
 
+void axisDefinition::SetUnit(const QString& unit) { m_unit = unit; }
+
+namespace {
+
+// Longer numbers do not fit.
+constexpr int mostTickDecimals = 6;
+constexpr int mostReadoutDecimals = 8;
+
+} // namespace
+
 QString axisDefinition::Label(double value) const
 {
-    GetTicks(); // which tell whether the formatter will do
-    const bool isPlain = !m_formatter || m_isFormatterTooCoarse;
-    return isPlain ? PlainLabel(value, 0) : m_formatter->Format(value);
+    const bool hasTicks = !GetTicks().empty();
+    if (m_canFormatTicks)
+        return m_formatter->Format(value);
+    return hasTicks ? Plain(value, m_stepExponent, mostTickDecimals) : Free(value);
 }
 
 QString axisDefinition::LabelWithUnit(double value) const
 {
-    return m_formatter ? m_formatter->FormatWithUnit(value) : PlainLabel(value, 2);
+    const bool canFormat = m_formatter && CanFormatPixels();
+    if (canFormat && !m_unit)
+        return m_formatter->FormatWithUnit(value);
+    QString unit = m_unit.value_or(QString());
+    if (m_formatter && !m_unit) {
+        const QString number = m_formatter->Format(value);
+        const QString both = m_formatter->FormatWithUnit(value);
+        unit = both.startsWith(number) ? both.mid(number.size()) : QString();
+    }
+    if (canFormat)
+        return m_formatter->Format(value) + unit;
+    if (!IsUsable())
+        return Free(value) + unit;
+    const double pixel = std::abs(m_stop - m_start) / (m_length - 1);
+    const int lastPlace = static_cast<int>(std::floor(std::log10(pixel)));
+    return Plain(value, lastPlace, mostReadoutDecimals) + unit;
 }
 
-QString axisDefinition::PlainLabel(double value, int digitsBelowStep) const
+bool axisDefinition::CanFormatPixels() const
+{
+    GetTicks(); // forgets what was known of another range
+    if (!m_canFormatPixels) {
+        constexpr int mostPixels = 4096; // as many as a large screen has
+        std::vector<double> values;
+        for (int pixel = 0; IsUsable() && pixel < std::min(m_length, mostPixels); ++pixel)
+            values.push_back(PixelToValue(pixel));
+        m_canFormatPixels = CanFormat(values);
+    }
+    return *m_canFormatPixels;
+}
+
+QString axisDefinition::Free(double value)
 {
     constexpr int freeDigits = 6; // where no step asks for more or less
-    if (GetTicks().empty() || !std::isfinite(value))
-        return QString::number(value, 'g', freeDigits);
+    return QString::number(value, 'g', freeDigits);
+}
 
-    const int lastPlace = m_stepExponent - digitsBelowStep;
+QString axisDefinition::Plain(double value, int lastPlace, int mostDecimals)
+{
+    if (!std::isfinite(value))
+        return Free(value);
     const double magnitude = std::abs(value);
-    const bool isZero = magnitude < 0.5 * std::pow(10.0, lastPlace);
-    // Longer numbers than this do not fit under an axis.
-    constexpr int mostDecimals = 6;
+    const bool isZero = value == 0.0 || magnitude < 0.5 * std::pow(10.0, lastPlace);
     constexpr double largestPlain = 1e7;
-    if (-lastPlace <= mostDecimals + digitsBelowStep && magnitude < largestPlain)
+    if (-lastPlace <= mostDecimals && magnitude < largestPlain)
         return QString::number(isZero ? 0.0 : value, 'f', std::max(0, -lastPlace));
     if (isZero)
         return QStringLiteral("0");

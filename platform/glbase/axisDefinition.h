@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 /// Range and pixel length of an axis, and the grid and labels that follow from them.
@@ -58,16 +59,24 @@ public:
     const std::vector<Tick>& GetTicks() const;
 
     /// Replaces the label formatter. Without one, labels have the digits that the grid step asks
-    /// for, and labels with unit (read-outs of a value) two more, which tell pixels apart. Labels
-    /// are made like that, too, where the formatter gives two ticks the same text, or one a "-0".
+    /// for, and labels with unit (read-outs of a value) those that tell pixels apart. Numbers are
+    /// written like that, too, where the formatter gives two ticks, or for read-outs two
+    /// neighbouring pixels, the same text, or one a "-0".
     void SetStringFormatter(std::shared_ptr<IStringFormatter> formatter);
+    /// What read-outs have after their number, its leading blank included, instead of the unit that
+    /// the formatter gives.
+    void SetUnit(const QString& unit);
     QString Label(double value) const;
     QString LabelWithUnit(double value) const;
 
 private:
     void Recompute() const;
-    bool IsFormatterTooCoarse() const;
-    QString PlainLabel(double value, int digitsBelowStep) const;
+    /// Whether the formatter tells values apart, and from zero.
+    bool CanFormat(const std::vector<double>& values) const;
+    bool CanFormatPixels() const;
+    static QString Free(double value);
+    /// Rounded to a decimal place.
+    static QString Plain(double value, int lastPlace, int mostDecimals);
 
     Orientation m_orientation;
     double m_start = -1.0;
@@ -75,8 +84,10 @@ private:
     int m_length = 0;
     int m_tickLimit = MaxTickCount;
     std::shared_ptr<IStringFormatter> m_formatter;
+    std::optional<QString> m_unit;
     mutable bool m_dirty = true;
     mutable int m_stepExponent = 0; // decimal place of the grid step, where there are ticks
     mutable std::vector<Tick> m_ticks;
-    mutable bool m_isFormatterTooCoarse = false;
+    mutable bool m_canFormatTicks = false;
+    mutable std::optional<bool> m_canFormatPixels; // none: not yet known
 };

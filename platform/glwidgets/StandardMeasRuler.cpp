@@ -13,21 +13,32 @@
 #include <QMouseEvent>
 #include <QPointer>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int lineAlpha = 150; // traces under the lines stay visible
 
 const QString keys[] = {QStringLiteral("ruler1"), QStringLiteral("ruler2")};
 
-// Room for most values, so that the fields of the caption bar stay where they are.
-constexpr int xFieldWidth = 9;
-constexpr int yFieldWidth = 7;
-
-QString yText(const AxisHandler& axis, double value)
+/// A value, or a distance, along an axis.
+QString textOf(const AxisHandler& axis, double value)
 {
     const QString label = axis.XPixelMap()->GetAxisDefinition().LabelWithUnit(value);
     const auto* withUnit = dynamic_cast<const YAxisHandler*>(&axis);
     return (withUnit ? label + QLatin1Char(' ') + withUnit->UnitText() : label).trimmed();
+}
+
+/// Room for all texts of an axis in view, so that the fields of the caption bar stay where they
+/// are.
+int fieldWidth(const AxisHandler& axis)
+{
+    const double start = axis.GetStartValue();
+    const double stop = axis.GetStopValue();
+    int width = 0;
+    for (const double value : {start, stop, stop - start, start - stop})
+        width = std::max(width, textOf(axis, value).size());
+    return width;
 }
 
 } // namespace
@@ -126,7 +137,7 @@ public:
             painter.drawHLine(area.left(), area.right(), at.y(), color);
             // The texts are drawn after this, where the cursors are now.
             if (const auto plot = m_plot.lock())
-                plot->TextRects()->set(keys[i], Fields(i, 0, 0).join(QLatin1Char('\n')), at);
+                plot->TextRects()->set(keys[i], Fields(i, false).join(QLatin1Char('\n')), at);
         }
     }
 
@@ -147,18 +158,18 @@ private:
     }
 
     /// The first cursor shows where it is, the second also where it is from the first. Nothing
-    /// without axes. Numbers are right-aligned in fields of the widths given, in characters.
-    QStringList Fields(int index, int xWidth, int yWidth) const
+    /// without axes. Aligned numbers are so to the right, in fields that stay as wide.
+    QStringList Fields(int index, bool isAligned) const
     {
         const auto xAxis = m_xAxis.lock();
         const auto yAxis = m_yAxis.lock();
         if (index < 0 || !xAxis || !yAxis)
             return {};
-        const auto x = [&](double value) {
-            const QString text = xAxis->XPixelMap()->GetAxisDefinition().LabelWithUnit(value);
-            return text.rightJustified(xWidth);
+        const auto text = [isAligned](const AxisHandler& axis, double value) {
+            return textOf(axis, value).rightJustified(isAligned ? fieldWidth(axis) : 0);
         };
-        const auto y = [&](double value) { return yText(*yAxis, value).rightJustified(yWidth); };
+        const auto x = [&](double value) { return text(*xAxis, value); };
+        const auto y = [&](double value) { return text(*yAxis, value); };
         const Cursor& cursor = m_cursors[index];
         QStringList fields{QLatin1String("x ") + x(cursor.x), QLatin1String("y ") + y(cursor.y)};
         if (index == 1) {
@@ -171,8 +182,7 @@ private:
     void Show()
     {
         if (m_caption)
-            m_caption->setReadout(
-                Fields(m_count - 1, xFieldWidth, yFieldWidth).join(QLatin1String("  ")));
+            m_caption->setReadout(Fields(m_count - 1, true).join(QLatin1String("  ")));
         const auto plot = m_plot.lock();
         if (!plot)
             return;

@@ -102,7 +102,20 @@ TEST(AxisDefinition, LabelsAreTheFormattersOrPlain)
     EXPECT_EQ(Axis(1, 1, 301).Label(0.25), "0.25"); // no step to go by
     axis.SetStringFormatter(std::make_shared<Formatter>());
     EXPECT_EQ(axis.Label(0.55), "0.6");
-    EXPECT_EQ(axis.LabelWithUnit(0.4), "0.4 V");
+    for (const auto& [start, stop] : {std::pair(-100.0, 0.0), {-0.02, 0.0}, {3e-9, -4e-9}}) {
+        axis.SetRange(start, stop);
+        QString previous;
+        for (int pixel = 0; pixel < 301; ++pixel) {
+            const QString readout = axis.LabelWithUnit(axis.PixelToValue(pixel));
+            ASSERT_TRUE(readout.endsWith(" V") && !readout.startsWith("-0.0 ")) << pixel;
+            ASSERT_NEAR(axis.ValueToPixel(readout.chopped(2).toDouble()), pixel, 1);
+            ASSERT_NE(std::exchange(previous, readout), readout) << pixel;
+        }
+    }
+    axis.SetRange(-100, 100); // coarser than the formatter
+    EXPECT_EQ(axis.LabelWithUnit(0.5), "0.5 V");
+    axis.SetUnit(" Hz");
+    EXPECT_EQ(axis.LabelWithUnit(0.5), "0.5 Hz");
     for (const double start : {0.01, -0.04}) { // too coarse a formatter: "0.0" twice, "-0.0"
         axis.SetRange(start, 0.04);
         EXPECT_EQ(axis.Label(0.02), "0.02");
