@@ -3,41 +3,22 @@
 
 #include "platform/values/ValueBase.h"
 
-#include <QLocale>
-#include <QTextStream>
-
 #include <list>
 #include <utility>
 
 namespace values {
 
-/// Text form of a floating point content: shortest decimal that reads back to the same number,
-/// with a point whatever the locale.
+// Parts of a value's type: they tell a number from a switch, and values of the same content that
+// a host writes in different ways. A value is found only by the type that it was made with.
 template<class T>
 struct FormatFloat
-{
-    static QString Text(T value)
-    {
-        return QString::number(value, 'g', QLocale::FloatingPointShortest);
-    }
-};
-
-/// Text form of a switch: "true" or "false".
+{};
 template<class T>
 struct FormatBool
-{
-    static QString Text(T value)
-    {
-        return value ? QStringLiteral("true") : QStringLiteral("false");
-    }
-};
-
-/// Writes one content to a text stream in the format F.
+{};
 template<class T, class F>
 struct StreamFormat
-{
-    static void Write(QTextStream& stream, T value) { stream << F::Text(value); }
-};
+{};
 
 template<class T>
 struct DefaultFormat
@@ -67,7 +48,6 @@ public:
         m_value = value;
         Notify(ccContent);
     }
-    void Write(QTextStream& stream) const { S::Write(stream, m_value); }
 
 private:
     T m_value = T();
@@ -99,15 +79,6 @@ public:
     {
         m_list.assign(first, last);
         Notify(ccContent);
-    }
-    void Write(QTextStream& stream) const
-    {
-        const char* separator = "";
-        for (const T& value : m_list) {
-            stream << separator;
-            S::Write(stream, value);
-            separator = " ";
-        }
     }
 
 private:

@@ -127,6 +127,11 @@ TEST_F(Values, ArePutAtFreePathsAndFoundByType)
     tree.ReleaseValue(path); // the host's value all the same
     EXPECT_EQ(dynamic_cast<values::ValueNumeric<double>*>(tree.FindValue(path)), level);
     EXPECT_EQ(dynamic_cast<values::ValueList<double>*>(tree.FindValue(path)), nullptr);
+    auto* list = tree.Create<values::ValueList<double>>("List");
+    list->Attach(&probe);
+    const double numbers[] = {1.0, 2.0};
+    list->Assign(numbers, numbers + 2);
+    EXPECT_EQ(probe.codes, Codes{ccContent});
 }
 
 TEST_F(Values, LeaveTheTreeBeforeTheirObserversHearAndDieOnceTheOutermostNotificationEnds)
