@@ -115,6 +115,13 @@
     </message>
 </context>
 <context>
+    <name>GLFrameWidget</name>
+    <message>
+        <source>This view needs OpenGL 2.1, which this display does not have. Install a graphics driver that has it; the software driver of Mesa will do.</source>
+        <translation>Diese Ansicht braucht OpenGL 2.1, das es auf diesem Bildschirm nicht gibt. Installieren Sie einen Grafiktreiber, der es hat; der Softwaretreiber von Mesa genügt.</translation>
+    </message>
+</context>
+<context>
     <name>PropertyPagesFrame</name>
     <message>
         <source>Properties</source>

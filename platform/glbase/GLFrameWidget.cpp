@@ -1,16 +1,21 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "platform/glbase/GLFrameWidget.h"
 
+#include "platform/base/ErrorHandler.h"
 #include "platform/glbase/DeviceRaster.h"
 #include "platform/glbase/GLBaseWidget.h"
 #include "platform/glbase/GLPainter.h"
 #include "platform/gui/ColorSet.h"
 
 #include <QEvent>
+#include <QLabel>
 #include <QPaintEngine>
 #include <QPainter>
+#include <QPointer>
 #include <QScopedValueRollback>
 #include <QSurfaceFormat>
+
+#include <utility>
 
 IErrorHandlerBase* GLFrameWidget::m_pErrorHandler = nullptr;
 IColorBase* GLFrameWidget::m_pColors = nullptr;
@@ -46,7 +51,53 @@ bool GLFrameWidget::event(QEvent* event)
 {
     if (event->type() == QEvent::ParentAboutToChange)
         leaveWindow(*this);
-    return QOpenGLWidget::event(event);
+    const QPointer<GLFrameWidget> alive(this); // whoever hears of a resize may destroy it
+    const QEvent::Type type = event->type();
+    const bool isTaken = QOpenGLWidget::event(event);
+    if (alive && (type == QEvent::Show || type == QEvent::Resize || type == QEvent::LanguageChange))
+        ShowNotice();
+    return isTaken;
+}
+
+namespace {
+
+QColor colorOf(IColorBase::ECOLOR number)
+{
+    IColorBase& own = ColorSet::Instance();
+    return (GLFrameWidget::m_pColors ? *GLFrameWidget::m_pColors : own)[number];
+}
+
+} // namespace
+
+void GLFrameWidget::ShowNotice()
+{
+    // Before it is shown or has a size, nobody knows.
+    const bool isNeeded = isVisible() && !size().isEmpty() && !isValid();
+    if (!isNeeded && !m_pNotice)
+        return;
+    const QString text = tr("This view needs OpenGL 2.1, which this display does not have. Install "
+                            "a graphics driver that has it; the software driver of Mesa will do.");
+    if (!m_pNotice) {
+        m_pNotice = new QLabel(this);
+        // A window of its own: one with OpenGL in it shows nothing at all where OpenGL fails late.
+        m_pNotice->setAttribute(Qt::WA_DontCreateNativeAncestors);
+        m_pNotice->setAttribute(Qt::WA_NativeWindow);
+        m_pNotice->setAlignment(Qt::AlignCenter);
+        m_pNotice->setWordWrap(true);
+        m_pNotice->setMargin(8);
+        m_pNotice->setAutoFillBackground(true);
+        static bool isReported = false;
+        if (m_pErrorHandler && !std::exchange(isReported, true))
+            m_pErrorHandler->Report(text);
+    }
+    QPalette palette;
+    palette.setColor(QPalette::Window, colorOf(IColorBase::colBackground));
+    palette.setColor(QPalette::WindowText, colorOf(IColorBase::colLabel));
+    m_pNotice->setPalette(palette);
+    m_pNotice->setText(text);
+    m_pNotice->setGeometry(rect());
+    m_pNotice->raise();
+    m_pNotice->setVisible(isNeeded);
 }
 
 void GLFrameWidget::paintGL()
@@ -70,7 +121,7 @@ void GLFrameWidget::Render(QPainter& painter)
     m_hasBaseClip = painter.hasClipping();
     m_baseClip = m_hasBaseClip ? painter.clipRegion() : QRegion();
 
-    QColor ground = ColorSet::Instance()[IColorBase::colBackground];
+    QColor ground = colorOf(IColorBase::colBackground);
     ground.setAlpha(255);
     const QRect content(QPoint(0, 0), ContentSize());
     painter.fillRect(DeviceRaster(painter, content).Snapped(content), ground);

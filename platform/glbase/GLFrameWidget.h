@@ -12,12 +12,14 @@
 class GLBaseWidget;
 class IColorBase;
 class IErrorHandlerBase;
+class QLabel;
 class QPainter;
 
 /// The Qt widget that a group of GL widgets is painted into: an OpenGL widget with a compatibility
 /// context (OpenGL 2.1 or its like) that fills itself with the ground colour and opens one painter
 /// for all its children. Line primitives draw with that painter, in the pixel frame of the child
-/// that is being painted; outside of painting they draw nothing.
+/// that is being painted; outside of painting they draw nothing. Where there is no OpenGL, it says
+/// so in its place, and once to the error handler.
 class ORVANE_PLATFORM_API GLFrameWidget : public QOpenGLWidget
 {
     Q_OBJECT
@@ -26,8 +28,8 @@ public:
     using GLLines = ::GLLines;
     using GLStepLine = ::GLStepLine;
 
-    /// Services of the application that diagrams point at their singletons. The frame works
-    /// without.
+    /// Services of the application that diagrams point at their singletons. Without, errors are
+    /// not reported, and colours are those of the ColorSet.
     static IErrorHandlerBase* m_pErrorHandler;
     static IColorBase* m_pColors;
 
@@ -62,6 +64,9 @@ protected:
 private:
     friend class GLPainter;
     friend struct TestAccess;
+    void ShowNotice();
+
+    QLabel* m_pNotice = nullptr;    // instead of the picture; none as long as there is OpenGL
     QPainter* m_pPainter = nullptr; // open painter, while painting
     QTransform m_baseTransform;     // its transform and clip before any child was painted
     QRegion m_baseClip;

@@ -319,14 +319,36 @@ void GLLayout::wheelEvent(QWheelEvent* event)
 void GLLayout::contextMenuEvent(QContextMenuEvent* event)
 {
     event->ignore();
-    // Not held: an action of the menu may take the child away, and it must be gone at once then.
-    GLBaseWidget* child = ChildAt(event->pos()).get();
-    if (!child)
+    // The menu takes the pointer away, and the release of the button.
+    const QPointer<GLLayout> self(this);
+    m_grabbed.reset();
+    Hover(nullptr);
+    if (!self)
         return;
-    QContextMenuEvent local(event->reason(), event->pos() - child->geometry().topLeft(),
-                            event->globalPos(), event->modifiers());
-    child->contextMenuEvent(&local);
-    event->setAccepted(local.isAccepted());
+    // Not held: an action of the menu may take the child away, and it must be gone at once then.
+    if (event->reason() != QContextMenuEvent::Keyboard) {
+        if (GLBaseWidget* child = ChildAt(event->pos()).get())
+            event->setAccepted(SendContextMenu(*child, *event, event->pos()));
+        return;
+    }
+    const std::vector<std::weak_ptr<GLBaseWidget>> children(m_children.begin(), m_children.end());
+    for (const std::weak_ptr<GLBaseWidget>& each : children) {
+        GLBaseWidget* child = each.lock().get();
+        if (!child || !IsChild(child) || child->geometry().isEmpty())
+            continue;
+        event->setAccepted(SendContextMenu(*child, *event, child->geometry().center()));
+        if (!self || event->isAccepted())
+            return;
+    }
+}
+
+bool GLLayout::SendContextMenu(GLBaseWidget& child, const QContextMenuEvent& event,
+                               const QPoint& at)
+{
+    QContextMenuEvent local(event.reason(), at - child.geometry().topLeft(), mapToGlobal(at),
+                            event.modifiers());
+    child.contextMenuEvent(&local);
+    return local.isAccepted();
 }
 
 void GLLayout::leaveEvent(QEvent* event)
@@ -334,4 +356,11 @@ void GLLayout::leaveEvent(QEvent* event)
     GLFrameWidget::leaveEvent(event);
     if (!m_grabbed.lock())
         Hover(nullptr);
+}
+
+void GLLayout::changeEvent(QEvent* event)
+{
+    GLFrameWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        ChildrenChanged();
 }

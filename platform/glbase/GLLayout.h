@@ -9,7 +9,8 @@
 
 /// Stacks GL widgets from top to bottom in the order in which they were added: those with a fixed
 /// height get it, the others share the rest evenly. Paints them and routes events to them; a press
-/// grabs the mouse for its child until all buttons are up.
+/// grabs the mouse for its child until all buttons are up or a context menu is asked for. The menu
+/// key asks the children from the top for theirs, at their middle.
 class ORVANE_PLATFORM_API GLLayout : public GLFrameWidget
 {
     Q_OBJECT
@@ -50,6 +51,8 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    /// Fixed heights follow the font.
+    void changeEvent(QEvent* event) override;
 
 private:
     friend class GLBaseWidget;
@@ -68,6 +71,8 @@ private:
     void Hover(const Child& child);
     static void Send(GLBaseWidget& child, void (GLBaseWidget::*handler)(QMouseEvent*),
                      QMouseEvent* event);
+    /// Whether a child took the event.
+    bool SendContextMenu(GLBaseWidget& child, const QContextMenuEvent& event, const QPoint& at);
     void SendPress(void (GLBaseWidget::*handler)(QMouseEvent*), QMouseEvent* event);
 
     std::vector<Child> m_children;

@@ -5,6 +5,8 @@
 #include "views/GLEyeStringFormatter.h"
 #include "views/ViewFrame.h"
 
+#include <QContextMenuEvent>
+
 namespace {
 
 constexpr const char* diagramName = "EyeDiagram";
@@ -25,6 +27,11 @@ protected:
     {
         m_diagram.PaintPicture(painter, size);
     }
+    // That of the mouse comes to the diagram by itself, as a widget.
+    void contextMenuEvent(QContextMenuEvent* event) override
+    {
+        static_cast<QObject&>(m_diagram).event(event);
+    }
 
 private:
     GLEyeDiagram& m_diagram;
@@ -43,7 +50,7 @@ VCGLEyeDiagram::VCGLEyeDiagram(QWidget* parent)
     , m_yAxisMax(this)
     , m_baudrateValue(this)
 {
-    Frame::BuildCaption(*this, tr("Eye Diagram"));
+    Frame::BuildCaption(*this, QT_TR_NOOP("Eye Diagram"));
 
     m_pEyeDiagram = new GLEyeDiagram(this);
     m_eyeHost = std::make_shared<EyeHost>(*m_pEyeDiagram);

@@ -1,6 +1,9 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "FrameFixture.h"
 
+#include "platform/base/ErrorHandler.h"
+
+#include <QLabel>
 #include <QOpenGLContext>
 
 #include <array>
@@ -167,6 +170,41 @@ TEST_F(Painting, NativePointsLightTheirPixelAndStayInsideTheWidget)
     EXPECT_LE(frame.context()->format().samples(), 0);
     PaintedAsPicture();
     EXPECT_FALSE(isNative);
+}
+
+// Run again where there is no OpenGL.
+TEST(Frame, UsesItsServicesAndSaysInItsPlaceThatOpenGLIsMissing)
+{
+    struct : IErrorHandlerBase
+    {
+        void Report(const QString& message) override { reports << message; }
+        QStringList reports;
+    } errors;
+    struct : IColorBase
+    {
+        QColor& operator[](ECOLOR) override { return color; }
+        QColor color = Qt::magenta;
+    } colors;
+    GLFrameWidget::m_pErrorHandler = &errors;
+    GLFrameWidget::m_pColors = &colors;
+    const bool isMissing = !QOpenGLContext().create();
+    EXPECT_EQ(isMissing, qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION"));
+    for (int round = 0; round < 2; ++round) {
+        GLLayout frame;
+        frame.show();
+        frame.resize(300, 200);
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&frame));
+        const auto* notice = frame.findChild<QLabel*>();
+        ASSERT_EQ(notice != nullptr, isMissing);
+        EXPECT_TRUE(!notice || (notice->isVisible() && notice->geometry() == frame.rect()));
+        QImage image(frame.size(), QImage::Format_RGB32);
+        QPainter painter(&image);
+        frame.Render(painter);
+        EXPECT_EQ(image.pixelColor(1, 1), colors.color);
+    }
+    EXPECT_EQ(errors.reports.size(), isMissing ? 1 : 0); // once will do
+    GLFrameWidget::m_pErrorHandler = nullptr;
+    GLFrameWidget::m_pColors = nullptr;
 }
 
 } // namespace
