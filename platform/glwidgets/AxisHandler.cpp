@@ -63,15 +63,42 @@ std::shared_ptr<values::PixelMap> AxisHandler::XPixelMap() const { return m_pixe
 
 void AxisHandler::SetLength(int pixels) { m_pixelMap->GetAxisDefinition().SetLength(pixels); }
 
-void AxisHandler::ZoomAt(int pixel, double factor)
+void AxisHandler::JoinZooms(const std::shared_ptr<AxisHandler>& one,
+                            const std::shared_ptr<AxisHandler>& other)
+{
+    one->m_partner = other;
+    other->m_partner = one;
+}
+
+void AxisHandler::ZoomAt(int pixel, double factor, Zooms zooms)
 {
     if (!m_pixelMap->GetAxisDefinition().IsUsable())
         return;
-    const double centre = PixelToValue(pixel);
-    const double start = centre + (GetStartValue() - centre) * factor;
-    const double stop = centre + (GetStopValue() - centre) * factor;
-    if (isFineEnough(start, stop))
-        Apply(start, stop);
+    const Range range = ZoomedAbout(PixelToValue(pixel), factor);
+    auto partner = Partner(zooms);
+    if (partner && !partner->m_pixelMap->GetAxisDefinition().IsUsable())
+        partner.reset();
+    const Range others = partner ? partner->ZoomedAbout(partner->Middle(), factor) : range;
+    if (!isFineEnough(range.start, range.stop) || !isFineEnough(others.start, others.stop))
+        return;
+    Apply(range.start, range.stop); // whose observers may destroy the axis
+    if (partner)
+        partner->Apply(others.start, others.stop);
+}
+
+double AxisHandler::Middle() const
+{
+    return GetStartValue() + (GetStopValue() - GetStartValue()) / 2.0;
+}
+
+AxisHandler::Range AxisHandler::ZoomedAbout(double value, double factor) const
+{
+    return {value + (GetStartValue() - value) * factor, value + (GetStopValue() - value) * factor};
+}
+
+std::shared_ptr<AxisHandler> AxisHandler::Partner(Zooms zooms) const
+{
+    return zooms == Zooms::Joined ? m_partner.lock() : nullptr;
 }
 
 void AxisHandler::PanFrom(double start, double stop, int fromPixel, int toPixel)
@@ -83,7 +110,13 @@ void AxisHandler::PanFrom(double start, double stop, int fromPixel, int toPixel)
         Apply(start + shift, stop + shift);
 }
 
-void AxisHandler::ResetZoom() { Apply(m_programStart, m_programStop); }
+void AxisHandler::ResetZoom(Zooms zooms)
+{
+    const auto partner = Partner(zooms);
+    Apply(m_programStart, m_programStop);
+    if (partner)
+        partner->Apply(partner->m_programStart, partner->m_programStop);
+}
 
 bool AxisHandler::IsZoomed() const
 {

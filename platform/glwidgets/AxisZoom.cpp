@@ -4,6 +4,7 @@
 #include "platform/glwidgets/AxisHandler.h"
 
 #include <QMenu>
+#include <QMouseEvent>
 #include <QWheelEvent>
 
 #include <cmath>
@@ -14,12 +15,27 @@ AxisZoom::AxisZoom(AxisHandler& axis)
 
 AxisZoom::~AxisZoom() { delete m_menu; }
 
+namespace {
+
+AxisHandler::Zooms zoomsOf(const QInputEvent& event)
+{
+    return event.modifiers().testFlag(Qt::ShiftModifier) ? AxisHandler::Zooms::Alone
+                                                         : AxisHandler::Zooms::Joined;
+}
+
+} // namespace
+
 void AxisZoom::Wheel(int pixel, const QWheelEvent& event)
 {
     constexpr double notch = 120.0; // Qt's eighths of a degree for one notch
     constexpr double zoomPerNotch = 1.25;
-    m_axis.ZoomAt(pixel, std::pow(zoomPerNotch, -(event.angleDelta().y() / notch)));
+    // Some systems turn the wheel sideways while Shift is down.
+    const QPoint delta = event.angleDelta();
+    const int turned = delta.y() != 0 ? delta.y() : delta.x();
+    m_axis.ZoomAt(pixel, std::pow(zoomPerNotch, -(turned / notch)), zoomsOf(event));
 }
+
+void AxisZoom::DoubleClick(const QMouseEvent& event) { m_axis.ResetZoom(zoomsOf(event)); }
 
 void AxisZoom::StartDrag(int pixel)
 {
@@ -42,9 +58,10 @@ QMenu* AxisZoom::ResetMenu(QWidget* parent, const QString& entry)
         // Later: an observer of the axis may destroy it and the menu's parent, which a menu does
         // not bear while it runs its own entry.
         QObject::connect(
-            m_menu->addAction(entry), &QAction::triggered, &m_receiver,
+            m_menu->addAction(QString()), &QAction::triggered, &m_receiver,
             [this] { m_axis.ResetZoom(); }, Qt::QueuedConnection);
     }
+    m_menu->actions().front()->setText(entry);
     m_menu->actions().front()->setEnabled(m_axis.IsZoomed());
     return m_menu;
 }

@@ -6,6 +6,7 @@
 
 class AxisHandler;
 class QMenu;
+class QMouseEvent;
 class QString;
 class QWheelEvent;
 class QWidget;
@@ -19,15 +20,18 @@ public:
     AxisZoom(const AxisZoom&) = delete;
     AxisZoom& operator=(const AxisZoom&) = delete;
 
-    /// One notch zooms by a quarter about the pixel; away from the user is closer.
+    /// One notch zooms by a quarter about the pixel; away from the user is closer. Shift zooms this
+    /// axis alone, where it is joined to another.
     void Wheel(int pixel, const QWheelEvent& event);
+    void DoubleClick(const QMouseEvent& event);
     void StartDrag(int pixel);
     void Drag(int pixel);
     void EndDrag() { m_isDragging = false; }
     bool IsDragging() const { return m_isDragging; }
 
     /// Menu with one entry, which returns to the range set by program and is enabled while there is
-    /// a zoom. Made at the first call; it goes with its parent or with this object.
+    /// a zoom. Made at the first call; it goes with its parent or with this object. The entry has
+    /// the text of the last call.
     QMenu* ResetMenu(QWidget* parent, const QString& entry);
 
 private:

@@ -61,12 +61,11 @@ protected:
 
 CaptionWidget::CaptionWidget(QWidget* parent, const QString& title, bool pauseControl)
     : QWidget(parent)
-    , m_title(title)
     , m_pPause(pauseControl ? new PauseButton(this) : nullptr)
 {
     setFixedHeight(barHeight);
     setFocusPolicy(Qt::StrongFocus);
-    setAccessibleName(title);
+    setTitle(title);
 
     if (m_pPause) {
         auto* bar = new QHBoxLayout(this);
@@ -101,6 +100,13 @@ void CaptionWidget::DescribePause()
 {
     m_pPause->setToolTip(isPaused() ? tr("Resume (Space)") : tr("Pause (Space)"));
     m_pPause->setAccessibleName(isPaused() ? tr("Resume") : tr("Pause"));
+}
+
+void CaptionWidget::setTitle(const QString& title)
+{
+    m_title = title;
+    setAccessibleName(title);
+    update();
 }
 
 void CaptionWidget::setReadout(const QString& text)
@@ -174,3 +180,13 @@ void CaptionWidget::keyPressEvent(QKeyEvent* event)
 
 // Presses on the bar end here: the layout below would look for a child of its own.
 void CaptionWidget::mousePressEvent(QMouseEvent*) {}
+
+void CaptionWidget::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::LanguageChange)
+        return;
+    if (m_pPause)
+        DescribePause();
+    emit languageChanged();
+}

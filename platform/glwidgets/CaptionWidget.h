@@ -15,6 +15,7 @@ public:
     CaptionWidget(QWidget* parent, const QString& title, bool pauseControl);
     ~CaptionWidget() override;
 
+    void setTitle(const QString& title);
     /// Text at the right of the bar; empty for none.
     void setReadout(const QString& text);
     const QString& readout() const { return m_readout; }
@@ -30,11 +31,14 @@ signals:
     void pausedChanged(bool paused);
     /// Escape was pressed. The bar takes the key only while it shows a read-out.
     void cleared();
+    /// The application has another language: the title wants translating anew.
+    void languageChanged();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void TellPause();

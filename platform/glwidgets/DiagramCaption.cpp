@@ -40,6 +40,8 @@ DiagramCaption::DiagramCaption(QWidget* parent, QString caption, bool pauseContr
 {
     connect(m_pWidget.data(), &CaptionWidget::pausedChanged, this,
             [this](bool paused) { emit si_paused(!paused); });
+    connect(m_pWidget.data(), &CaptionWidget::languageChanged, this,
+            &DiagramCaption::si_languageChanged);
 }
 
 DiagramCaption::~DiagramCaption() { delete m_pWidget; }
@@ -47,6 +49,12 @@ DiagramCaption::~DiagramCaption() { delete m_pWidget; }
 QWidget* DiagramCaption::getCaptionWidget() const { return m_pWidget; }
 
 std::shared_ptr<GLBaseWidget> DiagramCaption::getBaseWidget() const { return m_baseWidget; }
+
+void DiagramCaption::setTitle(const QString& title)
+{
+    if (m_pWidget)
+        m_pWidget->setTitle(title);
+}
 
 bool DiagramCaption::isPaused() const { return m_pWidget && m_pWidget->isPaused(); }
 

@@ -33,6 +33,7 @@ public:
     QWidget* getCaptionWidget() const;
     /// GL widget that carries the bar in a layout; never null.
     std::shared_ptr<GLBaseWidget> getBaseWidget() const;
+    void setTitle(const QString& title);
     bool isPaused() const;
     /// Presses the pause button for the user, unless it stands so already.
     void setPaused(bool paused);
@@ -40,6 +41,8 @@ public:
 signals:
     /// The last thing that happens on a toggle: the caption may be deleted by a receiver.
     void si_paused(bool takeData);
+    /// The application has another language: the title wants translating anew.
+    void si_languageChanged();
 
 private:
     QPointer<CaptionWidget> m_pWidget;

@@ -8,6 +8,9 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <climits>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -15,20 +18,86 @@ constexpr int padding = 4;
 constexpr int gap = 6;           // between anchor and box
 constexpr int groundAlpha = 220; // traces shimmer through
 
-// Beside the anchor where there is room for it, inside the area in any case.
-QRect placed(QSize size, const QPoint& anchor, const QRect& area)
+QPoint kept(const QPoint& point, const QRect& area)
 {
-    const auto place = [](int wish, int length, int low, int high) {
-        const int at = std::max(low, std::min(wish, high));
-        int start = at + gap;
-        if (start + length > high + 1)
-            start = at - gap - length;
-        return std::max(low, std::min(start, high + 1 - length));
-    };
-    return QRect(QPoint(place(anchor.x(), size.width(), area.left(), area.right()),
-                        place(anchor.y(), size.height(), area.top(), area.bottom())),
-                 size);
+    return {qBound(area.left(), point.x(), area.right()),
+            qBound(area.top(), point.y(), area.bottom())};
 }
+
+/// Places boxes inside an area, one after the other.
+class Places
+{
+public:
+    Places(const QRect& area, std::vector<QPoint> anchors)
+        : m_area(area)
+        , m_anchors(std::move(anchors))
+    {}
+
+    /// Beside an anchor, where the fewest anchors and boxes are under it: right below it unless
+    /// another corner is better, then beside those anchors and boxes that are in the way.
+    QRect Next(const QSize& size, const QPoint& anchor)
+    {
+        QRect best;
+        int least = INT_MAX;
+        QRect tried;
+        const auto tryAt = [&](const QPoint& at) {
+            for (int corner = 0; corner < 4 && least > 0; ++corner) {
+                const QRect box = Beside(size, at, corner % 2 != 0, corner / 2 != 0);
+                tried |= box;
+                if (Covered(box) < least) {
+                    best = box;
+                    least = Covered(box);
+                }
+            }
+        };
+        tryAt(anchor);
+        const QRect around = tried;
+        for (const QPoint& other : m_anchors) {
+            if (around.contains(other)) {
+                tryAt({other.x(), anchor.y()});
+                tryAt({anchor.x(), other.y()});
+            }
+        }
+        for (const QRect& other : m_boxes) {
+            if (around.intersects(other)) {
+                for (const int y : {other.top(), other.bottom()})
+                    tryAt({anchor.x(), y});
+                for (const int x : {other.left(), other.right()})
+                    tryAt({x, anchor.y()});
+            }
+        }
+        m_boxes.push_back(best);
+        return best;
+    }
+
+private:
+    QRect Beside(const QSize& size, const QPoint& at, bool flipsX, bool flipsY) const
+    {
+        const auto start = [](int from, int length, int low, int high, bool flips) {
+            const bool isAfter = (from + gap + length <= high + 1) != flips;
+            const int wish = isAfter ? from + gap : from - gap - length;
+            return std::max(low, std::min(wish, high + 1 - length));
+        };
+        return QRect(QPoint(start(at.x(), size.width(), m_area.left(), m_area.right(), flipsX),
+                            start(at.y(), size.height(), m_area.top(), m_area.bottom(), flipsY)),
+                     size);
+    }
+
+    int Covered(const QRect& box) const
+    {
+        constexpr int margin = 2;
+        const QRect wide = box.adjusted(-margin, -margin, margin, margin);
+        return static_cast<int>(
+            std::count_if(m_anchors.begin(), m_anchors.end(),
+                          [&](const QPoint& anchor) { return wide.contains(anchor); }) +
+            std::count_if(m_boxes.begin(), m_boxes.end(),
+                          [&](const QRect& other) { return wide.intersects(other); }));
+    }
+
+    QRect m_area;
+    std::vector<QPoint> m_anchors;
+    std::vector<QRect> m_boxes;
+};
 
 } // namespace
 
@@ -60,10 +129,15 @@ void TextRectangles::draw(GLPainter& painter)
     QColor ground = colors[IColorBase::colLabelBack];
     ground.setAlpha(groundAlpha);
     const QColor text = colors[IColorBase::colLabel];
+    std::vector<QPoint> anchors;
+    for (const auto& [key, item] : m_items)
+        anchors.push_back(kept(item.anchor, area));
+    Places places(area, anchors);
     painter.save();
     for (const auto& [key, item] : m_items) {
         const QSize textSize = metrics.size(0, item.text);
-        const QRect box = placed(textSize + QSize(2 * padding, 2 * padding), item.anchor, area);
+        const QRect box =
+            places.Next(textSize + QSize(2 * padding, 2 * padding), kept(item.anchor, area));
         painter.fillRect(box, ground);
         const QColor frame = colors[IColorBase::colGrid];
         painter.drawHLine(box.left(), box.right(), box.top(), frame);

@@ -10,8 +10,9 @@
 
 class GLPainter;
 
-/// Short texts over a plot, each in a framed box beside its anchor point, kept inside the plot.
-/// Texts are addressed by a key, so that their owners can move and remove them.
+/// Short texts over a plot, each in a framed box beside its anchor point, kept inside the plot and,
+/// where there is room, clear of all anchors and of one another. Texts are addressed by a key, so
+/// that their owners can move and remove them.
 class ORVANE_PLATFORM_API TextRectangles
 {
 public:

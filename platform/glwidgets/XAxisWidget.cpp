@@ -17,6 +17,7 @@
 #include <cmath>
 #include <cstdint>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -36,13 +37,16 @@ struct XAxisWidget::Private : IHasContextMenu
     {}
     QMenu* getContextMenu(QContextMenuEvent*, GLCommonWidget* widget, int) override
     {
+        if (fixedRange)
+            return nullptr;
         return zoom.ResetMenu(widget ? widget->GetFrameWidget() : nullptr,
                               XAxisWidget::tr("Reset Zoom"));
     }
     void contextMenuClosed() override {}
 
     AxisZoom zoom;
-    std::optional<int> pointer; // column under the pointer
+    std::optional<int> pointer;                          // column under the pointer
+    std::optional<std::pair<double, double>> fixedRange; // shown whatever is set
 };
 
 XAxisWidget::XAxisWidget(const char* name, GLLayout* layout)
@@ -60,7 +64,24 @@ int XAxisWidget::FixedHeight() const
     return tickLength + 2 * labelGap + QFontMetrics(QApplication::font()).height() + padding;
 }
 
-void XAxisWidget::RequestRepaint() { update(); }
+void XAxisWidget::FixShownRange(double start, double stop)
+{
+    d->zoom.EndDrag();
+    d->fixedRange = {start, stop};
+    update();
+}
+
+void XAxisWidget::ReleaseShownRange()
+{
+    d->fixedRange.reset();
+    update();
+}
+
+void XAxisWidget::RequestRepaint()
+{
+    update();
+    emit si_rangeChanged();
+}
 
 void XAxisWidget::resizeEvent(QResizeEvent* event)
 {
@@ -171,7 +192,13 @@ void XAxisWidget::paintEvent(QPaintEvent* event)
     GLPainter painter(GetFrameWidget());
     if (!painter.painter())
         return;
-    const axisDefinition& axis = XPixelMap()->GetAxisDefinition();
+    const axisDefinition& own = XPixelMap()->GetAxisDefinition();
+    std::optional<axisDefinition> fixed;
+    if (d->fixedRange && *d->fixedRange != std::pair(own.GetStart(), own.GetStop())) {
+        fixed = own;
+        fixed->SetRange(d->fixedRange->first, d->fixedRange->second);
+    }
+    const axisDefinition& axis = fixed ? *fixed : own;
     ColorSet& colors = ColorSet::Instance();
     const QColor text = colors[IColorBase::colLabel];
     Picture picture(painter);
@@ -192,8 +219,8 @@ void XAxisWidget::paintEvent(QPaintEvent* event)
 
 void XAxisWidget::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton)
-        ResetZoom();
+    if (event->button() == Qt::LeftButton && !d->fixedRange)
+        d->zoom.DoubleClick(*event);
 }
 
 void XAxisWidget::mouseMoveEvent(QMouseEvent* event)
@@ -207,7 +234,7 @@ void XAxisWidget::mouseMoveEvent(QMouseEvent* event)
 
 void XAxisWidget::mousePressEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton)
+    if (event->button() == Qt::LeftButton && !d->fixedRange)
         d->zoom.StartDrag(event->x());
 }
 
@@ -219,8 +246,9 @@ void XAxisWidget::mouseReleaseEvent(QMouseEvent* event)
 
 void XAxisWidget::wheelEvent(QWheelEvent* event)
 {
-    d->zoom.Wheel(event->position().toPoint().x(), *event);
-    event->accept();
+    event->setAccepted(!d->fixedRange);
+    if (!d->fixedRange)
+        d->zoom.Wheel(event->position().toPoint().x(), *event);
 }
 
 void XAxisWidget::leaveEvent(QEvent*)

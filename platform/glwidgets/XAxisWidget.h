@@ -10,6 +10,9 @@
 /// the pointer is over the axis, a read-out of the value under it with its unit. The wheel zooms
 /// about the pointer, a drag pans, a double click or the context menu returns to the last range set
 /// by program. Labels never overlap.
+///
+/// Of a diagram that always shows one range, the axis shows that range, whatever is set, and its
+/// user cannot change it.
 class ORVANE_PLATFORM_API XAxisWidget : public GLCommonWidget, public AxisHandler
 {
     Q_OBJECT
@@ -18,6 +21,15 @@ public:
     ~XAxisWidget() override;
 
     int FixedHeight() const override;
+
+    /// From now on what is shown is this range.
+    void FixShownRange(double start, double stop);
+    void ReleaseShownRange();
+
+signals:
+    /// The range changed: what is painted by it has to be painted again. A receiver must not
+    /// destroy the axis.
+    void si_rangeChanged();
 
 protected:
     void RequestRepaint() override;

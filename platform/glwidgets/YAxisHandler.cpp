@@ -97,7 +97,7 @@ bool YAxisHandler::mouseDoubleClick(GLCommonWidget*, QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton || event->x() >= StripWidth())
         return false;
-    ResetZoom();
+    d->zoom.DoubleClick(*event);
     return true;
 }
 

@@ -40,13 +40,15 @@ CColor color(IColorBase::ECOLOR number)
             static_cast<std::uint8_t>(own.blue())};
 }
 
+QString caption() { return QCoreApplication::translate("VCGLEyeDiagram", "Eye Diagram"); }
+
 } // namespace
 
 GLEyeDiagram::GLEyeDiagram(QWidget* parent)
     : QWidget(parent, Qt::WindowFlags())
     , m_propertiesAction(tr("Properties..."))
     , m_autoScaleAction(tr("Auto Scaling"))
-    , m_caption(QCoreApplication::translate("VCGLEyeDiagram", "Eye Diagram"))
+    , m_caption(caption())
 {
     connect(&m_propertiesAction, SIGNAL(triggered()), this, SLOT(ShowProperties()));
     connect(&m_autoScaleAction, SIGNAL(triggered()), this, SLOT(AutoScale()));
@@ -311,14 +313,23 @@ void GLEyeDiagram::GetYStartStop(double& start, double& stop)
 
 void GLEyeDiagram::setXAxisWidget(const std::shared_ptr<XAxisWidget>& xAxisWidget)
 {
+    if (m_xAxisWidget) {
+        disconnect(m_xAxisWidget.get(), nullptr, this, nullptr);
+        m_xAxisWidget->ReleaseShownRange();
+    }
     m_xAxisWidget = xAxisWidget;
+    if (m_xAxisWidget) {
+        m_xAxisWidget->FixShownRange(0.0, static_cast<double>(m_xSpan));
+        // What else sets the axis lasts until the next paint, so there is one at once.
+        connect(m_xAxisWidget.get(), SIGNAL(si_rangeChanged()), this, SLOT(update()));
+    }
 }
 
 QMenu* GLEyeDiagram::getContextMenu(QContextMenuEvent*, GLCommonWidget*, int)
 {
     if (!m_pContextMenu)
-        m_pContextMenu =
-            diagramDialogs::createContextMenu(this, m_propertiesAction, m_autoScaleAction);
+        m_pContextMenu = diagramDialogs::createContextMenu(this, m_propertiesAction,
+                                                           m_autoScaleAction, &GLEyeDiagram::tr);
     return m_pContextMenu;
 }
 
@@ -349,7 +360,10 @@ QWidget* GLEyeDiagram::GetPropertyPage(QWidget* parent, const char* name)
     return m_pPropertyPage;
 }
 
-const QString& GLEyeDiagram::GetPropertyPagePath() { return m_caption; }
+const QString& GLEyeDiagram::GetPropertyPagePath()
+{
+    return m_caption = caption(); // the language may have changed
+}
 
 void GLEyeDiagram::slotAcceptPropertyChanges()
 {

@@ -74,7 +74,8 @@ public:
     void SetYStart(double start);
     void SetYStop(double stop);
     void GetYStartStop(double& start, double& stop);
-    /// The X axis below the diagram, shared with the caller; an empty pointer detaches it.
+    /// The X axis below the diagram, shared with the caller; an empty pointer detaches it. It shows
+    /// the interval from 0 to 1, whatever else sets it, and has no zoom.
     void setXAxisWidget(const std::shared_ptr<XAxisWidget>& xAxisWidget);
 
     QMenu* getContextMenu(QContextMenuEvent* event, GLCommonWidget* widget, int index) override;

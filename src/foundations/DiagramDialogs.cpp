@@ -5,6 +5,8 @@
 #include "platform/gui/ColorSet.h"
 #include "platform/gui/PropertyPagesFrame.h"
 
+#include <QAction>
+#include <QEvent>
 #include <QMenu>
 #include <QPointer>
 
@@ -20,9 +22,15 @@ constexpr std::int32_t colorPageOptions = 0x401;
 class Menu : public QMenu
 {
 public:
-    explicit Menu(QWidget* parent)
+    Menu(QWidget* parent, QAction& properties, QAction& autoScale, Translator translator)
         : QMenu(parent)
+        , m_properties(&properties)
+        , m_autoScale(&autoScale)
+        , m_tr(translator)
     {
+        addAction(&properties);
+        addAction(&autoScale);
+        Translate();
         if (parent)
             connect(parent, &QObject::destroyed, this, &Menu::LeaveParent);
     }
@@ -48,19 +56,35 @@ public:
             deleteLater();
     }
 
+protected:
+    void changeEvent(QEvent* event) override
+    {
+        QMenu::changeEvent(event);
+        if (event->type() == QEvent::LanguageChange)
+            Translate();
+    }
+
 private:
+    void Translate()
+    {
+        if (m_properties)
+            m_properties->setText(m_tr("Properties...", nullptr, -1));
+        if (m_autoScale)
+            m_autoScale->setText(m_tr("Auto Scaling", nullptr, -1));
+    }
+
+    const QPointer<QAction> m_properties; // the diagram's, which may go first
+    const QPointer<QAction> m_autoScale;
+    const Translator m_tr;
     int m_dialogCount = 0;
     bool m_isDiscarded = false;
 };
 
 } // namespace
 
-QMenu* createContextMenu(QWidget* parent, QAction& properties, QAction& autoScale)
+QMenu* createContextMenu(QWidget* parent, QAction& properties, QAction& autoScale, Translator tr)
 {
-    auto* menu = new Menu(parent);
-    menu->addAction(&properties);
-    menu->addAction(&autoScale);
-    return menu;
+    return new Menu(parent, properties, autoScale, tr);
 }
 
 void discard(QMenu* menu)

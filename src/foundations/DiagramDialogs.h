@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QString>
+
 class GLOrvanePropertyPage;
 class IHasPropertyPage;
 class QAction;
@@ -11,9 +13,13 @@ class QWidget;
 /// Menu and dialog that every diagram offers.
 namespace diagramDialogs {
 
-/// Creates a diagram's context menu: "Properties...", then "Auto Scaling". The actions stay the
-/// diagram's. Owned by the parent; the caller may discard it earlier.
-QMenu* createContextMenu(QWidget* parent, QAction& properties, QAction& autoScale);
+/// The tr() of a class.
+using Translator = QString (*)(const char* text, const char* disambiguation, int count);
+
+/// Creates a diagram's context menu: "Properties...", then "Auto Scaling", in the language that the
+/// application has at the time. The actions stay the diagram's. Owned by the parent; the caller may
+/// discard it earlier.
+QMenu* createContextMenu(QWidget* parent, QAction& properties, QAction& autoScale, Translator tr);
 /// Deletes such a menu, or null: at once, unless it runs the properties dialog, which a menu must
 /// outlive. Then it goes after the dialog, and its parent may go.
 void discard(QMenu* menu);

@@ -29,6 +29,8 @@ constexpr int autoScalePeriodMs = 1000;
 constexpr int yAxisKind = 3;
 constexpr double msPerSecond = 1000.0;
 
+QString caption() { return QCoreApplication::translate("VCGLIQDiagram", "IQ Diagram"); }
+
 } // namespace
 
 /// Mapping of one paint from samples to the pixel frame of the widget.
@@ -58,7 +60,7 @@ GLIQDiagram::GLIQDiagram(const std::string& name, GLLayout* layout)
     , m_propertiesAction(tr("Properties..."))
     , m_autoScaleAction(tr("Auto Scaling"))
     , m_lastPaintTime(QDateTime::currentDateTimeUtc())
-    , m_caption(QCoreApplication::translate("VCGLIQDiagram", "IQ Diagram"))
+    , m_caption(caption())
 {
     GLFrameWidget::m_pErrorHandler = &ErrorHandler::Instance();
     GLFrameWidget::m_pColors = &ColorSet::Instance();
@@ -200,7 +202,7 @@ QMenu* GLIQDiagram::getContextMenu(QContextMenuEvent*, GLCommonWidget*, int)
 {
     if (!m_pContextMenu) {
         m_pContextMenu = diagramDialogs::createContextMenu(GetFrameWidget(), m_propertiesAction,
-                                                           m_autoScaleAction);
+                                                           m_autoScaleAction, &GLIQDiagram::tr);
         // The frame is the menu's parent and may be destroyed before the diagram.
         connect(m_pContextMenu, &QObject::destroyed, this, [this] { m_pContextMenu = nullptr; });
     }
@@ -224,7 +226,10 @@ QWidget* GLIQDiagram::GetPropertyPage(QWidget* parent, const char* name)
     return m_pPropertyPage;
 }
 
-const QString& GLIQDiagram::GetPropertyPagePath() { return m_caption; }
+const QString& GLIQDiagram::GetPropertyPagePath()
+{
+    return m_caption = caption(); // the language may have changed
+}
 
 void GLIQDiagram::slotAcceptPropertyChanges()
 {

@@ -34,6 +34,8 @@ constexpr float levelHeight = 0.0039063282F;
 
 QColor color(IColorBase::ECOLOR number) { return ColorSet::Instance()[number]; }
 
+QString caption() { return QCoreApplication::translate("VCGLTimeDiagram", "Time Diagram"); }
+
 } // namespace
 
 /// Pixel mapping of one paint.
@@ -70,7 +72,7 @@ GLTimeDiagram::GLTimeDiagram(const std::string& name)
     : ScanBufferWidgetBase(name.c_str(), nullptr, static_cast<EWindowType>(0))
     , m_propertiesAction(tr("Properties..."))
     , m_autoScaleAction(tr("Auto Scaling"))
-    , m_caption(QCoreApplication::translate("VCGLTimeDiagram", "Time Diagram"))
+    , m_caption(caption())
 {
     GLFrameWidget::m_pErrorHandler = &ErrorHandler::Instance();
     GLFrameWidget::m_pColors = &ColorSet::Instance();
@@ -230,7 +232,7 @@ QMenu* GLTimeDiagram::getContextMenu(QContextMenuEvent*, GLCommonWidget*, int)
 {
     if (!m_pContextMenu) {
         m_pContextMenu = diagramDialogs::createContextMenu(GetFrameWidget(), m_propertiesAction,
-                                                           m_autoScaleAction);
+                                                           m_autoScaleAction, &GLTimeDiagram::tr);
         // The frame is the menu's parent and may be destroyed before the diagram.
         connect(m_pContextMenu, &QObject::destroyed, this, [this] { m_pContextMenu = nullptr; });
     }
@@ -253,7 +255,10 @@ QWidget* GLTimeDiagram::GetPropertyPage(QWidget* parent, const char* name)
     return m_pPropertyPage;
 }
 
-const QString& GLTimeDiagram::GetPropertyPagePath() { return m_caption; }
+const QString& GLTimeDiagram::GetPropertyPagePath()
+{
+    return m_caption = caption(); // the language may have changed
+}
 
 void GLTimeDiagram::slotAcceptPropertyChanges()
 {

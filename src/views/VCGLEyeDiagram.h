@@ -43,8 +43,8 @@ struct ViewFrame;
 /// applies the value's content at once. A value that is removed from the tree unbinds itself.
 ///
 /// While paused by the caption bar, triggers are ignored and their data are lost; limits and baud
-/// rate still apply. The X axis shows 0 to 1 from each paint on, whatever its limits were. GUI
-/// thread only.
+/// rate still apply. The X axis always shows 0 to 1, whatever its limits are; the next paint sets
+/// them back. GUI thread only.
 class ORVANE_API VCGLEyeDiagram : public GLLayout, public IObserver
 {
     Q_OBJECT

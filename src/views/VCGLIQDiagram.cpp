@@ -22,13 +22,15 @@ VCGLIQDiagram::VCGLIQDiagram(QWidget* parent)
     , m_yAxisMin(this)
     , m_yAxisMax(this)
 {
-    Frame::BuildCaption(*this, tr("IQ Diagram"));
+    Frame::BuildCaption(*this, QT_TR_NOOP("IQ Diagram"));
 
     m_diagram = std::make_shared<GLIQDiagram>(diagramName, nullptr);
     Frame::AddDiagram(*this, m_diagram);
     m_diagram->addContextMenu(std::weak_ptr<IHasContextMenu>(m_diagram), GLCommonWidget::zoBottom);
 
     Frame::BuildXAxis(*this, diagramName, std::make_shared<GLIQStringFormatter>());
+    m_xAxis->XPixelMap()->GetAxisDefinition().SetUnit(QString()); // I is no time
+    AxisHandler::JoinZooms(m_xAxis, m_diagram->GetYAxisHandler());
     m_ruler.init(m_diagram, m_xAxis, m_diagram->GetYAxisHandler(), m_pCaption->getCaptionWidget());
 }
 

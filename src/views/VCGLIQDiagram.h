@@ -36,6 +36,9 @@ struct ViewFrame;
 /// unbound, also if it was bound before. Setting the trigger or an axis limit applies the value's
 /// content at once. A value that is removed from the tree unbinds itself.
 ///
+/// What the user zooms on one axis, the other follows, so that I and Q keep their scale to one
+/// another; with Shift, it is that axis alone.
+///
 /// While paused by the caption bar, triggers are ignored and their data are lost; limits still
 /// apply. GUI thread only.
 class ORVANE_API VCGLIQDiagram : public GLLayout, public IObserver

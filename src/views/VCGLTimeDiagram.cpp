@@ -23,7 +23,7 @@ VCGLTimeDiagram::VCGLTimeDiagram(QWidget* parent)
     , m_yAxisMax(this)
     , m_baudrateValue(this)
 {
-    Frame::BuildCaption(*this, tr("Time Diagram"));
+    Frame::BuildCaption(*this, QT_TR_NOOP("Time Diagram"));
 
     m_diagram = std::make_shared<GLTimeDiagram>(diagramName);
     Frame::AddDiagram(*this, m_diagram);

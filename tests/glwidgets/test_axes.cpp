@@ -93,10 +93,10 @@ TEST_F(Axes, LabelsAreApartInsideDifferentAndNeverMinusZero)
         const auto texts = view->texts();
         EXPECT_TRUE(view->width() < 900 || !texts.empty());
         const auto isX = [&](const QRectF& box) { return box.top() >= x.geometry().top(); };
-        for (const auto& [text, box] : texts) {
+        for (const auto& [text, box, color, size] : texts) {
             EXPECT_TRUE(QRectF(isX(box) ? x.geometry() : view->plot->geometry()).contains(box));
             EXPECT_FALSE(minusZero.match(text).hasMatch()) << qPrintable(text);
-            for (const auto& [other, otherBox] : texts) {
+            for (const auto& [other, otherBox, otherColor, otherSize] : texts) {
                 const bool isSame = &other == &text;
                 EXPECT_TRUE(isSame || !box.intersects(otherBox));
                 EXPECT_TRUE(isSame || isX(box) != isX(otherBox) || text != other);
@@ -106,7 +106,7 @@ TEST_F(Axes, LabelsAreApartInsideDifferentAndNeverMinusZero)
     view->resize(900, 400);
     x.SetRange(-1310000.0, 0.0); // some longer labels than lines are apart
     std::vector<double> numbers;
-    for (const auto& [text, box] : view->texts()) {
+    for (const auto& [text, box, color, size] : view->texts()) {
         if (box.top() >= x.geometry().top() && box.right() < 880.0)
             numbers.push_back(text.toDouble());
     }
@@ -115,30 +115,11 @@ TEST_F(Axes, LabelsAreApartInsideDifferentAndNeverMinusZero)
         EXPECT_EQ(numbers[i] - numbers[i - 1], numbers[1] - numbers[0]);
     y.SetRange(-1.0, 1.0); // both ends have labels, though the start has no row
     std::set<QString> labels;
-    for (const auto& [text, box] : view->texts()) {
+    for (const auto& [text, box, color, size] : view->texts()) {
         if (box.right() < y.StripWidth())
             labels.insert(text);
     }
     EXPECT_TRUE(labels.count("1.0") && labels.count("-1.0"));
-}
-
-// By the traces' own formula: a grid line and a trace at the same value share their pixels.
-TEST_F(Axes, GridLinesStandAtTheTracesPixelsAlsoAfterAResize)
-{
-    const QColor grid = ColorSet::Instance()[IColorBase::colGrid];
-    x.SetRange(-100.0, 0.0);
-    y.SetRange(-3.0, 1.5);
-    for (const QSize& size : {QSize(500, 300), QSize(333, 217)}) {
-        view->resize(size);
-        const QImage image = view->picture();
-        const int w = image.width();
-        const int zeroY = image.height() + int((image.height() - 1) * -3.0 / 4.5);
-        for (const int value : {-80, -40, -20, 0})
-            EXPECT_EQ(image.pixelColor(int((w - 1) * (value + 100.0) / 100.0), zeroY + 7), grid);
-        EXPECT_EQ(image.pixelColor(w - 1, zeroY + 7), grid); // 0 is the last column
-        for (const int row : {zeroY - 1, zeroY, zeroY + 1})
-            EXPECT_EQ(image.pixelColor(w / 2 + 7, row) == grid, row == zeroY) << row;
-    }
 }
 
 TEST_F(Axes, WheelAndDragKeepTheValueUnderThePointer)
@@ -157,6 +138,9 @@ TEST_F(Axes, WheelAndDragKeepTheValueUnderThePointer)
                         axis.GetStopValue() - axis.GetStartValue(), 1e-9);
             EXPECT_NEAR(axis.PixelToValue(pixel), value, 1e-9);
         }
+        const double start = axis.GetStartValue();
+        view->drag(at, to, Qt::MiddleButton);
+        EXPECT_EQ(axis.GetStartValue(), start);
         view->drag(at, to);
         QTest::mouseMove(view->windowHandle(), at); // the drag is over
         EXPECT_NEAR(axis.PixelToValue(toPixel), value, 1e-9);
@@ -173,19 +157,55 @@ TEST_F(Axes, WheelAndDragKeepTheValueUnderThePointer)
     EXPECT_EQ(view->ruler.CursorCount(), 0);
 }
 
+TEST_F(Axes, JoinedZoomsKeepTheScaleOfBothUnlessShiftIsHeld)
+{
+    view->open();
+    AxisHandler::JoinZooms(view->xAxis, view->plot->yAxis);
+    x.SetRange(-4.0, 4.0);
+    y.SetRange(3.0, 1.0);
+    view->wheel(view->inXAxis(99), 240);
+    EXPECT_NEAR(x.GetStopValue() - x.GetStartValue(), 8.0 / 1.5625, 1e-9);
+    EXPECT_NEAR(y.GetStartValue(), 2.64, 1e-9); // about its middle
+    EXPECT_NEAR(y.GetStopValue(), 1.36, 1e-9);
+    const Range before = rangeOf(x);
+    view->wheel(view->inPlot(5, 99), 120, Qt::ShiftModifier);
+    EXPECT_EQ(rangeOf(x), before);
+    EXPECT_NEAR(y.GetStartValue() - y.GetStopValue(), 1.28 / 1.25, 1e-9);
+    QTest::mouseDClick(view->windowHandle(), Qt::LeftButton, {}, view->inPlot(5, 99));
+    EXPECT_FALSE(x.IsZoomed() || y.IsZoomed());
+    y.SetRange(1.0, 1.0); // has no scale to keep
+    view->wheel(view->inXAxis(99), 120);
+    EXPECT_TRUE(x.IsZoomed() && !y.IsZoomed());
+    y.SetRange(1.0, 1.0 + 1e-11); // takes no zoom that far
+    x.SetRange(-4.0, 4.0);
+    view->wheel(view->inXAxis(99), 120 * 20);
+    EXPECT_FALSE(x.IsZoomed() || y.IsZoomed());
+}
+
 TEST_F(Axes, TheXAxisReadsOutTheValueUnderThePointer)
 {
     view->open();
     const auto& axis = x.XPixelMap()->GetAxisDefinition();
     const QString readout = axis.LabelWithUnit(axis.PixelToValue(247));
+    const auto isShown = [&] {
+        bool isFound = false;
+        for (const auto& [text, box, color, size] : view->texts())
+            isFound |= text == readout && std::abs(box.center().x() - 247.0) < 2.0;
+        return isFound;
+    };
     for (const QPoint& pointer : {view->inXAxis(247), view->inPlot(300, 50)}) {
         const auto move = [&] { QTest::mouseMove(view->windowHandle(), pointer); };
         EXPECT_TRUE(view->repaints(move));
-        bool isShown = false;
-        for (const auto& [text, box] : view->texts())
-            isShown |= text == readout && std::abs(box.center().x() - 247.0) < 2.0;
-        EXPECT_EQ(isShown, pointer.x() == 247) << qPrintable(readout);
+        EXPECT_EQ(isShown(), pointer.x() == 247) << qPrintable(readout);
     }
+    // A menu takes the pointer away, and the release of the button.
+    const QPoint at = view->inXAxis(247);
+    QTest::mouseMove(view->windowHandle(), at);
+    EXPECT_TRUE(isShown());
+    QTimer::singleShot(0, [] { QApplication::activePopupWidget()->close(); });
+    QTest::mousePress(view->windowHandle(), Qt::RightButton, {}, at);
+    EXPECT_FALSE(isShown());
+    QTest::mouseRelease(view->windowHandle(), Qt::RightButton, {}, at);
 }
 
 TEST_F(Axes, TheStripsMenuUndoesTheZoomAndMayDestroyTheView)

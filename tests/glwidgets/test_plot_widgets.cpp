@@ -44,7 +44,7 @@ struct PlotWidgets : testing::Test
     /// Place of a text in the plot.
     QRectF boxOf(const QString& text)
     {
-        for (const auto& [found, box] : view->texts()) {
+        for (const auto& [found, box, color, size] : view->texts()) {
             if (found == text)
                 return box.translated(-view->plot->geometry().topLeft());
         }
@@ -101,6 +101,21 @@ TEST_F(PlotWidgets, TextsStandBesideTheirAnchorInsideThePlot)
         EXPECT_LT(boxOf("first").center().y(), boxOf("second line").top());
     }
     plot.RemoveMarker("m");
+    for (const QPoint& from : {QPoint(0, 0), QPoint(200, 100), area.bottomRight()}) {
+        for (const QPoint& step : {QPoint(15, 15), QPoint(-15, 9), QPoint(40, -12), QPoint(3, 0)}) {
+            const QPoint points[] = {from, from + step};
+            if (!area.contains(points[1]))
+                continue;
+            plot.AddMarker("m", "x -0.123 t/T", points[0]);
+            plot.AddMarker("n", "y 0.123", points[1]);
+            const QRectF boxes[] = {boxOf("x -0.123 t/T"), boxOf("y 0.123")};
+            for (const QRectF& box : boxes)
+                EXPECT_FALSE(box.contains(points[0]) || box.contains(points[1]));
+            EXPECT_FALSE(boxes[0].intersects(boxes[1]));
+        }
+    }
+    plot.RemoveMarker("m");
+    plot.RemoveMarker("n");
     plot.addTextFreqList("100 MHz");
     plot.addTextFreqList("200 MHz");
     view->resize(900, 300); // the list moves with the border

@@ -217,7 +217,9 @@ TEST_F(TimeDiagram, AutoScalingReplacesTheRangeThenWidensItForASecond)
     add({}); // rejected: the request stands
     add({10, 20});
     add({12, 13});
+    const int period = timer.timerId();
     diagram->AutoScale(); // again, while it lasts: nothing
+    EXPECT_EQ(timer.timerId(), period);
     add({0, 10});
     diagram->SetYStart(-0.6);
     add({0, 10});

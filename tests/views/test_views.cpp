@@ -1,16 +1,10 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
-#include "eye/GLEyeDiagram.h"
-#include "iq/GLIQDiagram.h"
-#include "platform/glwidgets/CaptionWidget.h"
+#include "ViewsFixture.h"
 #include "platform/glwidgets/DiagramCaption.h"
-#include "platform/glwidgets/XAxisWidget.h"
 #include "platform/gui/ColorSet.h"
 #include "platform/gui/PropertyPagesFrame.h"
+#include "platform/startup/TranslationCenter.h"
 #include "platform/values/Persistant.h"
-#include "time/GLTimeDiagram.h"
-#include "views/VCGLEyeDiagram.h"
-#include "views/VCGLIQDiagram.h"
-#include "views/VCGLTimeDiagram.h"
 
 #include <QCheckBox>
 #include <QContextMenuEvent>
@@ -22,118 +16,9 @@
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTabWidget>
-#include <QTest>
 #include <QToolButton>
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-
-using List = std::vector<double>;
-using Traces = std::vector<List>;
-
-struct TestAccess
-{
-    template<class View>
-    static bool& showGrid(View& view)
-    {
-        return view.Diagram()->m_showGrid;
-    }
-    template<class View>
-    static std::size_t traceCount(View& view)
-    {
-        return view.Diagram()->m_records.size();
-    }
-    /// Samples of the stored traces, oldest first.
-    template<class View>
-    static Traces traces(View& view)
-    {
-        Traces result;
-        for (const auto* record : view.Diagram()->m_records)
-            result.emplace(result.begin(), record->m_samples.begin(), record->m_samples.end());
-        return result;
-    }
-};
-
 namespace {
-
-/// What all views do alike, on each of them.
-template<class View>
-struct Views : testing::Test
-{
-    static constexpr bool isEye = std::is_same_v<View, VCGLEyeDiagram>;
-    static constexpr bool isIq = std::is_same_v<View, VCGLIQDiagram>;
-
-    ~Views() override
-    {
-        for (const char* path : {"Data", "Second", "Trigger", "A", "B"})
-            tree.Remove(path);
-    }
-    bool bindSecond(const char* path)
-    {
-        if constexpr (isIq)
-            return view->SetData2_ValuePath(path);
-        else
-            return view->SetBaudrateData_ValuePath(path);
-    }
-    void bindData()
-    {
-        EXPECT_TRUE(view->SetData1_ValuePath("Data"));
-        EXPECT_TRUE(bindSecond("Second"));
-        EXPECT_TRUE(view->SetHasChangedTrigger_ValuePath("Trigger"));
-    }
-    void feed(const List& samples, const List& others)
-    {
-        data->Assign(samples.begin(), samples.end());
-        second->Assign(others.begin(), others.end());
-        trigger->SetValue(false); // its content means nothing
-    }
-    void show()
-    {
-        view->resize(400, 300);
-        view->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(view.get()));
-    }
-    /// Paints of the diagram that an action asks for.
-    template<class Action>
-    int paintsBy(Action action)
-    {
-        struct Counter : QObject
-        {
-            bool eventFilter(QObject*, QEvent* event) override
-            {
-                count += event->type() == QEvent::Paint;
-                return false;
-            }
-            int count = 0;
-        } counter;
-        QCoreApplication::processEvents(); // what was requested before
-        QObject* widget = view.get();
-        if constexpr (isEye)
-            widget = view->GetDiagram();
-        widget->installEventFilter(&counter);
-        action();
-        QCoreApplication::processEvents();
-        return counter.count;
-    }
-    std::size_t count() { return TestAccess::traceCount(*view); }
-    std::pair<double, double> yRange()
-    {
-        std::pair<double, double> range;
-        view->GetDiagram()->GetYStartStop(range.first, range.second);
-        return range;
-    }
-    XAxisWidget& xAxis() { return *view->GetXAxis(); }
-    CaptionWidget* caption() { return view->template findChild<CaptionWidget*>(); }
-
-    values::Tree& tree = values::Tree::Instance();
-    values::ValueList<double>* data = tree.Create<values::ValueList<double>>("Data");
-    values::ValueList<double>* second = tree.Create<values::ValueList<double>>("Second");
-    values::Value<bool>* trigger = tree.Create<values::Value<bool>>("Trigger");
-    values::ValueNumeric<double>* a = tree.Create<values::ValueNumeric<double>>("A");
-    values::ValueNumeric<double>* b = tree.Create<values::ValueNumeric<double>>("B");
-    std::unique_ptr<View> view = std::make_unique<View>();
-};
 
 using AllViews = testing::Types<VCGLTimeDiagram, VCGLEyeDiagram, VCGLIQDiagram>;
 TYPED_TEST_SUITE(Views, AllViews, );
@@ -224,6 +109,9 @@ TYPED_TEST(Views, PauseDataByMouseAndSpaceButNotTheLimits)
     QSignalSpy forStop(&view, SIGNAL(StopButtonPressedForStop()));
     const auto feed = [this] { this->feed({1, 2}, {2, 0}); };
     EXPECT_EQ(this->paintsBy(feed), 1);
+    // Whoever hears of it may announce data at once.
+    QObject::connect(&view, &TypeParam::StopButtonPressedForStart, feed);
+    QObject::connect(&view, &TypeParam::StopButtonPressedForStop, feed);
     QTest::mouseClick(this->caption()->template findChild<QToolButton*>(), Qt::LeftButton);
     EXPECT_EQ(forStart.count(), 1);
     EXPECT_EQ(this->paintsBy(feed), 0); // lost
@@ -231,6 +119,11 @@ TYPED_TEST(Views, PauseDataByMouseAndSpaceButNotTheLimits)
     EXPECT_TRUE(view.SetYAxisMax_ValuePath("A"));
     this->a->SetValue(4.0);
     EXPECT_EQ(this->yRange().second, 4.0);
+    if constexpr (std::is_same_v<TypeParam, VCGLTimeDiagram>) {
+        EXPECT_TRUE(view.SetBaudrate_ValuePath("B"));
+        this->b->SetValue(7.0);
+        EXPECT_EQ(TestAccess::baudrate(view), 7.0F);
+    }
     const auto give = [&view](bool repaint) { // direct data pass
         if constexpr (std::is_same_v<TypeParam, VCGLIQDiagram>) {
             std::vector<float> direct{5, 6};
@@ -248,7 +141,6 @@ TYPED_TEST(Views, PauseDataByMouseAndSpaceButNotTheLimits)
     EXPECT_EQ(view.focusProxy(), this->caption());
     QTest::keyClick(this->caption(), Qt::Key_Space);
     EXPECT_EQ(forStop.count(), 1);
-    feed();
     EXPECT_EQ(this->count(), 5U);
 }
 
@@ -273,28 +165,54 @@ TYPED_TEST(Views, ShowTheirDataAndOfferMenusAndRuler)
         for (int y = plot.top(); y < plot.bottom(); ++y)
             lit += picture.pixelColor(x, y) == ColorSet::Instance()[number];
     EXPECT_GE(lit, this->isIq ? 1 : plot.width() / 2); // labels cover the rest
-    EXPECT_TRUE(this->xAxis().XPixelMap()->GetAxisDefinition().LabelWithUnit(1).endsWith(" t/T"));
+    const QString readout = this->xAxis().XPixelMap()->GetAxisDefinition().LabelWithUnit(1);
+    EXPECT_EQ(readout.endsWith(" t/T"), !this->isIq) << qPrintable(readout); // I is no time
 
     QTest::mouseClick(view.windowHandle(), Qt::LeftButton, {}, plot.center());
     EXPECT_EQ(this->caption()->readout().isEmpty(), this->isEye);
-    const std::pair<QPoint, int> menus[] = {{plot.center(), 2},
-                                            {plot.topLeft() + QPoint(9, 99), this->isEye ? 2 : 1},
-                                            {plot.bottomLeft() + QPoint(99, 9), 1}};
-    for (const auto& [at, entries] : menus) {
+    if constexpr (!std::is_same_v<TypeParam, VCGLIQDiagram>) {
+        ASSERT_NE(view.getContextMenu(), nullptr);
+        EXPECT_EQ(view.getContextMenu()->actions().size(), 2);
+    }
+    const auto byMouse = QContextMenuEvent::Mouse;
+    const std::tuple<QContextMenuEvent::Reason, QPoint, int> menus[] = {
+        {byMouse, plot.center(), 2},
+        {byMouse, plot.topLeft() + QPoint(9, 99), this->isEye ? 2 : 1},
+        {byMouse, plot.bottomLeft() + QPoint(99, 9), this->isEye ? 0 : 1}, // has no zoom to undo
+        {QContextMenuEvent::Keyboard, QPoint(9, 9), 2}}; // on the caption, which has the focus
+    for (const auto& [reason, at, entries] : menus) {
         int shown = 0;
         QTimer::singleShot(0, [&shown] {
-            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-            ASSERT_NE(menu, nullptr);
-            shown = menu->actions().size();
-            menu->close();
+            if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+                shown = menu->actions().size();
+                menu->close();
+            }
         });
         QWidget* child = view.childAt(at);
         QWidget* target = child ? child : &view;
-        QContextMenuEvent event(QContextMenuEvent::Mouse, target->mapFrom(&view, at),
-                                view.mapToGlobal(at));
+        QContextMenuEvent event(reason, target->mapFrom(&view, at), view.mapToGlobal(at));
         QCoreApplication::sendEvent(target, &event);
+        QCoreApplication::processEvents();
         EXPECT_EQ(shown, entries);
     }
+}
+
+TYPED_TEST(Views, TakeANewLanguageAtOnce)
+{
+    this->show();
+    auto& diagram = *this->view->GetDiagram();
+    const QMenu& menu = *static_cast<IHasContextMenu&>(diagram).getContextMenu(nullptr, nullptr, 0);
+    QStringList texts[2];
+    for (const bool isGerman : {true, false}) {
+        TranslationCenter::Instance().SetLanguage(isGerman ? "de" : "en");
+        QCoreApplication::processEvents();
+        texts[isGerman] << this->caption()->accessibleName() << menu.actions()[0]->text()
+                        << menu.actions()[1]->text()
+                        << this->caption()->template findChild<QToolButton*>()->toolTip()
+                        << static_cast<IHasPropertyPage&>(diagram).GetPropertyPagePath();
+    }
+    for (int i = 0; i < texts[0].size(); ++i)
+        EXPECT_NE(texts[0][i], texts[1][i]);
 }
 
 TYPED_TEST(Views, ShowTheirSettingsApplyThemOnceAndMayGoMeanwhile)
@@ -389,54 +307,6 @@ TYPED_TEST(Views, TakeThemselvesDownInOrder)
     EXPECT_EQ(this->data->ObserverCount() + this->trigger->ObserverCount(), 0U);
     EXPECT_EQ(this->a->ObserverCount(), 0U);
     EXPECT_EQ(this->tree.ReleaseCount(), released);
-}
-
-using TimeView = Views<VCGLTimeDiagram>;
-
-TEST_F(TimeView, CutsTheStreamAtTheMarkers)
-{
-    using Step = std::tuple<List, List, Traces>; // samples, markers, traces added
-    const std::vector<std::vector<Step>> stories{
-        {{{1, 2, 3, 4, 5, 6}, {3, 0, 0, 3, 0, 0}, {{1, 2, 3}, {4, 5, 6}}}},
-        {{{1, 2}, {4, 0}, {}}, {{3, 4}, {0, 0}, {{1, 2, 3, 4}}}}, // over two notifications
-        {{{1, 2, 3}, {}, {}}, {{4}, {1}, {{1, 2, 3}, {4}}}},      // no marker for a while
-        // Too long: the marker ends it.
-        {{{1, 2, 3}, {2}, {}}, {{4, 5}, {0, 2}, {{1, 2, 3, 4}}}, {{6}, {}, {{5, 6}}}},
-        // Zero as float is zero; anything else counts.
-        {{{1, 2}, {1e-50, std::nan("")}, {{1}}}, {{3}, {-3}, {{2}}}, {{4}, {1}, {{3}, {4}}}},
-        {{{1}, {1, 1, 1}, {{1}}}, {{}, {5, 5}, {}}, {{2}, {}, {{2}}}}, // markers beyond the samples
-    };
-    for (const auto& story : stories) {
-        view = std::make_unique<VCGLTimeDiagram>();
-        data->GetList().clear();
-        bindData();
-        Traces expected;
-        for (const auto& [samples, marks, added] : story) {
-            feed(samples, marks);
-            expected.insert(expected.end(), added.begin(), added.end());
-            EXPECT_EQ(TestAccess::traces(*view), expected);
-        }
-    }
-    // Later, the diagram hands old samples back; direct data leave the open segment alone.
-    for (double i = 0; i < 105; ++i) {
-        feed({i}, {2, 0});
-        List direct{9};
-        view->FillData(direct, false);
-        feed({i}, {});
-    }
-    EXPECT_EQ(TestAccess::traces(*view).front(), List{9});
-    EXPECT_EQ(TestAccess::traces(*view).back(), (List{104, 104}));
-}
-
-using IqView = Views<VCGLIQDiagram>;
-
-TEST_F(IqView, JoinsTheListsToPairs)
-{
-    bindData();
-    feed({1, 2, 3}, {4, 5});
-    feed({1}, {4, 5, 6});
-    feed({}, {9});
-    EXPECT_EQ(TestAccess::traces(*view), (Traces{{1, 4, 2, 5, 3, 0}, {1, 4}}));
 }
 
 } // namespace

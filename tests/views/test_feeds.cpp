@@ -1,0 +1,92 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "ViewsFixture.h"
+#include "glwidgets/TextRecorder.h"
+
+#include <QWheelEvent>
+
+#include <cmath>
+
+namespace {
+
+using TimeView = Views<VCGLTimeDiagram>;
+using EyeView = Views<VCGLEyeDiagram>;
+using IqView = Views<VCGLIQDiagram>;
+
+TEST_F(TimeView, CutsTheStreamAtTheMarkers)
+{
+    using Step = std::tuple<List, List, Traces>; // samples, markers, traces added
+    const std::vector<std::vector<Step>> stories{
+        {{{1, 2, 3, 4, 5, 6}, {3, 0, 0, 3, 0, 0}, {{1, 2, 3}, {4, 5, 6}}}},
+        {{{1, 2}, {4, 0}, {}}, {{3, 4}, {0, 0}, {{1, 2, 3, 4}}}}, // over two notifications
+        {{{1, 2, 3}, {}, {}}, {{4}, {1}, {{1, 2, 3}, {4}}}},      // no marker for a while
+        // Too long: the marker ends it.
+        {{{1, 2, 3}, {2}, {}}, {{4, 5}, {0, 2}, {{1, 2, 3, 4}}}, {{6}, {}, {{5, 6}}}},
+        // Zero as float is zero; anything else counts.
+        {{{1, 2}, {1e-50, std::nan("")}, {{1}}}, {{3}, {-3}, {{2}}}, {{4}, {1}, {{3}, {4}}}},
+        {{{1}, {1, 1, 1}, {{1}}}, {{}, {5, 5}, {}}, {{2}, {}, {{2}}}}, // markers beyond the samples
+    };
+    for (const auto& story : stories) {
+        view = std::make_unique<VCGLTimeDiagram>();
+        data->GetList().clear();
+        bindData();
+        Traces expected;
+        for (const auto& [samples, marks, added] : story) {
+            feed(samples, marks);
+            expected.insert(expected.end(), added.begin(), added.end());
+            EXPECT_EQ(TestAccess::traces(*view), expected);
+        }
+    }
+    // Later, the diagram hands old samples back; direct data leave the open segment alone.
+    for (double i = 0; i < 105; ++i) {
+        feed({i}, {2, 0});
+        List direct{9};
+        view->FillData(direct, false);
+        feed({i}, {});
+    }
+    EXPECT_EQ(TestAccess::traces(*view).front(), List{9});
+    EXPECT_EQ(TestAccess::traces(*view).back(), (List{104, 104}));
+}
+
+TEST_F(IqView, JoinsTheListsToPairs)
+{
+    bindData();
+    feed({1, 2, 3}, {4, 5});
+    feed({1}, {4, 5, 6});
+    feed({}, {9});
+    EXPECT_EQ(TestAccess::traces(*view), (Traces{{1, 4, 2, 5, 3, 0}, {1, 4}}));
+}
+
+TEST_F(EyeView, LiesOverZeroToOneWhateverIsSet)
+{
+    a->SetValue(0.0);
+    b->SetValue(1.0);
+    EXPECT_TRUE(view->SetXAxisMin_ValuePath("A") && view->SetXAxisMax_ValuePath("B"));
+    show();
+    const auto labels = [this] {
+        QStringList texts;
+        TextRecorder recorder(view->size());
+        QPainter painter(&recorder);
+        view->Render(painter); // without the diagram's own paint
+        for (const TextRecorder::Text& label : recorder.texts)
+            texts << label.text;
+        return texts;
+    };
+    const QStringList before = labels();
+    EXPECT_TRUE(before.contains("0.00") && before.contains("1.00"));
+    const auto setLimits = [&] {
+        a->SetValue(0.35);
+        b->SetValue(0.65);
+        EXPECT_EQ(xAxis().GetStartValue(), 0.35); // until the next paint
+        EXPECT_EQ(labels(), before);
+    };
+    EXPECT_GT(paintsBy(setLimits), 0);
+    EXPECT_EQ(std::pair(xAxis().GetStartValue(), xAxis().GetStopValue()), std::pair(0.0, 1.0));
+    const QPoint at = view->Widgets().at(2)->geometry().center();
+    QWheelEvent wheel(at, view->mapToGlobal(at), {}, {0, 120}, {}, {}, {}, false);
+    QApplication::sendEvent(view.get(), &wheel);
+    QTest::mousePress(view->windowHandle(), Qt::LeftButton, {}, at);
+    QTest::mouseMove(view->windowHandle(), at + QPoint(50, 0));
+    EXPECT_EQ(std::pair(xAxis().GetStartValue(), xAxis().GetStopValue()), std::pair(0.0, 1.0));
+}
+
+} // namespace
