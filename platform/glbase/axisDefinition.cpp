@@ -158,17 +158,28 @@ void axisDefinition::Recompute() const
     std::vector<double> values;
     for (const Tick& tick : m_ticks)
         values.push_back(tick.value);
-    m_canFormatTicks = m_formatter && CanFormat(values);
+    m_canFormatTicks = m_formatter && CanFormat(values, &IStringFormatter::Format);
 }
 
-bool axisDefinition::CanFormat(const std::vector<double>& values) const
+namespace {
+
+/// Whether a text begins with "-0", "-0.0" and so on.
+bool isMinusZero(const QString& text)
+{
+    int end = 1;
+    while (end < text.size() && (text[end] == QLatin1Char('0') || text[end] == QLatin1Char('.')))
+        ++end;
+    return text.startsWith(QLatin1String("-0")) && !(end < text.size() && text[end].isDigit());
+}
+
+} // namespace
+
+bool axisDefinition::CanFormat(const std::vector<double>& values, Format format) const
 {
     QString previous;
     for (const double value : values) {
-        const QString label = m_formatter->Format(value);
-        bool isNumber = false;
-        const bool isZero = label.toDouble(&isNumber) == 0.0 && isNumber;
-        if (label == previous || (isZero && label.startsWith(QLatin1Char('-'))))
+        const QString label = (m_formatter.get()->*format)(value);
+        if (label == previous || isMinusZero(label))
             return false;
         previous = label;
     }
@@ -181,7 +192,11 @@ void axisDefinition::SetStringFormatter(std::shared_ptr<IStringFormatter> format
     m_dirty = true;
 }
 
-void axisDefinition::SetUnit(const QString& unit) { m_unit = unit; }
+void axisDefinition::SetUnit(const QString& unit)
+{
+    m_unit = unit;
+    m_canFormatPixels.reset();
+}
 
 namespace {
 
@@ -208,7 +223,11 @@ QString axisDefinition::LabelWithUnit(double value) const
     if (m_formatter && !m_unit) {
         const QString number = m_formatter->Format(value);
         const QString both = m_formatter->FormatWithUnit(value);
-        unit = both.startsWith(number) ? both.mid(number.size()) : QString();
+        const QString rest = both.startsWith(number) ? both.mid(number.size()) : both;
+        // Not where the number is another one beside its unit.
+        if (!rest.isEmpty() && !rest[0].isSpace() && !rest[0].isLetter())
+            return both;
+        unit = rest;
     }
     if (canFormat)
         return m_formatter->Format(value) + unit;
@@ -227,7 +246,8 @@ bool axisDefinition::CanFormatPixels() const
         std::vector<double> values;
         for (int pixel = 0; IsUsable() && pixel < std::min(m_length, mostPixels); ++pixel)
             values.push_back(PixelToValue(pixel));
-        m_canFormatPixels = CanFormat(values);
+        m_canFormatPixels = CanFormat(values, m_unit ? &IStringFormatter::Format
+                                                     : &IStringFormatter::FormatWithUnit);
     }
     return *m_canFormatPixels;
 }

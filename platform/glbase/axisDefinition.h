@@ -71,8 +71,9 @@ public:
 
 private:
     void Recompute() const;
+    using Format = const QString& (IStringFormatter::*)(double);
     /// Whether the formatter tells values apart, and from zero.
-    bool CanFormat(const std::vector<double>& values) const;
+    bool CanFormat(const std::vector<double>& values, Format format) const;
     bool CanFormatPixels() const;
     static QString Free(double value);
     /// Rounded to a decimal place.

@@ -114,6 +114,18 @@ TEST(AxisDefinition, LabelsAreTheFormattersOrPlain)
     }
     axis.SetRange(-100, 100); // coarser than the formatter
     EXPECT_EQ(axis.LabelWithUnit(0.5), "0.5 V");
+    struct : Formatter
+    {
+        const QString& FormatWithUnit(double value) override
+        {
+            return text = QString::number(1000 * value, 'f', 0) + " mV";
+        }
+    } scaled;
+    for (const double stop : {100.0, 0.02}) { // coarse enough, and not
+        axisDefinition other = Axis(0, stop, 301);
+        other.SetStringFormatter({std::shared_ptr<IStringFormatter>(), &scaled});
+        EXPECT_EQ(other.LabelWithUnit(0.016), "16 mV");
+    }
     axis.SetUnit(" Hz");
     EXPECT_EQ(axis.LabelWithUnit(0.5), "0.5 Hz");
     for (const double start : {0.01, -0.04}) { // too coarse a formatter: "0.0" twice, "-0.0"
