@@ -84,8 +84,12 @@ TEST_F(EyeView, LiesOverZeroToOneWhateverIsSet)
     const QPoint at = view->Widgets().at(2)->geometry().center();
     QWheelEvent wheel(at, view->mapToGlobal(at), {}, {0, 120}, {}, {}, {}, false);
     QApplication::sendEvent(view.get(), &wheel);
-    QTest::mousePress(view->windowHandle(), Qt::LeftButton, {}, at);
-    QTest::mouseMove(view->windowHandle(), at + QPoint(50, 0));
+    EXPECT_EQ(xAxis().GetStartValue(), 0.0); // nor until the next paint
+    for (const auto& [type, x] :
+         {std::pair(QEvent::MouseButtonPress, 0), {QEvent::MouseMove, 50}}) {
+        QMouseEvent event(type, at + QPoint(x, 0), Qt::LeftButton, Qt::LeftButton, {});
+        QApplication::sendEvent(view.get(), &event);
+    }
     EXPECT_EQ(std::pair(xAxis().GetStartValue(), xAxis().GetStopValue()), std::pair(0.0, 1.0));
 }
 
