@@ -5,6 +5,8 @@
 
 #include <QCoreApplication>
 
+#include <functional>
+
 namespace {
 
 constexpr int mostSteps = 60;
@@ -83,88 +85,61 @@ double time(Bytes& input, const SignalFeed& feed)
 void play(Bytes& input, SignalFeed& feed, std::int64_t& elapsed)
 {
     Transport& transport = feed.transport();
-    switch (input.below(8)) {
-    case 0:
-        transport.play();
-        elapsed = 0;
-        break;
-    case 1:
-        transport.pause();
-        break;
-    case 2:
-        transport.seek(time(input, feed));
-        break;
-    case 3:
-        transport.setSpeed(input.flag() ? Transport::fastest : input.number());
-        break;
-    case 4:
-        transport.setRepeat(input.flag());
-        break;
-    case 5: // as the options have it: how long, not until when
-        if (const double seconds = std::abs(time(input, feed)); seconds < 1e12)
-            transport.playThrough(seconds);
-        break;
-    default:
+    const auto advance = [&] {
         elapsed += input.take<std::uint16_t>() % 500;
         transport.advance(elapsed);
-    }
+    };
+    const std::function<void()> ways[] = {
+        [&] {
+            transport.play();
+            elapsed = 0;
+        },
+        [&] { transport.pause(); },
+        [&] { transport.seek(time(input, feed)); },
+        [&] { transport.setSpeed(input.flag() ? Transport::fastest : input.number()); },
+        [&] { transport.setRepeat(input.flag()); },
+        [&] { // as the options have it: how long, not until when
+            if (const double seconds = std::abs(time(input, feed)); seconds < 1e12)
+                transport.playThrough(seconds);
+        },
+        advance,
+        advance};
+    input.oneOf(ways)();
 }
 
 void change(Bytes& input, SignalFeed& feed)
 {
     const double number = input.number();
-    switch (input.below(14)) {
-    case 0:
-        feed.setReceiver(anySettings(input, feed.source().sampleRate));
-        break;
-    case 1:
-        feed.setChannel(anyChannel(input, 8));
-        break;
-    case 2:
-        feed.setSymbolRate(input.flag() ? std::optional(anyRate(input)) : std::nullopt);
-        break;
-    case 3:
-        if (!std::isnan(number))
-            feed.setSpan(number);
-        break;
-    case 4:
-        if (const double from = time(input, feed), to = time(input, feed);
-            std::isfinite(from) && std::isfinite(to))
-            feed.fixGate(from, to);
-        break;
-    case 5:
-        feed.releaseGate();
-        break;
-    case 6:
-        feed.fitLevels();
-        feed.time().followLevels(0.0);
-        feed.eye().followLevels(0.0);
-        feed.iq().followLevels(0.0);
-        break;
-    case 7:
-        feed.showGate();
-        break;
-    case 8:
-        feed.changeSource([&input](SignalSource& source) { source.seek(input.below(200)); });
-        break;
-    case 9:
-        feed.eye().setSymbolCount(static_cast<int>(input.take<std::int32_t>()));
-        break;
-    case 10:
-        if (!std::isnan(number))
-            feed.eye().setBandwidth(number);
-        break;
-    case 11:
-        feed.iq().setTrajectory(input.flag());
-        break;
-    case 12:
-        feed.showNothing();
-        break;
-    default:
-        auto source = std::make_unique<AnySource>(input);
-        feed.open(std::move(source), 0,
-                  input.flag() ? std::optional(anyRate(input)) : std::nullopt);
-    }
+    const double plain = std::isnan(number) ? 0.0 : number;
+    const auto rate = [&] { return input.flag() ? std::optional(anyRate(input)) : std::nullopt; };
+    const std::function<void()> ways[] = {
+        [&] { feed.setReceiver(anySettings(input, feed.source().sampleRate)); },
+        [&] { feed.setChannel(anyChannel(input, 8)); },
+        [&] { feed.setSymbolRate(rate()); },
+        [&] { feed.setSpan(plain); },
+        [&] {
+            if (const double from = time(input, feed), to = time(input, feed);
+                std::isfinite(from) && std::isfinite(to))
+                feed.fixGate(from, to);
+        },
+        [&] { feed.releaseGate(); },
+        [&] {
+            feed.fitLevels();
+            feed.time().followLevels(0.0);
+            feed.eye().followLevels(0.0);
+            feed.iq().followLevels(0.0);
+        },
+        [&] { feed.showGate(); },
+        [&] { feed.changeSource([&](SignalSource& source) { source.seek(input.below(200)); }); },
+        [&] { feed.eye().setSymbolCount(static_cast<int>(input.take<std::int32_t>())); },
+        [&] { feed.eye().setBandwidth(plain); },
+        [&] { feed.iq().setTrajectory(input.flag()); },
+        [&] { feed.showNothing(); },
+        [&] {
+            auto source = std::make_unique<AnySource>(input);
+            feed.open(std::move(source), 0, rate());
+        }};
+    input.oneOf(ways)();
 }
 
 void check(const SignalFeed& feed)

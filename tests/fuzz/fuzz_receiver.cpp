@@ -56,28 +56,50 @@ std::vector<double> anyStretch(Bytes& input, std::size_t width, double samplesPe
     return values;
 }
 
-struct Taken
+/// A receiver, and what it makes of a signal.
+struct Receiving
 {
-    void take(const SignalFormat& format, std::vector<SignalBlock>& blocks, bool isReceived)
+    /// @param length  of the blocks that it is given, samples.
+    void process(std::int64_t position, const std::vector<double>& values, std::size_t width,
+                 std::size_t length)
+    {
+        for (std::size_t k = 0; k < values.size(); k += length * width) {
+            const auto first = values.begin() + static_cast<std::ptrdiff_t>(k);
+            const std::size_t count = std::min(length * width, values.size() - k);
+            receiver.process(position + static_cast<std::int64_t>(k / width),
+                             {first, first + static_cast<std::ptrdiff_t>(count)}, blocks);
+        }
+        take();
+    }
+    void finish()
+    {
+        receiver.finish(blocks);
+        take();
+    }
+    void take()
     {
         for (const SignalBlock& block : blocks) {
-            check(format, block, isReceived);
+            check(block);
             const std::vector<double>* const values[] = {&block.samples, &block.i, &block.q};
-            for (std::size_t k = 0; k < std::size(figures); ++k)
+            for (std::size_t k = 0; k < std::size(values); ++k)
                 figures[k].insert(figures[k].end(), values[k]->begin(), values[k]->end());
             for (const Symbol& symbol : block.symbols)
-                symbols.insert(symbols.end(), {symbol.position, symbol.time, symbol.phase,
-                                               double{symbol.value.real()}, symbol.level});
+                figures[3].insert(figures[3].end(), {symbol.position, symbol.time, symbol.phase,
+                                                     double{symbol.value.real()}, symbol.level});
         }
         blocks.clear();
+        for (const auto& numbers : figures)
+            require(!isReceived || std::all_of(numbers.begin(), numbers.end(),
+                                               [](double value) { return std::isfinite(value); }),
+                    "finite figures");
     }
-    void check(const SignalFormat& format, const SignalBlock& block, bool isReceived)
+    void check(const SignalBlock& block)
     {
         const std::size_t count = block.count();
         require(count > 0 && block.i.size() == count, "samples and I");
-        require(block.q.size() == (format.hasQ ? count : 0), "samples and Q");
+        require(block.q.size() == (receiver.format().hasQ ? count : 0), "samples and Q");
         require(block.isQuiet.empty() || block.isQuiet.size() == count, "samples and quiet ones");
-        require(block.isAfterGap || block.position == next, "a position");
+        require(block.isAfterGap == (block.position != next), "a gap");
         next = block.end();
         double last = static_cast<double>(block.position);
         for (const Symbol& symbol : block.symbols) {
@@ -86,69 +108,31 @@ struct Taken
                     "a symbol");
             last = symbol.position;
         }
-        if (!isReceived)
-            return;
-        for (const auto* values : {&block.samples, &block.i, &block.q})
-            require(std::all_of(values->begin(), values->end(),
-                                [](double value) { return std::isfinite(value); }),
-                    "finite samples");
-        for (const Symbol& symbol : block.symbols)
-            require(std::isfinite(symbol.value.real()) && std::isfinite(symbol.level) &&
-                        std::isfinite(symbol.phase),
-                    "finite symbols");
     }
-    std::int64_t next = 0;
-    std::vector<double> figures[3]; // samples, I, Q
-    std::vector<double> symbols;
+    Receiver receiver;
+    bool isReceived; // so that all is finite
+    std::vector<SignalBlock> blocks = {};
+    std::int64_t next = -1;              // position
+    std::vector<double> figures[4] = {}; // samples, I, Q, symbols
 };
 
-bool isSame(const std::vector<double>& a, const std::vector<double>& b)
+/// Receivers that were given the same in blocks of different lengths.
+void finish(Receiving& whole, Receiving& cut)
 {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](double x, double y) {
-        return x == y || (std::isnan(x) && std::isnan(y));
-    });
+    whole.finish();
+    cut.finish();
+    const auto isSame = [](double a, double b) {
+        return a == b || (std::isnan(a) && std::isnan(b));
+    };
+    for (std::size_t k = 0; k < std::size(whole.figures); ++k) {
+        auto &a = whole.figures[k], &b = cut.figures[k];
+        require(std::equal(a.begin(), a.end(), b.begin(), b.end(), isSame),
+                "figures of blocks of other lengths");
+        a.clear();
+        b.clear();
+    }
+    whole.next = cut.next = -1;
 }
-
-/// Lets a receiver and its twin, which has shorter blocks, receive the same.
-struct Twins
-{
-    Twins(const Receiver::Input& input, const ChannelChoice& channel,
-          const ReceiverSettings& settings, bool isReceived)
-        : whole(input, channel, settings)
-        , cut(input, channel, settings)
-        , width(static_cast<std::size_t>(input.valueCount))
-        , isReceived(isReceived)
-    {}
-    void process(std::int64_t position, const std::vector<double>& values, std::size_t length)
-    {
-        whole.process(position, values, blocks);
-        ofWhole.take(whole.format(), blocks, isReceived);
-        for (std::size_t k = 0; k < values.size(); k += length * width) {
-            const auto first = values.begin() + static_cast<std::ptrdiff_t>(k);
-            const std::size_t count = std::min(length * width, values.size() - k);
-            cut.process(position + static_cast<std::int64_t>(k / width),
-                        {first, first + static_cast<std::ptrdiff_t>(count)}, blocks);
-        }
-        ofCut.take(cut.format(), blocks, isReceived);
-    }
-    void finish()
-    {
-        whole.finish(blocks);
-        ofWhole.take(whole.format(), blocks, isReceived);
-        cut.finish(blocks);
-        ofCut.take(cut.format(), blocks, isReceived);
-        for (std::size_t k = 0; k < std::size(ofWhole.figures); ++k)
-            require(isSame(ofWhole.figures[k], ofCut.figures[k]),
-                    "samples of blocks of other lengths");
-        require(isSame(ofWhole.symbols, ofCut.symbols), "symbols of blocks of other lengths");
-        ofWhole = ofCut = {};
-    }
-    Receiver whole, cut;
-    std::size_t width;
-    bool isReceived;
-    std::vector<SignalBlock> blocks;
-    Taken ofWhole, ofCut;
-};
 
 } // namespace
 
@@ -160,7 +144,10 @@ void attackReceiver(Bytes& input)
     used.symbolRate = settings.symbolRate ? settings.symbolRate : signal.symbolRate;
     const bool isReceived =
         settings.isOn && !signal.firstSymbol && used.flaw(signal.sampleRate).isEmpty();
-    Twins twins(signal, anyChannel(input, signal.valueCount), settings, isReceived);
+    const ChannelChoice channel = anyChannel(input, signal.valueCount);
+    const auto width = static_cast<std::size_t>(signal.valueCount);
+    Receiving whole{{signal, channel, settings}, isReceived};
+    Receiving cut{{signal, channel, settings}, isReceived};
     const double perSymbol =
         used.symbolRate ? std::clamp(signal.sampleRate / *used.symbolRate, 1.0, 1e5) : 8.0;
     std::int64_t position = 0;
@@ -170,14 +157,13 @@ void attackReceiver(Bytes& input)
         if (kind == 0) // as far as files reach: times are exact there
             position = static_cast<std::int64_t>(input.take<std::uint64_t>() >> 24);
         else if (kind == 1)
-            twins.finish();
-        const std::vector<double> values = anyStretch(input, twins.width, perSymbol);
-        twins.process(
-            position, values,
-            input.oneOf({std::size_t{1}, std::size_t{7}, std::size_t{4096}, std::size_t{5000}}));
-        const std::size_t samples = values.size() / twins.width;
+            finish(whole, cut);
+        const std::vector<double> values = anyStretch(input, width, perSymbol);
+        const std::size_t samples = values.size() / width;
+        whole.process(position, values, width, samples);
+        cut.process(position, values, width, input.oneOf<std::size_t>({1, 7, 4096, 5000}));
         position += static_cast<std::int64_t>(samples);
         count += samples;
     }
-    twins.finish();
+    finish(whole, cut);
 }
