@@ -24,6 +24,7 @@
 #include <QSpinBox>
 #include <QWheelEvent>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -131,35 +132,20 @@ void axes(View& view, std::uint8_t first, std::uint8_t second)
     auto* diagram = TestAccess::diagram(view);
     const double number = nastyNumber(second);
     const std::shared_ptr<XAxisWidget> xAxis = TestAccess::xAxis(view);
-    switch (first % 9) {
-    case 0:
-        diagram->SetYStart(number);
-        break;
-    case 1:
-        diagram->SetYStop(number);
-        break;
-    case 2:
-        xAxis->SetRange(number, nastyNumber(static_cast<std::uint8_t>(second / 3)));
-        break;
-    case 3:
-        xAxis->ZoomAt(nastyLength(second), number);
-        break;
-    case 4:
-        xAxis->PanFrom(-1.0, number, nastyLength(first), nastyLength(second));
-        break;
-    case 5:
-        xAxis->ResetZoom();
-        break;
-    case 6:
-        diagram->setXAxisWidget(second % 2 ? xAxis : nullptr);
-        break;
-    case 7:
-        if constexpr (!std::is_same_v<View, VCGLIQDiagram>)
-            diagram->SetBaudrate(static_cast<float>(second % 2 ? 1.0 : number));
-        break;
-    default:
-        xAxis->XPixelMap()->GetAxisDefinition().SetTickLimit(nastyLength(second));
-    }
+    const std::function<void()> ways[] = {
+        [&] { diagram->SetYStart(number); },
+        [&] { diagram->SetYStop(number); },
+        [&] { xAxis->SetRange(number, nastyNumber(static_cast<std::uint8_t>(second / 3))); },
+        [&] { xAxis->ZoomAt(nastyLength(second), number); },
+        [&] { xAxis->PanFrom(-1.0, number, nastyLength(first), nastyLength(second)); },
+        [&] { xAxis->ResetZoom(); },
+        [&] { diagram->setXAxisWidget(second % 2 ? xAxis : nullptr); },
+        [&] {
+            if constexpr (!std::is_same_v<View, VCGLIQDiagram>)
+                diagram->SetBaudrate(static_cast<float>(second % 2 ? 1.0 : number));
+        },
+        [&] { xAxis->XPixelMap()->GetAxisDefinition().SetTickLimit(nastyLength(second)); }};
+    ways[first % std::size(ways)]();
 }
 
 template<class View>
@@ -209,21 +195,12 @@ void texts(View& view, std::uint8_t first, std::uint8_t second)
     if constexpr (!std::is_same_v<View, VCGLEyeDiagram>) {
         auto* plot = TestAccess::diagram(view);
         const QString text = QString(first, QChar('x')) + QChar('\n') + QChar(first + 256 * second);
-        switch (first % 5) {
-        case 0:
-            plot->AddMarker("m", text, {nastyLength(first), nastyLength(second)});
-            break;
-        case 1:
-            plot->RemoveMarker("m");
-            break;
-        case 2:
-            plot->addTextFreqList(text);
-            break;
-        case 3:
-            plot->clear();
-            break;
-        default:
-            plot->setVisible(second % 2);
-        }
+        const std::function<void()> ways[] = {
+            [&] {
+                plot->AddMarker("m", text, {nastyLength(first), nastyLength(second)});
+            },
+            [&] { plot->RemoveMarker("m"); }, [&] { plot->addTextFreqList(text); },
+            [&] { plot->clear(); }, [&] { plot->setVisible(second % 2); }};
+        ways[first % std::size(ways)]();
     }
 }

@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "World.h"
 
+#include "../fuzz/Attack.h"
 #include "ViewSteps.h"
 #include "platform/gui/ColorSet.h"
 #include "platform/startup/TranslationCenter.h"
@@ -10,18 +11,9 @@
 #include <QTimer>
 
 #include <array>
-#include <cstdio>
-#include <cstdlib>
+#include <random>
 
 namespace {
-
-void require(bool isTrue, const char* what)
-{
-    if (isTrue)
-        return;
-    std::fprintf(stderr, "it does not fit together: %s\n", what);
-    std::abort();
-}
 
 constexpr const char* paths[] = {"A", "B", "C", "D", "E", "F"};
 
@@ -44,17 +36,15 @@ struct World::Private
     Private() { observer.world = this; }
     bool isPainting() const
     {
+        bool is = paintDepth > 0;
         for (const Place& place : places) {
-            bool is = paintDepth > 0;
             place.with([&is](auto& view) {
                 is = is || view.testAttribute(Qt::WA_WState_InPaintEvent);
                 if constexpr (std::is_same_v<decltype(view), VCGLEyeDiagram&>)
                     is = is || TestAccess::diagram(view)->testAttribute(Qt::WA_WState_InPaintEvent);
             });
-            if (is)
-                return true;
         }
-        return false;
+        return is;
     }
     void next()
     {
@@ -73,7 +63,6 @@ struct World::Private
     }
     void perform(const Step& step);
 
-    void createValue(const char* path, std::uint8_t type);
     void inDialog(Place& place, std::uint8_t way, int count);
 
     values::Tree& tree = values::Tree::Instance();
@@ -86,25 +75,6 @@ struct World::Private
     int paintDepth = 0;
     int dialogDepth = 0;
 };
-
-void World::Private::createValue(const char* path, std::uint8_t type)
-{
-    const QString name = path;
-    switch (type % 5) {
-    case 0:
-    case 1:
-        tree.Create<values::ValueList<double>>(name);
-        break;
-    case 2:
-        tree.Create<values::Value<bool>>(name);
-        break;
-    case 3:
-        tree.Create<values::ValueNumeric<double>>(name);
-        break;
-    default:
-        tree.Create<values::ValueSelection>(name);
-    }
-}
 
 /// Opens the settings by their action, or a menu and the settings from there, and runs steps.
 void World::Private::inDialog(Place& place, std::uint8_t way, int count)
@@ -145,143 +115,158 @@ namespace {
 /// A step inside of a paint may not end what is painted; in notifications and dialogs it may.
 enum class In { Anything, NoPaint };
 
+/// What an operation is done with.
+struct At
+{
+    World::Private& world;
+    Place& place;
+    const Step& step;
+
+    const char* path() const { return pick(paths, step.first); }
+    bool isOdd() const { return step.first % 2 == 1; }
+    QWidget* parent(std::uint8_t number) const { return number % 2 ? &world.window : nullptr; }
+    template<class Type>
+    Type* value() const
+    {
+        return dynamic_cast<Type*>(world.tree.FindValue(path()));
+    }
+    /// With the view and two numbers, if there is one.
+    template<class Action>
+    void with(const Action& action) const
+    {
+        place.with([&](auto& view) { action(view, step.first, step.second); });
+    }
+};
+
 struct Operation
 {
     const char* name;
     In where;
-    void (*perform)(World::Private& world, Place& place, const Step& step);
+    void (*perform)(At at);
 };
 
-template<class Type>
-Type* valueAt(const World::Private& world, const Step& step)
+void create(At at)
 {
-    return dynamic_cast<Type*>(world.tree.FindValue(pick(paths, step.first)));
+    using Creation = void (Place::*)(QWidget*);
+    constexpr Creation kinds[] = {&Place::create<VCGLTimeDiagram>, &Place::create<VCGLEyeDiagram>,
+                                  &Place::create<VCGLIQDiagram>};
+    (at.place.*pick(kinds, at.step.first))(at.parent(at.step.second));
+}
+
+template<class Type>
+void createValue(At at)
+{
+    at.world.tree.Create<Type>(at.path());
+}
+
+void createAnyValue(At at)
+{
+    using Numbers = values::ValueList<double>;
+    constexpr void (*kinds[])(At) = {
+        createValue<Numbers>, createValue<Numbers>, createValue<values::Value<bool>>,
+        createValue<values::ValueNumeric<double>>, createValue<values::ValueSelection>};
+    pick(kinds, at.step.second)(at);
+}
+
+template<class Type, class Content>
+void set(At at, Content content)
+{
+    if (auto* value = at.value<Type>())
+        value->SetValue(content);
+}
+
+void resize(At at)
+{
+    constexpr int most = 8192;
+    if (at.place.widget)
+        at.place.widget->resize(std::min(nastyLength(at.step.first), most),
+                                std::min(nastyLength(at.step.second), most) /
+                                    (at.isOdd() ? 64 : 1));
+}
+
+void showOrHide(At at)
+{
+    if (!at.place.widget)
+        return;
+    at.place.widget->setVisible(at.isOdd());
+    at.world.window.setVisible(at.step.first % 4);
+}
+
+void paint(At at)
+{
+    if (at.world.depth > 1)
+        return;
+    ++at.world.paintDepth;
+    at.with([](auto& view, auto first, auto second) { paint(view, first, second); });
+    --at.world.paintDepth;
+}
+
+void armObserver(At at)
+{
+    IObserver* const observer = &at.world.observer;
+    at.world.observer.armed = 1 + at.step.first % 3;
+    at.place.with([observer](auto& view) {
+        TestAccess::xAxis(view)->Attach(observer);
+        if constexpr (!std::is_same_v<decltype(view), VCGLEyeDiagram&>)
+            TestAccess::diagram(view)->GetYAxisHandler()->Attach(observer);
+    });
+}
+
+void lookAtStrayValue(At at)
+{
+    values::ValueObservingPtr<values::Value<bool>> pointer(&at.world.observer);
+    values::Value<bool> stray("stray");
+    pointer.Reset(&stray);
+    pointer.NotifyOwner();
 }
 
 constexpr Operation operations[] = {
-    {"create a view", In::NoPaint,
-     [](World::Private& world, Place& place, const Step& step) {
-         QWidget* const parent = step.second % 2 ? &world.window : nullptr;
-         if (step.first % 3 == 0)
-             place.create<VCGLTimeDiagram>(parent);
-         else if (step.first % 3 == 1)
-             place.create<VCGLEyeDiagram>(parent);
-         else
-             place.create<VCGLIQDiagram>(parent);
-     }},
-    {"destroy a view", In::NoPaint,
-     [](World::Private&, Place& place, const Step&) { place.widget.reset(); }},
+    {"create a view", In::NoPaint, create},
+    {"destroy a view", In::NoPaint, [](At at) { at.place.widget.reset(); }},
     {"bind", In::Anything,
-     [](World::Private&, Place& place, const Step& step) {
-         place.with([&](auto& view) { bind(view, step.second, pick(paths, step.first)); });
-     }},
-    {"create a value", In::Anything,
-     [](World::Private& world, Place&, const Step& step) {
-         world.createValue(pick(paths, step.first), step.second);
-     }},
-    {"remove a value", In::Anything,
-     [](World::Private& world, Place&, const Step& step) {
-         world.tree.Remove(pick(paths, step.first));
-     }},
+     [](At at) { at.with([&](auto& view, auto, auto role) { bind(view, role, at.path()); }); }},
+    {"create a value", In::Anything, createAnyValue},
+    {"remove a value", In::Anything, [](At at) { at.world.tree.Remove(at.path()); }},
     {"fill a list", In::Anything,
-     [](World::Private& world, Place&, const Step& step) {
-         if (auto* list = valueAt<values::ValueList<double>>(world, step))
-             list->GetList() = nastyData<std::list<double>>(step.object, step.second);
+     [](At at) {
+         if (auto* list = at.value<values::ValueList<double>>())
+             list->GetList() = nastyData<std::list<double>>(at.step.object, at.step.second);
      }},
-    {"trigger", In::Anything,
-     [](World::Private& world, Place&, const Step& step) {
-         if (auto* trigger = valueAt<values::Value<bool>>(world, step))
-             trigger->SetValue(step.second % 2);
-     }},
+    {"trigger", In::Anything, [](At at) { set<values::Value<bool>>(at, at.step.second % 2 == 1); }},
     {"set a number", In::Anything,
-     [](World::Private& world, Place&, const Step& step) {
-         if (auto* number = valueAt<values::ValueNumeric<double>>(world, step))
-             number->SetValue(nastyNumber(step.second));
-     }},
+     [](At at) { set<values::ValueNumeric<double>>(at, nastyNumber(at.step.second)); }},
     {"give data", In::Anything,
-     [](World::Private&, Place& place, const Step& step) {
-         place.with([&](auto& view) { give(view, step.first, step.second); });
-     }},
-    {"resize", In::NoPaint,
-     [](World::Private&, Place& place, const Step& step) {
-         if (place.widget)
-             place.widget->resize(std::min(nastyLength(step.first), 8192),
-                                  std::min(nastyLength(step.second), 8192) /
-                                      (step.first % 2 ? 64 : 1));
-     }},
-    {"show or hide", In::NoPaint,
-     [](World::Private& world, Place& place, const Step& step) {
-         if (!place.widget)
-             return;
-         place.widget->setVisible(step.first % 2);
-         world.window.setVisible(step.first % 4);
-     }},
-    {"paint", In::NoPaint,
-     [](World::Private& world, Place& place, const Step& step) {
-         if (world.depth > 1)
-             return;
-         ++world.paintDepth;
-         place.with([&](auto& view) { paint(view, step.first, step.second); });
-         --world.paintDepth;
-     }},
+     [](At at) { at.with([](auto& view, auto a, auto b) { give(view, a, b); }); }},
+    {"resize", In::NoPaint, resize},
+    {"show or hide", In::NoPaint, showOrHide},
+    {"paint", In::NoPaint, paint},
     {"use a page", In::Anything,
-     [](World::Private&, Place& place, const Step& step) {
-         place.with([&](auto& view) { page(place, view, step.first, step.second); });
-     }},
+     [](At at) { at.with([&](auto& view, auto a, auto b) { page(at.place, view, a, b); }); }},
     {"pause", In::Anything,
-     [](World::Private&, Place& place, const Step& step) {
-         place.with([&](auto& view) { view.GetToolbarCaption()->setPaused(step.first % 2); });
+     [](At at) {
+         at.place.with([&](auto& view) { view.GetToolbarCaption()->setPaused(at.isOdd()); });
      }},
     {"set the language", In::Anything,
-     [](World::Private&, Place&, const Step& step) {
-         TranslationCenter::Instance().SetLanguage(step.first % 2 ? "de" : "");
-     }},
+     [](At at) { TranslationCenter::Instance().SetLanguage(at.isOdd() ? "de" : ""); }},
     {"move to a parent", In::NoPaint,
-     [](World::Private& world, Place& place, const Step& step) {
-         if (place.widget)
-             place.widget->setParent(step.first % 2 ? &world.window : nullptr);
+     [](At at) {
+         if (at.place.widget)
+             at.place.widget->setParent(at.parent(at.step.first));
      }},
-    {"scale", In::Anything,
-     [](World::Private&, Place& place, const Step&) {
-         place.with([](auto& view) { view.AutoScale(); });
-     }},
+    {"scale", In::Anything, [](At at) { at.place.with([](auto& view) { view.AutoScale(); }); }},
     {"set an axis", In::Anything,
-     [](World::Private&, Place& place, const Step& step) {
-         place.with([&](auto& view) { axes(view, step.first, step.second); });
-     }},
+     [](At at) { at.with([](auto& view, auto a, auto b) { axes(view, a, b); }); }},
     {"point", In::NoPaint,
-     [](World::Private&, Place& place, const Step& step) {
-         place.with([&](auto& view) { point(view, step.first, step.second); });
-     }},
-    {"arm an observer", In::Anything,
-     [](World::Private& world, Place& place, const Step& step) {
-         world.observer.armed = 1 + step.first % 3;
-         place.with([&](auto& view) {
-             TestAccess::xAxis(view)->Attach(&world.observer);
-             if constexpr (!std::is_same_v<decltype(view), VCGLEyeDiagram&>)
-                 TestAccess::diagram(view)->GetYAxisHandler()->Attach(&world.observer);
-         });
-     }},
-    {"process events", In::NoPaint,
-     [](World::Private&, Place&, const Step&) { QCoreApplication::processEvents(); }},
+     [](At at) { at.with([](auto& view, auto a, auto b) { point(view, a, b); }); }},
+    {"arm an observer", In::Anything, armObserver},
+    {"process events", In::NoPaint, [](At) { QCoreApplication::processEvents(); }},
     {"open a dialog", In::NoPaint,
-     [](World::Private& world, Place& place, const Step& step) {
-         world.inDialog(place, step.first, step.second % 6);
-     }},
+     [](At at) { at.world.inDialog(at.place, at.step.first, at.step.second % 6); }},
     {"set colours", In::Anything,
-     [](World::Private&, Place&, const Step& step) {
-         ColorSet::Instance().SetScheme(static_cast<ColorSet::Scheme>(step.first % 2));
-     }},
+     [](At at) { ColorSet::Instance().SetScheme(ColorSet::Scheme(at.step.first % 2)); }},
     {"change texts", In::Anything,
-     [](World::Private&, Place& place, const Step& step) {
-         place.with([&](auto& view) { texts(view, step.first, step.second); });
-     }},
-    {"look at a stray value", In::Anything, [](World::Private& world, Place&, const Step&) {
-         values::ValueObservingPtr<values::Value<bool>> pointer(&world.observer);
-         values::Value<bool> stray("stray");
-         pointer.Reset(&stray);
-         pointer.NotifyOwner();
-     }}};
+     [](At at) { at.with([](auto& view, auto a, auto b) { texts(view, a, b); }); }},
+    {"look at a stray value", In::Anything, lookAtStrayValue}};
 
 const Operation& operationOf(const Step& step)
 {
@@ -301,7 +286,24 @@ void World::Private::perform(const Step& step)
 {
     const Operation& operation = operationOf(step);
     if (operation.where == In::Anything || !isPainting())
-        operation.perform(*this, places[step.object % places.size()], step);
+        operation.perform({*this, places[step.object % places.size()], step});
+}
+
+std::vector<Step> randomSteps(unsigned seed)
+{
+    std::mt19937 random(seed);
+    std::vector<Step> steps(20 + random() % 100);
+    for (Step& step : steps) {
+        const auto bits = static_cast<std::uint32_t>(random());
+        std::memcpy(&step, &bits, sizeof step);
+    }
+    constexpr Step usual[] = {{0, 0, 0, 0}, {0, 1, 1, 1}, {0, 2, 2, 0}, {3, 0, 0, 0}, {3, 0, 1, 0},
+                              {3, 0, 2, 2}, {3, 0, 3, 3}, {2, 0, 0, 0}, {2, 0, 1, 1}, {2, 0, 2, 2},
+                              {2, 1, 0, 0}, {2, 1, 1, 1}, {2, 1, 2, 2}, {2, 2, 0, 0}, {2, 2, 1, 1},
+                              {2, 2, 2, 2}, {5, 7, 0, 1}, {5, 7, 1, 8}};
+    if (seed % 2 == 0)
+        steps.insert(steps.begin(), std::begin(usual), std::end(usual));
+    return steps;
 }
 
 World::World()

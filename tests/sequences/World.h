@@ -16,6 +16,9 @@ struct Step
     std::uint8_t second;
 };
 
+/// The same ones of the same seed. Half of the sequences start with what most hosts have.
+std::vector<Step> randomSteps(unsigned seed);
+
 /// Views, diagrams and values that a host might have, and what it might do with them, in any order
 /// and inside of one another: an armed observer and an open dialog run the steps that follow. A
 /// step that would not be legal (there is nothing to destroy, or it is painting) is left out.

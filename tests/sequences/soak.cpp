@@ -16,11 +16,10 @@
 #include <QPainter>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QThread>
 
 #include <cstdio>
-#include <cstring>
-#include <random>
+
+#include <optional>
 
 #include <malloc.h>
 
@@ -39,28 +38,20 @@ struct Counts
     QStringList timers; ///< Classes whose timers run out while nothing is open.
 };
 
-/// Counts the GL widgets that are shown.
-struct ShowCounter : QObject
+/// Looks at events of the whole application.
+struct EventCounter : QObject
 {
     bool eventFilter(QObject* receiver, QEvent* event) override
     {
-        count += event->type() == QEvent::Show && receiver->inherits("QOpenGLWidget");
-        return false;
-    }
-    long count = 0;
-};
-
-struct TimerCounter : QObject
-{
-    bool eventFilter(QObject* receiver, QEvent* event) override
-    {
+        shown += event->type() == QEvent::Show && receiver->inherits("QOpenGLWidget");
         // One that fires once for a receiver that is gone frees itself.
         const QString name = receiver->metaObject()->className();
         if (event->type() == QEvent::Timer && name != QLatin1String("QSingleShotTimer"))
-            classes += name;
+            timers += name;
         return false;
     }
-    QStringList classes;
+    long shown = 0;
+    QStringList timers;
 };
 
 long privateMemory()
@@ -105,35 +96,22 @@ double toolkitLoss()
     return (showMany(count) - before) / count;
 }
 
-Counts look(const ShowCounter& shows)
+int entryCount(const char* folder)
 {
-    Counts counts{};
-    counts.shown = shows.count;
-    constexpr int idleMs = 300;
-    TimerCounter timers;
-    for (int i = 0; i < 3; ++i) { // whatever was still to come
-        QCoreApplication::processEvents();
-        QThread::msleep(5);
-    }
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    qApp->installEventFilter(&timers);
-    QElapsedTimer clock;
-    clock.start();
-    while (!clock.hasExpired(idleMs)) {
-        QCoreApplication::processEvents();
-        QThread::msleep(5);
-    }
-    counts.timers = timers.classes;
-    counts.widgets = QApplication::allWidgets().size();
-    counts.handles =
-        static_cast<int>(QDir(QStringLiteral("/proc/self/fd"))
-                             .entryList(QDir::NoDotAndDotDot | QDir::System | QDir::AllEntries)
-                             .size());
-    counts.threads = static_cast<int>(QDir(QStringLiteral("/proc/self/task"))
-                                          .entryList(QDir::NoDotAndDotDot | QDir::Dirs)
-                                          .size());
-    counts.memory = privateMemory();
-    return counts;
+    return QDir(folder).entryList(QDir::NoDotAndDotDot | QDir::System | QDir::AllEntries).size();
+}
+
+Counts look(EventCounter& events)
+{
+    QTest::qWait(30); // whatever was still to come
+    events.timers.clear();
+    QTest::qWait(300);
+    return {privateMemory(),
+            events.shown,
+            entryCount("/proc/self/fd"),
+            entryCount("/proc/self/task"),
+            QApplication::allWidgets().size(),
+            events.timers};
 }
 
 void playARecording(const QString& file)
@@ -148,23 +126,8 @@ void playARecording(const QString& file)
     if (!window.player().open(Recording::open(file, options), ChannelChoice(), std::nullopt, why))
         std::fprintf(stderr, "%s\n", qPrintable(why));
     window.feed().transport().play();
-    QElapsedTimer clock;
-    clock.start();
-    while (clock.elapsed() < 300)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    QTest::qWait(300);
     window.close();
-}
-
-void runSequence(unsigned seed)
-{
-    std::mt19937 random(seed);
-    std::vector<Step> steps(80);
-    for (Step& step : steps) {
-        const auto bits = static_cast<std::uint32_t>(random());
-        std::memcpy(&step, &bits, sizeof step);
-    }
-    World world;
-    world.run(steps);
 }
 
 } // namespace
@@ -175,8 +138,8 @@ int main(int argc, char** argv)
     const QApplication application(argc, argv);
     const double loss = toolkitLoss();
     std::printf("the toolkit keeps %.1f KiB of a GL widget\n", loss);
-    ShowCounter shows;
-    qApp->installEventFilter(&shows);
+    EventCounter events;
+    qApp->installEventFilter(&events);
     const QTemporaryDir folder;
     values::Persistant::SetStoreFile(folder.filePath("settings.ini"));
     const QString recording = folder.filePath("a.cf32");
@@ -188,20 +151,15 @@ int main(int argc, char** argv)
     const qint64 endMs = qint64(60000) * QByteArray(argc > 1 ? argv[1] : "10").toInt();
     QElapsedTimer clock;
     clock.start();
-    Counts first{};
+    std::optional<Counts> first;
     Counts last{};
-    int roundCount = 0;
-    bool isSettled = false;
-    while (!isSettled || clock.elapsed() < endMs) {
+    while (!first || clock.elapsed() < endMs) {
         for (unsigned seed = 1; seed <= 40; ++seed)
-            runSequence(seed);
+            World().run(randomSteps(seed));
         playARecording(recording);
-        ++roundCount;
-        last = look(shows);
-        if (!isSettled && clock.elapsed() >= std::min(settlingMs, endMs / 3)) {
-            isSettled = true;
+        last = look(events);
+        if (!first && clock.elapsed() >= std::min(settlingMs, endMs / 3))
             first = last;
-        }
         std::printf("%5lld s: %ld KiB, %ld GL widgets shown, handles %d, threads %d, widgets %d, "
                     "timers %s\n",
                     static_cast<long long>(clock.elapsed() / 1000), last.memory, last.shown,
@@ -209,10 +167,10 @@ int main(int argc, char** argv)
         std::fflush(stdout);
     }
     const bool isLevel = static_cast<double>(last.memory) <=
-                             static_cast<double>(first.memory) * (1.0 + levelWithin) +
-                                 loss * static_cast<double>(last.shown - first.shown) &&
-                         last.handles <= first.handles && last.threads <= first.threads &&
-                         last.widgets <= first.widgets && last.timers.isEmpty();
-    std::printf("%d rounds: %s\n", roundCount, isLevel ? "level" : "something is left");
+                             static_cast<double>(first->memory) * (1.0 + levelWithin) +
+                                 loss * static_cast<double>(last.shown - first->shown) &&
+                         last.handles <= first->handles && last.threads <= first->threads &&
+                         last.widgets <= first->widgets && last.timers.isEmpty();
+    std::printf("%s\n", isLevel ? "level" : "something is left");
     return isLevel ? 0 : 1;
 }
