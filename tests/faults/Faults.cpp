@@ -18,19 +18,15 @@
 
 extern "C" {
 void* __libc_malloc(std::size_t);
-void* __libc_calloc(std::size_t, std::size_t);
 void* __libc_realloc(void*, std::size_t);
 }
 
 namespace {
 
-constexpr int maxFiles = 1 << 12;
 constexpr std::size_t countedBytes = 1 << 16;
 faults::Plan plan;
 std::atomic<int> count{0};
-std::atomic<bool> isStruck{false};
-std::atomic<bool> isArmed{false};
-std::atomic<bool> isCounted[maxFiles]; // by descriptor
+std::atomic<bool> isStruck{false}, isArmed{false};
 
 bool strikes(faults::Kind kind)
 {
@@ -67,8 +63,14 @@ bool isHere(const char* path)
 {
     return *plan.folder && std::strncmp(path, plan.folder, std::strlen(plan.folder)) == 0;
 }
-bool isHere(int file) { return file >= 0 && file < maxFiles && isCounted[file]; }
+bool isHere(int file)
+{
+    char link[32], path[sizeof plan.folder + 256] = "";
+    std::snprintf(link, sizeof link, "/proc/self/fd/%d", file);
+    return ::readlink(link, path, sizeof path - 1) > 0 && isHere(path);
+}
 
+/// The C library's own function.
 template<class Function>
 Function real(Function, const char* name)
 {
@@ -76,16 +78,16 @@ Function real(Function, const char* name)
 }
 
 template<class Function, class... Arguments>
-int call(faults::Kind kind, const char* path, Function function, const char* name,
-         Arguments... rest)
+int call(faults::Kind kind, const char* path, const char* name, Function function,
+         Arguments... arguments)
 {
     if (plan.error && plan.error != EINTR && isHere(path) && strikes(kind))
         return -1;
-    return real(function, name)(rest...);
+    return real(function, name)(arguments...);
 }
 
 template<class Function, class Data>
-ssize_t move(faults::Kind kind, Function function, const char* name, int file, Data data,
+ssize_t move(faults::Kind kind, const char* name, Function function, int file, Data data,
              std::size_t size)
 {
     if (isHere(file) && strikes(kind)) {
@@ -94,16 +96,6 @@ ssize_t move(faults::Kind kind, Function function, const char* name, int file, D
         size = size > 1 ? size / 2 : size;
     }
     return real(function, name)(file, data, size);
-}
-
-int opened(int (*function)(const char*, int, ...), const char* name, const char* path, int flags,
-           mode_t mode)
-{
-    const int file = call(faults::Open, path, function, name, path, flags, mode);
-    if (file >= 0 && file < maxFiles)
-        isCounted[file] = isHere(path);
-    isArmed = isArmed || isHere(file);
-    return file;
 }
 
 __attribute__((constructor)) void readPlan()
@@ -119,26 +111,15 @@ void faults::set(const Plan& wanted)
 {
     plan = wanted;
     count = 0;
-    isStruck = false;
-    isArmed = false;
+    isStruck = isArmed = false;
 }
 
 bool faults::hasStruck() { return isStruck; }
 
-#define FAULTS_ALLOCATED(size, call) (isRefused(size, __builtin_return_address(0)) ? nullptr : call)
-#define FAULTS_OPENED(name)                                                                        \
-    int name(const char* path, int flags, ...)                                                     \
-    {                                                                                              \
-        std::va_list rest;                                                                         \
-        va_start(rest, flags);                                                                     \
-        const mode_t mode = va_arg(rest, mode_t);                                                  \
-        va_end(rest);                                                                              \
-        return opened(name, #name, path, flags, mode);                                             \
-    }
-
 void* operator new(std::size_t size)
 {
-    void* const memory = FAULTS_ALLOCATED(size, __libc_malloc(size));
+    const bool isTooMuch = isRefused(size, __builtin_return_address(0));
+    void* const memory = isTooMuch ? nullptr : __libc_malloc(size);
     return memory ? memory : throw std::bad_alloc();
 }
 void operator delete(void* memory) noexcept { std::free(memory); }
@@ -147,38 +128,40 @@ void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 #pragma GCC visibility push(default)
 extern "C" {
 
-void* malloc(std::size_t size) { return FAULTS_ALLOCATED(size, __libc_malloc(size)); }
-void* calloc(std::size_t number, std::size_t size)
+void* malloc(std::size_t size)
 {
-    return FAULTS_ALLOCATED(number * size, __libc_calloc(number, size));
+    return isRefused(size, __builtin_return_address(0)) ? nullptr : __libc_malloc(size);
 }
 void* realloc(void* old, std::size_t size)
 {
-    return FAULTS_ALLOCATED(size, __libc_realloc(old, size));
+    return isRefused(size, __builtin_return_address(0)) ? nullptr : __libc_realloc(old, size);
 }
-FAULTS_OPENED(open)
-FAULTS_OPENED(open64)
+int open(const char* path, int flags, ...)
+{
+    std::va_list rest;
+    va_start(rest, flags);
+    const mode_t mode = va_arg(rest, mode_t);
+    va_end(rest);
+    const int file = call(faults::Open, path, "open", open, path, flags, mode);
+    isArmed = isArmed || (file >= 0 && isHere(path));
+    return file;
+}
+int open64(const char* path, int flags, ...) __attribute__((alias("open")));
 ssize_t read(int file, void* bytes, std::size_t size)
 {
-    return move(faults::Read, read, "read", file, bytes, size);
+    return move(faults::Read, "read", read, file, bytes, size);
 }
 ssize_t write(int file, const void* bytes, std::size_t size)
 {
-    return move(faults::Write, write, "write", file, bytes, size);
+    return move(faults::Write, "write", write, file, bytes, size);
 }
 int rename(const char* from, const char* to)
 {
-    return call(faults::Write, to, rename, "rename", from, to);
+    return call(faults::Write, to, "rename", rename, from, to);
 }
 int linkat(int fromFolder, const char* from, int folder, const char* to, int flags)
 {
-    return call(faults::Write, to, linkat, "linkat", fromFolder, from, folder, to, flags);
-}
-int close(int file)
-{
-    if (file >= 0 && file < maxFiles)
-        isCounted[file] = false;
-    return static_cast<int>(::syscall(SYS_close, file));
+    return call(faults::Write, to, "linkat", linkat, fromFolder, from, folder, to, flags);
 }
 
 } // extern "C"

@@ -15,6 +15,8 @@
 
 namespace {
 
+using namespace faults;
+
 struct Fault
 {
     int kind;
@@ -23,13 +25,30 @@ struct Fault
     bool isBorne() const { return error == EINTR || error == 0; }
     QString reason() const
     {
-        return kind == faults::Allocation ? QStringLiteral("memory") : qt_error_string(error);
+        return kind == Allocation ? QStringLiteral("memory") : qt_error_string(error);
     }
 };
 
+std::vector<Fault> faultsOf(Kind kind)
+{
+    if (kind == Allocation)
+        return {{kind, ENOMEM}};
+    if (kind == Open)
+        return {{kind, EMFILE}, {kind, EMFILE, 1}};
+    const int error = kind == Read ? EIO : ENOSPC;
+    return {{kind, error}, {kind, error, 1}, {kind, EINTR}, {kind, 0, 1}};
+}
+
 struct Faults : Recordings
 {
-    /// Works, and checks what came of it, with each call of a kind that fails in turn.
+    /// Works, and checks what came of it, with each call of each kind that fails in turn.
+    template<class Work, class Check>
+    void sweep(std::initializer_list<Kind> kinds, Work work, Check check)
+    {
+        for (const Kind kind : kinds)
+            for (const Fault& fault : faultsOf(kind))
+                sweep(fault, work, check);
+    }
     template<class Work, class Check>
     void sweep(const Fault& fault, Work work, Check check)
     {
@@ -42,7 +61,7 @@ struct Faults : Recordings
             work();
             hasStruck = faults::hasStruck();
             faults::set({});
-            check();
+            check(fault);
         }
         EXPECT_GT(plan.nth, 1) << "no such call";
     }
@@ -98,9 +117,6 @@ TEST_F(Faults, InReadingAreSaidOrBorne)
                   R"("}, "captures": [], "annotations": []})");
     QProcess::execute(
         "tar", {"-C", folder.path(), "-cf", path("c.sigmf"), "b.sigmf-data", "b.sigmf-meta"});
-    const Fault all[] = {{faults::Open, EMFILE}, {faults::Read, EIO},
-                         {faults::Read, EIO, 1}, {faults::Read, EINTR},
-                         {faults::Read, 0, 1},   {faults::Allocation, ENOMEM}};
     for (const char* name : {"a.f32", "a.csv", "a.wav", "a.flac", "b.sigmf-meta", "c.sigmf"}) {
         SCOPED_TRACE(name);
         const Played usual = played(path(name));
@@ -110,13 +126,11 @@ TEST_F(Faults, InReadingAreSaidOrBorne)
             faults::set(plan);
             now = played(path(name));
         };
-        for (const Fault& fault : all) {
-            sweep(fault, work, [&] {
-                EXPECT_TRUE((now.samples == usual.samples && now.said == usual.said) ||
-                            (!fault.isBorne() && now.said.contains(fault.reason())))
-                    << now.samples.size() << " samples; " << qPrintable(now.said);
-            });
-        }
+        sweep({Open, Read, Allocation}, work, [&](const Fault& fault) {
+            EXPECT_TRUE((now.samples == usual.samples && now.said == usual.said) ||
+                        (!fault.isBorne() && now.said.contains(fault.reason())))
+                << now.samples.size() << " samples; " << qPrintable(now.said);
+        });
     }
 }
 
@@ -137,31 +151,16 @@ TEST_F(Faults, InSettingsLoseNothingThatWasKept)
         file = folder.filePath(QStringLiteral("%1.ini").arg(++run)); // what is amiss is said once
         writeFile(file, before);
         values::Persistant::SetStoreFile(file);
-        bool showsGrid = false;
-        values::Persistant scope("Scope", nullptr);
-        scope.Add(&showsGrid, "ShowGrid", true);
         faults::set(plan);
-        scope.Read({}, ICfg::DefaultView);
-        showsGrid = false;
-        scope.Write({}, ICfg::DefaultView);
+        values::Settings().setValue("Scope/ShowGrid", false);
         values::Settings().setValue("Window/A", "b");
     };
-    for (const Fault& fault : {Fault{faults::Open, EMFILE},
-                               {faults::Open, EMFILE, 1},
-                               {faults::Read, EIO},
-                               {faults::Read, 0, 1},
-                               {faults::Read, EINTR},
-                               {faults::Write, ENOSPC},
-                               {faults::Write, ENOSPC, 1},
-                               {faults::Write, EINTR},
-                               {faults::Write, 0, 1}}) {
-        sweep(fault, work, [&] {
-            const QByteArray kept = content(file);
-            EXPECT_TRUE(kept.startsWith(before.left(20)) && kept.contains(before.right(20000)));
-            EXPECT_TRUE(kept == after || (!fault.isBorne() && !logged.isEmpty()));
-            EXPECT_EQ(QDir(folder.path()).entryList({QString::number(run) + ".*"}).size(), 1);
-        });
-    }
+    sweep({Open, Read, Write}, work, [&](const Fault& fault) {
+        const QByteArray kept = content(file);
+        EXPECT_TRUE(kept.startsWith(before.left(20)) && kept.contains(before.right(20000)));
+        EXPECT_TRUE(kept == after || (!fault.isBorne() && !logged.isEmpty()));
+        EXPECT_EQ(QDir(folder.path()).entryList({QString::number(run) + ".*"}).size(), 1);
+    });
     values::Persistant::SetStoreFile(usualFile);
     qInstallMessageHandler(usualHandler);
 }
@@ -170,34 +169,27 @@ TEST_F(Faults, InWritingLeaveEachFileOldOrNew)
 {
     const Snapshot::Contents contents{{"a.png", QByteArray(300000, 'n')}, {"b.csv", "new"}};
     const QString out = path("out");
-    for (const Fault& fault : {Fault{faults::Open, EMFILE},
-                               {faults::Write, ENOSPC},
-                               {faults::Write, EIO, 1},
-                               {faults::Write, EINTR},
-                               {faults::Write, 0, 1}}) {
-        for (const bool isOne : {true, false}) {
-            QString why;
-            const auto work = [&] {
-                QDir(out).removeRecursively();
-                QDir().mkpath(out);
-                writeFile(path("out/a.png"), "old");
-                why.clear();
-                faults::set(plan);
-                if (isOne)
-                    why = ViewExport::save(path("out/a.png"), contents[0].second);
-                else
-                    Snapshot::write(contents, out, why);
-            };
-            sweep(fault, work, [&] {
-                EXPECT_TRUE(why.isEmpty() ||
-                            (!fault.isBorne() && why.contains("cannot be written")));
-                for (const QString& name : QDir(out).entryList(QDir::Files)) {
-                    const QByteArray kept = content(QDir(out).filePath(name));
-                    EXPECT_TRUE((!why.isEmpty() && name == "a.png" && kept == "old") ||
-                                kept == contents[name == "a.png" ? 0 : 1].second);
-                }
-            });
-        }
+    QString why;
+    for (const bool isOne : {true, false}) {
+        const auto work = [&] {
+            QDir(out).removeRecursively();
+            QDir().mkpath(out);
+            writeFile(path("out/a.png"), "old");
+            why.clear();
+            faults::set(plan);
+            if (isOne)
+                why = ViewExport::save(path("out/a.png"), contents[0].second);
+            else
+                Snapshot::write(contents, out, why);
+        };
+        sweep({Open, Write}, work, [&](const Fault& fault) {
+            EXPECT_TRUE(why.isEmpty() || (!fault.isBorne() && why.contains("cannot be written")));
+            for (const QString& name : QDir(out).entryList(QDir::Files)) {
+                const QByteArray kept = content(QDir(out).filePath(name));
+                EXPECT_TRUE((!why.isEmpty() && name == "a.png" && kept == "old") ||
+                            kept == contents[name == "a.png" ? 0 : 1].second);
+            }
+        });
     }
 }
 
@@ -229,7 +221,7 @@ TEST_F(Faults, OfTheProgramEndItWithASentence)
     for (const QStringList& job : jobs) {
         EXPECT_EQ(run(job, {}), 0) << program.readAllStandardError().toStdString();
         const QByteArray usual = program.readAllStandardOutput();
-        for (const Fault& fault : {Fault{faults::Allocation, ENOMEM}, {faults::Read, EIO}}) {
+        for (const Fault& fault : {Fault{Allocation, ENOMEM}, {Read, EIO}}) {
             for (int nth = 1;; nth = std::max(nth + 1, nth * step)) {
                 SCOPED_TRACE(testing::Message() << job.last().toStdString() << ", kind "
                                                 << fault.kind << ", call " << nth);
