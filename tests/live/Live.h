@@ -17,24 +17,24 @@ inline Recording openLive(const QString& address, const char* format, double sam
     return Recording::open(address, options);
 }
 
-/// Reads on until something holds; fails where it does not for half a minute.
-/// @param all   what was read.
-/// @param step  done before each read.
-inline void readUntil(
-    SignalSource& source, std::vector<double>& all, const std::function<bool()>& holds,
-    const std::function<void()>& step = [] {})
+struct Live : testing::Test
 {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    std::vector<double> block;
-    while (!holds()) {
-        ASSERT_LT(std::chrono::steady_clock::now(), end) << qPrintable(source.trouble());
-        step();
-        source.read(block, 1000);
-        all.insert(all.end(), block.begin(), block.end());
+    /// Reads on until something holds; fails where it does not for half a minute.
+    /// @param step  done before each read.
+    void readUntil(
+        const std::function<bool()>& holds, const std::function<void()>& step = [] {})
+    {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+        std::vector<double> block;
+        while (!holds()) {
+            ASSERT_LT(std::chrono::steady_clock::now(), end) << qPrintable(source->trouble());
+            step();
+            source->read(block, 1000);
+            all.insert(all.end(), block.begin(), block.end());
+        }
     }
-}
+    bool says(const char* text) const { return source->trouble().contains(text); }
 
-inline bool says(const SignalSource& source, const char* text)
-{
-    return source.trouble().contains(text);
-}
+    std::unique_ptr<SignalSource> source;
+    std::vector<double> all; // what was read
+};

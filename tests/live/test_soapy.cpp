@@ -62,24 +62,24 @@ const SoapySDR::Registry registry(
 /// Only our radio is there, whatever modules are installed.
 const bool isAlone = qputenv("SOAPY_SDR_ROOT", "/nonexistent");
 
-TEST(Soapy, PlaysUntilItFailsAndCountsWhatIsLost)
+using Soapy = Live;
+
+TEST_F(Soapy, PlaysUntilItFailsAndCountsWhatIsLost)
 {
     for (const int failure : {SOAPY_SDR_STREAM_ERROR, throws}) {
         results = {3, SOAPY_SDR_OVERFLOW, SOAPY_SDR_TIMEOUT, 0, SOAPY_SDR_CORRUPTION, 2, failure};
-        const Recording recording =
-            openLive("soapy://driver=orvanetest, rate=2e6,channel=1", "", 0.0);
-        SignalSource& source = *recording.source;
-        EXPECT_EQ(source.sampleRate(), 2e6);
-        std::vector<double> all;
-        readUntil(source, all, [&] { return source.hasEnded(); });
+        source = openLive("soapy://driver=orvanetest, rate=2e6,channel=1", "", 0.0).source;
+        EXPECT_EQ(source->sampleRate(), 2e6);
+        all.clear();
+        readUntil([&] { return source->hasEnded(); });
         EXPECT_THAT(all, testing::ElementsAre(0, -1, 1, -1, 2, -1, 3, -1, 4, -1));
-        EXPECT_EQ(source.position(), 5 + 2) << "of those that are lost one each";
-        EXPECT_TRUE(says(source, "has failed"));
+        EXPECT_EQ(source->position(), 5 + 2) << "of those that are lost one each";
+        EXPECT_TRUE(says("has failed"));
         EXPECT_EQ(openCount, 0);
     }
 }
 
-TEST(Soapy, ThatCannotBeOpenedSaysWhatThereIs)
+TEST_F(Soapy, ThatCannotBeOpenedSaysWhatThereIs)
 {
     const std::pair<const char*, const char*> rows[] = {
         {"", "driver=orvanetest,label=Test tone"},

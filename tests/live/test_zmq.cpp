@@ -1,6 +1,5 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "Live.h"
-#include "workbench/sources/ZmqSource.h"
 
 #include <cstring>
 #include <utility>
@@ -18,12 +17,7 @@ struct Peer
         socket.set(zmq::sockopt::linger, 0);
         socket.bind(endpoint);
     }
-    /// tcp://127.0.0.1:PORT
     std::string endpoint() const { return socket.get(zmq::sockopt::last_endpoint); }
-    Recording listen(const char* format) const
-    {
-        return openLive(QString::fromStdString(endpoint()).replace("tcp", "zmq"), format, 1000.0);
-    }
     void send(std::size_t size, int flags = 0)
     {
         zmq_send(socket.handle(), std::string(size, '@').data(), size, flags);
@@ -46,72 +40,74 @@ struct Peer
     char id[5] = {};
 };
 
-class Zmq : public testing::Test
+class Zmq : public Live
 {
 protected:
+    void listen(const char* format)
+    {
+        endpoint = peer->endpoint();
+        source =
+            openLive(QString::fromStdString(endpoint).replace("tcp", "zmq"), format, 1000.0).source;
+    }
+    /// The old one goes first.
+    void publishAnew()
+    {
+        peer.reset();
+        peer = std::make_unique<Peer>(ZMQ_PUB, endpoint);
+        all.clear();
+    }
     std::unique_ptr<Peer> peer = std::make_unique<Peer>();
-    std::vector<double> all;
+    std::string endpoint; // tcp://127.0.0.1:PORT
 };
 
 TEST_F(Zmq, ReconnectsToAPublisherThatStallsAndGoesAway)
 {
-    const Recording recording = peer->listen("rs16");
-    SignalSource& source = *recording.source;
-    const std::string endpoint = peer->endpoint();
-    readUntil(
-        source, all, [&] { return all.size() >= 20; }, [&] { peer->send(20); });
-    EXPECT_EQ(source.trouble(), "");
-    readUntil(source, all, [&] { return says(source, "no samples for 1 s"); });
+    listen("rs16");
+    const auto isPlaying = [&] { return all.size() >= 20; };
+    const auto publish = [&] { peer->send(20); };
+    readUntil(isPlaying, publish);
+    EXPECT_EQ(source->trouble(), "");
+    readUntil([&] { return says("no samples for 1 s"); });
     peer.reset();
-    readUntil(source, all, [&] { return says(source, "is gone: reconnecting"); });
-    peer = std::make_unique<Peer>(ZMQ_PUB, endpoint);
+    readUntil([&] { return says("is gone: reconnecting"); });
     const std::size_t read = all.size();
-    all.clear();
-    readUntil(
-        source, all, [&] { return all.size() >= 20; }, [&] { peer->send(20); });
-    EXPECT_EQ(source.trouble(), "");
+    publishAnew();
+    readUntil(isPlaying, publish);
+    EXPECT_EQ(source->trouble(), "");
     EXPECT_THAT(all, testing::Each(0x4040 / 32768.0));
-    EXPECT_EQ(source.position(), std::int64_t(read + all.size()) + 1) << "where it was away";
+    EXPECT_EQ(source->position(), std::int64_t(read + all.size()) + 1) << "where it was away";
 }
 
 TEST_F(Zmq, LeavesOutMessagesThatAreNotSamplesAndSaysSo)
 {
-    const Recording recording = peer->listen("cf32");
-    SignalSource& source = *recording.source;
-    readUntil(
-        source, all, [&] { return !all.empty(); }, [&] { peer->send(8); });
+    listen("cf32");
+    readUntil([&] { return !all.empty(); }, [&] { peer->send(8); });
     for (const std::size_t size : {0, 13, 4, 16777224})
         peer->send(size);
     peer->send(5, ZMQ_SNDMORE); // is a topic
     peer->send(80);
     all.clear();
-    const std::int64_t before = source.position();
-    readUntil(source, all, [&] { return all.size() % 20 == 0 && !all.empty(); });
+    const std::int64_t before = source->position();
+    readUntil([&] { return all.size() % 20 == 0 && !all.empty(); });
     // Those that are no whole sample count as one.
-    EXPECT_EQ(source.position() - before - std::int64_t(all.size() / 2), 1 + 1 + 1 + 16777224 / 8);
-    EXPECT_TRUE(says(source, "(4 left out, the last of 16777224 bytes)"));
+    EXPECT_EQ(source->position() - before - std::int64_t(all.size() / 2), 1 + 1 + 1 + 16777224 / 8);
+    EXPECT_TRUE(says("(4 left out, the last of 16777224 bytes)"));
 }
 
 TEST_F(Zmq, WaitsForAPublisherWhereThereIsNoneOrAStranger)
 {
     peer = std::make_unique<Peer>(ZMQ_STREAM);
-    const std::string endpoint = peer->endpoint();
-    const Recording recording = peer->listen("rs16");
-    SignalSource& source = *recording.source;
-    readUntil(
-        source, all, [&] { return says(source, "not a ZeroMQ publisher"); },
-        [&] {
-            if (peer->hear())
-                peer->say(std::string(1000, '@'));
-        });
+    listen("rs16");
+    const auto babble = [&] {
+        if (peer->hear())
+            peer->say(std::string(1000, '@'));
+    };
+    readUntil([&] { return says("not a ZeroMQ publisher"); }, babble);
     peer.reset();
-    readUntil(source, all, [&] { return says(source, "does not answer"); });
-    peer = std::make_unique<Peer>(ZMQ_PUB, endpoint);
+    readUntil([&] { return says("does not answer"); });
+    publishAnew();
     // What the stranger said may count as bad messages for a while.
-    all.clear();
-    readUntil(
-        source, all, [&] { return !all.empty() && source.trouble().isEmpty(); },
-        [&] { peer->send(2); });
+    readUntil([&] { return !all.empty() && source->trouble().isEmpty(); }, [&] { peer->send(2); });
 }
 
 TEST_F(Zmq, LeavesAPublisherWhoseMessageDoesNotEnd)
@@ -123,23 +119,16 @@ TEST_F(Zmq, LeavesAPublisherWhoseMessageDoesNotEnd)
     const std::string part =
         std::string("\x03\0\0\0\0\0\x0f\x42\x40", 9) + std::string(1000000, '@');
     peer = std::make_unique<Peer>(ZMQ_STREAM);
-    const std::string endpoint = peer->endpoint();
-    const Recording recording = peer->listen("rs16");
-    SignalSource& source = *recording.source;
+    listen("rs16");
     bool hasGreeted = false;
-    readUntil(
-        source, all, [&] { return says(source, "a message of more than 16777216 bytes"); },
-        [&] {
-            if (!peer->hear())
-                return;
+    const auto goOn = [&] {
+        if (peer->hear())
             peer->say(std::exchange(hasGreeted, true) ? part : greeting + ready);
-        });
+    };
+    readUntil([&] { return says("a message of more than 16777216 bytes"); }, goOn);
     EXPECT_TRUE(all.empty());
-    peer.reset();
-    peer = std::make_unique<Peer>(ZMQ_PUB, endpoint);
-    readUntil(
-        source, all, [&] { return !all.empty() && source.trouble().isEmpty(); },
-        [&] { peer->send(2); });
+    publishAnew();
+    readUntil([&] { return !all.empty() && source->trouble().isEmpty(); }, [&] { peer->send(2); });
 }
 
 } // namespace
