@@ -15,8 +15,7 @@ struct SerialLine
 
     Samples samples() const
     {
-        std::mt19937 random(11);
-        std::normal_distribution<double> normal;
+        Random random(11);
         const double length = sampleRate / symbolRate / (1.0 + clock);
         std::vector<std::pair<double, double>> edges; // time and step
         double time = 60.0, level = rest;
@@ -29,10 +28,10 @@ struct SerialLine
         for (std::size_t k = 1; k <= count; ++k) {
             send(active);
             for (int bit = 0; bit < bits; ++bit)
-                send(random() % 2 ? active : rest);
+                send(random.below(2) ? active : rest);
             send(broken > 0 && k % broken == 0 ? active : rest);
             send(rest);
-            time += 4.0 * double(random()) / double(std::mt19937::max());
+            time += 0.01 * random.below(400);
         }
         Samples result;
         double passed = rest;
@@ -40,7 +39,7 @@ struct SerialLine
         for (double n = 0.0; n < (time + 60.0) * length; n += 1.0) {
             for (; next != edges.end() && next->first + 0.5 < n / length; ++next)
                 passed += next->second;
-            double value = passed + noise * normal(random);
+            double value = passed + noise * random.noise();
             for (auto edge = next; edge != edges.end() && edge->first - 0.5 < n / length; ++edge)
                 value +=
                     edge->second * 0.5 *

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <optional>
 #include <random>
 
@@ -21,15 +22,30 @@ using Demodulation = ReceiverSettings::Demodulation;
 constexpr double pi = 3.14159265358979323846;
 constexpr double sampleRate = 48000.0;
 
+const double noNumber = std::nan("");
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+/// Numbers at random, the same ones each time.
+struct Random
+{
+    explicit Random(unsigned seed = 1)
+        : bits(seed)
+    {}
+    double noise() { return normal(bits); }
+    unsigned below(unsigned count) { return unsigned(bits()) % count; }
+
+    std::mt19937 bits;
+    std::normal_distribution<double> normal;
+};
+
 /// @param power  mean, of a complex sample.
 inline Samples noise(std::size_t count, double power, unsigned seed = 7)
 {
-    std::mt19937 random(seed);
-    std::normal_distribution<double> normal;
+    Random random(seed);
     const double rms = std::sqrt(0.5 * power);
     Samples samples(count);
     for (Complex& sample : samples)
-        sample = {rms * normal(random), rms * normal(random)};
+        sample = {rms * random.noise(), rms * random.noise()};
     return samples;
 }
 
@@ -63,11 +79,11 @@ struct Sending
 
     Samples symbols() const
     {
-        std::mt19937 random(3);
+        Random random(3);
         const Samples all = points();
         Samples result(count);
         for (std::size_t k = 0; k < count; ++k) {
-            result[k] = all[random() % all.size()];
+            result[k] = all[random.below(unsigned(all.size()))];
             if (modulation == Mod::Pi4Dqpsk)
                 result[k] *= std::polar(1.0, 0.25 * pi * static_cast<double>(k % 8));
         }
@@ -125,67 +141,39 @@ struct Sending
 /// What a receiver makes of complex samples, in one piece.
 struct Received
 {
-    using Lengths = std::vector<std::size_t>;
-
-    explicit Received(const ReceiverSettings& settings, const ChannelChoice& channel = 0)
-        : receiver({sampleRate, 2, true, {}, {}, {}}, channel, settings)
+    explicit Received(const ReceiverSettings& settings)
+        : receiver({sampleRate, 2, true, {}, {}, {}}, 0, settings)
     {}
-    Received(const ReceiverSettings& settings, const Samples& input,
-             const Lengths& lengths = {4096})
+    Received(const ReceiverSettings& settings, const Samples& input)
         : Received(settings)
     {
-        feed(input, lengths);
+        feed(input);
         finish();
     }
 
-    void feed(const Samples& input, const Lengths& lengths = {4096}, std::int64_t position = 0)
+    void feed(const Samples& input, std::int64_t position = 0)
     {
-        std::size_t first = 0;
-        for (std::size_t k = 0; first < input.size(); ++k) {
-            const std::size_t end = std::min(first + lengths[k % lengths.size()], input.size());
+        constexpr std::size_t length = 4096;
+        for (std::size_t first = 0; first < input.size(); first += length) {
             std::vector<double> values;
-            for (std::size_t n = first; n < end; ++n) {
-                values.push_back(input[n].real());
-                values.push_back(input[n].imag());
-            }
+            for (std::size_t n = first; n < std::min(first + length, input.size()); ++n)
+                values.insert(values.end(), {input[n].real(), input[n].imag()});
             receiver.process(position + static_cast<std::int64_t>(first), values, blocks);
-            first = end;
         }
     }
 
-    /// Joins the blocks, which must follow one another.
+    /// Joins the blocks.
     void finish()
     {
         receiver.finish(blocks);
-        for (std::size_t n = 0; n < blocks.size(); ++n) {
-            const SignalBlock& block = blocks[n];
-            EXPECT_GT(block.count(), 0U);
-            EXPECT_EQ(block.isAfterGap, n == 0 || block.position != blocks[n - 1].end());
-            EXPECT_EQ(block.i.size(), block.count());
-            EXPECT_EQ(block.q.size(), receiver.format().hasQ ? block.count() : 0U);
+        for (const SignalBlock& block : blocks) {
             samples.insert(samples.end(), block.samples.begin(), block.samples.end());
             for (std::size_t k = 0; k < block.q.size(); ++k)
                 points.emplace_back(block.i[k], block.q[k]);
             for (std::size_t k = 0; k < block.count(); ++k)
                 quietCount += !block.isQuiet.empty() && block.isQuiet[k] ? 1 : 0;
             symbols.insert(symbols.end(), block.symbols.begin(), block.symbols.end());
-            clock.insert(clock.end(), block.clock.begin(), block.clock.end());
         }
-    }
-
-    /// All that must be the same of the same signal.
-    std::vector<double> figures() const
-    {
-        std::vector<double> result = samples;
-        for (const Complex& point : points)
-            result.insert(result.end(), {point.real(), point.imag()});
-        for (const Symbol& symbol : symbols)
-            result.insert(result.end(), {symbol.position, symbol.time, double{symbol.value.real()},
-                                         double{symbol.value.imag()}, symbol.level, symbol.phase,
-                                         symbol.turn.imag(), static_cast<double>(symbol.state)});
-        for (const ClockPoint& point : clock)
-            result.insert(result.end(), {point.time, point.symbol});
-        return result;
     }
 
     std::size_t count(SymbolState state, double from = 0.0, double to = 1e9) const
@@ -202,8 +190,15 @@ struct Received
     Samples points;
     std::size_t quietCount = 0;
     std::vector<Symbol> symbols;
-    std::vector<ClockPoint> clock;
 };
+
+inline std::vector<SignalBlockPtr> shared(const std::vector<SignalBlock>& blocks)
+{
+    std::vector<SignalBlockPtr> result;
+    for (const SignalBlock& block : blocks)
+        result.push_back(std::make_shared<const SignalBlock>(block));
+    return result;
+}
 
 inline Samples joined(std::initializer_list<Samples> parts)
 {

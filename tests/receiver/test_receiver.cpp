@@ -67,6 +67,7 @@ TEST(Receiver, DecidesAsWasSent)
         const double carrier = sending.carrier + row.shift;
         EXPECT_NEAR(carrierOf(received), carrier, 0.02);
         EXPECT_EQ(report(received, Stage::Carrier).isLocked, true);
+        EXPECT_TRUE(std::isnan(reading(received, Stage::Carrier, Quantity::AliasDistance)));
         // 64 symbols at 30 dB: 0.2 degrees each, which is 0.001 of a symbol rate.
         EXPECT_NEAR(reading(received, Stage::Carrier, Quantity::CarrierOffset), carrier, 6.0);
         EXPECT_LT(reading(received, Stage::Carrier, Quantity::PhaseError), 8.0);
@@ -74,18 +75,8 @@ TEST(Receiver, DecidesAsWasSent)
     }
 }
 
-TEST(Receiver, LandsOnTheTrueCarrierAndSaysWhereItMayBeAnother)
+TEST(Receiver, SaysWhereTheCarrierMayBeAnother)
 {
-    for (const double offset : {-0.5, -0.37, -0.25, -0.125, 0.11, 0.25, 0.4, 0.5}) { // symbol rates
-        for (const double power : {1e-3, 0.1}) {
-            const Sending sending{
-                Mod::Qpsk, {},  8.0, 50e-6, 6000.0 * offset, 0.35, Demodulation::Linear,
-                power,     3000};
-            const Received received(sending.settings(), sending.samples());
-            EXPECT_NEAR(carrierOf(received), sending.carrier, 0.05) << offset; // else 1500
-            EXPECT_TRUE(std::isnan(reading(received, Stage::Carrier, Quantity::AliasDistance)));
-        }
-    }
     // Few symbols of a pulse that is not known may not tell eighths apart: none is wrong in
     // silence.
     const Sending sending{Mod::Psk8, {}, 8.0, 0.0, 300.0, 0.2, Demodulation::Linear, 0.003, 400};
@@ -135,29 +126,23 @@ TEST(Receiver, LocksAgainAfterAGapAndWhereTheCarrierJumps)
 
 TEST(Receiver, LocksToNothingWhereNothingIs)
 {
-    Sending sending{Mod::Qpsk, {}, 8.0, 0.0, 0.0, 0.35};
     std::vector<ReceiverSettings> rows;
-    for (const Mod modulation : modulations) {
-        sending.modulation = modulation;
-        rows.push_back(sending.settings());
-        rows.push_back(sending.settings());
-        rows.back().rollOff.reset();
+    for (const auto rollOff : {std::optional(0.35), std::optional<double>()}) {
+        for (const Mod modulation : modulations)
+            rows.push_back(Sending{modulation, {}, 8.0, 0.0, 0.0, rollOff}.settings());
+        for (const auto demodulation : {Demodulation::Fm, Demodulation::Am}) {
+            rows.push_back(Sending{{}, {}, 8.0, 0.0, 0.0, rollOff, demodulation}.settings());
+            if (!rollOff)
+                rows.back().bandwidth = 9000.0;
+        }
     }
-    const std::size_t linearCount = rows.size();
-    for (const auto demodulation : {Demodulation::Fm, Demodulation::Am}) {
-        sending.demodulation = demodulation;
-        rows.push_back(sending.settings());
-        rows.push_back(sending.settings());
-        rows.back().rollOff.reset();
-        rows.back().bandwidth = 9000.0;
-    }
-    for (std::size_t k = 0; k < rows.size(); ++k) {
+    for (const ReceiverSettings& settings : rows) {
         for (const double power : {0.0, 0.01}) {
-            const Received received(rows[k], noise(200000, power));
+            const Received received(settings, noise(200000, power));
             EXPECT_NEAR(double(received.symbols.size()), 25000.0, 50.0);
             // A carrier takes more than chance; a clock alone is seen in less than 1 % of noise.
-            EXPECT_LE(received.count(State::Good), k < linearCount || power == 0.0 ? 0U : 250U)
-                << k;
+            const bool isSure = settings.modulation || power == 0.0;
+            EXPECT_LE(received.count(State::Good), isSure ? 0U : 250U) << &settings - rows.data();
         }
     }
 }
@@ -182,8 +167,6 @@ TEST(Receiver, TellsBurstsFromWhatIsBetween)
             settings.hasAutoSquelch = !hasSquelch;
             if (hasSquelch)
                 settings.squelch = -42.0;
-            else if (!sending.modulation) // noise that is not white
-                settings.bandwidth = 12000.0;
             const Received received(settings, samples);
             std::size_t within = 0;
             for (const int k : {0, 1, 2}) {
@@ -221,7 +204,7 @@ TEST(Receiver, MarksTheEdgesOfWhatIsCutOff)
     }
 }
 
-TEST(Receiver, GivesTheSameInBlocksOfAnyLengthAtAnyLevelAndAfterGoingBack)
+TEST(Receiver, GivesTheSameAtAnyLevelAndAfterGoingBack)
 {
     for (const auto demodulation : {Demodulation::Linear, Demodulation::Fm, Demodulation::Am}) {
         Sending sending{Mod::Qam16, {}, 7.3, 80e-6, -950.0, 0.35};
@@ -229,29 +212,15 @@ TEST(Receiver, GivesTheSameInBlocksOfAnyLengthAtAnyLevelAndAfterGoingBack)
             sending = {{}, {0.1, 0.4}, 7.3, 80e-6, -950.0, 0.35, demodulation};
         sending.count = 4000;
         const Samples samples = sending.samples();
-        for (const bool isOn : {true, false}) {
-            ReceiverSettings settings = sending.settings();
-            settings.isOn = isOn;
-            settings.bandwidth = 12000.0;
-            settings.shift = 1000.0;
-            settings.squelch = -60.0;
-            settings.removesDc = true;
-            const Received whole(settings, samples, {samples.size()});
-            EXPECT_GT(whole.symbols.size(), 3900U);
-            const std::vector<double> figures = whole.figures();
-            for (const auto& lengths :
-                 std::vector<Received::Lengths>{{1}, {7}, {333}, {10000}, {1, 0, 5000, 2, 77}})
-                EXPECT_EQ(Received(settings, samples, lengths).figures(), figures) << lengths[0];
-            Received again(settings);
-            again.feed(samples);
-            again.feed(samples, {777});
-            again.finish();
-            ASSERT_EQ(again.samples.size(), 2 * whole.samples.size());
-            EXPECT_TRUE(std::equal(whole.samples.begin(), whole.samples.end(),
-                                   again.samples.begin() + std::ptrdiff_t(whole.samples.size())));
-            EXPECT_EQ(again.symbols.back().time, whole.symbols.back().time);
-        }
         const Received whole(sending.settings(), samples);
+        Received again(sending.settings());
+        again.feed(samples);
+        again.feed(samples);
+        again.finish();
+        ASSERT_EQ(again.samples.size(), 2 * whole.samples.size());
+        EXPECT_TRUE(std::equal(whole.samples.begin(), whole.samples.end(),
+                               again.samples.begin() + std::ptrdiff_t(whole.samples.size())));
+        EXPECT_EQ(again.symbols.back().time, whole.symbols.back().time);
         for (const double factor : {1e-4, 1e3}) {
             const Received other(sending.settings(), scaled(samples, factor));
             ASSERT_EQ(other.symbols.size(), whole.symbols.size());
@@ -350,6 +319,38 @@ TEST(Receiver, TakesTheSymbolsThatASourceKnows)
             }
         }
         EXPECT_NEAR(number * length + start, 3000.0, length);
+    }
+}
+
+TEST(ReceiverSettings, TellsWhatCannotBeReceived)
+{
+    using Settings = ReceiverSettings;
+    const auto flawOf = [](auto member, double value) {
+        Settings settings = Sending{Mod::Qpsk}.settings();
+        settings.*member = value;
+        return !settings.flaw(sampleRate).isEmpty();
+    };
+    for (const double value : {noNumber, infinity, -infinity, -1e300, 1e300})
+        EXPECT_TRUE(flawOf(&Settings::shift, value)) << value;
+    for (const double shift : {-48000.0, 48000.0})
+        EXPECT_FALSE(flawOf(&Settings::shift, shift));
+    EXPECT_TRUE(flawOf(&Settings::shift, 48001.0));
+    const struct
+    {
+        std::optional<double> Settings::*member;
+        std::vector<double> good;
+        std::vector<double> bad;
+    } rows[] = {{&Settings::bandwidth, {4.8, 47999.0}, {0.0, -1.0, 5e-324, 4.7, 48000.0}},
+                {&Settings::squelch, {-150.0, 60.0}, {-151.0, 61.0}},
+                {&Settings::rollOff, {0.01, 1.0}, {0.0, -0.1, 0.009, 1.01}},
+                {&Settings::symbolRate, {0.48, 24000.0, 48000.0}, {0.0, -6000.0, 0.47, 24001.0}}};
+    for (const auto& row : rows) {
+        for (const double value : row.good)
+            EXPECT_FALSE(flawOf(row.member, value)) << value;
+        for (const double value : row.bad)
+            EXPECT_TRUE(flawOf(row.member, value)) << value;
+        for (const double value : {noNumber, infinity, -infinity, -1e300, 1e300})
+            EXPECT_TRUE(flawOf(row.member, value)) << value;
     }
 }
 

@@ -1,32 +1,23 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "SentSignal.h"
 #include "workbench/receiver/SymbolRateEstimate.h"
 #include "workbench/sources/ModulationSource.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-#include <random>
-
 namespace {
 
-using Complex = std::complex<double>;
 using Signal = SymbolRateEstimate::Signal;
 using Verdict = SymbolRateEstimate::Verdict;
-
-constexpr double sampleRate = 48e3;
 
 /// Rectangular symbols of -1 and 1 through a short low-pass, with noise.
 /// @param code  what a symbol is sent as, sample rate / symbol rate * its length samples long.
 Signal data(double samplesPerSymbol, const std::vector<double>& code, double noise,
             std::size_t count = 40000)
 {
-    std::mt19937 random(7);
-    std::normal_distribution<double> gauss;
+    Random random(7);
     std::vector<double> bits(
         static_cast<std::size_t>(static_cast<double>(count) / samplesPerSymbol) + 2);
     for (double& bit : bits)
-        bit = random() % 2 == 0 ? -1.0 : 1.0;
+        bit = random.below(2) == 0 ? -1.0 : 1.0;
     Signal signal{{}, false, sampleRate};
     double level = 0.0;
     for (std::size_t i = 0; i < count; ++i) {
@@ -36,7 +27,7 @@ Signal data(double samplesPerSymbol, const std::vector<double>& code, double noi
             0.4 * (bits[static_cast<std::size_t>(time)] *
                        code[static_cast<std::size_t>(part * static_cast<double>(code.size()))] -
                    level);
-        signal.samples.emplace_back(level + noise * gauss(random));
+        signal.samples.emplace_back(level + noise * random.noise());
     }
     return signal;
 }
@@ -64,7 +55,7 @@ double toleranceOf(double symbolCount)
 {
     const double inPiece = 0.75 * symbolCount / 16.0; // of what the window leaves
     const double slope = std::sqrt(12.0 / std::pow(16.0, 3.0) / (2.0 * inPiece)); // rad a piece
-    return 5.0 * slope / (2.0 * M_PI * inPiece);
+    return 5.0 * slope / (2.0 * pi * inPiece);
 }
 
 } // namespace
@@ -93,11 +84,7 @@ TEST(SymbolRate, IsFoundForPulsesOfAnyLengthAndInABurst)
         expectSure(SymbolRateEstimate::of(data(samplesPerSymbol, {1.0}, 0.05)),
                    sampleRate / samplesPerSymbol, toleranceOf(32768.0 / samplesPerSymbol));
     Signal burst = data(10.0, {1.0}, 0.05, 8000);
-    std::mt19937 random(3);
-    std::normal_distribution<double> gauss;
-    const auto noise = made([&](std::size_t) { return 2.0 * gauss(random); }, 20000).samples;
-    burst.samples.insert(burst.samples.begin(), noise.begin(), noise.end());
-    burst.samples.insert(burst.samples.end(), noise.begin(), noise.end());
+    burst.samples = joined({noise(20000, 8.0), burst.samples, noise(20000, 8.0)});
     expectSure(SymbolRateEstimate::of(burst), sampleRate / 10.0);
 }
 
@@ -133,32 +120,24 @@ TEST(SymbolRate, NamesBothRatesOfBitsThatAreSentInHalves)
 
 TEST(SymbolRate, IsNotSureOfWhatHasNoSymbols)
 {
-    std::mt19937 random(11);
-    std::normal_distribution<double> gauss;
+    Random random(11);
     for (int seed = 0; seed < 12; ++seed) {
-        const double tone = 300.0 + 450.0 * seed;
-        const auto turn = [tone](std::size_t i) {
-            return 2.0 * M_PI * tone * static_cast<double>(i) / sampleRate;
-        };
+        const double turn = 2.0 * pi * (300.0 + 450.0 * seed) / sampleRate; // a sample
+        const auto sine = [&](std::size_t i) { return std::sin(turn * double(i)); };
+        const auto white = [&](std::size_t) { return random.noise(); };
         double level = 0.0;
-        const auto colored = [&](std::size_t) { return level += 0.3 * (gauss(random) - level); };
-        const std::vector<std::pair<const char*, Signal>> cases{
-            {"white",
-             made([&](std::size_t) { return Complex(gauss(random), gauss(random)); }, 9000, true)},
+        const auto colored = [&](std::size_t) { return level += 0.3 * (white(0) - level); };
+        const auto noisySine = [&](std::size_t i) { return sine(i) + 0.01 * white(i); };
+        const auto hum = [&](std::size_t i) { return (1.0 + 0.7 * sine(i)) * colored(i); };
+        const auto square = [&](auto i) { return std::copysign(1.0, sine(i)) + 0.03 * white(i); };
+        const auto uneven = [&](std::size_t i) { return (i % 4 == 0 ? 1.2 : 1.0) * colored(i); };
+        const std::pair<const char*, Signal> cases[] = {
+            {"white", {noise(9000, 2.0, unsigned(seed)), true, sampleRate}},
             {"coloured", made(colored, 20000)},
-            {"sine",
-             made([&](std::size_t i) { return std::sin(turn(i)) + 0.01 * gauss(random); }, 9000)},
-            {"hum on noise",
-             made([&](std::size_t i) { return (1.0 + 0.7 * std::sin(turn(i))) * colored(i); },
-                  20000)},
-            {"square wave", made(
-                                [&](std::size_t i) {
-                                    return (std::sin(turn(i)) > 0.0 ? 1.0 : -1.0) +
-                                           0.03 * gauss(random);
-                                },
-                                20000)},
-            {"uneven converter",
-             made([&](std::size_t i) { return (i % 4 == 0 ? 1.2 : 1.0) * colored(i); }, 20000)}};
+            {"sine", made(noisySine, 9000)},
+            {"hum on noise", made(hum, 20000)},
+            {"square wave", made(square, 20000)},
+            {"uneven converter", made(uneven, 20000)}};
         for (const auto& [name, signal] : cases) {
             const auto estimate = SymbolRateEstimate::of(signal);
             EXPECT_NE(estimate.verdict, Verdict::Sure) << name << seed;
@@ -169,10 +148,8 @@ TEST(SymbolRate, IsNotSureOfWhatHasNoSymbols)
 
 TEST(SymbolRate, IsNoneForBadInputAndWhereItIsEnded)
 {
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    const double infinity = std::numeric_limits<double>::infinity();
     for (const std::size_t count : {0U, 1U, 1023U, 1024U, 5000U}) {
-        for (const double value : {0.0, 1.0, nan, infinity, 1e308, 5e-324}) {
+        for (const double value : {0.0, 1.0, noNumber, infinity, 1e308, 5e-324}) {
             for (const bool isComplex : {false, true}) {
                 const auto signal =
                     made([value](std::size_t) { return Complex(value, value); }, count, isComplex);
@@ -181,10 +158,10 @@ TEST(SymbolRate, IsNoneForBadInputAndWhereItIsEnded)
         }
     }
     Signal good = data(10.0, {1.0}, 0.05);
-    good.samples[777] = Complex(nan, infinity);
+    good.samples[777] = Complex(noNumber, infinity);
     expectSure(SymbolRateEstimate::of(good), sampleRate / 10.0);
     EXPECT_EQ(SymbolRateEstimate::of(good, [](double) { return false; }).verdict, Verdict::None);
-    for (const double rate : {0.0, -1.0, nan, infinity}) {
+    for (const double rate : {0.0, -1.0, noNumber, infinity}) {
         good.sampleRate = rate;
         EXPECT_EQ(SymbolRateEstimate::of(good).verdict, Verdict::None) << rate;
     }
