@@ -6,7 +6,6 @@
 #include <QColorDialog>
 #include <QComboBox>
 #include <QFile>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QSettings>
 #include <QTabWidget>
@@ -19,21 +18,6 @@
 
 namespace {
 
-struct Provider : IHasPropertyPage
-{
-    QWidget* GetPropertyPage(QWidget* parent, const char*) override
-    {
-        return page = new QLineEdit(parent);
-    }
-    void slotAcceptPropertyChanges() override {}
-    void slotSetDefaultProperties() override {}
-    void slotRejectPropertyChanges() override {}
-    const QString& GetPropertyPagePath() override { return title; }
-
-    QString title = QStringLiteral("Diagram");
-    QPointer<QLineEdit> page;
-};
-
 /// The button whose accessible name or text starts with a text.
 QAbstractButton* button(const QDialog& dialog, const QString& start)
 {
@@ -42,36 +26,6 @@ QAbstractButton* button(const QDialog& dialog, const QString& start)
             return candidate;
     ADD_FAILURE() << "no button " << start.toStdString();
     return nullptr;
-}
-
-const QString apply = "&Apply";
-
-TEST(PropertyPages, AreAppliedOnceByOkAndApplyAndNeverByCancel)
-{
-    Provider provider;
-    auto frame = std::make_unique<PropertyPagesFrame>();
-    frame->addProperty(&provider);
-    frame->addProperty(nullptr);
-    EXPECT_EQ(frame->findChild<QTabWidget*>()->tabText(0), provider.title);
-    int applied = 0;
-    QObject::connect(frame.get(), &PropertyPagesFrame::signalApply, frame.get(),
-                     [&] { ++applied; });
-    const std::tuple<std::function<void()>, int, int> rows[] = {
-        {[&] { QTest::keyClick(provider.page, Qt::Key_Return); }, QDialog::Accepted, 1},
-        {[&] { QTest::keyClick(provider.page, Qt::Key_Escape); }, QDialog::Rejected, 0},
-        {[&] { button(*frame, "Cancel")->click(); }, QDialog::Rejected, 0}};
-    for (const auto& [close, result, count] : rows) {
-        QTimer::singleShot(0, frame.get(), close);
-        EXPECT_EQ(frame->exec(), result);
-        EXPECT_EQ(std::exchange(applied, 0), count);
-    }
-    frame->show();
-    button(*frame, apply)->click();
-    EXPECT_TRUE(applied == 1 && frame->isVisible());
-
-    QObject::connect(frame.get(), &PropertyPagesFrame::signalApply, qApp, [&] { frame.reset(); });
-    frame->accept(); // a receiver may delete the dialog
-    EXPECT_TRUE(provider.page.isNull());
 }
 
 using Scheme = ColorSet::Scheme;
@@ -104,7 +58,7 @@ struct ColorDialog : testing::Test
         dialog->accept();
         delete dialog;
     }
-    void Apply() { button(frame, apply)->click(); }
+    void Apply() { button(frame, "&Apply")->click(); }
 
     ColorSet& set = ColorSet::Instance();
     const QColor orange{255, 136, 0};
@@ -112,6 +66,27 @@ struct ColorDialog : testing::Test
     const QString points = QStringLiteral("IQ diagram, Points");
     PropertyPagesFrame frame;
 };
+
+TEST_F(ColorDialog, IsAppliedOnceByOkAndApplyAndNeverByCancel)
+{
+    frame.addProperty(nullptr);
+    auto* tabs = frame.findChild<QTabWidget*>();
+    EXPECT_EQ(tabs->count(), 1);
+    int applied = 0;
+    QObject::connect(&frame, &PropertyPagesFrame::signalApply, &frame, [&] { ++applied; });
+    const std::tuple<std::function<void()>, int, int> rows[] = {
+        {[&] { QTest::keyClick(tabs, Qt::Key_Return); }, QDialog::Accepted, 1},
+        {[&] { QTest::keyClick(tabs, Qt::Key_Escape); }, QDialog::Rejected, 0},
+        {[&] { button(frame, "Cancel")->click(); }, QDialog::Rejected, 0}};
+    for (const auto& [close, result, count] : rows) {
+        QTimer::singleShot(0, &frame, close);
+        EXPECT_EQ(frame.exec(), result);
+        EXPECT_EQ(std::exchange(applied, 0), count);
+    }
+    frame.show();
+    Apply();
+    EXPECT_TRUE(applied == 1 && frame.isVisible());
+}
 
 TEST_F(ColorDialog, AppliesEditsOfBothSchemesTogetherAndKeepsThem)
 {

@@ -77,13 +77,8 @@ TEST_F(Persistence, WritesThroughIntoAFolderOfItsOwnAndReadsWhatOthersWrote)
 
 TEST_F(Persistence, ADamagedLineCostsOnlyThatLine)
 {
-    const struct
-    {
-        QByteArray content;
-        bool isShown;
-        int damagedCount;
-        QByteArray rest;
-    } files[] = {
+    // Content, whether the grid is shown then, lines that are damaged, and what else is kept.
+    const std::tuple<QByteArray, bool, int, QByteArray> files[] = {
         {"\xef\xbb\xbf[Scope]\r\nShowGrid=0\r\n", false, 0, ""},
         {"[Scope]\nShowGrid = False ; off\n", false, 0, ""},
         {"[Scope]\nShowGrid=\"fals\\x65\"\n", false, 0, ""},
@@ -94,20 +89,20 @@ TEST_F(Persistence, ADamagedLineCostsOnlyThatLine)
         {QByteArray("\x7fIMG\0\1\2\3[\n\xff\xfe", 12), true, 2, ""},
         {"[Scope]\nShowGrid=false\na=" + QByteArray(1 << 20, 'x') + "\n", true, 1, ""},
     };
-    for (const auto& each : files) {
-        const QString name = dir.filePath(QString::number(each.content.size()) + ".ini");
+    for (const auto& [content, isShown, damagedCount, rest] : files) {
+        const QString name = dir.filePath(QString::number(content.size()) + ".ini");
         Persistant::SetStoreFile(name);
         for (const char* copy : {".damaged", ".damaged.2"}) {
-            SetContent(name, each.content + (copy == QByteArray(".damaged") ? "" : "; again\n"));
+            SetContent(name, content + (copy == QByteArray(".damaged") ? "" : "; again\n"));
             const QByteArray before = Content(name);
-            EXPECT_EQ(Read(), each.isShown) << each.content.left(99).toStdString();
-            EXPECT_EQ(values::plainSettings::parse(before).damaged.size(), each.damagedCount);
+            EXPECT_EQ(Read(), isShown) << content.left(99).toStdString();
+            EXPECT_EQ(values::plainSettings::parse(before).damaged.size(), damagedCount);
             EXPECT_EQ(Content(name), before) << "reading changes nothing";
             Write(false);
-            EXPECT_EQ(Content(name), "[Scope]\nShowGrid=false\n" + each.rest);
-            EXPECT_EQ(Content(name + copy), each.damagedCount ? before : QByteArray());
+            EXPECT_EQ(Content(name), "[Scope]\nShowGrid=false\n" + rest);
+            EXPECT_EQ(Content(name + copy), damagedCount ? before : QByteArray());
         }
-        EXPECT_EQ(logged.filter(name).size(), each.damagedCount ? 1 : 0);
+        EXPECT_EQ(logged.filter(name).size(), damagedCount ? 1 : 0);
     }
 }
 

@@ -19,19 +19,13 @@ namespace {
 
 struct Keys : Window
 {
-    static QChar keyOf(QString text)
-    {
-        text.remove("&&");
-        const int at = text.indexOf('&');
-        return at < 0 ? QChar() : text[at + 1].toUpper();
-    }
     /// Says which texts of a list are reached by the same key.
     static void expectDifferentKeys(const QStringList& texts)
     {
-        std::map<QChar, QString> known;
+        std::map<QKeySequence, QString> known;
         for (const QString& text : texts) {
-            const QChar key = keyOf(text);
-            if (key.isNull())
+            const QKeySequence key = QKeySequence::mnemonic(text);
+            if (key.isEmpty())
                 continue;
             EXPECT_EQ(known[key], QString())
                 << text.toStdString() << " / " << known[key].toStdString();
@@ -166,8 +160,19 @@ TEST_F(Keys, ComeToEveryControlWhichSaysItsName)
     }
 }
 
-TEST_F(Keys, PauseByTheSpaceBarWhereverTheFocusIsButInATextThatIsTyped)
+TEST_F(Keys, OfControlsAreNotTakenByShortcutsButTheSpaceBarIs)
 {
+    auto* slider = window->findChild<ParameterPanel*>()->findChild<QSlider*>();
+    slider->setFocus();
+    QTest::keyClick(slider, Qt::Key_End);
+    EXPECT_EQ(slider->value(), slider->maximum());
+    auto& levels = control<QComboBox>("&Levels");
+    levels.setFocus();
+    QTest::keyClick(&levels, Qt::Key_4);
+    QTest::keyClick(&levels, Qt::Key_P);
+    EXPECT_FALSE(window->feed().transport().isPlaying());
+    EXPECT_EQ(window->player().builtIn().levelCount, 4);
+
     dropSine(2, 80000);
     auto& span = control<QDoubleSpinBox>("&Span");
     auto* tick = window->findChild<ParameterPanel*>()->findChild<QCheckBox*>();
@@ -189,20 +194,6 @@ TEST_F(Keys, PauseByTheSpaceBarWhereverTheFocusIsButInATextThatIsTyped)
     QTest::keyClick(&span, Qt::Key_Return);
     QTest::keyClick(&span, Qt::Key_Space);
     EXPECT_NE(window->feed().transport().isPlaying(), isPlaying);
-}
-
-TEST_F(Keys, OfSlidersAndChoicesAreNotTakenByShortcuts)
-{
-    auto* slider = window->findChild<ParameterPanel*>()->findChild<QSlider*>();
-    slider->setFocus();
-    QTest::keyClick(slider, Qt::Key_End);
-    EXPECT_EQ(slider->value(), slider->maximum());
-    auto& levels = control<QComboBox>("&Levels");
-    levels.setFocus();
-    QTest::keyClick(&levels, Qt::Key_4);
-    QTest::keyClick(&levels, Qt::Key_P);
-    EXPECT_FALSE(window->feed().transport().isPlaying());
-    EXPECT_EQ(window->player().builtIn().levelCount, 4);
 }
 
 } // namespace

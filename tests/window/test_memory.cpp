@@ -28,6 +28,7 @@ struct Memory : Window
         window = std::make_unique<MainWindow>(scheme);
         window->restoreParameters();
         window->player().openBuiltIn(NrzSettings());
+        window->restoreRoom();
         window->show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
         QApplication::setActiveWindow(window.get());
@@ -72,8 +73,17 @@ TEST_F(Memory, ListsRecentRecordingsUntilTheyAreGone)
     EXPECT_FALSE(action("Open &recent").isEnabled());
 }
 
-TEST_F(Memory, KeepsTheReceiverButLeavesItOff)
+TEST_F(Memory, KeepsWhatWasSet)
 {
+    window->resize(1100, 700);
+    window->panes().setSizes({400, 200});
+    const QList<int> heights = window->panes().sizes();
+    control<QSpinBox>("Sym&bols").setValue(3);
+    control<QDoubleSpinBox>("Band&width").setValue(0.75);
+    control<QDoubleSpinBox>("&Span").setValue(33.0);
+    for (const char* toggled : {"&Repeat", "&Faster", "&Parameters"})
+        action(toggled).trigger();
+    const double span = window->feed().span();
     ReceiverSettings settings;
     settings.isOn = true;
     settings.shift = -12000.0;
@@ -84,20 +94,9 @@ TEST_F(Memory, KeepsTheReceiverButLeavesItOff)
     window->player().setReceiver(settings);
     startAgain();
     settings.isOn = false;
-    EXPECT_TRUE(window->feed().receiver() == settings);
-}
-
-TEST_F(Memory, KeepsWhatWasSet)
-{
-    control<QSpinBox>("Sym&bols").setValue(3);
-    control<QDoubleSpinBox>("Band&width").setValue(0.75);
-    control<QDoubleSpinBox>("&Span").setValue(33.0);
-    action("&Repeat").trigger();
-    action("&Faster").trigger();
-    action("&Parameters").trigger();
-    const double span = window->feed().span();
-    startAgain();
-    window->restoreRoom();
+    EXPECT_TRUE(window->feed().receiver() == settings) << "but off";
+    EXPECT_EQ(window->size(), QSize(1100, 700));
+    EXPECT_NEAR(window->panes().sizes()[0], heights[0], 1) << "shared out in whole pixels";
     EXPECT_EQ(window->feed().eye().cut().symbolCount, 3);
     EXPECT_EQ(window->feed().eye().cut().bandwidth, 0.75);
     EXPECT_EQ(window->feed().transport().speed(), 2.0);
@@ -112,14 +111,25 @@ TEST_F(Memory, KeepsWhatWasSet)
 TEST_F(Memory, WearsTheSchemeThatIsChosen)
 {
     using Choice = SchemeChoice::Choice;
+    ColorSet& colors = ColorSet::Instance();
+    const auto expectScheme = [&](ColorSet::Scheme expected) {
+        EXPECT_EQ(colors.GetScheme(), expected);
+        EXPECT_TRUE(QTest::qWaitFor([] { return appearance::isApplied(); }));
+        EXPECT_EQ(control<QComboBox>("Sche&me").currentIndex(),
+                  expected == ColorSet::Scheme::Dark ? 1 : 2);
+        const QImage picture = window->grab().toImage();
+        EXPECT_EQ(picture.pixelColor(picture.width() - 30, 40), colors[IColorBase::colBackground]);
+    };
     qunsetenv("XDG_CURRENT_DESKTOP");
     EXPECT_EQ(SchemeChoice(std::nullopt).choice(), Choice::Desktop);
-    EXPECT_EQ(ColorSet::Instance().GetScheme(), ColorSet::Scheme::Dark);
+    EXPECT_EQ(colors.GetScheme(), ColorSet::Scheme::Dark);
     scheme.choose(Choice::Light);
-    EXPECT_EQ(ColorSet::Instance().GetScheme(), ColorSet::Scheme::Light);
+    expectScheme(ColorSet::Scheme::Light);
     EXPECT_EQ(SchemeChoice(Choice::Dark).choice(), Choice::Dark);
-    EXPECT_EQ(ColorSet::Instance().GetScheme(), ColorSet::Scheme::Dark);
+    EXPECT_EQ(colors.GetScheme(), ColorSet::Scheme::Dark);
     EXPECT_EQ(SchemeChoice(std::nullopt).choice(), Choice::Light) << "what was forced is not kept";
+    scheme.choose(Choice::Dark);
+    expectScheme(ColorSet::Scheme::Dark);
 }
 
 TEST_F(Memory, ShowsWhatTakesLongAndLetsItBeGivenUp)

@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/sources/ModulationSource.h"
 #include "workbench/sources/Recording.h"
 
 #include <QFile>
@@ -34,6 +35,14 @@ inline void writeRecording(const QString& name, int sampleRate, int channels,
     SNDFILE* file = sf_open(QFile::encodeName(name).constData(), SFM_WRITE, &info);
     sf_write_double(file, samples.data(), static_cast<sf_count_t>(samples.size()));
     sf_close(file);
+}
+
+/// QPSK at 6000 Bd in one file of complex numbers at 48 kHz that tells no symbol rate.
+inline void writeDemo(const QString& name)
+{
+    std::vector<double> samples;
+    ModulationSource(ModulationSettings()).read(samples, 60000);
+    writeRecording(name, 48000, 2, samples, SF_FORMAT_WAV | SF_FORMAT_FLOAT);
 }
 
 inline void writeFile(const QString& name, const QByteArray& content)

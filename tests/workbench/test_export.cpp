@@ -17,8 +17,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <iterator>
 #include <utility>
 
 namespace {
@@ -83,26 +81,17 @@ double strays(const QImage& image, const QImage& other)
 }
 
 /// Counts what changes widgets, or paints them.
-class Watch : public QObject
+struct Watch : QObject
 {
-public:
-    explicit Watch(QWidget& top)
-    {
-        for (QWidget* widget : top.findChildren<QWidget*>())
-            widget->installEventFilter(this);
-        top.installEventFilter(this);
-    }
-    std::ptrdiff_t count = 0;
-
-protected:
     bool eventFilter(QObject*, QEvent* event) override
     {
-        const QEvent::Type changes[] = {QEvent::Resize,        QEvent::Move,
-                                        QEvent::Paint,         QEvent::Show,
-                                        QEvent::LayoutRequest, QEvent::UpdateRequest};
-        count += std::count(std::begin(changes), std::end(changes), event->type());
+        const QList<QEvent::Type> changes{QEvent::Resize,        QEvent::Move,
+                                          QEvent::Paint,         QEvent::Show,
+                                          QEvent::LayoutRequest, QEvent::UpdateRequest};
+        count += changes.contains(event->type()) ? 1 : 0;
         return false;
     }
+    int count = 0;
 };
 
 TEST_F(Exported, PicturesShowWhatTheScreenShows)
@@ -170,14 +159,15 @@ TEST_F(Exported, PicturesLeaveTheViewAlone)
                               Qt::NoModifier, Qt::NoScrollPhase, false);
             QApplication::sendEvent(&view, &wheel);
         }
-        Watch watch(view);
-        for (std::ptrdiff_t seen = -1; std::exchange(seen, watch.count) != watch.count;)
+        Watch watch;
+        view.installEventFilter(&watch);
+        for (QWidget* widget : view.findChildren<QWidget*>())
+            widget->installEventFilter(&watch);
+        for (int seen = -1; std::exchange(seen, watch.count) != watch.count;)
             QCoreApplication::processEvents();
         watch.count = 0;
         const QRect plot = view.Widgets()[1]->geometry(); // where the mouse finds it
         const QByteArray before = content(index, Format::Png, view.size());
-        EXPECT_EQ(QImage::fromData(content(index, Format::Png, view.size(), 2.0)).size(),
-                  view.size() * 2);
         const QByteArray data = content(index, Format::Csv, {});
         for (const QSize& size :
              {QSize(800, 600), QSize(4000, 3000), QSize(100, 80), QSize(9, 7)}) {

@@ -1,14 +1,10 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "TreeAccess.h"
 #include "workbench/feed/IqFeed.h"
-#include "workbench/receiver/ReceiverSettings.h"
-#include "workbench/sources/ModulationSource.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <complex>
-#include <set>
 
 namespace {
 
@@ -117,71 +113,6 @@ TEST_F(IqPoints, FitAxesOfEqualScaleWhateverAFewSay)
     notify(Points(100, -1.6), Points(100, 0.0)); // more than one of a hundred
     iq.followLevels(0.0);
     expectAxes(2.0, 4.0);
-}
-
-using Complex = std::complex<double>;
-
-/// Looks at sample i of each symbol.
-/// @return the mean square of the distance to the next point, and how many points were the next
-/// one.
-std::pair<double, std::size_t> receptionOf(const Points& samples, std::size_t i,
-                                           const std::vector<Complex>& points)
-{
-    double error = 0.0;
-    std::set<std::ptrdiff_t> met;
-    constexpr std::size_t step = 2 * ModulationSource::samplesPerSymbol;
-    for (i *= 2; i + 1 < samples.size(); i += step) {
-        const Complex sample(samples[i], samples[i + 1]);
-        const auto next = std::min_element(points.begin(), points.end(), [&](Complex a, Complex b) {
-            return std::norm(a - sample) < std::norm(b - sample);
-        });
-        error += std::norm(sample - *next) * double(step) / double(samples.size());
-        met.insert(next - points.begin());
-    }
-    return {error, met.size()};
-}
-
-TEST(Modulations, AreReceivedWithAllTheirPointsAndTheNoiseAskedFor)
-{
-    for (int scheme = 0; scheme < 5; ++scheme) {
-        const auto points =
-            ReceiverSettings::pointsOf(static_cast<ReceiverSettings::Modulation>(scheme));
-        for (const std::uint32_t seed : {1U, 2U}) {
-            ModulationSettings settings;
-            settings.scheme = static_cast<ModulationSettings::Scheme>(scheme);
-            settings.seed = seed;
-            settings.snrDb = 60.0;
-            Points samples;
-            ModulationSource(settings).read(samples, 4000 * ModulationSource::samplesPerSymbol);
-            const auto [error, metCount] = receptionOf(samples, 0, points);
-            EXPECT_LT(error, 0.002) << points.size(); // 27 dB
-            EXPECT_EQ(metCount, points.size());
-            EXPECT_GT(receptionOf(samples, 1, points).first, 4.0 * error);
-            settings.snrDb = 24.0;
-            ModulationSource(settings).read(samples, 4000 * ModulationSource::samplesPerSymbol);
-            EXPECT_NEAR(receptionOf(samples, 0, points).first, std::pow(10.0, -2.4), 0.0015)
-                << points.size();
-        }
-    }
-}
-
-TEST(Modulations, GoOnInStepWithTheirSymbolsAndStartAgainAlike)
-{
-    ModulationSource source((ModulationSettings()));
-    Points first, again, symbol;
-    source.read(first, 20);
-    EXPECT_EQ(first.size(), 40U);
-    for (const std::int64_t position : {12345, 77, 160001}) {
-        ASSERT_TRUE(source.seek(position));
-        source.read(again, std::size_t(8 - position % 8));
-        source.read(symbol, 1);
-        EXPECT_NEAR(std::hypot(symbol[0], symbol[1]), 1.0, 0.2); // a symbol of QPSK
-        EXPECT_EQ(source.position(), position + 8 - position % 8 + 1);
-    }
-    EXPECT_FALSE(source.seek(-1));
-    EXPECT_TRUE(source.seek(0));
-    source.read(again, 20);
-    EXPECT_EQ(again, first);
 }
 
 } // namespace

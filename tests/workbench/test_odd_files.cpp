@@ -3,9 +3,7 @@
 #include "Recordings.h"
 #include "workbench/sources/PlainText.h"
 #include "workbench/sources/RawGuess.h"
-#include "workbench/window/StatusFields.h"
 
-#include <QLabel>
 #include <QtEndian>
 
 #include <gmock/gmock.h>
@@ -29,21 +27,17 @@ TEST(PlainText, HoldsNothingThatControlsWhatShowsIt)
 
 TEST_F(Recordings, WithoutAHeaderAreGuessedByNameAndDoubtedByTheirBytes)
 {
-    const struct
-    {
-        const char* name;
-        const char* format;
-        double rate;
-    } names[] = {{"g001_433.92M_250k.cu8", "cu8", 250e3},
-                 {"ads_1090MHz_2Msps.cu8", "cu8", 2e6},
-                 {"fsk_19k2_433M_1Msps_cf32.bin", "cf32_le", 1e6},
-                 {"x_20150211_143803_433920000_2400000_fc.raw", "cf32_le", 2.4e6},
-                 {"x_20150211_143803.cs16", "ci16_le", 0.0},
-                 {"burst-433.92M.c16", "ci16_le", 0.0},
-                 {"x_fs=2.5e6_f868M.s8", "ri8", 2.5e6},
-                 {"sensor_48kHz_2ch.s16", "ri16_le", 48e3},
-                 {"take 2 of 3.f32", "rf32_le", 0.0},
-                 {"notes.bin", "", 0.0}};
+    const std::tuple<const char*, const char*, double> names[] = {
+        {"g001_433.92M_250k.cu8", "cu8", 250e3},
+        {"ads_1090MHz_2Msps.cu8", "cu8", 2e6},
+        {"fsk_19k2_433M_1Msps_cf32.bin", "cf32_le", 1e6},
+        {"x_20150211_143803_433920000_2400000_fc.raw", "cf32_le", 2.4e6},
+        {"x_20150211_143803.cs16", "ci16_le", 0.0},
+        {"burst-433.92M.c16", "ci16_le", 0.0},
+        {"x_fs=2.5e6_f868M.s8", "ri8", 2.5e6},
+        {"sensor_48kHz_2ch.s16", "ri16_le", 48e3},
+        {"take 2 of 3.f32", "rf32_le", 0.0},
+        {"notes.bin", "", 0.0}};
     for (const auto& [name, format, rate] : names) {
         const RawGuess guess = RawGuess::ofName(name);
         EXPECT_EQ(guess.format ? guess.format->name() : "", format) << name;
@@ -71,15 +65,6 @@ TEST_F(Recordings, WithoutAHeaderAreGuessedByNameAndDoubtedByTheirBytes)
     }
     writeFile(path("short.cu8"), "too little to tell");
     EXPECT_EQ(RawGuess::doubt(path("short.cu8"), *SampleFormat::parse("cf32")), "");
-}
-
-TEST(StatusFields, TakeNoNameForMarkup)
-{
-    StatusFields fields(nullptr);
-    fields.setSource("<h1>a</h1>.wav");
-    const auto* label = fields.findChild<QLabel*>();
-    EXPECT_EQ(label->textFormat(), Qt::PlainText);
-    EXPECT_TRUE(label->toolTip().contains("&lt;h1&gt;a")) << qPrintable(label->toolTip());
 }
 
 TEST_F(Recordings, WhoseSizesWereLeftOpenPlayToTheirEnd)

@@ -1,18 +1,17 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 // The program as it is started from a command line.
+#include "Pictures.h"
 #include "Recordings.h"
 #include "platform/gui/ColorSet.h"
 #include "platform/values/Persistant.h"
 #include "platform/values/PlainSettings.h"
 #include "workbench/app/OrderlyExit.h"
-#include "workbench/sources/ModulationSource.h"
 #include "workbench/window/MainWindow.h"
 #include "workbench/window/SchemeChoice.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QImage>
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
@@ -36,6 +35,7 @@ struct Program : testing::Test, TestFolder
         environment.insert("LC_ALL", "C.UTF-8");
         environment.insert("XDG_RUNTIME_DIR", folder.path()); // or Qt has something to say
         process.setProcessEnvironment(environment);
+        process.setStandardInputFile(QProcess::nullDevice());
         QFile(folder.path()).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
     int run(const QStringList& arguments)
@@ -64,27 +64,20 @@ TEST_F(Program, RefusesInOneLineWithTheRightExitCode)
     writeRecording(path("mono.wav"), 8000, 1, sine(100));
     writeFile(path("empty.wav"), "");
     writeFile(path("bad.mp3"), QByteArray(3000, '\xfe'));
+    QDir(folder.path()).mkpath("out/workbench.png"); // in the way
     const QString text = path("text.wav");
     const QString mono = path("mono.wav");
     const std::tuple<int, QStringList, QString> rows[] = {
         {2, {"--nonsense"}, "command line"},
-        {2, {""}, "command line"},
         {2, {"a.wav", "b.wav"}, "b.wav"},
         {2, {"--channel", "1.5", mono}, "--channel"},
-        {2, {"--channel", "2-2", mono}, "--channel"},
         {1, {"--channel", "1-2", mono}, mono},
         {2, {"--symbol-rate", "-1", mono}, "--symbol-rate"},
         {2, {"--symbol-rate", "50"}, "--symbol-rate"}, // of the built-in signal
-        {2, {"--eye-symbols", "17"}, "--eye-symbols"},
-        {2, {"--levels", "3"}, "--levels"},
         {2, {"--noise", "7"}, "--noise"},
-        {2, {"--jitter", "0.4"}, "--jitter"},
-        {2, {"--demo", "32QAM"}, "--demo"},
         {2, {"--demo", "QPSK", mono}, "--demo"},
         {2, {"--demo", "QPSK", "--levels", "2"}, "--levels"},
         {2, {"--demo", "QPSK", "--snr", "nan"}, "--snr"},
-        {2, {"--demo", "nrz", "--snr", "20"}, "--snr"},
-        {2, {"--seconds", "nan"}, "--seconds"},
         {2, {"--size", "100x99999"}, "--size"},
         {2, {"--scheme", "blue"}, "--scheme"},
         {2, {"--language", "../../x"}, "--language"},
@@ -92,24 +85,33 @@ TEST_F(Program, RefusesInOneLineWithTheRightExitCode)
         {2, {"--format", "cf16", mono}, "--format"},
         {2, {"--sample-rate", "0", mono}, "--sample-rate"},
         {2, {"--info"}, "--info"},
-        {1, {path("missing.wav"), "--info"}, path("missing.wav")},
         {1, {path("missing.wav")}, path("missing.wav")},
         {1, {text}, text},
         {2, {mono, "--modulation", "QPSK"}, mono + ": --modulation"},
         {2, {mono, "--characters", "8"}, mono + ": --characters"},
         {1, {mono, "--characters", "8", "--measure", "json"}, mono + ": characters"},
-        {2, {mono, "--characters", "10"}, "--characters"},
         {2, {mono, "--characters", "8", "--demod", "am"}, "--characters"},
         {2, {"--characters", "8"}, "--characters"},
         {1, {path("empty.wav"), "--modulation", "QPSK"}, path("empty.wav")},
         {1, {path("bad.mp3")}, path("bad.mp3") + ": not a recording that can be read (damaged"},
         {1, {mono, "--channel", "2"}, mono},
+        {2, {"--measure", "json"}, "--measure"},
+        {2, {mono, "--measure", "xml"}, "--measure"},
+        {1, {mono, "--measure", "json", "--start", "2"}, mono},
+        {1, {mono, "--measure", "json", "--symbol-rate", "7000", "--modulation", "qpsk"}, mono},
+        {1, {"zmq://localhost:1", "--measure", "json"}, "zmq://localhost:1"},
+        {2, {"--snapshot", path("out"), "--formats", "png,gif"}, "--formats"},
         {1, {"--snapshot", text + "/below"}, text + "/below"},
+        {1, {"--snapshot", path("out")}, path("out/workbench.png")}, // the second one
+        {1,
+         {"-", "--format", "cf32", "--sample-rate", "1", "--snapshot", path("out")},
+         "no samples came"},
     };
     for (const auto& [exitCode, arguments, what] : rows) {
         EXPECT_EQ(run(arguments), exitCode) << qPrintable(arguments.join(' '));
         expectComplaint(what);
     }
+    EXPECT_EQ(QDir(path("out")).entryList(QDir::Files | QDir::Hidden), QStringList());
 }
 
 TEST_F(Program, PrintsWhatIsKnownOfARecordingAndWhatIsAmissWithIt)
@@ -133,10 +135,7 @@ TEST_F(Program, PrintsWhatIsKnownOfARecordingAndWhatIsAmissWithIt)
     EXPECT_EQ(error.count('\n'),
               error.count("orvane-workbench: " + folder.path() + "/a\ufffd.mp3: "))
         << qPrintable(error);
-}
 
-TEST_F(Program, TakesTheSymbolRateFromTheRecordingForItsReceiver)
-{
     writeFile(path("a.sigmf-meta"), R"({"global": {"core:datatype": "cu8", "core:version": "1.2.5",
         "core:sample_rate": 8000, "own:symbol_rate": 1000}, "captures": [], "annotations": []})");
     writeFile(path("a.sigmf-data"), QByteArray(8000, 'a'));
@@ -146,25 +145,12 @@ TEST_F(Program, TakesTheSymbolRateFromTheRecordingForItsReceiver)
 
 TEST_F(Program, MeasuresRecordingsAndPrintsALineOfJsonForEach)
 {
-    const QString ramp = path("ramp.wav"), signal = path("signal.cf32"), none = path("none.wav");
+    const QString ramp = path("ramp.wav"), signal = path("signal.wav"), none = path("none.wav");
     std::vector<double> samples(16000);
     for (std::size_t k = 0; k < samples.size(); ++k)
         samples[k] = double(k) / 16384.0; // which tells the sample
     writeRecording(ramp, 8000, 1, samples, SF_FORMAT_WAV | SF_FORMAT_DOUBLE);
-    ModulationSource(ModulationSettings()).read(samples, 24000);
-    writeRecording(signal, 48000, 2, samples, SF_FORMAT_RAW | SF_FORMAT_FLOAT);
-    const std::tuple<int, QStringList, QString> rows[] = {
-        {2, {}, "--measure"},
-        {2, {ramp, "--measure", "xml"}, "--measure"},
-        {1, {ramp, "--start", "2"}, ramp},
-        {1, {ramp, "--channel", "2"}, ramp},
-        {1, {ramp, "--symbol-rate", "7000", "--modulation", "qpsk"}, ramp},
-        {1, {none}, none},
-        {1, {"zmq://localhost:1"}, "zmq://localhost:1"}};
-    for (const auto& [exitCode, arguments, what] : rows) {
-        EXPECT_EQ(run(QStringList{"--measure", "json"} + arguments), exitCode);
-        expectComplaint(what);
-    }
+    writeDemo(signal);
     EXPECT_EQ(run({"--measure", "json", ramp, none, ramp, "--start", "0.25", "--seconds", "0.5"}),
               1);
     EXPECT_TRUE(error.startsWith("orvane-workbench: " + none + ": there is no such file"));
@@ -178,29 +164,15 @@ TEST_F(Program, MeasuresRecordingsAndPrintsALineOfJsonForEach)
         EXPECT_EQ(object["time"].toObject()["minimum"].toDouble(), 2000.0 / 16384.0);
         EXPECT_EQ(object["time"].toObject()["maximum"].toDouble(), 5999.0 / 16384.0);
     }
-    EXPECT_EQ(run({"--measure", "json", signal, "--sample-rate", "48e3", "--symbol-rate", "6000",
-                   "--modulation", "qpsk"}),
+    EXPECT_EQ(run({"--measure", "json", signal, "--symbol-rate", "6000", "--modulation", "qpsk"}),
               0);
     EXPECT_EQ(error, "");
     const QJsonObject object = QJsonDocument::fromJson(out.toUtf8()).object();
-    const std::pair<const char*, const char*> members[] = {
-        {"symbol_rate", "confidence deviation origin value"},
-        {"time", "frequency maximum mean minimum peak_to_peak rms rms_ac"},
-        {"eye", "eyes instant levels traces"},
-        {"constellation", "evm_peak evm_rms imbalance_db mer_db modulation offset_db "
-                          "quadrature_deg symbols"},
-        {"carrier", "deviation offset"},
-        {"clock", "deviation_ppm offset_ppm"},
-        {"frequency_modulation", "deviation frequency_error index"},
-        {"left_out", "reason samples symbols"}};
-    for (const auto& [name, keys] : members)
-        EXPECT_EQ(object[name].toObject().keys().join(' '), keys) << name;
     EXPECT_EQ(object.keys().join(' '),
               "carrier clock constellation eye frequency_modulation input left_out notes reasons "
               "sample_rate schema stages start stop symbol_rate time");
     EXPECT_EQ(object["schema"].toString(), "orvane.measure/1");
-    EXPECT_EQ(object["stages"].toArray().size(), 9);
-    EXPECT_NEAR(object["constellation"].toObject()["symbols"].toDouble(), 3000.0, 60.0);
+    EXPECT_NEAR(object["constellation"].toObject()["symbols"].toDouble(), 7500.0, 60.0);
 }
 
 TEST_F(Program, NeedsNoDisplayForHelpAndSaysWhereOneIsMissing)
@@ -215,19 +187,6 @@ TEST_F(Program, NeedsNoDisplayForHelpAndSaysWhereOneIsMissing)
     EXPECT_TRUE(out.contains("Zeigt diese Hilfe")) << qPrintable(out);
     EXPECT_EQ(run({}), 1);
     expectComplaint("display");
-}
-
-/// Pixels that are close to a colour.
-int count(const QImage& image, const QColor& color)
-{
-    int result = 0;
-    for (int i = 0; i < image.width() * image.height(); ++i) {
-        const QColor pixel = image.pixelColor(i % image.width(), i / image.width());
-        result += std::abs(pixel.red() - color.red()) < 40 &&
-                  std::abs(pixel.green() - color.green()) < 40 &&
-                  std::abs(pixel.blue() - color.blue()) < 40;
-    }
-    return result;
 }
 
 TEST_F(Program, TakesPicturesOfWhatItPlays)
@@ -252,43 +211,15 @@ TEST_F(Program, TakesPicturesOfWhatItPlays)
         const bool hasEye = arguments.contains("--symbol-rate") || !arguments.contains(file);
         const QImage window(pictures + "/workbench.png");
         EXPECT_EQ(window.size(), size);
-        const QColor point = ColorSet::DefaultColor(scheme, IColorBase::colIQPoint);
-        EXPECT_GT(count(QImage(pictures + "/iq.png"), point), 5);
-        for (const auto& [name, trace] : {std::pair("/time.png", IColorBase::colTimeTrace),
-                                          std::pair("/eye.png", IColorBase::colEyeTrace)}) {
-            const QImage view(pictures + name);
-            const bool isThere = hasEye || trace != IColorBase::colEyeTrace;
-            EXPECT_EQ(view.width() > size.width() / 4, isThere);
-            for (const QImage& image : {window, view}) {
-                const auto pixels = [&, scheme = scheme](IColorBase::ECOLOR number) {
-                    return count(image, ColorSet::DefaultColor(scheme, number));
-                };
-                EXPECT_EQ(pixels(trace) > 2 * view.width(), isThere) << name;
-                EXPECT_GT(pixels(IColorBase::colTimeBackground), 10 * view.width());
-            }
-        }
+        const auto rowsWith = [scheme = scheme](const QImage& image, IColorBase::ECOLOR color) {
+            return litRows(image, ColorSet::DefaultColor(scheme, color));
+        };
+        EXPECT_GT(rowsWith(QImage(pictures + "/iq.png"), IColorBase::colIQPoint), 5);
+        for (const QImage& image : {window, QImage(pictures + "/time.png")})
+            EXPECT_GT(rowsWith(image, IColorBase::colTimeTrace), 20);
+        for (const QImage& image : {window, QImage(pictures + "/eye.png")})
+            EXPECT_EQ(rowsWith(image, IColorBase::colEyeTrace) > 20, hasEye);
     }
-}
-
-TEST_F(Program, KeepsPicturesAndDataInTheFormatsAndTheScaleWanted)
-{
-    const QString pictures = path("kept");
-    ASSERT_EQ(run({"--snapshot", pictures, "--seconds", "0.3", "--size", "700x500", "--scale", "2",
-                   "--formats", "png,svg,csv"}),
-              0)
-        << qPrintable(error);
-    EXPECT_EQ(QImage(pictures + "/workbench.png").size(), QSize(1400, 1000));
-    EXPECT_EQ(QDir(pictures).entryList(QDir::Files).size(), 10);
-    EXPECT_EQ(run({"--snapshot", pictures, "--formats", "png,gif"}), 2);
-    expectComplaint("--formats");
-
-    writeFile(path("quiet.cf32"), QByteArray(16000, '\0')); // no points above the squelch
-    EXPECT_EQ(run({path("quiet.cf32"), "--sample-rate", "8000", "--squelch", "0", "--snapshot",
-                   path("quiet"), "--formats", "png,csv"}),
-              0);
-    EXPECT_EQ(QDir(path("quiet")).entryList(QDir::Files).size(), 6) << qPrintable(out);
-    EXPECT_TRUE(error.endsWith("iq.csv: left out, there are no data to write\n"))
-        << qPrintable(error);
 }
 
 TEST_F(Program, KeepsItsSettingsWhenItIsAskedToEnd)
@@ -327,52 +258,45 @@ TEST_F(Program, KeepsItsSettingsWhenItIsAskedToEnd)
     values::Persistant::SetStoreFile(usualFile);
 }
 
-TEST_F(Program, MakesTheSameOfACommandOnAnyLoad)
+TEST_F(Program, KeepsTheSamePicturesAndDataOnAnyLoad)
 {
-    std::vector<double> samples;
-    ModulationSource(ModulationSettings()).read(samples, 60000);
-    const QString file = path("signal.cf32");
-    writeRecording(file, 48000, 2, samples, SF_FORMAT_RAW | SF_FORMAT_FLOAT);
+    const QString file = path("signal.wav"), folder = path("kept");
+    writeDemo(file);
     std::map<QString, QByteArray> contents[2];
     for (const int load : {0, 1}) {
-        std::atomic<bool> isDone = false;
-        std::vector<std::thread> busy;
-        for (int k = 0; k < 2 * load; ++k)
-            busy.emplace_back([&isDone] {
-                while (!isDone) {
-                }
-            });
-        EXPECT_EQ(run({file, "--sample-rate", "48e3", "--symbol-rate", "6000", "--modulation",
-                       "qpsk", "--start", "0.2", "--seconds", "0.7", "--snapshot", path("same"),
-                       "--formats", "png,csv"}),
+        std::atomic<bool> isDone = load == 0;
+        const auto spin = [&isDone] {
+            while (!isDone) {
+            }
+        };
+        std::thread first(spin), second(spin);
+        EXPECT_EQ(run({file, "--symbol-rate", "6000", "--modulation", "qpsk", "--start", "0.2",
+                       "--seconds", "0.7", "--size", "700x500", "--scale", "2", "--snapshot",
+                       folder, "--formats", "png,svg,csv"}),
                   0)
             << qPrintable(error);
         isDone = true;
-        for (std::thread& thread : busy)
-            thread.join();
-        for (const QString& name : QDir(path("same")).entryList(QDir::Files)) {
-            QFile kept(path("same") + '/' + name);
+        first.join();
+        second.join();
+        for (const QString& name : QDir(folder).entryList(QDir::Files)) {
+            QFile kept(folder + '/' + name);
             ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
             contents[load][name] = kept.readAll();
         }
     }
-    EXPECT_EQ(contents[0].size(), 7U);
+    EXPECT_EQ(contents[0].size(), 10U);
     EXPECT_EQ(contents[0], contents[1]);
+    EXPECT_EQ(QImage(folder + "/workbench.png").size(), QSize(1400, 1000));
     const QByteArray& time = contents[0]["time.csv"]; // 0.7 s at 8 samples a symbol, to the sample
     EXPECT_NEAR(time.count('\n'), 0.7 * 48000.0, 3.0);
-}
 
-TEST_F(Program, LeavesNothingBehindWherePicturesCannotBeWritten)
-{
-    process.setStandardInputFile(QProcess::nullDevice());
-    EXPECT_EQ(run({"-", "--format", "cf32", "--sample-rate", "1e6", "--snapshot", path("none")}),
-              1);
-    EXPECT_TRUE(error.contains("no samples came")) << qPrintable(error);
-    EXPECT_TRUE(QDir(path("none")).entryList(QDir::Files).isEmpty());
-    QDir(folder.path()).mkpath(QStringLiteral("out/workbench.png")); // in the way of the second one
-    EXPECT_EQ(run({"--snapshot", path("out")}), 1);
-    expectComplaint(path("out/workbench.png"));
-    EXPECT_EQ(QDir(path("out")).entryList(QDir::Files | QDir::Hidden), QStringList());
+    writeFile(path("quiet.cf32"), QByteArray(16000, '\0')); // no points above the squelch
+    EXPECT_EQ(run({path("quiet.cf32"), "--sample-rate", "8000", "--squelch", "0", "--snapshot",
+                   path("quiet"), "--formats", "png,csv"}),
+              0);
+    EXPECT_EQ(QDir(path("quiet")).entryList(QDir::Files).size(), 6) << qPrintable(out);
+    EXPECT_TRUE(error.endsWith("iq.csv: left out, there are no data to write\n"))
+        << qPrintable(error);
 }
 
 } // namespace

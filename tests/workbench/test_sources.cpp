@@ -7,8 +7,6 @@
 
 #include <gmock/gmock.h>
 
-#include <complex>
-
 namespace {
 
 TEST_F(Recordings, ComeThroughInEveryFormatWithAnyNumberOfChannels)
@@ -56,8 +54,6 @@ TEST_F(Recordings, ThatCannotBeReadSayWhy)
         {"header.wav", header(0, "", 30), "not a recording"},
         {"channels.wav", header(22, QByteArray(2, '\0')), "not a recording"},
         {"rate.wav", header(24, QByteArray(4, '\0')), "the sample rate is 0 Hz"},
-        {"rate.wav", header(24, QByteArray("\x01\0\0\x80", 4)),
-         "the sample rate is -2147483647 Hz"},
         {"none.wav", header(0, "", 44), "no samples"},
         {"7.cf32", "7 bytes", "no whole sample"},
         {"nan.cf32", QByteArray(800, '\xff'), "no numbers"},
@@ -213,13 +209,10 @@ TEST_F(Recordings, OfSigmfAreAsTheirMetadataSay)
         {"core:datatype", "core:type", false, "lack core:datatype"},
         {"ri16_le", "xi16_le", false, "\"xi16_le\", which is unknown"},
         {"8000", "0", false, "core:sample_rate is 0"},
-        {"8000", "-1", false, "core:sample_rate is -1"},
         {"8000", "1e300", false, "core:sample_rate is 1e+300"},
-        {"8000", "1e-309", false, "core:sample_rate is 1e-309"},
         {"8000", "\"8 kHz\"", false, "core:sample_rate is 8 kHz"},
         {"core:sample_rate", "core:rate", true, "not known, 48000 Hz is assumed"},
         {"channels\": 2", "channels\": 1.5", false, "core:num_channels is 1.5"},
-        {"channels\": 2", "channels\": 1e9", false, "core:num_channels is 1000000000"},
         {"1.2.5", R"(1", "core:dataset": "../a)", false, "core:dataset is \"../a\""},
         {"1.2.5", R"(1", "core:dataset": "b\u0000.bin)", false, "core:dataset is \"b\ufffd.bin\""},
         {"2,", R"(2, "core:dataset": "b.bin", "core:metadata_only": true,)", false, "only"},
@@ -342,32 +335,6 @@ TEST(Nrz, KeepsItsFramesWhereverItIsReadFrom)
     EXPECT_NE(sixth, fifth);
     EXPECT_EQ(bitsOf(5), fifth);
     EXPECT_FALSE(source.seek(-1));
-}
-
-TEST(Nrz, HasTheBandwidthAndTheNoiseThatItWasAskedFor)
-{
-    for (const double bandwidth : {0.4, 0.8, 1.5}) {
-        NrzSettings settings;
-        settings.bandwidth = bandwidth;
-        settings.noise = 0.0;
-        std::vector<double> clean;
-        NrzSource(settings).read(clean, 200000);
-        // The first three symbols are a step from rest: its differences are the impulse response.
-        std::complex<double> response = clean[0];
-        for (std::size_t i = 1; i < 120; ++i)
-            response +=
-                (clean[i] - clean[i - 1]) *
-                std::polar(1.0, -6.283185307179586 * bandwidth * static_cast<double>(i) / 40.0);
-        EXPECT_NEAR(std::abs(response), std::sqrt(0.5), 0.02) << bandwidth;
-
-        settings.noise = 0.2;
-        std::vector<double> noisy;
-        NrzSource(settings).read(noisy, clean.size());
-        double power = 0.0;
-        for (std::size_t i = 0; i < clean.size(); ++i)
-            power += std::pow(noisy[i] - clean[i], 2.0);
-        EXPECT_NEAR(std::sqrt(power / 200000.0), 0.2, 0.01) << bandwidth;
-    }
 }
 
 } // namespace
