@@ -13,6 +13,7 @@
 #include <QPainter>
 #include <QPointer>
 #include <QScopedValueRollback>
+#include <QShowEvent>
 #include <QSurfaceFormat>
 
 #include <utility>
@@ -53,7 +54,21 @@ bool GLFrameWidget::event(QEvent* event)
         leaveWindow(*this);
     const QPointer<GLFrameWidget> alive(this); // whoever hears of a resize may destroy it
     const QEvent::Type type = event->type();
-    const bool isTaken = QOpenGLWidget::event(event);
+    // Where it is hidden or has no size in another window, Qt would take its context, and yet make
+    // that window compose its last picture. It keeps it until it is shown with a size.
+    const bool isThere = !size().isEmpty() && (type != QEvent::WindowChangeInternal || !isHidden());
+    const bool keepsContext =
+        !isThere && (type == QEvent::WindowChangeInternal || type == QEvent::Show);
+    m_awaitsContext |= keepsContext;
+    if (isThere && m_awaitsContext && (type == QEvent::Show || type == QEvent::Resize)) {
+        m_awaitsContext = false;
+        QShowEvent show; // where it asks whether the context suits the window
+        if (type == QEvent::Resize)
+            QOpenGLWidget::event(&show);
+        if (!alive)
+            return true;
+    }
+    const bool isTaken = keepsContext ? QWidget::event(event) : QOpenGLWidget::event(event);
     if (alive && (type == QEvent::Show || type == QEvent::Resize || type == QEvent::LanguageChange))
         ShowNotice();
     return isTaken;

@@ -71,5 +71,6 @@ private:
     QTransform m_baseTransform;     // its transform and clip before any child was painted
     QRegion m_baseClip;
     bool m_hasBaseClip = false;
-    bool m_hasContext = false; // the open painter draws with the frame's own GL context
+    bool m_hasContext = false;    // the open painter draws with the frame's own GL context
+    bool m_awaitsContext = false; // that of another window, see event()
 };
