@@ -231,11 +231,11 @@ QString axisDefinition::LabelWithUnit(double value) const
     }
     if (canFormat)
         return m_formatter->Format(value) + unit;
-    if (!IsUsable())
-        return Free(value) + unit;
     const double pixel = std::abs(m_stop - m_start) / (m_length - 1);
-    const int lastPlace = static_cast<int>(std::floor(std::log10(pixel)));
-    return Plain(value, lastPlace, mostReadoutDecimals) + unit;
+    const double lastPlace = std::floor(std::log10(pixel));
+    if (!IsUsable() || !std::isfinite(lastPlace)) // less than the least number, for one
+        return Free(value) + unit;
+    return Plain(value, static_cast<int>(lastPlace), mostReadoutDecimals) + unit;
 }
 
 bool axisDefinition::CanFormatPixels() const

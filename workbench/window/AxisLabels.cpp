@@ -39,9 +39,9 @@ QString AxisLabels::text(double value, int moreDecimals, double factor) const
     if (ticks.size() < 2)
         return QString::number(factor * value, 'g', freeDigits);
     const double step = factor * std::abs(ticks[1].value - ticks[0].value);
-    const int place = static_cast<int>(std::floor(std::log10(step) + 1e-9));
-    QString text =
-        QString::number(factor * value, 'f', std::clamp(moreDecimals - place, 0, mostDecimals));
+    const double place = std::floor(std::log10(step) + 1e-9); // of no step infinitely many
+    const double decimals = std::clamp(moreDecimals - place, 0.0, double{mostDecimals});
+    QString text = QString::number(factor * value, 'f', static_cast<int>(decimals));
     if (text.startsWith(QLatin1Char('-')) && text.toDouble() == 0.0)
         text.remove(0, 1);
     return text;
