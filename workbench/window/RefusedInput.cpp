@@ -58,8 +58,8 @@ bool refusedInput::Watch::eventFilter(QObject* watched, QEvent* event)
     auto* field =
         event->type() == QEvent::KeyPress ? qobject_cast<QAbstractSpinBox*>(watched) : nullptr;
     auto* line = field ? field->findChild<QLineEdit*>() : nullptr;
-    const auto* key = static_cast<QKeyEvent*>(event);
-    if (line && !key->text().isEmpty() && key->text().at(0).isPrint()) {
+    const QString text = line ? static_cast<QKeyEvent*>(event)->text() : QString();
+    if (!text.isEmpty() && text.at(0).isPrint()) {
         QTimer::singleShot(0, line, [field, line, before = stateOf(*line)] {
             if (stateOf(*line) == before)
                 say(*field, rangeOf(*field));
