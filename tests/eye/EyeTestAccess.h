@@ -19,8 +19,6 @@ struct TestAccess
     using Record = GLEyeDiagram::ValueRecord;
     static const std::vector<Record*>& records(GLEyeDiagram& d) { return d.m_records; }
     static QTimer& timer(GLEyeDiagram& d) { return d.m_autoScaleTimer; }
-    static bool pending(GLEyeDiagram& d) { return d.m_autoScalePending; }
-    static GLOrvanePropertyPage* page(GLEyeDiagram& d) { return d.m_pPropertyPage; }
     static bool& showGrid(GLEyeDiagram& d) { return d.m_showGrid; }
     template<class T>
     static T& object(GLEyeDiagram& d, const char* name)

@@ -6,7 +6,6 @@
 #include "platform/gui/ColorSet.h"
 
 #include <QDoubleSpinBox>
-#include <QMenu>
 #include <QTest>
 #include <QTimer>
 
@@ -28,7 +27,6 @@ struct TestAccess : FrameFixture
     QTimer& timer = diagram->m_autoScaleTimer;
     QDateTime& lastPaint = diagram->m_lastPaintTime;
     double& aging = diagram->m_aging;
-    bool& showGrid = diagram->m_showGrid;
 
     TestAccess()
     {
@@ -96,12 +94,6 @@ TEST_F(IqDiagram, LightsOneDevicePixelForEachPointInside)
         setRanges({-1, 1}, none);
         expectPoints(Painted(), {});
     }
-    setRanges({-1, 1}, {-1, 1});
-    xAxis->SetLength(201);
-    ColorSet::Instance()[IColorBase::colGrid] = Qt::blue;
-    EXPECT_EQ(PaintedWithGL().pixelColor(Expected({}).rect().center()), QColor(Qt::blue));
-    showGrid = false;
-    expectPoints(Painted(), {{100, 51}, {150.25, 25.75}, {199.897, 99.48}});
     ColorSet::Instance()[IColorBase::colLabel] = Qt::white;
     const QImage before = PaintedWithGL();
     diagram->AddMarker("m", "text", {50, 50});
@@ -166,9 +158,6 @@ TEST_F(IqDiagram, SwapsPairsInAndRecyclesTheOldestOfMoreThan100)
 
 TEST_F(IqDiagram, ScalesBothAxesOnRequest)
 {
-    add({5, 6, 7, 8});
-    expectRanges({-1, 1, -1, 1});
-    timer.setTimerType(Qt::PreciseTimer);
     diagram->AutoScale();
     add({-1, 2, 1, -2});
     expectRanges({-1.1F, 1.1F, -2.2F, 2.2F});
@@ -176,18 +165,13 @@ TEST_F(IqDiagram, ScalesBothAxesOnRequest)
     expectRanges({-1.1F, 3.1F, -2.2F, 2.2F});
     setRanges({-0.3, 0.3}, {-0.7, 0.7});           // is rounded to single precision, too
     diagram->GetYAxisHandler()->SetRange(-50, 50); // a zoom of the user's
-    QTest::qWait(30);
-    diagram->AutoScale(); // neither starts again nor replaces
     add({0, 0});
     expectRanges({-0.3F, 0.3F, -0.7F, 0.7F});
-    EXPECT_LE(timer.remainingTime(), 1000 - 30);
-    EXPECT_TRUE(timer.isSingleShot() && timer.interval() == 1000);
     timer.stop();
     diagram->AutoScale();
-    timer.stop(); // the request outlives the period
     add({100, 7, nan, nan, 200, 7});
-    add({0, 0});
     expectRanges({95, 205, 7, 7});
+    timer.stop();
     diagram->setXAxisWidget({});
     diagram->AutoScale();
     add({3, 4, 3, 5});
@@ -196,10 +180,6 @@ TEST_F(IqDiagram, ScalesBothAxesOnRequest)
 
 TEST_F(IqDiagram, TakesItsAgingFromTheSettings)
 {
-    EXPECT_EQ(diagram->getContextMenu(nullptr, nullptr, 0),
-              diagram->getContextMenu(nullptr, nullptr, 1));
-    diagram->getContextMenu(nullptr, nullptr, 0)->actions()[1]->trigger();
-    EXPECT_TRUE(timer.isActive());
     const std::unique_ptr<QWidget> page(diagram->GetPropertyPage(nullptr, "page"));
     const auto editors = page->findChildren<QDoubleSpinBox*>();
     for (int i = 0; i < 5; ++i)

@@ -14,6 +14,9 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
+using AllViews = testing::Types<VCGLTimeDiagram, VCGLEyeDiagram, VCGLIQDiagram>;
 using List = std::vector<double>;
 using Traces = std::vector<List>;
 
@@ -28,6 +31,11 @@ struct TestAccess
     static float baudrate(View& view)
     {
         return view.Diagram()->m_baudrate;
+    }
+    template<class View>
+    static QTimer& scalingTimer(View& view)
+    {
+        return view.Diagram()->m_autoScaleTimer;
     }
     template<class View>
     static std::size_t traceCount(View& view)
@@ -75,6 +83,19 @@ struct Views : testing::Test
         data->Assign(samples.begin(), samples.end());
         second->Assign(others.begin(), others.end());
         trigger->SetValue(false); // its content means nothing
+    }
+    /// Data without values of the tree; I and Q are the same.
+    void give(const List& samples, bool repaint = false)
+    {
+        if constexpr (isIq) {
+            std::vector<float> pairs;
+            for (const double sample : samples)
+                pairs.insert(pairs.end(), 2, static_cast<float>(sample));
+            view->AddData(pairs);
+        } else {
+            List direct = samples;
+            view->FillData(direct, repaint);
+        }
     }
     void show()
     {

@@ -2,6 +2,7 @@
 #include "ViewsFixture.h"
 #include "glwidgets/TextRecorder.h"
 
+#include <QMenu>
 #include <QWheelEvent>
 
 #include <cmath>
@@ -11,6 +12,43 @@ namespace {
 using TimeView = Views<VCGLTimeDiagram>;
 using EyeView = Views<VCGLEyeDiagram>;
 using IqView = Views<VCGLIQDiagram>;
+
+template<class View>
+struct Scaling : Views<View>
+{};
+TYPED_TEST_SUITE(Scaling, AllViews, );
+
+TYPED_TEST(Scaling, ReplacesTheRangeOnRequestThenWidensItForAPeriod)
+{
+    auto& diagram = *this->view->GetDiagram();
+    QTimer& timer = TestAccess::scalingTimer(*this->view);
+    EXPECT_TRUE(timer.isSingleShot());
+    EXPECT_EQ(timer.interval(), this->isEye ? 2000 : 1000);
+    timer.setTimerType(Qt::PreciseTimer);
+    const auto expectAfter = [this](const List& samples, float start, float stop) {
+        this->give(samples);
+        EXPECT_EQ(this->yRange(), std::pair(double(start), double(stop)));
+    };
+    expectAfter({-5, 5}, -1.0F, 1.0F); // no request
+    static_cast<IHasContextMenu&>(diagram)
+        .getContextMenu(nullptr, nullptr, 0)
+        ->actions()[1]
+        ->trigger();
+    expectAfter({}, -1.0F, 1.0F); // rejected: the request stands
+    expectAfter({-1, 1}, -1.1F, 1.1F);
+    expectAfter({0, 3}, -1.1F, 3.15F);
+    diagram.SetYStart(-0.7); // is rounded to single precision, too
+    QTest::qWait(30);
+    this->view->AutoScale(); // neither starts again nor replaces
+    EXPECT_LE(timer.remainingTime(), timer.interval() - 30);
+    expectAfter({0, 1}, -0.7F, 3.15F);
+    timer.stop(); // as if the period were over
+    expectAfter({-9, 9}, -0.7F, 3.15F);
+    this->view->AutoScale();
+    timer.stop(); // the request outlives the period
+    expectAfter({0, 20}, -1.0F, 21.0F);
+    expectAfter({0, 40}, -1.0F, 21.0F);
+}
 
 TEST_F(TimeView, CutsTheStreamAtTheMarkers)
 {

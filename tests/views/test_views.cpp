@@ -20,7 +20,6 @@
 
 namespace {
 
-using AllViews = testing::Types<VCGLTimeDiagram, VCGLEyeDiagram, VCGLIQDiagram>;
 TYPED_TEST_SUITE(Views, AllViews, );
 
 TYPED_TEST(Views, FeedOnlyOnNewContentWithAllListsBound)
@@ -124,19 +123,10 @@ TYPED_TEST(Views, PauseDataByMouseAndSpaceButNotTheLimits)
         this->b->SetValue(7.0);
         EXPECT_EQ(TestAccess::baudrate(view), 7.0F);
     }
-    const auto give = [&view](bool repaint) { // direct data pass
-        if constexpr (std::is_same_v<TypeParam, VCGLIQDiagram>) {
-            std::vector<float> direct{5, 6};
-            view.AddData(direct);
-        } else {
-            List direct{5, 6};
-            view.FillData(direct, repaint);
-        }
-    };
-    EXPECT_EQ(this->paintsBy([&] { give(true); }), 1);
-    EXPECT_EQ(this->paintsBy([&] { give(false); }), this->isIq ? 1 : 0);
+    EXPECT_EQ(this->paintsBy([&] { this->give({5, 6}, true); }), 1); // direct data pass
+    EXPECT_EQ(this->paintsBy([&] { this->give({5, 6}); }), this->isIq ? 1 : 0);
     view.AutoScale();
-    give(false);
+    this->give({5, 6});
     EXPECT_NEAR(this->yRange().second, 6.0, 0.1);
     EXPECT_EQ(view.focusProxy(), this->caption());
     QTest::keyClick(this->caption(), Qt::Key_Space);
