@@ -103,21 +103,4 @@ TEST_F(Layout, QtWidgetsFollowTheirPlaceAndMayDieFirst)
     layout->resize(90, 90);
 }
 
-TEST_F(Layout, ChildrenMayLeaveWhileTheyArePainted)
-{
-    layout->resize(60, 60);
-    Add({0, 0, 0});
-    canvases[0]->paint = [&](GLPainter& painter) {
-        for (const std::size_t i : {2, 0})
-            layout->RemoveWidget(*std::exchange(canvases[i], nullptr));
-        painter.fillRect(QRect(0, 0, 9, 9), Qt::red);
-    };
-    canvases[2]->paint = [](GLPainter&) { ADD_FAILURE() << "left before its turn"; };
-    bool isPainted = false;
-    canvases[1]->paint = [&](GLPainter& painter) { isPainted = painter.painter(); };
-    layout->grabFramebuffer();
-    EXPECT_TRUE(isPainted);
-    EXPECT_EQ(layout->Widgets().size(), 1U);
-}
-
 } // namespace

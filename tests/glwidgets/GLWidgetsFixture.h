@@ -69,16 +69,11 @@ struct View : GLLayout
     }
     ~View() override
     {
-        drop(xAxis);
-        drop(plot);
+        RemoveWidget(*xAxis);
+        xAxis.reset();
+        RemoveWidget(*plot);
+        plot.reset();
         delete caption;
-    }
-    template<class Widget>
-    void drop(std::shared_ptr<Widget>& widget)
-    {
-        if (widget)
-            RemoveWidget(*widget);
-        widget.reset();
     }
     void open()
     {
@@ -125,7 +120,7 @@ struct View : GLLayout
         QImage image(size(), QImage::Format_RGB32);
         QPainter painter(&image);
         Render(painter);
-        return plot ? image.copy(plot->geometry()) : image;
+        return image.copy(plot->geometry());
     }
 
     DiagramCaption* caption = new DiagramCaption(this, QStringLiteral("Plot"), true);

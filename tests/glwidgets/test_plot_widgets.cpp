@@ -187,23 +187,4 @@ TEST_F(PlotWidgets, AClickStartsTheRulerAnewAndEscapeClearsIt)
     }
 }
 
-TEST_F(PlotWidgets, AnyPartnerOfTheRulerMayGoFirst)
-{
-    const std::function<void()> removals[] = {
-        [this] { delete std::exchange(view->caption, nullptr); }, [this] { delete view->bar(); },
-        [this] { view->drop(view->xAxis); }, [this] { view->drop(view->plot); }};
-    for (const auto& remove : removals) {
-        view = std::make_unique<View>();
-        view->open();
-        const QPoint from = view->inPlot(150, 60);
-        view->drag(from, from + QPoint(100, 50));
-        const std::weak_ptr<Plot> plot = view->plot;
-        remove();
-        EXPECT_EQ(plot.expired(), view->plot == nullptr);
-        view->drag(from, from + QPoint(50, 50));
-        view->picture();
-        view->ruler.clear();
-    }
-}
-
 } // namespace
