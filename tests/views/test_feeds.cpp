@@ -35,7 +35,21 @@ TYPED_TEST(Scaling, ReplacesTheRangeOnRequestThenWidensItForAPeriod)
         ->actions()[1]
         ->trigger();
     expectAfter({}, -1.0F, 1.0F); // rejected: the request stands
+    struct Follower : IObserver
+    {
+        void Update(Observable*, TChangeCode) override { seen.push_back(test->yRange()); }
+        Scaling<TypeParam>* test = nullptr;
+        std::vector<std::pair<double, double>> seen;
+    } follower;
+    follower.test = this;
+    if constexpr (!TestFixture::isEye)
+        diagram.GetYAxisHandler()->Attach(&follower);
     expectAfter({-1, 1}, -1.1F, 1.1F);
+    if constexpr (!TestFixture::isEye) { // the start first
+        diagram.GetYAxisHandler()->Detach(&follower);
+        ASSERT_EQ(follower.seen.size(), 2U);
+        EXPECT_EQ(follower.seen[0], std::pair(double(-1.1F), 1.0));
+    }
     expectAfter({0, 3}, -1.1F, 3.15F);
     diagram.SetYStart(-0.7); // is rounded to single precision, too
     QTest::qWait(30);
