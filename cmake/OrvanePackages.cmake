@@ -13,14 +13,16 @@ if(TARGET orvane-workbench)
     DESTINATION "${share}/icons/hicolor/scalable/apps" COMPONENT Workbench)
   install(FILES "${desktop}/orvane-sigmf.xml" DESTINATION "${share}/mime/packages"
     COMPONENT Workbench)
-  # The manual page is what --help says.
-  find_program(ORVANE_HELP2MAN help2man)
-  if(ORVANE_HELP2MAN)
+  option(ORVANE_BUILD_MANUAL "Make the manual page, which is what --help says; takes help2man" OFF)
+  if(ORVANE_BUILD_MANUAL)
+    find_program(ORVANE_HELP2MAN help2man REQUIRED)
     set(page "${PROJECT_BINARY_DIR}/orvane-workbench.1")
+    # From where the program lies: help2man takes a path with a space for two words.
     add_custom_command(OUTPUT "${page}" DEPENDS orvane-workbench VERBATIM
+      WORKING_DIRECTORY "$<TARGET_FILE_DIR:orvane-workbench>"
       COMMAND ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8
         "${ORVANE_HELP2MAN}" --no-info --output "${page}"
-        --name "shows and measures sampled signals" "$<TARGET_FILE:orvane-workbench>")
+        --name "shows and measures sampled signals" "./$<TARGET_FILE_NAME:orvane-workbench>")
     add_custom_target(manual_page ALL DEPENDS "${page}")
     install(FILES "${page}" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT Workbench)
   endif()
