@@ -169,18 +169,22 @@ void ReceivedPath::takeReceived(BasebandBlock& block, bool isEnd, std::vector<Si
         passOn(m_received.samples.size(), blocks);
         return;
     }
+    auto& symbols = m_received.symbols; // whose first one may be found just before the run
+    const auto first = static_cast<double>(m_receivedFirst);
+    symbols.erase(symbols.begin(),
+                  std::find_if(symbols.begin(), symbols.end(),
+                               [first](const Symbol& symbol) { return symbol.position >= first; }));
     const std::size_t kept = edgeReach + m_edge;
-    const std::size_t symbolCount = m_received.symbols.size();
+    const std::size_t symbolCount = symbols.size();
     if (!isEnd && symbolCount < 2 * kept)
         return;
     if (m_isStart)
-        markEdge(m_received.symbols.begin(), m_received.symbols.end());
+        markEdge(symbols.begin(), symbols.end());
     m_isStart = false;
     if (isEnd)
-        markEdge(m_received.symbols.rbegin(), m_received.symbols.rend());
+        markEdge(symbols.rbegin(), symbols.rend());
     const auto count = isEnd ? static_cast<double>(m_received.samples.size())
-                             : m_received.symbols[symbolCount - kept].position -
-                                   static_cast<double>(m_receivedFirst);
+                             : symbols[symbolCount - kept].position - first;
     passOn(static_cast<std::size_t>(count), blocks);
 }
 
