@@ -151,9 +151,15 @@ bool takeSetting(const QString& line, const QString& group, QVariantMap& values)
         return false;
     const auto key = plainKey(QStringView(line).left(equals).trimmed());
     const auto value = plainValue(QStringView(line).mid(equals + 1));
-    if (key && value && value->isValid())
-        values.insert(group.isEmpty() ? *key : group + QLatin1Char('/') + *key, *value);
-    return key && value;
+    if (!key || !value)
+        return false;
+    const QLatin1Char slash('/');
+    const QString whole = group.isEmpty() ? *key : group + slash + *key;
+    if (whole.startsWith(slash) || whole.endsWith(slash)) // a group, or a key, without a name
+        return false;
+    if (value->isValid())
+        values.insert(whole, *value);
+    return true;
 }
 
 QString section(const QString& key)
