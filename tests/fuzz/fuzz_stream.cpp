@@ -25,7 +25,7 @@ void readOnce(SignalSource& source, std::size_t count, std::vector<double>& all)
     const std::size_t samples = source.read(block, count);
     require(samples <= count &&
                 block.size() == samples * static_cast<std::size_t>(source.valueCount()) &&
-                source.position() == before + static_cast<std::int64_t>(samples),
+                source.position() >= before + static_cast<std::int64_t>(samples), // or lost some
             "a block");
     source.trouble();
     all.insert(all.end(), block.begin(), block.end());
