@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/feed/EyeFeed.h"
 
+#include "platform/base/Saturate.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -43,7 +45,7 @@ void EyeFeed::setGateLength(double samples)
 std::int64_t EyeFeed::stepFor(double traceCount) const
 {
     const std::size_t kept = capacity / (m_cutter->traceLength() + 1);
-    return static_cast<std::int64_t>(std::ceil(traceCount / static_cast<double>(kept)));
+    return truncateSaturated<std::int32_t>(std::ceil(traceCount / static_cast<double>(kept)));
 }
 
 void EyeFeed::notify()
