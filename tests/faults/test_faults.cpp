@@ -206,7 +206,8 @@ TEST_F(Faults, OfTheProgramEndItWithASentence)
     QProcess program;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("XDG_RUNTIME_DIR", folder.path());
-    environment.insert("LD_PRELOAD", ORVANE_FAULTS);
+    QFile::link(ORVANE_FAULTS, path("faults.so")); // the loader takes a space for a separator
+    environment.insert("LD_PRELOAD", path("faults.so"));
     const auto run = [&](const QStringList& job, const QString& plan) {
         QDir(path("out")).removeRecursively();
         environment.insert("FAULTS", plan);
