@@ -148,8 +148,8 @@ void attackReceiver(Bytes& input)
     const auto width = static_cast<std::size_t>(signal.valueCount);
     Receiving whole{{signal, channel, settings}, isReceived};
     Receiving cut{{signal, channel, settings}, isReceived};
-    const double perSymbol =
-        used.symbolRate ? std::clamp(signal.sampleRate / *used.symbolRate, 1.0, 1e5) : 8.0;
+    const double ratio = signal.sampleRate / used.symbolRate.value_or(signal.sampleRate / 8.0);
+    const double perSymbol = ratio >= 1.0 ? std::min(ratio, 1e5) : 1.0; // of NaN, too
     std::int64_t position = 0;
     std::size_t count = 0;
     while (!input.isEmpty() && count < mostSamples) {
