@@ -155,8 +155,8 @@ bool takeSetting(const QString& line, const QString& group, QVariantMap& values)
         return false;
     const QLatin1Char slash('/');
     const QString whole = group.isEmpty() ? *key : group + slash + *key;
-    if (whole.startsWith(slash) || whole.endsWith(slash)) // a group, or a key, without a name
-        return false;
+    if (const int first = whole.indexOf(slash); first > 0 && first == whole.size() - 1)
+        return false; // a group, and in it a key without a name
     if (value->isValid())
         values.insert(whole, *value);
     return true;
