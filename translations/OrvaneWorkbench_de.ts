@@ -1519,6 +1519,10 @@
         <source>its bytes look like %1 rather than %2</source>
         <translation>seine Bytes sehen eher nach %1 aus als nach %2</translation>
     </message>
+    <message>
+        <source>its bytes look like integers of 24 bits, which cannot be read; convert them to 32</source>
+        <translation>seine Bytes sehen nach ganzen Zahlen von 24 Bit aus, die nicht gelesen werden können; wandeln Sie sie in solche von 32 um</translation>
+    </message>
 </context>
 <context>
     <name>RawSource</name>

@@ -48,11 +48,14 @@ TEST_F(Recordings, WithoutAHeaderAreGuessedByNameAndDoubtedByTheirBytes)
     const std::pair<const char*, int> formats[] = {
         {"u8", SF_FORMAT_PCM_U8},  {"s8", SF_FORMAT_PCM_S8},
         {"s16", SF_FORMAT_PCM_16}, {"s16_be", SF_FORMAT_PCM_16 | SF_ENDIAN_BIG},
+        {"s32", SF_FORMAT_PCM_32}, {"s32_be", SF_FORMAT_PCM_32 | SF_ENDIAN_BIG},
         {"f32", SF_FORMAT_FLOAT},  {"f64", SF_FORMAT_DOUBLE}};
     for (const double level : {0.04, 0.5, 1.99}) { // of a sine of 0.5
-        std::vector<double> samples = sine(20000);
+        std::vector<double> samples = sine(20000, 40.3); // bytes that hardly repeat
         for (double& sample : samples)
             sample *= level;
+        writeRecording(path("x.raw"), 8000, 2, samples, SF_FORMAT_RAW | SF_FORMAT_PCM_24);
+        EXPECT_TRUE(RawGuess::doubt(path("x.raw"), *SampleFormat::parse("s32")).contains("24"));
         for (const auto& [right, code] : formats) {
             writeRecording(path("x.raw"), 8000, 2, samples, SF_FORMAT_RAW | code);
             for (const auto& [told, other] : formats) {

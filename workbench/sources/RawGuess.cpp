@@ -82,19 +82,43 @@ std::optional<double> rateAfterFrequency(QString name)
     return match.hasMatch() ? usable(match.captured(1).toDouble()) : std::nullopt;
 }
 
-/// How much bytes jump from one to the next of the same place in a word of four: 0 for ones that
+/// How much bytes jump from one to the next of the same place in a word of so many: 0 for ones that
 /// stay, 1 for random ones.
-std::array<double, 4> jumpsOf(const QByteArray& bytes)
+template<std::size_t byteCount>
+std::array<double, byteCount> jumpsOf(const QByteArray& bytes)
 {
     constexpr double random = 128.0 * 128.0 / 3.0; // mean square of the way around the circle
-    std::array<double, 4> jumps{};
-    for (int i = 4; i < bytes.size(); ++i) {
-        const auto way = static_cast<qint8>(bytes[i] - bytes[i - 4]);
-        jumps[static_cast<std::size_t>(i % 4)] += static_cast<double>(way) * way;
+    constexpr int step = byteCount;
+    std::array<double, byteCount> jumps{};
+    for (int i = step; i < bytes.size(); ++i) {
+        const auto way = static_cast<qint8>(bytes[i] - bytes[i - step]);
+        jumps[static_cast<std::size_t>(i % step)] += static_cast<double>(way) * way;
     }
     for (double& jump : jumps)
-        jump /= random * std::max(1.0, bytes.size() / 4.0 - 1.0);
+        jump /= random * std::max(1.0, static_cast<double>(bytes.size()) / byteCount - 1.0);
     return jumps;
+}
+
+constexpr double clear = 4.0; // times as much
+
+/// Whether one byte jumps as the low one of a number does beside the other, its high one.
+bool isNumber(double low, double high)
+{
+    constexpr double least = 0.3; // of what random ones jump
+    return low > least && low > clear * high && high > 0.0;
+}
+
+/// Whether bytes, the lowest one first, are of integers of more than 16 bits: the low ones are
+/// random, or 0 where fewer bits are used.
+template<std::size_t byteCount>
+bool isLongInteger(const std::array<double, byteCount>& jumps)
+{
+    const auto isLow = [](double jump) {
+        constexpr double nearlyRandom = 0.7;
+        return jump > nearlyRandom || jump == 0.0;
+    };
+    return isNumber(jumps[byteCount - 2], jumps[byteCount - 1]) &&
+           std::all_of(jumps.begin(), jumps.end() - 2, isLow);
 }
 
 /// The part of the numbers that are of a size that signals have.
@@ -118,7 +142,6 @@ double usualPart(const QByteArray& bytes, unsigned bits)
 /// channel are two bytes apart, or one.
 std::optional<SampleFormat::Kind> kindOfBytes(const QByteArray& bytes)
 {
-    constexpr double clear = 4.0; // times as much
     double asSigned = 0.0;
     double asUnsigned = 0.0;
     for (int i = 2; i < bytes.size(); ++i) {
@@ -138,8 +161,6 @@ std::optional<SampleFormat::Kind> kindOfBytes(const QByteArray& bytes)
 std::optional<SampleFormat> numbersIn(const QByteArray& bytes)
 {
     constexpr double nearlyAll = 0.99;
-    constexpr double clear = 4.0;   // times as much
-    constexpr double lowByte = 0.3; // of what random ones jump
     using Kind = SampleFormat::Kind;
     if (std::count(bytes.begin(), bytes.end(), bytes[0]) == bytes.size())
         return std::nullopt;
@@ -149,13 +170,14 @@ std::optional<SampleFormat> numbersIn(const QByteArray& bytes)
     if (isLong || isShort)
         return isLong && isShort ? std::nullopt
                                  : std::optional(SampleFormat{Kind::Float, isLong ? 64U : 32U});
-    const auto [first, second, third, fourth] = jumpsOf(bytes);
-    const auto isWordOf = [](double low, double high) {
-        return low > lowByte && low > clear * high && high > 0.0;
-    };
-    if (isWordOf(std::min(first, third), std::max(second, fourth)))
+    const std::array<double, 4> jumps = jumpsOf<4>(bytes);
+    const std::array<double, 4> reversed = {jumps[3], jumps[2], jumps[1], jumps[0]};
+    if (isLongInteger(jumps) || isLongInteger(reversed))
+        return SampleFormat{Kind::Signed, 32, false, isLongInteger(reversed)};
+    const auto [first, second, third, fourth] = jumps;
+    if (isNumber(std::min(first, third), std::max(second, fourth)))
         return SampleFormat{Kind::Signed, 16};
-    if (isWordOf(std::min(second, fourth), std::max(first, third)))
+    if (isNumber(std::min(second, fourth), std::max(first, third)))
         return SampleFormat{Kind::Signed, 16, false, true};
     const auto [least, most] = std::minmax({first, second, third, fourth});
     const auto kind = kindOfBytes(bytes);
@@ -211,15 +233,19 @@ QString RawGuess::doubt(const QString& fileName, const SampleFormat& format)
         return QString();
     QByteArray bytes = file.read(looked);
     bytes.chop(bytes.size() % 8);
-    const auto numbers = bytes.size() < least ? std::nullopt : numbersIn(bytes);
+    if (bytes.size() < least)
+        return QString();
+    const std::array<double, 3> jumps = jumpsOf<3>(bytes);
+    if (isLongInteger(jumps) || isLongInteger(std::array{jumps[2], jumps[1], jumps[0]}))
+        return tr("its bytes look like integers of 24 bits, which cannot be read; convert them to 32");
+    const auto numbers = numbersIn(bytes);
     if (!numbers)
         return QString();
-    // What the bytes cannot tell is not doubted: I and Q, and integers of more bits than are used.
-    const bool isInteger = format.kind != SampleFormat::Kind::Float;
-    const bool isSame = format.kind == numbers->kind && format.bits == numbers->bits &&
-                        (format.bits == 8 || format.isBigEndian == numbers->isBigEndian);
-    if (isSame || (isInteger && format.bits > 16 && numbers->kind != SampleFormat::Kind::Float) ||
-        (format.kind == SampleFormat::Kind::Unsigned && format.bits == 16 && numbers->bits == 16))
+    // What the bytes cannot tell is not doubted: I and Q, and whether there is a sign.
+    const auto isUnsigned = format.kind == SampleFormat::Kind::Unsigned && format.bits > 8;
+    const auto kind = isUnsigned ? SampleFormat::Kind::Signed : format.kind;
+    if (kind == numbers->kind && format.bits == numbers->bits &&
+        (format.bits == 8 || format.isBigEndian == numbers->isBigEndian))
         return QString();
     SampleFormat likely = *numbers;
     likely.isComplex = format.isComplex;
