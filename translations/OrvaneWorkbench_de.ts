@@ -4,16 +4,8 @@
 <context>
     <name>AudioSource</name>
     <message>
-        <source>not a recording that can be read (%1); choose a SigMF, WAV, FLAC, AIFF, CSV or other signal file, or give --format where it is raw samples</source>
-        <translation>keine lesbare Aufnahme (%1); eine SigMF-, WAV-, FLAC-, AIFF-, CSV- oder andere Signaldatei wählen oder bei rohen Abtastwerten --format angeben</translation>
-    </message>
-    <message>
         <source>the recording holds no samples; choose another one</source>
         <translation>die Aufnahme enthält keine Abtastwerte; eine andere wählen</translation>
-    </message>
-    <message>
-        <source>its header says that the sample rate is %1 Hz, not above 0; mend the header, or read the samples alone by --format</source>
-        <translation>ihre Abtastrate ist nach ihrem Kopf %1 Hz, nicht über 0; ihn berichtigen oder die Abtastwerte mit --format allein lesen</translation>
     </message>
     <message>
         <source>it was cut off: its header speaks of %1 bytes, %2 are there</source>
@@ -38,6 +30,14 @@
     <message>
         <source>cannot be read (%1)</source>
         <translation>nicht lesbar (%1)</translation>
+    </message>
+    <message>
+        <source>its header says that the sample rate is %1 Hz, not above 0; mend the header</source>
+        <translation>ihre Abtastrate ist nach ihrem Kopf %1 Hz, nicht über 0; ihn berichtigen</translation>
+    </message>
+    <message>
+        <source>not a recording that can be read (%1); choose a SigMF, WAV, FLAC, AIFF, CSV or other signal file</source>
+        <translation>keine lesbare Aufnahme (%1); eine SigMF-, WAV-, FLAC-, AIFF-, CSV- oder andere Signaldatei wählen</translation>
     </message>
 </context>
 <context>
@@ -134,8 +134,8 @@
         <translation>ihre ersten %1 Spalten werden gelesen</translation>
     </message>
     <message>
-        <source>it says that the sample rate is %1 Hz, not from %2 to %3; give the right one by --sample-rate</source>
-        <translation>nach ihr ist die Abtastrate %1 Hz, nicht %2 bis %3; die richtige mit --sample-rate angeben</translation>
+        <source>it says that the sample rate is %1 Hz, not from %2 to %3</source>
+        <translation>nach ihr ist die Abtastrate %1 Hz, nicht %2 bis %3</translation>
     </message>
 </context>
 <context>
@@ -500,6 +500,49 @@
     </message>
 </context>
 <context>
+    <name>Hints</name>
+    <message>
+        <source>give the right --format</source>
+        <translation>das richtige --format angeben</translation>
+    </message>
+    <message>
+        <source>give --format where it is raw samples</source>
+        <translation>bei rohen Abtastwerten --format angeben</translation>
+    </message>
+    <message>
+        <source>read the samples alone by --format</source>
+        <translation>die Abtastwerte mit --format allein lesen</translation>
+    </message>
+    <message>
+        <source>give it by --sample-rate</source>
+        <translation>mit --sample-rate angeben</translation>
+    </message>
+    <message>
+        <source>give the right one by --sample-rate</source>
+        <translation>die richtige mit --sample-rate angeben</translation>
+    </message>
+    <message>
+        <source>give --format and --sample-rate</source>
+        <translation>--format und --sample-rate angeben</translation>
+    </message>
+    <message>
+        <source>leave out --format</source>
+        <translation>--format weglassen</translation>
+    </message>
+    <message>
+        <source>leave out --columns</source>
+        <translation>--columns weglassen</translation>
+    </message>
+    <message>
+        <source>%1, or %2</source>
+        <translation>%1 oder %2</translation>
+    </message>
+    <message>
+        <source>%1; %2</source>
+        <translation>%1; %2</translation>
+    </message>
+</context>
+<context>
     <name>InfoDialog</name>
     <message>
         <source>Information</source>
@@ -511,26 +554,6 @@
     <message>
         <source>standard input</source>
         <translation>Standardeingabe</translation>
-    </message>
-    <message>
-        <source>a live signal has no columns; leave out --columns</source>
-        <translation>ein laufendes Signal hat keine Spalten; --columns weglassen</translation>
-    </message>
-    <message>
-        <source>the device says itself what its samples are; leave out --format</source>
-        <translation>das Gerät sagt selbst, was seine Abtastwerte sind; --format weglassen</translation>
-    </message>
-    <message>
-        <source>messages do not say their sample rate; give it by --sample-rate</source>
-        <translation>Nachrichten nennen ihre Abtastrate nicht; sie mit --sample-rate angeben</translation>
-    </message>
-    <message>
-        <source>raw samples do not say what they are; give --format and --sample-rate</source>
-        <translation>rohe Abtastwerte sagen nicht, was sie sind; --format und --sample-rate angeben</translation>
-    </message>
-    <message>
-        <source>this is a terminal; pipe samples into it</source>
-        <translation>das ist ein Terminal; Abtastwerte durch eine Pipe hineinleiten</translation>
     </message>
 </context>
 <context>
@@ -1531,10 +1554,6 @@
         <translation>nicht lesbar (%1)</translation>
     </message>
     <message>
-        <source>the recording holds no whole sample of the format %1; choose another one, or give the right --format</source>
-        <translation>die Aufnahme enthält keinen ganzen Abtastwert der Art %1; eine andere wählen oder das richtige --format angeben</translation>
-    </message>
-    <message>
         <source>Format: %1</source>
         <translation>Format: %1</translation>
     </message>
@@ -1545,6 +1564,10 @@
     <message>
         <source>the file was cut while it played: its samples end after %1 of %2; open it again</source>
         <translation>die Datei wurde während der Wiedergabe gekürzt: ihre Abtastwerte enden nach %1 von %2; sie neu öffnen</translation>
+    </message>
+    <message>
+        <source>the recording holds no whole sample of the format %1; choose another one</source>
+        <translation>die Aufnahme enthält keinen ganzen Abtastwert der Art %1; eine andere wählen</translation>
     </message>
 </context>
 <context>
@@ -2057,18 +2080,6 @@
         <translation>die Datei ist leer; eine mit Abtastwerten nennen</translation>
     </message>
     <message>
-        <source>the sample rate is not known, %1 Hz is assumed; give it by --sample-rate</source>
-        <translation>die Abtastrate ist nicht bekannt, %1 Hz sind angenommen; mit --sample-rate angeben</translation>
-    </message>
-    <message>
-        <source>it holds no numbers, only what is missing, NaN or infinite; choose another one, or give the right --format</source>
-        <translation>sie enthält keine Zahlen, nur was fehlt, NaN oder unendlich ist; eine andere wählen oder das richtige --format angeben</translation>
-    </message>
-    <message>
-        <source>its samples cannot be read; choose another one</source>
-        <translation>ihre Abtastwerte sind nicht lesbar; eine andere wählen</translation>
-    </message>
-    <message>
         <source>Name: %1</source>
         <translation>Name: %1</translation>
     </message>
@@ -2089,10 +2100,6 @@
         <translation>Abtastwerte: %1, %2 s</translation>
     </message>
     <message>
-        <source>%1 of its first %2 numbers are missing, NaN or infinite; they are bridged or left out</source>
-        <translation>%1 ihrer ersten %2 Zahlen fehlen, sind NaN oder unendlich; sie werden überbrückt oder entfallen</translation>
-    </message>
-    <message>
         <source>this kind of address is not known; give zmq://HOST:PORT, soapy://driver=NAME,freq=HZ,rate=HZ, or the name of a recording</source>
         <translation>diese Art von Adresse ist nicht bekannt; zmq://HOST:PORT, soapy://driver=NAME,freq=HZ,rate=HZ oder den Namen einer Aufnahme angeben</translation>
     </message>
@@ -2101,12 +2108,47 @@
         <translation>das ist ein Verweis in einen Speicher für große Dateien, nicht die Abtastwerte; sie zuerst holen</translation>
     </message>
     <message>
+        <source>the sample rate is not known, %1 Hz is assumed</source>
+        <translation>die Abtastrate ist nicht bekannt, %1 Hz sind angenommen</translation>
+    </message>
+</context>
+<context>
+    <name>RecordingOpener</name>
+    <message>
         <source>the sample rate is not given, %1 Hz is taken from the name</source>
         <translation>die Abtastrate ist nicht angegeben, %1 Hz ist aus dem Namen übernommen</translation>
     </message>
     <message>
-        <source>; give the right --format</source>
-        <translation>; das richtige --format angeben</translation>
+        <source>a live signal has no columns</source>
+        <translation>ein laufendes Signal hat keine Spalten</translation>
+    </message>
+    <message>
+        <source>the device says itself what its samples are</source>
+        <translation>das Gerät sagt selbst, was seine Abtastwerte sind</translation>
+    </message>
+    <message>
+        <source>messages do not say their sample rate</source>
+        <translation>Nachrichten nennen ihre Abtastrate nicht</translation>
+    </message>
+    <message>
+        <source>raw samples do not say what they are</source>
+        <translation>rohe Abtastwerte sagen nicht, was sie sind</translation>
+    </message>
+    <message>
+        <source>this is a terminal; pipe samples into it</source>
+        <translation>das ist ein Terminal; Abtastwerte durch eine Pipe hineinleiten</translation>
+    </message>
+    <message>
+        <source>its samples cannot be read; choose another one</source>
+        <translation>ihre Abtastwerte sind nicht lesbar; eine andere wählen</translation>
+    </message>
+    <message>
+        <source>it holds no numbers, only what is missing, NaN or infinite; choose another one</source>
+        <translation>sie enthält keine Zahlen, nur was fehlt, NaN oder unendlich ist; eine andere wählen</translation>
+    </message>
+    <message>
+        <source>%1 of its first %2 numbers are missing, NaN or infinite; they are bridged or left out</source>
+        <translation>%1 ihrer ersten %2 Zahlen fehlen, sind NaN oder unendlich; sie werden überbrückt oder entfallen</translation>
     </message>
 </context>
 <context>
@@ -2216,28 +2258,8 @@
 <context>
     <name>SigmfMetadata</name>
     <message>
-        <source>the metadata are longer than %1 bytes; read the samples alone by --format</source>
-        <translation>die Metadaten sind länger als %1 Bytes; die Abtastwerte mit --format allein lesen</translation>
-    </message>
-    <message>
-        <source>the metadata are not JSON (%1 at byte %2); mend them, or read the samples alone by --format</source>
-        <translation>die Metadaten sind kein JSON (%1 bei Byte %2); berichtigen oder die Abtastwerte mit --format allein lesen</translation>
-    </message>
-    <message>
-        <source>the metadata lack the object &quot;global&quot;; mend them, or read the samples alone by --format</source>
-        <translation>den Metadaten fehlt das Objekt „global“; berichtigen oder die Abtastwerte mit --format allein lesen</translation>
-    </message>
-    <message>
         <source>the metadata lack the list &quot;%1&quot;</source>
         <translation>den Metadaten fehlt die Liste „%1“</translation>
-    </message>
-    <message>
-        <source>the metadata lack core:datatype; mend them, or read the samples alone by --format</source>
-        <translation>den Metadaten fehlt core:datatype; berichtigen oder die Abtastwerte mit --format allein lesen</translation>
-    </message>
-    <message>
-        <source>core:datatype is &quot;%1&quot;, which is unknown; mend the metadata, or read the samples alone by --format</source>
-        <translation>core:datatype ist „%1“, das ist unbekannt; die Metadaten berichtigen oder die Abtastwerte mit --format allein lesen</translation>
     </message>
     <message>
         <source>core:num_channels is %1, not a whole number from 1 to %2; mend the metadata</source>
@@ -2264,12 +2286,32 @@
         <translation>Anmerkung: %1</translation>
     </message>
     <message>
-        <source>core:sample_rate is %1, not a number from %2 to %3; give the right one by --sample-rate</source>
-        <translation>core:sample_rate ist %1, keine Zahl von %2 bis %3; die richtige mit --sample-rate angeben</translation>
-    </message>
-    <message>
         <source>Further captures and annotations: %1</source>
         <translation>Weitere Aufzeichnungen und Anmerkungen: %1</translation>
+    </message>
+    <message>
+        <source>the metadata are longer than %1 bytes</source>
+        <translation>die Metadaten sind länger als %1 Bytes</translation>
+    </message>
+    <message>
+        <source>the metadata are not JSON (%1 at byte %2); mend them</source>
+        <translation>die Metadaten sind kein JSON (%1 bei Byte %2); berichtigen</translation>
+    </message>
+    <message>
+        <source>the metadata lack the object &quot;global&quot;; mend them</source>
+        <translation>den Metadaten fehlt das Objekt „global“; berichtigen</translation>
+    </message>
+    <message>
+        <source>the metadata lack core:datatype; mend them</source>
+        <translation>den Metadaten fehlt core:datatype; berichtigen</translation>
+    </message>
+    <message>
+        <source>core:datatype is &quot;%1&quot;, which is unknown; mend the metadata</source>
+        <translation>core:datatype ist „%1“, das ist unbekannt; die Metadaten berichtigen</translation>
+    </message>
+    <message>
+        <source>core:sample_rate is %1, not a number from %2 to %3</source>
+        <translation>core:sample_rate ist %1, keine Zahl von %2 bis %3</translation>
     </message>
 </context>
 <context>
@@ -2322,10 +2364,6 @@
         <translation>die Abtastrate ist nicht bekannt; rate=HZ an die Adresse anfügen</translation>
     </message>
     <message>
-        <source>--sample-rate is not the rate of the address; leave out one of them</source>
-        <translation>--sample-rate ist nicht die Rate der Adresse; eines davon weglassen</translation>
-    </message>
-    <message>
         <source>the device has no channel %1 to receive on; choose another</source>
         <translation>das Gerät hat keinen Empfangskanal %1; einen anderen wählen</translation>
     </message>
@@ -2344,6 +2382,10 @@
     <message>
         <source>the device has failed (%1); check it and open it again</source>
         <translation>das Gerät ist ausgefallen (%1); es prüfen und neu öffnen</translation>
+    </message>
+    <message>
+        <source>the sample rate that is given is not the rate of the address; leave out one of them</source>
+        <translation>die angegebene Abtastrate ist nicht die der Adresse; eine von beiden weglassen</translation>
     </message>
 </context>
 <context>

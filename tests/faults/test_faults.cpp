@@ -6,6 +6,7 @@
 #include "platform/values/PlainSettings.h"
 #include "workbench/app/Snapshot.h"
 #include "workbench/pipeline/Pipeline.h"
+#include "workbench/player/Hints.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -85,11 +86,13 @@ Played played(const QString& file)
     result.samples.reserve(1 << 18); // before allocations count
     Recording::Options options;
     options.sampleRate = 1e6; // in large blocks
-    Recording recording = Recording::open(file, options);
-    result.said = recording.why + recording.notices.join("; ") + recording.details.join("; ");
-    if (!recording.source)
+    auto recording = RecordingOpener::open(file, options);
+    if (!recording) {
+        result.said = recording.error().sentence;
         return result;
-    Pipeline pipeline(std::move(recording.source), 0, {});
+    }
+    result.said = Hints::texts(recording->notices).join("; ") + recording->details.join("; ");
+    Pipeline pipeline(std::move(recording->source), 0, {});
     pipeline.setQueueLength(1 << 20);
     while (!pipeline.hasEnded()) {
         if (const SignalBlockPtr block = pipeline.take(std::chrono::milliseconds(2)))
@@ -169,24 +172,24 @@ TEST_F(Faults, InWritingLeaveEachFileOldOrNew)
 {
     const Snapshot::Contents contents{{"a.png", QByteArray(300000, 'n')}, {"b.csv", "new"}};
     const QString out = path("out");
-    QString why;
+    Result<void> written;
     for (const bool isOne : {true, false}) {
         const auto work = [&] {
             QDir(out).removeRecursively();
             QDir().mkpath(out);
             writeFile(path("out/a.png"), "old");
-            why.clear();
             faults::set(plan);
             if (isOne)
-                why = ViewExport::save(path("out/a.png"), contents[0].second);
+                written = ViewExport::save(path("out/a.png"), contents[0].second);
             else
-                Snapshot::write(contents, out, why);
+                written = Snapshot::write(contents, out).map([](const QStringList&) {});
         };
         sweep({Open, Write}, work, [&](const Fault& fault) {
-            EXPECT_TRUE(why.isEmpty() || (!fault.isBorne() && why.contains("cannot be written")));
+            EXPECT_TRUE(written || (!fault.isBorne() &&
+                                    written.error().sentence.contains("cannot be written")));
             for (const QString& name : QDir(out).entryList(QDir::Files)) {
                 const QByteArray kept = content(QDir(out).filePath(name));
-                EXPECT_TRUE((!why.isEmpty() && name == "a.png" && kept == "old") ||
+                EXPECT_TRUE((!written && name == "a.png" && kept == "old") ||
                             kept == contents[name == "a.png" ? 0 : 1].second);
             }
         });

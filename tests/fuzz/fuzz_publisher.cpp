@@ -1,7 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 // Listens to a ZeroMQ publisher whose messages, in parts or whole, are or are not samples.
 #include "Attack.h"
-#include "workbench/sources/Recording.h"
+#include "workbench/sources/RecordingOpener.h"
 
 #include <string>
 
@@ -31,9 +31,9 @@ void attackPublisher(Bytes& input)
     options.format = SampleFormat::parse(QStringLiteral("ci16"));
     options.sampleRate = 1e6;
     const auto endpoint = QString::fromStdString(publisher.get(zmq::sockopt::last_endpoint));
-    const Recording recording = Recording::open("zmq" + endpoint.mid(3), options);
-    require(recording.source != nullptr, "a signal");
-    SignalSource& source = *recording.source;
+    const auto recording = RecordingOpener::open("zmq" + endpoint.mid(3), options);
+    require(recording.has_value(), "a signal");
+    SignalSource& source = *recording->source;
     zmq::message_t subscription;
     require(publisher.recv(subscription).has_value(), "a listener");
     std::string samples;

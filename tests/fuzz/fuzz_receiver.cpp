@@ -142,8 +142,7 @@ void attackReceiver(Bytes& input)
     const ReceiverSettings settings = anySettings(input, signal.sampleRate);
     ReceiverSettings used = settings;
     used.symbolRate = settings.symbolRate ? settings.symbolRate : signal.symbolRate;
-    const bool isReceived =
-        settings.isOn && !signal.firstSymbol && used.flaw(signal.sampleRate).isEmpty();
+    const bool isReceived = settings.isOn && !signal.firstSymbol && used.check(signal.sampleRate);
     const ChannelChoice channel = anyChannel(input, signal.valueCount);
     const auto width = static_cast<std::size_t>(signal.valueCount);
     Receiving whole{{signal, channel, settings}, isReceived};

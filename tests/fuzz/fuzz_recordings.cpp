@@ -4,7 +4,7 @@
 // inputs that fuzzing kept: ORVANE_FUZZ_INPUTS/NAME/*, each taken for a file NAME, or attacks of
 // NAME.
 #include "Attack.h"
-#include "workbench/sources/Recording.h"
+#include "workbench/sources/RecordingOpener.h"
 
 #include <QDirIterator>
 #include <QHash>
@@ -68,10 +68,11 @@ void readBack(const char* name, const QByteArray& content)
         options.format = SampleFormat::parse(QString::fromLatin1(
             formats[content.isEmpty() ? 0 : static_cast<unsigned char>(content[0]) % 10]));
     write("a.sigmf-data", QByteArray(96, '\x40'));
-    const Recording recording = Recording::open(write(name, content), options);
-    require(recording.why.isEmpty() == (recording.source != nullptr), "a signal or a reason");
-    if (recording.source)
-        use(*recording.source);
+    const auto recording = RecordingOpener::open(write(name, content), options);
+    require(recording ? recording->source != nullptr : !recording.error().sentence.isEmpty(),
+            "a signal or a reason");
+    if (recording)
+        use(*recording->source);
 }
 
 } // namespace

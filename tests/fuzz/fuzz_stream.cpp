@@ -1,7 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 // Reads pipes into which anything is written in pieces, and radios that say and do anything.
 #include "Attack.h"
-#include "workbench/sources/Recording.h"
+#include "workbench/sources/RecordingOpener.h"
 #include "workbench/sources/StreamSource.h"
 
 #include <SoapySDR/Device.hpp>
@@ -139,12 +139,13 @@ void readRadio(Bytes& input)
     Recording::Options options;
     if (input.flag())
         options.sampleRate = 1e6;
-    const Recording recording = Recording::open(address, options);
-    require(recording.why.isEmpty() == (recording.source != nullptr), "a signal or a reason");
+    const auto recording = RecordingOpener::open(address, options);
+    require(recording ? recording->source != nullptr : !recording.error().sentence.isEmpty(),
+            "a signal or a reason");
     std::vector<double> all;
-    for (int k = 0; recording.source && k < mostReads && !input.isEmpty(); ++k) {
-        if (!recording.source->hasEnded())
-            readOnce(*recording.source, input.take<std::uint16_t>(), all);
+    for (int k = 0; recording && k < mostReads && !input.isEmpty(); ++k) {
+        if (!recording->source->hasEnded())
+            readOnce(*recording->source, input.take<std::uint16_t>(), all);
     }
 }
 

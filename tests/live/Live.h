@@ -1,20 +1,20 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "workbench/sources/Recording.h"
+#include "workbench/sources/RecordingOpener.h"
 
 #include <gmock/gmock.h>
 
 #include <chrono>
 #include <functional>
 
-inline Recording openLive(const QString& address, const char* format, double sampleRate)
+inline Result<Recording> openLive(const QString& address, const char* format, double sampleRate)
 {
     Recording::Options options;
     options.format = SampleFormat::parse(format);
     if (sampleRate > 0.0)
         options.sampleRate = sampleRate;
-    return Recording::open(address, options);
+    return RecordingOpener::open(address, options);
 }
 
 struct Live : testing::Test

@@ -68,7 +68,7 @@ TEST_F(Soapy, PlaysUntilItFailsAndCountsWhatIsLost)
 {
     for (const int failure : {SOAPY_SDR_STREAM_ERROR, throws}) {
         results = {3, SOAPY_SDR_OVERFLOW, SOAPY_SDR_TIMEOUT, 0, SOAPY_SDR_CORRUPTION, 2, failure};
-        source = openLive("soapy://driver=orvanetest, rate=2e6,channel=1", "", 0.0).source;
+        source = openLive("soapy://driver=orvanetest, rate=2e6,channel=1", "", 0.0).value().source;
         EXPECT_EQ(source->sampleRate(), 2e6);
         all.clear();
         readUntil([&] { return source->hasEnded(); });
@@ -90,9 +90,9 @@ TEST_F(Soapy, ThatCannotBeOpenedSaysWhatThereIs)
         {"driver=orvanetest,rate=1e9", "too fast"},
     };
     for (const auto& [entries, text] : rows) {
-        const Recording recording = openLive(QStringLiteral("soapy://") + entries, "", 0.0);
-        EXPECT_FALSE(recording.source) << entries;
-        EXPECT_THAT(recording.why.toStdString(), testing::HasSubstr(text)) << entries;
+        const auto recording = openLive(QStringLiteral("soapy://") + entries, "", 0.0);
+        ASSERT_FALSE(recording) << entries;
+        EXPECT_THAT(recording.error().sentence.toStdString(), testing::HasSubstr(text)) << entries;
     }
     EXPECT_EQ(openCount, 0);
 }

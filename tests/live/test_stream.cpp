@@ -1,5 +1,6 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "Live.h"
+#include "workbench/player/Hints.h"
 #include "workbench/sources/StreamSource.h"
 
 #include <fcntl.h>
@@ -68,9 +69,9 @@ TEST(LiveAddresses, ThatCannotBeOpenedSayWhatToDo)
         {"udp://127.0.0.1:5555", "cf32", 1e6, "give zmq://HOST:PORT"},
     };
     for (const auto& [address, format, sampleRate, advice] : rows) {
-        const Recording recording = openLive(address, format, sampleRate);
-        EXPECT_FALSE(recording.source) << address;
-        EXPECT_THAT(recording.why.toStdString(), testing::HasSubstr(advice)) << address;
+        const auto recording = openLive(address, format, sampleRate);
+        ASSERT_FALSE(recording) << address;
+        EXPECT_THAT(Hints::text(recording.error()).toStdString(), testing::HasSubstr(advice));
     }
 }
 

@@ -46,8 +46,9 @@ protected:
     void listen(const char* format)
     {
         endpoint = peer->endpoint();
-        source =
-            openLive(QString::fromStdString(endpoint).replace("tcp", "zmq"), format, 1000.0).source;
+        source = openLive(QString::fromStdString(endpoint).replace("tcp", "zmq"), format, 1000.0)
+                     .value()
+                     .source;
     }
     /// The old one goes first.
     void publishAnew()

@@ -328,7 +328,7 @@ TEST(ReceiverSettings, TellsWhatCannotBeReceived)
     const auto flawOf = [](auto member, double value) {
         Settings settings = Sending{Mod::Qpsk}.settings();
         settings.*member = value;
-        return !settings.flaw(sampleRate).isEmpty();
+        return !settings.check(sampleRate);
     };
     for (const double value : {noNumber, infinity, -infinity, -1e300, 1e300})
         EXPECT_TRUE(flawOf(&Settings::shift, value)) << value;

@@ -4,7 +4,7 @@
 // must be level after the first two minutes (or the first third), and nothing else may be left.
 #include "World.h"
 #include "platform/values/Persistant.h"
-#include "workbench/sources/Recording.h"
+#include "workbench/sources/RecordingOpener.h"
 #include "workbench/window/MainWindow.h"
 #include "workbench/window/SchemeChoice.h"
 
@@ -123,9 +123,12 @@ void playARecording(const QString& file)
     window.show();
     Recording::Options options;
     options.sampleRate = 48000.0;
-    QString why;
-    if (!window.player().open(Recording::open(file, options), ChannelChoice(), std::nullopt, why))
-        std::fprintf(stderr, "%s\n", qPrintable(why));
+    const auto opened =
+        RecordingOpener::open(file, options).and_then([&window](Recording&& recording) {
+            return window.player().open(std::move(recording), ChannelChoice(), std::nullopt);
+        });
+    if (!opened)
+        std::fprintf(stderr, "%s\n", qPrintable(opened.error().sentence));
     window.feed().transport().play();
     QTest::qWait(300);
     window.close();

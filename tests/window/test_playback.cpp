@@ -143,8 +143,7 @@ TEST_F(Playback, VeilsALiveSignalThatStandsStillAndPausesWhereItEnds)
     Recording recording;
     recording.source =
         std::make_unique<StreamSource>("pipe", ends[0], *SampleFormat::parse("u8"), 8000.0);
-    QString why;
-    ASSERT_TRUE(window->player().open(std::move(recording), 0, std::nullopt, why));
+    ASSERT_TRUE(window->player().open(std::move(recording), 0, std::nullopt));
     window->feed().transport().play();
     const std::vector<char> samples(4000);
     EXPECT_EQ(write(ends[1], samples.data(), samples.size()), 4000);

@@ -1,8 +1,9 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/player/Hints.h"
 #include "workbench/sources/ModulationSource.h"
-#include "workbench/sources/Recording.h"
+#include "workbench/sources/RecordingOpener.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -94,11 +95,13 @@ struct Recordings : testing::Test, TestFolder
 {
     std::unique_ptr<SignalSource> open(const QString& name, const Recording::Options& options = {})
     {
-        Recording recording = Recording::open(name, options);
-        why = recording.why;
-        notices = recording.notices;
-        details = recording.details;
-        return std::move(recording.source);
+        auto recording = RecordingOpener::open(name, options);
+        why = recording ? QString() : Hints::text(recording.error());
+        if (!recording)
+            return nullptr;
+        notices = Hints::texts(recording->notices);
+        details = recording->details;
+        return std::move(recording->source);
     }
     QString why;
     QStringList notices;

@@ -1,9 +1,11 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/app/MeasureCommand.h"
 
+#include "workbench/player/Hints.h"
 #include "workbench/receiver/Receiver.h"
 #include "workbench/receiver/SymbolRateEstimate.h"
 #include "workbench/sources/LiveAddress.h"
+#include "workbench/sources/RecordingOpener.h"
 
 #include <QJsonDocument>
 
@@ -74,15 +76,17 @@ bool MeasureCommand::run(const std::function<void(const QString&)>& say) const
 {
     bool areAll = true;
     for (const QString& file : m_options.files) {
-        QString why;
+        Result<void> measured;
         try {
-            why = measure(file, say);
+            measured = measure(file, say);
         } catch (const std::bad_alloc&) {
-            why = tr("there is not enough memory to measure it; give --start and --seconds");
+            measured =
+                failure(tr("there is not enough memory to measure it; give --start and --seconds"));
         }
-        if (!why.isEmpty())
-            say(QStringLiteral("%1: %2").arg(LiveAddress::title(file), why));
-        areAll = areAll && why.isEmpty();
+        if (!measured)
+            say(QStringLiteral("%1: %2").arg(LiveAddress::title(file),
+                                             Hints::text(measured.error())));
+        areAll = areAll && measured;
     }
     return areAll;
 }
@@ -110,41 +114,39 @@ void MeasureCommand::findSymbolRate(SignalSource& source, Measurement::Setup& se
     }
 }
 
-/// @return why it could not be measured, one sentence; empty when it was.
-QString MeasureCommand::measure(const QString& file,
-                                const std::function<void(const QString&)>& say) const
+Result<void> MeasureCommand::measure(const QString& file,
+                                     const std::function<void(const QString&)>& say) const
 {
     if (LiveAddress::isLive(file))
-        return tr("a live signal has no end to be measured to; record it first");
-    const Recording recording = Recording::open(file, m_options.recording);
-    for (const QString& notice : recording.notices)
+        return failure(tr("a live signal has no end to be measured to; record it first"));
+    const auto recording = RecordingOpener::open(file, m_options.recording);
+    if (!recording)
+        return tl::unexpected(recording.error());
+    QStringList notes = Hints::texts(recording->notices);
+    for (const QString& notice : notes)
         say(QStringLiteral("%1: %2").arg(LiveAddress::title(file), notice));
-    if (!recording.source)
-        return recording.why;
-    SignalSource& source = *recording.source;
+    SignalSource& source = *recording->source;
     if (m_options.channel.last() >= source.valueCount())
-        return tr("there is no channel %1; the recording has %2")
-            .arg(m_options.channel.last() + 1)
-            .arg(source.valueCount());
+        return failure(tr("there is no channel %1; the recording has %2")
+                           .arg(m_options.channel.last() + 1)
+                           .arg(source.valueCount()));
 
     Measurement::Setup setup;
-    QStringList notes = recording.notices;
     findSymbolRate(source, setup, notes);
     ReceiverSettings settings = m_options.receiver;
     if (settings.characterBits && !setup.symbolRate)
-        return tr("characters cannot be found without the symbol rate; give it with --symbol-rate");
+        return failure(
+            tr("characters cannot be found without the symbol rate; give it with --symbol-rate"));
     settings.symbolRate = setup.symbolRate;
-    if (settings.isOn) {
-        if (const QString flaw = settings.flaw(source.sampleRate()); !flaw.isEmpty())
-            return flaw;
-    }
+    if (const auto checked = settings.check(source.sampleRate()); !checked)
+        return checked;
     Range range;
     range.from = m_options.start.value_or(0.0);
     if (m_options.hasSeconds)
         range.to = range.from + m_options.seconds;
     const auto length = source.sampleCount();
     if (length && range.from >= static_cast<double>(*length) / source.sampleRate())
-        return tr("it has ended before %1 s; start earlier").arg(range.from);
+        return failure(tr("it has ended before %1 s; start earlier").arg(range.from));
 
     Receiver receiver(Receiver::Input::of(source), m_options.channel, settings);
     setup.format = receiver.format();
@@ -157,9 +159,9 @@ QString MeasureCommand::measure(const QString& file,
     bool isWhole = true;
     const auto blocks = received(source, receiver, range, margin, isWhole);
     if (source.hasFailed())
-        return source.trouble();
+        return failure(source.trouble());
     if (blocks.empty())
-        return tr("there are no samples to be measured; give another range");
+        return failure(tr("there are no samples to be measured; give another range"));
     Measurement measurement = Measurement::of(blocks, range.from, range.to, setup);
     measurement.notes = notes + measurement.notes;
     if (!isWhole)
@@ -170,5 +172,5 @@ QString MeasureCommand::measure(const QString& file,
     json.insert(QStringLiteral("input"), file);
     std::printf("%s\n", QJsonDocument(json).toJson(QJsonDocument::Compact).constData());
     std::fflush(stdout);
-    return QString();
+    return {};
 }

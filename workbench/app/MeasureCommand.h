@@ -21,7 +21,7 @@ public:
 
 private:
     void findSymbolRate(SignalSource& source, Measurement::Setup& setup, QStringList& notes) const;
-    QString measure(const QString& file, const std::function<void(const QString&)>& say) const;
+    Result<void> measure(const QString& file, const std::function<void(const QString&)>& say) const;
 
     const Options& m_options;
 };

@@ -26,51 +26,48 @@ void play(MainWindow& window, double seconds)
     window.measure();
 }
 
-QByteArray png(QWidget& widget, QString& why)
+Result<QByteArray> png(QWidget& widget)
 {
     const QByteArray result = ViewExport::png(widget.grab().toImage());
     if (result.isEmpty())
-        why = ViewExport::unmade(widget.size());
+        return tl::unexpected(ViewExport::unmade(widget.size()));
     return result;
 }
 
 } // namespace
 
-Snapshot::Result Snapshot::take(MainWindow& window, double seconds, const QString& folder,
-                                const std::vector<ViewExport::Format>& formats)
+Result<Snapshot::Taken> Snapshot::take(MainWindow& window, double seconds, const QString& folder,
+                                       const std::vector<ViewExport::Format>& formats)
 {
-    Result result;
-    if (!QDir().mkpath(folder)) {
-        result.error = tr("%1: cannot create the folder; choose another place").arg(folder);
-        return result;
-    }
+    if (!QDir().mkpath(folder))
+        return failure(tr("%1: cannot create the folder; choose another place").arg(folder));
     window.setAttribute(Qt::WA_DontShowOnScreen);
     window.panes().showAll();
     window.show();
     play(window, seconds);
-    if (window.feed().hasFailed()) {
-        result.error = window.feed().trouble();
-        return result;
-    }
-    if (!window.feed().hasPlayed()) {
-        result.error = tr("no samples came, so there is nothing to show; check who sends them");
-        return result;
-    }
+    if (window.feed().hasFailed())
+        return failure(window.feed().trouble());
+    if (!window.feed().hasPlayed())
+        return failure(tr("no samples came, so there is nothing to show; check who sends them"));
     QCoreApplication::processEvents();
     window.grab(); // the first picture of an eye sets its axis
     QCoreApplication::processEvents();
 
-    const Contents made = contents(window, formats, result);
-    if (result.error.isEmpty() && made.empty())
-        result.error = tr("%1; play more seconds, or another channel").arg(result.notice);
-    if (result.error.isEmpty())
-        result.files = write(made, folder, result.error);
-    return result;
+    Taken taken;
+    const auto made = contents(window, formats, taken.notice);
+    if (!made)
+        return tl::unexpected(made.error());
+    if (made->empty())
+        return failure(tr("%1; play more seconds, or another channel").arg(taken.notice));
+    return write(*made, folder).map([&taken](const QStringList& files) {
+        taken.files = files;
+        return taken;
+    });
 }
 
-Snapshot::Contents Snapshot::contents(MainWindow& window,
-                                      const std::vector<ViewExport::Format>& formats,
-                                      Result& result)
+Result<Snapshot::Contents> Snapshot::contents(MainWindow& window,
+                                              const std::vector<ViewExport::Format>& formats,
+                                              QString& notice)
 {
     Contents contents;
     QStringList without;
@@ -79,42 +76,37 @@ Snapshot::Contents Snapshot::contents(MainWindow& window,
         const QString ending = ViewExport::endings()[static_cast<int>(format)];
         for (std::size_t k = 0; k < panes.size(); ++k) {
             const QString name = QString::fromLatin1(panes[k].name) + QLatin1Char('.') + ending;
-            QString why;
             const GLLayout& view = *panes[k].view;
-            const QByteArray content =
-                window.exporter().content(k, format, view.size(), view.devicePixelRatioF(), why);
-            if (!panes[k].view->isValid()) {
-                result.error = tr("OpenGL: no context can be created; check the graphics driver");
-                return {};
-            }
-            if (why == ViewExport::noData()) {
+            const auto content =
+                window.exporter().content(k, format, view.size(), view.devicePixelRatioF());
+            if (!panes[k].view->isValid())
+                return failure(tr("OpenGL: no context can be created; check the graphics driver"));
+            if (content)
+                contents.emplace_back(name, *content);
+            else if (content.error() == ViewExport::noData())
                 without += name;
-            } else if (!why.isEmpty()) {
-                result.error = name + QStringLiteral(": ") + why;
-                return {};
-            } else {
-                contents.emplace_back(name, content);
-            }
+            else
+                return failure(name + QStringLiteral(": ") + content.error().sentence);
         }
         if (format != ViewExport::Format::Png)
             continue;
-        contents.emplace_back(QStringLiteral("workbench.png"), png(window, result.error));
-        if (!result.error.isEmpty())
-            return {};
+        const auto whole = png(window);
+        if (!whole)
+            return tl::unexpected(whole.error());
+        contents.emplace_back(QStringLiteral("workbench.png"), *whole);
     }
     if (!without.isEmpty())
-        result.notice =
+        notice =
             tr("%1: left out, there are no data to write").arg(without.join(QLatin1String(", ")));
     return contents;
 }
 
-QStringList Snapshot::write(const Contents& contents, const QString& folder, QString& error)
+Result<QStringList> Snapshot::write(const Contents& contents, const QString& folder)
 {
     std::vector<std::unique_ptr<QSaveFile>> files;
-    const auto refuse = [&error](const QSaveFile& file) {
-        error = tr("%1: cannot be written (%2); choose another folder")
-                    .arg(file.fileName(), file.errorString());
-        return QStringList();
+    const auto refuse = [](const QSaveFile& file) {
+        return failure(tr("%1: cannot be written (%2); choose another folder")
+                           .arg(file.fileName(), file.errorString()));
     };
     for (const auto& [name, content] : contents) {
         files.push_back(std::make_unique<QSaveFile>(QDir(folder).filePath(name)));

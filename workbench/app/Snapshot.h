@@ -16,25 +16,24 @@ class Snapshot
 {
     Q_DECLARE_TR_FUNCTIONS(Snapshot)
 public:
-    struct Result
+    struct Taken
     {
-        QStringList files; ///< Paths; none on an error.
+        QStringList files; ///< Paths.
         QString notice;    ///< "what: why" of the views that have no data to write; empty for none.
-        QString error;     ///< "what: why" when the pictures cannot be made.
     };
     /// Plays the window's signal and writes time, eye and iq in each format into a folder, which is
     /// created where it is missing; of PNG also workbench.png. All files are written whole or none;
     /// only tables of views without data are left out.
     /// @param seconds  of signal, played as fast as possible; up to the signal's end.
-    static Result take(MainWindow& window, double seconds, const QString& folder,
-                       const std::vector<ViewExport::Format>& formats);
+    static Result<Taken> take(MainWindow& window, double seconds, const QString& folder,
+                              const std::vector<ViewExport::Format>& formats);
 
     using Contents = std::vector<std::pair<QString, QByteArray>>; ///< by name of the file
     /// Writes files into a folder, each of them whole or not at all.
-    /// @return their paths; none where one cannot be written, with "what: why" in error.
-    static QStringList write(const Contents& contents, const QString& folder, QString& error);
+    /// @return their paths.
+    static Result<QStringList> write(const Contents& contents, const QString& folder);
 
 private:
-    static Contents contents(MainWindow& window, const std::vector<ViewExport::Format>& formats,
-                             Result& result);
+    static Result<Contents>
+    contents(MainWindow& window, const std::vector<ViewExport::Format>& formats, QString& notice);
 };

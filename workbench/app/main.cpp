@@ -5,10 +5,12 @@
 #include "workbench/app/Options.h"
 #include "workbench/app/OrderlyExit.h"
 #include "workbench/app/Snapshot.h"
+#include "workbench/player/Hints.h"
 #include "workbench/receiver/SymbolRateEstimate.h"
 #include "workbench/sources/LiveAddress.h"
 #include "workbench/sources/PlainText.h"
 #include "workbench/sources/QuietLibraries.h"
+#include "workbench/sources/RecordingOpener.h"
 #include "workbench/window/Appearance.h"
 #include "workbench/window/MainWindow.h"
 #include "workbench/window/SchemeChoice.h"
@@ -72,11 +74,13 @@ QString about(const Options& options, const QString& text)
 }
 
 /// Opens the recording and says what is amiss with it.
-Recording open(const Options& options)
+Result<Recording> open(const Options& options)
 {
-    Recording recording = Recording::open(options.file, options.recording);
-    for (const QString& notice : recording.notices)
-        say(about(options, notice));
+    auto recording = RecordingOpener::open(options.file, options.recording);
+    if (recording) {
+        for (const QString& notice : Hints::texts(recording->notices))
+            say(about(options, notice));
+    }
     return recording;
 }
 
@@ -105,21 +109,21 @@ std::optional<SymbolRateEstimate> estimated(const Recording& recording, const Op
 /// Opens the recording in the window. @return exit code where it cannot be shown.
 std::optional<int> openRecording(MainWindow& window, const Options& options)
 {
-    const auto refuse = [&options](int code, const QString& why) {
-        return std::optional<int>(fail(code, about(options, why)));
+    const auto refuse = [&options](int code, const Message& why) {
+        return std::optional<int>(fail(code, about(options, Hints::text(why))));
     };
     if (options.receiver.isOn || options.receiver.characterBits)
         window.feed().setReceiver(options.receiver);
-    Recording recording = open(options);
-    if (!recording.source)
-        return refuse(exitFailed, recording.why);
-    if (options.lacksSymbolRate(recording.source->symbolRate()))
+    auto recording = open(options);
+    if (!recording)
+        return refuse(exitFailed, recording.error());
+    if (options.lacksSymbolRate(recording->source->symbolRate()))
         return refuse(exitWrongUsage,
                       Options::tr("--%1 needs the symbol rate; give --symbol-rate, too")
                           .arg(options.receiver.modulation ? QStringLiteral("modulation")
                                                            : QStringLiteral("characters")));
     std::optional<double> symbolRate = options.symbolRate;
-    const auto estimate = estimated(recording, options);
+    const auto estimate = estimated(*recording, options);
     const bool isFound = estimate && estimate->isToBeTaken(options.isSymbolRateAuto);
     if (isFound)
         symbolRate = estimate->symbolRate;
@@ -129,17 +133,18 @@ std::optional<int> openRecording(MainWindow& window, const Options& options)
     } else if (estimate && options.isSymbolRateAuto) { // what is there is shown all the same
         say(about(options, estimate->sentence()));
     }
-    QString why;
-    if (!window.player().open(std::move(recording), options.channel, symbolRate, why))
-        return refuse(exitFailed, why);
+    if (const auto opened =
+            window.player().open(std::move(*recording), options.channel, symbolRate);
+        !opened)
+        return refuse(exitFailed, opened.error());
     if (isFound)
         window.player().setConfidence(estimate->confidence);
     const auto length = window.feed().transport().length();
     if (options.start && length && *options.start >= *length)
         return refuse(exitFailed,
                       Options::tr("it has ended before %1 s; start earlier").arg(*options.start));
-    if (const QString flaw = window.feed().receiverFlaw(); !flaw.isEmpty())
-        return refuse(exitFailed, flaw);
+    if (const auto receiver = window.feed().checkReceiver(); !receiver)
+        return refuse(exitFailed, receiver.error());
     if (options.snapshotFolder.isEmpty())
         window.remember(options.file);
     const QString notice = window.player().eyeNotice();
@@ -209,30 +214,31 @@ int run(MainWindow& window, const Options& options)
         const OrderlyExit exit(window);
         return QApplication::exec();
     }
-    const Snapshot::Result taken =
+    const auto taken =
         Snapshot::take(window, options.seconds, options.snapshotFolder, options.formats);
-    if (taken.files.isEmpty())
-        return fail(exitFailed,
-                    window.feed().hasFailed() ? about(options, taken.error) : taken.error);
+    if (!taken) {
+        const QString& why = taken.error().sentence;
+        return fail(exitFailed, window.feed().hasFailed() ? about(options, why) : why);
+    }
     if (const QString trouble = window.feed().trouble();
         !trouble.isEmpty() && !window.feed().source().isLive)
         say(about(options, trouble));
-    for (const QString& file : taken.files)
+    for (const QString& file : taken->files)
         std::printf("%s\n", qPrintable(file));
-    if (!taken.notice.isEmpty())
-        say(taken.notice);
+    if (!taken->notice.isEmpty())
+        say(taken->notice);
     return 0;
 }
 
 /// Prints what is known of a recording.
 int inform(const Options& options)
 {
-    const Recording recording = open(options);
-    if (!recording.source)
-        return fail(exitFailed, about(options, recording.why));
-    for (const QString& line : Recording::describe(*recording.source) + recording.details)
+    const auto recording = open(options);
+    if (!recording)
+        return fail(exitFailed, about(options, Hints::text(recording.error())));
+    for (const QString& line : Recording::describe(*recording->source) + recording->details)
         std::printf("%s\n", qPrintable(line));
-    if (const auto estimate = estimated(recording, options))
+    if (const auto estimate = estimated(*recording, options))
         std::printf("%s\n", qPrintable(estimate->sentence()));
     return 0;
 }

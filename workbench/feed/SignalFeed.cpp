@@ -70,7 +70,7 @@ std::optional<double> SignalFeed::symbolRate() const
 ReceiverSettings SignalFeed::usedReceiver() const
 {
     ReceiverSettings settings;
-    if (m_receiver.isOn && !m_source.firstSymbol && receiverFlaw().isEmpty()) {
+    if (m_receiver.isOn && !m_source.firstSymbol && checkReceiver()) {
         settings = m_receiver;
         settings.symbolRate = symbolRate();
     } else {
@@ -80,13 +80,13 @@ ReceiverSettings SignalFeed::usedReceiver() const
     return settings;
 }
 
-QString SignalFeed::receiverFlaw() const
+Result<void> SignalFeed::checkReceiver() const
 {
     if (m_source.firstSymbol)
-        return QString();
+        return {};
     ReceiverSettings settings = m_receiver;
     settings.symbolRate = symbolRate();
-    return settings.flaw(m_source.sampleRate);
+    return settings.check(m_source.sampleRate);
 }
 
 /// Receives anew, and plays on where it was.

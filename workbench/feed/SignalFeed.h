@@ -54,8 +54,8 @@ public:
     /// nor are any with one whose symbols' clock is known.
     void setReceiver(const ReceiverSettings& settings);
     const ReceiverSettings& receiver() const { return m_receiver; }
-    /// Why the receiver cannot be used with the source: one sentence; empty when it can.
-    QString receiverFlaw() const;
+    /// Whether the receiver can be used with the source.
+    Result<void> checkReceiver() const;
     /// How its stages did while the samples that are shown came through: the newest report of
     /// each, or the newest of one that was locked.
     std::vector<StageReport> reports() const;

@@ -24,7 +24,7 @@ Receiver::Receiver(const Input& input, const ChannelChoice& channel,
     if (used.isOn && !used.symbolRate)
         used.symbolRate = input.symbolRate;
     // A source that knows its symbols needs no receiver.
-    if (used.isOn && !input.firstSymbol && used.flaw(input.sampleRate).isEmpty())
+    if (used.isOn && !input.firstSymbol && used.check(input.sampleRate))
         m_path = std::make_unique<ReceivedPath>(input, channel, used);
     else
         m_path = std::make_unique<PlainPath>(input, channel, settings);

@@ -49,37 +49,39 @@ std::optional<ReceiverSettings::Filter> ReceiverSettings::filterOf(const QString
     return index < 0 ? std::nullopt : std::optional(static_cast<Filter>(index));
 }
 
-QString ReceiverSettings::flaw(double sampleRate) const
+Result<void> ReceiverSettings::check(double sampleRate) const
 {
     if (!isOn)
-        return QString();
+        return {};
     if (!(std::abs(shift) <= sampleRate))
-        return tr("a shift of %1 Hz is more than the sample rate; give a smaller one").arg(shift);
+        return failure(
+            tr("a shift of %1 Hz is more than the sample rate; give a smaller one").arg(shift));
     if (bandwidth && !(*bandwidth >= minChannel * sampleRate && *bandwidth < sampleRate))
-        return tr("a channel of %1 Hz cannot be had; give a bandwidth of %2 to less than %3 Hz")
-            .arg(*bandwidth)
-            .arg(minChannel * sampleRate)
-            .arg(sampleRate);
+        return failure(
+            tr("a channel of %1 Hz cannot be had; give a bandwidth of %2 to less than %3 Hz")
+                .arg(*bandwidth)
+                .arg(minChannel * sampleRate)
+                .arg(sampleRate));
     if (squelch && !(*squelch >= minSquelch && *squelch <= maxSquelch))
-        return tr("a squelch of %1 dB cannot be had; give %2 to %3")
-            .arg(*squelch)
-            .arg(minSquelch)
-            .arg(maxSquelch);
+        return failure(tr("a squelch of %1 dB cannot be had; give %2 to %3")
+                           .arg(*squelch)
+                           .arg(minSquelch)
+                           .arg(maxSquelch));
     if (rollOff && !(*rollOff >= minRollOff && *rollOff <= maxRollOff))
-        return tr("a roll-off of %1 cannot be had; give %2 to %3")
-            .arg(*rollOff)
-            .arg(minRollOff)
-            .arg(maxRollOff);
+        return failure(tr("a roll-off of %1 cannot be had; give %2 to %3")
+                           .arg(*rollOff)
+                           .arg(minRollOff)
+                           .arg(maxRollOff));
     const bool isOneEach = symbolRate && std::abs(*symbolRate / sampleRate - 1.0) < 1e-9;
     if (symbolRate && !isOneEach &&
         !(sampleRate / *symbolRate >= minSamplesPerSymbol &&
           sampleRate / *symbolRate <= maxSamplesPerSymbol))
-        return tr("a receiver takes %1 to %2 samples of a symbol, which a symbol rate of %3 Bd "
-                  "does not give; give another one")
-            .arg(minSamplesPerSymbol)
-            .arg(maxSamplesPerSymbol)
-            .arg(*symbolRate);
-    return QString();
+        return failure(tr("a receiver takes %1 to %2 samples of a symbol, which a symbol rate of "
+                          "%3 Bd does not give; give another one")
+                           .arg(minSamplesPerSymbol)
+                           .arg(maxSamplesPerSymbol)
+                           .arg(*symbolRate));
+    return {};
 }
 
 bool ReceiverSettings::operator==(const ReceiverSettings& other) const

@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/sources/Result.h"
+
 #include <QCoreApplication>
 #include <QStringList>
 
@@ -49,8 +51,8 @@ public:
         return filter || !rollOff ? filter : std::optional(Filter::RootRaisedCosine);
     }
 
-    /// Why a signal cannot be received so: one sentence; empty when it can.
-    QString flaw(double sampleRate) const;
+    /// Whether a signal of a sample rate, Hz, can be received so; where it is off, any can.
+    Result<void> check(double sampleRate) const;
     bool operator==(const ReceiverSettings& other) const;
     bool operator!=(const ReceiverSettings& other) const { return !(*this == other); }
 

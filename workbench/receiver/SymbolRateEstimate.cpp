@@ -127,7 +127,7 @@ public:
     {
         ReceiverSettings used = settings;
         used.symbolRate.reset();
-        m_isOn = used.isOn && used.flaw(source.sampleRate()).isEmpty();
+        m_isOn = used.isOn && used.check(source.sampleRate()).has_value();
         if (!m_isOn)
             return;
         m_front.configure(used, source.sampleRate(), source.valueCount(), m_isComplex, channel);

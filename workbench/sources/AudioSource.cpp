@@ -16,47 +16,50 @@ constexpr std::size_t maxBlockValueCount = 1 << 20;
 
 } // namespace
 
-void AudioSource::open(Recording& recording, const QString& fileName,
-                       std::optional<double> sampleRate)
+Result<Recording> AudioSource::open(const QString& fileName, std::optional<double> sampleRate)
 {
     auto file = std::make_unique<AudioFile>(fileName);
-    recording.why = flaw(*file);
-    if (!recording.why.isEmpty())
-        return;
-    const QString lost = loss(*file);
-    recording.why = flaw(*file);
-    if (!recording.why.isEmpty())
-        return;
+    QString lost;
+    const auto checked = check(*file).and_then([&] {
+        lost = loss(*file);
+        return check(*file);
+    });
+    if (!checked)
+        return tl::unexpected(checked.error());
+    Recording recording;
     if (!lost.isEmpty())
         recording.notices += lost;
     recording.source.reset(new AudioSource(std::move(file), sampleRate, lost.isEmpty()));
+    return recording;
 }
 
-/// What is wrong with a file that was opened; empty when nothing is.
-QString AudioSource::flaw(const AudioFile& file)
+/// Whether a file could be opened, and read so far.
+Result<void> AudioSource::check(const AudioFile& file)
 {
     if (!file.error().isEmpty())
-        return tr("cannot be read (%1)").arg(file.error());
+        return failure(tr("cannot be read (%1)").arg(file.error()));
     static const QRegularExpression rate(QStringLiteral("sample rate *: *(-?[0-9.]+)"),
                                          QRegularExpression::CaseInsensitiveOption);
     const QRegularExpressionMatch header = rate.match(file.log());
     if (!file.isOpen() && header.hasMatch() && header.captured(1).toDouble() <= 0.0)
-        return tr("its header says that the sample rate is %1 Hz, not above 0; mend the header, or "
-                  "read the samples alone by --format")
-            .arg(header.captured(1));
+        return failure(tr("its header says that the sample rate is %1 Hz, not above 0; mend the "
+                          "header")
+                           .arg(header.captured(1)),
+                       Hint::SamplesAlone);
     if (!file.isOpen()) {
         QString reason = QString::fromLocal8Bit(sf_strerror(nullptr)).simplified();
         while (reason.endsWith(QLatin1Char('.')))
             reason.chop(1);
         if (sf_error(nullptr) == SF_ERR_UNRECOGNISED_FORMAT)
             reason = tr("damaged, or of an unknown format");
-        return tr("not a recording that can be read (%1); choose a SigMF, WAV, FLAC, AIFF, CSV or "
-                  "other signal file, or give --format where it is raw samples")
-            .arg(reason);
+        return failure(tr("not a recording that can be read (%1); choose a SigMF, WAV, FLAC, AIFF, "
+                          "CSV or other signal file")
+                           .arg(reason),
+                       Hint::RawFormat);
     }
     if (file.info().frames <= 0)
-        return tr("the recording holds no samples; choose another one");
-    return QString();
+        return failure(tr("the recording holds no samples; choose another one"));
+    return {};
 }
 
 /// What a file has lost that was opened; empty where nothing is known to be missing.

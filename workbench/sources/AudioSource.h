@@ -12,10 +12,8 @@ class AudioSource : public SignalSource
 {
     Q_DECLARE_TR_FUNCTIONS(AudioSource)
 public:
-    /// Opens a file, and says in the recording what came of it.
     /// @param sampleRate  Hz, > 0; overrides the file's.
-    static void open(Recording& recording, const QString& fileName,
-                     std::optional<double> sampleRate);
+    static Result<Recording> open(const QString& fileName, std::optional<double> sampleRate);
     ~AudioSource() override;
 
     QString name() const override { return m_name; }
@@ -30,7 +28,7 @@ public:
     bool seek(std::int64_t position) override;
 
 private:
-    static QString flaw(const class AudioFile& file);
+    static Result<void> check(const class AudioFile& file);
     static QString loss(AudioFile& file);
     AudioSource(std::unique_ptr<AudioFile> file, std::optional<double> sampleRate, bool isWhole);
     void sayEnd();

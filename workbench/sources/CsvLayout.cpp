@@ -86,24 +86,24 @@ struct CsvLayout::Ramp
     double evenPart = 0.0;   // of the steps, about the usual one
 };
 
-CsvLayout CsvLayout::of(const QByteArray& text, bool isWhole, const Recording::Options& options)
+Result<CsvLayout> CsvLayout::of(const QByteArray& text, bool isWhole,
+                                const Recording::Options& options)
 {
     CsvLayout layout;
-    if (text.startsWith("\xff\xfe") || text.startsWith("\xfe\xff")) {
-        layout.why = tr("this is text in UTF-16; save it in UTF-8");
-        return layout;
-    }
+    if (text.startsWith("\xff\xfe") || text.startsWith("\xfe\xff"))
+        return failure(tr("this is text in UTF-16; save it in UTF-8"));
     layout.begin = text.startsWith("\xef\xbb\xbf") ? 3 : 0;
     layout.split(text.mid(static_cast<int>(layout.begin)), isWhole);
     layout.findNumbers();
-    if (layout.m_numeric.empty()) {
-        layout.why = tr("no row of numbers is found; choose a text file with a row for each "
-                        "sample, its cells separated by tabs, semicolons, commas or spaces");
-        return layout;
-    }
+    if (layout.m_numeric.empty())
+        return failure(tr("no row of numbers is found; choose a text file with a row for each "
+                          "sample, its cells separated by tabs, semicolons, commas or spaces"));
     layout.findNames();
-    layout.findTime(options);
-    layout.chooseColumns(options.columns);
+    // A column that is not there is complained of rather than the sample rate.
+    const auto time = layout.findTime(options);
+    const auto columns = layout.chooseColumns(options.columns);
+    if (!columns || !time)
+        return tl::unexpected(columns ? time.error() : columns.error());
     layout.rowCount = static_cast<std::int64_t>(layout.m_rows.size());
     layout.m_rows.clear();
     return layout;
@@ -243,7 +243,7 @@ bool CsvLayout::isClock(std::size_t column, const Ramp& ramp) const
     return isTime(texts) && (ramp.isRising || ramp.risingPart > mostly);
 }
 
-void CsvLayout::findTime(const Recording::Options& options)
+Result<void> CsvLayout::findTime(const Recording::Options& options)
 {
     double seconds = 0.0; // of a row
     for (const std::size_t column : m_numeric) {
@@ -265,11 +265,12 @@ void CsvLayout::findTime(const Recording::Options& options)
     if (!options.sampleRate && seconds > 0.0)
         sampleRate = roundRate(1.0 / seconds);
     if (sampleRate && !Recording::isSampleRate(*sampleRate))
-        why = tr("it says that the sample rate is %1 Hz, not from %2 to %3; give the right one by "
-                 "--sample-rate")
-                  .arg(*sampleRate)
-                  .arg(Recording::minSampleRate)
-                  .arg(Recording::maxSampleRate);
+        return failure(tr("it says that the sample rate is %1 Hz, not from %2 to %3")
+                           .arg(*sampleRate)
+                           .arg(Recording::minSampleRate)
+                           .arg(Recording::maxSampleRate),
+                       Hint::RightSampleRate);
+    return {};
 }
 
 /// The rate that the preamble says, or a name with a number below it; none where there is none.
@@ -313,7 +314,7 @@ QString CsvLayout::title(std::size_t column) const
     return m_units.value(i).isEmpty() ? name : name + QStringLiteral(" (%1)").arg(m_units.value(i));
 }
 
-void CsvLayout::chooseColumns(const QStringList& wanted)
+Result<void> CsvLayout::chooseColumns(const QStringList& wanted)
 {
     if (m_width == CsvRows::maxCellCount)
         notices += tr("its first %1 columns are read").arg(m_width);
@@ -326,11 +327,9 @@ void CsvLayout::chooseColumns(const QStringList& wanted)
         int column = name.toInt(&isNumber) - 1;
         if (!isNumber)
             column = m_names.indexOf(name);
-        if (column < 0 || column >= static_cast<int>(m_width)) {
-            why = tr("there is no column \"%1\"; give a number from 1 to %2 or a name")
-                      .arg(plainText(name), QString::number(m_width));
-            return;
-        }
+        if (column < 0 || column >= static_cast<int>(m_width))
+            return failure(tr("there is no column \"%1\"; give a number from 1 to %2 or a name")
+                               .arg(plainText(name), QString::number(m_width)));
         columns.push_back(static_cast<std::size_t>(column));
     }
     if (columns.size() == 2) {
@@ -344,4 +343,5 @@ void CsvLayout::chooseColumns(const QStringList& wanted)
     for (const std::size_t column : columns)
         titles += title(column);
     details += tr("Columns: %1").arg(plainText(titles.join(QStringLiteral(", ")), maxLineLength));
+    return {};
 }

@@ -13,9 +13,9 @@ struct CsvLayout
 public:
     /// @param text     the file's beginning.
     /// @param isWhole  whether the file ends with it; else its last row may be cut off.
-    static CsvLayout of(const QByteArray& text, bool isWhole, const Recording::Options& options);
+    static Result<CsvLayout> of(const QByteArray& text, bool isWhole,
+                                const Recording::Options& options);
 
-    QString why;            ///< why there is nothing to show; empty when there is something
     QStringList notices;    ///< what is amiss, a sentence each
     QStringList details;    ///< the preamble and the names of the columns, a line each
     std::int64_t begin = 0; ///< of the text in the file, bytes: past a byte order mark
@@ -32,8 +32,8 @@ private:
     void split(const QByteArray& text, bool isWhole);
     void findNumbers();
     void findNames();
-    void findTime(const Recording::Options& options);
-    void chooseColumns(const QStringList& wanted);
+    Result<void> findTime(const Recording::Options& options);
+    Result<void> chooseColumns(const QStringList& wanted);
     bool isNumbers(std::size_t row) const;
     bool isNames(std::size_t row) const;
     Ramp ramp(std::size_t column) const;

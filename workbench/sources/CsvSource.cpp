@@ -27,26 +27,30 @@ bool CsvSource::isCsv(const QString& fileName)
            ending == QLatin1String("txt");
 }
 
-void CsvSource::open(Recording& recording, const QString& fileName,
-                     const Recording::Options& options)
+Result<Recording> CsvSource::open(const QString& fileName, const Recording::Options& options)
 {
     std::unique_ptr<CsvSource> source(new CsvSource(fileName));
-    if (!source->m_file.open(QIODevice::ReadOnly)) {
-        recording.why = tr("cannot be read (%1)").arg(source->m_file.errorString());
-        return;
-    }
-    const QByteArray head = source->m_file.read(headSize);
-    if (source->m_file.error() != QFile::NoError) {
-        recording.why = tr("cannot be read (%1)").arg(source->m_file.errorString());
-        return;
-    }
-    source->m_layout = CsvLayout::of(head, source->m_file.atEnd(), options);
+    QByteArray head;
+    if (source->m_file.open(QIODevice::ReadOnly))
+        head = source->m_file.read(headSize);
+    if (source->m_file.error() != QFile::NoError)
+        return failure(tr("cannot be read (%1)").arg(source->m_file.errorString()));
+    auto layout = CsvLayout::of(head, source->m_file.atEnd(), options);
+    if (!layout)
+        return tl::unexpected(layout.error());
+    source->m_layout = std::move(*layout);
+    return finish(std::move(source), options);
+}
+
+/// Makes a recording of a source whose layout is known.
+Result<Recording> CsvSource::finish(std::unique_ptr<CsvSource> source,
+                                    const Recording::Options& options)
+{
     const CsvLayout& layout = source->m_layout;
-    recording.why = layout.why;
-    recording.notices = layout.notices;
+    Recording recording;
+    for (const QString& notice : layout.notices)
+        recording.notices += notice;
     recording.details = layout.details;
-    if (!layout.why.isEmpty())
-        return;
     source->m_sampleRate = recording.orAssumed(layout.sampleRate);
     source->m_marks = {{-layout.firstRow, layout.begin}};
     source->start(source->m_marks.front());
@@ -54,8 +58,7 @@ void CsvSource::open(Recording& recording, const QString& fileName,
         source->seek(layout.rowCount - layout.firstRow);
         source->seek(0);
     } else if (!source->countRows(options.goOn)) {
-        recording.why = tr("opening was given up");
-        return;
+        return failure(tr("opening was given up"));
     }
     for (const QString& notice : {layout.times.notice(), source->trouble()}) {
         if (!notice.isEmpty() && !recording.notices.contains(notice))
@@ -63,6 +66,7 @@ void CsvSource::open(Recording& recording, const QString& fileName,
     }
     source->m_trouble.say(QString()); // unless it failed
     recording.source = std::move(source);
+    return recording;
 }
 
 /// False when it was given up.

@@ -17,9 +17,7 @@ class CsvSource : public SignalSource
 public:
     /// Whether a file's ending says that it is one.
     static bool isCsv(const QString& fileName);
-    /// Opens a file, and says in the recording what came of it.
-    static void open(Recording& recording, const QString& fileName,
-                     const Recording::Options& options);
+    static Result<Recording> open(const QString& fileName, const Recording::Options& options);
     ~CsvSource() override;
 
     QString name() const override { return m_name; }
@@ -41,6 +39,8 @@ private:
     };
 
     explicit CsvSource(const QString& fileName);
+    static Result<Recording> finish(std::unique_ptr<CsvSource> source,
+                                    const Recording::Options& options);
     void start(const Mark& mark);
     Mark markBefore(std::int64_t sample) const;
     bool countRows(const std::function<bool(double part)>& goOn);

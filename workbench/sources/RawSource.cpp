@@ -13,25 +13,26 @@ constexpr std::int64_t maxBlockValueCount = 1 << 18;
 
 } // namespace
 
-void RawSource::open(Recording& recording, const QString& name, const QString& fileName,
-                     RawLayout layout)
+Result<void> RawSource::open(Recording& recording, const QString& name, const QString& fileName,
+                             RawLayout layout)
 {
     std::unique_ptr<RawSource> source(new RawSource(name, fileName, std::move(layout)));
-    if (!source->m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        recording.why = tr("cannot be read (%1)").arg(source->m_file.errorString());
-    } else if (source->m_count <= 0) {
-        recording.why = tr("the recording holds no whole sample of the format %1; choose another "
-                           "one, or give the right --format")
-                            .arg(source->m_layout.format.name());
-    } else {
-        if (const std::int64_t bytes = source->remainder())
-            recording.notices += tr("it ends within a sample (bytes left out: %1): it was cut "
-                                    "off, or it is not %2")
-                                     .arg(bytes)
-                                     .arg(source->m_layout.format.name());
-        recording.details += tr("Format: %1").arg(source->m_layout.format.name());
-        recording.source = std::move(source);
-    }
+    const QString format = source->m_layout.format.name();
+    if (!source->m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return failure(tr("cannot be read (%1)").arg(source->m_file.errorString()));
+    if (source->m_count <= 0)
+        return failure(tr("the recording holds no whole sample of the format %1; choose another "
+                          "one")
+                           .arg(format),
+                       Hint::Format);
+    if (const std::int64_t bytes = source->remainder())
+        recording.notices += tr("it ends within a sample (bytes left out: %1): it was cut off, or "
+                                "it is not %2")
+                                 .arg(bytes)
+                                 .arg(format);
+    recording.details += tr("Format: %1").arg(format);
+    recording.source = std::move(source);
+    return {};
 }
 
 RawSource::RawSource(const QString& name, const QString& fileName, RawLayout layout)

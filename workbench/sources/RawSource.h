@@ -39,10 +39,10 @@ class RawSource : public SignalSource
 {
     Q_DECLARE_TR_FUNCTIONS(RawSource)
 public:
-    /// Opens a file, and says in the recording what came of it.
+    /// Opens a file as the source of a recording, and adds to its notices and details.
     /// @param name  what people call the recording.
-    static void open(Recording& recording, const QString& name, const QString& fileName,
-                     RawLayout layout);
+    static Result<void> open(Recording& recording, const QString& name, const QString& fileName,
+                             RawLayout layout);
     ~RawSource() override;
 
     QString name() const override { return m_name; }

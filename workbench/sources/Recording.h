@@ -1,16 +1,18 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/sources/Result.h"
 #include "workbench/sources/SampleFormat.h"
 #include "workbench/sources/SignalSource.h"
 
 #include <QCoreApplication>
 #include <QStringList>
+#include <QVector>
 
 #include <functional>
 #include <memory>
 
-/// A file or a live signal that was opened as a signal, or why it was not.
+/// A file or a live signal that was opened as a signal. RecordingOpener opens one.
 struct Recording
 {
     Q_DECLARE_TR_FUNCTIONS(Recording)
@@ -21,14 +23,8 @@ public:
     static constexpr double maxSampleRate = 1e12;     ///< Hz
     static constexpr double assumedSampleRate = 48e3; ///< Hz, where it is not known
 
-    /// Opens a file. Its ending or the options say what it is: SigMF, raw samples,
-    /// separated values, or a format that libsndfile reads. Or opens a live signal by its address,
-    /// see LiveAddress.
-    static Recording open(const QString& address, const Options& options);
-
-    /// What stands in the way of reading a file, whatever is in it; empty when nothing does.
-    static QString obstacle(const QString& fileName);
-    static Recording failure(const QString& why);
+    /// Whether a file can be read, whatever is in it; else why not.
+    static Result<void> checkFile(const QString& fileName);
     /// Whether signals are shown at a sample rate; false for NaN.
     static bool isSampleRate(double hertz)
     {
@@ -40,14 +36,9 @@ public:
     /// What is known of a signal, a line each.
     static QStringList describe(const SignalSource& source);
 
-    std::unique_ptr<SignalSource> source; ///< null where there is nothing to show
-    QString why;                          ///< then one sentence: why, and what to do
-    QStringList notices;                  ///< otherwise what is amiss, a sentence each
-    QStringList details; ///< and what the file says beside its samples, a line each
-
-private:
-    static Recording openFile(const QString& fileName, const Options& options);
-    void examine();
+    std::unique_ptr<SignalSource> source; ///< not null once it is open
+    QVector<Message> notices;             ///< what is amiss
+    QStringList details;                  ///< what the file says beside its samples, a line each
 };
 
 /// What overrides or adds to what a file says.

@@ -45,82 +45,84 @@ bool Sigmf::isSigmf(const QString& fileName)
            hasEnding(collectionEnding);
 }
 
-Recording Sigmf::open(const QString& fileName, const Recording::Options& options)
+Result<Recording> Sigmf::open(const QString& fileName, const Recording::Options& options)
 {
     if (fileName.endsWith(collectionEnding))
-        return Recording::failure(tr("a collection lists recordings; open one of them"));
+        return failure(tr("a collection lists recordings; open one of them"));
     return fileName.endsWith(archiveEnding) ? openArchive(fileName, options)
                                             : openFiles(fileName, options);
 }
 
-Recording Sigmf::openFiles(const QString& fileName, const Recording::Options& options)
+Result<Recording> Sigmf::openFiles(const QString& fileName, const Recording::Options& options)
 {
     QString metaName = fileName;
     if (fileName.endsWith(dataEnding))
         metaName = withEnding(fileName, dataEnding, metaEnding);
     const QFileInfo metaFile(metaName);
-    if (const QString obstacle = Recording::obstacle(metaName); !obstacle.isEmpty())
-        return Recording::failure(
-            tr("its metadata %1: %2").arg(plainText(metaFile.fileName()), obstacle));
+    if (const auto checked = Recording::checkFile(metaName); !checked)
+        return failure(tr("its metadata %1: %2")
+                           .arg(plainText(metaFile.fileName()), checked.error().sentence));
     QFile file(metaName);
     if (!file.open(QIODevice::ReadOnly))
-        return Recording::failure(tr("cannot be read (%1)").arg(file.errorString()));
+        return failure(tr("cannot be read (%1)").arg(file.errorString()));
     const qint64 size = std::min<qint64>(file.size(), SigmfMetadata::maxSize + 1);
     const QByteArray json = file.read(size);
     if (json.size() < size)
-        return Recording::failure(tr("cannot be read (%1)").arg(file.errorString()));
+        return failure(tr("cannot be read (%1)").arg(file.errorString()));
     const auto metadata = SigmfMetadata::parse(json, options.sampleRate);
-    if (!metadata.why.isEmpty())
-        return Recording::failure(metadata.why);
+    if (!metadata)
+        return tl::unexpected(metadata.error());
     QString dataName = withEnding(metaName, metaEnding, dataEnding);
-    if (!metadata.dataset.isEmpty())
-        dataName = metaFile.dir().filePath(metadata.dataset);
-    const QString obstacle = Recording::obstacle(dataName);
-    if (!obstacle.isEmpty() && metadata.isMetadataOnly)
-        return Recording::failure(tr("these are metadata only, meant to be without samples"));
-    if (!obstacle.isEmpty())
-        return Recording::failure(
-            tr("its samples %1: %2").arg(plainText(QFileInfo(dataName).fileName()), obstacle));
-    return openSamples(metadata, metaFile.fileName(), {dataName, 0, QFileInfo(dataName).size()},
+    if (!metadata->dataset.isEmpty())
+        dataName = metaFile.dir().filePath(metadata->dataset);
+    const auto samples = Recording::checkFile(dataName);
+    if (!samples && metadata->isMetadataOnly)
+        return failure(tr("these are metadata only, meant to be without samples"));
+    if (!samples)
+        return failure(
+            tr("its samples %1: %2")
+                .arg(plainText(QFileInfo(dataName).fileName()), samples.error().sentence));
+    return openSamples(*metadata, metaFile.fileName(), {dataName, 0, QFileInfo(dataName).size()},
                        options);
 }
 
-Recording Sigmf::openArchive(const QString& fileName, const Recording::Options& options)
+Result<Recording> Sigmf::openArchive(const QString& fileName, const Recording::Options& options)
 {
-    const SigmfArchive archive = SigmfArchive::read(fileName);
-    if (!archive.why.isEmpty())
-        return Recording::failure(archive.why);
-    const auto metadata = SigmfMetadata::parse(archive.metadata, options.sampleRate);
-    QString dataName = withEnding(archive.metaName, metaEnding, dataEnding);
-    if (!metadata.dataset.isEmpty())
-        dataName = QFileInfo(archive.metaName).dir().filePath(metadata.dataset);
-    const auto data = archive.files.find(dataName);
-    if (metadata.why.isEmpty() && data == archive.files.end())
-        return Recording::failure(
+    const auto archive = SigmfArchive::read(fileName);
+    if (!archive)
+        return tl::unexpected(archive.error());
+    const auto metadata = SigmfMetadata::parse(archive->metadata, options.sampleRate);
+    if (!metadata)
+        return tl::unexpected(metadata.error());
+    QString dataName = withEnding(archive->metaName, metaEnding, dataEnding);
+    if (!metadata->dataset.isEmpty())
+        dataName = QFileInfo(archive->metaName).dir().filePath(metadata->dataset);
+    const auto data = archive->files.find(dataName);
+    if (data == archive->files.end())
+        return failure(
             tr("the archive holds no samples %1 beside the metadata").arg(plainText(dataName)));
-    const SigmfArchive::Span span =
-        data == archive.files.end() ? SigmfArchive::Span{0, 0} : data->second;
-    Recording recording = openSamples(metadata, QFileInfo(fileName).fileName(),
-                                      {fileName, span.offset, span.offset + span.size}, options);
-    if (archive.isCutOff)
-        recording.notices += tr("the archive was cut off, the samples that are left are shown");
-    if (archive.recordingCount > 1)
-        recording.notices += tr("the archive holds %1 recordings, %2 is shown; unpack it to open "
-                                "the others")
-                                 .arg(archive.recordingCount)
-                                 .arg(plainText(archive.metaName));
+    const SigmfArchive::Span span = data->second;
+    auto recording = openSamples(*metadata, QFileInfo(fileName).fileName(),
+                                 {fileName, span.offset, span.offset + span.size}, options);
+    if (!recording)
+        return recording;
+    if (archive->isCutOff)
+        recording->notices += tr("the archive was cut off, the samples that are left are shown");
+    if (archive->recordingCount > 1)
+        recording->notices += tr("the archive holds %1 recordings, %2 is shown; unpack it to open "
+                                 "the others")
+                                  .arg(archive->recordingCount)
+                                  .arg(plainText(archive->metaName));
     return recording;
 }
 
-Recording Sigmf::openSamples(const SigmfMetadata& metadata, const QString& name,
-                             const Dataset& dataset, const Recording::Options& options)
+Result<Recording> Sigmf::openSamples(const SigmfMetadata& metadata, const QString& name,
+                                     const Dataset& dataset, const Recording::Options& options)
 {
     Recording recording;
-    recording.why = metadata.why;
-    recording.notices = metadata.notices;
+    for (const QString& notice : metadata.notices)
+        recording.notices += notice;
     recording.details = metadata.details;
-    if (!recording.why.isEmpty())
-        return recording;
     RawLayout layout = metadata.layout;
     for (RawLayout::Chunk& chunk : layout.chunks)
         chunk.offset += dataset.begin;
@@ -128,26 +130,29 @@ Recording Sigmf::openSamples(const SigmfMetadata& metadata, const QString& name,
     layout.sampleRate = recording.orAssumed(metadata.sampleRate);
     if (layout.symbolRate > layout.sampleRate)
         layout.symbolRate.reset();
-    RawSource::open(recording, name, dataset.fileName, layout);
-    if (recording.source && metadata.sampleCount > recording.source->sampleCount())
+    if (const auto raw = RawSource::open(recording, name, dataset.fileName, layout); !raw)
+        return tl::unexpected(raw.error());
+    if (metadata.sampleCount > recording.source->sampleCount())
         recording.notices += tr("it was cut off: the metadata speak of %1 samples, %2 are there")
                                  .arg(metadata.sampleCount)
                                  .arg(*recording.source->sampleCount());
-    if (recording.source && !metadata.sha512.isEmpty())
-        check(recording, metadata.sha512, dataset, options);
+    if (!metadata.sha512.isEmpty()) {
+        if (const auto checked = check(recording, metadata.sha512, dataset, options); !checked)
+            return tl::unexpected(checked.error());
+    }
     return recording;
 }
 
 /// Compares a dataset with its checksum, and says what came of it.
-void Sigmf::check(Recording& recording, const QString& sha512, const Dataset& dataset,
-                  const Recording::Options& options)
+Result<void> Sigmf::check(Recording& recording, const QString& sha512, const Dataset& dataset,
+                          const Recording::Options& options)
 {
     constexpr std::int64_t blockSize = 4 << 20;
     const std::int64_t size = dataset.end - dataset.begin;
     if (size > maxCheckedSize) {
         recording.details +=
             tr("Checksum: not compared, which takes too long above %1 bytes").arg(maxCheckedSize);
-        return;
+        return {};
     }
     QFile file(dataset.fileName);
     QCryptographicHash hash(QCryptographicHash::Sha512);
@@ -157,20 +162,18 @@ void Sigmf::check(Recording& recording, const QString& sha512, const Dataset& da
         const QByteArray block = file.read(wanted);
         isRead = block.size() == wanted;
         hash.addData(block);
-        if (options.goOn && !options.goOn(static_cast<double>(done) / static_cast<double>(size))) {
-            recording.why = tr("opening was given up");
-            recording.source.reset();
-            return;
-        }
+        if (options.goOn && !options.goOn(static_cast<double>(done) / static_cast<double>(size)))
+            return failure(tr("opening was given up"));
     }
     if (!isRead) {
         recording.notices += tr("its checksum cannot be compared: its samples cannot be read (%1)")
                                  .arg(file.errorString());
-        return;
+        return {};
     }
     const bool isRight = QString::fromLatin1(hash.result().toHex()) == sha512;
     if (!isRight)
         recording.notices += tr("its samples are not those that its metadata were written for "
                                 "(core:sha512 differs): they were changed or damaged");
     recording.details += isRight ? tr("Checksum: right") : tr("Checksum: wrong");
+    return {};
 }

@@ -12,14 +12,15 @@ public:
     static bool isSigmf(const QString& fileName);
     /// Opens a recording by either of its files, or by the archive. Of an archive with several the
     /// first is taken.
-    static Recording open(const QString& fileName, const Recording::Options& options);
+    static Result<Recording> open(const QString& fileName, const Recording::Options& options);
 
 private:
-    static Recording openFiles(const QString& fileName, const Recording::Options& options);
-    static Recording openArchive(const QString& fileName, const Recording::Options& options);
+    static Result<Recording> openFiles(const QString& fileName, const Recording::Options& options);
+    static Result<Recording> openArchive(const QString& fileName,
+                                         const Recording::Options& options);
     struct Dataset;
-    static Recording openSamples(const struct SigmfMetadata& metadata, const QString& name,
-                                 const Dataset& dataset, const Recording::Options& options);
-    static void check(Recording& recording, const QString& sha512, const Dataset& dataset,
-                      const Recording::Options& options);
+    static Result<Recording> openSamples(const struct SigmfMetadata& metadata, const QString& name,
+                                         const Dataset& dataset, const Recording::Options& options);
+    static Result<void> check(Recording& recording, const QString& sha512, const Dataset& dataset,
+                              const Recording::Options& options);
 };

@@ -54,15 +54,14 @@ struct Reading
 
 // A tar archive without compression has each content as it is: it starts in the file where its
 // header ends, unless it is stored with holes.
-SigmfArchive SigmfArchive::read(const QString& fileName)
+Result<SigmfArchive> SigmfArchive::read(const QString& fileName)
 {
     SigmfArchive result;
     QFile file(fileName);
     QFile content(fileName); // of its own position
-    if (!file.open(QIODevice::ReadOnly) || !content.open(QIODevice::ReadOnly)) {
-        result.why = tr("cannot be read (%1)").arg((file.isOpen() ? content : file).errorString());
-        return result;
-    }
+    if (!file.open(QIODevice::ReadOnly) || !content.open(QIODevice::ReadOnly))
+        return failure(
+            tr("cannot be read (%1)").arg((file.isOpen() ? content : file).errorString()));
     Reading reading{file};
     const std::unique_ptr<archive, int (*)(archive*)> reader(archive_read_new(), archive_read_free);
     archive_read_support_format_tar(reader.get());
@@ -80,37 +79,37 @@ SigmfArchive SigmfArchive::read(const QString& fileName)
             continue;
         const auto there = std::min<std::int64_t>(wanted, file.size() - offset);
         result.isCutOff = result.isCutOff || there < wanted;
-        result.add(nameOf(entry), {offset, there}, content);
+        if (const auto added = result.add(nameOf(entry), {offset, there}, content); !added)
+            return tl::unexpected(added.error());
     }
     if (!reading.error.isEmpty())
-        result.why = tr("cannot be read (%1)").arg(reading.error);
-    if (!result.why.isEmpty())
-        return result;
+        return failure(tr("cannot be read (%1)").arg(reading.error));
     if (status != ARCHIVE_OK && status != ARCHIVE_EOF && result.files.empty())
-        result.why =
+        return failure(
             tr("not an archive that can be read (%1); a SigMF archive is a tar archive "
                "without compression")
-                .arg(plainText(QString::fromLocal8Bit(archive_error_string(reader.get()))));
-    else if (result.recordingCount == 0)
-        result.why = tr("the archive holds no SigMF recording; choose another one");
+                .arg(plainText(QString::fromLocal8Bit(archive_error_string(reader.get())))));
+    if (result.recordingCount == 0)
+        return failure(tr("the archive holds no SigMF recording; choose another one"));
     return result;
 }
 
-void SigmfArchive::add(const QString& name, const Span& span, QFile& archive)
+Result<void> SigmfArchive::add(const QString& name, const Span& span, QFile& archive)
 {
     if (name.size() > maxNameLength)
-        return;
+        return {};
     files[name] = span;
     // Some systems put files "._*" with their own attributes beside each file.
     if (!name.endsWith(QLatin1String(".sigmf-meta")) ||
         QFileInfo(name).fileName().startsWith(QLatin1String("._")))
-        return;
+        return {};
     if (++recordingCount > 1)
-        return;
+        return {};
     const std::int64_t size = std::min(span.size, SigmfMetadata::maxSize + 1);
     metaName = name;
     if (archive.seek(span.offset))
         metadata = archive.read(size);
     if (metadata.size() < size)
-        why = tr("cannot be read (%1)").arg(archive.errorString());
+        return failure(tr("cannot be read (%1)").arg(archive.errorString()));
+    return {};
 }

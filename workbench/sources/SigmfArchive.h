@@ -1,7 +1,9 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/sources/Result.h"
 #include <QByteArray>
+
 #include <QCoreApplication>
 #include <QString>
 
@@ -20,9 +22,8 @@ public:
         std::int64_t size;   ///< as far as it is in there
     };
 
-    static SigmfArchive read(const QString& fileName);
+    static Result<SigmfArchive> read(const QString& fileName);
 
-    QString why; ///< why it cannot be read; empty when it can
     std::map<QString, Span> files;
     QString metaName;    ///< of the first recording
     QByteArray metadata; ///< of the first recording
@@ -30,5 +31,5 @@ public:
     bool isCutOff = false;
 
 private:
-    void add(const QString& name, const Span& span, class QFile& archive);
+    Result<void> add(const QString& name, const Span& span, class QFile& archive);
 };

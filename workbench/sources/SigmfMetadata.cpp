@@ -50,7 +50,7 @@ QString line(const QJsonObject& object)
 
 } // namespace
 
-SigmfMetadata SigmfMetadata::parse(const QByteArray& json, std::optional<double> sampleRate)
+Result<SigmfMetadata> SigmfMetadata::parse(const QByteArray& json, std::optional<double> sampleRate)
 {
     SigmfMetadata metadata;
     metadata.sampleRate = sampleRate;
@@ -58,19 +58,20 @@ SigmfMetadata SigmfMetadata::parse(const QByteArray& json, std::optional<double>
     const QJsonDocument document = QJsonDocument::fromJson(json, &error);
     const QJsonObject root = document.object();
     if (json.size() > maxSize)
-        metadata.why = tr("the metadata are longer than %1 bytes; read the samples alone by "
-                          "--format")
-                           .arg(maxSize);
-    else if (error.error != QJsonParseError::NoError)
-        metadata.why = tr("the metadata are not JSON (%1 at byte %2); mend them, or read the "
-                          "samples alone by --format")
+        return failure(tr("the metadata are longer than %1 bytes").arg(maxSize),
+                       Hint::SamplesAlone);
+    if (error.error != QJsonParseError::NoError)
+        return failure(tr("the metadata are not JSON (%1 at byte %2); mend them")
                            .arg(error.errorString())
-                           .arg(error.offset);
-    else if (!root.value(QLatin1String("global")).isObject())
-        metadata.why = tr("the metadata lack the object \"global\"; mend them, or read the samples "
-                          "alone by --format");
-    else
-        metadata.readGlobal(root.value(QLatin1String("global")).toObject());
+                           .arg(error.offset),
+                       Hint::SamplesAlone);
+    if (!root.value(QLatin1String("global")).isObject())
+        return failure(tr("the metadata lack the object \"global\"; mend them"),
+                       Hint::SamplesAlone);
+    const QJsonObject global = root.value(QLatin1String("global")).toObject();
+    if (const auto checked = check(global, sampleRate.has_value()); !checked)
+        return tl::unexpected(checked.error());
+    metadata.readGlobal(global);
     for (const auto& capture : root.value(QLatin1String("captures")).toArray())
         metadata.readCapture(capture.toObject());
     const auto rate = metadata.m_ownRate ? metadata.m_ownRate : sampleRate;
@@ -87,6 +88,38 @@ SigmfMetadata SigmfMetadata::parse(const QByteArray& json, std::optional<double>
     return metadata;
 }
 
+/// Whether the samples can be read with what is said of all of them.
+Result<void> SigmfMetadata::check(const QJsonObject& global, bool isRateGiven)
+{
+    const QString datatype = global.value(QLatin1String("core:datatype")).toString();
+    const double rate = global.value(QLatin1String("core:sample_rate")).toDouble(-1.0);
+    const QString dataset = global.value(QLatin1String("core:dataset")).toString();
+    if (datatype.isEmpty())
+        return failure(tr("the metadata lack core:datatype; mend them"), Hint::SamplesAlone);
+    if (!SampleFormat::parse(datatype))
+        return failure(
+            tr("core:datatype is \"%1\", which is unknown; mend the metadata").arg(text(datatype)),
+            Hint::SamplesAlone);
+    if (global.contains(QLatin1String("core:num_channels")) &&
+        !wholeNumber(global, "core:num_channels", 1.0, maxChannelCount))
+        return failure(
+            tr("core:num_channels is %1, not a whole number from 1 to %2; mend the metadata")
+                .arg(text(global.value(QLatin1String("core:num_channels"))),
+                     QString::number(maxChannelCount)));
+    if (dataset.contains(QLatin1Char('/')) || dataset.contains(QChar(QChar::Null)))
+        return failure(
+            tr("core:dataset is \"%1\", not the name of a file beside the metadata; mend them")
+                .arg(text(dataset)));
+    if (!isRateGiven && global.contains(QLatin1String("core:sample_rate")) &&
+        !Recording::isSampleRate(rate))
+        return failure(tr("core:sample_rate is %1, not a number from %2 to %3")
+                           .arg(text(global.value(QLatin1String("core:sample_rate"))),
+                                QString::number(Recording::minSampleRate),
+                                QString::number(Recording::maxSampleRate)),
+                       Hint::RightSampleRate);
+    return {};
+}
+
 void SigmfMetadata::readGlobal(const QJsonObject& global)
 {
     for (auto i = global.begin(); i != global.end(); ++i) {
@@ -101,32 +134,10 @@ void SigmfMetadata::readGlobal(const QJsonObject& global)
     const QString datatype = global.value(QLatin1String("core:datatype")).toString();
     const auto format = SampleFormat::parse(datatype);
     const double rate = global.value(QLatin1String("core:sample_rate")).toDouble(-1.0);
-    const bool hasChannels = global.contains(QLatin1String("core:num_channels"));
     const auto channels = wholeNumber(global, "core:num_channels", 1.0, maxChannelCount);
     dataset = global.value(QLatin1String("core:dataset")).toString();
     sha512 = global.value(QLatin1String("core:sha512")).toString().toLower();
 
-    if (datatype.isEmpty())
-        why = tr("the metadata lack core:datatype; mend them, or read the samples alone by "
-                 "--format");
-    else if (!format)
-        why = tr("core:datatype is \"%1\", which is unknown; mend the metadata, or read the "
-                 "samples alone by --format")
-                  .arg(text(datatype));
-    else if (hasChannels && !channels)
-        why = tr("core:num_channels is %1, not a whole number from 1 to %2; mend the metadata")
-                  .arg(text(global.value(QLatin1String("core:num_channels"))),
-                       QString::number(maxChannelCount));
-    else if (dataset.contains(QLatin1Char('/')) || dataset.contains(QChar(QChar::Null)))
-        why = tr("core:dataset is \"%1\", not the name of a file beside the metadata; mend them")
-                  .arg(text(dataset));
-    else if (!sampleRate && global.contains(QLatin1String("core:sample_rate")) &&
-             !Recording::isSampleRate(rate))
-        why = tr("core:sample_rate is %1, not a number from %2 to %3; give the right one by "
-                 "--sample-rate")
-                  .arg(text(global.value(QLatin1String("core:sample_rate"))),
-                       QString::number(Recording::minSampleRate),
-                       QString::number(Recording::maxSampleRate));
     if (!global.contains(QLatin1String("core:version")))
         notices += tr("the metadata lack core:version");
     for (const auto& entry : global.value(QLatin1String("core:extensions")).toArray()) {

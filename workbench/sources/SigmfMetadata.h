@@ -13,9 +13,8 @@ public:
 
     /// Reads a metadata file's content.
     /// @param sampleRate  Hz; the recording's is not looked at then.
-    static SigmfMetadata parse(const QByteArray& json, std::optional<double> sampleRate);
+    static Result<SigmfMetadata> parse(const QByteArray& json, std::optional<double> sampleRate);
 
-    QString why;                      ///< why the samples cannot be read; empty when they can
     QStringList notices;              ///< what is amiss, a sentence each
     QStringList details;              ///< the metadata, captures and annotations, a line each
     std::optional<double> sampleRate; ///< Hz
@@ -29,6 +28,7 @@ public:
 
 private:
     void readGlobal(const class QJsonObject& global);
+    static Result<void> check(const QJsonObject& global, bool isRateGiven);
     void addDetail(const QString& pattern, const QJsonObject& object);
     void readCapture(const QJsonObject& capture);
     void readAnnotation(const QJsonObject& annotation);

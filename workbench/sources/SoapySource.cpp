@@ -27,7 +27,7 @@ struct Text
 /// What stands in the way, a sentence; of the address, not of the device.
 struct BadAddress
 {
-    QString why;
+    QString sentence;
 };
 
 /// Takes an entry out of an address.
@@ -94,8 +94,8 @@ public:
         if (!rate && !sampleRate)
             throw BadAddress{Text::tr("its sample rate is not known; add rate=HZ to the address")};
         if (rate && sampleRate && *rate != *sampleRate)
-            throw BadAddress{Text::tr("--sample-rate is not the rate of the address; leave out "
-                                      "one of them")};
+            throw BadAddress{Text::tr("the sample rate that is given is not the rate of the "
+                                      "address; leave out one of them")};
         m_device = make(entries);
         m_channel = static_cast<std::size_t>(channel.value_or(0.0));
         if (m_channel >= m_device->getNumChannels(SOAPY_SDR_RX))
@@ -187,8 +187,7 @@ private:
     std::size_t m_pieceLength = 0;
 };
 
-void SoapySource::open(Recording& recording, const QString& address,
-                       std::optional<double> sampleRate)
+Result<Recording> SoapySource::open(const QString& address, std::optional<double> sampleRate)
 {
     // Drivers are talkative; what matters comes back as errors. Who wants to hear them says so.
     if (qEnvironmentVariableIsEmpty("SOAPY_SDR_LOG_LEVEL"))
@@ -197,12 +196,14 @@ void SoapySource::open(Recording& recording, const QString& address,
     try {
         auto device =
             std::make_unique<Device>(SoapySDR::KwargsFromString(entries.toStdString()), sampleRate);
+        Recording recording;
         recording.source.reset(new SoapySource(address, std::move(device)));
+        return recording;
     } catch (const BadAddress& bad) {
-        recording.why = bad.why;
+        return failure(bad.sentence);
     } catch (const std::exception& error) {
-        recording.why = tr("the device cannot be used like this (%1); change the address")
-                            .arg(plainText(QString::fromLocal8Bit(error.what())));
+        return failure(tr("the device cannot be used like this (%1); change the address")
+                           .arg(plainText(QString::fromLocal8Bit(error.what()))));
     }
 }
 

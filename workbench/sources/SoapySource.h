@@ -12,13 +12,12 @@ class SoapySource : public LiveSource
 {
     Q_DECLARE_TR_FUNCTIONS(SoapySource)
 public:
-    /// Opens a device, and says in the recording what came of it.
+    /// Opens a device.
     /// @param address     soapy://KEY=VALUE,...: rate and freq in Hz, gain in dB (where not given,
     ///                    automatic if the device can), antenna, channel from 0; other keys choose
-    ///                    the device. Without any the recording says which devices are there.
+    ///                    the device. Without any the failure says which devices are there.
     /// @param sampleRate  Hz, where the address has no rate.
-    static void open(Recording& recording, const QString& address,
-                     std::optional<double> sampleRate);
+    static Result<Recording> open(const QString& address, std::optional<double> sampleRate);
     ~SoapySource() override;
 
 protected:

@@ -150,30 +150,28 @@ private:
     std::int64_t m_byteCount = 0; // when the last message was taken
 };
 
-void ZmqSource::open(Recording& recording, const QString& address, const SampleFormat& format,
-                     double sampleRate)
+Result<Recording> ZmqSource::open(const QString& address, const SampleFormat& format,
+                                  double sampleRate)
 {
     const QUrl url(address, QUrl::StrictMode);
     const bool isPlain = url.userInfo().isEmpty() && !url.hasQuery() && !url.hasFragment() &&
                          (url.path().isEmpty() || url.path() == QLatin1String("/"));
-    if (!url.isValid() || url.host().isEmpty() || url.port() < 1 || !isPlain) {
-        recording.why = tr("this is not the address of a publisher; give one such as "
-                           "zmq://127.0.0.1:5555");
-        return;
-    }
+    if (!url.isValid() || url.host().isEmpty() || url.port() < 1 || !isPlain)
+        return failure(tr("this is not the address of a publisher; give one such as "
+                          "zmq://127.0.0.1:5555"));
     const QString endpoint = endpointOf(url.host(), url.port());
-    if (endpoint.isEmpty()) {
-        recording.why = tr("the host %1 is not known; check the name").arg(plainText(url.host()));
-        return;
-    }
+    if (endpoint.isEmpty())
+        return failure(tr("the host %1 is not known; check the name").arg(plainText(url.host())));
     try {
         std::unique_ptr<ZmqSource> source(new ZmqSource(address, endpoint, format, sampleRate));
         source->connect();
         source->m_thread = std::thread([zmq = source.get()] { zmq->run(); });
+        Recording recording;
         recording.source = std::move(source);
+        return recording;
     } catch (const zmq::error_t& error) {
-        recording.why = tr("cannot be connected to (%1); check the address")
-                            .arg(QString::fromLocal8Bit(error.what()));
+        return failure(tr("cannot be connected to (%1); check the address")
+                           .arg(QString::fromLocal8Bit(error.what())));
     }
 }
 

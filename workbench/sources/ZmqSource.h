@@ -23,10 +23,10 @@ class ZmqSource : public LiveSource
 public:
     static constexpr std::size_t maxMessageSize = 16 << 20; ///< bytes, of all parts
 
-    /// Connects, and says in the recording what came of it. The publisher need not be there yet.
+    /// Connects. The publisher need not be there yet.
     /// @param address  zmq://HOST:PORT
-    static void open(Recording& recording, const QString& address, const SampleFormat& format,
-                     double sampleRate);
+    static Result<Recording> open(const QString& address, const SampleFormat& format,
+                                  double sampleRate);
     ~ZmqSource() override;
 
 protected:

@@ -120,23 +120,21 @@ QString ExportDialog::askForFile()
     return dialog.exec() == Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
-/// @return why not, one sentence; empty: done.
-QString ExportDialog::write(QString file)
+Result<void> ExportDialog::write(QString file)
 {
     if (QFileInfo(file).suffix().isEmpty()) { // the dialog adds none below a folder with a dot
         file += QLatin1Char('.') + ViewExport::endings()[m_format->currentIndex()];
         if (QFileInfo::exists(file))
-            return tr("%1: exists already; give the whole name to replace it").arg(file);
+            return failure(tr("%1: exists already; give the whole name to replace it").arg(file));
     }
     if (ViewExport::formatOf(file) != format())
-        return tr("%1: the name has another ending than %2; leave it out")
-            .arg(file, ViewExport::endings()[m_format->currentIndex()]);
-    QString why;
-    const QByteArray content = m_export.content(
-        static_cast<std::size_t>(m_view->currentIndex()), format(),
-        {m_width->value(), m_height->value()}, m_scale->value(), why,
-        m_footer->isChecked() ? ViewExport::Footer::Figures : ViewExport::Footer::None);
-    return content.isEmpty() ? why : ViewExport::save(file, content);
+        return failure(tr("%1: the name has another ending than %2; leave it out")
+                           .arg(file, ViewExport::endings()[m_format->currentIndex()]));
+    return m_export
+        .content(static_cast<std::size_t>(m_view->currentIndex()), format(),
+                 {m_width->value(), m_height->value()}, m_scale->value(),
+                 m_footer->isChecked() ? ViewExport::Footer::Figures : ViewExport::Footer::None)
+        .and_then([&file](const QByteArray& content) { return ViewExport::save(file, content); });
 }
 
 void ExportDialog::chooseFile()
@@ -144,8 +142,8 @@ void ExportDialog::chooseFile()
     const QString file = askForFile();
     if (file.isEmpty())
         return;
-    const QString why = write(file);
-    if (why.isEmpty()) {
+    const auto written = write(file);
+    if (written) {
         values::Settings settings;
         settings.setValue(folderKey, QFileInfo(file).absolutePath());
         settings.setValue(formatKey, ViewExport::endings()[m_format->currentIndex()]);
@@ -153,7 +151,7 @@ void ExportDialog::chooseFile()
         accept();
         return;
     }
-    m_trouble->setText(why);
+    m_trouble->setText(written.error().sentence);
     constexpr int charactersPerLine = 48;
     const int width = charactersPerLine * m_trouble->fontMetrics().averageCharWidth();
     m_trouble->setFixedSize(width, m_trouble->heightForWidth(width)); // a layout would cut it

@@ -26,7 +26,7 @@ private:
     void showFormat();
     void chooseFile();
     QString askForFile();
-    QString write(QString file);
+    Result<void> write(QString file);
     ViewExport::Format format() const;
 
     const ViewExport& m_export;

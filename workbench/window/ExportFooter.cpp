@@ -37,7 +37,7 @@ ExportFooter::ExportFooter(const SignalFeed& feed, const QString& gate, const QS
     if (feed.source().valueCount > 1)
         source += tr("channel %1").arg(feed.channel().value + 1);
     const ReceiverSettings& receiver = feed.receiver();
-    if (receiver.isOn && feed.receiverFlaw().isEmpty() && !feed.source().firstSymbol) {
+    if (receiver.isOn && feed.checkReceiver() && !feed.source().firstSymbol) {
         const auto filter = receiver.usedFilter();
         if (receiver.shift != 0.0)
             source += tr("shifted by %1").arg(units::rate(receiver.shift, "Hz"));

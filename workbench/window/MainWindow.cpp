@@ -9,6 +9,7 @@
 #include "views/VCGLIQDiagram.h"
 #include "views/VCGLTimeDiagram.h"
 #include "workbench/feed/Measuring.h"
+#include "workbench/player/Hints.h"
 #include "workbench/window/Appearance.h"
 #include "workbench/window/ExportDialog.h"
 #include "workbench/window/FileMenu.h"
@@ -287,15 +288,16 @@ void MainWindow::showPlaying(bool playing)
     }
 }
 
-void MainWindow::takeOrSay(const QString& address, Recording& recording)
+void MainWindow::takeOrSay(const QString& address, Result<Recording>& recording)
 {
-    QString why = recording.why;
-    if (recording.source && m_player.open(std::move(recording), 0, std::nullopt, why)) {
+    const auto opened = std::move(recording).and_then(
+        [this](Recording&& taken) { return m_player.open(std::move(taken), 0, std::nullopt); });
+    if (opened) {
         m_file->remember(address);
         feed().transport().play();
         return;
     }
-    m_notice->say(tr("%1: %2").arg(LiveAddress::title(address), why));
+    m_notice->say(tr("%1: %2").arg(LiveAddress::title(address), Hints::text(opened.error())));
     if (!QFileInfo::exists(address))
         m_file->forget(address);
 }

@@ -82,7 +82,7 @@ private:
     void showPlaying(bool playing);
     void applyColors();
     void leaveWhatIsOnTop();
-    void takeOrSay(const QString& address, Recording& recording);
+    void takeOrSay(const QString& address, Result<Recording>& recording);
     void sayNotices(QStringList notices);
 
     SchemeChoice& m_scheme;

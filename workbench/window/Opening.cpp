@@ -4,6 +4,7 @@
 #include "workbench/sources/LiveAddress.h"
 #include "workbench/sources/PlainText.h"
 #include "workbench/sources/RawGuess.h"
+#include "workbench/sources/RecordingOpener.h"
 #include "workbench/window/Progress.h"
 #include "workbench/window/RawDialog.h"
 
@@ -17,7 +18,7 @@ Opening::Opening(Progress& progress, QWidget* window)
 
 void Opening::ask(const QString& fileName)
 {
-    if (!RawGuess::isRaw(fileName) || !Recording::obstacle(fileName).isEmpty()) {
+    if (!RawGuess::isRaw(fileName) || !Recording::checkFile(fileName)) {
         open(fileName, {});
         return;
     }
@@ -36,11 +37,11 @@ void Opening::openAgain(const QString& fileName)
 
 void Opening::open(const QString& address, const Recording::Options& options)
 {
-    const auto recording = std::make_shared<Recording>();
+    const auto recording = std::make_shared<Result<Recording>>();
     const auto work = [recording, address, options](const Progress::GoOn& goOn) {
         Recording::Options all = options;
         all.goOn = goOn;
-        *recording = Recording::open(address, all);
+        *recording = RecordingOpener::open(address, all);
     };
     const QString name = LiveAddress::isLive(address) ? LiveAddress::title(address)
                                                       : plainText(QFileInfo(address).fileName());

@@ -25,7 +25,7 @@ public:
 
 signals:
     /// It was opened, or could not be. The recording may be taken.
-    void done(const QString& address, Recording& recording);
+    void done(const QString& address, Result<Recording>& recording);
 
 private:
     QWidget* m_window;

@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/Player.h"
 
+#include "workbench/player/Hints.h"
 #include "workbench/receiver/SymbolTiming.h"
 #include "workbench/window/Speeds.h"
 
@@ -19,19 +20,17 @@ Player::Player(QObject* parent)
 
 Player::~Player() = default;
 
-bool Player::open(Recording recording, const ChannelChoice& channel,
-                  std::optional<double> symbolRate, QString& why)
+Result<void> Player::open(Recording recording, const ChannelChoice& channel,
+                          std::optional<double> symbolRate)
 {
-    if (channel.last() >= recording.source->valueCount()) {
-        why = tr("there is no channel %1; the recording has %2")
-                  .arg(channel.last() + 1)
-                  .arg(recording.source->valueCount());
-        return false;
-    }
+    if (channel.last() >= recording.source->valueCount())
+        return failure(tr("there is no channel %1; the recording has %2")
+                           .arg(channel.last() + 1)
+                           .arg(recording.source->valueCount()));
     start(std::move(recording.source), Kind::Recording, channel, symbolRate);
     m_information += recording.details;
-    showAsNew(recording.notices);
-    return true;
+    showAsNew(Hints::texts(recording.notices));
+    return {};
 }
 
 void Player::start(std::unique_ptr<SignalSource> source, Kind kind, const ChannelChoice& channel,
@@ -321,8 +320,8 @@ void Player::showFullScale() { m_feed.setLevels(-fullScale, fullScale); }
 
 QString Player::eyeNotice() const
 {
-    if (const QString flaw = m_feed.receiverFlaw(); !flaw.isEmpty())
-        return flaw;
+    if (const auto receiver = m_feed.checkReceiver(); !receiver)
+        return receiver.error().sentence;
     if (m_feed.eye().cut().hasSymbols() || !m_feed.symbolRate())
         return QString();
     return tr("an eye takes %1 to %2 samples of a symbol; give another symbol rate")

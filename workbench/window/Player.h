@@ -26,9 +26,9 @@ public:
     /// Takes over a recording, not playing.
     /// @param recording   has a source.
     /// @param symbolRate  Bd; none: the time axis shows seconds or parts of them.
-    /// @param why         when it cannot be shown: one sentence; the former signal stays.
-    bool open(Recording recording, const ChannelChoice& channel, std::optional<double> symbolRate,
-              QString& why);
+    /// @return why it cannot be shown; the former signal stays then.
+    Result<void> open(Recording recording, const ChannelChoice& channel,
+                      std::optional<double> symbolRate);
     enum class Kind { Recording, BuiltIn, Demo };
     /// What it is that plays.
     Kind kind() const { return m_kind; }

@@ -220,7 +220,7 @@ QByteArray ViewExport::png(const QImage& image)
     }
 }
 
-QString ViewExport::unmade(const QSize& pixels)
+Message ViewExport::unmade(const QSize& pixels)
 {
     return tr("a picture of %1 x %2 pixels cannot be made; give up to %3, or fewer where there is "
               "not enough memory")
@@ -229,42 +229,40 @@ QString ViewExport::unmade(const QSize& pixels)
         .arg(maxSide);
 }
 
-QString ViewExport::noData()
+Message ViewExport::noData()
 {
     return tr("there are no data to export yet; play the signal first");
 }
 
-QByteArray ViewExport::content(std::size_t index, Format format, const QSize& size, double scale,
-                               QString& why, Footer wanted) const
+Result<QByteArray> ViewExport::content(std::size_t index, Format format, const QSize& size,
+                                       double scale, Footer wanted) const
 {
     const ViewPanes::Pane& pane = m_panes.panes().at(index);
     const bool isTable = format == Format::Csv;
     const QSize pixels = size * (format == Format::Png ? scale : 1.0);
     const bool isPossible =
         !pixels.isEmpty() && pixels.width() <= maxSide && pixels.height() <= maxSide;
-    QByteArray result;
     try {
         std::optional<ExportFooter> footer;
         const auto* figures = dynamic_cast<const ReadingTable*>(pane.readings);
         if (figures && wanted == Footer::Figures && !isTable)
             footer.emplace(m_feed, figures->gate(), figures->texts(), figures->font());
-        if (footer && isPossible && viewSize(size, &*footer).height() < size.height() / 2) {
-            why = tr("the figures take more than half of the picture; make it larger or leave them "
-                     "out");
-            return QByteArray();
-        }
+        if (footer && isPossible && viewSize(size, &*footer).height() < size.height() / 2)
+            return failure(tr("the figures take more than half of the picture; make it larger or "
+                              "leave them out"));
+        QByteArray result;
         if (isTable)
             result = table(pane);
         else if (isPossible)
             result = picture(pane, format, size, scale, footer ? &*footer : nullptr);
         if (result.isEmpty())
-            why = isTable ? noData() : unmade(pixels);
+            return tl::unexpected(isTable ? noData() : unmade(pixels));
+        return result;
     } catch (const std::bad_alloc&) {
-        result.clear();
-        why = isTable ? tr("there is not enough memory for its data; show a shorter time")
-                      : unmade(pixels);
+        if (isTable)
+            return failure(tr("there is not enough memory for its data; show a shorter time"));
+        return tl::unexpected(unmade(pixels));
     }
-    return result;
 }
 
 QByteArray ViewExport::table(const ViewPanes::Pane& pane) const
@@ -298,11 +296,11 @@ QByteArray ViewExport::table(const ViewPanes::Pane& pane) const
     return table.text();
 }
 
-QString ViewExport::save(const QString& fileName, const QByteArray& content)
+Result<void> ViewExport::save(const QString& fileName, const QByteArray& content)
 {
     QSaveFile file(fileName);
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
-        return tr("%1: cannot be written (%2); choose another place")
-            .arg(fileName, file.errorString());
-    return QString();
+        return failure(tr("%1: cannot be written (%2); choose another place")
+                           .arg(fileName, file.errorString()));
+    return {};
 }

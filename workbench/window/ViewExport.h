@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/sources/Result.h"
 #include "workbench/window/ViewPanes.h"
 
 #include <QCoreApplication>
@@ -36,19 +37,18 @@ public:
     /// The file of an image; empty where there is no memory for it.
     static QByteArray png(const QImage& image);
     /// Why there is no picture, and no table.
-    static QString unmade(const QSize& pixels);
-    static QString noData();
+    static Message unmade(const QSize& pixels);
+    static Message noData();
 
     /// What would be in a file.
     /// @param index  of the pane: time, eye or IQ.
     /// @param size   of a picture, as on a screen.
     /// @param scale  of PNG: pixels to each of those.
-    /// @param why    one sentence where the result is empty.
     /// @param footer  of a picture, within its size: source, parameters and figures.
-    QByteArray content(std::size_t index, Format format, const QSize& size, double scale,
-                       QString& why, Footer footer = Footer::None) const;
-    /// Writes a file whole, or leaves what is there. @return why not, one sentence; empty: done.
-    static QString save(const QString& fileName, const QByteArray& content);
+    Result<QByteArray> content(std::size_t index, Format format, const QSize& size, double scale,
+                               Footer footer = Footer::None) const;
+    /// Writes a file whole, or leaves what is there.
+    static Result<void> save(const QString& fileName, const QByteArray& content);
 
 private:
     QByteArray table(const ViewPanes::Pane& pane) const;

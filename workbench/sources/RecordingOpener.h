@@ -1,0 +1,23 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/sources/Recording.h"
+
+/// Opens files and live signals: knows which reader is for what.
+struct RecordingOpener
+{
+    Q_DECLARE_TR_FUNCTIONS(RecordingOpener)
+public:
+    /// Opens a file. Its ending or the options say what it is: SigMF, raw samples, separated
+    /// values, or a format that libsndfile reads. Or opens a live signal by its address, see
+    /// LiveAddress. Its first samples are read to see what is amiss with them.
+    static Result<Recording> open(const QString& address, const Recording::Options& options);
+
+private:
+    static Result<Recording> openFile(const QString& fileName, const Recording::Options& options);
+    static Result<Recording> openRaw(const QString& fileName, const SampleFormat& format,
+                                     const Recording::Options& options);
+    static Result<Recording> openLive(const QString& address, const Recording::Options& options);
+    static Result<Recording> openInput(const Recording::Options& options);
+    static Result<void> examine(Recording& recording);
+};
