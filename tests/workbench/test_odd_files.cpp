@@ -50,7 +50,7 @@ TEST_F(Recordings, WithoutAHeaderAreGuessedByNameAndDoubtedByTheirBytes)
         {"s16", SF_FORMAT_PCM_16}, {"s16_be", SF_FORMAT_PCM_16 | SF_ENDIAN_BIG},
         {"s32", SF_FORMAT_PCM_32}, {"s32_be", SF_FORMAT_PCM_32 | SF_ENDIAN_BIG},
         {"f32", SF_FORMAT_FLOAT},  {"f64", SF_FORMAT_DOUBLE}};
-    for (const double level : {0.04, 0.5, 1.99}) { // of a sine of 0.5
+    for (const double level : {0.04, 0.5, 1.99}) {       // of a sine of 0.5
         std::vector<double> samples = sine(20000, 40.3); // bytes that hardly repeat
         for (double& sample : samples)
             sample *= level;

@@ -28,9 +28,9 @@ struct Stage
     float carrier;
     int symbolCount;
 };
-// At first wide, to lock; at last so narrow that the symbols' own noise does not matter. A wider loop
-// of the clock can run away before it locks. The last one corrects the clock's rate by less than its
-// single precision holds, so the one before it has to find the rate.
+// At first wide, to lock; at last so narrow that the symbols' own noise does not matter. A wider
+// loop of the clock can run away before it locks. The last one corrects the clock's rate by less
+// than its single precision holds, so the one before it has to find the rate.
 constexpr Stage stages[] = {{true, 2e-3F, 4e-4F, 2000},
                             {true, 1e-3F, 4e-4F, 3000},
                             {true, 3e-4F, 1e-4F, 3000},

@@ -237,7 +237,8 @@ QString RawGuess::doubt(const QString& fileName, const SampleFormat& format)
         return QString();
     const std::array<double, 3> jumps = jumpsOf<3>(bytes);
     if (isLongInteger(jumps) || isLongInteger(std::array{jumps[2], jumps[1], jumps[0]}))
-        return tr("its bytes look like integers of 24 bits, which cannot be read; convert them to 32");
+        return tr(
+            "its bytes look like integers of 24 bits, which cannot be read; convert them to 32");
     const auto numbers = numbersIn(bytes);
     if (!numbers)
         return QString();
