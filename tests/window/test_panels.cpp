@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 // What is said beside the views and below them.
 #include "WindowFixture.h"
+#include "workbench/sources/StreamSource.h"
 #include "workbench/window/Figures.h"
 #include "workbench/window/ReadingTable.h"
 #include "workbench/window/Readings.h"
@@ -8,6 +9,8 @@
 #include "workbench/window/StatusFields.h"
 
 #include <QCheckBox>
+
+#include <unistd.h>
 
 namespace {
 
@@ -102,7 +105,7 @@ TEST_F(Panels, OfFiguresSayWhatTheSignalMeasures)
         ModulationSettings modulation;
         modulation.scheme = static_cast<ModulationSettings::Scheme>(scheme);
         modulation.snrDb = 25.0;
-        modulation.seed = scheme == 0 ? 25 : 50; // with which a clock is easily missed
+        modulation.seed = scheme == 0 ? 25 : 1; // with which a clock is easily missed
         window->player().openDemo(modulation);
         window->player().setSpan(0.5);
         EXPECT_EQ(readings.eye().text(0, 0), "\u2013") << "not of the signal before";
@@ -161,6 +164,44 @@ TEST(Figures, KeepTheirPlaces)
     table.setNote(0, 2, "why", "because");
     table.setNames(0, {"Much longer than before"});
     EXPECT_EQ(places(), before);
+}
+
+TEST_F(Panels, TellTheSampleRateOfWhatIsShown)
+{
+    QString source;
+    const auto shown = [&] {
+        for (const auto* label : window->findChild<StatusFields*>()->findChildren<QLabel*>()) {
+            if (!label->toolTip().startsWith("Sample rate"))
+                continue;
+            source = label->toolTip().section("the source has ", 1);
+            return label->text();
+        }
+        return QString();
+    };
+    EXPECT_EQ(shown(), "48\u2009kHz");
+    dropSine(1, 8000);
+    EXPECT_EQ(shown(), "8\u2009kHz");
+    int ends[2] = {};
+    ASSERT_EQ(pipe(ends), 0);
+    Recording live;
+    live.source =
+        std::make_unique<StreamSource>("pipe", ends[0], *SampleFormat::parse("cu8"), 76560.4);
+    QString why;
+    ASSERT_TRUE(window->player().open(std::move(live), 0, std::nullopt, why));
+    EXPECT_EQ(shown(), "76.5604\u2009kHz");
+    ReceiverSettings receiver;
+    receiver.isOn = true; // makes eight samples of a symbol
+    window->player().setReceiver(receiver);
+    for (const auto& [symbolRate, rate] : {std::pair(9600.0, "76.8"), {6250.0, "50"}}) {
+        window->player().setSymbolRate(symbolRate);
+        EXPECT_EQ(shown(), QString(rate) + "\u2009kHz");
+        EXPECT_EQ(source, "76.5604\u2009kHz");
+    }
+    window->player().openDemo(ModulationSettings());
+    EXPECT_EQ(shown(), "48\u2009kHz");
+    EXPECT_EQ(source, "");
+    close(ends[0]);
+    close(ends[1]);
 }
 
 TEST_F(Panels, TakeNoNameForMarkup)

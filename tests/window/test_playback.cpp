@@ -8,7 +8,10 @@
 
 #include <QPushButton>
 
+#include <random>
+
 #include <unistd.h>
+#include <zmq.hpp>
 
 namespace {
 
@@ -114,6 +117,16 @@ TEST_F(Playback, EstimatesTheSymbolRateAtAClick)
     ASSERT_FALSE(window->feed().symbolRate());
     ASSERT_TRUE(QTest::qWaitFor([this] { return window->feed().symbolRate().has_value(); }))
         << "unasked, as it is sure";
+    std::vector<double> samples, burst; // long after its start
+    ModulationSource(ModulationSettings()).read(burst, 60000);
+    std::mt19937 noise(1);
+    for (int i = 0; i < 1'500'000; ++i)
+        samples.push_back(1e-12 * double(noise()));
+    std::copy(burst.begin(), burst.end(), samples.begin() + 1'000'000);
+    writeRecording(path("burst.wav"), 48000, 2, samples, SF_FORMAT_WAV | SF_FORMAT_FLOAT);
+    drop({QUrl::fromLocalFile(path("burst.wav"))});
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window->feed().symbolRate().has_value(); }));
+    EXPECT_NEAR(*window->feed().symbolRate(), 6000.0, 1.0);
     QTest::mouseClick(button, Qt::LeftButton);
     window.reset(); // while it looks
 }
@@ -157,6 +170,45 @@ TEST_F(Playback, VeilsALiveSignalThatStandsStillAndPausesWhereItEnds)
     QTest::mouseClick(caption().findChild<QToolButton*>(), Qt::LeftButton);
     EXPECT_TRUE(caption().isPaused()) << "it has ended";
     close(ends[0]);
+}
+
+TEST_F(Playback, VeilsAPublisherThatIsGoneUntilItIsBack)
+{
+    struct Publisher
+    {
+        explicit Publisher(const std::string& endpoint)
+        {
+            socket.set(zmq::sockopt::linger, 0);
+            socket.bind(endpoint);
+        }
+        zmq::context_t context;
+        zmq::socket_t socket{context, ZMQ_PUB};
+    };
+    auto publisher = std::make_unique<Publisher>("tcp://127.0.0.1:*");
+    const std::string endpoint = publisher->socket.get(zmq::sockopt::last_endpoint);
+    Recording::Options options;
+    options.format = SampleFormat::parse("u8");
+    options.sampleRate = 8000.0;
+    const QString address = QString::fromStdString(endpoint).replace("tcp", "zmq");
+    QString why;
+    ASSERT_TRUE(window->player().open(Recording::open(address, options), 0, std::nullopt, why));
+    window->feed().transport().play();
+    const auto sendUntil = [&](const std::function<bool()>& holds) {
+        return QTest::qWaitFor([&] {
+            publisher->socket.send(zmq::str_buffer("samples"), zmq::send_flags::dontwait);
+            return holds();
+        });
+    };
+    const PaneNote& note = *window->panes().panes()[0].note;
+    const auto isPlaying = [&] { return window->feed().hasPlayed() && note.text().isEmpty(); };
+    EXPECT_TRUE(sendUntil(isPlaying));
+    publisher.reset();
+    for (const char* since : {"2 s", "3 s"})
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return note.text() == QString("stands still for ") + since; }));
+    EXPECT_TRUE(window->feed().trouble().contains("is gone: reconnecting"));
+    publisher = std::make_unique<Publisher>(endpoint);
+    EXPECT_TRUE(sendUntil(isPlaying));
 }
 
 TEST_F(Playback, SaysWhatEmptyViewsWaitForAndWhatIsShown)

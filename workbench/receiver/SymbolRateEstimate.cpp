@@ -5,6 +5,7 @@
 #include "workbench/receiver/Demodulator.h"
 #include "workbench/receiver/FrontEnd.h"
 #include "workbench/receiver/HalfBits.h"
+#include "workbench/receiver/StrongestStretch.h"
 
 #include <QElapsedTimer>
 
@@ -285,26 +286,48 @@ SymbolRateEstimate::Signal SymbolRateEstimate::signalOf(SignalSource& source,
     return signal;
 }
 
+std::vector<std::int64_t> SymbolRateEstimate::otherPlaces(SignalSource& source,
+                                                          const ChannelChoice& channel,
+                                                          std::int64_t first)
+{
+    constexpr auto length = static_cast<std::int64_t>(maxSampleCount);
+    const std::int64_t count = source.isLive() ? 0 : source.sampleCount().value_or(0);
+    std::vector<std::int64_t> looked{first};
+    if (count <= length)
+        return {};
+    for (const std::int64_t place :
+         {strongestStretch(source, channel, length), (count - length) / 2, count - length}) {
+        const auto isSame = [place](std::int64_t other) {
+            return std::abs(place - other) < length / 4;
+        };
+        if (std::none_of(looked.begin(), looked.end(), isSame))
+            looked.push_back(place);
+    }
+    return {looked.begin() + 1, looked.end()};
+}
+
+bool SymbolRateEstimate::isBetterThan(const SymbolRateEstimate& other) const
+{
+    return verdict > other.verdict || (verdict == other.verdict && confidence > other.confidence);
+}
+
 SymbolRateEstimate SymbolRateEstimate::ofSource(SignalSource& source, const ChannelChoice& channel,
                                                 const ReceiverSettings& settings, const GoOn& goOn)
 {
-    constexpr int maxPlaceCount = 3;
-    const std::int64_t count = source.isLive() ? 0 : source.sampleCount().value_or(0);
-    const auto most = static_cast<std::int64_t>(maxSampleCount);
-    const int placeCount =
-        static_cast<int>(std::clamp<std::int64_t>(count / most, 1, maxPlaceCount));
-    SymbolRateEstimate best;
     bool isEnded = false;
-    for (int place = 0; place < placeCount && best.verdict != Verdict::Sure && !isEnded; ++place) {
-        const std::int64_t from = placeCount > 1 ? (count - most) / (placeCount - 1) * place : 0;
-        const auto goOnHere = [&goOn, &isEnded, place, placeCount](double part) {
-            isEnded = goOn && !goOn((place + part) / placeCount);
-            return !isEnded;
-        };
-        const SymbolRateEstimate here = of(signalOf(source, channel, settings, from), goOnHere);
-        if (here.verdict > best.verdict ||
-            (here.verdict == best.verdict && here.confidence > best.confidence))
+    const GoOn goOnHere = [&goOn, &isEnded](double part) {
+        isEnded = goOn && !goOn(part);
+        return !isEnded;
+    };
+    SymbolRateEstimate best = of(signalOf(source, channel, settings, 0), goOnHere);
+    if (best.verdict == Verdict::Sure || isEnded)
+        return isEnded ? SymbolRateEstimate() : best;
+    for (const std::int64_t place : otherPlaces(source, channel, 0)) {
+        const SymbolRateEstimate here = of(signalOf(source, channel, settings, place), goOnHere);
+        if (here.isBetterThan(best))
             best = here;
+        if (best.verdict == Verdict::Sure || isEnded)
+            break;
     }
     return isEnded ? SymbolRateEstimate() : best;
 }

@@ -43,7 +43,8 @@ public:
         Manchester,  ///< two opposite half bits
         ReturnToZero ///< a pulse in the first half, and rest in the second
     };
-    /// Called now and then with the part done, 0 to 1; false ends the estimate. May be empty.
+    /// Called now and then with the part done of one place, 0 to 1; false ends the estimate. May be
+    /// empty.
     using GoOn = std::function<bool(double part)>;
 
     static constexpr std::size_t maxSampleCount = 1 << 18; ///< looked at at a time
@@ -68,7 +69,12 @@ public:
     /// @param settings  their symbol rate does not count; with a flaw they count as off.
     static Signal signalOf(SignalSource& source, const ChannelChoice& channel,
                            const ReceiverSettings& settings, std::int64_t from);
-    /// Of a source: of its start, and where that is not sure of places all over it; the surest.
+    /// Where to look in a recording when its samples from one on were not sure: where most signal
+    /// is, in its middle and at its end, as far as that is elsewhere. First samples of
+    /// maxSampleCount; none of a source that is live or not longer.
+    static std::vector<std::int64_t> otherPlaces(SignalSource& source, const ChannelChoice& channel,
+                                                 std::int64_t first);
+    /// Of a source: of its start, and where that is not sure of its otherPlaces; the surest.
     /// Of a live one: of what comes in the next seconds, which is gone then.
     static SymbolRateEstimate ofSource(SignalSource& source, const ChannelChoice& channel,
                                        const ReceiverSettings& settings, const GoOn& goOn = {});
@@ -78,6 +84,8 @@ public:
     {
         return verdict == Verdict::Sure || (isAsked && verdict == Verdict::Unsure);
     }
+    /// Surer, or as sure with more confidence.
+    bool isBetterThan(const SymbolRateEstimate& other) const;
     /// What was found, and what to do where that is not sure: one sentence.
     QString sentence() const;
 

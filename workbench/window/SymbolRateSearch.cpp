@@ -9,6 +9,7 @@ SymbolRateSearch::~SymbolRateSearch() { cancel(); }
 
 void SymbolRateSearch::cancel()
 {
+    ++m_run;
     m_isCanceled = true;
     if (m_thread.joinable())
         m_thread.join();
@@ -17,20 +18,63 @@ void SymbolRateSearch::cancel()
 
 void SymbolRateSearch::start(SignalFeed& feed)
 {
-    cancel();
-    SymbolRateEstimate::Signal signal;
+    m_feed = &feed;
+    m_isElsewhere = false;
+    m_best = SymbolRateEstimate();
+    Stretches stretches;
     feed.changeSource([&](SignalSource& source) {
         constexpr auto length = static_cast<std::int64_t>(SymbolRateEstimate::maxSampleCount);
         const auto here = static_cast<std::int64_t>(feed.transport().time() * source.sampleRate());
         const std::int64_t last = source.sampleCount().value_or(here + length) - length;
-        signal = SymbolRateEstimate::signalOf(
-            source, feed.channel(), feed.receiver(),
-            std::clamp<std::int64_t>(here - length / 2, 0, std::max<std::int64_t>(last, 0)));
+        m_first = std::clamp<std::int64_t>(here - length / 2, 0, std::max<std::int64_t>(last, 0));
+        stretches.push_back(
+            SymbolRateEstimate::signalOf(source, feed.channel(), feed.receiver(), m_first));
     });
-    m_thread = std::thread([this, signal = std::move(signal)] {
-        const auto estimate =
-            SymbolRateEstimate::of(signal, [this](double) { return !m_isCanceled; });
-        if (!m_isCanceled)
-            QMetaObject::invokeMethod(this, [this, estimate] { emit found(estimate); });
+    look(std::move(stretches));
+}
+
+void SymbolRateSearch::look(Stretches stretches)
+{
+    cancel();
+    m_thread = std::thread([this, run = m_run, stretches = std::move(stretches)] {
+        SymbolRateEstimate best;
+        for (const SymbolRateEstimate::Signal& signal : stretches) {
+            const auto estimate =
+                SymbolRateEstimate::of(signal, [this](double) { return !m_isCanceled; });
+            if (estimate.isBetterThan(best))
+                best = estimate;
+            if (best.verdict == SymbolRateEstimate::Verdict::Sure || m_isCanceled)
+                break;
+        }
+        QMetaObject::invokeMethod(this, [this, run, best] {
+            if (run == m_run)
+                judge(best);
+        });
     });
+}
+
+void SymbolRateSearch::judge(const SymbolRateEstimate& estimate)
+{
+    if (estimate.isBetterThan(m_best))
+        m_best = estimate;
+    if (m_best.verdict != SymbolRateEstimate::Verdict::Sure && !m_isElsewhere) {
+        m_isElsewhere = true;
+        if (Stretches stretches = elsewhere(); !stretches.empty()) {
+            look(std::move(stretches));
+            return;
+        }
+    }
+    emit found(m_best);
+}
+
+SymbolRateSearch::Stretches SymbolRateSearch::elsewhere()
+{
+    Stretches stretches;
+    m_feed->changeSource([&](SignalSource& source) {
+        for (const std::int64_t place :
+             SymbolRateEstimate::otherPlaces(source, m_feed->channel(), m_first))
+            stretches.push_back(
+                SymbolRateEstimate::signalOf(source, m_feed->channel(), m_feed->receiver(), place));
+    });
+    return stretches;
 }
