@@ -69,7 +69,8 @@ std::vector<Truth> truthsOf(const LinearSignal& signal)
         return truths;
     // To an estimate of time and phase, errors of the transmitter are as good as noise.
     const double esN0 = 1.0 / std::max(power, std::pow(10.0, -bounds::floorDb / 10.0));
-    const double carrier = symbolRate * bounds::carrier(count, esN0);
+    const double part = bounds::phasePart(LinearSignal::pointsOf(signal.modulation), esN0);
+    const double carrier = symbolRate * bounds::carrier(count, esN0, part);
     truths.push_back({"carrier.offset", Kind::Value, symbolRate * signal.carrier, 3.0 * carrier,
                       0.25 * carrier});
     // 5 ppm at 20 dB and 2,000 symbols; the bound says how it grows with shorter records and noise.

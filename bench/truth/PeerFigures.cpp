@@ -183,7 +183,8 @@ PeerFigures boundsOf(const LinearSignal& kind)
 {
     const auto count = static_cast<double>(kind.symbolCount);
     const double esN0 = 1.0 / std::max(kind.errorPower(), std::pow(10.0, -bounds::floorDb / 10.0));
-    return {bounds::mer(count), bounds::carrier(count, esN0),
+    const double part = bounds::phasePart(LinearSignal::pointsOf(kind.modulation), esN0);
+    return {bounds::mer(count), bounds::carrier(count, esN0, part),
             bounds::clock(count, esN0, kind.rollOff)};
 }
 

@@ -1,5 +1,6 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "receiver/SentSignal.h"
+#include "workbench/measure/CarrierPhases.h"
 #include "workbench/measure/ConstellationReadings.h"
 #include "workbench/measure/CrossingClock.h"
 #include "workbench/measure/EyeReadings.h"
@@ -256,6 +257,56 @@ TEST(Regression, JoinsStretchesThatGoOnUpToAnAmbiguity)
         EXPECT_EQ(*joined.deviation < 0.75 * *apart.deviation, step != 0.6) << step;
         EXPECT_NEAR(joined.value, 0.01, 4.0 * *joined.deviation) << step;
     }
+}
+
+TEST(Regression, JoinsStretchesOfPointsThatNoiseHides)
+{
+    double apart = 0.0, joined = 0.0; // sums of squares
+    for (unsigned seed = 0; seed < 60; ++seed) {
+        Random random(seed);
+        Regression line;
+        for (int k = 0; k < 2000; ++k) {
+            if (k == 1000)
+                line.startStretch();
+            line.add(k, 0.01 * k + (k < 1000 ? 0.0 : 1.5) + 0.45 * random.noise());
+        }
+        apart += std::pow(line.slope()->value - 0.01, 2);
+        line.join(1.5);
+        joined += std::pow(line.slope()->value - 0.01, 2);
+    }
+    // A quarter of it; each sum within a factor of 1.5, three times sqrt(2 / 60), of its mean.
+    EXPECT_LT(joined, 0.5 * apart);
+}
+
+TEST(CarrierPhases, ComeToTheBoundOfSymbolsThatAreInDoubt)
+{
+    // 16QAM of 10 dB, looked at from phases of a loop that shakes and has drifted.
+    std::vector<Complex> ideal;
+    for (int k = 0; k < 16; ++k)
+        ideal.push_back(Complex(2.0 * (k % 4) - 3.0, 2.0 * (k / 4) - 3.0) / std::sqrt(10.0));
+    const Decisions decisions(ideal);
+    constexpr double noise = 0.05, turn = 2e-4;
+    constexpr int count = 4000, trials = 40;
+    double square = 0.0;
+    for (unsigned seed = 0; seed < trials; ++seed) {
+        Random random(seed);
+        const double start = 6.0 * random.noise();
+        std::vector<CarrierPhases::Symbol> symbols;
+        for (int k = 0; k < count; ++k) {
+            const double off = 0.05 * std::sin(0.011 * k + start) + 0.05 * (k / 2000.0 - 1.0);
+            const Complex point = ideal[random.below(16)] * std::polar(1.0, -off) +
+                                  std::sqrt(noise) * Complex(random.noise(), random.noise());
+            symbols.push_back({turn * k + off, point, k == 0});
+        }
+        Regression line;
+        const auto phases = CarrierPhases(decisions, noise, false).of(symbols);
+        for (std::size_t k = 0; k < phases.size(); ++k)
+            line.add(double(k), phases[k].value, phases[k].weight);
+        square += std::pow(line.slope()->value - turn, 2) / trials;
+    }
+    // 16 points of 10 dB tell 0.232 of what known ones do; 40 trials, three deviations.
+    const double bound = std::sqrt(6.0 / (std::pow(count, 3) * 10.0 * 0.232));
+    EXPECT_LT(std::sqrt(square), bound * (1.1 + 3.0 / std::sqrt(2.0 * trials)));
 }
 
 /// A stretch of signal whose samples are their own positions, a symbol in the middle of each eight.

@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/measure/CrossingClock.h"
 
+#include "workbench/measure/LineSums.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -13,26 +15,6 @@ constexpr std::size_t leastCrossings = 16; // of a run: of fewer a line takes to
 constexpr std::size_t leastBlocks = 3;     // of as many symbols, in which to look for wander
 constexpr double clearly = 5.0;            // deviations of the sum of as many squares
 
-/// Sums of a straight line.
-struct Line
-{
-    void add(double x, double y, double sign = 1.0)
-    {
-        n += sign;
-        sx += sign * x;
-        sy += sign * y;
-        sxx += sign * x * x;
-        sxy += sign * x * y;
-    }
-    double at(double x) const
-    {
-        const double determinant = n * sxx - sx * sx;
-        const double slope = determinant > 1e-9 * n * sxx ? (n * sxy - sx * sy) / determinant : 0.0;
-        return sy / n + slope * (x - sx / n);
-    }
-    double n = 0.0, sx = 0.0, sy = 0.0, sxx = 0.0, sxy = 0.0;
-};
-
 /// Crossings of one run.
 class Run
 {
@@ -42,7 +24,7 @@ public:
     Run(const Crossing* first, std::size_t count)
     {
         const double middle = 0.5 * (first->symbol + first[count - 1].symbol);
-        Line line;
+        LineSums line;
         for (std::size_t k = 0; k < count; ++k) {
             m_places.push_back(first[k].symbol - middle);
             line.add(m_places[k], first[k].time);
@@ -58,7 +40,7 @@ public:
         const auto blockCount = static_cast<std::size_t>(span / meanSymbols);
         if (blockCount < leastBlocks)
             return false;
-        std::vector<Line> blocks(blockCount);
+        std::vector<LineSums> blocks(blockCount);
         std::vector<double> squares(blockCount);
         for (std::size_t k = 0; k < m_places.size(); ++k) {
             const double part = (m_places[k] - m_places.front()) / span;
@@ -82,16 +64,9 @@ public:
     /// Takes off what is slow.
     void follow()
     {
-        const std::vector<double> before = m_offsets;
-        Line line;
-        std::size_t begin = 0, end = 0;
-        for (std::size_t k = 0; k < m_places.size(); ++k) {
-            for (; end < m_places.size() && m_places[end] <= m_places[k] + 0.5 * meanSymbols; ++end)
-                line.add(m_places[end], before[end]);
-            for (; m_places[begin] < m_places[k] - 0.5 * meanSymbols; ++begin)
-                line.add(m_places[begin], before[begin], -1.0);
-            m_offsets[k] -= line.at(m_places[k]);
-        }
+        const std::vector<double> slow = slidingLine(m_places, m_offsets, {}, 0.5 * meanSymbols);
+        for (std::size_t k = 0; k < m_offsets.size(); ++k)
+            m_offsets[k] -= slow[k];
     }
 
     const std::vector<double>& offsets() const { return m_offsets; }

@@ -1,5 +1,6 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 // What a gate's symbols measure: constellation, carrier and clock.
+#include "workbench/measure/CarrierPhases.h"
 #include "workbench/measure/ConstellationReadings.h"
 #include "workbench/measure/MeasurementMaker.h"
 #include "workbench/measure/Regression.h"
@@ -114,20 +115,26 @@ void Measurement::Maker::measureCarrier()
         miss("carrier", tr("there are too few symbols"));
         return;
     }
-    Regression line;
+    const auto& modulation = modulations::of(*m_setup.modulation);
+    std::vector<CarrierPhases::Symbol> symbols;
     double last = 0.0;
     for (std::size_t k = 0; k < all.size(); ++k) {
-        const Symbol& symbol = m_gate.good[k].symbol;
-        const std::complex<double> point = all[k] / *gain;
-        const std::complex<double> decided = decisions.nearest(point);
-        const double phase = symbol.phase + std::arg(point * std::conj(decided));
+        const double phase = m_gate.good[k].symbol.phase;
         // A carrier that was found anew has another start.
-        if (m_gate.good[k].startsRun || std::abs(symbol.phase - last) > pi)
-            line.startStretch();
-        last = symbol.phase;
-        line.add(symbol.time, phase, std::max(std::norm(decided), 1e-9));
+        const bool isStart = m_gate.good[k].startsRun || std::abs(phase - last) > pi;
+        symbols.push_back({phase, all[k] / *gain, isStart});
+        last = phase;
     }
-    line.join(2.0 * pi / modulations::of(*m_setup.modulation).power);
+    // Of offset symbols I and Q are of two instants, which a turn mixes with what is between.
+    const double noise = 0.5 * std::pow(m_result.constellation.evmRms.value_or(0.0), 2.0);
+    const auto phases = CarrierPhases(decisions, noise, modulation.isOffset).of(symbols);
+    Regression line;
+    for (std::size_t k = 0; k < all.size(); ++k) {
+        if (symbols[k].isStart)
+            line.startStretch();
+        line.add(m_gate.good[k].symbol.time, phases[k].value, phases[k].weight);
+    }
+    line.join(2.0 * pi / modulation.power);
     const auto slope = line.slope();
     if (!slope) {
         miss("carrier", tr("there are too few symbols"));

@@ -85,12 +85,33 @@ std::optional<Regression::Slope> Regression::slope() const
     return result;
 }
 
+/// Of single points about a line of a slope, as neighbours differ.
+double Regression::scatterAbout(double slope) const
+{
+    double sum = 0.0, count = 1.0;
+    for (const auto& points : m_stretches) {
+        for (std::size_t k = 1; k < points.size(); ++k) {
+            const double rest = points[k].value - points[k - 1].value -
+                                slope * (points[k].time - points[k - 1].time);
+            sum += 0.5 * rest * rest;
+            count += 1.0;
+        }
+    }
+    return std::sqrt(sum / count);
+}
+
 void Regression::join(double ambiguity)
 {
-    constexpr double sure = 1.0 / 16.0; // of the ambiguity
+    constexpr double sure = 1.0 / 16.0;  // of the ambiguity
+    constexpr double clear = 1.0 / 32.0; // of it: deviation of a step from line to line
+    constexpr std::size_t leastAbout = 32, mostAbout = 1024;
     const auto first = slope();
     if (!first || !first->deviation || m_stretches.size() < 2)
         return;
+    // Neighbours alone are noisy: so many points on either side tell where the lines are.
+    const double part = scatterAbout(first->value) / (clear * ambiguity);
+    const auto about = static_cast<std::size_t>(
+        std::clamp(2.0 * part * part, double{leastAbout}, double{mostAbout}));
     std::vector<std::vector<Point>> joined;
     for (auto& points : m_stretches) {
         if (points.empty())
@@ -101,8 +122,6 @@ void Regression::join(double ambiguity)
         }
         const Point& last = joined.back().back();
         const double gap = points.front().time - last.time;
-        // Neighbours alone are noisy: some points on either side tell where the lines are.
-        constexpr std::size_t about = 32;
         const auto restOf = [&](const Point* begin, std::size_t count) {
             double sum = 0.0;
             for (std::size_t k = 0; k < count; ++k)

@@ -35,6 +35,8 @@ private:
         double time, value, weight;
     };
 
+    double scatterAbout(double slope) const;
+
     std::vector<std::vector<Point>> m_stretches;
     std::size_t m_count = 0;
 };

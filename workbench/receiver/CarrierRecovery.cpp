@@ -285,7 +285,8 @@ void CarrierRecovery::putOutTracked(bool isEnding, BasebandBlock& output)
         const TrackedPhases::Smoothed smoothed = m_tracked.smoothed(m_frequency);
         if (m_tracked.isFaint())
             state = SymbolState::Edge;
-        else if (!isHeld || smoothed.quality < localPart * m_modulation->lockQuality)
+        else if (!isHeld || (!m_modulation->hasAmplitudes &&
+                             smoothed.quality < localPart * m_modulation->lockQuality))
             state = SymbolState::Unlocked;
         if (state == SymbolState::Unlocked && !isHeld && m_wasHeld) {
             m_isTracking = false;
