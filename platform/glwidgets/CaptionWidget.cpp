@@ -106,6 +106,7 @@ void CaptionWidget::setTitle(const QString& title)
 {
     m_title = title;
     setAccessibleName(title);
+    TellWholeNote();
     update();
 }
 
@@ -115,6 +116,32 @@ void CaptionWidget::setReadout(const QString& text)
         return;
     m_readout = text;
     update();
+}
+
+void CaptionWidget::setNote(const QString& text)
+{
+    if (m_note == text)
+        return;
+    m_note = text;
+    setAccessibleDescription(text);
+    TellWholeNote();
+    update();
+}
+
+void CaptionWidget::TellWholeNote()
+{
+    QFont bold = font();
+    bold.setBold(true);
+    const int free =
+        RoomForTitle(rect()).width() - QFontMetrics(bold).horizontalAdvance(m_title) - spacing;
+    const bool isCut = QFontMetrics(font()).horizontalAdvance(m_note) > free;
+    setToolTip(isCut ? m_note : QString());
+}
+
+void CaptionWidget::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    TellWholeNote();
 }
 
 bool CaptionWidget::isPaused() const { return m_pPause && m_pPause->isChecked(); }
@@ -141,14 +168,19 @@ void CaptionWidget::PaintPicture(QPainter& painter, const QSize& size) const
     PaintBar(painter, QRect(QPoint(0, 0), size));
 }
 
+QRect CaptionWidget::RoomForTitle(const QRect& place) const
+{
+    const int right = m_pPause ? m_pPause->width() + rightMargin + spacing : spacing;
+    return place.adjusted(leftMargin, 0, -right, 0);
+}
+
 // Without the button, which is a widget of its own.
 void CaptionWidget::PaintBar(QPainter& painter, const QRect& place) const
 {
     ColorSet& colors = ColorSet::Instance();
     painter.fillRect(place, colors[IColorBase::colBackground]);
     painter.setPen(colors[IColorBase::colLabel]);
-    const int right = m_pPause ? m_pPause->width() + rightMargin + spacing : spacing;
-    QRect free = place.adjusted(leftMargin, 0, -right, 0);
+    QRect free = RoomForTitle(place);
     const auto draw = [&](const QFont& font, int alignment, const QString& text) {
         painter.setFont(font);
         const QFontMetrics metrics(font);
@@ -159,6 +191,11 @@ void CaptionWidget::PaintBar(QPainter& painter, const QRect& place) const
     QFont bold = font();
     bold.setBold(true);
     free.setLeft(free.left() + draw(bold, Qt::AlignLeft, m_title) + spacing);
+    if (m_readout.isEmpty()) {
+        painter.setPen(palette().color(QPalette::PlaceholderText));
+        draw(font(), Qt::AlignRight, m_note);
+        return;
+    }
     // Digits of one width, so that numbers stay where they are while they change.
     QFont digits = font();
     digits.setFamily(QFontDatabase::systemFont(QFontDatabase::FixedFont).family());

@@ -18,7 +18,11 @@ public:
     void setTitle(const QString& title);
     /// Text at the right of the bar; empty for none.
     void setReadout(const QString& text);
+    /// A few words in the read-out's place while there is none, paler than the title; empty for
+    /// none. Where they are cut, a tool tip has all of them.
+    void setNote(const QString& text);
     const QString& readout() const { return m_readout; }
+    const QString& note() const { return m_note; }
     bool isPaused() const;
     /// Presses the pause button for the user, unless it stands so already.
     void setPaused(bool paused);
@@ -39,14 +43,18 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void TellPause();
     void DescribePause();
+    void TellWholeNote();
+    QRect RoomForTitle(const QRect& place) const;
     void PaintBar(QPainter& painter, const QRect& place) const;
 
     QString m_title;
     QString m_readout;
+    QString m_note;
     QToolButton* m_pPause; // null without pause control
     bool m_toldPaused = false;
 };

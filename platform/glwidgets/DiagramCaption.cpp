@@ -56,6 +56,12 @@ void DiagramCaption::setTitle(const QString& title)
         m_pWidget->setTitle(title);
 }
 
+void DiagramCaption::setNote(const QString& text)
+{
+    if (m_pWidget)
+        m_pWidget->setNote(text);
+}
+
 bool DiagramCaption::isPaused() const { return m_pWidget && m_pWidget->isPaused(); }
 
 void DiagramCaption::setPaused(bool paused)

@@ -34,6 +34,8 @@ public:
     /// GL widget that carries the bar in a layout; never null.
     std::shared_ptr<GLBaseWidget> getBaseWidget() const;
     void setTitle(const QString& title);
+    /// A few words at the right while there is no read-out, see CaptionWidget::setNote.
+    void setNote(const QString& text);
     bool isPaused() const;
     /// Presses the pause button for the user, unless it stands so already.
     void setPaused(bool paused);

@@ -283,6 +283,25 @@ void GLEyeDiagram::TrimHistory()
         RemoveRecord();
 }
 
+void GLEyeDiagram::SetBufferSize(int samples)
+{
+    if (samples < 1)
+        return;
+    Keep(samples);
+    update();
+}
+
+void GLEyeDiagram::Keep(int samples)
+{
+    if (samples == m_bufferSize)
+        return;
+    m_bufferSize = samples;
+    for (const char* name : {"MeasDataX", "MeasDataY"}) {
+        if (const auto array = Object<CDataArrayD>(name))
+            array->SetCapacity(static_cast<std::size_t>(m_bufferSize));
+    }
+}
+
 void GLEyeDiagram::SetBaudrate(float) {}
 
 void GLEyeDiagram::SetYStart(double start)
@@ -372,13 +391,7 @@ void GLEyeDiagram::slotAcceptPropertyChanges()
     SetYStart(m_pPropertyPage->GetYAxisMin());
     SetYStop(m_pPropertyPage->GetYAxisMax());
     m_showGrid = m_pPropertyPage->GetShowGrid();
-    if (m_pPropertyPage->GetBufferSize() != m_bufferSize) {
-        m_bufferSize = m_pPropertyPage->GetBufferSize();
-        for (const char* name : {"MeasDataX", "MeasDataY"}) {
-            if (const auto array = Object<CDataArrayD>(name))
-                array->SetCapacity(static_cast<std::size_t>(m_bufferSize));
-        }
-    }
+    Keep(m_pPropertyPage->GetBufferSize());
     update();
 }
 

@@ -63,6 +63,9 @@ public:
     /// The traces that are kept, the oldest first, which may have lost its first samples: of each
     /// sample where it lies in the interval from 0 to 1, and its value.
     std::vector<std::vector<QPointF>> GetTraces() const;
+    /// Sets how many samples are kept, and repaints. Of what is there already the newest stay. A
+    /// number below 1 is ignored; the settings page offers 100 to 10000.
+    void SetBufferSize(int samples);
     /// Paints the diagram into a picture, laid out for a size in logical pixels whatever its own
     /// is; as vectors where the painter draws vectors. Nothing without an X axis, which is laid out
     /// alike.
@@ -116,6 +119,7 @@ private:
     void RemoveRecord();
     void ScaleTo(Extent extent);
     void TrimHistory();
+    void Keep(int samples);
     void ShowYRange();
     void BuildScene();
     bool UpdateScene(const QSize& size);

@@ -131,6 +131,14 @@ void GLIQDiagram::Clear()
     update();
 }
 
+void GLIQDiagram::SetAging(double seconds)
+{
+    if (!(seconds >= 0.0))
+        return;
+    m_aging = seconds;
+    update();
+}
+
 void GLIQDiagram::SetAgesByData(bool byData) { m_agesByData = byData; }
 
 std::vector<float> GLIQDiagram::GetSamples() const
@@ -192,6 +200,11 @@ void GLIQDiagram::GetYStartStop(double& start, double& stop)
 }
 
 std::shared_ptr<AxisHandler> GLIQDiagram::GetYAxisHandler() { return m_yAxisHandler; }
+
+void GLIQDiagram::SetYUnit(const QString& unit)
+{
+    m_yAxisHandler->SetUnitText(unit.isEmpty() ? QStringLiteral(" ") : unit);
+}
 
 void GLIQDiagram::setXAxisWidget(const std::shared_ptr<XAxisWidget>& xAxisWidget)
 {

@@ -62,6 +62,9 @@ public:
     /// Forgets all data sets, and requests a repaint. Ranges and settings stay, and so does an
     /// auto-scale period.
     void Clear();
+    /// Sets how long points stay, in seconds, and repaints. Infinity keeps them until they are
+    /// among the oldest; NaN and negative numbers are ignored.
+    void SetAging(double seconds);
     /// Takes ages against the newest data set instead of the last paint, so that the plot stays as
     /// it is while no data come; false at first.
     void SetAgesByData(bool byData);
@@ -76,6 +79,8 @@ public:
     void GetYStartStop(double& start, double& stop);
     /// The Y axis, sharing ownership with the diagram.
     std::shared_ptr<AxisHandler> GetYAxisHandler();
+    /// Unit in the read-outs of Y; empty for none.
+    void SetYUnit(const QString& unit);
     /// The X axis, shared with the caller; an empty pointer detaches it.
     void setXAxisWidget(const std::shared_ptr<XAxisWidget>& xAxisWidget);
 

@@ -223,6 +223,11 @@ void GLTimeDiagram::GetYStartStop(double& start, double& stop)
 
 std::shared_ptr<AxisHandler> GLTimeDiagram::GetYAxisHandler() { return m_yAxisHandler; }
 
+void GLTimeDiagram::SetYUnit(const QString& unit)
+{
+    m_yAxisHandler->SetUnitText(unit.isEmpty() ? QStringLiteral(" ") : unit);
+}
+
 void GLTimeDiagram::setXAxisWidget(const std::shared_ptr<XAxisWidget>& xAxisWidget)
 {
     m_xAxisWidget = xAxisWidget;

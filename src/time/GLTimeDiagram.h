@@ -69,6 +69,8 @@ public:
     void GetYStartStop(double& start, double& stop);
     /// The Y axis, sharing ownership with the diagram.
     std::shared_ptr<AxisHandler> GetYAxisHandler();
+    /// Unit in the read-outs of Y; empty for none.
+    void SetYUnit(const QString& unit);
     /// The X axis, shared with the caller; an empty pointer detaches it.
     void setXAxisWidget(const std::shared_ptr<XAxisWidget>& xAxisWidget);
 

@@ -39,7 +39,8 @@ private:
 
 } // namespace
 
-using Frame = ViewFrame<VCGLEyeDiagram>;
+using View = VCGLEyeDiagram;
+using Frame = ViewFrame<View>;
 
 VCGLEyeDiagram::VCGLEyeDiagram(QWidget* parent)
     : GLLayout(parent)
@@ -68,95 +69,16 @@ VCGLEyeDiagram::~VCGLEyeDiagram()
     m_pCaption = nullptr;
 }
 
-bool VCGLEyeDiagram::SetData1_ValuePath(const QString& path) { return m_data1.SetPath(path); }
-
-bool VCGLEyeDiagram::SetBaudrateData_ValuePath(const QString& path)
+std::vector<std::vector<QPointF>> VCGLEyeDiagram::GetTraces() const
 {
-    return m_baudrateData.SetPath(path);
+    return m_pEyeDiagram->GetTraces();
 }
 
-bool VCGLEyeDiagram::SetHasChangedTrigger_ValuePath(const QString& path)
-{
-    return Frame::Bind(*this, m_hasChangedTrigger, path);
-}
+void VCGLEyeDiagram::SetBufferSize(int samples) { m_pEyeDiagram->SetBufferSize(samples); }
 
-bool VCGLEyeDiagram::SetXAxisMin_ValuePath(const QString& path)
-{
-    return Frame::Bind(*this, m_xAxisMin, path);
-}
+QWidget* VCGLEyeDiagram::GetCanvas() { return m_pEyeDiagram; }
 
-bool VCGLEyeDiagram::SetXAxisMax_ValuePath(const QString& path)
-{
-    return Frame::Bind(*this, m_xAxisMax, path);
-}
-
-bool VCGLEyeDiagram::SetYAxisMin_ValuePath(const QString& path)
-{
-    return Frame::Bind(*this, m_yAxisMin, path);
-}
-
-bool VCGLEyeDiagram::SetYAxisMax_ValuePath(const QString& path)
-{
-    return Frame::Bind(*this, m_yAxisMax, path);
-}
-
-bool VCGLEyeDiagram::SetBaudrate_ValuePath(const QString& path)
-{
-    return Frame::Bind(*this, m_baudrateValue, path);
-}
-
-void VCGLEyeDiagram::Update(Observable* source, TChangeCode code)
-{
-    if (code == ccContent)
-        Frame::DispatchWithBaudrate(*this, source);
-}
-
-bool VCGLEyeDiagram::Feed() { return Frame::FeedSegments(*this); }
-
-void VCGLEyeDiagram::AutoScale()
-{
-    if (m_pEyeDiagram)
-        m_pEyeDiagram->AutoScale();
-}
-
-DiagramCaption* VCGLEyeDiagram::GetToolbarCaption() { return m_pCaption; }
-
-QMenu* VCGLEyeDiagram::getContextMenu()
-{
-    IHasContextMenu* provider = m_pEyeDiagram;
-    return provider ? provider->getContextMenu(nullptr, nullptr, 1) : nullptr;
-}
-
-void VCGLEyeDiagram::FillData(std::vector<double>& data, bool repaint)
-{
-    Frame::Fill(*this, repaint, data);
-}
-
-void VCGLEyeDiagram::FillData(const double* data, std::size_t count, bool repaint)
-{
-    Frame::Fill(*this, repaint, data, count);
-}
-
-void VCGLEyeDiagram::FillData(const float* data, std::size_t count, bool repaint)
-{
-    Frame::Fill(*this, repaint, data, count);
-}
-
-void VCGLEyeDiagram::SetXAxisRange(double min, double max)
-{
-    Frame::SetXAxisRange(*this, min, max);
-}
-
-void VCGLEyeDiagram::SetYAxisRange(double min, double max)
-{
-    Frame::SetYAxisRange(*this, min, max);
-}
-
-void VCGLEyeDiagram::SetBaudrate(double baudrate)
-{
-    Diagram()->SetBaudrate(static_cast<float>(baudrate));
-    Diagram()->update();
-}
+GLBaseWidget& VCGLEyeDiagram::DiagramWidget() const { return *m_eyeHost; }
 
 void VCGLEyeDiagram::Clear()
 {
@@ -165,4 +87,5 @@ void VCGLEyeDiagram::Clear()
     Diagram()->Clear();
 }
 
-void VCGLEyeDiagram::slotPaused(bool takeData) { Frame::SetTakeData(*this, takeData); }
+#include "views/SegmentViewOperations.inl"
+#include "views/ViewOperations.inl"

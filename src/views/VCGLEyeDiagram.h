@@ -6,8 +6,12 @@
 #include "views/ValueObservingPtr.h"
 #include "views/ValuePtr.h"
 
+#include <QPointF>
+#include <QRect>
+
 #include <cstddef>
 #include <memory>
+#include <utility>
 #include <vector>
 
 class DiagramCaption;
@@ -15,36 +19,42 @@ class GLBaseWidget;
 class GLEyeDiagram;
 class QMenu;
 class XAxisWidget;
+class axisDefinition;
 template<class View>
 struct ViewFrame;
 
-/// Eye diagram with caption bar and X axis that feeds itself from values of the application's value
-/// tree.
+// clang-format off
+/// Eye diagram with caption bar and X axis. It feeds itself from values of the application's value
+/// tree, or takes traces directly (FillData).
 ///
 /// The host binds values by path, in any order and at any time:
 ///
-///   role            type                       meaning
-///   Data1           ValueList<double>          samples of one notification
-///   BaudrateData    ValueList<double>          markers beside the samples: non-zero where a
-///   segment
-///                                              starts, its value the segment's number of samples
-///   HasChanged      Value<bool>                trigger: any new content reads the lists
-///   X/YAxisMin/Max  ValueNumeric<double>       ends of the axes
-///   Baudrate        ValueNumeric<double>       changes nothing; all views are bound alike
+///   role            type                    meaning
+///   --------------  ----------------------  ---------------------------------------------------
+///   Data1           ValueList<double>       samples of one notification
+///   BaudrateData    ValueList<double>       markers beside the samples: non-zero where a segment
+///                                           starts, its value the segment's number of samples
+///   HasChanged      Value<bool>             trigger: setting it reads the lists, whatever it holds
+///   X/YAxisMin/Max  ValueNumeric<double>    ends of the axes
+///   Baudrate        ValueNumeric<double>    changes nothing; here so that all views are bound alike
+///
+/// A value that serves two roles acts on the first of these only: X min, X max, Y min, Y max,
+/// baud rate. The log then has a warning, once, in the category orvane.views.
 ///
 /// Each segment becomes one trace, see GLEyeDiagram::AddData. A segment may span notifications: it
-/// ends at the next marker, or at the end of a notification with which it is complete. A marker
-/// list shorter than the sample list leaves the rest unmarked; markers beyond the samples are
-/// ignored. Without any marker nothing ends the open segment: it keeps all samples that come, and
-/// grows without bound.
+/// ends at the next marker, or with the notification that completes it. Samples beyond the end of
+/// the marker list have no marker; markers beyond the samples are ignored. Without any marker
+/// nothing ends the open segment, which keeps all samples that come and grows without bound.
 ///
-/// Each setter answers whether a value of the right type is bound now; on false the role is
-/// unbound, also if it was bound before. Setting the trigger, an axis limit or the baud rate
-/// applies the value's content at once. A value that is removed from the tree unbinds itself.
+/// A setter answers whether a value of the right type is bound now. On false the role is unbound,
+/// even if it was bound before. Setting the trigger, an axis limit or the baud rate applies the
+/// value's content at once. A value that is removed from the tree, or destroyed, unbinds itself. To
+/// bind a value that does not exist yet, see values::Binding.
 ///
-/// While paused by the caption bar, triggers are ignored and their data are lost; limits and baud
-/// rate still apply. The X axis always shows 0 to 1, whatever its limits are; the next paint sets
-/// them back. GUI thread only.
+/// While the user pauses the view, triggers are ignored and their data are lost; limits and baud
+/// rate still apply. The X axis always shows 0 to 1: limits set otherwise last until the next paint.
+/// GUI thread only.
+// clang-format on
 class ORVANE_API VCGLEyeDiagram : public GLLayout, public IObserver
 {
     Q_OBJECT
@@ -61,34 +71,63 @@ public:
     bool SetYAxisMax_ValuePath(const QString& path);
     bool SetBaudrate_ValuePath(const QString& path);
 
-    /// A bound value changed.
+    /// Takes the changes of the bound values.
     void Update(Observable* source, TChangeCode code) override;
 
-    /// See GLEyeDiagram::AutoScale.
-    void AutoScale();
-    /// The caption bar; owned by the view.
-    DiagramCaption* GetToolbarCaption();
-    /// The diagram's context menu; owned by the diagram.
-    QMenu* getContextMenu();
-    /// Adds one trace directly, whether paused or not, and leaves the open segment alone.
-    /// @param data     samples, only read.
-    /// @param repaint  whether to request a repaint.
+    /// Adds one trace directly, whether paused or not; the open segment stays as it is.
+    /// @param data     samples in order, only read.
+    /// @param repaint  whether to repaint.
     void FillData(std::vector<double>& data, bool repaint);
-    /// Likewise, of samples in contiguous memory, which are only read.
+    /// The same from contiguous memory, which is only read.
+    /// @param data  count samples; may be null when count is 0.
     void FillData(const double* data, std::size_t count, bool repaint);
     void FillData(const float* data, std::size_t count, bool repaint);
+    /// The samples that are kept, trace by trace, the oldest first: a copy. X is the place in the
+    /// interval from 0 to 1; the oldest trace may have lost its first samples.
+    std::vector<std::vector<QPointF>> GetTraces() const;
+    /// Forgets all traces and the open segment; axes and settings stay. Repaints.
+    void Clear();
+    /// See GLEyeDiagram::AutoScale.
+    void AutoScale();
+    /// Sets how many samples are kept, see GLEyeDiagram::SetBufferSize.
+    void SetBufferSize(int samples);
+    /// Changes nothing; here so that all views are set alike.
+    void SetBaudrate(double baudrate);
 
-    /// The diagram, owned by the view, which lives as long as the view does.
-    GLEyeDiagram* GetDiagram() const { return Diagram(); }
-    /// The X axis below the diagram; empty from the view's destruction on.
-    std::shared_ptr<XAxisWidget> GetXAxis() const { return m_xAxis; }
-    /// Sets the ends of an axis, as bound limits do. The X axis shows 0 to 1 all the same.
+    /// Sets both ends of an axis and repaints, as bound limits do. The eye's X axis shows 0 to 1
+    /// all the same. Any numbers are taken as they are.
     void SetXAxisRange(double min, double max);
     void SetYAxisRange(double min, double max);
-    /// Changes nothing; all views are set alike.
-    void SetBaudrate(double baudrate);
-    /// Forgets all traces and the open segment; axes and settings stay.
-    void Clear();
+    /// What an axis shows, from start to stop, with the user's zoom.
+    std::pair<double, double> GetXAxisRange() const;
+    std::pair<double, double> GetYAxisRange() const;
+
+    /// The diagram; owned by the view and alive as long as it.
+    GLEyeDiagram* GetDiagram() const { return Diagram(); }
+    /// The X axis below the diagram; empty once the view's destruction has begun.
+    std::shared_ptr<XAxisWidget> GetXAxis() const { return m_xAxis; }
+    /// Labels and unit of an axis, and its grid positions. Set ranges by SetXAxisRange, which also
+    /// repaints. Alive as long as the view.
+    axisDefinition& GetXAxisDefinition() const;
+    /// The menu that a right click on the diagram opens; owned by the diagram. The host may add
+    /// entries.
+    QMenu* GetDiagramMenu();
+    /// Same as GetDiagramMenu.
+    QMenu* getContextMenu();
+    /// The caption bar; owned by the view.
+    DiagramCaption* GetToolbarCaption();
+    /// Presses the pause button, unless it stands so already: the signals tell.
+    void SetPaused(bool paused);
+    bool IsPaused() const;
+    /// A few words at the right of the caption bar, cut where there is no room; empty for none.
+    void SetCaptionNote(const QString& text);
+
+    /// Place of the diagram in the view, or in a picture of a size (RenderPicture), logical pixels.
+    QRect GetPlotRect() const;
+    QRect GetPlotRect(const QSize& size) const;
+    /// The Qt widget that paints the diagram: a widget inside the view. Put on it what shall lie
+    /// over the diagram. Alive as long as the view.
+    QWidget* GetCanvas();
 
 signals:
     /// Data are taken from now on: the user resumed.
@@ -97,14 +136,14 @@ signals:
     void StopButtonPressedForStart();
 
 protected slots:
-    /// @param takeData  whether triggers read data from now on; what the caption bar's control
-    /// says.
+    /// @param takeData  whether triggers read data from now on, as the caption bar says.
     void slotPaused(bool takeData);
 
 private:
     friend struct ViewFrame<VCGLEyeDiagram>;
     friend struct TestAccess;
     GLEyeDiagram* Diagram() const { return m_pEyeDiagram; }
+    GLBaseWidget& DiagramWidget() const;
     bool Feed();
 
     DiagramCaption* m_pCaption = nullptr;

@@ -10,9 +10,35 @@ namespace {
 
 constexpr const char* diagramName = "IQDiagram";
 
+double aspect(const QSize& plot) { return static_cast<double>(plot.width()) / plot.height(); }
+
+/// An axis whose range is wider by a factor about its middle, for as long as this lives. Nobody is
+/// told.
+class WidenedAxis
+{
+public:
+    WidenedAxis(axisDefinition& axis, double factor)
+        : m_axis(axis)
+        , m_start(axis.GetStart())
+        , m_stop(axis.GetStop())
+    {
+        const double middle = m_start + (m_stop - m_start) / 2.0;
+        m_axis.SetRange(middle + (m_start - middle) * factor, middle + (m_stop - middle) * factor);
+    }
+    ~WidenedAxis() { m_axis.SetRange(m_start, m_stop); }
+    WidenedAxis(const WidenedAxis&) = delete;
+    WidenedAxis& operator=(const WidenedAxis&) = delete;
+
+private:
+    axisDefinition& m_axis;
+    const double m_start;
+    const double m_stop;
+};
+
 } // namespace
 
-using Frame = ViewFrame<VCGLIQDiagram>;
+using View = VCGLIQDiagram;
+using Frame = ViewFrame<View>;
 
 VCGLIQDiagram::VCGLIQDiagram(QWidget* parent)
     : GLLayout(parent)
@@ -42,33 +68,9 @@ VCGLIQDiagram::~VCGLIQDiagram()
     m_pCaption = nullptr;
 }
 
-bool VCGLIQDiagram::SetData1_ValuePath(const QString& path) { return m_data1.SetPath(path); }
-
-bool VCGLIQDiagram::SetData2_ValuePath(const QString& path) { return m_data2.SetPath(path); }
-
-bool VCGLIQDiagram::SetHasChangedTrigger_ValuePath(const QString& path)
+bool VCGLIQDiagram::SetData2_ValuePath(const QString& path)
 {
-    return Frame::Bind(*this, m_hasChangedTrigger, path);
-}
-
-bool VCGLIQDiagram::SetXAxisMin_ValuePath(const QString& path)
-{
-    return Frame::Bind(*this, m_xAxisMin, path);
-}
-
-bool VCGLIQDiagram::SetXAxisMax_ValuePath(const QString& path)
-{
-    return Frame::Bind(*this, m_xAxisMax, path);
-}
-
-bool VCGLIQDiagram::SetYAxisMin_ValuePath(const QString& path)
-{
-    return Frame::Bind(*this, m_yAxisMin, path);
-}
-
-bool VCGLIQDiagram::SetYAxisMax_ValuePath(const QString& path)
-{
-    return Frame::Bind(*this, m_yAxisMax, path);
+    return Frame::BindList(*this, m_data2, path);
 }
 
 void VCGLIQDiagram::Update(Observable* source, TChangeCode code)
@@ -95,14 +97,6 @@ bool VCGLIQDiagram::Feed()
     return true;
 }
 
-void VCGLIQDiagram::AutoScale()
-{
-    if (m_diagram)
-        m_diagram->AutoScale();
-}
-
-DiagramCaption* VCGLIQDiagram::GetToolbarCaption() { return m_pCaption; }
-
 void VCGLIQDiagram::AddData(std::vector<float>& data) { Frame::Fill(*this, true, data); }
 
 void VCGLIQDiagram::AddData(const float* data, std::size_t count)
@@ -120,9 +114,39 @@ std::shared_ptr<AxisHandler> VCGLIQDiagram::GetYAxis() const
     return m_diagram->GetYAxisHandler();
 }
 
-void VCGLIQDiagram::SetXAxisRange(double min, double max) { Frame::SetXAxisRange(*this, min, max); }
+axisDefinition& VCGLIQDiagram::GetYAxisDefinition() const
+{
+    return GetYAxis()->XPixelMap()->GetAxisDefinition();
+}
 
-void VCGLIQDiagram::SetYAxisRange(double min, double max) { Frame::SetYAxisRange(*this, min, max); }
+void VCGLIQDiagram::SetYUnit(const QString& unit) { m_diagram->SetYUnit(unit); }
+
+std::vector<float> VCGLIQDiagram::GetSamples() const { return m_diagram->GetSamples(); }
+
+void VCGLIQDiagram::SetAging(double seconds) { m_diagram->SetAging(seconds); }
+
+void VCGLIQDiagram::SetAgesByData(bool byData) { m_diagram->SetAgesByData(byData); }
+
+void VCGLIQDiagram::RenderInProportion(QPainter& painter, const QSize& size)
+{
+    const QSize shown = GetPlotRect().size();
+    const QSize wanted = GetPlotRect(size).size();
+    if (shown == wanted || shown.isEmpty() || wanted.isEmpty()) {
+        RenderPicture(painter, size);
+        return;
+    }
+    const double shownAspect = aspect(shown);
+    const double wantedAspect = aspect(wanted);
+    const WidenedAxis x(GetXAxisDefinition(),
+                        std::max(wantedAspect, 1.0) / std::max(shownAspect, 1.0));
+    const WidenedAxis y(GetYAxisDefinition(),
+                        std::max(1.0 / wantedAspect, 1.0) / std::max(1.0 / shownAspect, 1.0));
+    RenderPicture(painter, size);
+}
+
+QWidget* VCGLIQDiagram::GetCanvas() { return this; }
+
+GLBaseWidget& VCGLIQDiagram::DiagramWidget() const { return *m_diagram; }
 
 void VCGLIQDiagram::Clear()
 {
@@ -130,4 +154,4 @@ void VCGLIQDiagram::Clear()
     Diagram()->Clear();
 }
 
-void VCGLIQDiagram::slotPaused(bool takeData) { Frame::SetTakeData(*this, takeData); }
+#include "views/ViewOperations.inl"

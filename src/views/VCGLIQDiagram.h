@@ -7,40 +7,53 @@
 #include "views/ValueObservingPtr.h"
 #include "views/ValuePtr.h"
 
+#include <QRect>
+
 #include <cstddef>
 #include <memory>
+#include <utility>
 #include <vector>
 
 class AxisHandler;
 class DiagramCaption;
+class GLBaseWidget;
 class GLIQDiagram;
+class QMenu;
 class XAxisWidget;
+class axisDefinition;
 template<class View>
 struct ViewFrame;
 
-/// IQ diagram with caption bar, X axis and measurement ruler that feeds itself from values of the
-/// application's value tree.
+// clang-format off
+/// IQ diagram with caption bar, X axis and measurement ruler. It feeds itself from values of the
+/// application's value tree, or takes samples directly (AddData).
 ///
 /// The host binds values by path, in any order and at any time:
 ///
-///   role            type                       meaning
-///   Data1           ValueList<double>          I samples of one notification
-///   Data2           ValueList<double>          Q samples beside them
-///   HasChanged      Value<bool>                trigger: any new content reads the lists
-///   X/YAxisMin/Max  ValueNumeric<double>       ends of the axes
+///   role            type                    meaning
+///   --------------  ----------------------  ---------------------------------------------------
+///   Data1           ValueList<double>       I samples of one notification
+///   Data2           ValueList<double>       Q samples beside them
+///   HasChanged      Value<bool>             trigger: setting it reads the lists, whatever it holds
+///   X/YAxisMin/Max  ValueNumeric<double>    ends of the axes
+///
+/// A value that serves two axis ends acts on the first of these only: X min, X max, Y min, Y max.
+/// The log then has a warning, once, in the category orvane.views.
 ///
 /// Each notification becomes one data set, see GLIQDiagram::AddData. Where the Q list is shorter
-/// than the I list Q is 0; Q samples beyond the I list are ignored.
+/// than the I list, Q is 0; Q samples beyond the I list are ignored.
 ///
-/// Each setter answers whether a value of the right type is bound now; on false the role is
-/// unbound, also if it was bound before. Setting the trigger or an axis limit applies the value's
-/// content at once. A value that is removed from the tree unbinds itself.
+/// A setter answers whether a value of the right type is bound now. On false the role is unbound,
+/// even if it was bound before. Setting the trigger or an axis limit applies the value's content at
+/// once. A value that is removed from the tree, or destroyed, unbinds itself. To bind a value that
+/// does not exist yet, see values::Binding.
 ///
-/// What the user zooms on one axis, the other follows, so that I and Q keep their scale to one
-/// another; with Shift, it is that axis alone.
+/// When the user zooms one axis, the other follows, so that I and Q keep their scale to one
+/// another. With Shift only the axis under the pointer zooms.
 ///
-/// While paused by the caption bar, triggers are ignored and their data are lost; limits still
+/// While the user pauses the view, triggers are ignored and their data are lost; limits still
 /// apply. GUI thread only.
+// clang-format on
 class ORVANE_API VCGLIQDiagram : public GLLayout, public IObserver
 {
     Q_OBJECT
@@ -56,32 +69,68 @@ public:
     bool SetYAxisMin_ValuePath(const QString& path);
     bool SetYAxisMax_ValuePath(const QString& path);
 
-    /// A bound value changed.
+    /// Takes the changes of the bound values.
     void Update(Observable* source, TChangeCode code) override;
 
-    /// See GLIQDiagram::AutoScale.
-    void AutoScale();
-    /// The caption bar; owned by the view.
-    DiagramCaption* GetToolbarCaption();
-    /// Adds one data set directly, whether paused or not, and requests a repaint.
+    /// Adds one data set directly, whether paused or not, and repaints.
     /// @param data  I, Q, I, Q..., swapped as by GLIQDiagram::AddData.
     void AddData(std::vector<float>& data);
-    /// Likewise, of values in contiguous memory, which are only read.
-    /// @param count  of values, twice that of points.
+    /// The same from contiguous memory, which is only read.
+    /// @param data   may be null when count is 0.
+    /// @param count  number of values, twice the number of points; an odd one is ignored.
     void AddData(const float* data, std::size_t count);
     void AddData(const double* data, std::size_t count);
+    /// The samples that are kept, I, Q, I, Q..., in the order in which they came: a copy.
+    std::vector<float> GetSamples() const;
+    /// Forgets all data sets and the read-outs of the ruler; axes and settings stay. Repaints.
+    void Clear();
+    /// See GLIQDiagram::AutoScale.
+    void AutoScale();
+    /// Set how long points stay, see GLIQDiagram::SetAging and GLIQDiagram::SetAgesByData.
+    void SetAging(double seconds);
+    void SetAgesByData(bool byData);
+    /// Paints a picture like RenderPicture, of any shape, in which I and Q have the same scale to
+    /// one another as in the view: the axes show as much more as that takes.
+    void RenderInProportion(QPainter& painter, const QSize& size);
 
-    /// The diagram, owned by the view, which lives as long as the view does.
-    GLIQDiagram* GetDiagram() const { return Diagram(); }
-    /// The X axis below the diagram; empty from the view's destruction on.
-    std::shared_ptr<XAxisWidget> GetXAxis() const { return m_xAxis; }
-    /// The Y axis, sharing ownership with the diagram.
-    std::shared_ptr<AxisHandler> GetYAxis() const;
-    /// Sets the ends of an axis, as bound limits do.
+    /// Sets both ends of an axis and repaints, as bound limits do. Any numbers are taken as they
+    /// are.
     void SetXAxisRange(double min, double max);
     void SetYAxisRange(double min, double max);
-    /// Forgets all data sets and the read-outs of the ruler; axes and settings stay.
-    void Clear();
+    /// What an axis shows, from start to stop, with the user's zoom.
+    std::pair<double, double> GetXAxisRange() const;
+    std::pair<double, double> GetYAxisRange() const;
+
+    /// The diagram; owned by the view and alive as long as it.
+    GLIQDiagram* GetDiagram() const { return Diagram(); }
+    /// The X axis below the diagram; empty once the view's destruction has begun.
+    std::shared_ptr<XAxisWidget> GetXAxis() const { return m_xAxis; }
+    /// The Y axis; shared with the diagram.
+    std::shared_ptr<AxisHandler> GetYAxis() const;
+    /// Labels and unit of an axis, and its grid positions. Set ranges by SetXAxisRange, which also
+    /// repaints. Alive as long as the view.
+    axisDefinition& GetXAxisDefinition() const;
+    axisDefinition& GetYAxisDefinition() const;
+    /// Unit in the read-outs of Y; empty for none.
+    void SetYUnit(const QString& unit);
+    /// The menu that a right click on the diagram opens; owned by the diagram. The host may add
+    /// entries.
+    QMenu* GetDiagramMenu();
+    /// The caption bar; owned by the view.
+    DiagramCaption* GetToolbarCaption();
+    /// Presses the pause button, unless it stands so already: the signals tell.
+    void SetPaused(bool paused);
+    bool IsPaused() const;
+    /// A few words at the right of the caption bar, cut where there is no room; empty for none.
+    /// While the ruler has a read-out, it takes their place.
+    void SetCaptionNote(const QString& text);
+
+    /// Place of the diagram in the view, or in a picture of a size (RenderPicture), logical pixels.
+    QRect GetPlotRect() const;
+    QRect GetPlotRect(const QSize& size) const;
+    /// The Qt widget that paints the diagram: the view itself. Put on it what shall lie over the
+    /// diagram. Alive as long as the view.
+    QWidget* GetCanvas();
 
 signals:
     /// Data are taken from now on: the user resumed.
@@ -90,14 +139,14 @@ signals:
     void StopButtonPressedForStart();
 
 protected slots:
-    /// @param takeData  whether triggers read data from now on; what the caption bar's control
-    /// says.
+    /// @param takeData  whether triggers read data from now on, as the caption bar says.
     void slotPaused(bool takeData);
 
 private:
     friend struct ViewFrame<VCGLIQDiagram>;
     friend struct TestAccess;
     GLIQDiagram* Diagram() const { return m_diagram.get(); }
+    GLBaseWidget& DiagramWidget() const;
     bool Feed();
 
     DiagramCaption* m_pCaption = nullptr;

@@ -12,7 +12,8 @@ constexpr const char* diagramName = "TimeDiagram";
 
 } // namespace
 
-using Frame = ViewFrame<VCGLTimeDiagram>;
+using View = VCGLTimeDiagram;
+using Frame = ViewFrame<View>;
 
 VCGLTimeDiagram::VCGLTimeDiagram(QWidget* parent)
     : GLLayout(parent)
@@ -41,100 +42,26 @@ VCGLTimeDiagram::~VCGLTimeDiagram()
     m_pCaption = nullptr;
 }
 
-bool VCGLTimeDiagram::SetData1_ValuePath(const QString& path) { return m_data1.SetPath(path); }
-
-bool VCGLTimeDiagram::SetBaudrateData_ValuePath(const QString& path)
-{
-    return m_baudrateData.SetPath(path);
-}
-
-bool VCGLTimeDiagram::SetHasChangedTrigger_ValuePath(const QString& path)
-{
-    return Frame::Bind(*this, m_hasChangedTrigger, path);
-}
-
-bool VCGLTimeDiagram::SetXAxisMin_ValuePath(const QString& path)
-{
-    return Frame::Bind(*this, m_xAxisMin, path);
-}
-
-bool VCGLTimeDiagram::SetXAxisMax_ValuePath(const QString& path)
-{
-    return Frame::Bind(*this, m_xAxisMax, path);
-}
-
-bool VCGLTimeDiagram::SetYAxisMin_ValuePath(const QString& path)
-{
-    return Frame::Bind(*this, m_yAxisMin, path);
-}
-
-bool VCGLTimeDiagram::SetYAxisMax_ValuePath(const QString& path)
-{
-    return Frame::Bind(*this, m_yAxisMax, path);
-}
-
-bool VCGLTimeDiagram::SetBaudrate_ValuePath(const QString& path)
-{
-    return Frame::Bind(*this, m_baudrateValue, path);
-}
-
-void VCGLTimeDiagram::Update(Observable* source, TChangeCode code)
-{
-    if (code == ccContent)
-        Frame::DispatchWithBaudrate(*this, source);
-}
-
-bool VCGLTimeDiagram::Feed() { return Frame::FeedSegments(*this); }
-
-void VCGLTimeDiagram::AutoScale()
-{
-    if (m_diagram)
-        m_diagram->AutoScale();
-}
-
-DiagramCaption* VCGLTimeDiagram::GetToolbarCaption() { return m_pCaption; }
-
-QMenu* VCGLTimeDiagram::getContextMenu()
-{
-    IHasContextMenu* provider = m_diagram.get();
-    return provider ? provider->getContextMenu(nullptr, nullptr, 1) : nullptr;
-}
-
-void VCGLTimeDiagram::FillData(std::vector<double>& data, bool repaint)
-{
-    Frame::Fill(*this, repaint, data);
-}
-
-void VCGLTimeDiagram::FillData(const double* data, std::size_t count, bool repaint)
-{
-    Frame::Fill(*this, repaint, data, count);
-}
-
-void VCGLTimeDiagram::FillData(const float* data, std::size_t count, bool repaint)
-{
-    Frame::Fill(*this, repaint, data, count);
-}
-
 std::shared_ptr<AxisHandler> VCGLTimeDiagram::GetYAxis() const
 {
     return m_diagram->GetYAxisHandler();
 }
 
-void VCGLTimeDiagram::SetXAxisRange(double min, double max)
+axisDefinition& VCGLTimeDiagram::GetYAxisDefinition() const
 {
-    Frame::SetXAxisRange(*this, min, max);
+    return GetYAxis()->XPixelMap()->GetAxisDefinition();
 }
 
-void VCGLTimeDiagram::SetYAxisRange(double min, double max)
+void VCGLTimeDiagram::SetYUnit(const QString& unit) { m_diagram->SetYUnit(unit); }
+
+std::vector<std::vector<double>> VCGLTimeDiagram::GetTraces() const
 {
-    Frame::SetYAxisRange(*this, min, max);
+    return m_diagram->GetTraces();
 }
 
-void VCGLTimeDiagram::SetBaudrate(double baudrate)
-{
-    Diagram()->SetBaudrate(static_cast<float>(baudrate));
-    Diagram()->update();
-}
+QWidget* VCGLTimeDiagram::GetCanvas() { return this; }
+
+GLBaseWidget& VCGLTimeDiagram::DiagramWidget() const { return *m_diagram; }
 
 void VCGLTimeDiagram::Clear()
 {
@@ -144,4 +71,5 @@ void VCGLTimeDiagram::Clear()
     Diagram()->Clear();
 }
 
-void VCGLTimeDiagram::slotPaused(bool takeData) { Frame::SetTakeData(*this, takeData); }
+#include "views/SegmentViewOperations.inl"
+#include "views/ViewOperations.inl"

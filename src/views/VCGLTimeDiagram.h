@@ -7,44 +7,54 @@
 #include "views/ValueObservingPtr.h"
 #include "views/ValuePtr.h"
 
+#include <QRect>
+
 #include <cstddef>
 #include <memory>
+#include <utility>
 #include <vector>
 
 class AxisHandler;
 class DiagramCaption;
+class GLBaseWidget;
 class GLTimeDiagram;
 class QMenu;
 class XAxisWidget;
+class axisDefinition;
 template<class View>
 struct ViewFrame;
 
-/// Time diagram with caption bar, X axis and measurement ruler that feeds itself from values of the
-/// application's value tree.
+// clang-format off
+/// Time diagram with caption bar, X axis and measurement ruler. It feeds itself from values of the
+/// application's value tree, or takes samples directly (FillData).
 ///
 /// The host binds values by path, in any order and at any time:
 ///
-///   role            type                       meaning
-///   Data1           ValueList<double>          samples of one notification
-///   BaudrateData    ValueList<double>          markers beside the samples: non-zero where a
-///   segment
-///                                              starts, its value the segment's number of samples
-///   HasChanged      Value<bool>                trigger: any new content reads the lists
-///   X/YAxisMin/Max  ValueNumeric<double>       ends of the axes
-///   Baudrate        ValueNumeric<double>       samples per unit of the X axis; 0 paints nothing
+///   role            type                    meaning
+///   --------------  ----------------------  ---------------------------------------------------
+///   Data1           ValueList<double>       samples of one notification
+///   BaudrateData    ValueList<double>       markers beside the samples: non-zero where a segment
+///                                           starts, its value the segment's number of samples
+///   HasChanged      Value<bool>             trigger: setting it reads the lists, whatever it holds
+///   X/YAxisMin/Max  ValueNumeric<double>    ends of the axes
+///   Baudrate        ValueNumeric<double>    samples per unit of the X axis; 0 paints nothing
+///
+/// A value that serves two roles acts on the first of these only: X min, X max, Y min, Y max,
+/// baud rate. The log then has a warning, once, in the category orvane.views.
 ///
 /// Each segment becomes one trace, see GLTimeDiagram::AddData. A segment may span notifications: it
-/// ends at the next marker, or at the end of a notification with which it is complete. A marker
-/// list shorter than the sample list leaves the rest unmarked; markers beyond the samples are
-/// ignored. Without any marker nothing ends the open segment: it keeps all samples that come, and
-/// grows without bound.
+/// ends at the next marker, or with the notification that completes it. Samples beyond the end of
+/// the marker list have no marker; markers beyond the samples are ignored. Without any marker
+/// nothing ends the open segment, which keeps all samples that come and grows without bound.
 ///
-/// Each setter answers whether a value of the right type is bound now; on false the role is
-/// unbound, also if it was bound before. Setting the trigger, an axis limit or the baud rate
-/// applies the value's content at once. A value that is removed from the tree unbinds itself.
+/// A setter answers whether a value of the right type is bound now. On false the role is unbound,
+/// even if it was bound before. Setting the trigger, an axis limit or the baud rate applies the
+/// value's content at once. A value that is removed from the tree, or destroyed, unbinds itself. To
+/// bind a value that does not exist yet, see values::Binding.
 ///
-/// While paused by the caption bar, triggers are ignored and their data are lost; limits and baud
+/// While the user pauses the view, triggers are ignored and their data are lost; limits and baud
 /// rate still apply. GUI thread only.
+// clang-format on
 class ORVANE_API VCGLTimeDiagram : public GLLayout, public IObserver
 {
     Q_OBJECT
@@ -61,36 +71,67 @@ public:
     bool SetYAxisMax_ValuePath(const QString& path);
     bool SetBaudrate_ValuePath(const QString& path);
 
-    /// A bound value changed.
+    /// Takes the changes of the bound values.
     void Update(Observable* source, TChangeCode code) override;
 
-    /// See GLTimeDiagram::AutoScale.
-    void AutoScale();
-    /// The caption bar; owned by the view.
-    DiagramCaption* GetToolbarCaption();
-    /// The diagram's context menu; owned by the diagram.
-    QMenu* getContextMenu();
-    /// Adds one trace directly, whether paused or not, and leaves the open segment alone.
-    /// @param data     samples, swapped as by GLTimeDiagram::AddData.
-    /// @param repaint  whether to request a repaint.
+    /// Adds one trace directly, whether paused or not; the open segment stays as it is.
+    /// @param data     samples in order, swapped as by GLTimeDiagram::AddData.
+    /// @param repaint  whether to repaint.
     void FillData(std::vector<double>& data, bool repaint);
-    /// Likewise, of samples in contiguous memory, which are only read.
+    /// The same from contiguous memory, which is only read.
+    /// @param data  count samples; may be null when count is 0.
     void FillData(const double* data, std::size_t count, bool repaint);
     void FillData(const float* data, std::size_t count, bool repaint);
+    /// The samples of the traces that are kept, the oldest trace first: a copy.
+    std::vector<std::vector<double>> GetTraces() const;
+    /// Forgets all traces, the open segment, and the read-outs of the ruler; axes and settings
+    /// stay. Repaints.
+    void Clear();
+    /// See GLTimeDiagram::AutoScale.
+    void AutoScale();
+    /// Sets the number of samples per unit of the X axis and repaints; 0 paints nothing.
+    void SetBaudrate(double baudrate);
 
-    /// The diagram, owned by the view, which lives as long as the view does.
-    GLTimeDiagram* GetDiagram() const { return Diagram(); }
-    /// The X axis below the diagram; empty from the view's destruction on.
-    std::shared_ptr<XAxisWidget> GetXAxis() const { return m_xAxis; }
-    /// The Y axis, sharing ownership with the diagram.
-    std::shared_ptr<AxisHandler> GetYAxis() const;
-    /// Sets the ends of an axis, as bound limits do.
+    /// Sets both ends of an axis and repaints, as bound limits do. Any numbers are taken as they
+    /// are.
     void SetXAxisRange(double min, double max);
     void SetYAxisRange(double min, double max);
-    /// Samples per unit of the X axis; 0 paints nothing.
-    void SetBaudrate(double baudrate);
-    /// Forgets all traces, the open segment and the read-outs of the ruler; axes and settings stay.
-    void Clear();
+    /// What an axis shows, from start to stop, with the user's zoom.
+    std::pair<double, double> GetXAxisRange() const;
+    std::pair<double, double> GetYAxisRange() const;
+
+    /// The diagram; owned by the view and alive as long as it.
+    GLTimeDiagram* GetDiagram() const { return Diagram(); }
+    /// The X axis below the diagram; empty once the view's destruction has begun.
+    std::shared_ptr<XAxisWidget> GetXAxis() const { return m_xAxis; }
+    /// The Y axis; shared with the diagram.
+    std::shared_ptr<AxisHandler> GetYAxis() const;
+    /// Labels and unit of an axis, and its grid positions. Set ranges by SetXAxisRange, which also
+    /// repaints. Alive as long as the view.
+    axisDefinition& GetXAxisDefinition() const;
+    axisDefinition& GetYAxisDefinition() const;
+    /// Unit in the read-outs of Y; empty for none.
+    void SetYUnit(const QString& unit);
+    /// The menu that a right click on the diagram opens; owned by the diagram. The host may add
+    /// entries.
+    QMenu* GetDiagramMenu();
+    /// Same as GetDiagramMenu.
+    QMenu* getContextMenu();
+    /// The caption bar; owned by the view.
+    DiagramCaption* GetToolbarCaption();
+    /// Presses the pause button, unless it stands so already: the signals tell.
+    void SetPaused(bool paused);
+    bool IsPaused() const;
+    /// A few words at the right of the caption bar, cut where there is no room; empty for none.
+    /// While the ruler has a read-out, it takes their place.
+    void SetCaptionNote(const QString& text);
+
+    /// Place of the diagram in the view, or in a picture of a size (RenderPicture), logical pixels.
+    QRect GetPlotRect() const;
+    QRect GetPlotRect(const QSize& size) const;
+    /// The Qt widget that paints the diagram: the view itself. Put on it what shall lie over the
+    /// diagram. Alive as long as the view.
+    QWidget* GetCanvas();
 
 signals:
     /// Data are taken from now on: the user resumed.
@@ -99,14 +140,14 @@ signals:
     void StopButtonPressedForStart();
 
 protected slots:
-    /// @param takeData  whether triggers read data from now on; what the caption bar's control
-    /// says.
+    /// @param takeData  whether triggers read data from now on, as the caption bar says.
     void slotPaused(bool takeData);
 
 private:
     friend struct ViewFrame<VCGLTimeDiagram>;
     friend struct TestAccess;
     GLTimeDiagram* Diagram() const { return m_diagram.get(); }
+    GLBaseWidget& DiagramWidget() const;
     bool Feed();
 
     DiagramCaption* m_pCaption = nullptr;

@@ -8,10 +8,12 @@
 #include "platform/glwidgets/PixelMap.h"
 #include "platform/glwidgets/XAxisWidget.h"
 #include "platform/values/Values.h"
+#include "views/ValuePtr.h"
 
 #include <QPointer>
 #include <QString>
 
+#include <algorithm>
 #include <cstddef>
 #include <list>
 #include <memory>
@@ -32,6 +34,12 @@
 template<class View>
 struct ViewFrame
 {
+    static bool BindList(View&, values::ValuePtr<values::ValueList<double>>& list,
+                         const QString& path)
+    {
+        return list.SetPath(path);
+    }
+
     /// Binds a pointer and replays the value's content to the view; whether it is bound afterwards.
     template<class Pointer>
     static bool Bind(View& view, Pointer& pointer, const QString& path)
