@@ -69,9 +69,8 @@ std::vector<Sample> makeSignal(unsigned perSymbol)
 /// What is received of the signal: symbols whose clock and carrier are held.
 std::size_t receive(const std::vector<double>& values, unsigned perSymbol)
 {
-    Receiver::Input input;
+    SignalFacts input;
     input.sampleRate = sampleRate;
-    input.valueCount = 2;
     input.isComplex = true;
     ReceiverSettings settings;
     settings.isOn = true;

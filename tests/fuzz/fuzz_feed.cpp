@@ -17,42 +17,35 @@ class AnySource : public SignalSource
 public:
     explicit AnySource(Bytes& input)
         : m_isLive(input.below(4) == 0)
-        , m_isComplex(input.flag())
-        , m_canSeek(input.below(8) > 0)
-        , m_knowsCount(input.flag())
-        , m_channelCount(static_cast<int>(1 + input.below(3)))
-        , m_count(1 + input.take<std::uint16_t>() % 30000)
-        , m_mostRead(input.oneOf({std::size_t{1} << 20, std::size_t{777}, std::size_t{5}}))
-        , m_rate(m_isLive ? 1e9 : anyRate(input)) // what is live is held back to its rate
     {
+        m_facts.isLive = m_isLive;
+        m_facts.isComplex = input.flag();
+        m_canSeek = input.below(8) > 0;
+        m_knowsCount = input.flag();
+        m_facts.channelCount = static_cast<int>(1 + input.below(3));
+        m_count = 1 + input.take<std::uint16_t>() % 30000;
+        m_mostRead = input.oneOf({std::size_t{1} << 20, std::size_t{777}, std::size_t{5}});
+        m_facts.sampleRate = m_isLive ? 1e9 : anyRate(input); // what is live is held back to it
         if (input.flag())
-            m_symbolRate = m_rate / anySamplesPerSymbol(input);
-        if (m_symbolRate && input.below(4) == 0)
-            m_firstSymbol = 0.5 * input.below(200);
+            m_facts.symbolRate = m_facts.sampleRate / anySamplesPerSymbol(input);
+        if (m_facts.symbolRate && input.below(4) == 0)
+            m_facts.firstSymbol = 0.5 * input.below(200);
         if (input.below(4) == 0)
-            m_frameLength = 1.0 + 0.25 * input.take<std::uint16_t>();
+            m_facts.frameLength = 1.0 + 0.25 * input.take<std::uint16_t>();
         for (double& value : m_values)
             value = input.number();
     }
-    QString name() const override { return QStringLiteral("any"); }
-    double sampleRate() const override { return m_rate; }
-    int channelCount() const override { return m_channelCount; }
-    bool isComplex() const override { return m_isComplex; }
     std::optional<std::int64_t> sampleCount() const override
     {
         return m_knowsCount && !m_isLive ? std::optional(m_count) : std::nullopt;
     }
-    std::optional<double> symbolRate() const override { return m_symbolRate; }
-    std::optional<double> firstSymbol() const override { return m_firstSymbol; }
-    std::optional<double> frameLength() const override { return m_frameLength; }
-    bool isLive() const override { return m_isLive; }
     bool hasEnded() const override { return !m_isLive || m_position >= m_count; }
     std::int64_t position() const override { return m_position; }
     std::size_t read(std::vector<double>& block, std::size_t count) override
     {
         const std::int64_t left = std::max<std::int64_t>(m_count - m_position, 0);
         count = std::min({count, m_mostRead, static_cast<std::size_t>(left)});
-        block.resize(count * static_cast<std::size_t>(valueCount()));
+        block.resize(count * static_cast<std::size_t>(m_facts.valueCount()));
         for (double& value : block)
             value = m_values[m_nextValue++ % std::size(m_values)];
         m_position += static_cast<std::int64_t>(count);
@@ -66,12 +59,10 @@ public:
     }
 
 private:
-    const bool m_isLive, m_isComplex, m_canSeek, m_knowsCount;
-    const int m_channelCount;
-    const std::int64_t m_count;
-    const std::size_t m_mostRead;
-    const double m_rate;
-    std::optional<double> m_symbolRate, m_firstSymbol, m_frameLength;
+    const bool m_isLive;
+    bool m_canSeek, m_knowsCount;
+    std::int64_t m_count;
+    std::size_t m_mostRead;
     double m_values[7] = {};
     std::size_t m_nextValue = 0;
     std::int64_t m_position = 0;

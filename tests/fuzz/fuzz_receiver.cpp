@@ -8,18 +8,16 @@ namespace {
 
 constexpr std::size_t mostSamples = 60000;
 
-Receiver::Input anyInput(Bytes& input)
+SignalFacts anyInput(Bytes& input)
 {
-    Receiver::Input result;
+    SignalFacts result;
     result.sampleRate = anyRate(input);
     result.isComplex = input.flag();
-    result.valueCount = static_cast<int>(1 + input.below(3)) * (result.isComplex ? 2 : 1);
+    result.channelCount = static_cast<int>(1 + input.below(3));
     if (input.flag())
         result.symbolRate = result.sampleRate / anySamplesPerSymbol(input);
     if (result.symbolRate && input.flag()) // known to the built-in sources alone
         result.firstSymbol = 0.25 * input.below(200);
-    if (result.valueCount > 1 && input.flag())
-        result.constellationChannel = result.valueCount - 2;
     return result;
 }
 
@@ -138,13 +136,13 @@ void finish(Receiving& whole, Receiving& cut)
 
 void attackReceiver(Bytes& input)
 {
-    const Receiver::Input signal = anyInput(input);
+    const SignalFacts signal = anyInput(input);
     const ReceiverSettings settings = anySettings(input, signal.sampleRate);
     ReceiverSettings used = settings;
     used.symbolRate = settings.symbolRate ? settings.symbolRate : signal.symbolRate;
     const bool isReceived = settings.isOn && !signal.firstSymbol && used.check(signal.sampleRate);
-    const ChannelChoice channel = anyChannel(input, signal.valueCount);
-    const auto width = static_cast<std::size_t>(signal.valueCount);
+    const ChannelChoice channel = anyChannel(input, signal.valueCount());
+    const auto width = static_cast<std::size_t>(signal.valueCount());
     Receiving whole{{signal, channel, settings}, isReceived};
     Receiving cut{{signal, channel, settings}, isReceived};
     const double ratio = signal.sampleRate / used.symbolRate.value_or(signal.sampleRate / 8.0);

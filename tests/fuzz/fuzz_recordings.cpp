@@ -30,7 +30,7 @@ bool readOn(SignalSource& source)
         const std::int64_t before = source.position();
         const std::size_t count = source.read(block, blockLength);
         require(count <= blockLength &&
-                    block.size() == count * static_cast<std::size_t>(source.valueCount()) &&
+                    block.size() == count * static_cast<std::size_t>(source.facts().valueCount()) &&
                     source.position() == before + static_cast<std::int64_t>(count),
                 "a block");
         if (count == 0)
@@ -41,7 +41,7 @@ bool readOn(SignalSource& source)
 
 void use(SignalSource& source)
 {
-    require(Recording::isSampleRate(source.sampleRate()) && source.channelCount() > 0 &&
+    require(Recording::isSampleRate(source.facts().sampleRate) && source.facts().channelCount > 0 &&
                 source.sampleCount().value_or(1) > 0 && source.position() == 0,
             "the signal");
     const bool isWhole = readOn(source);

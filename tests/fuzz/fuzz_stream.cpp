@@ -24,7 +24,7 @@ void readOnce(SignalSource& source, std::size_t count, std::vector<double>& all)
     const std::int64_t before = source.position();
     const std::size_t samples = source.read(block, count);
     require(samples <= count &&
-                block.size() == samples * static_cast<std::size_t>(source.valueCount()) &&
+                block.size() == samples * static_cast<std::size_t>(source.facts().valueCount()) &&
                 source.position() >= before + static_cast<std::int64_t>(samples), // or lost some
             "a block");
     source.trouble();

@@ -69,7 +69,7 @@ TEST_F(Soapy, PlaysUntilItFailsAndCountsWhatIsLost)
     for (const int failure : {SOAPY_SDR_STREAM_ERROR, throws}) {
         results = {3, SOAPY_SDR_OVERFLOW, SOAPY_SDR_TIMEOUT, 0, SOAPY_SDR_CORRUPTION, 2, failure};
         source = openLive("soapy://driver=orvanetest, rate=2e6,channel=1", "", 0.0).value().source;
-        EXPECT_EQ(source->sampleRate(), 2e6);
+        EXPECT_EQ(source->facts().sampleRate, 2e6);
         all.clear();
         readUntil([&] { return source->hasEnded(); });
         EXPECT_THAT(all, testing::ElementsAre(0, -1, 1, -1, 2, -1, 3, -1, 4, -1));

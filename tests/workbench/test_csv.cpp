@@ -57,10 +57,11 @@ TEST_F(SeparatedValues, AreAsTheirHeadsSay)
         SCOPED_TRACE(text.constData());
         const auto source = openText(text, columns);
         ASSERT_TRUE(source) << qPrintable(why);
-        EXPECT_DOUBLE_EQ(source->sampleRate(), sampleRate);
-        EXPECT_EQ(source->channelCount() * (source->isComplex() ? -1 : 1), channelCount);
+        EXPECT_DOUBLE_EQ(source->facts().sampleRate, sampleRate);
+        EXPECT_EQ(source->facts().channelCount * (source->facts().isComplex ? -1 : 1),
+                  channelCount);
         EXPECT_EQ(source->sampleCount(),
-                  static_cast<std::int64_t>(values.size()) / source->valueCount());
+                  static_cast<std::int64_t>(values.size()) / source->facts().valueCount());
         EXPECT_THAT(readAll(*source, 2),
                     testing::Pointwise(testing::NanSensitiveDoubleEq(), values));
     }
@@ -115,9 +116,9 @@ TEST_F(SeparatedValues, TellTimesThatAreOff)
         SCOPED_TRACE(content.left(60).constData());
         const auto source = openText(content);
         ASSERT_TRUE(source) << qPrintable(why);
-        EXPECT_EQ(source->valueCount(), 1);
+        EXPECT_EQ(source->facts().valueCount(), 1);
         // The first and the last time are rounded, by a hundredth together at most, of 2.5 s.
-        EXPECT_NEAR(source->sampleRate(), 80.0, 0.004 * 80.0);
+        EXPECT_NEAR(source->facts().sampleRate, 80.0, 0.004 * 80.0);
         EXPECT_EQ(notices.size(), *says ? 1 : 0);
         EXPECT_THAT(notices.join(' ').toStdString(), testing::HasSubstr(says));
     }

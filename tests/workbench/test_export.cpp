@@ -201,7 +201,7 @@ TEST_F(Exported, DataComeBackAsTheyWere)
     EXPECT_TRUE(ViewExport::save(file, content(0, Format::Csv, {})));
     auto recording = RecordingOpener::open(file, {});
     ASSERT_TRUE(recording) << recording.error().sentence.toStdString();
-    EXPECT_NEAR(recording->source->sampleRate(), 48000.0, 0.1);
+    EXPECT_NEAR(recording->source->facts().sampleRate, 48000.0, 0.1);
     std::vector<double> samples;
     ASSERT_EQ(recording->source->read(samples, shown.size() + 1), shown.size());
     EXPECT_EQ(samples, shown);

@@ -49,10 +49,11 @@ Parts received(NrzSource& source, std::optional<double> symbolRate)
 {
     ReceiverSettings settings;
     settings.symbolRate = symbolRate;
-    Receiver receiver(Receiver::Input::of(source), 0, settings);
+    Receiver receiver(source.facts(), 0, settings);
     std::vector<double> values;
     std::vector<SignalBlock> blocks;
-    source.read(values, std::size_t(3000.0 * source.sampleRate() / *source.symbolRate()));
+    source.read(values,
+                std::size_t(3000.0 * source.facts().sampleRate / *source.facts().symbolRate));
     receiver.process(0, values, blocks);
     receiver.finish(blocks);
     Parts parts;

@@ -20,15 +20,13 @@ struct ListSource : SignalSource
 {
     ListSource(std::vector<double> content, double sampleRate, std::optional<double> frame = {})
         : samples(std::move(content))
-        , rate(sampleRate)
-        , frameSize(frame)
-    {}
-    QString name() const override { return "list"; }
-    double sampleRate() const override { return rate; }
-    int channelCount() const override { return 2; }
+    {
+        m_facts.sampleRate = sampleRate;
+        m_facts.channelCount = 2;
+        m_facts.frameLength = frame;
+    }
     std::int64_t count() const { return std::int64_t(samples.size()); }
     std::optional<std::int64_t> sampleCount() const override { return count(); }
-    std::optional<double> frameLength() const override { return frameSize; }
     std::int64_t position() const override { return next; }
     std::size_t read(std::vector<double>& block, std::size_t wanted) override
     {
@@ -46,8 +44,6 @@ struct ListSource : SignalSource
         return isPossible;
     }
     std::vector<double> samples;
-    double rate;
-    std::optional<double> frameSize;
     std::int64_t next = 0;
     bool canSeek = true;
 };
@@ -275,9 +271,10 @@ struct LiveSource : ListSource
 {
     LiveSource()
         : ListSource(ramp(400000), 1e5)
-    {}
+    {
+        m_facts.isLive = true;
+    }
     std::optional<std::int64_t> sampleCount() const override { return std::nullopt; }
-    bool isLive() const override { return true; }
     bool hasEnded() const override { return next >= count(); }
     bool seek(std::int64_t) override { return false; }
 };

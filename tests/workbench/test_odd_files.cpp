@@ -162,7 +162,7 @@ TEST_F(Recordings, ThatChangeWhileTheyAreReadEndThereAndSaySo)
             }
             EXPECT_LE(all, 2 * count);
             EXPECT_EQ(source->sampleCount(), static_cast<std::int64_t>(count));
-            EXPECT_EQ(source->valueCount(), 2);
+            EXPECT_EQ(source->facts().valueCount(), 2);
             const bool isTold = change == Change::Shorter ||
                                 (change == Change::OtherFormat && told != Never) ||
                                 (change == Change::OtherChannels && told == Always);

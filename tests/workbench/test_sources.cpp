@@ -25,10 +25,10 @@ TEST_F(Recordings, ComeThroughInEveryFormatWithAnyNumberOfChannels)
             writeRecording(path(name), 12345, channels, written, format);
             const auto source = open(path(name));
             ASSERT_TRUE(source) << qPrintable(why);
-            EXPECT_EQ(source->name(), name);
-            EXPECT_EQ(source->sampleRate(), 12345.0);
-            EXPECT_EQ(source->isComplex(), channels == 2);
-            EXPECT_EQ(source->valueCount(), channels);
+            EXPECT_EQ(source->facts().name, name);
+            EXPECT_EQ(source->facts().sampleRate, 12345.0);
+            EXPECT_EQ(source->facts().isComplex, channels == 2);
+            EXPECT_EQ(source->facts().valueCount(), channels);
             EXPECT_EQ(source->sampleCount(), 1000);
             EXPECT_THAT(readAll(*source, 77),
                         testing::Pointwise(testing::DoubleNear(tolerance), written));
@@ -178,14 +178,14 @@ TEST_F(Recordings, MayBeRawSamples)
         ASSERT_TRUE(source) << qPrintable(why);
         EXPECT_TRUE(details.contains(QString("Format: ") + is)) << qPrintable(details.join(' '));
         EXPECT_EQ(source->sampleCount(), sampleCount);
-        EXPECT_EQ(source->isComplex(), is[0] == 'c');
-        EXPECT_EQ(source->sampleRate(), 48000.0);
+        EXPECT_EQ(source->facts().isComplex, is[0] == 'c');
+        EXPECT_EQ(source->facts().sampleRate, 48000.0);
         EXPECT_EQ(notices.size(), noticeCount);
         EXPECT_EQ(readAll(*source, 5).size(),
-                  static_cast<std::size_t>(sampleCount * source->valueCount()));
+                  static_cast<std::size_t>(sampleCount * source->facts().valueCount()));
         options.sampleRate = 2e6;
         source = open(path(name), options);
-        EXPECT_EQ(source->sampleRate(), 2e6);
+        EXPECT_EQ(source->facts().sampleRate, 2e6);
         EXPECT_EQ(notices.size(), noticeCount - 1);
     }
 }
@@ -241,13 +241,13 @@ TEST_F(Recordings, OfSigmfAreAsTheirMetadataSay)
     }
     writeFile(path("a.sigmf-meta"), sigmfMetadata);
     const auto source = open(path("a.sigmf-data"));
-    EXPECT_EQ(source->channelCount(), 2);
+    EXPECT_EQ(source->facts().channelCount, 2);
     EXPECT_EQ(source->sampleCount(), 10);
-    EXPECT_EQ(source->sampleRate(), 8000.0);
+    EXPECT_EQ(source->facts().sampleRate, 8000.0);
     for (const auto& [rate, known] : {std::pair("1200", 1200.0), {"0", -1.0}, {"8001", -1.0}}) {
         const QByteArray own = QByteArray("1.2.5\", \"own:symbol_rate\": ") + rate + ", \"a\": \"";
         writeFile(path("a.sigmf-meta"), QByteArray(sigmfMetadata).replace("1.2.5", own));
-        EXPECT_EQ(open(path("a.sigmf-data"))->symbolRate().value_or(-1.0), known);
+        EXPECT_EQ(open(path("a.sigmf-data"))->facts().symbolRate.value_or(-1.0), known);
     }
     EXPECT_THAT(details.join('\n').toStdString(),
                 testing::AllOf(testing::HasSubstr("core:frequency 1000000000"),
@@ -255,7 +255,7 @@ TEST_F(Recordings, OfSigmfAreAsTheirMetadataSay)
     Recording::Options options;
     options.sampleRate = 5.0;
     writeFile(path("a.sigmf-meta"), QByteArray(sigmfMetadata).replace("8000", "0"));
-    EXPECT_EQ(open(path("a.sigmf-meta"), options)->sampleRate(), 5.0);
+    EXPECT_EQ(open(path("a.sigmf-meta"), options)->facts().sampleRate, 5.0);
     const QByteArray many = "captures\": [" + QByteArray("{},").repeated(150000);
     writeFile(path("a.sigmf-meta"), QByteArray(sigmfMetadata).replace("captures\": [", many));
     EXPECT_TRUE(open(path("a.sigmf-meta")));
@@ -319,7 +319,7 @@ TEST(Nrz, KeepsItsFramesWhereverItIsReadFrom)
     NrzSettings settings;
     settings.noise = 0.0;
     NrzSource source(settings);
-    ASSERT_EQ(source.frameLength(), 1600.0);
+    ASSERT_EQ(source.facts().frameLength, 1600.0);
     const auto bitsOf = [&source](std::int64_t frame) {
         std::vector<double> samples;
         EXPECT_TRUE(source.seek(frame * 1600));

@@ -50,7 +50,7 @@ std::vector<SignalBlockPtr> received(SignalSource& source, Receiver& receiver, c
         }
         made.clear();
     };
-    const double rate = source.sampleRate();
+    const double rate = source.facts().sampleRate;
     const double first = std::max(std::floor((range.from - margin) * rate), 0.0);
     const double last = std::ceil((range.to + margin) * rate);
     if (first > 0.0 && !source.seek(static_cast<std::int64_t>(first)))
@@ -97,8 +97,8 @@ void MeasureCommand::findSymbolRate(SignalSource& source, Measurement::Setup& se
 {
     if (m_options.symbolRate)
         setup.symbolRate = m_options.symbolRate;
-    else if (source.symbolRate() && !m_options.isSymbolRateAuto) {
-        setup.symbolRate = source.symbolRate();
+    else if (source.facts().symbolRate && !m_options.isSymbolRateAuto) {
+        setup.symbolRate = source.facts().symbolRate;
         setup.origin = Measurement::Origin::Metadata;
     } else {
         const auto estimate =
@@ -126,10 +126,10 @@ Result<void> MeasureCommand::measure(const QString& file,
     for (const QString& notice : notes)
         say(QStringLiteral("%1: %2").arg(LiveAddress::title(file), notice));
     SignalSource& source = *recording->source;
-    if (m_options.channel.last() >= source.valueCount())
+    if (m_options.channel.last() >= source.facts().valueCount())
         return failure(tr("there is no channel %1; the recording has %2")
                            .arg(m_options.channel.last() + 1)
-                           .arg(source.valueCount()));
+                           .arg(source.facts().valueCount()));
 
     Measurement::Setup setup;
     findSymbolRate(source, setup, notes);
@@ -138,19 +138,19 @@ Result<void> MeasureCommand::measure(const QString& file,
         return failure(
             tr("characters cannot be found without the symbol rate; give it with --symbol-rate"));
     settings.symbolRate = setup.symbolRate;
-    if (const auto checked = settings.check(source.sampleRate()); !checked)
+    if (const auto checked = settings.check(source.facts().sampleRate); !checked)
         return checked;
     Range range;
     range.from = m_options.start.value_or(0.0);
     if (m_options.hasSeconds)
         range.to = range.from + m_options.seconds;
     const auto length = source.sampleCount();
-    if (length && range.from >= static_cast<double>(*length) / source.sampleRate())
+    if (length && range.from >= static_cast<double>(*length) / source.facts().sampleRate)
         return failure(tr("it has ended before %1 s; start earlier").arg(range.from));
 
-    Receiver receiver(Receiver::Input::of(source), m_options.channel, settings);
+    Receiver receiver(source.facts(), m_options.channel, settings);
     setup.format = receiver.format();
-    setup.sampleRate = source.sampleRate();
+    setup.sampleRate = source.facts().sampleRate;
     setup.modulation = settings.modulation;
     setup.hasCarrierRecovery = settings.isOn && settings.modulation;
     setup.isFm = settings.isOn && settings.demodulation == ReceiverSettings::Demodulation::Fm;

@@ -100,8 +100,9 @@ std::optional<SymbolRateEstimate> estimated(const Recording& recording, const Op
 {
     const SignalSource& source = *recording.source;
     const bool isMissed = !options.snapshotFolder.isEmpty() && !options.symbolRate &&
-                          !source.symbolRate() && !source.isLive();
-    if (!(options.isSymbolRateAuto || isMissed) || options.channel.last() >= source.valueCount())
+                          !source.facts().symbolRate && !source.facts().isLive;
+    if (!(options.isSymbolRateAuto || isMissed) ||
+        options.channel.last() >= source.facts().valueCount())
         return std::nullopt;
     return SymbolRateEstimate::ofSource(*recording.source, options.channel, options.receiver);
 }
@@ -117,7 +118,7 @@ std::optional<int> openRecording(MainWindow& window, const Options& options)
     auto recording = open(options);
     if (!recording)
         return refuse(exitFailed, recording.error());
-    if (options.lacksSymbolRate(recording->source->symbolRate()))
+    if (options.lacksSymbolRate(recording->source->facts().symbolRate))
         return refuse(exitWrongUsage,
                       Options::tr("--%1 needs the symbol rate; give --symbol-rate, too")
                           .arg(options.receiver.modulation ? QStringLiteral("modulation")

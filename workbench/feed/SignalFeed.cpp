@@ -28,7 +28,7 @@ void SignalFeed::open(std::unique_ptr<SignalSource> source, const ChannelChoice&
     m_channel = channel;
     m_symbolRate = symbolRate;
     m_isSpanChosen = false;
-    m_source = SourceFacts::of(*source);
+    m_source = source->facts();
     m_pipeline.reset();
     m_pipeline = std::make_unique<Pipeline>(std::move(source), m_channel, usedReceiver());
     m_gate.open(format().sampleRate);
@@ -113,7 +113,7 @@ void SignalFeed::setReceiver(const ReceiverSettings& settings)
 
 void SignalFeed::setChannel(const ChannelChoice& channel)
 {
-    if (m_pipeline && channel.last() >= m_source.valueCount)
+    if (m_pipeline && channel.last() >= m_source.valueCount())
         return;
     m_channel = channel;
     reconfigure();

@@ -32,7 +32,7 @@ public:
               std::optional<double> symbolRate);
     bool isOpen() const { return m_pipeline != nullptr; }
     /// What the source says of itself; of no meaning until one was opened.
-    const SourceFacts& source() const { return m_source; }
+    const SignalFacts& source() const { return m_source; }
     /// Of what is shown.
     const SignalFormat& format() const;
     /// Of the samples that are shown over time: "Hz" of those of an FM demodulator, else empty.
@@ -115,7 +115,7 @@ private:
     EyeFeed m_eye;
     IqFeed m_iq;
     Gate m_gate;
-    SourceFacts m_source;
+    SignalFacts m_source;
     std::unique_ptr<Pipeline> m_pipeline;
     Transport m_transport;
     ReceiverSettings m_receiver;

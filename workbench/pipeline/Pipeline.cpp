@@ -55,7 +55,7 @@ std::size_t lengthOf(double samples, double least, double most)
 Pipeline::Pipeline(std::unique_ptr<SignalSource> source, const ChannelChoice& channel,
                    const ReceiverSettings& settings)
     : m_source(std::move(source))
-    , m_facts(SourceFacts::of(*m_source))
+    , m_facts(m_source->facts())
     , m_blockLength(lengthOf(blockSeconds * m_facts.sampleRate, minBlock, maxBlock))
 {
     m_inputLimit = m_facts.isLive ? lengthOf(liveSeconds * m_facts.sampleRate, 1.0, maxLive)

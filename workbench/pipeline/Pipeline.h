@@ -2,8 +2,8 @@
 #pragma once
 
 #include "platform/values/Handover.h"
-#include "workbench/pipeline/SourceFacts.h"
 #include "workbench/receiver/Receiver.h"
+#include "workbench/sources/SignalSource.h"
 
 #include <atomic>
 #include <functional>
@@ -28,7 +28,7 @@ public:
              const ReceiverSettings& settings);
     ~Pipeline();
 
-    const SourceFacts& source() const { return m_facts; }
+    const SignalFacts& source() const { return m_facts; }
     const SignalFormat& format() const { return m_format; }
     /// Samples of the source, as far as it is known by now.
     std::optional<std::int64_t> sampleCount() const;
@@ -82,7 +82,7 @@ private:
     void countAnew();
 
     std::unique_ptr<SignalSource> m_source; // the reading thread's while that runs
-    const SourceFacts m_facts;
+    const SignalFacts m_facts;
     std::unique_ptr<Receiver> m_receiver; // the receiving thread's, likewise
     SignalFormat m_format;
     values::Handover<Input> m_input;

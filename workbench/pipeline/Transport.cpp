@@ -106,7 +106,7 @@ bool Transport::goTo(double seconds)
 {
     m_buffer.clear(std::nullopt);
     m_isAtEnd = false;
-    const SourceFacts& source = m_pipeline->source();
+    const SignalFacts& source = m_pipeline->source();
     const SignalFormat& format = m_pipeline->format();
     const double settling =
         source.firstSymbol ? 0.0 : settlingSymbols * format.samplesPerSymbol / format.sampleRate;

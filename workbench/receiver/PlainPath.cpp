@@ -20,12 +20,12 @@ void keepNewest(std::vector<double>& kept, const std::vector<double>& values)
 
 } // namespace
 
-PlainPath::PlainPath(const Receiver::Input& input, const ChannelChoice& channel,
+PlainPath::PlainPath(const SignalFacts& input, const ChannelChoice& channel,
                      const ReceiverSettings& settings)
     : SignalPath(input)
     , m_channel(channel)
-    , m_first(static_cast<std::size_t>(input.constellationChannel.value_or(channel.value & ~1)))
-    , m_hasQ(m_first + 1 < static_cast<std::size_t>(input.valueCount))
+    , m_first(static_cast<std::size_t>(channel.value & ~1))
+    , m_hasQ(m_first + 1 < static_cast<std::size_t>(input.valueCount()))
     , m_bits(settings.characterBits.value_or(0))
 {
     const auto& symbolRate = settings.symbolRate;
@@ -93,7 +93,7 @@ void PlainPath::finish(std::vector<SignalBlock>& blocks)
 
 void PlainPath::add(const std::vector<double>& values)
 {
-    const auto width = static_cast<std::size_t>(m_input.valueCount);
+    const auto width = static_cast<std::size_t>(m_input.valueCount());
     for (std::size_t k = 0; k + width <= values.size(); k += width) {
         m_waiting.samples.push_back(m_channel.of(&values[k]));
         m_waiting.i.push_back(values[k + m_first]);

@@ -4,6 +4,7 @@
 #include "workbench/receiver/CharacterClock.h"
 #include "workbench/receiver/SignalPath.h"
 #include "workbench/receiver/SymbolTiming.h"
+#include "workbench/sources/ChannelChoice.h"
 
 /// The signal as it is, and where its symbols are: as the source says, or as its channel tells.
 class PlainPath : public SignalPath
@@ -11,7 +12,7 @@ class PlainPath : public SignalPath
 public:
     /// @param settings  of which the symbol rate counts, which overrides what the input says, and
     ///                  the bits of a character.
-    PlainPath(const Receiver::Input& input, const ChannelChoice& channel,
+    PlainPath(const SignalFacts& input, const ChannelChoice& channel,
               const ReceiverSettings& settings);
 
     void process(const std::vector<double>& values, std::vector<SignalBlock>& blocks) override;

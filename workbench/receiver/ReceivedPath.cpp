@@ -20,13 +20,13 @@ using Demodulation = ReceiverSettings::Demodulation;
 
 } // namespace
 
-ReceivedPath::ReceivedPath(const Receiver::Input& input, const ChannelChoice& channel,
+ReceivedPath::ReceivedPath(const SignalFacts& input, const ChannelChoice& channel,
                            const ReceiverSettings& settings)
     : SignalPath(input)
     , m_settings(settings)
     , m_showsQ(input.isComplex && channel.value % 2 == 1)
 {
-    m_front.configure(settings, input.sampleRate, input.valueCount, input.isComplex, channel);
+    m_front.configure(settings, input.sampleRate, input.valueCount(), input.isComplex, channel);
     BasebandFormat format;
     format.sampleRate = input.sampleRate;
     format.isReal = !input.isComplex && settings.shift == 0.0 && !settings.modulation;
@@ -68,7 +68,7 @@ void ReceivedPath::reset(std::int64_t position, bool goesOn)
 // In frames of one length, whatever the blocks that come: what is found must not depend on them.
 void ReceivedPath::process(const std::vector<double>& values, std::vector<SignalBlock>& blocks)
 {
-    const auto width = static_cast<std::size_t>(m_input.valueCount);
+    const auto width = static_cast<std::size_t>(m_input.valueCount());
     const auto longest = static_cast<std::size_t>(m_input.sampleRate * frameSeconds) + 1;
     const std::size_t length = width * std::min(frameLength, longest);
     m_values.insert(m_values.end(), values.begin(), values.end());

@@ -20,7 +20,7 @@ class ReceivedPath : public SignalPath
 {
 public:
     /// @param settings  are on and have no flaw; their symbol rate is the one that is known.
-    ReceivedPath(const Receiver::Input& input, const ChannelChoice& channel,
+    ReceivedPath(const SignalFacts& input, const ChannelChoice& channel,
                  const ReceiverSettings& settings);
 
     void process(const std::vector<double>& values, std::vector<SignalBlock>& blocks) override;

@@ -4,19 +4,7 @@
 #include "workbench/receiver/PlainPath.h"
 #include "workbench/receiver/ReceivedPath.h"
 
-Receiver::Input Receiver::Input::of(const SignalSource& source)
-{
-    Input input;
-    input.sampleRate = source.sampleRate();
-    input.valueCount = source.valueCount();
-    input.isComplex = source.isComplex();
-    input.symbolRate = source.symbolRate();
-    input.firstSymbol = source.firstSymbol();
-    input.constellationChannel = source.constellationChannel();
-    return input;
-}
-
-Receiver::Receiver(const Input& input, const ChannelChoice& channel,
+Receiver::Receiver(const SignalFacts& input, const ChannelChoice& channel,
                    const ReceiverSettings& settings)
     : m_input(input)
 {
@@ -47,7 +35,7 @@ void Receiver::process(std::int64_t position, const std::vector<double>& values,
     }
     m_path->process(values, blocks);
     m_next = position + static_cast<std::int64_t>(values.size() /
-                                                  static_cast<std::size_t>(m_input.valueCount));
+                                                  static_cast<std::size_t>(m_input.valueCount()));
 }
 
 void Receiver::finish(std::vector<SignalBlock>& blocks)

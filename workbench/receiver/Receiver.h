@@ -4,8 +4,9 @@
 #include "workbench/receiver/ReceiverSettings.h"
 #include "workbench/receiver/SignalBlock.h"
 #include "workbench/sources/ChannelChoice.h"
-#include "workbench/sources/SignalSource.h"
+#include "workbench/sources/SignalFacts.h"
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -17,23 +18,12 @@
 class Receiver
 {
 public:
-    /// What a receiver has to know of a source; none of it changes while it is received.
-    struct Input
-    {
-        static Input of(const SignalSource& source);
-
-        double sampleRate = 1.0; ///< Hz
-        int valueCount = 1;      ///< real numbers of a sample
-        bool isComplex = false;
-        std::optional<double> symbolRate;        ///< Bd
-        std::optional<double> firstSymbol;       ///< as in SignalSource
-        std::optional<int> constellationChannel; ///< as in SignalSource
-    };
-
+    /// @param input     what the signal is that is received.
     /// @param channel   which exists.
     /// @param settings  also where they are off: then only the bits of a character count, and their
     ///                  symbol rate, over that of the input. With a flaw they count as off.
-    Receiver(const Input& input, const ChannelChoice& channel, const ReceiverSettings& settings);
+    Receiver(const SignalFacts& input, const ChannelChoice& channel,
+             const ReceiverSettings& settings);
     ~Receiver();
 
     const SignalFormat& format() const;
@@ -53,7 +43,7 @@ public:
     void reset();
 
 private:
-    Input m_input;
+    SignalFacts m_input;
     std::unique_ptr<class SignalPath> m_path;
     std::int64_t m_next = 0; // position of the sample that would follow
     bool m_isStarted = false;

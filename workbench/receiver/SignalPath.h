@@ -1,8 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "workbench/receiver/Receiver.h"
 #include "workbench/receiver/SignalBlock.h"
+#include "workbench/sources/SignalFacts.h"
 
 #include <utility>
 #include <vector>
@@ -24,7 +24,7 @@ public:
     virtual void reset(std::int64_t position, bool goesOn) = 0;
 
 protected:
-    explicit SignalPath(const Receiver::Input& input)
+    explicit SignalPath(const SignalFacts& input)
         : m_input(input)
     {}
     /// Appends a block that follows the last one, but for the first one since m_isAfterGap was set.
@@ -34,7 +34,7 @@ protected:
         blocks.push_back(std::move(block));
     }
 
-    const Receiver::Input m_input;
+    const SignalFacts m_input;
     SignalFormat m_format; ///< of what comes out
     bool m_isAfterGap = true;
 };

@@ -122,18 +122,19 @@ class Baseband
 public:
     Baseband(const SignalSource& source, const ChannelChoice& channel,
              const ReceiverSettings& settings)
-        : m_valueCount(static_cast<std::size_t>(source.valueCount()))
-        , m_isComplex(source.isComplex())
+        : m_valueCount(static_cast<std::size_t>(source.facts().valueCount()))
+        , m_isComplex(source.facts().isComplex)
         , m_channel(channel)
     {
         ReceiverSettings used = settings;
         used.symbolRate.reset();
-        m_isOn = used.isOn && used.check(source.sampleRate()).has_value();
+        m_isOn = used.isOn && used.check(source.facts().sampleRate).has_value();
         if (!m_isOn)
             return;
-        m_front.configure(used, source.sampleRate(), source.valueCount(), m_isComplex, channel);
+        m_front.configure(used, source.facts().sampleRate, source.facts().valueCount(), m_isComplex,
+                          channel);
         BasebandFormat format;
-        format.sampleRate = source.sampleRate();
+        format.sampleRate = source.facts().sampleRate;
         m_isDemodulated = m_demodulator.configure(used, format).isDemodulated;
     }
 
@@ -265,16 +266,17 @@ SymbolRateEstimate::Signal SymbolRateEstimate::signalOf(SignalSource& source,
     QElapsedTimer patience;
     patience.start();
     Signal signal;
-    signal.sampleRate = source.sampleRate();
-    signal.isComplex = source.isComplex() || settings.isOn;
+    signal.sampleRate = source.facts().sampleRate;
+    signal.isComplex = source.facts().isComplex || settings.isOn;
     const std::int64_t position = source.position();
-    if (!source.isLive() && from != position && !source.seek(from))
+    if (!source.facts().isLive && from != position && !source.seek(from))
         return signal;
     Baseband baseband(source, channel, settings);
     std::vector<double> values;
     for (std::size_t taken = 0; taken < maxSampleCount;) {
         const std::size_t got = source.read(values, std::min(blockLength, maxSampleCount - taken));
-        if (got == 0 && source.isLive() && !source.hasEnded() && patience.elapsed() < longestMs)
+        if (got == 0 && source.facts().isLive && !source.hasEnded() &&
+            patience.elapsed() < longestMs)
             continue;
         if (got == 0)
             break;

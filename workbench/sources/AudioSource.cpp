@@ -83,11 +83,12 @@ QString AudioSource::loss(AudioFile& file)
 AudioSource::AudioSource(std::unique_ptr<AudioFile> file, std::optional<double> sampleRate,
                          bool isWhole)
     : m_file(std::move(file))
-    , m_name(plainText(QFileInfo(m_file->path()).fileName()))
-    , m_channelCount(m_file->info().channels)
-    , m_sampleRate(sampleRate.value_or(m_file->info().samplerate))
     , m_isWhole(isWhole)
 {
+    m_facts.name = plainText(QFileInfo(m_file->path()).fileName());
+    m_facts.sampleRate = sampleRate.value_or(m_file->info().samplerate);
+    m_facts.isComplex = m_file->info().channels == 2;
+    m_facts.channelCount = m_facts.isComplex ? 1 : m_file->info().channels;
     // Else the header leaves the length open.
     if (m_file->info().frames != SF_COUNT_MAX)
         m_sampleCount = m_file->info().frames;
@@ -99,7 +100,7 @@ std::int64_t AudioSource::position() const { return m_file->position(); }
 
 std::size_t AudioSource::read(std::vector<double>& block, std::size_t count)
 {
-    const auto channels = static_cast<std::size_t>(m_channelCount);
+    const auto channels = static_cast<std::size_t>(m_file->info().channels);
     count = std::min(count, std::max<std::size_t>(maxBlockValueCount / channels, 1));
     block.resize(count * channels);
     const std::size_t samples = m_file->read(block.data(), count);

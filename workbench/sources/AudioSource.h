@@ -16,10 +16,6 @@ public:
     static Result<Recording> open(const QString& fileName, std::optional<double> sampleRate);
     ~AudioSource() override;
 
-    QString name() const override { return m_name; }
-    double sampleRate() const override { return m_sampleRate; }
-    int channelCount() const override { return isComplex() ? 1 : m_channelCount; }
-    bool isComplex() const override { return m_channelCount == 2; }
     std::optional<std::int64_t> sampleCount() const override { return m_sampleCount; }
     QString trouble() const override { return m_trouble.sentence(); }
     bool hasFailed() const override { return m_trouble.isFailure(); }
@@ -34,9 +30,6 @@ private:
     void sayEnd();
 
     const std::unique_ptr<AudioFile> m_file;
-    const QString m_name;
-    const int m_channelCount; // of the file
-    const double m_sampleRate;
     const bool m_isWhole; // as far as could be seen
     std::optional<std::int64_t> m_sampleCount;
     Trouble m_trouble;

@@ -51,7 +51,9 @@ Result<Recording> CsvSource::finish(std::unique_ptr<CsvSource> source,
     for (const QString& notice : layout.notices)
         recording.notices += notice;
     recording.details = layout.details;
-    source->m_sampleRate = recording.orAssumed(layout.sampleRate);
+    source->m_facts.sampleRate = recording.orAssumed(layout.sampleRate);
+    source->m_facts.isComplex = layout.isComplex;
+    source->m_facts.channelCount = layout.isComplex ? 1 : static_cast<int>(layout.columns.size());
     source->m_marks = {{-layout.firstRow, layout.begin}};
     source->start(source->m_marks.front());
     if (source->m_file.size() > countedSize) {
@@ -81,16 +83,12 @@ bool CsvSource::countRows(const std::function<bool(double part)>& goOn)
 }
 
 CsvSource::CsvSource(const QString& fileName)
-    : m_name(plainText(QFileInfo(fileName).fileName()))
-    , m_file(fileName)
-{}
+    : m_file(fileName)
+{
+    m_facts.name = plainText(QFileInfo(fileName).fileName());
+}
 
 CsvSource::~CsvSource() = default;
-
-int CsvSource::channelCount() const
-{
-    return m_layout.isComplex ? 1 : static_cast<int>(m_layout.columns.size());
-}
 
 std::optional<std::int64_t> CsvSource::sampleCount() const
 {

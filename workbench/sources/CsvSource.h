@@ -20,10 +20,6 @@ public:
     static Result<Recording> open(const QString& fileName, const Recording::Options& options);
     ~CsvSource() override;
 
-    QString name() const override { return m_name; }
-    double sampleRate() const override { return m_sampleRate; }
-    int channelCount() const override;
-    bool isComplex() const override { return m_layout.isComplex; }
     std::optional<std::int64_t> sampleCount() const override;
     QString trouble() const override { return m_trouble.sentence(); }
     bool hasFailed() const override { return m_trouble.isFailure(); }
@@ -49,10 +45,8 @@ private:
     void takeRow(const CsvRows::Row& row);
     std::size_t available() const { return (m_ahead.size() - m_used) / m_layout.columns.size(); }
 
-    const QString m_name;
     QFile m_file;
     CsvLayout m_layout;
-    double m_sampleRate = 1.0;
     std::atomic<std::int64_t> m_count = -1; // samples; negative before the end was reached
     Trouble m_trouble;
     std::int64_t m_position = 0;

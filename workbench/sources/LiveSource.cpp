@@ -7,10 +7,13 @@
 #include <thread>
 
 LiveSource::LiveSource(const QString& name, const SampleFormat& format, double sampleRate)
-    : m_name(plainText(name))
-    , m_format(format)
-    , m_sampleRate(sampleRate)
-{}
+    : m_format(format)
+{
+    m_facts.name = plainText(name);
+    m_facts.sampleRate = sampleRate;
+    m_facts.isComplex = format.isComplex;
+    m_facts.isLive = true;
+}
 
 LiveSource::~LiveSource() = default;
 
@@ -33,7 +36,7 @@ QString LiveSource::amiss() const
 std::size_t LiveSource::read(std::vector<double>& block, std::size_t count)
 {
     const std::size_t samples = await(count);
-    block.resize(samples * static_cast<std::size_t>(valueCount()));
+    block.resize(samples * static_cast<std::size_t>(m_format.valueCount()));
     m_format.convert(m_bytes.data() + m_used, block.size(), block.data());
     use(samples);
     return samples;

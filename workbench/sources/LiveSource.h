@@ -25,12 +25,7 @@ public:
 
     ~LiveSource() override;
 
-    QString name() const override { return m_name; }
-    double sampleRate() const override { return m_sampleRate; }
-    int channelCount() const override { return 1; }
-    bool isComplex() const override { return m_format.isComplex; }
     std::optional<std::int64_t> sampleCount() const override { return std::nullopt; }
-    bool isLive() const override { return true; }
     bool hasEnded() const override { return m_hasEnded; }
     QString trouble() const override { return m_trouble.sentence(); }
     std::int64_t position() const override { return m_position; }
@@ -65,9 +60,7 @@ private:
     std::size_t await(std::size_t count);
     void use(std::size_t samples);
 
-    const QString m_name;
     const SampleFormat m_format;
-    const double m_sampleRate;
     std::int64_t m_position = 0;
     std::vector<char> m_bytes; // received, up to...
     std::size_t m_used = 0;    // ...here already delivered

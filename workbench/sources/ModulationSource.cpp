@@ -166,15 +166,15 @@ struct ModulationSource::Receiver
 ModulationSource::ModulationSource(const ModulationSettings& settings)
     : m_settings(settings)
 {
+    m_facts.name = tr("Built-in %1 signal").arg(QString::fromLatin1(kindOf(settings).name));
+    m_facts.sampleRate = settings.sampleRate;
+    m_facts.isComplex = true;
+    m_facts.symbolRate = settings.sampleRate / samplesPerSymbol;
+    m_facts.firstSymbol = 0.0;
     start();
 }
 
 ModulationSource::~ModulationSource() = default;
-
-QString ModulationSource::name() const
-{
-    return tr("Built-in %1 signal").arg(QString::fromLatin1(kindOf(m_settings).name));
-}
 
 void ModulationSource::setSnr(double decibels)
 {

@@ -50,16 +50,7 @@ public:
     void setPhaseNoise(double rms);
     void setCarrierError(double cyclesPerSymbol);
 
-    QString name() const override;
-    double sampleRate() const override { return m_settings.sampleRate; }
-    int channelCount() const override { return 1; }
-    bool isComplex() const override { return true; }
     std::optional<std::int64_t> sampleCount() const override { return std::nullopt; }
-    std::optional<double> symbolRate() const override
-    {
-        return m_settings.sampleRate / samplesPerSymbol;
-    }
-    std::optional<double> firstSymbol() const override { return 0.0; }
     std::int64_t position() const override { return m_position; }
     std::size_t read(std::vector<double>& block, std::size_t count) override;
     /// Starts anew at the start; elsewhere the signal goes on as if nothing had been left out.

@@ -17,6 +17,10 @@ NrzSource::NrzSource(const NrzSettings& settings)
     : m_settings(settings)
     , m_noiseBits(settings.seed)
 {
+    m_facts.name = tr("Built-in NRZ signal");
+    m_facts.sampleRate = settings.sampleRate;
+    m_facts.symbolRate = settings.symbolRate;
+    m_facts.frameLength = settings.frameSymbolCount * samplesPerSymbol();
     prepareFilter();
 }
 
@@ -40,19 +44,8 @@ void NrzSource::prepareFilter()
 {
     m_filter = std::make_unique<LowPass>(m_settings.bandwidth * m_settings.symbolRate /
                                          m_settings.sampleRate);
-}
-
-QString NrzSource::name() const { return tr("Built-in NRZ signal"); }
-
-std::optional<double> NrzSource::firstSymbol() const
-{
     // A sample is the mean of the level over the period that starts at it.
-    return 0.5 * samplesPerSymbol() - 0.5 + m_filter->delay();
-}
-
-std::optional<double> NrzSource::frameLength() const
-{
-    return m_settings.frameSymbolCount * samplesPerSymbol();
+    m_facts.firstSymbol = 0.5 * samplesPerSymbol() - 0.5 + m_filter->delay();
 }
 
 std::size_t NrzSource::read(std::vector<double>& block, std::size_t count)

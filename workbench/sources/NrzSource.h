@@ -48,13 +48,7 @@ public:
     void setJitter(double rms);
     void setBandwidth(double bandwidth);
 
-    QString name() const override;
-    double sampleRate() const override { return m_settings.sampleRate; }
-    int channelCount() const override { return 1; }
     std::optional<std::int64_t> sampleCount() const override { return std::nullopt; }
-    std::optional<double> symbolRate() const override { return m_settings.symbolRate; }
-    std::optional<double> firstSymbol() const override;
-    std::optional<double> frameLength() const override;
     std::int64_t position() const override { return m_position; }
     std::size_t read(std::vector<double>& block, std::size_t count) override;
     bool seek(std::int64_t position) override;

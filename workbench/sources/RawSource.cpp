@@ -36,10 +36,14 @@ Result<void> RawSource::open(Recording& recording, const QString& name, const QS
 }
 
 RawSource::RawSource(const QString& name, const QString& fileName, RawLayout layout)
-    : m_name(plainText(name))
-    , m_file(fileName)
+    : m_file(fileName)
     , m_layout(std::move(layout))
 {
+    m_facts.name = plainText(name);
+    m_facts.sampleRate = m_layout.sampleRate;
+    m_facts.channelCount = m_layout.channelCount;
+    m_facts.isComplex = m_layout.format.isComplex;
+    m_facts.symbolRate = m_layout.symbolRate;
     std::vector<RawLayout::Chunk>& chunks = m_layout.chunks;
     m_count = std::numeric_limits<std::int64_t>::max();
     while (chunks.size() > 1 && chunks.back().offset >= m_layout.end) {
@@ -71,7 +75,7 @@ std::size_t RawSource::read(std::vector<double>& block, std::size_t count)
     const std::int64_t end = next == m_layout.chunks.end() ? m_count : next->firstSample;
     const std::int64_t size = m_layout.sampleSize();
     const auto wanted = static_cast<std::int64_t>(std::min<std::size_t>(count, maxBlockValueCount));
-    std::int64_t samples = std::max<std::int64_t>(maxBlockValueCount / valueCount(), 1);
+    std::int64_t samples = std::max<std::int64_t>(maxBlockValueCount / m_facts.valueCount(), 1);
     samples = std::min({samples, wanted, std::max<std::int64_t>(end - m_position, 0)});
 
     m_bytes.resize(static_cast<std::size_t>(samples * size));
@@ -89,7 +93,7 @@ std::size_t RawSource::read(std::vector<double>& block, std::size_t count)
                 .arg(m_count));
     samples = there;
     m_position += samples;
-    block.resize(static_cast<std::size_t>(samples * valueCount()));
+    block.resize(static_cast<std::size_t>(samples * m_facts.valueCount()));
     m_layout.format.convert(m_bytes.data(), block.size(), block.data());
     return static_cast<std::size_t>(samples);
 }

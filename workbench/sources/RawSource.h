@@ -45,12 +45,7 @@ public:
                              RawLayout layout);
     ~RawSource() override;
 
-    QString name() const override { return m_name; }
-    double sampleRate() const override { return m_layout.sampleRate; }
-    int channelCount() const override { return m_layout.channelCount; }
-    bool isComplex() const override { return m_layout.format.isComplex; }
     std::optional<std::int64_t> sampleCount() const override { return m_count; }
-    std::optional<double> symbolRate() const override { return m_layout.symbolRate; }
     QString trouble() const override { return m_trouble.sentence(); }
     bool hasFailed() const override { return m_trouble.isFailure(); }
     std::int64_t position() const override { return m_position; }
@@ -61,7 +56,6 @@ private:
     RawSource(const QString& name, const QString& fileName, RawLayout layout);
     std::int64_t remainder() const;
 
-    QString m_name;
     QFile m_file;
     RawLayout m_layout;
     std::int64_t m_count = 0; // does not change once it is open

@@ -56,13 +56,14 @@ double Recording::orAssumed(std::optional<double> sampleRate)
 
 QStringList Recording::describe(const SignalSource& source)
 {
-    QStringList lines{tr("Name: %1").arg(source.name()),
-                      tr("Sample rate: %1 Hz").arg(source.sampleRate(), 0, 'g', 12),
-                      (source.isComplex() ? tr("Channels: %1, complex") : tr("Channels: %1"))
-                          .arg(source.channelCount())};
+    const SignalFacts& facts = source.facts();
+    QStringList lines{tr("Name: %1").arg(facts.name),
+                      tr("Sample rate: %1 Hz").arg(facts.sampleRate, 0, 'g', 12),
+                      (facts.isComplex ? tr("Channels: %1, complex") : tr("Channels: %1"))
+                          .arg(facts.channelCount)};
     if (const auto count = source.sampleCount())
         lines += tr("Samples: %1, %2 s")
                      .arg(*count)
-                     .arg(static_cast<double>(*count) / source.sampleRate(), 0, 'g', 12);
+                     .arg(static_cast<double>(*count) / facts.sampleRate, 0, 'g', 12);
     return lines;
 }

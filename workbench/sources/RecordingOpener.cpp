@@ -111,7 +111,7 @@ Result<void> RecordingOpener::examine(Recording& recording)
     constexpr std::size_t examinedValueCount = 1 << 16;
     SignalSource& source = *recording.source;
     std::vector<double> values;
-    const auto valueCount = static_cast<std::size_t>(source.valueCount());
+    const auto valueCount = static_cast<std::size_t>(source.facts().valueCount());
     const std::size_t wanted = std::max<std::size_t>(examinedValueCount / valueCount, 1);
     const std::size_t count = source.read(values, wanted);
     const auto badCount = std::count_if(values.begin(), values.end(),

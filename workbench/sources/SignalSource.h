@@ -1,11 +1,12 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QString>
+#include "workbench/sources/SignalFacts.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <utility>
 #include <vector>
 
 /// A signal that is read in blocks: one or several channels of real or complex samples at one rate.
@@ -15,30 +16,9 @@ class SignalSource
 public:
     virtual ~SignalSource();
 
-    /// What people call it: a file's name, or what the signal is.
-    virtual QString name() const = 0;
-    /// Hz, > 0.
-    virtual double sampleRate() const = 0;
-    /// 1 or more.
-    virtual int channelCount() const = 0;
-    /// Whether samples are complex, I + jQ; false where not overridden.
-    virtual bool isComplex() const;
-    /// Real numbers of a sample: one a channel, two where complex.
-    int valueCount() const { return channelCount() * (isComplex() ? 2 : 1); }
+    const SignalFacts& facts() const { return m_facts; }
     /// Samples of each channel; none for a signal without a known end.
     virtual std::optional<std::int64_t> sampleCount() const = 0;
-    /// Symbols per second, Bd, where known.
-    virtual std::optional<double> symbolRate() const;
-    /// Where the middle of symbol 0 lies, samples, need not be whole: that of symbol k lies k
-    /// symbol periods later. None where the symbols' clock is not known exactly.
-    virtual std::optional<double> firstSymbol() const;
-    /// Samples of a frame, at least 1, need not be whole: frame k starts at the first sample that
-    /// is not before k times this. None for a signal without known frames.
-    virtual std::optional<double> frameLength() const;
-
-    /// Whether the samples come when they come, from a device or a program: reading waits for them,
-    /// at most a tenth of a second, and there is no going back. False where not overridden.
-    virtual bool isLive() const;
     /// Of a live signal: whether no more samples can come. After read said that there are none.
     virtual bool hasEnded() const;
     /// What is amiss just now, a sentence; empty when all is well. From any thread, also while
@@ -46,10 +26,6 @@ public:
     virtual QString trouble() const;
     /// Whether it lacks samples that it should have, as its trouble says. Likewise.
     virtual bool hasFailed() const;
-    /// Index of the value that is I, Q after it, of what a constellation shows, where that is not
-    /// the pair of the value shown. None where not overridden.
-    virtual std::optional<int> constellationChannel() const;
-
     /// Index of the next sample to be read. Where samples of a live signal are lost on the way
     /// here, reading leaps over as many as are known to be, at least one.
     virtual std::int64_t position() const = 0;
@@ -64,4 +40,12 @@ public:
     virtual std::size_t discard(std::size_t count);
     /// Moves to a sample. False, and nothing moves, where that is not possible.
     virtual bool seek(std::int64_t position) = 0;
+
+protected:
+    SignalSource() = default;
+    explicit SignalSource(SignalFacts facts)
+        : m_facts(std::move(facts))
+    {}
+
+    SignalFacts m_facts; ///< complete once the source is opened
 };

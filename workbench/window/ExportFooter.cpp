@@ -34,7 +34,7 @@ ExportFooter::ExportFooter(const SignalFeed& feed, const QString& gate, const QS
                        tr("sample rate %1").arg(units::rate(feed.source().sampleRate, "Hz"))};
     if (const auto symbolRate = feed.symbolRate())
         source += tr("symbol rate %1").arg(units::exactRate(*symbolRate, QStringLiteral("Bd")));
-    if (feed.source().valueCount > 1)
+    if (feed.source().valueCount() > 1)
         source += tr("channel %1").arg(feed.channel().value + 1);
     const ReceiverSettings& receiver = feed.receiver();
     if (receiver.isOn && feed.checkReceiver() && !feed.source().firstSymbol) {

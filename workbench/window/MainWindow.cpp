@@ -201,7 +201,7 @@ void MainWindow::sayNotices(QStringList notices)
 
 void MainWindow::showSource(const QStringList& notices)
 {
-    const SourceFacts& source = feed().source();
+    const SignalFacts& source = feed().source();
     setWindowTitle(tr("%1 - Orvane workbench").arg(source.name));
     m_states.restart();
     m_measuring->cancel();

@@ -209,7 +209,7 @@ void ParameterPanel::show(SchemeChoice::Choice choice)
 
 void ParameterPanel::showChannel(const SignalFeed& feed)
 {
-    const int count = feed.source().valueCount;
+    const int count = feed.source().valueCount();
     const ChannelChoice& channel = feed.channel();
     const QSignalBlocker quietChannel(m_channel);
     m_channel->setRange(1, count);

@@ -23,10 +23,10 @@ Player::~Player() = default;
 Result<void> Player::open(Recording recording, const ChannelChoice& channel,
                           std::optional<double> symbolRate)
 {
-    if (channel.last() >= recording.source->valueCount())
+    if (channel.last() >= recording.source->facts().valueCount())
         return failure(tr("there is no channel %1; the recording has %2")
                            .arg(channel.last() + 1)
-                           .arg(recording.source->valueCount()));
+                           .arg(recording.source->facts().valueCount()));
     start(std::move(recording.source), Kind::Recording, channel, symbolRate);
     m_information += recording.details;
     showAsNew(Hints::texts(recording.notices));
@@ -56,9 +56,8 @@ void Player::showAsNew(const QStringList& notices)
 
 void Player::missSymbolRate()
 {
-    const SourceFacts& source = m_feed.source();
-    if (m_isEstimating && m_feed.isOpen() && !source.isLive && source.sampleCount &&
-        !m_feed.symbolRate())
+    if (m_isEstimating && m_feed.isOpen() && !m_feed.source().isLive &&
+        m_feed.transport().length() && !m_feed.symbolRate())
         emit symbolRateMissed();
 }
 

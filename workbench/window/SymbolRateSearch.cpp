@@ -24,7 +24,8 @@ void SymbolRateSearch::start(SignalFeed& feed)
     Stretches stretches;
     feed.changeSource([&](SignalSource& source) {
         constexpr auto length = static_cast<std::int64_t>(SymbolRateEstimate::maxSampleCount);
-        const auto here = static_cast<std::int64_t>(feed.transport().time() * source.sampleRate());
+        const auto here =
+            static_cast<std::int64_t>(feed.transport().time() * source.facts().sampleRate);
         const std::int64_t last = source.sampleCount().value_or(here + length) - length;
         m_first = std::clamp<std::int64_t>(here - length / 2, 0, std::max<std::int64_t>(last, 0));
         stretches.push_back(
