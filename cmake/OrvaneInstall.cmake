@@ -10,6 +10,7 @@ set(ORVANE_PACKAGE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/Orvane")
 # Headers that only sources of their own library include.
 set(ORVANE_INTERNAL_HEADERS
   glbase/DeviceRaster.h
+  glbase/GLSurface.h
   glwidgets/AxisZoom.h
   gui/ColorPage.h
   values/SettingsStore.h

@@ -355,6 +355,10 @@
 <context>
     <name>HelpMenu</name>
     <message>
+        <source>Renderer: %1</source>
+        <translation>Zeichnet: %1</translation>
+    </message>
+    <message>
         <source>&amp;Help</source>
         <translation>&amp;Hilfe</translation>
     </message>
@@ -769,6 +773,10 @@
     <message>
         <source>Shows the version.</source>
         <translation>Zeigt die Version.</translation>
+    </message>
+    <message>
+        <source>Says more: what draws the views, and why; with --version, too.</source>
+        <translation>Sagt mehr: was die Ansichten zeichnet, und warum; auch mit --version.</translation>
     </message>
     <message>
         <source>Shows &lt;S&gt; seconds of signal.</source>

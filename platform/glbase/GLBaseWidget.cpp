@@ -32,7 +32,7 @@ QRect GLBaseWidget::geometry() const
 void GLBaseWidget::update()
 {
     if (m_pFrame && !m_pFrame->IsPaintingPicture())
-        m_pFrame->update();
+        m_pFrame->UpdateContent();
 }
 
 GLFrameWidget* GLBaseWidget::GetFrameWidget() const { return m_pFrame; }

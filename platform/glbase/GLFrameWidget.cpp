@@ -5,16 +5,15 @@
 #include "platform/glbase/DeviceRaster.h"
 #include "platform/glbase/GLBaseWidget.h"
 #include "platform/glbase/GLPainter.h"
+#include "platform/glbase/GLSurface.h"
+#include "platform/glbase/Renderer.h"
 #include "platform/gui/ColorSet.h"
 
 #include <QEvent>
 #include <QLabel>
-#include <QPaintEngine>
 #include <QPainter>
 #include <QPointer>
 #include <QScopedValueRollback>
-#include <QShowEvent>
-#include <QSurfaceFormat>
 
 #include <utility>
 
@@ -22,53 +21,28 @@ IErrorHandlerBase* GLFrameWidget::m_pErrorHandler = nullptr;
 IColorBase* GLFrameWidget::m_pColors = nullptr;
 
 GLFrameWidget::GLFrameWidget(QWidget* parent)
-    : QOpenGLWidget(parent)
+    : QWidget(parent)
 {
-    // No profile and a version up to 2.1 is what makes every driver keep the fixed functions.
-    // Without multisampling a point of one pixel is one pixel.
-    QSurfaceFormat format;
-    format.setRenderableType(QSurfaceFormat::OpenGL);
-    format.setVersion(2, 1);
-    format.setProfile(QSurfaceFormat::NoProfile);
-    format.setSamples(0);
-    setFormat(format);
+    setAttribute(Qt::WA_OpaquePaintEvent); // the ground covers it
+    if (Renderer::Current() == Renderer::Kind::OpenGL)
+        m_pSurface = new GLSurface(*this, [this](QPainter& painter, bool hasContext) {
+            PaintOnScreen(painter, hasContext);
+        });
 }
 
-namespace {
-
-// A window keeps a pointer to each GL widget that it painted until it paints anew, for which Qt
-// does not ask when an empty one leaves.
-void leaveWindow(QWidget& widget)
-{
-    if (widget.size().isEmpty())
-        widget.window()->update();
-}
-
-} // namespace
-
-GLFrameWidget::~GLFrameWidget() { leaveWindow(*this); }
+GLFrameWidget::~GLFrameWidget() { delete m_pSurface; }
 
 bool GLFrameWidget::event(QEvent* event)
 {
-    if (event->type() == QEvent::ParentAboutToChange)
-        leaveWindow(*this);
+    if (event->type() == QEvent::ParentAboutToChange && m_pSurface)
+        m_pSurface->LeaveWindow();
     const QPointer<GLFrameWidget> alive(this); // whoever hears of a resize may destroy it
     const QEvent::Type type = event->type();
-    // Where it is hidden or has no size in another window, Qt would take its context, and yet make
-    // that window compose its last picture. It keeps it until it is shown with a size.
-    const bool isThere = !size().isEmpty() && (type != QEvent::WindowChangeInternal || !isHidden());
-    const bool keepsContext =
-        !isThere && (type == QEvent::WindowChangeInternal || type == QEvent::Show);
-    m_awaitsContext |= keepsContext;
-    if (isThere && m_awaitsContext && (type == QEvent::Show || type == QEvent::Resize)) {
-        m_awaitsContext = false;
-        QShowEvent show; // where it asks whether the context suits the window
-        if (type == QEvent::Resize)
-            QOpenGLWidget::event(&show);
-        if (!alive)
-            return true;
-    }
-    const bool isTaken = keepsContext ? QWidget::event(event) : QOpenGLWidget::event(event);
+    const bool isTaken = QWidget::event(event);
+    if (!alive)
+        return true;
+    if (type == QEvent::Resize && m_pSurface)
+        m_pSurface->setGeometry(rect());
     if (alive && (type == QEvent::Show || type == QEvent::Resize || type == QEvent::LanguageChange))
         ShowNotice();
     return isTaken;
@@ -115,15 +89,44 @@ void GLFrameWidget::ShowNotice()
     m_pNotice->setVisible(isNeeded);
 }
 
-void GLFrameWidget::paintGL()
+void GLFrameWidget::paintEvent(QPaintEvent*)
 {
-    QPainter painter(this);
-    if (!painter.isActive()) // on an empty picture
+    if (m_pSurface)
         return;
-    // Whoever grabs a window has this called, too, with a painter on a picture.
-    const bool isOnFrame = painter.paintEngine()->type() == QPaintEngine::OpenGL2;
-    const QScopedValueRollback<bool> hasContext(m_hasContext, isOnFrame);
+    QPainter painter(this);
+    PaintOnScreen(painter, false);
+}
+
+void GLFrameWidget::PaintOnScreen(QPainter& painter, bool hasContext)
+{
+    const QScopedValueRollback<bool> context(m_hasContext, hasContext);
     Render(painter);
+}
+
+QImage GLFrameWidget::grabFramebuffer()
+{
+    if (m_pSurface) {
+        m_pSurface->setGeometry(rect()); // a frame that was never shown heard of no resize
+        return m_pSurface->grabFramebuffer();
+    }
+    const double ratio = devicePixelRatioF();
+    QImage image((QSizeF(size()) * ratio).toSize(), QImage::Format_RGB32);
+    image.setDevicePixelRatio(ratio);
+    QPainter painter(&image);
+    Render(painter);
+    return image;
+}
+
+bool GLFrameWidget::isValid() const { return !m_pSurface || m_pSurface->isValid(); }
+
+void GLFrameWidget::UpdateContent() { UpdateContent(rect()); }
+
+void GLFrameWidget::UpdateContent(const QRect& rect)
+{
+    if (m_pSurface)
+        m_pSurface->update();
+    else
+        update(rect);
 }
 
 void GLFrameWidget::Render(QPainter& painter)

@@ -5,22 +5,25 @@
 #include "platform/glbase/GLLines.h"
 #include "platform/glbase/GLStepLine.h"
 
-#include <QOpenGLWidget>
+#include <QImage>
+#include <QPointer>
 #include <QRegion>
 #include <QTransform>
+#include <QWidget>
 
 class GLBaseWidget;
+class GLSurface;
 class IColorBase;
 class IErrorHandlerBase;
 class QLabel;
 class QPainter;
 
-/// The Qt widget that a group of GL widgets is painted into: an OpenGL widget with a compatibility
-/// context (OpenGL 2.1 or its like) that fills itself with the ground colour and opens one painter
-/// for all its children. Line primitives draw with that painter, in the pixel frame of the child
-/// that is being painted; outside of painting they draw nothing. Where there is no OpenGL, it says
-/// so in its place, and once to the error handler.
-class ORVANE_PLATFORM_API GLFrameWidget : public QOpenGLWidget
+/// The Qt widget that a group of GL widgets is painted into: fills itself with the ground colour
+/// and opens one painter for all its children, with OpenGL or without, see Renderer. Line
+/// primitives draw with that painter, in the pixel frame of the child that is being painted;
+/// outside of painting they draw nothing. Where OpenGL is asked for and there is none, it says so
+/// in its place, and once to the error handler.
+class ORVANE_PLATFORM_API GLFrameWidget : public QWidget
 {
     Q_OBJECT
 public:
@@ -43,6 +46,13 @@ public:
     /// with the origin at the frame's top left corner. Must not be called while the frame paints.
     /// Nothing with a painter that is not open.
     void Render(QPainter& painter);
+    /// The frame as it is on the screen, without the Qt widgets in it.
+    QImage grabFramebuffer();
+    /// Whether it can paint on the screen; false before its first frame with OpenGL.
+    bool isValid() const;
+    /// Schedules a repaint of all children, or of those in a rectangle (logical pixels).
+    void UpdateContent();
+    void UpdateContent(const QRect& rect);
 
     /// Whether what is painted is a picture to keep, see GLLayout::RenderPicture. Nothing that
     /// later paints show may change by it.
@@ -50,7 +60,7 @@ public:
 
 protected:
     bool event(QEvent* event) override;
-    void paintGL() override;
+    void paintEvent(QPaintEvent* event) override;
     /// Paints the children with the open painter; the frame itself has none.
     virtual void PaintChildren(QPainter& painter);
     /// Size that the content is laid out for: the frame's own, or that of the picture.
@@ -65,12 +75,13 @@ private:
     friend class GLPainter;
     friend struct TestAccess;
     void ShowNotice();
+    void PaintOnScreen(QPainter& painter, bool hasContext);
 
+    QPointer<GLSurface> m_pSurface; // null where frames paint without OpenGL
     QLabel* m_pNotice = nullptr;    // instead of the picture; none as long as there is OpenGL
     QPainter* m_pPainter = nullptr; // open painter, while painting
     QTransform m_baseTransform;     // its transform and clip before any child was painted
     QRegion m_baseClip;
     bool m_hasBaseClip = false;
-    bool m_hasContext = false;    // the open painter draws with the frame's own GL context
-    bool m_awaitsContext = false; // that of another window, see event()
+    bool m_hasContext = false; // the open painter draws with the frame's own GL context
 };

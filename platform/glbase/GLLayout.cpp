@@ -130,7 +130,7 @@ void GLLayout::PlaceChildren()
             child.PlaceQWidget();
     }
     if (!isPicture)
-        update();
+        UpdateContent();
 
     // A child may place, add or remove children in its event.
     const QPointer<GLLayout> self(this);
@@ -225,9 +225,8 @@ QSize GLLayout::minimumSizeHint() const { return {120, HeightHint(40)}; }
 
 void GLLayout::resizeEvent(QResizeEvent* event)
 {
-    // First, because the base class paints.
-    PlaceChildren();
     GLFrameWidget::resizeEvent(event);
+    PlaceChildren();
 }
 
 void GLLayout::hideEvent(QHideEvent* event)

@@ -4,6 +4,7 @@
 #include "platform/glbase/GLCommonWidget.h"
 #include "platform/glbase/GLLayout.h"
 #include "platform/glbase/GLPainter.h"
+#include "platform/glbase/Renderer.h"
 #include "platform/gui/ColorSet.h"
 
 #include <QPainter>
@@ -59,21 +60,27 @@ struct FrameFixture
         ratio = frame.devicePixelRatioF();
         EXPECT_EQ(ratio, qEnvironmentVariable("QT_SCALE_FACTOR", "1").toDouble());
     }
-    QImage PaintedWithGL() { return frame.grabFramebuffer().convertToFormat(QImage::Format_RGB32); }
+    QImage PaintedOnScreen()
+    {
+        const QImage image = Renderer::Current() == Renderer::Kind::OpenGL ? frame.grabFramebuffer()
+                                                                           : frame.grab().toImage();
+        return image.convertToFormat(QImage::Format_RGB32);
+    }
     QImage PaintedAsPicture()
     {
-        QImage image(PaintedWithGL().size(), QImage::Format_RGB32);
+        QImage image(PaintedOnScreen().size(), QImage::Format_RGB32);
         image.setDevicePixelRatio(ratio);
         image.fill(Qt::magenta);
         QPainter painter(&image);
         frame.Render(painter);
         return image;
     }
-    /// The picture of both engines; a failure when they differ anywhere.
+    /// The picture of both renderers, where frames paint with OpenGL; a failure when they differ
+    /// anywhere.
     QImage Painted()
     {
         QImage image = PaintedAsPicture();
-        ExpectSamePicture(PaintedWithGL(), image, "GL beside the raster engine");
+        ExpectSamePicture(PaintedOnScreen(), image, "the screen beside a picture");
         return image;
     }
     /// Device pixel of a logical coordinate in the plot.

@@ -95,9 +95,9 @@ TEST_F(IqDiagram, LightsOneDevicePixelForEachPointInside)
         expectPoints(Painted(), {});
     }
     ColorSet::Instance()[IColorBase::colLabel] = Qt::white;
-    const QImage before = PaintedWithGL();
+    const QImage before = PaintedOnScreen();
     diagram->AddMarker("m", "text", {50, 50});
-    EXPECT_NE(PaintedWithGL(), before);
+    EXPECT_NE(PaintedOnScreen(), before);
 }
 
 TEST_F(IqDiagram, DropsTheFirstDataSetThatIsTooOldAndAllBehindIt)
@@ -122,18 +122,18 @@ TEST_F(IqDiagram, DropsTheFirstDataSetThatIsTooOldAndAllBehindIt)
         }
         aging = c.aging;
         diagram->SetAgesByData(c.byData);
-        PaintedWithGL();
+        PaintedOnScreen();
         EXPECT_EQ(records.size(), c.kept);
         EXPECT_GE(lastPaint, now);
         aging = -1e9;
         setRanges({1, 1}, {-1, 1}); // data age on an axis without extent, too
-        PaintedWithGL();
+        PaintedOnScreen();
         EXPECT_EQ(records.size(), 0U);
     }
     EXPECT_EQ(freeRecords.size(), 4U);
     diagram->setXAxisWidget({});
     const QDateTime before = lastPaint;
-    PaintedWithGL();
+    PaintedOnScreen();
     EXPECT_EQ(lastPaint, before);
 }
 

@@ -10,6 +10,7 @@
 #include "views/VCGLIQDiagram.h"
 #include "views/VCGLTimeDiagram.h"
 
+#include <QOpenGLWidget>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -120,6 +121,8 @@ struct Views : testing::Test
         QObject* widget = view.get();
         if constexpr (isEye)
             widget = view->GetDiagram();
+        else if (auto* surface = view->template findChild<QOpenGLWidget*>())
+            widget = surface;
         widget->installEventFilter(&counter);
         action();
         QCoreApplication::processEvents();

@@ -183,6 +183,8 @@ TEST_F(Program, NeedsNoDisplayForHelpAndSaysWhereOneIsMissing)
     process.setProcessEnvironment(environment);
     EXPECT_EQ(run({"--version"}), 0);
     EXPECT_TRUE(out.startsWith("orvane-workbench ")) << qPrintable(out);
+    EXPECT_EQ(run({"--version", "--verbose"}), 0);
+    EXPECT_TRUE(out.contains("renderer: raster, because ")) << qPrintable(out);
     EXPECT_EQ(run({"--help", "--language", "de"}), 0);
     EXPECT_TRUE(out.contains("Zeigt diese Hilfe")) << qPrintable(out);
     EXPECT_EQ(run({}), 1);

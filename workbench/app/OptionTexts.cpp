@@ -128,6 +128,8 @@ void optionTexts::describe(QCommandLineParser& parser)
     parser.addOption({{QStringLiteral("h"), QStringLiteral("help")}, Text::tr("Shows this help.")});
     parser.addOption(
         {{QStringLiteral("v"), QStringLiteral("version")}, Text::tr("Shows the version.")});
+    parser.addOption({QStringLiteral("verbose"),
+                      Text::tr("Says more: what draws the views, and why; with --version, too.")});
     parser.addPositionalArgument(QStringLiteral("FILE"),
                                  Text::tr("Recording to play: SigMF, WAV, FLAC, AIFF and others, "
                                           "CSV, raw samples. Or a live signal: - for standard "

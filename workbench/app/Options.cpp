@@ -301,14 +301,16 @@ Options::Result Options::parse(const QStringList& arguments)
         return wrong(tr("command line: %1 Try --help.").arg(parser.errorText()));
     if (parser.isSet(QStringLiteral("help")))
         return {std::nullopt, parser.helpText() + QLatin1Char('\n'), false};
-    if (parser.isSet(QStringLiteral("version")))
-        return {std::nullopt,
+    Options options;
+    options.isVerbose = parser.isSet(QStringLiteral("verbose"));
+    options.isVersion = parser.isSet(QStringLiteral("version"));
+    if (options.isVersion)
+        return {options.isVerbose ? std::optional<Options>(options) : std::nullopt,
                 QCoreApplication::applicationName() + QLatin1Char(' ') +
                     QCoreApplication::applicationVersion() + QLatin1Char('\n'),
                 false};
 
     Reader reader(parser);
-    Options options;
     readRecording(reader, options);
     readViews(reader, options);
     readSnapshot(reader, options);

@@ -38,6 +38,8 @@ public:
     QString file; ///< recording; empty for a built-in signal
     Recording::Options recording;
     QStringList files;           ///< to measure
+    bool isVersion = false;      ///< only say the version, and what draws the views
+    bool isVerbose = false;      ///< the log says what is usual, too
     bool isInfo = false;         ///< only say what the recording is
     bool isMeasure = false;      ///< only print what the recordings measure, as JSON
     std::optional<double> start; ///< s, where to start; none: at the beginning

@@ -1,4 +1,5 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "platform/glbase/Renderer.h"
 #include "platform/startup/TranslationCenter.h"
 #include "platform/values/Persistant.h"
 #include "workbench/app/MeasureCommand.h"
@@ -17,6 +18,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QLoggingCategory>
 #include <QScreen>
 
 #include <algorithm>
@@ -257,14 +259,27 @@ std::optional<int> runWithoutDisplay(int& argc, char** argv, Options& options)
     const Options::Result commandLine = Options::parse(arguments);
     if (commandLine.isWrong)
         return fail(exitWrongUsage, commandLine.text);
-    if (!commandLine.options) {
-        std::printf("%s", qPrintable(commandLine.text));
+    std::printf("%s", qPrintable(commandLine.text));
+    if (!commandLine.options)
         return 0;
-    }
     options = *commandLine.options;
+    if (options.isVersion)
+        return std::nullopt;
     if (options.isMeasure)
         return MeasureCommand(options).run(say) ? 0 : exitFailed;
     return options.isInfo ? std::optional<int>(inform(options)) : std::nullopt;
+}
+
+/// Says what would draw the views; the version was said.
+int tellRenderer(int argc, char** argv)
+{
+    if (!qEnvironmentVariableIsSet("DISPLAY") && !qEnvironmentVariableIsSet("WAYLAND_DISPLAY") &&
+        !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    isStarting = true; // only an end of the program is worth a word
+    const QApplication application(argc, argv);
+    std::printf("renderer: %s\n", qPrintable(Renderer::Description()));
+    return 0;
 }
 
 int failMemory()
@@ -297,6 +312,10 @@ int runAll(int argc, char** argv)
     Options options;
     if (const auto exitCode = runWithoutDisplay(argc, argv, options))
         return *exitCode;
+    if (options.isVersion)
+        return tellRenderer(argc, argv);
+    if (options.isVerbose)
+        QLoggingCategory::setFilterRules(QStringLiteral("orvane.*=true"));
     if (!options.settingsFile.isEmpty())
         values::Persistant::SetStoreFile(options.settingsFile);
     if (options.isReset)

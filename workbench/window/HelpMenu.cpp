@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/HelpMenu.h"
 
+#include "platform/glbase/Renderer.h"
 #include "workbench/sources/Libraries.h"
 #include "workbench/window/MenuEntries.h"
 #include "workbench/window/Readings.h"
@@ -10,9 +11,6 @@
 #include <QDialogButtonBox>
 #include <QMainWindow>
 #include <QMenuBar>
-#include <QOpenGLContext>
-#include <QOpenGLFunctions>
-#include <QOpenGLWidget>
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
@@ -38,22 +36,6 @@ public:
 private:
     QString m_rows;
 };
-
-/// What draws the views; empty where nothing does.
-QString renderer(const QWidget& window)
-{
-    auto* view = window.findChild<QOpenGLWidget*>();
-    if (!view || !view->isValid())
-        return QString();
-    view->makeCurrent();
-    QOpenGLFunctions* gl = view->context()->functions();
-    const auto text = [gl](GLenum name) {
-        return QString::fromLatin1(reinterpret_cast<const char*>(gl->glGetString(name)));
-    };
-    const QString result = QStringLiteral("OpenGL %1, %2").arg(text(GL_VERSION), text(GL_RENDERER));
-    view->doneCurrent();
-    return result;
-}
 
 } // namespace
 
@@ -148,10 +130,9 @@ QString HelpMenu::about() const
         tr("Shows sampled signals over time, as eye diagrams and as constellations, and measures "
            "them."),
         tr("Copyright the Orvane authors. Licensed under the Apache License 2.0.")};
-    QStringList parts =
-        QStringList{QStringLiteral("Qt %1").arg(QLatin1String(qVersion()))} + libraries::versions();
-    if (const QString drawing = renderer(m_window); !drawing.isEmpty())
-        parts += drawing;
+    const QStringList parts = QStringList{QStringLiteral("Qt %1").arg(QLatin1String(qVersion()))} +
+                              libraries::versions() +
+                              QStringList{tr("Renderer: %1").arg(Renderer::Description())};
     QString page = QStringLiteral("<h2>%1</h2>")
                        .arg(tr("Orvane workbench %1").arg(QCoreApplication::applicationVersion()));
     for (const QString& line : lines)
