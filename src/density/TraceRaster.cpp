@@ -12,6 +12,58 @@ std::size_t at(int index) { return static_cast<std::size_t>(index); }
 // Beyond, a line is as good as vertical, and its slope still is a number.
 constexpr double farthestRow = 1e12;
 
+#if defined(__GNUC__) && defined(__x86_64__)
+#define ORVANE_HAS_AVX2_VARIANT
+#define ORVANE_INLINE inline __attribute__((always_inline))
+#else
+#define ORVANE_INLINE inline
+#endif
+
+/// The row of a lowest point, and the one after that of a highest: equal outside of the grid, whose
+/// upper border is not its own. Without branches, so that a loop does several columns at once.
+ORVANE_INLINE int beginOf(double row, double top)
+{
+    const double inside = row > 0.0 ? row : 0.0;
+    return static_cast<int>(inside < top ? inside : top);
+}
+ORVANE_INLINE int endOf(double row, double top)
+{
+    const double inside = row > 0.0 ? row : 0.0;
+    const int last = static_cast<int>(inside < top - 1.0 ? inside : top - 1.0);
+    return last + static_cast<int>(row >= 0.0 ? 1.0 : 0.0);
+}
+
+/// The rows [begin, end) of columns from the rows at their borders.
+ORVANE_INLINE void cutColumns(const double* borders, int columnCount, double top, int* begins,
+                              int* ends)
+{
+    for (int column = 0; column < columnCount; ++column) {
+        const double left = borders[column];
+        const double right = borders[column + 1];
+        begins[column] = beginOf(left < right ? left : right, top);
+        ends[column] = endOf(left < right ? right : left, top);
+    }
+}
+
+#ifdef ORVANE_HAS_AVX2_VARIANT
+// SSE2 has no conversion that the compiler could use for several columns at once. The same numbers.
+__attribute__((target("avx2"))) void cutColumnsByAvx2(const double* borders, int columnCount,
+                                                      double top, int* begins, int* ends)
+{
+    cutColumns(borders, columnCount, top, begins, ends);
+}
+#endif
+
+void cut(const double* borders, int columnCount, double top, int* begins, int* ends)
+{
+#ifdef ORVANE_HAS_AVX2_VARIANT
+    static const bool hasAvx2 = __builtin_cpu_supports("avx2");
+    if (hasAvx2)
+        return cutColumnsByAvx2(borders, columnCount, top, begins, ends);
+#endif
+    cutColumns(borders, columnCount, top, begins, ends);
+}
+
 } // namespace
 
 TraceRaster::TraceRaster(const TraceShape& shape, const Window& window, const GridSize& size)
@@ -21,8 +73,6 @@ TraceRaster::TraceRaster(const TraceShape& shape, const Window& window, const Gr
     , m_rowsPerLevel(size.rows / window.height())
     , m_rows(at(shape.sampleCount))
     , m_borders(at(size.columns + 1))
-    , m_lows(at(size.columns))
-    , m_highs(at(size.columns))
 {
     m_cells.begin.resize(at(size.columns));
     m_cells.end.resize(at(size.columns));
@@ -98,35 +148,20 @@ void TraceRaster::takeWhole(const float* trace)
     // Exactly there, which the sum above need not be.
     for (int border = m_firstEnd; border <= m_cells.lastColumn + 1; ++border)
         borders[border] = m_rows.back();
-    double* const lows = m_lows.data();
-    double* const highs = m_highs.data();
-    for (int column = m_cells.firstColumn; column <= m_cells.lastColumn; ++column) {
-        const double left = borders[column];
-        const double right = borders[column + 1];
-        lows[column] = left < right ? left : right;
-        highs[column] = left < right ? right : left;
-    }
+    const double top = m_size.rows;
+    std::vector<int>& begins = m_cells.begin;
+    std::vector<int>& ends = m_cells.end;
+    const int first = m_cells.firstColumn;
+    const int columnCount = m_cells.lastColumn + 1 - first;
+    if (columnCount <= 0)
+        return;
+    cut(&borders[first], columnCount, top, &begins[at(first)], &ends[at(first)]);
     for (const Inner& inner : m_inner) {
         const double row = m_rows[at(inner.sample)];
-        lows[inner.column] = std::min(lows[inner.column], row);
-        highs[inner.column] = std::max(highs[inner.column], row);
-    }
-    cutRows();
-}
-
-// From lowest and highest points to rows of the grid.
-void TraceRaster::cutRows()
-{
-    const double top = m_size.rows;
-    const double* const lows = m_lows.data();
-    const double* const highs = m_highs.data();
-    int* const begins = m_cells.begin.data();
-    int* const ends = m_cells.end.data();
-    for (int column = m_cells.firstColumn; column <= m_cells.lastColumn; ++column) {
-        const double low = std::min(std::max(lows[column], 0.0), top);
-        const double high = std::min(highs[column], top - 1.0);
-        begins[column] = static_cast<int>(low);
-        ends[column] = high >= 0.0 ? static_cast<int>(high) + 1 : 0;
+        int& begin = begins[at(inner.column)];
+        int& end = ends[at(inner.column)];
+        begin = std::min(begin, beginOf(row, top));
+        end = std::max(end, endOf(row, top));
     }
 }
 
@@ -183,9 +218,7 @@ Cells::Run TraceRaster::columnOf(const float* trace, int column, int firstSample
     include(rowAt(trace, right));
     for (int k = static_cast<int>(std::ceil(left)); k < right; ++k)
         include(rowOf(trace[k]));
-    const int begin = static_cast<int>(std::clamp(low, 0.0, static_cast<double>(m_size.rows)));
-    const int end = high < 0.0 ? 0 : static_cast<int>(std::min(high, m_size.rows - 1.0)) + 1;
-    return {column, begin, end};
+    return {column, beginOf(low, m_size.rows), endOf(high, m_size.rows)};
 }
 
 void TraceRaster::addRuns(const float* trace, int firstSample, int lastSample)

@@ -36,7 +36,6 @@ private:
     double positionOf(int border) const { return m_positions[static_cast<std::size_t>(border)]; }
     double rowAt(const float* trace, double position) const;
     void placeColumns(const Window& window);
-    void cutRows();
     void takeWhole(const float* trace);
     void takeParts(const float* trace);
     void addRuns(const float* trace, int firstSample, int lastSample);
@@ -53,9 +52,8 @@ private:
 
     // Of the trace that was taken.
     Cells m_cells;
-    std::vector<double> m_rows;          // of samples
-    std::vector<double> m_borders;       // rows at borders of columns
-    std::vector<double> m_lows, m_highs; // of columns
+    std::vector<double> m_rows;    // of samples
+    std::vector<double> m_borders; // rows at borders of columns
 };
 
 } // namespace density
