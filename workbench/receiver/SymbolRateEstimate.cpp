@@ -293,7 +293,7 @@ std::vector<std::int64_t> SymbolRateEstimate::otherPlaces(SignalSource& source,
                                                           std::int64_t first)
 {
     constexpr auto length = static_cast<std::int64_t>(maxSampleCount);
-    const std::int64_t count = source.isLive() ? 0 : source.sampleCount().value_or(0);
+    const std::int64_t count = source.facts().isLive ? 0 : source.sampleCount().value_or(0);
     std::vector<std::int64_t> looked{first};
     if (count <= length)
         return {};
