@@ -5,8 +5,6 @@
 
 #include <QContextMenuEvent>
 #include <QMouseEvent>
-#include <QOpenGLContext>
-#include <QOpenGLFunctions>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QResizeEvent>
@@ -177,20 +175,6 @@ void GLLayout::RenderPicture(QPainter& painter, const QSize& size)
     // As part of the picture, so that nothing is painted anew for it.
     m_pictureSize = shownSize;
     PlaceChildren();
-}
-
-QString GLLayout::GetRenderer()
-{
-    if (!isValid())
-        return QString();
-    makeCurrent();
-    QOpenGLFunctions* gl = context()->functions();
-    const auto text = [gl](GLenum name) {
-        return QString::fromLatin1(reinterpret_cast<const char*>(gl->glGetString(name)));
-    };
-    QString renderer = QStringLiteral("OpenGL %1, %2").arg(text(GL_VERSION), text(GL_RENDERER));
-    doneCurrent();
-    return renderer;
 }
 
 void GLLayout::PaintChildren(QPainter&)

@@ -37,11 +37,6 @@ public:
     /// @param size     logical pixels; an empty one paints nothing.
     void RenderPicture(QPainter& painter, const QSize& size);
 
-    /// Version and name of the OpenGL driver that draws the layout, such as "OpenGL 4.5, llvmpipe".
-    /// Empty while nothing draws it: before it was shown, and without OpenGL. Must not be called
-    /// while the layout paints.
-    QString GetRenderer();
-
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 

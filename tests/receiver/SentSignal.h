@@ -142,7 +142,7 @@ struct Sending
 struct Received
 {
     explicit Received(const ReceiverSettings& settings)
-        : receiver(SignalFacts{"", sampleRate, 1, true}, 0, settings)
+        : receiver(SignalFacts{"", sampleRate, 1, true, false, {}, {}, {}}, 0, settings)
     {}
     Received(const ReceiverSettings& settings, const Samples& input)
         : Received(settings)

@@ -300,7 +300,7 @@ TEST(Receiver, TakesTheSymbolsThatASourceKnows)
     const std::tuple<std::optional<double>, std::optional<double>, double> rows[] = {
         {6000.0, 3.25, 8.0}, {4321.0, 0.5, sampleRate / 4321.0}, {sampleRate, {}, 1.0}};
     for (const auto& [rate, first, length] : rows) {
-        Receiver receiver(SignalFacts{"", sampleRate, 1, false, false, rate, first}, 0, {});
+        Receiver receiver(SignalFacts{"", sampleRate, 1, false, false, rate, first, {}}, 0, {});
         EXPECT_EQ(receiver.format().samplesPerSymbol, length);
         std::vector<SignalBlock> blocks;
         receiver.process(1000, values, blocks);

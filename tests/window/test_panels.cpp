@@ -186,8 +186,7 @@ TEST_F(Panels, TellTheSampleRateOfWhatIsShown)
     Recording live;
     live.source =
         std::make_unique<StreamSource>("pipe", ends[0], *SampleFormat::parse("cu8"), 76560.4);
-    QString why;
-    ASSERT_TRUE(window->player().open(std::move(live), 0, std::nullopt, why));
+    ASSERT_TRUE(window->player().open(std::move(live), 0, std::nullopt));
     EXPECT_EQ(shown(), "76.5604\u2009kHz");
     ReceiverSettings receiver;
     receiver.isOn = true; // makes eight samples of a symbol

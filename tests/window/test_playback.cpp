@@ -190,8 +190,9 @@ TEST_F(Playback, VeilsAPublisherThatIsGoneUntilItIsBack)
     options.format = SampleFormat::parse("u8");
     options.sampleRate = 8000.0;
     const QString address = QString::fromStdString(endpoint).replace("tcp", "zmq");
-    QString why;
-    ASSERT_TRUE(window->player().open(Recording::open(address, options), 0, std::nullopt, why));
+    auto live = RecordingOpener::open(address, options);
+    ASSERT_TRUE(live);
+    ASSERT_TRUE(window->player().open(std::move(*live), 0, std::nullopt));
     window->feed().transport().play();
     const auto sendUntil = [&](const std::function<bool()>& holds) {
         return QTest::qWaitFor([&] {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "workbench/receiver/CharacterClock.h"
+#include "workbench/receiver/ReceiverSettings.h"
 #include "workbench/receiver/SignalPath.h"
 #include "workbench/receiver/SymbolTiming.h"
 #include "workbench/sources/ChannelChoice.h"
