@@ -24,7 +24,7 @@ constexpr std::int64_t longestTakenIn = 2 * ZmqSource::maxMessageSize; // of a p
 // Of a message that is not whole: the longest one, and what of the next may come beside it. ZeroMQ
 // takes up to 32 times as much memory, where parts are empty.
 constexpr std::int64_t maxUnfinishedSize = ZmqSource::maxMessageSize + (1 << 20);
-constexpr std::size_t maxWaitingSize = 2 * ZmqSource::maxMessageSize; // for who reads
+constexpr std::size_t maxWaitingSize = 3 * ZmqSource::maxMessageSize; // for who reads, bytes
 
 /// Where a host can be reached, as ZeroMQ writes it; empty where it is not known. IPv4 where there
 /// is a choice: publishers mostly listen there only. Asking ZeroMQ to look the name up instead
@@ -51,6 +51,17 @@ QString endpointOf(const QString& host, int port)
 }
 
 } // namespace
+
+struct ZmqSource::Piece
+{
+    std::int64_t lostBefore; // samples
+    zmq::message_t message;
+};
+
+std::size_t ZmqSource::memoryOf(const zmq::message_t& message)
+{
+    return message.size() + sizeof(Piece);
+}
 
 /// A socket that subscribes to everything, and what its monitor says of it.
 class ZmqSource::Connection
@@ -250,25 +261,24 @@ bool ZmqSource::take()
                          .arg(m_badCount + 1)
                          .arg(size));
         else
-            keep(message.data<char>(), size);
+            keep(std::move(message));
     }
     return count > 0;
 }
 
-/// Keeps samples for who reads.
-void ZmqSource::keep(const char* bytes, std::size_t size)
+/// Keeps samples for who reads, uncopied: who drops them has not much time.
+void ZmqSource::keep(zmq::message_t&& message)
 {
+    const std::size_t size = memoryOf(message);
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (m_waitingSize + size > maxWaitingSize) {
-        m_lost += static_cast<std::int64_t>(size / sampleSize());
+        m_lost += static_cast<std::int64_t>(message.size() / sampleSize());
         return;
     }
-    if (m_waiting.empty() || m_lost > 0)
-        m_waiting.push_back({std::exchange(m_lost, 0), {}});
-    std::vector<char>& newest = m_waiting.back().bytes;
-    newest.insert(newest.end(), bytes, bytes + size);
     m_waitingSize += size;
-    m_hasCome.notify_all();
+    m_waiting.push_back({std::exchange(m_lost, 0), std::move(message)});
+    if (m_waiting.size() == 1)
+        m_hasCome.notify_all();
 }
 
 /// Notes what became of the connection.
@@ -302,12 +312,17 @@ bool ZmqSource::receive(std::vector<char>& bytes)
     m_hasCome.wait_for(lock, patience, [this] { return !m_waiting.empty(); });
     if (m_waiting.empty())
         return true;
-    const Piece& oldest = m_waiting.front();
-    if (oldest.lostBefore > 0)
-        leap(oldest.lostBefore);
-    bytes.insert(bytes.end(), oldest.bytes.begin(), oldest.bytes.end());
-    m_waitingSize -= oldest.bytes.size();
-    m_waiting.pop_front();
+    if (m_waiting.front().lostBefore > 0)
+        leap(m_waiting.front().lostBefore);
+    const std::size_t enough = bytes.size() + pieceSize;
+    do {
+        const zmq::message_t message = std::move(m_waiting.front().message);
+        m_waitingSize -= memoryOf(message);
+        m_waiting.pop_front();
+        lock.unlock();
+        bytes.insert(bytes.end(), message.data<char>(), message.data<char>() + message.size());
+        lock.lock();
+    } while (!m_waiting.empty() && m_waiting.front().lostBefore == 0 && bytes.size() < enough);
     return true;
 }
 

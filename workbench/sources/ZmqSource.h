@@ -10,6 +10,10 @@
 #include <mutex>
 #include <thread>
 
+namespace zmq {
+class message_t;
+}
+
 /// What a ZeroMQ publisher sends: each message some samples of one format, without a header. Of a
 /// message in parts, as it comes with a topic, the last part. Messages that are empty, absurdly
 /// long or not whole samples are left out, as are those that nobody reads in time; their samples
@@ -35,18 +39,15 @@ protected:
 
 private:
     class Connection;
-    struct Piece
-    {
-        std::int64_t lostBefore; // samples
-        std::vector<char> bytes;
-    };
+    struct Piece;
 
     ZmqSource(const QString& address, const QString& endpoint, const SampleFormat& format,
               double sampleRate);
     void run();
     void connect();
     bool take();
-    void keep(const char* bytes, std::size_t size);
+    void keep(zmq::message_t&& message);
+    static std::size_t memoryOf(const zmq::message_t& message);
     void note();
     void leaveOut(std::size_t size, const QString& why);
 
