@@ -9,6 +9,8 @@ set(ORVANE_PACKAGE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/Orvane")
 
 # Headers that only sources of their own library include.
 set(ORVANE_INTERNAL_HEADERS
+  base/GuiThread.h
+  base/WarnOnce.h
   glbase/DeviceRaster.h
   glbase/GLSurface.h
   glwidgets/AxisZoom.h

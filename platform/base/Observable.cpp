@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "platform/base/Observable.h"
 
+#include "platform/base/GuiThread.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -14,6 +16,7 @@ Observable::~Observable()
 
 void Observable::Attach(IObserver* observer)
 {
+    CheckThread();
     if (!observer)
         return;
     // A place that was given up stays empty until the notification ends: this may be another
@@ -26,6 +29,7 @@ void Observable::Attach(IObserver* observer)
 
 void Observable::Detach(IObserver* observer)
 {
+    CheckThread();
     Registration* known = Find(observer);
     if (!known)
         return;
@@ -36,6 +40,7 @@ void Observable::Detach(IObserver* observer)
 
 void Observable::Notify(TChangeCode code)
 {
+    CheckThread();
     bool destroyed = false;
     bool* const outer = std::exchange(m_pDestroyed, &destroyed);
     ++m_notifyDepth;
@@ -65,6 +70,13 @@ std::size_t Observable::ObserverCount() const
 }
 
 void Observable::NotificationEnded() {}
+
+QString Observable::Name() const { return QStringLiteral("An object that is observed"); }
+
+void Observable::CheckThread() const
+{
+    guiThread::check([this] { return Name(); });
+}
 
 Observable::Registration* Observable::Find(const IObserver* observer)
 {

@@ -3,6 +3,8 @@
 
 #include "platform/base/IObserver.h"
 
+#include <QString>
+
 #include <cstddef>
 #include <vector>
 
@@ -37,6 +39,8 @@ public:
 protected:
     /// Called as the outermost notification ends. The object may delete itself here.
     virtual void NotificationEnded();
+    /// What messages call the object.
+    virtual QString Name() const;
 
 private:
     struct Registration
@@ -46,6 +50,7 @@ private:
     };
     Registration* Find(const IObserver* observer);
     void RemoveDetached();
+    void CheckThread() const;
 
     std::vector<Registration> m_registrations;
     int m_notifyDepth = 0;

@@ -51,12 +51,12 @@ public:
         m_isFinished = true;
         m_changed.notify_all();
     }
-    /// Waits for the next item. None once the queue is finished and empty, or closed, or when it
-    /// takes longer than the patience.
-    std::optional<Item> pop(std::chrono::milliseconds patience)
+    /// Waits for the next item, no longer than a timeout. None after that, and once the queue is
+    /// closed, or finished and empty.
+    std::optional<Item> pop(std::chrono::milliseconds timeout)
     {
         Lock lock(m_mutex);
-        m_changed.wait_for(lock, patience,
+        m_changed.wait_for(lock, timeout,
                            [this] { return m_isClosed || m_isFinished || !m_items.empty(); });
         if (m_isClosed || m_items.empty())
             return std::nullopt;

@@ -5,6 +5,7 @@
 
 #include <map>
 #include <memory>
+#include <vector>
 
 namespace values {
 
@@ -24,19 +25,26 @@ public:
     /// The value at a path, or null. Never creates one. Owned by the tree.
     ValueBase* FindValue(const QString& path) const;
 
+    /// All values in the order of their paths; valid until a value goes. Owned by the tree.
+    std::vector<ValueBase*> Values() const;
+
     /// Host side: puts a new value of type T at a path. Null, and nothing changes, when the path is
-    /// empty or taken.
+    /// empty or taken; null, too, when somebody who watches the path removed the value at once.
     template<class T>
     T* Create(const QString& path)
     {
-        auto value = std::make_unique<T>(path);
-        T* created = value.get();
-        return Insert(std::move(value)) ? created : nullptr;
+        return Insert(std::make_unique<T>(path)) ? dynamic_cast<T*>(FindValue(path)) : nullptr;
     }
 
     /// Host side: removes a value: state 1, one ccState notification, then it is destroyed (after
     /// its outermost notification when it is notifying). False when there is none.
     bool Remove(const QString& path);
+
+    /// Tells an observer ccContent whenever a value is put at a path, and ccState when it leaves,
+    /// from a source that is no value. The observer must stay alive until it is taken back. See
+    /// Binding.
+    void Watch(const QString& path, IObserver* observer);
+    void Unwatch(const QString& path, IObserver* observer);
 
     /// A user of a path says that it needs it no longer. Values belong to the host, so the tree
     /// only counts the call.
@@ -44,9 +52,14 @@ public:
     int ReleaseCount() const { return m_releaseCount; }
 
 private:
+    friend class ValueBase;
     bool Insert(std::unique_ptr<ValueBase> value);
+    /// Takes a value out of the tree, which is not destroyed.
+    void LetGo(ValueBase& value);
+    void TellWatchers(const QString& path, TChangeCode code);
 
     std::map<QString, std::unique_ptr<ValueBase>> m_values;
+    std::map<QString, Observable> m_watchers; // of paths, whether there is a value or not
     int m_releaseCount = 0;
 };
 

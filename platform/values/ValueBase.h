@@ -9,8 +9,9 @@ namespace values {
 
 class Tree;
 
-/// A named value of the value tree. Also one that is destroyed otherwise than by the tree tells its
-/// observers ccState with StateRemoved first; they may call no more than this class has then.
+/// A named value of the value tree. Before it goes it tells its observers ccState with
+/// StateRemoved. So does one that is destroyed otherwise than by the tree, and leaves the tree; its
+/// observers then may call only what this class has.
 class ORVANE_PLATFORM_API ValueBase : public Observable
 {
 public:
@@ -22,13 +23,18 @@ public:
 
     QString GetPathName() const { return m_pathName; }
     int GetState() const { return m_state; }
+    /// Type of the value as it is written here, such as "ValueList<double>"; for other types their
+    /// full C++ name.
+    QString GetTypeName() const;
 
 protected:
     void NotificationEnded() override;
+    QString Name() const override;
 
 private:
     friend class Tree;
     QString m_pathName;
+    Tree* m_pTree = nullptr; // that owns it
     int m_state = StateAlive;
     bool m_deleteWhenQuiet = false; // out of the tree: goes as its notifications end
 };

@@ -5,6 +5,7 @@
 #include "foundations/Extent.h"
 #include "foundations/GLOrvanePropertyPage.h"
 #include "foundations/TraceHistory.h"
+#include "platform/base/GuiThread.h"
 #include "platform/chart/CChartDisplay.h"
 #include "platform/chart/CDataArrayD.h"
 #include "platform/chart/CGraphicEngineSwitch.h"
@@ -197,6 +198,7 @@ void GLEyeDiagram::AddData(const float* data, std::size_t count)
 
 void GLEyeDiagram::AddData(const double* data, std::size_t count)
 {
+    guiThread::checkObject(*this);
     if (count < 2)
         return;
 
@@ -227,6 +229,7 @@ void GLEyeDiagram::AddData(const double* data, std::size_t count)
 
 void GLEyeDiagram::Clear()
 {
+    guiThread::checkObject(*this);
     while (!m_records.empty())
         RemoveRecord();
     for (const char* name : {"MeasDataX", "MeasDataY"}) {

@@ -6,6 +6,7 @@
 #include "foundations/GLOrvanePropertyPage.h"
 #include "foundations/TraceHistory.h"
 #include "platform/base/ErrorHandler.h"
+#include "platform/base/GuiThread.h"
 #include "platform/base/Saturate.h"
 #include "platform/glbase/GLPainter.h"
 #include "platform/glwidgets/XAxisWidget.h"
@@ -95,6 +96,7 @@ GLIQDiagram::~GLIQDiagram()
 
 void GLIQDiagram::AddData(std::vector<float>& data)
 {
+    guiThread::checkObject(*this);
     if (data.empty() || data.size() % 2 != 0)
         return;
 
@@ -126,6 +128,7 @@ void GLIQDiagram::AddData(const double* data, std::size_t count)
 
 void GLIQDiagram::Clear()
 {
+    guiThread::checkObject(*this);
     while (!m_records.empty())
         RemoveRecord();
     update();

@@ -6,6 +6,7 @@
 #include "foundations/GLOrvanePropertyPage.h"
 #include "foundations/TraceHistory.h"
 #include "platform/base/ErrorHandler.h"
+#include "platform/base/GuiThread.h"
 #include "platform/base/Saturate.h"
 #include "platform/glbase/GLPainter.h"
 #include "platform/glwidgets/XAxisWidget.h"
@@ -107,6 +108,7 @@ GLTimeDiagram::~GLTimeDiagram()
 
 void GLTimeDiagram::AddData(std::vector<double>& data)
 {
+    guiThread::checkObject(*this);
     if (data.empty())
         return;
 
@@ -151,6 +153,7 @@ void GLTimeDiagram::AddData(const float* data, std::size_t count)
 
 void GLTimeDiagram::Clear()
 {
+    guiThread::checkObject(*this);
     while (!m_records.empty())
         RemoveRecord();
     update();

@@ -36,6 +36,7 @@ void View::FillData(const float* data, std::size_t count, bool repaint)
 
 void View::SetBaudrate(double baudrate)
 {
+    guiThread::checkObject(*this);
     Diagram()->SetBaudrate(static_cast<float>(baudrate));
     Diagram()->update();
 }

@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/base/GuiThread.h"
 #include "platform/glbase/GLFrameWidget.h"
 #include "platform/glbase/IStringFormatter.h"
 #include "platform/glbase/axisDefinition.h"
@@ -8,16 +9,21 @@
 #include "platform/glwidgets/PixelMap.h"
 #include "platform/glwidgets/XAxisWidget.h"
 #include "platform/values/Values.h"
+#include "views/ValueObservingPtr.h"
 #include "views/ValuePtr.h"
 
 #include <QPointer>
 #include <QString>
+#include <QStringList>
 
 #include <algorithm>
 #include <cstddef>
 #include <list>
 #include <memory>
 #include <vector>
+
+/// Warns once (category orvane.views) when several roles of a view share a value.
+void warnOfSharedValue(const QObject& view, const QString& path, const QStringList& roles);
 
 /// What the value-connected views do alike. A view is one class with all its members in it, because
 /// their order decides the order of destruction; so the shared code stands beside it, as functions
@@ -34,9 +40,10 @@
 template<class View>
 struct ViewFrame
 {
-    static bool BindList(View&, values::ValuePtr<values::ValueList<double>>& list,
+    static bool BindList(View& view, values::ValuePtr<values::ValueList<double>>& list,
                          const QString& path)
     {
+        guiThread::checkObject(view);
         return list.SetPath(path);
     }
 
@@ -44,8 +51,10 @@ struct ViewFrame
     template<class Pointer>
     static bool Bind(View& view, Pointer& pointer, const QString& path)
     {
+        guiThread::checkObject(view);
         const QPointer<View> alive(&view);
-        pointer.SetPath(path);
+        if (pointer.SetPath(path))
+            WarnOfSharedValue(view, *pointer.Get());
         pointer.NotifyOwner();
         return alive && pointer.Get() != nullptr;
     }
@@ -124,6 +133,7 @@ struct ViewFrame
     template<class... Data>
     static void Fill(View& view, bool repaint, Data&... data)
     {
+        guiThread::checkObject(view);
         const QPointer<View> alive(&view);
         view.Diagram()->AddData(data...);
         if (alive && repaint)
@@ -132,6 +142,7 @@ struct ViewFrame
 
     static void SetXAxisRange(View& view, double min, double max)
     {
+        guiThread::checkObject(view);
         const QPointer<View> alive(&view);
         view.m_xAxis->SetStartValue(min);
         if (alive && view.m_xAxis)
@@ -141,6 +152,7 @@ struct ViewFrame
     }
     static void SetYAxisRange(View& view, double min, double max)
     {
+        guiThread::checkObject(view);
         const QPointer<View> alive(&view);
         view.Diagram()->SetYStart(min);
         if (alive)
@@ -202,6 +214,34 @@ struct ViewFrame
     }
 
 private:
+    /// Of the roles that share a value only the first in the order of Dispatch takes its changes.
+    static void WarnOfSharedValue(const View& view, const values::ValueBase& value)
+    {
+        QStringList roles;
+        const auto add = [&](const auto& pointer, const char* role) {
+            if (pointer.IsFrom(&value))
+                roles += QString::fromLatin1(role);
+        };
+        add(view.m_xAxisMin, "start of X");
+        add(view.m_xAxisMax, "stop of X");
+        add(view.m_yAxisMin, "start of Y");
+        add(view.m_yAxisMax, "stop of Y");
+        if (const auto* baudrate = BaudrateOf(view, 0))
+            add(*baudrate, "baud rate");
+        warnOfSharedValue(view, value.GetPathName(), roles);
+    }
+    template<class Any>
+    static auto BaudrateOf(const Any& view, int) -> decltype(&view.m_baudrateValue)
+    {
+        return &view.m_baudrateValue;
+    }
+    template<class Any>
+    static const values::ValueObservingPtr<values::ValueNumeric<double>>* BaudrateOf(const Any&,
+                                                                                     long)
+    {
+        return nullptr;
+    }
+
     /// Where a segment starts, and how many samples it announces.
     struct Start
     {

@@ -32,6 +32,7 @@ bool View::SetYAxisMax_ValuePath(const QString& path)
 
 void View::AutoScale()
 {
+    guiThread::checkObject(*this);
     if (Diagram())
         Diagram()->AutoScale();
 }

@@ -1,4 +1,5 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "platform/values/Binding.h"
 #include "platform/values/ListFeed.h"
 #include "platform/values/Tree.h"
 #include "platform/values/Values.h"
@@ -9,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
 #include <thread>
 
 namespace {
@@ -88,6 +90,80 @@ TEST_F(Values, ArePutAtFreePathsAndFoundByType)
     const double numbers[] = {1.0, 2.0};
     list->Assign(numbers, numbers + 2);
     EXPECT_EQ(probe.codes, Codes{ccContent});
+    struct Own : values::ValueBase
+    {
+        using ValueBase::ValueBase;
+    };
+    tree.Create<Own>("Own");
+    QStringList listed;
+    for (const values::ValueBase* value : tree.Values())
+        listed += value->GetPathName() + ' ' + value->GetTypeName().section("::", -1);
+    EXPECT_EQ(listed, (QStringList{"List ValueList<double>", "Own Own", path + " ValueSelection"}));
+}
+
+TEST_F(Values, LeaveTheTreeWhoeverDestroysThem)
+{
+    tree.Watch(path, &probe);
+    auto* value = tree.Create<values::Value<bool>>(path);
+    value->Attach(&other);
+    other.onUpdate = [&](Observable* source, TChangeCode) {
+        EXPECT_EQ(tree.FindValue(path), nullptr);
+        source->Detach(&other);
+    };
+    delete value;
+    EXPECT_EQ(other.codes, Codes{ccState});
+    probe.onUpdate = [&](Observable*, TChangeCode code) {
+        if (code == ccContent)
+            tree.Remove(path);
+    };
+    EXPECT_EQ(tree.Create<values::Value<bool>>(path), nullptr); // who watches it removed it at once
+    EXPECT_EQ(probe.codes, (Codes{ccContent, ccState, ccContent, ccState}));
+    tree.Unwatch(path, &probe);
+    tree.Unwatch("Nothing", &probe);
+    EXPECT_NE(tree.Create<values::Value<bool>>(path), nullptr);
+}
+
+TEST(Binding, TriesAgainWheneverAValueAppearsAtItsPath)
+{
+    values::Tree& tree = values::Tree::Instance();
+    QStringList tried;
+    auto role = std::make_unique<QObject>();
+    std::unique_ptr<values::Binding> binding;
+    const auto setter = [&](const QString& path) {
+        tried += path;
+        return dynamic_cast<values::Value<bool>*>(tree.FindValue(path)) != nullptr;
+    };
+    const auto expect = [&](const QStringList& paths, bool isBound) {
+        EXPECT_EQ(std::exchange(tried, {}), paths);
+        EXPECT_EQ(binding->isBound(), isBound);
+    };
+    binding = std::make_unique<values::Binding>(*role, setter, "A");
+    expect({"A"}, false);
+    tree.Create<values::ValueList<double>>("A"); // of another type
+    tree.Create<values::Value<bool>>("B");
+    expect({"A"}, false);
+    binding->setPath("B");
+    tree.Remove("A");
+    expect({"B"}, true);
+    tree.Remove("B");
+    expect({}, false);
+    tree.Create<values::Value<bool>>("B");
+    expect({"B"}, true);
+    role.reset();
+    binding->setPath("A");
+    expect({}, false);
+    role = std::make_unique<QObject>();
+    binding = std::make_unique<values::Binding>(
+        *role,
+        [&](const QString&) {
+            binding.reset(); // whoever hears of what is bound may end it
+            return true;
+        },
+        "C");
+    tree.Create<values::Value<bool>>("C");
+    EXPECT_EQ(binding, nullptr);
+    for (const char* path : {"B", "C"})
+        tree.Remove(path);
 }
 
 TEST_F(Values, LeaveTheTreeBeforeTheirObserversHearAndDieOnceTheOutermostNotificationEnds)

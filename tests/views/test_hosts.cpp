@@ -4,12 +4,14 @@
 #include "glwidgets/TextRecorder.h"
 #include "platform/glbase/axisDefinition.h"
 #include "platform/gui/ColorSet.h"
+#include "platform/values/Binding.h"
 
 #include <QMenu>
 #include <QSignalSpy>
 
 #include <algorithm>
 #include <cmath>
+#include <thread>
 
 namespace {
 
@@ -64,6 +66,68 @@ TYPED_TEST(Hosts, ReachAllPartsByTheView)
     view.SetPaused(true);
     EXPECT_TRUE(view.IsPaused());
     EXPECT_EQ(paused.count(), 1);
+}
+
+/// Warnings in the log, for as long as it lives.
+struct Log
+{
+    Log()
+    {
+        texts.clear();
+        qInstallMessageHandler(
+            [](QtMsgType, const QMessageLogContext& context, const QString& text) {
+                texts += QString::fromLatin1(context.category) + ' ' + text;
+            });
+    }
+    ~Log() { qInstallMessageHandler(nullptr); }
+    static inline QStringList texts;
+};
+
+TYPED_TEST(Hosts, BindValuesThatComeLateAndAreWarnedOfThoseWithTwoRoles)
+{
+    auto& view = *this->view;
+    this->tree.Remove("A");
+    values::Binding late(view, &TypeParam::SetYAxisMin_ValuePath, "A");
+    EXPECT_FALSE(late.isBound());
+    this->a = this->tree.template Create<values::ValueNumeric<double>>("A");
+    EXPECT_TRUE(late.isBound());
+    this->a->SetValue(-3.0);
+    EXPECT_EQ(view.GetYAxisRange().first, -3.0);
+    delete this->a; // as nobody should
+    EXPECT_FALSE(late.isBound());
+    this->a = this->tree.template Create<values::ValueNumeric<double>>("A");
+    EXPECT_EQ(view.GetYAxisRange().first, 0.0);
+
+    const Log log;
+    view.setObjectName("left");
+    view.SetXAxisMax_ValuePath("B");
+    view.SetYAxisMax_ValuePath("A");
+    EXPECT_EQ(log.texts.size(), 1);
+    view.SetXAxisMin_ValuePath("A");
+    view.SetXAxisMin_ValuePath("A");
+    ASSERT_EQ(log.texts.size(), 2);
+    for (const char* part :
+         {"orvane.views", "left", "\"A\"", "start of X and start of Y and stop of Y"})
+        EXPECT_TRUE(log.texts.last().contains(QLatin1String(part))) << qPrintable(log.texts.last());
+}
+
+TYPED_TEST(Hosts, AreToldOnceOfUseInAnotherThread)
+{
+    this->view->setObjectName("wrong thread");
+    const Log log;
+    std::thread([this] {
+        for (int k = 0; k < 2; ++k) {
+            this->trigger->SetValue(true);
+            this->view->SetData1_ValuePath("Data");
+        }
+    }).join();
+#ifdef NDEBUG
+    EXPECT_TRUE(log.texts.isEmpty());
+#else
+    EXPECT_EQ(log.texts.filter("wrong thread").size(), 1);
+    EXPECT_LE(log.texts.filter("\"Trigger\"").size(), 1); // of one of all views
+    EXPECT_TRUE(log.texts.first().startsWith("orvane.threads"));
+#endif
 }
 
 TEST_F(EyeView, KeepsAsManySamplesAsTheHostSays)

@@ -1,0 +1,61 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/base/IObserver.h"
+
+#include <QPointer>
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+namespace values {
+
+/// Keeps a role of a view bound to a path of the application's value tree, also when the value
+/// comes later or is replaced: calls the role's setter at once, and again each time a value is put
+/// at the path.
+///
+///     values::Binding samples(view, &VCGLTimeDiagram::SetData1_ValuePath, "Receiver/Samples");
+///
+/// The view may go first. When the binding goes, the role stays as it is, and is not retried any
+/// more. GUI thread only.
+class ORVANE_PLATFORM_API Binding : private IObserver
+{
+public:
+    /// Binds to a path and answers whether a value of the right type is bound now.
+    using Setter = std::function<bool(const QString& path)>;
+
+    /// @param setter  of a role, such as those of the views.
+    template<class View>
+    Binding(View& view, bool (View::*setter)(const QString&), const QString& path)
+        : Binding(
+              view, [&view, setter](const QString& each) { return (view.*setter)(each); }, path)
+    {}
+    /// @param guard  while it lives, setter may be called.
+    Binding(QObject& guard, Setter setter, const QString& path);
+    ~Binding() override;
+    Binding(const Binding&) = delete;
+    Binding& operator=(const Binding&) = delete;
+
+    /// Whether the setter bound the value that is at the path now.
+    bool isBound() const { return m_state->isBound; }
+    const QString& path() const { return m_path; }
+    /// Moves the role to another path, at once and from now on.
+    void setPath(const QString& path);
+
+private:
+    // Whoever hears of what is bound may destroy the binding.
+    struct State
+    {
+        QPointer<QObject> guard;
+        Setter setter;
+        bool isBound = false;
+    };
+    static void bind(const std::shared_ptr<State>& state, const QString& path);
+    void Update(Observable* source, TChangeCode code) override;
+
+    std::shared_ptr<State> m_state;
+    QString m_path;
+};
+
+} // namespace values
