@@ -9,6 +9,7 @@ set(ORVANE_PACKAGE_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/Orvane")
 
 # Headers that only sources of their own library include.
 set(ORVANE_INTERNAL_HEADERS
+  base/AxisPixel.h
   base/GuiThread.h
   base/WarnOnce.h
   glbase/DeviceRaster.h
@@ -17,7 +18,9 @@ set(ORVANE_INTERNAL_HEADERS
   gui/ColorPage.h
   values/SettingsStore.h
   foundations/DiagramDialogs.h
+  foundations/DiagramFrame.h
   foundations/TraceHistory.h
+  eye/EyeScene.h
   views/ViewFrame.h)
 
 set(ORVANE_TREE "${PROJECT_BINARY_DIR}/include/orvane")

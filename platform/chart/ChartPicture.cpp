@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "platform/chart/ChartPicture.h"
 
+#include "platform/base/AxisPixel.h"
 #include "platform/base/Saturate.h"
 #include "platform/chart/CChartDisplay.h"
 #include "platform/chart/CGraphicEngineSwitch.h"
@@ -23,7 +24,7 @@ bool ChartAxis::IsUsable() const
 
 int ChartAxis::Pixel(double value) const
 {
-    const int offset = truncateToPixel((length - 1) * (value - start) / (stop - start));
+    const int offset = truncateToPixel(axisPixel(value, start, stop, length));
     return vertical ? first + length - 1 - offset : first + offset;
 }
 

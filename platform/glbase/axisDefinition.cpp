@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "platform/glbase/axisDefinition.h"
 
+#include "platform/base/AxisPixel.h"
 #include "platform/base/Saturate.h"
 
 #include <algorithm>
@@ -44,7 +45,7 @@ bool axisDefinition::IsUsable() const
 int axisDefinition::ValueToPixel(double value) const
 {
     const int offset =
-        IsUsable() ? truncateToPixel((m_length - 1) * (value - m_start) / (m_stop - m_start)) : 0;
+        IsUsable() ? truncateToPixel(axisPixel(value, m_start, m_stop, m_length)) : 0;
     return m_orientation == Orientation::Horizontal ? offset : m_length - offset;
 }
 

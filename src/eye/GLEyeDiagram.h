@@ -22,12 +22,12 @@ struct Extent;
 
 namespace OndoChartDisplay {
 class CChartDisplay;
-template<class T>
-class CSmartPtr;
 } // namespace OndoChartDisplay
 namespace OndoChartDisplayComfort {
 class CGraphicEngineSwitch;
 }
+template<class Diagram>
+struct DiagramFrame;
 
 /// Eye diagram: traces of a signal, each laid over the same interval from 0 to 1.
 ///
@@ -106,6 +106,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
+    friend struct DiagramFrame<GLEyeDiagram>;
     friend struct TestAccess;
 
     struct ValueRecord
@@ -121,13 +122,7 @@ private:
     void TrimHistory();
     void Keep(int samples);
     void ShowYRange();
-    void BuildScene();
     bool UpdateScene(const QSize& size);
-    void UpdateXGrid();
-    template<class T>
-    OndoChartDisplay::CSmartPtr<T> Object(const char* name) const;
-    template<class T, class Configure>
-    void AddObject(const char* name, const Configure& configure);
 
     std::vector<ValueRecord*> m_records; // newest first
     std::vector<ValueRecord*> m_freeRecords;

@@ -1,20 +1,14 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "iq/GLIQDiagram.h"
 
-#include "foundations/DiagramDialogs.h"
+#include "foundations/DiagramFrame.h"
 #include "foundations/Extent.h"
-#include "foundations/GLOrvanePropertyPage.h"
-#include "foundations/TraceHistory.h"
-#include "platform/base/ErrorHandler.h"
-#include "platform/base/GuiThread.h"
+#include "platform/base/AxisPixel.h"
 #include "platform/base/Saturate.h"
 #include "platform/glbase/GLPainter.h"
-#include "platform/glwidgets/XAxisWidget.h"
-#include "platform/glwidgets/YAxisHandler.h"
 #include "platform/gui/ColorSet.h"
 
 #include <QCoreApplication>
-#include <QMenu>
 #include <QPointer>
 #include <QTransform>
 
@@ -27,12 +21,16 @@ namespace {
 
 constexpr std::size_t maxRecordCount = 100;
 constexpr int autoScalePeriodMs = 1000;
-constexpr int yAxisKind = 3;
 constexpr double msPerSecond = 1000.0;
 
 QString caption() { return QCoreApplication::translate("VCGLIQDiagram", "IQ Diagram"); }
 
+QWidget* dialogParent(GLIQDiagram& diagram) { return diagram.GetFrameWidget(); }
+
 } // namespace
+
+using Diagram = GLIQDiagram;
+using Frame = DiagramFrame<Diagram>;
 
 /// Mapping of one paint from samples to the pixel frame of the widget.
 struct GLIQDiagram::Plot
@@ -46,8 +44,9 @@ struct GLIQDiagram::Plot
         const double yStart = yAxis.GetStartValue();
         const double xSpan = xAxis.GetStopValue() - xStart;
         const double ySpan = yAxis.GetStopValue() - yStart;
-        const double left = std::trunc((width - 1) * (0 - xStart) / xSpan);
-        const double top = std::trunc((height - 1) * yStart / ySpan) + height;
+        const double left = std::trunc(axisPixel(0.0, xStart, xAxis.GetStopValue(), width));
+        const double top =
+            height - std::trunc(axisPixel(0.0, yStart, yAxis.GetStopValue(), height));
         const double xScale = width / xSpan;
         const double yScale = -height / ySpan;
         toPixel = QTransform(xScale, 0.0, 0.0, yScale, left, top);
@@ -63,36 +62,11 @@ GLIQDiagram::GLIQDiagram(const std::string& name, GLLayout* layout)
     , m_lastPaintTime(QDateTime::currentDateTimeUtc())
     , m_caption(caption())
 {
-    GLFrameWidget::m_pErrorHandler = &ErrorHandler::Instance();
-    GLFrameWidget::m_pColors = &ColorSet::Instance();
-
-    m_yAxisHandler = std::make_shared<YAxisHandler>(yAxisKind);
-    m_yAxisHandler->SetUnitText(QStringLiteral(" "));
-    m_yStart = m_yAxisHandler->GetStartValue();
-    m_yStop = m_yAxisHandler->GetStopValue();
-    addMouseObject(std::weak_ptr<IMouseHandler>(m_yAxisHandler), zoAxis);
-    addContextMenu(std::weak_ptr<IHasContextMenu>(m_yAxisHandler), zoAxis);
-
-    connect(&m_propertiesAction, SIGNAL(triggered()), this, SLOT(ShowProperties()));
-    connect(&m_autoScaleAction, SIGNAL(triggered()), this, SLOT(AutoScale()));
-    m_autoScaleTimer.setSingleShot(true);
-    m_autoScaleTimer.setInterval(autoScalePeriodMs);
-
-    m_pPersistant = new values::Persistant(QStringLiteral("GLIQDiagram"), this);
-    m_pPersistant->Add(&m_showGrid, QStringLiteral("ShowGrid"), true);
-    m_pPersistant->Read(QString(), static_cast<ICfg::View>(0));
+    Frame::SetUpPlot(*this);
+    Frame::SetUp(*this, "GLIQDiagram", autoScalePeriodMs);
 }
 
-GLIQDiagram::~GLIQDiagram()
-{
-    if (m_autoScaleTimer.isActive())
-        m_autoScaleTimer.stop();
-    diagramDialogs::discard(m_pContextMenu);
-    traceHistory::freeHistory(m_records, m_freeRecords);
-    m_pPersistant->Write(QString(), static_cast<ICfg::View>(0));
-    delete m_pPersistant;
-    m_pPersistant = nullptr;
-}
+GLIQDiagram::~GLIQDiagram() { Frame::TakeDown(*this); }
 
 void GLIQDiagram::AddData(std::vector<float>& data)
 {
@@ -124,14 +98,6 @@ void GLIQDiagram::AddData(const double* data, std::size_t count)
     std::transform(data, data + count, m_copy.begin(),
                    [](double value) { return static_cast<float>(value); });
     AddData(m_copy);
-}
-
-void GLIQDiagram::Clear()
-{
-    guiThread::checkObject(*this);
-    while (!m_records.empty())
-        RemoveRecord();
-    update();
 }
 
 void GLIQDiagram::SetAging(double seconds)
@@ -182,114 +148,27 @@ void GLIQDiagram::ScaleTo(const std::vector<float>& samples)
         SetYStop(static_cast<double>(y.max));
 }
 
-void GLIQDiagram::SetYStart(double start)
-{
-    m_yStart = start;
-    ShowYRange();
-}
-
-void GLIQDiagram::SetYStop(double stop)
-{
-    m_yStop = stop;
-    ShowYRange();
-}
-
-void GLIQDiagram::ShowYRange() { m_yAxisHandler->SetRange(m_yStart, m_yStop, 0); }
-
-void GLIQDiagram::GetYStartStop(double& start, double& stop)
-{
-    start = m_yAxisHandler->GetStartValue();
-    stop = m_yAxisHandler->GetStopValue();
-}
-
-std::shared_ptr<AxisHandler> GLIQDiagram::GetYAxisHandler() { return m_yAxisHandler; }
-
-void GLIQDiagram::SetYUnit(const QString& unit)
-{
-    m_yAxisHandler->SetUnitText(unit.isEmpty() ? QStringLiteral(" ") : unit);
-}
-
-void GLIQDiagram::setXAxisWidget(const std::shared_ptr<XAxisWidget>& xAxisWidget)
-{
-    m_xAxisWidget = xAxisWidget;
-}
-
-QMenu* GLIQDiagram::getContextMenu(QContextMenuEvent*, GLCommonWidget*, int)
-{
-    if (!m_pContextMenu) {
-        m_pContextMenu = diagramDialogs::createContextMenu(GetFrameWidget(), m_propertiesAction,
-                                                           m_autoScaleAction, &GLIQDiagram::tr);
-        // The frame is the menu's parent and may be destroyed before the diagram.
-        connect(m_pContextMenu, &QObject::destroyed, this, [this] { m_pContextMenu = nullptr; });
-    }
-    return m_pContextMenu;
-}
-
 QWidget* GLIQDiagram::GetPropertyPage(QWidget* parent, const char* name)
 {
     constexpr double limit = 10000.0;
     constexpr double maxAging = 10.0;
     m_pPropertyPage = new GLOrvanePropertyPage(parent, name, false, true);
-    if (m_xAxisWidget) {
-        m_pPropertyPage->SetXAxisMin(-limit, limit, m_xAxisWidget->GetStartValue(), true);
-        m_pPropertyPage->SetXAxisMax(-limit, limit, m_xAxisWidget->GetStopValue(), true);
-    }
-    m_pPropertyPage->SetYAxisMin(-limit, limit, m_yAxisHandler->GetStartValue(), true);
-    m_pPropertyPage->SetYAxisMax(-limit, limit, m_yAxisHandler->GetStopValue(), true);
-    m_pPropertyPage->SetShowGrid(m_showGrid, true);
+    Frame::FillPage(*this, -limit, limit, limit);
     m_pPropertyPage->SetAging(0.0, maxAging, m_aging, true);
-    diagramDialogs::forgetDestroyed(m_pPropertyPage, *this);
     return m_pPropertyPage;
-}
-
-const QString& GLIQDiagram::GetPropertyPagePath()
-{
-    return m_caption = caption(); // the language may have changed
 }
 
 void GLIQDiagram::slotAcceptPropertyChanges()
 {
     if (!m_pPropertyPage)
         return;
-    const double yMin = m_pPropertyPage->GetYAxisMin();
-    const double yMax = m_pPropertyPage->GetYAxisMax();
     const bool showGrid = m_pPropertyPage->GetShowGrid();
     const double aging = m_pPropertyPage->GetAging();
-    // Whoever observes an axis may close the dialog, and destroy the diagram.
-    const QPointer<GLIQDiagram> alive(this);
-    if (m_xAxisWidget)
-        m_xAxisWidget->SetRange(m_pPropertyPage->GetXAxisMin(), m_pPropertyPage->GetXAxisMax());
-    if (alive)
-        m_yAxisHandler->SetRange(yMin, yMax, 0);
-    if (!alive)
+    if (!Frame::ApplyRanges(*this))
         return;
     m_showGrid = showGrid;
     m_aging = aging;
     update();
-}
-
-void GLIQDiagram::ShowProperties()
-{
-    const QPointer<GLIQDiagram> self(this);
-    diagramDialogs::runProperties(GetFrameWidget(), this, this, m_pContextMenu);
-    if (self)
-        m_pPropertyPage = nullptr;
-}
-
-void GLIQDiagram::ApplyPersistantAfterRead() { update(); }
-
-void GLIQDiagram::AutoScale()
-{
-    if (m_autoScaleTimer.isActive())
-        return;
-    m_autoScalePending = true;
-    m_autoScaleTimer.start();
-}
-
-void GLIQDiagram::resizeEvent(QResizeEvent* event)
-{
-    GLCommonWidget::resizeEvent(event);
-    m_yAxisHandler->resizeEvent(event);
 }
 
 void GLIQDiagram::paintEvent(QPaintEvent* event)
@@ -306,10 +185,7 @@ void GLIQDiagram::paintEvent(QPaintEvent* event)
     const Plot plot(truncateToPixel(static_cast<double>(m_right - m_left)),
                     truncateToPixel(static_cast<double>(m_bottom - m_top)), *m_xAxisWidget,
                     *m_yAxisHandler);
-    if (m_showGrid) {
-        m_xAxisWidget->XPixelMap()->GetGridDrawer().Draw(painter, this, m_drawParam);
-        m_yAxisHandler->XPixelMap()->GetGridDrawer().Draw(painter, this, m_drawParam);
-    }
+    Frame::DrawGrid(*this, painter);
     // A picture shows what is kept, and is no paint that data sets age by.
     const bool isPicture = frame->IsPaintingPicture();
     const std::size_t young = isPicture ? m_records.size() : CountYoungRecords();
@@ -369,9 +245,5 @@ void GLIQDiagram::DrawPoints(const Plot& plot, std::size_t recordCount, GLPainte
     painter.endNativePainting();
 }
 
-GLIQDiagram::ValueRecord* GLIQDiagram::AddRecord()
-{
-    return traceHistory::addRecord(m_records, m_freeRecords);
-}
-
-void GLIQDiagram::RemoveRecord() { traceHistory::removeRecord(m_records, m_freeRecords); }
+#include "foundations/DiagramOperations.inl"
+#include "foundations/PlotOperations.inl"

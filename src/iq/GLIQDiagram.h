@@ -22,6 +22,8 @@ class GLOrvanePropertyPage;
 class GLPainter;
 class XAxisWidget;
 class YAxisHandler;
+template<class Diagram>
+struct DiagramFrame;
 
 /// IQ (constellation) diagram: pairs of in-phase (I) and quadrature (Q) samples as points in the
 /// plane, I along X and Q along Y, both in the samples' unit. Each point lights one device pixel.
@@ -110,6 +112,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    friend struct DiagramFrame<GLIQDiagram>;
     friend struct TestAccess;
 
     struct ValueRecord

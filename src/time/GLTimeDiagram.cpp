@@ -1,20 +1,14 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "time/GLTimeDiagram.h"
 
-#include "foundations/DiagramDialogs.h"
+#include "foundations/DiagramFrame.h"
 #include "foundations/Extent.h"
-#include "foundations/GLOrvanePropertyPage.h"
-#include "foundations/TraceHistory.h"
-#include "platform/base/ErrorHandler.h"
-#include "platform/base/GuiThread.h"
+#include "platform/base/AxisPixel.h"
 #include "platform/base/Saturate.h"
 #include "platform/glbase/GLPainter.h"
-#include "platform/glwidgets/XAxisWidget.h"
-#include "platform/glwidgets/YAxisHandler.h"
 #include "platform/gui/ColorSet.h"
 
 #include <QCoreApplication>
-#include <QMenu>
 #include <QPointer>
 
 #include <algorithm>
@@ -25,7 +19,6 @@ namespace {
 
 constexpr std::size_t maxRecordCount = 100;
 constexpr int autoScalePeriodMs = 1000;
-constexpr int yAxisKind = 3;
 
 // The band of the levels is a trace wider than the bounds, and a level slightly higher than 1/256
 // of the bounds: so the largest sample stays below level 256 even where rounding swallows the
@@ -37,7 +30,12 @@ QColor color(IColorBase::ECOLOR number) { return ColorSet::Instance()[number]; }
 
 QString caption() { return QCoreApplication::translate("VCGLTimeDiagram", "Time Diagram"); }
 
+QWidget* dialogParent(GLTimeDiagram& diagram) { return diagram.GetFrameWidget(); }
+
 } // namespace
+
+using Diagram = GLTimeDiagram;
+using Frame = DiagramFrame<Diagram>;
 
 /// Pixel mapping of one paint.
 struct GLTimeDiagram::Plot
@@ -49,17 +47,10 @@ struct GLTimeDiagram::Plot
     double yStart;
     double yStop;
 
-    int xPixel(double time) const
-    {
-        return truncateToPixel((width - 1) * (time - xStart) / (xStop - xStart));
-    }
+    int xPixel(double time) const { return truncateToPixel(axisPixel(time, xStart, xStop, width)); }
     int yPixel(double value) const
     {
-        return height - truncateToPixel((height - 1) * (value - yStart) / (yStop - yStart));
-    }
-    int zeroPixel() const
-    {
-        return height + truncateToPixel((height - 1) * yStart / (yStop - yStart));
+        return height - truncateToPixel(axisPixel(value, yStart, yStop, height));
     }
     bool isUsable() const
     {
@@ -75,36 +66,11 @@ GLTimeDiagram::GLTimeDiagram(const std::string& name)
     , m_autoScaleAction(tr("Auto Scaling"))
     , m_caption(caption())
 {
-    GLFrameWidget::m_pErrorHandler = &ErrorHandler::Instance();
-    GLFrameWidget::m_pColors = &ColorSet::Instance();
-
-    m_yAxisHandler = std::make_shared<YAxisHandler>(yAxisKind);
-    m_yAxisHandler->SetUnitText(QStringLiteral(" "));
-    m_yStart = m_yAxisHandler->GetStartValue();
-    m_yStop = m_yAxisHandler->GetStopValue();
-    addMouseObject(std::weak_ptr<IMouseHandler>(m_yAxisHandler), zoAxis);
-    addContextMenu(std::weak_ptr<IHasContextMenu>(m_yAxisHandler), zoAxis);
-
-    connect(&m_propertiesAction, SIGNAL(triggered()), this, SLOT(ShowProperties()));
-    connect(&m_autoScaleAction, SIGNAL(triggered()), this, SLOT(AutoScale()));
-    m_autoScaleTimer.setSingleShot(true);
-    m_autoScaleTimer.setInterval(autoScalePeriodMs);
-
-    m_pPersistant = new values::Persistant(QStringLiteral("GLTimeDiagram"), this);
-    m_pPersistant->Add(&m_showGrid, QStringLiteral("ShowGrid"), true);
-    m_pPersistant->Read(QString(), static_cast<ICfg::View>(0));
+    Frame::SetUpPlot(*this);
+    Frame::SetUp(*this, "GLTimeDiagram", autoScalePeriodMs);
 }
 
-GLTimeDiagram::~GLTimeDiagram()
-{
-    if (m_autoScaleTimer.isActive())
-        m_autoScaleTimer.stop();
-    diagramDialogs::discard(m_pContextMenu);
-    traceHistory::freeHistory(m_records, m_freeRecords);
-    m_pPersistant->Write(QString(), static_cast<ICfg::View>(0));
-    delete m_pPersistant;
-    m_pPersistant = nullptr;
-}
+GLTimeDiagram::~GLTimeDiagram() { Frame::TakeDown(*this); }
 
 void GLTimeDiagram::AddData(std::vector<double>& data)
 {
@@ -149,14 +115,6 @@ void GLTimeDiagram::AddData(const float* data, std::size_t count)
 {
     m_copy.assign(data, data + count);
     AddData(m_copy);
-}
-
-void GLTimeDiagram::Clear()
-{
-    guiThread::checkObject(*this);
-    while (!m_records.empty())
-        RemoveRecord();
-    update();
 }
 
 std::vector<std::vector<double>> GLTimeDiagram::GetTraces() const
@@ -204,111 +162,24 @@ void GLTimeDiagram::Quantise(ValueRecord& record, const std::vector<double>& dat
 
 void GLTimeDiagram::SetBaudrate(float baudrate) { m_baudrate = baudrate; }
 
-void GLTimeDiagram::SetYStart(double start)
-{
-    m_yStart = start;
-    ShowYRange();
-}
-
-void GLTimeDiagram::SetYStop(double stop)
-{
-    m_yStop = stop;
-    ShowYRange();
-}
-
-void GLTimeDiagram::ShowYRange() { m_yAxisHandler->SetRange(m_yStart, m_yStop, 0); }
-
-void GLTimeDiagram::GetYStartStop(double& start, double& stop)
-{
-    start = m_yAxisHandler->GetStartValue();
-    stop = m_yAxisHandler->GetStopValue();
-}
-
-std::shared_ptr<AxisHandler> GLTimeDiagram::GetYAxisHandler() { return m_yAxisHandler; }
-
-void GLTimeDiagram::SetYUnit(const QString& unit)
-{
-    m_yAxisHandler->SetUnitText(unit.isEmpty() ? QStringLiteral(" ") : unit);
-}
-
-void GLTimeDiagram::setXAxisWidget(const std::shared_ptr<XAxisWidget>& xAxisWidget)
-{
-    m_xAxisWidget = xAxisWidget;
-}
-
-QMenu* GLTimeDiagram::getContextMenu(QContextMenuEvent*, GLCommonWidget*, int)
-{
-    if (!m_pContextMenu) {
-        m_pContextMenu = diagramDialogs::createContextMenu(GetFrameWidget(), m_propertiesAction,
-                                                           m_autoScaleAction, &GLTimeDiagram::tr);
-        // The frame is the menu's parent and may be destroyed before the diagram.
-        connect(m_pContextMenu, &QObject::destroyed, this, [this] { m_pContextMenu = nullptr; });
-    }
-    return m_pContextMenu;
-}
-
 QWidget* GLTimeDiagram::GetPropertyPage(QWidget* parent, const char* name)
 {
     constexpr double xLimit = 100.0;
     constexpr double yLimit = 10000.0;
     m_pPropertyPage = new GLOrvanePropertyPage(parent, name, false, false);
-    if (m_xAxisWidget) {
-        m_pPropertyPage->SetXAxisMin(-xLimit, 0.0, m_xAxisWidget->GetStartValue(), true);
-        m_pPropertyPage->SetXAxisMax(-xLimit, 0.0, m_xAxisWidget->GetStopValue(), true);
-    }
-    m_pPropertyPage->SetYAxisMin(-yLimit, yLimit, m_yAxisHandler->GetStartValue(), true);
-    m_pPropertyPage->SetYAxisMax(-yLimit, yLimit, m_yAxisHandler->GetStopValue(), true);
-    m_pPropertyPage->SetShowGrid(m_showGrid, true);
-    diagramDialogs::forgetDestroyed(m_pPropertyPage, *this);
+    Frame::FillPage(*this, -xLimit, 0.0, yLimit);
     return m_pPropertyPage;
-}
-
-const QString& GLTimeDiagram::GetPropertyPagePath()
-{
-    return m_caption = caption(); // the language may have changed
 }
 
 void GLTimeDiagram::slotAcceptPropertyChanges()
 {
     if (!m_pPropertyPage)
         return;
-    const double yMin = m_pPropertyPage->GetYAxisMin();
-    const double yMax = m_pPropertyPage->GetYAxisMax();
     const bool showGrid = m_pPropertyPage->GetShowGrid();
-    // Whoever observes an axis may close the dialog, and destroy the diagram.
-    const QPointer<GLTimeDiagram> alive(this);
-    if (m_xAxisWidget)
-        m_xAxisWidget->SetRange(m_pPropertyPage->GetXAxisMin(), m_pPropertyPage->GetXAxisMax());
-    if (alive)
-        m_yAxisHandler->SetRange(yMin, yMax, 0);
-    if (!alive)
+    if (!Frame::ApplyRanges(*this))
         return;
     m_showGrid = showGrid;
     update();
-}
-
-void GLTimeDiagram::ShowProperties()
-{
-    const QPointer<GLTimeDiagram> self(this);
-    diagramDialogs::runProperties(GetFrameWidget(), this, this, m_pContextMenu);
-    if (self)
-        m_pPropertyPage = nullptr;
-}
-
-void GLTimeDiagram::ApplyPersistantAfterRead() { update(); }
-
-void GLTimeDiagram::AutoScale()
-{
-    if (m_autoScaleTimer.isActive())
-        return;
-    m_autoScalePending = true;
-    m_autoScaleTimer.start();
-}
-
-void GLTimeDiagram::resizeEvent(QResizeEvent* event)
-{
-    GLCommonWidget::resizeEvent(event);
-    m_yAxisHandler->resizeEvent(event);
 }
 
 void GLTimeDiagram::paintEvent(QPaintEvent* event)
@@ -328,10 +199,7 @@ void GLTimeDiagram::paintEvent(QPaintEvent* event)
                     m_xAxisWidget->GetStopValue(),
                     m_yAxisHandler->GetStartValue(),
                     m_yAxisHandler->GetStopValue()};
-    if (m_showGrid) {
-        m_xAxisWidget->XPixelMap()->GetGridDrawer().Draw(painter, this, m_drawParam);
-        m_yAxisHandler->XPixelMap()->GetGridDrawer().Draw(painter, this, m_drawParam);
-    }
+    Frame::DrawGrid(*this, painter);
     // On an axis without extent nothing can be placed: no trace is drawn and none is given up.
     if (plot.isUsable()) {
         const std::size_t visible = DrawTraces(plot, *frame);
@@ -348,7 +216,7 @@ std::size_t GLTimeDiagram::DrawTraces(const Plot& plot, GLFrameWidget& frame)
 {
     const GLLineStyle traceStyle(lsSolid, 1, color(IColorBase::colTimeTrace));
     const GLLineStyle markerStyle(lsSolid, 1, color(IColorBase::colTimeMarker));
-    const int zeroY = plot.zeroPixel();
+    const int zeroY = plot.yPixel(0.0);
     const auto addLine = [](GLLines& lines, int x1, int y1, int x2, int y2) {
         lines.AddLine(static_cast<float>(x1), static_cast<float>(y1), static_cast<float>(x2),
                       static_cast<float>(y2));
@@ -393,9 +261,5 @@ std::size_t GLTimeDiagram::DrawTraces(const Plot& plot, GLFrameWidget& frame)
     return index;
 }
 
-GLTimeDiagram::ValueRecord* GLTimeDiagram::AddRecord()
-{
-    return traceHistory::addRecord(m_records, m_freeRecords);
-}
-
-void GLTimeDiagram::RemoveRecord() { traceHistory::removeRecord(m_records, m_freeRecords); }
+#include "foundations/DiagramOperations.inl"
+#include "foundations/PlotOperations.inl"

@@ -21,6 +21,8 @@ class GLOrvanePropertyPage;
 class XAxisWidget;
 class YAxisHandler;
 struct Extent;
+template<class Diagram>
+struct DiagramFrame;
 
 /// Time diagram: a stream of samples against time, as step lines.
 ///
@@ -99,6 +101,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    friend struct DiagramFrame<GLTimeDiagram>;
     friend struct TestAccess;
 
     struct ValueRecord
