@@ -2,7 +2,6 @@
 #include "WindowFixture.h"
 
 #include "workbench/sources/StreamSource.h"
-#include "workbench/window/CaptionNote.h"
 #include "workbench/window/PaneNote.h"
 #include "workbench/window/SeekBar.h"
 
@@ -94,7 +93,7 @@ TEST_F(Playback, MeasuresBetweenEdgesThatAreSetAtThePresentTime)
     press(6.0, Qt::Key_BracketRight, 4.0, 6.0); // from where the view starts
     press(5.0, Qt::Key_BracketLeft, 5.0, 6.0);
     press(8.0, Qt::Key_BracketRight, 5.0, 8.0);
-    EXPECT_TRUE(window->panes().panes()[0].mode->text().startsWith("gate: "));
+    EXPECT_TRUE(window->panes().panes()[0].mode.startsWith("gate: "));
     action("Gate of &all").trigger();
     EXPECT_EQ(window->feed().gate().sampleCount(), 80000U);
     action("Gate of &what is shown").trigger();
@@ -232,10 +231,10 @@ TEST_F(Playback, SaysWhatEmptyViewsWaitForAndWhatIsShown)
     EXPECT_FALSE(panes[0].note->isVisible());
 
     window->player().openDemo(ModulationSettings());
-    EXPECT_EQ(panes[2].mode->text(), "decision instants");
+    EXPECT_EQ(panes[2].mode, "decision instants");
     QTest::keyClick(window.get(), Qt::Key_T);
-    EXPECT_EQ(panes[2].mode->text(), "trajectory");
-    EXPECT_EQ(panes[1].mode->text(), "0 to 1: 2 symbols");
+    EXPECT_EQ(panes[2].mode, "trajectory");
+    EXPECT_EQ(panes[1].mode, "0 to 1: 2 symbols");
     const QList<int> heights = window->panes().sizes();
     dropSine(1, 80000);
     EXPECT_TRUE(notes()[1].startsWith("An eye needs the symbol rate"));

@@ -3,7 +3,6 @@
 #include "TreeAccess.h"
 #include "WindowFixture.h"
 #include "platform/glwidgets/XAxisWidget.h"
-#include "workbench/window/CaptionNote.h"
 #include "workbench/window/ExportDialog.h"
 #include "workbench/window/ReadingTable.h"
 
@@ -277,7 +276,7 @@ TEST_F(Window, FollowsItsControls)
     }
     control<QComboBox>("A&xis counts").activated(1);
     EXPECT_EQ(span.text(), "5\u2009ms");
-    EXPECT_EQ(window->panes().panes()[0].mode->text(), "time in ms");
+    EXPECT_EQ(window->panes().panes()[0].mode, "time in ms");
     EXPECT_EQ(window->timeView().GetXAxis()->XPixelMap()->GetAxisDefinition().LabelWithUnit(-2.0),
               "-2.000\u2009ms");
     auto* eyeSymbols = &control<QSpinBox>("Sym&bols");

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 EyeFeed::EyeFeed() { restart(); }
 
@@ -59,15 +58,8 @@ void EyeFeed::notify()
     m_values.notify(m_samples, m_markers);
 }
 
-// Of a trace as long as all that a view keeps, nothing is drawn but the first sample.
 void EyeFeed::show(const std::deque<BlockPart>& parts)
 {
-    std::vector<double> samples(capacity, std::numeric_limits<double>::quiet_NaN());
-    samples.front() = 0.0;
-    std::vector<double> markers(capacity);
-    markers.front() = static_cast<double>(capacity);
-    m_values.notify(samples, markers);
-
     double traceCount = 0.0;
     for (const BlockPart& part : parts) {
         part.forEachSymbol([&traceCount](const Symbol& symbol) {

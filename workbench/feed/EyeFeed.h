@@ -30,7 +30,7 @@ public:
     void take(const BlockPart& part) { m_cutter->push(part); }
     /// Puts out the traces that were cut since the last call, in one notification.
     void notify();
-    /// Lets the views forget the traces that they have, and shows those of a gate instead.
+    /// Puts out the traces of a gate, and no others: the views were emptied before.
     void show(const std::deque<BlockPart>& parts);
     /// Whether there was no trace since it was started anew.
     bool isEmpty() const { return m_kept.empty(); }

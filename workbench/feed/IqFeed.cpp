@@ -123,7 +123,7 @@ void IqFeed::show(const std::deque<BlockPart>& parts)
     m_isEmpty = true;
     m_magnitudes.clear();
     m_open = Points();
-    m_whole.assign(setCount, Points()); // that push out what is shown
+    m_whole.clear();
     std::int64_t total = 0;
     for (const BlockPart& part : parts)
         total += static_cast<std::int64_t>(part.count);

@@ -39,7 +39,7 @@ public:
     void take(const BlockPart& part);
     /// Puts out the data sets that have become whole since the last call.
     void notify();
-    /// Lets the views forget the points that they have, and shows those of a gate instead.
+    /// Puts out the points of a gate, and no others: the views were emptied before.
     void show(const std::deque<BlockPart>& parts);
 
     /// Shows the square of I and Q in which a level of this magnitude fits.

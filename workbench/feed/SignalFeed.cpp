@@ -123,6 +123,7 @@ void SignalFeed::setSymbolRate(std::optional<double> symbolRate)
 {
     m_symbolRate = symbolRate;
     reconfigure();
+    emit symbolsCleared();
     m_eye.show({});
     m_iq.show({});
 }
@@ -262,14 +263,19 @@ void SignalFeed::showGate()
         return;
     // What was fixed may have come by long ago.
     const auto shown = static_cast<std::size_t>(std::ceil(m_time.span() * format().sampleRate));
-    if (!m_gate.isFixed() && shown <= Gate::maxSampleCount)
+    if (!m_gate.isFixed() && shown <= Gate::maxSampleCount) {
+        emit timeCleared();
         m_time.show(m_gate.parts().front().position(), m_gate.samples());
+    }
+    emit symbolsCleared();
     m_eye.show(m_gate.parts());
     m_iq.show(m_gate.parts());
 }
 
 void SignalFeed::showNothing()
 {
+    emit timeCleared();
+    emit symbolsCleared();
     m_time.show(0, {});
     m_eye.show({});
     m_iq.show({});

@@ -101,6 +101,11 @@ public:
     /// Lets the views forget what they show, as if no sample had come.
     void showNothing();
 
+signals:
+    /// The time view, or eye and constellation, are to be emptied; what comes is to be seen alone.
+    void timeCleared();
+    void symbolsCleared();
+
 private:
     std::size_t play(std::size_t count);
     void pass(const BlockPart& part);

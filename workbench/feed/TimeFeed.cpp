@@ -122,16 +122,8 @@ void TimeFeed::followLevels(double elapsed)
         m_values.setY(m_levels.lowest(), m_levels.highest());
 }
 
-// A segment as long as the time shown is all that a view still has room for. Along zero it looks as
-// a view does before the first sample.
 void TimeFeed::show(std::int64_t position, const std::vector<double>& samples)
 {
-    constexpr double more = 1.01; // or what is older is seen where the axis starts
-    const double shown =
-        more * m_span * m_scale.sampleRate / static_cast<double>(m_thinning.factor());
-    std::vector<double> markers(static_cast<std::size_t>(std::ceil(shown)) + 1);
-    markers.front() = static_cast<double>(markers.size());
-    m_values.notify(std::vector<double>(markers.size()), markers);
     restart();
     m_shown.clear();
     m_shownCount = 0.0;

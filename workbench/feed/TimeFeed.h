@@ -38,7 +38,7 @@ public:
     void notify();
     /// The next samples do not follow those that were taken.
     void restart();
-    /// Lets the views forget what they show, and shows the samples instead.
+    /// Puts out these samples, and no others: the views were emptied before.
     /// @param position  of the first one.
     void show(std::int64_t position, const std::vector<double>& samples);
 

@@ -2,8 +2,6 @@
 #include "workbench/window/AxisLabels.h"
 
 #include "platform/glbase/axisDefinition.h"
-#include "platform/glwidgets/IUnitTextProvider.h"
-#include "platform/glwidgets/XAxisWidget.h"
 #include "views/VCGLEyeDiagram.h"
 #include "views/VCGLTimeDiagram.h"
 #include "workbench/feed/SignalFeed.h"
@@ -61,8 +59,8 @@ const QString& AxisLabels::FormatWithUnit(double value)
 
 AxisUnits::AxisUnits(VCGLTimeDiagram& time, VCGLEyeDiagram& eye)
     : m_time(time)
-    , m_timeLabels(AxisLabels::install(time.GetXAxis()->XPixelMap()->GetAxisDefinition()))
-    , m_eyeLabels(AxisLabels::install(eye.GetXAxis()->XPixelMap()->GetAxisDefinition()))
+    , m_timeLabels(AxisLabels::install(time.GetXAxisDefinition()))
+    , m_eyeLabels(AxisLabels::install(eye.GetXAxisDefinition()))
 {}
 
 void AxisUnits::show(const SignalFeed& feed)
@@ -74,7 +72,5 @@ void AxisUnits::show(const SignalFeed& feed)
         m_eyeLabels->setUnit(QStringLiteral("UI"), symbols);
     else
         m_eyeLabels->setUnit(units::sign(scale), symbols / *scale.symbolRate / scale.unitSeconds());
-    const QString unit = feed.levelUnit();
-    dynamic_cast<IUnitTextProvider&>(*m_time.GetYAxis())
-        .SetUnitText(unit.isEmpty() ? QStringLiteral(" ") : unit);
+    m_time.SetYUnit(feed.levelUnit());
 }

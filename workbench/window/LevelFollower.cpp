@@ -1,25 +1,14 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/LevelFollower.h"
 
-#include "eye/GLEyeDiagram.h"
-#include "iq/GLIQDiagram.h"
-#include "platform/glwidgets/XAxisWidget.h"
-#include "time/GLTimeDiagram.h"
 #include "views/VCGLEyeDiagram.h"
 #include "views/VCGLIQDiagram.h"
 #include "views/VCGLTimeDiagram.h"
 #include "workbench/feed/SignalFeed.h"
 
-namespace {
+#include <utility>
 
-template<class Diagram>
-bool shows(Diagram& diagram, double lowest, double highest)
-{
-    double start = 0.0;
-    double stop = 0.0;
-    diagram.GetYStartStop(start, stop);
-    return start == lowest && stop == highest;
-}
+namespace {
 
 template<class Feed>
 void follow(Feed& feed, bool isAsSet, double elapsed)
@@ -40,10 +29,11 @@ void LevelFollower::follow()
     const LevelRange& time = m_feed.time().levels();
     const LevelRange& eye = m_feed.eye().levels();
     const IqFeed& iq = m_feed.iq();
-    ::follow(m_feed.time(), shows(*m_time.GetDiagram(), time.lowest(), time.highest()), elapsed);
-    ::follow(m_feed.eye(), shows(*m_eye.GetDiagram(), eye.lowest(), eye.highest()), elapsed);
-    const AxisHandler& i = *m_iq.GetXAxis();
-    const bool isAsSet = shows(*m_iq.GetDiagram(), -iq.qEnd(), iq.qEnd()) &&
-                         i.GetStartValue() == -iq.iEnd() && i.GetStopValue() == iq.iEnd();
+    ::follow(m_feed.time(), m_time.GetYAxisRange() == std::pair(time.lowest(), time.highest()),
+             elapsed);
+    ::follow(m_feed.eye(), m_eye.GetYAxisRange() == std::pair(eye.lowest(), eye.highest()),
+             elapsed);
+    const bool isAsSet = m_iq.GetYAxisRange() == std::pair(-iq.qEnd(), iq.qEnd()) &&
+                         m_iq.GetXAxisRange() == std::pair(-iq.iEnd(), iq.iEnd());
     ::follow(m_feed.iq(), isAsSet, elapsed);
 }

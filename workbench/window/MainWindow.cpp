@@ -2,8 +2,6 @@
 #include "workbench/window/MainWindow.h"
 #include "workbench/sources/LiveAddress.h"
 
-#include "iq/GLIQDiagram.h"
-#include "platform/glwidgets/DiagramCaption.h"
 #include "platform/values/PlainSettings.h"
 #include "views/VCGLEyeDiagram.h"
 #include "views/VCGLIQDiagram.h"
@@ -52,13 +50,6 @@ const QString panesKey = QStringLiteral("Window/Panes");
 constexpr int statusPeriodMs = 100;
 constexpr int readingsPeriodMs = 190; // at every other status, to be read
 
-GLIQDiagram& diagramOf(VCGLIQDiagram& view)
-{
-    return dynamic_cast<GLIQDiagram&>(*view.Widgets().at(1));
-}
-
-QMenu* menuOf(VCGLIQDiagram& view) { return diagramOf(view).getContextMenu(nullptr, nullptr, 0); }
-
 /// First local file of a drag, empty when there is none.
 QString droppedFile(const QMimeData* data)
 {
@@ -78,7 +69,7 @@ MainWindow::MainWindow(SchemeChoice& scheme)
     , m_panes(new ViewPanes(this))
     , m_timeView(m_panes->add<VCGLTimeDiagram>("time", tr("&Time diagram")))
     , m_eyeView(m_panes->add<VCGLEyeDiagram>("eye", tr("&Eye diagram")))
-    , m_iqView(m_panes->add<VCGLIQDiagram>("iq", tr("&IQ diagram"), menuOf))
+    , m_iqView(m_panes->add("iq", tr("&IQ diagram"), &VCGLIQDiagram::RenderInProportion))
     , m_status(new StatusFields(this))
     , m_parameters(new ParameterDock(m_player, this))
     , m_file(new FileMenu(*this))
@@ -90,7 +81,7 @@ MainWindow::MainWindow(SchemeChoice& scheme)
     , m_units(*m_timeView, *m_eyeView)
     , m_readings(new Readings(*m_panes, this))
     , m_measuring(new Measuring(this))
-    , m_export(*m_panes, feed())
+    , m_export(*m_panes, feed(), *m_eyeView, *m_iqView)
 {
     new refusedInput::Watch(this);
     setMinimumSize(640, 400);
@@ -135,7 +126,7 @@ void MainWindow::buildViews()
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(m_panes);
-    const int captionHeight = m_panes->panes().front().caption->getCaptionWidget()->height();
+    const int captionHeight = m_timeView->GetPlotRect(m_timeView->sizeHint()).top();
     new Overlay(*m_panes, captionHeight, {m_notice, m_progress});
     setCentralWidget(center);
 }
@@ -184,6 +175,17 @@ void MainWindow::connectPlayer()
     connect(&m_player, &Player::changed, this, &MainWindow::refresh);
     connect(&m_player, &Player::clockChanged, this, [this] { sayNotices({}); });
     connect(&feed().transport(), &Transport::playingChanged, this, &MainWindow::showPlaying);
+    // A view that is paused keeps what it shows: it takes nothing instead.
+    connect(&feed(), &SignalFeed::timeCleared, m_timeView, [this] {
+        if (!m_timeView->IsPaused())
+            m_timeView->Clear();
+    });
+    connect(&feed(), &SignalFeed::symbolsCleared, m_eyeView, [this] {
+        if (!m_eyeView->IsPaused())
+            m_eyeView->Clear();
+        if (!m_iqView->IsPaused())
+            m_iqView->Clear();
+    });
     connect(m_measuring, &Measuring::measured, m_readings, &Readings::show);
 }
 
@@ -330,7 +332,7 @@ void MainWindow::exportView(std::size_t index)
 
 void MainWindow::fitIqAxes()
 {
-    const QSize plot = m_iqView->Widgets()[1]->rect().size();
+    const QSize plot = m_iqView->GetPlotRect().size();
     if (!plot.isEmpty())
         feed().iq().setAspect(static_cast<double>(plot.width()) / plot.height());
 }

@@ -1,9 +1,6 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/ViewBindings.h"
 
-#include "eye/GLEyeDiagram.h"
-#include "foundations/GLOrvanePropertyPage.h"
-#include "iq/GLIQDiagram.h"
 #include "views/VCGLEyeDiagram.h"
 #include "views/VCGLIQDiagram.h"
 #include "views/VCGLTimeDiagram.h"
@@ -14,14 +11,6 @@
 namespace {
 
 constexpr double longestAging = 10.0; // s, that can be set
-
-/// The settings page of a diagram, which needs it for as long as it lives.
-GLOrvanePropertyPage& pageOf(IHasPropertyPage& diagram, QWidget& owner)
-{
-    auto& page = dynamic_cast<GLOrvanePropertyPage&>(*diagram.GetPropertyPage(&owner, nullptr));
-    page.hide();
-    return page;
-}
 
 } // namespace
 
@@ -44,9 +33,7 @@ void viewBindings::bind(VCGLEyeDiagram& view)
     view.SetYAxisMin_ValuePath(EyeValues::yMinPath);
     view.SetYAxisMax_ValuePath(EyeValues::yMaxPath);
     view.SetHasChangedTrigger_ValuePath(EyeValues::triggerPath);
-    auto& diagram = *view.findChild<GLEyeDiagram*>();
-    pageOf(diagram, diagram).SetBufferSize(0, EyeFeed::capacity, EyeFeed::capacity, true);
-    diagram.slotAcceptPropertyChanges();
+    view.SetBufferSize(EyeFeed::capacity);
 }
 
 void viewBindings::bind(VCGLIQDiagram& view)
@@ -58,8 +45,6 @@ void viewBindings::bind(VCGLIQDiagram& view)
     view.SetYAxisMin_ValuePath(IqValues::yMinPath);
     view.SetYAxisMax_ValuePath(IqValues::yMaxPath);
     view.SetHasChangedTrigger_ValuePath(IqValues::triggerPath);
-    auto& diagram = dynamic_cast<GLIQDiagram&>(*view.Widgets().at(1));
-    pageOf(diagram, view).SetAging(0.0, longestAging, longestAging, true);
-    diagram.slotAcceptPropertyChanges();
-    diagram.SetAgesByData(true); // or a repaint would empty it while it stands still
+    view.SetAging(longestAging);
+    view.SetAgesByData(true); // or a repaint would empty it while it stands still
 }

@@ -1,11 +1,9 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/ViewExport.h"
 
-#include "eye/GLEyeDiagram.h"
-#include "iq/GLIQDiagram.h"
-#include "platform/glwidgets/XAxisWidget.h"
+#include "views/VCGLEyeDiagram.h"
+#include "views/VCGLIQDiagram.h"
 #include "workbench/feed/SignalFeed.h"
-#include "workbench/window/CaptionNote.h"
 #include "workbench/window/ExportFooter.h"
 #include "workbench/window/PaneNote.h"
 #include "workbench/window/ReadingTable.h"
@@ -29,81 +27,11 @@ constexpr double pointsPerInch = 72.0;
 
 QString title(const ViewPanes::Pane& pane) { return pane.showing->text().remove(QLatin1Char('&')); }
 
-/// A view is its caption, the diagram and the X axis below that.
-template<class Widget>
-Widget* part(const ViewPanes::Pane& pane, std::size_t index)
-{
-    return dynamic_cast<Widget*>(pane.view->Widgets().at(index).get());
-}
-
-/// Place of the diagram in a view of a size.
-QRect plotOf(const ViewPanes::Pane& pane, const QSize& size)
-{
-    const int top = pane.view->Widgets().at(0)->FixedHeight();
-    const int bottom = pane.view->Widgets().at(2)->FixedHeight();
-    return {0, top, size.width(), size.height() - top - bottom};
-}
-
 /// What a footer leaves of a picture.
 QSize viewSize(const QSize& picture, const ExportFooter* footer)
 {
     return picture - QSize(0, footer ? footer->height(picture.width()) : 0);
 }
-
-/// Gives I and Q in a picture the scale to one another that they have in the view, and shows the
-/// same square of them, for a while.
-class SameScale
-{
-public:
-    SameScale(const ViewPanes::Pane& pane, const QSize& size)
-    {
-        auto* diagram = part<GLIQDiagram>(pane, 1);
-        const QSize shown = plotOf(pane, pane.view->size()).size();
-        const QSize wanted = plotOf(pane, size).size();
-        if (!diagram || shown == wanted || shown.isEmpty() || wanted.isEmpty())
-            return;
-        m_x.emplace(*part<XAxisWidget>(pane, 2));
-        m_y.emplace(*diagram->GetYAxisHandler());
-        const double shownAspect = aspect(shown);
-        const double wantedAspect = aspect(wanted);
-        m_x->widen(std::max(wantedAspect, 1.0) / std::max(shownAspect, 1.0));
-        m_y->widen(std::max(1.0 / wantedAspect, 1.0) / std::max(1.0 / shownAspect, 1.0));
-    }
-
-private:
-    static double aspect(const QSize& plot)
-    {
-        return static_cast<double>(plot.width()) / plot.height();
-    }
-
-    /// Comes back as it was, and nobody is told.
-    class Axis
-    {
-    public:
-        explicit Axis(const AxisHandler& axis)
-            : m_map(axis.XPixelMap())
-            , m_start(axis.GetStartValue())
-            , m_stop(axis.GetStopValue())
-        {}
-        ~Axis() { m_map->GetAxisDefinition().SetRange(m_start, m_stop); }
-        Axis(const Axis&) = delete;
-        Axis& operator=(const Axis&) = delete;
-        void widen(double factor)
-        {
-            const double middle = m_start + (m_stop - m_start) / 2.0;
-            m_map->GetAxisDefinition().SetRange(middle + (m_start - middle) * factor,
-                                                middle + (m_stop - middle) * factor);
-        }
-
-    private:
-        std::shared_ptr<values::PixelMap> m_map;
-        double m_start;
-        double m_stop;
-    };
-
-    std::optional<Axis> m_x;
-    std::optional<Axis> m_y;
-};
 
 /// Paints the view as it is shown, with the notes over it, and a footer below it.
 void paint(const ViewPanes::Pane& pane, const QSize& whole, const ExportFooter* footer,
@@ -113,10 +41,9 @@ void paint(const ViewPanes::Pane& pane, const QSize& whole, const ExportFooter* 
     if (footer)
         footer->paint(painter,
                       QRect(0, size.height(), whole.width(), whole.height() - size.height()));
-    pane.view->RenderPicture(painter, size);
+    pane.render(painter, size);
     const bool isOnView = pane.canvas == pane.view;
-    const QRect canvas = isOnView ? QRect(QPoint(), size) : plotOf(pane, size);
-    pane.mode->paintPicture(painter, size.width());
+    const QRect canvas = isOnView ? QRect(QPoint(), size) : pane.plotRect(size);
     painter.translate(canvas.topLeft());
     pane.note->paintPicture(painter, canvas.size());
 }
@@ -124,7 +51,6 @@ void paint(const ViewPanes::Pane& pane, const QSize& whole, const ExportFooter* 
 QByteArray picture(const ViewPanes::Pane& pane, ViewExport::Format format, const QSize& size,
                    double scale, const ExportFooter* footer)
 {
-    const SameScale sameScale(pane, viewSize(size, footer));
     const int resolution = pane.view->logicalDpiX(); // or texts have another size
     QByteArray result;
     if (format == ViewExport::Format::Png) {
@@ -203,9 +129,12 @@ std::optional<ViewExport::Format> ViewExport::formatOf(const QString& fileName)
     return index < 0 ? std::nullopt : std::optional(static_cast<Format>(index));
 }
 
-ViewExport::ViewExport(const ViewPanes& panes, const SignalFeed& feed)
+ViewExport::ViewExport(const ViewPanes& panes, const SignalFeed& feed, const VCGLEyeDiagram& eye,
+                       const VCGLIQDiagram& iq)
     : m_panes(panes)
     , m_feed(feed)
+    , m_eye(eye)
+    , m_iq(iq)
 {}
 
 QByteArray ViewExport::png(const QImage& image)
@@ -244,7 +173,7 @@ Result<QByteArray> ViewExport::content(std::size_t index, Format format, const Q
         !pixels.isEmpty() && pixels.width() <= maxSide && pixels.height() <= maxSide;
     try {
         std::optional<ExportFooter> footer;
-        const auto* figures = dynamic_cast<const ReadingTable*>(pane.readings);
+        const ReadingTable* figures = pane.readings;
         if (figures && wanted == Footer::Figures && !isTable)
             footer.emplace(m_feed, figures->gate(), figures->texts(), figures->font());
         if (footer && isPossible && viewSize(size, &*footer).height() < size.height() / 2)
@@ -267,8 +196,8 @@ Result<QByteArray> ViewExport::content(std::size_t index, Format format, const Q
 
 QByteArray ViewExport::table(const ViewPanes::Pane& pane) const
 {
-    if (const auto* diagram = part<GLIQDiagram>(pane, 1)) {
-        const std::vector<float> samples = diagram->GetSamples();
+    if (pane.view == &m_iq) {
+        const std::vector<float> samples = m_iq.GetSamples();
         Table table("I,Q");
         for (std::size_t k = 1; k < samples.size(); k += 2) {
             if (std::isfinite(samples[k - 1]) && std::isfinite(samples[k])) // others do not show
@@ -276,11 +205,11 @@ QByteArray ViewExport::table(const ViewPanes::Pane& pane) const
         }
         return table.text();
     }
-    if (const auto* diagram = qobject_cast<const GLEyeDiagram*>(pane.canvas)) {
+    if (pane.view == &m_eye) {
         const int length = m_feed.eye().cut().symbolCount;
         Table table("trace,time (symbols),level");
         double number = 0.0;
-        for (const std::vector<QPointF>& trace : diagram->GetTraces()) {
+        for (const std::vector<QPointF>& trace : m_eye.GetTraces()) {
             for (const QPointF& sample : trace)
                 table.add({number, rounded(length * sample.x()), sample.y()});
             ++number;

@@ -10,6 +10,8 @@
 #include <optional>
 
 class SignalFeed;
+class VCGLEyeDiagram;
+class VCGLIQDiagram;
 
 /// Keeps what a view shows: as a picture of any size, or the data as a table.
 ///
@@ -32,7 +34,9 @@ public:
     static QStringList endings();
     static std::optional<Format> formatOf(const QString& fileName);
 
-    ViewExport(const ViewPanes& panes, const SignalFeed& feed);
+    /// @param panes  of a time view, and of these two.
+    ViewExport(const ViewPanes& panes, const SignalFeed& feed, const VCGLEyeDiagram& eye,
+               const VCGLIQDiagram& iq);
 
     /// The file of an image; empty where there is no memory for it.
     static QByteArray png(const QImage& image);
@@ -55,4 +59,6 @@ private:
 
     const ViewPanes& m_panes;
     const SignalFeed& m_feed;
+    const VCGLEyeDiagram& m_eye;
+    const VCGLIQDiagram& m_iq;
 };

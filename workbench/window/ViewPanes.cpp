@@ -1,11 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/ViewPanes.h"
 
-#include "eye/GLEyeDiagram.h"
-#include "platform/glwidgets/CaptionWidget.h"
-#include "platform/glwidgets/DiagramCaption.h"
-#include "workbench/window/CaptionNote.h"
 #include "workbench/window/PaneNote.h"
+#include "workbench/window/ReadingTable.h"
 
 #include <QApplication>
 #include <QSignalBlocker>
@@ -72,14 +69,9 @@ void ViewPanes::add(const Pane& pane)
 {
     m_panes.push_back(pane);
     Pane& added = m_panes.back();
-    added.canvas = added.view->findChild<GLEyeDiagram*>(); // a widget of its own
-    if (!added.canvas)
-        added.canvas = added.view;
     // A canvas of its own would cover what lies on the view.
-    const int captionHeight =
-        added.canvas == added.view ? added.caption->getCaptionWidget()->height() : 0;
-    added.note = new PaneNote(added.canvas, captionHeight);
-    added.mode = new CaptionNote(static_cast<CaptionWidget&>(*added.caption->getCaptionWidget()));
+    const int top = added.canvas == added.view ? added.plotRect(added.view->sizeHint()).top() : 0;
+    added.note = new PaneNote(added.canvas, top);
     added.frame = new QWidget(this);
     auto* column = new QVBoxLayout(added.frame);
     column->setContentsMargins(0, 0, 0, 0);
@@ -201,7 +193,7 @@ void ViewPanes::setNote(std::size_t index, const QString& text, bool isVeiled)
     m_panes.at(index).note->say(text, isVeiled);
 }
 
-void ViewPanes::setReadings(std::size_t index, QWidget* table)
+void ViewPanes::setReadings(std::size_t index, ReadingTable* table)
 {
     Pane& pane = m_panes.at(index);
     pane.readings = table;
@@ -211,19 +203,20 @@ void ViewPanes::setReadings(std::size_t index, QWidget* table)
 
 void ViewPanes::setMode(std::size_t index, const QString& text)
 {
-    m_panes.at(index).mode->say(text);
+    m_panes.at(index).mode = text;
+    m_panes.at(index).setCaptionNote(text);
 }
 
 void ViewPanes::setPaused(bool paused)
 {
     for (const Pane& pane : m_panes)
-        pane.caption->setPaused(paused);
+        pane.setPaused(paused);
 }
 
 void ViewPanes::showWhilePaused(const std::function<void()>& work)
 {
     const QSignalBlocker quiet(this);
-    const bool arePaused = m_panes.front().caption->isPaused();
+    const bool arePaused = m_panes.front().isPaused();
     setPaused(false);
     work();
     setPaused(arePaused);

@@ -10,9 +10,8 @@
 #include <deque>
 #include <functional>
 
-class DiagramCaption;
-class CaptionNote;
 class PaneNote;
+class ReadingTable;
 class QMenu;
 
 /// The views of the window: one across the top, the others side by side below. Each can be hidden,
@@ -26,15 +25,20 @@ public:
         const char* name; ///< of its setting and of its picture
         QAction* showing; ///< hides and shows it; Ctrl+1 for the first pane, and so on
         GLLayout* view;
-        DiagramCaption* caption;
-        QMenu* menu;               ///< the view's own
-        QWidget* canvas = nullptr; ///< is painted with each picture of the view
+        QMenu* menu;     ///< the view's own
+        QWidget* canvas; ///< is painted with each picture of the view
+        /// What the view does, as in VCGLTimeDiagram.
+        std::function<QRect(const QSize& size)> plotRect;
+        std::function<void(QPainter& painter, const QSize& size)> render;
+        std::function<void(const QString& text)> setCaptionNote;
+        std::function<void(bool paused)> setPaused;
+        std::function<bool()> isPaused;
         bool isShown = true;
         bool isIdle = false;
-        PaneNote* note = nullptr;    ///< over the empty view
-        CaptionNote* mode = nullptr; ///< beside its title
-        QWidget* frame = nullptr;    ///< holds the view and what is below it
-        QWidget* readings = nullptr; ///< below the view
+        QString mode = QString();         ///< beside its title
+        PaneNote* note = nullptr;         ///< over the empty view
+        QWidget* frame = nullptr;         ///< holds the view and what is below it
+        ReadingTable* readings = nullptr; ///< below the view
     };
 
     explicit ViewPanes(QWidget* parent);
@@ -43,17 +47,20 @@ public:
     /// Makes a pane with a new view; the first one is at the top.
     /// @param name       static text.
     /// @param title      as in a menu.
-    /// @param menuOf     finds the view's own menu.
+    /// @param render     paints the view into a picture.
     template<class View>
-    View* add(
-        const char* name, const QString& title,
-        QMenu* (*menuOf)(View&) = [](View& view) { return view.getContextMenu(); })
+    View* add(const char* name, const QString& title,
+              void (View::*render)(QPainter&, const QSize&) = &View::RenderPicture)
     {
         auto* view = new View(parentWidget()); // until the splitter owns it
         // "ForStart" comes when the user pauses, "ForStop" when the user resumes.
         connect(view, &View::StopButtonPressedForStart, this, &ViewPanes::paused);
         connect(view, &View::StopButtonPressedForStop, this, &ViewPanes::resumed);
-        add({name, new QAction(title, this), view, view->GetToolbarCaption(), menuOf(*view)});
+        add({name, new QAction(title, this), view, view->GetDiagramMenu(), view->GetCanvas(),
+             [view](const QSize& size) { return view->GetPlotRect(size); },
+             [view, render](QPainter& painter, const QSize& size) { (view->*render)(painter, size); },
+             [view](const QString& text) { view->SetCaptionNote(text); },
+             [view](bool paused) { view->SetPaused(paused); }, [view] { return view->IsPaused(); }});
         return view;
     }
     /// Shows the panes as they were left.
@@ -73,7 +80,7 @@ public:
     /// A view that has nothing to show, but says why: it leaves its room to the others.
     void setIdle(std::size_t index, bool isIdle);
     /// Puts a table below a view.
-    void setReadings(std::size_t index, QWidget* table);
+    void setReadings(std::size_t index, ReadingTable* table);
     /// Hides and shows those below the views, which is remembered.
     QAction& showingReadings() { return *m_showingReadings; }
     /// Presses the views' pause buttons.
