@@ -3,7 +3,7 @@
 // waits for itself:
 //   pipe   StreamSource, beside the read calls of a program that drops all, such as cat;
 //   zmq    ZmqSource, beside the receive calls of a plain subscriber.
-#include "workbench/sources/Recording.h"
+#include "workbench/sources/RecordingOpener.h"
 #include "workbench/sources/StreamSource.h"
 
 #include <benchmark/benchmark.h>
@@ -135,9 +135,9 @@ void zmqDropped(benchmark::State& state)
     Recording::Options options;
     options.format = SampleFormat::parse("cu8");
     options.sampleRate = 1e8;
-    const Recording recording = Recording::open(
+    const Result<Recording> recording = RecordingOpener::open(
         QString::fromStdString(publisher.endpoint()).replace("tcp", "zmq"), options);
-    drop(state, *recording.source, 2);
+    drop(state, *recording->source, 2);
 }
 
 BENCHMARK(pipeFloor)->UseRealTime();
