@@ -625,10 +625,6 @@
         <translation>es gibt keine Abtastwerte zu messen; geben Sie einen anderen Bereich an</translation>
     </message>
     <message>
-        <source>it is longer than can be measured at once: the samples after %1 s are left out; give --start and --seconds</source>
-        <translation>sie ist länger, als sich auf einmal messen lässt: die Abtastwerte nach %1 s fehlen; geben Sie --start und --seconds an</translation>
-    </message>
-    <message>
         <source>there is not enough memory to measure it; give --start and --seconds</source>
         <translation>für die Messung fehlt Speicher; --start und --seconds angeben</translation>
     </message>
@@ -730,6 +726,10 @@
     <message>
         <source>nothing was left out</source>
         <translation>nichts wurde ausgelassen</translation>
+    </message>
+    <message>
+        <source>the eye is measured by %1 of %2 traces, in stretches spread evenly</source>
+        <translation>das Auge ist an %1 von %2 Spuren gemessen, in gleichmäßig verteilten Abschnitten</translation>
     </message>
 </context>
 <context>

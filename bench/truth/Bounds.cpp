@@ -18,11 +18,11 @@ double bounds::phasePart(const std::vector<Complex>& points, double esN0)
     if (spacing > 12.0 * sigma) // one decision in a thousand million is wrong
         return 1.0;
     const double step = sigma / 3.0;
-    const double reach = size + 6.0 * sigma;
+    const int reach = static_cast<int>(size / step) + 18;
     double information = 0.0;
-    for (double i = -reach; i <= reach; i += step) {
-        for (double q = -reach; q <= reach; q += step) {
-            const Complex received(i, q);
+    for (int i = -reach; i <= reach; ++i) {
+        for (int q = -reach; q <= reach; ++q) {
+            const Complex received(i * step, q * step);
             double total = 0.0;
             Complex meant = 0.0;
             for (const Complex& point : points) {

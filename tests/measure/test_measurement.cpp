@@ -2,7 +2,7 @@
 // What of a signal is measured, and what is left out; the figures themselves are compared with the
 // truth of many signals by bench_truth.
 #include "SerialLine.h"
-#include "workbench/measure/Measurement.h"
+#include "workbench/measure/MeasurementMaker.h"
 
 #include <QJsonArray>
 
@@ -56,6 +56,59 @@ TEST(Measurement, OpensTheEyeOfCharactersOutOfStep)
         EXPECT_GE(result.eye.traces, std::int64_t(line.count - wrong) * line.bits);
         EXPECT_EQ(result.leftOut.symbols, std::int64_t(wrong) * (line.bits + 2));
     }
+}
+
+TEST(Measurement, IsOfAllOfARecordingLongerThanIsKept)
+{
+    // QPSK of 20 dB, two samples a symbol, and noise that wanders: 1 at the start, 0.5 at the end.
+    constexpr int blockCount = 1300, symbolCount = 1000;
+    Measurement::Setup setup;
+    setup.format.sampleRate = 2.0;
+    setup.format.samplesPerSymbol = 2.0;
+    setup.format.hasQ = setup.format.hasDecisions = setup.hasCarrierRecovery = true;
+    setup.symbolRate = 1.0;
+    setup.modulation = ReceiverSettings::Modulation::Qpsk;
+    Measurement::Maker maker(0.0, always, setup);
+    Random random;
+    double number = 0.0, square = 0.0;
+    for (int k = 0; k < blockCount; ++k) {
+        SignalBlock block;
+        block.time = number;
+        block.position = std::int64_t(2.0 * number);
+        block.isAfterGap = k == 0;
+        const double noise = 0.1 * std::sqrt(0.5) * (1.0 - 0.5 * k / blockCount);
+        for (int n = 0; n < symbolCount; ++n, number += 1.0) {
+            const Complex off = noise * Complex(random.noise(), random.noise());
+            square += std::norm(off) / blockCount / symbolCount;
+            Symbol symbol;
+            symbol.value =
+                std::complex<float>(off + std::sqrt(0.5) * Complex(random.below(2) * 2.0 - 1.0,
+                                                                   random.below(2) * 2.0 - 1.0));
+            symbol.position = 2.0 * number;
+            symbol.time = number;
+            symbol.phase = 1e-3 * number + 7.0;
+            symbol.level = 1.0;
+            symbol.state = SymbolState::Good;
+            block.symbols.push_back(symbol);
+            const double late = 2e-6 * number; // symbols
+            block.clock.push_back({number, number - late});
+            block.samples.insert(block.samples.end(), {double{symbol.value.real()}, 0.0});
+        }
+        maker.add(block);
+    }
+    const Measurement result = maker.finish();
+    EXPECT_EQ(result.constellation.symbols, blockCount * symbolCount);
+    // Gains of 256 symbols each fit a 512th of the power at most.
+    EXPECT_NEAR(*result.constellation.evmRms, std::sqrt(square), 1e-3 * std::sqrt(square));
+    // sqrt(12 / N^3) times a phase's deviation, 0.07 at most: 2e-10; four times.
+    EXPECT_NEAR(*result.carrier.offset, 1e-3 / (2.0 * pi), 1e-10);
+    EXPECT_NEAR(*result.clock.offset, -2.0, 1e-4); // a million roundings
+    EXPECT_EQ(result.notes.size(), 1) << "the eye is that of a part";
+    EXPECT_GT(result.eye.traces, 100000);
+    const auto& levels = result.eye.levels;
+    ASSERT_EQ(levels.size(), 2U);
+    // Of some dozens of stretches from start to end: the means of a ramp's squares, 1 / 48 apart.
+    EXPECT_NEAR(levels[0].sigma, std::sqrt(0.5 * square), 0.03 * std::sqrt(0.5 * square));
 }
 
 TEST(Measurement, FindsNoCharactersInNoiseOrAtRest)

@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/app/MeasureCommand.h"
 
+#include "workbench/measure/MeasurementMaker.h"
 #include "workbench/player/Hints.h"
 #include "workbench/receiver/Receiver.h"
 #include "workbench/receiver/SymbolRateEstimate.h"
@@ -16,8 +17,7 @@
 
 namespace {
 
-constexpr std::size_t blockLength = 65536;       // samples read at a time
-constexpr double mostSamples = 16.0 * (1 << 20); // of the output, kept to be measured: 400 MB
+constexpr std::size_t blockLength = 65536; // samples read at a time
 // Before and after what is measured as much is read as filters, timing and carrier take to settle.
 constexpr double marginSymbols = 4096.0;
 
@@ -27,26 +27,22 @@ struct Range
     double to = std::numeric_limits<double>::infinity();
 };
 
-/// Receives a part of a source.
-std::vector<SignalBlockPtr> received(SignalSource& source, Receiver& receiver, const Range& range,
-                                     double margin, bool& isWhole)
+/// Receives a part of a source, block by block.
+/// @return whether there was any.
+template<class Take>
+bool receive(SignalSource& source, Receiver& receiver, const Range& range, double margin,
+             const Take& take)
 {
-    std::vector<SignalBlockPtr> blocks;
     std::vector<SignalBlock> made;
-    double count = 0.0;
-    isWhole = true;
-    const auto keep = [&] {
-        for (SignalBlock& block : made) {
+    bool isAny = false;
+    const auto pass = [&] {
+        for (const SignalBlock& block : made) {
             const double end =
                 block.time + static_cast<double>(block.count()) / receiver.format().sampleRate;
             if (end < range.from || block.time >= range.to)
                 continue;
-            count += static_cast<double>(block.count());
-            if (count > mostSamples) {
-                isWhole = false;
-                continue;
-            }
-            blocks.push_back(std::make_shared<const SignalBlock>(std::move(block)));
+            take(block);
+            isAny = true;
         }
         made.clear();
     };
@@ -54,20 +50,20 @@ std::vector<SignalBlockPtr> received(SignalSource& source, Receiver& receiver, c
     const double first = std::max(std::floor((range.from - margin) * rate), 0.0);
     const double last = std::ceil((range.to + margin) * rate);
     if (first > 0.0 && !source.seek(static_cast<std::int64_t>(first)))
-        return blocks;
+        return false;
     std::vector<double> values;
-    while (isWhole && static_cast<double>(source.position()) < last) {
+    while (static_cast<double>(source.position()) < last) {
         const double left = last - static_cast<double>(source.position());
         const std::int64_t position = source.position();
         const auto wanted = static_cast<std::size_t>(std::min(left, double{blockLength}));
         if (source.read(values, wanted) == 0)
             break;
         receiver.process(position, values, made);
-        keep();
+        pass();
     }
     receiver.finish(made);
-    keep();
-    return blocks;
+    pass();
+    return isAny;
 }
 
 } // namespace
@@ -156,18 +152,15 @@ Result<void> MeasureCommand::measure(const QString& file,
     setup.isFm = settings.isOn && settings.demodulation == ReceiverSettings::Demodulation::Fm;
     setup.eyeBandwidth = m_options.eyeBandwidth.value_or(0.0);
     const double margin = setup.symbolRate ? marginSymbols / *setup.symbolRate : 0.0;
-    bool isWhole = true;
-    const auto blocks = received(source, receiver, range, margin, isWhole);
+    Measurement::Maker maker(range.from, range.to, setup);
+    const bool isAny = receive(source, receiver, range, margin,
+                               [&maker](const SignalBlock& block) { maker.add(block); });
     if (source.hasFailed())
         return failure(source.trouble());
-    if (blocks.empty())
+    if (!isAny)
         return failure(tr("there are no samples to be measured; give another range"));
-    Measurement measurement = Measurement::of(blocks, range.from, range.to, setup);
+    Measurement measurement = maker.finish();
     measurement.notes = notes + measurement.notes;
-    if (!isWhole)
-        measurement.notes += tr("it is longer than can be measured at once: the samples after %1 s "
-                                "are left out; give --start and --seconds")
-                                 .arg(measurement.stop);
     QJsonObject json = measurement.json();
     json.insert(QStringLiteral("input"), file);
     std::printf("%s\n", QJsonDocument(json).toJson(QJsonDocument::Compact).constData());

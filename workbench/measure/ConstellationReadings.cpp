@@ -40,6 +40,11 @@ double likeliestError(const std::vector<Complex>& points, const Decisions& decis
     return error;
 }
 
+double decibels(double powerRatio)
+{
+    return 10.0 * std::log10(std::max(powerRatio, std::numeric_limits<double>::min()));
+}
+
 } // namespace
 
 std::optional<ConstellationReadings>
@@ -92,11 +97,12 @@ ConstellationReadings::of(const std::vector<double>& i, const std::vector<double
         errors = likeliestError(points, decisions, gain, errors);
     errors /= 1.0 - fitted;
     const double power = decisions.power();
+    readings.count = count;
     readings.evmRms = 100.0 * std::sqrt(errors / power);
     readings.evmPeak = 100.0 * std::sqrt(largest / power);
-    constexpr double least = std::numeric_limits<double>::min();
-    readings.mer = -10.0 * std::log10(std::max(errors / power, least));
-    readings.originOffset = 10.0 * std::log10(std::max(std::norm(offset) / power, least));
+    readings.mer = -decibels(errors / power);
+    readings.offset = offset / std::sqrt(power);
+    readings.originOffset = decibels(std::norm(readings.offset));
     const double determinant = ii * qq - iq * iq;
     if (determinant > 1e-6 * (ii + qq) * (ii + qq)) {
         const Complex axisI = (fromI * qq - fromQ * iq) / determinant;
@@ -105,4 +111,21 @@ ConstellationReadings::of(const std::vector<double>& i, const std::vector<double
         readings.quadratureError = 90.0 - std::abs(std::arg(axisQ * std::conj(axisI))) * 180.0 / pi;
     }
     return readings;
+}
+
+void ConstellationReadings::join(const ConstellationReadings& other)
+{
+    const double part = other.count / (count + other.count);
+    const auto mean = [part](const auto& a, const auto& b) { return a + part * (b - a); };
+    const auto meanOf = [&](std::optional<double>& a, const std::optional<double>& b) {
+        a = a && b ? mean(*a, *b) : std::optional<double>();
+    };
+    count += other.count;
+    evmRms = std::sqrt(mean(evmRms * evmRms, other.evmRms * other.evmRms));
+    evmPeak = std::max(evmPeak, other.evmPeak);
+    mer = -decibels(1e-4 * evmRms * evmRms);
+    offset = mean(offset, other.offset);
+    originOffset = decibels(std::norm(offset));
+    meanOf(imbalance, other.imbalance);
+    meanOf(quadratureError, other.quadratureError);
 }

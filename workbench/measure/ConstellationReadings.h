@@ -21,6 +21,10 @@ struct ConstellationReadings
                                                    const std::vector<std::complex<double>>& ideal,
                                                    double fitted = 0.0);
 
+    /// Makes these those of other points, too: means and extremes. Each part keeps its own gain.
+    void join(const ConstellationReadings& other);
+
+    double count = 0.0; ///< points
     /// Error vector magnitude against the r.m.s. of the ideal points, %: r.m.s. and largest (3GPP
     /// TS 36.104, annex E).
     double evmRms = 0.0;
@@ -29,6 +33,7 @@ struct ConstellationReadings
     double mer = 0.0;
     /// Power of what is added to all points against that of the points, dB (origin offset, ibid.).
     double originOffset = 0.0;
+    std::complex<double> offset; ///< the same against the r.m.s. of the points
     /// Gain of I against that of Q, dB. None of a modulation that has but one of them.
     std::optional<double> imbalance;
     /// By how much the axes of I and Q miss a right angle, degrees.

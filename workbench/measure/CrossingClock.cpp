@@ -49,14 +49,15 @@ public:
             blocks[block].add(0.0, m_offsets[k]);
             squares[block] += m_offsets[k] * m_offsets[k];
         }
-        double between = 0.0, within = 0.0;
+        double between = 0.0, within = 0.0, count = 0.0;
         for (std::size_t k = 0; k < blockCount; ++k) {
-            const double ofMean =
-                blocks[k].n > 0.0 ? blocks[k].sy * blocks[k].sy / blocks[k].n : 0.0;
+            if (!(blocks[k].n > 0.0)) // of stretches that were left out
+                continue;
+            const double ofMean = blocks[k].sy * blocks[k].sy / blocks[k].n;
             between += ofMean;
             within += squares[k] - ofMean;
+            count += 1.0;
         }
-        const auto count = static_cast<double>(blockCount);
         const double variance = within / (static_cast<double>(m_places.size()) - count);
         return between > variance * (count + clearly * std::sqrt(2.0 * count));
     }

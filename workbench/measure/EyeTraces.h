@@ -3,8 +3,10 @@
 
 #include "workbench/measure/EyeReadings.h"
 #include "workbench/receiver/SignalBlock.h"
+#include "workbench/sources/LowPass.h"
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 /// The traces of a stretch of signal that an eye is measured by: two symbols long, one for each
@@ -14,11 +16,7 @@ struct EyeTraces
     static constexpr std::size_t perSymbol = 32; ///< samples
     static constexpr std::size_t length = 2 * perSymbol + 1;
 
-    /// @param blocks     in order; traces do not span gaps, quiet samples, or symbols that are not
-    ///                   good.
-    /// @param from,to    s; symbols outside do not count.
-    /// @param bandwidth  of a low-pass before, symbol rates; 0: none.
-    /// @param most       traces; of more, every n-th is taken.
+    /// @param blocks  in order; see EyeTraceCutter for the others.
     static EyeTraces of(const std::vector<SignalBlockPtr>& blocks, double from, double to,
                         const SignalFormat& format, double bandwidth, std::size_t most);
 
@@ -31,4 +29,49 @@ struct EyeTraces
     /// Of each trace; none where the clock starts anew with each character.
     std::vector<EyeReadings::Instant> instants;
     std::int64_t skipped = 0; ///< traces that were not taken, of more than the most
+};
+
+/// Cuts them out of blocks that come one by one, of whatever number. Of more than the most every
+/// second, fourth... stretch of some thousand is kept, within which jitter shows as it does in all.
+class EyeTraceCutter
+{
+public:
+    /// @param from,to    s; symbols outside do not count.
+    /// @param bandwidth  of a low-pass before, symbol rates; 0: none.
+    /// @param most       traces, at least 16.
+    EyeTraceCutter(double from, double to, const SignalFormat& format, double bandwidth,
+                   std::size_t most);
+
+    /// Takes the next block. Traces do not span gaps, quiet samples, or symbols that are not good.
+    void add(const SignalBlock& block);
+    /// No more blocks come: all traces.
+    EyeTraces finish();
+
+private:
+    void start(std::int64_t position);
+    void cut(bool isEnd);
+    void append(std::size_t middle);
+    void thin();
+    bool isWhole(const Symbol& a, const Symbol& b) const;
+
+    EyeTraces m_traces;
+    std::vector<std::int64_t> m_groups; // of each trace: the number of its stretch
+    double m_from, m_to;
+    SignalFormat m_format;
+    double m_bandwidth;
+    std::size_t m_most;
+    std::int64_t m_groupLength;
+    std::int64_t m_every = 1;  // group is kept
+    std::int64_t m_number = 0; // of traces so far
+
+    // What is not torn, from the symbol before the next trace's on.
+    bool m_isOpen = false;
+    bool m_isStart = true;       // no symbol of it was in the middle yet
+    std::int64_t m_position = 0; // of the first sample
+    std::vector<double> m_samples;
+    std::size_t m_nextCut = 0; // samples
+    std::vector<Symbol> m_symbols;
+    std::optional<LowPass> m_filter;
+    EyeReadings::Instant m_instant;
+    double m_runStart = 0.0; // s
 };

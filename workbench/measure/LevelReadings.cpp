@@ -1,8 +1,6 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/measure/LevelReadings.h"
 
-#include "workbench/measure/Statistics.h"
-
 namespace {
 
 constexpr int rounds = 10;           // of finding the levels
@@ -11,100 +9,129 @@ constexpr double hysteresis = 0.2;   // of the distance of the levels, on either
 constexpr std::size_t minPeriodCount = 3;
 constexpr double maxUnevenness = 0.1;
 
-struct Levels
-{
-    double middle() const { return 0.5 * (low + high); }
-    double distance() const { return high - low; }
+} // namespace
 
-    double low = 0.0;
-    double high = 0.0;
-};
+LevelMeter::Periods::Periods(const Levels& levels)
+    : m_middle(levels.middle())
+    , m_threshold(hysteresis * levels.distance())
+    , m_before(std::numeric_limits<double>::quiet_NaN())
+{}
+
+void LevelMeter::Periods::add(double sample)
+{
+    const double before = m_before;
+    const double now = sample - m_middle;
+    const double place = m_place;
+    m_before = now;
+    m_place += 1.0;
+    if (!std::isfinite(now) || !std::isfinite(before)) {
+        m_last.reset();
+        m_isBelow = false;
+        return;
+    }
+    if (before <= 0.0 && now > 0.0)
+        m_crossing = place - now / (now - before);
+    if (now < -m_threshold)
+        m_isBelow = true;
+    if (!m_isBelow || now < m_threshold)
+        return;
+    m_isBelow = false;
+    if (m_last)
+        m_periods.add(m_crossing - *m_last);
+    m_last = m_crossing;
+}
+
+std::optional<double> LevelMeter::Periods::frequency(double sampleRate) const
+{
+    if (m_periods.count() < minPeriodCount ||
+        m_periods.deviation() > maxUnevenness * m_periods.mean())
+        return std::nullopt;
+    return sampleRate / m_periods.mean();
+}
+
+void LevelMeter::add(double sample)
+{
+    const bool isFinite = std::isfinite(sample);
+    if (isFinite)
+        m_all.add(sample);
+    for (Periods& periods : m_periods)
+        periods.add(sample);
+    if (!m_periods.empty())
+        return;
+    m_first.push_back(sample);
+    if (isFinite)
+        m_ofFirst.add(sample);
+    if (m_first.size() < mostForLevels)
+        return;
+    if (m_ofFirst.deviation() > 0.0)
+        m_periods = periods();
+    m_ofFirst = {}; // where they are all alike the levels are looked for in the next ones
+    m_first.clear();
+}
 
 /// The means below and above the middle between them (Lloyd, IEEE Trans. Inf. Theory 28(2), 1982),
 /// from a first middle on.
-Levels levelsOf(const double* samples, std::size_t count, const Statistics& all, double start)
+LevelMeter::Levels LevelMeter::levelsFrom(double start) const
 {
     Levels levels{start, start};
     for (int round = 0; round < rounds; ++round) {
         const double middle = levels.middle();
         double sum = 0.0; // of what is above, about the mean; of what is below it is the opposite
         double above = 0.0;
-        for (std::size_t k = 0; k < count; ++k) {
-            const bool isAbove = samples[k] > middle && samples[k] <= all.highest();
-            sum += isAbove ? samples[k] - all.mean() : 0.0;
+        for (const double sample : m_first) {
+            const bool isAbove = sample > middle && sample <= m_ofFirst.highest();
+            sum += isAbove ? sample - m_ofFirst.mean() : 0.0;
             above += isAbove ? 1.0 : 0.0;
         }
-        const double below = static_cast<double>(all.count()) - above;
-        levels.low = all.mean() - sum / std::max(below, 1.0);
-        levels.high = all.mean() + sum / std::max(above, 1.0);
+        const double below = static_cast<double>(m_ofFirst.count()) - above;
+        levels.low = m_ofFirst.mean() - sum / std::max(below, 1.0);
+        levels.high = m_ofFirst.mean() + sum / std::max(above, 1.0);
         if (std::abs(levels.middle() - middle) <= closeEnough * levels.distance())
             break;
     }
     return levels;
 }
 
-std::optional<double> frequencyOf(const double* samples, std::size_t count, double sampleRate,
-                                  const Levels& levels)
+std::vector<LevelMeter::Periods> LevelMeter::periods() const
 {
-    const double middle = levels.middle();
-    const double threshold = hysteresis * levels.distance();
-    Statistics periods;
-    std::optional<double> last; // crossing, samples
-    double crossing = 0.0;
-    bool isBelow = false; // has been far enough
-    for (std::size_t k = 1; k < count; ++k) {
-        const double before = samples[k - 1] - middle;
-        const double now = samples[k] - middle;
-        if (!std::isfinite(now) || !std::isfinite(before)) {
-            last.reset();
-            isBelow = false;
-            continue;
-        }
-        if (before <= 0.0 && now > 0.0)
-            crossing = static_cast<double>(k) - now / (now - before);
-        if (now < -threshold)
-            isBelow = true;
-        if (!isBelow || now < threshold)
-            continue;
-        isBelow = false;
-        if (last)
-            periods.add(crossing - *last);
-        last = crossing;
+    // From the mean on a click is no level; from the middle of the extremes on noise is none, in
+    // which the shortest pulses hide.
+    const Levels levels = levelsFrom(m_ofFirst.mean());
+    const Levels others = levelsFrom(0.5 * m_ofFirst.lowest() + 0.5 * m_ofFirst.highest());
+    std::vector<Periods> result = {Periods(levels)};
+    if (std::abs(others.middle() - levels.middle()) > hysteresis * levels.distance())
+        result.emplace_back(others);
+    for (Periods& periods : result) {
+        for (const double sample : m_first)
+            periods.add(sample);
     }
-    if (periods.count() < minPeriodCount || periods.deviation() > maxUnevenness * periods.mean())
-        return std::nullopt;
-    return sampleRate / periods.mean();
+    return result;
 }
 
-} // namespace
+std::optional<LevelReadings> LevelMeter::readings(double sampleRate) const
+{
+    if (isEmpty())
+        return std::nullopt;
+    LevelReadings readings;
+    readings.mean = m_all.mean();
+    readings.lowest = m_all.lowest();
+    readings.highest = m_all.highest();
+    readings.acRms = m_all.deviation();
+    readings.rms = std::hypot(readings.mean, readings.acRms);
+    if (!(readings.acRms > 0.0))
+        return readings;
+    for (const Periods& found : m_periods.empty() ? periods() : m_periods) {
+        if (!readings.frequency)
+            readings.frequency = found.frequency(sampleRate);
+    }
+    return readings;
+}
 
 std::optional<LevelReadings> LevelReadings::of(const double* samples, std::size_t count,
                                                double sampleRate)
 {
-    Statistics statistics;
-    for (std::size_t k = 0; k < count; ++k) {
-        if (std::isfinite(samples[k]))
-            statistics.add(samples[k]);
-    }
-    if (statistics.count() == 0)
-        return std::nullopt;
-    LevelReadings readings;
-    readings.mean = statistics.mean();
-    readings.lowest = statistics.lowest();
-    readings.highest = statistics.highest();
-    readings.acRms = statistics.deviation();
-    readings.rms = std::hypot(readings.mean, readings.acRms);
-    if (!(readings.acRms > 0.0))
-        return readings;
-    // From the mean on a click is no level; from the middle of the extremes on noise is none, in
-    // which the shortest pulses hide.
-    const Levels levels = levelsOf(samples, count, statistics, readings.mean);
-    readings.frequency = frequencyOf(samples, count, sampleRate, levels);
-    if (readings.frequency)
-        return readings;
-    const Levels others =
-        levelsOf(samples, count, statistics, 0.5 * readings.lowest + 0.5 * readings.highest);
-    if (std::abs(others.middle() - levels.middle()) > hysteresis * levels.distance())
-        readings.frequency = frequencyOf(samples, count, sampleRate, others);
-    return readings;
+    LevelMeter meter;
+    for (std::size_t k = 0; k < count; ++k)
+        meter.add(samples[k]);
+    return meter.readings(sampleRate);
 }

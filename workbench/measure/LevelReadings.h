@@ -1,8 +1,10 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <cstddef>
+#include "workbench/measure/Statistics.h"
+
 #include <optional>
+#include <vector>
 
 /// What the samples of a real signal measure. What is not finite does not count.
 struct LevelReadings
@@ -26,4 +28,52 @@ struct LevelReadings
     std::optional<double> frequency;
 
     double peakToPeak() const { return highest - lowest; }
+};
+
+/// The same of samples that come one by one, of whatever number.
+class LevelMeter
+{
+public:
+    /// Samples among which the two levels are looked for at most, the first ones.
+    static constexpr std::size_t mostForLevels = std::size_t{1} << 22;
+
+    void add(double sample);
+    bool isEmpty() const { return m_all.count() == 0; }
+    std::optional<LevelReadings> readings(double sampleRate) const;
+
+private:
+    struct Levels
+    {
+        double middle() const { return 0.5 * (low + high); }
+        double distance() const { return high - low; }
+
+        double low = 0.0;
+        double high = 0.0;
+    };
+    /// Rising crossings of the middle of two levels.
+    class Periods
+    {
+    public:
+        explicit Periods(const Levels& levels);
+        void add(double sample);
+        std::optional<double> frequency(double sampleRate) const;
+
+    private:
+        double m_middle;
+        double m_threshold;
+        double m_place = 0.0; // samples so far
+        double m_before;      // not finite: none
+        double m_crossing = 0.0;
+        bool m_isBelow = false;       // has been far enough
+        std::optional<double> m_last; // crossing, samples
+        Statistics m_periods;
+    };
+
+    Levels levelsFrom(double start) const;
+    std::vector<Periods> periods() const;
+
+    Statistics m_all;
+    std::vector<double> m_first; // samples, until there are enough to find...
+    Statistics m_ofFirst;
+    std::vector<Periods> m_periods; // ...their levels, the likelier ones first
 };

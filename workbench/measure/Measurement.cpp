@@ -2,70 +2,112 @@
 #include "workbench/measure/Measurement.h"
 
 #include "workbench/measure/EyeReadings.h"
-#include "workbench/measure/EyeTraces.h"
-#include "workbench/measure/LevelReadings.h"
 #include "workbench/measure/MeasurementMaker.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <map>
+#include <utility>
 
 namespace {
 
-using Blocks = std::vector<SignalBlockPtr>;
 using State = SymbolState;
 
 constexpr double percent = 0.01;
-constexpr std::size_t mostTraces = 200000; // 100 MB; of more, every n-th
-
-/// Samples within the gate; NaN where it is torn.
-std::vector<double> samplesOf(const Blocks& blocks, double from, double to, double sampleRate,
-                              std::int64_t& quiet)
-{
-    std::vector<double> samples;
-    for (const SignalBlockPtr& block : blocks) {
-        const auto count = static_cast<double>(block->count());
-        const auto index = [&](double time) {
-            return static_cast<std::size_t>(
-                std::clamp(std::ceil((time - block->time) * sampleRate - 1e-6), 0.0, count));
-        };
-        if (block->isAfterGap && !samples.empty())
-            samples.push_back(std::numeric_limits<double>::quiet_NaN());
-        for (std::size_t k = index(from); k < index(to); ++k) {
-            const bool isQuiet = !block->isQuiet.empty() && block->isQuiet[k];
-            quiet += isQuiet ? 1 : 0;
-            if (!isQuiet)
-                samples.push_back(block->samples[k]);
-            else if (samples.empty() || !std::isnan(samples.back()))
-                samples.push_back(std::numeric_limits<double>::quiet_NaN());
-        }
-    }
-    return samples;
-}
+constexpr std::size_t mostTraces = 200000;                // 100 MB
+constexpr std::size_t mostSymbols = std::size_t{1} << 19; // that have one gain
 
 } // namespace
 
-Measurement::Maker::Gate::Gate(const Blocks& blocks, double from, double to)
+Measurement::Maker::Maker(double from, double to, const Setup& setup)
+    : m_from(from)
+    , m_to(to)
+    , m_setup(setup)
+    , m_first(std::numeric_limits<double>::infinity())
+    , m_last(-m_first)
+    , m_eye(from, to, m_setup.format, setup.eyeBandwidth, mostTraces)
+{}
+
+void Measurement::Maker::add(const SignalBlock& block)
 {
-    bool follows = false; // a good one without a gap
-    for (const SignalBlockPtr& block : blocks) {
-        follows = follows && !block->isAfterGap;
-        for (const Symbol& symbol : block->symbols) {
-            if (symbol.time < from || symbol.time >= to)
-                continue;
-            ++all;
-            edges += symbol.state == State::Edge ? 1 : 0;
-            unlocked += symbol.state == State::Unlocked ? 1 : 0;
-            if (symbol.state == State::Good)
-                good.push_back({symbol, block->gain, !follows});
-            follows = symbol.state == State::Good;
+    m_first = std::min(m_first, block.time);
+    m_last = std::max(m_last,
+                      block.time + static_cast<double>(block.count()) / m_setup.format.sampleRate);
+    addSamples(block);
+    m_eye.add(block);
+    addSymbols(block);
+    addClock(block);
+    addReports(block);
+}
+
+/// Samples within the gate; NaN where it is torn.
+void Measurement::Maker::addSamples(const SignalBlock& block)
+{
+    const auto count = static_cast<double>(block.count());
+    const auto index = [&](double time) {
+        return static_cast<std::size_t>(std::clamp(
+            std::ceil((time - block.time) * m_setup.format.sampleRate - 1e-6), 0.0, count));
+    };
+    const auto tear = [&] {
+        if (!std::exchange(m_isTorn, true))
+            m_time.add(std::numeric_limits<double>::quiet_NaN());
+    };
+    if (block.isAfterGap)
+        tear();
+    for (std::size_t k = index(m_from); k < index(m_to); ++k) {
+        if (!block.isQuiet.empty() && block.isQuiet[k]) {
+            ++m_result.leftOut.samples;
+            tear();
+            continue;
+        }
+        m_time.add(block.samples[k]);
+        m_isTorn = false;
+    }
+}
+
+void Measurement::Maker::addSymbols(const SignalBlock& block)
+{
+    m_follows = m_follows && !block.isAfterGap;
+    for (const Symbol& symbol : block.symbols) {
+        if (symbol.time < m_from || symbol.time >= m_to)
+            continue;
+        ++m_all;
+        m_edges += symbol.state == State::Edge ? 1 : 0;
+        m_unlocked += symbol.state == State::Unlocked ? 1 : 0;
+        const bool isGood = symbol.state == State::Good;
+        if (isGood)
+            m_good.push_back({symbol, block.gain, !m_follows});
+        m_goodCount += isGood ? 1 : 0;
+        m_follows = isGood;
+    }
+    // As many are left as it takes to measure them, too.
+    if (m_good.size() >= 2 * mostSymbols)
+        digest(mostSymbols);
+}
+
+void Measurement::Maker::addReports(const SignalBlock& block)
+{
+    for (const StageReport& report : block.reports) {
+        QString& state = m_states[static_cast<int>(report.stage)];
+        const bool isSquelch = report.stage == StageReport::Stage::Squelch;
+        if (!report.isOn)
+            state = QStringLiteral("off");
+        else if (!report.isLocked)
+            state = QStringLiteral("on");
+        else if (*report.isLocked) // at any time in the gate
+            state = isSquelch ? QStringLiteral("open") : QStringLiteral("locked");
+        else if (state.isEmpty())
+            state = isSquelch ? QStringLiteral("closed") : QStringLiteral("searching");
+        for (const StageReport::Reading& reading : report.readings) {
+            if (reading.quantity == StageReport::Quantity::AliasDistance && reading.value > 0.0)
+                m_aliasDistances.insert(reading.value);
         }
     }
 }
 
-void Measurement::Maker::make()
+Measurement Measurement::Maker::finish()
 {
+    digest(m_good.size());
     describe();
     measureTime();
     measureEye();
@@ -75,6 +117,7 @@ void Measurement::Maker::make()
     measureClock();
     sayStages();
     sayWhatIsLeftOut();
+    return std::move(m_result);
 }
 
 void Measurement::Maker::miss(const char* path, const QString& reason)
@@ -84,16 +127,9 @@ void Measurement::Maker::miss(const char* path, const QString& reason)
 
 void Measurement::Maker::describe()
 {
-    double first = std::numeric_limits<double>::infinity();
-    double last = -first;
-    for (const SignalBlockPtr& block : m_blocks) {
-        first = std::min(first, block->time);
-        last = std::max(last, block->time +
-                                  static_cast<double>(block->count()) / m_setup.format.sampleRate);
-    }
-    m_result.start = std::max(m_from, std::isfinite(first) ? first : m_from);
+    m_result.start = std::max(m_from, std::isfinite(m_first) ? m_first : m_from);
     m_result.stop =
-        std::max(std::min(m_to, std::isfinite(last) ? last : m_result.start), m_result.start);
+        std::max(std::min(m_to, std::isfinite(m_last) ? m_last : m_result.start), m_result.start);
     m_result.sampleRate = m_setup.sampleRate;
     m_result.symbolRate.value = m_setup.symbolRate;
     m_result.symbolRate.deviation = m_setup.symbolRateDeviation;
@@ -111,10 +147,7 @@ void Measurement::Maker::describe()
 
 void Measurement::Maker::measureTime()
 {
-    const std::vector<double> samples =
-        samplesOf(m_blocks, m_from, m_to, m_setup.format.sampleRate, m_result.leftOut.samples);
-    const auto readings =
-        LevelReadings::of(samples.data(), samples.size(), m_setup.format.sampleRate);
+    const auto readings = m_time.readings(m_setup.format.sampleRate);
     if (!readings) {
         miss("time", tr("there are no samples"));
         return;
@@ -137,9 +170,9 @@ QString Measurement::Maker::whySymbolsMiss() const
         return tr("the symbol rate is not known");
     if (m_setup.format.samplesPerSymbol == 0.0)
         return tr("the symbols' clock is not looked for");
-    if (m_gate.all == 0)
+    if (m_all == 0)
         return tr("there are no symbols");
-    if (m_gate.good.empty())
+    if (m_goodCount == 0)
         return tr("the receiver is not locked");
     return QString();
 }
@@ -153,8 +186,8 @@ void Measurement::Maker::measureEye()
     EyeTraces traces;
     std::optional<EyeReadings> readings;
     if (why.isEmpty()) {
-        traces =
-            EyeTraces::of(m_blocks, m_from, m_to, m_setup.format, m_setup.eyeBandwidth, mostTraces);
+        traces = m_eye.finish();
+        m_skippedTraces = traces.skipped;
         eye.traces = static_cast<std::int64_t>(traces.count());
         if (traces.count() < EyeReadings::minTraceCount)
             why = tr("there are fewer than %1 traces").arg(EyeReadings::minTraceCount);
@@ -220,37 +253,29 @@ void Measurement::Maker::sayStages()
     static const char* const names[] = {"shift",          "channel",   "squelch",
                                         "demodulator",    "resampler", "gain",
                                         "matched filter", "timing",    "carrier"};
-    std::map<int, QString> states;
-    for (const SignalBlockPtr& block : m_blocks) {
-        for (const StageReport& report : block->reports) {
-            QString& state = states[static_cast<int>(report.stage)];
-            if (!report.isOn)
-                state = QStringLiteral("off");
-            else if (!report.isLocked)
-                state = QStringLiteral("on");
-            else if (*report.isLocked) // at any time in the gate
-                state = report.stage == StageReport::Stage::Squelch ? QStringLiteral("open")
-                                                                    : QStringLiteral("locked");
-            else if (state.isEmpty())
-                state = report.stage == StageReport::Stage::Squelch ? QStringLiteral("closed")
-                                                                    : QStringLiteral("searching");
-        }
-    }
-    for (const auto& [stage, state] : states)
+    for (const auto& [stage, state] : m_states)
         m_result.stages.push_back({QString::fromLatin1(names[stage]), state});
 }
 
 void Measurement::Maker::sayWhatIsLeftOut()
 {
     LeftOut& leftOut = m_result.leftOut;
-    leftOut.symbols = m_gate.edges + m_gate.unlocked;
+    leftOut.symbols = m_edges + m_unlocked;
     QStringList parts;
     if (leftOut.samples > 0)
         parts += tr("the squelch is closed");
-    if (m_gate.unlocked > 0)
-        parts += tr("the receiver is not locked on %1 symbols").arg(m_gate.unlocked);
-    if (m_gate.edges > 0)
-        parts += tr("%1 symbols are at the ends of bursts").arg(m_gate.edges);
+    if (m_unlocked > 0)
+        parts += tr("the receiver is not locked on %1 symbols").arg(m_unlocked);
+    if (m_edges > 0)
+        parts += tr("%1 symbols are at the ends of bursts").arg(m_edges);
+    if (m_skippedTraces > 0) {
+        const QString bound =
+            tr("the eye is measured by %1 of %2 traces, in stretches spread evenly")
+                .arg(m_result.eye.traces)
+                .arg(m_result.eye.traces + m_skippedTraces);
+        m_result.notes += bound;
+        parts += bound;
+    }
     leftOut.reason = parts.join(QStringLiteral(", "));
     if (parts.isEmpty())
         miss("left_out.reason", tr("nothing was left out"));
@@ -259,7 +284,8 @@ void Measurement::Maker::sayWhatIsLeftOut()
 Measurement Measurement::of(const std::vector<SignalBlockPtr>& blocks, double from, double to,
                             const Setup& setup)
 {
-    Measurement result;
-    Maker(result, blocks, from, to, setup).make();
-    return result;
+    Maker maker(from, to, setup);
+    for (const SignalBlockPtr& block : blocks)
+        maker.add(*block);
+    return maker.finish();
 }

@@ -19,6 +19,8 @@ struct Measurement
 {
     Q_DECLARE_TR_FUNCTIONS(Measurement)
 public:
+    class Maker; ///< block by block
+
     using Figure = std::optional<double>;
     enum class Origin { Given, Metadata, Estimated };
 
@@ -110,7 +112,4 @@ public:
     LeftOut leftOut;
     QStringList notes;
     QMap<QString, QString> reasons; ///< why a figure is none, by its path in the schema
-
-private:
-    class Maker;
 };

@@ -1,41 +1,44 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/measure/ConstellationReadings.h"
+#include "workbench/measure/EyeTraces.h"
+#include "workbench/measure/LevelReadings.h"
 #include "workbench/measure/Measurement.h"
+#include "workbench/measure/Regression.h"
 
 #include <complex>
+#include <map>
+#include <set>
 
-/// Fills in one part after the other.
+/// Measures a gate block by block, of whatever length: it keeps sums, some hundred thousand traces
+/// of the eye, which are spread evenly, and as many of the newest symbols.
 class Measurement::Maker
 {
 public:
-    Maker(Measurement& result, const std::vector<SignalBlockPtr>& blocks, double from, double to,
-          const Setup& setup)
-        : m_result(result)
-        , m_blocks(blocks)
-        , m_from(from)
-        , m_to(to)
-        , m_setup(setup)
-        , m_gate(blocks, from, to)
-    {}
+    /// @param from,to  s in the input: what is outside does not count.
+    Maker(double from, double to, const Setup& setup);
 
-    void make();
+    /// The next block, in order; there may be gaps.
+    void add(const SignalBlock& block);
+    /// No more blocks come: measures what came.
+    Measurement finish();
 
 private:
-    /// The good symbols of a gate, and those that are not.
-    struct Gate
+    /// A good symbol of the gate.
+    struct Member
     {
-        Gate(const std::vector<SignalBlockPtr>& blocks, double from, double to);
-
-        struct Member
-        {
-            Symbol symbol;
-            double gain;
-            bool startsRun;
-        };
-        std::vector<Member> good;
-        std::int64_t all = 0, edges = 0, unlocked = 0;
+        Symbol symbol;
+        double gain;
+        bool startsRun;
     };
+
+    void addSamples(const SignalBlock& block);
+    void addSymbols(const SignalBlock& block);
+    void addClock(const SignalBlock& block);
+    void addReports(const SignalBlock& block);
+    void digest(std::size_t count);
+    void addCarrier(const std::vector<std::complex<double>>& points, double evm);
 
     void describe();
     void measureTime();
@@ -46,16 +49,34 @@ private:
     void measureClock();
     void sayStages();
     void sayWhatIsLeftOut();
-    std::vector<std::complex<double>> points() const;
+    QString whyNoConstellation() const;
+    bool hasCarrier() const;
+    std::vector<std::complex<double>> pointsOf(std::size_t count) const;
     void level(std::vector<std::complex<double>>& points,
                const std::vector<std::complex<double>>& ideal) const;
     void miss(const char* path, const QString& reason);
     QString whySymbolsMiss() const;
 
-    Measurement& m_result;
-    const std::vector<SignalBlockPtr>& m_blocks;
-    double m_from;
-    double m_to;
-    const Setup& m_setup;
-    Gate m_gate;
+    Measurement m_result;
+    const double m_from;
+    const double m_to;
+    const Setup m_setup;
+
+    double m_first; // s, of the blocks
+    double m_last;
+    LevelMeter m_time;
+    bool m_isTorn = true; // before the next sample
+    EyeTraceCutter m_eye;
+    std::int64_t m_skippedTraces = 0;
+    std::map<int, QString> m_states; // of stages
+    std::set<double> m_aliasDistances;
+
+    std::vector<Member> m_good; // that are not digested
+    bool m_follows = false;     // the next symbol follows a good one without a gap
+    std::int64_t m_all = 0, m_goodCount = 0, m_edges = 0, m_unlocked = 0;
+    std::optional<ConstellationReadings> m_constellation;
+    Regression m_carrier;
+    double m_lastPhase = 0.0;
+    Regression m_clock;
+    std::optional<ClockPoint> m_clockPoint; // the last one
 };

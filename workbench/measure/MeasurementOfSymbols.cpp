@@ -1,9 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 // What a gate's symbols measure: constellation, carrier and clock.
 #include "workbench/measure/CarrierPhases.h"
-#include "workbench/measure/ConstellationReadings.h"
 #include "workbench/measure/MeasurementMaker.h"
-#include "workbench/measure/Regression.h"
 #include "workbench/receiver/Decisions.h"
 #include "workbench/receiver/ModulationTable.h"
 
@@ -19,15 +17,41 @@ constexpr std::size_t levelSymbols = 256; // in which the level may change
 
 } // namespace
 
-std::vector<std::complex<double>> Measurement::Maker::points() const
+/// Of the first good symbols.
+std::vector<std::complex<double>> Measurement::Maker::pointsOf(std::size_t count) const
 {
     std::vector<std::complex<double>> result;
-    for (const Gate::Member& member : m_gate.good) {
+    for (std::size_t k = 0; k < count; ++k) {
         // Bursts may be of different levels.
-        const double level = member.symbol.level > 0.0 ? member.symbol.level : member.gain;
-        result.push_back(std::complex<double>(member.symbol.value) / level);
+        const Symbol& symbol = m_good[k].symbol;
+        const double level = symbol.level > 0.0 ? symbol.level : m_good[k].gain;
+        result.push_back(std::complex<double>(symbol.value) / level);
     }
     return result;
+}
+
+/// Measures the first good symbols together, and forgets them.
+void Measurement::Maker::digest(std::size_t count)
+{
+    if (count > 0 && whyNoConstellation().isEmpty()) {
+        const auto& ideal = modulations::of(*m_setup.modulation).points;
+        const std::vector<std::complex<double>> points = pointsOf(count);
+        std::vector<std::complex<double>> levelled = points;
+        level(levelled, ideal);
+        std::vector<double> i, q;
+        for (const auto& point : levelled) {
+            i.push_back(point.real());
+            q.push_back(point.imag());
+        }
+        const auto readings = ConstellationReadings::of(i, q, ideal, m_setup.format.fittedPart);
+        if (readings && m_constellation)
+            m_constellation->join(*readings);
+        else if (readings)
+            m_constellation = readings;
+        if (hasCarrier())
+            addCarrier(points, readings ? percent * readings->evmRms : 0.0);
+    }
+    m_good.erase(m_good.begin(), m_good.begin() + static_cast<std::ptrdiff_t>(count));
 }
 
 /// Takes out what the level changes in hundreds of symbols.
@@ -59,83 +83,86 @@ void Measurement::Maker::level(std::vector<std::complex<double>>& points,
     }
 }
 
-void Measurement::Maker::measureConstellation()
+QString Measurement::Maker::whyNoConstellation() const
 {
-    Constellation& constellation = m_result.constellation;
     QString why = whySymbolsMiss();
     if (why.isEmpty() && !m_setup.format.hasDecisions)
         why = tr("the symbols are not those of a constellation");
-    if (m_setup.modulation)
-        constellation.modulation = QString::fromLatin1(modulations::of(*m_setup.modulation).name);
     if (why.isEmpty() && !m_setup.modulation)
         why = tr("the modulation is not known");
-    if (!m_setup.modulation)
+    return why;
+}
+
+void Measurement::Maker::measureConstellation()
+{
+    Constellation& constellation = m_result.constellation;
+    if (m_setup.modulation)
+        constellation.modulation = QString::fromLatin1(modulations::of(*m_setup.modulation).name);
+    else
         miss("constellation.modulation", tr("the modulation is not known"));
-    if (!why.isEmpty()) {
+    if (const QString why = whyNoConstellation(); !why.isEmpty()) {
         miss("constellation", why);
         return;
     }
-    const auto& ideal = modulations::of(*m_setup.modulation).points;
-    std::vector<std::complex<double>> all = points();
-    level(all, ideal);
-    constellation.symbols = static_cast<std::int64_t>(all.size());
-    std::vector<double> i, q;
-    for (const auto& point : all) {
-        i.push_back(point.real());
-        q.push_back(point.imag());
-    }
-    const auto readings = ConstellationReadings::of(i, q, ideal, m_setup.format.fittedPart);
-    if (!readings) {
+    constellation.symbols = m_goodCount;
+    if (!m_constellation) {
         miss("constellation", tr("there are too few symbols"));
         return;
     }
-    constellation.evmRms = percent * readings->evmRms;
-    constellation.evmPeak = percent * readings->evmPeak;
-    constellation.mer = readings->mer;
-    constellation.offset = readings->originOffset;
-    constellation.imbalance = readings->imbalance;
-    constellation.quadrature = readings->quadratureError;
-    if (!readings->imbalance)
+    const ConstellationReadings& readings = *m_constellation;
+    constellation.evmRms = percent * readings.evmRms;
+    constellation.evmPeak = percent * readings.evmPeak;
+    constellation.mer = readings.mer;
+    constellation.offset = readings.originOffset;
+    constellation.imbalance = readings.imbalance;
+    constellation.quadrature = readings.quadratureError;
+    if (!readings.imbalance)
         miss("constellation.imbalance_db", tr("the modulation has one axis only"));
-    if (!readings->quadratureError)
+    if (!readings.quadratureError)
         miss("constellation.quadrature_deg", tr("the modulation has one axis only"));
+}
+
+bool Measurement::Maker::hasCarrier() const
+{
+    return m_setup.modulation && m_setup.format.hasDecisions && m_setup.hasCarrierRecovery;
+}
+
+/// Takes the carrier's phases of the first good symbols.
+/// @param evm  of their points.
+void Measurement::Maker::addCarrier(const std::vector<std::complex<double>>& points, double evm)
+{
+    const auto& modulation = modulations::of(*m_setup.modulation);
+    const Decisions decisions(modulation.points);
+    const auto gain = decisions.gainOf(points);
+    if (!gain)
+        return;
+    std::vector<CarrierPhases::Symbol> symbols;
+    for (std::size_t k = 0; k < points.size(); ++k) {
+        const double phase = m_good[k].symbol.phase;
+        // A carrier that was found anew has another start.
+        const bool isStart = m_good[k].startsRun || std::abs(phase - m_lastPhase) > pi;
+        symbols.push_back({phase, points[k] / *gain, isStart});
+        m_lastPhase = phase;
+    }
+    // Of offset symbols I and Q are of two instants, which a turn mixes with what is between.
+    const double noise = 0.5 * evm * evm * decisions.power();
+    const auto phases = CarrierPhases(decisions, noise, modulation.isOffset).of(symbols);
+    for (std::size_t k = 0; k < phases.size(); ++k) {
+        if (symbols[k].isStart)
+            m_carrier.startStretch();
+        m_carrier.add(m_good[k].symbol.time, phases[k].value, phases[k].weight);
+    }
 }
 
 void Measurement::Maker::measureCarrier()
 {
     Carrier& carrier = m_result.carrier;
-    if (!m_setup.modulation || !m_setup.format.hasDecisions || !m_setup.hasCarrierRecovery) {
+    if (!hasCarrier()) {
         miss("carrier", tr("the receiver recovers no carrier"));
         return;
     }
-    const Decisions decisions(modulations::of(*m_setup.modulation).points);
-    const std::vector<std::complex<double>> all = points();
-    const auto gain = decisions.gainOf(all);
-    if (!gain) {
-        miss("carrier", tr("there are too few symbols"));
-        return;
-    }
-    const auto& modulation = modulations::of(*m_setup.modulation);
-    std::vector<CarrierPhases::Symbol> symbols;
-    double last = 0.0;
-    for (std::size_t k = 0; k < all.size(); ++k) {
-        const double phase = m_gate.good[k].symbol.phase;
-        // A carrier that was found anew has another start.
-        const bool isStart = m_gate.good[k].startsRun || std::abs(phase - last) > pi;
-        symbols.push_back({phase, all[k] / *gain, isStart});
-        last = phase;
-    }
-    // Of offset symbols I and Q are of two instants, which a turn mixes with what is between.
-    const double noise = 0.5 * std::pow(m_result.constellation.evmRms.value_or(0.0), 2.0);
-    const auto phases = CarrierPhases(decisions, noise, modulation.isOffset).of(symbols);
-    Regression line;
-    for (std::size_t k = 0; k < all.size(); ++k) {
-        if (symbols[k].isStart)
-            line.startStretch();
-        line.add(m_gate.good[k].symbol.time, phases[k].value, phases[k].weight);
-    }
-    line.join(2.0 * pi / modulation.power);
-    const auto slope = line.slope();
+    m_carrier.join(2.0 * pi / modulations::of(*m_setup.modulation).power);
+    const auto slope = m_carrier.slope();
     if (!slope) {
         miss("carrier", tr("there are too few symbols"));
         return;
@@ -145,19 +172,25 @@ void Measurement::Maker::measureCarrier()
         carrier.deviation = *slope->deviation / (2.0 * pi);
     else
         miss("carrier.deviation", tr("there are too few symbols"));
-    for (const SignalBlockPtr& block : m_blocks) {
-        for (const StageReport& report : block->reports) {
-            for (const StageReport::Reading& reading : report.readings) {
-                if (reading.quantity == StageReport::Quantity::AliasDistance &&
-                    reading.value > 0.0) {
-                    const QString note =
-                        tr("the carrier may also be %1 Hz beside it: the spectrum fits both")
-                            .arg(reading.value);
-                    if (!m_result.notes.contains(note))
-                        m_result.notes += note;
-                }
-            }
-        }
+    for (const double distance : m_aliasDistances)
+        m_result.notes +=
+            tr("the carrier may also be %1 Hz beside it: the spectrum fits both").arg(distance);
+}
+
+void Measurement::Maker::addClock(const SignalBlock& block)
+{
+    if (!m_setup.symbolRate)
+        return;
+    for (const ClockPoint& point : block.clock) {
+        if (point.time < m_from || point.time >= m_to)
+            continue;
+        const double symbols = m_clockPoint ? point.symbol - m_clockPoint->symbol : 0.0;
+        const double expected =
+            m_clockPoint ? (point.time - m_clockPoint->time) * *m_setup.symbolRate : 0.0;
+        if (!m_clockPoint || symbols <= 0.0 || std::abs(symbols - expected) > 0.5)
+            m_clock.startStretch();
+        m_clockPoint = point;
+        m_clock.add(point.time, point.symbol);
     }
 }
 
@@ -169,23 +202,8 @@ void Measurement::Maker::measureClock()
                                                  : whySymbolsMiss());
         return;
     }
-    Regression line;
-    const ClockPoint* before = nullptr;
-    for (const SignalBlockPtr& block : m_blocks) {
-        for (const ClockPoint& point : block->clock) {
-            if (point.time < m_from || point.time >= m_to)
-                continue;
-            const double symbols = before ? point.symbol - before->symbol : 0.0;
-            const double expected =
-                before ? (point.time - before->time) * *m_setup.symbolRate : 0.0;
-            if (!before || symbols <= 0.0 || std::abs(symbols - expected) > 0.5)
-                line.startStretch();
-            before = &point;
-            line.add(point.time, point.symbol);
-        }
-    }
-    const auto slope = line.slope();
-    if (!slope || line.count() < leastClockPoints) {
+    const auto slope = m_clock.slope();
+    if (!slope || m_clock.count() < leastClockPoints) {
         miss("clock", tr("there are too few symbols"));
         return;
     }

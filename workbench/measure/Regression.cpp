@@ -8,6 +8,7 @@ namespace {
 
 constexpr std::size_t batchCount = 16; // of a stretch
 constexpr std::size_t leastBatch = 4;  // points of one; fewer points are taken one by one
+constexpr std::size_t leastKept = 64;  // of a stretch
 
 } // namespace
 
@@ -15,14 +16,50 @@ void Regression::startStretch()
 {
     if (m_stretches.empty() || !m_stretches.back().empty())
         m_stretches.emplace_back();
+    m_inLast = m_each;
 }
 
 void Regression::add(double time, double value, double weight)
 {
     if (m_stretches.empty())
         startStretch();
-    m_stretches.back().push_back({time, value, weight});
     ++m_count;
+    auto& points = m_stretches.back();
+    if (m_inLast < m_each) {
+        points.back() = mean(points.back(), {time, value, weight});
+        ++m_inLast;
+        return;
+    }
+    points.push_back({time, value, weight});
+    m_inLast = 1;
+    if (++m_kept > m_mostKept)
+        thin();
+}
+
+Regression::Point Regression::mean(const Point& a, const Point& b)
+{
+    const double part = b.weight / (a.weight + b.weight);
+    return {a.time + part * (b.time - a.time), a.value + part * (b.value - a.value),
+            a.weight + b.weight};
+}
+
+/// Makes one point of two neighbours, where more than a few are left.
+void Regression::thin()
+{
+    m_kept = 0;
+    for (auto& points : m_stretches) {
+        if (points.size() >= 2 * leastKept) {
+            for (std::size_t k = 0; k < points.size() / 2; ++k)
+                points[k] = mean(points[2 * k], points[2 * k + 1]);
+            if (points.size() % 2 > 0)
+                points[points.size() / 2] = points.back();
+            points.resize((points.size() + 1) / 2);
+        }
+        m_kept += points.size();
+    }
+    m_mostKept = std::max(m_mostKept, 2 * m_kept); // of many short stretches few are made one
+    m_each *= 2;
+    m_inLast = m_each;
 }
 
 std::optional<Regression::Slope> Regression::slope() const

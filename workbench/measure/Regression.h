@@ -20,6 +20,7 @@ public:
 
     /// The next point belongs to another stretch.
     void startStretch();
+    /// Of more than a million points neighbours become their means, twos, then fours...
     /// @param weight  > 0: the inverse of the variance, up to a factor.
     void add(double time, double value, double weight = 1.0);
     std::size_t count() const { return m_count; }
@@ -35,8 +36,14 @@ private:
         double time, value, weight;
     };
 
+    static Point mean(const Point& a, const Point& b);
     double scatterAbout(double slope) const;
+    void thin();
 
     std::vector<std::vector<Point>> m_stretches;
     std::size_t m_count = 0;
+    std::size_t m_mostKept = std::size_t{1} << 20;
+    std::size_t m_kept = 0;   // points of the stretches, each the mean of...
+    std::size_t m_each = 1;   // ...so many, of which...
+    std::size_t m_inLast = 0; // ...the last one has so many yet
 };
