@@ -11,8 +11,8 @@ namespace {
 
 constexpr const char* diagramName = "EyeDiagram";
 
-/// Place of the diagram in the layout.
-class EyeHost : public GLBaseWidget
+/// Place of the diagram in the layout; offers its menu to the axis, which has no zoom to reset.
+class EyeHost : public GLBaseWidget, public IHasContextMenu
 {
 public:
     explicit EyeHost(GLEyeDiagram& diagram)
@@ -21,6 +21,11 @@ public:
     {
         SetQWidget(&diagram);
     }
+    QMenu* getContextMenu(QContextMenuEvent* event, GLCommonWidget* widget, int zone) override
+    {
+        return static_cast<IHasContextMenu&>(m_diagram).getContextMenu(event, widget, zone);
+    }
+    void contextMenuClosed() override {}
 
 protected:
     void PaintCarried(QPainter& painter, const QSize& size) override
@@ -54,10 +59,12 @@ VCGLEyeDiagram::VCGLEyeDiagram(QWidget* parent)
     Frame::BuildCaption(*this, QT_TR_NOOP("Eye Diagram"));
 
     m_pEyeDiagram = new GLEyeDiagram(this);
-    m_eyeHost = std::make_shared<EyeHost>(*m_pEyeDiagram);
+    const auto host = std::make_shared<EyeHost>(*m_pEyeDiagram);
+    m_eyeHost = host;
     Frame::AddDiagram(*this, m_eyeHost);
 
     Frame::BuildXAxis(*this, diagramName, std::make_shared<GLEyeStringFormatter>());
+    m_xAxis->addContextMenu(std::weak_ptr<IHasContextMenu>(host), GLCommonWidget::zoBottom);
 }
 
 VCGLEyeDiagram::~VCGLEyeDiagram()
