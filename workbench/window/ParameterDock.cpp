@@ -61,8 +61,10 @@ void ParameterDock::fit(const QWidget& panel)
     auto* scroll = static_cast<QScrollArea*>(panel.parentWidget()->parentWidget());
     const int least = std::max(panel.minimumSizeHint().width(), panel.minimumWidth()) +
                       scroll->verticalScrollBar()->sizeHint().width();
-    if (least > scroll->minimumWidth())
-        scroll->setFixedWidth(least);
+    if (least <= scroll->minimumWidth())
+        return;
+    for (auto* each : m_tabs->findChildren<QScrollArea*>()) // or the narrower one leaves a gap
+        each->setFixedWidth(std::max(least, each->minimumWidth()));
 }
 
 bool ParameterDock::eventFilter(QObject* watched, QEvent* event)

@@ -32,7 +32,7 @@ private:
     void connectTo(Player& player);
     void connectSearch(Player& player);
 
-    static void fit(const QWidget& panel);
+    void fit(const QWidget& panel);
     void addTab(QWidget* panel, const QString& title);
 
     Player& m_player;
