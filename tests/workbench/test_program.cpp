@@ -296,8 +296,8 @@ TEST_F(Program, KeepsTheSamePicturesAndDataOnAnyLoad)
     EXPECT_EQ(run({path("quiet.cf32"), "--sample-rate", "8000", "--squelch", "0", "--snapshot",
                    path("quiet"), "--formats", "png,csv"}),
               0);
-    EXPECT_EQ(QDir(path("quiet")).entryList(QDir::Files).size(), 6) << qPrintable(out);
-    EXPECT_TRUE(error.endsWith("iq.csv: left out, there are no data to write\n"))
+    EXPECT_EQ(QDir(path("quiet")).entryList(QDir::Files).size(), 5) << qPrintable(out);
+    EXPECT_TRUE(error.endsWith("eye.csv, iq.csv: left out, there are no data to write\n"))
         << qPrintable(error);
 }
 
