@@ -58,9 +58,12 @@ public:
         connect(view, &View::StopButtonPressedForStop, this, &ViewPanes::resumed);
         add({name, new QAction(title, this), view, view->GetDiagramMenu(), view->GetCanvas(),
              [view](const QSize& size) { return view->GetPlotRect(size); },
-             [view, render](QPainter& painter, const QSize& size) { (view->*render)(painter, size); },
+             [view, render](QPainter& painter, const QSize& size) {
+                 (view->*render)(painter, size);
+             },
              [view](const QString& text) { view->SetCaptionNote(text); },
-             [view](bool paused) { view->SetPaused(paused); }, [view] { return view->IsPaused(); }});
+             [view](bool paused) { view->SetPaused(paused); },
+             [view] { return view->IsPaused(); }});
         return view;
     }
     /// Shows the panes as they were left.
