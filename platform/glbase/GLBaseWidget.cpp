@@ -1,8 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "platform/glbase/GLBaseWidget.h"
 
-#include "platform/glbase/GLLayout.h"
-#include "platform/glbase/GLPainter.h"
+#include "platform/glbase/GLFrameWidget.h"
 
 #include <QContextMenuEvent>
 #include <QMouseEvent>
@@ -10,12 +9,6 @@
 #include <QWheelEvent>
 
 #include <cmath>
-
-GLBaseWidget::GLBaseWidget(const std::string& name, GLLayout* layout)
-    : m_pFrame(layout)
-{
-    setObjectName(QString::fromStdString(name));
-}
 
 GLBaseWidget::~GLBaseWidget() = default;
 
@@ -68,12 +61,6 @@ void GLBaseWidget::ShowInLayout(bool show)
     PlaceAgain();
 }
 
-void GLBaseWidget::PlaceAgain()
-{
-    if (auto* layout = qobject_cast<GLLayout*>(m_pFrame))
-        layout->ChildrenChanged();
-}
-
 void GLBaseWidget::PlaceQWidget()
 {
     if (!m_pQWidget)
@@ -90,15 +77,6 @@ void GLBaseWidget::PlaceQWidget()
 }
 
 void GLBaseWidget::resizeEvent(QResizeEvent*) {}
-
-void GLBaseWidget::paintEvent(QPaintEvent*)
-{
-    // On the screen Qt paints it.
-    if (!m_pQWidget || !m_pFrame || !m_pFrame->IsPaintingPicture())
-        return;
-    GLPainter painter(m_pFrame);
-    PaintCarried(*painter.painter(), rect().size());
-}
 
 void GLBaseWidget::PaintCarried(QPainter& painter, const QSize&)
 {

@@ -3,8 +3,6 @@
 
 #include "platform/base/ErrorHandler.h"
 #include "platform/glbase/DeviceRaster.h"
-#include "platform/glbase/GLBaseWidget.h"
-#include "platform/glbase/GLPainter.h"
 #include "platform/glbase/GLSurface.h"
 #include "platform/glbase/Renderer.h"
 #include "platform/gui/ColorSet.h"
@@ -148,24 +146,3 @@ void GLFrameWidget::Render(QPainter& painter)
 }
 
 void GLFrameWidget::PaintChildren(QPainter&) {}
-
-void GLFrameWidget::DrawLines(const GLLines& lines)
-{
-    GLPainter handle(this);
-    if (!handle.painter())
-        return;
-    DeviceRaster raster(*handle.painter(), handle.area());
-    for (const QLineF& line : lines.Lines())
-        raster.AddLine(line, lines.LineStyle());
-    raster.Fill(lines.LineStyle().Color());
-}
-
-void GLFrameWidget::DrawStepLine(const GLStepLine& line)
-{
-    GLPainter handle(this);
-    if (!handle.painter())
-        return;
-    DeviceRaster raster(*handle.painter(), handle.area());
-    raster.AddStepLine(line);
-    raster.Fill(line.LineStyle().Color());
-}

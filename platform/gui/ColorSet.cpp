@@ -1,7 +1,6 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "platform/gui/ColorSet.h"
 
-#include "platform/gui/ColorPage.h"
 #include "platform/values/SettingsStore.h"
 
 #include <QApplication>
@@ -146,26 +145,6 @@ void ColorSet::Save() const
         }
     }
     values::SettingsStore::Instance().Write(values);
-}
-
-QWidget* ColorSet::GetPropertyPage(QWidget* parent, const char* name)
-{
-    m_pPage = new ColorPage(parent, name);
-    return m_pPage;
-}
-
-void ColorSet::slotAcceptPropertyChanges()
-{
-    if (!m_pPage)
-        return;
-    for (const Scheme scheme : Schemes) {
-        std::map<ECOLOR, QColor> colors = Colors(scheme);
-        for (const auto& [number, color] : m_pPage->TakeEdits(scheme))
-            colors[number] = color;
-        SetColors(scheme, colors);
-    }
-    SetScheme(m_pPage->ShownScheme());
-    Save();
 }
 
 void ColorSet::slotSetDefaultProperties() {}

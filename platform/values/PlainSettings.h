@@ -34,25 +34,4 @@ ORVANE_PLATFORM_API QByteArray written(const QVariantMap& values);
 
 } // namespace plainSettings
 
-/// The settings of the application (see Persistant::StoreFile) as they are when it is made. What is
-/// set is written at once when it ends, as in SettingsStore.
-class ORVANE_PLATFORM_API Settings
-{
-public:
-    Settings();
-    ~Settings();
-    Settings(const Settings&) = delete;
-    Settings& operator=(const Settings&) = delete;
-
-    /// Keys are within this group from now on.
-    void beginGroup(const QString& name);
-    QVariant value(const QString& key, const QVariant& otherwise = QVariant()) const;
-    void setValue(const QString& key, const QVariant& value);
-
-private:
-    QString m_group;
-    QVariantMap m_values;
-    QVariantMap m_changes;
-};
-
 } // namespace values

@@ -52,7 +52,7 @@ bool Tree::Remove(const QString& path)
 void Tree::LetGo(ValueBase& value)
 {
     const QString path = value.m_pathName;
-    value.m_pTree = nullptr;
+    value.m_pOwner = nullptr;
     const auto found = m_values.find(path);
     found->second.release(); // NOLINT(bugprone-unused-return-value)
     m_values.erase(found);
@@ -87,7 +87,7 @@ bool Tree::Insert(std::unique_ptr<ValueBase> value)
         return false;
     ValueBase* const inserted = value.get();
     m_values.emplace(path, std::move(value));
-    inserted->m_pTree = this;
+    inserted->m_pOwner = this;
     TellWatchers(path, ccContent);
     return true;
 }

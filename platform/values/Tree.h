@@ -11,21 +11,22 @@ namespace values {
 
 /// The application's values, each at a unique path such as "Receiver/Baseband/Samples". The tree
 /// owns its values. GUI thread only.
-class ORVANE_PLATFORM_API Tree
+class ORVANE_PLATFORM_API Tree : private ValueOwner
 {
 public:
     /// The application's tree. It is never destroyed.
     static Tree& Instance();
 
     Tree();
-    ~Tree();
+    ~Tree() override;
     Tree(const Tree&) = delete;
     Tree& operator=(const Tree&) = delete;
 
     /// The value at a path, or null. Never creates one. Owned by the tree.
     ValueBase* FindValue(const QString& path) const;
 
-    /// All values in the order of their paths; valid until a value goes. Owned by the tree.
+    /// All values in the order of their paths, see GetPathName and TypeName. Owned by the tree, and
+    /// valid until a value goes.
     std::vector<ValueBase*> Values() const;
 
     /// Host side: puts a new value of type T at a path. Null, and nothing changes, when the path is
@@ -52,10 +53,9 @@ public:
     int ReleaseCount() const { return m_releaseCount; }
 
 private:
-    friend class ValueBase;
     bool Insert(std::unique_ptr<ValueBase> value);
     /// Takes a value out of the tree, which is not destroyed.
-    void LetGo(ValueBase& value);
+    void LetGo(ValueBase& value) override;
     void TellWatchers(const QString& path, TChangeCode code);
 
     std::map<QString, std::unique_ptr<ValueBase>> m_values;

@@ -7,7 +7,19 @@
 
 namespace values {
 
-class Tree;
+class ValueBase;
+
+/// Owns values, and is told when somebody else destroys one.
+class ORVANE_PLATFORM_API ValueOwner
+{
+protected:
+    ValueOwner() = default;
+    virtual ~ValueOwner();
+
+private:
+    friend class ValueBase;
+    virtual void LetGo(ValueBase& value) = 0;
+};
 
 /// A named value of the value tree. Before it goes it tells its observers ccState with
 /// StateRemoved. So does one that is destroyed otherwise than by the tree, and leaves the tree; its
@@ -23,9 +35,6 @@ public:
 
     QString GetPathName() const { return m_pathName; }
     int GetState() const { return m_state; }
-    /// Type of the value as it is written here, such as "ValueList<double>"; for other types their
-    /// full C++ name.
-    QString GetTypeName() const;
 
 protected:
     void NotificationEnded() override;
@@ -34,7 +43,7 @@ protected:
 private:
     friend class Tree;
     QString m_pathName;
-    Tree* m_pTree = nullptr; // that owns it
+    ValueOwner* m_pOwner = nullptr;
     int m_state = StateAlive;
     bool m_deleteWhenQuiet = false; // out of the tree: goes as its notifications end
 };

@@ -99,4 +99,8 @@ public:
     ~ValueSelection() override;
 };
 
+/// Type of a value as it is written here, such as "ValueList<double>"; for other types their full
+/// C++ name.
+ORVANE_PLATFORM_API QString TypeName(const ValueBase& value);
+
 } // namespace values

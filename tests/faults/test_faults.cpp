@@ -3,7 +3,7 @@
 #include "Faults.h"
 #include "Recordings.h"
 #include "platform/values/Persistant.h"
-#include "platform/values/PlainSettings.h"
+#include "platform/values/Settings.h"
 #include "workbench/app/Snapshot.h"
 #include "workbench/pipeline/Pipeline.h"
 #include "workbench/player/Hints.h"

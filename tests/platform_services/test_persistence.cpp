@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "platform/values/Persistant.h"
 #include "platform/values/PlainSettings.h"
+#include "platform/values/Settings.h"
 
 #include <QFile>
 #include <QPoint>

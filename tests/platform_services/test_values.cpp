@@ -97,7 +97,7 @@ TEST_F(Values, ArePutAtFreePathsAndFoundByType)
     tree.Create<Own>("Own");
     QStringList listed;
     for (const values::ValueBase* value : tree.Values())
-        listed += value->GetPathName() + ' ' + value->GetTypeName().section("::", -1);
+        listed += value->GetPathName() + ' ' + values::TypeName(*value).section("::", -1);
     EXPECT_EQ(listed, (QStringList{"List ValueList<double>", "Own Own", path + " ValueSelection"}));
 }
 

@@ -4,7 +4,7 @@
 #include "Recordings.h"
 #include "platform/gui/ColorSet.h"
 #include "platform/values/Persistant.h"
-#include "platform/values/PlainSettings.h"
+#include "platform/values/Settings.h"
 #include "workbench/app/OrderlyExit.h"
 #include "workbench/window/MainWindow.h"
 #include "workbench/window/SchemeChoice.h"

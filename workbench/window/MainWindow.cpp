@@ -2,7 +2,7 @@
 #include "workbench/window/MainWindow.h"
 #include "workbench/sources/LiveAddress.h"
 
-#include "platform/values/PlainSettings.h"
+#include "platform/values/Settings.h"
 #include "views/VCGLEyeDiagram.h"
 #include "views/VCGLIQDiagram.h"
 #include "views/VCGLTimeDiagram.h"

@@ -1,7 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/RawDialog.h"
 
-#include "platform/values/PlainSettings.h"
+#include "platform/values/Settings.h"
 #include "workbench/sources/PlainText.h"
 #include "workbench/sources/RawGuess.h"
 #include "workbench/window/Units.h"

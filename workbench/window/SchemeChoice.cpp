@@ -1,7 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/SchemeChoice.h"
 
-#include "platform/values/PlainSettings.h"
+#include "platform/values/Settings.h"
 
 #include <QApplication>
 #include <QDBusConnection>

@@ -1,7 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/StreamDialog.h"
 
-#include "platform/values/PlainSettings.h"
+#include "platform/values/Settings.h"
 #include "workbench/sources/LiveAddress.h"
 #include "workbench/window/Units.h"
 

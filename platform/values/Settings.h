@@ -1,0 +1,32 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "platform/base/Export.h"
+
+#include <QString>
+#include <QVariantMap>
+
+namespace values {
+
+/// The settings of the application (see Persistant::StoreFile) as they are when it is made. What is
+/// set is written at once when it ends, as in SettingsStore.
+class ORVANE_PLATFORM_API Settings
+{
+public:
+    Settings();
+    ~Settings();
+    Settings(const Settings&) = delete;
+    Settings& operator=(const Settings&) = delete;
+
+    /// Keys are within this group from now on.
+    void beginGroup(const QString& name);
+    QVariant value(const QString& key, const QVariant& otherwise = QVariant()) const;
+    void setValue(const QString& key, const QVariant& value);
+
+private:
+    QString m_group;
+    QVariantMap m_values;
+    QVariantMap m_changes;
+};
+
+} // namespace values
