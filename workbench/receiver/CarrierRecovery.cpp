@@ -285,8 +285,9 @@ void CarrierRecovery::putOutTracked(bool isEnding, BasebandBlock& output)
         const TrackedPhases::Smoothed smoothed = m_tracked.smoothed(m_frequency);
         if (m_tracked.isFaint())
             state = SymbolState::Edge;
-        else if (!isHeld || (!m_modulation->hasAmplitudes &&
-                             smoothed.quality < localPart * m_modulation->lockQuality))
+        else if (!isHeld || // fourth powers of amplitudes scatter too much to tell of some dozens
+                 (!m_modulation->hasAmplitudes &&
+                  smoothed.quality < localPart * m_modulation->lockQuality))
             state = SymbolState::Unlocked;
         if (state == SymbolState::Unlocked && !isHeld && m_wasHeld) {
             m_isTracking = false;
