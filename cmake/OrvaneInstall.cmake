@@ -14,6 +14,7 @@ set(ORVANE_INTERNAL_HEADERS
   base/WarnOnce.h
   glbase/DeviceRaster.h
   glbase/GLSurface.h
+  glbase/PixelTarget.h
   glwidgets/AxisZoom.h
   gui/ColorPage.h
   values/SettingsStore.h

@@ -5,6 +5,7 @@
 #include "platform/chart/ChartPicture.h"
 #include "platform/chart/CurveRaster.h"
 #include "platform/glbase/DeviceRaster.h"
+#include "platform/glbase/PixelTarget.h"
 
 #include <QImage>
 #include <QPaintEngine>
@@ -128,6 +129,7 @@ void CGraphicEngineSwitch::Private::Draw(QPainter& painter, const ChartPicture& 
     }
     if (afresh)
         curve = CurveRaster(); // its picture has the old backdrop
+    PixelTarget::FreeRegisters();
     if (lastCurve && curve.CanFollow(*lastCurve, ratio, size))
         curve.Follow(*lastCurve, backdrop, picture);
     else if (lastCurve)

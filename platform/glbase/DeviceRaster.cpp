@@ -3,6 +3,7 @@
 
 #include "platform/base/Saturate.h"
 #include "platform/glbase/GLStepLine.h"
+#include "platform/glbase/PixelTarget.h"
 
 #include <QPaintEngine>
 #include <QPainter>
@@ -34,10 +35,24 @@ struct DeviceRaster::Segment
     }
 };
 
+namespace {
+
+/// std::floor, which older processors call a function for.
+double flooredFast(double value)
+{
+    constexpr double largest = 4503599627370496.0; // 2^52, from where all are whole
+    if (!(std::abs(value) < largest))
+        return std::floor(value);
+    const auto whole = static_cast<double>(static_cast<std::int64_t>(value));
+    return whole > value ? whole - 1.0 : whole;
+}
+
+} // namespace
+
 double DeviceRaster::Scale::Edge(double logical) const
 {
     // The excess keeps a half a half, whatever the rounding of the transform.
-    return std::floor(logical * factor + offset + 0.5 + 1e-6);
+    return flooredFast(logical * factor + offset + 0.5 + 1e-6);
 }
 
 DeviceRaster::Span DeviceRaster::Scale::VisibleSpan(double from, double to) const
@@ -55,18 +70,48 @@ bool DeviceRaster::IsVector(const QPainter& painter)
 }
 
 DeviceRaster::DeviceRaster(QPainter& painter, const QRect& visible)
-    : m_painter(painter)
+    : m_painter(&painter)
+    , m_pixels(nullptr)
     , m_isVector(IsVector(painter))
 {
-    const QTransform& toDevice = painter.deviceTransform();
-    if (toDevice.type() <= QTransform::TxScale && toDevice.m11() > 0.0 && toDevice.m22() > 0.0) {
-        m_x = {toDevice.m11(), toDevice.dx()};
-        m_y = {toDevice.m22(), toDevice.dy()};
-    }
+    SetScales(painter.deviceTransform());
     if (m_isVector) {
         constexpr double fineness = 4.0;
         m_x = m_y = {fineness, 0.0};
     }
+    SetVisible(visible);
+}
+
+DeviceRaster::DeviceRaster(PixelTarget& pixels, const QPoint& origin, const QRect& visible)
+    : m_painter(nullptr)
+    , m_pixels(&pixels)
+    , m_isVector(false)
+{
+    QTransform toDevice = pixels.ToDevice();
+    PixelTarget::FreeRegisters();
+    SetScales(toDevice.translate(origin.x(), origin.y()));
+    SetVisible(visible);
+    pixels.strokes.clear();
+    m_rects.swap(pixels.rects);
+}
+
+DeviceRaster::~DeviceRaster()
+{
+    m_rects.clear();
+    if (m_pixels)
+        m_rects.swap(m_pixels->rects);
+}
+
+void DeviceRaster::SetScales(const QTransform& toDevice)
+{
+    if (toDevice.type() <= QTransform::TxScale && toDevice.m11() > 0.0 && toDevice.m22() > 0.0) {
+        m_x = {toDevice.m11(), toDevice.dx()};
+        m_y = {toDevice.m22(), toDevice.dy()};
+    }
+}
+
+void DeviceRaster::SetVisible(const QRect& visible)
+{
     const auto devicePixels = [](const Scale& scale, int start, int extent) {
         return Span{truncateToPixel(scale.Edge(start)),
                     truncateToPixel(scale.Edge(static_cast<double>(start) + extent))};
@@ -90,7 +135,7 @@ void DeviceRaster::ClipToVisible(Qt::ClipOperation operation)
     const QRectF clip(
         QPointF(m_x.Logical(m_x.visible.first + inside), m_y.Logical(m_y.visible.first + inside)),
         QPointF(m_x.Logical(m_x.visible.last - inside), m_y.Logical(m_y.visible.last - inside)));
-    m_painter.setClipRect(clip, operation);
+    m_painter->setClipRect(clip, operation);
 }
 
 QRect DeviceRaster::VisibleDeviceRect() const
@@ -178,6 +223,29 @@ private:
     int m_start;
 };
 
+/// Joins like Runs, where strokes only ever move one way: looks at few of those that are alike.
+template<typename StrokeIn, typename Put>
+void DeviceRaster::PutRuns(const Span& extent, const StrokeIn& strokeIn, const Put& put)
+{
+    for (int start = extent.first; start < extent.last;) {
+        const Span stroke = strokeIn(start);
+        int last = start; // with this stroke
+        int end = extent.last;
+        for (int step = 1; last + step < end; step *= 2) {
+            if (!(strokeIn(last + step) == stroke))
+                end = last + step;
+            else
+                last += step;
+        }
+        while (end - last > 1) {
+            const int middle = last + (end - last) / 2;
+            (strokeIn(middle) == stroke ? last : end) = middle;
+        }
+        put(Span{start, end}, stroke);
+        start = end;
+    }
+}
+
 template<typename Put>
 void DeviceRaster::Rasterise(const Scale& major, const Scale& minor, const Segment& segment,
                              const Put& put)
@@ -194,13 +262,19 @@ void DeviceRaster::Rasterise(const Scale& major, const Scale& minor, const Segme
         return;
     }
 
-    Runs runs(put, extent.first);
-    for (int i = extent.first; i < extent.last; ++i) {
+    const auto strokeIn = [&](int i) {
         const double a = std::clamp(major.Logical(i + 0.5) - 0.5, segment.a1, segment.a2);
         const double part = isStraight ? 0.0 : (a - segment.a1) / (segment.a2 - segment.a1);
-        runs.Next(i, segment.IsDrawnAt(a) ? strokeAt(segment.b1 + part * (segment.b2 - segment.b1))
-                                          : Span{0, 0});
+        return segment.IsDrawnAt(a) ? strokeAt(segment.b1 + part * (segment.b2 - segment.b1))
+                                    : Span{0, 0};
+    };
+    if (segment.dashLength == 0.0) {
+        PutRuns(extent, strokeIn, put);
+        return;
     }
+    Runs runs(put, extent.first);
+    for (int i = extent.first; i < extent.last; ++i)
+        runs.Next(i, strokeIn(i));
     runs.Next(extent.last, {0, 0});
 }
 
@@ -279,13 +353,23 @@ void DeviceRaster::AddStepLine(const GLStepLine& line)
         return truncateSaturated<int>(row, m_y.visible.first, m_y.visible.last);
     };
     const Span columns = m_x.VisibleSpan(dest.left(), dest.right() + 1.0);
+    const auto strokeIn = [&](int column) {
+        const auto levels = map.LevelsIn(column, line);
+        return Span{visibleRow(map.RowOf(levels.max)),
+                    visibleRow(map.RowOf(levels.min) + static_cast<double>(map.penHeight))};
+    };
+    if (m_pixels) {
+        m_strokesLeft = columns.first;
+        for (int column = columns.first; column < columns.last; ++column) {
+            const Span stroke = strokeIn(column);
+            m_pixels->strokes.push_back({stroke.first, stroke.last});
+        }
+        return;
+    }
     const auto put = [this](const Span& run, const Span& rows) { AddDeviceRect(run, rows); };
     Runs runs(put, columns.first);
-    for (int column = columns.first; column < columns.last; ++column) {
-        const auto levels = map.LevelsIn(column, line);
-        runs.Next(column, {visibleRow(map.RowOf(levels.max)),
-                           visibleRow(map.RowOf(levels.min) + static_cast<double>(map.penHeight))});
-    }
+    for (int column = columns.first; column < columns.last; ++column)
+        runs.Next(column, strokeIn(column));
     runs.Next(columns.last, {0, 0});
 }
 
@@ -296,16 +380,31 @@ void DeviceRaster::AddDeviceRect(const Span& columns, const Span& rows)
                              QPoint(columns.last - 1, rows.last - 1));
 }
 
+QRectF DeviceRaster::LogicalRect(const QRect& deviceRect) const
+{
+    return QRectF(
+        QPointF(m_x.Logical(deviceRect.left()), m_y.Logical(deviceRect.top())),
+        QPointF(m_x.Logical(deviceRect.right() + 1), m_y.Logical(deviceRect.bottom() + 1)));
+}
+
 void DeviceRaster::Fill(const QColor& color)
 {
+    if (m_pixels && !m_pixels->strokes.empty()) {
+        m_pixels->FillColumns(m_strokesLeft, m_pixels->strokes, color.rgb());
+        m_pixels->strokes.clear();
+    }
     if (m_rects.empty())
         return;
+    if (m_pixels) {
+        for (const QRect& rect : m_rects)
+            m_pixels->Fill(rect, color.rgb());
+        m_rects.clear();
+        return;
+    }
     std::vector<QRectF> rects;
     rects.reserve(m_rects.size());
-    for (const QRect& rect : m_rects) {
-        rects.emplace_back(QPointF(m_x.Logical(rect.left()), m_y.Logical(rect.top())),
-                           QPointF(m_x.Logical(rect.right() + 1), m_y.Logical(rect.bottom() + 1)));
-    }
+    for (const QRect& rect : m_rects)
+        rects.push_back(LogicalRect(rect));
     m_rects.clear();
 
     if (m_isVector) {
@@ -314,16 +413,16 @@ void DeviceRaster::Fill(const QColor& color)
         area.setFillRule(Qt::WindingFill);
         for (const QRectF& rect : rects)
             area.addRect(rect);
-        m_painter.fillPath(area, color);
+        m_painter->fillPath(area, color);
         return;
     }
     // Measured with software GL, 19 to 2000 rectangles: raw GL quads are up to twice as fast, but
     // only for thousands; lines, polylines and paths are slower, and no two engines round them
     // alike.
-    m_painter.save();
-    m_painter.setRenderHint(QPainter::Antialiasing, false);
-    m_painter.setPen(Qt::NoPen);
-    m_painter.setBrush(color);
-    m_painter.drawRects(rects.data(), static_cast<int>(rects.size()));
-    m_painter.restore();
+    m_painter->save();
+    m_painter->setRenderHint(QPainter::Antialiasing, false);
+    m_painter->setPen(Qt::NoPen);
+    m_painter->setBrush(color);
+    m_painter->drawRects(rects.data(), static_cast<int>(rects.size()));
+    m_painter->restore();
 }

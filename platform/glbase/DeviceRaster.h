@@ -5,11 +5,15 @@
 
 #include <QLineF>
 #include <QRect>
+#include <QRgb>
 
 #include <vector>
 
 class GLStepLine;
+class PixelTarget;
+class QBrush;
 class QPainter;
+class QTransform;
 
 /// Turns lines into rectangles of whole device pixels and fills them, so that Qt's paint engines
 /// all give the same picture.
@@ -29,6 +33,13 @@ public:
     /// @param painter  open painter, must outlive this object; its transform must not change.
     /// @param visible  logical rectangle outside of which nothing is drawn.
     DeviceRaster(QPainter& painter, const QRect& visible);
+    /// Writes opaque colours into pixels.
+    /// @param pixels   must outlive this object.
+    /// @param origin   logical position of (0, 0).
+    DeviceRaster(PixelTarget& pixels, const QPoint& origin, const QRect& visible);
+    ~DeviceRaster();
+    DeviceRaster(const DeviceRaster&) = delete;
+    DeviceRaster& operator=(const DeviceRaster&) = delete;
     /// Whether a painter draws vectors.
     static bool IsVector(const QPainter& painter);
 
@@ -42,11 +53,18 @@ public:
     /// A point as large as a logical pixel, from (x, y) on; what vectors get instead of AddPoint's,
     /// too.
     void AddSquare(double x, double y);
+    /// Fills what AddPoint adds for each of many points (x, y, x, y...) at once; in pixels only.
+    void FillPoints(const std::vector<float>& points, const QTransform& toLogical,
+                    const QColor& color) const;
     /// Includes the pixels of both ends. A segment that is not finite is dropped.
     void AddLine(const QLineF& line, const GLLineStyle& style);
+    /// At most one before each Fill.
     void AddStepLine(const GLStepLine& line);
     /// Fills what has been added in a colour, and forgets it.
     void Fill(const QColor& color);
+
+    /// Fills a rectangle with an opaque brush that paints all rows of pixels alike; in pixels only.
+    void FillByRow(const QRect& rect, const QBrush& brush) const;
 
     /// The rectangle moved to the edges of device pixels, in logical coordinates.
     QRectF Snapped(const QRectF& rect) const;
@@ -82,19 +100,29 @@ private:
         /// The visible ones of the pixels between two logical coordinates, which are at least one.
         Span VisibleSpan(double from, double to) const;
     };
+    struct PointMap;
     struct Segment;
     struct StepMap;
     template<typename Put>
     class Runs;
 
+    static void FillPointsIn(const PixelTarget& pixels, const std::vector<float>& points,
+                             const PointMap& x, const PointMap& y, QRgb color);
+    template<typename StrokeIn, typename Put>
+    static void PutRuns(const Span& extent, const StrokeIn& strokeIn, const Put& put);
     template<typename Put>
     static void Rasterise(const Scale& major, const Scale& minor, const Segment& segment,
                           const Put& put);
+    void SetScales(const QTransform& toDevice);
+    void SetVisible(const QRect& visible);
+    QRectF LogicalRect(const QRect& deviceRect) const;
     void AddDeviceRect(const Span& columns, const Span& rows);
 
-    QPainter& m_painter;
+    QPainter* const m_painter;   // null where pixels are written
+    PixelTarget* const m_pixels; // null where the painter paints
     const bool m_isVector;
     Scale m_x;
     Scale m_y;
     std::vector<QRect> m_rects; // device pixels
+    int m_strokesLeft = 0;      // column of the first stroke that the pixels keep
 };

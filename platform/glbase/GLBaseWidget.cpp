@@ -25,7 +25,7 @@ QRect GLBaseWidget::geometry() const
 void GLBaseWidget::update()
 {
     if (m_pFrame && !m_pFrame->IsPaintingPicture())
-        m_pFrame->UpdateContent();
+        m_pFrame->UpdateContent(geometry());
 }
 
 GLFrameWidget* GLBaseWidget::GetFrameWidget() const { return m_pFrame; }

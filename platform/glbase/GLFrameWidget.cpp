@@ -4,11 +4,13 @@
 #include "platform/base/ErrorHandler.h"
 #include "platform/glbase/DeviceRaster.h"
 #include "platform/glbase/GLSurface.h"
+#include "platform/glbase/PixelTarget.h"
 #include "platform/glbase/Renderer.h"
 #include "platform/gui/ColorSet.h"
 
 #include <QEvent>
 #include <QLabel>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QPointer>
 #include <QScopedValueRollback>
@@ -87,12 +89,14 @@ void GLFrameWidget::ShowNotice()
     m_pNotice->setVisible(isNeeded);
 }
 
-void GLFrameWidget::paintEvent(QPaintEvent*)
+void GLFrameWidget::paintEvent(QPaintEvent* event)
 {
     if (m_pSurface)
         return;
+    const QScopedValueRollback<QRegion> exposed(m_exposed, event->region());
     QPainter painter(this);
     PaintOnScreen(painter, false);
+    PixelTarget::FreeRegisters();
 }
 
 void GLFrameWidget::PaintOnScreen(QPainter& painter, bool hasContext)
@@ -136,12 +140,15 @@ void GLFrameWidget::Render(QPainter& painter)
     m_baseTransform = painter.worldTransform();
     m_hasBaseClip = painter.hasClipping();
     m_baseClip = m_hasBaseClip ? painter.clipRegion() : QRegion();
+    if (!m_hasBaseClip)
+        m_pixels = PixelTarget::Of(painter);
 
     QColor ground = colorOf(IColorBase::colBackground);
     ground.setAlpha(255);
     const QRect content(QPoint(0, 0), ContentSize());
     painter.fillRect(DeviceRaster(painter, content).Snapped(content), ground);
     PaintChildren(painter);
+    m_pixels.reset();
     painter.restore();
 }
 

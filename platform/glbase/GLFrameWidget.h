@@ -11,10 +11,13 @@
 #include <QTransform>
 #include <QWidget>
 
+#include <memory>
+
 class GLBaseWidget;
 class GLSurface;
 class IColorBase;
 class IErrorHandlerBase;
+class PixelTarget;
 class QLabel;
 class QPainter;
 
@@ -66,8 +69,15 @@ protected:
     /// Size that the content is laid out for: the frame's own, or that of the picture.
     QSize ContentSize() const { return IsPaintingPicture() ? m_pictureSize : size(); }
 
+    bool IsExposed(const QRect& place) const
+    {
+        return m_exposed.isEmpty() || m_exposed.intersects(place);
+    }
+
     /// Child that is being painted, set by PaintChildren. GLPainter reads it.
     GLBaseWidget* m_pCurrentChild = nullptr;
+    /// What of the screen is painted; empty: all.
+    QRegion m_exposed;
     /// Size of the picture that is painted; not valid while there is none.
     QSize m_pictureSize;
 
@@ -76,6 +86,12 @@ private:
     friend struct TestAccess;
     void ShowNotice();
     void PaintOnScreen(QPainter& painter, bool hasContext);
+    /// Where the child that is painted is: the whole frame while there is none.
+    QRect CurrentPlace() const;
+    /// The pixels to write a colour into; null where the painter has to paint it.
+    PixelTarget* PixelsFor(const QColor& color) const;
+    template<class Add>
+    void Draw(const QColor& color, const Add& add);
 
     QPointer<GLSurface> m_pSurface; // null where frames paint without OpenGL
     QLabel* m_pNotice = nullptr;    // instead of the picture; none as long as there is OpenGL
@@ -83,5 +99,6 @@ private:
     QTransform m_baseTransform;     // its transform and clip before any child was painted
     QRegion m_baseClip;
     bool m_hasBaseClip = false;
-    bool m_hasContext = false; // the open painter draws with the frame's own GL context
+    std::unique_ptr<PixelTarget> m_pixels; // of the open painter; null where only that paints
+    bool m_hasContext = false;             // the open painter draws with the frame's own GL context
 };

@@ -185,7 +185,7 @@ void GLLayout::PaintChildren(QPainter&)
     const QScopedValueRollback<GLBaseWidget*> current(m_pCurrentChild);
     const std::vector<Child> children = m_children;
     for (const Child& child : children) {
-        if (child->rect().isEmpty() || !IsChild(child.get()))
+        if (child->rect().isEmpty() || !IsChild(child.get()) || !IsExposed(child->geometry()))
             continue;
         m_pCurrentChild = child.get();
         QPaintEvent event(child->rect());

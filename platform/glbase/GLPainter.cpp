@@ -22,9 +22,9 @@ GLPainter::GLPainter(GLFrameWidget* frame)
     if (!m_pPainter)
         return;
     // From the frame's own transform and clip, so that a nested handle gives the same area.
-    const GLBaseWidget* child = m_pFrame->m_pCurrentChild;
-    const QRect place = child ? child->geometry() : QRect(QPoint(0, 0), m_pFrame->ContentSize());
+    const QRect place = m_pFrame->CurrentPlace();
     m_area = QRect(QPoint(0, 0), place.size());
+    m_origin = place.topLeft();
     m_pPainter->save();
     m_pPainter->setWorldTransform(m_pFrame->m_baseTransform);
     if (m_pFrame->m_hasBaseClip)
@@ -98,6 +98,20 @@ QPen GLPainter::pen() const { return m_pPainter ? m_pPainter->pen() : QPen(); }
 
 QBrush GLPainter::brush() const { return m_pPainter ? m_pPainter->brush() : QBrush(); }
 
+PixelTarget* GLPainter::PixelsFor(const QColor& color) const
+{
+    return m_isShared ? nullptr : m_pFrame->PixelsFor(color);
+}
+
+template<class Use>
+void GLPainter::Raster(const QColor& color, const Use& use)
+{
+    if (PixelTarget* pixels = PixelsFor(color))
+        use(DeviceRaster(*pixels, m_origin, m_area));
+    else
+        use(DeviceRaster(*m_pPainter, m_area));
+}
+
 void GLPainter::drawRect(const QRect& rect)
 {
     if (!m_pPainter)
@@ -108,22 +122,39 @@ void GLPainter::drawRect(const QRect& rect)
         return;
     const GLLineStyle style(lsSolid, std::max(1, pen.width()), pen.color());
     const QRect outline(rect.topLeft(), rect.size() + QSize(1, 1));
-    DeviceRaster raster(*m_pPainter, m_area);
-    raster.AddLine(QLineF(outline.topLeft(), outline.topRight()), style);
-    raster.AddLine(QLineF(outline.bottomLeft(), outline.bottomRight()), style);
-    raster.AddLine(QLineF(outline.topLeft() + QPoint(0, 1), outline.bottomLeft() - QPoint(0, 1)),
-                   style);
-    raster.AddLine(QLineF(outline.topRight() + QPoint(0, 1), outline.bottomRight() - QPoint(0, 1)),
-                   style);
-    raster.Fill(style.Color());
+    const QPoint below(0, 1);
+    Raster(style.Color(), [&](DeviceRaster&& raster) {
+        raster.AddLine(QLineF(outline.topLeft(), outline.topRight()), style);
+        raster.AddLine(QLineF(outline.bottomLeft(), outline.bottomRight()), style);
+        raster.AddLine(QLineF(outline.topLeft() + below, outline.bottomLeft() - below), style);
+        raster.AddLine(QLineF(outline.topRight() + below, outline.bottomRight() - below), style);
+        raster.Fill(style.Color());
+    });
 }
 
 void GLPainter::fillRect(const QRect& rect, const QBrush& brush)
 {
-    if (!m_pPainter || brush.style() == Qt::NoBrush)
+    if (!m_pPainter || brush.style() == Qt::NoBrush || FillByRow(rect, brush))
         return;
     const DeviceRaster raster(*m_pPainter, m_area);
     m_pPainter->fillRect(raster.Snapped(rect), brush);
+}
+
+/// Where all rows are alike, one of them is painted and copied.
+bool GLPainter::FillByRow(const QRect& rect, const QBrush& brush)
+{
+    const QGradient* gradient = brush.gradient();
+    bool isLevel = brush.style() == Qt::SolidPattern;
+    if (gradient && gradient->type() == QGradient::LinearGradient &&
+        gradient->coordinateMode() == QGradient::LogicalMode && brush.transform().isIdentity()) {
+        const auto& linear = *static_cast<const QLinearGradient*>(gradient);
+        isLevel = linear.start().y() == linear.finalStop().y();
+    }
+    PixelTarget* pixels = isLevel && brush.isOpaque() ? PixelsFor(Qt::black) : nullptr;
+    if (!pixels)
+        return false;
+    DeviceRaster(*pixels, m_origin, m_area).FillByRow(rect, brush);
+    return true;
 }
 
 void GLPainter::drawText(const QRect& rect, int flags, const QString& text)
@@ -146,9 +177,10 @@ void GLPainter::drawLine(const QLineF& line, const QColor& color)
 {
     if (!m_pPainter)
         return;
-    DeviceRaster raster(*m_pPainter, m_area);
-    raster.AddLine(line, GLLineStyle(lsSolid, 1, color));
-    raster.Fill(color);
+    Raster(color, [&](DeviceRaster&& raster) {
+        raster.AddLine(line, GLLineStyle(lsSolid, 1, color));
+        raster.Fill(color);
+    });
 }
 
 bool GLPainter::beginNativePainting()
@@ -217,12 +249,17 @@ void GLPainter::drawPoints(const std::vector<float>& points, const QTransform& t
         m_pPainter->drawImage(m_area, PointImage(m_area.size(), points, toWidget, color));
         return;
     }
-    DeviceRaster raster(*m_pPainter, m_area);
-    const auto add =
-        m_pFrame->IsPaintingPicture() ? &DeviceRaster::AddSquare : &DeviceRaster::AddPoint;
-    for (std::size_t i = 1; i < points.size(); i += 2) {
-        (raster.*add)(static_cast<double>(points[i - 1]) * toWidget.m11() + toWidget.dx(),
-                      static_cast<double>(points[i]) * toWidget.m22() + toWidget.dy());
-    }
-    raster.Fill(color);
+    const bool isPicture = m_pFrame->IsPaintingPicture();
+    Raster(color, [&](DeviceRaster&& raster) {
+        if (!isPicture && PixelsFor(color)) {
+            raster.FillPoints(points, toWidget, color);
+            return;
+        }
+        const auto add = isPicture ? &DeviceRaster::AddSquare : &DeviceRaster::AddPoint;
+        for (std::size_t i = 1; i < points.size(); i += 2) {
+            (raster.*add)(static_cast<double>(points[i - 1]) * toWidget.m11() + toWidget.dx(),
+                          static_cast<double>(points[i]) * toWidget.m22() + toWidget.dy());
+        }
+        raster.Fill(color);
+    });
 }

@@ -13,6 +13,7 @@
 #include <vector>
 
 class GLFrameWidget;
+class PixelTarget;
 class QPainter;
 class QTransform;
 
@@ -72,16 +73,28 @@ public:
                     const QColor& color);
 
     /// The Qt painter behind the handle; null when the handle is inert.
-    QPainter* painter() const { return m_pPainter; }
+    QPainter* painter() const
+    {
+        m_isShared = true;
+        return m_pPainter;
+    }
     /// The area that is drawn into, origin (0, 0); null when the handle is inert.
     const QRect& area() const { return m_area; }
 
 private:
+    /// The pixels to write a colour into; null where the painter has to paint it.
+    PixelTarget* PixelsFor(const QColor& color) const;
+    /// Calls with what fills areas in a colour.
+    template<class Use>
+    void Raster(const QColor& color, const Use& use);
+    bool FillByRow(const QRect& rect, const QBrush& brush);
     void drawLine(const QLineF& line, const QColor& color);
 
     GLFrameWidget* m_pFrame;
     QPainter* m_pPainter = nullptr;
     QRect m_area;
+    QPoint m_origin;                 // of the area in the frame
+    mutable bool m_isShared = false; // others may have changed the painter's transform or clip
     int m_depth = 0;
     bool m_native = false;
 };

@@ -64,6 +64,7 @@ CaptionWidget::CaptionWidget(QWidget* parent, const QString& title, bool pauseCo
     , m_pPause(pauseControl ? new PauseButton(this) : nullptr)
 {
     setFixedHeight(barHeight);
+    setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::StrongFocus);
     setTitle(title);
 

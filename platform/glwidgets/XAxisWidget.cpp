@@ -79,7 +79,9 @@ void XAxisWidget::ReleaseShownRange()
 
 void XAxisWidget::RequestRepaint()
 {
-    update();
+    // Whatever has this axis is in the same frame.
+    if (GetFrameWidget() && !GetFrameWidget()->IsPaintingPicture())
+        GetFrameWidget()->UpdateContent();
     emit si_rangeChanged();
 }
 

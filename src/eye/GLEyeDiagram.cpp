@@ -189,6 +189,7 @@ void GLEyeDiagram::setXAxisWidget(const std::shared_ptr<XAxisWidget>& xAxisWidge
         m_xAxisWidget->ReleaseShownRange();
     }
     m_xAxisWidget = xAxisWidget;
+    setAttribute(Qt::WA_OpaquePaintEvent, m_xAxisWidget != nullptr);
     if (m_xAxisWidget) {
         m_xAxisWidget->FixShownRange(0.0, static_cast<double>(m_xSpan));
         // What else sets the axis lasts until the next paint, so there is one at once.

@@ -178,7 +178,7 @@ TEST_F(Program, MeasuresRecordingsAndPrintsALineOfJsonForEach)
 TEST_F(Program, NeedsNoDisplayForHelpAndSaysWhereOneIsMissing)
 {
     QProcessEnvironment environment = process.processEnvironment();
-    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "ORVANE_RENDERER"})
         environment.remove(QString::fromLatin1(name));
     process.setProcessEnvironment(environment);
     EXPECT_EQ(run({"--version"}), 0);

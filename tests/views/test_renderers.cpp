@@ -1,0 +1,117 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+// What views show is the same whichever way it is painted.
+#include "ViewsFixture.h"
+#include "platform/glbase/Renderer.h"
+
+#include <QBackingStore>
+#include <QPainter>
+#include <QWindow>
+
+#include <random>
+
+namespace {
+
+template<class View>
+struct Renderers : Views<View>
+{};
+
+TYPED_TEST_SUITE(Renderers, AllViews, );
+
+struct Difference
+{
+    int most;   ///< Of a channel.
+    double odd; ///< Part of the pixels in which it is more than 1.
+};
+
+Difference difference(const QImage& one, const QImage& other)
+{
+    EXPECT_EQ(one.size(), other.size());
+    Difference result{0, 0.0};
+    const QRect area = one.rect() & other.rect();
+    for (int i = 0; i < area.width() * area.height(); ++i) {
+        const QRgb a = one.pixel(i % area.width(), i / area.width());
+        const QRgb b = other.pixel(i % area.width(), i / area.width());
+        const int most = std::max({std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)),
+                                   std::abs(qBlue(a) - qBlue(b))});
+        result.most = std::max(result.most, most);
+        result.odd += most > 1 ? 1.0 / (area.width() * area.height()) : 0.0;
+    }
+    return result;
+}
+
+TYPED_TEST(Renderers, LookTheSameHoweverTheyArePainted)
+{
+    const bool hasGl = Renderer::Current() == Renderer::Kind::OpenGL;
+    auto& view = *this->view;
+    if constexpr (this->isIq)
+        view.GetDiagram()->SetAgesByData(true);
+    else
+        view.GetDiagram()->SetBaudrate(1.0F);
+    this->show();
+    const QRect plot = view.Widgets().at(1)->geometry();
+    // A pixel to a unit, and points in its first half: OpenGL rounds them like everyone then.
+    const auto setRanges = [&] {
+        view.SetXAxisRange(this->isIq ? 0.0 : -plot.width(), this->isIq ? plot.width() : 0.0);
+        view.SetYAxisRange(0.0, plot.height());
+    };
+    setRanges();
+    const QRect axis = view.Widgets().at(2)->geometry();
+    QWidget note(&view);
+    note.setGeometry(QRect(plot.center(), QSize(33, 21)));
+    note.setAutoFillBackground(true);
+    std::mt19937 random(1);
+    const auto give = [&] {
+        List samples(60);
+        for (double& sample : samples)
+            sample = static_cast<double>(random() % 200U) + 0.25;
+        this->give(samples, true);
+    };
+    const auto turnWheel = [&view](const QPoint& at) {
+        QWheelEvent wheel(at, view.mapToGlobal(at), {}, {0, 120}, {}, {}, {}, false);
+        QApplication::sendEvent(&view, &wheel);
+    };
+    QWindow* window = view.windowHandle();
+    const std::function<void()> steps[] = {
+        give,
+        give,
+        [&] { QTest::mouseMove(window, axis.center()); },
+        [&] { QTest::mousePress(window, Qt::LeftButton, {}, plot.center() - QPoint(70, 30)); },
+        [&] { QTest::mouseMove(window, plot.center() + QPoint(90, 40)); },
+        [&] { QTest::mouseRelease(window, Qt::LeftButton, {}, plot.center() + QPoint(90, 40)); },
+        [&] { note.show(); },
+        give,
+        [&] { turnWheel(axis.center()); },
+        [&] {
+            turnWheel({plot.left() + 9, plot.center().y()});
+        },
+        give,
+        [&] { note.hide(); },
+    };
+    for (std::size_t i = 0; i < std::size(steps); ++i) {
+        steps[i]();
+        QCoreApplication::processEvents();
+        QEvent request(QEvent::UpdateRequest); // what is still to be painted
+        QApplication::sendEvent(&view, &request);
+        // Bit by bit into the window's picture, and all at once by a painter.
+        const auto* pixels = dynamic_cast<const QImage*>(view.backingStore()->paintDevice());
+        EXPECT_TRUE(hasGl || !pixels || difference(*pixels, view.grab().toImage()).most == 0)
+            << "step " << i;
+    }
+    setRanges();
+    // By a painter, or OpenGL, and into pixels.
+    QPixmap painted(view.size() * view.devicePixelRatioF());
+    painted.setDevicePixelRatio(view.devicePixelRatioF());
+    view.render(&painted, QPoint(), QRegion(), QWidget::RenderFlags());
+    QImage written(painted.size(), QImage::Format_RGB32);
+    written.setDevicePixelRatio(view.devicePixelRatioF());
+    QPainter painter(&written);
+    view.Render(painter);
+    painter.end();
+    const auto [most, odd] =
+        difference(hasGl ? view.grabFramebuffer() : painted.toImage(), written);
+    // OpenGL rounds gradients in its own way; and glyphs, on finer pixels, which are few.
+    EXPECT_LE(most, !hasGl ? 0 : view.devicePixelRatioF() == 1.0 ? 1 : 255);
+    EXPECT_LE(odd, 0.05);
+}
+
+} // namespace
