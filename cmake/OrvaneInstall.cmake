@@ -15,6 +15,7 @@ set(ORVANE_INTERNAL_HEADERS
   glbase/DeviceRaster.h
   glbase/GLSurface.h
   glbase/PixelTarget.h
+  glbase/StrokeRuns.h
   glwidgets/AxisZoom.h
   gui/ColorPage.h
   values/SettingsStore.h

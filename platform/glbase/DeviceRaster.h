@@ -103,8 +103,6 @@ private:
     struct PointMap;
     struct Segment;
     struct StepMap;
-    template<typename Put>
-    class Runs;
 
     static void FillPointsIn(const PixelTarget& pixels, const std::vector<float>& points,
                              const PointMap& x, const PointMap& y, QRgb color);
