@@ -19,6 +19,7 @@ set(ORVANE_INTERNAL_HEADERS
   glwidgets/AxisZoom.h
   gui/ColorPage.h
   values/SettingsStore.h
+  density/LevelFinder.h
   foundations/DiagramDialogs.h
   foundations/DiagramFrame.h
   foundations/TraceHistory.h

@@ -90,4 +90,113 @@
         <translation>Zeitdiagramm</translation>
     </message>
 </context>
+<context>
+    <name>density::DensityPlot</name>
+    <message>
+        <source>%1 T, %2 T: %3 T</source>
+        <translation>%1 T, %2 T: %3 T</translation>
+    </message>
+    <message>
+        <source>count %1</source>
+        <translation>Anzahl %1</translation>
+    </message>
+    <message>
+        <source>No symbols yet</source>
+        <translation>Noch keine Symbole</translation>
+    </message>
+    <message>
+        <source>%1 symbols</source>
+        <translation>%1 Symbole</translation>
+    </message>
+    <message>
+        <source>%1 of %2 symbols</source>
+        <translation>%1 von %2 Symbolen</translation>
+    </message>
+    <message>
+        <source>, left out: %1 torn symbols, %2 bad samples</source>
+        <translation>, ausgelassen: %1 zerrissene Symbole, %2 unbrauchbare Abtastwerte</translation>
+    </message>
+    <message>
+        <source>testing</source>
+        <translation>läuft</translation>
+    </message>
+    <message>
+        <source>passed</source>
+        <translation>bestanden</translation>
+    </message>
+    <message>
+        <source>failed</source>
+        <translation>nicht bestanden</translation>
+    </message>
+    <message>
+        <source>, mask %1: %2 hits in %3 symbols</source>
+        <translation>, Maske %1: %2 Treffer in %3 Symbolen</translation>
+    </message>
+    <message>
+        <source>, paused</source>
+        <translation>, angehalten</translation>
+    </message>
+</context>
+<context>
+    <name>density::Figure</name>
+    <message>
+        <source>Too few symbols to tell.</source>
+        <translation>Zu wenige Symbole für eine Aussage.</translation>
+    </message>
+    <message>
+        <source>No two levels can be told apart.</source>
+        <translation>Es lassen sich keine zwei Pegel unterscheiden.</translation>
+    </message>
+    <message>
+        <source>The levels overlap.</source>
+        <translation>Die Pegel überlappen sich.</translation>
+    </message>
+    <message>
+        <source>The spread of a level is not Gaussian, so it cannot be extrapolated.</source>
+        <translation>Die Streuung eines Pegels ist nicht gaußförmig und lässt sich daher nicht extrapolieren.</translation>
+    </message>
+    <message>
+        <source>Random jitter with two instants or a sine does not explain the crossings.</source>
+        <translation>Zufälliger Jitter mit zwei Zeitpunkten oder einem Sinus erklärt die Durchgänge nicht.</translation>
+    </message>
+    <message>
+        <source>Traces are shorter than two symbols.</source>
+        <translation>Die Spuren sind kürzer als zwei Symbole.</translation>
+    </message>
+    <message>
+        <source>The points of the constellation are not known.</source>
+        <translation>Die Punkte der Konstellation sind nicht bekannt.</translation>
+    </message>
+</context>
+<context>
+    <name>density::Mask</name>
+    <message>
+        <source>&quot;%1&quot; is not a number.</source>
+        <translation>&quot;%1&quot; ist keine Zahl.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a whole number.</source>
+        <translation>&quot;%1&quot; ist keine ganze Zahl.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is neither &quot;%2&quot; nor &quot;%3&quot;.</source>
+        <translation>&quot;%1&quot; ist weder &quot;%2&quot; noch &quot;%3&quot;.</translation>
+    </message>
+    <message>
+        <source>A point of a polygon is not a pair of numbers.</source>
+        <translation>Ein Punkt eines Polygons ist kein Paar von Zahlen.</translation>
+    </message>
+    <message>
+        <source>No JSON object, at byte %1: %2.</source>
+        <translation>Kein JSON-Objekt, bei Byte %1: %2.</translation>
+    </message>
+    <message>
+        <source>&quot;schema&quot; is not &quot;%1&quot;.</source>
+        <translation>&quot;schema&quot; ist nicht &quot;%1&quot;.</translation>
+    </message>
+    <message>
+        <source>&quot;polygons&quot; has to hold 1 to %1 polygons of 3 to %2 points with numbers up to a million, and &quot;limit&quot; at least one symbol.</source>
+        <translation>&quot;polygons&quot; muss 1 bis %1 Polygone mit 3 bis %2 Punkten und Zahlen bis zu einer Million enthalten, und &quot;limit&quot; mindestens ein Symbol.</translation>
+    </message>
+</context>
 </TS>
