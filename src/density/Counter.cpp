@@ -2,6 +2,7 @@
 #include "density/Counter.h"
 
 #include "density/HitMap.h"
+#include "density/MaskTest.h"
 #include "density/TraceRaster.h"
 
 #include <algorithm>
@@ -96,6 +97,8 @@ void Counter::add(const float* samples, std::size_t count, std::int64_t symbol)
     }
     m_kept.add(samples, symbol);
     ++m_allSymbols;
+    if (m_maskTest)
+        m_maskTest->add(samples, symbol);
 }
 
 void Counter::addTorn(std::int64_t count)
@@ -139,6 +142,8 @@ void Counter::clear()
     m_kept.clear();
     m_allSymbols = 0;
     m_leftOut = LeftOut();
+    if (m_maskTest)
+        m_maskTest->restart();
     countAnew(m_home);
     if (m_zoom)
         countAnew(m_zoom);
@@ -194,6 +199,13 @@ void Counter::setSize(const GridSize& size)
     countAnew(m_home);
     if (m_zoom)
         countAnew(m_zoom);
+}
+
+void Counter::setMaskTest(std::unique_ptr<MaskTest> test)
+{
+    m_maskTest = m_settings.shape ? std::move(test) : nullptr;
+    for (std::size_t age = m_kept.count(); m_maskTest && age-- > 0;)
+        m_maskTest->add(m_kept.at(age), m_kept.symbolAt(age));
 }
 
 SnapshotPtr Counter::snapshot() { return snapshotOf(m_zoom ? *m_zoom : *m_home); }

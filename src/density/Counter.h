@@ -13,6 +13,8 @@
 
 namespace density {
 
+class MaskTest;
+
 /// Counts the traces of an eye or the points of a constellation, one a symbol, into pictures: one
 /// of the home window, which goes on whatever is looked at, and on request one of a part of it, the
 /// zoom, in as many cells. The zoom starts with the symbols that are kept raw, counted anew, and
@@ -68,7 +70,13 @@ public:
     void setPersistence(const Persistence& persistence);
     void setSize(const GridSize& size);
 
+    /// Has a test of its own from now on, which starts with the kept symbols; null for none. Points
+    /// are not tested.
+    void setMaskTest(std::unique_ptr<MaskTest> test);
+    const MaskTest* maskTest() const { return m_maskTest.get(); }
+
     const Settings& settings() const { return m_settings; }
+    std::int64_t allSymbols() const { return m_allSymbols; } ///< since the last clear
     const std::optional<Window>& zoom() const { return m_zoomed; }
     /// The zoom as it stands or, without one, the home.
     SnapshotPtr snapshot();
@@ -95,6 +103,7 @@ private:
     KeptSignal m_kept;
     std::optional<Window> m_zoomed;
     std::unique_ptr<View> m_home, m_zoom;
+    std::unique_ptr<MaskTest> m_maskTest;
     std::int64_t m_allSymbols = 0;
     LeftOut m_leftOut;
 };

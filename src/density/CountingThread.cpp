@@ -116,6 +116,17 @@ bool CountingThread::tryPush(Block block)
     return true;
 }
 
+void CountingThread::clear()
+{
+    const Private::Lock lock(d->mutex);
+    for (const Block& block : d->blocks)
+        d->waiting -= block.samples.size();
+    d->blocks.clear();
+    d->leftOut = 0;
+    d->orders.emplace_back([](Counter& counter) { counter.clear(); });
+    d->changed.notify_all();
+}
+
 void CountingThread::order(std::function<void(Counter&)> order)
 {
     const Private::Lock lock(d->mutex);

@@ -39,6 +39,8 @@ public:
     void push(Block block);
     /// Likewise, but where too much waits its symbols are left out, and counted as torn: false.
     bool tryPush(Block block);
+    /// Forgets all symbols, those that wait as well.
+    void clear();
     /// Runs on the counter before the blocks that wait, in the order of the calls.
     void order(std::function<void(Counter&)> order);
     /// Asks for a snapshot.

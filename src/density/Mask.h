@@ -1,0 +1,65 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "density/DensityTypes.h"
+#include "foundations/Export.h"
+
+#include <QByteArray>
+#include <QPolygonF>
+#include <QString>
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace density {
+
+/// Where no trace of an eye may pass: polygons in the plane of time and level.
+struct ORVANE_API Mask
+{
+    enum class Levels {
+        Absolute, ///< levels are the signal's
+        Relative  ///< 0 is the lowest level that was found, 1 the highest
+    };
+    enum class Origin {
+        Middle,  ///< times are from the instant of decision on
+        Crossing ///< times are from the crossing before it on, half a symbol earlier
+    };
+
+    static constexpr int mostPolygons = 64;
+    static constexpr int mostPoints = 256; ///< of a polygon
+
+    QString name;
+    QString source; ///< where it is published; may be empty
+    Levels levels = Levels::Relative;
+    Origin origin = Origin::Middle;
+    /// Times in symbols and levels, at least three points each; the last joins the first. Inside is
+    /// what a line to afar crosses an odd number of polygon sides from.
+    std::vector<QPolygonF> polygons;
+    /// By which each polygon grows to all sides, or shrinks: a part of a symbol and of the distance
+    /// from level 0 to 1, or the signal's unit of absolute ones.
+    double margin = 0.0;
+    /// The test passes with up to so many hits...
+    std::int64_t mostHits = 0;
+    /// ...in so many symbols.
+    std::int64_t symbolCount = 100'000;
+
+    /// Whether it can be tested: see above, all numbers finite and within 1e6 of 0.
+    bool isUsable() const;
+
+    /// The JSON of docs/density.md, indented.
+    QByteArray toJson() const;
+    /// @param error  one sentence for users, where there is no mask; may be null.
+    static std::optional<Mask> fromJson(const QByteArray& json, QString* error = nullptr);
+
+    /// Masks of published standards.
+    static const std::vector<Mask>& standard();
+
+    /// The polygons with their margin in the plane of a signal: times from the middle of the
+    /// traces.
+    /// @param instant  of decision, from the middle of the traces on.
+    /// @param low,high levels found; matter to relative ones alone.
+    std::vector<QPolygonF> placed(double instant, double low, double high) const;
+};
+
+} // namespace density
