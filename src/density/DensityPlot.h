@@ -1,0 +1,127 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "density/ColorScale.h"
+#include "density/CountingThread.h"
+#include "density/MaskTest.h"
+#include "foundations/Export.h"
+
+#include <QVector>
+#include <QWidget>
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+namespace density {
+
+struct PlotData;
+
+/// Shows how often a signal passed where: the traces of an eye over time in symbols and level, or
+/// the points of a constellation over I and Q. Counts become colours; the legend at the right says
+/// which. What is counted, in how many symbols, and what was left out, stands below the plot.
+///
+/// Wheel: zooms about the pointer; with Shift the X axis alone, with Ctrl the Y axis alone (of an
+/// eye). Drag: pans. Drag with Shift or with the right button: zooms to the rectangle. Double
+/// click: home. Click: tells which symbols passed there, see passed. Keys: Ctrl+Z and Ctrl+Y undo
+/// and redo a zoom, Home goes home, C shows or hides cursors, of which Tab selects one that arrows
+/// move (with Shift ten times as far) and the mouse drags; L switches between logarithmic and
+/// linear colours, S goes to the next colour scale, Space pauses, Del clears.
+///
+/// Counting runs on a thread of its own, into 800 x 600 cells unless the settings say otherwise, of
+/// a constellation into 600 x 600; the plot is drawn 30 times a
+/// second at most, while there is something new. GUI thread, but for counting().
+class ORVANE_API DensityPlot : public QWidget
+{
+    Q_OBJECT
+public:
+    enum class Kind { Eye, Constellation };
+
+    /// @param settings  for an eye with a shape, for a constellation without; else with the
+    /// standard
+    ///                  one, or none. The home is found from the first block that comes, unless
+    ///                  setHome was called.
+    explicit DensityPlot(Kind kind, Counter::Settings settings = {}, QWidget* parent = nullptr);
+    ~DensityPlot() override;
+
+    /// Adds traces of the shape, one after the other, or I, Q, I, Q...; read during the call.
+    /// Ignored while paused. Where counting does not keep up, symbols are left out and counted as
+    /// torn.
+    /// @param count        samples; a trace that is not whole counts as torn.
+    /// @param firstSymbol  number of the first one; the others follow it.
+    void addData(const float* samples, std::size_t count, std::int64_t firstSymbol);
+    void addData(const double* samples, std::size_t count, std::int64_t firstSymbol);
+    /// Counts symbols that others left out as torn. Ignored while paused.
+    void addTorn(std::int64_t count);
+    /// Samples of a trace, or 2 of a point.
+    std::size_t sampleCount() const;
+    /// For producers on other threads, which hand over without the GUI. Lives as long as the plot.
+    CountingThread& counting();
+    /// Forgets all symbols; what is shown stays.
+    void clear();
+
+    /// What is shown unless zoomed. Symbols are counted anew from those kept.
+    void setHome(const Window& home);
+    /// The home becomes what the kept symbols reach, with a tenth to spare.
+    void autoScale();
+    Window window() const;
+    void setPersistence(const Persistence& persistence);
+    void setPaused(bool paused);
+    bool isPaused() const;
+    /// Bd: read-outs have seconds too; 0, as at first: not known.
+    void setSymbolRate(double symbolRate);
+    /// Of the level, or of I and Q, such as "V"; empty at first.
+    void setUnit(const QString& unit);
+    void setColors(ColorScale scale, bool isLogarithmic);
+    void showCursors(bool show);
+
+    /// Tests the traces against a mask, those that are kept first; none ends it. Levels found, see
+    /// Mask::placed.
+    void setMask(const std::optional<Mask>& mask, double instant = 0.0, double low = 0.0,
+                 double high = 1.0);
+    std::optional<MaskTest::Result> maskResult() const;
+    /// Draws the trace, or the point, of a kept symbol over the picture; none ends it. One that is
+    /// not kept is not drawn.
+    void setLitSymbol(const std::optional<std::int64_t>& symbol);
+
+    /// What is shown; null before the first count.
+    SnapshotPtr snapshot() const;
+    /// Paints it as it is, in any size.
+    void renderPicture(QPainter& painter, const QSize& size);
+
+    QSize sizeHint() const override;
+
+signals:
+    /// What was clicked: numbers of the newest 1000 kept symbols that passed within 2 pixels of
+    /// there, the newest first; none where nothing passed.
+    void passed(const QVector<qint64>& symbols, const QPointF& place);
+    /// A new count is shown.
+    void updated();
+    void pausedChanged(bool paused);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool event(QEvent* event) override;
+
+private:
+    friend struct PlotPainter;
+    struct Private;
+
+    void ask();
+    void take(PlotData* data);
+    void showZoom();
+    void tellPassed(const QPointF& pixel);
+    bool moveCursor(int key, bool isFar);
+
+    std::unique_ptr<Private> d;
+};
+
+} // namespace density
