@@ -82,34 +82,6 @@
         <source>F&amp;rame</source>
         <translation>&amp;Rahmen</translation>
     </message>
-    <message>
-        <source>Modulated signal</source>
-        <translation>Moduliertes Signal</translation>
-    </message>
-    <message>
-        <source>SNR</source>
-        <translation>SNR</translation>
-    </message>
-    <message>
-        <source>Energy of a symbol against the density of the noise</source>
-        <translation>Energie eines Symbols gegen die Dichte des Rauschens</translation>
-    </message>
-    <message>
-        <source>Phase noise</source>
-        <translation>Phasenrauschen</translation>
-    </message>
-    <message>
-        <source>RMS by which the carrier&apos;s phase walks in a symbol</source>
-        <translation>Effektivwert, um den die Phase des Trägers in einem Symbol wandert</translation>
-    </message>
-    <message>
-        <source>Carrier offset</source>
-        <translation>Trägerversatz</translation>
-    </message>
-    <message>
-        <source>What is left of it after the receiver</source>
-        <translation>Was der Empfänger davon übrig lässt</translation>
-    </message>
 </context>
 <context>
     <name>CsvLayout</name>
@@ -268,6 +240,62 @@
     <message>
         <source>filter %1</source>
         <translation>Filter %1</translation>
+    </message>
+</context>
+<context>
+    <name>EyePanel</name>
+    <message>
+        <source>Eye</source>
+        <translation>Auge</translation>
+    </message>
+    <message>
+        <source>Sym&amp;bols</source>
+        <translation>Symb&amp;ole</translation>
+    </message>
+    <message>
+        <source>no low-pass</source>
+        <translation>kein Tiefpass</translation>
+    </message>
+    <message>
+        <source>Where a low-pass before the eye is 3 dB down, as a part of the symbol rate</source>
+        <translation>Wo ein Tiefpass vor dem Auge um 3 dB dämpft, als Teil der Symbolrate</translation>
+    </message>
+    <message>
+        <source>Band&amp;width</source>
+        <translation>&amp;Bandbreite</translation>
+    </message>
+    <message>
+        <source>off</source>
+        <translation>aus</translation>
+    </message>
+    <message>
+        <source> bits</source>
+        <translation> Bits</translation>
+    </message>
+    <message>
+        <source>Follows each start bit of an asynchronous serial line, with so many bits after it</source>
+        <translation>Folgt jedem Startbit einer asynchronen seriellen Leitung, mit so vielen Bits danach</translation>
+    </message>
+    <message>
+        <source>Characters</source>
+        <translation>Zeichen</translation>
+    </message>
+    <message>
+        <source>Clock</source>
+        <translation>Takt</translation>
+    </message>
+    <message>
+        <source>known</source>
+        <translation>bekannt</translation>
+    </message>
+    <message>
+        <source>recovered</source>
+        <translation>wiedergewonnen</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <comment>clock of the symbols</comment>
+        <translation>keiner</translation>
     </message>
 </context>
 <context>
@@ -733,6 +761,37 @@
     </message>
 </context>
 <context>
+    <name>ModulationPanel</name>
+    <message>
+        <source>Modulated signal</source>
+        <translation>Moduliertes Signal</translation>
+    </message>
+    <message>
+        <source>SNR</source>
+        <translation>SNR</translation>
+    </message>
+    <message>
+        <source>Energy of a symbol against the density of the noise</source>
+        <translation>Energie eines Symbols gegen die Dichte des Rauschens</translation>
+    </message>
+    <message>
+        <source>Phase noise</source>
+        <translation>Phasenrauschen</translation>
+    </message>
+    <message>
+        <source>RMS by which the carrier&apos;s phase walks in a symbol</source>
+        <translation>Effektivwert, um den die Phase des Trägers in einem Symbol wandert</translation>
+    </message>
+    <message>
+        <source>Carrier offset</source>
+        <translation>Trägerversatz</translation>
+    </message>
+    <message>
+        <source>What is left of it after the receiver</source>
+        <translation>Was der Empfänger davon übrig lässt</translation>
+    </message>
+</context>
+<context>
     <name>ModulationSource</name>
     <message>
         <source>Built-in %1 signal</source>
@@ -1184,58 +1243,6 @@
 <context>
     <name>ParameterPanel</name>
     <message>
-        <source>off</source>
-        <translation>aus</translation>
-    </message>
-    <message>
-        <source> bits</source>
-        <translation> Bits</translation>
-    </message>
-    <message>
-        <source>Follows each start bit of an asynchronous serial line, with so many bits after it</source>
-        <translation>Folgt jedem Startbit einer asynchronen seriellen Leitung, mit so vielen Bits danach</translation>
-    </message>
-    <message>
-        <source>Characters</source>
-        <translation>Zeichen</translation>
-    </message>
-    <message>
-        <source>Signal</source>
-        <translation>Signal</translation>
-    </message>
-    <message>
-        <source>Sample rate</source>
-        <translation>Abtastrate</translation>
-    </message>
-    <message>
-        <source>Length</source>
-        <translation>Länge</translation>
-    </message>
-    <message>
-        <source>Channel</source>
-        <translation>Kanal</translation>
-    </message>
-    <message>
-        <source>&amp;Channel</source>
-        <translation>&amp;Kanal</translation>
-    </message>
-    <message>
-        <source>Time</source>
-        <translation>Zeit</translation>
-    </message>
-    <message>
-        <source>&amp;Span</source>
-        <translation>&amp;Spanne</translation>
-    </message>
-    <message>
-        <source>Axis unit T</source>
-        <translation>Einheit T</translation>
-    </message>
-    <message>
-        <source>Trace</source>
-        <translation>Kurve</translation>
-    </message>
-    <message>
         <source>Level</source>
         <translation>Pegel</translation>
     </message>
@@ -1264,62 +1271,6 @@
         <translation>Sche&amp;ma</translation>
     </message>
     <message>
-        <source>unknown</source>
-        <translation>unbekannt</translation>
-    </message>
-    <message>
-        <source>endless</source>
-        <translation>endlos</translation>
-    </message>
-    <message>
-        <source>of %1</source>
-        <translation>von %1</translation>
-    </message>
-    <message>
-        <source>1 symbol = %1</source>
-        <translation>1 Symbol = %1</translation>
-    </message>
-    <message>
-        <source>%1 samples</source>
-        <translation>%1 Abtastwerte</translation>
-    </message>
-    <message>
-        <source>S&amp;ymbol rate</source>
-        <translation>S&amp;ymbolrate</translation>
-    </message>
-    <message>
-        <source>Eye</source>
-        <translation>Auge</translation>
-    </message>
-    <message>
-        <source>Sym&amp;bols</source>
-        <translation>Symb&amp;ole</translation>
-    </message>
-    <message>
-        <source>Clock</source>
-        <translation>Takt</translation>
-    </message>
-    <message>
-        <source>known</source>
-        <translation>bekannt</translation>
-    </message>
-    <message>
-        <source>recovered</source>
-        <translation>wiedergewonnen</translation>
-    </message>
-    <message>
-        <source>no low-pass</source>
-        <translation>kein Tiefpass</translation>
-    </message>
-    <message>
-        <source>Where a low-pass before the eye is 3 dB down, as a part of the symbol rate</source>
-        <translation>Wo ein Tiefpass vor dem Auge um 3 dB dämpft, als Teil der Symbolrate</translation>
-    </message>
-    <message>
-        <source>Band&amp;width</source>
-        <translation>&amp;Bandbreite</translation>
-    </message>
-    <message>
         <source>F&amp;ull scale</source>
         <translation>&amp;Voll</translation>
     </message>
@@ -1340,61 +1291,8 @@
         <translation>Wie der Desktop</translation>
     </message>
     <message>
-        <source>live</source>
-        <translation>live</translation>
-    </message>
-    <message>
-        <source>Looks for the symbol rate in the samples about the present time</source>
-        <translation>Sucht die Symbolrate in den Abtastwerten um die jetzige Zeit</translation>
-    </message>
-    <message>
-        <source>none found</source>
-        <translation>keine gefunden</translation>
-    </message>
-    <message>
-        <source>unsure, %1</source>
-        <translation>unsicher, %1</translation>
-    </message>
-    <message>
-        <source>sure</source>
-        <translation>sicher</translation>
-    </message>
-    <message>
-        <source>Est&amp;imate</source>
-        <translation>Schät&amp;zen</translation>
-    </message>
-    <message>
-        <source>Channel that is subtracted</source>
-        <translation>Kanal, der abgezogen wird</translation>
-    </message>
-    <message>
-        <source>alone</source>
-        <translation>allein</translation>
-    </message>
-    <message>
-        <source>symbols</source>
-        <translation>Symbole</translation>
-    </message>
-    <message>
-        <source>seconds</source>
-        <translation>Sekunden</translation>
-    </message>
-    <message>
-        <source>What the time axis counts, and the times of the eye</source>
-        <translation>Was die Zeitachse zählt, und worin die Zeiten des Auges sind</translation>
-    </message>
-    <message>
-        <source>A&amp;xis counts</source>
-        <translation>A&amp;chse zählt</translation>
-    </message>
-    <message>
         <source>Fits the axes to what is shown, and lets them follow it (A)</source>
         <translation>Passt die Achsen an das an, was gezeigt wird, und lässt sie ihm folgen (A)</translation>
-    </message>
-    <message>
-        <source>none</source>
-        <comment>clock of the symbols</comment>
-        <translation>keiner</translation>
     </message>
 </context>
 <context>
@@ -2323,6 +2221,77 @@
     </message>
 </context>
 <context>
+    <name>SignalPanel</name>
+    <message>
+        <source>Signal</source>
+        <translation>Signal</translation>
+    </message>
+    <message>
+        <source>Sample rate</source>
+        <translation>Abtastrate</translation>
+    </message>
+    <message>
+        <source>S&amp;ymbol rate</source>
+        <translation>S&amp;ymbolrate</translation>
+    </message>
+    <message>
+        <source>Length</source>
+        <translation>Länge</translation>
+    </message>
+    <message>
+        <source>Est&amp;imate</source>
+        <translation>Schät&amp;zen</translation>
+    </message>
+    <message>
+        <source>Looks for the symbol rate in the samples about the present time</source>
+        <translation>Sucht die Symbolrate in den Abtastwerten um die jetzige Zeit</translation>
+    </message>
+    <message>
+        <source>Channel</source>
+        <translation>Kanal</translation>
+    </message>
+    <message>
+        <source>Channel that is subtracted</source>
+        <translation>Kanal, der abgezogen wird</translation>
+    </message>
+    <message>
+        <source>&amp;Channel</source>
+        <translation>&amp;Kanal</translation>
+    </message>
+    <message>
+        <source>none found</source>
+        <translation>keine gefunden</translation>
+    </message>
+    <message>
+        <source>unsure, %1</source>
+        <translation>unsicher, %1</translation>
+    </message>
+    <message>
+        <source>sure</source>
+        <translation>sicher</translation>
+    </message>
+    <message>
+        <source>unknown</source>
+        <translation>unbekannt</translation>
+    </message>
+    <message>
+        <source>endless</source>
+        <translation>endlos</translation>
+    </message>
+    <message>
+        <source>live</source>
+        <translation>live</translation>
+    </message>
+    <message>
+        <source>of %1</source>
+        <translation>von %1</translation>
+    </message>
+    <message>
+        <source>alone</source>
+        <translation>allein</translation>
+    </message>
+</context>
+<context>
     <name>Snapshot</name>
     <message>
         <source>%1: cannot create the folder; choose another place</source>
@@ -2490,6 +2459,49 @@
     <message>
         <source>symbol rate: none found; give it as a number, and where the frequency carries the symbols --demod fm</source>
         <translation>Symbolrate: keine gefunden; geben Sie sie als Zahl an, und wo die Frequenz die Symbole trägt, --demod fm</translation>
+    </message>
+</context>
+<context>
+    <name>TimePanel</name>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>&amp;Span</source>
+        <translation>&amp;Spanne</translation>
+    </message>
+    <message>
+        <source>symbols</source>
+        <translation>Symbole</translation>
+    </message>
+    <message>
+        <source>seconds</source>
+        <translation>Sekunden</translation>
+    </message>
+    <message>
+        <source>What the time axis counts, and the times of the eye</source>
+        <translation>Was die Zeitachse zählt, und worin die Zeiten des Auges sind</translation>
+    </message>
+    <message>
+        <source>A&amp;xis counts</source>
+        <translation>A&amp;chse zählt</translation>
+    </message>
+    <message>
+        <source>Axis unit T</source>
+        <translation>Einheit T</translation>
+    </message>
+    <message>
+        <source>Trace</source>
+        <translation>Kurve</translation>
+    </message>
+    <message>
+        <source>1 symbol = %1</source>
+        <translation>1 Symbol = %1</translation>
+    </message>
+    <message>
+        <source>%1 samples</source>
+        <translation>%1 Abtastwerte</translation>
     </message>
 </context>
 <context>

@@ -71,7 +71,7 @@ struct Sending
     double amplitude = 0.03;
     double phase = 0.3; // of the carrier, rad
 
-    Samples points() const { return modulation ? ReceiverSettings::pointsOf(*modulation) : levels; }
+    Samples points() const { return modulation ? modulationKinds::points(*modulation) : levels; }
     bool isOffset() const { return modulation == Mod::Oqpsk; }
     double symbolRate() const { return sampleRate / length; } // nominal
     /// Number of the symbol whose middle is at a time.

@@ -62,10 +62,9 @@ double toleranceOf(double symbolCount)
 
 TEST(SymbolRate, IsFoundForLinearModulationsWhateverTheirCarrier)
 {
-    for (const auto scheme :
-         {ModulationSettings::Scheme::Bpsk, ModulationSettings::Scheme::Qam16}) {
+    for (const auto scheme : {ModulationKind::Bpsk, ModulationKind::Qam16}) {
         ModulationSettings settings;
-        settings.scheme = scheme;
+        settings.modulation = scheme;
         settings.snrDb = 15.0;
         settings.sampleRate = sampleRate;
         ModulationSource source(settings);

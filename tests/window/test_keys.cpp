@@ -4,6 +4,7 @@
 
 #include "workbench/window/ParameterDock.h"
 #include "workbench/window/ReceiverPanel.h"
+#include "workbench/window/SignalPanel.h"
 
 #include <QAccessible>
 #include <QCheckBox>
@@ -121,7 +122,7 @@ TEST_F(Keys, ReachEveryMenuEntryAndControlByOneOfItsOwn)
                     window->findChild<QTabWidget*>()->setCurrentIndex(tab);
                     window->refresh();
                     window->measure();
-                    dock.panel().showEstimate(estimate);
+                    dock.panel().signal().showEstimate(estimate);
                     dock.receiver().showReports({carrier});
                     EXPECT_TRUE(QTest::qWaitFor([this] { return cutTexts().isEmpty(); }, 2000))
                         << qPrintable(cutTexts().join(" | "));

@@ -103,7 +103,7 @@ TEST_F(Panels, OfFiguresSayWhatTheSignalMeasures)
 
     for (int scheme = 0; scheme < 5; ++scheme) { // up to 64QAM
         ModulationSettings modulation;
-        modulation.scheme = static_cast<ModulationSettings::Scheme>(scheme);
+        modulation.modulation = static_cast<ModulationKind>(scheme);
         modulation.snrDb = 25.0;
         modulation.seed = scheme == 0 ? 25 : 1; // with which a clock is easily missed
         window->player().openDemo(modulation);

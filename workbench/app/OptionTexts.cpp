@@ -64,7 +64,7 @@ void describeReceiver(const Add& add)
     add("remove-dc", Text::tr("Receiver: takes off what is at 0 Hz."), nullptr);
     add("modulation",
         Text::tr("Receiver: recovers symbols and carrier of <NAME>: %1, at --symbol-rate.")
-            .arg(ReceiverSettings::modulationNames().join(QStringLiteral(", "))),
+            .arg(modulationKinds::names().join(QStringLiteral(", "))),
         "NAME");
     add("no-agc", Text::tr("Receiver: leaves the gain as it is."), nullptr);
     add("no-timing", Text::tr("Receiver: leaves the symbols where they are."), nullptr);

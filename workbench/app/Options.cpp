@@ -197,12 +197,11 @@ ReceiverSettings readReceiver(Reader& reader, const Options& options)
                                     ? ReceiverSettings::Demodulation::Fm
                                     : ReceiverSettings::Demodulation::Am;
     if (reader.isSet("modulation")) {
-        settings.modulation = ReceiverSettings::modulationOf(reader.text("modulation"));
+        settings.modulation = modulationKinds::named(reader.text("modulation"));
         settings.rollOff = usualRollOff;
         if (!settings.modulation)
-            reader.reject(
-                "modulation",
-                Text::tr("give one of %1").arg(ReceiverSettings::modulationNames().join(", ")));
+            reader.reject("modulation",
+                          Text::tr("give one of %1").arg(modulationKinds::names().join(", ")));
         else if (reader.isSet("demod"))
             reader.reject("modulation", Text::tr("leave it or --demod out"));
     }
@@ -258,10 +257,10 @@ bool wantsLevels(const Reader& reader)
 ModulationSettings readModulation(Reader& reader)
 {
     ModulationSettings settings;
-    const QStringList names = ModulationSettings::names();
+    const QStringList names = modulationKinds::names(modulationKinds::builtInCount);
     const int index = names.indexOf(reader.text("demo").toUpper());
     if (index >= 0)
-        settings.scheme = static_cast<ModulationSettings::Scheme>(index);
+        settings.modulation = static_cast<ModulationKind>(index);
     else if (reader.isSet("demo"))
         reader.reject("demo",
                       Text::tr("give one of %1").arg((names + QStringList(levelsName)).join(", ")));

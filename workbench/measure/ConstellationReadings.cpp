@@ -2,6 +2,7 @@
 #include "workbench/measure/ConstellationReadings.h"
 
 #include "workbench/receiver/Decisions.h"
+#include "workbench/sources/Constants.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,7 +12,6 @@ namespace {
 
 using Complex = std::complex<double>;
 
-constexpr double pi = 3.14159265358979323846;
 constexpr std::size_t minPerPoint = 4;
 constexpr double surelyApart = 9.0; // spacing of points against the noise on an axis
 constexpr int softRounds = 12;

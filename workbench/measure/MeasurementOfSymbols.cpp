@@ -4,13 +4,13 @@
 #include "workbench/measure/MeasurementMaker.h"
 #include "workbench/receiver/Decisions.h"
 #include "workbench/receiver/ModulationTable.h"
+#include "workbench/sources/Constants.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
 
-constexpr double pi = 3.14159265358979323846;
 constexpr double percent = 0.01;
 constexpr std::size_t leastClockPoints = 4;
 constexpr std::size_t levelSymbols = 256; // in which the level may change
@@ -97,7 +97,7 @@ void Measurement::Maker::measureConstellation()
 {
     Constellation& constellation = m_result.constellation;
     if (m_setup.modulation)
-        constellation.modulation = QString::fromLatin1(modulations::of(*m_setup.modulation).name);
+        constellation.modulation = modulationKinds::name(*m_setup.modulation);
     else
         miss("constellation.modulation", tr("the modulation is not known"));
     if (const QString why = whyNoConstellation(); !why.isEmpty()) {

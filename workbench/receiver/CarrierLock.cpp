@@ -1,12 +1,13 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/receiver/CarrierLock.h"
 
+#include "workbench/sources/Constants.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace {
 
-constexpr double pi = 3.14159265358979323846;
 constexpr double startPart = 0.125;   // of the square of the points' spacing: noise at first
 constexpr double leastNoise = 1e-4;   // what is below is of the loop itself
 constexpr double mostNoise = 0.5;     // of as much, points tell nothing

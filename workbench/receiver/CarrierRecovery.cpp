@@ -1,12 +1,13 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/receiver/CarrierRecovery.h"
 
+#include "workbench/sources/Constants.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace {
 
-constexpr double pi = 3.14159265358979323846;
 constexpr std::size_t leastSymbols = 16;
 constexpr double localPart = 0.5;     // of the lock quality: that of the symbols about one
 constexpr double offsetRange = 0.02;  // of a symbol rate, times the power, either way

@@ -2,10 +2,10 @@
 #include "workbench/receiver/CarrierSearch.h"
 
 #include "workbench/receiver/SpectralPeak.h"
+#include "workbench/sources/Constants.h"
 
 namespace {
 
-constexpr double pi = 3.14159265358979323846;
 constexpr std::size_t padding = 4;   // against the window
 constexpr double significance = 7.0; // beyond the highest of as many lines of noise
 

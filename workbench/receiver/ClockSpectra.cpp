@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/receiver/ClockSpectra.h"
 
+#include "workbench/sources/Constants.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -16,7 +18,7 @@ constexpr double ln2 = 0.6931471805599453; // median over mean of an exponential
 /// Window after Hann, 0 at both ends and 1 in the middle.
 double taper(std::size_t index, std::size_t length)
 {
-    const double turn = 2.0 * M_PI / static_cast<double>(length);
+    const double turn = 2.0 * pi / static_cast<double>(length);
     return 0.5 - 0.5 * std::cos(turn * (static_cast<double>(index) + 0.5));
 }
 
@@ -99,7 +101,7 @@ std::array<Complex, pieceCount> piecesOf(const std::vector<double>& wave, double
     const std::size_t length = wave.size();
     const std::size_t first = length / 8;
     const std::size_t used = length - 2 * first;
-    const double step = 2.0 * M_PI * bin / static_cast<double>(length);
+    const double step = 2.0 * pi * bin / static_cast<double>(length);
     std::array<Complex, pieceCount> pieces{};
     for (std::size_t i = 0; i < used; ++i)
         pieces[i * pieceCount / used] +=
@@ -127,9 +129,8 @@ std::vector<double> strengthOf(const std::vector<double>& power)
 
 } // namespace
 
-std::optional<ClockSpectra> ClockSpectra::of(const SymbolRateEstimate::Signal& signal,
-                                             std::size_t start, std::size_t length,
-                                             FourierTransforms& transforms)
+std::optional<ClockSpectra> ClockSpectra::of(const SampledSignal& signal, std::size_t start,
+                                             std::size_t length, FourierTransforms& transforms)
 {
     const auto from = signal.samples.begin() + static_cast<std::ptrdiff_t>(start);
     const std::vector<Complex> spectrum =
@@ -288,7 +289,7 @@ double ClockSpectra::Spectrum::refined(double bin) const
             weight += place * place * std::abs(rest);
         }
         const double slope = turn + (weight > 0.0 ? moment / weight : 0.0);
-        bin += slope / (2.0 * M_PI) * binsPerTurn;
+        bin += slope / (2.0 * pi) * binsPerTurn;
     }
     return bin;
 }
@@ -325,7 +326,7 @@ double ClockSpectra::repetition(double rate) const
     constexpr int lastPeriod = 12;
     double highest = 0.0;
     for (int period = firstPeriod; period <= lastPeriod; ++period) {
-        const Complex step = std::polar(1.0, 2.0 * M_PI * period / (rate * m_duration));
+        const Complex step = std::polar(1.0, 2.0 * pi * period / (rate * m_duration));
         Complex turn = 1.0;
         Complex sum;
         double total = 0.0;

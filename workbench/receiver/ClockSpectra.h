@@ -2,7 +2,7 @@
 #pragma once
 
 #include "workbench/receiver/FourierTransforms.h"
-#include "workbench/receiver/SymbolRateEstimate.h"
+#include "workbench/receiver/SampledSignal.h"
 
 #include <array>
 #include <complex>
@@ -35,9 +35,8 @@ public:
     /// @param start, length  of the part, within the signal, which is finite; its real parts only
     ///                       where it is not complex. At least 1024 samples.
     /// @return none where it has no power.
-    static std::optional<ClockSpectra> of(const SymbolRateEstimate::Signal& signal,
-                                          std::size_t start, std::size_t length,
-                                          FourierTransforms& transforms);
+    static std::optional<ClockSpectra> of(const SampledSignal& signal, std::size_t start,
+                                          std::size_t length, FourierTransforms& transforms);
 
     const std::array<Spectrum, 2>& spectra() const { return m_spectra; }
     double sampleRate() const { return m_sampleRate; } ///< Hz

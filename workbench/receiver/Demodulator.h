@@ -1,8 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "workbench/receiver/LiquidHandle.h"
 #include "workbench/receiver/ReceiverStage.h"
+#include "workbench/sources/LiquidHandle.h"
 
 struct freqdem_s;
 

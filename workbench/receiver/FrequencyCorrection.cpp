@@ -2,13 +2,13 @@
 #include "workbench/receiver/FrequencyCorrection.h"
 
 #include "workbench/receiver/MeasuringFilter.h"
+#include "workbench/sources/Constants.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
 
-constexpr double pi = 3.14159265358979323846;
 constexpr std::size_t leastSymbols = 16;
 constexpr double sameFrequency = 0.02;  // cycles a symbol: closer ones are followed by the loop
 constexpr std::size_t turnLength = 256; // samples from phase to phase: errors do not add up

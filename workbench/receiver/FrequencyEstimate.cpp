@@ -2,13 +2,13 @@
 #include "workbench/receiver/FrequencyEstimate.h"
 
 #include "workbench/receiver/ModulationTable.h"
+#include "workbench/sources/Constants.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
 
-constexpr double pi = 3.14159265358979323846;
 constexpr double range = 1.0;          // cycles a symbol, looked for on either side
 constexpr double reach = 2.2;          // of the spectrum that is looked at, symbol rates
 constexpr double bandWidth = 1.0 / 64; // symbol rates

@@ -1,13 +1,11 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/receiver/FrequencyShift.h"
 
+#include "workbench/sources/Constants.h"
+
 #include <liquid/liquid.h>
 
-namespace {
-
-constexpr double pi = 3.14159265358979323846;
-
-} // namespace
+namespace {} // namespace
 
 FrequencyShift::FrequencyShift()
     : m_oscillator(nco_crcf_create(LIQUID_VCO), nco_crcf_destroy)

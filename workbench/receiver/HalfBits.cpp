@@ -9,7 +9,7 @@
 
 namespace {
 
-using Code = SymbolRateEstimate::Code;
+using Code = HalfBits::Code;
 using Complex = std::complex<double>;
 using Samples = std::vector<Complex>;
 
@@ -187,8 +187,8 @@ Code codeOf(const Samples& samples, double halfLength, bool isEnvelope = false)
 
 } // namespace
 
-SymbolRateEstimate::Code HalfBits::codeOf(const SymbolRateEstimate::Signal& signal,
-                                          std::size_t start, std::size_t length, double rate)
+HalfBits::Code HalfBits::codeOf(const SampledSignal& signal, std::size_t start, std::size_t length,
+                                double rate)
 {
     const double halfLength = signal.sampleRate / rate;
     if (!(halfLength >= 2.0))

@@ -1,7 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "workbench/receiver/SymbolRateEstimate.h"
+#include "workbench/receiver/SampledSignal.h"
 
 #include <cstddef>
 
@@ -12,9 +12,16 @@
 /// show one of both in most of the signal, frames and idle lines may interrupt it.
 struct HalfBits
 {
+    /// How bits become symbols.
+    enum class Code {
+        Plain,       ///< one symbol each, as far as can be seen
+        Manchester,  ///< two opposite half bits
+        ReturnToZero ///< a pulse in the first half, and rest in the second
+    };
+
     /// @param start, length  of the part to look at, within the signal, which is finite.
     /// @param rate  of the supposed halves, Bd; needs two samples each.
     /// @return Plain where they are no halves, and for fewer than 48 bits.
-    static SymbolRateEstimate::Code codeOf(const SymbolRateEstimate::Signal& signal,
-                                           std::size_t start, std::size_t length, double rate);
+    static Code codeOf(const SampledSignal& signal, std::size_t start, std::size_t length,
+                       double rate);
 };

@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/receiver/Interpolation.h"
 
+#include "workbench/sources/Constants.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -9,7 +11,6 @@
 namespace {
 
 constexpr std::size_t phaseCount = 512;
-constexpr double pi = 3.14159265358979323846;
 constexpr double windowShape = 7.0; // of Kaiser, about 70 dB
 
 std::vector<float> table()

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "workbench/receiver/FirFilter.h"
-#include "workbench/receiver/LiquidHandle.h"
 #include "workbench/receiver/ReceiverStage.h"
+#include "workbench/sources/LiquidHandle.h"
 
 #include <optional>
 

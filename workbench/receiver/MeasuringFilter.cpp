@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/receiver/MeasuringFilter.h"
 
+#include "workbench/sources/Constants.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numeric>
@@ -11,7 +13,6 @@ namespace {
 
 using Filter = ReceiverSettings::Filter;
 
-constexpr double pi = 3.14159265358979323846;
 constexpr unsigned gaussianReach = 2; // symbols to either side
 
 /// Symbols to either side after which a raised cosine's tail is 60 dB down.

@@ -1,7 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "workbench/receiver/ReceiverSettings.h"
+#include "workbench/sources/ModulationKind.h"
 
 #include <complex>
 #include <vector>
@@ -9,7 +9,6 @@
 /// What a receiver has to know of a modulation.
 struct Modulation
 {
-    const char* name;     ///< as people write it
     unsigned power;       ///< that undoes it
     bool hasAmplitudes;   ///< points are not on one circle
     bool alternates;      ///< every other symbol is turned by an eighth of a turn
@@ -25,8 +24,6 @@ struct Modulation
 
 namespace modulations {
 
-const Modulation& of(ReceiverSettings::Modulation modulation);
-/// All of them, in the order of ReceiverSettings::Modulation.
-const std::vector<Modulation>& all();
+const Modulation& of(ModulationKind kind);
 
 } // namespace modulations

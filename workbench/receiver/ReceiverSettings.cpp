@@ -1,8 +1,6 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/receiver/ReceiverSettings.h"
 
-#include "workbench/receiver/ModulationTable.h"
-
 #include <cmath>
 #include <tuple>
 
@@ -11,29 +9,6 @@ namespace {
 const char* const filters[] = {"rrc", "rc", "gaussian", "boxcar", "half-sine"};
 
 } // namespace
-
-QStringList ReceiverSettings::modulationNames()
-{
-    QStringList names;
-    for (const ::Modulation& modulation : modulations::all())
-        names += QString::fromLatin1(modulation.name);
-    return names;
-}
-
-std::optional<ReceiverSettings::Modulation> ReceiverSettings::modulationOf(const QString& name)
-{
-    const QStringList names = modulationNames();
-    for (int index = 0; index < names.size(); ++index) {
-        if (names[index].compare(name, Qt::CaseInsensitive) == 0)
-            return static_cast<Modulation>(index);
-    }
-    return std::nullopt;
-}
-
-std::vector<std::complex<double>> ReceiverSettings::pointsOf(Modulation modulation)
-{
-    return modulations::of(modulation).points;
-}
 
 QStringList ReceiverSettings::filterNames()
 {

@@ -1,14 +1,13 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/sources/ModulationKind.h"
 #include "workbench/sources/Result.h"
 
 #include <QCoreApplication>
 #include <QStringList>
 
-#include <complex>
 #include <optional>
-#include <vector>
 
 /// What a receiver does to a signal, stage by stage. What is not set is not done.
 struct ReceiverSettings
@@ -20,7 +19,7 @@ public:
         Fm,     ///< frequency: FSK, GMSK, C4FM
         Am      ///< envelope: OOK, ASK
     };
-    enum class Modulation { Bpsk, Qpsk, Psk8, Qam16, Qam64, Oqpsk, Pi4Dqpsk };
+    using Modulation = ModulationKind;
     /// Measuring filters; matched ones, or such that open an eye.
     enum class Filter { RootRaisedCosine, RaisedCosine, Gaussian, Boxcar, HalfSine };
 
@@ -35,12 +34,6 @@ public:
     static constexpr double usualRollOff = 0.35;
     static constexpr double minSquelch = -150.0;
     static constexpr double maxSquelch = 60.0; ///< samples may exceed their full scale
-
-    /// Names of the modulations, as people write them, in order.
-    static QStringList modulationNames();
-    static std::optional<Modulation> modulationOf(const QString& name);
-    /// The points of a modulation, their mean power is 1.
-    static std::vector<std::complex<double>> pointsOf(Modulation modulation);
 
     /// Names of the filters, in order.
     static QStringList filterNames();

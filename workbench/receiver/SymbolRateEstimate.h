@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/receiver/HalfBits.h"
 #include "workbench/receiver/ReceiverSettings.h"
 #include "workbench/sources/ChannelChoice.h"
 #include "workbench/sources/SignalSource.h"
@@ -8,11 +9,9 @@
 #include <QCoreApplication>
 #include <QString>
 
-#include <complex>
 #include <cstddef>
 #include <functional>
 #include <optional>
-#include <vector>
 
 /// The symbol rate of a signal, from its samples alone, and how sure that is.
 ///
@@ -37,12 +36,8 @@ public:
         Unsure, ///< a line, but not a clear one, or one of several: look at the eye
         Sure
     };
-    /// How bits become symbols.
-    enum class Code {
-        Plain,       ///< one symbol each, as far as can be seen
-        Manchester,  ///< two opposite half bits
-        ReturnToZero ///< a pulse in the first half, and rest in the second
-    };
+    using Code = HalfBits::Code;
+    using Signal = SampledSignal;
     /// Called now and then with the part done of one place, 0 to 1; false ends the estimate. May be
     /// empty.
     using GoOn = std::function<bool(double part)>;
@@ -50,14 +45,6 @@ public:
     static constexpr std::size_t maxSampleCount = 1 << 18; ///< looked at at a time
     static constexpr double minSure = 0.95;
     static constexpr double minSymbolCount = 100.0; ///< with which it can be sure
-
-    /// Samples of one signal in a row.
-    struct Signal
-    {
-        std::vector<std::complex<double>> samples;
-        bool isComplex = false;  ///< else imaginary parts do not count
-        double sampleRate = 1.0; ///< Hz
-    };
 
     /// Of a signal as it is; at most its middle maxSampleCount samples. What is not finite counts
     /// as 0. None for a bad sample rate, and where it was ended.

@@ -2,6 +2,7 @@
 #include "workbench/receiver/SymbolTiming.h"
 
 #include "workbench/receiver/WeightedSums.h"
+#include "workbench/sources/Constants.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,7 +14,6 @@
 
 namespace {
 
-constexpr double pi = 3.14159265358979323846;
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double halfBand = 0.07;       // about half the symbol rate, symbol rates
 constexpr float stopBand = 50.0F;       // dB

@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/receiver/TimingRefinement.h"
 
+#include "workbench/sources/Constants.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -11,7 +13,6 @@ constexpr std::size_t reach = 4;        // groups about one, on either side
 constexpr double mostEarly = 0.25;      // symbols: more is no error of the clock
 constexpr std::size_t leastMembers = 8; // of a group that tells the clock by itself
 constexpr std::size_t pulseReach = 8;   // symbols on either side whose pulses have slopes
-constexpr double pi = 3.14159265358979323846;
 
 /// Slope of a raised cosine pulse some whole symbols from its middle, a symbol period.
 double slopeOfPulse(double symbols, double rollOff)

@@ -1,11 +1,12 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/sources/ModulationSource.h"
 
+#include "workbench/sources/Constants.h"
+
 #include <cmath>
 #include <complex>
 #include <deque>
 #include <random>
-#include <type_traits>
 
 #include <liquid/liquid.h>
 
@@ -13,7 +14,6 @@ namespace {
 
 using Sample = std::complex<float>;
 
-constexpr double pi = 3.14159265358979323846;
 constexpr unsigned sentPerSymbol = 4; // samples, enough for the pulses' bandwidth
 constexpr unsigned halfLength = 10;   // of the pulses, symbols
 constexpr float rollOff = 0.35F;
@@ -36,35 +36,7 @@ constexpr Stage stages[] = {{true, 2e-3F, 4e-4F, 2000},
                             {true, 3e-4F, 1e-4F, 3000},
                             {false, 1e-4F, 2e-5F, 3000}};
 
-struct Kind
-{
-    const char* name;
-    modulation_scheme scheme;
-};
-constexpr Kind kinds[] = {{"BPSK", LIQUID_MODEM_BPSK},
-                          {"QPSK", LIQUID_MODEM_QPSK},
-                          {"8PSK", LIQUID_MODEM_PSK8},
-                          {"16QAM", LIQUID_MODEM_QAM16},
-                          {"64QAM", LIQUID_MODEM_QAM64}};
-
-const Kind& kindOf(const ModulationSettings& settings)
-{
-    return kinds[static_cast<int>(settings.scheme)];
-}
-
-/// Owner of an object of liquid-dsp.
-template<class Handle>
-using Owner = std::unique_ptr<std::remove_pointer_t<Handle>, int (*)(Handle)>;
-
 } // namespace
-
-QStringList ModulationSettings::names()
-{
-    QStringList result;
-    for (const Kind& kind : kinds)
-        result += QString::fromLatin1(kind.name);
-    return result;
-}
 
 struct ModulationSource::Transmitter
 {
@@ -82,8 +54,8 @@ struct ModulationSource::Transmitter
         firinterp_crcf_execute(pulses.get(), symbol, samples);
     }
 
-    Owner<modemcf> modem{nullptr, modemcf_destroy};
-    Owner<firinterp_crcf> pulses;
+    LiquidHandle<modemcf> modem{nullptr, modemcf_destroy};
+    LiquidHandle<firinterp_crcf> pulses;
     std::mt19937 data;
 };
 
@@ -117,7 +89,7 @@ struct ModulationSource::Channel
         return count;
     }
 
-    Owner<resamp_crcf> clock;
+    LiquidHandle<resamp_crcf> clock;
     std::mt19937 random;
     std::normal_distribution<double> normal;
     double noise = 0.0; // RMS of I and of Q, where the power of the signal is 1
@@ -156,9 +128,9 @@ struct ModulationSource::Receiver
         nco_crcf_pll_step(carrier.get(), modemcf_get_demodulator_phase_error(modem.get()));
     }
 
-    Owner<symsync_crcf> clock;
-    Owner<nco_crcf> carrier;
-    Owner<modemcf> modem{nullptr, modemcf_destroy};
+    LiquidHandle<symsync_crcf> clock;
+    LiquidHandle<nco_crcf> carrier;
+    LiquidHandle<modemcf> modem{nullptr, modemcf_destroy};
     std::int64_t number = 0; // of the next sample
     std::deque<Sample> received;
 };
@@ -166,7 +138,7 @@ struct ModulationSource::Receiver
 ModulationSource::ModulationSource(const ModulationSettings& settings)
     : m_settings(settings)
 {
-    m_facts.name = tr("Built-in %1 signal").arg(QString::fromLatin1(kindOf(settings).name));
+    m_facts.name = tr("Built-in %1 signal").arg(modulationKinds::name(settings.modulation));
     m_facts.sampleRate = settings.sampleRate;
     m_facts.isComplex = true;
     m_facts.symbolRate = settings.sampleRate / samplesPerSymbol;
@@ -201,10 +173,10 @@ void ModulationSource::start()
     m_receiver = std::make_unique<Receiver>();
     for (const Stage& stage : stages) {
         // No other scheme has so few phases to lock to by mistake.
-        const modulation_scheme data = kindOf(m_settings).scheme;
-        const auto preamble = data == LIQUID_MODEM_BPSK ? data : LIQUID_MODEM_QPSK;
-        for (Owner<modemcf>* modem : {&m_transmitter->modem, &m_receiver->modem})
-            modem->reset(modemcf_create(stage.isPreamble ? preamble : data));
+        const ModulationKind data = m_settings.modulation;
+        const auto preamble = data == ModulationKind::Bpsk ? data : ModulationKind::Qpsk;
+        for (LiquidHandle<modemcf>* modem : {&m_transmitter->modem, &m_receiver->modem})
+            *modem = modulationKinds::modem(stage.isPreamble ? preamble : data);
         symsync_crcf_set_lf_bw(m_receiver->clock.get(), stage.clock);
         nco_crcf_pll_set_bandwidth(m_receiver->carrier.get(), stage.carrier);
         skip(static_cast<std::size_t>(stage.symbolCount) * std::size_t{samplesPerSymbol});

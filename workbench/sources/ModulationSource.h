@@ -1,25 +1,21 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/sources/ModulationKind.h"
 #include "workbench/sources/SignalSource.h"
 
 #include <QCoreApplication>
-#include <QStringList>
 
 #include <memory>
 
 struct ModulationSettings
 {
-    enum class Scheme { Bpsk, Qpsk, Psk8, Qam16, Qam64 };
     static constexpr double minSnrDb = 0.0;
     static constexpr double maxSnrDb = 60.0;
     static constexpr double maxPhaseNoise = 0.02;
     static constexpr double maxCarrierError = 0.02;
 
-    /// Names of the schemes, as people write them, in order.
-    static QStringList names();
-
-    Scheme scheme = Scheme::Qpsk;
+    ModulationKind modulation = ModulationKind::Qpsk; ///< one that is built in
     double sampleRate = 48000.0; ///< Hz, > 0; there are ModulationSource::samplesPerSymbol
     double snrDb = 28.0;         ///< energy of a symbol against the noise's spectral density
     double carrierOffset = 1e-3; ///< cycles a symbol

@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/sources/NrzSource.h"
+
 #include <QWidget>
 
 class Player;
@@ -9,8 +11,7 @@ class QLabel;
 class QSlider;
 class QSpinBox;
 
-/// What can be set of the built-in signals: the section of the one that plays. It changes nothing
-/// itself; the signals say what the user wants, and come from the user only.
+/// What the built-in signal of levels has; shown while it plays.
 class BuiltInPanel : public QWidget
 {
     Q_OBJECT
@@ -20,40 +21,19 @@ public:
     void show(const Player& player);
 
 signals:
-    void noiseChosen(double rms); ///< These as in NrzSettings.
-    void jitterChosen(double rms);
-    void levelCountChosen(int count);
-    void bandwidthChosen(double part);
-    void frameChosen(int symbolCount);
-    void snrChosen(double decibels); ///< These as in ModulationSettings.
-    void phaseNoiseChosen(double rms);
-    void carrierErrorChosen(double cyclesPerSymbol);
+    void chosen(const NrzSettings& settings);
 
 private:
-    void addBuiltInSection();
-    void addDemoSection();
-    void showBuiltIn(const Player& player);
-    void showDemo(const Player& player);
-    void describeNoise();
-    void describeJitter();
-    void describeBandwidth();
-    void describeDemo();
+    void connectControls();
+    void describe();
 
-    QWidget* m_builtIn; // section of the signal of levels
+    NrzSettings m_settings;
     QSlider* m_noise;
     QLabel* m_noiseText;
     QSlider* m_jitter;
     QLabel* m_jitterText;
-    QComboBox* m_levels;
     QSlider* m_bandwidth;
     QLabel* m_bandwidthText;
+    QComboBox* m_levels;
     QSpinBox* m_frame;
-    QWidget* m_demo; // section of the modulated signal
-    QSlider* m_snr;
-    QLabel* m_snrText;
-    QSlider* m_phaseNoise;
-    QLabel* m_phaseNoiseText;
-    QSlider* m_carrierError;
-    QLabel* m_carrierErrorText;
-    double m_demoSymbolRate = 1.0;
 };

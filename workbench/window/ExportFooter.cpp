@@ -50,7 +50,7 @@ ExportFooter::ExportFooter(const SignalFeed& feed, const QString& gate, const QS
             source +=
                 tr("filter %1").arg(ReceiverSettings::filterNames()[static_cast<int>(*filter)]);
         if (receiver.modulation)
-            source += ReceiverSettings::modulationNames()[static_cast<int>(*receiver.modulation)];
+            source += modulationKinds::name(*receiver.modulation);
     }
     m_paragraphs = QStringList{joined(source), gate, joined(figures)};
     m_paragraphs.removeAll(QString());

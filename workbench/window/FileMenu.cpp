@@ -42,10 +42,10 @@ FileMenu::FileMenu(QMainWindow& window)
     QAction* builtIn = menus::add(window, *this, tr("&Built-in signal"), Qt::CTRL + Qt::Key_B);
     connect(builtIn, &QAction::triggered, this, &FileMenu::builtInChosen);
     QMenu* demos = addMenu(tr("&Modulated signal"));
-    const QStringList names = ModulationSettings::names();
+    const QStringList names = modulationKinds::names(modulationKinds::builtInCount);
     for (int i = 0; i < names.size(); ++i) {
         connect(demos->addAction(names[i]), &QAction::triggered, this,
-                [this, i] { emit demoChosen(static_cast<ModulationSettings::Scheme>(i)); });
+                [this, i] { emit demoChosen(static_cast<ModulationKind>(i)); });
     }
     QAction* keeping = menus::add(window, *this, tr("&Export..."), Qt::CTRL + Qt::Key_E);
     connect(keeping, &QAction::triggered, this, &FileMenu::exportWanted);

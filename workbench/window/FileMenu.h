@@ -28,7 +28,7 @@ signals:
     void recentChosen(const QString& fileName); ///< One that was opened before.
     void streamChosen(const QString& address, const Recording::Options& options);
     void builtInChosen();
-    void demoChosen(ModulationSettings::Scheme scheme);
+    void demoChosen(ModulationKind scheme);
     void informationWanted();
     void exportWanted();
 

@@ -1,13 +1,15 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/GatePanel.h"
 
+#include "workbench/feed/SignalFeed.h"
 #include "workbench/window/PanelForm.h"
-#include "workbench/window/Player.h"
 #include "workbench/window/QuantityEditor.h"
 
 #include <QComboBox>
 #include <QLabel>
 #include <QSignalBlocker>
+
+#include <algorithm>
 
 namespace {
 
@@ -18,9 +20,7 @@ constexpr int digits = 7; // of a time
 GatePanel::GatePanel(QWidget* parent)
     : QWidget(parent)
 {
-    auto* sections = new QVBoxLayout(this);
-    sections->setContentsMargins(0, 0, 0, 0);
-    QFormLayout* form = panelForm::addSection(*this, tr("Gate"));
+    QFormLayout* form = panelForm::makeSection(*this, tr("Gate"));
     m_kind = new QComboBox(this);
     m_kind->addItems({tr("What is shown"), tr("From a time to another")});
     m_kind->setToolTip(tr("What eye, constellation and figures are of"));
@@ -28,14 +28,10 @@ GatePanel::GatePanel(QWidget* parent)
     form->addRow(m_kind);
     m_from = addTime(tr("Be&gin"));
     m_to = addTime(tr("&End"));
-    form->addRow(tr("Be&gin"), m_from);
+    panelForm::addControl(*form, tr("Be&gin"), m_from);
     form->addRow(tr("&End"), m_to);
-    form->labelForField(m_from)->setMinimumWidth(panelForm::nameWidth);
     connect(m_kind, QOverload<int>::of(&QComboBox::activated), this, [this](int kind) {
-        if (kind == 0)
-            emit shownChosen();
-        else
-            emit stretchChosen(m_from->value(), m_to->value());
+        emit chosen({kind != 0, m_from->value(), m_to->value()});
     });
 }
 
@@ -45,14 +41,13 @@ TimeEditor* GatePanel::addTime(const QString& name)
     editor->setAccessibleName(QString(name).remove(QLatin1Char('&')));
     connect(editor, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, [this] {
         if (m_to->value() > m_from->value())
-            emit stretchChosen(m_from->value(), m_to->value());
+            emit chosen({true, m_from->value(), m_to->value()});
     });
     return editor;
 }
 
-void GatePanel::show(const Player& player)
+void GatePanel::show(const SignalFeed& feed)
 {
-    const SignalFeed& feed = player.feed();
     const Gate& gate = feed.gate();
     const auto length = feed.transport().length();
     setVisible(length.has_value());

@@ -3,23 +3,28 @@
 
 #include <QWidget>
 
-class Player;
 class QComboBox;
+class SignalFeed;
 class TimeEditor;
 
-/// The gate: what the time view shows, or the stretch between two times. It changes nothing itself;
-/// the signals say what the user wants, and come from the user only.
+/// The gate: what the time view shows, or the stretch between two times.
 class GatePanel : public QWidget
 {
     Q_OBJECT
 public:
+    struct Settings
+    {
+        bool isFixed = false;
+        double from = 0.0; ///< s, where it is
+        double to = 0.0;
+    };
+
     explicit GatePanel(QWidget* parent);
 
-    void show(const Player& player);
+    void show(const SignalFeed& feed);
 
 signals:
-    void shownChosen();
-    void stretchChosen(double from, double to); ///< s
+    void chosen(const GatePanel::Settings& settings);
 
 private:
     TimeEditor* addTime(const QString& name);

@@ -144,9 +144,9 @@ void MainWindow::buildMenus()
         m_player.openBuiltIn(m_player.builtIn());
         feed().transport().play();
     });
-    connect(m_file, &FileMenu::demoChosen, this, [this](ModulationSettings::Scheme scheme) {
+    connect(m_file, &FileMenu::demoChosen, this, [this](ModulationKind kind) {
         ModulationSettings settings = m_player.demo();
-        settings.scheme = scheme;
+        settings.modulation = kind;
         m_player.openDemo(settings);
         feed().transport().play();
     });

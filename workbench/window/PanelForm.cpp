@@ -3,6 +3,7 @@
 
 #include <QLabel>
 #include <QSlider>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -23,12 +24,24 @@ QFormLayout* panelForm::addSection(QWidget& panel, const QString& title)
     return form;
 }
 
+QFormLayout* panelForm::makeSection(QWidget& panel, const QString& title)
+{
+    auto* sections = new QVBoxLayout(&panel);
+    sections->setContentsMargins(0, 0, 0, 0);
+    return addSection(panel, title);
+}
+
+void panelForm::addControl(QFormLayout& form, const QString& name, QWidget* control)
+{
+    form.addRow(name, control);
+    form.labelForField(control)->setMinimumWidth(nameWidth);
+}
+
 QLabel* panelForm::addFact(QFormLayout& form, const QString& name)
 {
     auto* value = new QLabel(form.parentWidget());
     value->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    form.addRow(name, value);
-    form.labelForField(value)->setMinimumWidth(nameWidth);
+    addControl(form, name, value);
     return value;
 }
 
@@ -58,7 +71,6 @@ QSlider* panelForm::addSlider(QFormLayout& form, const QString& name, int lowest
     line->setContentsMargins(0, 0, 0, 0);
     line->addWidget(slider, 1);
     line->addWidget(*value);
-    form.addRow(name, row);
-    form.labelForField(row)->setMinimumWidth(nameWidth);
+    addControl(form, name, row);
     return slider;
 }

@@ -14,6 +14,10 @@ constexpr int nameWidth = 96;
 
 /// A section with a heading, appended to a panel that has a layout.
 QFormLayout* addSection(QWidget& panel, const QString& title);
+/// The section that is all of a panel, which has no layout yet.
+QFormLayout* makeSection(QWidget& panel, const QString& title);
+/// A control with its name, which is as wide as all of them.
+void addControl(QFormLayout& form, const QString& name, QWidget* control);
 /// A value that can be read only.
 QLabel* addFact(QFormLayout& form, const QString& name);
 /// Keeps room in a label for any of these texts, so that nothing moves when it changes.

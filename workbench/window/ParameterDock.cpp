@@ -2,11 +2,15 @@
 #include "workbench/window/ParameterDock.h"
 
 #include "workbench/window/BuiltInPanel.h"
+#include "workbench/window/EyePanel.h"
 #include "workbench/window/GatePanel.h"
+#include "workbench/window/ModulationPanel.h"
 #include "workbench/window/ParameterPanel.h"
 #include "workbench/window/Player.h"
 #include "workbench/window/ReceiverPanel.h"
+#include "workbench/window/SignalPanel.h"
 #include "workbench/window/SymbolRateSearch.h"
+#include "workbench/window/TimePanel.h"
 
 #include <QEvent>
 #include <QLabel>
@@ -96,30 +100,41 @@ void ParameterDock::showReports()
 
 void ParameterDock::connectTo(Player& player)
 {
-    connect(m_panel, &ParameterPanel::channelChosen, &player, &Player::setChannel);
-    connect(m_panel, &ParameterPanel::spanChosen, &player, &Player::setSpan);
-    connect(m_panel, &ParameterPanel::countingSymbolsChosen, &player, &Player::setCountingSymbols);
-    connect(m_panel, &ParameterPanel::symbolRateChosen, &player, &Player::setSymbolRate);
-    connect(m_panel, &ParameterPanel::eyeSymbolCountChosen, &player, &Player::setEyeSymbolCount);
-    connect(m_panel, &ParameterPanel::eyeBandwidthChosen, &player, &Player::setEyeBandwidth);
-    connect(m_panel, &ParameterPanel::charactersChosen, &player, [&player](int bits) {
-        ReceiverSettings settings = player.feed().receiver();
-        settings.characterBits = bits > 0 ? std::optional(bits) : std::nullopt;
-        player.setReceiver(settings);
-    });
+    connect(&m_panel->signal(), &SignalPanel::chosen, &player,
+            [this, &player](const SignalPanel::Settings& settings) {
+                if (!(settings.channel == player.feed().channel()))
+                    player.setChannel(settings.channel);
+                if (settings.symbolRate != player.feed().symbolRate().value_or(0.0)) {
+                    player.setSymbolRate(settings.symbolRate);
+                    m_panel->signal().showEstimate(std::nullopt);
+                }
+            });
+    connect(&m_panel->time(), &TimePanel::chosen, &player,
+            [&player](const TimePanel::Settings& settings) {
+                if (settings.span != player.feed().span())
+                    player.setSpan(settings.span);
+                if (settings.countsSymbols != player.feed().time().countsSymbols())
+                    player.setCountingSymbols(settings.countsSymbols);
+            });
+    connect(&m_panel->gate(), &GatePanel::chosen, &player,
+            [&player](const GatePanel::Settings& settings) {
+                if (settings.isFixed)
+                    player.fixGate(settings.from, settings.to);
+                else
+                    player.releaseGate();
+            });
+    connect(&m_panel->eye(), &EyePanel::chosen, &player,
+            [&player](const EyePanel::Settings& settings) {
+                player.setEye(settings.symbolCount, settings.bandwidth);
+                ReceiverSettings receiver = player.feed().receiver();
+                if (receiver.characterBits != settings.characterBits) {
+                    receiver.characterBits = settings.characterBits;
+                    player.setReceiver(receiver);
+                }
+            });
+    connect(&m_panel->builtIn(), &BuiltInPanel::chosen, &player, &Player::setBuiltIn);
+    connect(&m_panel->modulation(), &ModulationPanel::chosen, &player, &Player::setDemo);
     connect(m_panel, &ParameterPanel::trajectoryChosen, &player, &Player::setTrajectory);
-    const BuiltInPanel& builtIn = m_panel->builtIn();
-    connect(&builtIn, &BuiltInPanel::noiseChosen, &player, &Player::setNoise);
-    connect(&builtIn, &BuiltInPanel::jitterChosen, &player, &Player::setJitter);
-    connect(&builtIn, &BuiltInPanel::bandwidthChosen, &player, &Player::setBandwidth);
-    connect(&builtIn, &BuiltInPanel::levelCountChosen, &player, &Player::setLevelCount);
-    connect(&builtIn, &BuiltInPanel::frameChosen, &player, &Player::setFrame);
-    connect(&builtIn, &BuiltInPanel::snrChosen, &player, &Player::setSnr);
-    connect(&builtIn, &BuiltInPanel::phaseNoiseChosen, &player, &Player::setPhaseNoise);
-    connect(&builtIn, &BuiltInPanel::carrierErrorChosen, &player, &Player::setCarrierError);
-    connect(&m_panel->gate(), &GatePanel::stretchChosen, &player,
-            [&player](double from, double to) { player.fixGate(from, to); });
-    connect(&m_panel->gate(), &GatePanel::shownChosen, &player, &Player::releaseGate);
     connect(m_panel, &ParameterPanel::autoScaleWanted, &player, &Player::fitLevels);
     connect(m_panel, &ParameterPanel::fullScaleWanted, &player, &Player::showFullScale);
 }
@@ -128,10 +143,10 @@ void ParameterDock::connectSearch(Player& player)
 {
     const auto search = [this, &player](bool isAsked) {
         m_isAsked = isAsked;
-        m_panel->showEstimate(std::nullopt);
+        m_panel->signal().showEstimate(std::nullopt);
         m_search->start(player.feed());
     };
-    connect(m_panel, &ParameterPanel::estimateWanted, this, [search] { search(true); });
+    connect(&m_panel->signal(), &SignalPanel::estimateWanted, this, [search] { search(true); });
     connect(&player, &Player::symbolRateMissed, this, [search] { search(false); });
     connect(m_search, &SymbolRateSearch::found, this,
             [this, &player](const SymbolRateEstimate& estimate) {
@@ -139,13 +154,11 @@ void ParameterDock::connectSearch(Player& player)
                     player.setSymbolRate(estimate.symbolRate);
                     player.setConfidence(estimate.confidence);
                 }
-                m_panel->showEstimate(estimate);
+                m_panel->signal().showEstimate(estimate);
             });
     // What was found is of the signal before, or not what was wanted.
     connect(&player, &Player::opened, this, [this] {
         m_search->cancel();
-        m_panel->showEstimate(std::nullopt);
+        m_panel->signal().showEstimate(std::nullopt);
     });
-    connect(m_panel, &ParameterPanel::symbolRateChosen, this,
-            [this] { m_panel->showEstimate(std::nullopt); });
 }

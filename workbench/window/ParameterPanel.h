@@ -3,87 +3,56 @@
 
 #include "workbench/window/SchemeChoice.h"
 
-#include "workbench/receiver/SymbolRateEstimate.h"
-
 #include <QWidget>
 
-#include <optional>
-
+class BuiltInPanel;
+class EyePanel;
+class GatePanel;
+class ModulationPanel;
+class Player;
 class QCheckBox;
 class QComboBox;
-class QDoubleSpinBox;
-class QFormLayout;
-class QLabel;
-class QPushButton;
-class QSpinBox;
-class BuiltInPanel;
-class GatePanel;
-class Player;
-class SignalFeed;
-class TimeEditor;
+class SignalPanel;
+class TimePanel;
 
-/// What is known of the signal, and what can be set: shown beside the views. It changes nothing
-/// itself; the signals say what the user wants, and come from the user only.
+/// What is known of the signal, and what can be set: the sections that are shown beside the views,
+/// one below the other. They change nothing: each has a signal that says what the user wants, and
+/// comes from the user only.
 class ParameterPanel : public QWidget
 {
     Q_OBJECT
 public:
     explicit ParameterPanel(QWidget* parent = nullptr);
 
-    /// Shows the feed's source and settings. The feed has a source.
+    /// Shows the player's signal and settings. Its feed is open.
     void show(const Player& player);
-    GatePanel& gate() { return *m_gate; }
-    BuiltInPanel& builtIn() { return *m_builtIn; }
     /// Shows which colour scheme is chosen.
     void show(SchemeChoice::Choice choice);
-    /// Shows what an estimate of the symbol rate found; none: nothing.
-    void showEstimate(const std::optional<SymbolRateEstimate>& estimate);
+
+    SignalPanel& signal() { return *m_signal; }
+    TimePanel& time() { return *m_time; }
+    GatePanel& gate() { return *m_gate; }
+    EyePanel& eye() { return *m_eye; }
+    BuiltInPanel& builtIn() { return *m_builtIn; }
+    ModulationPanel& modulation() { return *m_modulation; }
 
 signals:
-    void channelChosen(const ChannelChoice& channel);
-    void spanChosen(double seconds);
-    void countingSymbolsChosen(bool wanted); ///< As in SignalFeed.
-    /// Bd; 0: not known, of recordings only.
-    void symbolRateChosen(double symbolRate);
-    void estimateWanted();
-    void eyeSymbolCountChosen(int count);
-    void eyeBandwidthChosen(double bandwidth); ///< As in EyeCut.
-    void charactersChosen(int bits);           ///< Of a serial line; 0: none.
-    void trajectoryChosen(bool wanted);        ///< As in IqFeed.
-    void schemeChosen(SchemeChoice::Choice choice);
+    void trajectoryChosen(bool wanted); ///< As in IqFeed.
     void autoScaleWanted();
     void fullScaleWanted();
+    void schemeChosen(SchemeChoice::Choice choice);
 
 private:
-    static QStringList verdicts(double confidence);
-    void addEstimate(QFormLayout* form);
-    void addSignalSection();
-    void addTimeSection();
-    void addEyeSection();
     void addIqSection();
     void addLevelSection();
     void addAppearanceSection();
-    void showChannel(const SignalFeed& feed);
-    void showSymbolRate(const Player& player);
 
-    QLabel* m_sampleRate;
-    QDoubleSpinBox* m_symbolRate;
-    QPushButton* m_estimate;
-    QLabel* m_estimateText;
-    QSpinBox* m_channel;
-    QComboBox* m_subtracted; // channel
-    QLabel* m_channelCount;
-    QLabel* m_length;
-    TimeEditor* m_span;
-    QComboBox* m_counting;
-    QLabel* m_unit;
-    QLabel* m_segment;
-    QSpinBox* m_eyeSymbols;
-    QDoubleSpinBox* m_eyeBandwidth;
-    QSpinBox* m_characters;
-    QLabel* m_clock;
-    QCheckBox* m_trajectory;
+    SignalPanel* m_signal;
+    TimePanel* m_time;
     GatePanel* m_gate;
+    EyePanel* m_eye;
+    QCheckBox* m_trajectory;
     BuiltInPanel* m_builtIn;
+    ModulationPanel* m_modulation;
     QComboBox* m_scheme;
 };

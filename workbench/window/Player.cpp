@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -37,6 +38,8 @@ void Player::start(std::unique_ptr<SignalSource> source, Kind kind, const Channe
                    std::optional<double> symbolRate)
 {
     m_kind = kind;
+    m_builtInSource = nullptr;
+    m_demoSource = nullptr;
     m_information = Recording::describe(*source);
     m_confidence.reset();
     m_feed.open(std::move(source), channel, symbolRate);
@@ -64,76 +67,49 @@ void Player::missSymbolRate()
 void Player::openBuiltIn(const NrzSettings& settings)
 {
     m_builtIn = settings;
-    start(std::make_unique<NrzSource>(m_builtIn), Kind::BuiltIn, 0, std::nullopt);
+    auto source = std::make_unique<NrzSource>(m_builtIn);
+    NrzSource* const opened = source.get();
+    start(std::move(source), Kind::BuiltIn, 0, std::nullopt);
+    m_builtInSource = opened;
     showAsNew({});
 }
 
 void Player::openDemo(const ModulationSettings& settings)
 {
     m_demo = settings;
-    start(std::make_unique<ModulationSource>(m_demo), Kind::Demo, 0, std::nullopt);
+    auto source = std::make_unique<ModulationSource>(m_demo);
+    ModulationSource* const opened = source.get();
+    start(std::move(source), Kind::Demo, 0, std::nullopt);
+    m_demoSource = opened;
     showAsNew({});
 }
 
-/// Changes the source that plays, if it is one of those.
-template<class Source, class Work>
-void Player::change(Work work)
+void Player::setBuiltIn(const NrzSettings& settings)
 {
-    if (!m_feed.isOpen())
+    const NrzSettings before = std::exchange(m_builtIn, settings);
+    if (settings.levelCount != before.levelCount || settings.symbolRate != before.symbolRate ||
+        settings.frameSymbolCount != before.frameSymbolCount) {
+        restartBuiltIn();
+    } else if (m_builtInSource) {
+        m_feed.changeSource([&](SignalSource&) {
+            m_builtInSource->setNoise(settings.noise);
+            m_builtInSource->setJitter(settings.jitter);
+            if (settings.bandwidth != before.bandwidth) // its filter settles anew
+                m_builtInSource->setBandwidth(settings.bandwidth);
+        });
+    }
+}
+
+void Player::setDemo(const ModulationSettings& settings)
+{
+    m_demo = settings;
+    if (!m_demoSource)
         return;
-    m_feed.changeSource([&work](SignalSource& source) {
-        if (auto* fitting = dynamic_cast<Source*>(&source))
-            work(*fitting);
+    m_feed.changeSource([&](SignalSource&) {
+        m_demoSource->setSnr(settings.snrDb);
+        m_demoSource->setPhaseNoise(settings.phaseNoise);
+        m_demoSource->setCarrierError(settings.carrierError);
     });
-}
-
-void Player::setNoise(double rms)
-{
-    m_builtIn.noise = rms;
-    change<NrzSource>([rms](NrzSource& source) { source.setNoise(rms); });
-}
-
-void Player::setJitter(double rms)
-{
-    m_builtIn.jitter = rms;
-    change<NrzSource>([rms](NrzSource& source) { source.setJitter(rms); });
-}
-
-void Player::setBandwidth(double part)
-{
-    m_builtIn.bandwidth = part;
-    change<NrzSource>([part](NrzSource& source) { source.setBandwidth(part); });
-}
-
-void Player::setLevelCount(int count)
-{
-    m_builtIn.levelCount = count;
-    restartBuiltIn();
-}
-
-void Player::setFrame(int symbolCount)
-{
-    m_builtIn.frameSymbolCount = symbolCount;
-    restartBuiltIn();
-}
-
-void Player::setSnr(double decibels)
-{
-    m_demo.snrDb = decibels;
-    change<ModulationSource>([=](ModulationSource& source) { source.setSnr(decibels); });
-}
-
-void Player::setPhaseNoise(double rms)
-{
-    m_demo.phaseNoise = rms;
-    change<ModulationSource>([=](ModulationSource& source) { source.setPhaseNoise(rms); });
-}
-
-void Player::setCarrierError(double cyclesPerSymbol)
-{
-    m_demo.carrierError = cyclesPerSymbol;
-    change<ModulationSource>(
-        [=](ModulationSource& source) { source.setCarrierError(cyclesPerSymbol); });
 }
 
 void Player::restartBuiltIn()
@@ -279,8 +255,7 @@ Measurement::Setup Player::setup() const
     setup.eyeBandwidth = m_feed.eye().cut().bandwidth;
     const ReceiverSettings& receiver = m_feed.receiver();
     if (m_kind == Kind::Demo)
-        setup.modulation = ReceiverSettings::modulationOf(
-            ModulationSettings::names()[static_cast<int>(m_demo.scheme)]);
+        setup.modulation = m_demo.modulation;
     else if (receiver.isOn && !setup.format.isDemodulated)
         setup.modulation = receiver.modulation;
     setup.hasCarrierRecovery = m_kind == Kind::Recording && receiver.isOn && setup.modulation;
@@ -294,17 +269,18 @@ void Player::fitLevels()
     emit changed();
 }
 
-void Player::setEyeSymbolCount(int count)
+void Player::setEye(int symbolCount, double bandwidth)
 {
-    m_feed.eye().setSymbolCount(count);
-    emit changed();
-    emit lookChanged();
-}
-
-void Player::setEyeBandwidth(double bandwidth)
-{
-    m_feed.eye().setBandwidth(bandwidth);
-    emit lookChanged();
+    const EyeCut before = m_feed.eye().cut();
+    if (symbolCount != before.symbolCount) {
+        m_feed.eye().setSymbolCount(symbolCount);
+        emit changed();
+        emit lookChanged();
+    }
+    if (bandwidth != before.bandwidth) {
+        m_feed.eye().setBandwidth(bandwidth);
+        emit lookChanged();
+    }
 }
 
 void Player::setTrajectory(bool wanted)

@@ -39,19 +39,14 @@ public:
 
     /// What the built-in signal has, also while something else plays.
     const NrzSettings& builtIn() const { return m_builtIn; }
-    /// These act on the built-in signal at once, or when it is opened; as in NrzSettings.
-    void setNoise(double rms);
-    void setJitter(double rms);
-    void setBandwidth(double part);
-    void setLevelCount(int count);
-    void setFrame(int symbolCount);
+    /// Acts on the built-in signal at once where it plays, or else when it is opened. Where other
+    /// symbols come it is opened anew.
+    void setBuiltIn(const NrzSettings& settings);
 
     /// What the built-in signal with a modulation has.
     const ModulationSettings& demo() const { return m_demo; }
-    /// These act on it at once, or when it is opened; as in ModulationSettings.
-    void setSnr(double decibels);
-    void setPhaseNoise(double rms);
-    void setCarrierError(double cyclesPerSymbol);
+    /// Acts on it likewise; its modulation and its rate count when it is opened.
+    void setDemo(const ModulationSettings& settings);
 
     /// @param symbolRate  Bd; 0: what the source says.
     void setSymbolRate(double symbolRate);
@@ -85,9 +80,9 @@ public:
     void releaseGate();
     /// What has to be known to measure the gate.
     Measurement::Setup setup() const;
-    void setEyeSymbolCount(int count);
-    void setEyeBandwidth(double bandwidth); ///< As in EyeCut.
-    void setTrajectory(bool wanted);        ///< As in IqFeed.
+    /// As in EyeCut.
+    void setEye(int symbolCount, double bandwidth);
+    void setTrajectory(bool wanted); ///< As in IqFeed.
     /// Fits the levels' axes to what is shown, and lets them follow it.
     void fitLevels();
     /// Shows the full scale of recordings.
@@ -121,8 +116,6 @@ signals:
     void symbolRateMissed();
 
 private:
-    template<class Source, class Work>
-    void change(Work work);
     void start(std::unique_ptr<SignalSource> source, Kind kind, const ChannelChoice& channel,
                std::optional<double> symbolRate);
     void restartBuiltIn();
@@ -132,6 +125,8 @@ private:
     SignalFeed m_feed;
     NrzSettings m_builtIn;
     ModulationSettings m_demo;
+    NrzSource* m_builtInSource = nullptr; // the feed's; null while something else plays
+    ModulationSource* m_demoSource = nullptr;
     Kind m_kind = Kind::BuiltIn;
     QStringList m_information;
     bool m_isEstimating = false;

@@ -96,8 +96,8 @@ void Player::restore()
     receiver.hasAutoSquelch = settings.value(symbolsOnlyKey, false).toBool();
     receiver.rollOff = unlessZero(rollOffKey);
     receiver.hasTimingRecovery = settings.value(timingKey, true).toBool();
-    receiver.modulation = ReceiverSettings::modulationOf(
-        ReceiverSettings::modulationNames().value(settings.value(modulationKey, -1).toInt()));
+    receiver.modulation = modulationKinds::named(
+        modulationKinds::names().value(settings.value(modulationKey, -1).toInt()));
     m_feed.setReceiver(receiver);
     emit changed();
 }

@@ -6,12 +6,9 @@
 #include "workbench/sources/RawGuess.h"
 #include "workbench/window/Units.h"
 
-#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFileInfo>
 #include <QFormLayout>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QSpinBox>
 
@@ -59,11 +56,12 @@ void remember(const QString& place, const Recording::Options& options)
 RawDialog::RawDialog(const QString& fileName, QWidget* parent)
     : QDialog(parent)
     , m_fileName(fileName)
-    , m_format(new QComboBox(this))
-    , m_sampleRate(new QLineEdit(this))
+    , m_fields(
+          *this,
+          {"cu8", "cs8", "cs16", "cs32", "cf32", "cf64", "u8", "s8", "s16", "s32", "f32", "f64"},
+          QStringLiteral("250 kHz"))
     , m_channels(new QSpinBox(this))
     , m_length(new QLabel(this))
-    , m_advice(new QLabel(this))
 {
     setWindowTitle(tr("Raw samples"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -75,38 +73,29 @@ RawDialog::RawDialog(const QString& fileName, QWidget* parent)
 void RawDialog::build()
 {
     constexpr int charactersPerLine = 52;
-    for (const char* name :
-         {"cu8", "cs8", "cs16", "cs32", "cf32", "cf64", "u8", "s8", "s16", "s32", "f32", "f64"})
-        m_format->addItem(QString::fromLatin1(name));
-    m_format->setEditable(true);
-    m_format->setToolTip(
+    m_fields.formats->setEditable(true);
+    m_fields.formats->setToolTip(
         tr("c: I and Q; u, s, f: without sign, with one, floating point; bits; _be "
            "where the high byte comes first"));
-    m_sampleRate->setPlaceholderText(QStringLiteral("250 kHz"));
     m_channels->setRange(1, maxChannelCount);
-    m_advice->setTextFormat(Qt::PlainText);
-    m_advice->setWordWrap(true);
-    m_advice->setFixedWidth(charactersPerLine * fontMetrics().averageCharWidth());
-    m_advice->setMinimumHeight(2 * fontMetrics().lineSpacing()); // whatever it says
-
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Open | QDialogButtonBox::Cancel, this);
-    m_open = buttons->button(QDialogButtonBox::Open);
-    connect(buttons, &QDialogButtonBox::accepted, this, &RawDialog::choose);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    connect(m_format, &QComboBox::editTextChanged, this, &RawDialog::judge);
-    connect(m_sampleRate, &QLineEdit::textChanged, this, &RawDialog::judge);
+    setTabOrder(m_fields.rate, m_channels); // before the buttons
+    m_fields.advice->setFixedWidth(charactersPerLine * fontMetrics().averageCharWidth());
+    connect(m_fields.buttons, &QDialogButtonBox::accepted, this, &RawDialog::choose);
+    connect(m_fields.buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(m_fields.formats, &QComboBox::editTextChanged, this, &RawDialog::judge);
+    connect(m_fields.rate, &QLineEdit::textChanged, this, &RawDialog::judge);
     connect(m_channels, QOverload<int>::of(&QSpinBox::valueChanged), this, &RawDialog::judge);
 
     auto* form = new QFormLayout(this);
     auto* name = new QLabel(plainText(QFileInfo(m_fileName).fileName()), this);
     name->setTextFormat(Qt::PlainText);
     form->addRow(tr("File"), name);
-    form->addRow(tr("&Format"), m_format);
-    form->addRow(tr("&Sample rate"), m_sampleRate);
+    form->addRow(tr("&Format"), m_fields.formats);
+    form->addRow(tr("&Sample rate"), m_fields.rate);
     form->addRow(tr("&Channels"), m_channels);
     form->addRow(tr("Length"), m_length);
-    form->addRow(m_advice);
-    form->addRow(buttons);
+    form->addRow(m_fields.advice);
+    form->addRow(m_fields.buttons);
 }
 
 void RawDialog::propose()
@@ -117,8 +106,8 @@ void RawDialog::propose()
     known.sampleRate = guess.sampleRate;
     known.channelCount = guess.channelCount;
     known = remembered(m_fileName).value_or(known);
-    m_format->setEditText(known.format ? known.format->name() : QString());
-    m_sampleRate->setText(
+    m_fields.formats->setEditText(known.format ? known.format->name() : QString());
+    m_fields.rate->setText(
         known.sampleRate ? units::exactRate(*known.sampleRate, QStringLiteral("Hz")) : QString());
     m_channels->setValue(known.channelCount);
 }
@@ -126,10 +115,8 @@ void RawDialog::propose()
 Recording::Options RawDialog::options() const
 {
     Recording::Options options;
-    options.format = SampleFormat::parse(m_format->currentText().trimmed());
-    options.sampleRate = units::parsedRate(m_sampleRate->text(), QStringLiteral("Hz"));
-    if (options.sampleRate && !Recording::isSampleRate(*options.sampleRate))
-        options.sampleRate.reset();
+    options.format = m_fields.format();
+    options.sampleRate = m_fields.sampleRate();
     options.channelCount = m_channels->value();
     return options;
 }
@@ -145,8 +132,8 @@ void RawDialog::judge()
         advice = tr("Give the sample rate, such as 250 kHz or 2e6.");
     else if (const QString doubt = RawGuess::doubt(m_fileName, *given.format); !doubt.isEmpty())
         advice = tr("Look again: %1.").arg(doubt);
-    m_advice->setText(advice);
-    m_open->setEnabled(given.format && given.sampleRate);
+    m_fields.advice->setText(advice);
+    m_fields.open->setEnabled(given.format && given.sampleRate);
     m_length->setText(QString());
     if (!given.format || !given.sampleRate)
         return;

@@ -2,13 +2,10 @@
 #pragma once
 
 #include "workbench/sources/Recording.h"
+#include "workbench/window/SampleFields.h"
 
 #include <QDialog>
 
-class QComboBox;
-class QLabel;
-class QLineEdit;
-class QPushButton;
 class QSpinBox;
 
 /// Asks what raw samples are: their format, rate and channels. What was said of the file before, or
@@ -35,10 +32,7 @@ private:
     Recording::Options options() const;
 
     QString m_fileName;
-    QComboBox* m_format;
-    QLineEdit* m_sampleRate;
+    SampleFields m_fields;
     QSpinBox* m_channels;
     QLabel* m_length;
-    QLabel* m_advice;
-    QPushButton* m_open;
 };

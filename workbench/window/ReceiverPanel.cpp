@@ -127,7 +127,7 @@ void ReceiverPanel::addSymbols(QFormLayout* form)
     addState(form, tr("Timing error"), StageReport::Quantity::TimingError);
     m_modulation = new QComboBox(this);
     m_modulation->addItem(tr("none"));
-    m_modulation->addItems(ReceiverSettings::modulationNames());
+    m_modulation->addItems(modulationKinds::names());
     form->addRow(tr("&Carrier of"), beside(m_modulation, &m_carrierState));
     m_modulation->setAccessibleName(tr("Modulation of the carrier that is recovered"));
     addState(form, tr("Carrier offset"), StageReport::Quantity::CarrierOffset);
@@ -180,7 +180,7 @@ void ReceiverPanel::choose()
         filter < 0 ? std::nullopt : std::optional(static_cast<ReceiverSettings::Filter>(filter));
     m_settings.rollOff = m_settings.filter ? unlessZero(m_rollOff->value()) : std::nullopt;
     m_settings.hasTimingRecovery = m_timing->isChecked();
-    m_settings.modulation = ReceiverSettings::modulationOf(m_modulation->currentText());
+    m_settings.modulation = modulationKinds::named(m_modulation->currentText());
     emit settingsChosen(m_settings);
 }
 

@@ -2,13 +2,9 @@
 #pragma once
 
 #include "workbench/sources/Recording.h"
+#include "workbench/window/SampleFields.h"
 
 #include <QDialog>
-
-class QComboBox;
-class QLabel;
-class QLineEdit;
-class QPushButton;
 
 /// Asks for a live signal: its address and, where they do not come with it, the format and the
 /// rate of its samples. What was accepted last is offered again, from the settings file. Deletes
@@ -32,8 +28,5 @@ private:
     bool hasOwnRate() const;
 
     QComboBox* m_address;
-    QComboBox* m_format;
-    QLineEdit* m_sampleRate;
-    QLabel* m_advice;
-    QPushButton* m_open;
+    SampleFields m_fields;
 };

@@ -1,8 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
-#include "workbench/measure/Measurement.h"
+#include "workbench/measure/MeasurementMaker.h"
 
 #include "workbench/measure/EyeReadings.h"
-#include "workbench/measure/MeasurementMaker.h"
 
 #include <algorithm>
 #include <cmath>

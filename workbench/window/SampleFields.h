@@ -1,0 +1,32 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/sources/SampleFormat.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+
+#include <optional>
+
+class QDialogButtonBox;
+class QPushButton;
+
+/// The fields of a dialog that asks what samples are: their format and rate, advice on what is
+/// missing, and the buttons that open or cancel. Parts of the dialog, which lays them out.
+struct SampleFields
+{
+    /// @param formats  names of formats that are offered.
+    /// @param rate     example of a rate.
+    SampleFields(QWidget& dialog, const QStringList& formats, const QString& rate);
+
+    /// What was given; none where it is no format, and no rate that signals have.
+    std::optional<SampleFormat> format() const;
+    std::optional<double> sampleRate() const; ///< Hz
+
+    QComboBox* formats;
+    QLineEdit* rate;
+    QLabel* advice; ///< has room for two lines
+    QDialogButtonBox* buttons;
+    QPushButton* open; ///< of them
+};

@@ -1,0 +1,57 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/receiver/SymbolRateEstimate.h"
+#include "workbench/sources/ChannelChoice.h"
+
+#include <QWidget>
+
+#include <optional>
+
+class Player;
+class QComboBox;
+class QDoubleSpinBox;
+class QFormLayout;
+class QLabel;
+class QPushButton;
+class QSpinBox;
+
+/// What is known of the signal, its channel and its symbol rate.
+class SignalPanel : public QWidget
+{
+    Q_OBJECT
+public:
+    struct Settings
+    {
+        ChannelChoice channel;
+        double symbolRate = 0.0; ///< Bd; 0: not known, of recordings only
+    };
+
+    explicit SignalPanel(QWidget* parent);
+
+    void show(const Player& player);
+    /// Shows what an estimate of the symbol rate found; none: nothing.
+    void showEstimate(const std::optional<SymbolRateEstimate>& estimate);
+
+signals:
+    void chosen(const SignalPanel::Settings& settings);
+    void estimateWanted();
+
+private:
+    static QStringList verdicts(double confidence);
+    void addEstimate(QFormLayout* form);
+    void addChannel(QFormLayout* form);
+    void choose(const ChannelChoice& channel);
+    void showChannel(const Player& player);
+    void showSymbolRate(const Player& player);
+
+    Settings m_settings;
+    QLabel* m_sampleRate;
+    QDoubleSpinBox* m_symbolRate;
+    QPushButton* m_estimate;
+    QLabel* m_estimateText;
+    QLabel* m_length;
+    QSpinBox* m_channel;
+    QComboBox* m_subtracted; // channel
+    QLabel* m_channelCount;
+};
