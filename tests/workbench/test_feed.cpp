@@ -52,8 +52,8 @@ TEST(Segments, AreThinnedOutToTheirExtremes)
 {
     std::mt19937 random(1);
     for (const std::size_t factor : {1U, 2U, 5U, 1000U}) {
-        Thinning thinning;
-        thinning.setFactor(factor);
+        Decimation decimation;
+        decimation.setFactor(factor);
         for (const std::size_t length : {1U, 7U, 100U, 1001U}) {
             std::vector<double> segment(length), thin, thinMarkers;
             for (double& sample : segment)
@@ -63,8 +63,9 @@ TEST(Segments, AreThinnedOutToTheirExtremes)
             segmentMarkers[0] = double(length);
             for (long k = 0; k < long(length); k += 13) { // as it comes
                 const long end = std::min(k + 13, long(length));
-                thinning.run({&segment[0] + k, &segment[0] + end},
-                             {&segmentMarkers[0] + k, &segmentMarkers[0] + end}, thin, thinMarkers);
+                decimation.run({&segment[0] + k, &segment[0] + end},
+                               {&segmentMarkers[0] + k, &segmentMarkers[0] + end}, thin,
+                               thinMarkers);
             }
             EXPECT_EQ(thinMarkers[0], double(thin.size())) << factor << ' ' << length;
             EXPECT_EQ(std::count(thinMarkers.begin(), thinMarkers.end(), 0.0),
@@ -84,7 +85,7 @@ struct Feed : testing::Test, IObserver
     Feed()
     {
         trigger.Attach(this);
-        feed.transport().setPatience(std::chrono::minutes(1));
+        feed.transport().setTimeout(std::chrono::minutes(1));
     }
     ~Feed() override { trigger.Detach(this); }
     void Update(Observable*, TChangeCode code) override

@@ -2,6 +2,7 @@
 #include "workbench/app/MeasureCommand.h"
 
 #include "workbench/measure/MeasurementMaker.h"
+#include "workbench/pipeline/Settling.h"
 #include "workbench/player/Hints.h"
 #include "workbench/receiver/Receiver.h"
 #include "workbench/receiver/SymbolRateEstimate.h"
@@ -18,8 +19,6 @@
 namespace {
 
 constexpr std::size_t blockLength = 65536; // samples read at a time
-// Before and after what is measured as much is read as filters, timing and carrier take to settle.
-constexpr double marginSymbols = 4096.0;
 
 struct Range
 {
@@ -151,7 +150,7 @@ Result<void> MeasureCommand::measure(const QString& file,
     setup.hasCarrierRecovery = settings.isOn && settings.modulation;
     setup.isFm = settings.isOn && settings.demodulation == ReceiverSettings::Demodulation::Fm;
     setup.eyeBandwidth = m_options.eyeBandwidth.value_or(0.0);
-    const double margin = setup.symbolRate ? marginSymbols / *setup.symbolRate : 0.0;
+    const double margin = setup.symbolRate ? settlingSymbols / *setup.symbolRate : 0.0;
     Measurement::Maker maker(range.from, range.to, setup);
     const bool isAny = receive(source, receiver, range, margin,
                                [&maker](const SignalBlock& block) { maker.add(block); });

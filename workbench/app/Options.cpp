@@ -273,6 +273,37 @@ ModulationSettings readModulation(Reader& reader)
     return settings;
 }
 
+/// What is given that the signal does not have, a sentence; empty where there is nothing.
+QString misplaced(const Reader& reader, const Options& options)
+{
+    const bool isRecording = !options.file.isEmpty();
+    for (const char* name : {"channel", "format", "sample-rate", "columns", "info", "measure",
+                             "start", "characters"}) {
+        if (!isRecording && reader.isSet(name))
+            return Text::tr("--%1: only recordings have it; name one")
+                .arg(QString::fromLatin1(name));
+    }
+    for (const char* name : receiverOptions) {
+        if (!isRecording && reader.isSet(name))
+            return Text::tr("--%1: only recordings have it; name one")
+                .arg(QString::fromLatin1(name));
+    }
+    for (const char* name : {"levels", "noise", "jitter"}) {
+        if (options.demo && reader.isSet(name))
+            return Text::tr("--%1: a signal of --demo does not have it; leave out one of them")
+                .arg(QString::fromLatin1(name));
+    }
+    if (!options.demo && !isRecording && reader.isSet("snr"))
+        return Text::tr(
+            "--snr: only a built-in signal with a modulation has it; give one by --demo");
+    for (const char* name : {"demo", "snr", "levels", "noise", "jitter"}) {
+        if (isRecording && reader.isSet(name))
+            return Text::tr("--%1: only the built-in signal has it; leave out the recording")
+                .arg(QString::fromLatin1(name));
+    }
+    return QString();
+}
+
 } // namespace
 
 QString Options::languageIn(const QStringList& arguments)
@@ -329,30 +360,7 @@ Options::Result Options::parse(const QStringList& arguments)
     if (files.contains(QString()))
         return wrong(tr("command line: the name of the file is empty; name a recording"));
     options.file = files.value(0);
-    const bool isRecording = !options.file.isEmpty();
-    for (const char* name : {"channel", "format", "sample-rate", "columns", "info", "measure",
-                             "start", "characters"}) {
-        if (!isRecording && reader.isSet(name))
-            return wrong(
-                tr("--%1: only recordings have it; name one").arg(QString::fromLatin1(name)));
-    }
-    for (const char* name : receiverOptions) {
-        if (!isRecording && reader.isSet(name))
-            return wrong(
-                tr("--%1: only recordings have it; name one").arg(QString::fromLatin1(name)));
-    }
-    for (const char* name : {"levels", "noise", "jitter"}) {
-        if (options.demo && reader.isSet(name))
-            return wrong(tr("--%1: a signal of --demo does not have it; leave out one of them")
-                             .arg(QString::fromLatin1(name)));
-    }
-    if (!options.demo && !isRecording && reader.isSet("snr"))
-        return wrong(
-            tr("--snr: only a built-in signal with a modulation has it; give one by --demo"));
-    for (const char* name : {"demo", "snr", "levels", "noise", "jitter"}) {
-        if (isRecording && reader.isSet(name))
-            return wrong(tr("--%1: only the built-in signal has it; leave out the recording")
-                             .arg(QString::fromLatin1(name)));
-    }
+    if (const QString text = misplaced(reader, options); !text.isEmpty())
+        return wrong(text);
     return {options, QString(), false};
 }

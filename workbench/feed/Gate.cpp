@@ -187,3 +187,20 @@ std::vector<double> Gate::samples() const
     }
     return samples;
 }
+
+// A burst in view was received, whatever came after it.
+std::vector<StageReport> Gate::reports() const
+{
+    std::vector<StageReport> result;
+    for (auto part = m_parts.rbegin(); part != m_parts.rend(); ++part) {
+        const std::vector<StageReport>& reports = part->block->reports;
+        if (result.empty())
+            result = reports;
+        for (std::size_t k = 0; k < std::min(result.size(), reports.size()); ++k) {
+            const bool isSearching = result[k].isLocked && !*result[k].isLocked;
+            if (isSearching && reports[k].isLocked.value_or(false))
+                result[k] = reports[k];
+        }
+    }
+    return result;
+}

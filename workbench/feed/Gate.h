@@ -44,6 +44,9 @@ public:
     double begin() const;
     double end() const;
     std::vector<double> samples() const;
+    /// How the receiver's stages did while the samples came through: the newest report of each, or
+    /// the newest of one that was locked.
+    std::vector<StageReport> reports() const;
 
 private:
     BlockPart within(const BlockPart& part) const;

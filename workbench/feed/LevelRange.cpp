@@ -50,7 +50,7 @@ bool LevelRange::take(const LevelExtremes& levels, double elapsed)
         return set(std::min(lowest, m_lowest), std::max(highest, m_highest));
     const bool isLoose = highest - lowest < leastUsed * (m_highest - m_lowest);
     m_freeTime = isLoose ? m_freeTime + elapsed : 0.0;
-    return m_freeTime >= patience && set(lowest, highest);
+    return m_freeTime >= shrinkDelay && set(lowest, highest);
 }
 
 bool LevelRange::set(double lowest, double highest)

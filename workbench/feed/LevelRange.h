@@ -21,7 +21,7 @@ struct LevelExtremes
 class LevelRange
 {
 public:
-    static constexpr double patience = 3.0; ///< s, before it shrinks
+    static constexpr double shrinkDelay = 3.0; ///< s, before it shrinks
 
     /// @param margin  kept free above and below, as a part of the levels' distance.
     explicit LevelRange(double margin)

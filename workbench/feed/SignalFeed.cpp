@@ -25,12 +25,10 @@ void SignalFeed::open(std::unique_ptr<SignalSource> source, const ChannelChoice&
                       std::optional<double> symbolRate)
 {
     m_transport.open(nullptr);
-    m_channel = channel;
-    m_symbolRate = symbolRate;
+    m_reception = {source->facts(), channel, symbolRate, m_reception.receiver};
     m_isSpanChosen = false;
-    m_source = source->facts();
     m_pipeline.reset();
-    m_pipeline = std::make_unique<Pipeline>(std::move(source), m_channel, usedReceiver());
+    m_pipeline = std::make_unique<Pipeline>(std::move(source), channel, m_reception.used());
     m_gate.open(format().sampleRate);
     m_transport.open(m_pipeline.get());
     setScale();
@@ -45,14 +43,17 @@ const SignalFormat& SignalFeed::format() const
 
 QString SignalFeed::levelUnit() const
 {
-    const bool isFm = m_receiver.isOn && format().isDemodulated &&
-                      m_receiver.demodulation == ReceiverSettings::Demodulation::Fm;
+    const bool isFm = m_reception.receiver.isOn && format().isDemodulated &&
+                      m_reception.receiver.demodulation == ReceiverSettings::Demodulation::Fm;
     return isFm ? QStringLiteral("Hz") : QString();
 }
 
 QString SignalFeed::trouble() const { return m_pipeline ? m_pipeline->trouble() : QString(); }
 
-bool SignalFeed::hasEnded() const { return m_source.isLive && m_transport.buffer().hasEnded(); }
+bool SignalFeed::hasEnded() const
+{
+    return m_reception.source.isLive && m_transport.buffer().hasEnded();
+}
 
 void SignalFeed::changeSource(const std::function<void(SignalSource&)>& work)
 {
@@ -60,41 +61,12 @@ void SignalFeed::changeSource(const std::function<void(SignalSource&)>& work)
     m_transport.goOn();
 }
 
-std::optional<double> SignalFeed::symbolRate() const
-{
-    return m_symbolRate ? m_symbolRate : m_source.symbolRate;
-}
-
-/// The receiver as the pipeline has it: off it knows no symbol rate but one that was told, and the
-/// bits of characters.
-ReceiverSettings SignalFeed::usedReceiver() const
-{
-    ReceiverSettings settings;
-    if (m_receiver.isOn && !m_source.firstSymbol && checkReceiver()) {
-        settings = m_receiver;
-        settings.symbolRate = symbolRate();
-    } else {
-        settings.symbolRate = m_symbolRate;
-        settings.characterBits = m_receiver.characterBits;
-    }
-    return settings;
-}
-
-Result<void> SignalFeed::checkReceiver() const
-{
-    if (m_source.firstSymbol)
-        return {};
-    ReceiverSettings settings = m_receiver;
-    settings.symbolRate = symbolRate();
-    return settings.check(m_source.sampleRate);
-}
-
 /// Receives anew, and plays on where it was.
 void SignalFeed::reconfigure()
 {
     if (!m_pipeline)
         return;
-    m_pipeline->configure(m_channel, usedReceiver());
+    m_pipeline->configure(m_reception.channel, m_reception.used());
     m_gate.reopen(format().sampleRate);
     m_transport.reopen();
     setScale();
@@ -103,9 +75,9 @@ void SignalFeed::reconfigure()
 
 void SignalFeed::setReceiver(const ReceiverSettings& settings)
 {
-    if (m_receiver == settings)
+    if (m_reception.receiver == settings)
         return;
-    m_receiver = settings;
+    m_reception.receiver = settings;
     reconfigure();
     if (m_pipeline)
         showNothing();
@@ -113,44 +85,26 @@ void SignalFeed::setReceiver(const ReceiverSettings& settings)
 
 void SignalFeed::setChannel(const ChannelChoice& channel)
 {
-    if (m_pipeline && channel.last() >= m_source.valueCount())
+    if (m_pipeline && !m_reception.hasChannel(channel))
         return;
-    m_channel = channel;
+    m_reception.channel = channel;
     reconfigure();
 }
 
 void SignalFeed::setSymbolRate(std::optional<double> symbolRate)
 {
-    m_symbolRate = symbolRate;
+    m_reception.givenRate = symbolRate;
     reconfigure();
     emit symbolsCleared();
     m_eye.show({});
     m_iq.show({});
 }
 
-// A burst in view was received, whatever came after it.
-std::vector<StageReport> SignalFeed::reports() const
-{
-    std::vector<StageReport> result;
-    const auto& parts = m_gate.parts();
-    for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
-        const std::vector<StageReport>& reports = part->block->reports;
-        if (result.empty())
-            result = reports;
-        for (std::size_t k = 0; k < std::min(result.size(), reports.size()); ++k) {
-            const bool isSearching = result[k].isLocked && !*result[k].isLocked;
-            if (isSearching && reports[k].isLocked.value_or(false))
-                result[k] = reports[k];
-        }
-    }
-    return result;
-}
-
 void SignalFeed::setScale()
 {
     // Frames are known of signals that no receiver resamples.
-    const bool isAsItIs = format().sampleRate == m_source.sampleRate;
-    const auto frameLength = isAsItIs ? m_source.frameLength : std::nullopt;
+    const bool isAsItIs = format().sampleRate == m_reception.source.sampleRate;
+    const auto frameLength = isAsItIs ? m_reception.source.frameLength : std::nullopt;
     m_time.open(TimeScale::of(format().sampleRate, m_transport.length(), frameLength, symbolRate()),
                 frameLength);
     m_eye.open(format());

@@ -4,6 +4,7 @@
 #include "workbench/feed/EyeFeed.h"
 #include "workbench/feed/Gate.h"
 #include "workbench/feed/IqFeed.h"
+#include "workbench/feed/Reception.h"
 #include "workbench/feed/TimeFeed.h"
 #include "workbench/measure/Measurement.h"
 #include "workbench/pipeline/Pipeline.h"
@@ -32,7 +33,7 @@ public:
               std::optional<double> symbolRate);
     bool isOpen() const { return m_pipeline != nullptr; }
     /// What the source says of itself; of no meaning until one was opened.
-    const SignalFacts& source() const { return m_source; }
+    const SignalFacts& source() const { return m_reception.source; }
     /// Of what is shown.
     const SignalFormat& format() const;
     /// Of the samples that are shown over time: "Hz" of those of an FM demodulator, else empty.
@@ -53,20 +54,20 @@ public:
     /// one in the settings does not count. Settings with a flaw for a source are not used with it,
     /// nor are any with one whose symbols' clock is known.
     void setReceiver(const ReceiverSettings& settings);
-    const ReceiverSettings& receiver() const { return m_receiver; }
+    const ReceiverSettings& receiver() const { return m_reception.receiver; }
     /// Whether the receiver can be used with the source.
-    Result<void> checkReceiver() const;
+    Result<void> checkReceiver() const { return m_reception.check(); }
     /// How its stages did while the samples that are shown came through: the newest report of
     /// each, or the newest of one that was locked.
-    std::vector<StageReport> reports() const;
+    std::vector<StageReport> reports() const { return m_gate.reports(); }
     /// Nothing where the source has it not.
     void setChannel(const ChannelChoice& channel);
-    const ChannelChoice& channel() const { return m_channel; }
+    const ChannelChoice& channel() const { return m_reception.channel; }
     /// Symbol rate that overrides what the source says, as in open; none: what the source says.
     void setSymbolRate(std::optional<double> symbolRate);
     /// Bd, as it is known: by what was said in open or setSymbolRate, or by the source.
-    std::optional<double> symbolRate() const;
-    bool isSymbolRateGiven() const { return m_symbolRate.has_value(); }
+    std::optional<double> symbolRate() const { return m_reception.symbolRate(); }
+    bool isSymbolRateGiven() const { return m_reception.givenRate.has_value(); }
 
     Transport& transport() { return m_transport; }
     const Transport& transport() const { return m_transport; }
@@ -111,7 +112,6 @@ private:
     void pass(const BlockPart& part);
     void notify();
     void jump();
-    ReceiverSettings usedReceiver() const;
     void reconfigure();
     void setScale();
     void layOut();
@@ -120,12 +120,9 @@ private:
     EyeFeed m_eye;
     IqFeed m_iq;
     Gate m_gate;
-    SignalFacts m_source;
+    Reception m_reception;
     std::unique_ptr<Pipeline> m_pipeline;
     Transport m_transport;
-    ReceiverSettings m_receiver;
-    ChannelChoice m_channel;
-    std::optional<double> m_symbolRate;
     double m_periodLength = 0.0; // that all is laid out for
     bool m_isSpanChosen = false; // else it is the usual one
     bool m_hasPlayed = false;

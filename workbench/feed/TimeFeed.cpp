@@ -34,9 +34,9 @@ void TimeFeed::setSpan(double seconds, double periodLength)
     m_segments.setLength(static_cast<std::size_t>(
         std::ceil(std::max(periodLength, samples / TimeScale::maxSegmentCount))));
     const double many = std::max(periodLength / manyOfPeriod, samples / manyOfSpan);
-    m_thinning.setFactor(static_cast<std::size_t>(
+    m_decimation.setFactor(static_cast<std::size_t>(
         std::max(std::floor(std::min(std::ceil(many), samples / fewOfSpan)), 1.0)));
-    m_values.setBaudrate(m_scale.samplesPerUnit / static_cast<double>(m_thinning.factor()));
+    m_values.setBaudrate(m_scale.samplesPerUnit / static_cast<double>(m_decimation.factor()));
 }
 
 double TimeFeed::segmentLength() const
@@ -47,7 +47,7 @@ double TimeFeed::segmentLength() const
 void TimeFeed::restart()
 {
     m_open = 0;
-    m_thinning.restart();
+    m_decimation.restart();
 }
 
 std::size_t TimeFeed::openCount(Transport& transport)
@@ -83,7 +83,7 @@ void TimeFeed::add(const double* samples, std::size_t count)
     m_newMarkers.front() = m_marker;
     m_marker = 0.0;
     m_open -= std::min(m_open, count);
-    m_thinning.run(m_newSamples, m_newMarkers, m_samples, m_markers);
+    m_decimation.run(m_newSamples, m_newMarkers, m_samples, m_markers);
 }
 
 void TimeFeed::notify()

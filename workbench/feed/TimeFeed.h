@@ -1,9 +1,9 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/feed/Decimation.h"
 #include "workbench/feed/LevelRange.h"
 #include "workbench/feed/Segments.h"
-#include "workbench/feed/Thinning.h"
 #include "workbench/feed/TimeScale.h"
 #include "workbench/feed/TimeValues.h"
 #include "workbench/pipeline/Transport.h"
@@ -64,7 +64,7 @@ private:
     TimeValues m_values;
     TimeScale m_scale;
     Segments m_segments;
-    Thinning m_thinning;
+    Decimation m_decimation;
     double m_span = 1.0;
     bool m_countsSymbols = true;
     LevelRange m_levels{0.05};

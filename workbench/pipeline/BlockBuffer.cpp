@@ -26,9 +26,9 @@ void BlockBuffer::clear(std::optional<double> start)
 }
 
 /// One more block; false while there is none.
-bool BlockBuffer::fetch(Patience patience)
+bool BlockBuffer::fetch(Timeout timeout)
 {
-    while (SignalBlockPtr block = m_pipeline->take(patience)) {
+    while (SignalBlockPtr block = m_pipeline->take(timeout)) {
         if (m_start) { // from the first sample on that is not before it
             const double sampleRate = m_pipeline->format().sampleRate;
             const double before = std::ceil((*m_start - block->time) * sampleRate - sameSample);
@@ -43,9 +43,9 @@ bool BlockBuffer::fetch(Patience patience)
     return false;
 }
 
-BlockPart BlockBuffer::take(std::size_t most, Patience patience)
+BlockPart BlockBuffer::take(std::size_t most, Timeout timeout)
 {
-    if (m_blocks.empty() && !fetch(patience))
+    if (m_blocks.empty() && !fetch(timeout))
         return {};
     const SignalBlockPtr block = m_blocks.front();
     const BlockPart part{block, m_used, std::min(block->count() - m_used, most)};
@@ -57,11 +57,11 @@ BlockPart BlockBuffer::take(std::size_t most, Patience patience)
     return part;
 }
 
-BlockBuffer::Ahead BlockBuffer::ahead(std::size_t count, Patience patience)
+BlockBuffer::Ahead BlockBuffer::ahead(std::size_t count, Timeout timeout)
 {
     std::size_t known = 0;
     for (std::size_t k = 0; known < count; ++k) {
-        if (k == m_blocks.size() && !fetch(patience))
+        if (k == m_blocks.size() && !fetch(timeout))
             return {known, m_pipeline->hasEnded()};
         const SignalBlock& block = *m_blocks[k];
         if (k > 0 && (block.isAfterGap || block.position != m_blocks[k - 1]->end()))

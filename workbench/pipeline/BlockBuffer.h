@@ -36,7 +36,7 @@ struct BlockPart
 class BlockBuffer
 {
 public:
-    using Patience = std::chrono::milliseconds;
+    using Timeout = std::chrono::milliseconds;
     /// What follows the next sample without a gap.
     struct Ahead
     {
@@ -49,10 +49,10 @@ public:
     /// Empties it. What comes and is before a time, s, is left out; none: nothing is.
     void clear(std::optional<double> start);
 
-    /// Waits for no more of a block than the patience.
-    Ahead ahead(std::size_t count, Patience patience);
+    /// Waits for no more of a block than the timeout.
+    Ahead ahead(std::size_t count, Timeout timeout);
     /// The next samples, those of one block; none while they are not there, and at the end.
-    BlockPart take(std::size_t most, Patience patience);
+    BlockPart take(std::size_t most, Timeout timeout);
     /// Appends samples ahead, from the one on that is so far from the next one.
     void copyAhead(std::size_t first, std::size_t count, std::vector<double>& samples) const;
     /// Whether all samples were taken and no more come.
@@ -61,7 +61,7 @@ public:
     std::size_t waitingCount() const;
 
 private:
-    bool fetch(Patience patience);
+    bool fetch(Timeout timeout);
 
     Pipeline* m_pipeline = nullptr;
     std::deque<SignalBlockPtr> m_blocks; // the first...

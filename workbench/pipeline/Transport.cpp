@@ -2,6 +2,7 @@
 #include "workbench/pipeline/Transport.h"
 
 #include "workbench/pipeline/Pipeline.h"
+#include "workbench/pipeline/Settling.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,10 +13,8 @@ namespace {
 constexpr std::int64_t maxCatchUp = 4; // periods
 constexpr std::size_t noLimit = std::numeric_limits<std::size_t>::max();
 constexpr double farthest = 1e18; // samples, whatever the time
-// Symbols received before a place that is gone to: filters, timing and carrier settle in them.
-constexpr double settlingSymbols = 4096.0;
 constexpr auto longTime = std::chrono::hours(1);
-constexpr auto livePatience = std::chrono::seconds(5); // of who plays a live signal through
+constexpr auto liveTimeout = std::chrono::seconds(5); // of who plays a live signal through
 
 } // namespace
 
@@ -33,8 +32,6 @@ Transport::Transport(const Player& player, QObject* parent)
             startTimer();
     });
 }
-
-Transport::~Transport() = default;
 
 void Transport::open(Pipeline* pipeline)
 {
@@ -67,8 +64,8 @@ void Transport::play()
 {
     if (!m_pipeline || m_isPlaying)
         return;
-    const double sample = 1.0 / m_pipeline->format().sampleRate;
-    if (m_isAtEnd || m_time > length().value_or(HUGE_VAL) - sample / 2.0) {
+    const double halfSample = 0.5 / m_pipeline->format().sampleRate;
+    if (m_isAtEnd || m_time > length().value_or(HUGE_VAL) - halfSample) {
         if (m_pipeline->source().isLive)
             return;
         m_credit = 0.0;
@@ -107,11 +104,8 @@ bool Transport::goTo(double seconds)
     m_buffer.clear(std::nullopt);
     m_isAtEnd = false;
     const SignalFacts& source = m_pipeline->source();
-    const SignalFormat& format = m_pipeline->format();
-    const double settling =
-        source.firstSymbol ? 0.0 : settlingSymbols * format.samplesPerSymbol / format.sampleRate;
-    const double position =
-        std::clamp(std::floor((seconds - settling) * source.sampleRate), 0.0, farthest);
+    const double start = seconds - settlingTime(source, m_pipeline->format());
+    const double position = std::clamp(std::floor(start * source.sampleRate), 0.0, farthest);
     if (source.isLive || !m_pipeline->seek(static_cast<std::int64_t>(position)))
         return false;
     m_buffer.clear(seconds);
@@ -124,15 +118,7 @@ void Transport::startOver(bool mayRepeat) { m_isAtEnd = !m_repeat || !mayRepeat 
 
 std::optional<double> Transport::length() const
 {
-    const auto count = m_pipeline ? m_pipeline->sampleCount() : std::nullopt;
-    if (!count)
-        return std::nullopt;
-    return static_cast<double>(*count) / m_pipeline->source().sampleRate;
-}
-
-void Transport::setSpeed(double speed)
-{
-    m_speed = speed == fastest ? fastest : std::clamp(speed, minSpeed, maxSpeed);
+    return m_pipeline ? m_pipeline->length() : std::nullopt;
 }
 
 double Transport::periodLength() const
@@ -168,8 +154,8 @@ void Transport::playThrough(double seconds)
         return;
     const bool isLive = m_pipeline->source().isLive;
     const bool repeat = std::exchange(m_repeat, false);
-    const auto patience =
-        std::exchange(m_patience, isLive ? std::chrono::milliseconds(livePatience) : longTime);
+    const auto timeout =
+        std::exchange(m_timeout, isLive ? std::chrono::milliseconds(liveTimeout) : longTime);
     m_pipeline->setDiscarding(false);
     const double wanted = std::min(seconds * m_pipeline->format().sampleRate, farthest);
     m_left = static_cast<std::size_t>(std::max(std::llround(wanted), 0LL));
@@ -177,22 +163,22 @@ void Transport::playThrough(double seconds)
     while (m_left > 0 && !m_isAtEnd && m_player(std::min(m_left, period)) > 0) {
     }
     m_left = noLimit;
-    m_patience = patience;
+    m_timeout = timeout;
     m_repeat = repeat;
     m_pipeline->setDiscarding(isLive && !m_isPlaying);
     emit playedThrough();
 }
 
 /// The samples of a live signal are not waited for, unless it is played through.
-std::chrono::milliseconds Transport::patience() const
+std::chrono::milliseconds Transport::timeout() const
 {
     const bool isWaiting = !m_pipeline->source().isLive || m_left != noLimit;
-    return isWaiting ? m_patience : std::chrono::milliseconds(0);
+    return isWaiting ? m_timeout : std::chrono::milliseconds(0);
 }
 
 BlockPart Transport::take(std::size_t most)
 {
-    const BlockPart part = m_buffer.take(std::min(most, m_left), patience());
+    const BlockPart part = m_buffer.take(std::min(most, m_left), timeout());
     if (part.count == 0)
         return part;
     m_position = part.end();
@@ -205,7 +191,7 @@ BlockPart Transport::take(std::size_t most)
 
 BlockBuffer::Ahead Transport::ahead(std::size_t count)
 {
-    BlockBuffer::Ahead ahead = m_buffer.ahead(std::min(count, m_left), patience());
+    BlockBuffer::Ahead ahead = m_buffer.ahead(std::min(count, m_left), timeout());
     ahead.isAll = ahead.isAll || ahead.count == m_left;
     return ahead;
 }

@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <limits>
@@ -32,7 +33,6 @@ public:
     using Player = std::function<std::size_t(std::size_t count)>;
 
     explicit Transport(const Player& player, QObject* parent = nullptr);
-    ~Transport() override;
 
     /// Stops, and plays this one from its start when told to; null: none. It must outlive its use.
     void open(Pipeline* pipeline);
@@ -60,10 +60,13 @@ public:
     bool repeat() const { return m_repeat; }
     /// Seconds of signal played in a second; 1 at first. More samples than a period may have are
     /// not played: the signal then runs slower than asked. A live one has its own speed.
-    void setSpeed(double speed);
+    void setSpeed(double speed)
+    {
+        m_speed = speed == fastest ? fastest : std::clamp(speed, minSpeed, maxSpeed);
+    }
     double speed() const { return m_speed; }
     /// How long may be waited for the pipeline at a time.
-    void setPatience(std::chrono::milliseconds patience) { m_patience = patience; }
+    void setTimeout(std::chrono::milliseconds timeout) { m_timeout = timeout; }
 
     /// Of the next sample: its index, and its time, s.
     std::int64_t position() const { return m_position; }
@@ -77,7 +80,7 @@ public:
     /// The next samples, those of one block; none while they are not there, and at the end.
     BlockPart take(std::size_t most);
     /// What follows the next sample without a gap, up to where playThrough stops, which is an end,
-    /// too. Waits for it as long as there is patience.
+    /// too. Waits for it as long as the timeout says.
     BlockBuffer::Ahead ahead(std::size_t count);
     /// What was looked at ahead.
     const BlockBuffer& buffer() const { return m_buffer; }
@@ -97,7 +100,7 @@ signals:
 
 private:
     bool goTo(double seconds);
-    std::chrono::milliseconds patience() const;
+    std::chrono::milliseconds timeout() const;
     void startTimer();
 
     Player m_player;
@@ -105,7 +108,7 @@ private:
     QTimer m_timer;
     QElapsedTimer m_clock;
     Pacer m_pacer;
-    std::chrono::milliseconds m_patience{5};
+    std::chrono::milliseconds m_timeout{5};
     BlockBuffer m_buffer;
     std::int64_t m_position = 0;
     double m_time = 0.0;

@@ -263,8 +263,8 @@ SymbolRateEstimate::Signal SymbolRateEstimate::signalOf(SignalSource& source,
 {
     constexpr std::size_t blockLength = 8192;
     constexpr int longestMs = 3000; // of waiting for a live signal
-    QElapsedTimer patience;
-    patience.start();
+    QElapsedTimer waiting;
+    waiting.start();
     Signal signal;
     signal.sampleRate = source.facts().sampleRate;
     signal.isComplex = source.facts().isComplex || settings.isOn;
@@ -276,7 +276,7 @@ SymbolRateEstimate::Signal SymbolRateEstimate::signalOf(SignalSource& source,
     for (std::size_t taken = 0; taken < maxSampleCount;) {
         const std::size_t got = source.read(values, std::min(blockLength, maxSampleCount - taken));
         if (got == 0 && source.facts().isLive && !source.hasEnded() &&
-            patience.elapsed() < longestMs)
+            waiting.elapsed() < longestMs)
             continue;
         if (got == 0)
             break;

@@ -21,7 +21,7 @@ public:
     using Clock = std::chrono::steady_clock;
 
     /// How long a read may wait.
-    static constexpr std::chrono::milliseconds patience{100};
+    static constexpr std::chrono::milliseconds timeout{100};
 
     ~LiveSource() override;
 
@@ -39,7 +39,7 @@ protected:
 
     LiveSource(const QString& name, const SampleFormat& format, double sampleRate);
 
-    /// Appends the bytes that have come; waits for some at most as long as patience says. Where
+    /// Appends the bytes that have come; waits for some at most as long as the timeout. Where
     /// samples were lost, those before and after come in different calls.
     /// @return false once none can come any more.
     virtual bool receive(std::vector<char>& bytes) = 0;

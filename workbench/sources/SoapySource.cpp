@@ -119,13 +119,13 @@ public:
     double sampleRate() const { return m_sampleRate; }
 
     /// @return samples, or what went wrong, < 0.
-    int read(Sample* samples, std::size_t count, std::chrono::microseconds patience)
+    int read(Sample* samples, std::size_t count, std::chrono::microseconds timeout)
     {
         void* buffers[] = {samples};
         int flags = 0;
         long long time = 0;
         return m_device->readStream(m_stream.get(), buffers, count, flags, time,
-                                    static_cast<long>(patience.count()));
+                                    static_cast<long>(timeout.count()));
     }
     std::size_t pieceLength() const { return m_pieceLength; }
 
@@ -220,7 +220,7 @@ bool SoapySource::receive(std::vector<char>& bytes)
     std::vector<Sample> samples(m_device->pieceLength());
     int count = 0;
     try {
-        count = m_device->read(samples.data(), samples.size(), patience);
+        count = m_device->read(samples.data(), samples.size(), timeout);
     } catch (const std::exception& error) {
         return end(plainText(QString::fromLocal8Bit(error.what())));
     }

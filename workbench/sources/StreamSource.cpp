@@ -20,7 +20,7 @@ StreamSource::StreamSource(const QString& name, int descriptor, const SampleForm
 bool StreamSource::receive(std::vector<char>& bytes)
 {
     pollfd awaited{m_descriptor, POLLIN, 0};
-    if (poll(&awaited, 1, static_cast<int>(patience.count())) <= 0)
+    if (poll(&awaited, 1, static_cast<int>(timeout.count())) <= 0)
         return true;
     const std::size_t old = bytes.size();
     bytes.resize(old + pieceSize);

@@ -309,7 +309,7 @@ void ZmqSource::leaveOut(std::size_t size, const QString& why)
 bool ZmqSource::receive(std::vector<char>& bytes)
 {
     std::unique_lock<std::mutex> lock(m_mutex);
-    m_hasCome.wait_for(lock, patience, [this] { return !m_waiting.empty(); });
+    m_hasCome.wait_for(lock, timeout, [this] { return !m_waiting.empty(); });
     if (m_waiting.empty())
         return true;
     if (m_waiting.front().lostBefore > 0)

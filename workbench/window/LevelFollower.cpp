@@ -24,7 +24,7 @@ void LevelFollower::follow()
     // What stands still has no time to wait for.
     const double elapsed = m_feed.transport().isPlaying() && m_clock.isValid()
                                ? static_cast<double>(m_clock.elapsed()) * 1e-3
-                               : LevelRange::patience;
+                               : LevelRange::shrinkDelay;
     m_clock.start();
     const LevelRange& time = m_feed.time().levels();
     const LevelRange& eye = m_feed.eye().levels();

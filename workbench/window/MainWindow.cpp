@@ -208,7 +208,7 @@ void MainWindow::showSource(const QStringList& notices)
     m_states.restart();
     m_measuring->cancel();
     m_readings->show(Measurement());
-    QTimer::singleShot(PaneStates::patienceMs + 1, this, &MainWindow::refreshStatus);
+    QTimer::singleShot(PaneStates::timeoutMs + 1, this, &MainWindow::refreshStatus);
     m_panes->showWhilePaused([this] { feed().showNothing(); });
     m_status->setSource(source.name);
     sayNotices(notices);

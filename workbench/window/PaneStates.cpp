@@ -21,7 +21,7 @@ constexpr qint64 longSeconds = 120;
 /// Why there are no samples yet; empty when there are.
 QString PaneStates::whatIsMissing(const SignalFeed& feed) const
 {
-    if (feed.hasPlayed() || !m_sinceStart.isValid() || !m_sinceStart.hasExpired(patienceMs))
+    if (feed.hasPlayed() || !m_sinceStart.isValid() || !m_sinceStart.hasExpired(timeoutMs))
         return QString();
     if (feed.hasEnded())
         return tr("the stream ended before the first sample");
@@ -45,7 +45,7 @@ QString PaneStates::whatIsSearched(const SignalFeed& feed)
 QString PaneStates::whyNoSymbols(const SignalFeed& feed, const QString& searched) const
 {
     const bool isPlaying = feed.transport().isPlaying();
-    const bool isLate = m_sinceStart.isValid() && m_sinceStart.hasExpired(patienceMs);
+    const bool isLate = m_sinceStart.isValid() && m_sinceStart.hasExpired(timeoutMs);
     if (!feed.hasPlayed() || (isPlaying && !isLate))
         return QString();
     if (!searched.isEmpty())

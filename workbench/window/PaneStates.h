@@ -15,7 +15,7 @@ class PaneStates
 {
     Q_DECLARE_TR_FUNCTIONS(PaneStates)
 public:
-    static constexpr int patienceMs = 700; ///< a signal usually comes sooner
+    static constexpr int timeoutMs = 700; ///< a signal usually comes sooner
 
     /// @param panes  time, eye and IQ, in this order.
     explicit PaneStates(ViewPanes& panes)

@@ -13,11 +13,11 @@
 
 namespace {
 
-constexpr int patienceMs = 500;
+constexpr int showDelayMs = 500;
 constexpr int periodMs = 100;
 constexpr int steps = 1000;
 constexpr int barWidth = 220;
-constexpr unsigned closingPatienceMs = 2000;
+constexpr unsigned closingTimeoutMs = 2000;
 
 } // namespace
 
@@ -56,7 +56,7 @@ Progress::~Progress()
     drop();
     for (auto* thread : findChildren<QThread*>()) {
         thread->disconnect(this);
-        if (!thread->wait(closingPatienceMs))
+        if (!thread->wait(closingTimeoutMs))
             thread->setParent(nullptr); // stuck in the system: not worth waiting for
     }
 }
@@ -116,5 +116,5 @@ void Progress::showPart()
         m_bar->setRange(0, steps);
         m_bar->setValue(static_cast<int>(std::lround(std::min(part, 1.0) * steps)));
     }
-    setVisible(m_clock.hasExpired(patienceMs));
+    setVisible(m_clock.hasExpired(showDelayMs));
 }

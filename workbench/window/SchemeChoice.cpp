@@ -20,7 +20,7 @@ const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString portalInterface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
 const QString schemeName = QStringLiteral("color-scheme");
-constexpr int portalPatienceMs = 300;
+constexpr int portalTimeoutMs = 300;
 constexpr unsigned preferDark = 1;
 constexpr unsigned preferLight = 2;
 
@@ -60,7 +60,7 @@ void SchemeChoice::askPortal()
     QDBusMessage question = QDBusMessage::createMethodCall(portalService, portalPath,
                                                            portalInterface, QStringLiteral("Read"));
     question << appearanceGroup << schemeName;
-    const QDBusMessage answer = bus.call(question, QDBus::Block, portalPatienceMs);
+    const QDBusMessage answer = bus.call(question, QDBus::Block, portalTimeoutMs);
     if (answer.type() == QDBusMessage::ReplyMessage && !answer.arguments().isEmpty())
         takePortalSetting(appearanceGroup, schemeName,
                           answer.arguments().constFirst().value<QDBusVariant>());

@@ -1,19 +1,19 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
-#include "workbench/feed/Thinning.h"
+#include "workbench/feed/Decimation.h"
 
 #include <algorithm>
 #include <cmath>
 
-void Thinning::setFactor(std::size_t factor) { m_wanted = std::max<std::size_t>(factor, 1); }
+void Decimation::setFactor(std::size_t factor) { m_wanted = std::max<std::size_t>(factor, 1); }
 
-void Thinning::restart()
+void Decimation::restart()
 {
     m_open = 0;
     m_group.clear();
 }
 
-void Thinning::run(const std::vector<double>& samples, const std::vector<double>& markers,
-                   std::vector<double>& thinSamples, std::vector<double>& thinMarkers)
+void Decimation::run(const std::vector<double>& samples, const std::vector<double>& markers,
+                     std::vector<double>& thinSamples, std::vector<double>& thinMarkers)
 {
     for (std::size_t k = 0; k < samples.size(); ++k) {
         if (markers[k] > 0.0) {
@@ -38,7 +38,7 @@ void Thinning::run(const std::vector<double>& samples, const std::vector<double>
     }
 }
 
-void Thinning::endGroup(std::vector<double>& samples, std::vector<double>& markers)
+void Decimation::endGroup(std::vector<double>& samples, std::vector<double>& markers)
 {
     std::size_t lowest = 0;
     std::size_t highest = 0;

@@ -4,10 +4,10 @@
 #include <cstddef>
 #include <vector>
 
-/// Thins segments out for a diagram that has far fewer pixels than they have samples: of each group
+/// Decimates segments for a diagram that has far fewer pixels than they have samples: of each group
 /// of neighbours the lowest and the highest are kept, in the order in which they came, so that no
 /// extreme is lost. What is not finite is kept only where a group has nothing else.
-class Thinning
+class Decimation
 {
 public:
     /// Samples for one that is kept, at least 1, which keeps all. Takes effect at the next segment.
