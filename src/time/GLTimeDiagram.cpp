@@ -7,6 +7,7 @@
 #include "platform/base/Saturate.h"
 #include "platform/glbase/GLPainter.h"
 #include "platform/gui/ColorSet.h"
+#include "time/Quantiser.h"
 
 #include <QCoreApplication>
 #include <QPointer>
@@ -82,15 +83,7 @@ void GLTimeDiagram::AddData(std::vector<double>& data)
     record.m_first = static_cast<float>(data.front());
     record.m_last = static_cast<float>(data.back());
 
-    // A NaN replaces the extent, unlike in other diagrams, and the next sample replaces the NaN.
-    Extent extent;
-    for (const double value : data) {
-        const auto sample = static_cast<float>(value);
-        if (!(sample >= extent.min))
-            extent.min = sample;
-        if (!(extent.max >= sample))
-            extent.max = sample;
-    }
+    Extent extent = quantiser::extentOf(data);
     extent.AddMargin();
     record.m_min = extent.min;
     record.m_max = extent.max;
@@ -126,19 +119,20 @@ std::vector<std::vector<double>> GLTimeDiagram::GetTraces() const
 }
 
 // Replaces or widens the Y range while auto-scaling. The range is set after each end, so that
-// whoever follows the axis sees both steps.
-void GLTimeDiagram::ScaleTo(Extent extent)
+// whoever follows the axis sees both steps. False where one of them destroyed the diagram.
+bool GLTimeDiagram::ScaleTo(Extent extent)
 {
     if (m_autoScalePending)
         m_autoScalePending = false;
     else if (m_autoScaleTimer.isActive())
         extent.Widen(m_yStart, m_yStop);
     else
-        return;
+        return true;
     const QPointer<GLTimeDiagram> alive(this);
     SetYStart(static_cast<double>(extent.min));
     if (alive)
         SetYStop(static_cast<double>(extent.max));
+    return !alive.isNull();
 }
 
 void GLTimeDiagram::Quantise(ValueRecord& record, const std::vector<double>& data)
@@ -152,10 +146,7 @@ void GLTimeDiagram::Quantise(ValueRecord& record, const std::vector<double>& dat
         const float step = span * levelHeight;
         record.m_min -= widening;
         record.m_max += widening;
-        for (std::size_t i = 0; i < data.size(); ++i) {
-            const float level = (static_cast<float>(data[i]) - record.m_min) / step;
-            m_stepData[i] = truncateSaturated<unsigned char>(static_cast<double>(level));
-        }
+        quantiser::quantise(data, record.m_min, step, m_stepData.data());
     }
     record.m_stepLine.SetData(m_stepData.data(), m_stepData.size());
 }

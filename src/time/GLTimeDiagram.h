@@ -117,7 +117,7 @@ private:
 
     ValueRecord* AddRecord();
     void RemoveRecord();
-    void ScaleTo(Extent extent);
+    bool ScaleTo(Extent extent);
     void Quantise(ValueRecord& record, const std::vector<double>& data);
     void ShowYRange();
     std::size_t DrawTraces(const Plot& plot, GLFrameWidget& frame);

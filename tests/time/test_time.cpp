@@ -82,6 +82,36 @@ TEST_F(TimeTraces, AreQuantisedOverTheirOwnExtent)
     }
 }
 
+TEST_F(TimeTraces, AreQuantisedLikeOneSampleAfterTheOtherAtAnyLength)
+{
+    for (const std::size_t count : {1, 31, 32, 33, 65, 100}) { // about chunks of 32
+        for (const double odd : {0.5, nan, inf, -1e300}) {
+            for (const std::size_t place : {std::size_t{0}, count / 2, count - 1}) {
+                std::vector<double> samples;
+                for (std::size_t i = 0; i < count; ++i)
+                    samples.push_back(std::sin(1.7 * double(i)));
+                samples[place] = odd;
+                float min = 1e35F, max = -1e35F;
+                for (const double sample : samples) {
+                    min = float(sample) >= min ? min : float(sample);
+                    max = max >= float(sample) ? max : float(sample);
+                }
+                const auto margin = float(double(max - min) * 0.05);
+                const float step = (max + margin - (min - margin)) * 0.0039063282F;
+                const float lowest = min - margin - (max + margin - (min - margin)) * 0.00001F;
+                add(samples);
+                const std::vector<unsigned char>& levels = record(0).m_stepLine.Levels();
+                for (std::size_t i = 0; i < count && max > min; ++i) {
+                    const float level = (float(samples[i]) - lowest) / step;
+                    const int whole = level > 0 ? level < 255 ? int(level) : 255 : 0;
+                    EXPECT_EQ(levels[i], whole) << count << ' ' << odd << ' ' << place << ' ' << i;
+                }
+                EXPECT_EQ(levels.size(), count);
+            }
+        }
+    }
+}
+
 TEST_F(TimeTraces, AreRecycledBeyond100AndSwapTheirSamplesOut)
 {
     std::vector<double> data;
