@@ -72,9 +72,12 @@ void GLEyeDiagram::AddData(const double* data, std::size_t count)
     const auto y = eyeScene::object<CDataArrayD>(*m_pChartDisplay, "MeasDataY");
     if (x && y) {
         // The last one belongs to the NaN that ends the trace.
-        for (std::size_t i = 0; i <= count; ++i) {
-            const double position = static_cast<double>(i) / divisor;
-            x->Append(&position, 1);
+        constexpr std::size_t chunkLength = 64;
+        double positions[chunkLength];
+        for (std::size_t start = 0; start <= count; start += chunkLength) {
+            for (std::size_t i = 0; i < chunkLength; ++i)
+                positions[i] = static_cast<double>(start + i) / divisor;
+            x->Append(positions, std::min(chunkLength, count + 1 - start));
         }
         y->Append(data, count);
         constexpr double separator = std::numeric_limits<double>::quiet_NaN();

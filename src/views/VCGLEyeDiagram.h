@@ -159,6 +159,8 @@ private:
     values::ValueObservingPtr<values::ValueNumeric<double>> m_yAxisMax;
     values::ValueObservingPtr<values::ValueNumeric<double>> m_baudrateValue;
     bool m_takeData = true;
-    float m_segmentLength = 0.0F;  // last non-zero marker
-    std::vector<double> m_pending; // samples of the open segment
+    float m_segmentLength = 0.0F;                        // last non-zero marker
+    std::vector<double> m_pending;                       // samples of the open segment
+    std::vector<double> m_samples;                       // memory for copies of the lists...
+    std::vector<std::pair<std::size_t, float>> m_starts; // ...while they are read
 };

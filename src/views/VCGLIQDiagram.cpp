@@ -86,14 +86,20 @@ bool VCGLIQDiagram::Feed()
         return false;
     const std::list<double>& iSamples = m_data1.Get()->GetList();
     const std::list<double>& qSamples = m_data2.Get()->GetList();
+    // Not in place: while the diagram takes it, the view may be fed again.
     std::vector<float> pairs;
-    pairs.reserve(2 * iSamples.size());
+    pairs.swap(m_pairs);
+    pairs.resize(2 * iSamples.size());
     auto q = qSamples.begin();
+    float* next = pairs.data();
     for (const double i : iSamples) {
-        pairs.push_back(static_cast<float>(i));
-        pairs.push_back(q != qSamples.end() ? static_cast<float>(*q++) : 0.0F);
+        *next++ = static_cast<float>(i);
+        *next++ = q != qSamples.end() ? static_cast<float>(*q++) : 0.0F;
     }
+    const QPointer<VCGLIQDiagram> alive(this);
     m_diagram->AddData(pairs);
+    if (alive)
+        pairs.swap(m_pairs); // of the data set that the diagram gave up
     return true;
 }
 

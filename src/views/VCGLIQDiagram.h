@@ -161,4 +161,5 @@ private:
     values::ValueObservingPtr<values::ValueNumeric<double>> m_yAxisMax;
     bool m_takeData = true;
     StandardMeasRuler m_ruler;
+    std::vector<float> m_pairs; // memory for the lists, joined
 };

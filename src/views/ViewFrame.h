@@ -20,6 +20,7 @@
 #include <cstddef>
 #include <list>
 #include <memory>
+#include <utility>
 #include <vector>
 
 /// Warns once (category orvane.views) when several roles of a view share a value.
@@ -104,10 +105,16 @@ struct ViewFrame
     {
         if (!view.m_data1.Get() || !view.m_baudrateData.Get())
             return false;
+        // Not in place: while the diagram takes a segment, the lists may change and the view be fed
+        // again. The memory of the copies is used again.
+        std::vector<double> samples;
+        samples.swap(view.m_samples);
         const std::list<double>& sampleList = view.m_data1.Get()->GetList();
-        const std::vector<double> samples(sampleList.begin(), sampleList.end());
-        const std::vector<Start> starts =
-            Starts(view.m_baudrateData.Get()->GetList(), samples.size());
+        samples.resize(sampleList.size());
+        std::copy(sampleList.begin(), sampleList.end(), samples.begin());
+        std::vector<std::pair<std::size_t, float>> starts;
+        starts.swap(view.m_starts);
+        FindStarts(view.m_baudrateData.Get()->GetList(), samples.size(), starts);
         const QPointer<View> alive(&view);
         std::size_t position = 0;
         const auto takeUntil = [&](std::size_t end) {
@@ -116,9 +123,9 @@ struct ViewFrame
                                   samples.begin() + static_cast<std::ptrdiff_t>(end));
             position = end;
         };
-        for (const Start& start : starts) {
-            takeUntil(start.index);
-            view.m_segmentLength = start.length;
+        for (const auto& [index, length] : starts) {
+            takeUntil(index);
+            view.m_segmentLength = length;
             HandOver(view);
             if (!alive)
                 return true;
@@ -126,6 +133,10 @@ struct ViewFrame
         takeUntil(samples.size());
         if (static_cast<float>(view.m_pending.size()) == view.m_segmentLength)
             HandOver(view);
+        if (alive) {
+            samples.swap(view.m_samples);
+            starts.swap(view.m_starts);
+        }
         return true;
     }
 
@@ -242,23 +253,18 @@ private:
         return nullptr;
     }
 
-    /// Where a segment starts, and how many samples it announces.
-    struct Start
+    /// Where segments start, and how many samples each announces.
+    static void FindStarts(const std::list<double>& markers, std::size_t sampleCount,
+                           std::vector<std::pair<std::size_t, float>>& starts)
     {
-        std::size_t index;
-        float length;
-    };
-    static std::vector<Start> Starts(const std::list<double>& markers, std::size_t sampleCount)
-    {
-        std::vector<Start> starts;
+        starts.clear();
         std::size_t index = 0;
         for (auto marker = markers.begin(); marker != markers.end() && index < sampleCount;
              ++marker, ++index) {
             const auto length = static_cast<float>(*marker);
             if (length != 0.0F)
-                starts.push_back({index, length});
+                starts.emplace_back(index, length);
         }
-        return starts;
     }
 
     static void HandOver(View& view)
