@@ -11,13 +11,14 @@ class QObject;
 /// another thread to the log (category orvane.threads), each name once; other builds do nothing.
 namespace guiThread {
 
-/// Whether this is another thread than that of the application object. False without one.
+/// Whether the caller runs outside of the application object's thread. False while there is no such
+/// object.
 ORVANE_PLATFORM_API bool isElsewhere();
 ORVANE_PLATFORM_API void report(const QString& name);
 /// Class and object name.
 ORVANE_PLATFORM_API QString nameOf(const QObject& object);
 
-/// @param name  gives the name of what is used; called only for a report.
+/// @param name  returns the name of the object; called only for a report.
 template<class Name>
 void check([[maybe_unused]] const Name& name)
 {

@@ -5,7 +5,7 @@
 
 class Observable;
 
-/// What a notification reports. The numbers are part of the interface.
+/// What a notification is about. The numbers are part of the interface.
 enum TChangeCode : int {
     ccState = 2,      ///< The state changed; the sender may be going away.
     ccContent = 3,    ///< New content.

@@ -19,8 +19,8 @@ void Observable::Attach(IObserver* observer)
     CheckThread();
     if (!observer)
         return;
-    // A place that was given up stays empty until the notification ends: this may be another
-    // observer at the same address, and it is new in either case.
+    // A freed entry is not used again during a notification: this may be a new observer at the same
+    // address.
     if (Registration* known = Find(observer))
         ++known->count;
     else

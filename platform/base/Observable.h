@@ -8,15 +8,14 @@
 #include <cstddef>
 #include <vector>
 
-/// Sender side of the observer pattern. GUI thread only, no locks.
+/// Sender of the observer pattern. GUI thread only, no locks.
 ///
-/// Registrations are counted: an observer attached twice must be detached twice, and is called
-/// once a change all the same. Observers are called in the order of their first attachment.
-/// During a notification
-/// - an observer that is detached is not called any more,
-/// - an observer that is attached is first called at the next notification,
+/// Registrations are counted: an observer attached twice must be detached twice, but is called once
+/// a change. Observers are called in the order of their first attachment. During a notification
+/// - a detached observer is not called any more,
+/// - a newly attached observer is first called at the next notification,
 /// - notifications may nest,
-/// - the observable itself may be destroyed: the observers not yet called are left out.
+/// - the observable itself may be destroyed: observers not yet called are skipped.
 /// Observers do not throw.
 class ORVANE_PLATFORM_API Observable
 {
@@ -39,7 +38,7 @@ public:
 protected:
     /// Called as the outermost notification ends. The object may delete itself here.
     virtual void NotificationEnded();
-    /// What messages call the object.
+    /// Name of the object in messages.
     virtual QString Name() const;
 
 private:

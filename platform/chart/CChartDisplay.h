@@ -9,8 +9,8 @@ class ChartPicture;
 
 namespace OndoChartDisplay {
 
-/// A counted handle of an object that the scene owns. A new handle counts 1; at 0, and once the
-/// scene is gone, it leads to no object. Releasing it more often changes nothing.
+/// A counted handle of an object that the scene owns. A new handle counts 1. At 0, and after the
+/// scene is destroyed, it returns no object. Further releases do nothing.
 class ORVANE_PLATFORM_API CPtr
 {
 public:
@@ -26,8 +26,8 @@ private:
     int m_count = 0;
 };
 
-/// A counted handle of an object of a class; empty for null and for an object of another class. The
-/// object lives at least as long as the handle.
+/// A handle of an object of a class, which keeps the object alive. Empty for null and for an object
+/// of another class.
 template<class T>
 class CSmartPtr
 {
@@ -61,30 +61,30 @@ class ORVANE_PLATFORM_API IObjectManagement
 {
 public:
     virtual ~IObjectManagement();
-    /// Adds the object of a name to the drawn content, in front of what is there. An object is
-    /// drawn once, however often it is added.
+    /// Adds the object of a name to the drawn objects, in front. An object that is drawn already
+    /// keeps its place.
     /// @param group  empty; other values mean the same.
     /// @param option  0; likewise.
     virtual void AddObject(const char* name, const char* group, int option) = 0;
 };
 
-/// A chart: named objects, some of which are drawn. GUI thread only.
+/// A chart: named objects, some of them drawn. GUI thread only.
 class ORVANE_PLATFORM_API CChartDisplay
 {
 public:
     CChartDisplay();
     CChartDisplay(const CChartDisplay&) = delete;
     CChartDisplay& operator=(const CChartDisplay&) = delete;
-    /// Destroys the objects as well, except those that somebody holds by CSmartPtr.
+    /// Destroys its objects, except those held by a CSmartPtr.
     virtual ~CChartDisplay();
 
     CFactory& Factory();
     IObjectManagement& ObjectManager();
-    /// The object of a name, or null; null answers null.
+    /// The object of a name, or null. The name may be null.
     CBaseObject* FindBaseObject(const char* name) const;
     /// Brings the picture up to date after objects were changed.
     void Update();
-    /// What is drawn, as of the last Update; the display's alone to keep alive.
+    /// The picture as of the last Update. Only the display keeps it alive.
     std::weak_ptr<const ChartPicture> Picture() const;
 
 private:

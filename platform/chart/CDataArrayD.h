@@ -21,8 +21,8 @@ public:
     virtual void Replace(const Value* values, std::size_t count) = 0;
 };
 
-/// An array of numbers, any of which may be NaN. Appending one value costs the same however many
-/// there are.
+/// An array of numbers, which may be NaN. The cost of appending a value does not depend on the
+/// size.
 class ORVANE_PLATFORM_API CDataArrayD : public CBaseObject, public IDataArray<double>
 {
 public:
@@ -30,7 +30,7 @@ public:
     static constexpr int modeUnbounded = 0;
     static constexpr int modeKeepNewest = 1;
 
-    /// Where the contents stand in the stream of all values ever appended.
+    /// Position of the contents in the stream of all values ever appended.
     struct State
     {
         std::uint64_t generation; ///< Changes when the contents change otherwise than by appending.

@@ -42,7 +42,7 @@ void draw(QPainter& painter, const ChartPicture::Text& text)
     painter.drawText(text.rect, Qt::AlignCenter, text.text);
 }
 
-/// As vectors. A painter of them need not cut what is drawn beyond its picture.
+/// Draws vectors, clipped: not every vector painter clips at its borders.
 void drawVectors(QPainter& painter, const Items& items, const QRect& visible)
 {
     for (const ChartPicture::Item& item : items) {
@@ -68,7 +68,7 @@ struct CGraphicEngineSwitch::Private
     std::weak_ptr<const ChartPicture> chart;
     QWidget* widget;
 
-    // Everything behind the last curve, which is the one that changes all the time.
+    // Everything behind the last curve. The last curve is the one that changes often.
     Items backdropItems;
     QImage backdrop;
     double ratio = 0.0;

@@ -10,8 +10,8 @@
 #include <memory>
 #include <string>
 
-/// The objects of a chart scene: plain settings, read and written as they are. They refer to one
-/// another by name; a reference to no object, or to one of another class, draws nothing.
+/// The objects of a chart scene: plain settings, public and unchecked. They refer to one another by
+/// name; an object with a reference to a missing object, or to one of another class, is not drawn.
 namespace OndoChartDisplay {
 
 /// A colour of four bytes.
@@ -55,7 +55,7 @@ public:
     virtual ~CBaseObject();
 };
 
-/// Things are drawn on a layer; its renderer says by what.
+/// A layer that objects are drawn on, and the renderer that draws it.
 struct ORVANE_PLATFORM_API CLayerDescription : CBaseObject
 {
     static constexpr const char* CLASS = "CLayerDescription";
@@ -104,7 +104,8 @@ struct ORVANE_PLATFORM_API CCoordinateSystemCartesian : CBaseObject
     std::string m_scales[2]; ///< By dimension: 0 horizontal, 1 vertical.
 };
 
-/// The range of a dimension, from its left or lower end to the other; taken as it is.
+/// The range of a dimension, from its left or lower end to the other. Any numbers are taken as they
+/// are.
 class ORVANE_PLATFORM_API CScale : public CBaseObject
 {
 public:

@@ -18,8 +18,8 @@ namespace OndoChartDisplay {
 class CChartDisplay;
 }
 
-/// A scale laid along one side of a cell, in logical pixels. The left or lower end of the scale is
-/// the centre of the cell's first column or last row, the other end that of the opposite one.
+/// A scale along one side of a cell, in logical pixels. The ends of the scale are the centres of
+/// the first and the last pixel; a vertical scale starts at the bottom.
 struct ChartAxis
 {
     double start = 0.0;
@@ -29,20 +29,20 @@ struct ChartAxis
     bool vertical = false;
 
     bool IsUsable() const;
-    /// The pixel of a value; only of a usable axis.
+    /// The pixel of a value. The axis must be usable.
     int Pixel(double value) const;
-    /// Centre + Factor * value is where the value lies, as a real number.
+    /// Position of a value as a real number: Centre + Factor * value.
     double Factor() const;
     double Centre() const;
 
     bool operator==(const ChartAxis& other) const;
 };
 
-/// What a scene looks like: its drawn objects with all references resolved, back to front.
+/// The drawn objects of a scene with all references resolved, back to front.
 class ChartPicture
 {
 public:
-    /// From one colour at the top to another.
+    /// A rectangle with a gradient from one colour at the top to another.
     struct Fill
     {
         QRect rect;
@@ -69,7 +69,8 @@ public:
         std::shared_ptr<const OndoChartDisplay::CDataArrayD> yData;
         OndoChartDisplay::CDataArrayD::State xState;
         OndoChartDisplay::CDataArrayD::State yState;
-        /// Whether only values were appended and dropped, equally many of both, since another time.
+        /// Whether the curve differs from an earlier one only by appended and dropped values, as
+        /// many of X as of Y.
         bool IsContinuationOf(const Curve& earlier) const;
         bool operator==(const Curve& other) const;
     };

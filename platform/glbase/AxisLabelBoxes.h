@@ -10,22 +10,22 @@
 
 class QFontMetrics;
 
-/// Where the label of a tick goes inside a plot, in logical pixels.
+/// Place of a tick's label inside a plot, in logical pixels.
 struct ORVANE_PLATFORM_API AxisLabelBox
 {
     static constexpr int tickLength = 4;
     static constexpr int margin = 4; ///< Left and right of the text.
-    /// What a box takes of the plot's width beside its text.
+    /// Width of a box beside its text.
     static constexpr int extraWidth = tickLength + 2 * margin;
     static constexpr int groundAlpha = 170; ///< Traces behind the labels stay visible.
 
     QRect mark; ///< The tick at the border of the plot, one pixel high.
-    QRect box;  ///< Ground of the text; empty where the text found no room.
+    QRect box;  ///< Ground of the text; empty when there is no room for it.
     QString text;
 };
 
-/// Boxes of the labels of a vertical axis along the left or right border of a plot. A tick outside
-/// the plot has none, except one that lies one row below it.
+/// Places the labels of a vertical axis along the left or right border of a plot. Ticks outside the
+/// plot get none, except one in the row just below it.
 /// @param axis  gives the texts.
 /// @param ticks  from start to stop.
 ORVANE_PLATFORM_API std::vector<AxisLabelBox>

@@ -27,8 +27,8 @@ enum eHorizontalAlignment : int {
     haAlign = 1, ///< The left edge and, times the factor, the width of the widget named.
 };
 
-/// A child of a GLLayout: an area of the frame's picture with its own painting and events. It holds
-/// no GL resources, and it is held by std::shared_ptr, so it has no QObject parent.
+/// A child of a GLLayout: an area of the frame's picture with its own painting and events. Holds no
+/// GL resources. Owned by std::shared_ptr, so it has no QObject parent.
 class ORVANE_PLATFORM_API GLBaseWidget : public QObject
 {
     Q_OBJECT
@@ -43,22 +43,22 @@ public:
     QRect rect() const;
     /// The widget's area in the frame widget.
     QRect geometry() const;
-    /// Schedules a repaint of the frame; nothing while there is none.
+    /// Schedules a repaint of the frame, if there is one.
     void update();
     /// The frame that paints this widget; null while it belongs to no layout.
     GLFrameWidget* GetFrameWidget() const;
 
-    /// Aligns the widget when the layout places its children: to "Top" (the layout itself) or to a
-    /// sibling by its object name, resolved at each layout. Answers whether the arguments can be
-    /// used: a name, mode haAlign, a finite factor > 0. Otherwise the widget fills the width.
+    /// Aligns the widget to "Top" (the layout itself) or to a sibling by its object name, each time
+    /// the layout places its children. Usable are a name, mode haAlign and a finite factor > 0;
+    /// with anything else the widget fills the width. Returns whether the arguments are usable.
     bool SetHorizontalAlignment(const char* name, eHorizontalAlignment mode, double factor);
-    /// Makes the widget carry a Qt widget, a child of the layout, which then follows its place
-    /// there and is shown and hidden with it; null lets go. Neither ownership nor parent of the Qt
-    /// widget change, and it may be destroyed first.
+    /// Makes the widget carry a Qt widget, a child of the layout, which then has its place and is
+    /// shown and hidden with it; null ends that. Owner and parent of the Qt widget do not change.
+    /// It may be destroyed first.
     void SetQWidget(QWidget* widget);
     QWidget* GetQWidget() const;
 
-    /// Height in logical pixels that the layout gives the widget; 0: a share of what is left.
+    /// Height in logical pixels that the widget needs; 0 for a share of the remaining height.
     virtual int FixedHeight() const;
 
     /// Whether the widget has a place in its layout's picture; true at first.
@@ -66,9 +66,9 @@ public:
     bool IsShownInLayout() const { return m_visible; }
 
 protected:
-    // Called by the layout, event positions in the widget's pixel frame. An event that comes back
-    // ignored goes on to the layout's parent; the defaults ignore theirs. The widget may be
-    // destroyed while it runs a context menu; during other events its layout holds it.
+    // Called by the layout, with event positions in the widget's pixel frame. An ignored event goes
+    // on to the layout's parent; the defaults ignore theirs. The widget may be destroyed while it
+    // runs a context menu; during other events the layout keeps it alive.
     virtual void resizeEvent(QResizeEvent* event);
     virtual void paintEvent(QPaintEvent* event);
     virtual void mouseDoubleClickEvent(QMouseEvent* event);
@@ -79,8 +79,8 @@ protected:
     virtual void contextMenuEvent(QContextMenuEvent* event);
     virtual void leaveEvent(QEvent* event);
 
-    /// Paints the Qt widget that is carried into a picture, see GLLayout::RenderPicture. Here as it
-    /// is on the screen; override it where it shall fill the place.
+    /// Paints the carried Qt widget into a picture, see GLLayout::RenderPicture. The default paints
+    /// it as it is on the screen; override it to fill the place.
     /// @param painter  logical pixels, origin at the top left corner of the place.
     /// @param size     of the place.
     virtual void PaintCarried(QPainter& painter, const QSize& size);
@@ -90,7 +90,7 @@ protected:
     float m_top = 0.0F;
     float m_right = 0.0F;
     float m_bottom = 0.0F;
-    /// Number that is passed to grid drawers unchanged.
+    /// Passed to grid drawers unchanged.
     int m_drawParam = 0;
 
 private:

@@ -176,7 +176,8 @@ void GLCommonWidget::contextMenuEvent(QContextMenuEvent* event)
             menu = provider->getContextMenu(event, this, 0);
         if (menu) {
             event->accept();
-            // Nothing is held meanwhile: an action of the menu may destroy whatever it likes.
+            // Keep nothing alive meanwhile: an action of the menu may destroy the provider or the
+            // widget.
             menu->exec(event->globalPos());
             if (const auto provider = entry.object.lock())
                 provider->contextMenuClosed();

@@ -9,8 +9,9 @@
 #include <memory>
 #include <vector>
 
-/// A GL widget with helpers: mouse objects that take part in events and painting, and context menu
-/// providers. Both are offered an event in descending z-order, the first added first among equals.
+/// A GL widget with helpers: mouse objects, which take part in events and painting, and context
+/// menu providers. Events go to them in descending z-order; among equals the first added comes
+/// first.
 class ORVANE_PLATFORM_API GLCommonWidget : public GLBaseWidget, public ITextDisplayer
 {
     Q_OBJECT
@@ -27,12 +28,12 @@ public:
     /// Adds a context menu provider; the widget does not keep it alive.
     void addContextMenu(std::weak_ptr<IHasContextMenu> provider, eZOrder zOrder);
 
-    /// A widget shows no lines of text unless a derived class does.
+    /// No lines of text, unless a derived class shows them.
     void clear() override {}
     void addTextFreqList(const QString&) override {}
 
 protected:
-    // Events of mouse and wheel are accepted when a mouse object took them, else ignored.
+    // Mouse and wheel events are accepted when a mouse object took them, otherwise ignored.
     void resizeEvent(QResizeEvent* event) override;
     /// Draws the overlays of the mouse objects, lowest z-order first. May run inside the painter of
     /// a derived class.
@@ -46,8 +47,8 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     void leaveEvent(QEvent* event) override;
 
-    /// Vertical range of the widget's own content in a dimension, for helpers that draw over it. A
-    /// widget without own scale answers its pixel rows: 0 at the top, its height at the bottom.
+    /// Vertical range of the widget's content in a dimension, for helpers that draw over it. The
+    /// default is its pixel rows: 0 at the top, its height at the bottom.
     virtual double YStart(short dimension);
     virtual double YStop(short dimension);
 
@@ -68,7 +69,7 @@ private:
     static void Remove(std::vector<Entry<T>>& entries, const T* object);
     Handlers MouseObjects() const;
     bool HasMouseObject(const IMouseHandler* handler) const;
-    /// The mouse object that took the event; null when none did.
+    /// Offers an event. Returns the mouse object that took it, or null.
     template<class Event>
     std::shared_ptr<IMouseHandler> Offer(bool (IMouseHandler::*operation)(GLCommonWidget*, Event*),
                                          Event* event);

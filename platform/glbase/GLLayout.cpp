@@ -146,7 +146,7 @@ void GLLayout::PlaceChildren()
 
 int GLLayout::WidthOf(const GLBaseWidget& child, int depth) const
 {
-    // A chain of siblings longer than their number leads in a circle.
+    // A chain longer than the number of siblings is a circle.
     if (child.m_alignMode != haAlign || depth > static_cast<int>(m_children.size()))
         return m_placedSize.width();
     int base = m_placedSize.width();
@@ -172,7 +172,7 @@ void GLLayout::RenderPicture(QPainter& painter, const QSize& size)
     painter.setFont(font());
     Render(painter);
     painter.restore();
-    // As part of the picture, so that nothing is painted anew for it.
+    // Place the children for the screen while the frame still paints a picture: no repaint follows.
     m_pictureSize = shownSize;
     PlaceChildren();
 }
@@ -318,13 +318,14 @@ void GLLayout::wheelEvent(QWheelEvent* event)
 void GLLayout::contextMenuEvent(QContextMenuEvent* event)
 {
     event->ignore();
-    // The menu takes the pointer away, and the release of the button.
+    // The menu takes over the pointer, and the release of the button.
     const QPointer<GLLayout> self(this);
     m_grabbed.reset();
     Hover(nullptr);
     if (!self)
         return;
-    // Not held: an action of the menu may take the child away, and it must be gone at once then.
+    // Not kept alive: an action of the menu may remove the child, which must be destroyed at once
+    // then.
     if (event->reason() != QContextMenuEvent::Keyboard) {
         if (GLBaseWidget* child = ChildAt(event->pos()).get())
             event->setAccepted(SendContextMenu(*child, *event, event->pos()));

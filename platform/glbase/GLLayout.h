@@ -7,31 +7,32 @@
 #include <memory>
 #include <vector>
 
-/// Stacks GL widgets from top to bottom in the order in which they were added: those with a fixed
-/// height get it, the others share the rest evenly. Paints them and routes events to them; a press
-/// grabs the mouse for its child until all buttons are up or a context menu is asked for. The menu
-/// key asks the children from the top for theirs, at their middle.
+/// Stacks GL widgets from top to bottom in the order of their addition. Widgets with a fixed height
+/// get it, the others share the rest evenly. Paints them and routes events to them. A press grabs
+/// the mouse for its child until all buttons are up or a context menu opens. The menu key asks the
+/// children from the top for a menu at their middle.
 class ORVANE_PLATFORM_API GLLayout : public GLFrameWidget
 {
     Q_OBJECT
 public:
     explicit GLLayout(QWidget* parent = nullptr);
-    /// Lets go of children that were not removed.
+    /// Releases children that were not removed.
     ~GLLayout() override;
 
-    /// Adds a widget at the bottom; false for null and for a widget that is in a layout's list
-    /// already (nothing changes).
+    /// Adds a widget at the bottom. Returns false, and changes nothing, for null and for a child of
+    /// any layout.
     bool AddWidget(std::shared_ptr<GLBaseWidget> widget);
-    /// Drops the layout's reference and clears the widget's frame; false when it is not a child.
+    /// Drops the layout's reference and clears the widget's frame. Returns false when it is not a
+    /// child.
     bool RemoveWidget(GLBaseWidget& widget);
     const std::vector<std::shared_ptr<GLBaseWidget>>& Widgets() const { return m_children; }
 
-    /// Paints a picture of the layout with all that it carries, laid out for a size whatever its
-    /// own is. The layout and the Qt widgets in it are neither resized nor painted for it, its
-    /// children are as before afterwards, and the picture changes nothing that later paints show.
+    /// Paints a picture of the layout and the Qt widgets that its children carry, in any size. The
+    /// layout and those widgets keep their own size and are not repainted. Later paints show the
+    /// same as without the picture.
     ///
-    /// Where the painter draws vectors (SVG, PDF), so do texts, lines, traces and fills, on a grid
-    /// of a quarter of a logical pixel. Of points, see GLPainter::drawPoints.
+    /// Where the painter draws vectors (SVG, PDF), texts, lines, traces and fills become vectors,
+    /// on a grid of a quarter of a logical pixel. See GLPainter::drawPoints for points.
     /// @param painter  logical pixels, origin at the top left corner. Must not be called while the
     ///                 layout paints.
     /// @param size     logical pixels; an empty one paints nothing.
@@ -67,11 +68,11 @@ private:
     int WidthOf(const GLBaseWidget& child, int depth) const;
     int HeightHint(int shareHeight) const;
     Child ChildAt(const QPoint& position) const;
-    /// Tells the child that the pointer has left that it has.
+    /// Notes the child under the pointer, and tells the one that the pointer left.
     void Hover(const Child& child);
     static void Send(GLBaseWidget& child, void (GLBaseWidget::*handler)(QMouseEvent*),
                      QMouseEvent* event);
-    /// Whether a child took the event.
+    /// Returns whether the child took the event.
     bool SendContextMenu(GLBaseWidget& child, const QContextMenuEvent& event, const QPoint& at);
     void SendPress(void (GLBaseWidget::*handler)(QMouseEvent*), QMouseEvent* event);
 

@@ -15,7 +15,7 @@ public:
     virtual bool IsEnabled() = 0;
     /// @param painter    open painter in the widget's pixel frame.
     /// @param widget     the widget whose area is drawn.
-    /// @param parameter  the widget's draw parameter, passed through.
+    /// @param parameter  the widget's draw parameter.
     virtual void Draw(GLPainter& painter, GLBaseWidget* widget, int parameter) = 0;
     virtual const QString& GetDescription() = 0;
     virtual ~IGLDrawObject();

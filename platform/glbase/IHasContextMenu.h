@@ -11,10 +11,11 @@ class QMenu;
 class ORVANE_PLATFORM_API IHasContextMenu
 {
 public:
-    /// The menu for an event, or null for none at that position. The menu stays the provider's.
+    /// Returns the menu for an event, or null for none at that position. The provider keeps owning
+    /// the menu.
     /// @param event   position in the widget's pixel frame; may be null.
     /// @param widget  the widget that asks; may be null.
-    /// @param index   number that the caller may use to tell its requests apart.
+    /// @param index   tells requests of a caller apart; free to choose.
     virtual QMenu* getContextMenu(QContextMenuEvent* event, GLCommonWidget* widget, int index) = 0;
     /// The menu that the provider offered has been closed.
     virtual void contextMenuClosed() = 0;

@@ -10,10 +10,10 @@ class QMouseEvent;
 class QWheelEvent;
 
 /// Takes part in the mouse handling and the painting of a GLCommonWidget (an axis, a ruler). Event
-/// positions are in the widget's pixel frame. Each operation but the last three answers whether it
-/// took the event; an event that was taken goes no further. The handler that took a press (or
-/// double click) alone receives what follows until all buttons are up, wherever the pointer is. A
-/// popup may swallow the release: then a move without buttons stands for it.
+/// positions are in the widget's pixel frame. Each operation but the last three returns whether it
+/// took the event; a taken event goes no further. The handler that took a press (or double click)
+/// receives all further events until all buttons are up, wherever the pointer is. When a popup
+/// swallows the release, the next move without buttons takes its place.
 class ORVANE_PLATFORM_API IMouseHandler
 {
 public:
@@ -25,7 +25,7 @@ public:
     virtual bool wheel(GLCommonWidget* widget, QWheelEvent* event) = 0;
     /// The pointer left the widget.
     virtual void leave(GLCommonWidget* widget) = 0;
-    /// The handler was added to a widget, or (null) removed from it, or the widget is gone.
+    /// The handler was added to a widget, or (null) removed from it, or the widget was destroyed.
     virtual void attached(GLCommonWidget* widget) = 0;
     /// Draws on top of the widget's own picture, in its pixel frame.
     virtual void drawOverlay(GLCommonWidget* widget, GLPainter& painter) = 0;

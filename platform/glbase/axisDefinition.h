@@ -17,8 +17,8 @@
 /// Grid lines stand at whole multiples of 1, 2 or 5 times a power of ten, one for every 60 to
 /// 100 pixels or so (30 to 80 on a vertical axis), in the order from start to stop, at most
 /// MaxTickCount or the tick limit. There are none on a range that is empty, not finite, or too
-/// narrow for its numbers to be told apart, or on a length below 2 pixels. Everything is computed
-/// when it is read first after a change.
+/// narrow for its numbers to be told apart, or on a length below 2 pixels. Computed at
+/// the first use after a change.
 class ORVANE_PLATFORM_API axisDefinition
 {
 public:
@@ -35,7 +35,7 @@ public:
     ~axisDefinition();
 
     Orientation GetOrientation() const { return m_orientation; }
-    /// Ranges are taken as they are: reversed, empty, NaN.
+    /// Any range is taken as it is: reversed, empty, NaN.
     void SetRange(double start, double stop);
     double GetStart() const { return m_start; }
     double GetStop() const { return m_stop; }
@@ -43,13 +43,14 @@ public:
     void SetLength(int pixels);
     int GetLength() const { return m_length; }
 
-    /// Keeps the ticks to a number from 2 to MaxTickCount; without a call MaxTickCount.
+    /// Limits the number of ticks, from 2 to MaxTickCount; MaxTickCount at first.
     void SetTickLimit(int count);
 
     /// True when values and pixels map to one another: both ends finite, different, and their
     /// difference finite and not 0; length at least 2 pixels.
     bool IsUsable() const;
-    /// 0 (horizontal) or the length (vertical) when the axis is not usable; saturates at +-1e9.
+    /// Pixel of a value, clamped to +-1e9. On an axis that is not usable 0 (horizontal) or the
+    /// length (vertical).
     int ValueToPixel(double value) const;
     /// Inverse of ValueToPixel, exact at the pixel's edge; the start when the axis is not usable.
     double PixelToValue(int pixel) const;
@@ -58,13 +59,13 @@ public:
     std::vector<int> GetGridPos() const;
     const std::vector<Tick>& GetTicks() const;
 
-    /// Replaces the label formatter. Without one, labels have the digits that the grid step asks
-    /// for, and labels with unit (read-outs of a value) those that tell pixels apart. Numbers are
-    /// written like that, too, where the formatter gives two ticks, or for read-outs two
-    /// neighbouring pixels, the same text, or one a "-0".
+    /// Replaces the label formatter. Without one, labels have as many digits as the grid step
+    /// needs, and labels with unit (read-outs) as many as tell pixels apart. The same happens where
+    /// the formatter writes two ticks, or for read-outs two neighbouring pixels, alike, or writes
+    /// "-0".
     void SetStringFormatter(std::shared_ptr<IStringFormatter> formatter);
-    /// What read-outs have after their number, its leading blank included, instead of the unit that
-    /// the formatter gives.
+    /// Sets the text after the number of a read-out, leading blank included, in place of the
+    /// formatter's unit.
     void SetUnit(const QString& unit);
     QString Label(double value) const;
     QString LabelWithUnit(double value) const;
@@ -72,7 +73,7 @@ public:
 private:
     void Recompute() const;
     using Format = const QString& (IStringFormatter::*)(double);
-    /// Whether the formatter tells values apart, and from zero.
+    /// Whether the formatter writes all values differently, and none as "-0".
     bool CanFormat(const std::vector<double>& values, Format format) const;
     bool CanFormatPixels() const;
     static QString Free(double value);

@@ -6,12 +6,12 @@
 
 #include <memory>
 
-/// The visible range of an axis. Ranges are kept as given: reversed, empty, huge or NaN; nothing is
-/// swapped, clamped or rejected. Every real change of the range notifies observers with ccContent
-/// and asks for one repaint; setting what is set already does nothing.
+/// The visible range of an axis. Any range is taken as it is: reversed, empty, huge or NaN. Each
+/// change notifies observers with ccContent and asks for one repaint; setting the same range again
+/// does nothing.
 ///
-/// A range set by program is remembered; the user's zoom and pan change the visible range only, and
-/// ResetZoom returns to the last range set by program.
+/// The user's zoom and pan change the visible range only. ResetZoom returns to the last range set
+/// by program.
 class ORVANE_PLATFORM_API AxisHandler : public Observable
 {
 public:
@@ -28,29 +28,30 @@ public:
     /// See axisDefinition for the mapping.
     double PixelToValue(int pixel) const;
     int ValueToPixel(double value) const;
-    /// The axis's pixel map (of either orientation); never null, the same for the axis's life.
+    /// The axis's pixel map, of either orientation. Never null; the same object for the life of the
+    /// axis.
     std::shared_ptr<values::PixelMap> XPixelMap() const;
     /// Length of the axis in logical pixels.
     void SetLength(int pixels);
 
-    /// Which axes the user zooms: this one and the one joined to it, or this one alone.
+    /// Which axes a zoom changes: this one and its partner (see JoinZooms), or this one alone.
     enum class Zooms { Joined, Alone };
-    /// Joins the zooms of two axes of one picture whose units are the same: a zoom of either takes
-    /// the other along, about its middle, and so does undoing it. Keeps neither alive.
+    /// Joins the zooms of two axes with the same unit: a zoom of one also zooms the other, about
+    /// its middle, and so does a reset. Keeps no axis alive.
     static void JoinZooms(const std::shared_ptr<AxisHandler>& one,
                           const std::shared_ptr<AxisHandler>& other);
 
-    /// User's zoom by a factor (below 1: closer) about the value at a pixel. Nothing on an axis
-    /// that is not usable, or when the result would not be usable, of either.
+    /// Zooms by a factor (below 1: closer) about the value at a pixel. Does nothing when the axis,
+    /// or the new range of either axis, is not usable.
     void ZoomAt(int pixel, double factor, Zooms zooms = Zooms::Joined);
-    /// User's pan: the values move with the pointer from one pixel to the other, starting from the
-    /// range given (the one at the start of the drag).
+    /// Pans: moves the values with the pointer from one pixel to another. start and stop are the
+    /// range at the start of the drag.
     void PanFrom(double start, double stop, int fromPixel, int toPixel);
     void ResetZoom(Zooms zooms = Zooms::Joined);
     bool IsZoomed() const;
 
 protected:
-    /// The range changed: ask for a repaint of whatever shows it.
+    /// Called when the range changed: request a repaint of the widgets that show it.
     virtual void RequestRepaint() = 0;
 
 private:

@@ -11,7 +11,7 @@ class QString;
 class QWheelEvent;
 class QWidget;
 
-/// The user's side of an axis: wheel, drag and menu. Positions are pixels along the axis.
+/// Zoom and pan of an axis by wheel, drag and menu. Positions are pixels along the axis.
 class AxisZoom
 {
 public:
@@ -20,8 +20,8 @@ public:
     AxisZoom(const AxisZoom&) = delete;
     AxisZoom& operator=(const AxisZoom&) = delete;
 
-    /// One notch zooms by a quarter about the pixel; away from the user is closer. Shift zooms this
-    /// axis alone, where it is joined to another.
+    /// Zooms by a quarter a notch about the pixel; away from the user is closer. With Shift, a
+    /// partner of the axis keeps its range.
     void Wheel(int pixel, const QWheelEvent& event);
     void DoubleClick(const QMouseEvent& event);
     void StartDrag(int pixel);
@@ -29,9 +29,9 @@ public:
     void EndDrag() { m_isDragging = false; }
     bool IsDragging() const { return m_isDragging; }
 
-    /// Menu with one entry, which returns to the range set by program and is enabled while there is
-    /// a zoom. Made at the first call; it goes with its parent or with this object. The entry has
-    /// the text of the last call.
+    /// Menu with one entry, which resets the zoom and is enabled while there is one. Created by the
+    /// first call, deleted with its parent or with this object. The entry has the text of the last
+    /// call.
     QMenu* ResetMenu(QWidget* parent, const QString& entry);
 
 private:

@@ -74,12 +74,12 @@ CaptionWidget::CaptionWidget(QWidget* parent, const QString& title, bool pauseCo
         bar->addWidget(m_pPause, 0, Qt::AlignRight | Qt::AlignVCenter);
         m_pPause->setCheckable(true);
         m_pPause->setFixedSize(buttonSize, buttonSize);
-        // After a click, Space is the bar's.
+        // After a click the bar keeps the focus, for Space.
         m_pPause->setFocusPolicy(Qt::ClickFocus);
         m_pPause->setFocusProxy(this);
         connect(m_pPause, &QToolButton::toggled, this, &CaptionWidget::DescribePause);
-        // A receiver may delete the bar: the button bears that in its clicked(), but not in its
-        // toggled(), which is all that an assistive tool's toggle gives.
+        // A receiver may delete the bar. QToolButton allows that during clicked(), but not during
+        // toggled(), the only signal when an assistive tool toggles it.
         connect(m_pPause, &QToolButton::clicked, this, &CaptionWidget::TellPause);
         connect(m_pPause, &QToolButton::toggled, this, &CaptionWidget::TellPause,
                 Qt::QueuedConnection);
@@ -197,7 +197,7 @@ void CaptionWidget::PaintBar(QPainter& painter, const QRect& place) const
         draw(font(), Qt::AlignRight, m_note);
         return;
     }
-    // Digits of one width, so that numbers stay where they are while they change.
+    // Digits of one width, so that changing numbers do not move.
     QFont digits = font();
     digits.setFamily(QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
     draw(digits, Qt::AlignRight, m_readout);

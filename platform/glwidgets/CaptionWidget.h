@@ -7,7 +7,7 @@
 
 class QToolButton;
 
-/// The Qt side of a caption bar. Takes the focus of its view.
+/// Qt widget of a caption bar. Takes the focus of its view.
 class ORVANE_PLATFORM_API CaptionWidget : public QWidget
 {
     Q_OBJECT
@@ -18,24 +18,23 @@ public:
     void setTitle(const QString& title);
     /// Text at the right of the bar; empty for none.
     void setReadout(const QString& text);
-    /// A few words in the read-out's place while there is none, paler than the title; empty for
-    /// none. Where they are cut, a tool tip has all of them.
+    /// A few words in the place of the read-out while there is none, paler than the title; empty
+    /// for none. Words that do not fit are cut, and a tool tip shows all of them.
     void setNote(const QString& text);
     const QString& readout() const { return m_readout; }
     const QString& note() const { return m_note; }
     bool isPaused() const;
-    /// Presses the pause button for the user, unless it stands so already.
+    /// Pauses or resumes as a press of the pause button does. Does nothing without a button.
     void setPaused(bool paused);
-    /// Paints the bar into a picture, laid out for a size in logical pixels, without what is there
-    /// to be used: the focus, the pointer and the button do not show.
+    /// Paints the bar into a picture of a size in logical pixels, without focus frame and button.
     void PaintPicture(QPainter& painter, const QSize& size) const;
 
 signals:
-    /// The last thing that happens on a toggle: a receiver may delete the bar.
+    /// Emitted last on a toggle: a receiver may delete the bar.
     void pausedChanged(bool paused);
     /// Escape was pressed. The bar takes the key only while it shows a read-out.
     void cleared();
-    /// The application has another language: the title wants translating anew.
+    /// The language of the application changed: translate the title again.
     void languageChanged();
 
 protected:

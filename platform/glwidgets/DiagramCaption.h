@@ -16,10 +16,9 @@ class QWidget;
 /// Caption bar of a view: its title, a read-out at the right and, on request, a pause button that
 /// Space toggles.
 ///
-/// Sense of si_paused: the argument says whether data are to be taken. It is false when the user
-/// pauses and true when the user resumes. A view that follows it therefore emits
-/// StopButtonPressedForStart() on pausing and StopButtonPressedForStop() on resuming: each names
-/// what the next press of the button is for.
+/// The argument of si_paused says whether to take data: false when the user pauses, true when the
+/// user resumes. A view therefore emits StopButtonPressedForStart() on a pause and
+/// StopButtonPressedForStop() on a resume: each name says what the next press will do.
 class ORVANE_PLATFORM_API DiagramCaption : public QObject
 {
     Q_OBJECT
@@ -37,13 +36,13 @@ public:
     /// A few words at the right while there is no read-out, see CaptionWidget::setNote.
     void setNote(const QString& text);
     bool isPaused() const;
-    /// Presses the pause button for the user, unless it stands so already.
+    /// Pauses or resumes as a press of the pause button does. Does nothing without a button.
     void setPaused(bool paused);
 
 signals:
-    /// The last thing that happens on a toggle: the caption may be deleted by a receiver.
+    /// Emitted last on a toggle: a receiver may delete the caption.
     void si_paused(bool takeData);
-    /// The application has another language: the title wants translating anew.
+    /// The language of the application changed: translate the title again.
     void si_languageChanged();
 
 private:

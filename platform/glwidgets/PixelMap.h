@@ -8,8 +8,8 @@
 
 namespace values {
 
-/// Maps an axis to pixels: its definition, and the drawer of its grid lines. One object stays with
-/// an axis for its life.
+/// Maps an axis to pixels: its definition, and the drawer of its grid lines. Each axis has one for
+/// its life.
 class ORVANE_PLATFORM_API PixelMap
 {
 public:
@@ -19,8 +19,8 @@ public:
     PixelMap& operator=(const PixelMap&) = delete;
 
     axisDefinition& GetAxisDefinition() { return m_axis; }
-    /// Draws a line of one logical pixel in the grid colour at each grid position, across the
-    /// widget that it is given.
+    /// Draws a line one logical pixel wide in the grid colour at each grid position, across the
+    /// widget.
     IGLDrawObject& GetGridDrawer() { return *m_gridDrawer; }
 
 private:

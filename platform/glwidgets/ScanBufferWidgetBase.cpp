@@ -57,7 +57,7 @@ void ScanBufferWidgetBase::mouseReleaseEvent(QMouseEvent* event)
 
 void ScanBufferWidgetBase::drawFrequencyList()
 {
-    // At the right border of whatever width the plot will have.
+    // Far to the right: the text moves to the border, whatever the width of the plot.
     constexpr int farRight = std::numeric_limits<int>::max();
     m_textRects->set(listKey, m_lines.join(QLatin1Char('\n')), QPoint(farRight, 0));
 }

@@ -22,7 +22,7 @@ public:
     /// The texts over this plot; never null.
     std::shared_ptr<TextRectangles> TextRects() const;
 
-    /// Puts a text at a point of the plot, in its pixel frame; the name addresses it.
+    /// Puts a text at a point of the plot, in its pixel frame, under a name.
     virtual void AddMarker(const QString& name, const QString& text, const QPoint& position);
     virtual void RemoveMarker(const QString& name);
     /// A click (press and release without a drag) in the plot that no mouse object took.

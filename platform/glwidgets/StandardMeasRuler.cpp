@@ -29,8 +29,7 @@ QString textOf(const AxisHandler& axis, double value)
     return (withUnit ? label + QLatin1Char(' ') + withUnit->UnitText() : label).trimmed();
 }
 
-/// Room for all texts of an axis in view, so that the fields of the caption bar stay where they
-/// are.
+/// Width of the widest text of the axis, so that the fields of the caption bar do not move.
 int fieldWidth(const AxisHandler& axis)
 {
     const double start = axis.GetStartValue();
@@ -67,7 +66,7 @@ public:
             m_escape = QObject::connect(m_caption, &CaptionWidget::cleared, m_caption,
                                         [this] { Clear(); });
     }
-    /// Leaves the plot and the caption without a trace.
+    /// Removes all texts from the plot and the caption.
     void Leave()
     {
         Clear();
@@ -135,7 +134,7 @@ public:
                             yAxis->ValueToPixel(m_cursors[i].y));
             painter.drawVLine(at.x(), area.top(), area.bottom(), color);
             painter.drawHLine(area.left(), area.right(), at.y(), color);
-            // The texts are drawn after this, where the cursors are now.
+            // Move the texts to the cursors; the plot draws them after this.
             if (const auto plot = m_plot.lock())
                 plot->TextRects()->set(keys[i], Fields(i, false).join(QLatin1Char('\n')), at);
         }
@@ -157,8 +156,8 @@ private:
         return true;
     }
 
-    /// The first cursor shows where it is, the second also where it is from the first. Nothing
-    /// without axes. Aligned numbers are so to the right, in fields that stay as wide.
+    /// Text of a cursor: its position, and for the second one its distance from the first. Empty
+    /// without axes. Aligned texts have fields of constant width, numbers to the right.
     QStringList Fields(int index, bool isAligned) const
     {
         const auto xAxis = m_xAxis.lock();

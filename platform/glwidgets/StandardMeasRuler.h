@@ -20,7 +20,8 @@ public:
     StandardMeasRuler(const StandardMeasRuler&) = delete;
     StandardMeasRuler& operator=(const StandardMeasRuler&) = delete;
 
-    /// Connects the ruler to a plot and its axes. Keeps none of them alive; each may go first.
+    /// Connects the ruler to a plot and its axes. Keeps none of them alive; each may be destroyed
+    /// first.
     /// @param caption  caption bar that shows the read-out, may be null.
     void init(const std::shared_ptr<ScanBufferWidgetBase>& plot,
               const std::shared_ptr<AxisHandler>& xAxis, const std::shared_ptr<AxisHandler>& yAxis,

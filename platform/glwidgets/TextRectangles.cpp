@@ -33,8 +33,8 @@ public:
         , m_anchors(std::move(anchors))
     {}
 
-    /// Beside an anchor, where the fewest anchors and boxes are under it: right below it unless
-    /// another corner is better, then beside those anchors and boxes that are in the way.
+    /// Tries the corners of an anchor, right below first, then places beside the anchors and boxes
+    /// in the way. Takes the place that covers the fewest of them.
     QRect Next(const QSize& size, const QPoint& anchor)
     {
         QRect best;

@@ -11,8 +11,8 @@
 class GLPainter;
 
 /// Short texts over a plot, each in a framed box beside its anchor point, kept inside the plot and,
-/// where there is room, clear of all anchors and of one another. Texts are addressed by a key, so
-/// that their owners can move and remove them.
+/// where there is room, clear of all anchors and of one another. Each text has a key, by which its
+/// owner moves or removes it.
 class ORVANE_PLATFORM_API TextRectangles
 {
 public:

@@ -29,7 +29,7 @@ constexpr int padding = 4; // around the read-out
 
 } // namespace
 
-/// What the axis keeps of its user; offers its menu to the widget.
+/// State of the user's actions, and the provider of the axis's menu.
 struct XAxisWidget::Private : IHasContextMenu
 {
     explicit Private(XAxisWidget& axis)
@@ -102,7 +102,7 @@ struct Picture
         , area(target.area())
     {}
 
-    /// Place of a text under a column, inside the widget where it fits.
+    /// Place of a text under a column, moved inside the widget if it fits there.
     QRect TextBox(int column, const QString& text, int sideMargin) const
     {
         const int width = metrics.horizontalAdvance(text) + 2 * sideMargin;
@@ -110,8 +110,8 @@ struct Picture
         return {std::max(area.left(), left), tickLength + labelGap, width, metrics.height()};
     }
 
-    /// Tick marks with labels: as many as fit, at even distances. Labels at the borders stand where
-    /// those leave room, and none in the area given.
+    /// Draws tick marks and as many labels as fit at even distances. Labels at the borders are
+    /// drawn if the others leave room; none is drawn in the given area.
     void DrawTicks(const axisDefinition& axis, const QRect& taken, const QColor& color)
     {
         const std::vector<Label> labels = Labels(axis);
@@ -172,7 +172,7 @@ private:
         return labels;
     }
 
-    /// Whether every so many labels are apart, but for those at the borders.
+    /// Whether labels at every n-th tick do not overlap, those at the borders left aside.
     static bool Fit(const std::vector<Label>& labels, std::int64_t every)
     {
         const Label* previous = nullptr;

@@ -11,8 +11,8 @@
 /// about the pointer, a drag pans, a double click or the context menu returns to the last range set
 /// by program. Labels never overlap.
 ///
-/// Of a diagram that always shows one range, the axis shows that range, whatever is set, and its
-/// user cannot change it.
+/// FixShownRange makes the axis of a diagram that always shows one range show that range, whatever
+/// else is set; the user cannot change it.
 class ORVANE_PLATFORM_API XAxisWidget : public GLCommonWidget, public AxisHandler
 {
     Q_OBJECT
@@ -22,13 +22,13 @@ public:
 
     int FixedHeight() const override;
 
-    /// From now on what is shown is this range.
+    /// Shows this range from now on, until ReleaseShownRange.
     void FixShownRange(double start, double stop);
     void ReleaseShownRange();
 
 signals:
-    /// The range changed: what is painted by it has to be painted again. A receiver must not
-    /// destroy the axis.
+    /// The range changed: repaint the pictures that follow it. A receiver must not destroy the
+    /// axis.
     void si_rangeChanged();
 
 protected:

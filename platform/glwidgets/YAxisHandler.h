@@ -14,9 +14,9 @@
 class GLCommonWidget;
 class QResizeEvent;
 
-/// Y axis inside a plot: labels in a strip along the left border, drawn whether the grid is on or
-/// off. In the strip the wheel zooms about the pointer, a drag with the left button pans, a double
-/// click or the strip's menu returns to the last range set by program.
+/// Y axis inside a plot: labels in a strip along the left border, also while the grid is off. In
+/// the strip the wheel zooms about the pointer, a drag with the left button pans, a double click or
+/// the strip's menu returns to the last range set by program.
 class ORVANE_PLATFORM_API YAxisHandler : public AxisHandler,
                                          public IMouseHandler,
                                          public IHasContextMenu,
@@ -28,7 +28,7 @@ public:
     ~YAxisHandler() override;
 
     using AxisHandler::SetRange;
-    /// Sets the range of a dimension; the axis has one, whatever the number.
+    /// Sets the range. The axis has one dimension, whatever the number says.
     void SetRange(double start, double stop, short dimension);
     /// Follows the height of the widget.
     void resizeEvent(QResizeEvent* event);

@@ -15,8 +15,8 @@ class QToolButton;
 /// The page of the properties dialog that edits the ColorSet: the scheme, and for each colour its
 /// name, a button that shows it and opens a colour dialog, and a button back to the default.
 ///
-/// Edits stay on the page until the ColorSet takes them. A page that is created inside a
-/// PropertyPagesFrame has them applied at each of the frame's signalApply().
+/// Edits stay on the page until the ColorSet takes them. In a PropertyPagesFrame that happens at
+/// each signalApply() of the frame.
 class ColorPage : public QWidget
 {
     Q_OBJECT

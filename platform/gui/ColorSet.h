@@ -16,10 +16,9 @@ class ColorPage;
 /// The application's colours: two schemes with defaults for every number in use, editable on a page
 /// of the properties dialog and kept in the settings file. GUI thread only.
 ///
-/// In both schemes the defaults keep label text at a contrast of 7:1 or more to its ground, traces,
-/// markers and points at 4.5:1 or more to both ends of their plot's background, and the grid
-/// between 1.3:1 and 2:1 (WCAG 2 contrast); traces, markers and points differ also for the
-/// colour-blind.
+/// Contrast of the defaults (WCAG 2) in both schemes: label text to its ground 7:1 or more; traces,
+/// markers and points to both ends of their background 4.5:1 or more; grid lines 1.3:1 to 2:1. The
+/// colour-blind can tell traces, markers and points apart.
 ///
 /// SetScheme, SetColors and Load repaint every widget of the application when they change a colour.
 /// A number without a default is a mid grey.
@@ -31,15 +30,15 @@ public:
     {
         ECOLOR number;
         const char* group; ///< Source text, translated in the context "ColorSet".
-        const char* name;  ///< Likewise, unique within the group.
+        const char* name;  ///< Translated alike; unique within the group.
         QRgb dark;         ///< Default in the dark scheme.
         QRgb light;        ///< Default in the light scheme.
     };
 
-    /// The application's set, as the settings file has it at the first call. It is never destroyed.
+    /// The application's set; the first call reads it from the settings file. Never destroyed.
     static ColorSet& Instance();
 
-    /// The colour in the current scheme. Writing through the reference repaints nothing.
+    /// The colour in the current scheme. Writing through the reference does not repaint.
     QColor& operator[](ECOLOR number) override;
 
     Scheme GetScheme() const { return m_scheme; }
@@ -67,8 +66,8 @@ public:
     void slotRejectPropertyChanges() override;
     const QString& GetPropertyPagePath() override;
 
-    /// Options of the colour page that an owner of a dialog may set before it opens it. Kept as
-    /// given; the page has no options today.
+    /// Options of the colour page, set by the owner of a dialog before it opens. Kept; the page
+    /// uses none today.
     std::int32_t m_pageOptions = 0;
 
 private:

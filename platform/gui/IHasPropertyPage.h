@@ -13,8 +13,8 @@ class ORVANE_PLATFORM_API IHasPropertyPage
 public:
     /// Creates the page, filled with the current settings, as a child of parent.
     virtual QWidget* GetPropertyPage(QWidget* parent, const char* name) = 0;
-    /// Applies what the page holds. The object connects this to the dialog's signalApply() itself;
-    /// the dialog does not call it.
+    /// Applies the page. The dialog does not call it: the object connects it to signalApply()
+    /// itself.
     virtual void slotAcceptPropertyChanges() = 0;
     /// The dialog is about to take its current values as the new defaults (not used today).
     virtual void slotSetDefaultProperties() = 0;

@@ -27,7 +27,7 @@ QStringList withFallbacks(QString language)
     return languages;
 }
 
-/// The source texts are English: whoever prefers English to another language gets them.
+/// The source texts are English: stop where the user prefers English.
 bool isSourceLanguage(const QString& language)
 {
     return language == QLatin1String("en") || language == QLatin1String("C");

@@ -36,7 +36,7 @@ void Binding::Update(Observable*, TChangeCode code)
     if (code == ccContent)
         bind(m_state, m_path);
     else if (code == ccState)
-        m_state->isBound = false; // by itself
+        m_state->isBound = false; // the role unbinds itself
 }
 
 } // namespace values

@@ -11,14 +11,14 @@
 
 namespace values {
 
-/// Keeps a role of a view bound to a path of the application's value tree, also when the value
-/// comes later or is replaced: calls the role's setter at once, and again each time a value is put
+/// Keeps a role of a view bound to a path of the application's value tree, also when the value is
+/// created later or replaced. Calls the role's setter at once, and again each time a value is put
 /// at the path.
 ///
 ///     values::Binding samples(view, &VCGLTimeDiagram::SetData1_ValuePath, "Receiver/Samples");
 ///
-/// The view may go first. When the binding goes, the role stays as it is, and is not retried any
-/// more. GUI thread only.
+/// The view may be destroyed first. Destroying the Binding ends the retries and leaves the role as
+/// it is. GUI thread only.
 class ORVANE_PLATFORM_API Binding : private IObserver
 {
 public:
@@ -31,20 +31,20 @@ public:
         : Binding(
               view, [&view, setter](const QString& each) { return (view.*setter)(each); }, path)
     {}
-    /// @param guard  while it lives, setter may be called.
+    /// @param guard  the setter is called only while this object exists.
     Binding(QObject& guard, Setter setter, const QString& path);
     ~Binding() override;
     Binding(const Binding&) = delete;
     Binding& operator=(const Binding&) = delete;
 
-    /// Whether the setter bound the value that is at the path now.
+    /// Whether the value that is at the path now is bound.
     bool isBound() const { return m_state->isBound; }
     const QString& path() const { return m_path; }
     /// Moves the role to another path, at once and from now on.
     void setPath(const QString& path);
 
 private:
-    // Whoever hears of what is bound may destroy the binding.
+    // An observer of the new value may destroy the binding.
     struct State
     {
         QPointer<QObject> guard;

@@ -12,20 +12,21 @@
 
 namespace values {
 
-/// A queue from one thread to another that holds items up to a weight; one more item may exceed it.
-/// Any thread may call any of its operations.
+/// A bounded queue between two threads. It takes items until their total weight reaches a limit;
+/// the last one may exceed it. Any thread may call any operation.
 template<class Item>
 class Handover
 {
 public:
-    /// The weight from which on the queue is full; at least 1.
+    /// Sets the total weight at which the queue is full; at least 1.
     void setLimit(std::size_t weight)
     {
         const Lock lock(m_mutex);
         m_limit = std::max<std::size_t>(weight, 1);
         m_changed.notify_all();
     }
-    /// Waits while the queue is full. False, and the item is lost, once it is closed.
+    /// Adds an item; waits while the queue is full. Returns false, and drops the item, when the
+    /// queue is closed.
     bool push(Item item, std::size_t weight)
     {
         Lock lock(m_mutex);
@@ -35,7 +36,8 @@ public:
             add(std::move(item), weight);
         return !m_isClosed;
     }
-    /// False, and the item is lost, where the queue is full.
+    /// Adds an item without waiting. Returns false, and drops the item, when the queue is full or
+    /// closed.
     bool tryPush(Item item, std::size_t weight)
     {
         const Lock lock(m_mutex);
@@ -44,15 +46,15 @@ public:
         add(std::move(item), weight);
         return true;
     }
-    /// No more items come after those that wait.
+    /// Tells the reader that no more items will follow.
     void finish()
     {
         const Lock lock(m_mutex);
         m_isFinished = true;
         m_changed.notify_all();
     }
-    /// Waits for the next item, no longer than a timeout. None after that, and once the queue is
-    /// closed, or finished and empty.
+    /// Takes the next item; waits for it until the timeout. Returns nothing after the timeout, and
+    /// when the queue is closed, or finished and empty.
     std::optional<Item> pop(std::chrono::milliseconds timeout)
     {
         Lock lock(m_mutex);
@@ -66,7 +68,7 @@ public:
         m_changed.notify_all();
         return std::move(entry.item);
     }
-    /// Forgets what waits, also in push.
+    /// Drops all items, also those of threads that wait in push.
     void clear()
     {
         const Lock lock(m_mutex);
@@ -75,7 +77,7 @@ public:
         ++m_run;
         m_changed.notify_all();
     }
-    /// Ends all waiting, until the queue is opened again, empty.
+    /// Ends all waiting. The queue stays closed until open, which empties it.
     void close()
     {
         const Lock lock(m_mutex);

@@ -40,7 +40,7 @@ void ListFeed::deliver()
         return;
     }
     m_sinceFrame.start();
-    m_isCalled = false; // what is pushed from here on calls again
+    m_isCalled = false; // a later push schedules deliver again
     Block columns(static_cast<std::size_t>(m_lists.size()));
     bool isNew = false;
     while (auto block = m_queue.pop(std::chrono::milliseconds(0))) {
@@ -57,7 +57,7 @@ void ListFeed::deliver()
             list->GetList().assign(columns[k].begin(), columns[k].end());
     }
     if (auto* trigger = dynamic_cast<Value<bool>*>(tree.FindValue(m_trigger)))
-        trigger->SetValue(true); // whoever is told may destroy this
+        trigger->SetValue(true); // last: an observer may destroy this
 }
 
 } // namespace values

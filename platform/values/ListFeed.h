@@ -16,35 +16,36 @@
 
 namespace values {
 
-/// Brings what a producer thread makes into lists of the value tree, which belong to the GUI
-/// thread: once a frame, what has come since the last one is written into the lists, block after
-/// block, and the trigger is set once.
+/// Carries data of a producer thread into lists of the value tree, which belong to the GUI thread.
+/// Once a frame it writes all blocks that arrived since the last frame into the lists, one after
+/// the other, and sets the trigger once.
 ///
-/// Blocks that come while too much waits are left out as a whole, and counted; those that wait keep
-/// their order. A list or a trigger that is not in the tree when a frame is due is passed over.
+/// A block that arrives while the queue is full is dropped as a whole, and counted. A list or a
+/// trigger that is not in the tree when a frame is due is skipped.
 ///
-/// Made, set up and destroyed on the GUI thread, with an event loop running there. End the producer
-/// before it is destroyed.
+/// Create, set up and destroy it on the GUI thread, which needs a running event loop. Stop the
+/// producer before you destroy it.
 class ORVANE_PLATFORM_API ListFeed : public QObject
 {
     Q_OBJECT
 public:
-    /// As many values of each list as are made together: one column a list.
+    /// New values of all lists: one column a list, all of the same length.
     using Block = std::vector<std::vector<double>>;
 
     /// @param lists    paths of values of type ValueList<double>.
     /// @param trigger  path of a Value<bool>, which is set to true.
     ListFeed(const QStringList& lists, const QString& trigger, QObject* parent = nullptr);
 
-    /// Values of all columns that may wait; one more block may exceed it. 1,000,000 at first.
+    /// Sets how many values may wait, all columns together; the last block may exceed it. 1,000,000
+    /// at first.
     void setCapacity(std::size_t values) { m_queue.setLimit(values); }
-    /// Frames a second at most; 30 at first.
+    /// Sets the highest number of frames a second; 30 at first.
     void setFrameRate(double hertz) { m_frameRate = hertz; }
 
-    /// From any thread: hands a block over. False where it was left out. A block with fewer columns
-    /// than there are lists leaves the other lists empty; further columns are ignored.
+    /// Hands a block over, from any thread. Returns false when it was dropped. Lists without a
+    /// column stay empty; columns without a list are ignored.
     bool push(Block block);
-    /// From any thread: blocks that were left out until now.
+    /// Number of blocks dropped so far, from any thread.
     std::int64_t leftOutCount() const { return m_leftOut; }
 
 private slots:
@@ -55,7 +56,7 @@ private:
     const QString m_trigger;
     Handover<Block> m_queue;
     std::atomic<std::int64_t> m_leftOut{0};
-    std::atomic<bool> m_isCalled{false}; // deliver is, and has not run
+    std::atomic<bool> m_isCalled{false}; // deliver is scheduled
     double m_frameRate = 30.0;
     QTimer m_timer;
     QElapsedTimer m_sinceFrame;

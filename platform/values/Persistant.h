@@ -7,7 +7,7 @@
 
 #include <vector>
 
-/// Configuration access. The view selects one of several sets of settings of an application.
+/// Configuration access. The view selects one of several sets of settings.
 struct ICfg
 {
     enum View : int { DefaultView = 0 };
@@ -17,8 +17,8 @@ namespace values {
 
 class Persistant;
 
-/// An object with persisted settings. It creates its Persistant itself, and deletes it itself: the
-/// hooks below are virtual, so that nothing may be read or written from this base's destructor.
+/// An object with persisted settings. The derived class creates and deletes its Persistant: the
+/// hooks below are virtual and must not be called from the destructor of this base.
 class ORVANE_PLATFORM_API PersistantOwner
 {
 public:
@@ -32,9 +32,10 @@ protected:
 
 /// Named group of variables that are kept in the application's INI file.
 ///
-/// The file is the one of QSettings (INI format, user scope) for the application's organisation and
-/// name unless SetStoreFile names another; PlainSettings.h says what may stand in it. Settings are
-/// written through at Write. What is not stored, or is no switch, has its default.
+/// The file is that of QSettings (INI format, user scope) for the application's organisation and
+/// name, unless SetStoreFile names another one; see PlainSettings.h for its format. Write stores
+/// the settings at once. A variable that is not in the file, or is not a switch there, gets its
+/// default.
 class ORVANE_PLATFORM_API Persistant
 {
 public:
@@ -47,8 +48,8 @@ public:
 
     /// Adds a variable, which must outlive this object.
     void Add(bool* variable, const QString& key, bool defaultValue);
-    /// Fills the variables with what is stored (or the defaults), then calls
-    /// ApplyPersistantAfterRead. A path other than "" is put before the group's name.
+    /// Fills the variables from the file or with their defaults, then calls
+    /// ApplyPersistantAfterRead. A path other than "" precedes the group's name.
     void Read(const QString& path, ICfg::View view);
     /// Calls ApplyPersistantBeforeWrite, then stores the variables and writes the file.
     void Write(const QString& path, ICfg::View view);

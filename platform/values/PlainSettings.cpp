@@ -10,8 +10,8 @@ namespace {
 
 constexpr char16_t byteOrderMark = 0xfeff;
 
-/// Takes hexadecimal digits off the front of a text, at most so many; none for no digit, and for
-/// more than a character can be.
+/// Takes up to a number of hexadecimal digits off the front of a text. Returns nothing when there
+/// is no digit.
 std::optional<QChar> takeHex(QStringView& text, int most)
 {
     int count = 0;
@@ -49,7 +49,7 @@ std::optional<QString> plainKey(QStringView text)
     return key.isEmpty() ? std::nullopt : std::optional<QString>(key);
 }
 
-/// What follows a backslash.
+/// Decodes the escape that follows a backslash.
 std::optional<QChar> takeEscape(QStringView& text)
 {
     static constexpr char names[] = R"(abfnrtv"?'\)";
@@ -68,7 +68,7 @@ std::optional<QChar> takeEscape(QStringView& text)
                : std::optional<QChar>(QLatin1Char(meanings[known - names]));
 }
 
-/// A text that stands in the file: "@@" stands for "@", which else begins an object.
+/// Decodes a text of the file: "@@" means "@"; a single "@" begins an object, which is refused.
 std::optional<QString> plainText(const QString& text)
 {
     if (!text.startsWith(QLatin1Char('@')))
@@ -77,7 +77,7 @@ std::optional<QString> plainText(const QString& text)
                                                 : std::nullopt;
 }
 
-/// What follows the "=" of a line: a text, or several with commas between them.
+/// Decodes the part after the "=" of a line: a text, or several separated by commas.
 std::optional<QVariant> plainValue(QStringView rest)
 {
     QStringList texts{QString()};
@@ -128,7 +128,7 @@ bool isBroken(const QString& line)
     return line.contains(QChar(QChar::ReplacementCharacter)) || line.contains(QChar(0));
 }
 
-/// Group of the keys after a title. "General" has those without a group, and "%General" is one.
+/// Group of the keys after a title. "General" means no group, "%General" the group of this name.
 std::optional<QString> plainGroup(const QString& line)
 {
     if (isBroken(line) || !line.endsWith(QLatin1Char(']')))
@@ -141,7 +141,7 @@ std::optional<QString> plainGroup(const QString& line)
     return plainKey(title);
 }
 
-/// Whether a line is a setting.
+/// Reads a line into values. Returns false when it is not a setting.
 bool takeSetting(const QString& line, const QString& group, QVariantMap& values)
 {
     const int equals = line.indexOf(QLatin1Char('='));
@@ -166,7 +166,8 @@ QString section(const QString& key)
     return slash < 0 ? QString() : key.left(slash);
 }
 
-/// Characters as escapes that every reader knows, digits too where they would continue one.
+/// Encodes a text with escapes that every reader knows. A digit after a hexadecimal escape is
+/// escaped too, or it would continue the escape.
 QByteArray written(const QString& text)
 {
     QByteArray result;
@@ -207,7 +208,7 @@ QByteArray writtenKey(const QString& key)
     return result;
 }
 
-/// As in the file; nothing for what is no plain value.
+/// Encodes a value for the file; empty when it is not a plain value.
 QByteArray writtenValue(const QVariant& value)
 {
     switch (static_cast<QMetaType::Type>(value.type())) {
@@ -278,7 +279,7 @@ QByteArray plainSettings::written(const QVariantMap& values)
     }
     QByteArrayList parts;
     for (auto part = sections.begin(); part != sections.end(); ++part) {
-        // "General" is where keys without a group are.
+        // "General" is the section of keys without a group.
         const QByteArray title =
             part.key().isEmpty() ? QByteArray("General")
             : part.key().compare(QLatin1String("general"), Qt::CaseInsensitive) == 0

@@ -8,16 +8,14 @@
 
 namespace values {
 
-/// Format of the settings file: INI as QSettings writes it, but for numbers, switches, texts and
-/// lists of texts alone. Whoever can write the file must not be able to do more than choose
-/// settings, and the serialised objects that QSettings knows as well ("@Variant(...)" and its like)
-/// can end a program.
+/// Format of the settings file: INI as QSettings writes it, with numbers, switches, texts and lists
+/// of texts only. Serialised objects ("@Variant(...)" and the like) are not read, because they can
+/// crash a program: a stranger who can write the file must be able to choose settings and no more.
 ///
-/// Reading takes UTF-8 with or without a byte-order mark, and what QSettings wrote. A line that is
-/// no setting, or has more than text in it, is left out; all others count. A file of more than
-/// 1 MiB is left out as a whole.
+/// Reads UTF-8 with or without a byte-order mark, and files written by QSettings. A line that is
+/// not a setting, or holds more than text, is skipped. A file larger than 1 MiB is ignored.
 ///
-/// A value that is neither number, switch, text nor list of these is not written.
+/// A value of any other type is not written.
 namespace plainSettings {
 
 constexpr qint64 mostBytes = 1 << 20; ///< of a file
@@ -25,11 +23,11 @@ constexpr qint64 mostBytes = 1 << 20; ///< of a file
 struct Content
 {
     QVariantMap values;
-    QStringList damaged; ///< Lines that were left out.
+    QStringList damaged; ///< Lines that were skipped.
 };
 /// Reads the content of a file.
 ORVANE_PLATFORM_API Content parse(const QByteArray& file);
-/// The content of a file that has the values.
+/// Returns the content of a file with these values.
 ORVANE_PLATFORM_API QByteArray written(const QVariantMap& values);
 
 } // namespace plainSettings

@@ -8,8 +8,8 @@
 
 namespace values {
 
-/// The settings of the application (see Persistant::StoreFile) as they are when it is made. What is
-/// set is written at once when it ends, as in SettingsStore.
+/// The settings of the application (see Persistant::StoreFile), read by the constructor. The
+/// destructor writes all changes in one step.
 class ORVANE_PLATFORM_API Settings
 {
 public:
@@ -18,7 +18,7 @@ public:
     Settings(const Settings&) = delete;
     Settings& operator=(const Settings&) = delete;
 
-    /// Keys are within this group from now on.
+    /// Puts all keys from now on into a group.
     void beginGroup(const QString& name);
     QVariant value(const QString& key, const QVariant& otherwise = QVariant()) const;
     void setValue(const QString& key, const QVariant& value);

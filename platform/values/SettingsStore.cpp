@@ -17,9 +17,9 @@ namespace values {
 
 namespace {
 
-constexpr int lockPatienceMs = 5000; // others hold it for some milliseconds
+constexpr int lockTimeoutMs = 5000; // others hold it for some milliseconds
 
-/// As much of a file as counts; none where it cannot be read.
+/// Reads a file up to one byte more than allowed; nothing when it cannot be read.
 std::optional<QByteArray> contentOf(QFile& file)
 {
     if (!file.open(QIODevice::ReadOnly))
@@ -29,7 +29,7 @@ std::optional<QByteArray> contentOf(QFile& file)
     return content.size() < size ? std::nullopt : std::optional(content);
 }
 
-/// Keeps a copy of a file, unless there is one. False where it cannot.
+/// Copies a file, unless an equal copy exists. Returns false when that fails.
 bool keepCopy(const QString& fileName, const QByteArray& content)
 {
     QString copy = fileName + QStringLiteral(".damaged");
@@ -42,7 +42,7 @@ bool keepCopy(const QString& fileName, const QByteArray& content)
     return QFile::copy(fileName, copy);
 }
 
-/// Puts a content into a file's place. @return why it cannot; empty when it did.
+/// Replaces a file. Returns why it failed; empty when it did not.
 QString replace(const QString& fileName, const QByteArray& content)
 {
     QSaveFile file(fileName);
@@ -74,7 +74,7 @@ QString SettingsStore::File() const
     QString organization = QCoreApplication::organizationName();
     if (organization.isEmpty()) // QSettings refuses to work without one
         organization = application;
-    // QSettings knows the place; what is in the file it takes for more than plain settings.
+    // QSettings knows the place of the file, but would read serialised objects from it.
     static const QSettings::Format format =
         QSettings::registerFormat(QStringLiteral("ini"), readNothing, writeNothing);
     return QSettings(format, QSettings::UserScope, organization, application).fileName();
@@ -111,7 +111,7 @@ void SettingsStore::Write(const QVariantMap& values)
     };
     QDir().mkpath(QFileInfo(file).path());
     QLockFile lock(file + QStringLiteral(".lock"));
-    if (!lock.tryLock(lockPatienceMs))
+    if (!lock.tryLock(lockTimeoutMs))
         return refuse(
             QStringLiteral("%1.lock cannot be made, or another program holds it").arg(file));
     const auto before = Content(file);

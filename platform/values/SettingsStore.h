@@ -12,9 +12,9 @@ namespace values {
 
 /// The INI file that holds all settings of the application. Keys are paths such as "Group/Key".
 ///
-/// See plainSettings for what it may hold. A file that cannot be read as a whole is not written
-/// either: what it holds would be lost. What is amiss with a file is logged once: that it cannot be
-/// read or written, or has lines that are no settings.
+/// See plainSettings for the format. A file that cannot be read is not written either, because its
+/// content would be lost. The log has one warning for each fault of a file: it cannot be read, it
+/// cannot be written, it has lines that are not settings.
 class SettingsStore
 {
 public:
@@ -24,11 +24,11 @@ public:
     void SetFile(const QString& fileName) { m_file = fileName; }
     QString File() const;
 
-    /// What the file holds at this moment.
+    /// Reads the file.
     QVariantMap Read();
-    /// Stores the values beside those that the file holds, as a whole or not at all. An invalid
-    /// value removes its key. A file that has lines that are no settings is copied before, to
-    /// <file>.damaged, or <file>.damaged.2 and so on where there is one with another content.
+    /// Adds values to the file: all of them, or none when that fails. An invalid value removes its
+    /// key. A file with lines that are not settings is copied before, to <file>.damaged, or
+    /// <file>.damaged.2 and so on if there is a different one already.
     void Write(const QVariantMap& values);
 
 private:

@@ -68,7 +68,7 @@ void Tree::Unwatch(const QString& path, IObserver* observer)
         return;
     found->second.Detach(observer);
     if (found->second.ObserverCount() == 0)
-        m_watchers.erase(found); // which it bears while it notifies
+        m_watchers.erase(found); // an Observable may be destroyed while it notifies
 }
 
 void Tree::TellWatchers(const QString& path, TChangeCode code)

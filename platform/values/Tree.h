@@ -29,8 +29,9 @@ public:
     /// valid until a value goes.
     std::vector<ValueBase*> Values() const;
 
-    /// Host side: puts a new value of type T at a path. Null, and nothing changes, when the path is
-    /// empty or taken; null, too, when somebody who watches the path removed the value at once.
+    /// Host side: puts a new value of type T at a path. Returns null, and changes nothing, when the
+    /// path is empty or taken. Also returns null when a watcher of the path removed the value at
+    /// once.
     template<class T>
     T* Create(const QString& path)
     {
@@ -41,14 +42,14 @@ public:
     /// its outermost notification when it is notifying). False when there is none.
     bool Remove(const QString& path);
 
-    /// Tells an observer ccContent whenever a value is put at a path, and ccState when it leaves,
-    /// from a source that is no value. The observer must stay alive until it is taken back. See
-    /// Binding.
+    /// Notifies an observer with ccContent whenever a value is put at a path, and with ccState when
+    /// it leaves. The source of the notification is not the value. The observer must exist until
+    /// Unwatch. See Binding.
     void Watch(const QString& path, IObserver* observer);
     void Unwatch(const QString& path, IObserver* observer);
 
-    /// A user of a path says that it needs it no longer. Values belong to the host, so the tree
-    /// only counts the call.
+    /// Tells that a user of a path no longer needs it. The host owns the values, so the tree only
+    /// counts the calls.
     void ReleaseValue(const QString& path);
     int ReleaseCount() const { return m_releaseCount; }
 

@@ -13,7 +13,7 @@ ValueBase::~ValueBase()
 {
     if (m_state == StateRemoved)
         return;
-    // It dies without being removed: nobody may be left with a pointer to it.
+    // Destroyed without Tree::Remove: observers and the tree must drop their pointers.
     if (m_pOwner)
         m_pOwner->LetGo(*this);
     m_state = StateRemoved;

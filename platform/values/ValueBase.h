@@ -9,7 +9,7 @@ namespace values {
 
 class ValueBase;
 
-/// Owns values, and is told when somebody else destroys one.
+/// Owner of values. Is told when somebody else destroys one.
 class ORVANE_PLATFORM_API ValueOwner
 {
 protected:
@@ -21,9 +21,9 @@ private:
     virtual void LetGo(ValueBase& value) = 0;
 };
 
-/// A named value of the value tree. Before it goes it tells its observers ccState with
-/// StateRemoved. So does one that is destroyed otherwise than by the tree, and leaves the tree; its
-/// observers then may call only what this class has.
+/// A named value of the value tree. Before it is destroyed it notifies its observers with ccState
+/// while its state is StateRemoved. A value destroyed by somebody else than the tree also leaves
+/// the tree; its observers may then use only the members of this class.
 class ORVANE_PLATFORM_API ValueBase : public Observable
 {
 public:

@@ -8,8 +8,8 @@
 
 namespace values {
 
-// Parts of a value's type: they tell a number from a switch, and values of the same content that
-// a host writes in different ways. A value is found only by the type that it was made with.
+// Parts of a value's type. They tell numbers from switches, and values that a host formats in
+// different ways. A value can be bound only as the type it was created with.
 template<class T>
 struct FormatFloat
 {};
@@ -31,9 +31,9 @@ struct DefaultFormat<bool>
     using type = FormatBool<bool>;
 };
 
-/// A single content. Setting it always notifies ccContent, also when the new content equals the
-/// old one, because a trigger announces by being set. A setter does nothing after its
-/// notification: the value may be gone by then.
+/// A value of one item. Setting it always notifies ccContent, even if the content does not change:
+/// a trigger announces new data by being set. A setter does nothing after its notification, since
+/// an observer may destroy the value.
 template<class T, class F = typename DefaultFormat<T>::type, class S = StreamFormat<T, F>>
 class Value : public ValueBase
 {
@@ -61,8 +61,8 @@ public:
     using Value<T, F, S>::Value;
 };
 
-/// A list of numbers. Readers take it by reference; a writer may fill it in place with GetList()
-/// and announce it with Notify(ccContent) or by setting a trigger value.
+/// A list of numbers. Readers use it by reference. A writer may fill it in place with GetList() and
+/// announce it with Notify(ccContent) or by setting a trigger value.
 template<class T, class F = typename DefaultFormat<T>::type, class S = StreamFormat<T, F>>
 class ValueList : public ValueBase
 {
@@ -91,7 +91,7 @@ extern template class ORVANE_PLATFORM_API Value<double>;
 extern template class ORVANE_PLATFORM_API ValueNumeric<double>;
 extern template class ORVANE_PLATFORM_API ValueList<double>;
 
-/// A number that is the index of one of several choices.
+/// The index of one of several choices.
 class ORVANE_PLATFORM_API ValueSelection : public ValueNumeric<double>
 {
 public:

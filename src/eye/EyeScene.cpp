@@ -27,7 +27,7 @@ CColor color(IColorBase::ECOLOR number)
             static_cast<std::uint8_t>(own.blue())};
 }
 
-/// Fills a display, each object after those that it names.
+/// Adds the objects of the scene in order.
 class Builder
 {
 public:
@@ -197,7 +197,7 @@ void takeLooks(CChartDisplay& display, const eyeScene::Look& look)
     }
 }
 
-// The grid stands where the X axis has its lines. While that has none, the grid stays.
+// Puts the grid where the X axis has its lines. While the axis has none, the grid stays.
 void takeXGrid(CChartDisplay& display, const XAxisWidget& xAxis)
 {
     using eyeScene::object;

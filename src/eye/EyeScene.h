@@ -27,14 +27,14 @@ void build(OndoChartDisplay::CChartDisplay& display, std::size_t capacity);
 /// Sets how many samples the curve keeps, the newest.
 void setCapacity(OndoChartDisplay::CChartDisplay& display, std::size_t capacity);
 
-/// What a paint shows beside the samples.
+/// State of the diagram that a paint needs.
 struct Look
 {
     QSize size;
     bool showGrid;
     double xSpan;
 };
-/// Takes over size, colours, font, range and grid of the moment.
+/// Updates size, colours, font, range and grid before a paint.
 void update(OndoChartDisplay::CChartDisplay& display, const Look& look, const XAxisWidget& xAxis);
 
 } // namespace eyeScene

@@ -71,7 +71,7 @@ void GLEyeDiagram::AddData(const double* data, std::size_t count)
     const auto x = eyeScene::object<CDataArrayD>(*m_pChartDisplay, "MeasDataX");
     const auto y = eyeScene::object<CDataArrayD>(*m_pChartDisplay, "MeasDataY");
     if (x && y) {
-        // The last one belongs to the NaN that ends the trace.
+        // The last position is for the NaN that ends the trace.
         constexpr std::size_t chunkLength = 64;
         double positions[chunkLength];
         for (std::size_t start = 0; start <= count; start += chunkLength) {
@@ -116,7 +116,7 @@ std::vector<std::vector<QPointF>> GLEyeDiagram::GetTraces() const
     double last = std::numeric_limits<double>::infinity();
     for (std::size_t i = 0; i + 1 < std::min(xData->Size(), yData->Size()); ++i) {
         const double x = xData->At(i);
-        // The one before a step back is no sample: it ends its trace.
+        // A position before a step back is the separator at the end of a trace.
         if (xData->At(i + 1) < x) {
             last = x;
             continue;
@@ -142,7 +142,7 @@ void GLEyeDiagram::ScaleTo(Extent extent)
     SetYStop(static_cast<double>(extent.max));
 }
 
-// Keeps the newest records up to the one with which they have as many samples as the buffer.
+// Keeps the newest records, as many as it takes to fill the buffer.
 void GLEyeDiagram::TrimHistory()
 {
     std::uint64_t total = 0;
@@ -195,7 +195,7 @@ void GLEyeDiagram::setXAxisWidget(const std::shared_ptr<XAxisWidget>& xAxisWidge
     setAttribute(Qt::WA_OpaquePaintEvent, m_xAxisWidget != nullptr);
     if (m_xAxisWidget) {
         m_xAxisWidget->FixShownRange(0.0, static_cast<double>(m_xSpan));
-        // What else sets the axis lasts until the next paint, so there is one at once.
+        // A paint sets the axis back to 0 to 1, so a change of it asks for one.
         connect(m_xAxisWidget.get(), SIGNAL(si_rangeChanged()), this, SLOT(update()));
     }
 }
@@ -260,12 +260,12 @@ void GLEyeDiagram::PaintPicture(QPainter& painter, const QSize& size)
         m_pEngineSwitch->Render(painter, size);
 }
 
-// Size, colours, font and scale of the moment; whether there is anything to paint.
+// Brings the scene up to date. Returns whether there is anything to paint.
 bool GLEyeDiagram::UpdateScene(const QSize& size)
 {
     if (!m_xAxisWidget || m_xSpan == 0.0F)
         return false;
-    // Whoever observes the axis may take it away.
+    // An observer of the axis may take it away, or destroy the diagram.
     const QPointer<GLEyeDiagram> alive(this);
     const std::shared_ptr<XAxisWidget> xAxis = m_xAxisWidget;
     xAxis->SetStartValue(0.0);

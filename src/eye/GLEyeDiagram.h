@@ -31,12 +31,12 @@ struct DiagramFrame;
 
 /// Eye diagram: traces of a signal, each laid over the same interval from 0 to 1.
 ///
-/// X is the part of a trace, Y is in the samples' unit. All traces look alike. The newest samples
-/// are kept, 1000 unless the settings page says otherwise (100 to 10000), where each trace takes
-/// one more than it has samples.
+/// X is the position in the trace, from 0 to 1; Y is in the samples' unit. All traces have one
+/// colour. The diagram keeps the newest 1000 samples, or the number of the settings page (100 to
+/// 10000) or of SetBufferSize. Each trace counts as one sample more than it has.
 ///
-/// A plain widget that draws a chart scene. Nothing is painted before an X axis is set; a paint
-/// sets that axis to the interval from 0 to 1.
+/// A plain widget that draws a chart scene. Paints nothing before an X axis is set. Each paint sets
+/// that axis to 0 to 1.
 ///
 /// The one persisted setting is the grid switch ("ShowGrid" of the group "GLEyeDiagram"). GUI
 /// thread only.
@@ -54,31 +54,31 @@ public:
     /// @param data  samples in order; read, not changed. Fewer than two are ignored. The curve is
     ///              broken at samples that are not finite, and NaN moves no bound.
     void AddData(std::vector<double>& data);
-    /// Likewise, of samples in contiguous memory.
+    /// The same from contiguous memory.
     void AddData(const double* data, std::size_t count);
     void AddData(const float* data, std::size_t count);
     /// Forgets all traces, and requests a repaint. The Y range and the settings stay, and so does
     /// an auto-scale period.
     void Clear();
-    /// The traces that are kept, the oldest first, which may have lost its first samples: of each
-    /// sample where it lies in the interval from 0 to 1, and its value.
+    /// The traces that are kept, the oldest first: a copy. X of a point is the position in the
+    /// trace, from 0 to 1, Y the sample. The oldest trace may have lost its first samples.
     std::vector<std::vector<QPointF>> GetTraces() const;
-    /// Sets how many samples are kept, and repaints. Of what is there already the newest stay. A
-    /// number below 1 is ignored; the settings page offers 100 to 10000.
+    /// Sets how many samples are kept, and repaints; older ones go. A number below 1 is ignored.
+    /// The settings page offers 100 to 10000.
     void SetBufferSize(int samples);
-    /// Paints the diagram into a picture, laid out for a size in logical pixels whatever its own
-    /// is; as vectors where the painter draws vectors. Nothing without an X axis, which is laid out
-    /// alike.
+    /// Paints the diagram into a picture of any size, as vectors where the painter draws vectors.
+    /// Paints nothing without an X axis. The caller lays the X axis out for the same size.
+    /// @param size  logical pixels.
     void PaintPicture(QPainter& painter, const QSize& size);
-    /// Changes nothing: an eye has no time axis. Here so that all diagrams are fed alike.
+    /// Does nothing: an eye has no time axis. Exists so that all diagrams have the same operations.
     void SetBaudrate(float baudrate);
 
-    /// Sets one end of the Y range, as it is, without requesting a repaint.
+    /// Sets one end of the Y range, without a repaint. Any number is taken as it is.
     void SetYStart(double start);
     void SetYStop(double stop);
     void GetYStartStop(double& start, double& stop);
-    /// The X axis below the diagram, shared with the caller; an empty pointer detaches it. It shows
-    /// the interval from 0 to 1, whatever else sets it, and has no zoom.
+    /// Sets the X axis below the diagram, shared with the caller; an empty pointer detaches it. The
+    /// axis always shows 0 to 1 and has no zoom.
     void setXAxisWidget(const std::shared_ptr<XAxisWidget>& xAxisWidget);
 
     QMenu* getContextMenu(QContextMenuEvent* event, GLCommonWidget* widget, int index) override;
@@ -95,9 +95,9 @@ public slots:
     void slotAcceptPropertyChanges() override;
     /// Runs the properties dialog until it is closed.
     void ShowProperties();
-    /// Starts an auto-scale period of 2 s: the next trace, whenever it comes, replaces the Y range
-    /// by its own extent and 5 % of it on either side; those after it widen the range until the
-    /// two seconds are over. A call within the period changes nothing.
+    /// Starts an auto-scale period of 2 s. The next trace, even a later one, sets the Y range to
+    /// its own extent and 5 % of it on either side. Further traces widen the range until the 2 s
+    /// are over. A call within the period does nothing.
     void AutoScale();
 
 protected:
@@ -128,7 +128,7 @@ private:
     std::vector<ValueRecord*> m_freeRecords;
     QAction m_propertiesAction;
     QAction m_autoScaleAction;
-    QTimer m_autoScaleTimer; // only whether it is running counts
+    QTimer m_autoScaleTimer; // runs during an auto-scale period
     bool m_autoScalePending = false;
     QMenu* m_pContextMenu = nullptr;
     std::shared_ptr<XAxisWidget> m_xAxisWidget;

@@ -14,11 +14,11 @@ namespace diagramDialogs {
 
 namespace {
 
-// What the diagrams ask of the colour page; its meaning is the colour service's.
+// Options of the colour page, defined by the colour service.
 constexpr std::int32_t colorPageOptions = 0x401;
 
-/// Qt's menus write to themselves after the action that they run, and the one that opens the
-/// dialog lasts until that is closed.
+/// Outlives the properties dialog that its action opens: Qt writes to a menu after the action has
+/// run.
 class Menu : public QMenu
 {
 public:
@@ -34,7 +34,7 @@ public:
         if (parent)
             connect(parent, &QObject::destroyed, this, &Menu::LeaveParent);
     }
-    /// The parent goes. Its children go after it has said so.
+    /// Called when the parent is destroyed, before it deletes its children.
     void LeaveParent()
     {
         if (m_dialogCount > 0)

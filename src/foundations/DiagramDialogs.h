@@ -10,18 +10,18 @@ class QMenu;
 class QObject;
 class QWidget;
 
-/// Menu and dialog that every diagram offers.
+/// Context menu and properties dialog of the diagrams.
 namespace diagramDialogs {
 
 /// The tr() of a class.
 using Translator = QString (*)(const char* text, const char* disambiguation, int count);
 
-/// Creates a diagram's context menu: "Properties...", then "Auto Scaling", in the language that the
-/// application has at the time. The actions stay the diagram's. Owned by the parent; the caller may
+/// Creates a diagram's context menu, "Properties..." and "Auto Scaling", which follows the language
+/// of the application. The diagram keeps the actions. The parent owns the menu; the caller may
 /// discard it earlier.
 QMenu* createContextMenu(QWidget* parent, QAction& properties, QAction& autoScale, Translator tr);
-/// Deletes such a menu, or null: at once, unless it runs the properties dialog, which a menu must
-/// outlive. Then it goes after the dialog, and its parent may go.
+/// Deletes such a menu; null is ignored. A menu that runs the properties dialog is deleted after
+/// the dialog, even if its parent goes first.
 void discard(QMenu* menu);
 
 /// Runs the properties dialog with the pages of the diagram and of the colour service until it is
@@ -31,7 +31,7 @@ void discard(QMenu* menu);
 /// @param menu     of createContextMenu, which may be running the dialog; null for none.
 void runProperties(QWidget* parent, QObject* diagram, IHasPropertyPage* pages, QMenu* menu);
 
-/// Sets a diagram's pointer to its page to null when the page is destroyed, whoever does that.
+/// Sets a diagram's pointer to its page to null when the page is destroyed.
 /// @param page   not null; a member of the diagram.
 /// @param owner  the diagram.
 void forgetDestroyed(GLOrvanePropertyPage*& page, QObject& owner);

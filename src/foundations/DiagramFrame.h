@@ -17,13 +17,14 @@
 
 #include <memory>
 
-/// What diagrams do alike. Each diagram has all its members in its own class, because their order
-/// decides the order of destruction; so the shared code stands beside it and the diagram makes this
-/// struct a friend. DiagramOperations.inl and PlotOperations.inl define the operations themselves.
+/// Code that the diagrams share. Each diagram declares all its members itself, because their order
+/// decides the order of destruction. The shared code is therefore a struct beside the diagrams,
+/// which each diagram makes a friend. DiagramOperations.inl and PlotOperations.inl define
+/// operations of the diagrams with it.
 template<class Diagram>
 struct DiagramFrame
 {
-    /// Second half of a construction: the actions, the timer and the persisted grid switch.
+    /// Connects the actions, sets the timer up and reads the persisted grid switch.
     static void SetUp(Diagram& diagram, const char* group, int autoScalePeriodMs)
     {
         QObject::connect(&diagram.m_propertiesAction, SIGNAL(triggered()), &diagram,
@@ -48,7 +49,7 @@ struct DiagramFrame
         diagram.m_pPersistant = nullptr;
     }
 
-    /// Of a GL plot: connects it to the services of the application and creates its Y axis.
+    /// Connects a GL plot to the services of the application and creates its Y axis.
     static void SetUpPlot(Diagram& diagram)
     {
         GLFrameWidget::m_pErrorHandler = &ErrorHandler::Instance();
@@ -64,8 +65,8 @@ struct DiagramFrame
         diagram.addContextMenu(std::weak_ptr<IHasContextMenu>(diagram.m_yAxisHandler),
                                Diagram::zoAxis);
     }
-    /// Of a GL plot: fills a settings page with what all plots have. The limits are those that the
-    /// page offers.
+    /// Fills the settings page of a GL plot with ranges and grid switch. The limits bound what the
+    /// page accepts.
     static void FillPage(Diagram& diagram, double xLowest, double xHighest, double yLimit)
     {
         GLOrvanePropertyPage& page = *diagram.m_pPropertyPage;
@@ -78,8 +79,8 @@ struct DiagramFrame
         page.SetShowGrid(diagram.m_showGrid, true);
         diagramDialogs::forgetDestroyed(diagram.m_pPropertyPage, diagram);
     }
-    /// Of a GL plot: applies the ranges of the settings page. False when that ended the diagram:
-    /// whoever observes an axis may close the dialog, and destroy the diagram.
+    /// Applies the ranges of the settings page of a GL plot. Returns false when the diagram is
+    /// gone: an observer of an axis may close the dialog and destroy the diagram.
     static bool ApplyRanges(Diagram& diagram)
     {
         const GLOrvanePropertyPage& page = *diagram.m_pPropertyPage;
@@ -92,7 +93,7 @@ struct DiagramFrame
             diagram.m_yAxisHandler->SetRange(yMin, yMax, 0);
         return alive;
     }
-    /// Of a GL plot: draws the grid lines of both axes.
+    /// Draws the grid lines of a GL plot, if they are on.
     static void DrawGrid(Diagram& diagram, GLPainter& painter)
     {
         if (!diagram.m_showGrid)

@@ -1,5 +1,5 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
-// Operations that all diagrams have, written once: each diagram's source includes this file after
+// Operations that all diagrams have, written once. Each diagram's source includes this file after
 // `using Diagram = GL...;` and so defines them as members of its own class. The source has
 //   caption()           the diagram's title, in the language of the moment;
 //   dialogParent(...)   the widget that the diagram's dialog and menu belong to.

@@ -1,8 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-/// Smallest and largest of a data set's samples, as automatic scaling takes them: in single
-/// precision, and reversed while there is none.
+/// Smallest and largest sample of a data set for automatic scaling, in single precision. Reversed
+/// (min > max) while there is no sample.
 struct Extent
 {
     float min = 1e35F;

@@ -10,13 +10,13 @@ class QDoubleSpinBox;
 class QGridLayout;
 class QSpinBox;
 
-/// Settings page of the diagrams: a form of axis limits and grid switch, and on request of buffer
-/// size and aging time. It keeps nothing but its editors and knows no diagram.
+/// Settings page of the diagrams: axis limits and grid switch, and on request buffer size and aging
+/// time. Knows no diagram.
 ///
 /// Each setter takes the editor's range, its value (clamped into the range, shown with two
-/// decimals) and whether it can be edited. Getters answer what the editor shows, also when it is
-/// disabled. On a page without the row, the buffer size and aging operations do nothing and answer
-/// 0.
+/// decimals) and whether it can be edited. Getters return the value that the editor shows, also
+/// when it is disabled. On a page without the row, the buffer size and aging operations do nothing
+/// and return 0.
 class ORVANE_API GLOrvanePropertyPage : public QWidget
 {
     Q_OBJECT

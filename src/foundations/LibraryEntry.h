@@ -13,6 +13,5 @@ enum class LibraryReason : int {
 
 /// The library's load and unload notification: registers the translation catalogue "Orvane" on
 /// process attach, unregisters it on process detach, does nothing for any other reason. Always
-/// true. The library calls it itself when it is loaded and unloaded; on a platform whose loader
-/// reports loading, the loader would.
+/// returns true. The library calls it when it is loaded and unloaded.
 ORVANE_API bool OrvaneLibraryEntry(LibraryReason reason);

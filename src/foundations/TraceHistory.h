@@ -4,13 +4,13 @@
 #include <memory>
 #include <vector>
 
-/// Trace history of a diagram: records of the newest data sets, newest first, and the records that
-/// wait to be used again, as a stack. Both lists own their records; a record is in exactly one of
-/// them and is freed by freeHistory only, so that a steady stream of data allocates nothing.
+/// Trace history of a diagram: the records of the newest data sets, newest first, and a stack of
+/// free records. The lists own their records; each record is in exactly one of them. Only
+/// freeHistory frees records, so that a steady stream of data allocates nothing.
 namespace traceHistory {
 
 /// Puts a record at the front of the history: the one recycled last, or a new one. A recycled
-/// record still holds what it held.
+/// record keeps its old content.
 template<class Record>
 Record* addRecord(std::vector<Record*>& records, std::vector<Record*>& freeRecords)
 {

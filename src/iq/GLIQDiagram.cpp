@@ -118,8 +118,8 @@ std::vector<float> GLIQDiagram::GetSamples() const
     return samples;
 }
 
-// Replaces or widens both ranges. They are set end by end, so that whoever follows an axis sees
-// each step, and an axis may be reversed for a moment.
+// Replaces or widens both ranges, one end after the other: observers see each step, and an axis may
+// be reversed for a moment.
 void GLIQDiagram::ScaleTo(const std::vector<float>& samples)
 {
     Extent x;
@@ -136,7 +136,7 @@ void GLIQDiagram::ScaleTo(const std::vector<float>& samples)
         y.Widen(m_yStart, m_yStop);
     }
     m_autoScalePending = false;
-    // Whoever follows it may also take the axis away, or destroy the diagram.
+    // An observer may take the axis away, or destroy the diagram.
     const QPointer<GLIQDiagram> alive(this);
     if (m_xAxisWidget)
         m_xAxisWidget->SetStartValue(static_cast<double>(x.min));
@@ -186,10 +186,10 @@ void GLIQDiagram::paintEvent(QPaintEvent* event)
                     truncateToPixel(static_cast<double>(m_bottom - m_top)), *m_xAxisWidget,
                     *m_yAxisHandler);
     Frame::DrawGrid(*this, painter);
-    // A picture shows what is kept, and is no paint that data sets age by.
+    // A picture shows all data sets and ages none of them.
     const bool isPicture = frame->IsPaintingPicture();
     const std::size_t young = isPicture ? m_records.size() : CountYoungRecords();
-    // On an axis without extent no point can be placed; the data sets age all the same.
+    // An axis without extent has no place for points; the data sets age all the same.
     if (plot.isUsable)
         DrawPoints(plot, young, painter);
     if (!isPicture) {

@@ -28,11 +28,11 @@ struct DiagramFrame;
 /// IQ (constellation) diagram: pairs of in-phase (I) and quadrature (Q) samples as points in the
 /// plane, I along X and Q along Y, both in the samples' unit. Each point lights one device pixel.
 ///
-/// Each data set stays until it is older than the aging time, 1 s unless the user sets another; at
-/// most the newest 100 are kept. Ages are taken at a paint, against the end of the paint before:
-/// what came after that paint is always drawn, so a plot that was hidden for long shows its old
-/// points once more, and while no data come, two repaints that are more than the aging time apart
-/// empty the plot.
+/// A data set goes when it is older than the aging time (1 s at first); at most the newest 100 are
+/// kept. A paint measures ages against the end of the paint before. So data that came after that
+/// paint are always drawn, a plot that was hidden for long shows its old points once more, and
+/// while no data come, two repaints further apart than the aging time empty the plot. See
+/// SetAgesByData for another way.
 ///
 /// Nothing is painted, not even the background, before an X axis is set.
 ///
@@ -51,30 +51,27 @@ public:
     ~GLIQDiagram() override;
 
     /// Adds a data set, without requesting a repaint.
-    /// @param data  I, Q, I, Q... in any order. Swapped, not copied: afterwards it holds the
-    /// samples
-    ///              of the data set that was recycled, or nothing. An empty one, and one with an
-    ///              odd number of values, is ignored and left as it is.
+    /// @param data  I, Q, I, Q..., any number of pairs. Swapped, not copied: afterwards it holds
+    ///              the samples of the data set that was recycled, or nothing. An empty vector and
+    ///              one with an odd number of values are ignored and keep their content.
     /// Pairs with a NaN or an infinity are not drawn; NaNs do not count for the auto-scale.
     void AddData(std::vector<float>& data);
-    /// Likewise, of values in contiguous memory, which are copied.
-    /// @param count  of values, twice that of points.
+    /// The same from contiguous memory, which is copied.
+    /// @param count  number of values, twice the number of points.
     void AddData(const float* data, std::size_t count);
     void AddData(const double* data, std::size_t count);
-    /// Forgets all data sets, and requests a repaint. Ranges and settings stay, and so does an
-    /// auto-scale period.
+    /// Forgets all data sets and repaints. Ranges, settings and an auto-scale period stay.
     void Clear();
-    /// Sets how long points stay, in seconds, and repaints. Infinity keeps them until they are
-    /// among the oldest; NaN and negative numbers are ignored.
+    /// Sets the aging time in seconds, and repaints. Infinity keeps the newest 100 data sets. NaN
+    /// and negative numbers are ignored.
     void SetAging(double seconds);
-    /// Takes ages against the newest data set instead of the last paint, so that the plot stays as
-    /// it is while no data come; false at first.
+    /// Measures ages against the newest data set instead of the last paint, so that the plot does
+    /// not change while no data come. Off at first.
     void SetAgesByData(bool byData);
-    /// The samples that are kept, I, Q, I, Q..., data sets and their samples in the order in which
-    /// they came.
+    /// The samples that are kept, I, Q, I, Q..., in the order of their arrival: a copy.
     std::vector<float> GetSamples() const;
 
-    /// Sets one end of the Y range, as it is.
+    /// Sets one end of the Y range. Any number is taken as it is.
     void SetYStart(double start);
     void SetYStop(double stop);
     /// The Y range that is shown, with the user's zoom and the settings page in effect.
@@ -83,7 +80,7 @@ public:
     std::shared_ptr<AxisHandler> GetYAxisHandler();
     /// Unit in the read-outs of Y; empty for none.
     void SetYUnit(const QString& unit);
-    /// The X axis, shared with the caller; an empty pointer detaches it.
+    /// Sets the X axis, shared with the caller; an empty pointer detaches it.
     void setXAxisWidget(const std::shared_ptr<XAxisWidget>& xAxisWidget);
 
     QMenu* getContextMenu(QContextMenuEvent* event, GLCommonWidget* widget, int index) override;
@@ -96,15 +93,14 @@ public:
     void ApplyPersistantAfterRead() override;
 
 public slots:
-    /// Applies the settings page; nothing while there is none. Without an X axis the X rows are
-    /// left alone.
+    /// Applies the settings page. Does nothing while there is none. Without an X axis it skips the
+    /// X rows.
     void slotAcceptPropertyChanges() override;
     /// Runs the properties dialog until it is closed.
     void ShowProperties();
-    /// Starts an auto-scale period of 1 s: the next data set, whenever it comes, replaces both
-    /// ranges by its own extent and 5 % of it on either side; those after it widen the ranges until
-    /// the second is over. A call within the period changes nothing. Without an X axis only Y is
-    /// scaled.
+    /// Starts an auto-scale period of 1 s. The next data set, even a later one, sets both ranges to
+    /// its own extent and 5 % of it on either side. Further data sets widen the ranges until the
+    /// second is over. A call within the period does nothing. Without an X axis only Y is scaled.
     void AutoScale();
 
 protected:
@@ -131,11 +127,11 @@ private:
 
     std::vector<ValueRecord*> m_records; // newest first
     std::vector<ValueRecord*> m_freeRecords;
-    std::vector<float> m_copy; // of data that may not be swapped
+    std::vector<float> m_copy; // of data from contiguous memory
     GLBackground m_background;
     QAction m_propertiesAction;
     QAction m_autoScaleAction;
-    QTimer m_autoScaleTimer; // only whether it is running counts
+    QTimer m_autoScaleTimer; // runs during an auto-scale period
     bool m_autoScalePending = false;
     QMenu* m_pContextMenu = nullptr;
     std::shared_ptr<XAxisWidget> m_xAxisWidget;

@@ -21,9 +21,8 @@ namespace {
 constexpr std::size_t maxRecordCount = 100;
 constexpr int autoScalePeriodMs = 1000;
 
-// The band of the levels is a trace wider than the bounds, and a level slightly higher than 1/256
-// of the bounds: so the largest sample stays below level 256 even where rounding swallows the
-// margin.
+// The band of the levels is slightly wider than the bounds, and a level slightly higher than 1/256
+// of them: the largest sample stays below level 256 even where rounding swallows the margin.
 constexpr float bandWidening = 0.00001F;
 constexpr float levelHeight = 0.0039063282F;
 
@@ -118,8 +117,8 @@ std::vector<std::vector<double>> GLTimeDiagram::GetTraces() const
     return traces;
 }
 
-// Replaces or widens the Y range while auto-scaling. The range is set after each end, so that
-// whoever follows the axis sees both steps. False where one of them destroyed the diagram.
+// Replaces or widens the Y range while auto-scaling. The ends are set one after the other:
+// observers see both steps. Returns false when one of them destroyed the diagram.
 bool GLTimeDiagram::ScaleTo(Extent extent)
 {
     if (m_autoScalePending)
@@ -191,7 +190,7 @@ void GLTimeDiagram::paintEvent(QPaintEvent* event)
                     m_yAxisHandler->GetStartValue(),
                     m_yAxisHandler->GetStopValue()};
     Frame::DrawGrid(*this, painter);
-    // On an axis without extent nothing can be placed: no trace is drawn and none is given up.
+    // An axis without extent has no place for traces: none is drawn and none is dropped.
     if (plot.isUsable()) {
         const std::size_t visible = DrawTraces(plot, *frame);
         while (m_records.size() > visible)
@@ -201,8 +200,8 @@ void GLTimeDiagram::paintEvent(QPaintEvent* event)
     TextRects()->draw(painter);
 }
 
-// Draws the traces from the newest to the first that reaches past the left border, and answers how
-// many that are.
+// Draws the traces from the newest to the first that reaches past the left border. Returns their
+// number.
 std::size_t GLTimeDiagram::DrawTraces(const Plot& plot, GLFrameWidget& frame)
 {
     const GLLineStyle traceStyle(lsSolid, 1, color(IColorBase::colTimeTrace));

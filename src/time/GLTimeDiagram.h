@@ -26,13 +26,14 @@ struct DiagramFrame;
 
 /// Time diagram: a stream of samples against time, as step lines.
 ///
-/// Each data set is one trace. The newest trace ends at the right border, each older one where the
-/// next newer begins, whatever time the X axis shows there; a marker line stands where each trace
-/// begins. X is time in samples divided by the baud rate, usually from a negative start to 0; Y is
-/// in the samples' unit. A trace is quantised to 256 levels over its own extent when it arrives.
+/// Each data set is one trace. The newest trace ends at the right border, whatever time the X axis
+/// shows there; each older trace ends where the next newer one begins. A marker line shows where a
+/// trace begins. X is time in samples divided by the baud rate, usually from a negative start to 0;
+/// Y is in the samples' unit. A trace is quantised to 256 levels over its own extent when it
+/// arrives.
 ///
-/// At most 100 traces are kept, and after a paint only those that reach into the plot. Nothing is
-/// painted, not even the background, before an X axis is set and while the baud rate is 0.
+/// The diagram keeps the newest 100 traces; a paint drops those that lie left of the plot. It
+/// paints nothing, not even the background, before an X axis is set and while the baud rate is 0.
 ///
 /// The one persisted setting is the grid switch ("ShowGrid" of the group "GLTimeDiagram"). GUI
 /// thread only. Held by std::shared_ptr, in a GLLayout.
@@ -53,18 +54,18 @@ public:
     /// The bounds of a trace cover the samples after its last NaN; NaN samples are drawn at the
     /// bottom.
     void AddData(std::vector<double>& data);
-    /// Likewise, of samples in contiguous memory, which are copied.
+    /// The same from contiguous memory, which is copied.
     void AddData(const double* data, std::size_t count);
     void AddData(const float* data, std::size_t count);
-    /// Forgets all traces, and requests a repaint. Ranges, baud rate and settings stay, and so does
-    /// an auto-scale period.
+    /// Forgets all traces and repaints. Ranges, baud rate, settings and an auto-scale period stay.
     void Clear();
-    /// The samples of the traces that are kept, the oldest trace first.
+    /// The samples of the traces that are kept, the oldest trace first: a copy.
     std::vector<std::vector<double>> GetTraces() const;
-    /// Divisor that turns samples into X axis units; not checked, no repaint. Initially 0.
+    /// Sets the number of samples per unit of the X axis, without a repaint. 0, the first value,
+    /// paints nothing; any number is taken as it is.
     void SetBaudrate(float baudrate);
 
-    /// Sets one end of the Y range, as it is.
+    /// Sets one end of the Y range. Any number is taken as it is.
     void SetYStart(double start);
     void SetYStop(double stop);
     /// The Y range that is shown, with the user's zoom and the settings page in effect.
@@ -73,7 +74,7 @@ public:
     std::shared_ptr<AxisHandler> GetYAxisHandler();
     /// Unit in the read-outs of Y; empty for none.
     void SetYUnit(const QString& unit);
-    /// The X axis, shared with the caller; an empty pointer detaches it.
+    /// Sets the X axis, shared with the caller; an empty pointer detaches it.
     void setXAxisWidget(const std::shared_ptr<XAxisWidget>& xAxisWidget);
 
     QMenu* getContextMenu(QContextMenuEvent* event, GLCommonWidget* widget, int index) override;
@@ -86,14 +87,14 @@ public:
     void ApplyPersistantAfterRead() override;
 
 public slots:
-    /// Applies the settings page; nothing while there is none. Without an X axis the X rows are
-    /// left alone.
+    /// Applies the settings page. Does nothing while there is none. Without an X axis it skips the
+    /// X rows.
     void slotAcceptPropertyChanges() override;
     /// Runs the properties dialog until it is closed.
     void ShowProperties();
-    /// Starts an auto-scale period of 1 s: the next data set, whenever it comes, replaces the Y
-    /// range by its own extent and 5 % of it on either side; those after it widen the range until
-    /// the second is over. A call within the period changes nothing.
+    /// Starts an auto-scale period of 1 s. The next data set, even a later one, sets the Y range to
+    /// its own extent and 5 % of it on either side. Further data sets widen the range until the
+    /// second is over. A call within the period does nothing.
     void AutoScale();
 
 protected:
@@ -124,12 +125,12 @@ private:
 
     std::vector<ValueRecord*> m_records; // newest first
     std::vector<ValueRecord*> m_freeRecords;
-    std::vector<double> m_copy;            // of data that may not be swapped
+    std::vector<double> m_copy;            // of data from contiguous memory
     std::vector<unsigned char> m_stepData; // levels of the data set that is being added
     GLBackground m_background;
     QAction m_propertiesAction;
     QAction m_autoScaleAction;
-    QTimer m_autoScaleTimer; // only whether it is running counts
+    QTimer m_autoScaleTimer; // runs during an auto-scale period
     bool m_autoScalePending = false;
     QMenu* m_pContextMenu = nullptr;
     std::shared_ptr<XAxisWidget> m_xAxisWidget;

@@ -32,7 +32,7 @@ protected:
     {
         m_diagram.PaintPicture(painter, size);
     }
-    // That of the mouse comes to the diagram by itself, as a widget.
+    // For the menu key. On a right click Qt asks the diagram itself, which is a widget.
     void contextMenuEvent(QContextMenuEvent* event) override
     {
         static_cast<QObject&>(m_diagram).event(event);

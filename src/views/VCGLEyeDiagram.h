@@ -36,7 +36,7 @@ struct ViewFrame;
 ///                                           starts, its value the segment's number of samples
 ///   HasChanged      Value<bool>             trigger: setting it reads the lists, whatever it holds
 ///   X/YAxisMin/Max  ValueNumeric<double>    ends of the axes
-///   Baudrate        ValueNumeric<double>    changes nothing; here so that all views are bound alike
+///   Baudrate        ValueNumeric<double>    does nothing; all views have this role
 ///
 /// A value that serves two roles acts on the first of these only: X min, X max, Y min, Y max,
 /// baud rate. The log then has a warning, once, in the category orvane.views.
@@ -52,16 +52,17 @@ struct ViewFrame;
 /// bind a value that does not exist yet, see values::Binding.
 ///
 /// While the user pauses the view, triggers are ignored and their data are lost; limits and baud
-/// rate still apply. The X axis always shows 0 to 1: limits set otherwise last until the next paint.
-/// GUI thread only.
-// clang-format on
+/// rate still apply. The X axis always shows 0 to 1: other limits last until the next paint. GUI
+/// thread only.
 class ORVANE_API VCGLEyeDiagram : public GLLayout, public IObserver
+// clang-format on
 {
     Q_OBJECT
 public:
     explicit VCGLEyeDiagram(QWidget* parent = nullptr);
     ~VCGLEyeDiagram() override;
 
+    /// Bind a role to a value, see the table above.
     bool SetData1_ValuePath(const QString& path);
     bool SetBaudrateData_ValuePath(const QString& path);
     bool SetHasChangedTrigger_ValuePath(const QString& path);
@@ -74,7 +75,7 @@ public:
     /// Takes the changes of the bound values.
     void Update(Observable* source, TChangeCode code) override;
 
-    /// Adds one trace directly, whether paused or not; the open segment stays as it is.
+    /// Adds one trace directly, also while paused. The open segment does not change.
     /// @param data     samples in order, only read.
     /// @param repaint  whether to repaint.
     void FillData(std::vector<double>& data, bool repaint);
@@ -91,23 +92,23 @@ public:
     void AutoScale();
     /// Sets how many samples are kept, see GLEyeDiagram::SetBufferSize.
     void SetBufferSize(int samples);
-    /// Changes nothing; here so that all views are set alike.
+    /// Does nothing. Exists so that all views have the same operations.
     void SetBaudrate(double baudrate);
 
     /// Sets both ends of an axis and repaints, as bound limits do. The eye's X axis shows 0 to 1
     /// all the same. Any numbers are taken as they are.
     void SetXAxisRange(double min, double max);
     void SetYAxisRange(double min, double max);
-    /// What an axis shows, from start to stop, with the user's zoom.
+    /// Start and stop of the range that an axis shows, with the user's zoom.
     std::pair<double, double> GetXAxisRange() const;
     std::pair<double, double> GetYAxisRange() const;
 
-    /// The diagram; owned by the view and alive as long as it.
+    /// The diagram. Owned by the view; valid as long as the view.
     GLEyeDiagram* GetDiagram() const { return Diagram(); }
     /// The X axis below the diagram; empty once the view's destruction has begun.
     std::shared_ptr<XAxisWidget> GetXAxis() const { return m_xAxis; }
-    /// Labels and unit of an axis, and its grid positions. Set ranges by SetXAxisRange, which also
-    /// repaints. Alive as long as the view.
+    /// Label formatter, unit and grid positions of an axis. Do not set its range here:
+    /// SetXAxisRange also repaints. Valid as long as the view.
     axisDefinition& GetXAxisDefinition() const;
     /// The menu that a right click on the diagram opens; owned by the diagram. The host may add
     /// entries.
@@ -116,7 +117,7 @@ public:
     QMenu* getContextMenu();
     /// The caption bar; owned by the view.
     DiagramCaption* GetToolbarCaption();
-    /// Presses the pause button, unless it stands so already: the signals tell.
+    /// Pauses or resumes, as the pause button does; emits the signals below on a change.
     void SetPaused(bool paused);
     bool IsPaused() const;
     /// A few words at the right of the caption bar, cut where there is no room; empty for none.
@@ -125,14 +126,14 @@ public:
     /// Place of the diagram in the view, or in a picture of a size (RenderPicture), logical pixels.
     QRect GetPlotRect() const;
     QRect GetPlotRect(const QSize& size) const;
-    /// The Qt widget that paints the diagram: a widget inside the view. Put on it what shall lie
-    /// over the diagram. Alive as long as the view.
+    /// The Qt widget that paints the diagram: a widget inside the view. Overlays on the diagram
+    /// belong on it. Alive as long as the view.
     QWidget* GetCanvas();
 
 signals:
-    /// Data are taken from now on: the user resumed.
+    /// The user resumed: triggers read data again.
     void StopButtonPressedForStop();
-    /// No data are taken from now on: the user paused.
+    /// The user paused: triggers are ignored.
     void StopButtonPressedForStart();
 
 protected slots:

@@ -12,8 +12,8 @@ constexpr const char* diagramName = "IQDiagram";
 
 double aspect(const QSize& plot) { return static_cast<double>(plot.width()) / plot.height(); }
 
-/// An axis whose range is wider by a factor about its middle, for as long as this lives. Nobody is
-/// told.
+/// Widens the range of an axis by a factor about its middle until it is destroyed, without telling
+/// observers.
 class WidenedAxis
 {
 public:

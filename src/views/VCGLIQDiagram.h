@@ -53,14 +53,15 @@ struct ViewFrame;
 ///
 /// While the user pauses the view, triggers are ignored and their data are lost; limits still
 /// apply. GUI thread only.
-// clang-format on
 class ORVANE_API VCGLIQDiagram : public GLLayout, public IObserver
+// clang-format on
 {
     Q_OBJECT
 public:
     explicit VCGLIQDiagram(QWidget* parent = nullptr);
     ~VCGLIQDiagram() override;
 
+    /// Bind a role to a value, see the table above.
     bool SetData1_ValuePath(const QString& path);
     bool SetData2_ValuePath(const QString& path);
     bool SetHasChangedTrigger_ValuePath(const QString& path);
@@ -72,7 +73,7 @@ public:
     /// Takes the changes of the bound values.
     void Update(Observable* source, TChangeCode code) override;
 
-    /// Adds one data set directly, whether paused or not, and repaints.
+    /// Adds one data set directly, also while paused, and repaints.
     /// @param data  I, Q, I, Q..., swapped as by GLIQDiagram::AddData.
     void AddData(std::vector<float>& data);
     /// The same from contiguous memory, which is only read.
@@ -89,26 +90,26 @@ public:
     /// Set how long points stay, see GLIQDiagram::SetAging and GLIQDiagram::SetAgesByData.
     void SetAging(double seconds);
     void SetAgesByData(bool byData);
-    /// Paints a picture like RenderPicture, of any shape, in which I and Q have the same scale to
-    /// one another as in the view: the axes show as much more as that takes.
+    /// Paints a picture like RenderPicture, of any shape, in which a unit of I and a unit of Q keep
+    /// the ratio of their lengths that they have in the view. One axis shows a wider range for it.
     void RenderInProportion(QPainter& painter, const QSize& size);
 
     /// Sets both ends of an axis and repaints, as bound limits do. Any numbers are taken as they
     /// are.
     void SetXAxisRange(double min, double max);
     void SetYAxisRange(double min, double max);
-    /// What an axis shows, from start to stop, with the user's zoom.
+    /// Start and stop of the range that an axis shows, with the user's zoom.
     std::pair<double, double> GetXAxisRange() const;
     std::pair<double, double> GetYAxisRange() const;
 
-    /// The diagram; owned by the view and alive as long as it.
+    /// The diagram. Owned by the view; valid as long as the view.
     GLIQDiagram* GetDiagram() const { return Diagram(); }
     /// The X axis below the diagram; empty once the view's destruction has begun.
     std::shared_ptr<XAxisWidget> GetXAxis() const { return m_xAxis; }
     /// The Y axis; shared with the diagram.
     std::shared_ptr<AxisHandler> GetYAxis() const;
-    /// Labels and unit of an axis, and its grid positions. Set ranges by SetXAxisRange, which also
-    /// repaints. Alive as long as the view.
+    /// Label formatter, unit and grid positions of an axis. Do not set its range here:
+    /// SetXAxisRange also repaints. Valid as long as the view.
     axisDefinition& GetXAxisDefinition() const;
     axisDefinition& GetYAxisDefinition() const;
     /// Unit in the read-outs of Y; empty for none.
@@ -118,7 +119,7 @@ public:
     QMenu* GetDiagramMenu();
     /// The caption bar; owned by the view.
     DiagramCaption* GetToolbarCaption();
-    /// Presses the pause button, unless it stands so already: the signals tell.
+    /// Pauses or resumes, as the pause button does; emits the signals below on a change.
     void SetPaused(bool paused);
     bool IsPaused() const;
     /// A few words at the right of the caption bar, cut where there is no room; empty for none.
@@ -128,14 +129,14 @@ public:
     /// Place of the diagram in the view, or in a picture of a size (RenderPicture), logical pixels.
     QRect GetPlotRect() const;
     QRect GetPlotRect(const QSize& size) const;
-    /// The Qt widget that paints the diagram: the view itself. Put on it what shall lie over the
-    /// diagram. Alive as long as the view.
+    /// The Qt widget that paints the diagram: the view itself. Overlays on the diagram belong on
+    /// it. Alive as long as the view.
     QWidget* GetCanvas();
 
 signals:
-    /// Data are taken from now on: the user resumed.
+    /// The user resumed: triggers read data again.
     void StopButtonPressedForStop();
-    /// No data are taken from now on: the user paused.
+    /// The user paused: triggers are ignored.
     void StopButtonPressedForStart();
 
 protected slots:

@@ -5,8 +5,8 @@
 
 namespace values {
 
-/// A value pointer that registers an owner with the value as well, so that the value notifies the
-/// owner directly. The owner is told the value's current content by NotifyOwner.
+/// A value pointer that also registers an owner with the value, so that the value notifies the
+/// owner directly. NotifyOwner applies the current content.
 template<class T>
 class ValueObservingPtr : public ValuePtr<T>
 {
@@ -41,7 +41,7 @@ public:
 
     /// Replays the state of the value to the owner: ccState, ccAttributes, ccSelection (selections
     /// only) and ccContent, so that the owner applies the current content. Nothing while unbound.
-    /// When the value goes away meanwhile, the calls that follow have no source.
+    /// If the value goes away during the replay, the remaining calls pass null as their source.
     void NotifyOwner()
     {
         if (!this->Get())

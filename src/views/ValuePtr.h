@@ -11,9 +11,9 @@ struct TestAccess;
 
 namespace values {
 
-/// Binds to a value of type T of the value tree by its path, and lets go of it when the value goes
-/// away (ccState while its state is StateRemoved). While bound, the pointer is an observer of the
-/// value. The value is not owned. GUI thread only.
+/// Binds to a value of type T in the value tree by its path. Unbinds when the value goes away
+/// (ccState while its state is StateRemoved). While bound, the pointer is an observer of the value.
+/// The value is not owned. GUI thread only.
 template<class T>
 class ValuePtr : public IObserver
 {
@@ -42,7 +42,7 @@ public:
         LetGo();
         Tree::Instance().ReleaseValue(path);
     }
-    /// Binds to a value, or to none for null.
+    /// Binds to a value; null unbinds.
     virtual void Reset(T* value)
     {
         if (value == m_pValue)
@@ -50,8 +50,8 @@ public:
         LetGo();
         Hold(value);
     }
-    /// Drops the binding, then binds to the value at a path. False, and unbound, when there is none
-    /// or when it is of another type.
+    /// Unbinds, then binds to the value at a path. Returns false, and stays unbound, when there is
+    /// no value or one of another type.
     bool SetPath(const QString& path)
     {
         Reset(nullptr);

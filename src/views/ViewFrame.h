@@ -26,20 +26,21 @@
 /// Warns once (category orvane.views) when several roles of a view share a value.
 void warnOfSharedValue(const QObject& view, const QString& path, const QStringList& roles);
 
-/// What the value-connected views do alike. A view is one class with all its members in it, because
-/// their order decides the order of destruction; so the shared code stands beside it, as functions
-/// of the view, and the view makes this struct a friend.
+// clang-format off
+/// Code that the value-connected views share. Each view declares all its members itself, because
+/// their order decides the order of destruction. The shared code is therefore a struct beside the
+/// views, which each view makes a friend.
 ///
 /// A view has the members named below and
-///   Diagram()   its diagram, or null: SetYStart, SetYStop, AutoScale, setXAxisWidget, update;
-///   Feed()      hands the data lists to the diagram; called when a data read passed the pause
-///   gate;
-///               false when a list is unbound.
+///   Diagram()   its diagram, or null
+///   Feed()      hands the data lists to the diagram, unless the view is paused; false when a list
+///               is unbound
 ///
-/// Whoever observes an axis may destroy the view, or change the values that it reads, whenever a
-/// range is set: nothing of either is used afterwards without a look.
+/// An observer of an axis may destroy the view or change its values whenever a range is set. The
+/// functions therefore check that the view still exists before they go on.
 template<class View>
 struct ViewFrame
+// clang-format on
 {
     static bool BindList(View& view, values::ValuePtr<values::ValueList<double>>& list,
                          const QString& path)
@@ -48,7 +49,8 @@ struct ViewFrame
         return list.SetPath(path);
     }
 
-    /// Binds a pointer and replays the value's content to the view; whether it is bound afterwards.
+    /// Binds a pointer and applies the value's content to the view. Returns whether it is bound
+    /// now.
     template<class Pointer>
     static bool Bind(View& view, Pointer& pointer, const QString& path)
     {
@@ -60,8 +62,8 @@ struct ViewFrame
         return alive && pointer.Get() != nullptr;
     }
 
-    /// Applies a change of a trigger or an axis limit; the first role that matches takes it.
-    /// Answers whether one did.
+    /// Applies a change of a trigger or an axis limit in the first role that has the value. Returns
+    /// whether one has it.
     static bool Dispatch(View& view, const Observable* source)
     {
         if (view.m_hasChangedTrigger.IsFrom(source)) {
@@ -140,7 +142,7 @@ struct ViewFrame
         return true;
     }
 
-    /// Hands data to the diagram at once, and repaints on request.
+    /// Hands data to the diagram, and repaints on request.
     template<class... Data>
     static void Fill(View& view, bool repaint, Data&... data)
     {
@@ -172,7 +174,7 @@ struct ViewFrame
             view.Diagram()->update();
     }
 
-    /// Pause control: takes the argument as it is, then tells the host.
+    /// Opens or closes the pause gate, then tells the host.
     static void SetTakeData(View& view, bool takeData)
     {
         view.m_takeData = takeData;
@@ -225,7 +227,7 @@ struct ViewFrame
     }
 
 private:
-    /// Of the roles that share a value only the first in the order of Dispatch takes its changes.
+    /// Warns when roles share a value: Dispatch gives its changes to the first of them only.
     static void WarnOfSharedValue(const View& view, const values::ValueBase& value)
     {
         QStringList roles;
@@ -269,14 +271,14 @@ private:
 
     static void HandOver(View& view)
     {
-        // Not in place: while the diagram takes it, the view may be fed again.
+        // Moved out of the view first: the diagram's observers may feed the view again.
         std::vector<double> segment;
         segment.swap(view.m_pending);
         const QPointer<View> alive(&view);
         view.Diagram()->AddData(segment);
         if (!alive || !view.m_pending.empty())
             return;
-        // The diagram may have swapped old samples in; their memory is used again.
+        // Keep the memory of the samples that the diagram swapped in.
         segment.clear();
         segment.swap(view.m_pending);
     }

@@ -1,5 +1,5 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
-// Operations that all views have, written once: each view's source includes this file after
+// Operations that all views have, written once. Each view's source includes this file after
 // `using View = VCGL...;` and so defines them as members of its own class.
 // NOLINTBEGIN(misc-definitions-in-headers)
 
