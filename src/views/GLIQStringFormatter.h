@@ -7,7 +7,7 @@
 #include <QString>
 
 /// Labels of the X axis of the IQ view: fixed-point numbers with one decimal and a point,
-/// whatever the locale; the unit is the symbol period, "t/T". Both operations answer the same text
+/// whatever the locale; the unit is the symbol period, "t/T". Both operations return the same text
 /// member, valid until the next call.
 class ORVANE_API GLIQStringFormatter : public IStringFormatter
 {
