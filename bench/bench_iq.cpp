@@ -3,10 +3,12 @@
 //   whole     ours against a paint of the empty plot and bare OpenGL calls for the points;
 //   points    what the points cost us, against these calls alone;
 //   bare_us   these calls.
-// All draw the same points with the same context, in turns.
+// All draw the same points with the same context, in turns. And of a paint by the processor:
+//   pass      ours against one pass over the floats that writes pixels over an empty ground.
 #include "iq/GLIQDiagram.h"
 #include "platform/glbase/GLLayout.h"
 #include "platform/glbase/GLPainter.h"
+#include "platform/glbase/Renderer.h"
 #include "platform/glwidgets/XAxisWidget.h"
 #include "platform/gui/ColorSet.h"
 
@@ -14,6 +16,8 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QImage>
+#include <QPainter>
 
 #include <algorithm>
 #include <limits>
@@ -130,11 +134,63 @@ void paint(benchmark::State& state)
 BENCHMARK(paint)->Arg(100)->Arg(1'000)->Arg(10'000)->Iterations(100)->UseManualTime()->Unit(
     benchmark::kMicrosecond);
 
+void paintPixels(benchmark::State& state)
+{
+    GLLayout frame;
+    const auto xAxis = std::make_shared<XAxisWidget>("XAxis", nullptr);
+    xAxis->SetLength(side);
+    const auto diagram = std::make_shared<GLIQDiagram>("IQDiagram", &frame);
+    diagram->setXAxisWidget(xAxis);
+    diagram->SetAgesByData(true);
+    frame.AddWidget(diagram);
+    frame.resize(side, side);
+    const auto points = constellation(static_cast<std::size_t>(state.range(0)));
+    const std::vector<std::vector<float>> records(recordCount, points);
+    for (const std::vector<float>& record : records)
+        diagram->AddData(record.data(), record.size());
+    QImage image(side, side, QImage::Format_RGB32);
+    const auto secondsOf = [](const auto& call) {
+        double best = std::numeric_limits<double>::max();
+        for (int i = 0; i < 20; ++i) {
+            QElapsedTimer timer;
+            timer.start();
+            call();
+            best = std::min(best, static_cast<double>(timer.nsecsElapsed()) / 1e9);
+        }
+        return best;
+    };
+    const double pass = secondsOf([&] {
+        auto* pixels = reinterpret_cast<QRgb*>(image.bits());
+        std::fill_n(pixels, side * side, 0xff000000U);
+        constexpr float half = side / 2.0F;
+        for (const std::vector<float>& record : records) {
+            for (std::size_t i = 1; i < record.size(); i += 2) {
+                const float x = half + record[i - 1] * half;
+                const float y = half - record[i] * half;
+                if (x >= 0.0F && x < side && y >= 0.0F && y < side)
+                    pixels[static_cast<int>(y) * side + static_cast<int>(x)] = 0xffffffffU;
+            }
+        }
+        benchmark::DoNotOptimize(pixels);
+    });
+    const auto paintOnce = [&] {
+        QPainter painter(&image);
+        frame.Render(painter);
+    };
+    for ([[maybe_unused]] auto _ : state)
+        paintOnce();
+    state.counters["pass"] = secondsOf(paintOnce) / pass;
+    frame.RemoveWidget(*diagram);
+}
+
+BENCHMARK(paintPixels)->Arg(100)->Arg(1'000)->Arg(10'000)->Unit(benchmark::kMicrosecond);
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
+    Renderer::Want(Renderer::Wish::OpenGL);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

@@ -6,6 +6,7 @@
 #include "platform/glbase/GLCommonWidget.h"
 #include "platform/glbase/GLLayout.h"
 #include "platform/glbase/GLPainter.h"
+#include "platform/glbase/Renderer.h"
 
 #include <benchmark/benchmark.h>
 
@@ -182,6 +183,7 @@ BENCHMARK(setData)->RangeMultiplier(10)->Range(1'000, 1'000'000)->Unit(benchmark
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
+    Renderer::Want(Renderer::Wish::OpenGL);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

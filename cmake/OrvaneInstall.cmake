@@ -14,6 +14,7 @@ set(ORVANE_INTERNAL_HEADERS
   base/WarnOnce.h
   glbase/DeviceRaster.h
   glbase/GLSurface.h
+  glbase/KeptTexts.h
   glbase/PixelTarget.h
   glbase/StrokeRuns.h
   glwidgets/AxisZoom.h

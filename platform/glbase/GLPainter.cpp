@@ -4,6 +4,7 @@
 #include "platform/glbase/DeviceRaster.h"
 #include "platform/glbase/GLBaseWidget.h"
 #include "platform/glbase/GLFrameWidget.h"
+#include "platform/glbase/KeptTexts.h"
 
 #include <QImage>
 #include <QLinearGradient>
@@ -96,11 +97,13 @@ void GLPainter::setBrush(const QBrush& brush)
 
 QPen GLPainter::pen() const { return m_pPainter ? m_pPainter->pen() : QPen(); }
 
+QFont GLPainter::font() const { return m_pPainter ? m_pPainter->font() : QFont(); }
+
 QBrush GLPainter::brush() const { return m_pPainter ? m_pPainter->brush() : QBrush(); }
 
 PixelTarget* GLPainter::PixelsFor(const QColor& color) const
 {
-    return m_isShared ? nullptr : m_pFrame->PixelsFor(color);
+    return m_isShared || !m_pPainter ? nullptr : m_pFrame->PixelsFor(color);
 }
 
 template<class Use>
@@ -159,6 +162,8 @@ bool GLPainter::FillByRow(const QRect& rect, const QBrush& brush)
 
 void GLPainter::drawText(const QRect& rect, int flags, const QString& text)
 {
+    if (PixelsFor(Qt::black) && keptTexts::draw(*m_pPainter, rect, flags, text))
+        return;
     if (m_pPainter)
         m_pPainter->drawText(rect, flags, text);
 }

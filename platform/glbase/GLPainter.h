@@ -5,6 +5,7 @@
 
 #include <QBrush>
 #include <QColor>
+#include <QFont>
 #include <QLineF>
 #include <QPen>
 #include <QRect>
@@ -44,6 +45,8 @@ public:
     void setBrush(const QBrush& brush);
     QPen pen() const;
     QBrush brush() const;
+    /// The font that texts are drawn in.
+    QFont font() const;
 
     /// Edges of filled areas lie on device pixels. The outline of a pen, always solid, runs along
     /// the left and upper pixels of the rectangle and the first ones beyond it at the right and
@@ -72,7 +75,10 @@ public:
     void drawPoints(const std::vector<float>& points, const QTransform& toWidget,
                     const QColor& color);
 
-    /// The Qt painter behind the handle; null when the handle is inert.
+    /// False when the handle is inert.
+    bool isActive() const { return m_pPainter != nullptr; }
+    /// The Qt painter behind the handle; null when the handle is inert. Slows the handle down: its
+    /// transform and clip may be other ones from then on.
     QPainter* painter() const
     {
         m_isShared = true;

@@ -121,10 +121,10 @@ QString TextRectangles::text(const QString& key) const
 
 void TextRectangles::draw(GLPainter& painter)
 {
-    if (m_items.empty() || !painter.painter())
+    if (m_items.empty() || !painter.isActive())
         return;
     const QRect area = painter.area();
-    const QFontMetrics metrics(painter.painter()->font());
+    const QFontMetrics metrics(painter.font());
     ColorSet& colors = ColorSet::Instance();
     QColor ground = colors[IColorBase::colLabelBack];
     ground.setAlpha(groundAlpha);

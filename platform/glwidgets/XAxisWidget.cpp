@@ -98,7 +98,7 @@ struct Picture
 {
     explicit Picture(GLPainter& target)
         : painter(target)
-        , metrics(target.painter()->font())
+        , metrics(target.font())
         , area(target.area())
     {}
 
@@ -192,7 +192,7 @@ private:
 void XAxisWidget::paintEvent(QPaintEvent* event)
 {
     GLPainter painter(GetFrameWidget());
-    if (!painter.painter())
+    if (!painter.isActive())
         return;
     const axisDefinition& own = XPixelMap()->GetAxisDefinition();
     std::optional<axisDefinition> fixed;

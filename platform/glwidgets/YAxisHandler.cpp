@@ -121,10 +121,10 @@ void YAxisHandler::attached(GLCommonWidget* widget)
 
 void YAxisHandler::drawOverlay(GLCommonWidget* widget, GLPainter& painter)
 {
-    if (!painter.painter())
+    if (!painter.isActive())
         return;
     const axisDefinition& axis = XPixelMap()->GetAxisDefinition();
-    const QFontMetrics metrics(painter.painter()->font());
+    const QFontMetrics metrics(painter.font());
     ColorSet& colors = ColorSet::Instance();
     const QColor& text = colors[IColorBase::colLabel];
     QColor ground = colors[IColorBase::colLabelBack];

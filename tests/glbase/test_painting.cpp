@@ -91,6 +91,37 @@ TEST_F(Painting, RectanglesLieOnWholePixels)
     ExpectSamePicture(Painted(), Expected(pixels), "rectangles");
 }
 
+TEST_F(Painting, PixelsAreWrittenAsAPainterPaintsThem)
+{
+    plot->paint = [&](GLPainter& painter) {
+        painter.setHGradientBrush(Qt::darkBlue, Qt::black);
+        painter.setPen(trace);
+        painter.drawRect(QRect(3, 3, 140, 70));
+        for (int i = 0; i < 60; ++i) { // numbers of all widths in places of all widths
+            const QString text = QString::number(1e4 * std::sin(i), 'g', 1 + i % 7);
+            painter.drawText(QRect(i % 5 * 31, i * 3 / 2, 50 + i % 8, 15 + i % 3), Qt::AlignCenter,
+                             text);
+        }
+        painter.drawPoints({9, 9, 10.5F, 9.49F, 160, 85, NAN, 3, 161, 2, -0.6F, 7}, QTransform(),
+                           Qt::white);
+        Draw({{0, 80, 160, 3}, {20, 0, 19, 85}}, lsSolid, 2);
+    };
+    PaintedOnScreen(); // sets the ratio
+    const auto render = [&](QImage::Format format, bool isClipped) {
+        QImage image((QSizeF(frame.size()) * ratio).toSize(), format);
+        image.setDevicePixelRatio(ratio);
+        QPainter painter(&image);
+        painter.setClipRect(frame.rect(), isClipped ? Qt::ReplaceClip : Qt::NoClip);
+        frame.Render(painter);
+        painter.end();
+        return image.convertToFormat(QImage::Format_RGB32);
+    };
+    // A clip leaves all to the painter.
+    for (const auto format :
+         {QImage::Format_RGB32, QImage::Format_ARGB32_Premultiplied, QImage::Format_RGB16})
+        ExpectSamePicture(render(format, false), render(format, true), "written");
+}
+
 TEST_F(Painting, HandlesNestAndLeaveNothingBehind)
 {
     plot->paint = [&](GLPainter& outer) {
