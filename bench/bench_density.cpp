@@ -2,10 +2,10 @@
 // Cost of counting traces of two symbols, of an eye with two levels, into 800 x 600 cells. Counters
 // are medians of all rounds, in which ours and the floor take turns, in processor time:
 //   traces_s   traces counted and kept in a second of one core;
-//   floor      our time over that of a loop that does nothing but increment the cells of the same
-//              traces, from the first row of each column to the last, known beforehand;
-//   list       likewise, but the loop runs through a list of all of these cells;
-//   numpy      time of numpy's histogram2d over ours, of a point a column; left out where numpy is
+//   floor/ours the time of a loop that does nothing but increment the cells of the same traces,
+//              from the first row of each column to the last, known beforehand, over ours;
+//   list       our time over that of a loop through a list of all of these cells;
+//   numpy/ours time of numpy's histogram2d over ours, of a point a column; left out where numpy is
 //              not installed.
 // "anew" counts 100,000 kept traces again, as a zoom does: its time is that of a zoom.
 #include "density/Counter.h"
@@ -163,10 +163,10 @@ void density_count(benchmark::State& state)
         state.SetIterationTime(ours.back() * traceCount);
     }
     state.counters["traces_s"] = 1.0 / median(ours);
-    state.counters["floor"] = median(floor);
+    state.counters["floor/ours"] = 1.0 / median(floor);
     state.counters["list"] = median(list);
     if (const auto numpy = countByNumpy(samples, shape))
-        state.counters["numpy"] = *numpy / median(ours);
+        state.counters["numpy/ours"] = *numpy / median(ours);
 }
 
 void density_anew(benchmark::State& state)

@@ -229,10 +229,22 @@ void oneTrace(benchmark::State& state, Signal kind)
     });
 }
 
-BENCHMARK_CAPTURE(afresh, two_levels, twoLevels)->Iterations(200)->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(afresh, noise, noise)->Iterations(200)->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(oneTrace, two_levels, twoLevels)->Iterations(500)->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(oneTrace, noise, noise)->Iterations(500)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(afresh, two_levels, twoLevels)
+    ->Name("eye afresh, two levels/ours")
+    ->Iterations(200)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(afresh, noise, noise)
+    ->Name("eye afresh, noise/ours")
+    ->Iterations(200)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(oneTrace, two_levels, twoLevels)
+    ->Name("eye after one trace, two levels/ours")
+    ->Iterations(500)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(oneTrace, noise, noise)
+    ->Name("eye after one trace, noise/ours")
+    ->Iterations(500)
+    ->Unit(benchmark::kMicrosecond);
 
 } // namespace
 

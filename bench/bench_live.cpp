@@ -140,10 +140,10 @@ void zmqDropped(benchmark::State& state)
     drop(state, *recording->source, 2);
 }
 
-BENCHMARK(pipeFloor)->UseRealTime();
-BENCHMARK(pipeDropped)->UseRealTime();
-BENCHMARK(zmqFloor)->UseRealTime();
-BENCHMARK(zmqDropped)->UseRealTime();
+BENCHMARK(pipeFloor)->Name("drop of a pipe/floor")->UseRealTime();
+BENCHMARK(pipeDropped)->Name("drop of a pipe/ours")->UseRealTime();
+BENCHMARK(zmqFloor)->Name("drop of ZeroMQ/floor")->UseRealTime();
+BENCHMARK(zmqDropped)->Name("drop of ZeroMQ/ours")->UseRealTime();
 
 } // namespace
 

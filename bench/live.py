@@ -1,0 +1,209 @@
+# Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+"""What the workbench's window costs while it plays, beside GNU Radio's sinks: processor time of
+the process and its threads, on a virtual display without a graphics card. Start and memory, beside
+an empty window of Qt."""
+import array
+import math
+import mmap
+import os
+import pathlib
+import random
+import re
+import signal
+import subprocess
+import tempfile
+import time
+
+WARM_SECONDS = 3.0
+MEASURED_SECONDS = 6.0
+SAMPLE_RATE = 1e6
+PER_SYMBOL = 8
+SYMBOLS = 16384
+ROLL_OFF = 0.35
+PEER = pathlib.Path(__file__).parent / "peers" / "gnuradio_window.py"
+TICK = 1.0 / os.sysconf("SC_CLK_TCK")
+
+
+class Display:
+    """A virtual display, whose picture lies in a file."""
+
+    def __init__(self, width, height):
+        self.folder = tempfile.TemporaryDirectory()
+        read, write = os.pipe()
+        self.server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(write), "-screen", "0", f"{width}x{height}x24",
+             "-fbdir", self.folder.name, "-nolisten", "tcp"],
+            pass_fds=[write], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+            stderr=subprocess.DEVNULL)
+        os.close(write)
+        with os.fdopen(read) as pipe:
+            self.name = ":" + pipe.readline().strip()
+        with open(pathlib.Path(self.folder.name) / "Xvfb_screen0", "rb") as file:
+            self.picture = mmap.mmap(file.fileno(), 0, prot=mmap.PROT_READ)
+
+    def shows_anything(self, row):
+        """Whether a row of the picture is not black."""
+        def field(index):
+            return int.from_bytes(self.picture[4 * index:4 * index + 4], "big")
+        start = field(0) + 12 * field(19) + row * field(12)
+        return any(self.picture[start:start + field(12)])
+
+    def close(self):
+        self.picture.close()
+        self.server.terminate()
+        self.server.wait()
+        self.folder.cleanup()
+
+
+class Program:
+    """A program on a display."""
+
+    def __init__(self, display, command, scale=1):
+        environment = dict(os.environ, DISPLAY=display.name, LIBGL_ALWAYS_SOFTWARE="1",
+                           QT_QPA_PLATFORM="xcb", QT_SCALE_FACTOR=str(scale))
+        environment.pop("WAYLAND_DISPLAY", None)
+        self.process = subprocess.Popen(command, env=environment, stdin=subprocess.DEVNULL,
+                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
+    def processor_seconds(self):
+        fields = pathlib.Path(f"/proc/{self.process.pid}/stat").read_text().rsplit(")", 1)[1].split()
+        return (int(fields[11]) + int(fields[12])) * TICK
+
+    def memory(self):
+        """MB that are its own, and its share of what others have, too."""
+        text = pathlib.Path(f"/proc/{self.process.pid}/smaps_rollup").read_text()
+        return int(re.search(r"^Pss:\s+(\d+)", text, re.M).group(1)) / 1024.0
+
+    def cores(self):
+        """Processor time over time once it runs; none where it does not."""
+        time.sleep(WARM_SECONDS)
+        if self.process.poll() is not None:
+            return None
+        start, before = time.monotonic(), self.processor_seconds()
+        time.sleep(MEASURED_SECONDS)
+        return (self.processor_seconds() - before) / (time.monotonic() - start)
+
+    def close(self):
+        if self.process.poll() is None:
+            self.process.send_signal(signal.SIGTERM)
+        try:
+            self.process.wait(5.0)
+        except subprocess.TimeoutExpired:
+            self.process.kill()
+            self.process.wait()
+
+
+def pulse(t):
+    """Root raised cosine, t in symbols."""
+    if abs(t) < 1e-9:
+        return 1.0 + ROLL_OFF * (4.0 / math.pi - 1.0)
+    if abs(abs(4.0 * ROLL_OFF * t) - 1.0) < 1e-9:
+        angle = math.pi / (4.0 * ROLL_OFF)
+        return ROLL_OFF / math.sqrt(2.0) * ((1.0 + 2.0 / math.pi) * math.sin(angle) +
+                                            (1.0 - 2.0 / math.pi) * math.cos(angle))
+    return (math.sin(math.pi * t * (1.0 - ROLL_OFF)) +
+            4.0 * ROLL_OFF * t * math.cos(math.pi * t * (1.0 + ROLL_OFF))) / (
+                math.pi * t * (1.0 - (4.0 * ROLL_OFF * t) ** 2))
+
+
+def write_qpsk(path):
+    """Some tenths of a second of QPSK that can be repeated without a seam."""
+    reach = 5  # symbols
+    generator = random.Random(1)
+    symbols = [complex(generator.choice((-1, 1)), generator.choice((-1, 1))) * 0.35
+               for _ in range(SYMBOLS)]
+    taps = [[pulse(k + phase / PER_SYMBOL) for k in range(-reach, reach + 1)]
+            for phase in range(PER_SYMBOL)]
+    values = array.array("f")
+    for index in range(SYMBOLS):
+        near = [symbols[(index - k) % SYMBOLS] for k in range(-reach, reach + 1)]
+        for phase in taps:
+            sample = sum(a * b for a, b in zip(near, phase))
+            values.extend((sample.real + generator.gauss(0.0, 0.01),
+                           sample.imag + generator.gauss(0.0, 0.01)))
+    with open(path, "wb") as file:
+        for _ in range(8):
+            values.tofile(file)
+
+
+def play(size, scale, command):
+    display = Display(size[0], size[1])
+    program = Program(display, command, scale)
+    try:
+        return program.cores()
+    finally:
+        program.close()
+        display.close()
+
+
+def start(command, wait_seconds=4.0):
+    """Seconds to the first picture, and memory some seconds later."""
+    display = Display(1280, 800)
+    begin = time.monotonic()
+    program = Program(display, command)
+    try:
+        while not display.shows_anything(400):
+            if time.monotonic() - begin > 20.0 or program.process.poll() is not None:
+                return None
+            time.sleep(0.0005)
+        seconds = time.monotonic() - begin
+        time.sleep(wait_seconds)
+        return seconds, program.memory()
+    finally:
+        program.close()
+        display.close()
+
+
+def run(folder, rounds, pattern):
+    """Cases with their roles, unit and renderer."""
+    workbench = str(pathlib.Path(folder) / "orvane-workbench")
+    empty = str(pathlib.Path(folder) / "empty_window")
+    with tempfile.TemporaryDirectory() as work:
+        file = os.path.join(work, "qpsk.cf32")
+        write_qpsk(file)
+        settings = os.path.join(work, "settings.ini")
+        plain = os.path.join(work, "plain.ini")
+        received = [file, "--sample-rate", "1e6", "--symbol-rate", str(SAMPLE_RATE / PER_SYMBOL),
+                    "--modulation", "QPSK"]
+        cases = []
+        for name, width, height, scale in (("1280x800", 1280, 800, 1),
+                                           ("3840x2160 at scale 2", 3840, 2160, 2)):
+            logical = (width // scale, height // scale)
+            size = ["--size", f"{logical[0]}x{logical[1]}"]
+            peer = ["/usr/bin/python3", str(PEER), file, str(SAMPLE_RATE), str(PER_SYMBOL),
+                    *map(str, logical)]
+            for title, arguments, store in (
+                    ("embedded demo", [], settings),
+                    ("QPSK at 1 MS/s, received and measured", received, settings),
+                    ("QPSK at 1 MS/s, as it is, without figures", received[:3], plain)):
+                cases.append((f"window, {title}, {name}", (width, height), scale,
+                              [workbench, *size, "--settings", store, *arguments],
+                              None if title == "embedded demo" else peer))
+        cases = [case for case in cases if re.search(pattern, case[0])]
+        samples = {case[0]: {"ours": []} for case in cases}
+        starts = {"start to the first picture": {"ours": [], "empty Qt window": []},
+                  "memory of the embedded demo": {"ours": [], "empty Qt window": []}}
+        starts = {name: roles for name, roles in starts.items() if re.search(pattern, name)}
+        order = random.Random(1)
+        for _ in range(rounds):
+            todo = [(case, role) for case in cases for role in ("ours", "GNU Radio")]
+            order.shuffle(todo)
+            for (name, size, scale, command, peer), role in todo:
+                pathlib.Path(settings).unlink(missing_ok=True)
+                pathlib.Path(plain).write_text("[Views]\nReadings=false\n")
+                if role == "ours":
+                    samples[name]["ours"].append(play(size, scale, command))
+                elif peer:
+                    cores = play(size, scale, peer)
+                    roles = samples[name].setdefault(role, [])
+                    if cores is not None:
+                        roles.append(cores)
+            for role, command in (("ours", [workbench, "--settings", settings]),
+                                  ("empty Qt window", [empty])) if starts else ():
+                result = start(command)
+                for roles, value in zip(starts.values(), result or ()):
+                    roles[role].append(value)
+    renderer = os.environ.get("ORVANE_RENDERER", "auto, without a graphics card")
+    return ([(name, roles, "cores", renderer) for name, roles in samples.items()] +
+            [(name, roles, "s" if name.startswith("start") else "MB", renderer)
+             for name, roles in starts.items()])
