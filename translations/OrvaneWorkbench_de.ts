@@ -631,6 +631,25 @@
     </message>
 </context>
 <context>
+    <name>MaskCheck</name>
+    <message>
+        <source>cannot be read (%1)</source>
+        <translation>lässt sich nicht lesen (%1)</translation>
+    </message>
+    <message>
+        <source>is too large for a mask</source>
+        <translation>ist zu groß für eine Maske</translation>
+    </message>
+    <message>
+        <source>is no mask: %1</source>
+        <translation>ist keine Maske: %1</translation>
+    </message>
+    <message>
+        <source>There are fewer symbols than the %1 of its limit.</source>
+        <translation>Es gibt weniger Symbole als die %1 ihrer Grenze.</translation>
+    </message>
+</context>
+<context>
     <name>MeasureCommand</name>
     <message>
         <source>characters cannot be found without the symbol rate; give it with --symbol-rate</source>
@@ -1124,6 +1143,14 @@
     <message>
         <source>Shows a signal over time, as an eye and as a constellation: a recording, or a built-in signal when no file is given.</source>
         <translation>Zeigt ein Signal über der Zeit, als Auge und als Konstellation: eine Aufnahme oder, ohne Datei, ein eingebautes Signal.</translation>
+    </message>
+    <message>
+        <source>give --measure json, too</source>
+        <translation>geben Sie auch --measure json an</translation>
+    </message>
+    <message>
+        <source>With --measure: tests the eye of the recordings against the mask in &lt;FILE&gt;, too; ends with 3 where one does not pass.</source>
+        <translation>Mit --measure: prüft das Auge der Aufnahmen auch gegen die Maske in &lt;FILE&gt;; endet mit 3, wo eine nicht besteht.</translation>
     </message>
 </context>
 <context>

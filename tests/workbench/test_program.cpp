@@ -22,6 +22,7 @@
 
 #include <atomic>
 #include <map>
+#include <random>
 #include <thread>
 
 namespace {
@@ -97,6 +98,8 @@ TEST_F(Program, RefusesInOneLineWithTheRightExitCode)
         {1, {mono, "--channel", "2"}, mono},
         {2, {"--measure", "json"}, "--measure"},
         {2, {mono, "--measure", "xml"}, "--measure"},
+        {2, {mono, "--mask", mono}, "--mask"},
+        {1, {mono, "--measure", "json", "--mask", mono + "x"}, mono + "x: cannot be read"},
         {1, {mono, "--measure", "json", "--start", "2"}, mono},
         {1, {mono, "--measure", "json", "--symbol-rate", "7000", "--modulation", "qpsk"}, mono},
         {1, {"zmq://localhost:1", "--measure", "json"}, "zmq://localhost:1"},
@@ -173,6 +176,49 @@ TEST_F(Program, MeasuresRecordingsAndPrintsALineOfJsonForEach)
               "sample_rate schema stages start stop symbol_rate time");
     EXPECT_EQ(object["schema"].toString(), "orvane.measure/1");
     EXPECT_NEAR(object["constellation"].toObject()["symbols"].toDouble(), 7500.0, 60.0);
+}
+
+TEST_F(Program, TestsRecordingsAgainstAMask)
+{
+    // Two levels, 16 samples a symbol with an edge over four of them; a runt in the 300th.
+    std::mt19937 random(1);
+    std::vector<double> samples;
+    double level = 0.5;
+    for (int symbol = 0; symbol < 2000; ++symbol) {
+        const double next = random() % 2 ? 0.5 : -0.5;
+        for (int k = 0; k < 16; ++k)
+            samples.push_back(level + (next - level) * std::clamp((k - 6) / 4.0, 0.0, 1.0));
+        level = next;
+        if (symbol == 300)
+            samples.back() = 0.05;
+    }
+    const QString signal = path("levels.wav"), file = path("mask.json");
+    writeRecording(signal, 16000, 1, samples, SF_FORMAT_WAV | SF_FORMAT_DOUBLE);
+    // At the middle of symbols, up to so far from both levels.
+    const auto test = [&](double reach, int hits, int symbols) {
+        writeFile(file, QStringLiteral(R"({"schema": "orvane.mask/1", "polygons":
+            [[[-0.1, %1], [0.1, %1], [0.1, %2], [-0.1, %2]]],
+            "limit": {"hits": %3, "symbols": %4}})")
+                            .arg(reach)
+                            .arg(1.0 - reach)
+                            .arg(hits)
+                            .arg(symbols)
+                            .toUtf8());
+        const int code =
+            run({"--measure", "json", signal, "--symbol-rate", "1000", "--mask", file});
+        const QJsonObject mask = QJsonDocument::fromJson(out.toUtf8()).object()["mask"].toObject();
+        EXPECT_GE(mask["symbols"].toDouble(), code == 0 ? symbols : 1) << qPrintable(out + error);
+        return QStringLiteral("%1 %2 %3")
+            .arg(code)
+            .arg(mask["verdict"].toString())
+            .arg(mask["hits"].toDouble());
+    };
+    EXPECT_EQ(test(0.1, 1, 1500), "0 pass 1");
+    EXPECT_EQ(test(0.1, 0, 1500), "3 fail 1");
+    EXPECT_EQ(test(0.1, 1, 100000), "3 incomplete 1");
+    writeFile(file, "{}");
+    EXPECT_EQ(run({"--measure", "json", signal, "--mask", file}), 1);
+    expectComplaint(file + ": is no mask: ");
 }
 
 TEST_F(Program, NeedsNoDisplayForHelpAndSaysWhereOneIsMissing)

@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/app/MeasureCommand.h"
 
+#include "workbench/app/MaskCheck.h"
 #include "workbench/measure/MeasurementMaker.h"
 #include "workbench/pipeline/Settling.h"
 #include "workbench/player/Hints.h"
@@ -67,13 +68,23 @@ bool receive(SignalSource& source, Receiver& receiver, const Range& range, doubl
 
 } // namespace
 
-bool MeasureCommand::run(const std::function<void(const QString&)>& say) const
+int MeasureCommand::run(const std::function<void(const QString&)>& say) const
 {
-    bool areAll = true;
+    constexpr int exitFailed = 1, exitMaskFailed = 3;
+    std::optional<density::Mask> mask;
+    if (!m_options.maskFile.isEmpty()) {
+        const auto read = MaskCheck::read(m_options.maskFile);
+        if (!read) {
+            say(QStringLiteral("%1: %2").arg(m_options.maskFile, read.error().sentence));
+            return exitFailed;
+        }
+        mask = *read;
+    }
+    bool areAll = true, havePassed = true;
     for (const QString& file : m_options.files) {
-        Result<void> measured;
+        Result<bool> measured;
         try {
-            measured = measure(file, say);
+            measured = measure(file, mask ? &*mask : nullptr, say);
         } catch (const std::bad_alloc&) {
             measured =
                 failure(tr("there is not enough memory to measure it; give --start and --seconds"));
@@ -82,8 +93,9 @@ bool MeasureCommand::run(const std::function<void(const QString&)>& say) const
             say(QStringLiteral("%1: %2").arg(LiveAddress::title(file),
                                              Hints::text(measured.error())));
         areAll = areAll && measured;
+        havePassed = havePassed && measured.value_or(true);
     }
-    return areAll;
+    return !areAll ? exitFailed : havePassed ? 0 : exitMaskFailed;
 }
 
 /// The symbol rate as it was given, as the recording says, or as its samples do.
@@ -109,7 +121,19 @@ void MeasureCommand::findSymbolRate(SignalSource& source, Measurement::Setup& se
     }
 }
 
-Result<void> MeasureCommand::measure(const QString& file,
+/// What has to be known of the signal beside its symbol rate.
+void MeasureCommand::describe(const SignalSource& source, const ReceiverSettings& settings,
+                              const Receiver& receiver, Measurement::Setup& setup) const
+{
+    setup.format = receiver.format();
+    setup.sampleRate = source.facts().sampleRate;
+    setup.modulation = settings.modulation;
+    setup.hasCarrierRecovery = settings.isOn && settings.modulation;
+    setup.isFm = settings.isOn && settings.demodulation == ReceiverSettings::Demodulation::Fm;
+    setup.eyeBandwidth = m_options.eyeBandwidth.value_or(0.0);
+}
+
+Result<bool> MeasureCommand::measure(const QString& file, const density::Mask* mask,
                                      const std::function<void(const QString&)>& say) const
 {
     if (LiveAddress::isLive(file))
@@ -134,7 +158,7 @@ Result<void> MeasureCommand::measure(const QString& file,
             tr("characters cannot be found without the symbol rate; give it with --symbol-rate"));
     settings.symbolRate = setup.symbolRate;
     if (const auto checked = settings.check(source.facts().sampleRate); !checked)
-        return checked;
+        return tl::unexpected(checked.error());
     Range range;
     range.from = m_options.start.value_or(0.0);
     if (m_options.hasSeconds)
@@ -144,16 +168,17 @@ Result<void> MeasureCommand::measure(const QString& file,
         return failure(tr("it has ended before %1 s; start earlier").arg(range.from));
 
     Receiver receiver(source.facts(), m_options.channel, settings);
-    setup.format = receiver.format();
-    setup.sampleRate = source.facts().sampleRate;
-    setup.modulation = settings.modulation;
-    setup.hasCarrierRecovery = settings.isOn && settings.modulation;
-    setup.isFm = settings.isOn && settings.demodulation == ReceiverSettings::Demodulation::Fm;
-    setup.eyeBandwidth = m_options.eyeBandwidth.value_or(0.0);
+    describe(source, settings, receiver, setup);
     const double margin = setup.symbolRate ? settlingSymbols / *setup.symbolRate : 0.0;
     Measurement::Maker maker(range.from, range.to, setup);
-    const bool isAny = receive(source, receiver, range, margin,
-                               [&maker](const SignalBlock& block) { maker.add(block); });
+    std::optional<MaskCheck> check;
+    if (mask)
+        check.emplace(*mask, setup.format, range.from, range.to, setup.eyeBandwidth);
+    const bool isAny = receive(source, receiver, range, margin, [&](const SignalBlock& block) {
+        maker.add(block);
+        if (check)
+            check->add(block);
+    });
     if (source.hasFailed())
         return failure(source.trouble());
     if (!isAny)
@@ -162,7 +187,9 @@ Result<void> MeasureCommand::measure(const QString& file,
     measurement.notes = notes + measurement.notes;
     QJsonObject json = measurement.json();
     json.insert(QStringLiteral("input"), file);
+    if (check)
+        json.insert(QStringLiteral("mask"), check->finish());
     std::printf("%s\n", QJsonDocument(json).toJson(QJsonDocument::Compact).constData());
     std::fflush(stdout);
-    return {};
+    return !check || check->hasPassed();
 }

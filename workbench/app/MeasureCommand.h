@@ -1,10 +1,13 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "density/Mask.h"
 #include "workbench/app/Options.h"
 #include "workbench/measure/Measurement.h"
 
 #include <QCoreApplication>
+
+class Receiver;
 
 /// Measures recordings without a display, and prints what they measure: a line of JSON for each.
 class MeasureCommand
@@ -16,12 +19,18 @@ public:
     {}
 
     /// @param say  takes what is amiss, a sentence with the file's name.
-    /// @return whether all could be measured.
-    bool run(const std::function<void(const QString&)>& say) const;
+    /// @return exit code: 0, 1 where one could not be measured, else 3 where one did not pass its
+    ///         mask.
+    int run(const std::function<void(const QString&)>& say) const;
 
 private:
     void findSymbolRate(SignalSource& source, Measurement::Setup& setup, QStringList& notes) const;
-    Result<void> measure(const QString& file, const std::function<void(const QString&)>& say) const;
+    void describe(const SignalSource& source, const ReceiverSettings& settings,
+                  const Receiver& receiver, Measurement::Setup& setup) const;
+    /// @param mask  may be null.
+    /// @return whether it passed the mask, or there is none.
+    Result<bool> measure(const QString& file, const density::Mask* mask,
+                         const std::function<void(const QString&)>& say) const;
 
     const Options& m_options;
 };

@@ -34,6 +34,10 @@ void describeSignals(const Add& add)
         Text::tr("Prints what the recordings measure and ends: json, a line for each; all of a "
                  "recording unless --start and --seconds say otherwise."),
         "FORMAT");
+    add("mask",
+        Text::tr("With --measure: tests the eye of the recordings against the mask in <FILE>, too; "
+                 "ends with 3 where one does not pass."),
+        "FILE");
     add("start", Text::tr("Starts <S> seconds after the beginning of the recording."), "S");
     add("channel",
         Text::tr("Plays channel <N> of the recording, counted from 1, or the difference of two, "

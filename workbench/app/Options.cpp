@@ -104,6 +104,11 @@ void readRecording(Reader& reader, Options& options)
                       Text::tr("give 1 to %1 numbers or names between commas").arg(maxChannel));
     options.isInfo = reader.isSet("info");
     options.isMeasure = reader.match("measure", "json", Text::tr("give json")).has_value();
+    options.maskFile = reader.text("mask");
+    if (reader.isSet("mask") && options.maskFile.isEmpty())
+        reader.reject("mask", Text::tr("give a name"));
+    if (reader.isSet("mask") && !options.isMeasure)
+        reader.reject("mask", Text::tr("give --measure json, too"));
     options.start = reader.number("start", 0.0, maxSeconds);
     options.hasSeconds = reader.isSet("seconds");
     if (reader.isSet("channel")) {

@@ -266,7 +266,7 @@ std::optional<int> runWithoutDisplay(int& argc, char** argv, Options& options)
     if (options.isVersion)
         return std::nullopt;
     if (options.isMeasure)
-        return MeasureCommand(options).run(say) ? 0 : exitFailed;
+        return MeasureCommand(options).run(say);
     return options.isInfo ? std::optional<int>(inform(options)) : std::nullopt;
 }
 
