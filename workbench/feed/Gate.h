@@ -22,7 +22,7 @@ public:
     /// The newest samples from now on.
     /// @param length  of the whole signal, samples; none where it is not known.
     void follow(std::size_t count, std::optional<std::int64_t> length);
-    /// What is between two times from now on, s.
+    /// Keeps the samples between two times, s, from now on.
     void fix(double from, double to);
     bool isFixed() const { return m_isFixed; }
     double fixedFrom() const { return m_from; }
@@ -36,7 +36,7 @@ public:
 
     bool isEmpty() const { return m_parts.empty(); }
     std::size_t sampleCount() const { return m_count; }
-    /// What was played, in the order of playing.
+    /// The samples, in the order in which they were played.
     const std::deque<BlockPart>& parts() const { return m_parts; }
     /// The same in the order of time: what is not from begin to end in them does not count.
     std::vector<SignalBlockPtr> blocks() const;

@@ -5,7 +5,7 @@
 #include "workbench/sources/ChannelChoice.h"
 #include "workbench/sources/SignalFacts.h"
 
-/// What of a signal is received, and how: what was chosen, and what that means for the signal.
+/// Which part of a signal is received, and how; and what that means for the signal.
 struct Reception
 {
     /// Bd, as it is known: as it was given, or as the source says.

@@ -32,7 +32,7 @@ public:
     void open(std::unique_ptr<SignalSource> source, const ChannelChoice& channel,
               std::optional<double> symbolRate);
     bool isOpen() const { return m_pipeline != nullptr; }
-    /// What the source says of itself; of no meaning until one was opened.
+    /// Facts about the source; meaningless until one was opened.
     const SignalFacts& source() const { return m_reception.source; }
     /// Of what is shown.
     const SignalFormat& format() const;
@@ -41,7 +41,7 @@ public:
     const TimeScale& scale() const { return m_time.scale(); }
     /// Does something with the source while it is not read. Needs one.
     void changeSource(const std::function<void(SignalSource&)>& work);
-    /// What is amiss with a live source just now, a sentence; empty when all is well.
+    /// The current trouble with a live source, a sentence; empty: none.
     QString trouble() const;
     bool hasFailed() const { return m_pipeline && m_pipeline->hasFailed(); }
     /// Whether a live source has no more samples.
@@ -60,7 +60,7 @@ public:
     /// How its stages did while the samples that are shown came through: the newest report of
     /// each, or the newest of one that was locked.
     std::vector<StageReport> reports() const { return m_gate.reports(); }
-    /// Nothing where the source has it not.
+    /// Ignores a channel that the source lacks.
     void setChannel(const ChannelChoice& channel);
     const ChannelChoice& channel() const { return m_reception.channel; }
     /// Symbol rate that overrides what the source says, as in open; none: what the source says.
@@ -81,7 +81,7 @@ public:
     /// The gate is what lies between two times, s, from now on; what was played before of it
     /// counts.
     void fixGate(double from, double to);
-    /// The gate is what the time view shows, from now on.
+    /// Lets the gate follow the time view from now on.
     void releaseGate();
 
     /// Time shown, s, from now on, also of another symbol rate; clamped to what can be shown.

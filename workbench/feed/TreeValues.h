@@ -7,7 +7,7 @@
 #include <list>
 #include <vector>
 
-/// What the classes share that keep the values of a view in the value tree.
+/// Helpers of the classes that keep the values of a view in the value tree.
 namespace treevalues {
 
 /// A new value. Its path is free: there is one object of each class at a time.

@@ -31,7 +31,7 @@ struct EyeTraces
     std::int64_t skipped = 0; ///< traces that were not taken, of more than the most
 };
 
-/// Cuts them out of blocks that come one by one, of whatever number. Of more than the most every
+/// Cuts them out of blocks that come one by one, any number. Of more than the most every
 /// second, fourth... stretch of some thousand is kept, within which jitter shows as it does in all.
 class EyeTraceCutter
 {

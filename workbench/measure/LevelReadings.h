@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-/// What the samples of a real signal measure. What is not finite does not count.
+/// What the samples of a real signal measure. NaN and infinity do not count.
 struct LevelReadings
 {
     /// @param sampleRate  Hz, > 0.
@@ -30,7 +30,7 @@ struct LevelReadings
     double peakToPeak() const { return highest - lowest; }
 };
 
-/// The same of samples that come one by one, of whatever number.
+/// The same of samples that come one by one, any number.
 class LevelMeter
 {
 public:

@@ -24,7 +24,7 @@ public:
     using Figure = std::optional<double>;
     enum class Origin { Given, Metadata, Estimated };
 
-    /// What has to be known beside the blocks.
+    /// Settings that measuring takes beside the blocks.
     struct Setup
     {
         SignalFormat format;

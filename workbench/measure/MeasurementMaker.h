@@ -11,7 +11,7 @@
 #include <map>
 #include <set>
 
-/// Measures a gate block by block, of whatever length: it keeps sums, some hundred thousand traces
+/// Measures a gate block by block, of any length: it keeps sums, some hundred thousand traces
 /// of the eye, which are spread evenly, and as many of the newest symbols.
 class Measurement::Maker
 {

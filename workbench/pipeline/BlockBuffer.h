@@ -37,7 +37,7 @@ class BlockBuffer
 {
 public:
     using Timeout = std::chrono::milliseconds;
-    /// What follows the next sample without a gap.
+    /// Samples that follow the next one without a gap.
     struct Ahead
     {
         std::size_t count; ///< samples, at most those asked for
@@ -46,7 +46,7 @@ public:
 
     /// Empties it; what comes is of this pipeline, which must outlive its use. Null: none.
     void open(Pipeline* pipeline);
-    /// Empties it. What comes and is before a time, s, is left out; none: nothing is.
+    /// Empties it. Leaves out later samples that lie before a time, s; none: takes all.
     void clear(std::optional<double> start);
 
     /// Waits for no more of a block than the timeout.

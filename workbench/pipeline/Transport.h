@@ -79,23 +79,23 @@ public:
 
     /// The next samples, those of one block; none while they are not there, and at the end.
     BlockPart take(std::size_t most);
-    /// What follows the next sample without a gap, up to where playThrough stops, which is an end,
-    /// too. Waits for it as long as the timeout says.
+    /// Samples that follow the next one without a gap, up to where playThrough stops, which is an
+    /// end, too. Waits for it as long as the timeout says.
     BlockBuffer::Ahead ahead(std::size_t count);
-    /// What was looked at ahead.
+    /// The samples that were looked at ahead.
     const BlockBuffer& buffer() const { return m_buffer; }
     /// Of a live signal, whose clock is not ours: samples that may wait; more are due sooner.
     void setBacklog(double samples) { m_backlog = samples; }
 
-    /// What the timer does: lets play what has become due.
+    /// Plays the samples that have become due. Called by the timer.
     /// @param elapsedMs  since play().
     void advance(std::int64_t elapsedMs);
 
 signals:
     void playingChanged(bool playing);
-    /// What was to be played through is.
+    /// playThrough has ended.
     void playedThrough();
-    /// What comes next does not follow what was played, unless the signal starts over.
+    /// The next samples do not follow the last ones; not where the signal starts over.
     void jumped();
 
 private:

@@ -41,7 +41,7 @@ public:
     /// @param bits  between start and stop bit, minBits to maxBits.
     CharacterClock(double samplesPerSymbol, int bits);
 
-    /// The next sample, the first one at position 0. What is not finite counts as the one before.
+    /// The next sample, the first one at position 0. NaN and infinity count as the one before.
     void push(double sample);
     /// No more samples come. A character that is not complete is none.
     void finish();

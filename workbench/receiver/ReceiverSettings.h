@@ -9,7 +9,7 @@
 
 #include <optional>
 
-/// What a receiver does to a signal, stage by stage. What is not set is not done.
+/// Settings of a receiver, stage by stage. A stage that is not set passes the signal on.
 struct ReceiverSettings
 {
     Q_DECLARE_TR_FUNCTIONS(ReceiverSettings)
@@ -54,7 +54,7 @@ public:
     double shift = 0.0;              ///< Hz, added to every frequency
     std::optional<double> bandwidth; ///< Hz, of the channel's filter, both sides of 0
     std::optional<double> squelch;   ///< dB of full scale; what is below is silenced
-    /// Silences what has no symbols, whatever its level: noise may be louder than bursts.
+    /// Silences stretches without symbols at any level: noise may be louder than bursts.
     bool hasAutoSquelch = false;
     Demodulation demodulation = Demodulation::Linear;
     std::optional<double> symbolRate; ///< Bd; none: no resampling, nor what follows

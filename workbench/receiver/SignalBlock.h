@@ -35,7 +35,7 @@ struct ClockPoint
     double symbol = 0.0; ///< whole in the middle of a symbol
 };
 
-/// What the blocks of a signal are: the same for all of them.
+/// Format of the blocks of a signal, the same for all of them.
 struct SignalFormat
 {
     double sampleRate = 1.0;       ///< Hz

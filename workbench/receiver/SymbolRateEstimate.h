@@ -73,7 +73,7 @@ public:
     }
     /// Surer, or as sure with more confidence.
     bool isBetterThan(const SymbolRateEstimate& other) const;
-    /// What was found, and what to do where that is not sure: one sentence.
+    /// The result, and what to do where it is not sure: one sentence.
     QString sentence() const;
 
     double symbolRate = 0.0; ///< Bd; 0 without a line

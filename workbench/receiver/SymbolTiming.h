@@ -42,7 +42,7 @@ public:
     ///                  the phase between them is that of the clock.
     explicit SymbolTiming(double samplesPerSymbol, bool isOffset = false);
 
-    /// The next sample, the first one at position 0. What is not finite tells nothing. All samples
+    /// The next sample, the first one at position 0. NaN and infinity are ignored. All samples
     /// are real, or all are complex.
     void push(double sample);
     void push(std::complex<double> sample);

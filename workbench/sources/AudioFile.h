@@ -26,7 +26,7 @@ public:
     const SF_INFO& info() const { return m_info; }
     /// What libsndfile found in the file, also where it did not open it.
     QString log() const;
-    /// What the system said when it did not open the file, or read it on; else empty.
+    /// The error of the system in opening or reading the file; else empty.
     QString error() const;
     /// Whether the file is another one now, which is not read.
     bool hasChanged() const { return m_hasChanged; }

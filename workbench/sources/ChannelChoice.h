@@ -5,7 +5,7 @@
 
 #include <optional>
 
-/// What is shown of a source's values: one of them, or one less another, such as of the two wires
+/// Which of a source's values is shown: one of them, or one less another, such as of the two wires
 /// of a differential line. Values are counted from 0: where complex, 0 is I of the first channel
 /// and 1 its Q.
 struct ChannelChoice

@@ -26,7 +26,7 @@ public:
     /// Takes the next row, counted from 1; true for the first row that is off, and for the first
     /// one that goes back.
     bool take(std::int64_t number, const CsvRows::Row& row);
-    /// What is amiss so far, a sentence; empty where nothing is.
+    /// The first fault so far, a sentence; empty: none.
     QString notice() const;
 
 private:

@@ -12,8 +12,8 @@
 #include <chrono>
 
 /// A live signal of one channel that comes as bytes of one format, in pieces of any length: bytes
-/// of a sample that is not whole wait for the rest of it. Who derives says where bytes come from
-/// and what is amiss beside a silence.
+/// of a sample that is not whole wait for the rest of it. A derived class says where bytes come
+/// from and what is amiss beside a silence.
 class LiveSource : public SignalSource
 {
     Q_DECLARE_TR_FUNCTIONS(LiveSource)
@@ -43,7 +43,7 @@ protected:
     /// samples were lost, those before and after come in different calls.
     /// @return false once none can come any more.
     virtual bool receive(std::vector<char>& bytes) = 0;
-    /// What is amiss just now, a sentence; empty when all is well. Called in the thread that reads,
+    /// The current trouble, a sentence; empty: none. Called in the thread that reads,
     /// after receive. Where not overridden, a silence of a second or more.
     virtual QString amiss() const;
 

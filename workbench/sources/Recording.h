@@ -23,7 +23,7 @@ public:
     static constexpr double maxSampleRate = 1e12;     ///< Hz
     static constexpr double assumedSampleRate = 48e3; ///< Hz, where it is not known
 
-    /// Whether a file can be read, whatever is in it; else why not.
+    /// Whether a file can be read at all; else why not.
     static Result<void> checkFile(const QString& fileName);
     /// Whether signals are shown at a sample rate; false for NaN.
     static bool isSampleRate(double hertz)
@@ -33,7 +33,7 @@ public:
     /// The rate, or where it is not known an assumed one and a notice of it.
     double orAssumed(std::optional<double> sampleRate);
 
-    /// What is known of a signal, a line each.
+    /// Facts about a signal, a line each.
     static QStringList describe(const SignalSource& source);
 
     std::unique_ptr<SignalSource> source; ///< not null once it is open

@@ -33,7 +33,7 @@ public:
 
     /// Takes the next capture.
     void add(const Capture& capture) { m_captures.push_back(capture); }
-    /// What is missing, a sentence; empty where nothing is known to be.
+    /// Which samples are missing, a sentence; empty where none are known to be.
     /// @param sampleRate  Hz; none: captures without indices are not compared.
     QString notice(std::optional<double> sampleRate) const;
 

@@ -35,6 +35,6 @@ private:
     void mention(std::int64_t sample);
     int m_leftOutCount = 0; // of details
     SigmfGaps m_gaps;
-    std::optional<double> m_ownRate; // Hz, whatever was given
+    std::optional<double> m_ownRate; // Hz, as the metadata say
     std::int64_t m_offset = 0;       // index of the first sample in captures and annotations
 };

@@ -21,7 +21,7 @@ public:
     virtual std::optional<std::int64_t> sampleCount() const = 0;
     /// Of a live signal: whether no more samples can come. After read said that there are none.
     virtual bool hasEnded() const;
-    /// What is amiss just now, a sentence; empty when all is well. From any thread, also while
+    /// The current trouble, a sentence; empty: none. From any thread, also while
     /// another one reads.
     virtual QString trouble() const;
     /// Whether it lacks samples that it should have, as its trouble says. Likewise.

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <mutex>
 
-/// What is amiss with a signal, a sentence or nothing: one thread says it, any thread may ask.
+/// The current trouble with a signal, one sentence or none. One thread sets it, any may read it.
 class Trouble
 {
     Q_DECLARE_TR_FUNCTIONS(Trouble)

@@ -11,7 +11,7 @@ class QLabel;
 class QSlider;
 class QSpinBox;
 
-/// What the built-in signal of levels has; shown while it plays.
+/// Settings of the built-in signal of levels; shown while it plays.
 class BuiltInPanel : public QWidget
 {
     Q_OBJECT

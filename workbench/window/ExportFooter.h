@@ -9,7 +9,7 @@ class QPainter;
 class QRect;
 class SignalFeed;
 
-/// What stands below an exported picture, so that it speaks for itself: which signal, how it was
+/// Text below an exported picture, so that it can stand alone: which signal, how it was
 /// received, which stretch of it, and what that measures.
 class ExportFooter
 {

@@ -9,7 +9,7 @@ class Player;
 class QLabel;
 class QSlider;
 
-/// What the built-in signal with a modulation has; shown while it plays.
+/// Settings of the built-in signal with a modulation; shown while it plays.
 class ModulationPanel : public QWidget
 {
     Q_OBJECT

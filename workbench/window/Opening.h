@@ -17,7 +17,7 @@ public:
     /// @param window  of the dialogs, and parent.
     Opening(Progress& progress, QWidget* window);
 
-    /// Opens a file; asks what it is where it is raw samples.
+    /// Opens a file. Asks for format and rate of raw samples.
     void ask(const QString& fileName);
     /// Opens a file as it was opened before; asks where that is not remembered.
     void openAgain(const QString& fileName);

@@ -13,7 +13,7 @@ class SeekBar;
 class ViewPanes;
 
 /// The menu of playing, and its part of the tool bar: the position is gone to in both. The views'
-/// pause buttons and the feed stay in step: the signal stands still while it is paused, and goes on
+/// pause buttons and the feed stay in step: the signal is paused with them, and goes on
 /// where it stopped.
 class PlaybackControls : public QMenu
 {

@@ -30,20 +30,20 @@ public:
     Result<void> open(Recording recording, const ChannelChoice& channel,
                       std::optional<double> symbolRate);
     enum class Kind { Recording, BuiltIn, Demo };
-    /// What it is that plays.
+    /// Kind of the signal that plays.
     Kind kind() const { return m_kind; }
     /// Opens the built-in signal, not playing.
     void openBuiltIn(const NrzSettings& settings);
     /// Opens a built-in signal with a modulation, not playing.
     void openDemo(const ModulationSettings& settings);
 
-    /// What the built-in signal has, also while something else plays.
+    /// Settings of the built-in signal, also while another signal plays.
     const NrzSettings& builtIn() const { return m_builtIn; }
     /// Acts on the built-in signal at once where it plays, or else when it is opened. Where other
     /// symbols come it is opened anew.
     void setBuiltIn(const NrzSettings& settings);
 
-    /// What the built-in signal with a modulation has.
+    /// Settings of the built-in signal with a modulation.
     const ModulationSettings& demo() const { return m_demo; }
     /// Acts on it likewise; its modulation and its rate count when it is opened.
     void setDemo(const ModulationSettings& settings);
@@ -76,9 +76,9 @@ public:
     void gateAll();
     /// Plays the fixed gate from its start to its end, at once.
     void playGate();
-    /// The gate is what the time view shows.
+    /// Lets the gate follow the time view.
     void releaseGate();
-    /// What has to be known to measure the gate.
+    /// Settings that measuring the gate takes.
     Measurement::Setup setup() const;
     /// As in EyeCut.
     void setEye(int symbolCount, double bandwidth);
@@ -94,7 +94,7 @@ public:
     /// Sets what was kept.
     void restore();
 
-    /// What was known of the signal when it was opened, a line each.
+    /// Facts about the signal as it was opened, a line each.
     const QStringList& information() const { return m_information; }
     /// Why the symbol rate that is known gives no eye, one sentence; empty when it does.
     QString eyeNotice() const;
@@ -106,9 +106,9 @@ signals:
     void changed();
     /// The symbols' clock is another one.
     void clockChanged();
-    /// What was played before would look different now, where it is played again...
+    /// Earlier samples would look different now: play them again...
     void outdated();
-    /// ...or where it is only shown again.
+    /// ...or only show them again.
     void lookChanged();
     /// The gate was fixed, and is to be played.
     void gateFixed();

@@ -7,7 +7,7 @@
 
 /// Editor of a quantity that is read and typed with prefix and unit. A text that means none within
 /// the range is red while it is typed; when it is left, the last value comes back, and a tip says
-/// what can be given. What is the lowest value and has a name of its own can only be typed over.
+/// what can be given. A lowest value with a name of its own can only be typed over.
 class QuantityEditor : public QDoubleSpinBox
 {
     Q_OBJECT

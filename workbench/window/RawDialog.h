@@ -18,7 +18,7 @@ class RawDialog : public QDialog
 public:
     RawDialog(const QString& fileName, QWidget* parent);
 
-    /// What was accepted for a file; none where it is not remembered.
+    /// The options that were chosen for a file before; none for another file.
     static std::optional<Recording::Options> remembered(const QString& fileName);
 
 signals:

@@ -20,7 +20,7 @@ struct SampleFields
     /// @param rate     example of a rate.
     SampleFields(QWidget& dialog, const QStringList& formats, const QString& rate);
 
-    /// What was given; none where it is no format, and no rate that signals have.
+    /// The format and the rate that were given; none where they cannot be used.
     std::optional<SampleFormat> format() const;
     std::optional<double> sampleRate() const; ///< Hz
 

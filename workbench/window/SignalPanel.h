@@ -16,7 +16,7 @@ class QLabel;
 class QPushButton;
 class QSpinBox;
 
-/// What is known of the signal, its channel and its symbol rate.
+/// Facts about the signal; chooses its channel and its symbol rate.
 class SignalPanel : public QWidget
 {
     Q_OBJECT

@@ -19,7 +19,7 @@ public:
     void setSource(const QString& name);
     /// Hz, of what is shown and of the source.
     void setSampleRate(double shown, double source);
-    /// What is amiss with it just now, beside its name; empty for nothing.
+    /// The current trouble with it, beside its name; empty: none.
     void setTrouble(const QString& sentence);
     /// Pictures a second; none where none are shown.
     void setFrameRate(std::optional<double> rate);

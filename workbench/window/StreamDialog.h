@@ -7,7 +7,7 @@
 #include <QDialog>
 
 /// Asks for a live signal: its address and, where they do not come with it, the format and the
-/// rate of its samples. What was accepted last is offered again, from the settings file. Deletes
+/// rate of its samples. It offers the last choice again, from the settings file. Deletes
 /// itself when it is closed.
 class StreamDialog : public QDialog
 {

@@ -10,7 +10,7 @@ class QDockWidget;
 class QMainWindow;
 class ViewPanes;
 
-/// The menu of what is shown and how.
+/// The menu that shows and hides parts of the window.
 class ViewMenu : public QMenu
 {
     Q_OBJECT

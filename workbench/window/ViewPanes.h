@@ -77,7 +77,7 @@ public:
     void showAll();
     /// What an empty view waits for, and what one shows; empty texts say nothing.
     /// @param index     of the pane.
-    /// @param isVeiled  the view is not empty, but stands still.
+    /// @param isVeiled  the view shows old data.
     void setNote(std::size_t index, const QString& text, bool isVeiled = false);
     void setMode(std::size_t index, const QString& text);
     /// A view that has nothing to show, but says why: it leaves its room to the others.
