@@ -573,6 +573,10 @@
         <source>%1; %2</source>
         <translation>%1; %2</translation>
     </message>
+    <message>
+        <source>give it as a number, and where the frequency carries the symbols --demod fm</source>
+        <translation>geben Sie sie als Zahl an, und wo die Frequenz die Symbole trägt, --demod fm</translation>
+    </message>
 </context>
 <context>
     <name>InfoDialog</name>
@@ -2484,8 +2488,8 @@
         <translation>Symbolrate: %1 Bd (unsicher, %2 von 1) oder %3 Bd: Pulse mit Rückkehr zur Ruhe füllen die Hälfte ihrer Bits, und halbe Bits haben die doppelte Rate</translation>
     </message>
     <message>
-        <source>symbol rate: none found; give it as a number, and where the frequency carries the symbols --demod fm</source>
-        <translation>Symbolrate: keine gefunden; geben Sie sie als Zahl an, und wo die Frequenz die Symbole trägt, --demod fm</translation>
+        <source>symbol rate: none found</source>
+        <translation>Symbolrate: keine gefunden</translation>
     </message>
 </context>
 <context>

@@ -110,7 +110,7 @@ TEST(SymbolRate, NamesBothRatesOfBitsThatAreSentInHalves)
                 EXPECT_NEAR(estimate.symbolRate, isManchester ? 2.0 * bits : bits, 1e-3 * bits);
                 ASSERT_TRUE(estimate.otherRate) << samplesPerBit;
                 EXPECT_NEAR(*estimate.otherRate, isManchester ? bits : 2.0 * bits, 1e-3 * bits);
-                EXPECT_TRUE(estimate.sentence().contains(
+                EXPECT_TRUE(estimate.message().sentence.contains(
                     QString::number(*estimate.otherRate, 'g', 7) + " Bd: "));
             }
         }

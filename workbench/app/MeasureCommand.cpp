@@ -117,7 +117,7 @@ void MeasureCommand::findSymbolRate(SignalSource& source, Measurement::Setup& se
             setup.confidence = estimate.confidence;
         }
         if (estimate.verdict != Verdict::Sure)
-            notes += estimate.sentence();
+            notes += Hints::text(estimate.message());
     }
 }
 

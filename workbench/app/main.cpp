@@ -131,10 +131,10 @@ std::optional<int> openRecording(MainWindow& window, const Options& options)
     if (isFound)
         symbolRate = estimate->symbolRate;
     if (isFound && options.isSymbolRateAuto) {
-        std::printf("%s\n", qPrintable(estimate->sentence()));
+        std::printf("%s\n", qPrintable(Hints::text(estimate->message())));
         std::fflush(stdout);
     } else if (estimate && options.isSymbolRateAuto) { // what is there is shown all the same
-        say(about(options, estimate->sentence()));
+        say(about(options, Hints::text(estimate->message())));
     }
     if (const auto opened =
             window.player().open(std::move(*recording), options.channel, symbolRate);
@@ -242,7 +242,7 @@ int inform(const Options& options)
     for (const QString& line : Recording::describe(*recording->source) + recording->details)
         std::printf("%s\n", qPrintable(line));
     if (const auto estimate = estimated(*recording, options))
-        std::printf("%s\n", qPrintable(estimate->sentence()));
+        std::printf("%s\n", qPrintable(Hints::text(estimate->message())));
     return 0;
 }
 

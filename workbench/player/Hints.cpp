@@ -22,6 +22,8 @@ QString Hints::words(Hint hint)
         return tr("leave out --format");
     case Hint::NoColumns:
         return tr("leave out --columns");
+    case Hint::SymbolRate:
+        return tr("give it as a number, and where the frequency carries the symbols --demod fm");
     }
     return QString();
 }

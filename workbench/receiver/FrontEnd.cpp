@@ -40,13 +40,12 @@ void FrontEnd::configure(const ReceiverSettings& settings, double sampleRate, in
 void FrontEnd::process(const std::vector<double>& values, std::vector<BurstGate::Part>& parts)
 {
     const auto width = static_cast<std::size_t>(m_valueCount);
-    const auto pair = static_cast<std::size_t>(m_channel.value) / 2 * 2;
     BasebandBlock block;
     block.samples.reserve(values.size() / width);
     for (std::size_t k = 0; k + width <= values.size(); k += width) {
-        const double i = m_isComplex ? values[k + pair] : m_channel.of(&values[k]);
-        const double q = m_isComplex ? values[k + pair + 1] : 0.0;
-        block.samples.emplace_back(usable(i), usable(q));
+        const std::complex<double> sample =
+            m_isComplex ? m_channel.pairOf(&values[k]) : m_channel.of(&values[k]);
+        block.samples.emplace_back(usable(sample.real()), usable(sample.imag()));
     }
     if (m_removesDc)
         removeDc(block.samples);

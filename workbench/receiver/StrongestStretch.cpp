@@ -18,13 +18,11 @@ double deviationOf(const std::vector<double>& values, const SignalSource& source
                    const ChannelChoice& channel)
 {
     const auto step = static_cast<std::size_t>(source.facts().valueCount());
-    const auto pair = static_cast<std::size_t>(channel.value) / 2 * 2;
     std::complex<double> sum = 0.0;
     double power = 0.0, count = 0.0;
     for (std::size_t k = 0; k + step <= values.size(); k += step) {
-        const auto sample = source.facts().isComplex
-                                ? std::complex<double>(values[k + pair], values[k + pair + 1])
-                                : std::complex<double>(channel.of(&values[k]));
+        const auto sample = source.facts().isComplex ? channel.pairOf(&values[k])
+                                                     : std::complex<double>(channel.of(&values[k]));
         const bool isFinite = std::isfinite(sample.real()) && std::isfinite(sample.imag());
         sum += isFinite ? sample : 0.0;
         power += isFinite ? std::norm(sample) : 0.0;

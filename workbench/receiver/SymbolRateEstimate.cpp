@@ -146,9 +146,8 @@ public:
             append(parts, samples);
             return;
         }
-        const auto pair = static_cast<std::size_t>(m_channel.value) / 2 * 2;
         for (std::size_t k = 0; k + m_valueCount <= values.size(); k += m_valueCount)
-            samples.push_back(m_isComplex ? Complex(values[k + pair], values[k + pair + 1])
+            samples.push_back(m_isComplex ? m_channel.pairOf(&values[k])
                                           : m_channel.of(&values[k]));
     }
 
@@ -334,7 +333,7 @@ SymbolRateEstimate SymbolRateEstimate::ofSource(SignalSource& source, const Chan
     return isEnded ? SymbolRateEstimate() : best;
 }
 
-QString SymbolRateEstimate::sentence() const
+Message SymbolRateEstimate::message() const
 {
     constexpr int digitCount = 7;
     const QString rate = QString::number(symbolRate, 'g', digitCount);
@@ -360,6 +359,5 @@ QString SymbolRateEstimate::sentence() const
     case Verdict::None:
         break;
     }
-    return tr("symbol rate: none found; give it as a number, and where the frequency carries the "
-              "symbols --demod fm");
+    return {tr("symbol rate: none found"), Hint::SymbolRate};
 }

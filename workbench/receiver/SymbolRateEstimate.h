@@ -74,7 +74,7 @@ public:
     /// Surer, or as sure with more confidence.
     bool isBetterThan(const SymbolRateEstimate& other) const;
     /// The result, and what to do where it is not sure: one sentence.
-    QString sentence() const;
+    Message message() const;
 
     double symbolRate = 0.0; ///< Bd; 0 without a line
     /// 0 to 1: the probability that noise gives no line so strong anywhere in what was looked at

@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include <complex>
 #include <optional>
 
 /// Which of a source's values is shown: one of them, or one less another, such as of the two wires
@@ -30,6 +31,12 @@ struct ChannelChoice
     double of(const double* values) const
     {
         return isDifference() ? values[this->value] - values[subtracted] : values[this->value];
+    }
+    /// I and Q of the channel that the value is of, where samples are complex.
+    std::complex<double> pairOf(const double* values) const
+    {
+        const int i = value / 2 * 2;
+        return {values[i], values[i + 1]};
     }
     bool operator==(const ChannelChoice& other) const
     {

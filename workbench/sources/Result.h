@@ -15,7 +15,8 @@ enum class Hint {
     RightSampleRate,     ///< the sample rate, as the one that is known is wrong
     FormatAndSampleRate, ///< both, as neither is known
     NoFormat,            ///< no format, as the signal knows it
-    NoColumns            ///< no columns, as the signal has none
+    NoColumns,           ///< no columns, as the signal has none
+    SymbolRate           ///< the symbol rate, and FM where the frequency carries the symbols
 };
 
 /// A sentence for the user: what is amiss, where, and what to do.

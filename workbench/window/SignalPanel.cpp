@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/SignalPanel.h"
 
+#include "workbench/player/Hints.h"
 #include "workbench/window/PanelForm.h"
 #include "workbench/window/Player.h"
 #include "workbench/window/QuantityEditor.h"
@@ -84,7 +85,7 @@ void SignalPanel::showEstimate(const std::optional<SymbolRateEstimate>& estimate
     if (estimate)
         text = verdicts(estimate->confidence)[static_cast<int>(estimate->verdict)];
     m_estimateText->setText(text);
-    m_estimateText->setToolTip(estimate ? estimate->sentence() : QString());
+    m_estimateText->setToolTip(estimate ? Hints::text(estimate->message()) : QString());
 }
 
 void SignalPanel::show(const Player& player)
