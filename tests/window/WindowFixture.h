@@ -16,9 +16,9 @@
 #include "workbench/window/Appearance.h"
 #include "workbench/window/MainWindow.h"
 #include "workbench/window/NoticeBar.h"
-#include "workbench/window/ParameterPanel.h"
 #include "workbench/window/Progress.h"
-#include "workbench/window/ViewPanes.h"
+#include "workbench/window/panels/ParameterPanel.h"
+#include "workbench/window/panes/ViewPanes.h"
 
 #include <QAction>
 #include <QApplication>

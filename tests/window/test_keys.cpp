@@ -2,9 +2,9 @@
 #include "WindowFixture.h"
 #include "platform/startup/TranslationCenter.h"
 
-#include "workbench/window/ParameterDock.h"
-#include "workbench/window/ReceiverPanel.h"
-#include "workbench/window/SignalPanel.h"
+#include "workbench/window/panels/ParameterDock.h"
+#include "workbench/window/panels/ReceiverPanel.h"
+#include "workbench/window/panels/SignalPanel.h"
 
 #include <QAccessible>
 #include <QCheckBox>

@@ -1,12 +1,12 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 // What is said beside the views and below them.
 #include "WindowFixture.h"
+#include "workbench/player/Figures.h"
 #include "workbench/sources/StreamSource.h"
-#include "workbench/window/Figures.h"
-#include "workbench/window/ReadingTable.h"
-#include "workbench/window/Readings.h"
-#include "workbench/window/ReceiverPanel.h"
 #include "workbench/window/StatusFields.h"
+#include "workbench/window/panels/ReceiverPanel.h"
+#include "workbench/window/panes/ReadingTable.h"
+#include "workbench/window/panes/Readings.h"
 
 #include <QCheckBox>
 

@@ -2,8 +2,8 @@
 #include "WindowFixture.h"
 
 #include "workbench/sources/StreamSource.h"
-#include "workbench/window/PaneNote.h"
-#include "workbench/window/SeekBar.h"
+#include "workbench/window/menus/SeekBar.h"
+#include "workbench/window/panes/PaneNote.h"
 
 #include <QPushButton>
 

@@ -3,8 +3,8 @@
 #include "TreeAccess.h"
 #include "WindowFixture.h"
 #include "platform/glwidgets/XAxisWidget.h"
-#include "workbench/window/ExportDialog.h"
-#include "workbench/window/ReadingTable.h"
+#include "workbench/window/dialogs/ExportDialog.h"
+#include "workbench/window/panes/ReadingTable.h"
 
 #include <QFileDialog>
 #include <QLineEdit>

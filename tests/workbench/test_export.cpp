@@ -1,11 +1,11 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "platform/glbase/GLBaseWidget.h"
 #include "platform/gui/ColorSet.h"
+#include "workbench/player/Player.h"
 #include "workbench/sources/RecordingOpener.h"
 #include "workbench/window/MainWindow.h"
-#include "workbench/window/Player.h"
 #include "workbench/window/SchemeChoice.h"
-#include "workbench/window/ViewExport.h"
+#include "workbench/window/panes/ViewExport.h"
 
 #include <QFile>
 #include <QImage>

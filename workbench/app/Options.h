@@ -7,7 +7,7 @@
 #include "workbench/sources/NrzSource.h"
 #include "workbench/sources/Recording.h"
 #include "workbench/window/SchemeChoice.h"
-#include "workbench/window/ViewExport.h"
+#include "workbench/window/panes/ViewExport.h"
 
 #include <QCoreApplication>
 #include <QSize>

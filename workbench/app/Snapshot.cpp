@@ -2,7 +2,7 @@
 #include "workbench/app/Snapshot.h"
 
 #include "workbench/window/MainWindow.h"
-#include "workbench/window/ViewPanes.h"
+#include "workbench/window/panes/ViewPanes.h"
 
 #include <QDir>
 #include <QPixmap>

@@ -1,7 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "workbench/window/ViewExport.h"
+#include "workbench/window/panes/ViewExport.h"
 
 #include <QCoreApplication>
 #include <QStringList>

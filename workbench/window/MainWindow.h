@@ -1,11 +1,11 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "workbench/window/AxisLabels.h"
-#include "workbench/window/LevelFollower.h"
-#include "workbench/window/PaneStates.h"
-#include "workbench/window/Player.h"
-#include "workbench/window/ViewExport.h"
+#include "workbench/player/Player.h"
+#include "workbench/window/panes/AxisLabels.h"
+#include "workbench/window/panes/LevelFollower.h"
+#include "workbench/window/panes/PaneStates.h"
+#include "workbench/window/panes/ViewExport.h"
 
 #include <QElapsedTimer>
 #include <QMainWindow>

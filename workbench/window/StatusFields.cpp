@@ -1,7 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/StatusFields.h"
 
-#include "workbench/window/Units.h"
+#include "workbench/player/Units.h"
 
 #include <QLabel>
 #include <QTextDocument>

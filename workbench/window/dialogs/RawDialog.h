@@ -1,0 +1,38 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/sources/Recording.h"
+#include "workbench/window/dialogs/SampleFields.h"
+
+#include <QDialog>
+
+class QSpinBox;
+
+/// Asks what raw samples are: their format, rate and channels. What was said of the file before, or
+/// else what its name says, is filled in; a look at its first bytes doubts a format that they are
+/// hardly of. What is accepted is remembered for the file in the settings file. Deletes itself when
+/// it is closed.
+class RawDialog : public QDialog
+{
+    Q_OBJECT
+public:
+    RawDialog(const QString& fileName, QWidget* parent);
+
+    /// The options that were chosen for a file before; none for another file.
+    static std::optional<Recording::Options> remembered(const QString& fileName);
+
+signals:
+    void chosen(const QString& fileName, const Recording::Options& options);
+
+private:
+    void build();
+    void propose();
+    void judge();
+    void choose();
+    Recording::Options options() const;
+
+    QString m_fileName;
+    SampleFields m_fields;
+    QSpinBox* m_channels;
+    QLabel* m_length;
+};

@@ -1,0 +1,32 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/sources/Recording.h"
+#include "workbench/window/dialogs/SampleFields.h"
+
+#include <QDialog>
+
+/// Asks for a live signal: its address and, where they do not come with it, the format and the
+/// rate of its samples. It offers the last choice again, from the settings file. Deletes
+/// itself when it is closed.
+class StreamDialog : public QDialog
+{
+    Q_OBJECT
+public:
+    explicit StreamDialog(QWidget* parent = nullptr);
+
+signals:
+    void streamChosen(const QString& address, const Recording::Options& options);
+
+private:
+    void build();
+    void restore();
+    void judge();
+    void choose();
+    QString address() const;
+    bool isRadio() const;
+    bool hasOwnRate() const;
+
+    QComboBox* m_address;
+    SampleFields m_fields;
+};

@@ -1,0 +1,64 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/sources/Result.h"
+#include "workbench/window/panes/ViewPanes.h"
+
+#include <QCoreApplication>
+#include <QSize>
+
+#include <optional>
+
+class SignalFeed;
+class VCGLEyeDiagram;
+class VCGLIQDiagram;
+
+/// Keeps what a view shows: as a picture of any size, or the data as a table.
+///
+/// A picture shows what the view shows, laid out anew for its size; the view on the screen is not
+/// touched. What is there to be used, such as the pause button, is left out. PNG has the pixels
+/// that the screen would have, with points as large as its scale. SVG and PDF are vectors, but for
+/// points of which there are tens of thousands. CSV has a row of names and units, then numbers as
+/// exact as they are.
+class ViewExport
+{
+    Q_DECLARE_TR_FUNCTIONS(ViewExport)
+public:
+    enum class Format { Png, Svg, Pdf, Csv };
+    enum class Footer { None, Figures };
+    static constexpr int maxSide = 16384; ///< of a picture, pixels
+    static constexpr double minScale = 0.5;
+    static constexpr double maxScale = 8.0;
+
+    /// Endings of file names, in order.
+    static QStringList endings();
+    static std::optional<Format> formatOf(const QString& fileName);
+
+    /// @param panes  of a time view, and of these two.
+    ViewExport(const ViewPanes& panes, const SignalFeed& feed, const VCGLEyeDiagram& eye,
+               const VCGLIQDiagram& iq);
+
+    /// The file of an image; empty where there is no memory for it.
+    static QByteArray png(const QImage& image);
+    /// Why there is no picture, and no table.
+    static Message unmade(const QSize& pixels);
+    static Message noData();
+
+    /// What would be in a file.
+    /// @param index  of the pane: time, eye or IQ.
+    /// @param size   of a picture, as on a screen.
+    /// @param scale  of PNG: pixels to each of those.
+    /// @param footer  of a picture, within its size: source, parameters and figures.
+    Result<QByteArray> content(std::size_t index, Format format, const QSize& size, double scale,
+                               Footer footer = Footer::None) const;
+    /// Writes a file whole, or leaves what is there.
+    static Result<void> save(const QString& fileName, const QByteArray& content);
+
+private:
+    QByteArray table(const ViewPanes::Pane& pane) const;
+
+    const ViewPanes& m_panes;
+    const SignalFeed& m_feed;
+    const VCGLEyeDiagram& m_eye;
+    const VCGLIQDiagram& m_iq;
+};
