@@ -12,6 +12,7 @@ set(ORVANE_INTERNAL_HEADERS
   base/AxisPixel.h
   base/GuiThread.h
   base/WarnOnce.h
+  base/QtVersions.h
   glbase/DeviceRaster.h
   glbase/GLSurface.h
   glbase/KeptTexts.h

@@ -1,7 +1,7 @@
 # Translation catalogues: translations/<catalogue>_<language>.ts, compiled into the resources of the
 # target that owns the texts, under ":/translations". "update_translations" reads the sources again.
 
-orvane_require(Qt5LinguistTools qttools5-dev)
+orvane_require_qt(LinguistTools qttools5-dev qt6-tools-dev)
 set(ORVANE_LANGUAGES de)
 add_custom_target(update_translations)
 
@@ -12,11 +12,11 @@ function(orvane_translations target catalogue)
     set(ts "${PROJECT_SOURCE_DIR}/translations/${catalogue}_${language}.ts")
     set(qm "${CMAKE_CURRENT_BINARY_DIR}/${catalogue}_${language}.qm")
     add_custom_command(OUTPUT "${qm}" DEPENDS "${ts}" VERBATIM
-      COMMAND Qt5::lrelease -silent "${ts}" -qm "${qm}")
+      COMMAND Qt${ORVANE_QT}::lrelease -silent "${ts}" -qm "${qm}")
     target_sources(${target} PRIVATE "${qm}")
     string(APPEND files "<file>${catalogue}_${language}.qm</file>")
     add_custom_target(update_${catalogue}_${language} VERBATIM
-      COMMAND Qt5::lupdate -silent -locations none -no-obsolete
+      COMMAND Qt${ORVANE_QT}::lupdate -silent -locations none -no-obsolete
         -source-language en -target-language ${language}
         -I "${PROJECT_SOURCE_DIR}" -I "${PROJECT_SOURCE_DIR}/src" ${ARGN} -ts "${ts}")
     add_dependencies(update_translations update_${catalogue}_${language})

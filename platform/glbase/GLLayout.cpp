@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "platform/glbase/GLLayout.h"
 
+#include "platform/base/QtVersions.h"
 #include "platform/base/Saturate.h"
 
 #include <QContextMenuEvent>
@@ -242,9 +243,9 @@ void GLLayout::Hover(const Child& child)
 void GLLayout::Send(GLBaseWidget& child, void (GLBaseWidget::*handler)(QMouseEvent*),
                     QMouseEvent* event)
 {
-    QMouseEvent local(event->type(), event->localPos() - child.geometry().topLeft(),
-                      event->windowPos(), event->screenPos(), event->button(), event->buttons(),
-                      event->modifiers(), event->source());
+    QMouseEvent local(event->type(), QtVersions::position(*event) - child.geometry().topLeft(),
+                      QtVersions::scenePosition(*event), QtVersions::globalPosition(*event),
+                      event->button(), event->buttons(), event->modifiers(), event->source());
     local.setTimestamp(event->timestamp());
     (child.*handler)(&local);
     event->setAccepted(local.isAccepted());

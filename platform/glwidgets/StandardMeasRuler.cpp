@@ -36,7 +36,7 @@ int fieldWidth(const AxisHandler& axis)
     const double stop = axis.GetStopValue();
     int width = 0;
     for (const double value : {start, stop, stop - start, start - stop})
-        width = std::max(width, textOf(axis, value).size());
+        width = std::max(width, int(textOf(axis, value).size()));
     return width;
 }
 

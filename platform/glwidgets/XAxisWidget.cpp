@@ -229,15 +229,15 @@ void XAxisWidget::mouseMoveEvent(QMouseEvent* event)
 {
     if (!event->buttons().testFlag(Qt::LeftButton))
         d->zoom.EndDrag();
-    d->zoom.Drag(event->x());
-    d->pointer = event->x();
+    d->zoom.Drag(event->pos().x());
+    d->pointer = event->pos().x();
     update();
 }
 
 void XAxisWidget::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::LeftButton && !d->fixedRange)
-        d->zoom.StartDrag(event->x());
+        d->zoom.StartDrag(event->pos().x());
 }
 
 void XAxisWidget::mouseReleaseEvent(QMouseEvent* event)

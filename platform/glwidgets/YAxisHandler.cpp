@@ -71,9 +71,9 @@ void YAxisHandler::contextMenuClosed() {}
 
 bool YAxisHandler::mousePress(GLCommonWidget*, QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton || event->x() >= StripWidth())
+    if (event->button() != Qt::LeftButton || event->pos().x() >= StripWidth())
         return false;
-    d->zoom.StartDrag(event->y());
+    d->zoom.StartDrag(event->pos().y());
     return true;
 }
 
@@ -81,7 +81,7 @@ bool YAxisHandler::mouseMove(GLCommonWidget*, QMouseEvent* event)
 {
     if (!event->buttons().testFlag(Qt::LeftButton))
         d->zoom.EndDrag();
-    d->zoom.Drag(event->y());
+    d->zoom.Drag(event->pos().y());
     return d->zoom.IsDragging();
 }
 
@@ -95,7 +95,7 @@ bool YAxisHandler::mouseRelease(GLCommonWidget*, QMouseEvent* event)
 
 bool YAxisHandler::mouseDoubleClick(GLCommonWidget*, QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton || event->x() >= StripWidth())
+    if (event->button() != Qt::LeftButton || event->pos().x() >= StripWidth())
         return false;
     d->zoom.DoubleClick(*event);
     return true;

@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "platform/startup/TranslationCenter.h"
 
+#include "platform/base/QtVersions.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -21,8 +23,10 @@ QStringList withFallbacks(QString language)
 {
     language.replace(QLatin1Char('-'), QLatin1Char('_'));
     QStringList languages{language};
-    for (int end = language.lastIndexOf(QLatin1Char('_')); end > 0;
-         end = language.lastIndexOf(QLatin1Char('_'), end - 1))
+    const auto underscore = [&](int from) {
+        return int(language.lastIndexOf(QLatin1Char('_'), from));
+    };
+    for (int end = underscore(-1); end > 0; end = underscore(end - 1))
         languages += language.left(end);
     return languages;
 }
@@ -96,7 +100,7 @@ QString TranslationCenter::Private::FindFile(const QString& catalogue) const
         language.isEmpty() ? QLocale::system().uiLanguages() : QStringList{language};
     const QStringList places =
         folders + QStringList{QStringLiteral(":/translations"),
-                              QLibraryInfo::location(QLibraryInfo::TranslationsPath)};
+                              QtVersions::libraryPath(QLibraryInfo::TranslationsPath)};
     for (const QString& wanted : preferred) {
         for (const QString& candidate : withFallbacks(wanted)) {
             for (const QString& place : places) {

@@ -91,16 +91,16 @@ std::optional<QVariant> plainValue(QStringView rest)
             break; // a comment
         if (next == QLatin1Char('"')) {
             isQuoted = !isQuoted;
-            kept = text.size();
+            kept = int(text.size());
         } else if (next == QLatin1Char('\\')) {
             const auto meant = takeEscape(rest);
             if (!meant)
                 return std::nullopt;
             text += *meant;
-            kept = text.size();
+            kept = int(text.size());
         } else if (isQuoted || !(next == QLatin1Char(',') || next.isSpace())) {
             text += next;
-            kept = text.size();
+            kept = int(text.size());
         } else if (next == QLatin1Char(',')) {
             text.truncate(kept);
             texts += QString();
@@ -144,7 +144,7 @@ std::optional<QString> plainGroup(const QString& line)
 /// Reads a line into values. Returns false when it is not a setting.
 bool takeSetting(const QString& line, const QString& group, QVariantMap& values)
 {
-    const int equals = line.indexOf(QLatin1Char('='));
+    const int equals = int(line.indexOf(QLatin1Char('=')));
     if (equals <= 0 || isBroken(line))
         return false;
     const auto key = plainKey(QStringView(line).left(equals).trimmed());
@@ -153,7 +153,7 @@ bool takeSetting(const QString& line, const QString& group, QVariantMap& values)
         return false;
     const QLatin1Char slash('/');
     const QString whole = group.isEmpty() ? *key : group + slash + *key;
-    if (const int first = whole.indexOf(slash); first > 0 && first == whole.size() - 1)
+    if (const int first = int(whole.indexOf(slash)); first > 0 && first == whole.size() - 1)
         return false; // a group, and in it a key without a name
     if (value->isValid())
         values.insert(whole, *value);
@@ -162,7 +162,7 @@ bool takeSetting(const QString& line, const QString& group, QVariantMap& values)
 
 QString section(const QString& key)
 {
-    const int slash = key.indexOf(QLatin1Char('/'));
+    const int slash = int(key.indexOf(QLatin1Char('/')));
     return slash < 0 ? QString() : key.left(slash);
 }
 
@@ -211,7 +211,7 @@ QByteArray writtenKey(const QString& key)
 /// Encodes a value for the file; empty when it is not a plain value.
 QByteArray writtenValue(const QVariant& value)
 {
-    switch (static_cast<QMetaType::Type>(value.type())) {
+    switch (value.userType()) {
     case QMetaType::Bool:
     case QMetaType::Int:
     case QMetaType::UInt:
@@ -224,8 +224,8 @@ QByteArray writtenValue(const QVariant& value)
     case QMetaType::QVariantList: {
         QByteArrayList items;
         for (const QVariant& item : value.toList()) {
-            const bool isList =
-                item.type() == QVariant::List || item.type() == QVariant::StringList;
+            const int type = item.userType();
+            const bool isList = type == QMetaType::QVariantList || type == QMetaType::QStringList;
             items += isList ? QByteArray() : writtenValue(item);
             if (items.back().isEmpty())
                 return {};

@@ -142,8 +142,8 @@ TEST_F(Routing, MouseObjectsAreAskedFromTheTopAndTheTakerKeepsThePress)
     layout->grabFramebuffer(); // draws the first one last
     for (const bool takes : {false, true}) {
         axis->takes = takes;
-        QWheelEvent wheel(QPointF(30, 65), layout->mapToGlobal({30, 65}), {}, {0, 120}, {}, {},
-                          Qt::NoScrollPhase, false);
+        QWheelEvent wheel(QPointF(30, 65), layout->mapToGlobal(QPoint(30, 65)), {}, {0, 120}, {},
+                          {}, Qt::NoScrollPhase, false);
         QApplication::sendEvent(layout.get(), &wheel);
         EXPECT_EQ(wheel.isAccepted(), takes); // else it goes on to the parent
     }

@@ -177,7 +177,8 @@ TEST_F(Axes, TheXAxisReadsOutTheValueUnderThePointer)
 TEST_F(Axes, TheStripsMenuUndoesTheZoomAndMayDestroyTheView)
 {
     const auto menuAt = [this](int column) {
-        QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(column, 20));
+        const QPoint at(column, 20);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, at, at);
         return y.getContextMenu(&event, view->plot.get(), 0);
     };
     EXPECT_EQ(y.getContextMenu(nullptr, view->plot.get(), 0), nullptr);

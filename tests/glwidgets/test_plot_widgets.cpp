@@ -173,7 +173,8 @@ TEST_F(PlotWidgets, AClickStartsTheRulerAnewAndEscapeClearsIt)
     EXPECT_TRUE(cursorText("ruler2").isEmpty());
 
     QTest::mousePress(view->windowHandle(), Qt::LeftButton, {}, view->inPlot(150, 60));
-    QMouseEvent move(QEvent::MouseMove, view->inPlot(300, 60), Qt::NoButton, Qt::NoButton, {});
+    const QPoint to = view->inPlot(300, 60);
+    QMouseEvent move(QEvent::MouseMove, to, view->mapToGlobal(to), Qt::NoButton, Qt::NoButton, {});
     QApplication::sendEvent(view.get(), &move); // a popup took the release
     QTest::mouseRelease(view->windowHandle(), Qt::LeftButton, {}, view->inPlot(300, 60));
     EXPECT_EQ(view->ruler.CursorCount(), 1);

@@ -174,7 +174,7 @@ void point(View& view, std::uint8_t first, std::uint8_t second)
     if (first % 6 < 4) {
         const QEvent::Type type = types[first % 6];
         const auto button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
-        QMouseEvent event(type, at, button,
+        QMouseEvent event(type, at, view.mapToGlobal(at), button,
                           type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton,
                           Qt::NoModifier);
         QCoreApplication::sendEvent(&view, &event);

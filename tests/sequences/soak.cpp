@@ -98,7 +98,8 @@ double toolkitLoss()
 
 int entryCount(const char* folder)
 {
-    return QDir(folder).entryList(QDir::NoDotAndDotDot | QDir::System | QDir::AllEntries).size();
+    return int(
+        QDir(folder).entryList(QDir::NoDotAndDotDot | QDir::System | QDir::AllEntries).size());
 }
 
 Counts look(EventCounter& events)
@@ -111,7 +112,7 @@ Counts look(EventCounter& events)
             events.shown,
             entryCount("/proc/self/fd"),
             entryCount("/proc/self/task"),
-            QApplication::allWidgets().size(),
+            int(QApplication::allWidgets().size()),
             events.timers};
 }
 

@@ -139,7 +139,9 @@ TEST_F(EyeView, LiesOverZeroToOneWhateverIsSet)
     EXPECT_EQ(xAxis().GetStartValue(), 0.0); // nor until the next paint
     for (const auto& [type, x] :
          {std::pair(QEvent::MouseButtonPress, 0), {QEvent::MouseMove, 50}}) {
-        QMouseEvent event(type, at + QPoint(x, 0), Qt::LeftButton, Qt::LeftButton, {});
+        const QPoint place = at + QPoint(x, 0);
+        QMouseEvent event(type, place, view->mapToGlobal(place), Qt::LeftButton, Qt::LeftButton,
+                          {});
         QApplication::sendEvent(view.get(), &event);
     }
     EXPECT_EQ(std::pair(xAxis().GetStartValue(), xAxis().GetStopValue()), std::pair(0.0, 1.0));

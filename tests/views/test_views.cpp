@@ -174,7 +174,7 @@ TYPED_TEST(Views, ShowTheirDataAndOfferMenusAndRuler)
         int shown = 0;
         QTimer::singleShot(0, [&shown] {
             if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
-                shown = menu->actions().size();
+                shown = int(menu->actions().size());
                 menu->close();
             }
         });

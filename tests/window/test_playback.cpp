@@ -47,7 +47,8 @@ TEST_F(Playback, GoesWhereTheSliderIsClickedDraggedOrMovedByKeys)
     EXPECT_TRUE(time().endsWith(" / 0:10.000")) << time().toStdString();
 
     QTest::mousePress(&slider(), Qt::LeftButton, {}, at(0.25));
-    QMouseEvent move(QEvent::MouseMove, at(0.5), Qt::NoButton, Qt::LeftButton, {});
+    QMouseEvent move(QEvent::MouseMove, at(0.5), slider().mapToGlobal(at(0.5)), Qt::NoButton,
+                     Qt::LeftButton, {});
     QCoreApplication::sendEvent(&slider(), &move);
     EXPECT_TRUE(waitForTime(5.0));
     QTest::mouseRelease(&slider(), Qt::LeftButton, {}, at(0.5));

@@ -208,7 +208,7 @@ TEST_F(Exported, DataComeBackAsTheyWere)
 
     const QList<QByteArray> points = content(2, Format::Csv, {}).split('\n');
     EXPECT_EQ(points[0], "I,Q");
-    EXPECT_NEAR(points.size(), 402, 1);
+    EXPECT_NEAR(double(points.size()), 402, 1);
     EXPECT_EQ(content(1, Format::Csv, {}).split('\n')[1].split(',')[0], "0");
 }
 

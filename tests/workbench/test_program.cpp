@@ -336,7 +336,7 @@ TEST_F(Program, KeepsTheSamePicturesAndDataOnAnyLoad)
     EXPECT_EQ(contents[0], contents[1]);
     EXPECT_EQ(QImage(folder + "/workbench.png").size(), QSize(1400, 1000));
     const QByteArray& time = contents[0]["time.csv"]; // 0.7 s at 8 samples a symbol, to the sample
-    EXPECT_NEAR(time.count('\n'), 0.7 * 48000.0, 3.0);
+    EXPECT_NEAR(double(time.count('\n')), 0.7 * 48000.0, 3.0);
 
     writeFile(path("quiet.cf32"), QByteArray(16000, '\0')); // no points above the squelch
     EXPECT_EQ(run({path("quiet.cf32"), "--sample-rate", "8000", "--squelch", "0", "--snapshot",

@@ -98,7 +98,7 @@ void readRecording(Reader& reader, Options& options)
                                              "cf32 or cu8"));
     }
     options.recording.columns = reader.text("columns").split(QLatin1Char(','), Qt::SkipEmptyParts);
-    const int columnCount = options.recording.columns.size();
+    const int columnCount = int(options.recording.columns.size());
     if (reader.isSet("columns") && (columnCount == 0 || columnCount > maxChannel))
         reader.reject("columns",
                       Text::tr("give 1 to %1 numbers or names between commas").arg(maxChannel));
@@ -263,7 +263,7 @@ ModulationSettings readModulation(Reader& reader)
 {
     ModulationSettings settings;
     const QStringList names = modulationKinds::names(modulationKinds::builtInCount);
-    const int index = names.indexOf(reader.text("demo").toUpper());
+    const int index = int(names.indexOf(reader.text("demo").toUpper()));
     if (index >= 0)
         settings.modulation = static_cast<ModulationKind>(index);
     else if (reader.isSet("demo"))

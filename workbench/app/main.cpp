@@ -1,4 +1,5 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "platform/base/QtVersions.h"
 #include "platform/glbase/Renderer.h"
 #include "platform/startup/TranslationCenter.h"
 #include "platform/values/Persistant.h"
@@ -323,8 +324,7 @@ int runAll(int argc, char** argv)
 
     if (options.scale)
         qputenv("QT_SCALE_FACTOR", QByteArray::number(*options.scale));
-    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QtVersions::scaleForHighDpi();
     isStarting = true;
     QApplication application(argc, argv);
     isStarting = false;

@@ -20,7 +20,7 @@ int exponentOf(double value, int digits)
 int powerOf(int exponent)
 {
     const int power = static_cast<int>(std::floor(exponent / 3.0));
-    return std::clamp(power, leastPower, leastPower + prefixes.size() - 1);
+    return std::clamp(power, leastPower, leastPower + int(prefixes.size()) - 1);
 }
 
 QString prefixOf(int power)

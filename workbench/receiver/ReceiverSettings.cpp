@@ -20,7 +20,7 @@ QStringList ReceiverSettings::filterNames()
 
 std::optional<ReceiverSettings::Filter> ReceiverSettings::filterOf(const QString& name)
 {
-    const int index = filterNames().indexOf(name.toLower());
+    const int index = int(filterNames().indexOf(name.toLower()));
     return index < 0 ? std::nullopt : std::optional(static_cast<Filter>(index));
 }
 

@@ -290,7 +290,7 @@ std::optional<double> CsvLayout::statedRate() const
         return isRate ? std::optional<double>(number) : std::nullopt;
     };
     for (const QString& line : details) {
-        const int colon = line.lastIndexOf(QLatin1String(": "));
+        const int colon = int(line.lastIndexOf(QLatin1String(": ")));
         if (const auto rate = rateOf(line.left(colon), line.mid(colon + 2)))
             return rate;
     }
@@ -326,7 +326,7 @@ Result<void> CsvLayout::chooseColumns(const QStringList& wanted)
         bool isNumber = false;
         int column = name.toInt(&isNumber) - 1;
         if (!isNumber)
-            column = m_names.indexOf(name);
+            column = int(m_names.indexOf(name));
         if (column < 0 || column >= static_cast<int>(m_width))
             return failure(tr("there is no column \"%1\"; give a number from 1 to %2 or a name")
                                .arg(plainText(name), QString::number(m_width)));

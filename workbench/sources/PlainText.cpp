@@ -1,15 +1,15 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/sources/PlainText.h"
 
-#include <QVector>
+#include <string>
 
 namespace {
 
-uint shown(uint character)
+char32_t shown(char32_t character)
 {
-    constexpr uint zeroWidthNonJoiner =
+    constexpr char32_t zeroWidthNonJoiner =
         0x200c; // shapes letters of some scripts, as the joiner does
-    constexpr uint zeroWidthJoiner = 0x200d;
+    constexpr char32_t zeroWidthJoiner = 0x200d;
     if (QChar::isSpace(character))
         return ' ';
     if (character == zeroWidthNonJoiner || character == zeroWidthJoiner)
@@ -29,13 +29,13 @@ uint shown(uint character)
 QString plainText(const QString& text, int maxLength)
 {
     // One more tells that there is more; a character may be two of UTF-16.
-    QVector<uint> characters = text.left(2 * (maxLength + 1)).toUcs4();
-    const bool isLong = characters.size() > maxLength;
+    std::u32string characters = text.left(2 * (maxLength + 1)).toStdU32String();
+    const bool isLong = characters.size() > std::size_t(maxLength);
     if (isLong) {
-        characters.resize(maxLength);
-        characters.last() = 0x2026; // an ellipsis
+        characters.resize(std::size_t(maxLength));
+        characters.back() = 0x2026; // an ellipsis
     }
-    for (uint& character : characters)
+    for (char32_t& character : characters)
         character = shown(character);
-    return QString::fromUcs4(characters.constData(), characters.size());
+    return QString::fromStdU32String(characters);
 }

@@ -16,7 +16,7 @@ QColor color(IColorBase::ECOLOR number) { return ColorSet::Instance()[number]; }
 /// A colour between two: `part` 0 is the first, 1 the second.
 QColor mixed(const QColor& first, const QColor& second, double part)
 {
-    const auto mix = [part](double a, double b) { return a + (b - a) * part; };
+    const auto mix = [part](auto a, auto b) { return decltype(a)(a + (b - a) * part); };
     return QColor::fromRgbF(mix(first.redF(), second.redF()), mix(first.greenF(), second.greenF()),
                             mix(first.blueF(), second.blueF()));
 }

@@ -44,8 +44,8 @@ SchemeChoice::SchemeChoice(std::optional<Choice> forced, QObject* parent)
     , m_ofPalette(schemeOf(QApplication::palette()))
 {
     const values::Settings settings;
-    const auto kept = names().indexOf(settings.value(choiceKey).toString());
-    m_choice = forced.value_or(static_cast<Choice>(std::max<int>(kept, 0)));
+    const int kept = int(names().indexOf(settings.value(choiceKey).toString()));
+    m_choice = forced.value_or(static_cast<Choice>(std::max(kept, 0)));
     askPortal();
     apply();
 }

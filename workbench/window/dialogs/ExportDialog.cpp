@@ -46,8 +46,8 @@ ExportDialog::ExportDialog(const ViewExport& exporter, const ViewPanes& panes, s
     m_format->addItems(
         {tr("PNG: pixels"), tr("SVG: vectors"), tr("PDF: vectors"), tr("CSV: data as a table")});
     const values::Settings settings;
-    const auto kept = ViewExport::endings().indexOf(settings.value(formatKey).toString());
-    m_format->setCurrentIndex(std::max<int>(kept, 0));
+    const int kept = int(ViewExport::endings().indexOf(settings.value(formatKey).toString()));
+    m_format->setCurrentIndex(std::max(kept, 0));
     m_footer->setChecked(settings.value(footerKey, false).toBool());
     m_footer->setToolTip(tr("Which signal, how it was received, and what it measures"));
     build();

@@ -35,11 +35,11 @@ FileMenu::FileMenu(QMainWindow& window)
 {
     m_open->setIcon(signIcon(Sign::Open));
     connect(m_open, &QAction::triggered, this, &FileMenu::chooseFile);
-    QAction* stream = menus::add(window, *this, tr("Open &stream..."), Qt::CTRL + Qt::Key_L);
+    QAction* stream = menus::add(window, *this, tr("Open &stream..."), Qt::CTRL | Qt::Key_L);
     connect(stream, &QAction::triggered, this, &FileMenu::chooseStream);
     m_recent = addMenu(tr("Open &recent"));
     buildRecent();
-    QAction* builtIn = menus::add(window, *this, tr("&Built-in signal"), Qt::CTRL + Qt::Key_B);
+    QAction* builtIn = menus::add(window, *this, tr("&Built-in signal"), Qt::CTRL | Qt::Key_B);
     connect(builtIn, &QAction::triggered, this, &FileMenu::builtInChosen);
     QMenu* demos = addMenu(tr("&Modulated signal"));
     const QStringList names = modulationKinds::names(modulationKinds::builtInCount);
@@ -47,12 +47,12 @@ FileMenu::FileMenu(QMainWindow& window)
         connect(demos->addAction(names[i]), &QAction::triggered, this,
                 [this, i] { emit demoChosen(static_cast<ModulationKind>(i)); });
     }
-    QAction* keeping = menus::add(window, *this, tr("&Export..."), Qt::CTRL + Qt::Key_E);
+    QAction* keeping = menus::add(window, *this, tr("&Export..."), Qt::CTRL | Qt::Key_E);
     connect(keeping, &QAction::triggered, this, &FileMenu::exportWanted);
-    QAction* information = menus::add(window, *this, tr("&Information..."), Qt::CTRL + Qt::Key_I);
+    QAction* information = menus::add(window, *this, tr("&Information..."), Qt::CTRL | Qt::Key_I);
     connect(information, &QAction::triggered, this, &FileMenu::informationWanted);
     addSeparator();
-    QAction* quit = menus::add(window, *this, tr("&Quit"), Qt::CTRL + Qt::Key_Q);
+    QAction* quit = menus::add(window, *this, tr("&Quit"), Qt::CTRL | Qt::Key_Q);
     connect(quit, &QAction::triggered, &window, &QWidget::close);
 }
 

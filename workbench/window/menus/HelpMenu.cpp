@@ -45,7 +45,7 @@ HelpMenu::HelpMenu(QMainWindow& window)
 {
     connect(menus::add(window, *this, tr("&Keys and mouse"), QKeySequence::HelpContents),
             &QAction::triggered, this, [this] { show(tr("Keys and mouse"), keys()); });
-    connect(menus::add(window, *this, tr("What the &figures mean"), Qt::SHIFT + Qt::Key_F1),
+    connect(menus::add(window, *this, tr("What the &figures mean"), Qt::SHIFT | Qt::Key_F1),
             &QAction::triggered, this, [this] { show(tr("What the figures mean"), readings()); });
     addSeparator();
     connect(menus::add(window, *this, tr("&About"), QKeySequence()), &QAction::triggered, this,

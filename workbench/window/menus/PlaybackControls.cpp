@@ -106,8 +106,8 @@ void PlaybackControls::addGate(QMainWindow& window)
     m_gate = {
         menus::add(window, *this, tr("&Gate from here"), Qt::Key_BracketLeft),
         menus::add(window, *this, tr("Gate to &here"), Qt::Key_BracketRight),
-        menus::add(window, *this, tr("Gate of &all"), Qt::CTRL + Qt::Key_BracketRight),
-        menus::add(window, *this, tr("Gate of &what is shown"), Qt::CTRL + Qt::Key_BracketLeft)};
+        menus::add(window, *this, tr("Gate of &all"), Qt::CTRL | Qt::Key_BracketRight),
+        menus::add(window, *this, tr("Gate of &what is shown"), Qt::CTRL | Qt::Key_BracketLeft)};
     void (Player::*const chosen[])() = {&Player::gateFromHere, &Player::gateToHere,
                                         &Player::gateAll, &Player::releaseGate};
     for (int k = 0; k < m_gate.size(); ++k)

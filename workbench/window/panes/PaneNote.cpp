@@ -10,8 +10,8 @@ namespace {
 
 constexpr int padding = 6;
 constexpr int gap = 6;          // to the edges of the view
-constexpr double opacity = 0.8; // of the ground, so that a signal shows through
-constexpr double veilOpacity = 0.6;
+constexpr float opacity = 0.8F; // of the ground, so that a signal shows through
+constexpr float veilOpacity = 0.6F;
 
 } // namespace
 

@@ -125,7 +125,7 @@ QStringList ViewExport::endings()
 
 std::optional<ViewExport::Format> ViewExport::formatOf(const QString& fileName)
 {
-    const int index = endings().indexOf(QFileInfo(fileName).suffix().toLower());
+    const int index = int(endings().indexOf(QFileInfo(fileName).suffix().toLower()));
     return index < 0 ? std::nullopt : std::optional(static_cast<Format>(index));
 }
 

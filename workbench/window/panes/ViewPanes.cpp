@@ -33,7 +33,8 @@ void share(QSplitter& splitter, QList<int> sizes, const QList<int>& usual)
         splitter.setSizes(usual);
         return;
     }
-    const int mean = std::accumulate(sizes.begin(), sizes.end(), 0) / (sizes.size() - hiddenCount);
+    const int mean =
+        std::accumulate(sizes.begin(), sizes.end(), 0) / int(sizes.size() - hiddenCount);
     std::replace(sizes.begin(), sizes.end(), 0, mean);
     splitter.setSizes(sizes);
 }
@@ -87,7 +88,7 @@ void ViewPanes::add(const Pane& pane)
     }
     added.showing->setCheckable(true);
     added.showing->setChecked(true);
-    added.showing->setShortcut(Qt::CTRL + Qt::Key_0 + number);
+    added.showing->setShortcut(Qt::CTRL | Qt::Key(Qt::Key_0 + number));
     connect(added.showing, &QAction::triggered, this, [this, &added](bool shown) {
         added.isShown = shown;
         arrange();
