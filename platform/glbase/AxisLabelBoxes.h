@@ -11,7 +11,7 @@
 class QFontMetrics;
 
 /// Place of a tick's label inside a plot, in logical pixels.
-struct ORVANE_PLATFORM_API AxisLabelBox
+struct AxisLabelBox
 {
     static constexpr int tickLength = 4;
     static constexpr int margin = 4; ///< Left and right of the text.
@@ -28,6 +28,7 @@ struct ORVANE_PLATFORM_API AxisLabelBox
 /// plot get none, except one in the row just below it.
 /// @param axis  gives the texts.
 /// @param ticks  from start to stop.
-ORVANE_PLATFORM_API std::vector<AxisLabelBox>
-axisLabelBoxes(const axisDefinition& axis, const std::vector<axisDefinition::Tick>& ticks,
-               const QFontMetrics& metrics, const QRect& area, bool atRight = false);
+std::vector<AxisLabelBox> axisLabelBoxes(const axisDefinition& axis,
+                                         const std::vector<axisDefinition::Tick>& ticks,
+                                         const QFontMetrics& metrics, const QRect& area,
+                                         bool atRight = false);
