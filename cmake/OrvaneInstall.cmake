@@ -51,6 +51,9 @@ endforeach()
 # The library's classes are included as <orvane/Class.h>, whichever folder they live in.
 orvane_headers(library_headers "${PROJECT_SOURCE_DIR}/src")
 list(REMOVE_ITEM library_headers ${ORVANE_INTERNAL_HEADERS})
+if(NOT TARGET OrvaneDesigner)
+  list(FILTER library_headers EXCLUDE REGEX "^designer/")
+endif()
 foreach(header IN LISTS library_headers)
   get_filename_component(folder "${header}" DIRECTORY)
   get_filename_component(name "${header}" NAME)
@@ -75,7 +78,13 @@ install(CODE "
     endif()
   endforeach()" COMPONENT Development)
 
-install(TARGETS OrvaneDiagrams OrvanePlatform EXPORT OrvaneTargets
+set(ORVANE_LIBRARIES OrvaneDiagrams OrvanePlatform)
+if(TARGET OrvaneDesigner)
+  list(APPEND ORVANE_LIBRARIES OrvaneDesigner)
+  install(TARGETS OrvaneDesignerPlugin COMPONENT Designer
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/qt${ORVANE_QT}/plugins/designer")
+endif()
+install(TARGETS ${ORVANE_LIBRARIES} EXPORT OrvaneTargets
   LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Runtime NAMELINK_COMPONENT Development
   ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Development)
 install(EXPORT OrvaneTargets NAMESPACE Orvane:: DESTINATION "${ORVANE_PACKAGE_DIR}"

@@ -1,0 +1,84 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "designer/BoundView.h"
+
+#include <QtUiPlugin/QDesignerCustomWidgetCollectionInterface>
+#include <QtUiPlugin/QDesignerCustomWidgetInterface>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace {
+
+/// One view, in Designer's box of widgets.
+class ViewPlugin : public QDesignerCustomWidgetInterface
+{
+public:
+    using Maker = std::function<QWidget*(QWidget*)>;
+
+    ViewPlugin(QString name, QString purpose, Maker maker)
+        : m_name(std::move(name))
+        , m_purpose(std::move(purpose))
+        , m_maker(std::move(maker))
+    {}
+
+    QString name() const override { return m_name; }
+    QString group() const override { return QStringLiteral("Orvane"); }
+    QString toolTip() const override { return m_purpose; }
+    QString whatsThis() const override { return m_purpose; }
+    QString includeFile() const override { return QStringLiteral("orvane/BoundView.h"); }
+    QIcon icon() const override { return {}; }
+    bool isContainer() const override { return false; }
+    QWidget* createWidget(QWidget* parent) override { return m_maker(parent); }
+    QString domXml() const override
+    {
+        const QString object = m_name.at(0).toLower() + m_name.mid(1);
+        return QStringLiteral("<ui language=\"c++\"><widget class=\"%1\" name=\"%2\">"
+                              "<property name=\"geometry\"><rect><x>0</x><y>0</y>"
+                              "<width>400</width><height>300</height></rect></property>"
+                              "</widget></ui>")
+            .arg(m_name, object);
+    }
+
+private:
+    QString m_name;
+    QString m_purpose;
+    Maker m_maker;
+};
+
+} // namespace
+
+/// What Designer, QUiLoader and QFormBuilder load.
+class DesignerPlugin : public QObject, public QDesignerCustomWidgetCollectionInterface
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "org.qt-project.Qt.QDesignerCustomWidgetCollectionInterface")
+    Q_INTERFACES(QDesignerCustomWidgetCollectionInterface)
+public:
+    DesignerPlugin()
+    {
+        add<TimeView>("TimeView", QStringLiteral("Samples over time"));
+        add<EyeView>("EyeView", QStringLiteral("Eye diagram"));
+        add<IqView>("IqView", QStringLiteral("I and Q as a constellation"));
+    }
+
+    QList<QDesignerCustomWidgetInterface*> customWidgets() const override
+    {
+        QList<QDesignerCustomWidgetInterface*> result;
+        for (const auto& view : m_views)
+            result += view.get();
+        return result;
+    }
+
+private:
+    template<class View>
+    void add(const char* name, const QString& purpose)
+    {
+        m_views.push_back(std::make_unique<ViewPlugin>(
+            QLatin1String(name), purpose, [](QWidget* parent) { return new View(parent); }));
+    }
+
+    std::vector<std::unique_ptr<ViewPlugin>> m_views;
+};
+
+#include "DesignerPlugin.moc"
