@@ -41,7 +41,9 @@ endfunction()
 
 orvane_headers(platform_headers "${PROJECT_SOURCE_DIR}/platform")
 list(REMOVE_ITEM platform_headers ${ORVANE_INTERNAL_HEADERS})
+set(ORVANE_PUBLIC_HEADERS "")
 foreach(header IN LISTS platform_headers)
+  string(APPEND ORVANE_PUBLIC_HEADERS " \"${PROJECT_SOURCE_DIR}/platform/${header}\"")
   get_filename_component(folder "${header}" DIRECTORY)
   orvane_forwarder("${ORVANE_TREE}/platform/${header}" "${PROJECT_SOURCE_DIR}/platform/${header}")
   install(FILES "${PROJECT_SOURCE_DIR}/platform/${header}"
@@ -55,6 +57,7 @@ if(NOT TARGET OrvaneDesigner)
   list(FILTER library_headers EXCLUDE REGEX "^designer/")
 endif()
 foreach(header IN LISTS library_headers)
+  string(APPEND ORVANE_PUBLIC_HEADERS " \"${PROJECT_SOURCE_DIR}/src/${header}\"")
   get_filename_component(folder "${header}" DIRECTORY)
   get_filename_component(name "${header}" NAME)
   set(forwarder "${PROJECT_BINARY_DIR}/forwarders/${name}")
@@ -111,3 +114,9 @@ endif()
 configure_file("${PROJECT_SOURCE_DIR}/cmake/orvane.pc.in" "${PROJECT_BINARY_DIR}/orvane.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/orvane.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
   COMPONENT Development)
+
+# Where doxygen is installed, "reference" writes what the headers say into the folder reference.
+configure_file("${PROJECT_SOURCE_DIR}/docs/Doxyfile.in" "${PROJECT_BINARY_DIR}/Doxyfile" @ONLY)
+if(PROJECT_IS_TOP_LEVEL)
+  add_custom_target(reference COMMAND doxygen "${PROJECT_BINARY_DIR}/Doxyfile" VERBATIM)
+endif()
