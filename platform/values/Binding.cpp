@@ -25,10 +25,9 @@ void Binding::setPath(const QString& path)
     bind(m_state, path);
 }
 
-void Binding::bind(const std::shared_ptr<State>& state, const QString& path)
+void Binding::bind(std::shared_ptr<State> state, QString path)
 {
-    const std::shared_ptr<State> kept = state;
-    kept->isBound = kept->guard && kept->setter(QString(path));
+    state->isBound = state->guard && state->setter(path);
 }
 
 void Binding::Update(Observable*, TChangeCode code)

@@ -44,14 +44,14 @@ public:
     void setPath(const QString& path);
 
 private:
-    // An observer of the new value may destroy the binding.
     struct State
     {
         QPointer<QObject> guard;
         Setter setter;
         bool isBound = false;
     };
-    static void bind(const std::shared_ptr<State>& state, const QString& path);
+    /// Takes copies: an observer of the new value may destroy the binding.
+    static void bind(std::shared_ptr<State> state, QString path);
     void Update(Observable* source, TChangeCode code) override;
 
     std::shared_ptr<State> m_state;

@@ -42,7 +42,7 @@ bool Tree::Remove(const QString& path)
     if (!value)
         return false;
     // Out of the tree first: an observer that looks the path up again must not find it.
-    LetGo(*value);
+    Tree::LetGo(*value); // the destructor comes here, too
     value->m_state = ValueBase::StateRemoved;
     value->m_deleteWhenQuiet = true;
     value->Notify(ccState); // the value deletes itself as its outermost notification ends
