@@ -29,7 +29,7 @@ void SignalFeed::open(std::unique_ptr<SignalSource> source, const ChannelChoice&
     m_isSpanChosen = false;
     m_pipeline.reset();
     m_pipeline = std::make_unique<Pipeline>(std::move(source), channel, m_reception.used());
-    m_gate.open(format().sampleRate);
+    m_views.gate.open(format().sampleRate);
     m_transport.open(m_pipeline.get());
     setScale();
     layOut();
@@ -48,13 +48,6 @@ QString SignalFeed::levelUnit() const
     return isFm ? QStringLiteral("Hz") : QString();
 }
 
-QString SignalFeed::trouble() const { return m_pipeline ? m_pipeline->trouble() : QString(); }
-
-bool SignalFeed::hasEnded() const
-{
-    return m_reception.source.isLive && m_transport.buffer().hasEnded();
-}
-
 void SignalFeed::changeSource(const std::function<void(SignalSource&)>& work)
 {
     m_pipeline->change(work);
@@ -67,7 +60,7 @@ void SignalFeed::reconfigure()
     if (!m_pipeline)
         return;
     m_pipeline->configure(m_reception.channel, m_reception.used());
-    m_gate.reopen(format().sampleRate);
+    m_views.gate.reopen(format().sampleRate);
     m_transport.reopen();
     setScale();
     layOut();
@@ -96,8 +89,8 @@ void SignalFeed::setSymbolRate(std::optional<double> symbolRate)
     m_reception.givenRate = symbolRate;
     reconfigure();
     emit symbolsCleared();
-    m_eye.show({});
-    m_iq.show({});
+    m_views.eye.show({});
+    m_views.iq.show({});
 }
 
 void SignalFeed::setScale()
@@ -105,34 +98,34 @@ void SignalFeed::setScale()
     // Frames are known of signals that no receiver resamples.
     const bool isAsItIs = format().sampleRate == m_reception.source.sampleRate;
     const auto frameLength = isAsItIs ? m_reception.source.frameLength : std::nullopt;
-    m_time.open(TimeScale::of(format().sampleRate, m_transport.length(), frameLength, symbolRate()),
-                frameLength);
-    m_eye.open(format());
-    m_iq.open(format());
+    m_views.open(
+        format(),
+        TimeScale::of(format().sampleRate, m_transport.length(), frameLength, symbolRate()),
+        frameLength);
 }
 
 void SignalFeed::setSpan(double seconds)
 {
     m_isSpanChosen = true;
-    m_time.setSpan(seconds, m_transport.periodLength());
+    m_views.time.setSpan(seconds, m_transport.periodLength());
     layOut();
 }
 
 void SignalFeed::setCountingSymbols(bool wanted)
 {
-    m_time.setCountingSymbols(wanted);
+    m_views.time.setCountingSymbols(wanted);
     layOut();
 }
 
 void SignalFeed::fixGate(double from, double to)
 {
-    m_gate.fix(std::min(from, to), std::max(from, to));
+    m_views.gate.fix(std::min(from, to), std::max(from, to));
     layOut();
 }
 
 void SignalFeed::releaseGate()
 {
-    m_gate.open(format().sampleRate);
+    m_views.gate.open(format().sampleRate);
     layOut();
 }
 
@@ -140,21 +133,13 @@ void SignalFeed::releaseGate()
 void SignalFeed::layOut()
 {
     m_periodLength = m_transport.periodLength();
-    m_time.setSpan(m_isSpanChosen ? m_time.span() : scale().defaultSpan, m_periodLength);
+    m_views.time.setSpan(m_isSpanChosen ? m_views.time.span() : scale().defaultSpan,
+                         m_periodLength);
     if (!m_pipeline)
         return;
-    const double shown = std::ceil(m_time.span() * format().sampleRate);
-    const auto length = m_transport.length();
-    if (!m_gate.isFixed())
-        m_gate.follow(static_cast<std::size_t>(shown),
-                      length ? std::optional(std::llround(*length * format().sampleRate))
-                             : std::nullopt);
-    const double gate =
-        m_gate.isFixed() ? (m_gate.fixedTo() - m_gate.fixedFrom()) * format().sampleRate : shown;
-    m_eye.setGateLength(gate);
-    m_iq.setGateLength(gate);
+    m_views.layOut(format().sampleRate, m_transport.length());
     m_pipeline->setQueueLength(static_cast<std::size_t>(queuedPeriods * m_periodLength));
-    m_transport.setBacklog(1.2 * m_time.segmentLength() + 2.0 * m_periodLength);
+    m_transport.setBacklog(1.2 * m_views.time.segmentLength() + 2.0 * m_periodLength);
 }
 
 /// Plays the next samples in one notification; fewer where the source has no more, and is then at
@@ -166,85 +151,45 @@ std::size_t SignalFeed::play(std::size_t count)
     std::size_t done = 0;
     bool isFresh = false; // just started over: another end right away would go on for ever
     while (done < count && !m_transport.isAtEnd()) {
-        const std::size_t open = m_time.openCount(m_transport);
+        const std::size_t open = m_views.time.openCount(m_transport);
         const BlockPart part =
             open > 0 ? m_transport.take(std::min(open, count - done)) : BlockPart();
         if (part.count > 0) {
-            pass(part);
+            m_hasPlayed = true;
+            m_views.take(part);
             done += part.count;
             isFresh = false;
         } else if (!m_transport.buffer().hasEnded()) {
             break;
         } else {
             m_transport.startOver(!isFresh);
-            m_time.restart();
+            m_views.time.restart();
             isFresh = true;
         }
     }
-    notify();
+    m_views.notify();
     return done;
-}
-
-void SignalFeed::pass(const BlockPart& part)
-{
-    m_hasPlayed = true;
-    m_time.take(part);
-    const BlockPart measured = m_gate.take(part);
-    if (measured.count == 0)
-        return;
-    m_eye.take(measured);
-    m_iq.take(measured);
-}
-
-void SignalFeed::notify()
-{
-    m_time.notify();
-    m_eye.notify();
-    m_iq.notify();
 }
 
 void SignalFeed::jump()
 {
-    m_time.restart();
+    m_views.jump();
     m_hasPlayed = false;
-    if (!m_gate.isFixed())
-        m_gate.clear();
 }
 
 void SignalFeed::showGate()
 {
-    if (m_gate.isEmpty())
+    if (m_views.gate.isEmpty())
         return;
-    // What was fixed may have come by long ago.
-    const auto shown = static_cast<std::size_t>(std::ceil(m_time.span() * format().sampleRate));
-    if (!m_gate.isFixed() && shown <= Gate::maxSampleCount) {
+    if (m_views.showsTimeOfGate(format().sampleRate))
         emit timeCleared();
-        m_time.show(m_gate.parts().front().position(), m_gate.samples());
-    }
     emit symbolsCleared();
-    m_eye.show(m_gate.parts());
-    m_iq.show(m_gate.parts());
+    m_views.showGate(format().sampleRate);
 }
 
 void SignalFeed::showNothing()
 {
     emit timeCleared();
     emit symbolsCleared();
-    m_time.show(0, {});
-    m_eye.show({});
-    m_iq.show({});
-}
-
-void SignalFeed::setLevels(double lowest, double highest)
-{
-    m_time.setLevels(lowest, highest);
-    m_eye.setLevels(lowest, highest);
-    m_iq.setLevel(std::max(std::abs(lowest), std::abs(highest)));
-}
-
-void SignalFeed::fitLevels()
-{
-    m_time.fitLevels();
-    m_eye.fitLevels();
-    m_iq.fitLevels();
+    m_views.showNothing();
 }

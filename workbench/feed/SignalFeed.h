@@ -1,11 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "workbench/feed/EyeFeed.h"
-#include "workbench/feed/Gate.h"
-#include "workbench/feed/IqFeed.h"
 #include "workbench/feed/Reception.h"
-#include "workbench/feed/TimeFeed.h"
+#include "workbench/feed/ViewFeeds.h"
 #include "workbench/measure/Measurement.h"
 #include "workbench/pipeline/Pipeline.h"
 
@@ -38,14 +35,14 @@ public:
     const SignalFormat& format() const;
     /// Of the samples that are shown over time: "Hz" of those of an FM demodulator, else empty.
     QString levelUnit() const;
-    const TimeScale& scale() const { return m_time.scale(); }
+    const TimeScale& scale() const { return m_views.time.scale(); }
     /// Does something with the source while it is not read. Needs one.
     void changeSource(const std::function<void(SignalSource&)>& work);
     /// The current trouble with a live source, a sentence; empty: none.
-    QString trouble() const;
+    QString trouble() const { return m_pipeline ? m_pipeline->trouble() : QString(); }
     bool hasFailed() const { return m_pipeline && m_pipeline->hasFailed(); }
     /// Whether a live source has no more samples.
-    bool hasEnded() const;
+    bool hasEnded() const { return source().isLive && m_transport.buffer().hasEnded(); }
     /// As in Pipeline.
     double leftOutPart() const { return m_pipeline ? m_pipeline->leftOutPart() : 0.0; }
     std::int64_t gapCount() const { return m_pipeline ? m_pipeline->gapCount() : 0; }
@@ -59,7 +56,7 @@ public:
     Result<void> checkReceiver() const { return m_reception.check(); }
     /// How its stages did while the samples that are shown came through: the newest report of
     /// each, or the newest of one that was locked.
-    std::vector<StageReport> reports() const { return m_gate.reports(); }
+    std::vector<StageReport> reports() const { return m_views.gate.reports(); }
     /// Ignores a channel that the source lacks.
     void setChannel(const ChannelChoice& channel);
     const ChannelChoice& channel() const { return m_reception.channel; }
@@ -71,13 +68,13 @@ public:
 
     Transport& transport() { return m_transport; }
     const Transport& transport() const { return m_transport; }
-    EyeFeed& eye() { return m_eye; }
-    const EyeFeed& eye() const { return m_eye; }
-    TimeFeed& time() { return m_time; }
-    const TimeFeed& time() const { return m_time; }
-    IqFeed& iq() { return m_iq; }
-    const IqFeed& iq() const { return m_iq; }
-    const Gate& gate() const { return m_gate; }
+    EyeFeed& eye() { return m_views.eye; }
+    const EyeFeed& eye() const { return m_views.eye; }
+    TimeFeed& time() { return m_views.time; }
+    const TimeFeed& time() const { return m_views.time; }
+    IqFeed& iq() { return m_views.iq; }
+    const IqFeed& iq() const { return m_views.iq; }
+    const Gate& gate() const { return m_views.gate; }
     /// The gate is what lies between two times, s, from now on; what was played before of it
     /// counts.
     void fixGate(double from, double to);
@@ -88,12 +85,12 @@ public:
     void setSpan(double seconds);
     /// Whether the time axis counts symbols where they are known; else seconds. True at first.
     void setCountingSymbols(bool wanted);
-    double span() const { return m_time.span(); }
-    double segmentLength() const { return m_time.segmentLength(); }
-    void setLevels(double lowest, double highest);
+    double span() const { return m_views.time.span(); }
+    double segmentLength() const { return m_views.time.segmentLength(); }
+    void setLevels(double lowest, double highest) { m_views.setLevels(lowest, highest); }
     /// Fits the levels to what is shown, and follows it. Whoever shows it calls the parts'
     /// followLevels now and then.
-    void fitLevels();
+    void fitLevels() { m_views.fitLevels(); }
     /// Whether samples were played since the source was opened, or since it was gone to another
     /// place.
     bool hasPlayed() const { return m_hasPlayed; }
@@ -109,17 +106,12 @@ signals:
 
 private:
     std::size_t play(std::size_t count);
-    void pass(const BlockPart& part);
-    void notify();
     void jump();
     void reconfigure();
     void setScale();
     void layOut();
 
-    TimeFeed m_time;
-    EyeFeed m_eye;
-    IqFeed m_iq;
-    Gate m_gate;
+    ViewFeeds m_views;
     Reception m_reception;
     std::unique_ptr<Pipeline> m_pipeline;
     Transport m_transport;
