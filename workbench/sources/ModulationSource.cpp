@@ -151,13 +151,19 @@ ModulationSource::~ModulationSource() = default;
 void ModulationSource::setSnr(double decibels)
 {
     m_settings.snrDb = decibels;
-    m_channel->setNoise(m_settings);
+    changeNoise();
 }
 
 void ModulationSource::setPhaseNoise(double rms)
 {
     m_settings.phaseNoise = rms;
-    m_channel->setNoise(m_settings);
+    changeNoise();
+}
+
+void ModulationSource::changeNoise()
+{
+    if (m_channel)
+        m_channel->setNoise(m_settings);
 }
 
 void ModulationSource::setCarrierError(double cyclesPerSymbol)
@@ -197,6 +203,8 @@ void ModulationSource::runSymbol()
 
 void ModulationSource::skip(std::size_t count)
 {
+    if (!m_receiver)
+        start();
     auto& received = m_receiver->received;
     while (received.size() < count)
         runSymbol();
@@ -205,6 +213,8 @@ void ModulationSource::skip(std::size_t count)
 
 std::size_t ModulationSource::read(std::vector<double>& block, std::size_t count)
 {
+    if (!m_receiver)
+        start();
     auto& received = m_receiver->received;
     block.clear();
     const double step = 2.0 * pi * m_settings.carrierError / samplesPerSymbol;
@@ -226,7 +236,7 @@ bool ModulationSource::seek(std::int64_t position)
     if (position < 0)
         return false;
     if (position == 0) {
-        start();
+        m_receiver.reset(); // starts when it is read
     } else {
         // To the same phase of a symbol.
         const std::int64_t distance = (position - m_position) % samplesPerSymbol;

@@ -29,8 +29,8 @@ struct ModulationSettings
 /// cosine pulses over a channel with noise, an offset and noise of the carrier's phase and an
 /// offset of the symbols' clock; received by matched filter, recovery of the symbols' clock and of
 /// the carrier. The receiver has locked before the first sample, with the help of a preamble, to
-/// one of the phases that the scheme cannot tell apart. Symbol k lies at sample k times
-/// samplesPerSymbol.
+/// one of the phases that the scheme cannot tell apart; that takes some hundredths of a second, of
+/// the first read. Symbol k lies at sample k times samplesPerSymbol.
 class ModulationSource : public SignalSource
 {
     Q_DECLARE_TR_FUNCTIONS(ModulationSource)
@@ -58,6 +58,7 @@ private:
     struct Receiver;
 
     void start();
+    void changeNoise();
     void runSymbol();
     void skip(std::size_t count);
 
