@@ -103,23 +103,27 @@ void walk(benchmark::State& state)
     }
 }
 
-template<class View>
-void add(const std::string& name)
-{
-    for (const long count : {1'000L, 100'000L}) {
-        benchmark::RegisterBenchmark((name + "/ours").c_str(), notify<View>)->Arg(count);
-        benchmark::RegisterBenchmark((name + "/floor").c_str(), walk<View>)->Arg(count);
-    }
-}
+BENCHMARK_TEMPLATE(notify, VCGLTimeDiagram)
+    ->Name("time view notified/ours")
+    ->Arg(1'000)
+    ->Arg(100'000);
+BENCHMARK_TEMPLATE(walk, VCGLTimeDiagram)
+    ->Name("time view notified/floor")
+    ->Arg(1'000)
+    ->Arg(100'000);
+BENCHMARK_TEMPLATE(notify, VCGLEyeDiagram)
+    ->Name("eye view notified/ours")
+    ->Arg(1'000)
+    ->Arg(100'000);
+BENCHMARK_TEMPLATE(walk, VCGLEyeDiagram)->Name("eye view notified/floor")->Arg(1'000)->Arg(100'000);
+BENCHMARK_TEMPLATE(notify, VCGLIQDiagram)->Name("IQ view notified/ours")->Arg(1'000)->Arg(100'000);
+BENCHMARK_TEMPLATE(walk, VCGLIQDiagram)->Name("IQ view notified/floor")->Arg(1'000)->Arg(100'000);
 
 } // namespace
 
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
-    add<VCGLTimeDiagram>("time view notified");
-    add<VCGLEyeDiagram>("eye view notified");
-    add<VCGLIQDiagram>("IQ view notified");
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

@@ -191,18 +191,19 @@ def run(folder, rounds, pattern):
             for (name, size, scale, command, peer), role in todo:
                 pathlib.Path(settings).unlink(missing_ok=True)
                 pathlib.Path(plain).write_text("[Views]\nReadings=false\n")
-                if role == "ours":
-                    samples[name]["ours"].append(play(size, scale, command))
-                elif peer:
-                    cores = play(size, scale, peer)
-                    roles = samples[name].setdefault(role, [])
-                    if cores is not None:
-                        roles.append(cores)
+                if role != "ours" and not peer:
+                    continue
+                cores = play(size, scale, command if role == "ours" else peer)
+                roles = samples[name].setdefault(role, [])
+                if cores is not None:
+                    roles.append(cores)
             for role, command in (("ours", [workbench, "--settings", settings]),
                                   ("empty Qt window", [empty])) if starts else ():
                 result = start(command)
                 for roles, value in zip(starts.values(), result or ()):
                     roles[role].append(value)
+    if not all(roles["ours"] for roles in samples.values()):
+        raise SystemExit("scripts/bench: the workbench does not run")
     renderer = os.environ.get("ORVANE_RENDERER", "auto, without a graphics card")
     return ([(name, roles, "cores", renderer) for name, roles in samples.items()] +
             [(name, roles, "s" if name.startswith("start") else "MB", renderer)

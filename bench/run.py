@@ -90,8 +90,8 @@ def renderer_of(case):
     return "into a picture" if re.search(r"paint|picture|eye a", case) else None
 
 
-def run(folders, rounds, pattern):
-    """Samples of each case and role, a list a folder."""
+def run(folders, rounds, pattern, done_round=lambda cases: None):
+    """Samples of each case and role, a list a folder; done_round is told them after each round."""
     todo = [(index, program, name) for index, folder in enumerate(folders)
             for program in programs(folder) for name in names_of(program)
             if re.search(pattern, name)]
@@ -119,6 +119,7 @@ def run(folders, rounds, pattern):
                     continue
                 peer = key.split("/")[0]
                 roles.setdefault(peer, []).append(value * (1 if key == "allocations" else time))
+        done_round(cases)
     print(file=sys.stderr)
     return cases
 
@@ -145,6 +146,12 @@ def summary(case, roles, unit="s", renderer=None):
     if "allocations" in roles:
         row["allocations"] = max(roles["allocations"])
     return row
+
+
+def rows_of(cases):
+    return [summary(case.split(" [")[0], roles,
+                    case[:-1].split(" [")[1] if case.endswith("]") else "s", renderer_of(case))
+            for case, roles in sorted(cases.items()) if "ours" in roles]
 
 
 def compare(folders, names, rounds, pattern):
@@ -180,11 +187,13 @@ def main():
         rows = [summary(case, roles, unit, renderer) for case, roles, unit, renderer in
                 live.run(options.bin, options.rounds, options.filter)]
     else:
-        cases = run([options.bin], options.rounds, options.filter)[0]
-        rows = [summary(case.split(" [")[0], roles,
-                        case[:-1].split(" [")[1] if case.endswith("]") else "s",
-                        renderer_of(case))
-                for case, roles in sorted(cases.items()) if "ours" in roles]
+        rows = []
+
+        def keep(cases):  # so that a run that is broken off was not for nothing
+            rows[:] = rows_of(cases[0])
+            report.write(rows, options.results)
+
+        run([options.bin], options.rounds, options.filter, keep)
     report.write(rows, options.results)
     report.show(rows)
     return 0
