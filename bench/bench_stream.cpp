@@ -1,9 +1,9 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 // The window while a program writes so many million samples of I and Q a second into its pipe: the
 // part of them that is left out, and the longest time that the window did not answer.
+#include "workbench/player/Player.h"
 #include "workbench/sources/StreamSource.h"
 #include "workbench/window/MainWindow.h"
-#include "workbench/window/Player.h"
 #include "workbench/window/SchemeChoice.h"
 
 #include <benchmark/benchmark.h>
