@@ -11,6 +11,9 @@ namespace QtVersions {
 
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
 
+/// Whether a window with OpenGL in it bears that there is none.
+constexpr bool bearsMissingOpenGL = false;
+
 /// Before the application object: widgets and pictures keep their size on screens of many pixels.
 inline void scaleForHighDpi() {}
 
@@ -38,6 +41,8 @@ auto globalPosition(const Event& event)
 }
 
 #else
+
+constexpr bool bearsMissingOpenGL = true;
 
 inline void scaleForHighDpi()
 {

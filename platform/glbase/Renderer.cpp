@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "platform/glbase/Renderer.h"
 
+#include "platform/base/QtVersions.h"
 #include "platform/glbase/GLSurface.h"
 
 #include <QLoggingCategory>
@@ -51,20 +52,28 @@ Choice probe()
     return {Renderer::Kind::OpenGL, QStringLiteral("it is hardware (%1)").arg(renderer)};
 }
 
+/// A view says in its place that OpenGL is missing, where Qt lets it.
+Choice openGL(const QString& reason)
+{
+    if (QtVersions::bearsMissingOpenGL || QOpenGLContext().create())
+        return {Renderer::Kind::OpenGL, reason};
+    return {Renderer::Kind::Raster, QStringLiteral("there is no OpenGL, though %1").arg(reason)};
+}
+
 Choice choose()
 {
     constexpr const char* variable = "ORVANE_RENDERER";
     const QString value = qEnvironmentVariable(variable);
     const QString setting = QStringLiteral("%1 is %2").arg(QLatin1String(variable), value);
     if (value == QLatin1String("gl"))
-        return {Renderer::Kind::OpenGL, setting};
+        return openGL(setting);
     if (value == QLatin1String("raster"))
         return {Renderer::Kind::Raster, setting};
     if (!value.isEmpty() && value != QLatin1String("auto"))
         qCWarning(rendererLog, "%s is not known; auto, gl and raster are", qPrintable(setting));
     const QString program = QStringLiteral("the application wants it");
     if (value != QLatin1String("auto") && wanted() == Renderer::Wish::OpenGL)
-        return {Renderer::Kind::OpenGL, program};
+        return openGL(program);
     if (value != QLatin1String("auto") && wanted() == Renderer::Wish::Raster)
         return {Renderer::Kind::Raster, program};
     return probe();
