@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "designer/BoundView.h"
 
+#include <QMetaProperty>
 #include <QtUiPlugin/QDesignerCustomWidgetCollectionInterface>
 #include <QtUiPlugin/QDesignerCustomWidgetInterface>
 
@@ -16,8 +17,9 @@ class ViewPlugin : public QDesignerCustomWidgetInterface
 public:
     using Maker = std::function<QWidget*(QWidget*)>;
 
-    ViewPlugin(QString name, QString purpose, Maker maker)
-        : m_name(std::move(name))
+    ViewPlugin(const QMetaObject& type, QString purpose, Maker maker)
+        : m_class(type)
+        , m_name(QLatin1String(type.className()))
         , m_purpose(std::move(purpose))
         , m_maker(std::move(maker))
     {}
@@ -33,14 +35,25 @@ public:
     QString domXml() const override
     {
         const QString object = m_name.at(0).toLower() + m_name.mid(1);
+        QString paths; // names, not texts that are translated
+        for (int k = BoundView::staticMetaObject.propertyOffset(); k < m_class.propertyCount();
+             ++k) {
+            if (m_class.property(k).isWritable())
+                paths += QStringLiteral("<stringpropertyspecification name=\"%1\" "
+                                        "type=\"singleline\" notr=\"true\"/>")
+                             .arg(QLatin1String(m_class.property(k).name()));
+        }
         return QStringLiteral("<ui language=\"c++\"><widget class=\"%1\" name=\"%2\">"
                               "<property name=\"geometry\"><rect><x>0</x><y>0</y>"
                               "<width>400</width><height>300</height></rect></property>"
-                              "</widget></ui>")
-            .arg(m_name, object);
+                              "</widget><customwidgets><customwidget><class>%1</class>"
+                              "<propertyspecifications>%3</propertyspecifications>"
+                              "</customwidget></customwidgets></ui>")
+            .arg(m_name, object, paths);
     }
 
 private:
+    const QMetaObject& m_class;
     QString m_name;
     QString m_purpose;
     Maker m_maker;
@@ -57,9 +70,9 @@ class DesignerPlugin : public QObject, public QDesignerCustomWidgetCollectionInt
 public:
     DesignerPlugin()
     {
-        add<TimeView>("TimeView", QStringLiteral("Samples over time"));
-        add<EyeView>("EyeView", QStringLiteral("Eye diagram"));
-        add<IqView>("IqView", QStringLiteral("I and Q as a constellation"));
+        add<TimeView>(QStringLiteral("Samples over time"));
+        add<EyeView>(QStringLiteral("Eye diagram"));
+        add<IqView>(QStringLiteral("I and Q as a constellation"));
     }
 
     QList<QDesignerCustomWidgetInterface*> customWidgets() const override
@@ -72,10 +85,10 @@ public:
 
 private:
     template<class View>
-    void add(const char* name, const QString& purpose)
+    void add(const QString& purpose)
     {
         m_views.push_back(std::make_unique<ViewPlugin>(
-            QLatin1String(name), purpose, [](QWidget* parent) { return new View(parent); }));
+            View::staticMetaObject, purpose, [](QWidget* parent) { return new View(parent); }));
     }
 
     std::vector<std::unique_ptr<ViewPlugin>> m_views;
