@@ -4,6 +4,8 @@
 #include "platform/base/QtVersions.h"
 #include "platform/glbase/GLSurface.h"
 
+#include <QDir>
+#include <QFile>
 #include <QLoggingCategory>
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
@@ -28,8 +30,25 @@ Renderer::Wish& wanted()
     return wish;
 }
 
+/// Whether this computer may have a graphics processor. Asking OpenGL loads all of a software
+/// driver, which takes long and stays in memory.
+bool mayHaveGraphics()
+{
+#ifdef Q_OS_LINUX
+    const auto exists = [](const char* path) { return QFile::exists(QString::fromLatin1(path)); };
+    return !QDir(QStringLiteral("/dev/dri"))
+                .entryList({QStringLiteral("card*"), QStringLiteral("render*")}, QDir::System)
+                .isEmpty() ||
+           exists("/dev/nvidiactl") || exists("/dev/dxg");
+#else
+    return true;
+#endif
+}
+
 Choice probe()
 {
+    if (!mayHaveGraphics())
+        return {Renderer::Kind::Raster, QStringLiteral("there is no graphics device")};
     const Choice none{Renderer::Kind::Raster, QStringLiteral("there is no OpenGL context")};
     QOffscreenSurface surface;
     surface.setFormat(GLSurface::Format());

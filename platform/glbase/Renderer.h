@@ -23,7 +23,7 @@ public:
     /// @return false once it is chosen: then nothing changes any more.
     static bool Want(Wish wish);
     /// Chooses at the first call, which needs a QGuiApplication. An OpenGL context is made for it
-    /// only where there is a choice.
+    /// only where there is a choice and, on Linux, a graphics device.
     static Kind Current();
     /// What was chosen and why, in one line; chooses like Current.
     static QString Description();

@@ -330,6 +330,9 @@ int runAll(int argc, char** argv)
     isStarting = false;
     for (const QString& message : startMessages())
         std::fprintf(stderr, "%s\n", qPrintable(message));
+    // Then no window asks for an OpenGL driver, which takes long to load and much memory.
+    if (Renderer::Current() == Renderer::Kind::Raster)
+        QApplication::setAttribute(Qt::AA_ForceRasterWidgets);
     SchemeChoice scheme(options.scheme);
     appearance::setStyle();
     MainWindow window(scheme);
