@@ -60,6 +60,7 @@ bool GLSurface::event(QEvent* event)
         if (!alive)
             return true;
     }
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): past the one that would take the context
     return keepsContext ? QWidget::event(event) : QOpenGLWidget::event(event);
 }
 
