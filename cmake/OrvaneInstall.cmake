@@ -23,8 +23,9 @@ set(ORVANE_INTERNAL_HEADERS
   glwidgets/AxisZoom.h
   gui/ColorPage.h
   values/SettingsStore.h
-  density/DensityPlotPrivate.h
   density/LevelFinder.h
+  density/PlotPainter.h
+  density/PlotState.h
   density/PlotView.h
   foundations/DiagramDialogs.h
   foundations/DiagramFrame.h

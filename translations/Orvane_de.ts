@@ -91,53 +91,6 @@
     </message>
 </context>
 <context>
-    <name>density::DensityPlot</name>
-    <message>
-        <source>%1 T, %2 T: %3 T</source>
-        <translation>%1 T, %2 T: %3 T</translation>
-    </message>
-    <message>
-        <source>count %1</source>
-        <translation>Anzahl %1</translation>
-    </message>
-    <message>
-        <source>No symbols yet</source>
-        <translation>Noch keine Symbole</translation>
-    </message>
-    <message>
-        <source>%1 symbols</source>
-        <translation>%1 Symbole</translation>
-    </message>
-    <message>
-        <source>%1 of %2 symbols</source>
-        <translation>%1 von %2 Symbolen</translation>
-    </message>
-    <message>
-        <source>, left out: %1 torn symbols, %2 bad samples</source>
-        <translation>, ausgelassen: %1 zerrissene Symbole, %2 unbrauchbare Abtastwerte</translation>
-    </message>
-    <message>
-        <source>testing</source>
-        <translation>läuft</translation>
-    </message>
-    <message>
-        <source>passed</source>
-        <translation>bestanden</translation>
-    </message>
-    <message>
-        <source>failed</source>
-        <translation>nicht bestanden</translation>
-    </message>
-    <message>
-        <source>, mask %1: %2 hits in %3 symbols</source>
-        <translation>, Maske %1: %2 Treffer in %3 Symbolen</translation>
-    </message>
-    <message>
-        <source>, paused</source>
-        <translation>, angehalten</translation>
-    </message>
-</context>
-<context>
     <name>density::Figure</name>
     <message>
         <source>Too few symbols to tell.</source>
@@ -197,6 +150,57 @@
     <message>
         <source>&quot;polygons&quot; has to hold 1 to %1 polygons of 3 to %2 points with numbers up to a million, and &quot;limit&quot; at least one symbol.</source>
         <translation>&quot;polygons&quot; muss 1 bis %1 Polygone mit 3 bis %2 Punkten und Zahlen bis zu einer Million enthalten, und &quot;limit&quot; mindestens ein Symbol.</translation>
+    </message>
+</context>
+<context>
+    <name>density::PlotPainter</name>
+    <message>
+        <source>%1 T, %2 T: %3 T</source>
+        <translation>%1 T, %2 T: %3 T</translation>
+    </message>
+    <message>
+        <source>count %1</source>
+        <translation>Anzahl %1</translation>
+    </message>
+    <message>
+        <source>No symbols yet</source>
+        <translation>Noch keine Symbole</translation>
+    </message>
+    <message>
+        <source>%1 symbols</source>
+        <translation>%1 Symbole</translation>
+    </message>
+    <message>
+        <source>%1 of %2 symbols</source>
+        <translation>%1 von %2 Symbolen</translation>
+    </message>
+    <message>
+        <source>, left out: %1 torn symbols, %2 bad samples</source>
+        <translation>, ausgelassen: %1 zerrissene Symbole, %2 unbrauchbare Abtastwerte</translation>
+    </message>
+    <message>
+        <source>testing</source>
+        <translation>läuft</translation>
+    </message>
+    <message>
+        <source>passed</source>
+        <translation>bestanden</translation>
+    </message>
+    <message>
+        <source>failed</source>
+        <translation>nicht bestanden</translation>
+    </message>
+    <message>
+        <source>, mask %1: %2 hits in %3 symbols</source>
+        <translation>, Maske %1: %2 Treffer in %3 Symbolen</translation>
+    </message>
+    <message>
+        <source>, EVM %1 %, MER %2 dB</source>
+        <translation>, EVM %1 %, MER %2 dB</translation>
+    </message>
+    <message>
+        <source>, paused</source>
+        <translation>, angehalten</translation>
     </message>
 </context>
 </TS>

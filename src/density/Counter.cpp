@@ -99,6 +99,8 @@ void Counter::add(const float* samples, std::size_t count, std::int64_t symbol)
     ++m_allSymbols;
     if (m_maskTest)
         m_maskTest->add(samples, symbol);
+    if (!m_settings.shape)
+        m_errors.add(samples[0], samples[1]);
 }
 
 void Counter::addTorn(std::int64_t count)
@@ -144,6 +146,7 @@ void Counter::clear()
     m_leftOut = LeftOut();
     if (m_maskTest)
         m_maskTest->restart();
+    m_errors.clear();
     countAnew(m_home);
     if (m_zoom)
         countAnew(m_zoom);
@@ -206,6 +209,13 @@ void Counter::setMaskTest(std::unique_ptr<MaskTest> test)
     m_maskTest = m_settings.shape ? std::move(test) : nullptr;
     for (std::size_t age = m_kept.count(); m_maskTest && age-- > 0;)
         m_maskTest->add(m_kept.at(age), m_kept.symbolAt(age));
+}
+
+void Counter::setIdeal(const std::vector<std::complex<double>>& ideal)
+{
+    m_errors = ErrorVectors(ideal);
+    for (std::size_t age = m_kept.count(); !m_settings.shape && age-- > 0;)
+        m_errors.add(m_kept.at(age)[0], m_kept.at(age)[1]);
 }
 
 SnapshotPtr Counter::snapshot() { return snapshotOf(m_zoom ? *m_zoom : *m_home); }

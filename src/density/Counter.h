@@ -2,6 +2,7 @@
 #pragma once
 
 #include "density/DensityTypes.h"
+#include "density/ErrorVectors.h"
 #include "density/KeptSignal.h"
 #include "foundations/Export.h"
 
@@ -28,8 +29,8 @@ class MaskTest;
 class ORVANE_API Counter
 {
 public:
-    static constexpr std::size_t leastKept = 100'000;
-    static constexpr std::size_t mostKept = 2'000'000;
+    static constexpr std::size_t leastKept = 100000;
+    static constexpr std::size_t mostKept = 2000000;
     static constexpr std::size_t mostKeptBytes = std::size_t{512} << 20;
 
     struct Settings
@@ -75,6 +76,11 @@ public:
     void setMaskTest(std::unique_ptr<MaskTest> test);
     const MaskTest* maskTest() const { return m_maskTest.get(); }
 
+    /// The points that those of the signal should be: error vectors of the kept ones and of all
+    /// that come. Of traces there are none.
+    void setIdeal(const std::vector<std::complex<double>>& ideal);
+    const ErrorVectors& errorVectors() const { return m_errors; }
+
     const Settings& settings() const { return m_settings; }
     std::int64_t allSymbols() const { return m_allSymbols; } ///< since the last clear
     const std::optional<Window>& zoom() const { return m_zoomed; }
@@ -104,6 +110,7 @@ private:
     std::optional<Window> m_zoomed;
     std::unique_ptr<View> m_home, m_zoom;
     std::unique_ptr<MaskTest> m_maskTest;
+    ErrorVectors m_errors;
     std::int64_t m_allSymbols = 0;
     LeftOut m_leftOut;
 };

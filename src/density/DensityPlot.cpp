@@ -2,7 +2,8 @@
 #include "density/DensityPlot.h"
 
 #include "density/DensityExport.h"
-#include "density/DensityPlotPrivate.h"
+#include "density/PlotPainter.h"
+#include "density/PlotState.h"
 
 #include <QEvent>
 #include <QPainter>
@@ -61,6 +62,7 @@ PlotData dataOf(Counter& counter, const std::optional<std::int64_t>& litSymbol)
 {
     PlotData data;
     data.snapshot = counter.snapshot();
+    data.errors = counter.errorVectors().figures();
     const KeptSignal& kept = counter.kept();
     std::vector<std::int64_t> wanted;
     if (const MaskTest* test = counter.maskTest()) {
@@ -91,7 +93,7 @@ PlotData dataOf(Counter& counter, const std::optional<std::int64_t>& litSymbol)
 
 DensityPlot::DensityPlot(Kind kind, Counter::Settings settings, QWidget* parent)
     : QWidget(parent)
-    , d(std::make_unique<Private>(kind, settingsFor(kind, std::move(settings))))
+    , d(std::make_unique<PlotState>(settingsFor(kind, std::move(settings))))
 {
     setFocusPolicy(Qt::StrongFocus);
     setMinimumSize(200, 150);
@@ -250,6 +252,14 @@ void DensityPlot::setMask(const std::optional<Mask>& mask, double instant, doubl
     update();
 }
 
+void DensityPlot::setIdeal(const std::vector<std::complex<double>>& ideal)
+{
+    d->counting->order([ideal](Counter& counter) { counter.setIdeal(ideal); });
+    d->isStale = true;
+}
+
+ErrorVectors::Figures DensityPlot::errorVectors() const { return d->data.errors; }
+
 std::optional<MaskTest::Result> DensityPlot::maskResult() const { return d->data.mask; }
 
 void DensityPlot::setLitSymbol(const std::optional<std::int64_t>& symbol)
@@ -310,7 +320,7 @@ void DensityPlot::renderPicture(QPainter& painter, const QSize& size)
 {
     if (size.isEmpty())
         return;
-    const bool isDark = PlotPainter::groundOf(d->kind).lightness() < 128;
+    const bool isDark = PlotPainter::groundOf(d->shape.has_value()).lightness() < 128;
     if (d->image.isNull() || isDark != d->colors.isDarkGround) {
         d->colors.isDarkGround = isDark;
         d->image = d->data.snapshot ? toImage(*d->data.snapshot, d->colors) : QImage();
@@ -320,7 +330,7 @@ void DensityPlot::renderPicture(QPainter& painter, const QSize& size)
 
 void DensityPlot::resizeEvent(QResizeEvent*)
 {
-    d->view.setPlace(Private::placeOf(size(), fontMetrics()));
+    d->view.setPlace(PlotPainter::placeOf(size(), fontMetrics()));
 }
 
 } // namespace density

@@ -17,6 +17,7 @@
 namespace density {
 
 struct PlotData;
+struct PlotState;
 
 /// Shows how often a signal passed where: the traces of an eye over time in symbols and level, or
 /// the points of a constellation over I and Q. Counts become colours; the legend at the right says
@@ -81,6 +82,10 @@ public:
     void setMask(const std::optional<Mask>& mask, double instant = 0.0, double low = 0.0,
                  double high = 1.0);
     std::optional<MaskTest::Result> maskResult() const;
+    /// The points of a constellation, as its symbols are scaled, for EVM and MER of all symbols, of
+    /// those that are kept and all that come; empty, as at first: not known.
+    void setIdeal(const std::vector<std::complex<double>>& ideal);
+    ErrorVectors::Figures errorVectors() const;
     /// Draws the trace, or the point, of a kept symbol over the picture; none ends it. One that is
     /// not kept is not drawn.
     void setLitSymbol(const std::optional<std::int64_t>& symbol);
@@ -112,16 +117,13 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    friend struct PlotPainter;
-    struct Private;
-
     void ask();
     void take(PlotData* data);
     void showZoom();
     void tellPassed(const QPointF& pixel);
     bool moveCursor(int key, bool isFar);
 
-    std::unique_ptr<Private> d;
+    std::unique_ptr<PlotState> d;
 };
 
 } // namespace density

@@ -1,6 +1,6 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "density/DensityPlot.h"
-#include "density/DensityPlotPrivate.h"
+#include "density/PlotState.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -68,16 +68,16 @@ void DensityPlot::mousePressEvent(QMouseEvent* event)
         event->button() == Qt::RightButton || event->modifiers() & Qt::ShiftModifier;
     if (event->button() == Qt::LeftButton && cursor != Cursors::None && !isBand) {
         d->cursors.selected = cursor;
-        d->drag = Private::Drag::Cursor;
+        d->drag = PlotState::Drag::Cursor;
         update();
     } else if (isBand) {
-        d->drag = Private::Drag::Band;
+        d->drag = PlotState::Drag::Band;
         if (!d->band)
             d->band = new QRubberBand(QRubberBand::Rectangle, this);
         d->band->setGeometry(QRect(d->pressedAt, QSize()));
         d->band->show();
     } else if (event->button() == Qt::LeftButton) {
-        d->drag = Private::Drag::Maybe;
+        d->drag = PlotState::Drag::Maybe;
         d->view.beginPan();
     }
 }
@@ -86,22 +86,22 @@ void DensityPlot::mouseMoveEvent(QMouseEvent* event)
 {
     const QPoint moved = event->pos() - d->pressedAt;
     switch (d->drag) {
-    case Private::Drag::None:
+    case PlotState::Drag::None:
         break;
-    case Private::Drag::Maybe:
+    case PlotState::Drag::Maybe:
         if (moved.manhattanLength() < QApplication::startDragDistance())
             break;
-        d->drag = Private::Drag::Pan;
+        d->drag = PlotState::Drag::Pan;
         [[fallthrough]];
-    case Private::Drag::Pan:
+    case PlotState::Drag::Pan:
         if (d->view.pan(moved))
             showZoom();
         break;
-    case Private::Drag::Band:
+    case PlotState::Drag::Band:
         d->band->setGeometry(QRect(d->pressedAt, event->pos()).normalized() &
                              d->view.place().toRect());
         break;
-    case Private::Drag::Cursor: {
+    case PlotState::Drag::Cursor: {
         const QPointF value = d->view.toValue(event->pos());
         const int index = d->cursors.selected;
         d->cursors.places[static_cast<std::size_t>(index)] =
@@ -115,15 +115,15 @@ void DensityPlot::mouseMoveEvent(QMouseEvent* event)
 void DensityPlot::mouseReleaseEvent(QMouseEvent* event)
 {
     const auto drag = d->drag;
-    d->drag = Private::Drag::None;
-    if (drag == Private::Drag::Band && d->band) {
+    d->drag = PlotState::Drag::None;
+    if (drag == PlotState::Drag::Band && d->band) {
         const QRect chosen = d->band->geometry();
         d->band->hide();
         // Less is a slip of the hand.
         constexpr int least = 4;
         if (chosen.width() >= least && chosen.height() >= least && d->view.zoomTo(chosen))
             showZoom();
-    } else if (drag == Private::Drag::Maybe) {
+    } else if (drag == PlotState::Drag::Maybe) {
         tellPassed(event->pos());
     }
 }

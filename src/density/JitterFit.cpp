@@ -156,59 +156,74 @@ JitterFit JitterFit::of(const std::vector<double>& times)
     fit.m_variance = spread.sigma.value * spread.sigma.value;
     fit.m_varianceDeviation =
         (spread.sigma.high - spread.sigma.low) / 3.92 * 2.0 * spread.sigma.value;
-    const auto n = static_cast<double>(count);
     // A clock to the last digit of single precision.
     if (spread.sigma.value < 1e-6) {
         fit.random = fit.deterministic = Figure::of(0.0, 1e-6, count);
         fit.distance = 0.0;
         return fit;
     }
-    const Likelihood likelihood(times, fit.mean, spread.lowest, spread.highest);
-    double best = likelihood.of(modelOf(Deterministic::None, fit.m_variance, 0.0)) + clearGain;
-    double share = 0.0;
-    for (const Deterministic kind : {Deterministic::TwoInstants, Deterministic::Sine}) {
-        const auto gain = [&](double part) {
-            return likelihood.of(modelOf(kind, fit.m_variance, part));
-        };
-        const double found = maximise(gain, 0.0, highestShare);
-        if (gain(found) > best) {
-            best = gain(found);
-            share = found;
-            fit.kind = kind;
-        }
-    }
-    fit.m_model = modelOf(fit.kind, fit.m_variance, share);
-    fit.m_lowShare = fit.m_highShare = share;
-    if (fit.kind != Deterministic::None) {
-        const auto within = [&](double part) {
-            return likelihood.of(modelOf(fit.kind, fit.m_variance, part)) - best + intervalGain;
-        };
-        fit.m_highShare = zeroOf(within, share, highestShare);
-        fit.m_lowShare = zeroOf([&](double part) { return within(share - part); }, 0.0, share);
-        fit.m_lowShare = share - fit.m_lowShare;
-    }
-    std::vector<double> sorted(times);
-    std::sort(sorted.begin(), sorted.end());
-    fit.distance = 0.0;
-    for (std::size_t k = 0; k < sorted.size(); k += sorted.size() / 500 + 1) {
-        const double before = (static_cast<double>(k) + 0.5) / n;
-        const double modelled = 1.0 - fit.m_model.tail(sorted[k] - fit.mean);
-        fit.distance = std::max(fit.distance, std::abs(before - modelled));
-    }
-    if (fit.distance > 0.01 + 1.63 / std::sqrt(n)) {
+    fit.chooseModel(Likelihood(times, fit.mean, spread.lowest, spread.highest));
+    fit.distance = fit.distanceTo(times);
+    if (fit.distance > 0.01 + 1.63 / std::sqrt(static_cast<double>(count))) {
         fit.random = fit.deterministic = Figure::none(Withheld::NoModel, count);
         return fit;
     }
-    const double relative = 0.98 * fit.m_varianceDeviation / fit.m_variance; // of a root, 95 %
     const auto figure = [&](double value, double atLow, double atHigh) {
-        return Figure::within(value, std::min(atLow, atHigh) * (1.0 - relative),
-                              std::max(atLow, atHigh) * (1.0 + relative), count);
+        return fit.within(value, atLow, atHigh, count);
     };
     const Model low = modelOf(fit.kind, fit.m_variance, fit.m_lowShare);
     const Model high = modelOf(fit.kind, fit.m_variance, fit.m_highShare);
     fit.random = figure(fit.m_model.sigma, low.sigma, high.sigma);
     fit.deterministic = figure(2.0 * fit.m_model.reach, 2.0 * low.reach, 2.0 * high.reach);
     return fit;
+}
+
+// The likeliest kind and share of the deterministic part, and the ends of the share's interval.
+void JitterFit::chooseModel(const Likelihood& likelihood)
+{
+    double best = likelihood.of(modelOf(Deterministic::None, m_variance, 0.0)) + clearGain;
+    double share = 0.0;
+    for (const Deterministic candidate : {Deterministic::TwoInstants, Deterministic::Sine}) {
+        const auto gain = [&](double part) {
+            return likelihood.of(modelOf(candidate, m_variance, part));
+        };
+        const double found = maximise(gain, 0.0, highestShare);
+        if (gain(found) > best) {
+            best = gain(found);
+            share = found;
+            kind = candidate;
+        }
+    }
+    m_model = modelOf(kind, m_variance, share);
+    m_lowShare = m_highShare = share;
+    if (kind == Deterministic::None)
+        return;
+    const auto isWithin = [&](double part) {
+        return likelihood.of(modelOf(kind, m_variance, part)) - best + intervalGain;
+    };
+    m_highShare = zeroOf(isWithin, share, highestShare);
+    m_lowShare = share - zeroOf([&](double below) { return isWithin(share - below); }, 0.0, share);
+}
+
+double JitterFit::distanceTo(std::vector<double> times) const
+{
+    std::sort(times.begin(), times.end());
+    double largest = 0.0;
+    for (std::size_t k = 0; k < times.size(); k += times.size() / 500 + 1) {
+        const double before = (static_cast<double>(k) + 0.5) / static_cast<double>(times.size());
+        largest = std::max(largest, std::abs(before - 1.0 + m_model.tail(times[k] - mean)));
+    }
+    return largest;
+}
+
+// A figure that is as the root of the variance, with its values at the ends of the share's
+// interval.
+Figure JitterFit::within(double value, double atLow, double atHigh, std::int64_t count) const
+{
+    // Half the interval of the variance, relative.
+    const double relative = m_variance > 0.0 ? 0.98 * m_varianceDeviation / m_variance : 0.0;
+    return Figure::within(value, std::min(atLow, atHigh) * (1.0 - relative),
+                          std::max(atLow, atHigh) * (1.0 + relative), count);
 }
 
 double JitterFit::placeOf(const Model& model, double probability)
@@ -222,14 +237,11 @@ Figure JitterFit::total(double probability) const
 {
     if (!random.isGiven() || !(probability > 1e-300 && probability < 0.5))
         return Figure::none(random.isGiven() ? Withheld::TooFew : random.reason, random.count);
-    const double relative = m_variance > 0.0 ? 0.98 * m_varianceDeviation / m_variance : 0.0;
     const auto at = [&](double share) {
         return 2.0 * placeOf(modelOf(kind, m_variance, share), probability);
     };
-    const double low = at(m_lowShare), high = at(m_highShare);
-    return Figure::within(2.0 * placeOf(m_model, probability),
-                          std::min(low, high) * (1.0 - relative),
-                          std::max(low, high) * (1.0 + relative), random.count);
+    return within(2.0 * placeOf(m_model, probability), at(m_lowShare), at(m_highShare),
+                  random.count);
 }
 
 double JitterFit::later(double time) const

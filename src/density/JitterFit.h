@@ -56,6 +56,9 @@ private:
     class Likelihood;
     static Model modelOf(Deterministic kind, double variance, double share);
     static double placeOf(const Model& model, double probability);
+    void chooseModel(const Likelihood& likelihood);
+    double distanceTo(std::vector<double> times) const;
+    Figure within(double value, double atLow, double atHigh, std::int64_t count) const;
 
     Model m_model;
     double m_lowShare = 0.0, m_highShare = 0.0; // of the variance, deterministic

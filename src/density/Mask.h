@@ -42,7 +42,7 @@ struct ORVANE_API Mask
     /// The test passes with up to so many hits...
     std::int64_t mostHits = 0;
     /// ...in so many symbols.
-    std::int64_t symbolCount = 100'000;
+    std::int64_t symbolCount = 100000;
 
     /// Whether it can be tested: see above, all numbers finite and within 1e6 of 0.
     bool isUsable() const;

@@ -1,4 +1,5 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "density/Counter.h"
 #include "density/ErrorVectors.h"
 #include "density/EyeFigures.h"
 #include "density/Normal.h"
@@ -242,6 +243,10 @@ TEST(ErrorVectors, TellEvmAndMerOfAllSymbolsAndEachCluster)
     for (int k = 0; k < 4; ++k)
         ideal.push_back(std::polar(1.0, M_PI / 4.0 + M_PI / 2.0 * k));
     ErrorVectors errors(ideal);
+    Counter::Settings points;
+    points.shape.reset();
+    Counter counter(points);
+    counter.setIdeal({0.0});
     std::mt19937 generator(1);
     std::normal_distribution<double> gauss;
     // An EVM of 5 %, of the last cluster 10 %, and its place off by 0.02.
@@ -250,7 +255,12 @@ TEST(ErrorVectors, TellEvmAndMerOfAllSymbolsAndEachCluster)
         const std::complex<double> symbol =
             ideal[static_cast<std::size_t>(k % 4)] + (k % 4 == 3 ? 0.02 : 0.0) +
             evm / M_SQRT2 * std::complex<double>(gauss(generator), gauss(generator));
-        errors.add(static_cast<float>(symbol.real()), static_cast<float>(symbol.imag()));
+        const float sample[] = {static_cast<float>(symbol.real()),
+                                static_cast<float>(symbol.imag())};
+        errors.add(sample[0], sample[1]);
+        counter.add(sample, 2, k);
+        if (k == 1000)
+            counter.setIdeal(ideal); // of those before, too
     }
     errors.add(std::numeric_limits<float>::quiet_NaN(), 0.0F);
     const ErrorVectors::Figures figures = errors.figures();
@@ -258,6 +268,7 @@ TEST(ErrorVectors, TellEvmAndMerOfAllSymbolsAndEachCluster)
     expectTrue(figures.evm, 100.0 * std::sqrt(all), "EVM");
     expectTrue(figures.mer, -10.0 * std::log10(all), "MER");
     EXPECT_EQ(figures.evm.count, 40'000);
+    EXPECT_EQ(counter.errorVectors().figures().evm.value, figures.evm.value);
     ASSERT_EQ(figures.clusters.size(), 4U);
     expectTrue(figures.clusters[0].evm, 5.0, "first cluster");
     expectTrue(figures.clusters[3].evm, 100.0 * std::hypot(0.1, 0.02), "last cluster");

@@ -1,15 +1,20 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "density/DensityPlot.h"
+#include "density/ColorScale.h"
+#include "density/CountingThread.h"
+#include "density/MaskTest.h"
 #include "density/PlotView.h"
 
 #include <QImage>
+#include <QPoint>
 #include <QPointer>
 #include <QRubberBand>
 #include <QTimer>
 
 #include <array>
+#include <memory>
+#include <optional>
 
 namespace density {
 
@@ -20,6 +25,7 @@ struct PlotData
     std::optional<MaskTest::Result> mask;
     std::vector<std::vector<float>> hits; // traces that touched the mask, the newest first
     std::vector<float> lit;               // a trace or a point; empty: none
+    ErrorVectors::Figures errors;
 };
 
 /// Two cursors each way, by value.
@@ -33,19 +39,16 @@ struct Cursors
     static bool isX(int index) { return index < FirstY; }
 };
 
-struct DensityPlot::Private
+/// All that a density plot holds.
+struct PlotState
 {
-    Private(Kind plotKind, const Counter::Settings& settings)
-        : kind(plotKind)
-        , shape(settings.shape)
-        , view(plotKind == Kind::Constellation)
+    explicit PlotState(const Counter::Settings& settings)
+        : shape(settings.shape)
+        , view(!settings.shape)
         , counting(std::make_unique<CountingThread>(settings))
     {}
-    /// What the legend, the labels and the line of text leave of a size.
-    static QRectF placeOf(const QSize& size, const QFontMetrics& metrics);
 
-    Kind kind;
-    std::optional<TraceShape> shape;
+    std::optional<TraceShape> shape; // none: a constellation
     PlotView view;
     PlotData data;
     QImage image; // of the snapshot
@@ -68,34 +71,7 @@ struct DensityPlot::Private
     QPoint pressedAt;
     QPointer<QRubberBand> band;
 
-    // The last one, so that the thread ends before what it hands over to goes.
     std::unique_ptr<CountingThread> counting;
-};
-
-/// Draws a plot.
-struct PlotPainter
-{
-    const DensityPlot::Private& d;
-    QPainter& painter;
-    PlotView view;
-
-    PlotPainter(const DensityPlot::Private& plot, QPainter& target, const QSize& size,
-                const QFontMetrics& metrics);
-    void paint(const QSize& size);
-    static QColor groundOf(DensityPlot::Kind kind);
-
-private:
-    void paintGround(const QSize& size);
-    void paintCounts();
-    void paintGridAndLabels();
-    void paintMask();
-    void paintTrace(const std::vector<float>& trace, const QColor& color);
-    void paintCursors();
-    void paintHistograms();
-    void paintLegend();
-    void paintTexts(const QSize& size);
-    QString cursorText() const;
-    QString symbolText() const;
 };
 
 } // namespace density

@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "density/PlotPainter.h"
+
 #include "density/DensityExport.h"
-#include "density/DensityPlotPrivate.h"
+#include "density/PlotState.h"
 #include "density/Spread.h"
 #include "platform/glbase/axisDefinition.h"
 #include "platform/gui/ColorSet.h"
@@ -39,7 +41,7 @@ double labelWidth(const QFontMetrics& metrics)
 
 } // namespace
 
-QRectF DensityPlot::Private::placeOf(const QSize& size, const QFontMetrics& metrics)
+QRectF PlotPainter::placeOf(const QSize& size, const QFontMetrics& metrics)
 {
     const double text = metrics.height();
     const double left = labelWidth(metrics) + gap;
@@ -50,67 +52,68 @@ QRectF DensityPlot::Private::placeOf(const QSize& size, const QFontMetrics& metr
                   std::max(1.0, size.height() - gap - bottom));
 }
 
-QColor PlotPainter::groundOf(DensityPlot::Kind kind)
+QColor PlotPainter::groundOf(bool isEye)
 {
-    return color(kind == DensityPlot::Kind::Eye ? IColorBase::colEyeBackground
-                                                : IColorBase::colIQBackground);
+    return color(isEye ? IColorBase::colEyeBackground : IColorBase::colIQBackground);
 }
 
-PlotPainter::PlotPainter(const DensityPlot::Private& plot, QPainter& target, const QSize& size,
+PlotPainter::PlotPainter(const PlotState& state, QPainter& painter, const QSize& size,
                          const QFontMetrics& metrics)
-    : d(plot)
-    , painter(target)
-    , view(plot.view)
+    : m_state(state)
+    , m_painter(painter)
+    , m_view(state.view)
 {
-    view.setPlace(DensityPlot::Private::placeOf(size, metrics));
+    m_view.setPlace(placeOf(size, metrics));
 }
 
 void PlotPainter::paint(const QSize& size)
 {
-    painter.save();
+    m_painter.save();
     paintGround(size);
     paintGridAndLabels();
-    painter.save();
-    painter.setClipRect(view.place());
+    m_painter.save();
+    m_painter.setClipRect(m_view.place());
     paintCounts();
     paintMask();
-    if (!d.data.lit.empty())
-        paintTrace(d.data.lit, groundOf(d.kind).lightness() < 128 ? litColor : QColor(Qt::black));
-    if (d.cursors.isShown) {
+    if (!m_state.data.lit.empty())
+        paintTrace(m_state.data.lit, groundOf(m_state.shape.has_value()).lightness() < 128
+                                         ? litColor
+                                         : QColor(Qt::black));
+    if (m_state.cursors.isShown) {
         paintHistograms();
         paintCursors();
     }
-    painter.restore();
+    m_painter.restore();
     paintLegend();
     paintTexts(size);
-    painter.restore();
+    m_painter.restore();
 }
 
 void PlotPainter::paintGround(const QSize& size)
 {
-    painter.fillRect(QRect(QPoint(), size), color(IColorBase::colLabelBack));
-    painter.fillRect(view.place(), groundOf(d.kind));
+    m_painter.fillRect(QRect(QPoint(), size), color(IColorBase::colLabelBack));
+    m_painter.fillRect(m_view.place(), groundOf(m_state.shape.has_value()));
 }
 
 // The picture stands where it was counted: after a zoom, stretched until its own count has come.
 void PlotPainter::paintCounts()
 {
-    if (d.image.isNull())
+    if (m_state.image.isNull())
         return;
-    const Window& counted = d.data.snapshot->window;
-    const QRectF target(view.toPixel({counted.left, counted.top}),
-                        view.toPixel({counted.right, counted.bottom}));
-    const double ratio = painter.device()->devicePixelRatioF();
-    painter.setRenderHint(QPainter::SmoothPixmapTransform,
-                          target.width() * ratio < d.image.width());
-    painter.drawImage(target, d.image);
+    const Window& counted = m_state.data.snapshot->window;
+    const QRectF target(m_view.toPixel({counted.left, counted.top}),
+                        m_view.toPixel({counted.right, counted.bottom}));
+    const double ratio = m_painter.device()->devicePixelRatioF();
+    m_painter.setRenderHint(QPainter::SmoothPixmapTransform,
+                            target.width() * ratio < m_state.image.width());
+    m_painter.drawImage(target, m_state.image);
 }
 
 void PlotPainter::paintGridAndLabels()
 {
-    const QRectF& place = view.place();
-    const Window shown = view.window();
-    const QFontMetricsF metrics(painter.font());
+    const QRectF& place = m_view.place();
+    const Window shown = m_view.window();
+    const QFontMetricsF metrics(m_painter.font());
     const QPen grid(color(IColorBase::colGrid));
     const QPen label(color(IColorBase::colLabel));
     axisDefinition x(axisDefinition::Orientation::Horizontal);
@@ -118,16 +121,16 @@ void PlotPainter::paintGridAndLabels()
     x.SetLength(static_cast<int>(place.width()));
     double free = -1e9; // where the next label may start
     for (const axisDefinition::Tick& tick : x.GetTicks()) {
-        const double at = view.toPixel({tick.value, 0.0}).x();
-        painter.setPen(grid);
-        painter.drawLine(QPointF(at, place.top()), QPointF(at, place.bottom()));
+        const double at = m_view.toPixel({tick.value, 0.0}).x();
+        m_painter.setPen(grid);
+        m_painter.drawLine(QPointF(at, place.top()), QPointF(at, place.bottom()));
         const QString text = x.Label(tick.value);
         const double width = metrics.horizontalAdvance(text);
         if (at - 0.5 * width < free)
             continue;
         free = at + 0.5 * width + gap;
-        painter.setPen(label);
-        painter.drawText(
+        m_painter.setPen(label);
+        m_painter.drawText(
             QRectF(at - 0.5 * width - 1.0, place.bottom() + 2.0, width + 2.0, metrics.height()),
             Qt::AlignCenter, text);
     }
@@ -135,47 +138,47 @@ void PlotPainter::paintGridAndLabels()
     y.SetRange(shown.bottom, shown.top);
     y.SetLength(static_cast<int>(place.height()));
     for (const axisDefinition::Tick& tick : y.GetTicks()) {
-        const double at = view.toPixel({0.0, tick.value}).y();
-        painter.setPen(grid);
-        painter.drawLine(QPointF(place.left(), at), QPointF(place.right(), at));
-        painter.setPen(label);
-        painter.drawText(
+        const double at = m_view.toPixel({0.0, tick.value}).y();
+        m_painter.setPen(grid);
+        m_painter.drawLine(QPointF(place.left(), at), QPointF(place.right(), at));
+        m_painter.setPen(label);
+        m_painter.drawText(
             QRectF(0.0, at - 0.5 * metrics.height(), place.left() - 3.0, metrics.height()),
             Qt::AlignRight | Qt::AlignVCenter, y.Label(tick.value));
     }
-    painter.setPen(label);
-    painter.drawRect(place);
+    m_painter.setPen(label);
+    m_painter.drawRect(place);
 }
 
 void PlotPainter::paintMask()
 {
-    if (d.mask.empty())
+    if (m_state.mask.empty())
         return;
-    painter.setRenderHint(QPainter::Antialiasing);
+    m_painter.setRenderHint(QPainter::Antialiasing);
     QColor fill = hitColor;
     fill.setAlpha(60);
-    painter.setBrush(fill);
-    painter.setPen(hitColor);
-    for (const QPolygonF& polygon : d.mask) {
+    m_painter.setBrush(fill);
+    m_painter.setPen(hitColor);
+    for (const QPolygonF& polygon : m_state.mask) {
         QPolygonF pixels;
         for (const QPointF& point : polygon)
-            pixels << view.toPixel(point);
-        painter.drawPolygon(pixels);
+            pixels << m_view.toPixel(point);
+        m_painter.drawPolygon(pixels);
     }
-    for (const std::vector<float>& trace : d.data.hits)
+    for (const std::vector<float>& trace : m_state.data.hits)
         paintTrace(trace, hitColor);
-    painter.setRenderHint(QPainter::Antialiasing, false);
+    m_painter.setRenderHint(QPainter::Antialiasing, false);
 }
 
 // A trace, or a point, over the picture; bad samples break its line.
 void PlotPainter::paintTrace(const std::vector<float>& trace, const QColor& traceColor)
 {
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(traceColor, 1.5));
-    painter.setBrush(Qt::NoBrush);
-    if (!d.shape) {
+    m_painter.setRenderHint(QPainter::Antialiasing);
+    m_painter.setPen(QPen(traceColor, 1.5));
+    m_painter.setBrush(Qt::NoBrush);
+    if (!m_state.shape) {
         const QPointF at(static_cast<double>(trace[0]), static_cast<double>(trace[1]));
-        painter.drawEllipse(view.toPixel(at), 5.0, 5.0);
+        m_painter.drawEllipse(m_view.toPixel(at), 5.0, 5.0);
         return;
     }
     QPolygonF line;
@@ -183,13 +186,13 @@ void PlotPainter::paintTrace(const std::vector<float>& trace, const QColor& trac
         if (std::isfinite(trace[k])) {
             // A painter takes no numbers far beyond its picture.
             constexpr double farthest = 1e5;
-            const QPointF at =
-                view.toPixel({d.shape->timeOf(static_cast<int>(k)), static_cast<double>(trace[k])});
+            const QPointF at = m_view.toPixel(
+                {m_state.shape->timeOf(static_cast<int>(k)), static_cast<double>(trace[k])});
             line << QPointF(std::clamp(at.x(), -farthest, farthest),
                             std::clamp(at.y(), -farthest, farthest));
         }
         if (!std::isfinite(trace[k]) || k + 1 == trace.size()) {
-            painter.drawPolyline(line);
+            m_painter.drawPolyline(line);
             line.clear();
         }
     }
@@ -197,17 +200,17 @@ void PlotPainter::paintTrace(const std::vector<float>& trace, const QColor& trac
 
 void PlotPainter::paintCursors()
 {
-    const QRectF& place = view.place();
+    const QRectF& place = m_view.place();
     for (int k = 0; k < Cursors::Count; ++k) {
-        const double value = d.cursors.places[static_cast<std::size_t>(k)];
-        const QPointF at = view.toPixel({value, value});
-        painter.setPen(
-            QPen(color(IColorBase::colLabel), k == d.cursors.selected ? 2.0 : 1.0,
+        const double value = m_state.cursors.places[static_cast<std::size_t>(k)];
+        const QPointF at = m_view.toPixel({value, value});
+        m_painter.setPen(
+            QPen(color(IColorBase::colLabel), k == m_state.cursors.selected ? 2.0 : 1.0,
                  k == Cursors::FirstX || k == Cursors::FirstY ? Qt::SolidLine : Qt::DashLine));
         if (Cursors::isX(k))
-            painter.drawLine(QPointF(at.x(), place.top()), QPointF(at.x(), place.bottom()));
+            m_painter.drawLine(QPointF(at.x(), place.top()), QPointF(at.x(), place.bottom()));
         else
-            painter.drawLine(QPointF(place.left(), at.y()), QPointF(place.right(), at.y()));
+            m_painter.drawLine(QPointF(place.left(), at.y()), QPointF(place.right(), at.y()));
     }
 }
 
@@ -215,130 +218,135 @@ void PlotPainter::paintCursors()
 // others.
 void PlotPainter::paintHistograms()
 {
-    if (!d.data.snapshot)
+    if (!m_state.data.snapshot)
         return;
-    const Window& counted = d.data.snapshot->window;
-    const QRectF& place = view.place();
-    painter.setPen(QPen(color(IColorBase::colLabel), 1.0));
+    const Window& counted = m_state.data.snapshot->window;
+    const QRectF& place = m_view.place();
+    m_painter.setPen(QPen(color(IColorBase::colLabel), 1.0));
     for (const bool isVertical : {true, false}) {
         const std::size_t first = isVertical ? Cursors::FirstX : Cursors::FirstY;
-        const auto ends = std::minmax(d.cursors.places[first], d.cursors.places[first + 1]);
-        const std::vector<double> sums = countsAlong(
-            *d.data.snapshot, {isVertical ? Band::Direction::Vertical : Band::Direction::Horizontal,
-                               ends.first, ends.second});
+        const auto ends =
+            std::minmax(m_state.cursors.places[first], m_state.cursors.places[first + 1]);
+        const std::vector<double> sums =
+            countsAlong(*m_state.data.snapshot,
+                        {isVertical ? Band::Direction::Vertical : Band::Direction::Horizontal,
+                         ends.first, ends.second});
         const double most = *std::max_element(sums.begin(), sums.end());
         QPolygonF line;
         for (std::size_t k = 0; k < sums.size() && most > 0.0; ++k) {
             const double part = (static_cast<double>(k) + 0.5) / static_cast<double>(sums.size());
-            const QPointF at = view.toPixel(
+            const QPointF at = m_view.toPixel(
                 {counted.left + part * counted.width(), counted.bottom + part * counted.height()});
             const double size = histogramPart * sums[k] / most;
             line << (isVertical ? QPointF(place.left() + size * place.width(), at.y())
                                 : QPointF(at.x(), place.bottom() - size * place.height()));
         }
-        painter.drawPolyline(line);
+        m_painter.drawPolyline(line);
     }
 }
 
 void PlotPainter::paintLegend()
 {
-    const QRectF& place = view.place();
+    const QRectF& place = m_view.place();
     const QRectF bar(place.right() + gap, place.top(), legendWidth, place.height());
     const int steps = std::max(2, static_cast<int>(bar.height()));
     for (int k = 0; k < steps; ++k) {
         const double part = 1.0 - (k + 0.5) / steps;
-        painter.fillRect(QRectF(bar.left(), bar.top() + bar.height() * k / steps, bar.width(),
-                                bar.height() / steps + 0.5),
-                         QColor::fromRgb(d.colors.colorAt(part)));
+        m_painter.fillRect(QRectF(bar.left(), bar.top() + bar.height() * k / steps, bar.width(),
+                                  bar.height() / steps + 0.5),
+                           QColor::fromRgb(m_state.colors.colorAt(part)));
     }
-    painter.setPen(color(IColorBase::colLabel));
-    const CountRange range = d.data.snapshot ? rangeOf(*d.data.snapshot) : CountRange();
+    m_painter.setPen(color(IColorBase::colLabel));
+    const CountRange range = m_state.data.snapshot ? rangeOf(*m_state.data.snapshot) : CountRange();
     if (!(range.most > 0.0))
         return;
     constexpr int labels = 5;
-    const double height = QFontMetricsF(painter.font()).height();
+    const double height = QFontMetricsF(m_painter.font()).height();
     for (int k = 0; k < labels; ++k) {
         const double part = static_cast<double>(k) / (labels - 1);
-        const double count = d.colors.isLogarithmic
+        const double count = m_state.colors.isLogarithmic
                                  ? range.least * std::pow(range.most / range.least, part)
                                  : part * range.most;
         const double at = bar.bottom() - part * (bar.height() - height) - height;
-        painter.drawText(QPointF(bar.right() + 4.0, at + 0.8 * height), countText(count));
+        m_painter.drawText(QPointF(bar.right() + 4.0, at + 0.8 * height), countText(count));
     }
 }
 
 QString PlotPainter::cursorText() const
 {
-    const auto& at = d.cursors.places;
+    const auto& at = m_state.cursors.places;
     const double time = at[Cursors::SecondX] - at[Cursors::FirstX];
     QString text;
-    if (d.kind == DensityPlot::Kind::Eye) {
-        text = DensityPlot::tr("%1 T, %2 T: %3 T")
+    if (m_state.shape) {
+        text = tr("%1 T, %2 T: %3 T")
                    .arg(number(at[Cursors::FirstX]), number(at[Cursors::SecondX]), number(time));
-        if (d.symbolRate > 0.0)
+        if (m_state.symbolRate > 0.0)
             text += QStringLiteral(" = %1 s, 1/\u0394t %2 Hz")
-                        .arg(number(time / d.symbolRate), number(d.symbolRate / time));
+                        .arg(number(time / m_state.symbolRate), number(m_state.symbolRate / time));
     } else {
         text = QStringLiteral("I %1, %2: %3 %4")
                    .arg(number(at[Cursors::FirstX]), number(at[Cursors::SecondX]), number(time),
-                        d.unit);
+                        m_state.unit);
     }
-    text += QStringLiteral("   %1 %2, %3 %4: %5 %6")
-                .arg(number(at[Cursors::FirstY]), d.unit, number(at[Cursors::SecondY]), d.unit,
-                     number(at[Cursors::SecondY] - at[Cursors::FirstY]), d.unit);
-    if (!d.data.snapshot)
+    text +=
+        QStringLiteral("   %1 %2, %3 %4: %5 %6")
+            .arg(number(at[Cursors::FirstY]), m_state.unit, number(at[Cursors::SecondY]),
+                 m_state.unit, number(at[Cursors::SecondY] - at[Cursors::FirstY]), m_state.unit);
+    if (!m_state.data.snapshot)
         return text;
-    const Snapshot& counted = *d.data.snapshot;
+    const Snapshot& counted = *m_state.data.snapshot;
     const double column =
         (at[Cursors::FirstX] - counted.window.left) / counted.window.width() * counted.size.columns;
     const double row =
         (at[Cursors::FirstY] - counted.window.bottom) / counted.window.height() * counted.size.rows;
     if (column >= 0.0 && column < counted.size.columns && row >= 0.0 && row < counted.size.rows)
-        text += QStringLiteral("   ") +
-                DensityPlot::tr("count %1")
-                    .arg(number(counted.at(static_cast<int>(column), static_cast<int>(row))));
+        text +=
+            QStringLiteral("   ") +
+            tr("count %1").arg(number(counted.at(static_cast<int>(column), static_cast<int>(row))));
     return text;
 }
 
 QString PlotPainter::symbolText() const
 {
     const QLocale locale;
-    if (!d.data.snapshot)
-        return DensityPlot::tr("No symbols yet");
-    const Snapshot& counted = *d.data.snapshot;
-    QString text = DensityPlot::tr("%1 symbols").arg(locale.toString(qint64(counted.symbolCount)));
+    if (!m_state.data.snapshot)
+        return tr("No symbols yet");
+    const Snapshot& counted = *m_state.data.snapshot;
+    QString text = tr("%1 symbols").arg(locale.toString(qint64(counted.symbolCount)));
     if (counted.symbolCount != counted.allSymbols)
-        text = DensityPlot::tr("%1 of %2 symbols")
+        text = tr("%1 of %2 symbols")
                    .arg(locale.toString(qint64(counted.symbolCount)),
                         locale.toString(qint64(counted.allSymbols)));
     if (counted.leftOut.tornTraces > 0 || counted.leftOut.badSamples > 0)
-        text += DensityPlot::tr(", left out: %1 torn symbols, %2 bad samples")
+        text += tr(", left out: %1 torn symbols, %2 bad samples")
                     .arg(locale.toString(qint64(counted.leftOut.tornTraces)),
                          locale.toString(qint64(counted.leftOut.badSamples)));
-    if (d.data.mask) {
+    if (m_state.data.mask) {
         using Verdict = MaskTest::Verdict;
-        const QString verdict = d.data.mask->verdict == Verdict::Running
-                                    ? DensityPlot::tr("testing")
-                                : d.data.mask->verdict == Verdict::Pass ? DensityPlot::tr("passed")
-                                                                        : DensityPlot::tr("failed");
-        text += DensityPlot::tr(", mask %1: %2 hits in %3 symbols")
-                    .arg(verdict, locale.toString(qint64(d.data.mask->hitCount)),
-                         locale.toString(qint64(d.data.mask->symbolCount)));
+        const QString verdict = m_state.data.mask->verdict == Verdict::Running ? tr("testing")
+                                : m_state.data.mask->verdict == Verdict::Pass  ? tr("passed")
+                                                                               : tr("failed");
+        text += tr(", mask %1: %2 hits in %3 symbols")
+                    .arg(verdict, locale.toString(qint64(m_state.data.mask->hitCount)),
+                         locale.toString(qint64(m_state.data.mask->symbolCount)));
     }
-    return d.isPaused ? text + DensityPlot::tr(", paused") : text;
+    const ErrorVectors::Figures& errors = m_state.data.errors;
+    if (errors.evm.isGiven() && errors.mer.isGiven())
+        text += tr(", EVM %1 %, MER %2 dB").arg(number(errors.evm.value), number(errors.mer.value));
+    return m_state.isPaused ? text + tr(", paused") : text;
 }
 
 void PlotPainter::paintTexts(const QSize& size)
 {
-    const double height = QFontMetricsF(painter.font()).height();
-    painter.setPen(color(IColorBase::colLabel));
+    const double height = QFontMetricsF(m_painter.font()).height();
+    m_painter.setPen(color(IColorBase::colLabel));
     const auto line = [&](int fromBottom, const QString& text) {
-        painter.drawText(QRectF(gap, size.height() - fromBottom * (height + 0.5 * gap),
-                                size.width() - 2.0 * gap, height),
-                         Qt::AlignLeft | Qt::AlignVCenter, text);
+        m_painter.drawText(QRectF(gap, size.height() - fromBottom * (height + 0.5 * gap),
+                                  size.width() - 2.0 * gap, height),
+                           Qt::AlignLeft | Qt::AlignVCenter, text);
     };
     line(1, symbolText());
-    if (d.cursors.isShown)
+    if (m_state.cursors.isShown)
         line(2, cursorText());
 }
 
