@@ -40,7 +40,7 @@ QByteArray toNpy(const Snapshot& snapshot)
     bytes += static_cast<char>(header.size() & 0xff);
     bytes += static_cast<char>(header.size() >> 8);
     bytes += header;
-    const int start = bytes.size();
+    const int start = int(bytes.size());
     bytes.resize(start + static_cast<int>(snapshot.counts.size() * sizeof(double)));
     qToLittleEndian<double>(snapshot.counts.data(), static_cast<qsizetype>(snapshot.counts.size()),
                             bytes.data() + start);

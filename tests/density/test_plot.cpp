@@ -123,8 +123,9 @@ TEST(DensityPlot, ZoomsPansAndComesBack)
     EXPECT_EQ(plot.snapshot()->symbolCount, 5000);
     QTest::mousePress(&plot, Qt::LeftButton, {}, at);
     for (const int step : {40, 90}) {
-        QMouseEvent move(QEvent::MouseMove, at + QPoint(step, 0), Qt::LeftButton, Qt::LeftButton,
-                         {});
+        const QPoint to = at + QPoint(step, 0);
+        QMouseEvent move(QEvent::MouseMove, to, plot.mapToGlobal(to), Qt::LeftButton,
+                         Qt::LeftButton, {});
         QApplication::sendEvent(&plot, &move);
     }
     QTest::mouseRelease(&plot, Qt::LeftButton, {}, at + QPoint(90, 0));
@@ -133,7 +134,9 @@ TEST(DensityPlot, ZoomsPansAndComesBack)
     QTest::keyClick(&plot, Qt::Key_Z, Qt::ControlModifier); // a drag is one step
     EXPECT_EQ(plot.window(), zoomed);
     QTest::mousePress(&plot, Qt::RightButton, {}, QPoint(200, 100));
-    QMouseEvent move(QEvent::MouseMove, QPointF(400, 300), Qt::RightButton, Qt::RightButton, {});
+    const QPoint to(400, 300);
+    QMouseEvent move(QEvent::MouseMove, to, plot.mapToGlobal(to), Qt::RightButton, Qt::RightButton,
+                     {});
     QApplication::sendEvent(&plot, &move);
     QTest::mouseRelease(&plot, Qt::RightButton, {}, QPoint(400, 300));
     EXPECT_LT(plot.window().width(), 0.5 * zoomed.width());
