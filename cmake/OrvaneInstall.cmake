@@ -29,7 +29,6 @@ set(ORVANE_INTERNAL_HEADERS
   density/PlotView.h
   foundations/DiagramDialogs.h
   foundations/DiagramFrame.h
-  foundations/Extent.h
   foundations/TraceHistory.h
   eye/EyeScene.h
   views/ViewFrame.h)
