@@ -25,7 +25,8 @@ struct Look
     }
 };
 
-uint qHash(const Look& look, uint seed) { return ::qHash(look.text, seed); }
+using Hash = decltype(::qHash(QString()));
+Hash qHash(const Look& look, Hash seed) { return ::qHash(look.text, seed); }
 
 using Texts = QHash<Look, QStaticText>;
 
