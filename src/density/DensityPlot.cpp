@@ -91,9 +91,9 @@ PlotData dataOf(Counter& counter, const std::optional<std::int64_t>& litSymbol)
 
 } // namespace
 
-DensityPlot::DensityPlot(Kind kind, Counter::Settings settings, QWidget* parent)
+DensityPlot::DensityPlot(Kind kind, const Counter::Settings& settings, QWidget* parent)
     : QWidget(parent)
-    , d(std::make_unique<PlotState>(settingsFor(kind, std::move(settings))))
+    , d(std::make_unique<PlotState>(settingsFor(kind, settings)))
 {
     setFocusPolicy(Qt::StrongFocus);
     setMinimumSize(200, 150);

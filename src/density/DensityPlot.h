@@ -43,7 +43,8 @@ public:
     /// standard
     ///                  one, or none. The home is found from the first block that comes, unless
     ///                  setHome was called.
-    explicit DensityPlot(Kind kind, Counter::Settings settings = {}, QWidget* parent = nullptr);
+    explicit DensityPlot(Kind kind, const Counter::Settings& settings = {},
+                         QWidget* parent = nullptr);
     ~DensityPlot() override;
 
     /// Adds traces of the shape, one after the other, or I, Q, I, Q...; read during the call.

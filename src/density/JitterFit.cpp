@@ -23,9 +23,9 @@ constexpr std::size_t binCount = 400;
 const std::vector<double>& sineOffsets()
 {
     static const std::vector<double> offsets = [] {
-        std::vector<double> result;
-        for (int k = 0; k < sinePlaces; ++k)
-            result.push_back(std::cos(M_PI * (k + 0.5) / sinePlaces));
+        std::vector<double> result(sinePlaces);
+        for (std::size_t k = 0; k < result.size(); ++k)
+            result[k] = std::cos(M_PI * (static_cast<double>(k) + 0.5) / sinePlaces);
         return result;
     }();
     return offsets;

@@ -42,15 +42,11 @@ std::size_t valley(const std::vector<double>& density, std::size_t from, std::si
 {
     const auto begin = density.begin() + static_cast<std::ptrdiff_t>(from);
     const auto end = density.begin() + static_cast<std::ptrdiff_t>(to) + 1;
-    const double lowest = *std::min_element(begin, end);
-    std::size_t sum = 0, count = 0;
-    for (std::size_t k = from; k <= to; ++k) {
-        if (density[k] <= lowest) {
-            sum += k;
-            ++count;
-        }
-    }
-    return sum / count;
+    const auto first = std::min_element(begin, end);
+    auto last = first;
+    while (last + 1 != end && *(last + 1) <= *first)
+        ++last;
+    return static_cast<std::size_t>((first - density.begin()) + (last - first) / 2);
 }
 
 std::vector<Heap> heapsOf(const std::vector<double>& density)
