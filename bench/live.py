@@ -199,7 +199,7 @@ def run(folder, rounds, pattern):
                     roles.append(cores)
             for role, command in (("ours", [workbench, "--settings", settings]),
                                   ("empty Qt window", [empty])) if starts else ():
-                result = start(command)
+                result = start(command) if os.path.exists(command[0]) else None
                 for roles, value in zip(starts.values(), result or ()):
                     roles[role].append(value)
     if not all(roles["ours"] for roles in samples.values()):
