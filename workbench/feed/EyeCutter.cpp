@@ -25,6 +25,18 @@ int symbolLengthOf(const EyeCut& cut)
     return std::max(usualTraceLength / cut.symbolCount / 2 * 2, minSymbolLength);
 }
 
+/// Impulse response of the interpolation. To design it takes milliseconds.
+const std::vector<float>& kernel()
+{
+    static const std::vector<float> taps = [] {
+        std::vector<float> result(2 * reach * phaseCount + 1);
+        liquid_firdes_kaiser(static_cast<unsigned>(result.size()), 0.5F / phaseCount, stopBand,
+                             0.0F, result.data());
+        return result;
+    }();
+    return taps;
+}
+
 /// Scatters numbers that follow one another (the finaliser of the generator SplitMix64).
 std::uint64_t scattered(std::uint64_t number)
 {
@@ -41,9 +53,7 @@ struct EyeCutter::Interpolator
 {
     Interpolator()
     {
-        std::vector<float> taps(2 * reach * phaseCount + 1);
-        liquid_firdes_kaiser(static_cast<unsigned>(taps.size()), 0.5F / phaseCount, stopBand, 0.0F,
-                             taps.data());
+        std::vector<float> taps = kernel();
         bank = firpfb_rrrf_create(phaseCount, taps.data(), static_cast<unsigned>(taps.size()));
     }
     ~Interpolator() { firpfb_rrrf_destroy(bank); }
