@@ -1259,6 +1259,18 @@
         <source>0 to 1: %1 symbols</source>
         <translation>0 bis 1: %1 Symbole</translation>
     </message>
+    <message>
+        <source>one symbol</source>
+        <translation>ein Symbol</translation>
+    </message>
+    <message>
+        <source>%1 symbols</source>
+        <translation>%1 Symbole</translation>
+    </message>
+    <message>
+        <source>symbols</source>
+        <translation>Symbole</translation>
+    </message>
 </context>
 <context>
     <name>ParameterDock</name>

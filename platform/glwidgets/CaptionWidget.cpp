@@ -124,10 +124,12 @@ void CaptionWidget::setNote(const QString& text)
     if (m_note == text)
         return;
     m_note = text;
-    setAccessibleDescription(text);
+    setAccessibleDescription(WholeNote());
     TellWholeNote();
     update();
 }
+
+QString CaptionWidget::WholeNote() const { return m_note.section(QChar(0x9c), 0, 0); }
 
 void CaptionWidget::TellWholeNote()
 {
@@ -135,8 +137,9 @@ void CaptionWidget::TellWholeNote()
     bold.setBold(true);
     const int free =
         RoomForTitle(rect()).width() - QFontMetrics(bold).horizontalAdvance(m_title) - spacing;
-    const bool isCut = QFontMetrics(font()).horizontalAdvance(m_note) > free;
-    setToolTip(isCut ? m_note : QString());
+    const QString note = WholeNote();
+    const bool isShown = QFontMetrics(font()).horizontalAdvance(note) <= free;
+    setToolTip(isShown ? QString() : note);
 }
 
 void CaptionWidget::resizeEvent(QResizeEvent* event)

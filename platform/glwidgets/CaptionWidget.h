@@ -19,7 +19,8 @@ public:
     /// Text at the right of the bar; empty for none.
     void setReadout(const QString& text);
     /// A few words in the place of the read-out while there is none, paler than the title; empty
-    /// for none. Words that do not fit are cut, and a tool tip shows all of them.
+    /// for none. It may have shorter variants, each after U+009C: the first that fits is shown.
+    /// Where none does, the last is cut. A tool tip tells the first where it is not shown.
     void setNote(const QString& text);
     const QString& readout() const { return m_readout; }
     const QString& note() const { return m_note; }
@@ -47,6 +48,7 @@ protected:
 private:
     void TellPause();
     void DescribePause();
+    QString WholeNote() const;
     void TellWholeNote();
     QRect RoomForTitle(const QRect& place) const;
     void PaintBar(QPainter& painter, const QRect& place) const;

@@ -121,6 +121,7 @@ public:
     void SetPaused(bool paused);
     bool IsPaused() const;
     /// A few words at the right of the caption bar, cut where there is no room; empty for none.
+    /// Shorter variants may follow, each after U+009C: the first that fits is shown.
     void SetCaptionNote(const QString& text);
 
     /// Place of the diagram in the view, or in a picture of a size (RenderPicture), logical pixels.

@@ -123,6 +123,7 @@ public:
     void SetPaused(bool paused);
     bool IsPaused() const;
     /// A few words at the right of the caption bar, cut where there is no room; empty for none.
+    /// Shorter variants may follow, each after U+009C: the first that fits is shown.
     /// While the ruler has a read-out, it takes their place.
     void SetCaptionNote(const QString& text);
 

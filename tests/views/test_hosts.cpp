@@ -57,6 +57,9 @@ TYPED_TEST(Hosts, ReachAllPartsByTheView)
     EXPECT_TRUE(this->caption()->toolTip().isEmpty());
     view.resize(150, 300);
     EXPECT_EQ(this->caption()->toolTip(), note); // is cut
+    view.SetCaptionNote(note + QChar(0x9c) + "1");
+    EXPECT_TRUE(this->saysInPicture("1"));
+    EXPECT_EQ(this->caption()->toolTip(), note);
     view.resize(700, 500);
     this->caption()->setReadout("read-out");
     EXPECT_TRUE(this->saysInPicture("read-out") && !this->saysInPicture(note));

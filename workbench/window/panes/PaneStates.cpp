@@ -121,24 +121,27 @@ void PaneStates::showModes(const SignalFeed& feed, const QString& searched)
     time += feed.scale().unit == TimeScale::Unit::Symbol
                 ? tr("time in symbols")
                 : tr("time in %1").arg(units::sign(feed.scale()));
-    m_panes.setMode(timePane, time.join(QStringLiteral(", ")));
+    m_panes.setMode(timePane, {time.join(QStringLiteral(", ")), time.back()});
 
-    QStringList eye;
+    QStringList eye, shorter;
     if (feed.eye().cut().hasSymbols()) {
         if (!searched.isEmpty())
             eye += searched;
         const int count = feed.eye().cut().symbolCount;
         eye += count == 1 ? tr("0 to 1: one symbol") : tr("0 to 1: %1 symbols").arg(count);
+        shorter = QStringList{count == 1 ? tr("one symbol") : tr("%1 symbols").arg(count),
+                              QStringLiteral("%1\u2009T").arg(count)};
     }
-    m_panes.setMode(eyePane, eye.join(QStringLiteral(", ")));
+    m_panes.setMode(eyePane, QStringList{eye.join(QStringLiteral(", "))} + shorter);
 
     QString iq = feed.iq().showsDecisions() ? tr("decision instants") : tr("trajectory");
+    const QString brief = feed.iq().showsDecisions() ? tr("symbols") : tr("trajectory");
     if (feed.format().isDemodulated)
         iq = isFm ? tr("before FM demodulation: trajectory")
                   : tr("before AM demodulation: trajectory");
     if (!searched.isEmpty() && feed.iq().showsDecisions())
         iq = tr("%1, %2").arg(iq, searched);
-    m_panes.setMode(iqPane, feed.iq().hasQ() ? iq : QString());
+    m_panes.setMode(iqPane, feed.iq().hasQ() ? QStringList{iq, brief} : QStringList{QString()});
 }
 
 void PaneStates::refresh(const SignalFeed& feed)

@@ -202,10 +202,10 @@ void ViewPanes::setReadings(std::size_t index, ReadingTable* table)
     arrange();
 }
 
-void ViewPanes::setMode(std::size_t index, const QString& text)
+void ViewPanes::setMode(std::size_t index, const QStringList& variants)
 {
-    m_panes.at(index).mode = text;
-    m_panes.at(index).setCaptionNote(text);
+    m_panes.at(index).mode = variants.front();
+    m_panes.at(index).setCaptionNote(variants.join(QChar(0x9c)));
 }
 
 void ViewPanes::setPaused(bool paused)

@@ -79,7 +79,8 @@ public:
     /// @param index     of the pane.
     /// @param isVeiled  the view shows old data.
     void setNote(std::size_t index, const QString& text, bool isVeiled = false);
-    void setMode(std::size_t index, const QString& text);
+    /// @param variants  of one text, the longest first: the first that fits is shown. At least one.
+    void setMode(std::size_t index, const QStringList& variants);
     /// A view that has nothing to show, but says why: it leaves its room to the others.
     void setIdle(std::size_t index, bool isIdle);
     /// Puts a table below a view.
