@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "platform/glbase/KeptTexts.h"
 
+#include "platform/base/QtVersions.h"
+
 #include <QCoreApplication>
 #include <QFont>
 #include <QHash>
@@ -8,6 +10,7 @@
 #include <QStaticText>
 #include <QTransform>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -50,7 +53,8 @@ bool keptTexts::draw(QPainter& painter, const QRect& rect, int flags, const QStr
     // Between two pixels, kept texts are rounded in another way.
     const QTransform& toDevice = painter.deviceTransform();
     if (toDevice.type() > QTransform::TxScale || toDevice.m11() != std::floor(toDevice.m11()) ||
-        toDevice.m22() != std::floor(toDevice.m22()))
+        toDevice.m22() != std::floor(toDevice.m22()) ||
+        std::max(toDevice.m11(), toDevice.m22()) > QtVersions::exactStaticTextScale)
         return false;
     const Look look{
         text, painter.font(),
