@@ -105,7 +105,7 @@ std::optional<double> countByNumpy(const std::vector<float>& samples, const Trac
 {
     const QTemporaryDir folder;
     QFile file(folder.filePath("traces.f32"));
-    const auto size = static_cast<qint64>(samples.size() * sizeof(float));
+    const auto size = static_cast<qint64>(samples.size()) * qint64{sizeof(float)};
     if (!file.open(QIODevice::WriteOnly) ||
         file.write(reinterpret_cast<const char*>(samples.data()), size) != size || !file.flush())
         return std::nullopt;

@@ -170,7 +170,7 @@ void receiver(benchmark::State& state)
         values.insert(values.end(), {double{sample.real()}, double{sample.imag()}});
     const QTemporaryDir folder;
     QFile file(folder.filePath("signal.cf32"));
-    const auto size = static_cast<qint64>(sampleCount * sizeof(Sample));
+    const auto size = static_cast<qint64>(sampleCount) * qint64{sizeof(Sample)};
     if (!file.open(QIODevice::WriteOnly) ||
         file.write(reinterpret_cast<const char*>(signal.data()), size) != size || !file.flush()) {
         state.SkipWithError("the signal cannot be written");

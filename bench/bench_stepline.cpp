@@ -62,7 +62,7 @@ void compare(benchmark::State& state, const char* name, const std::function<void
     const double peerSeconds = secondsOf(peer);
     QElapsedTimer timer;
     timer.start();
-    for (auto _ : state)
+    for ([[maybe_unused]] auto _ : state)
         call();
     const double seconds = static_cast<double>(timer.nsecsElapsed()) / 1e9;
     state.counters[name] = peerSeconds * static_cast<double>(state.iterations()) / seconds;

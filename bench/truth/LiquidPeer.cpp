@@ -107,6 +107,7 @@ std::vector<Peer::Symbol> Liquid::timed(std::vector<std::complex<float>> samples
 void Liquid::follow(std::vector<Symbol>& symbols, const LinearSignal& kind, double bandwidth)
 {
     std::vector<Complex> values;
+    values.reserve(symbols.size());
     for (const Symbol& symbol : symbols)
         values.push_back(symbol.value);
     const double level = levelOf(values, kind);

@@ -165,7 +165,7 @@ std::vector<PeerRow> PeerComparison::compare(const Case& one)
             errorsOf(::figuresOf(measurement.object(files[static_cast<int>(k)])), trials[k].sent));
     for (const auto& peer : m_peers) {
         const TunedPeer tuned(*peer, toldCarrier(*one.linear), training);
-        errors.emplace_back();
+        errors.emplace_back().reserve(trials.size());
         for (const PeerTrial& trial : trials)
             errors.back().push_back(errorsOf(tuned.measure(trial), trial.sent));
     }

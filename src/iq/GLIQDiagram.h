@@ -61,7 +61,7 @@ public:
     void AddData(const float* data, std::size_t count);
     void AddData(const double* data, std::size_t count);
     /// Forgets all data sets and repaints. Ranges, settings and an auto-scale period stay.
-    void Clear();
+    void Clear(); // NOLINT(bugprone-virtual-near-miss): clear() is about lines of text
     /// Sets the aging time in seconds, and repaints. Infinity keeps the newest 100 data sets. NaN
     /// and negative numbers are ignored.
     void SetAging(double seconds);

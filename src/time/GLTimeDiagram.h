@@ -58,7 +58,7 @@ public:
     void AddData(const double* data, std::size_t count);
     void AddData(const float* data, std::size_t count);
     /// Forgets all traces and repaints. Ranges, baud rate, settings and an auto-scale period stay.
-    void Clear();
+    void Clear(); // NOLINT(bugprone-virtual-near-miss): clear() is about lines of text
     /// The samples of the traces that are kept, the oldest trace first: a copy.
     std::vector<std::vector<double>> GetTraces() const;
     /// Sets the number of samples per unit of the X axis, without a repaint. 0, the first value,

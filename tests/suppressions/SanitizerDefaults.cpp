@@ -25,6 +25,8 @@ EXPORTED const char* __lsan_default_suppressions()
         // Mesa's software driver keeps what it allocates once until the process ends.
         "leak:swrast_dri.so\n"
         "leak:libgallium\n"
+        // Qt 5's platform without a display forgets its screen.
+        "leak:libqoffscreen\n"
         // liquid-dsp 1.5 forgets 72 bytes whenever it designs a half-band filter.
         "leak:qs1dsearch_create\n";
 }
@@ -41,13 +43,14 @@ EXPORTED const char* __tsan_default_options()
 
 // NOLINTEND(bugprone-reserved-identifier)
 
-/// Unloads a library, except for the GL driver: a leak can only be told to be the driver's while
-/// the driver is still there when leaks are looked for, at the end of the process.
+/// Unloads a library, except for those that leak: a leak can only be told to be a library's while
+/// it is still there when leaks are looked for, at the end of the process.
 EXPORTED int dlclose(void* handle)
 {
     const link_map* library = nullptr;
     if (dlinfo(handle, RTLD_DI_LINKMAP, &library) == 0 &&
-        (std::strstr(library->l_name, "_dri.so") || std::strstr(library->l_name, "libgallium")))
+        (std::strstr(library->l_name, "_dri.so") || std::strstr(library->l_name, "libgallium") ||
+         std::strstr(library->l_name, "libqoffscreen")))
         return 0;
     static const auto unload = reinterpret_cast<int (*)(void*)>(dlsym(RTLD_NEXT, "dlclose"));
     return unload(handle);
