@@ -14,7 +14,14 @@ using namespace density;
 namespace {
 
 using Trace = std::vector<float>;
-using Touched = std::set<std::pair<int, int>>; // column, row
+using Cell = std::pair<int, int>; // column, row
+using Touched = std::set<Cell>;
+
+std::size_t indexOf(const Cell& cell, const GridSize& size)
+{
+    return static_cast<std::size_t>(cell.second) * static_cast<std::size_t>(size.columns) +
+           static_cast<std::size_t>(cell.first);
+}
 
 // Segment by segment and column by column: the definition, as plain as can be.
 Touched touchedBy(const Trace& trace, const TraceShape& shape, const Window& window,
@@ -136,7 +143,7 @@ TEST(Counting, EqualsThePlainTwinOnNastyTraces)
             torn += isTorn || badCount == shape.sampleCount ? 1 : 0;
             bad += isTorn ? 0 : badCount;
             for (const auto& cell : isTorn ? Touched() : touchedBy(trace, shape, window, size)) {
-                twin[static_cast<std::size_t>(cell.second * size.columns + cell.first)] += 1.0;
+                twin[indexOf(cell, size)] += 1.0;
                 if (cell == std::pair(column, row))
                     hits.insert(hits.begin(), symbol);
             }
@@ -176,6 +183,7 @@ TEST(Counting, KeepsSymbolsAsLongAsAskedInHomeAndZoom)
     constexpr int count = 2000;
     Traces traces(2);
     std::vector<Trace> all;
+    all.reserve(count);
     for (int k = 0; k < count; ++k)
         all.push_back(traces.make(shape.sampleCount));
     for (const Persistence& persistence :
@@ -194,9 +202,9 @@ TEST(Counting, KeepsSymbolsAsLongAsAskedInHomeAndZoom)
                 early.setZoom(zoom);
             const double weight = weightOf(persistence, count - 1 - k);
             for (const auto& cell : touchedBy(trace, shape, Window(), size))
-                home[static_cast<std::size_t>(cell.second * size.columns + cell.first)] += weight;
+                home[indexOf(cell, size)] += weight;
             for (const auto& cell : touchedBy(trace, shape, zoom, size))
-                zoomed[static_cast<std::size_t>(cell.second * size.columns + cell.first)] += weight;
+                zoomed[indexOf(cell, size)] += weight;
         }
         late.setPersistence(persistence);
         const auto expectNear = [](const std::vector<double>& seen,
@@ -288,12 +296,13 @@ TEST(CountingThread, LosesNothingAndCountsWhatItLeavesOut)
     Counter::Settings setup = settings(shape, {40, 30});
     for (const bool isLive : {false, true}) {
         CountingThread thread(setup);
-        constexpr int blocks = 40, perBlock = 20'000;
+        constexpr std::size_t perBlock = 20'000;
+        constexpr std::int64_t blocks = 40;
         CountingThread::Block block;
-        block.samples.assign(shape.sampleCount * perBlock, 0.1F);
-        const auto feed = [&](int first) {
-            for (int k = first; k < blocks; k += 2) {
-                block.firstSymbol = k * perBlock;
+        block.samples.assign(perBlock * static_cast<std::size_t>(shape.sampleCount), 0.1F);
+        const auto feed = [&](std::int64_t first) {
+            for (std::int64_t k = first; k < blocks; k += 2) {
+                block.firstSymbol = k * std::int64_t{perBlock};
                 CountingThread::Block copy = block;
                 if (isLive)
                     thread.tryPush(std::move(copy));
@@ -310,7 +319,7 @@ TEST(CountingThread, LosesNothingAndCountsWhatItLeavesOut)
         SnapshotPtr home;
         thread.order([&](Counter& counter) { home = counter.homeSnapshot(); });
         thread.wait();
-        EXPECT_EQ(home->allSymbols + home->leftOut.tornTraces, blocks * perBlock + 6);
+        EXPECT_EQ(home->allSymbols + home->leftOut.tornTraces, blocks * std::int64_t{perBlock} + 6);
         EXPECT_TRUE(isLive || home->leftOut.tornTraces == 6);
         EXPECT_EQ(home->at(7, 16), static_cast<double>(home->allSymbols));
         feed(0); // and goes while there is work

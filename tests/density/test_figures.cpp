@@ -189,6 +189,7 @@ TEST(EyeFigures, WithholdWhatTheTracesCannotCarry)
     EXPECT_EQ(of(1000, [&] { return 5.0F; }).reason, Withheld::NoLevels);
 
     std::vector<double> three;
+    three.reserve(3000);
     std::normal_distribution<double> fine(0.0, 0.001);
     for (int k = 0; k < 3000; ++k)
         three.push_back(0.1 * (k % 3) + fine(generator));
@@ -240,6 +241,7 @@ TEST(Spread, TellsWhatIsSpreadAlongABand)
 TEST(ErrorVectors, TellEvmAndMerOfAllSymbolsAndEachCluster)
 {
     std::vector<std::complex<double>> ideal;
+    ideal.reserve(4);
     for (int k = 0; k < 4; ++k)
         ideal.push_back(std::polar(1.0, M_PI / 4.0 + M_PI / 2.0 * k));
     ErrorVectors errors(ideal);

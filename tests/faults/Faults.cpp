@@ -16,10 +16,13 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+// The names are the C library's own.
+// NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" {
 void* __libc_malloc(std::size_t);
 void* __libc_realloc(void*, std::size_t);
 }
+// NOLINTEND(bugprone-reserved-identifier)
 
 namespace {
 
