@@ -53,7 +53,7 @@ struct TestAccess : FrameFixture
         QImage expected = Expected({});
         for (const QPointF& pixel : pixels) {
             const QPointF at = (pixel + diagram->geometry().topLeft()) * ratio;
-            expected.setPixelColor(int(at.x() + 0.5), int(at.y() + 0.5), Qt::red);
+            expected.setPixelColor(at.toPoint(), Qt::red);
         }
         ExpectSamePicture(picture, expected, "points");
     }
