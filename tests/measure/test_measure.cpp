@@ -292,6 +292,7 @@ TEST(CarrierPhases, ComeToTheBoundOfSymbolsThatAreInDoubt)
 {
     // 16QAM of 10 dB, looked at from phases of a loop that shakes and has drifted.
     std::vector<Complex> ideal;
+    ideal.reserve(16);
     for (int k = 0; k < 16; ++k)
         ideal.push_back(Complex(2.0 * (k % 4) - 3.0, 2.0 * (k / 4) - 3.0) / std::sqrt(10.0));
     const Decisions decisions(ideal);

@@ -85,7 +85,8 @@ TEST(Receiver, SaysWhereTheCarrierMayBeAnother)
     const Samples all = sending.samples();
     int saidCount = 0;
     for (int first = 100; first < 2800; first += 90) {
-        const Received received(settings, {all.begin() + first, all.begin() + first + 34 * 8});
+        const Received received(
+            settings, {all.begin() + first, all.begin() + first + std::ptrdiff_t{34} * 8});
         const double alias = reading(received, Stage::Carrier, Quantity::AliasDistance);
         saidCount += std::isnan(alias) ? 0 : 1;
         if (std::isnan(alias) && received.count(State::Good) > 8) {
@@ -295,6 +296,7 @@ TEST(Receiver, DoesOnlyWhatIsSwitchedOn)
 TEST(Receiver, TakesTheSymbolsThatASourceKnows)
 {
     std::vector<double> values;
+    values.reserve(2000);
     for (int k = 0; k < 2000; ++k)
         values.push_back(std::sin(0.1 * k));
     const std::tuple<std::optional<double>, std::optional<double>, double> rows[] = {

@@ -80,7 +80,7 @@ int main(int argc, char** argv)
         file.resize(0);
         file.seek(0);
         file.write(reinterpret_cast<const char*>(steps.data()),
-                   static_cast<qint64>(steps.size() * sizeof(Step)));
+                   static_cast<qint64>(steps.size()) * qint64{sizeof(Step)});
         file.flush();
         World().run(steps);
     }

@@ -43,7 +43,7 @@ TYPED_TEST(Renderers, LookTheSameHoweverTheyArePainted)
 {
     const bool hasGl = Renderer::Current() == Renderer::Kind::OpenGL;
     auto& view = *this->view;
-    if constexpr (this->isIq)
+    if constexpr (TestFixture::isIq)
         view.GetDiagram()->SetAgesByData(true);
     else
         view.GetDiagram()->SetBaudrate(1.0F);
