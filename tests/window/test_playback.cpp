@@ -14,6 +14,9 @@
 
 namespace {
 
+/// ms to wait for work that fills a core, with sanitizers and among other work.
+constexpr int slow = 60'000;
+
 struct Playback : Window
 {
     QSlider& slider() { return *window->findChild<SeekBar*>()->findChild<QSlider*>(); }
@@ -110,12 +113,12 @@ TEST_F(Playback, EstimatesTheSymbolRateAtAClick)
     drop({QUrl::fromLocalFile(path("data.wav"))});
     ASSERT_FALSE(window->feed().symbolRate());
     QTest::mouseClick(button, Qt::LeftButton);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return window->feed().symbolRate().has_value(); }));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window->feed().symbolRate().has_value(); }, slow));
     EXPECT_NEAR(*window->feed().symbolRate(), 6000.0, 1.0);
     window->player().setEstimating(true);
     drop({QUrl::fromLocalFile(path("data.wav"))});
     ASSERT_FALSE(window->feed().symbolRate());
-    ASSERT_TRUE(QTest::qWaitFor([this] { return window->feed().symbolRate().has_value(); }))
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window->feed().symbolRate().has_value(); }, slow))
         << "unasked, as it is sure";
     std::vector<double> samples, burst; // long after its start
     ModulationSource(ModulationSettings()).read(burst, 60000);
@@ -125,7 +128,7 @@ TEST_F(Playback, EstimatesTheSymbolRateAtAClick)
     std::copy(burst.begin(), burst.end(), samples.begin() + 1'000'000);
     writeRecording(path("burst.wav"), 48000, 2, samples, SF_FORMAT_WAV | SF_FORMAT_FLOAT);
     drop({QUrl::fromLocalFile(path("burst.wav"))});
-    ASSERT_TRUE(QTest::qWaitFor([this] { return window->feed().symbolRate().has_value(); }));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window->feed().symbolRate().has_value(); }, slow));
     EXPECT_NEAR(*window->feed().symbolRate(), 6000.0, 1.0);
     QTest::mouseClick(button, Qt::LeftButton);
     window.reset(); // while it looks
