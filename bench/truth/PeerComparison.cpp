@@ -5,6 +5,7 @@
 #include "PeerFigures.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -165,11 +166,14 @@ std::vector<PeerRow> PeerComparison::compare(const Case& one)
             errorsOf(::figuresOf(measurement.object(files[static_cast<int>(k)])), trials[k].sent));
     for (const auto& peer : m_peers) {
         const TunedPeer tuned(*peer, toldCarrier(*one.linear), training);
-        errors.emplace_back().reserve(trials.size());
+        std::vector<PeerFigures> own;
+        own.reserve(trials.size());
         for (const PeerTrial& trial : trials)
-            errors.back().push_back(errorsOf(tuned.measure(trial), trial.sent));
+            own.push_back(errorsOf(tuned.measure(trial), trial.sent));
+        errors.push_back(std::move(own));
     }
     std::vector<PeerRow> rows;
+    rows.reserve(figureCount);
     for (int index = 0; index < figureCount; ++index)
         rows.push_back(rowOf(one, index, errors));
     return rows;

@@ -246,10 +246,11 @@ void ZmqSource::run()
 bool ZmqSource::take()
 {
     constexpr int most = 1000; // before other things are looked after
-    zmq::message_t message;
     int count = 0;
-    while (count < most && m_connection->receive(message)) {
-        ++count;
+    for (; count < most; ++count) {
+        zmq::message_t message;
+        if (!m_connection->receive(message))
+            break;
         const std::size_t size = message.size();
         if (message.more())
             continue;

@@ -59,7 +59,7 @@ bool refusedInput::Watch::eventFilter(QObject* watched, QEvent* event)
         event->type() == QEvent::KeyPress ? qobject_cast<QAbstractSpinBox*>(watched) : nullptr;
     auto* line = field ? field->findChild<QLineEdit*>() : nullptr;
     const QString text = line ? static_cast<QKeyEvent*>(event)->text() : QString();
-    if (!text.isEmpty() && text.at(0).isPrint()) {
+    if (line && !text.isEmpty() && text.at(0).isPrint()) {
         QTimer::singleShot(0, line, [field, line, before = stateOf(*line)] {
             if (stateOf(*line) == before)
                 say(*field, rangeOf(*field));
