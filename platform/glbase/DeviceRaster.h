@@ -64,7 +64,8 @@ public:
     void Fill(const QColor& color);
 
     /// Fills a rectangle with an opaque brush that paints all rows of pixels alike; in pixels only.
-    void FillByRow(const QRect& rect, const QBrush& brush) const;
+    /// @return false where a row is too long to be painted; then nothing was filled.
+    bool FillByRow(const QRect& rect, const QBrush& brush) const;
 
     /// The rectangle moved to the edges of device pixels, in logical coordinates.
     QRectF Snapped(const QRectF& rect) const;

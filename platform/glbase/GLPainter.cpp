@@ -154,10 +154,7 @@ bool GLPainter::FillByRow(const QRect& rect, const QBrush& brush)
         isLevel = linear.start().y() == linear.finalStop().y();
     }
     PixelTarget* pixels = isLevel && brush.isOpaque() ? PixelsFor(Qt::black) : nullptr;
-    if (!pixels)
-        return false;
-    DeviceRaster(*pixels, m_origin, m_area).FillByRow(rect, brush);
-    return true;
+    return pixels && DeviceRaster(*pixels, m_origin, m_area).FillByRow(rect, brush);
 }
 
 void GLPainter::drawText(const QRect& rect, int flags, const QString& text)

@@ -87,7 +87,7 @@ void DeviceRaster::FillPoints(const std::vector<float>& points, const QTransform
     }
 }
 
-void DeviceRaster::FillByRow(const QRect& rect, const QBrush& brush) const
+bool DeviceRaster::FillByRow(const QRect& rect, const QBrush& brush) const
 {
     const auto edge = [](const Scale& scale, int logical, const Span& span) {
         return truncateSaturated<int>(scale.Edge(logical), span.first, span.last);
@@ -100,10 +100,16 @@ void DeviceRaster::FillByRow(const QRect& rect, const QBrush& brush) const
     for (const QRect& part : m_pixels->Clip())
         seen |= device & part;
     if (seen.isEmpty())
-        return;
+        return true;
     // From its start, whatever is seen of it: the colours of a gradient depend on where it starts.
     const int left = std::min(device.left(), 0);
-    QImage row(device.right() + 1 - left, 1, QImage::Format_RGB32);
+    constexpr qint64 longestRow = 32767;
+    const qint64 length = qint64{device.right()} + 1 - left;
+    if (length > longestRow)
+        return false;
+    QImage row(static_cast<int>(length), 1, QImage::Format_RGB32);
+    if (row.isNull())
+        return false;
     QPainter painter(&row);
     painter.setTransform(
         QTransform(m_x.factor, 0.0, 0.0, m_y.factor, m_x.offset - left, m_y.offset - device.top()));
@@ -115,4 +121,5 @@ void DeviceRaster::FillByRow(const QRect& rect, const QBrush& brush) const
         for (int y = area.top(); y <= area.bottom() && !area.isEmpty(); ++y)
             std::copy_n(pixels + area.left(), area.width(), m_pixels->Row(y) + area.left());
     }
+    return true;
 }
