@@ -14,5 +14,5 @@ void warnOnce(const QLoggingCategory& category, const QString& text)
         if (told->size() >= mostTexts || !told->insert(text).second)
             return;
     }
-    qCWarning(category).noquote() << text;
+    qCWarning(category, "%s", qUtf8Printable(text));
 }
