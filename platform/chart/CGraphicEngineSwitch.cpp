@@ -61,6 +61,15 @@ void drawVectors(QPainter& painter, const Items& items, const QRect& visible)
     }
 }
 
+/// Whether a picture of so many pixels can be made: painters reach so far to each side, and it is
+/// held three times, four bytes a pixel.
+bool canBeKept(const QSizeF& size)
+{
+    constexpr double longestSide = 32767.0, mostPixels = 134217728.0;
+    return size.width() <= longestSide && size.height() <= longestSide &&
+           size.width() * size.height() <= mostPixels;
+}
+
 } // namespace
 
 struct CGraphicEngineSwitch::Private
@@ -107,6 +116,10 @@ void CGraphicEngineSwitch::Private::Draw(QPainter& painter, const ChartPicture& 
                                          const QRect& visible, bool afresh)
 {
     const double newRatio = painter.paintEngine()->paintDevice()->devicePixelRatioF();
+    if (!canBeKept(newRatio * QSizeF(visible.size()))) {
+        drawVectors(painter, chartPicture.Items(), visible);
+        return;
+    }
     const QSize size(static_cast<int>(std::ceil(visible.width() * newRatio)),
                      static_cast<int>(std::ceil(visible.height() * newRatio)));
     if (size.isEmpty())

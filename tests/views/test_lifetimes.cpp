@@ -76,4 +76,18 @@ TYPED_TEST(Lifetimes, PaintNothingIntoAnEmptyPicture)
     view.Render(painter);
 }
 
+TYPED_TEST(Lifetimes, PaintTheirGroundWhereThePictureIsPartOfAHugeOne)
+{
+    // Painters of pictures reach 32767 pixels, and memory not much further.
+    for (const int width : {300, 32767, 40000, 1000000000}) {
+        QImage picture(300, 200, QImage::Format_RGB32);
+        picture.fill(Qt::magenta);
+        QPainter painter(&picture);
+        this->view->RenderPicture(painter, {width, 200});
+        painter.end();
+        for (const int x : {0, 150, 299})
+            EXPECT_NE(picture.pixelColor(x, 100), QColor(Qt::magenta)) << width << ' ' << x;
+    }
+}
+
 } // namespace
