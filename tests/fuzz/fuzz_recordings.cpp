@@ -88,7 +88,9 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t si
 
 TEST(FuzzInputs, DoNoHarm)
 {
-    const QHash<QString, Attack*> attacks{{QStringLiteral("feed"), attackFeed},
+    const QHash<QString, Attack*> attacks{{QStringLiteral("density"), attackDensity},
+                                          {QStringLiteral("feed"), attackFeed},
+                                          {QStringLiteral("mask"), attackMask},
                                           {QStringLiteral("publisher"), attackPublisher},
                                           {QStringLiteral("receiver"), attackReceiver},
                                           {QStringLiteral("stream"), attackStream}};
