@@ -14,7 +14,8 @@ class Bytes;
 
 /// What fuzz targets do with an input: they end the program where something does not fit together.
 using Attack = void(Bytes& input);
-Attack attackDensity, attackFeed, attackMask, attackPublisher, attackReceiver, attackStream;
+Attack attackDensity, attackFeed, attackMask, attackPlot, attackPublisher, attackReceiver,
+    attackStream;
 
 /// Takes an input apart. At its end all is 0.
 class Bytes

@@ -91,6 +91,7 @@ TEST(FuzzInputs, DoNoHarm)
     const QHash<QString, Attack*> attacks{{QStringLiteral("density"), attackDensity},
                                           {QStringLiteral("feed"), attackFeed},
                                           {QStringLiteral("mask"), attackMask},
+                                          {QStringLiteral("plot"), attackPlot},
                                           {QStringLiteral("publisher"), attackPublisher},
                                           {QStringLiteral("receiver"), attackReceiver},
                                           {QStringLiteral("stream"), attackStream}};
