@@ -39,7 +39,8 @@ public:
 
     bool isSet(const char* name) const { return m_parser.isSet(QString::fromLatin1(name)); }
     QString text(const char* name) const { return m_parser.value(QString::fromLatin1(name)); }
-    const QString& wrong() const { return m_wrong; }
+    /// Why the first wrong value cannot be used.
+    const Result<void>& verdict() const { return m_verdict; }
 
     std::optional<double> number(const char* name, double lowest, double highest)
     {
@@ -78,14 +79,14 @@ public:
     }
     void reject(const char* name, const QString& advice)
     {
-        if (m_wrong.isEmpty())
-            m_wrong = Text::tr("--%1: \"%2\" cannot be used; %3")
-                          .arg(QString::fromLatin1(name), text(name), advice);
+        if (m_verdict)
+            m_verdict = failure(Text::tr("--%1: \"%2\" cannot be used; %3")
+                                    .arg(QString::fromLatin1(name), text(name), advice));
     }
 
 private:
     const QCommandLineParser& m_parser;
-    QString m_wrong;
+    Result<void> m_verdict;
 };
 
 void readRecording(Reader& reader, Options& options)
@@ -278,35 +279,37 @@ ModulationSettings readModulation(Reader& reader)
     return settings;
 }
 
-/// What is given that the signal does not have, a sentence; empty where there is nothing.
-QString misplaced(const Reader& reader, const Options& options)
+/// Whether each option is given with a signal that has what it sets.
+Result<void> checkPlaces(const Reader& reader, const Options& options)
 {
     const bool isRecording = !options.file.isEmpty();
     for (const char* name : {"channel", "format", "sample-rate", "columns", "info", "measure",
                              "start", "characters"}) {
         if (!isRecording && reader.isSet(name))
-            return Text::tr("--%1: only recordings have it; name one")
-                .arg(QString::fromLatin1(name));
+            return failure(
+                Text::tr("--%1: only recordings have it; name one").arg(QString::fromLatin1(name)));
     }
     for (const char* name : receiverOptions) {
         if (!isRecording && reader.isSet(name))
-            return Text::tr("--%1: only recordings have it; name one")
-                .arg(QString::fromLatin1(name));
+            return failure(
+                Text::tr("--%1: only recordings have it; name one").arg(QString::fromLatin1(name)));
     }
     for (const char* name : {"levels", "noise", "jitter"}) {
         if (options.demo && reader.isSet(name))
-            return Text::tr("--%1: a signal of --demo does not have it; leave out one of them")
-                .arg(QString::fromLatin1(name));
+            return failure(
+                Text::tr("--%1: a signal of --demo does not have it; leave out one of them")
+                    .arg(QString::fromLatin1(name)));
     }
     if (!options.demo && !isRecording && reader.isSet("snr"))
-        return Text::tr(
-            "--snr: only a built-in signal with a modulation has it; give one by --demo");
+        return failure(
+            Text::tr("--snr: only a built-in signal with a modulation has it; give one by --demo"));
     for (const char* name : {"demo", "snr", "levels", "noise", "jitter"}) {
         if (isRecording && reader.isSet(name))
-            return Text::tr("--%1: only the built-in signal has it; leave out the recording")
-                .arg(QString::fromLatin1(name));
+            return failure(
+                Text::tr("--%1: only the built-in signal has it; leave out the recording")
+                    .arg(QString::fromLatin1(name)));
     }
-    return QString();
+    return {};
 }
 
 } // namespace
@@ -327,23 +330,24 @@ bool Options::lacksSymbolRate(std::optional<double> known) const
            !known;
 }
 
-Options::Result Options::parse(const QStringList& arguments)
+Result<Options> Options::parse(const QStringList& arguments)
 {
-    const auto wrong = [](const QString& text) { return Result{std::nullopt, text, true}; };
     QCommandLineParser parser;
     optionTexts::describe(parser);
     if (!parser.parse(arguments))
-        return wrong(tr("command line: %1 Try --help.").arg(parser.errorText()));
-    if (parser.isSet(QStringLiteral("help")))
-        return {std::nullopt, parser.helpText() + QLatin1Char('\n'), false};
+        return failure(tr("command line: %1 Try --help.").arg(parser.errorText()));
     Options options;
+    if (parser.isSet(QStringLiteral("help"))) {
+        options.answer = parser.helpText() + QLatin1Char('\n');
+        return options;
+    }
     options.isVerbose = parser.isSet(QStringLiteral("verbose"));
     options.isVersion = parser.isSet(QStringLiteral("version"));
-    if (options.isVersion)
-        return {options.isVerbose ? std::optional<Options>(options) : std::nullopt,
-                QCoreApplication::applicationName() + QLatin1Char(' ') +
-                    QCoreApplication::applicationVersion() + QLatin1Char('\n'),
-                false};
+    if (options.isVersion) {
+        options.answer = QCoreApplication::applicationName() + QLatin1Char(' ') +
+                         QCoreApplication::applicationVersion() + QLatin1Char('\n');
+        return options;
+    }
 
     Reader reader(parser);
     readRecording(reader, options);
@@ -356,16 +360,16 @@ Options::Result Options::parse(const QStringList& arguments)
     else
         options.demo = readModulation(reader);
     options.receiver = readReceiver(reader, options);
-    if (!reader.wrong().isEmpty())
-        return wrong(reader.wrong());
+    if (!reader.verdict())
+        return tl::unexpected(reader.verdict().error());
     const QStringList files = parser.positionalArguments();
     options.files = files;
     if (files.size() > 1 && !options.isMeasure)
-        return wrong(tr("%1: only one file can be shown; name one").arg(files[1]));
+        return failure(tr("%1: only one file can be shown; name one").arg(files[1]));
     if (files.contains(QString()))
-        return wrong(tr("command line: the name of the file is empty; name a recording"));
+        return failure(tr("command line: the name of the file is empty; name a recording"));
     options.file = files.value(0);
-    if (const QString text = misplaced(reader, options); !text.isEmpty())
-        return wrong(text);
-    return {options, QString(), false};
+    if (const auto placed = checkPlaces(reader, options); !placed)
+        return tl::unexpected(placed.error());
+    return options;
 }

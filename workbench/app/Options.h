@@ -6,6 +6,7 @@
 #include "workbench/sources/ModulationSource.h"
 #include "workbench/sources/NrzSource.h"
 #include "workbench/sources/Recording.h"
+#include "workbench/sources/Result.h"
 #include "workbench/window/SchemeChoice.h"
 #include "workbench/window/panes/ViewExport.h"
 
@@ -21,13 +22,13 @@ struct Options
 {
     Q_DECLARE_TR_FUNCTIONS(Options)
 public:
-    struct Result;
     static constexpr int minWidth = 640; ///< of the window, pixels
     static constexpr int minHeight = 400;
     static constexpr const char* languagePattern = "[A-Za-z]{2,3}([_-][A-Za-z]{2,4})?";
 
-    /// Reads a command line; its first entry is the program.
-    static Result parse(const QStringList& arguments);
+    /// Reads a command line; its first entry is the program. What cannot be used is named in the
+    /// failure, "what: why; what to do".
+    static Result<Options> parse(const QStringList& arguments);
     /// The language that a command line asks for, empty for none: the texts of parse are in it.
     static QString languageIn(const QStringList& arguments);
 
@@ -35,10 +36,11 @@ public:
     /// @param known  by the recording, Bd.
     bool lacksSymbolRate(std::optional<double> known) const;
 
-    QString file; ///< recording; empty for a built-in signal
+    QString answer; ///< help or version, to be printed; empty where neither is asked for
+    QString file;   ///< recording; empty for a built-in signal
     Recording::Options recording;
     QStringList files;           ///< to measure
-    bool isVersion = false;      ///< only say the version, and what draws the views
+    bool isVersion = false;      ///< only say the version; where verbose, also what draws the views
     bool isVerbose = false;      ///< the log says what is usual, too
     bool isInfo = false;         ///< only say what the recording is
     bool isMeasure = false;      ///< only print what the recordings measure, as JSON
@@ -64,11 +66,4 @@ public:
     bool isReset = false;      ///< forget the settings
     std::optional<QSize> size; ///< none: as the window was left, at first 1280x800
     QString settingsFile;
-};
-
-struct Options::Result
-{
-    std::optional<Options> options; ///< none: print the text and end
-    QString text;                   ///< help or version, or "what: why" when isWrong
-    bool isWrong = false;
 };

@@ -257,15 +257,14 @@ std::optional<int> runWithoutDisplay(int& argc, char** argv, Options& options)
     const QString language = Options::languageIn(arguments);
     if (!language.isEmpty())
         TranslationCenter::Instance().SetLanguage(language);
-    const Options::Result commandLine = Options::parse(arguments);
-    if (commandLine.isWrong)
-        return fail(exitWrongUsage, commandLine.text);
-    std::printf("%s", qPrintable(commandLine.text));
-    if (!commandLine.options)
-        return 0;
-    options = *commandLine.options;
-    if (options.isVersion)
-        return std::nullopt;
+    const auto parsed = Options::parse(arguments);
+    if (!parsed)
+        return fail(exitWrongUsage, parsed.error().sentence);
+    options = *parsed;
+    std::printf("%s", qPrintable(options.answer));
+    const bool wantsRenderer = options.isVersion && options.isVerbose;
+    if (!options.answer.isEmpty())
+        return wantsRenderer ? std::nullopt : std::optional<int>(0);
     if (options.isMeasure)
         return MeasureCommand(options).run(say);
     return options.isInfo ? std::optional<int>(inform(options)) : std::nullopt;
