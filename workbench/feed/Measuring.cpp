@@ -3,9 +3,11 @@
 
 #include "workbench/feed/Gate.h"
 
+#include <chrono>
+#include <utility>
+
 namespace {
 
-constexpr auto longTime = std::chrono::hours(1);
 constexpr int rest = 4; // times as long as the work took
 
 } // namespace
@@ -13,14 +15,8 @@ constexpr int rest = 4; // times as long as the work took
 Measuring::Measuring(QObject* parent)
     : QObject(parent)
 {
-    m_thread = std::thread([this] { run(); });
-}
-
-Measuring::~Measuring()
-{
-    m_isStopping = true;
-    m_requests.close();
-    m_thread.join();
+    m_rest.setSingleShot(true);
+    connect(&m_rest, &QTimer::timeout, this, &Measuring::startNext);
 }
 
 Measurement Measuring::Request::measure() const { return Measurement::of(blocks, from, to, setup); }
@@ -32,34 +28,32 @@ Measurement Measuring::of(const Gate& gate, const Measurement::Setup& setup)
 
 void Measuring::request(const Gate& gate, const Measurement::Setup& setup)
 {
-    m_requests.clear();
-    m_requests.tryPush({gate.blocks(), gate.begin(), gate.end(), setup, m_run}, 1);
+    m_next = Request{gate.blocks(), gate.begin(), gate.end(), setup, m_run};
+    startNext();
 }
 
+// What runs is not given up, as it does not end before it is done: another one beside it would take
+// a core as well.
 void Measuring::cancel()
 {
-    m_requests.clear();
+    m_next.reset();
     ++m_run;
 }
 
-void Measuring::run()
+void Measuring::startNext()
 {
     using Clock = std::chrono::steady_clock;
-    while (!m_isStopping) {
-        const auto request = m_requests.pop(longTime);
-        if (!request)
-            continue;
+    if (!m_next || m_work.isRunning() || m_rest.isActive())
+        return;
+    m_work.start([this, request = *std::exchange(m_next, std::nullopt)](const auto&) {
         const Clock::time_point start = Clock::now();
-        const Measurement measurement = request->measure();
-        const auto tell = [this, measurement, run = request->run] {
+        const Measurement measurement = request.measure();
+        const auto pause =
+            std::chrono::ceil<std::chrono::milliseconds>(rest * (Clock::now() - start));
+        return [this, measurement, pause, run = request.run] {
+            m_rest.start(pause);
             if (run == m_run)
                 emit measured(measurement);
         };
-        QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
-        const Clock::time_point end = Clock::now();
-        const Clock::time_point next = end + rest * (end - start);
-        while (!m_isStopping && Clock::now() < next)
-            std::this_thread::sleep_for(
-                std::min<Clock::duration>(std::chrono::milliseconds(20), next - Clock::now()));
-    }
+    });
 }

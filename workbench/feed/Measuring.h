@@ -1,13 +1,14 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "platform/values/Handover.h"
 #include "workbench/measure/Measurement.h"
+#include "workbench/pipeline/Background.h"
 
 #include <QObject>
+#include <QTimer>
 
-#include <atomic>
-#include <thread>
+#include <optional>
+#include <vector>
 
 class Gate;
 
@@ -18,7 +19,6 @@ class Measuring : public QObject
     Q_OBJECT
 public:
     explicit Measuring(QObject* parent = nullptr);
-    ~Measuring() override;
 
     /// Measures at once, in the calling thread.
     static Measurement of(const Gate& gate, const Measurement::Setup& setup);
@@ -42,10 +42,10 @@ private:
         Measurement measure() const;
     };
 
-    void run();
+    void startNext();
 
-    values::Handover<Request> m_requests;
-    std::atomic<bool> m_isStopping = false;
+    std::optional<Request> m_next;
     int m_run = 0; // counts what was cancelled
-    std::thread m_thread;
+    QTimer m_rest;
+    Background m_work;
 };

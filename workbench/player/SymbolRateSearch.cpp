@@ -5,17 +5,6 @@
 
 #include <algorithm>
 
-SymbolRateSearch::~SymbolRateSearch() { cancel(); }
-
-void SymbolRateSearch::cancel()
-{
-    ++m_run;
-    m_isCanceled = true;
-    if (m_thread.joinable())
-        m_thread.join();
-    m_isCanceled = false;
-}
-
 void SymbolRateSearch::start(SignalFeed& feed)
 {
     m_feed = &feed;
@@ -36,21 +25,17 @@ void SymbolRateSearch::start(SignalFeed& feed)
 
 void SymbolRateSearch::look(Stretches stretches)
 {
-    cancel();
-    m_thread = std::thread([this, run = m_run, stretches = std::move(stretches)] {
+    m_work.start([this, stretches = std::move(stretches)](const Background::IsWanted& isWanted) {
         SymbolRateEstimate best;
         for (const SymbolRateEstimate::Signal& signal : stretches) {
             const auto estimate =
-                SymbolRateEstimate::of(signal, [this](double) { return !m_isCanceled; });
+                SymbolRateEstimate::of(signal, [&](double) { return isWanted(); });
             if (estimate.isBetterThan(best))
                 best = estimate;
-            if (best.verdict == SymbolRateEstimate::Verdict::Sure || m_isCanceled)
+            if (best.verdict == SymbolRateEstimate::Verdict::Sure || !isWanted())
                 break;
         }
-        QMetaObject::invokeMethod(this, [this, run, best] {
-            if (run == m_run)
-                judge(best);
-        });
+        return [this, best] { judge(best); };
     });
 }
 

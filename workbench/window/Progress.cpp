@@ -5,11 +5,10 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QThread>
 
 #include <algorithm>
-#include <atomic>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -17,19 +16,13 @@ constexpr int showDelayMs = 500;
 constexpr int periodMs = 100;
 constexpr int steps = 1000;
 constexpr int barWidth = 220;
-constexpr unsigned closingTimeoutMs = 2000;
+constexpr std::chrono::seconds closing(2); // what is stuck in the system is not waited for longer
 
 } // namespace
 
-struct Progress::Job
-{
-    Done done;
-    std::atomic<bool> isCancelled{false};
-    std::atomic<double> part{-1.0};
-};
-
 Progress::Progress(QWidget* parent)
     : QFrame(parent)
+    , m_work(closing)
     , m_what(new QLabel(this))
     , m_bar(new QProgressBar(this))
 {
@@ -51,67 +44,42 @@ Progress::Progress(QWidget* parent)
     hide();
 }
 
-Progress::~Progress()
-{
-    drop();
-    for (auto* thread : findChildren<QThread*>()) {
-        thread->disconnect(this);
-        if (!thread->wait(closingTimeoutMs))
-            thread->setParent(nullptr); // stuck in the system: not worth waiting for
-    }
-}
-
 void Progress::run(const QString& what, const Work& work, const Done& done)
 {
-    drop();
-    m_job = std::make_shared<Job>();
-    m_job->done = done;
-    QThread* thread = QThread::create([job = m_job, work] {
-        work([&job](double part) {
-            job->part = part;
-            return !job->isCancelled;
+    m_done = done;
+    m_part = std::make_shared<std::atomic<double>>(-1.0);
+    m_work.start([this, work, part = m_part](const Background::IsWanted& isWanted) {
+        work([&](double done) {
+            *part = done;
+            return isWanted();
         });
-    });
-    thread->setParent(this);
-    connect(thread, &QThread::finished, this, [this, job = m_job, thread] {
-        thread->deleteLater();
-        finish(job, false);
+        return [this] { finish(false); };
     });
     m_what->setText(what);
     m_bar->setRange(0, 0);
     m_clock.start();
     m_timer.start();
-    thread->start();
 }
 
 void Progress::cancel()
 {
-    if (const std::shared_ptr<Job> job = m_job) {
-        job->isCancelled = true;
-        finish(job, true);
-    }
-}
-
-void Progress::drop()
-{
-    if (m_job)
-        m_job->isCancelled = true;
-    m_job.reset();
-}
-
-void Progress::finish(const std::shared_ptr<Job>& job, bool isCancelled)
-{
-    if (job != m_job)
+    if (!isRunning())
         return;
-    m_job.reset();
+    m_work.giveUp();
+    finish(true);
+}
+
+void Progress::finish(bool isCancelled)
+{
     m_timer.stop();
     hide();
-    job->done(isCancelled); // may run the next
+    const Done done = std::exchange(m_done, nullptr);
+    done(isCancelled); // may run the next
 }
 
 void Progress::showPart()
 {
-    const double part = m_job->part;
+    const double part = *m_part;
     if (part >= 0.0) {
         m_bar->setRange(0, steps);
         m_bar->setValue(static_cast<int>(std::lround(std::min(part, 1.0) * steps)));

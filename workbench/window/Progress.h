@@ -1,10 +1,13 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/pipeline/Background.h"
+
 #include <QElapsedTimer>
 #include <QFrame>
 #include <QTimer>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 
@@ -24,26 +27,23 @@ public:
     using Done = std::function<void(bool isCancelled)>;
 
     explicit Progress(QWidget* parent);
-    /// Gives up what runs.
-    ~Progress() override;
 
     /// Runs work on a thread of its own; then done, on this one. Cancelled work is not waited for:
     /// it must own what it uses. Work that still runs is cancelled, and its done is not called.
     /// @param what  "Opening x.wav".
     void run(const QString& what, const Work& work, const Done& done);
-    bool isRunning() const { return m_job != nullptr; }
+    bool isRunning() const { return m_work.isRunning(); }
 
 public slots:
     void cancel();
 
 private:
-    struct Job;
-
-    void drop();
-    void finish(const std::shared_ptr<Job>& job, bool isCancelled);
+    void finish(bool isCancelled);
     void showPart();
 
-    std::shared_ptr<Job> m_job; // of the work that runs
+    Background m_work;
+    Done m_done;
+    std::shared_ptr<std::atomic<double>> m_part; // as the work tells
     QLabel* m_what;
     QProgressBar* m_bar;
     QTimer m_timer;
