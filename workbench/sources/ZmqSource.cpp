@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/sources/ZmqSource.h"
 
+#include "platform/values/Handover.h"
 #include "workbench/sources/PlainText.h"
 
 #include <QUrl>
@@ -24,7 +25,7 @@ constexpr std::int64_t longestTakenIn = 2 * ZmqSource::maxMessageSize; // of a p
 // Of a message that is not whole: the longest one, and what of the next may come beside it. ZeroMQ
 // takes up to 32 times as much memory, where parts are empty.
 constexpr std::int64_t maxUnfinishedSize = ZmqSource::maxMessageSize + (1 << 20);
-constexpr std::size_t maxWaitingSize = 3 * ZmqSource::maxMessageSize; // for who reads, bytes
+constexpr std::size_t fullSize = 2 * ZmqSource::maxMessageSize; // of messages that wait, bytes
 
 /// Where a host can be reached, as ZeroMQ writes it; empty where it is not known. IPv4 where there
 /// is a choice: publishers mostly listen there only. Asking ZeroMQ to look the name up instead
@@ -52,16 +53,20 @@ QString endpointOf(const QString& host, int port)
 
 } // namespace
 
-struct ZmqSource::Piece
+/// Messages on their way to the thread that reads.
+struct ZmqSource::Inbox
 {
-    std::int64_t lostBefore; // samples
-    zmq::message_t message;
-};
+    struct Piece
+    {
+        std::int64_t lostBefore; // samples
+        zmq::message_t message;
+    };
 
-std::size_t ZmqSource::memoryOf(const zmq::message_t& message)
-{
-    return message.size() + sizeof(Piece);
-}
+    Inbox() { queue.setLimit(fullSize); }
+
+    values::Handover<Piece> queue;
+    std::optional<Piece> next; // of the thread that reads: the first one of the next call
+};
 
 /// A socket that subscribes to everything, and what its monitor says of it.
 class ZmqSource::Connection
@@ -190,14 +195,12 @@ ZmqSource::ZmqSource(const QString& address, const QString& endpoint, const Samp
                      double sampleRate)
     : LiveSource(address, format, sampleRate)
     , m_endpoint(endpoint)
+    , m_inbox(std::make_unique<Inbox>())
 {}
 
 ZmqSource::~ZmqSource()
 {
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_isStopping = true;
-    }
+    m_isStopping = true;
     if (m_thread.joinable())
         m_thread.join();
 }
@@ -205,18 +208,15 @@ ZmqSource::~ZmqSource()
 void ZmqSource::connect()
 {
     m_lastUp = Clock::now();
-    {
-        // Not every version of ZeroMQ says so when a handshake fails.
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_metStranger = m_connection && m_connection->isUnanswered();
-    }
+    // Not every version of ZeroMQ says so when a handshake fails.
+    m_metStranger = m_connection && m_connection->isUnanswered();
     m_connection.reset();
     m_connection = std::make_unique<Connection>(m_endpoint);
 }
 
 void ZmqSource::run()
 {
-    for (;;) {
+    while (!m_isStopping) {
         try {
             // ZeroMQ does not try again where the peer did not speak its protocol.
             if (Clock::now() - m_lastUp > retryPeriod)
@@ -236,9 +236,6 @@ void ZmqSource::run()
             // A signal came, or there is no room for a connection: the next turn tries again.
         }
         note();
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        if (m_isStopping)
-            return;
     }
 }
 
@@ -267,28 +264,22 @@ bool ZmqSource::take()
     return count > 0;
 }
 
-/// Keeps samples for who reads, uncopied: who drops them has not much time.
+/// Keeps samples for the thread that reads, uncopied: messages that are dropped leave little time.
 void ZmqSource::keep(zmq::message_t&& message)
 {
-    const std::size_t size = memoryOf(message);
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    if (m_waitingSize + size > maxWaitingSize) {
-        m_lost += static_cast<std::int64_t>(message.size() / sampleSize());
-        return;
-    }
-    m_waitingSize += size;
-    m_waiting.push_back({std::exchange(m_lost, 0), std::move(message)});
-    if (m_waiting.size() == 1)
-        m_hasCome.notify_all();
+    const std::size_t size = message.size();
+    if (m_inbox->queue.tryPush({m_lost, std::move(message)}, size + sizeof(Inbox::Piece)))
+        m_lost = 0;
+    else
+        m_lost += static_cast<std::int64_t>(size / sampleSize());
 }
 
 /// Notes what became of the connection.
 void ZmqSource::note()
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    const bool wasUp = std::exchange(m_isUp, m_connection && m_connection->isUp());
-    if (m_isUp) {
-        if (m_wasUp && !wasUp) // who knows for how long
+    const bool isUp = m_connection && m_connection->isUp();
+    if (isUp) {
+        if (m_wasUp && !m_isUp) // who knows for how long
             m_lost = std::max<std::int64_t>(m_lost, 1);
         m_lastUp = Clock::now();
         m_wasUp = true;
@@ -296,12 +287,25 @@ void ZmqSource::note()
     } else if (m_connection && m_connection->isStrange()) {
         m_metStranger = true;
     }
+    m_isUp = isUp;
+    m_link.say(state());
+}
+
+/// What is amiss with the connection, as far as the thread that receives knows.
+QString ZmqSource::state() const
+{
+    if (!m_bad.isEmpty() && Clock::now() - m_lastBad < badNewsPeriod)
+        return m_bad;
+    if (!m_isUp && m_metStranger)
+        return tr("who answers is not a ZeroMQ publisher: trying again");
+    if (!m_isUp && m_wasUp)
+        return tr("the publisher is gone: reconnecting");
+    return QString();
 }
 
 void ZmqSource::leaveOut(std::size_t size, const QString& why)
 {
     ++m_badCount;
-    const std::lock_guard<std::mutex> lock(m_mutex);
     m_lost += std::max<std::int64_t>(static_cast<std::int64_t>(size / sampleSize()), 1);
     m_lastBad = Clock::now();
     m_bad = why;
@@ -309,33 +313,26 @@ void ZmqSource::leaveOut(std::size_t size, const QString& why)
 
 bool ZmqSource::receive(std::vector<char>& bytes)
 {
-    std::unique_lock<std::mutex> lock(m_mutex);
-    m_hasCome.wait_for(lock, timeout, [this] { return !m_waiting.empty(); });
-    if (m_waiting.empty())
+    std::optional<Inbox::Piece>& next = m_inbox->next;
+    if (!next)
+        next = m_inbox->queue.pop(timeout);
+    if (!next)
         return true;
-    if (m_waiting.front().lostBefore > 0)
-        leap(m_waiting.front().lostBefore);
+    if (next->lostBefore > 0)
+        leap(next->lostBefore);
     const std::size_t enough = bytes.size() + pieceSize;
     do {
-        const zmq::message_t message = std::move(m_waiting.front().message);
-        m_waitingSize -= memoryOf(message);
-        m_waiting.pop_front();
-        lock.unlock();
+        const zmq::message_t& message = next->message;
         bytes.insert(bytes.end(), message.data<char>(), message.data<char>() + message.size());
-        lock.lock();
-    } while (!m_waiting.empty() && m_waiting.front().lostBefore == 0 && bytes.size() < enough);
+        next = m_inbox->queue.pop(std::chrono::milliseconds(0));
+    } while (next && next->lostBefore == 0 && bytes.size() < enough);
     return true;
 }
 
 QString ZmqSource::amiss() const
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    if (!m_bad.isEmpty() && Clock::now() - m_lastBad < badNewsPeriod)
-        return m_bad;
-    if (!m_isUp && m_metStranger)
-        return tr("who answers is not a ZeroMQ publisher: trying again");
-    if (!m_isUp && m_wasUp)
-        return tr("the publisher is gone: reconnecting");
+    if (QString sentence = m_link.sentence(); !sentence.isEmpty())
+        return sentence;
     if (!m_isUp)
         return silentSeconds() > 0 ? tr("the publisher does not answer: trying again") : QString();
     return LiveSource::amiss();

@@ -4,10 +4,8 @@
 #include "workbench/sources/LiveSource.h"
 #include "workbench/sources/Recording.h"
 
-#include <condition_variable>
-#include <deque>
+#include <atomic>
 #include <memory>
-#include <mutex>
 #include <thread>
 
 namespace zmq {
@@ -39,7 +37,7 @@ protected:
 
 private:
     class Connection;
-    struct Piece;
+    struct Inbox;
 
     ZmqSource(const QString& address, const QString& endpoint, const SampleFormat& format,
               double sampleRate);
@@ -47,8 +45,8 @@ private:
     void connect();
     bool take();
     void keep(zmq::message_t&& message);
-    static std::size_t memoryOf(const zmq::message_t& message);
     void note();
+    QString state() const;
     void leaveOut(std::size_t size, const QString& why);
 
     // Of the thread that receives, which takes whatever comes at once: only so is it known how much
@@ -57,18 +55,15 @@ private:
     std::unique_ptr<Connection> m_connection; // null where there could be none
     Clock::time_point m_lastUp;               // or tried
     int m_badCount = 0;                       // messages that were left out
-
-    mutable std::mutex m_mutex; // guards what follows
-    std::condition_variable m_hasCome;
-    std::deque<Piece> m_waiting;
-    std::size_t m_waitingSize = 0; // bytes
-    std::int64_t m_lost = 0;       // samples after those that wait
-    bool m_isStopping = false;
-    bool m_isUp = false;
+    Clock::time_point m_lastBad;              // when the last one was...
+    QString m_bad;                            // ...and why, empty for none
+    std::int64_t m_lost = 0;                  // samples since the last message that was kept
     bool m_wasUp = false;
     bool m_metStranger = false;
-    Clock::time_point m_lastBad; // message that was left out...
-    QString m_bad;               // ...and why, empty for none
 
+    std::unique_ptr<Inbox> m_inbox; // from that thread to the one that reads
+    Trouble m_link;                 // what is amiss with the connection
+    std::atomic<bool> m_isUp{false};
+    std::atomic<bool> m_isStopping{false};
     std::thread m_thread;
 };
