@@ -2,11 +2,9 @@
 #pragma once
 
 #include "workbench/measure/EyeReadings.h"
-#include "workbench/receiver/SignalBlock.h"
-#include "workbench/sources/LowPass.h"
+#include "workbench/measure/SymbolCutter.h"
 
 #include <cstdint>
-#include <optional>
 #include <vector>
 
 /// The traces of a stretch of signal that an eye is measured by: two symbols long, one for each
@@ -42,36 +40,25 @@ public:
     EyeTraceCutter(double from, double to, const SignalFormat& format, double bandwidth,
                    std::size_t most);
 
-    /// Takes the next block. Traces do not span gaps, quiet samples, or symbols that are not good.
-    void add(const SignalBlock& block);
+    /// Takes the next block. Which traces there are, SymbolCutter tells.
+    void add(const SignalBlock& block) { m_cutter.add(block); }
     /// No more blocks come: all traces.
     EyeTraces finish();
 
 private:
-    void start(std::int64_t position);
-    void cut(bool isEnd);
-    void append(std::size_t middle);
+    void take(const SymbolCutter::Place& place);
+    void append(const Symbol& symbol);
     void thin();
-    bool isWhole(const Symbol& a, const Symbol& b) const;
 
     EyeTraces m_traces;
     std::vector<std::int64_t> m_groups; // of each trace: the number of its stretch
     double m_from, m_to;
     SignalFormat m_format;
-    double m_bandwidth;
     std::size_t m_most;
     std::int64_t m_groupLength;
     std::int64_t m_every = 1;  // group is kept
     std::int64_t m_number = 0; // of traces so far
-
-    // What is not torn, from the symbol before the next trace's on.
-    bool m_isOpen = false;
-    bool m_isStart = true;       // no symbol of it was in the middle yet
-    std::int64_t m_position = 0; // of the first sample
-    std::vector<double> m_samples;
-    std::size_t m_nextCut = 0; // samples
-    std::vector<Symbol> m_symbols;
-    std::optional<LowPass> m_filter;
+    SymbolCutter m_cutter;
     EyeReadings::Instant m_instant;
     double m_runStart = 0.0; // s
 };

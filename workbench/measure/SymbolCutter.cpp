@@ -1,0 +1,187 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/measure/SymbolCutter.h"
+
+#include "workbench/receiver/Interpolation.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+// By which neighbours may miss a distance of a symbol: others are not of one clock, such as those
+// of characters that are out of step.
+constexpr double spacingTolerance = 0.1;
+constexpr std::size_t cutLength = 65536; // samples of a long block that are kept at most
+
+} // namespace
+
+SymbolCutter::SymbolCutter(const SignalFormat& format, double bandwidth, std::size_t perSymbol,
+                           Take take, Skip skip)
+    : m_format(format)
+    , m_bandwidth(bandwidth)
+    , m_perSymbol(perSymbol)
+    , m_take(std::move(take))
+    , m_skip(std::move(skip))
+    , m_trace(2 * perSymbol + 1)
+{}
+
+void SymbolCutter::skip(std::int64_t count) const
+{
+    if (m_skip && count > 0)
+        m_skip(count);
+}
+
+void SymbolCutter::add(const SignalBlock& block, std::size_t first, std::size_t count)
+{
+    if (!(m_format.samplesPerSymbol > 1.0) || count == 0)
+        return;
+    const std::int64_t begin = block.position + static_cast<std::int64_t>(first);
+    if ((first == 0 && block.isAfterGap) ||
+        begin != m_position + static_cast<std::int64_t>(m_samples.size()))
+        cut(true);
+    const auto isBefore = [](const Symbol& symbol, double position) {
+        return symbol.position < position;
+    };
+    auto symbol = first == 0 ? block.symbols.begin()
+                             : std::lower_bound(block.symbols.begin(), block.symbols.end(),
+                                                static_cast<double>(begin), isBefore);
+    const bool isAll = first + count == block.count();
+    for (std::size_t k = first; k < first + count; ++k) {
+        const bool isQuiet = !block.isQuiet.empty() && block.isQuiet[k];
+        const bool isTorn = isQuiet || !std::isfinite(block.samples[k]);
+        const std::int64_t position = block.position + static_cast<std::int64_t>(k);
+        if (isTorn) {
+            cut(true);
+        } else {
+            if (!m_isOpen)
+                start(position);
+            m_samples.push_back(m_filter ? m_filter->run(block.samples[k]) : block.samples[k]);
+        }
+        const bool isLast = isAll && k + 1 == first + count;
+        for (; symbol != block.symbols.end() &&
+               (isLast || symbol->position < static_cast<double>(position + 1));
+             ++symbol) {
+            if (isTorn) {
+                skip(1);
+            } else {
+                m_symbols.push_back(*symbol);
+                ++m_untold;
+            }
+        }
+        if (m_isOpen && m_samples.size() >= m_nextCut)
+            cut(false);
+    }
+    if (m_isOpen)
+        cut(false);
+}
+
+void SymbolCutter::start(std::int64_t position)
+{
+    m_isOpen = true;
+    m_isStart = true;
+    m_position = position;
+    m_nextCut = cutLength;
+    m_filter.reset();
+    if (m_bandwidth > 0.0)
+        m_filter.emplace(m_bandwidth / m_format.samplesPerSymbol);
+}
+
+/// Tells the symbols whose samples are there. At the end of what is not torn, all.
+void SymbolCutter::cut(bool isEnd)
+{
+    const double margin = (m_filter ? m_filter->delay() : 0.0) + Interpolation::reach + 1.0;
+    const double end =
+        static_cast<double>(m_position) + static_cast<double>(m_samples.size()) - margin;
+    m_traced = 0; // none: the first one is in no middle
+    for (m_middle = 1; m_middle + 1 < m_symbols.size(); ++m_middle) {
+        const Symbol& before = m_symbols[m_middle - 1];
+        const Symbol& symbol = m_symbols[m_middle];
+        const Symbol& after = m_symbols[m_middle + 1];
+        if (!isEnd && after.position > end)
+            break;
+        const bool follows = isWhole(before, symbol);
+        if (std::exchange(m_isStart, false)) { // what is before it is told by nobody
+            skip(1);
+            --m_untold;
+            m_take({symbol, true, follows && isWhole(symbol, after)});
+        } else {
+            m_take({symbol, !follows, follows && isWhole(symbol, after)});
+        }
+        --m_untold;
+    }
+    if (isEnd) {
+        skip(m_untold);
+        m_untold = 0;
+        m_isOpen = false;
+        m_samples.clear();
+        m_symbols.clear();
+        return;
+    }
+    m_symbols.erase(m_symbols.begin(),
+                    m_symbols.begin() + static_cast<std::ptrdiff_t>(m_middle - 1));
+    const double needed = m_symbols.empty() ? end - margin : m_symbols.front().position - margin;
+    const auto count = static_cast<std::int64_t>(std::clamp(
+        needed - static_cast<double>(m_position), 0.0, static_cast<double>(m_samples.size())));
+    m_samples.erase(m_samples.begin(), m_samples.begin() + static_cast<std::ptrdiff_t>(count));
+    m_position += count;
+    m_nextCut = m_samples.size() + cutLength;
+}
+
+bool SymbolCutter::isWhole(const Symbol& a, const Symbol& b) const
+{
+    return a.state == SymbolState::Good && b.state == SymbolState::Good &&
+           std::abs((b.position - a.position) / m_format.samplesPerSymbol - 1.0) < spacingTolerance;
+}
+
+/// Where the first sample of what is not torn lies, once filtered.
+double SymbolCutter::origin() const
+{
+    return static_cast<double>(m_position) - (m_filter ? m_filter->delay() : 0.0);
+}
+
+double SymbolCutter::valueAt(double position) const
+{
+    const auto last = static_cast<std::ptrdiff_t>(m_samples.size()) - 1;
+    const auto value = [&](std::ptrdiff_t index) {
+        return m_samples[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(index, 0, last))];
+    };
+    const double whole = std::round(position);
+    if (std::abs(position - whole) < 1e-9)
+        return value(static_cast<std::ptrdiff_t>(whole));
+    const auto first = static_cast<std::ptrdiff_t>(std::floor(position)) - Interpolation::reach;
+    if (first < 0 || first + 2 * Interpolation::reach > last)
+        return Interpolation::at(position, value);
+    return Interpolation::at(
+        position, [samples = m_samples.data()](std::ptrdiff_t index) { return samples[index]; });
+}
+
+/// The samples between two symbols, without those at the second one.
+void SymbolCutter::interpolate(const Symbol& from, const Symbol& to, double* samples) const
+{
+    const double start = from.position - origin();
+    const double step = (to.position - from.position) / static_cast<double>(m_perSymbol);
+    for (std::size_t k = 0; k < m_perSymbol; ++k)
+        samples[k] = valueAt(start + static_cast<double>(k) * step);
+}
+
+const std::vector<double>& SymbolCutter::trace()
+{
+    const Symbol& middle = m_symbols[m_middle];
+    const auto half = m_trace.begin() + static_cast<std::ptrdiff_t>(m_perSymbol);
+    if (m_traced != 0 && m_traced + 1 == m_middle)
+        std::copy(half, m_trace.end() - 1, m_trace.begin());
+    else
+        interpolate(m_symbols[m_middle - 1], middle, m_trace.data());
+    interpolate(middle, m_symbols[m_middle + 1], &*half);
+    m_trace.back() = valueAt(m_symbols[m_middle + 1].position - origin());
+    m_traced = m_middle;
+    return m_trace;
+}
+
+double SymbolCutter::nearest() const
+{
+    const auto last = static_cast<std::ptrdiff_t>(m_samples.size()) - 1;
+    const auto index = std::lround(m_symbols[m_middle].position - origin());
+    return m_samples[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(index, 0, last))];
+}

@@ -1,0 +1,79 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "workbench/receiver/SignalBlock.h"
+#include "workbench/sources/LowPass.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <vector>
+
+/// Goes through the symbols of a signal that comes block by block, any number, and cuts the traces
+/// about them: each two symbols long, with the instant of decision of its symbol in the middle, and
+/// equally many samples in either half. Traces do not span gaps, quiet samples, samples that are no
+/// numbers, symbols that are not good, or neighbours that are not of one clock.
+class SymbolCutter
+{
+public:
+    /// Where a symbol is told, in order.
+    struct Place
+    {
+        const Symbol& symbol;
+        bool isStart; ///< it does not follow the one before
+        bool isWhole; ///< there is a trace: see trace
+    };
+    using Take = std::function<void(const Place& place)>;
+    /// Takes symbols, as many, that are in no place: those at the ends of what is not torn.
+    using Skip = std::function<void(std::int64_t count)>;
+
+    /// @param bandwidth  of a low-pass before, symbol rates; 0: none.
+    /// @param perSymbol  samples of half a trace, at least 1.
+    /// @param skip       may be null.
+    SymbolCutter(const SignalFormat& format, double bandwidth, std::size_t perSymbol, Take take,
+                 Skip skip = nullptr);
+    SymbolCutter(const SymbolCutter&) = delete;
+    SymbolCutter& operator=(const SymbolCutter&) = delete;
+
+    /// Takes some samples of the next block, or of one anywhere else. Nothing of a format without
+    /// symbols, or with one sample a symbol.
+    void add(const SignalBlock& block, std::size_t first, std::size_t count);
+    void add(const SignalBlock& block) { add(block, 0, block.count()); }
+    /// No more comes for now that follows.
+    void finish() { cut(true); }
+
+    /// While a place is told that is whole: its trace, 2 * perSymbol + 1 samples. Valid until the
+    /// next call.
+    const std::vector<double>& trace();
+    /// Likewise: the sample that is nearest to its middle.
+    double nearest() const;
+
+private:
+    void start(std::int64_t position);
+    void cut(bool isEnd);
+    bool isWhole(const Symbol& a, const Symbol& b) const;
+    void interpolate(const Symbol& from, const Symbol& to, double* samples) const;
+    double valueAt(double position) const;
+    double origin() const;
+    void skip(std::int64_t count) const;
+
+    SignalFormat m_format;
+    double m_bandwidth;
+    std::size_t m_perSymbol;
+    Take m_take;
+    Skip m_skip;
+
+    // What is not torn, from the symbol before the next trace's on.
+    bool m_isOpen = false;
+    bool m_isStart = true;       // no symbol of it was in the middle yet
+    std::int64_t m_position = 0; // of the first sample
+    std::vector<double> m_samples;
+    std::size_t m_nextCut = 0; // samples
+    std::vector<Symbol> m_symbols;
+    std::size_t m_middle = 0;  // the symbol that is told
+    std::int64_t m_untold = 0; // symbols of it that were in no place
+    std::vector<double> m_trace;
+    std::size_t m_traced = 0; // the symbol of the trace, whose second half is the next one's first
+    std::optional<LowPass> m_filter;
+};
