@@ -155,6 +155,13 @@
 <context>
     <name>density::PlotPainter</name>
     <message>
+        <source>Count</source>
+        <translation>Anzahl</translation>
+    </message>
+</context>
+<context>
+    <name>density::PlotTexts</name>
+    <message>
         <source>%1 T, %2 T: %3 T</source>
         <translation>%1 T, %2 T: %3 T</translation>
     </message>

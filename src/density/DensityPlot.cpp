@@ -208,6 +208,12 @@ void DensityPlot::setSymbolRate(double symbolRate)
     update();
 }
 
+void DensityPlot::setTimeUnit(TimeUnit unit)
+{
+    d->timeUnit = unit;
+    update();
+}
+
 void DensityPlot::setUnit(const QString& unit)
 {
     d->unit = unit;
@@ -239,10 +245,12 @@ void DensityPlot::showCursors(bool show)
 
 void DensityPlot::setMask(const std::optional<Mask>& mask, double instant, double low, double high)
 {
-    d->mask.clear();
+    d->mask.reset();
+    d->maskPolygons.clear();
     if (mask && d->shape) {
         const MaskTest test(*mask, *d->shape, instant, low, high);
-        d->mask = test.polygons();
+        d->mask = PlacedMask{*mask, instant, low, high};
+        d->maskPolygons = test.polygons();
         d->counting->order(
             [test](Counter& counter) { counter.setMaskTest(std::make_unique<MaskTest>(test)); });
     } else {
@@ -261,6 +269,20 @@ void DensityPlot::setIdeal(const std::vector<std::complex<double>>& ideal)
 ErrorVectors::Figures DensityPlot::errorVectors() const { return d->data.errors; }
 
 std::optional<MaskTest::Result> DensityPlot::maskResult() const { return d->data.mask; }
+
+std::vector<std::int64_t> DensityPlot::maskHits() const
+{
+    return d->data.mask ? d->data.mask->newestHits : std::vector<std::int64_t>();
+}
+
+void DensityPlot::copyTraces(std::size_t most, std::function<void(KeptSignalPtr)> ready)
+{
+    d->counting->order([this, most, ready = std::move(ready)](Counter& counter) {
+        const auto traces = std::make_shared<const KeptSignal>(counter.kept().newest(most));
+        QMetaObject::invokeMethod(
+            this, [traces, ready] { ready(traces); }, Qt::QueuedConnection);
+    });
+}
 
 void DensityPlot::setLitSymbol(const std::optional<std::int64_t>& symbol)
 {
@@ -304,10 +326,13 @@ void DensityPlot::take(PlotData* data)
     // As long as more comes, more may wait to be counted.
     d->isStale = d->isStale || !d->data.snapshot ||
                  d->data.snapshot->allSymbols != data->snapshot->allSymbols;
+    const std::vector<std::int64_t> hits = maskHits();
     d->data = std::move(*data);
     d->image = QImage();
     update();
     emit updated();
+    if (maskHits() != hits)
+        emit maskHitsChanged();
 }
 
 void DensityPlot::paintEvent(QPaintEvent*)

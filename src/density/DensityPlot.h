@@ -11,6 +11,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -38,6 +39,7 @@ class ORVANE_API DensityPlot : public QWidget
     Q_OBJECT
 public:
     enum class Kind { Eye, Constellation };
+    using TimeUnit = density::TimeUnit;
 
     /// @param settings  for an eye with a shape, for a constellation without; else with the
     /// standard
@@ -73,6 +75,8 @@ public:
     bool isPaused() const;
     /// Bd: read-outs have seconds too; 0, as at first: not known.
     void setSymbolRate(double symbolRate);
+    /// Of the axis of time; symbols at first, and while the symbol rate is not known.
+    void setTimeUnit(TimeUnit unit);
     /// Of the level, or of I and Q, such as "V"; empty at first.
     void setUnit(const QString& unit);
     void setColors(ColorScale scale, bool isLogarithmic);
@@ -83,10 +87,24 @@ public:
     void setMask(const std::optional<Mask>& mask, double instant = 0.0, double low = 0.0,
                  double high = 1.0);
     std::optional<MaskTest::Result> maskResult() const;
+    /// Numbers of the newest symbols that hit the mask, up to MaskTest::mostKeptHits, the newest
+    /// first: as listed by maskResult. Those still kept can be lit, see setLitSymbol.
+    std::vector<std::int64_t> maskHits() const;
+    /// Starts or ends drawing a polygon by hand, of an eye: a click sets a corner, a double click
+    /// the last one; Enter closes the polygon too, Backspace takes the last corner back, Esc ends
+    /// without one. Wheel and drag zoom and pan as ever. The polygon is added to the mask, or to a
+    /// new one in the signal's levels, which is tested from then on, see maskDrawn.
+    void drawMask(bool on);
+    bool isDrawingMask() const;
     /// The points of a constellation, as its symbols are scaled, for EVM and MER of all symbols, of
     /// those that are kept and all that come; empty, as at first: not known.
     void setIdeal(const std::vector<std::complex<double>>& ideal);
     ErrorVectors::Figures errorVectors() const;
+    /// Copies the newest kept traces or points, as for EyeFigures.
+    /// @param ready  told on the GUI thread, before long; the copy is its own, and may go to
+    /// another
+    ///               thread. Not told when the plot goes before.
+    void copyTraces(std::size_t most, std::function<void(KeptSignalPtr)> ready);
     /// Draws the trace, or the point, of a kept symbol over the picture; none ends it. One that is
     /// not kept is not drawn.
     void setLitSymbol(const std::optional<std::int64_t>& symbol);
@@ -105,6 +123,12 @@ signals:
     /// A new count is shown.
     void updated();
     void pausedChanged(bool paused);
+    /// The mask with the polygon that was drawn, and which the plot tests already.
+    void maskDrawn(const density::Mask& mask);
+    /// Drawing has started or ended, by whichever way.
+    void drawingMaskChanged(bool on);
+    /// maskHits is another.
+    void maskHitsChanged();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -123,6 +147,8 @@ private:
     void showZoom();
     void tellPassed(const QPointF& pixel);
     bool moveCursor(int key, bool isFar);
+    bool drawByKey(int key);
+    void closeDrawing();
 
     std::unique_ptr<PlotState> d;
 };

@@ -84,6 +84,10 @@ void DensityPlot::mousePressEvent(QMouseEvent* event)
 
 void DensityPlot::mouseMoveEvent(QMouseEvent* event)
 {
+    if (d->drawing) {
+        d->drawing->setPointer(d->view.toValue(event->pos()));
+        update();
+    }
     const QPoint moved = event->pos() - d->pressedAt;
     switch (d->drag) {
     case PlotState::Drag::None:
@@ -123,6 +127,9 @@ void DensityPlot::mouseReleaseEvent(QMouseEvent* event)
         constexpr int least = 4;
         if (chosen.width() >= least && chosen.height() >= least && d->view.zoomTo(chosen))
             showZoom();
+    } else if (drag == PlotState::Drag::Maybe && d->drawing) {
+        d->drawing->add(d->view.toValue(event->pos()));
+        update();
     } else if (drag == PlotState::Drag::Maybe) {
         tellPassed(event->pos());
     }
@@ -130,9 +137,60 @@ void DensityPlot::mouseReleaseEvent(QMouseEvent* event)
 
 void DensityPlot::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton && d->view.place().contains(event->pos()) &&
-        d->view.goHome())
+    if (event->button() != Qt::LeftButton || !d->view.place().contains(event->pos()))
+        return;
+    if (d->drawing)
+        closeDrawing();
+    else if (d->view.goHome())
         showZoom();
+}
+
+void DensityPlot::drawMask(bool on)
+{
+    if (on == isDrawingMask() || !d->shape)
+        return;
+    d->drawing = on ? std::optional<MaskDrawing>(MaskDrawing()) : std::nullopt;
+    // The line follows the pointer.
+    setMouseTracking(on);
+    if (on) {
+        setCursor(Qt::CrossCursor);
+        setFocus();
+    } else {
+        unsetCursor();
+    }
+    update();
+    emit drawingMaskChanged(on);
+}
+
+bool DensityPlot::isDrawingMask() const { return d->drawing.has_value(); }
+
+void DensityPlot::closeDrawing()
+{
+    PlacedMask placed;
+    placed.mask.levels = Mask::Levels::Absolute;
+    placed = d->mask.value_or(placed);
+    const auto mask = d->drawing->addedTo(placed.mask, placed.instant, placed.low, placed.high);
+    if (!mask) // Two corners are no polygon yet.
+        return;
+    drawMask(false);
+    setMask(mask, placed.instant, placed.low, placed.high);
+    emit maskDrawn(*mask);
+}
+
+bool DensityPlot::drawByKey(int key)
+{
+    if (!d->drawing)
+        return false;
+    if (key == Qt::Key_Return || key == Qt::Key_Enter)
+        closeDrawing();
+    else if (key == Qt::Key_Backspace)
+        d->drawing->takeBack();
+    else if (key == Qt::Key_Escape)
+        drawMask(false);
+    else
+        return false;
+    update();
+    return true;
 }
 
 void DensityPlot::tellPassed(const QPointF& pixel)
@@ -191,7 +249,8 @@ void DensityPlot::keyPressEvent(QKeyEvent* event)
         zoomed(d->view.undo());
     } else if (event->matches(QKeySequence::Redo)) {
         zoomed(d->view.redo());
-    } else if (moveCursor(event->key(), event->modifiers() & Qt::ShiftModifier)) {
+    } else if (drawByKey(event->key()) ||
+               moveCursor(event->key(), event->modifiers() & Qt::ShiftModifier)) {
         return;
     } else if (event->key() == Qt::Key_Home) {
         zoomed(d->view.goHome());

@@ -84,6 +84,9 @@ struct TraceShape
     }
 };
 
+/// What times are told in.
+enum class TimeUnit { Symbols, Seconds };
+
 /// How long a symbol stays in the picture.
 struct Persistence
 {

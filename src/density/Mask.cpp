@@ -63,6 +63,14 @@ std::vector<QPolygonF> Mask::placed(double instant, double low, double high) con
     return result;
 }
 
+QPointF Mask::pointAt(const QPointF& place, double instant, double low, double high) const
+{
+    const double time = place.x() - instant + (origin == Origin::Crossing ? 0.5 : 0.0);
+    if (levels == Levels::Absolute)
+        return {time, place.y()};
+    return {time, (place.y() - low) / (high - low)};
+}
+
 const std::vector<Mask>& Mask::standard()
 {
     const auto make = [](const char* name, const char* source, double overshoot,

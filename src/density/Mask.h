@@ -5,6 +5,7 @@
 #include "foundations/Export.h"
 
 #include <QByteArray>
+#include <QMetaType>
 #include <QPolygonF>
 #include <QString>
 
@@ -60,6 +61,11 @@ struct ORVANE_API Mask
     /// @param instant  of decision, from the middle of the traces on.
     /// @param low,high levels found; matter to relative ones alone.
     std::vector<QPolygonF> placed(double instant, double low, double high) const;
+    /// The other way: the point of a polygon that is placed there, margin apart.
+    /// @return not finite where levels are relative and both found are the same.
+    QPointF pointAt(const QPointF& place, double instant, double low, double high) const;
 };
 
 } // namespace density
+
+Q_DECLARE_METATYPE(density::Mask)

@@ -3,6 +3,7 @@
 
 #include "density/DensityExport.h"
 #include "density/PlotState.h"
+#include "density/PlotTexts.h"
 #include "density/Spread.h"
 #include "platform/glbase/axisDefinition.h"
 #include "platform/gui/ColorSet.h"
@@ -25,8 +26,6 @@ const QColor litColor(255, 255, 255);
 
 QColor color(IColorBase::ECOLOR number) { return ColorSet::Instance()[number]; }
 
-QString number(double value) { return QLocale::c().toString(value, 'g', 5); }
-
 /// Short enough for the legend.
 QString countText(double count)
 {
@@ -48,8 +47,9 @@ QRectF PlotPainter::placeOf(const QSize& size, const QFontMetrics& metrics)
     const double right = legendWidth + labelWidth(metrics) + 3.0 * gap;
     // Labels of the X axis, the line of cursors, and that of symbols.
     const double bottom = 3.0 * text + 3.0 * gap;
-    return QRectF(left, gap, std::max(1.0, size.width() - left - right),
-                  std::max(1.0, size.height() - gap - bottom));
+    const double top = text + 0.5 * gap; // what the axis of levels and the legend count in
+    return QRectF(left, top, std::max(1.0, size.width() - left - right),
+                  std::max(1.0, size.height() - top - bottom));
 }
 
 QColor PlotPainter::groundOf(bool isEye)
@@ -75,6 +75,7 @@ void PlotPainter::paint(const QSize& size)
     m_painter.setClipRect(m_view.place());
     paintCounts();
     paintMask();
+    paintDrawing();
     if (!m_state.data.lit.empty())
         paintTrace(m_state.data.lit, groundOf(m_state.shape.has_value()).lightness() < 128
                                          ? litColor
@@ -116,12 +117,13 @@ void PlotPainter::paintGridAndLabels()
     const QFontMetricsF metrics(m_painter.font());
     const QPen grid(color(IColorBase::colGrid));
     const QPen label(color(IColorBase::colLabel));
+    const TimeScale time = timeScaleOf(m_state, std::max(std::abs(shown.left), shown.right));
     axisDefinition x(axisDefinition::Orientation::Horizontal);
-    x.SetRange(shown.left, shown.right);
+    x.SetRange(shown.left * time.perSymbol, shown.right * time.perSymbol);
     x.SetLength(static_cast<int>(place.width()));
     double free = -1e9; // where the next label may start
     for (const axisDefinition::Tick& tick : x.GetTicks()) {
-        const double at = m_view.toPixel({tick.value, 0.0}).x();
+        const double at = m_view.toPixel({tick.value / time.perSymbol, 0.0}).x();
         m_painter.setPen(grid);
         m_painter.drawLine(QPointF(at, place.top()), QPointF(at, place.bottom()));
         const QString text = x.Label(tick.value);
@@ -148,18 +150,23 @@ void PlotPainter::paintGridAndLabels()
     }
     m_painter.setPen(label);
     m_painter.drawRect(place);
+    m_painter.drawText(QPointF(place.right() + gap, place.bottom() + 2.0 + metrics.ascent()),
+                       m_state.shape ? time.unit : m_state.unit);
+    m_painter.drawText(QRectF(0.0, 0.0, place.left() - 3.0, metrics.height()), Qt::AlignRight,
+                       m_state.unit);
+    m_painter.drawText(QPointF(place.right() + gap, metrics.ascent()), tr("Count"));
 }
 
 void PlotPainter::paintMask()
 {
-    if (m_state.mask.empty())
+    if (m_state.maskPolygons.empty())
         return;
     m_painter.setRenderHint(QPainter::Antialiasing);
     QColor fill = hitColor;
     fill.setAlpha(60);
     m_painter.setBrush(fill);
     m_painter.setPen(hitColor);
-    for (const QPolygonF& polygon : m_state.mask) {
+    for (const QPolygonF& polygon : m_state.maskPolygons) {
         QPolygonF pixels;
         for (const QPointF& point : polygon)
             pixels << m_view.toPixel(point);
@@ -167,6 +174,29 @@ void PlotPainter::paintMask()
     }
     for (const std::vector<float>& trace : m_state.data.hits)
         paintTrace(trace, hitColor);
+    m_painter.setRenderHint(QPainter::Antialiasing, false);
+}
+
+// The polygon that is drawn, up to the pointer.
+void PlotPainter::paintDrawing()
+{
+    if (!m_state.drawing)
+        return;
+    m_painter.setRenderHint(QPainter::Antialiasing);
+    m_painter.setBrush(Qt::NoBrush);
+    m_painter.setPen(QPen(hitColor, 1.5));
+    QPolygonF line;
+    for (const QPointF& corner : m_state.drawing->corners()) {
+        line << m_view.toPixel(corner);
+        m_painter.drawRect(QRectF(line.back() - QPointF(2.0, 2.0), QSizeF(4.0, 4.0)));
+    }
+    if (!line.isEmpty())
+        line << m_view.toPixel(m_state.drawing->pointer());
+    m_painter.drawPolyline(line);
+    if (line.size() > 2) {
+        m_painter.setPen(QPen(hitColor, 1.0, Qt::DotLine));
+        m_painter.drawLine(line.back(), line.front());
+    }
     m_painter.setRenderHint(QPainter::Antialiasing, false);
 }
 
@@ -272,70 +302,6 @@ void PlotPainter::paintLegend()
     }
 }
 
-QString PlotPainter::cursorText() const
-{
-    const auto& at = m_state.cursors.places;
-    const double time = at[Cursors::SecondX] - at[Cursors::FirstX];
-    QString text;
-    if (m_state.shape) {
-        text = tr("%1 T, %2 T: %3 T")
-                   .arg(number(at[Cursors::FirstX]), number(at[Cursors::SecondX]), number(time));
-        if (m_state.symbolRate > 0.0)
-            text += QStringLiteral(" = %1 s, 1/\u0394t %2 Hz")
-                        .arg(number(time / m_state.symbolRate), number(m_state.symbolRate / time));
-    } else {
-        text = QStringLiteral("I %1, %2: %3 %4")
-                   .arg(number(at[Cursors::FirstX]), number(at[Cursors::SecondX]), number(time),
-                        m_state.unit);
-    }
-    text +=
-        QStringLiteral("   %1 %2, %3 %4: %5 %6")
-            .arg(number(at[Cursors::FirstY]), m_state.unit, number(at[Cursors::SecondY]),
-                 m_state.unit, number(at[Cursors::SecondY] - at[Cursors::FirstY]), m_state.unit);
-    if (!m_state.data.snapshot)
-        return text;
-    const Snapshot& counted = *m_state.data.snapshot;
-    const double column =
-        (at[Cursors::FirstX] - counted.window.left) / counted.window.width() * counted.size.columns;
-    const double row =
-        (at[Cursors::FirstY] - counted.window.bottom) / counted.window.height() * counted.size.rows;
-    if (column >= 0.0 && column < counted.size.columns && row >= 0.0 && row < counted.size.rows)
-        text +=
-            QStringLiteral("   ") +
-            tr("count %1").arg(number(counted.at(static_cast<int>(column), static_cast<int>(row))));
-    return text;
-}
-
-QString PlotPainter::symbolText() const
-{
-    const QLocale locale;
-    if (!m_state.data.snapshot)
-        return tr("No symbols yet");
-    const Snapshot& counted = *m_state.data.snapshot;
-    QString text = tr("%1 symbols").arg(locale.toString(qint64(counted.symbolCount)));
-    if (counted.symbolCount != counted.allSymbols)
-        text = tr("%1 of %2 symbols")
-                   .arg(locale.toString(qint64(counted.symbolCount)),
-                        locale.toString(qint64(counted.allSymbols)));
-    if (counted.leftOut.tornTraces > 0 || counted.leftOut.badSamples > 0)
-        text += tr(", left out: %1 torn symbols, %2 bad samples")
-                    .arg(locale.toString(qint64(counted.leftOut.tornTraces)),
-                         locale.toString(qint64(counted.leftOut.badSamples)));
-    if (m_state.data.mask) {
-        using Verdict = MaskTest::Verdict;
-        const QString verdict = m_state.data.mask->verdict == Verdict::Running ? tr("testing")
-                                : m_state.data.mask->verdict == Verdict::Pass  ? tr("passed")
-                                                                               : tr("failed");
-        text += tr(", mask %1: %2 hits in %3 symbols")
-                    .arg(verdict, locale.toString(qint64(m_state.data.mask->hitCount)),
-                         locale.toString(qint64(m_state.data.mask->symbolCount)));
-    }
-    const ErrorVectors::Figures& errors = m_state.data.errors;
-    if (errors.evm.isGiven() && errors.mer.isGiven())
-        text += tr(", EVM %1 %, MER %2 dB").arg(number(errors.evm.value), number(errors.mer.value));
-    return m_state.isPaused ? text + tr(", paused") : text;
-}
-
 void PlotPainter::paintTexts(const QSize& size)
 {
     const double height = QFontMetricsF(m_painter.font()).height();
@@ -345,9 +311,9 @@ void PlotPainter::paintTexts(const QSize& size)
                                   size.width() - 2.0 * gap, height),
                            Qt::AlignLeft | Qt::AlignVCenter, text);
     };
-    line(1, symbolText());
+    line(1, PlotTexts(m_state).symbols());
     if (m_state.cursors.isShown)
-        line(2, cursorText());
+        line(2, PlotTexts(m_state).cursors());
 }
 
 } // namespace density

@@ -33,13 +33,12 @@ private:
     void paintCounts();
     void paintGridAndLabels();
     void paintMask();
+    void paintDrawing();
     void paintTrace(const std::vector<float>& trace, const QColor& color);
     void paintCursors();
     void paintHistograms();
     void paintLegend();
     void paintTexts(const QSize& size);
-    QString cursorText() const;
-    QString symbolText() const;
 
     const PlotState& m_state;
     QPainter& m_painter;

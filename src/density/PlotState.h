@@ -3,6 +3,7 @@
 
 #include "density/ColorScale.h"
 #include "density/CountingThread.h"
+#include "density/MaskDrawing.h"
 #include "density/MaskTest.h"
 #include "density/PlotView.h"
 
@@ -39,6 +40,13 @@ struct Cursors
     static bool isX(int index) { return index < FirstY; }
 };
 
+/// A mask and what it is placed by, see Mask::placed.
+struct PlacedMask
+{
+    Mask mask;
+    double instant = 0.0, low = 0.0, high = 1.0;
+};
+
 /// All that a density plot holds.
 struct PlotState
 {
@@ -54,10 +62,13 @@ struct PlotState
     QImage image; // of the snapshot
     ColorMapping colors;
     Cursors cursors;
-    std::vector<QPolygonF> mask;
+    std::optional<PlacedMask> mask;
+    std::vector<QPolygonF> maskPolygons; // as they are tested
+    std::optional<MaskDrawing> drawing;  // of a polygon for the mask
     std::optional<std::int64_t> litSymbol;
     QString unit;
     double symbolRate = 0.0;
+    TimeUnit timeUnit = TimeUnit::Symbols;
     bool hasHome = false;
     bool isPaused = false;
 

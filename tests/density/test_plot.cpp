@@ -104,6 +104,70 @@ TEST(DensityPlot, LeadsFromAPointBackToTheSymbolThatPassedThere)
               before.pixel(middle - QPoint(0, 6)));
 }
 
+TEST(DensityPlot, TestsAPolygonThatIsDrawnByHand)
+{
+    const std::vector<float> samples = runtSignal();
+    Shown shown;
+    DensityPlot& plot = shown.plot;
+    plot.addData(samples.data(), samples.size(), 0);
+    shown.settle();
+    const QPointF corners[] = {{-0.1, -0.2}, {0.1, -0.2}, {0.0, 0.3}};
+    QPoint pixels[3];
+    std::transform(corners, corners + 3, pixels,
+                   [&](const QPointF& corner) { return shown.pixelOf(corner); });
+    QSignalSpy drawn(&plot, &DensityPlot::maskDrawn), hits(&plot, &DensityPlot::maskHitsChanged);
+    QSignalSpy drawing(&plot, &DensityPlot::drawingMaskChanged);
+    // In the signal's levels where there is no mask, in those of the mask where there is one.
+    for (const bool isAdded : {false, true}) {
+        Mask before = Mask::standard()[0];
+        before.mostHits = 5;
+        plot.setMask(isAdded ? std::optional<Mask>(before) : std::nullopt, 0.0, -1.0, 1.0);
+        plot.drawMask(true);
+        QTest::mouseClick(&plot, Qt::LeftButton, {}, pixels[0]);
+        QTest::mouseClick(&plot, Qt::LeftButton, {}, pixels[2]);
+        QTest::keyClick(&plot, Qt::Key_Return); // two corners are none
+        QTest::keyClick(&plot, Qt::Key_Backspace);
+        QTest::mouseClick(&plot, Qt::LeftButton, {}, pixels[1]);
+        QTest::mouseClick(&plot, Qt::LeftButton, {}, pixels[2]);
+        EXPECT_TRUE(plot.isDrawingMask());
+        if (isAdded)
+            QTest::keyClick(&plot, Qt::Key_Enter);
+        else
+            QTest::mouseDClick(&plot, Qt::LeftButton, {}, pixels[2]);
+        ASSERT_EQ(drawn.count(), 1);
+        const auto mask = drawn.takeFirst().at(0).value<Mask>();
+        EXPECT_EQ(mask.polygons.size(), isAdded ? before.polygons.size() + 1 : 1U);
+        EXPECT_EQ(mask.mostHits, isAdded ? 5 : 0);
+        const QPolygonF placed = mask.placed(0.0, -1.0, 1.0).back();
+        ASSERT_EQ(placed.size(), 3);
+        // To half a pixel, of 2.4 in 400 pixels at most.
+        for (int k = 0; k < 3; ++k)
+            EXPECT_LT((placed[k] - corners[k]).manhattanLength(), 0.01);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return plot.maskHits().size() == 1; }));
+        EXPECT_EQ(plot.maskHits()[0], runt);
+    }
+    plot.drawMask(true);
+    QTest::keyClick(&plot, Qt::Key_Escape);
+    EXPECT_FALSE(plot.isDrawingMask());
+    EXPECT_EQ(drawing.count(), 6);
+    EXPECT_GE(hits.count(), 1);
+    EXPECT_TRUE(drawn.isEmpty());
+}
+
+TEST(DensityPlot, HandsOutCopiesOfTheNewestTraces)
+{
+    const std::vector<float> samples = runtSignal();
+    Shown shown;
+    shown.plot.addData(samples.data(), samples.size(), 0);
+    shown.settle();
+    KeptSignalPtr traces;
+    shown.plot.copyTraces(3000, [&](KeptSignalPtr copy) { traces = std::move(copy); });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return traces != nullptr; }));
+    EXPECT_EQ(traces->count(), 3000U);
+    EXPECT_EQ(traces->symbolAt(0), 4999);
+    EXPECT_TRUE(std::equal(samples.end() - 33, samples.end(), traces->at(0)));
+}
+
 TEST(DensityPlot, ZoomsPansAndComesBack)
 {
     const std::vector<float> samples = runtSignal();
