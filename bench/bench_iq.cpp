@@ -3,8 +3,11 @@
 //   whole     ours against a paint of the empty plot and bare OpenGL calls for the points;
 //   points    what the points cost us, against these calls alone;
 //   bare_us   these calls.
-// All draw the same points with the same context, in turns. And of a paint by the processor:
-//   pass      ours against one pass over the floats that writes pixels over an empty ground.
+// All draw the same points with the same context, in turns. And of a paint by the processor into
+// a picture with one data set that is new, beside QPainter, a plotting library, and one pass over
+// the floats that writes pixels over a ground made before.
+#include "PainterName.h"
+#include "Signals.h"
 #include "iq/GLIQDiagram.h"
 #include "platform/glbase/GLLayout.h"
 #include "platform/glbase/GLPainter.h"
@@ -20,29 +23,16 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
 #include <memory>
-#include <random>
 #include <vector>
 
 #include <GL/gl.h>
 
 namespace {
 
-constexpr int recordCount = 100;
 constexpr int side = 400;
-
-/// 16QAM with noise, I, Q, I, Q...
-std::vector<float> constellation(std::size_t pointCount)
-{
-    std::mt19937 generator(1);
-    std::uniform_int_distribution<int> level(0, 3);
-    std::normal_distribution<float> noise(0.0F, 0.03F);
-    std::vector<float> samples(2 * pointCount);
-    for (float& sample : samples)
-        sample = static_cast<float>(level(generator)) * 0.5F - 0.75F + noise(generator);
-    return samples;
-}
 
 /// Draws all data sets like the diagram, by nothing but OpenGL calls.
 void drawBare(GLFrameWidget& frame, const std::vector<std::vector<float>>& records)
@@ -97,8 +87,8 @@ void paint(benchmark::State& state)
     GLLayout frame;
     const auto xAxis = std::make_shared<XAxisWidget>("XAxis", nullptr);
     xAxis->SetLength(side);
-    const auto points = constellation(static_cast<std::size_t>(state.range(0)));
-    const std::vector<std::vector<float>> records(recordCount, points);
+    const auto points = drawn::constellation(static_cast<std::size_t>(state.range(0)));
+    const std::vector<std::vector<float>> records(drawn::recordCount, points);
     const auto add = [&](bool hasPlot, bool hasBarePoints) {
         auto diagram = std::make_shared<Diagram>(frame, xAxis);
         diagram->hasPlot = hasPlot;
@@ -113,17 +103,18 @@ void paint(benchmark::State& state)
     frame.resize(side, 4 * side);
 
     std::vector<float> samples = points;
-    for (int i = 0; i <= recordCount; ++i) {
+    for (int i = 0; i <= drawn::recordCount; ++i) {
         ours->AddData(samples);
         samples = points;
     }
     for ([[maybe_unused]] auto _ : state) {
         // Younger than the paint before, so that all are drawn; the samples go round.
-        for (int i = 0; i < recordCount; ++i)
+        for (int i = 0; i < drawn::recordCount; ++i)
             ours->AddData(samples);
         frame.grabFramebuffer();
         state.SetIterationTime(ours->last);
     }
+    state.SetLabel(painterName(frame));
     state.counters["whole"] = ours->best / plotWithBare->best;
     state.counters["points"] = (ours->best - plot->best) / bare->best;
     state.counters["bare_us"] = bare->best * 1e6;
@@ -131,59 +122,146 @@ void paint(benchmark::State& state)
         frame.RemoveWidget(*diagram);
 }
 
-BENCHMARK(paint)->Arg(100)->Arg(1'000)->Arg(10'000)->Iterations(100)->UseManualTime()->Unit(
-    benchmark::kMicrosecond);
+BENCHMARK(paint)
+    ->Name("IQ paint with OpenGL, 100 x/ours")
+    ->Arg(100)
+    ->Arg(1'000)
+    ->Arg(10'000)
+    ->Iterations(10)
+    ->UseManualTime()
+    ->Unit(benchmark::kMicrosecond);
+
+/// Paints all data sets into a picture again and again.
+template<class Paint>
+void paintAgain(benchmark::State& state, const Paint& paintInto)
+{
+    QImage image(side, side, QImage::Format_RGB32);
+    for ([[maybe_unused]] auto _ : state) {
+        paintInto(image);
+        benchmark::ClobberMemory();
+    }
+}
+
+struct Plot
+{
+    GLLayout frame;
+    std::shared_ptr<XAxisWidget> xAxis = std::make_shared<XAxisWidget>("XAxis", nullptr);
+    std::shared_ptr<GLIQDiagram> diagram = std::make_shared<GLIQDiagram>("IQDiagram", &frame);
+
+    Plot()
+    {
+        xAxis->SetLength(side);
+        diagram->setXAxisWidget(xAxis);
+        diagram->SetAgesByData(true);
+        frame.AddWidget(diagram);
+        frame.resize(side, side);
+        xAxis->SetRange(-1.0, 1.0);
+        diagram->SetYStart(-1.0);
+        diagram->SetYStop(1.0);
+    }
+    ~Plot() { frame.RemoveWidget(*diagram); }
+    void paint(QImage& picture)
+    {
+        QPainter painter(&picture);
+        frame.Render(painter);
+    }
+};
+
+std::vector<float> pointsOf(const benchmark::State& state)
+{
+    return drawn::constellation(static_cast<std::size_t>(state.range(0)));
+}
 
 void paintPixels(benchmark::State& state)
 {
-    GLLayout frame;
-    const auto xAxis = std::make_shared<XAxisWidget>("XAxis", nullptr);
-    xAxis->SetLength(side);
-    const auto diagram = std::make_shared<GLIQDiagram>("IQDiagram", &frame);
-    diagram->setXAxisWidget(xAxis);
-    diagram->SetAgesByData(true);
-    frame.AddWidget(diagram);
-    frame.resize(side, side);
-    const auto points = constellation(static_cast<std::size_t>(state.range(0)));
-    const std::vector<std::vector<float>> records(recordCount, points);
-    for (const std::vector<float>& record : records)
-        diagram->AddData(record.data(), record.size());
-    QImage image(side, side, QImage::Format_RGB32);
-    const auto secondsOf = [](const auto& call) {
-        double best = std::numeric_limits<double>::max();
-        for (int i = 0; i < 20; ++i) {
-            QElapsedTimer timer;
-            timer.start();
-            call();
-            best = std::min(best, static_cast<double>(timer.nsecsElapsed()) / 1e9);
-        }
-        return best;
-    };
-    const double pass = secondsOf([&] {
+    Plot plot;
+    std::vector<float> points = pointsOf(state);
+    for (int i = 0; i <= drawn::recordCount; ++i)
+        plot.diagram->AddData(points.data(), points.size());
+    paintAgain(state, [&](QImage& image) {
+        plot.diagram->AddData(points); // the newest goes, the oldest comes back
+        plot.paint(image);
+    });
+    state.SetLabel("raster"); // pictures are, whatever windows are painted with
+}
+
+QImage emptyPlot()
+{
+    QImage ground(side, side, QImage::Format_RGB32);
+    Plot().paint(ground);
+    return ground;
+}
+
+void paintPass(benchmark::State& state)
+{
+    const QImage ground = emptyPlot();
+    const std::vector<std::vector<float>> records(drawn::recordCount, pointsOf(state));
+    const QRgb color = ColorSet::Instance()[IColorBase::colIQPoint].rgb();
+    paintAgain(state, [&](QImage& image) {
         auto* pixels = reinterpret_cast<QRgb*>(image.bits());
-        std::fill_n(pixels, side * side, 0xff000000U);
+        std::memcpy(pixels, ground.constBits(), static_cast<std::size_t>(ground.sizeInBytes()));
         constexpr float half = side / 2.0F;
         for (const std::vector<float>& record : records) {
             for (std::size_t i = 1; i < record.size(); i += 2) {
                 const float x = half + record[i - 1] * half;
                 const float y = half - record[i] * half;
                 if (x >= 0.0F && x < side && y >= 0.0F && y < side)
-                    pixels[static_cast<int>(y) * side + static_cast<int>(x)] = 0xffffffffU;
+                    pixels[static_cast<int>(y) * side + static_cast<int>(x)] = color;
             }
         }
-        benchmark::DoNotOptimize(pixels);
     });
-    const auto paintOnce = [&] {
-        QPainter painter(&image);
-        frame.Render(painter);
-    };
-    for ([[maybe_unused]] auto _ : state)
-        paintOnce();
-    state.counters["pass"] = secondsOf(paintOnce) / pass;
-    frame.RemoveWidget(*diagram);
 }
 
-BENCHMARK(paintPixels)->Arg(100)->Arg(1'000)->Arg(10'000)->Unit(benchmark::kMicrosecond);
+void paintQPainter(benchmark::State& state)
+{
+    const QImage ground = emptyPlot();
+    const std::vector<float> samples = pointsOf(state);
+    std::vector<QPointF> points;
+    for (int record = 0; record < drawn::recordCount; ++record)
+        for (std::size_t i = 1; i < samples.size(); i += 2)
+            points.emplace_back(double{samples[i - 1]}, double{samples[i]});
+    std::vector<QPointF> pixels(points.size());
+    paintAgain(state, [&](QImage& image) {
+        constexpr double half = side / 2.0;
+        std::transform(points.begin(), points.end(), pixels.begin(), [&](const QPointF& point) {
+            return QPointF(half + point.x() * half, half - point.y() * half);
+        });
+        QPainter painter(&image);
+        painter.drawImage(0, 0, ground);
+        painter.setPen(ColorSet::Instance()[IColorBase::colIQPoint]);
+        painter.drawPoints(pixels.data(), static_cast<int>(pixels.size()));
+    });
+}
+
+void paintPeer(benchmark::State& state, std::unique_ptr<PeerPlot> plot)
+{
+    if (plot)
+        paintAgain(state, [&](QImage& image) { plot->paint(image); });
+    else
+        state.SkipWithError("not installed");
+}
+
+PeerSignal signalForPeers(const benchmark::State& state)
+{
+    return drawn::constellationForPeers(static_cast<std::size_t>(state.range(0)));
+}
+void paintQwt(benchmark::State& state) { paintPeer(state, makeQwtPlot(signalForPeers(state))); }
+void paintQwtBuffered(benchmark::State& state)
+{
+    paintPeer(state, makeQwtPlot(signalForPeers(state), true));
+}
+
+void perPaint(benchmark::internal::Benchmark* benchmark)
+{
+    for (const int count : {100, 1'000, 10'000})
+        benchmark->Arg(count);
+    benchmark->Unit(benchmark::kMicrosecond)->MeasureProcessCPUTime();
+}
+BENCHMARK(paintPixels)->Name("IQ paint, 100 x/ours")->Apply(perPaint);
+BENCHMARK(paintPass)->Name("IQ paint, 100 x/floor")->Apply(perPaint);
+BENCHMARK(paintQPainter)->Name("IQ paint, 100 x/QPainter")->Apply(perPaint);
+BENCHMARK(paintQwt)->Name("IQ paint, 100 x/Qwt")->Apply(perPaint);
+BENCHMARK(paintQwtBuffered)->Name("IQ paint, 100 x/Qwt by image buffer")->Apply(perPaint);
 
 } // namespace
 

@@ -4,7 +4,7 @@
 // turns:
 //   cores          processor time over the signal's: 0.5 is half a core;
 //   liquid/ours    that of liquid-dsp's objects, in the same order, over it;
-//   gnuradio/ours  that of GNU Radio's blocks; left out where it is not installed.
+//   gnuradio/ours  that of GNU Radio's blocks; 0 where it is not installed.
 // The peers' matched filters are those of their clock recovery, and their clock and carrier are
 // control loops.
 #include "workbench/receiver/Receiver.h"
@@ -196,8 +196,7 @@ void receiver(benchmark::State& state)
     }
     state.counters["cores"] = median(ours);
     state.counters["liquid/ours"] = median(liquid) / median(ours);
-    if (!gnuRadio.empty())
-        state.counters["gnuradio/ours"] = median(gnuRadio) / median(ours);
+    state.counters["gnuradio/ours"] = gnuRadio.empty() ? 0.0 : median(gnuRadio) / median(ours);
 }
 
 BENCHMARK(receiver)

@@ -1,8 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
-// Cost of a step line, each beside a peer or a floor measured in the same run; the counter is the
-// peer's time divided by ours:
-//   drawing   against one QPainter polyline through all levels, with GL and into a picture;
-//   SetData   against a copy of the levels and one pass for their extremes.
+// Cost of a step line:
+//   drawing   beside one QPainter polyline through all levels, with OpenGL and into a picture;
+//   SetData   beside a copy of the levels and one pass for their extremes.
+#include "PainterName.h"
 #include "platform/glbase/GLCommonWidget.h"
 #include "platform/glbase/GLLayout.h"
 #include "platform/glbase/GLPainter.h"
@@ -11,7 +11,6 @@
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QImage>
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
@@ -19,7 +18,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <limits>
 #include <memory>
 #include <random>
 #include <utility>
@@ -42,33 +40,6 @@ std::vector<unsigned char> levels(benchmark::State& state)
     return result;
 }
 
-/// Seconds that a call takes, the best of three.
-double secondsOf(const std::function<void()>& call)
-{
-    double best = std::numeric_limits<double>::max();
-    for (int i = 0; i < 3; ++i) {
-        QElapsedTimer timer;
-        timer.start();
-        call();
-        best = std::min(best, static_cast<double>(timer.nsecsElapsed()) / 1e9);
-    }
-    return best;
-}
-
-/// Runs a call in the loop of a benchmark, and counts how much longer the peer takes.
-void compare(benchmark::State& state, const char* name, const std::function<void()>& peer,
-             const std::function<void()>& call)
-{
-    const double peerSeconds = secondsOf(peer);
-    QElapsedTimer timer;
-    timer.start();
-    for ([[maybe_unused]] auto _ : state)
-        call();
-    const double seconds = static_cast<double>(timer.nsecsElapsed()) / 1e9;
-    state.counters[name] = peerSeconds * static_cast<double>(state.iterations()) / seconds;
-    state.SetItemsProcessed(state.iterations() * state.range(0));
-}
-
 struct Plot : GLCommonWidget
 {
     Plot()
@@ -82,32 +53,19 @@ struct Plot : GLCommonWidget
     std::function<void(QPainter&)> paint;
 };
 
-/// @param finish  makes sure that what was drawn is there.
-void drawAndCompare(benchmark::State& state, GLFrameWidget& frame, QPainter& painter,
-                    const std::function<void()>& finish)
+QPolygonF polylineOf(const std::vector<unsigned char>& values)
 {
-    const std::vector<unsigned char> values = levels(state);
-    GLStepLine line;
-    line.SetLineStyle(GLLineStyle(lsSolid, 1, Qt::white));
-    line.SetDestRect(0, 0, width, height);
-    line.SetData(values.data(), values.size());
     QPolygonF points;
     for (std::size_t i = 0; i < values.size(); ++i) {
         const double y = height - 1 - values[i] * (height - 1) / 255.0;
         points << QPointF(static_cast<double>(i * width) / static_cast<double>(values.size()), y);
     }
-    const auto polyline = [&] {
-        painter.setPen(Qt::white);
-        painter.drawPolyline(points);
-        finish();
-    };
-    compare(state, "polyline/ours", polyline, [&] {
-        frame.DrawStepLine(line);
-        finish();
-    });
+    return points;
 }
 
-void draw(benchmark::State& state, bool isGl)
+/// Runs a benchmark's loop while the only widget of a frame is painted.
+void draw(benchmark::State& state, bool isGl,
+          const std::function<void(GLFrameWidget&, QPainter&)>& call)
 {
     GLLayout frame;
     const auto plot = std::make_shared<Plot>();
@@ -117,34 +75,62 @@ void draw(benchmark::State& state, bool isGl)
     plot->paint = [&](QPainter& painter) {
         if (std::exchange(isDone, true))
             return;
-        drawAndCompare(state, frame, painter, [&] {
-            if (!isGl)
-                return;
-            painter.beginNativePainting();
-            QOpenGLContext::currentContext()->functions()->glFinish();
-            painter.endNativePainting();
-        });
+        for ([[maybe_unused]] auto _ : state) {
+            call(frame, painter);
+            if (isGl) {
+                painter.beginNativePainting();
+                QOpenGLContext::currentContext()->functions()->glFinish();
+                painter.endNativePainting();
+            }
+        }
     };
     if (isGl) {
         frame.grabFramebuffer();
+        state.SetLabel(painterName(frame));
     } else {
         QImage image(width, height, QImage::Format_RGB32);
         QPainter painter(&image);
         frame.Render(painter);
+        state.SetLabel("raster");
     }
     if (!isDone)
         state.SkipWithError("nothing was painted");
 }
 
-void drawWithGl(benchmark::State& state) { draw(state, true); }
-void drawIntoPicture(benchmark::State& state) { draw(state, false); }
+void drawStepLine(benchmark::State& state, bool isGl)
+{
+    const std::vector<unsigned char> values = levels(state);
+    GLStepLine line;
+    line.SetLineStyle(GLLineStyle(lsSolid, 1, Qt::white));
+    line.SetDestRect(0, 0, width, height);
+    line.SetData(values.data(), values.size());
+    draw(state, isGl, [&](GLFrameWidget& frame, QPainter&) { frame.DrawStepLine(line); });
+}
+
+void drawPolyline(benchmark::State& state, bool isGl)
+{
+    const QPolygonF points = polylineOf(levels(state));
+    draw(state, isGl, [&](GLFrameWidget&, QPainter& painter) {
+        painter.setPen(Qt::white);
+        painter.drawPolyline(points);
+    });
+}
 
 void setData(benchmark::State& state)
 {
     const std::vector<unsigned char> values = levels(state);
-    std::vector<unsigned char> copy;
     GLStepLine line;
-    const auto floor = [&] {
+    for ([[maybe_unused]] auto _ : state) {
+        line.SetData(values.data(), values.size());
+        benchmark::DoNotOptimize(line.Levels().data());
+    }
+}
+
+void setDataFloor(benchmark::State& state)
+{
+    const std::vector<unsigned char> values = levels(state);
+    std::vector<unsigned char> copy;
+    for ([[maybe_unused]] auto _ : state) {
         copy.assign(values.begin(), values.end());
         unsigned char low = 255;
         unsigned char high = 0;
@@ -157,26 +143,30 @@ void setData(benchmark::State& state)
         }
         benchmark::DoNotOptimize(low);
         benchmark::DoNotOptimize(high);
-    };
-    compare(state, "floor/ours", floor, [&] {
-        line.SetData(values.data(), values.size());
-        benchmark::DoNotOptimize(line.Levels().data());
-    });
+    }
 }
 
-// A fixed number of iterations, because the peer runs anew whenever the number changes. Most
-// columns hold no step at the smallest size, each holds hundreds of levels at the largest.
-BENCHMARK(drawWithGl)
-    ->RangeMultiplier(10)
-    ->Range(10, 1'000'000)
-    ->Iterations(30)
-    ->Unit(benchmark::kMicrosecond);
-BENCHMARK(drawIntoPicture)
-    ->RangeMultiplier(10)
-    ->Range(10, 1'000'000)
-    ->Iterations(30)
-    ->Unit(benchmark::kMicrosecond);
-BENCHMARK(setData)->RangeMultiplier(10)->Range(1'000, 1'000'000)->Unit(benchmark::kMicrosecond);
+// Most columns hold no step at the smallest size, each holds hundreds of levels at the largest.
+void perDrawing(benchmark::internal::Benchmark* benchmark)
+{
+    for (const int count : {10, 1'000, 100'000, 1'000'000})
+        benchmark->Arg(count);
+    benchmark->Unit(benchmark::kMicrosecond)->MeasureProcessCPUTime();
+}
+void perCopy(benchmark::internal::Benchmark* benchmark)
+{
+    for (const int count : {1'000, 100'000, 1'000'000})
+        benchmark->Arg(count);
+    benchmark->Unit(benchmark::kMicrosecond)->MeasureProcessCPUTime();
+}
+BENCHMARK_CAPTURE(drawStepLine, gl, true)->Name("step line with OpenGL/ours")->Apply(perDrawing);
+BENCHMARK_CAPTURE(drawPolyline, gl, true)
+    ->Name("step line with OpenGL/QPainter")
+    ->Apply(perDrawing);
+BENCHMARK_CAPTURE(drawStepLine, raster, false)->Name("step line/ours")->Apply(perDrawing);
+BENCHMARK_CAPTURE(drawPolyline, raster, false)->Name("step line/QPainter")->Apply(perDrawing);
+BENCHMARK(setData)->Name("step line taken/ours")->Apply(perCopy);
+BENCHMARK(setDataFloor)->Name("step line taken/floor")->Apply(perCopy);
 
 } // namespace
 

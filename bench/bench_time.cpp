@@ -1,7 +1,11 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
-// Cost of the time diagram, each beside a floor or a peer measured in the same run:
-//   AddData   against a plain pass that finds the extent and writes one level for each sample;
-//   a paint   against QPainter polylines through the same samples, both into a picture.
+// Cost of the time diagram, each beside a floor or peers:
+//   AddData   beside a plain pass that finds the extent and writes one level for each sample;
+//   a paint   of 100 data sets, all at new places, into a picture of 800 x 600, beside two plotting
+//             libraries, and beside the same strokes from a list made before.
+#include "Allocations.h"
+#include "Prepared.h"
+#include "Signals.h"
 #include "platform/base/Saturate.h"
 #include "platform/glbase/GLLayout.h"
 #include "platform/glwidgets/XAxisWidget.h"
@@ -15,24 +19,15 @@
 
 #include <algorithm>
 #include <memory>
-#include <random>
 #include <vector>
 
 namespace {
 
-constexpr int recordCount = 100;
-constexpr int width = 1280;
-constexpr int height = 300;
-
-std::vector<double> signal(std::size_t count)
-{
-    std::mt19937 generator(1);
-    std::normal_distribution<double> noise(0.0, 0.2);
-    std::vector<double> samples(count);
-    for (std::size_t i = 0; i < count; ++i)
-        samples[i] = (i / 10 % 2 ? 1.0 : -1.0) + noise(generator);
-    return samples;
-}
+constexpr int width = 800;
+constexpr int height = 600;
+constexpr double yMax = 2.0;
+constexpr float baudrate = 1.0F;
+constexpr float otherBaudrate = 1.001F; // moves traces, but no grid
 
 struct Plot
 {
@@ -45,36 +40,45 @@ struct Plot
         frame.resize(width, height);
         frame.AddWidget(diagram);
         diagram->setXAxisWidget(xAxis);
-        diagram->SetBaudrate(1.0F);
-        diagram->SetYStart(-2.0);
-        diagram->SetYStop(2.0);
-        xAxis->SetRange(-double(samplesPerRecord * recordCount), 0.0);
-        for (int i = 0; i < recordCount; ++i) {
-            std::vector<double> samples = signal(samplesPerRecord);
-            diagram->AddData(samples);
-        }
+        diagram->SetBaudrate(baudrate);
+        diagram->SetYStart(-yMax);
+        diagram->SetYStop(yMax);
+        xAxis->SetRange(-double(samplesPerRecord * drawn::recordCount), 0.0);
+        const std::vector<double> samples = drawn::square(samplesPerRecord);
+        for (int i = 0; i < drawn::recordCount; ++i)
+            diagram->AddData(samples.data(), samples.size());
     }
     ~Plot() { frame.RemoveWidget(*diagram); }
+
+    void paint(QImage& picture)
+    {
+        QPainter painter(&picture);
+        frame.Render(painter);
+    }
 };
+
+QImage canvas() { return {width, height, QImage::Format_RGB32}; }
 
 void addData(benchmark::State& state)
 {
     const auto count = static_cast<std::size_t>(state.range(0));
     Plot plot(count);
     // From the 101st data set on, each call hands the samples of a recycled record back.
-    std::vector<double> samples = signal(count);
+    std::vector<double> samples = drawn::square(count);
     plot.diagram->AddData(samples);
-    samples = signal(count);
-    for (int i = 0; i <= recordCount; ++i) // each record has its memory then
+    samples = drawn::square(count);
+    for (int i = 0; i <= drawn::recordCount; ++i) // each record has its memory then
         plot.diagram->AddData(samples);
+    const std::size_t before = allocationCount();
+    plot.diagram->AddData(samples);
+    state.counters["allocations"] = static_cast<double>(allocationCount() - before);
     for ([[maybe_unused]] auto _ : state)
         plot.diagram->AddData(samples);
-    state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
 void addDataFloor(benchmark::State& state)
 {
-    const std::vector<double> samples = signal(static_cast<std::size_t>(state.range(0)));
+    const std::vector<double> samples = drawn::square(static_cast<std::size_t>(state.range(0)));
     std::vector<unsigned char> levels(samples.size());
     for ([[maybe_unused]] auto _ : state) {
         float low = 1e35F;
@@ -92,53 +96,88 @@ void addDataFloor(benchmark::State& state)
         benchmark::DoNotOptimize(levels.data());
         benchmark::ClobberMemory();
     }
-    state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
 void paint(benchmark::State& state)
 {
     Plot plot(static_cast<std::size_t>(state.range(0)));
-    QImage image(width, height, QImage::Format_RGB32);
+    QImage image = canvas();
+    bool isOther = false;
     for ([[maybe_unused]] auto _ : state) {
-        QPainter painter(&image);
-        plot.frame.Render(painter);
+        isOther = !isOther;
+        plot.diagram->SetBaudrate(isOther ? otherBaudrate : baudrate);
+        plot.paint(image);
     }
+    state.SetLabel("raster"); // pictures are, whatever windows are painted with
 }
 
-void paintPolylines(benchmark::State& state)
+void paintStrokes(benchmark::State& state)
 {
-    const std::vector<double> samples = signal(static_cast<std::size_t>(state.range(0)));
-    const double recordWidth = double(width) / recordCount;
-    QPolygonF points(static_cast<int>(samples.size()));
-    QImage image(width, height, QImage::Format_RGB32);
+    const auto prepare = [&state](float rate) {
+        Plot plot(static_cast<std::size_t>(state.range(0)));
+        plot.diagram->SetBaudrate(rate);
+        QImage picture = canvas();
+        plot.paint(picture);
+        plot.diagram->Clear();
+        QImage ground = canvas();
+        plot.paint(ground);
+        return Prepared(picture, ground);
+    };
+    const Prepared one = prepare(baudrate);
+    const Prepared other = prepare(otherBaudrate);
+    QImage image = canvas();
+    bool isOther = false;
     for ([[maybe_unused]] auto _ : state) {
-        image.fill(Qt::black);
-        QPainter painter(&image);
-        painter.setPen(Qt::white);
-        for (int record = 0; record < recordCount; ++record) {
-            for (int i = 0; i < points.size(); ++i)
-                points[i] =
-                    QPointF(record * recordWidth + i * recordWidth / points.size(),
-                            height / 2.0 - samples[static_cast<std::size_t>(i)] * height / 4.0);
-            painter.drawPolyline(points);
-        }
+        isOther = !isOther;
+        (isOther ? other : one).paint(image);
+        benchmark::ClobberMemory();
     }
+    state.counters["strokes"] = static_cast<double>(one.strokeCount());
 }
 
-BENCHMARK(addData)->Name("time AddData/ours")->Arg(100)->Arg(10'000)->Arg(1'000'000);
-BENCHMARK(addDataFloor)->Name("time AddData/floor")->Arg(100)->Arg(10'000)->Arg(1'000'000);
-BENCHMARK(paint)
-    ->Name("time paint/ours")
-    ->Arg(10)
-    ->Arg(1000)
-    ->Arg(100000)
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK(paintPolylines)
-    ->Name("time paint/QPainter")
-    ->Arg(10)
-    ->Arg(1000)
-    ->Arg(100000)
-    ->Unit(benchmark::kMillisecond);
+template<class Make>
+void paintPeer(benchmark::State& state, const Make& make)
+{
+    const auto count = static_cast<std::size_t>(state.range(0));
+    const std::unique_ptr<PeerPlot> plot = make(drawn::squareForPeers(count, yMax));
+    if (!plot) {
+        state.SkipWithError("not installed");
+        return;
+    }
+    QImage image = canvas();
+    for ([[maybe_unused]] auto _ : state)
+        plot->paint(image);
+}
+
+void paintQwt(benchmark::State& state)
+{
+    paintPeer(state, [](const PeerSignal& signal) { return makeQwtPlot(signal); });
+}
+void paintCustomPlot(benchmark::State& state) { paintPeer(state, makeCustomPlot); }
+
+BENCHMARK(addData)
+    ->Name("time AddData/ours")
+    ->Arg(100)
+    ->Arg(10'000)
+    ->Arg(1'000'000)
+    ->MeasureProcessCPUTime();
+BENCHMARK(addDataFloor)
+    ->Name("time AddData/floor")
+    ->Arg(100)
+    ->Arg(10'000)
+    ->Arg(1'000'000)
+    ->MeasureProcessCPUTime();
+
+void perPaint(benchmark::internal::Benchmark* benchmark)
+{
+    for (const int count : {100, 1'000, 10'000, 100'000})
+        benchmark->Arg(count);
+    benchmark->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
+}
+BENCHMARK(paint)->Name("time paint, 100 x/ours")->Apply(perPaint);
+BENCHMARK(paintStrokes)->Name("time paint, 100 x/floor")->Apply(perPaint);
+BENCHMARK(paintQwt)->Name("time paint, 100 x/Qwt")->Apply(perPaint);
+BENCHMARK(paintCustomPlot)->Name("time paint, 100 x/QCustomPlot")->Apply(perPaint);
 
 } // namespace
 

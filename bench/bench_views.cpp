@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 // Cost of a notification of each view, which reads the bound lists and feeds its diagram, beside a
 // walk over the same lists. "allocations" counts those of a notification once all is warm.
+#include "Allocations.h"
 #include "platform/values/Tree.h"
 #include "platform/values/Values.h"
 #include "views/VCGLEyeDiagram.h"
@@ -11,31 +12,13 @@
 
 #include <QApplication>
 
-#include <cstdlib>
 #include <memory>
-#include <new>
 #include <random>
 #include <type_traits>
 
 namespace {
 
-std::size_t allocationCount = 0;
-
 constexpr int warmCount = 210; // notifications until each record has been used twice
-
-} // namespace
-
-void* operator new(std::size_t size)
-{
-    ++allocationCount;
-    if (void* memory = std::malloc(size > 0 ? size : 1))
-        return memory;
-    throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-
-namespace {
 
 template<class View>
 struct Bound
@@ -83,9 +66,9 @@ void notify(benchmark::State& state)
     Bound<View> bound(static_cast<std::size_t>(state.range(0)));
     for (int i = 0; i < warmCount; ++i)
         bound.trigger.SetValue(true);
-    const std::size_t before = allocationCount;
+    const std::size_t before = allocationCount();
     bound.trigger.SetValue(true);
-    state.counters["allocations"] = static_cast<double>(allocationCount - before);
+    state.counters["allocations"] = static_cast<double>(allocationCount() - before);
     for ([[maybe_unused]] auto _ : state)
         bound.trigger.SetValue(true);
 }
@@ -103,21 +86,18 @@ void walk(benchmark::State& state)
     }
 }
 
+void perNotification(benchmark::internal::Benchmark* benchmark)
+{
+    benchmark->Arg(1'000)->Arg(100'000)->MeasureProcessCPUTime();
+}
 BENCHMARK_TEMPLATE(notify, VCGLTimeDiagram)
     ->Name("time view notified/ours")
-    ->Arg(1'000)
-    ->Arg(100'000);
-BENCHMARK_TEMPLATE(walk, VCGLTimeDiagram)
-    ->Name("time view notified/floor")
-    ->Arg(1'000)
-    ->Arg(100'000);
-BENCHMARK_TEMPLATE(notify, VCGLEyeDiagram)
-    ->Name("eye view notified/ours")
-    ->Arg(1'000)
-    ->Arg(100'000);
-BENCHMARK_TEMPLATE(walk, VCGLEyeDiagram)->Name("eye view notified/floor")->Arg(1'000)->Arg(100'000);
-BENCHMARK_TEMPLATE(notify, VCGLIQDiagram)->Name("IQ view notified/ours")->Arg(1'000)->Arg(100'000);
-BENCHMARK_TEMPLATE(walk, VCGLIQDiagram)->Name("IQ view notified/floor")->Arg(1'000)->Arg(100'000);
+    ->Apply(perNotification);
+BENCHMARK_TEMPLATE(walk, VCGLTimeDiagram)->Name("time view notified/floor")->Apply(perNotification);
+BENCHMARK_TEMPLATE(notify, VCGLEyeDiagram)->Name("eye view notified/ours")->Apply(perNotification);
+BENCHMARK_TEMPLATE(walk, VCGLEyeDiagram)->Name("eye view notified/floor")->Apply(perNotification);
+BENCHMARK_TEMPLATE(notify, VCGLIQDiagram)->Name("IQ view notified/ours")->Apply(perNotification);
+BENCHMARK_TEMPLATE(walk, VCGLIQDiagram)->Name("IQ view notified/floor")->Apply(perNotification);
 
 } // namespace
 

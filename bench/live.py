@@ -3,6 +3,7 @@
 the process and its threads, on a virtual display without a graphics card. Start and memory, beside
 an empty window of Qt."""
 import array
+import functools
 import math
 import mmap
 import os
@@ -14,13 +15,19 @@ import subprocess
 import tempfile
 import time
 
+import turns
+from turns import Missing, Sample, Task
+
 WARM_SECONDS = 3.0
 MEASURED_SECONDS = 6.0
+SETTLED_SECONDS = 4.0
 SAMPLE_RATE = 1e6
 PER_SYMBOL = 8
 SYMBOLS = 16384
 ROLL_OFF = 0.35
 PEER = pathlib.Path(__file__).parent / "peers" / "gnuradio_window.py"
+MISSING_STATUS = 3  # with which the peer ends where it is not installed
+START = "start to the first picture"
 TICK = 1.0 / os.sysconf("SC_CLK_TCK")
 
 
@@ -126,18 +133,24 @@ def write_qpsk(path):
             values.tofile(file)
 
 
-def play(size, scale, command):
+def play(size, scale, command, renderer, prepare):
+    """Cores that a program takes."""
+    prepare()
     display = Display(size[0], size[1])
     program = Program(display, command, scale)
     try:
-        return program.cores()
+        cores = program.cores()
+        if cores is None:
+            return Missing if program.process.returncode == MISSING_STATUS else None
+        return Sample(cores, renderer=renderer)
     finally:
         program.close()
         display.close()
 
 
-def start(command, wait_seconds=4.0):
-    """Seconds to the first picture, and memory some seconds later."""
+def start(command, renderer, prepare):
+    """Seconds to the first picture, and memory once all has settled."""
+    prepare()
     display = Display(1280, 800)
     begin = time.monotonic()
     program = Program(display, command)
@@ -147,64 +160,87 @@ def start(command, wait_seconds=4.0):
                 return None
             time.sleep(0.0005)
         seconds = time.monotonic() - begin
-        time.sleep(wait_seconds)
-        return seconds, program.memory()
+        time.sleep(SETTLED_SECONDS)
+        return Sample(seconds, renderer=renderer,
+                      figures={"memory then": (program.memory(), "MB")})
     finally:
         program.close()
         display.close()
 
 
-def run(folder, rounds, pattern):
-    """Cases with their roles, unit and renderer."""
-    workbench = str(pathlib.Path(folder) / "orvane-workbench")
-    empty = str(pathlib.Path(folder) / "empty_window")
+def renderer_of(workbench):
+    """What the window is painted with; none where an older one does not tell."""
+    display = Display(1280, 800)
+    environment = dict(os.environ, DISPLAY=display.name, LIBGL_ALWAYS_SOFTWARE="1",
+                       QT_QPA_PLATFORM="xcb")
+    try:
+        text = subprocess.run([workbench, "--version", "--verbose"], env=environment, text=True,
+                              capture_output=True, stdin=subprocess.DEVNULL, timeout=20).stdout
+    finally:
+        display.close()
+    found = re.search(r"^renderer: (\w+)", text, re.M)
+    return found.group(1) if found else None
+
+
+class Windows:
+    """The cases; their files lie in a folder."""
+
+    def __init__(self, work):
+        self.file = os.path.join(work, "qpsk.cf32")
+        self.settings = os.path.join(work, "settings.ini")
+        self.plain = os.path.join(work, "plain.ini")
+        write_qpsk(self.file)
+
+    def prepare(self):
+        """Settings as they are at first; and without figures."""
+        pathlib.Path(self.settings).unlink(missing_ok=True)
+        pathlib.Path(self.plain).write_text("[Views]\nReadings=false\n")
+
+    def played(self):
+        """Title, arguments, and whether the peer shows it, too."""
+        given = [self.file, "--sample-rate", "1e6"]
+        received = ["--symbol-rate", str(SAMPLE_RATE / PER_SYMBOL), "--modulation", "QPSK"]
+        return (("embedded demo", ["--settings", self.settings], False),
+                ("QPSK at 1 MS/s, received and measured",
+                 ["--settings", self.settings, *given, *received], True),
+                ("QPSK at 1 MS/s, as it is, without figures",
+                 ["--settings", self.plain, *given], True))
+
+    def tasks(self, folders):
+        """@param folders: role and folder of our programs."""
+        workbenches = {role: str(pathlib.Path(folder) / "orvane-workbench")
+                       for role, folder in folders}
+        renderers = {role: renderer_of(workbench) for role, workbench in workbenches.items()}
+        found = []
+
+        def add(case, role, unit, function, *arguments):
+            found.append(Task(case, role, unit, functools.partial(function, *arguments,
+                                                                  self.prepare)))
+
+        for name, pixels, scale in (("1280x800", (1280, 800), 1),
+                                    ("3840x2160 at scale 2", (3840, 2160), 2)):
+            size = [side // scale for side in pixels]
+            peer = ["/usr/bin/python3", str(PEER), self.file, str(SAMPLE_RATE), str(PER_SYMBOL),
+                    *map(str, size)]
+            for title, arguments, has_peer in self.played():
+                case = f"window, {title}, {name}"
+                for role, workbench in workbenches.items():
+                    command = [workbench, "--size", "x".join(map(str, size)), *arguments]
+                    add(case, role, "cores", play, pixels, scale, command, renderers[role])
+                if has_peer:
+                    add(case, "GNU Radio", "cores", play, pixels, scale, peer, None)
+        for role, workbench in workbenches.items():
+            add(START, role, "s", start, [workbench, "--settings", self.settings],
+                renderers[role])
+        empty = pathlib.Path(dict(folders)["ours"]) / "empty_window"
+        if empty.exists():
+            add(START, "empty Qt window", "s", start, [str(empty)], None)
+        return found
+
+
+def run(folders, rounds, pattern, roles, cases=None):
+    """Cases of our programs. @param roles: those that are measured; all where there are none."""
     with tempfile.TemporaryDirectory() as work:
-        file = os.path.join(work, "qpsk.cf32")
-        write_qpsk(file)
-        settings = os.path.join(work, "settings.ini")
-        plain = os.path.join(work, "plain.ini")
-        received = [file, "--sample-rate", "1e6", "--symbol-rate", str(SAMPLE_RATE / PER_SYMBOL),
-                    "--modulation", "QPSK"]
-        cases = []
-        for name, width, height, scale in (("1280x800", 1280, 800, 1),
-                                           ("3840x2160 at scale 2", 3840, 2160, 2)):
-            logical = (width // scale, height // scale)
-            size = ["--size", f"{logical[0]}x{logical[1]}"]
-            peer = ["/usr/bin/python3", str(PEER), file, str(SAMPLE_RATE), str(PER_SYMBOL),
-                    *map(str, logical)]
-            for title, arguments, store in (
-                    ("embedded demo", [], settings),
-                    ("QPSK at 1 MS/s, received and measured", received, settings),
-                    ("QPSK at 1 MS/s, as it is, without figures", received[:3], plain)):
-                cases.append((f"window, {title}, {name}", (width, height), scale,
-                              [workbench, *size, "--settings", store, *arguments],
-                              None if title == "embedded demo" else peer))
-        cases = [case for case in cases if re.search(pattern, case[0])]
-        samples = {case[0]: {"ours": []} for case in cases}
-        starts = {"start to the first picture": {"ours": [], "empty Qt window": []},
-                  "memory of the embedded demo": {"ours": [], "empty Qt window": []}}
-        starts = {name: roles for name, roles in starts.items() if re.search(pattern, name)}
-        order = random.Random(1)
-        for _ in range(rounds):
-            todo = [(case, role) for case in cases for role in ("ours", "GNU Radio")]
-            order.shuffle(todo)
-            for (name, size, scale, command, peer), role in todo:
-                pathlib.Path(settings).unlink(missing_ok=True)
-                pathlib.Path(plain).write_text("[Views]\nReadings=false\n")
-                if role != "ours" and not peer:
-                    continue
-                cores = play(size, scale, command if role == "ours" else peer)
-                roles = samples[name].setdefault(role, [])
-                if cores is not None:
-                    roles.append(cores)
-            for role, command in (("ours", [workbench, "--settings", settings]),
-                                  ("empty Qt window", [empty])) if starts else ():
-                result = start(command) if os.path.exists(command[0]) else None
-                for roles, value in zip(starts.values(), result or ()):
-                    roles[role].append(value)
-    if not all(roles["ours"] for roles in samples.values()):
-        raise SystemExit("scripts/bench: the workbench does not run")
-    renderer = os.environ.get("ORVANE_RENDERER", "auto, without a graphics card")
-    return ([(name, roles, "cores", renderer) for name, roles in samples.items()] +
-            [(name, roles, "s" if name.startswith("start") else "MB", renderer)
-             for name, roles in starts.items()])
+        tasks = [task for task in Windows(work).tasks(folders)
+                 if re.search(pattern, task.case) and (not roles or task.role in roles)]
+        return turns.take(tasks, rounds, cases)

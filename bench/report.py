@@ -1,5 +1,5 @@
 # Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
-"""Results of benchmarks as a file and as a table."""
+"""Results of benchmarks as a file, as a table, and in the document about performance."""
 import datetime
 import json
 import os
@@ -7,17 +7,35 @@ import pathlib
 import platform
 import re
 
+import goals
+
+HEAD = ("| case | ours | spread | wall time | floor | peers | of floor | of best peer | painted by |"
+        " goal |\n|---|---|---|---|---|---|---|---|---|---|")
+
+
+def read(path):
+    try:
+        return json.loads(pathlib.Path(path).read_text())
+    except (OSError, ValueError):
+        return []
+
+
+def write_before(rows, path):
+    """Adds how rows compare with before to those of the same cases in a file; new ones, too."""
+    old = {row["case"]: row for row in read(path)}
+    keys = ("before", "commit", "ratio_to_before")
+    write([{**old.get(row["case"], row), **{key: row[key] for key in keys}} for row in rows], path)
+
 
 def write(rows, path):
     """Puts rows into a file, in the place of those of the same cases that it had."""
     path = pathlib.Path(path)
-    try:
-        old = json.loads(path.read_text())
-    except (OSError, ValueError):
-        old = []
+    machine = {"processor": processor(), "date": datetime.date.today().isoformat(),
+               "load": round(os.getloadavg()[0], 1)}
     new = {row["case"] for row in rows}
     path.parent.mkdir(parents=True, exist_ok=True)
-    path.write_text(json.dumps([row for row in old if row["case"] not in new] + rows, indent=1))
+    path.write_text(json.dumps([row for row in read(path) if row["case"] not in new] +
+                               [{**machine, **row} for row in rows], indent=1))
 
 
 def processor():
@@ -41,19 +59,63 @@ def ratio(value):
     return "" if value is None else f"{value:.2f}"
 
 
-def show(rows):
-    """Prints a table of Markdown."""
-    print(f"{processor()}, {datetime.date.today().isoformat()}, "
-          f"load {os.getloadavg()[0]:.1f} at the end\n")
-    print("| case | ours | spread | wall time | floor | peers | of floor | of best peer |")
-    print("|---|---|---|---|---|---|---|---|")
-    for row in rows:
+def verdict(goal, row):
+    """How a row stands to its goal, in words."""
+    parts = []
+    for limit, value, is_kept in goals.judge(goal, row):
+        title = goals.TITLES[limit.key]
+        parts.append(f"{limit.most:.3g} {title}".strip() +
+                     (": kept" if is_kept else f": **missed** ({value:.2f})"))
+    return "; ".join(parts)
+
+
+def order(row):
+    """Cases by name, and by number where they have the same."""
+    return [(0, int(part.replace(",", "")), "") if part[0].isdigit() else (1, 0, part)
+            for part in re.findall(r"\d[\d,]*|\D+", row["case"])]
+
+
+def table(rows, goal):
+    lines = [HEAD]
+    for row in sorted(rows, key=order):
         unit = row["unit"]
-        peers = ", ".join(f"{name} {quantity(value, unit)}" if value is not None
-                          else f"{name} missing" for name, value in row["peers"].items())
-        case = row["case"]
-        if row.get("allocations"):
-            case += f" ({row['allocations']:.0f} allocations)"
-        print(f"| {case} | {quantity(row['ours'], unit)} | {100 * row['spread']:.0f} % "
-              f"| {quantity(row.get('wall'), unit)} | {quantity(row['floor'], unit)} "
-              f"| {peers} | {ratio(row['ratio_to_floor'])} | {ratio(row['ratio_to_best_peer'])} |")
+        peers = [f"{name} {quantity(value, unit)}" if value is not None else f"{name} missing"
+                 for name, value in row["peers"].items()]
+        if "before" in row:
+            peers.append(f"before ({row['commit']}) {quantity(row['before'], unit)}")
+        lines.append(f"| {row['case']} | {quantity(row['ours'], unit)} | {100 * row['spread']:.0f} % "
+                     f"| {quantity(row.get('wall'), 's')} | {quantity(row['floor'], unit)} "
+                     f"| {', '.join(peers)} | {ratio(row['ratio_to_floor'])} "
+                     f"| {ratio(row['ratio_to_best_peer'])} | {row['renderer'] or ''} "
+                     f"| {verdict(goal, row)} |")
+    return "\n".join(lines)
+
+
+def machine_of(rows):
+    """Where and when rows were measured, and beside what."""
+    return "; ".join(sorted({f"{row['processor']}, {row['date']}" for row in rows})) + (
+        f"; load {min(row['load'] for row in rows)} to {max(row['load'] for row in rows)}"
+        f"; {min(row['rounds'] for row in rows)} rounds or more")
+
+
+def show(rows):
+    for goal, mine in goals.split(rows):
+        if mine:
+            print(f"\n{goal.name}\n\n{table(mine, goal)}")
+
+
+def fill(document, rows):
+    """Puts the tables of all goals into their places in a document. @return goals without one."""
+    path = pathlib.Path(document)
+    text = path.read_text()
+    without = []
+    for goal, mine in goals.split(rows):
+        place = re.compile(rf"(<!-- table: {goal.name} -->\n).*?(<!-- end -->)", re.S)
+        if not place.search(text):
+            without.append(goal.name)
+            continue
+        content = f"{machine_of(mine)}:\n\n{table(mine, goal)}\n" if mine else "Not measured.\n"
+        text = place.sub(lambda found, new=content: found.group(1) + "\n" + new + "\n" +
+                         found.group(2), text)
+    path.write_text(text)
+    return without
