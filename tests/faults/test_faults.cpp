@@ -99,7 +99,7 @@ Played played(const QString& file)
             result.samples.insert(result.samples.end(), block->samples.begin(),
                                   block->samples.end());
     }
-    result.said += pipeline.trouble();
+    result.said += pipeline.trouble().value_or(Message()).sentence;
     return result;
 }
 

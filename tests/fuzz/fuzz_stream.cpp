@@ -60,7 +60,7 @@ void readPipe(Bytes& input)
     const auto isSame = [](double a, double b) { return a == b || std::isnan(a); };
     require(std::equal(all.begin(), all.end(), truth.begin(), truth.end(), isSame),
             "what was sent");
-    require(!source.trouble().isEmpty(), "the end");
+    require(source.trouble().has_value(), "the end");
 }
 
 Bytes* radioInput = nullptr;

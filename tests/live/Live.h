@@ -27,13 +27,14 @@ struct Live : testing::Test
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
         std::vector<double> block;
         while (!holds()) {
-            ASSERT_LT(std::chrono::steady_clock::now(), end) << qPrintable(source->trouble());
+            ASSERT_LT(std::chrono::steady_clock::now(), end) << qPrintable(trouble());
             step();
             source->read(block, 1000);
             all.insert(all.end(), block.begin(), block.end());
         }
     }
-    bool says(const char* text) const { return source->trouble().contains(text); }
+    QString trouble() const { return source->trouble().value_or(Message()).sentence; }
+    bool says(const char* text) const { return trouble().contains(text); }
 
     std::unique_ptr<SignalSource> source;
     std::vector<double> all; // what was read

@@ -33,7 +33,7 @@ TEST_F(Stream, TellsASilenceWhileItLasts)
     write("\0\0\100", 3);
     readUntil([&] { return all.size() == 2; });
     EXPECT_THAT(all, testing::ElementsAre(1.0 / 32768, 0.5));
-    EXPECT_EQ(source->trouble(), "");
+    EXPECT_EQ(trouble(), "");
     EXPECT_FALSE(source->hasEnded());
     write("\1\1\1", 3);
     while (source->position() == 2)
@@ -52,7 +52,7 @@ TEST_F(Stream, ThatCannotBeReadEndsAndSaysWhy)
     for (const auto& [descriptor, text] : rows) {
         open(descriptor, "cu8");
         readUntil([&] { return source->hasEnded(); });
-        EXPECT_TRUE(says(text)) << qPrintable(source->trouble());
+        EXPECT_TRUE(says(text)) << qPrintable(trouble());
     }
     close(folder);
 }

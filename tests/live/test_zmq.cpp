@@ -67,14 +67,14 @@ TEST_F(Zmq, ReconnectsToAPublisherThatStallsAndGoesAway)
     const auto isPlaying = [&] { return all.size() >= 20; };
     const auto publish = [&] { peer->send(20); };
     readUntil(isPlaying, publish);
-    EXPECT_EQ(source->trouble(), "");
+    EXPECT_EQ(trouble(), "");
     readUntil([&] { return says("no samples for 1 s"); });
     peer.reset();
     readUntil([&] { return says("is gone: reconnecting"); });
     const std::size_t read = all.size();
     publishAnew();
     readUntil(isPlaying, publish);
-    EXPECT_EQ(source->trouble(), "");
+    EXPECT_EQ(trouble(), "");
     EXPECT_THAT(all, testing::Each(0x4040 / 32768.0));
     EXPECT_EQ(source->position(), std::int64_t(read + all.size()) + 1) << "where it was away";
 }
@@ -108,7 +108,7 @@ TEST_F(Zmq, WaitsForAPublisherWhereThereIsNoneOrAStranger)
     readUntil([&] { return says("does not answer"); });
     publishAnew();
     // What the stranger said may count as bad messages for a while.
-    readUntil([&] { return !all.empty() && source->trouble().isEmpty(); }, [&] { peer->send(2); });
+    readUntil([&] { return !all.empty() && trouble().isEmpty(); }, [&] { peer->send(2); });
 }
 
 TEST_F(Zmq, LeavesAPublisherWhoseMessageDoesNotEnd)
@@ -129,7 +129,7 @@ TEST_F(Zmq, LeavesAPublisherWhoseMessageDoesNotEnd)
     readUntil([&] { return says("a message of more than 16777216 bytes"); }, goOn);
     EXPECT_TRUE(all.empty());
     publishAnew();
-    readUntil([&] { return !all.empty() && source->trouble().isEmpty(); }, [&] { peer->send(2); });
+    readUntil([&] { return !all.empty() && trouble().isEmpty(); }, [&] { peer->send(2); });
 }
 
 } // namespace

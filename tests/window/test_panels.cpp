@@ -62,7 +62,7 @@ TEST_F(Panels, OfTheReceiverActAtOnceAndSayHowTheStagesDo)
     EXPECT_TRUE(window->feed().iq().showsDecisions());
 
     window->player().setSymbolRate(40000.0); // fewer than two samples of a symbol
-    EXPECT_TRUE(window->player().eyeNotice().contains("40000"));
+    EXPECT_TRUE(window->player().checkEye().error().sentence.contains("40000"));
     isOn.click();
     EXPECT_FALSE(window->feed().receiver().isOn);
 }

@@ -210,7 +210,7 @@ TEST_F(Playback, VeilsAPublisherThatIsGoneUntilItIsBack)
     for (const char* since : {"2 s", "3 s"})
         EXPECT_TRUE(
             QTest::qWaitFor([&] { return note.text() == QString("stands still for ") + since; }));
-    EXPECT_TRUE(window->feed().trouble().contains("is gone: reconnecting"));
+    EXPECT_TRUE(window->feed().trouble()->sentence.contains("is gone: reconnecting"));
     publisher = std::make_unique<Publisher>(endpoint);
     EXPECT_TRUE(sendUntil(isPlaying));
 }

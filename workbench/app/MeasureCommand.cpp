@@ -180,7 +180,7 @@ Result<bool> MeasureCommand::measure(const QString& file, const density::Mask* m
             check->add(block);
     });
     if (source.hasFailed())
-        return failure(source.trouble());
+        return tl::unexpected(*source.trouble());
     if (!isAny)
         return failure(tr("there are no samples to be measured; give another range"));
     Measurement measurement = maker.finish();

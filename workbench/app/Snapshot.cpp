@@ -46,7 +46,7 @@ Result<Snapshot::Taken> Snapshot::take(MainWindow& window, double seconds, const
     window.show();
     play(window, seconds);
     if (window.feed().hasFailed())
-        return failure(window.feed().trouble());
+        return tl::unexpected(*window.feed().trouble());
     if (!window.feed().hasPlayed())
         return failure(tr("no samples came, so there is nothing to show; check who sends them"));
     QCoreApplication::processEvents();

@@ -151,9 +151,8 @@ std::optional<int> openRecording(MainWindow& window, const Options& options)
         return refuse(exitFailed, receiver.error());
     if (options.snapshotFolder.isEmpty())
         window.remember(options.file);
-    const QString notice = window.player().eyeNotice();
-    if (!notice.isEmpty() && (isFound || !estimate))
-        say(about(options, notice));
+    if (const auto eye = window.player().checkEye(); !eye && (isFound || !estimate))
+        say(about(options, Hints::text(eye.error())));
     return std::nullopt;
 }
 
@@ -221,12 +220,11 @@ int run(MainWindow& window, const Options& options)
     const auto taken =
         Snapshot::take(window, options.seconds, options.snapshotFolder, options.formats);
     if (!taken) {
-        const QString& why = taken.error().sentence;
+        const QString why = Hints::text(taken.error());
         return fail(exitFailed, window.feed().hasFailed() ? about(options, why) : why);
     }
-    if (const QString trouble = window.feed().trouble();
-        !trouble.isEmpty() && !window.feed().source().isLive)
-        say(about(options, trouble));
+    if (const auto trouble = window.feed().trouble(); trouble && !window.feed().source().isLive)
+        say(about(options, Hints::text(*trouble)));
     for (const QString& file : taken->files)
         std::printf("%s\n", qPrintable(file));
     if (!taken->notice.isEmpty())

@@ -38,8 +38,11 @@ public:
     const TimeScale& scale() const { return m_views.time.scale(); }
     /// Does something with the source while it is not read. Needs one.
     void changeSource(const std::function<void(SignalSource&)>& work);
-    /// The current trouble with a live source, a sentence; empty: none.
-    QString trouble() const { return m_pipeline ? m_pipeline->trouble() : QString(); }
+    /// The current trouble with the source, if there is any.
+    std::optional<Message> trouble() const
+    {
+        return m_pipeline ? m_pipeline->trouble() : std::nullopt;
+    }
     bool hasFailed() const { return m_pipeline && m_pipeline->hasFailed(); }
     /// Whether a live source has no more samples.
     bool hasEnded() const { return source().isLive && m_transport.buffer().hasEnded(); }

@@ -40,7 +40,7 @@ std::optional<double> Pipeline::length() const
                      : std::optional(static_cast<double>(count) / m_facts.sampleRate);
 }
 
-QString Pipeline::trouble() const
+std::optional<Message> Pipeline::trouble() const
 {
     return m_lacksMemory ? Trouble::noMemory() : m_source->trouble();
 }

@@ -30,7 +30,7 @@ public:
     /// Of the source, s, as far as it is known by now.
     std::optional<double> length() const;
     /// As in SignalSource.
-    QString trouble() const;
+    std::optional<Message> trouble() const;
     bool hasFailed() const { return m_lacksMemory || m_source->hasFailed(); }
     /// Of a live signal, since it is taken or was configured: the part of its samples that was left
     /// out or lost, 0 to 1...

@@ -293,13 +293,13 @@ void Player::setTrajectory(bool wanted)
 
 void Player::showFullScale() { m_feed.setLevels(-fullScale, fullScale); }
 
-QString Player::eyeNotice() const
+Result<void> Player::checkEye() const
 {
     if (const auto receiver = m_feed.checkReceiver(); !receiver)
-        return receiver.error().sentence;
+        return receiver;
     if (m_feed.eye().cut().hasSymbols() || !m_feed.symbolRate())
-        return QString();
-    return tr("an eye takes %1 to %2 samples of a symbol; give another symbol rate")
-        .arg(SymbolTiming::minSamplesPerSymbol)
-        .arg(SymbolTiming::maxSamplesPerSymbol);
+        return {};
+    return failure(tr("an eye takes %1 to %2 samples of a symbol; give another symbol rate")
+                       .arg(SymbolTiming::minSamplesPerSymbol)
+                       .arg(SymbolTiming::maxSamplesPerSymbol));
 }

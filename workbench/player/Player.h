@@ -96,8 +96,8 @@ public:
 
     /// Facts about the signal as it was opened, a line each.
     const QStringList& information() const { return m_information; }
-    /// Why the symbol rate that is known gives no eye, one sentence; empty when it does.
-    QString eyeNotice() const;
+    /// Whether the symbol rate gives an eye, where one is known.
+    Result<void> checkEye() const;
 
 signals:
     /// Another signal is there; the notices are of its recording, a sentence each.

@@ -19,7 +19,7 @@ constexpr std::size_t maxBlockValueCount = 1 << 20;
 Result<Recording> AudioSource::open(const QString& fileName, std::optional<double> sampleRate)
 {
     auto file = std::make_unique<AudioFile>(fileName);
-    QString lost;
+    std::optional<Message> lost;
     const auto checked = check(*file).and_then([&] {
         lost = loss(*file);
         return check(*file);
@@ -27,9 +27,9 @@ Result<Recording> AudioSource::open(const QString& fileName, std::optional<doubl
     if (!checked)
         return tl::unexpected(checked.error());
     Recording recording;
-    if (!lost.isEmpty())
-        recording.notices += lost;
-    recording.source.reset(new AudioSource(std::move(file), sampleRate, lost.isEmpty()));
+    if (lost)
+        recording.notices += *lost;
+    recording.source.reset(new AudioSource(std::move(file), sampleRate, !lost));
     return recording;
 }
 
@@ -62,8 +62,8 @@ Result<void> AudioSource::check(const AudioFile& file)
     return {};
 }
 
-/// What a file has lost that was opened; empty where nothing is known to be missing.
-QString AudioSource::loss(AudioFile& file)
+/// What a file has lost that was opened; none where nothing is known to be missing.
+std::optional<Message> AudioSource::loss(AudioFile& file)
 {
     static const QRegularExpression sizes(QStringLiteral(
         "\\b(?:data|SSND|Data Size|riff|Riff size) *: *(\\d+) \\(should be (\\d+)\\)"));
@@ -77,7 +77,7 @@ QString AudioSource::loss(AudioFile& file)
     if (file.info().frames < SF_COUNT_MAX && !file.seek(file.info().frames - 1))
         return tr("it was cut off or is damaged: its end cannot be read");
     file.seek(0);
-    return QString();
+    return std::nullopt;
 }
 
 AudioSource::AudioSource(std::unique_ptr<AudioFile> file, std::optional<double> sampleRate,

@@ -17,7 +17,7 @@ public:
     ~AudioSource() override;
 
     std::optional<std::int64_t> sampleCount() const override { return m_sampleCount; }
-    QString trouble() const override { return m_trouble.sentence(); }
+    std::optional<Message> trouble() const override { return m_trouble.message(); }
     bool hasFailed() const override { return m_trouble.isFailure(); }
     std::int64_t position() const override;
     std::size_t read(std::vector<double>& block, std::size_t count) override;
@@ -25,7 +25,7 @@ public:
 
 private:
     static Result<void> check(const class AudioFile& file);
-    static QString loss(AudioFile& file);
+    static std::optional<Message> loss(AudioFile& file);
     AudioSource(std::unique_ptr<AudioFile> file, std::optional<double> sampleRate, bool isWhole);
     void sayEnd();
 

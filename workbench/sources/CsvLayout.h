@@ -16,9 +16,9 @@ public:
     static Result<CsvLayout> of(const QByteArray& text, bool isWhole,
                                 const Recording::Options& options);
 
-    QStringList notices;    ///< what is amiss, a sentence each
-    QStringList details;    ///< the preamble and the names of the columns, a line each
-    std::int64_t begin = 0; ///< of the text in the file, bytes: past a byte order mark
+    QVector<Message> notices; ///< what is amiss
+    QStringList details;      ///< the preamble and the names of the columns, a line each
+    std::int64_t begin = 0;   ///< of the text in the file, bytes: past a byte order mark
     char separator = ',';
     std::int64_t firstRow = 0;        ///< of numbers; the rows before it are counted from 0
     std::vector<std::size_t> columns; ///< that are the signal's channels, or I and Q

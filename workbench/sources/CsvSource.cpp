@@ -48,8 +48,7 @@ Result<Recording> CsvSource::finish(std::unique_ptr<CsvSource> source,
 {
     const CsvLayout& layout = source->m_layout;
     Recording recording;
-    for (const QString& notice : layout.notices)
-        recording.notices += notice;
+    recording.notices = layout.notices;
     recording.details = layout.details;
     source->m_facts.sampleRate = recording.orAssumed(layout.sampleRate);
     source->m_facts.isComplex = layout.isComplex;
@@ -62,11 +61,11 @@ Result<Recording> CsvSource::finish(std::unique_ptr<CsvSource> source,
     } else if (!source->countRows(options.goOn)) {
         return failure(tr("opening was given up"));
     }
-    for (const QString& notice : {layout.times.notice(), source->trouble()}) {
-        if (!notice.isEmpty() && !recording.notices.contains(notice))
-            recording.notices += notice;
+    for (const auto& notice : {layout.times.notice(), source->trouble()}) {
+        if (notice && !recording.notices.contains(*notice))
+            recording.notices += *notice;
     }
-    source->m_trouble.say(QString()); // unless it failed
+    source->m_trouble.say(std::nullopt); // unless it failed
     recording.source = std::move(source);
     return recording;
 }

@@ -21,7 +21,7 @@ public:
     ~CsvSource() override;
 
     std::optional<std::int64_t> sampleCount() const override;
-    QString trouble() const override { return m_trouble.sentence(); }
+    std::optional<Message> trouble() const override { return m_trouble.message(); }
     bool hasFailed() const override { return m_trouble.isFailure(); }
     std::int64_t position() const override { return m_position; }
     std::size_t read(std::vector<double>& block, std::size_t count) override;

@@ -103,7 +103,7 @@ bool CsvTimes::take(std::int64_t number, const CsvRows::Row& row)
     return isNews;
 }
 
-QString CsvTimes::notice() const
+std::optional<Message> CsvTimes::notice() const
 {
     if (m_firstBack > 0)
         return tr("the times in column %1 run backwards, first in row %2: the rows are out of "
@@ -113,5 +113,5 @@ QString CsvTimes::notice() const
         return tr("the times in column %1 are not evenly spaced, first in row %2: rows are "
                   "missing, or the sample rate varies; they are shown as if it did not")
             .arg(m_title, QString::number(m_firstUneven));
-    return QString();
+    return std::nullopt;
 }

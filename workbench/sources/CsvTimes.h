@@ -2,11 +2,13 @@
 #pragma once
 
 #include "workbench/sources/CsvRows.h"
+#include "workbench/sources/Result.h"
 
 #include <QCoreApplication>
 #include <QString>
 
 #include <cstdint>
+#include <optional>
 
 /// Looks whether the times in a column run on evenly, as far as the digits that are written tell.
 class CsvTimes
@@ -26,8 +28,8 @@ public:
     /// Takes the next row, counted from 1; true for the first row that is off, and for the first
     /// one that goes back.
     bool take(std::int64_t number, const CsvRows::Row& row);
-    /// The first fault so far, a sentence; empty: none.
-    QString notice() const;
+    /// The first fault so far, if there was any.
+    std::optional<Message> notice() const;
 
 private:
     void learn(std::string_view cell);

@@ -27,10 +27,12 @@ std::int64_t LiveSource::silentSeconds() const
     return std::chrono::duration_cast<std::chrono::seconds>(Clock::now() - m_lastArrival).count();
 }
 
-QString LiveSource::amiss() const
+std::optional<Message> LiveSource::amiss() const
 {
     const std::int64_t seconds = m_canReceive ? silentSeconds() : 0;
-    return seconds > 0 ? tr("no samples for %1 s: waiting").arg(seconds) : QString();
+    if (seconds <= 0)
+        return std::nullopt;
+    return tr("no samples for %1 s: waiting").arg(seconds);
 }
 
 std::size_t LiveSource::read(std::vector<double>& block, std::size_t count)

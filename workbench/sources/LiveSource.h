@@ -27,7 +27,7 @@ public:
 
     std::optional<std::int64_t> sampleCount() const override { return std::nullopt; }
     bool hasEnded() const override { return m_hasEnded; }
-    QString trouble() const override { return m_trouble.sentence(); }
+    std::optional<Message> trouble() const override { return m_trouble.message(); }
     std::int64_t position() const override { return m_position; }
     std::size_t read(std::vector<double>& block, std::size_t count) override;
     std::size_t discard(std::size_t count) override;
@@ -43,9 +43,9 @@ protected:
     /// samples were lost, those before and after come in different calls.
     /// @return false once none can come any more.
     virtual bool receive(std::vector<char>& bytes) = 0;
-    /// The current trouble, a sentence; empty: none. Called in the thread that reads,
-    /// after receive. Where not overridden, a silence of a second or more.
-    virtual QString amiss() const;
+    /// The current trouble, if there is any. Called in the thread that reads, after receive. Where
+    /// not overridden, a silence of a second or more.
+    virtual std::optional<Message> amiss() const;
 
     const SampleFormat& format() const { return m_format; }
     std::size_t sampleSize() const;

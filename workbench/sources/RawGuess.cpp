@@ -224,31 +224,33 @@ bool RawGuess::isRaw(const QString& fileName)
     return SampleFormat::ofEnding(ending) || usual.contains(ending);
 }
 
-QString RawGuess::doubt(const QString& fileName, const SampleFormat& format)
+std::optional<Message> RawGuess::doubt(const QString& fileName, const SampleFormat& format)
 {
     constexpr qint64 looked = 1 << 17; // bytes
     constexpr int least = 4096;        // fewer tell too little
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
-        return QString();
+        return std::nullopt;
     QByteArray bytes = file.read(looked);
     bytes.chop(bytes.size() % 8);
     if (bytes.size() < least)
-        return QString();
+        return std::nullopt;
     const std::array<double, 3> jumps = jumpsOf<3>(bytes);
     if (isLongInteger(jumps) || isLongInteger(std::array{jumps[2], jumps[1], jumps[0]}))
-        return tr(
-            "its bytes look like integers of 24 bits, which cannot be read; convert them to 32");
+        return Message(tr("its bytes look like integers of 24 bits, which cannot be read; convert "
+                          "them to 32"),
+                       Hint::Format);
     const auto numbers = numbersIn(bytes);
     if (!numbers)
-        return QString();
+        return std::nullopt;
     // What the bytes cannot tell is not doubted: I and Q, and whether there is a sign.
     const auto isUnsigned = format.kind == SampleFormat::Kind::Unsigned && format.bits > 8;
     const auto kind = isUnsigned ? SampleFormat::Kind::Signed : format.kind;
     if (kind == numbers->kind && format.bits == numbers->bits &&
         (format.bits == 8 || format.isBigEndian == numbers->isBigEndian))
-        return QString();
+        return std::nullopt;
     SampleFormat likely = *numbers;
     likely.isComplex = format.isComplex;
-    return tr("its bytes look like %1 rather than %2").arg(likely.name(), format.name());
+    return Message(tr("its bytes look like %1 rather than %2").arg(likely.name(), format.name()),
+                   Hint::Format);
 }

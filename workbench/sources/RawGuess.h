@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/sources/Result.h"
 #include "workbench/sources/SampleFormat.h"
 
 #include <QCoreApplication>
@@ -19,9 +20,9 @@ public:
     /// Whether a file is raw samples by its name: it has the ending of a format, or a usual one of
     /// files without a header.
     static bool isRaw(const QString& fileName);
-    /// Why a file's first bytes are hardly of a format, and of which rather: one sentence. Empty
-    /// where they may well be, where they tell nothing, and where they cannot be read.
-    static QString doubt(const QString& fileName, const SampleFormat& format);
+    /// Why a file's first bytes are hardly of a format, and of which rather; none where they may
+    /// well be, where they tell nothing, and where they cannot be read.
+    static std::optional<Message> doubt(const QString& fileName, const SampleFormat& format);
 
     std::optional<SampleFormat> format;
     std::optional<double> sampleRate; ///< Hz

@@ -34,7 +34,7 @@ Result<Recording> RecordingOpener::open(const QString& address, const Recording:
             return tl::unexpected(samples.error());
         return recording;
     } catch (const std::bad_alloc&) {
-        return failure(Trouble::noMemory());
+        return tl::unexpected(Trouble::noMemory());
     }
 }
 
@@ -68,8 +68,8 @@ Result<Recording> RecordingOpener::openRaw(const QString& fileName, const Sample
     layout.end = file.size();
     if (const auto raw = RawSource::open(recording, file.fileName(), fileName, layout); !raw)
         return tl::unexpected(raw.error());
-    if (const QString doubt = RawGuess::doubt(fileName, format); !doubt.isEmpty())
-        recording.notices += Message(doubt, Hint::Format);
+    if (const auto doubt = RawGuess::doubt(fileName, format))
+        recording.notices += *doubt;
     return recording;
 }
 
@@ -119,10 +119,9 @@ Result<void> RecordingOpener::examine(Recording& recording)
     const auto all = static_cast<std::ptrdiff_t>(values.size());
     const bool isEmpty = badCount == all && count > 0 && source.read(values, 1) == 0;
     const bool isReadable = count > 0 && source.seek(0);
-    const QString trouble = source.trouble();
     if (!isReadable)
-        return failure(trouble.isEmpty() ? tr("its samples cannot be read; choose another one")
-                                         : trouble);
+        return tl::unexpected(
+            source.trouble().value_or(tr("its samples cannot be read; choose another one")));
     if (isEmpty)
         return failure(tr("it holds no numbers, only what is missing, NaN or infinite; choose "
                           "another one"),

@@ -120,8 +120,7 @@ Result<Recording> Sigmf::openSamples(const SigmfMetadata& metadata, const QStrin
                                      const Dataset& dataset, const Recording::Options& options)
 {
     Recording recording;
-    for (const QString& notice : metadata.notices)
-        recording.notices += notice;
+    recording.notices = metadata.notices;
     recording.details = metadata.details;
     RawLayout layout = metadata.layout;
     for (RawLayout::Chunk& chunk : layout.chunks)

@@ -49,7 +49,7 @@ std::optional<SigmfGaps::Time> SigmfGaps::time(const QString& text)
                 std::pow(10.0, -digits.size())};
 }
 
-QString SigmfGaps::notice(std::optional<double> sampleRate) const
+std::optional<Message> SigmfGaps::notice(std::optional<double> sampleRate) const
 {
     double all = 0.0;
     int places = 0;
@@ -65,7 +65,7 @@ QString SigmfGaps::notice(std::optional<double> sampleRate) const
         isExact = isExact && m_captures[i - 1].globalIndex && m_captures[i].globalIndex;
     }
     if (places == 0)
-        return QString();
+        return std::nullopt;
     const QString number = QString::number(all, 'f', 0);
     return tr("samples are missing between its captures (%1, the first before sample %2; places: "
               "%3), what is on either side is shown joined")

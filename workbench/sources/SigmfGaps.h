@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/sources/Result.h"
+
 #include <QCoreApplication>
 #include <QString>
 
@@ -33,9 +35,9 @@ public:
 
     /// Takes the next capture.
     void add(const Capture& capture) { m_captures.push_back(capture); }
-    /// Which samples are missing, a sentence; empty where none are known to be.
+    /// Which samples are missing; none where none are known to be.
     /// @param sampleRate  Hz; none: captures without indices are not compared.
-    QString notice(std::optional<double> sampleRate) const;
+    std::optional<Message> notice(std::optional<double> sampleRate) const;
 
 private:
     std::vector<Capture> m_captures;

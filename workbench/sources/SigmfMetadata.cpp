@@ -75,8 +75,8 @@ Result<SigmfMetadata> SigmfMetadata::parse(const QByteArray& json, std::optional
     for (const auto& capture : root.value(QLatin1String("captures")).toArray())
         metadata.readCapture(capture.toObject());
     const auto rate = metadata.m_ownRate ? metadata.m_ownRate : sampleRate;
-    if (const QString notice = metadata.m_gaps.notice(rate); !notice.isEmpty())
-        metadata.notices += notice;
+    if (const auto notice = metadata.m_gaps.notice(rate))
+        metadata.notices += *notice;
     for (const auto& annotation : root.value(QLatin1String("annotations")).toArray())
         metadata.readAnnotation(annotation.toObject());
     if (metadata.m_leftOutCount > 0)

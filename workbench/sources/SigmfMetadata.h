@@ -15,7 +15,7 @@ public:
     /// @param sampleRate  Hz; the recording's is not looked at then.
     static Result<SigmfMetadata> parse(const QByteArray& json, std::optional<double> sampleRate);
 
-    QStringList notices;              ///< what is amiss, a sentence each
+    QVector<Message> notices;         ///< what is amiss
     QStringList details;              ///< the metadata, captures and annotations, a line each
     std::optional<double> sampleRate; ///< Hz
     /// Where the samples are; the sample rate and the end are not known here.

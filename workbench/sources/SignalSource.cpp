@@ -5,7 +5,7 @@ SignalSource::~SignalSource() = default;
 
 bool SignalSource::hasEnded() const { return true; }
 
-QString SignalSource::trouble() const { return QString(); }
+std::optional<Message> SignalSource::trouble() const { return std::nullopt; }
 
 bool SignalSource::hasFailed() const { return false; }
 

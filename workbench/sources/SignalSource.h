@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/sources/Result.h"
 #include "workbench/sources/SignalFacts.h"
 
 #include <cstddef>
@@ -21,9 +22,8 @@ public:
     virtual std::optional<std::int64_t> sampleCount() const = 0;
     /// Of a live signal: whether no more samples can come. After read said that there are none.
     virtual bool hasEnded() const;
-    /// The current trouble, a sentence; empty: none. From any thread, also while
-    /// another one reads.
-    virtual QString trouble() const;
+    /// The current trouble, if there is any. From any thread, also while another one reads.
+    virtual std::optional<Message> trouble() const;
     /// Whether it lacks samples that it should have, as its trouble says. Likewise.
     virtual bool hasFailed() const;
     /// Index of the next sample to be read. Where samples of a live signal are lost on the way

@@ -24,12 +24,6 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(SoapySource)
 };
 
-/// What stands in the way, a sentence; of the address, not of the device.
-struct BadAddress
-{
-    QString sentence;
-};
-
 /// Takes an entry out of an address.
 QString takeText(SoapySDR::Kwargs& entries, const char* key)
 {
@@ -50,9 +44,9 @@ std::optional<double> takeNumber(SoapySDR::Kwargs& entries, const char* key, dou
     bool isNumber = false;
     const double number = text.toDouble(&isNumber);
     if (!isNumber || !(number >= lowest && number <= highest))
-        throw BadAddress{Text::tr("%1=%2 cannot be used; give a number from %3 to %4")
-                             .arg(QString::fromLatin1(key), plainText(text),
-                                  QString::number(lowest), QString::number(highest))};
+        throw Message{Text::tr("%1=%2 cannot be used; give a number from %3 to %4")
+                          .arg(QString::fromLatin1(key), plainText(text), QString::number(lowest),
+                               QString::number(highest))};
     return number;
 }
 
@@ -76,7 +70,8 @@ QString devices()
 
 } // namespace
 
-/// A device with a running stream. Throws what SoapySDR throws, and BadAddress.
+/// A device with a running stream. Throws what SoapySDR throws, and a Message where the
+/// address is at fault.
 class SoapySource::Device
 {
 public:
@@ -89,18 +84,18 @@ public:
         const QString antenna = takeText(entries, "antenna");
         const auto channel = takeNumber(entries, "channel", 0.0, 1023.0);
         if (entries.empty())
-            throw BadAddress{
+            throw Message{
                 Text::tr("no device is named, such as soapy://driver=rtlsdr; %1").arg(devices())};
         if (!rate && !sampleRate)
-            throw BadAddress{Text::tr("its sample rate is not known; add rate=HZ to the address")};
+            throw Message{Text::tr("its sample rate is not known; add rate=HZ to the address")};
         if (rate && sampleRate && *rate != *sampleRate)
-            throw BadAddress{Text::tr("the sample rate that is given is not the rate of the "
-                                      "address; leave out one of them")};
+            throw Message{Text::tr("the sample rate that is given is not the rate of the "
+                                   "address; leave out one of them")};
         m_device = make(entries);
         m_channel = static_cast<std::size_t>(channel.value_or(0.0));
         if (m_channel >= m_device->getNumChannels(SOAPY_SDR_RX))
-            throw BadAddress{Text::tr("the device has no channel %1 to receive on; choose another")
-                                 .arg(m_channel)};
+            throw Message{Text::tr("the device has no channel %1 to receive on; choose another")
+                              .arg(m_channel)};
         if (!antenna.isEmpty())
             m_device->setAntenna(SOAPY_SDR_RX, m_channel, antenna.toStdString());
         m_device->setSampleRate(SOAPY_SDR_RX, m_channel, rate ? *rate : *sampleRate);
@@ -162,10 +157,10 @@ private:
             if (SoapySDR::Device* device = SoapySDR::Device::make(entries))
                 return Owner(device);
         } catch (const std::exception& error) {
-            throw BadAddress{Text::tr("the device cannot be opened (%1); %2")
-                                 .arg(plainText(QString::fromLocal8Bit(error.what())), devices())};
+            throw Message{Text::tr("the device cannot be opened (%1); %2")
+                              .arg(plainText(QString::fromLocal8Bit(error.what())), devices())};
         }
-        throw BadAddress{Text::tr("there is no such device; %1").arg(devices())};
+        throw Message{Text::tr("there is no such device; %1").arg(devices())};
     }
     void start()
     {
@@ -199,8 +194,8 @@ Result<Recording> SoapySource::open(const QString& address, std::optional<double
         Recording recording;
         recording.source.reset(new SoapySource(address, std::move(device)));
         return recording;
-    } catch (const BadAddress& bad) {
-        return failure(bad.sentence);
+    } catch (const Message& badAddress) {
+        return tl::unexpected(badAddress);
     } catch (const std::exception& error) {
         return failure(tr("the device cannot be used like this (%1); change the address")
                            .arg(plainText(QString::fromLocal8Bit(error.what()))));
@@ -249,4 +244,4 @@ bool SoapySource::end(const QString& why)
     return false;
 }
 
-QString SoapySource::amiss() const { return m_end.isEmpty() ? LiveSource::amiss() : m_end; }
+std::optional<Message> SoapySource::amiss() const { return m_end ? m_end : LiveSource::amiss(); }

@@ -22,7 +22,7 @@ public:
 
 protected:
     bool receive(std::vector<char>& bytes) override;
-    QString amiss() const override;
+    std::optional<Message> amiss() const override;
 
 private:
     class Device;
@@ -31,5 +31,5 @@ private:
     bool end(const QString& why);
 
     std::unique_ptr<Device> m_device;
-    QString m_end; // why no more can come
+    std::optional<Message> m_end; // why no more can come
 };

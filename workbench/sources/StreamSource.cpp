@@ -42,4 +42,4 @@ bool StreamSource::receive(std::vector<char>& bytes)
     return false;
 }
 
-QString StreamSource::amiss() const { return m_end.isEmpty() ? LiveSource::amiss() : m_end; }
+std::optional<Message> StreamSource::amiss() const { return m_end ? m_end : LiveSource::amiss(); }

@@ -14,9 +14,9 @@ public:
 
 protected:
     bool receive(std::vector<char>& bytes) override;
-    QString amiss() const override;
+    std::optional<Message> amiss() const override;
 
 private:
     const int m_descriptor;
-    QString m_end; // why no more can come
+    std::optional<Message> m_end; // why no more can come
 };

@@ -1,32 +1,35 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/sources/Result.h"
+
 #include <QCoreApplication>
 #include <QString>
 
 #include <cstdint>
 #include <mutex>
+#include <optional>
 
-/// The current trouble with a signal, one sentence or none. One thread sets it, any may read it.
+/// The current trouble with a signal, if there is any. One thread sets it, any may read it.
 class Trouble
 {
     Q_DECLARE_TR_FUNCTIONS(Trouble)
 public:
-    static QString noMemory()
+    static Message noMemory()
     {
         return tr("there is not enough memory for it; close other programs and open it again");
     }
 
-    void say(const QString& sentence)
+    void say(const std::optional<Message>& message)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         if (!m_isFailure)
-            m_sentence = sentence;
+            m_message = message;
     }
     /// Samples are missing that should be there. It stays said.
-    void fail(const QString& sentence)
+    void fail(const Message& message)
     {
-        say(sentence);
+        say(message);
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_isFailure = true;
     }
@@ -37,10 +40,10 @@ public:
                  .arg(sample)
                  .arg(reason));
     }
-    QString sentence() const
+    std::optional<Message> message() const
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        return m_sentence;
+        return m_message;
     }
     bool isFailure() const
     {
@@ -50,6 +53,6 @@ public:
 
 private:
     mutable std::mutex m_mutex;
-    QString m_sentence;
+    std::optional<Message> m_message;
     bool m_isFailure = false;
 };

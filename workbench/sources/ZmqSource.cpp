@@ -292,15 +292,15 @@ void ZmqSource::note()
 }
 
 /// What is amiss with the connection, as far as the thread that receives knows.
-QString ZmqSource::state() const
+std::optional<Message> ZmqSource::state() const
 {
-    if (!m_bad.isEmpty() && Clock::now() - m_lastBad < badNewsPeriod)
+    if (m_bad && Clock::now() - m_lastBad < badNewsPeriod)
         return m_bad;
     if (!m_isUp && m_metStranger)
         return tr("who answers is not a ZeroMQ publisher: trying again");
     if (!m_isUp && m_wasUp)
         return tr("the publisher is gone: reconnecting");
-    return QString();
+    return std::nullopt;
 }
 
 void ZmqSource::leaveOut(std::size_t size, const QString& why)
@@ -329,11 +329,13 @@ bool ZmqSource::receive(std::vector<char>& bytes)
     return true;
 }
 
-QString ZmqSource::amiss() const
+std::optional<Message> ZmqSource::amiss() const
 {
-    if (QString sentence = m_link.sentence(); !sentence.isEmpty())
-        return sentence;
-    if (!m_isUp)
-        return silentSeconds() > 0 ? tr("the publisher does not answer: trying again") : QString();
-    return LiveSource::amiss();
+    if (const auto trouble = m_link.message())
+        return trouble;
+    if (m_isUp)
+        return LiveSource::amiss();
+    if (silentSeconds() > 0)
+        return tr("the publisher does not answer: trying again");
+    return std::nullopt;
 }

@@ -33,7 +33,7 @@ public:
 
 protected:
     bool receive(std::vector<char>& bytes) override;
-    QString amiss() const override;
+    std::optional<Message> amiss() const override;
 
 private:
     class Connection;
@@ -46,7 +46,7 @@ private:
     bool take();
     void keep(zmq::message_t&& message);
     void note();
-    QString state() const;
+    std::optional<Message> state() const;
     void leaveOut(std::size_t size, const QString& why);
 
     // Of the thread that receives, which takes whatever comes at once: only so is it known how much
@@ -56,7 +56,7 @@ private:
     Clock::time_point m_lastUp;               // or tried
     int m_badCount = 0;                       // messages that were left out
     Clock::time_point m_lastBad;              // when the last one was...
-    QString m_bad;                            // ...and why, empty for none
+    std::optional<Message> m_bad;             // ...and why
     std::int64_t m_lost = 0;                  // samples since the last message that was kept
     bool m_wasUp = false;
     bool m_metStranger = false;

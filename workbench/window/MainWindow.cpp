@@ -192,8 +192,8 @@ void MainWindow::connectPlayer()
 /// Says what is amiss with the recording, and with its eye.
 void MainWindow::sayNotices(QStringList notices)
 {
-    if (const QString notice = m_player.eyeNotice(); !notice.isEmpty())
-        notices += notice;
+    if (const auto eye = m_player.checkEye(); !eye)
+        notices += Hints::text(eye.error());
     if (notices.isEmpty())
         m_notice->hide();
     else
@@ -264,7 +264,8 @@ void MainWindow::refreshStatus()
         m_measuring->request(feed().gate(), m_player.setup());
         m_parameters->showReports();
     }
-    m_status->setTrouble(feed().hasEnded() ? tr("the stream has ended") : feed().trouble());
+    m_status->setTrouble(feed().hasEnded() ? Message(tr("the stream has ended"))
+                                           : feed().trouble());
     m_status->setSampleRate(feed().format().sampleRate, feed().source().sampleRate);
     m_status->setLeftOut(feed().source().isLive ? std::optional(feed().leftOutPart())
                                                 : std::nullopt,

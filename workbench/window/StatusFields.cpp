@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/StatusFields.h"
 
+#include "workbench/player/Hints.h"
 #include "workbench/player/Units.h"
 
 #include <QLabel>
@@ -71,7 +72,7 @@ QLabel* StatusFields::addField(const QString& longest, const QString& toolTip)
 void StatusFields::setSource(const QString& name)
 {
     m_name = name;
-    setTrouble(QString());
+    setTrouble(std::nullopt);
 }
 
 void StatusFields::setSampleRate(double shown, double source)
@@ -83,9 +84,9 @@ void StatusFields::setSampleRate(double shown, double source)
             : tr("Sample rate of what is shown; the source has %1").arg(units::rate(source, "Hz")));
 }
 
-void StatusFields::setTrouble(const QString& sentence)
+void StatusFields::setTrouble(const std::optional<Message>& trouble)
 {
-    m_source->say(sentence.isEmpty() ? m_name : m_name + QStringLiteral(": ") + sentence);
+    m_source->say(trouble ? m_name + QStringLiteral(": ") + Hints::text(*trouble) : m_name);
 }
 
 void StatusFields::setFrameRate(std::optional<double> rate)

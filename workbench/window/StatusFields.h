@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/sources/Result.h"
+
 #include <QStatusBar>
 
 #include <cstdint>
@@ -19,8 +21,8 @@ public:
     void setSource(const QString& name);
     /// Hz, of what is shown and of the source.
     void setSampleRate(double shown, double source);
-    /// The current trouble with it, beside its name; empty: none.
-    void setTrouble(const QString& sentence);
+    /// Shows the current trouble with it, if there is any, beside its name.
+    void setTrouble(const std::optional<Message>& trouble);
     /// Pictures a second; none where none are shown.
     void setFrameRate(std::optional<double> rate);
     /// @param part  of the samples that is left out, 0 to 1; none: the signal waits for us.

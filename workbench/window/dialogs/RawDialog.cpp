@@ -130,8 +130,8 @@ void RawDialog::judge()
         advice = tr("Choose the format of the samples, such as cu8 or cf32.");
     else if (!given.sampleRate)
         advice = tr("Give the sample rate, such as 250 kHz or 2e6.");
-    else if (const QString doubt = RawGuess::doubt(m_fileName, *given.format); !doubt.isEmpty())
-        advice = tr("Look again: %1.").arg(doubt);
+    else if (const auto doubt = RawGuess::doubt(m_fileName, *given.format))
+        advice = tr("Look again: %1.").arg(doubt->sentence);
     m_fields.advice->setText(advice);
     m_fields.open->setEnabled(given.format && given.sampleRate);
     m_length->setText(QString());
