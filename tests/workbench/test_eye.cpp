@@ -2,6 +2,7 @@
 #include "TreeAccess.h"
 #include "workbench/feed/EyeFeed.h"
 #include "workbench/receiver/Receiver.h"
+#include "workbench/sources/LowPass.h"
 #include "workbench/sources/NrzSource.h"
 
 #include <gtest/gtest.h>
@@ -173,6 +174,23 @@ TEST(Eye, ShowsAsManyTracesAsAViewKeepsFromAllOfTheGate)
     feed.fitLevels();
     feed.followLevels(0.0);
     EXPECT_NEAR(numberAt(EyeValues::yMaxPath), 1.25, 0.1); // level, noise and margin
+}
+
+TEST(LowPasses, AreThreeDecibelsDownAtTheirCornersHoweverLow)
+{
+    for (const double corner : {0.1, 1e-2, 1e-4, 1e-5}) {
+        LowPass rest(corner), tone(corner);
+        double end = 0.0, power = 0.0;
+        const int period = int(std::lround(1.0 / corner)), settle = 20 * period;
+        for (int k = 0; k < settle; ++k)
+            end = rest.run(1.0);
+        EXPECT_NEAR(end, 1.0, 1e-6) << corner;
+        for (int k = 0; k < settle + period; ++k) {
+            const double sample = tone.run(std::sin(2.0 * M_PI * k / period));
+            power += k < settle ? 0.0 : sample * sample / period;
+        }
+        EXPECT_NEAR(10.0 * std::log10(2.0 * power), -3.01, 0.03) << corner;
+    }
 }
 
 } // namespace

@@ -22,7 +22,8 @@ void EyeFeed::setSymbolCount(int count)
 
 void EyeFeed::setBandwidth(double bandwidth)
 {
-    m_cut.bandwidth = std::clamp(bandwidth, 0.0, EyeCut::maxBandwidth);
+    m_cut.bandwidth =
+        bandwidth >= EyeCut::minBandwidth ? std::min(bandwidth, EyeCut::maxBandwidth) : 0.0;
     restart();
 }
 

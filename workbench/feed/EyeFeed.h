@@ -19,8 +19,8 @@ public:
     void open(const SignalFormat& format);
     /// Symbols of a trace; clamped to 1 to EyeCut::maxSymbolCount. Starts anew.
     void setSymbolCount(int count);
-    /// Bandwidth of the low-pass before the eye, see EyeCut; clamped to 0 to EyeCut::maxBandwidth.
-    /// Starts anew.
+    /// Bandwidth of the low-pass before the eye, see EyeCut: none below EyeCut::minBandwidth, at
+    /// most EyeCut::maxBandwidth. Starts anew.
     void setBandwidth(double bandwidth);
     const EyeCut& cut() const { return m_cut; }
     /// Samples of the signal that the traces are to cover.
