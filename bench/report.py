@@ -64,7 +64,7 @@ def verdict(goal, row):
     parts = []
     for limit, value, is_kept in goals.judge(goal, row):
         title = goals.TITLES[limit.key]
-        parts.append(f"{limit.most:.3g} {title}".strip() +
+        parts.append(f"at most {limit.most:.2g} {title}".strip() +
                      (": kept" if is_kept else f": **missed** ({value:.2f})"))
     return "; ".join(parts)
 
@@ -102,6 +102,13 @@ def show(rows):
     for goal, mine in goals.split(rows):
         if mine:
             print(f"\n{goal.name}\n\n{table(mine, goal)}")
+
+
+def missed(rows):
+    """Goals and cases that miss them."""
+    return [(goal.name, row["case"]) for goal, mine in goals.split(rows)
+            for row in sorted(mine, key=order)
+            if not all(is_kept for _, _, is_kept in goals.judge(goal, row))]
 
 
 def fill(document, rows):

@@ -78,7 +78,11 @@ def compare(options, rounds):
 
 
 def fill(options):
-    without = report.fill(options.fill, report.read(options.results))
+    """Puts the tables into a document, and tells what its words have to explain."""
+    rows = report.read(options.results)
+    without = report.fill(options.fill, rows)
+    for goal, case in report.missed(rows):
+        print(f"{goal}: missed by {case}")
     if without:
         print("scripts/bench: no place for " + ", ".join(without), file=sys.stderr)
     return 1 if without else 0
