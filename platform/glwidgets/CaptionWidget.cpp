@@ -3,6 +3,8 @@
 
 #include "platform/gui/ColorSet.h"
 
+#include <QAction>
+#include <QActionEvent>
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -35,8 +37,7 @@ void drawSign(QPainter& painter, const QRectF& place, bool isPaused)
     }
 }
 
-/// Toggle of the two signs.
-class PauseButton : public QToolButton
+class CaptionButton : public QToolButton
 {
 public:
     using QToolButton::QToolButton;
@@ -47,13 +48,46 @@ protected:
         QPainter painter(this);
         if (!painter.isActive()) // on an empty picture
             return;
-        if (underMouse() || isDown()) {
+        if (underMouse() || isDown() || isMarked()) {
             painter.setRenderHint(QPainter::Antialiasing);
             painter.setPen(Qt::NoPen);
             painter.setBrush(ColorSet::Instance()[IColorBase::colGrid]);
             painter.drawRoundedRect(rect(), 3.0, 3.0);
         }
-        drawSign(painter, rect(), isChecked());
+        paintSign(painter);
+    }
+    virtual bool isMarked() const = 0;
+    virtual void paintSign(QPainter& painter) const = 0;
+};
+
+/// Toggle of the two signs.
+class PauseButton : public CaptionButton
+{
+public:
+    using CaptionButton::CaptionButton;
+
+protected:
+    bool isMarked() const override { return false; }
+    void paintSign(QPainter& painter) const override { drawSign(painter, rect(), isChecked()); }
+};
+
+/// Button of an action, with its icon; marked while that is checked.
+class ActionButton : public CaptionButton
+{
+public:
+    ActionButton(QWidget* parent, QAction* action)
+        : CaptionButton(parent)
+    {
+        setDefaultAction(action);
+    }
+    QSize sizeHint() const override { return {buttonSize, buttonSize}; }
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    bool isMarked() const override { return isChecked(); }
+    void paintSign(QPainter& painter) const override
+    {
+        icon().paint(&painter, rect().adjusted(3, 3, -3, -3));
     }
 };
 
@@ -68,15 +102,13 @@ CaptionWidget::CaptionWidget(QWidget* parent, const QString& title, bool pauseCo
     setFocusPolicy(Qt::StrongFocus);
     setTitle(title);
 
+    auto* bar = new QHBoxLayout(this);
+    bar->setContentsMargins(0, 0, rightMargin, 0);
+    bar->setSpacing(0);
+    bar->addStretch();
     if (m_pPause) {
-        auto* bar = new QHBoxLayout(this);
-        bar->setContentsMargins(0, 0, rightMargin, 0);
-        bar->addWidget(m_pPause, 0, Qt::AlignRight | Qt::AlignVCenter);
         m_pPause->setCheckable(true);
-        m_pPause->setFixedSize(buttonSize, buttonSize);
-        // After a click the bar keeps the focus, for Space.
-        m_pPause->setFocusPolicy(Qt::ClickFocus);
-        m_pPause->setFocusProxy(this);
+        AddButton(*m_pPause);
         connect(m_pPause, &QToolButton::toggled, this, &CaptionWidget::DescribePause);
         // A receiver may delete the bar. QToolButton allows that during clicked(), but not during
         // toggled(), the only signal when an assistive tool toggles it.
@@ -88,6 +120,29 @@ CaptionWidget::CaptionWidget(QWidget* parent, const QString& title, bool pauseCo
 }
 
 CaptionWidget::~CaptionWidget() = default;
+
+void CaptionWidget::AddButton(QToolButton& button)
+{
+    auto* bar = static_cast<QHBoxLayout*>(layout());
+    bar->insertWidget(1, &button, 0, Qt::AlignVCenter); // behind the stretch
+    button.setFixedSize(buttonSize, buttonSize);
+    // After a click the bar keeps the focus, for Space.
+    button.setFocusPolicy(Qt::ClickFocus);
+    button.setFocusProxy(this);
+}
+
+void CaptionWidget::actionEvent(QActionEvent* event)
+{
+    if (event->type() == QEvent::ActionAdded) {
+        AddButton(*new ActionButton(this, static_cast<QAction*>(event->action())));
+    } else if (event->type() == QEvent::ActionRemoved) {
+        for (auto* button : findChildren<QToolButton*>())
+            if (button->defaultAction() == event->action())
+                delete button;
+    }
+    TellWholeNote();
+    update();
+}
 
 void CaptionWidget::TellPause()
 {
@@ -174,7 +229,10 @@ void CaptionWidget::PaintPicture(QPainter& painter, const QSize& size) const
 
 QRect CaptionWidget::RoomForTitle(const QRect& place) const
 {
-    const int right = m_pPause ? m_pPause->width() + rightMargin + spacing : spacing;
+    int right = spacing;
+    const int count = (m_pPause ? 1 : 0) + int(actions().size());
+    if (count > 0)
+        right += rightMargin + count * buttonSize;
     return place.adjusted(leftMargin, 0, -right, 0);
 }
 

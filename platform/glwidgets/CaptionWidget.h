@@ -7,7 +7,8 @@
 
 class QToolButton;
 
-/// Qt widget of a caption bar. Takes the focus of its view.
+/// Qt widget of a caption bar. Takes the focus of its view. An action that is added to it
+/// (addAction) gets a button with its icon, left of the pause button, for as long as it is there.
 class ORVANE_PLATFORM_API CaptionWidget : public QWidget
 {
     Q_OBJECT
@@ -43,9 +44,11 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void actionEvent(QActionEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void AddButton(QToolButton& button);
     void TellPause();
     void DescribePause();
     QString WholeNote() const;

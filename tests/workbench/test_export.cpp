@@ -113,9 +113,9 @@ TEST_F(Exported, PicturesShowWhatTheScreenShows)
             view.resize(size);
             QCoreApplication::processEvents();
             QImage screen = view.grab().toImage();
-            const auto* button = view.findChild<QToolButton*>(); // is of no use in a picture
-            QPainter(&screen).fillRect(QRect(button->mapTo(&view, QPoint()), button->size()),
-                                       ColorSet::Instance()[IColorBase::colBackground]);
+            for (const auto* button : view.findChildren<QToolButton*>()) // of no use in a picture
+                QPainter(&screen).fillRect(QRect(button->mapTo(&view, QPoint()), button->size()),
+                                           ColorSet::Instance()[IColorBase::colBackground]);
             view.resize(shown);
             QCoreApplication::processEvents();
             const QImage png = QImage::fromData(content(index, Format::Png, size));
