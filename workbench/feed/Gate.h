@@ -48,8 +48,10 @@ public:
     /// the newest of one that was locked.
     std::vector<StageReport> reports() const;
 
-private:
+    /// What of a part is within it, taken or not.
     BlockPart within(const BlockPart& part) const;
+
+private:
     void append(const BlockPart& part);
     void trim();
 

@@ -8,6 +8,7 @@
 namespace {
 
 constexpr double queuedPeriods = 4.0; // that are due at once at most
+constexpr double keptSymbols = 1.1e5; // of a live signal: those that who counts keeps
 
 } // namespace
 
@@ -33,6 +34,7 @@ void SignalFeed::open(std::unique_ptr<SignalSource> source, const ChannelChoice&
     m_transport.open(m_pipeline.get());
     setScale();
     layOut();
+    restartCounting();
 }
 
 const SignalFormat& SignalFeed::format() const
@@ -64,6 +66,7 @@ void SignalFeed::reconfigure()
     m_transport.reopen();
     setScale();
     layOut();
+    restartCounting();
 }
 
 void SignalFeed::setReceiver(const ReceiverSettings& settings)
@@ -121,12 +124,14 @@ void SignalFeed::fixGate(double from, double to)
 {
     m_views.gate.fix(std::min(from, to), std::max(from, to));
     layOut();
+    restartCounting();
 }
 
 void SignalFeed::releaseGate()
 {
     m_views.gate.open(format().sampleRate);
     layOut();
+    restartCounting();
 }
 
 /// Lets all that depends on it know what is shown, and how much comes at a time.
@@ -138,6 +143,9 @@ void SignalFeed::layOut()
     if (!m_pipeline)
         return;
     m_views.layOut(format().sampleRate, m_transport.length());
+    const double symbols = keptSymbols * std::max(format().samplesPerSymbol, 1.0);
+    const double shown = m_views.time.span() * format().sampleRate;
+    m_history.follow(static_cast<std::size_t>(symbols + shown), std::nullopt);
     m_pipeline->setQueueLength(static_cast<std::size_t>(queuedPeriods * m_periodLength));
     m_transport.setBacklog(1.2 * m_views.time.segmentLength() + 2.0 * m_periodLength);
 }
@@ -148,6 +156,7 @@ std::size_t SignalFeed::play(std::size_t count)
 {
     if (m_periodLength != m_transport.periodLength())
         layOut();
+    followBandwidth();
     std::size_t done = 0;
     bool isFresh = false; // just started over: another end right away would go on for ever
     while (done < count && !m_transport.isAtEnd()) {
@@ -157,11 +166,13 @@ std::size_t SignalFeed::play(std::size_t count)
         if (part.count > 0) {
             m_hasPlayed = true;
             m_views.take(part);
+            takeCounted(part);
             done += part.count;
             isFresh = false;
         } else if (!m_transport.buffer().hasEnded()) {
             break;
         } else {
+            m_traces.finish();
             m_transport.startOver(!isFresh);
             m_views.time.restart();
             isFresh = true;
@@ -173,12 +184,14 @@ std::size_t SignalFeed::play(std::size_t count)
 
 void SignalFeed::jump()
 {
+    m_history.clear();
     m_views.jump();
     m_hasPlayed = false;
 }
 
 void SignalFeed::showGate()
 {
+    followBandwidth();
     if (m_views.gate.isEmpty())
         return;
     if (m_views.showsTimeOfGate(format().sampleRate))
@@ -192,4 +205,79 @@ void SignalFeed::showNothing()
     emit timeCleared();
     emit symbolsCleared();
     m_views.showNothing();
+}
+
+void SignalFeed::countWith(DensityFeed::Kind kind, DensityFeed::Sink sink)
+{
+    DensityFeed& feed = kind == DensityFeed::Kind::Traces ? m_traces : m_points;
+    feed.setSink(std::move(sink));
+    const bool isNew = m_history.isEmpty();
+    for (const BlockPart& part : m_views.gate.parts()) {
+        feed.take(part);
+        if (isNew && !isSeekable())
+            m_history.take(part);
+    }
+    if (!m_traces.isOn() && !m_points.isOn())
+        m_history.clear();
+}
+
+void SignalFeed::waitForCounted()
+{
+    m_traces.wait();
+    m_points.wait();
+}
+
+void SignalFeed::restartCounting()
+{
+    m_traces.open(format(), m_views.eye.cut().bandwidth, source().isLive);
+    m_points.open(format(), 0.0, source().isLive);
+    m_history.clear();
+    emit countingRestarted();
+}
+
+/// Traces of another low-pass look different.
+void SignalFeed::followBandwidth()
+{
+    if (m_traces.isOn() && m_traces.bandwidth() != m_views.eye.cut().bandwidth)
+        restartCounting();
+}
+
+void SignalFeed::takeCounted(const BlockPart& part)
+{
+    if (!m_traces.isOn() && !m_points.isOn())
+        return;
+    const BlockPart counted = m_views.gate.within(part);
+    m_traces.take(counted);
+    m_points.take(counted);
+    if (!isSeekable())
+        m_history.take(part);
+}
+
+std::optional<double> SignalFeed::showAround(double seconds)
+{
+    const double rate = format().sampleRate;
+    const double half = 0.5 * m_views.time.span();
+    std::vector<double> samples;
+    std::optional<std::int64_t> position;
+    double end = 0.0;
+    for (const BlockPart& part : m_history.parts()) {
+        const double time = part.block->time + static_cast<double>(part.first) / rate;
+        const auto indexOf = [&](double place) {
+            return static_cast<std::size_t>(
+                std::clamp(std::ceil((place - time) * rate), 0.0, static_cast<double>(part.count)));
+        };
+        const std::size_t first = indexOf(seconds - half), last = indexOf(seconds + half);
+        if (first == last)
+            continue;
+        if (!position)
+            position = part.position() + static_cast<std::int64_t>(first);
+        const double* from = &part.block->samples[part.first];
+        samples.insert(samples.end(), from + first, from + last);
+        end = time + static_cast<double>(last) / rate;
+    }
+    if (!position || end < seconds)
+        return std::nullopt;
+    emit timeCleared();
+    m_views.time.show(*position, samples);
+    return end;
 }

@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/feed/DensityFeed.h"
 #include "workbench/feed/Reception.h"
 #include "workbench/feed/ViewFeeds.h"
 #include "workbench/measure/Measurement.h"
@@ -78,6 +79,17 @@ public:
     IqFeed& iq() { return m_views.iq; }
     const IqFeed& iq() const { return m_views.iq; }
     const Gate& gate() const { return m_views.gate; }
+    /// All symbols of the gate, while somebody counts them: those that are there when a sink is
+    /// set, and all that are played from then on.
+    void countWith(DensityFeed::Kind kind, DensityFeed::Sink sink);
+    const DensityFeed& counted(DensityFeed::Kind kind) const
+    {
+        return kind == DensityFeed::Kind::Traces ? m_traces : m_points;
+    }
+    /// Forgets the symbols, and starts anew with what is there of the gate.
+    void restartCounting();
+    /// Waits until all that was played is with those who count.
+    void waitForCounted();
     /// The gate is what lies between two times, s, from now on; what was played before of it
     /// counts.
     void fixGate(double from, double to);
@@ -101,11 +113,19 @@ public:
     void showGate();
     /// Lets the views forget what they show, as if no sample had come.
     void showNothing();
+    /// Whether its samples come again when they are gone to.
+    bool isSeekable() const { return !source().isLive && m_transport.length(); }
+    /// Of a signal that cannot, and stands still: shows the time about a place, s, of what was
+    /// played while somebody counts. @return the time of the last sample that is shown; none where
+    /// it is not kept any more.
+    std::optional<double> showAround(double seconds);
 
 signals:
     /// The time view, or eye and constellation, are to be emptied; what comes is to be seen alone.
     void timeCleared();
     void symbolsCleared();
+    /// Those who count have to forget all symbols, and to set their sinks again.
+    void countingRestarted();
 
 private:
     std::size_t play(std::size_t count);
@@ -113,9 +133,14 @@ private:
     void reconfigure();
     void setScale();
     void layOut();
+    void followBandwidth();
+    void takeCounted(const BlockPart& part);
 
     ViewFeeds m_views;
     Reception m_reception;
+    DensityFeed m_traces{DensityFeed::Kind::Traces};
+    DensityFeed m_points{DensityFeed::Kind::Points};
+    Gate m_history; // of a signal that is counted, and does not come again
     std::unique_ptr<Pipeline> m_pipeline;
     Transport m_transport;
     double m_periodLength = 0.0; // that all is laid out for

@@ -26,10 +26,10 @@ SymbolCutter::SymbolCutter(const SignalFormat& format, double bandwidth, std::si
     , m_trace(2 * perSymbol + 1)
 {}
 
-void SymbolCutter::skip(std::int64_t count) const
+void SymbolCutter::skip(const Symbol& symbol, bool isTorn) const
 {
-    if (m_skip && count > 0)
-        m_skip(count);
+    if (m_skip)
+        m_skip(symbol, isTorn);
 }
 
 void SymbolCutter::add(const SignalBlock& block, std::size_t first, std::size_t count)
@@ -39,7 +39,7 @@ void SymbolCutter::add(const SignalBlock& block, std::size_t first, std::size_t 
     const std::int64_t begin = block.position + static_cast<std::int64_t>(first);
     if ((first == 0 && block.isAfterGap) ||
         begin != m_position + static_cast<std::int64_t>(m_samples.size()))
-        cut(true);
+        end(false);
     const auto isBefore = [](const Symbol& symbol, double position) {
         return symbol.position < position;
     };
@@ -52,7 +52,7 @@ void SymbolCutter::add(const SignalBlock& block, std::size_t first, std::size_t 
         const bool isTorn = isQuiet || !std::isfinite(block.samples[k]);
         const std::int64_t position = block.position + static_cast<std::int64_t>(k);
         if (isTorn) {
-            cut(true);
+            end(true);
         } else {
             if (!m_isOpen)
                 start(position);
@@ -62,12 +62,10 @@ void SymbolCutter::add(const SignalBlock& block, std::size_t first, std::size_t 
         for (; symbol != block.symbols.end() &&
                (isLast || symbol->position < static_cast<double>(position + 1));
              ++symbol) {
-            if (isTorn) {
-                skip(1);
-            } else {
+            if (isTorn)
+                skip(*symbol, true);
+            else
                 m_symbols.push_back(*symbol);
-                ++m_untold;
-            }
         }
         if (m_isOpen && m_samples.size() >= m_nextCut)
             cut(false);
@@ -101,23 +99,13 @@ void SymbolCutter::cut(bool isEnd)
         if (!isEnd && after.position > end)
             break;
         const bool follows = isWhole(before, symbol);
-        if (std::exchange(m_isStart, false)) { // what is before it is told by nobody
-            skip(1);
-            --m_untold;
-            m_take({symbol, true, follows && isWhole(symbol, after)});
-        } else {
-            m_take({symbol, !follows, follows && isWhole(symbol, after)});
-        }
-        --m_untold;
+        const bool isFirst = std::exchange(m_isStart, false);
+        if (isFirst)
+            skip(before, m_isAfterTorn);
+        m_take({symbol, isFirst || !follows, follows && isWhole(symbol, after)});
     }
-    if (isEnd) {
-        skip(m_untold);
-        m_untold = 0;
-        m_isOpen = false;
-        m_samples.clear();
-        m_symbols.clear();
+    if (isEnd)
         return;
-    }
     m_symbols.erase(m_symbols.begin(),
                     m_symbols.begin() + static_cast<std::ptrdiff_t>(m_middle - 1));
     const double needed = m_symbols.empty() ? end - margin : m_symbols.front().position - margin;
@@ -126,6 +114,19 @@ void SymbolCutter::cut(bool isEnd)
     m_samples.erase(m_samples.begin(), m_samples.begin() + static_cast<std::ptrdiff_t>(count));
     m_position += count;
     m_nextCut = m_samples.size() + cutLength;
+}
+
+void SymbolCutter::end(bool isTorn)
+{
+    cut(true);
+    // The last one, or of fewer than three all.
+    for (std::size_t k = m_isStart ? 0 : m_middle; k < m_symbols.size(); ++k)
+        skip(m_symbols[k], isTorn);
+    m_isOpen = false;
+    m_isStart = true;
+    m_isAfterTorn = isTorn;
+    m_samples.clear();
+    m_symbols.clear();
 }
 
 bool SymbolCutter::isWhole(const Symbol& a, const Symbol& b) const

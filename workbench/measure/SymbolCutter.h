@@ -25,8 +25,9 @@ public:
         bool isWhole; ///< there is a trace: see trace
     };
     using Take = std::function<void(const Place& place)>;
-    /// Takes symbols, as many, that are in no place: those at the ends of what is not torn.
-    using Skip = std::function<void(std::int64_t count)>;
+    /// Takes symbols that are in no place: those in and next to what is torn, and the first and the
+    /// last of what comes in one piece.
+    using Skip = std::function<void(const Symbol& symbol, bool isTorn)>;
 
     /// @param bandwidth  of a low-pass before, symbol rates; 0: none.
     /// @param perSymbol  samples of half a trace, at least 1.
@@ -41,7 +42,7 @@ public:
     void add(const SignalBlock& block, std::size_t first, std::size_t count);
     void add(const SignalBlock& block) { add(block, 0, block.count()); }
     /// No more comes for now that follows.
-    void finish() { cut(true); }
+    void finish() { end(false); }
 
     /// While a place is told that is whole: its trace, 2 * perSymbol + 1 samples. Valid until the
     /// next call.
@@ -52,11 +53,12 @@ public:
 private:
     void start(std::int64_t position);
     void cut(bool isEnd);
+    void end(bool isTorn);
     bool isWhole(const Symbol& a, const Symbol& b) const;
     void interpolate(const Symbol& from, const Symbol& to, double* samples) const;
     double valueAt(double position) const;
     double origin() const;
-    void skip(std::int64_t count) const;
+    void skip(const Symbol& symbol, bool isTorn) const;
 
     SignalFormat m_format;
     double m_bandwidth;
@@ -66,13 +68,13 @@ private:
 
     // What is not torn, from the symbol before the next trace's on.
     bool m_isOpen = false;
+    bool m_isAfterTorn = false;  // it starts next to what is torn
     bool m_isStart = true;       // no symbol of it was in the middle yet
     std::int64_t m_position = 0; // of the first sample
     std::vector<double> m_samples;
     std::size_t m_nextCut = 0; // samples
     std::vector<Symbol> m_symbols;
-    std::size_t m_middle = 0;  // the symbol that is told
-    std::int64_t m_untold = 0; // symbols of it that were in no place
+    std::size_t m_middle = 0; // the symbol that is told
     std::vector<double> m_trace;
     std::size_t m_traced = 0; // the symbol of the trace, whose second half is the next one's first
     std::optional<LowPass> m_filter;
