@@ -141,6 +141,162 @@
     </message>
 </context>
 <context>
+    <name>Densities</name>
+    <message>
+        <source>density of all symbols</source>
+        <translation>Dichte aller Symbole</translation>
+    </message>
+    <message>
+        <source>density</source>
+        <translation>Dichte</translation>
+    </message>
+</context>
+<context>
+    <name>DensityMenu</name>
+    <message>
+        <source>De&amp;nsity</source>
+        <translation>D&amp;ichte</translation>
+    </message>
+    <message>
+        <source>&amp;Density or diagram</source>
+        <translation>&amp;Dichte oder Diagramm</translation>
+    </message>
+    <message>
+        <source>&amp;Cursors</source>
+        <translation>&amp;Cursor</translation>
+    </message>
+    <message>
+        <source>&amp;Start counting anew</source>
+        <translation>&amp;Neu zu zählen beginnen</translation>
+    </message>
+    <message>
+        <source>&amp;Next that passed there</source>
+        <translation>N&amp;ächstes von dort</translation>
+    </message>
+    <message>
+        <source>&amp;Previous that passed there</source>
+        <translation>&amp;Voriges von dort</translation>
+    </message>
+</context>
+<context>
+    <name>DensityPane</name>
+    <message>
+        <source>Density of the &amp;eye</source>
+        <translation>Dichte des &amp;Auges</translation>
+    </message>
+    <message>
+        <source>Density of &amp;IQ</source>
+        <translation>Dichte von &amp;IQ</translation>
+    </message>
+    <message>
+        <source>Density: counts how often all symbols passed where (D)</source>
+        <translation>Dichte: zählt, wie oft alle Symbole wo vorbeikamen (D)</translation>
+    </message>
+</context>
+<context>
+    <name>DensityReadings</name>
+    <message>
+        <source>Error rate</source>
+        <translation>Fehlerrate</translation>
+    </message>
+    <message>
+        <source>½ erfc(Q / √2): the part of the symbols that is taken for the other level at the best instant and level</source>
+        <translation>½ erfc(Q / √2): der Teil der Symbole, der beim besten Zeitpunkt und Pegel für den anderen Pegel gehalten wird</translation>
+    </message>
+    <message>
+        <source>Height</source>
+        <translation>Höhe</translation>
+    </message>
+    <message>
+        <source>Between the levels beyond which 1 of 10¹² symbols of either level lies, as their noise is Gaussian</source>
+        <translation>Zwischen den Pegeln, jenseits derer 1 von 10¹² Symbolen jedes Pegels liegt, wenn das Rauschen gaußförmig ist</translation>
+    </message>
+    <message>
+        <source>Width</source>
+        <translation>Breite</translation>
+    </message>
+    <message>
+        <source>A symbol period less the total jitter (UI)</source>
+        <translation>Eine Symboldauer ohne den Gesamtjitter (UI)</translation>
+    </message>
+    <message>
+        <source>TJ</source>
+        <translation>TJ</translation>
+    </message>
+    <message>
+        <source>Total jitter: between the times before and after which 1 of 10¹² crossings lies, by the parts below (UI)</source>
+        <translation>Gesamtjitter: zwischen den Zeiten, vor und nach denen 1 von 10¹² Übergängen liegt, nach den Teilen darunter (UI)</translation>
+    </message>
+    <message>
+        <source>RJ</source>
+        <translation>RJ</translation>
+    </message>
+    <message>
+        <source>Random jitter: standard deviation of its Gaussian (UI)</source>
+        <translation>Zufälliger Jitter: Standardabweichung seiner Gaußverteilung (UI)</translation>
+    </message>
+    <message>
+        <source>DJ</source>
+        <translation>DJ</translation>
+    </message>
+    <message>
+        <source>Deterministic jitter, from one end to the other: two instants (dual Dirac) or a sine, whichever is likelier (UI)</source>
+        <translation>Deterministischer Jitter, von einem Ende zum anderen: zwei Zeitpunkte (Dual-Dirac) oder ein Sinus, je nachdem, was wahrscheinlicher ist (UI)</translation>
+    </message>
+    <message>
+        <source>Q</source>
+        <translation>Q</translation>
+    </message>
+    <message>
+        <source>EVM RMS</source>
+        <translation>EVM RMS</translation>
+    </message>
+    <message>
+        <source>MER</source>
+        <translation>MER</translation>
+    </message>
+    <message>
+        <source>of the newest %1 of %2 symbols</source>
+        <translation>der neuesten %1 von %2 Symbolen</translation>
+    </message>
+    <message>
+        <source>of %1 symbols</source>
+        <translation>von %1 Symbolen</translation>
+    </message>
+    <message>
+        <source>; left out: %1</source>
+        <translation>; ausgelassen: %1</translation>
+    </message>
+    <message>
+        <source>at 1e-12, %1</source>
+        <translation>bei 1e-12, %1</translation>
+    </message>
+    <message>
+        <source>Level %1</source>
+        <translation>Pegel %1</translation>
+    </message>
+    <message>
+        <source>σ of level %1</source>
+        <translation>σ von Pegel %1</translation>
+    </message>
+    <message>
+        <source>Inner height</source>
+        <translation>Innere Höhe</translation>
+    </message>
+    <message>
+        <source>Jitter RMS</source>
+        <translation>Jitter RMS</translation>
+    </message>
+    <message>
+        <source>Jitter p-p</source>
+        <translation>Jitter S-S</translation>
+    </message>
+    <message>
+        <source>EVM at %1, %2</source>
+        <translation>EVM bei %1, %2</translation>
+    </message>
+</context>
+<context>
     <name>ExportDialog</name>
     <message>
         <source>Export</source>
@@ -1270,6 +1426,14 @@
     <message>
         <source>symbols</source>
         <translation>Symbole</translation>
+    </message>
+    <message>
+        <source>The density of an eye needs more than one sample of each symbol</source>
+        <translation>Die Dichte eines Auges braucht mehr als einen Abtastwert je Symbol</translation>
+    </message>
+    <message>
+        <source>The density of a constellation counts symbols: choose a modulation for the receiver (F8) and give the symbol rate</source>
+        <translation>Die Dichte einer Konstellation zählt Symbole: Wählen Sie eine Modulation für den Empfänger (F8), und geben Sie die Symbolrate an</translation>
     </message>
 </context>
 <context>
@@ -2625,6 +2789,25 @@
     <message>
         <source>&amp;Measurements</source>
         <translation>&amp;Messwerte</translation>
+    </message>
+</context>
+<context>
+    <name>WayBack</name>
+    <message>
+        <source>nothing passed at %1</source>
+        <translation>bei %1 kam nichts vorbei</translation>
+    </message>
+    <message>
+        <source>%1 passed at %2</source>
+        <translation>%1 kamen bei %2 vorbei</translation>
+    </message>
+    <message>
+        <source>%1 of %2 at %3: symbol %4</source>
+        <translation>%1 von %2 bei %3: Symbol %4</translation>
+    </message>
+    <message>
+        <source>%1, whose samples are not kept any more</source>
+        <translation>%1, dessen Abtastwerte nicht mehr da sind</translation>
     </message>
 </context>
 <context>

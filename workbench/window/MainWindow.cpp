@@ -2,7 +2,6 @@
 #include "workbench/window/MainWindow.h"
 #include "workbench/sources/LiveAddress.h"
 
-#include "platform/values/Settings.h"
 #include "views/VCGLEyeDiagram.h"
 #include "views/VCGLIQDiagram.h"
 #include "views/VCGLTimeDiagram.h"
@@ -13,9 +12,11 @@
 #include "workbench/window/Overlay.h"
 #include "workbench/window/Progress.h"
 #include "workbench/window/StatusFields.h"
+#include "workbench/window/density/Densities.h"
 #include "workbench/window/dialogs/ExportDialog.h"
 #include "workbench/window/dialogs/InfoDialog.h"
 #include "workbench/window/dialogs/Opening.h"
+#include "workbench/window/menus/DensityMenu.h"
 #include "workbench/window/menus/FileMenu.h"
 #include "workbench/window/menus/HelpMenu.h"
 #include "workbench/window/menus/MenuEntries.h"
@@ -41,11 +42,6 @@
 #include <QWindow>
 
 namespace {
-
-const QString geometryKey = QStringLiteral("Window/Geometry");
-const QString parametersShownKey = QStringLiteral("Window/ParametersShown");
-const QString parametersWidthKey = QStringLiteral("Window/ParametersWidth");
-const QString panesKey = QStringLiteral("Window/Panes");
 
 constexpr int statusPeriodMs = 100;
 constexpr int readingsPeriodMs = 190; // at every other status, to be read
@@ -76,6 +72,7 @@ MainWindow::MainWindow(SchemeChoice& scheme)
     , m_opening(new Opening(*m_progress, this))
     , m_playback(new PlaybackControls(*this, m_player, *m_panes))
     , m_view(new ViewMenu(*this, m_player, *m_panes, *m_parameters))
+    , m_densities(new Densities(*this, m_player, *m_panes, *m_timeView))
     , m_states(*m_panes)
     , m_levels(feed(), *m_timeView, *m_eyeView, *m_iqView)
     , m_units(*m_timeView, *m_eyeView)
@@ -133,7 +130,8 @@ void MainWindow::buildViews()
 
 void MainWindow::buildMenus()
 {
-    for (QMenu* menu : std::initializer_list<QMenu*>{m_file, m_playback, m_view})
+    for (QMenu* menu :
+         std::initializer_list<QMenu*>{m_file, m_playback, m_view, &m_densities->menu()})
         menuBar()->addMenu(menu);
     menuBar()->addMenu(new HelpMenu(*this));
     connect(m_file, &FileMenu::fileChosen, m_opening, &Opening::ask);
@@ -187,6 +185,24 @@ void MainWindow::connectPlayer()
             m_iqView->Clear();
     });
     connect(m_measuring, &Measuring::measured, m_readings, &Readings::show);
+    connect(m_densities, &Densities::switched, this, &MainWindow::showSwitched);
+}
+
+/// A diagram takes nothing while its density is shown, and all that is there afterwards.
+void MainWindow::showSwitched(const DensityPane& pane)
+{
+    const auto show = [this, &pane](auto& view) {
+        if (pane.isOn())
+            return viewBindings::release(view);
+        view.Clear();
+        viewBindings::bind(view);
+        emit m_player.lookChanged();
+    };
+    if (pane.kind() == DensityPane::Kind::Eye)
+        show(*m_eyeView);
+    else
+        show(*m_iqView);
+    refreshStatus();
 }
 
 /// Says what is amiss with the recording, and with its eye.
@@ -239,6 +255,7 @@ void MainWindow::refresh()
 {
     m_playback->refresh();
     m_view->refresh(feed());
+    m_densities->refresh();
     if (feed().isOpen())
         m_parameters->panel().show(m_player);
     m_parameters->showReceiver();
@@ -251,6 +268,7 @@ void MainWindow::measure()
 {
     m_measuring->cancel();
     m_readings->show(Measuring::of(feed().gate(), m_player.setup()));
+    m_densities->settle();
 }
 
 void MainWindow::refreshStatus()
@@ -305,8 +323,6 @@ void MainWindow::takeOrSay(const QString& address, Result<Recording>& recording)
         m_file->forget(address);
 }
 
-void MainWindow::remember(const QString& fileName) { m_file->remember(fileName); }
-
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == m_panes->firstShown().canvas && event->type() == QEvent::Paint)
@@ -336,32 +352,6 @@ void MainWindow::fitIqAxes()
     const QSize plot = m_iqView->GetPlotRect().size();
     if (!plot.isEmpty())
         feed().iq().setAspect(static_cast<double>(plot.width()) / plot.height());
-}
-
-void MainWindow::restoreRoom()
-{
-    const values::Settings settings;
-    restoreGeometry(QByteArray::fromBase64(settings.value(geometryKey).toByteArray()));
-    if (const int width = settings.value(parametersWidthKey).toInt(); width > 0)
-        resizeDocks({m_parameters}, {width}, Qt::Horizontal);
-    m_parameters->setVisible(settings.value(parametersShownKey, true).toBool());
-    m_panes->setRoom(settings.value(panesKey).toList());
-}
-
-void MainWindow::closeEvent(QCloseEvent* event)
-{
-    keep();
-    QMainWindow::closeEvent(event);
-}
-
-void MainWindow::keep()
-{
-    values::Settings settings;
-    settings.setValue(geometryKey, QString::fromLatin1(saveGeometry().toBase64()));
-    settings.setValue(parametersShownKey, !m_parameters->isHidden());
-    settings.setValue(parametersWidthKey, m_parameters->width());
-    settings.setValue(panesKey, m_panes->room());
-    m_player.keep();
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)

@@ -11,6 +11,8 @@
 #include <QMainWindow>
 #include <QTimer>
 
+class Densities;
+class DensityPane;
 class FileMenu;
 class NoticeBar;
 class Opening;
@@ -44,6 +46,7 @@ public:
     VCGLEyeDiagram& eyeView() { return *m_eyeView; }
     VCGLIQDiagram& iqView() { return *m_iqView; }
     ViewPanes& panes() { return *m_panes; }
+    Densities& densities() { return *m_densities; }
     const ViewExport& exporter() const { return m_export; }
     /// Where to run what takes long.
     Progress& progress() { return *m_progress; }
@@ -52,7 +55,7 @@ public:
     /// Shows span, speed and position as the feed has them.
     void refresh();
     /// Sets what was set when a window was last closed, see Player::keep.
-    void restoreParameters() { m_player.restore(); }
+    void restoreParameters();
     /// Remembers a recording that was opened from elsewhere.
     void remember(const QString& fileName);
     /// Takes the place on the screen and shares it out as when a window was last closed.
@@ -76,6 +79,7 @@ private:
     void connectPlayer();
     void growToMinimum();
     void fitIqAxes();
+    void showSwitched(const DensityPane& pane);
     void exportView(std::size_t index);
     void showSource(const QStringList& notices);
     void refreshStatus();
@@ -99,6 +103,7 @@ private:
     Opening* m_opening;
     PlaybackControls* m_playback;
     ViewMenu* m_view;
+    Densities* m_densities;
     PaneStates m_states;
     LevelFollower m_levels;
     AxisUnits m_units;

@@ -34,6 +34,12 @@ QPainterPath solidPart(Sign sign)
         path.addPolygon(QPolygonF({{8.0, 1.0}, {5.5, 4.5}, {10.5, 4.5}, {8.0, 1.0}}));
         path.addPolygon(QPolygonF({{8.0, 15.0}, {5.5, 11.5}, {10.5, 11.5}, {8.0, 15.0}}));
         break;
+    case Sign::Density: // the bars of a histogram
+        path.addRect(2.0, 10.0, 2.5, 4.0);
+        path.addRect(5.2, 6.0, 2.5, 8.0);
+        path.addRect(8.4, 2.0, 2.5, 12.0);
+        path.addRect(11.6, 8.0, 2.5, 6.0);
+        break;
     case Sign::Open:
         break;
     }
@@ -66,6 +72,7 @@ QPainterPath linePart(Sign sign)
     case Sign::Play:
     case Sign::Pause:
     case Sign::ToStart:
+    case Sign::Density:
         break;
     }
     return path;

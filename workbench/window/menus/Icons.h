@@ -4,6 +4,6 @@
 #include <QIcon>
 
 /// Signs of the tool bar, drawn in the palette's text colour at any size.
-enum class Sign { Open, Play, Pause, ToStart, Repeat, AutoScale };
+enum class Sign { Open, Play, Pause, ToStart, Repeat, AutoScale, Density };
 
 QIcon signIcon(Sign sign);

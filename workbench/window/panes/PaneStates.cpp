@@ -93,6 +93,19 @@ QString PaneStates::whatIqNeeds(const SignalFeed& feed)
               "on a carrier, the receiver (F8) makes I and Q of it");
 }
 
+/// What counting symbols takes beside what the diagram needs.
+QString PaneStates::whatDensityNeeds(const SignalFeed& feed, std::size_t pane) const
+{
+    if (!m_panes.panes()[pane].cover)
+        return QString();
+    if (pane == eyePane && !(feed.format().samplesPerSymbol > 1.0))
+        return tr("The density of an eye needs more than one sample of each symbol");
+    if (pane == iqPane && !feed.iq().knowsSymbols())
+        return tr("The density of a constellation counts symbols: choose a modulation for the "
+                  "receiver (F8) and give the symbol rate");
+    return QString();
+}
+
 void PaneStates::showNotes(const SignalFeed& feed, const QString& searched)
 {
     const QString standing = howLongItStands(feed);
@@ -103,7 +116,9 @@ void PaneStates::showNotes(const SignalFeed& feed, const QString& searched)
     const auto show = [&](std::size_t pane, const QString& needed, bool isEmpty) {
         m_panes.setIdle(pane, !needed.isEmpty());
         const QString without = missing.isEmpty() && isEmpty ? why : missing;
-        m_panes.setNote(pane, needed.isEmpty() ? without : needed, stands && needed.isEmpty());
+        const QString counting = needed.isEmpty() ? whatDensityNeeds(feed, pane) : needed;
+        m_panes.setNote(pane, counting.isEmpty() ? without : counting,
+                        stands && counting.isEmpty());
     };
     show(eyePane, whatEyeNeeds(feed), feed.eye().isEmpty());
     show(iqPane, whatIqNeeds(feed), feed.iq().showsDecisions() && feed.iq().isEmpty());

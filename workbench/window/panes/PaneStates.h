@@ -29,6 +29,7 @@ public:
 private:
     static QString whatEyeNeeds(const SignalFeed& feed);
     static QString whatIqNeeds(const SignalFeed& feed);
+    QString whatDensityNeeds(const SignalFeed& feed, std::size_t pane) const;
     static QString whatIsSearched(const SignalFeed& feed);
     QString howLongItStands(const SignalFeed& feed);
     QString whatIsMissing(const SignalFeed& feed) const;

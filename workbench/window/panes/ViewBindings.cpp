@@ -48,3 +48,7 @@ void viewBindings::bind(VCGLIQDiagram& view)
     view.SetAging(longestAging);
     view.SetAgesByData(true); // or a repaint would empty it while it stands still
 }
+
+void viewBindings::release(VCGLEyeDiagram& view) { view.SetHasChangedTrigger_ValuePath(QString()); }
+
+void viewBindings::release(VCGLIQDiagram& view) { view.SetHasChangedTrigger_ValuePath(QString()); }

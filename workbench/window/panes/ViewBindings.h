@@ -11,5 +11,8 @@ namespace viewBindings {
 void bind(VCGLTimeDiagram& view);
 void bind(VCGLEyeDiagram& view);
 void bind(VCGLIQDiagram& view);
+/// Lets a view go without what comes, while it is not seen; bind makes it see again.
+void release(VCGLEyeDiagram& view);
+void release(VCGLIQDiagram& view);
 
 } // namespace viewBindings

@@ -143,8 +143,13 @@ void ViewPanes::arrange()
     m_showingReadings->setChecked(m_showsReadings);
     for (const Pane& pane : m_panes) {
         pane.frame->setVisible(pane.isShown);
+        const bool showsReadings = m_showsReadings && !pane.isIdle;
         if (pane.readings)
-            pane.readings->setVisible(m_showsReadings && !pane.isIdle);
+            pane.readings->setVisible(showsReadings && !pane.coverReadings);
+        if (pane.coverReadings)
+            pane.coverReadings->setVisible(showsReadings);
+        if (pane.cover)
+            pane.cover->widget().setVisible(!pane.isIdle);
         pane.showing->setChecked(pane.isShown);
         pane.showing->setEnabled(!pane.isShown || shownCount > 1);
     }
@@ -191,7 +196,10 @@ void ViewPanes::shrinkIdle()
 
 void ViewPanes::setNote(std::size_t index, const QString& text, bool isVeiled)
 {
-    m_panes.at(index).note->say(text, isVeiled);
+    const Pane& pane = m_panes.at(index);
+    pane.note->say(text, isVeiled);
+    if (pane.coverNote)
+        pane.coverNote->say(text, isVeiled);
 }
 
 void ViewPanes::setReadings(std::size_t index, ReadingTable* table)
@@ -202,10 +210,52 @@ void ViewPanes::setReadings(std::size_t index, ReadingTable* table)
     arrange();
 }
 
+void ViewPanes::setCover(std::size_t index, Cover* cover, ReadingTable* readings)
+{
+    Pane& pane = m_panes.at(index);
+    delete pane.coverReadings;
+    delete pane.coverNote;
+    pane.cover = cover;
+    pane.coverReadings = readings;
+    pane.coverNote = nullptr;
+    pane.view->removeEventFilter(this);
+    if (cover) {
+        QWidget& widget = cover->widget();
+        widget.setParent(pane.view);
+        widget.setAttribute(Qt::WA_NoMousePropagation); // the view below is not seen
+        pane.coverNote = new PaneNote(&widget, 0);
+        pane.view->installEventFilter(this);
+        placeCover(pane);
+        widget.raise();
+    }
+    if (readings)
+        pane.frame->layout()->addWidget(readings);
+    arrange();
+}
+
+void ViewPanes::placeCover(const Pane& pane)
+{
+    const int top = pane.view->focusProxy()->height(); // the caption bar
+    pane.cover->widget().setGeometry(pane.view->rect().adjusted(0, top, 0, 0));
+}
+
+bool ViewPanes::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Resize) {
+        for (const Pane& pane : m_panes) {
+            if (pane.view == watched && pane.cover)
+                placeCover(pane);
+        }
+    }
+    return QSplitter::eventFilter(watched, event);
+}
+
 void ViewPanes::setMode(std::size_t index, const QStringList& variants)
 {
-    m_panes.at(index).mode = variants.front();
-    m_panes.at(index).setCaptionNote(variants.join(QChar(0x9c)));
+    Pane& pane = m_panes.at(index);
+    const QStringList shown = pane.cover ? pane.cover->mode() : variants;
+    pane.mode = shown.front();
+    pane.setCaptionNote(shown.join(QChar(0x9c)));
 }
 
 void ViewPanes::setPaused(bool paused)

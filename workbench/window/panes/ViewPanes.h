@@ -20,6 +20,20 @@ class ViewPanes : public QSplitter, public values::PersistantOwner
 {
     Q_OBJECT
 public:
+    /// What can be shown in the place of a view.
+    class Cover
+    {
+    public:
+        virtual ~Cover() = default;
+        virtual QWidget& widget() = 0;
+        /// Paints it into a picture.
+        virtual void render(QPainter& painter, const QSize& size) = 0;
+        /// Its data in a format of a file, by its ending; empty where it has none.
+        virtual QByteArray data(const QString& ending) const = 0;
+        /// What it shows, in the place of what the view does: see setMode.
+        virtual QStringList mode() const = 0;
+    };
+
     struct Pane
     {
         const char* name; ///< of its setting and of its picture
@@ -39,6 +53,10 @@ public:
         PaneNote* note = nullptr;         ///< over the empty view
         QWidget* frame = nullptr;         ///< holds the view and what is below it
         ReadingTable* readings = nullptr; ///< below the view
+        Cover* cover = nullptr;           ///< in the place of the view, below its caption bar
+        /// What is below the cover, in the place of the readings.
+        ReadingTable* coverReadings = nullptr;
+        PaneNote* coverNote = nullptr;
     };
 
     explicit ViewPanes(QWidget* parent);
@@ -79,12 +97,17 @@ public:
     /// @param index     of the pane.
     /// @param isVeiled  the view shows old data.
     void setNote(std::size_t index, const QString& text, bool isVeiled = false);
-    /// @param variants  of one text, the longest first: the first that fits is shown. At least one.
+    /// @param variants  of one text, the longest first: the first that fits is shown. At least one,
+    ///                  but for a view with a cover, which has its own.
     void setMode(std::size_t index, const QStringList& variants);
     /// A view that has nothing to show, but says why: it leaves its room to the others.
     void setIdle(std::size_t index, bool isIdle);
     /// Puts a table below a view.
     void setReadings(std::size_t index, ReadingTable* table);
+    /// Shows something in the place of a view, which keeps its caption bar, from now on.
+    /// @param cover     null: the view itself again.
+    /// @param readings  below it; null: those of the view. Deleted with the cover.
+    void setCover(std::size_t index, Cover* cover, ReadingTable* readings);
     /// Hides and shows those below the views, which is remembered.
     QAction& showingReadings() { return *m_showingReadings; }
     /// Presses the views' pause buttons.
@@ -101,7 +124,11 @@ signals:
     void paused();
     void resumed();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    void placeCover(const Pane& pane);
     void ApplyPersistantBeforeWrite() override;
     void ApplyPersistantAfterRead() override;
     void add(const Pane& pane);

@@ -1,0 +1,197 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "WindowFixture.h"
+#include "workbench/receiver/Receiver.h"
+#include "workbench/window/density/Densities.h"
+#include "workbench/window/density/TimeMark.h"
+#include "workbench/window/density/WayBack.h"
+
+#include <QSignalSpy>
+
+#include <random>
+
+namespace {
+
+using density::DensityPlot;
+
+constexpr int perSymbol = 16; // samples
+constexpr int symbolCount = 3000;
+constexpr int runt = 1777; // the symbol that stays halfway
+
+/// Two levels with smooth edges in between, sample k * 16 in the middle of symbol k, and a little
+/// noise, so that the clock is found and nothing is ideal.
+std::vector<double> twoLevels()
+{
+    std::mt19937 bits(7);
+    std::normal_distribution<double> noise(0.0, 0.01);
+    std::vector<double> level(symbolCount + 1);
+    for (double& each : level)
+        each = (bits() & 1U) != 0 ? 0.5 : -0.5;
+    level[runt - 1] = level[runt + 1] = -0.5;
+    level[runt] = 0.1;
+    std::vector<double> samples;
+    for (int k = 0; k < symbolCount * perSymbol; ++k) {
+        const double part = double(k % perSymbol) / perSymbol;
+        const double weight = 0.5 - 0.5 * std::cos(3.14159265358979 * part);
+        const auto before = std::size_t(k / perSymbol);
+        samples.push_back(level[before] + weight * (level[before + 1] - level[before]) +
+                          noise(bits));
+    }
+    return samples;
+}
+
+/// Symbols that a receiver finds in the recording, all of which are good.
+std::int64_t symbolsOf(const QString& file)
+{
+    auto recording = RecordingOpener::open(file, {});
+    ReceiverSettings settings;
+    settings.symbolRate = 16000.0 / perSymbol;
+    Receiver receiver(recording->source->facts(), 0, settings);
+    std::vector<SignalBlock> blocks;
+    receiver.process(0, readAll(*recording->source, 65536), blocks);
+    receiver.finish(blocks);
+    std::int64_t count = 0;
+    for (const SignalBlock& block : blocks)
+        count += std::count_if(block.symbols.begin(), block.symbols.end(),
+                               [](const Symbol& each) { return each.state == SymbolState::Good; });
+    EXPECT_NEAR(double(count), double(symbolCount), 2.0);
+    return count;
+}
+
+struct Density : Window
+{
+    Density()
+    {
+        window->resize(1280, 800);
+        writeRecording(path("levels.wav"), 16000, 1, twoLevels());
+        drop({QUrl::fromLocalFile(path("levels.wav"))});
+        window->player().setSymbolRate(16000.0 / perSymbol);
+    }
+    DensityPlot& eye() { return *window->densities().eye().plot(); }
+    void playAll()
+    {
+        Transport& transport = window->feed().transport();
+        window->panes().showWhilePaused([&] {
+            transport.pause();
+            transport.seek(0.0);
+            transport.playThrough(100.0);
+        });
+        window->densities().settle();
+    }
+    std::int64_t counted() { return eye().snapshot()->allSymbols; }
+    std::int64_t leftOut() { return eye().snapshot()->leftOut.tornTraces; }
+    /// Clicks where a level is in the middle of the symbols. @return whether something is told.
+    bool clickAt(double level)
+    {
+        // The plot has one frame of borders; a click there tells what it stands for.
+        QSignalSpy passed(&eye(), &DensityPlot::passed);
+        const auto placeOf = [&](const QPoint& pixel) {
+            QTest::mouseClick(&eye(), Qt::LeftButton, {}, pixel);
+            EXPECT_TRUE(QTest::qWaitFor([&] { return !passed.isEmpty(); }));
+            return passed.takeLast()[1].toPointF();
+        };
+        const QPoint one(eye().width() / 3, 60), other(eye().width() / 2, 110);
+        const QPointF a = placeOf(one), b = placeOf(other);
+        const double x = one.x() + (0.0 - a.x()) / (b.x() - a.x()) * (other.x() - one.x());
+        const double y = one.y() + (level - a.y()) / (b.y() - a.y()) * (other.y() - one.y());
+        placeOf(QPointF(x, y).toPoint());
+        return !window->densities().wayBack().stretches().empty();
+    }
+};
+
+TEST_F(Density, CountsEachSymbolOfARecordingOnce)
+{
+    window->densities().eye().setOn(true);
+    playAll();
+    // The first and the last symbol have no neighbour, and no trace.
+    EXPECT_EQ(counted(), symbolsOf(path("levels.wav")) - 2);
+    EXPECT_EQ(leftOut(), 0);
+    const std::int64_t all = counted();
+    playAll();
+    EXPECT_EQ(counted(), all) << "what is played again brings nothing new";
+
+    window->player().setEye(2, 0.8);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return counted() < symbolCount / 2; }));
+    playAll();
+    EXPECT_NEAR(double(counted()), double(all), 4.0) << "another look at all of them";
+    window->player().fixGate(1.0, 1.5);
+    window->densities().settle();
+    EXPECT_NEAR(double(counted()), 500.0, 4.0) << "of the gate, as the figures";
+}
+
+TEST_F(Density, IsSwitchedByKeyAndButtonAndStaysAsItWasLeft)
+{
+    auto& densities = window->densities();
+    QTest::keyClick(window.get(), Qt::Key_D);
+    EXPECT_TRUE(densities.eye().isOn() && densities.iq().isOn()) << "none has the focus";
+    window->eyeView().setFocus();
+    QTest::keyClick(window->focusWidget(), Qt::Key_D);
+    EXPECT_FALSE(densities.eye().isOn());
+    EXPECT_TRUE(densities.iq().isOn());
+    auto* bar = window->eyeView().focusProxy();
+    for (auto* button : bar->findChildren<QToolButton*>())
+        if (button->defaultAction() == &densities.eye().switching())
+            QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_TRUE(densities.eye().isOn());
+    EXPECT_EQ(eye().geometry().top(), bar->height());
+    densities.iq().switching().trigger();
+
+    window->close();
+    window.reset();
+    window = std::make_unique<MainWindow>(scheme);
+    EXPECT_FALSE(window->densities().eye().isOn());
+    window->restoreParameters();
+    EXPECT_TRUE(window->densities().eye().isOn());
+    EXPECT_FALSE(window->densities().iq().isOn());
+}
+
+TEST_F(Density, LeadsFromAPointBackToTheSignal)
+{
+    window->densities().eye().setOn(true);
+    playAll();
+    WayBack& way = window->densities().wayBack();
+    ASSERT_TRUE(clickAt(0.1));
+    ASSERT_EQ(way.stretches().size(), 1U);
+    const double time = double(runt * perSymbol) / 16000.0;
+    EXPECT_NEAR(way.stretches()[0].time, time, 1.0 / 16000.0) << "to the sample";
+    const auto& transport = window->feed().transport();
+    EXPECT_NEAR(transport.time(), time + 0.5 * window->feed().span(), 1e-3);
+    ASSERT_TRUE(window->densities().timeMark().stretch());
+    const auto [from, to] = *window->densities().timeMark().stretch();
+    EXPECT_NEAR(0.5 * (from + to) * window->feed().scale().unitSeconds(), time - transport.time(),
+                1.0 / 16000.0);
+
+    EXPECT_FALSE(clickAt(0.3)) << way.text().toStdString();
+    EXPECT_TRUE(way.text().startsWith("nothing passed")) << way.text().toStdString();
+    ASSERT_TRUE(clickAt(0.5));
+    ASSERT_GT(way.stretches().size(), 100U);
+    const double newest = transport.time();
+    way.show(500);
+    EXPECT_LT(transport.time(), newest);
+    QTest::keyClick(window.get(), Qt::Key_F3);
+    EXPECT_EQ(way.index(), 501);
+    QTest::keyClick(window.get(), Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_EQ(way.index(), 500);
+    window->feed().transport().play();
+    EXPECT_FALSE(window->densities().timeMark().stretch()) << "what plays is elsewhere";
+}
+
+TEST_F(Density, OfASignalThatDoesNotComeAgainIsLedBackToWhatIsKept)
+{
+    window->player().openDemo(ModulationSettings());
+    window->densities().eye().setOn(true);
+    window->densities().iq().setOn(true);
+    window->panes().showWhilePaused([this] { window->feed().transport().playThrough(1.0); });
+    window->densities().settle();
+    EXPECT_NEAR(double(counted()), 6000.0, 8.0);
+    WayBack& way = window->densities().wayBack();
+    const double end = window->feed().transport().time();
+    way.take(window->densities().eye(), {1000}, "here");
+    ASSERT_EQ(way.stretches().size(), 1U);
+    EXPECT_NEAR(way.stretches()[0].time, 1000.0 / 6000.0, 3.0 / 6000.0);
+    EXPECT_EQ(window->feed().transport().time(), end) << "it cannot be gone back in";
+    ASSERT_TRUE(window->densities().timeMark().stretch());
+    EXPECT_NEAR(window->densities().timeMark().stretch()->first, -0.5 * 400.0, 3.0);
+    EXPECT_FALSE(window->feed().counted(DensityFeed::Kind::Traces).timeOf(-1));
+}
+
+} // namespace

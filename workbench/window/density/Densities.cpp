@@ -1,0 +1,216 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/window/density/Densities.h"
+
+#include "platform/values/Settings.h"
+#include "views/VCGLTimeDiagram.h"
+#include "workbench/player/Player.h"
+#include "workbench/receiver/Decisions.h"
+#include "workbench/window/density/TimeMark.h"
+#include "workbench/window/density/WayBack.h"
+#include "workbench/window/menus/DensityMenu.h"
+#include "workbench/window/panes/ReadingTable.h"
+
+#include <QAction>
+#include <QLocale>
+
+namespace {
+
+constexpr std::size_t eyePane = 1;
+constexpr std::size_t iqPane = 2;
+const QString eyeKey = QStringLiteral("Density/Eye");
+const QString iqKey = QStringLiteral("Density/IQ");
+
+// The ideal points are laid on those that came: again whenever there are twice as many, as long as
+// none is lost by it.
+constexpr std::int64_t leastFitted = 64;
+constexpr auto mostFitted = static_cast<std::int64_t>(density::Counter::leastKept);
+constexpr std::size_t fittedPoints = 4096;
+
+} // namespace
+
+Densities::Densities(QMainWindow& window, Player& player, ViewPanes& panes, VCGLTimeDiagram& time)
+    : QObject(&panes)
+    , m_player(player)
+    , m_panes(panes)
+    , m_figuring(new EyeFiguring(this))
+    , m_eye(new DensityPane(DensityPane::Kind::Eye, panes, eyePane, player.feed(), this))
+    , m_iq(new DensityPane(DensityPane::Kind::Constellation, panes, iqPane, player.feed(), this))
+    , m_menu(new DensityMenu(window, *m_eye, *m_iq))
+    , m_mark(new TimeMark(time))
+    , m_wayBack(new WayBack(player, panes, {m_eye, m_iq}, *m_mark, this))
+{
+    connectPane(*m_eye);
+    connectPane(*m_iq);
+    connect(m_figuring, &EyeFiguring::figured, this, [this](const EyeFiguredPtr& figured) {
+        m_figured = figured;
+        showFigured();
+    });
+    connect(m_menu, &DensityMenu::switchWanted, this, &Densities::switchWanted);
+    connect(m_menu, &DensityMenu::restartWanted, &player.feed(), &SignalFeed::restartCounting);
+    connect(&m_menu->cursors(), &QAction::toggled, this, [this](bool shown) {
+        m_eye->showCursors(shown);
+        m_iq->showCursors(shown);
+    });
+    connect(&m_menu->next(), &QAction::triggered, m_wayBack, &WayBack::showNext);
+    connect(&m_menu->previous(), &QAction::triggered, m_wayBack, &WayBack::showPrevious);
+    connect(m_wayBack, &WayBack::changed, this, &Densities::refresh);
+}
+
+// The threads of the plots tell the figuring.
+Densities::~Densities()
+{
+    delete m_eye;
+    delete m_iq;
+}
+
+void Densities::connectPane(DensityPane& pane)
+{
+    connect(&pane, &DensityPane::switched, this, [this, &pane](bool on) {
+        forget(pane);
+        m_lines = 1;
+        if (on)
+            pane.setReadings(&pane == m_eye ? DensityReadings::makeEyeTable(m_lines)
+                                            : DensityReadings::makePointTable());
+        refresh();
+        emit switched(pane);
+    });
+    connect(&pane.switching(), &QAction::triggered, this, &Densities::keep);
+    connect(&pane, &DensityPane::restarted, this, [this, &pane] {
+        forget(pane);
+        show(pane);
+    });
+    connect(&pane, &DensityPane::updated, this, [this, &pane] { show(pane); });
+    connect(&pane, &DensityPane::passed, this,
+            [this, &pane](const QVector<qint64>& symbols, const QPointF& place) {
+                const QString what =
+                    QStringLiteral("%1, %2").arg(QLocale::c().toString(place.x(), 'g', 3),
+                                                 QLocale::c().toString(place.y(), 'g', 3));
+                m_wayBack->take(pane, symbols, what);
+            });
+}
+
+/// What it measured is of other symbols than come.
+void Densities::forget(const DensityPane& pane)
+{
+    if (&pane == m_iq) {
+        m_idealAt = 0;
+        return;
+    }
+    m_figuring->cancel();
+    m_figured = nullptr;
+}
+
+void Densities::switchWanted()
+{
+    const std::size_t focused = m_panes.focused();
+    const bool areOn = m_eye->isOn() && m_iq->isOn();
+    for (DensityPane* pane : {m_eye, m_iq}) {
+        if (focused == pane->index())
+            pane->setOn(!pane->isOn());
+        else if (focused != eyePane && focused != iqPane)
+            pane->setOn(!areOn);
+    }
+    keep();
+}
+
+void Densities::keep()
+{
+    values::Settings settings;
+    settings.setValue(eyeKey, m_eye->isOn());
+    settings.setValue(iqKey, m_iq->isOn());
+}
+
+void Densities::restore()
+{
+    const values::Settings settings;
+    m_eye->setOn(settings.value(eyeKey, false).toBool());
+    m_iq->setOn(settings.value(iqKey, false).toBool());
+}
+
+void Densities::refresh()
+{
+    const SignalFeed& feed = m_player.feed();
+    const auto symbolRate = feed.symbolRate();
+    const bool isInSeconds = symbolRate && feed.scale().unit != TimeScale::Unit::Symbol;
+    m_readings.setUnits(feed.levelUnit(),
+                        isInSeconds ? std::optional(1.0 / *symbolRate) : std::nullopt);
+    for (DensityPane* pane : {m_eye, m_iq}) {
+        if (pane->isOn())
+            pane->plot()->setSymbolRate(symbolRate.value_or(0.0));
+    }
+    if (m_eye->isOn())
+        m_eye->plot()->setUnit(feed.levelUnit());
+    const QString way = m_wayBack->text();
+    m_eye->setMode({way.isEmpty() ? tr("density of all symbols") : way, tr("density")});
+    m_iq->setMode({way.isEmpty() ? tr("density of all symbols") : way, tr("density")});
+    m_wayBack->refresh();
+    m_menu->refresh(m_eye->isOn() || m_iq->isOn(), m_wayBack->stretches().size() > 1);
+}
+
+void Densities::show(DensityPane& pane)
+{
+    if (!pane.isOn() || !pane.readings())
+        return;
+    if (&pane == m_iq)
+        return showPoints();
+    m_readings.show(*pane.readings(), m_figured);
+    const density::SnapshotPtr snapshot = pane.plot()->snapshot();
+    if (snapshot && (!m_figured || m_figured->allSymbols != snapshot->allSymbols))
+        m_figuring->request(*pane.plot());
+}
+
+void Densities::showFigured()
+{
+    if (!m_eye->isOn())
+        return;
+    const std::size_t lines = DensityReadings::lineCount(m_figured);
+    if (lines != m_lines)
+        m_eye->setReadings(DensityReadings::makeEyeTable(lines));
+    m_lines = lines;
+    show(*m_eye);
+}
+
+void Densities::showPoints()
+{
+    const density::SnapshotPtr snapshot = m_iq->plot()->snapshot();
+    const std::int64_t count = snapshot ? snapshot->allSymbols : 0;
+    if (count >= leastFitted && count >= m_idealAt && m_idealAt <= mostFitted)
+        fitIdeal();
+    m_readings.show(*m_iq->readings(), m_iq->plot()->errorVectors(), count,
+                    snapshot ? snapshot->leftOut.tornTraces : 0);
+}
+
+/// Lays the points of the modulation on those that came, turned and scaled as those are.
+void Densities::fitIdeal()
+{
+    const auto modulation = m_player.setup().modulation;
+    m_idealAt = 2 * std::max(m_iq->plot()->snapshot()->allSymbols, leastFitted);
+    if (!modulation)
+        return m_iq->plot()->setIdeal({});
+    m_iq->plot()->counting().order(
+        [ideal = modulationKinds::points(*modulation)](density::Counter& counter) {
+            const density::KeptSignal kept = counter.kept().newest(fittedPoints);
+            std::vector<std::complex<double>> points;
+            for (std::size_t age = 0; age < kept.count(); ++age)
+                points.emplace_back(static_cast<double>(kept.at(age)[0]),
+                                    static_cast<double>(kept.at(age)[1]));
+            const auto gain = Decisions(ideal).gainOf(points);
+            std::vector<std::complex<double>> laid;
+            for (const std::complex<double>& point : ideal)
+                laid.push_back(gain.value_or(1.0) * point);
+            counter.setIdeal(laid);
+        });
+}
+
+void Densities::settle()
+{
+    if (m_iq->isOn()) {
+        m_iq->settle(); // which fits the ideal points
+        m_iq->settle();
+    }
+    if (m_eye->isOn()) {
+        m_eye->settle();
+        m_figured = EyeFiguring::of(*m_eye->plot());
+        showFigured();
+    }
+}

@@ -1,0 +1,179 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/window/density/DensityPane.h"
+
+#include "density/DensityExport.h"
+#include "workbench/feed/SignalFeed.h"
+#include "workbench/window/density/HomeFinder.h"
+#include "workbench/window/menus/Icons.h"
+
+#include <QAction>
+#include <QEventLoop>
+#include <QKeyEvent>
+
+#include <atomic>
+#include <memory>
+
+DensityPane::DensityPane(Kind kind, ViewPanes& panes, std::size_t index, SignalFeed& feed,
+                         QObject* parent)
+    : QObject(parent)
+    , m_kind(kind)
+    , m_panes(panes)
+    , m_index(index)
+    , m_feed(feed)
+    , m_switching(new QAction(signIcon(Sign::Density),
+                              kind == Kind::Eye ? tr("Density of the &eye") : tr("Density of &IQ"),
+                              this))
+{
+    m_switching->setCheckable(true);
+    m_switching->setToolTip(tr("Density: counts how often all symbols passed where (D)"));
+    panes.panes().at(index).view->focusProxy()->addAction(m_switching);
+    connect(m_switching, &QAction::triggered, this, &DensityPane::setOn);
+    connect(&feed, &SignalFeed::countingRestarted, this, &DensityPane::restart);
+}
+
+DensityPane::~DensityPane()
+{
+    if (isOn())
+        switchOff();
+}
+
+DensityFeed::Kind DensityPane::feedKind() const
+{
+    return m_kind == Kind::Eye ? DensityFeed::Kind::Traces : DensityFeed::Kind::Points;
+}
+
+void DensityPane::setOn(bool on)
+{
+    m_switching->setChecked(on);
+    if (on == isOn())
+        return;
+    const bool hadFocus = m_panes.focused() == m_index;
+    if (on)
+        switchOn();
+    else
+        switchOff();
+    const ViewPanes::Pane& pane = m_panes.panes().at(m_index);
+    if (hadFocus)
+        (on ? m_plot.data() : static_cast<QWidget*>(pane.view))->setFocus();
+    emit switched(on);
+}
+
+void DensityPane::switchOn()
+{
+    density::Counter::Settings settings;
+    settings.shape->sampleCount = static_cast<int>(DensityFeed::traceLength);
+    m_plot = new density::DensityPlot(m_kind, settings);
+    m_plot->setAccessibleName(m_switching->text().remove(QLatin1Char('&')));
+    m_plot->installEventFilter(this);
+    connect(m_plot, &density::DensityPlot::updated, this, &DensityPane::updated);
+    connect(m_plot, &density::DensityPlot::passed, this, &DensityPane::passed);
+    m_plot->showCursors(m_hasCursors);
+    m_panes.setCover(m_index, this, nullptr);
+    m_feed.countWith(feedKind(), sink());
+}
+
+void DensityPane::switchOff()
+{
+    m_feed.countWith(feedKind(), nullptr); // the feed's thread uses the plot
+    m_panes.setCover(m_index, nullptr, nullptr);
+    m_readings = nullptr;
+    delete m_plot;
+}
+
+void DensityPane::restart()
+{
+    if (!m_plot)
+        return;
+    m_plot->clear();
+    m_plot->setLitSymbol(std::nullopt);
+    m_feed.countWith(feedKind(), sink()); // which finds another home
+    emit restarted();
+}
+
+/// Counts on the plot's thread; the home is set there, too, before what it was found from.
+DensityFeed::Sink DensityPane::sink()
+{
+    const std::size_t length = m_plot->sampleCount();
+    const auto newest = std::make_shared<std::atomic<int>>(0);
+    return
+        [plot = m_plot.data(), counting = &m_plot->counting(), length, newest,
+         finder = HomeFinder(m_kind == Kind::Eye)](DensityFeed::Batch batch, bool mayWait) mutable {
+            const auto count = static_cast<std::int64_t>(batch.samples.size() / length);
+            if (const auto home = finder.take(batch.samples, count)) {
+                counting->order([home](density::Counter& counter) { counter.setHome(*home); });
+                // An older one would have the newest symbols counted anew, and lose the others.
+                const auto show = [plot, home, newest, number = ++*newest] {
+                    if (number == *newest)
+                        plot->setHome(*home);
+                };
+                QMetaObject::invokeMethod(plot, show, Qt::QueuedConnection);
+            }
+            density::CountingThread::Block block{std::move(batch.samples), batch.firstSymbol,
+                                                 batch.torn};
+            if (mayWait)
+                counting->push(std::move(block));
+            else
+                counting->tryPush(std::move(block));
+        };
+}
+
+void DensityPane::setReadings(ReadingTable* readings)
+{
+    m_readings = readings;
+    m_panes.setCover(m_index, this, readings);
+}
+
+void DensityPane::setMode(const QStringList& variants)
+{
+    m_mode = variants;
+    if (isOn())
+        m_panes.setMode(m_index, {});
+}
+
+void DensityPane::showCursors(bool show)
+{
+    m_hasCursors = show;
+    if (m_plot)
+        m_plot->showCursors(show);
+}
+
+void DensityPane::settle()
+{
+    if (!m_plot)
+        return;
+    m_feed.waitForCounted();
+    m_plot->counting().wait();
+    QEventLoop loop;
+    connect(m_plot, &density::DensityPlot::updated, &loop, &QEventLoop::quit);
+    // One that was asked for before may be on its way.
+    for (int k = 0; k < 2; ++k) {
+        m_plot->setLitSymbol(std::nullopt);
+        loop.exec(QEventLoop::ExcludeUserInputEvents);
+    }
+}
+
+void DensityPane::render(QPainter& painter, const QSize& size)
+{
+    m_plot->renderPicture(painter, size);
+}
+
+QByteArray DensityPane::data(const QString& ending) const
+{
+    const density::SnapshotPtr snapshot = m_plot->snapshot();
+    if (!snapshot || snapshot->symbolCount == 0)
+        return QByteArray();
+    return ending == QLatin1String("npy") ? density::toNpy(*snapshot) : density::toCsv(*snapshot);
+}
+
+// Keys of the plot that would be the window's.
+bool DensityPane::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        const bool isMove =
+            key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
+        if (isMove && m_hasCursors)
+            event->accept();
+    }
+    return QObject::eventFilter(watched, event);
+}

@@ -1,0 +1,76 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "density/DensityPlot.h"
+#include "workbench/feed/DensityFeed.h"
+#include "workbench/window/panes/ViewPanes.h"
+
+#include <QObject>
+#include <QPointer>
+
+class SignalFeed;
+
+/// The density of the eye, or of the constellation, in the place of the diagram while it is on. It
+/// counts all symbols that are played from then on, and those that were there of the gate.
+class DensityPane : public QObject, public ViewPanes::Cover
+{
+    Q_OBJECT
+public:
+    using Kind = density::DensityPlot::Kind;
+
+    /// @param index  of the pane.
+    DensityPane(Kind kind, ViewPanes& panes, std::size_t index, SignalFeed& feed, QObject* parent);
+    ~DensityPane() override;
+
+    Kind kind() const { return m_kind; }
+    /// Switches it, and shows whether it is on: a button of the caption bar.
+    QAction& switching() { return *m_switching; }
+    void setOn(bool on);
+    bool isOn() const { return m_plot != nullptr; }
+    /// Null while it is off.
+    density::DensityPlot* plot() const { return m_plot; }
+    std::size_t index() const { return m_index; }
+    /// A table below it, while it is on. Deleted with it.
+    void setReadings(ReadingTable* readings);
+    ReadingTable* readings() const { return m_readings; }
+    /// Shows cursors in it, which the arrow keys move while it has the focus.
+    void showCursors(bool show);
+    /// Waits until it shows all that was played.
+    void settle();
+    DensityFeed::Kind feedKind() const;
+
+    QWidget& widget() override { return *m_plot; }
+    void render(QPainter& painter, const QSize& size) override;
+    QByteArray data(const QString& ending) const override;
+    QStringList mode() const override { return m_mode; }
+    /// @param variants  of what is told of it beside the title, the longest first; at least one.
+    void setMode(const QStringList& variants);
+
+signals:
+    /// It was switched by the user, or by setOn.
+    void switched(bool on);
+    /// All symbols were forgotten, or the plot is a new one.
+    void restarted();
+    /// As of the plot.
+    void updated();
+    void passed(const QVector<qint64>& symbols, const QPointF& place);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void switchOn();
+    void switchOff();
+    void restart();
+    DensityFeed::Sink sink();
+
+    const Kind m_kind;
+    ViewPanes& m_panes;
+    const std::size_t m_index;
+    SignalFeed& m_feed;
+    QAction* m_switching;
+    QPointer<density::DensityPlot> m_plot;
+    ReadingTable* m_readings = nullptr;
+    QStringList m_mode{QString()};
+    bool m_hasCursors = false;
+};
