@@ -10,8 +10,7 @@
 namespace {
 
 constexpr std::size_t leastSymbols = 16;
-constexpr double sameFrequency = 0.02;  // cycles a symbol: closer ones are followed by the loop
-constexpr std::size_t turnLength = 256; // samples from phase to phase: errors do not add up
+constexpr double sameFrequency = 0.02; // cycles a symbol: closer ones are followed by the loop
 constexpr std::size_t keptParts = 64;
 
 } // namespace
@@ -40,6 +39,7 @@ void FrequencyCorrection::reset()
     m_waiting.clear();
     m_position = 0;
     m_parts.assign(1, {0, 0.0, 0.0});
+    m_rotation = Rotation();
 }
 
 void FrequencyCorrection::process(BasebandBlock& block)
@@ -79,6 +79,7 @@ void FrequencyCorrection::estimate(std::size_t count)
     const Part& last = m_parts.back();
     const double phase = last.phase + last.step * static_cast<double>(m_position - last.first);
     m_parts.push_back({m_position, phase, found.offset / static_cast<double>(m_perSymbol)});
+    m_rotation = Rotation(-m_parts.back().step);
     if (m_parts.size() > keptParts)
         m_parts.erase(m_parts.begin());
 }
@@ -86,24 +87,13 @@ void FrequencyCorrection::estimate(std::size_t count)
 void FrequencyCorrection::passOn(std::size_t count, std::vector<std::complex<float>>& output)
 {
     const Part& part = m_parts.back();
-    const std::complex<double> step = std::polar(1.0, -2.0 * pi * part.step);
-    std::complex<double> turn = 1.0;
-    for (std::size_t k = 0; k < count; ++k) {
-        if (k % turnLength == 0) {
-            const double cycles =
-                part.phase + part.step * static_cast<double>(m_position - part.first);
-            turn = std::polar(1.0, -2.0 * pi * (cycles - std::floor(cycles)));
-        }
-        const std::complex<float> sample = m_waiting[k];
-        const auto c = static_cast<float>(turn.real());
-        const auto d = static_cast<float>(turn.imag());
-        output.emplace_back(sample.real() * c - sample.imag() * d,
-                            sample.real() * d + sample.imag() * c);
-        turn = {turn.real() * step.real() - turn.imag() * step.imag(),
-                turn.real() * step.imag() + turn.imag() * step.real()};
-        ++m_position;
-    }
-    m_waiting.erase(m_waiting.begin(), m_waiting.begin() + static_cast<std::ptrdiff_t>(count));
+    const std::size_t before = output.size();
+    const auto end = m_waiting.begin() + static_cast<std::ptrdiff_t>(count);
+    output.insert(output.end(), m_waiting.begin(), end);
+    m_waiting.erase(m_waiting.begin(), end);
+    m_rotation.turn(output.data() + before, count,
+                    -part.phase - part.step * static_cast<double>(m_position - part.first));
+    m_position += static_cast<std::int64_t>(count);
 }
 
 double FrequencyCorrection::phaseAt(double time) const

@@ -3,6 +3,7 @@
 
 #include "workbench/receiver/FrequencyEstimate.h"
 #include "workbench/receiver/ReceiverStage.h"
+#include "workbench/receiver/Rotation.h"
 
 #include <memory>
 
@@ -51,4 +52,5 @@ private:
     std::vector<std::complex<float>> m_waiting;
     std::int64_t m_position = 0; // of the first that waits
     std::vector<Part> m_parts;
+    Rotation m_rotation; // of the last one
 };

@@ -2,16 +2,12 @@
 #pragma once
 
 #include "workbench/receiver/ReceiverStage.h"
-#include "workbench/sources/LiquidHandle.h"
-
-struct nco_crcf_s;
+#include "workbench/receiver/Rotation.h"
 
 /// Adds to every frequency of the signal.
 class FrequencyShift : public ReceiverStage
 {
 public:
-    FrequencyShift();
-
     BasebandFormat configure(const ReceiverSettings& settings,
                              const BasebandFormat& format) override;
     void process(BasebandBlock& block) override;
@@ -19,6 +15,8 @@ public:
     StageReport report() const override { return {StageReport::Stage::Shift, m_isOn, {}, {}}; }
 
 private:
-    LiquidHandle<nco_crcf_s*> m_oscillator;
     bool m_isOn = false;
+    double m_step = 0.0; // cycles a sample
+    Rotation m_rotation;
+    std::int64_t m_count = 0; // samples since the start
 };
