@@ -1,47 +1,197 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/receiver/Interpolation.h"
 
+#include "workbench/receiver/Vectors.h"
 #include "workbench/sources/Constants.h"
 
 #include <algorithm>
-#include <cmath>
-
-#include <liquid/liquid.h>
 
 namespace {
 
-constexpr std::size_t phaseCount = 512;
+constexpr double finest = 512.0; // phases from sample to sample, of the whole band
+constexpr double leastBand = 1e-4;
 constexpr double windowShape = 7.0; // of Kaiser, about 70 dB
 
-std::vector<float> table()
+/// Modified Bessel function of the first kind and order 0, by its power series.
+double besselI0(double x)
 {
-    constexpr auto width = static_cast<std::size_t>(2 * Interpolation::reach);
-    std::vector<float> weights((phaseCount + 1) * width);
-    for (std::size_t phase = 0; phase <= phaseCount; ++phase) {
-        const double part = static_cast<double>(phase) / phaseCount;
-        double sum = 0.0;
-        std::vector<double> row(width);
-        for (std::size_t k = 0; k < width; ++k) {
-            const double t =
-                static_cast<double>(k) - static_cast<double>(Interpolation::reach) + 1.0 - part;
-            const double sine = std::abs(t) < 1e-9 ? 1.0 : std::sin(pi * t) / (pi * t);
-            const double edge = t / static_cast<double>(Interpolation::reach);
-            const auto shape =
-                static_cast<float>(windowShape * std::sqrt(std::max(1.0 - edge * edge, 0.0)));
-            row[k] = sine * double{liquid_besseli0f(shape)};
-            sum += row[k];
-        }
-        for (std::size_t k = 0; k < width; ++k)
-            weights[phase * width + k] = static_cast<float>(row[k] / sum);
+    double sum = 1.0, term = 1.0;
+    for (double k = 1.0; term > 1e-17 * sum; ++k) {
+        term *= 0.25 * x * x / (k * k);
+        sum += term;
     }
-    return weights;
+    return sum;
+}
+
+/// The weights of each phase one after the other, and what they grow by to the next one's.
+struct Table
+{
+    const float* weights;
+    const float* slopes;
+    std::size_t count;
+    int phaseBits; ///< phases from sample to sample, a power of 2
+};
+
+struct Place
+{
+    std::ptrdiff_t before; ///< sample
+    std::size_t row;       ///< first weight
+    float part;            ///< of the slopes
+};
+
+inline Place placeOf(double position, const Table& table)
+{
+    const double phases = static_cast<double>(1 << table.phaseBits);
+    const auto phase = static_cast<std::ptrdiff_t>(position * phases);
+    const auto row = static_cast<std::size_t>(phase) & ((std::size_t{1} << table.phaseBits) - 1);
+    return {phase >> table.phaseBits, row * table.count,
+            static_cast<float>(position * phases - static_cast<double>(phase))};
+}
+
+/// Sum of weights times numbers, whole vectors of them, each part of a vector by itself.
+inline void sumUp(const Table& table, const Place& place, const float* numbers, Floats& sum)
+{
+    Floats slope{};
+    sum = Floats{};
+    for (std::size_t k = 0; k < table.count; k += floatsWidth) {
+        Floats factors, values;
+        load(numbers + k, values);
+        load(table.weights + place.row + k, factors);
+        sum += factors * values;
+        load(table.slopes + place.row + k, factors);
+        slope += factors * values;
+    }
+    sum += place.part * slope;
+}
+
+using Half = float __attribute__((vector_size(32)));
+using Quad = float __attribute__((vector_size(16)));
+
+/// The sums of the numbers at even places and at odd ones.
+inline void fold(const Floats& sum, float* pair)
+{
+    Half halves[2];
+    std::memcpy(halves, &sum, sizeof halves);
+    const Half half = halves[0] + halves[1];
+    Quad quads[2];
+    std::memcpy(quads, &half, sizeof quads);
+    const Quad quad = quads[0] + quads[1];
+    pair[0] = quad[0] + quad[2];
+    pair[1] = quad[1] + quad[3];
+}
+
+constexpr std::size_t together = floatsWidth / 2; // pairs, each a sample after the one before
+
+/// Where the row stays: sums of weights times the numbers from each sample on.
+inline void fillTogether(const Table& table, std::size_t row, const float* numbers,
+                         const float* parts, float* output)
+{
+    Floats sum{}, slope{}, part;
+    for (std::size_t k = 0; k < table.count; k += 2) {
+        Floats values;
+        load(numbers + k, values);
+        sum += table.weights[row + k] * values;
+        slope += table.slopes[row + k] * values;
+    }
+    load(parts, part);
+    store(sum + part * slope, output);
+}
+
+ORVANE_WIDEST void fillPairs(const Table& table, const float* samples, double first, double step,
+                             std::size_t count, float* output)
+{
+    const auto reach = static_cast<std::ptrdiff_t>(table.count / 4);
+    for (std::size_t n = 0; n < count;) {
+        const Place place = placeOf(first + static_cast<double>(n) * step, table);
+        const float* numbers = samples + 2 * (place.before - reach + 1);
+        float parts[floatsWidth];
+        std::size_t same = 0;
+        for (; same < together && n + same < count; ++same) {
+            const Place next = placeOf(first + static_cast<double>(n + same) * step, table);
+            if (next.row != place.row ||
+                next.before != place.before + static_cast<std::ptrdiff_t>(same))
+                break;
+            parts[2 * same] = parts[2 * same + 1] = next.part;
+        }
+        if (same == together) {
+            fillTogether(table, place.row, numbers, parts, output + 2 * n);
+            n += together;
+            continue;
+        }
+        Floats sum;
+        sumUp(table, place, numbers, sum);
+        fold(sum, output + 2 * n);
+        ++n;
+    }
+}
+
+ORVANE_WIDEST void fillNumbers(const Table& table, const float* samples, double first, double step,
+                               std::size_t count, float* output)
+{
+    const auto reach = static_cast<std::ptrdiff_t>(table.count / 2);
+    for (std::size_t n = 0; n < count; ++n) {
+        const Place place = placeOf(first + static_cast<double>(n) * step, table);
+        Floats sum;
+        sumUp(table, place, samples + place.before - reach + 1, sum);
+        float pair[2];
+        fold(sum, pair);
+        output[n] = pair[0] + pair[1];
+    }
 }
 
 } // namespace
 
-const float* Interpolation::weightsOf(double part)
+Interpolation::Interpolation(double band)
+    : m_length(static_cast<std::size_t>(reach) *
+               static_cast<std::size_t>(std::ceil(1.0 / std::clamp(band, leastBand, 1.0))))
 {
-    static const std::vector<float> weights = table();
-    const auto phase = static_cast<std::size_t>(std::lround(part * phaseCount));
-    return &weights[std::min(phase, phaseCount) * static_cast<std::size_t>(2 * reach)];
+    while (std::ldexp(1.0, m_phaseBits) < finest * band)
+        ++m_phaseBits;
+    const double used = std::clamp(band, leastBand, 1.0);
+    const auto phases = std::size_t{1} << static_cast<unsigned>(m_phaseBits);
+    std::vector<double> row(2 * m_length);
+    for (std::size_t phase = 0; phase <= phases; ++phase) {
+        const double part = static_cast<double>(phase) / static_cast<double>(phases);
+        double sum = 0.0;
+        for (std::size_t k = 0; k < row.size(); ++k) {
+            const double t =
+                used * (static_cast<double>(k) - static_cast<double>(m_length) + 1.0 - part);
+            const double edge = t / static_cast<double>(reach);
+            const double sine = std::abs(t) < 1e-9 ? 1.0 : std::sin(pi * t) / (pi * t);
+            row[k] = std::abs(edge) > 1.0
+                         ? 0.0
+                         : sine * besselI0(windowShape * std::sqrt(1.0 - edge * edge));
+            sum += row[k];
+        }
+        for (const double weight : row)
+            m_weights.push_back(static_cast<float>(weight / sum));
+    }
+    m_slopes.resize(m_weights.size()); // of the last phase none: it is the first of the next sample
+    for (std::size_t k = 0; k + row.size() < m_weights.size(); ++k)
+        m_slopes[k] = m_weights[k + row.size()] - m_weights[k];
+    for (std::size_t k = 0; k < m_weights.size(); ++k) {
+        m_twiceWeights.insert(m_twiceWeights.end(), 2, m_weights[k]);
+        m_twiceSlopes.insert(m_twiceSlopes.end(), 2, m_slopes[k]);
+    }
+}
+
+const Interpolation& Interpolation::ofWholeBand()
+{
+    static const Interpolation whole(1.0);
+    return whole;
+}
+
+void Interpolation::fill(const std::complex<float>* samples, double first, double step,
+                         std::size_t count, std::complex<float>* output) const
+{
+    fillPairs({m_twiceWeights.data(), m_twiceSlopes.data(), 4 * m_length, m_phaseBits},
+              reinterpret_cast<const float*>(samples), first, step, count,
+              reinterpret_cast<float*>(output));
+}
+
+void Interpolation::fill(const float* samples, double first, double step, std::size_t count,
+                         float* output) const
+{
+    fillNumbers({m_weights.data(), m_slopes.data(), 2 * m_length, m_phaseBits}, samples, first,
+                step, count, output);
 }

@@ -1,14 +1,12 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/receiver/Interpolation.h"
 #include "workbench/receiver/ReceiverStage.h"
-#include "workbench/sources/LiquidHandle.h"
 
-struct msresamp_crcf_s;
-struct msresamp_rrrf_s;
+#include <optional>
 
-/// Brings the signal to a whole number of samples per symbol. It delays by less than a sample, of
-/// which the format tells.
+/// Brings the signal to a whole number of samples per symbol. It does not delay.
 class Resampler : public ReceiverStage
 {
 public:
@@ -19,20 +17,19 @@ public:
     void reset() override;
     StageReport report() const override
     {
-        return {StageReport::Stage::Resampler, m_complex != nullptr, {}, {}};
+        return {StageReport::Stage::Resampler, m_interpolation.has_value(), {}, {}};
     }
 
 private:
-    double measuredDelay();
-    void run(const BasebandBlock& block);
+    template<class Sample>
+    void run(std::vector<Sample>& line, std::vector<Sample>& samples, std::size_t count) const;
+    void run(BasebandBlock& block, std::int64_t last);
 
-    LiquidHandle<msresamp_crcf_s*> m_complex{nullptr, nullptr};
-    LiquidHandle<msresamp_rrrf_s*> m_real{nullptr, nullptr};
+    std::optional<Interpolation> m_interpolation; // none: the rate is as it should be
     bool m_isDemodulated = false;
     double m_ratio = 1.0;
-    double m_delay = 0.0;     // samples of the output
-    std::size_t m_toSkip = 0; // of them
-    double m_taken = 0.0;     // samples of the input
-    double m_given = 0.0;     // of the output
-    BasebandBlock m_output;
+    BasebandBlock m_line;     // samples of the input from...
+    std::int64_t m_first = 0; // ...this one on
+    std::int64_t m_taken = 0; // of them
+    std::int64_t m_given = 0; // of the output
 };

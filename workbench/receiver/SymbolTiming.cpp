@@ -1,32 +1,25 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/receiver/SymbolTiming.h"
 
-#include "workbench/receiver/WeightedSums.h"
+#include "workbench/receiver/ComplexProduct.h"
 #include "workbench/sources/Constants.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <utility>
-
-#include <liquid/liquid.h>
 
 namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double halfBand = 0.07;       // about half the symbol rate, symbol rates
-constexpr float stopBand = 50.0F;       // dB
 constexpr int blockLength = 16;         // symbols
 constexpr std::int64_t aheadCount = 16; // blocks
 constexpr int behindCount = 32;         // blocks for the frequency; for the phase as many as ahead
 // Of the search for the frequency, rad a block: a third of what the blocks tell apart.
 constexpr double searchStep = 2.0 * pi / (3.0 * (aheadCount + behindCount + 1));
-constexpr double mostPower = 2.0;        // of a block, against those that agree
-constexpr double leastPower = 1e-30;     // full scale is 1: what is below is rounding
-constexpr int turnLength = 256;          // samples
-constexpr std::size_t width = 4;         // numbers of a mixed sample
-constexpr std::size_t mostMixed = 16384; // numbers that wait for the filter
+constexpr double mostPower = 2.0;    // of a block, against those that agree
+constexpr double leastPower = 1e-30; // full scale is 1: what is below is rounding
 // What a sum of lines of noise does not reach, against what they could sum up to: noise grows as
 // the root of their number. Where positive and negative frequencies differ, it has less in common.
 constexpr double lockStrength = 0.36;
@@ -43,97 +36,80 @@ constexpr double faintBlock = 0.02;   // of the strongest near it: it lies besid
 constexpr double goOnPart = 0.6;      // of the strength, once there is a clock
 constexpr std::int64_t fewBlocks = 4; // tell no frequency
 
-using Eight = double __attribute__((vector_size(64)));
-constexpr std::size_t eightTurns = 8;
+constexpr float largest = 1e6F; // full scale is 1: what is far beyond is no signal
 
-/// Full scale is 1: what is far beyond is no signal.
-double usable(double sample) { return std::isfinite(sample) ? std::clamp(sample, -1e6, 1e6) : 0.0; }
+float usable(double sample)
+{
+    return std::isfinite(sample)
+               ? static_cast<float>(std::clamp(sample, double{-largest}, double{largest}))
+               : 0.0F;
+}
+
+/// Weights of the blocks about one, from the first one on, for its phase.
+const std::array<double, 2 * aheadCount + 1>& phaseWeights()
+{
+    static const auto weights = [] {
+        std::array<double, 2 * aheadCount + 1> result{};
+        for (std::size_t k = 0; k < result.size(); ++k)
+            result[k] =
+                0.5 + 0.5 * std::cos(pi * (static_cast<double>(k) - aheadCount) / (aheadCount + 1));
+        return result;
+    }();
+    return weights;
+}
 
 } // namespace
 
 SymbolTiming::SymbolTiming(double samplesPerSymbol, bool isOffset)
     : m_samplesPerSymbol(samplesPerSymbol)
     , m_turnsPerSymbol(isOffset ? 2.0 : 1.0)
-    , m_delay(static_cast<std::int64_t>(std::ceil(samplesPerSymbol / halfBand)))
-    , m_stride(std::max<std::int64_t>(static_cast<std::int64_t>(samplesPerSymbol / 2.0), 1))
-    , m_mixed(width * static_cast<std::size_t>(m_delay))
-    , m_mixedFirst(-m_delay)
-    , m_step(std::polar(1.0, -pi / samplesPerSymbol))
+    , m_bands(samplesPerSymbol)
+    , m_search(searchStep, 2.0 * pi * m_turnsPerSymbol * tolerance * blockLength)
+    , m_blockEnd(blockLength * samplesPerSymbol)
     , m_slope(1.0 / samplesPerSymbol)
-{
-    m_taps.resize(2 * static_cast<std::size_t>(m_delay) + 1);
-    liquid_firdes_kaiser(static_cast<unsigned>(m_taps.size()),
-                         static_cast<float>(halfBand / samplesPerSymbol), stopBand, 0.0F,
-                         m_taps.data());
-    std::reverse(m_taps.begin(), m_taps.end());
-    prepareSearch();
-}
+{}
 
-void SymbolTiming::push(double sample) { mixDown(usable(sample)); }
+void SymbolTiming::push(double sample) { add({usable(sample), 0.0F}); }
 
-void SymbolTiming::push(std::complex<double> sample)
+void SymbolTiming::push(const std::complex<float>* samples, std::size_t count, std::size_t step)
 {
     m_isReal = false;
-    mixDown({usable(sample.real()), usable(sample.imag())});
-}
-
-/// Adds a sample to those that wait for the filter.
-void SymbolTiming::mixDown(Complex sample)
-{
-    if (m_position % turnLength == 0) { // from there step by step: errors do not add up
-        const double turns = static_cast<double>(m_position) / (2.0 * m_samplesPerSymbol);
-        m_down = std::polar(1.0, -2.0 * pi * (turns - std::floor(turns)));
+    for (std::size_t k = 0; k < count; ++k) {
+        const std::complex<float> sample = samples[k * step];
+        const bool isUsual =
+            std::abs(sample.real()) <= largest && std::abs(sample.imag()) <= largest;
+        m_bands.push(isUsual ? sample
+                             : std::complex<float>(usable(double{sample.real()}),
+                                                   usable(double{sample.imag()})));
     }
-    const double i = sample.real();
-    const double q = sample.imag();
-    const double c = m_down.real();
-    const double d = m_down.imag();
-    for (const double value : {i * c - q * d, i * d + q * c, i * c + q * d, q * c - i * d})
-        m_mixed.push_back(static_cast<float>(value));
-    m_down = {c * m_step.real() - d * m_step.imag(), c * m_step.imag() + d * m_step.real()};
-    ++m_position;
-    if (m_mixed.size() > mostMixed + 2 * width * m_taps.size())
-        passBands();
+    if (m_bands.isDue())
+        takeBands();
 }
 
-/// Filters the samples that wait.
-void SymbolTiming::passBands()
+void SymbolTiming::add(std::complex<float> sample)
 {
-    constexpr std::int64_t together = 4;
-    const auto filtered = [this](auto numbers) {
-        const auto first = static_cast<std::size_t>(m_center - m_delay - m_mixedFirst);
-        return weightedSums(numbers, m_taps, &m_mixed[width * first],
-                            width * static_cast<std::size_t>(m_stride), width);
-    };
-    const auto takeAll = [this](const auto& outputs) {
-        for (const Quad& output : outputs) {
-            const Complex upper(double{output[0]}, double{output[1]});
-            take(upper,
-                 m_isReal ? std::conj(upper) : Complex(double{output[2]}, double{output[3]}));
-            m_center += m_stride;
-        }
-    };
-    while (m_center + m_delay + (together - 1) * m_stride < m_position)
-        takeAll(filtered(std::make_index_sequence<together>()));
-    while (m_center + m_delay < m_position)
-        takeAll(filtered(std::make_index_sequence<1>()));
-    const std::int64_t used = m_center - m_delay - m_mixedFirst;
-    if (used < static_cast<std::int64_t>(m_taps.size())) // moving the rest would cost more
-        return;
-    m_mixed.erase(m_mixed.begin(), m_mixed.begin() + static_cast<std::ptrdiff_t>(width) * used);
-    m_mixedFirst += used;
+    m_bands.push(sample);
+    if (m_bands.isDue())
+        takeBands();
+}
+
+void SymbolTiming::takeBands()
+{
+    for (const EdgeBands::Output& bands : m_bands.take())
+        take(bands);
 }
 
 /// Adds the bands at the next place to the open block.
-void SymbolTiming::take(Complex upper, Complex lower)
+void SymbolTiming::take(const EdgeBands::Output& bands)
 {
-    while (static_cast<double>(m_center) >=
-           centerOf(m_blockCount) + 0.5 * blockLength * m_samplesPerSymbol)
+    while (static_cast<double>(bands.position) >= m_blockEnd)
         closeBlock();
-    m_sum += upper * std::conj(lower);
-    m_upperSquares += upper * upper;
-    m_lowerSquares += lower * lower;
-    m_power += 0.5 * (std::norm(upper) + std::norm(lower));
+    m_sum += product(bands.upper, std::conj(bands.lower));
+    m_power += 0.5 * (std::norm(bands.upper) + std::norm(bands.lower));
+    if (m_turnsPerSymbol > 1.0) {
+        m_upperSquares += product(bands.upper, bands.upper);
+        m_lowerSquares += product(bands.lower, bands.lower);
+    }
 }
 
 void SymbolTiming::closeBlock()
@@ -142,43 +118,67 @@ void SymbolTiming::closeBlock()
         const Complex product = m_upperSquares * std::conj(m_lowerSquares);
         m_sum = product / std::sqrt(std::max(std::abs(product), leastPower * leastPower));
     }
-    m_lines.push_back(m_power > leastPower ? m_sum / m_power : 0.0);
-    m_powers.push_back(m_power);
-    if (m_lines.size() > aheadCount + behindCount + 1) {
-        m_lines.pop_front();
-        m_powers.pop_front();
-    }
+    addLine(m_power > leastPower ? m_sum / m_power : 0.0);
     m_sum = m_upperSquares = m_lowerSquares = 0.0;
     m_power = 0.0;
     ++m_blockCount;
+    m_blockEnd = centerOf(m_blockCount) + 0.5 * blockLength * m_samplesPerSymbol;
     if (m_blockCount > aheadCount)
         settle(m_settledCount);
 }
 
+void SymbolTiming::addLine(Complex line)
+{
+    m_lines.push_back(line);
+    m_powers.push_back(m_power);
+    m_agreements.push_back(0.0);
+    if (m_lines.size() > aheadCount + behindCount + 1) {
+        m_lines.erase(m_lines.begin());
+        m_powers.erase(m_powers.begin());
+        m_agreements.erase(m_agreements.begin());
+        m_agreements.front() = agreementOf(0);
+    }
+    const std::size_t newest = m_lines.size() - 1;
+    m_agreements[newest] = agreementOf(newest);
+    if (newest > 0)
+        m_agreements[newest - 1] = agreementOf(newest - 1);
+}
+
 void SymbolTiming::settle(std::int64_t block)
 {
+    const std::int64_t oldest = m_blockCount - static_cast<std::int64_t>(m_lines.size());
     const std::int64_t last = std::min(block + aheadCount, m_blockCount - 1);
     const std::int64_t first = std::max<std::int64_t>(block - behindCount, 0);
-    const double most = m_isReal ? mostPower * agreeingPower(first, last) : infinity;
-    std::vector<Complex> lines;
-    for (std::int64_t i = first; i <= last; ++i)
-        lines.push_back(std::min(powerOf(i), most) * agreementOf(i) * lineOf(i));
-    const double turn = last - first < fewBlocks ? 0.0 : frequency(lines);
+    const auto begin = static_cast<std::size_t>(first - oldest);
+    const auto end = static_cast<std::size_t>(last - oldest) + 1;
+    const double most = m_isReal ? mostPower * agreeingPower(begin, end) : infinity;
+    m_weightedI.clear();
+    m_weightedQ.clear();
+    for (std::size_t i = begin; i < end; ++i) {
+        const double weight = std::min(m_powers[i], most) * m_agreements[i];
+        m_weightedI.push_back(weight * m_lines[i].real());
+        m_weightedQ.push_back(weight * m_lines[i].imag());
+    }
+    const double turn = last - first < fewBlocks ? 0.0 : m_search.of(m_weightedI, m_weightedQ);
+    const std::complex<double> step = std::polar(1.0, -turn);
+    m_turns.assign(1, std::polar(1.0, turn * static_cast<double>(aheadCount)));
+    while (m_turns.size() < phaseWeights().size())
+        m_turns.push_back(product(m_turns.back(), step));
     Complex sum = 0.0;
     for (std::int64_t i = std::max(block - aheadCount, first); i <= last; ++i) {
-        const auto distance = static_cast<double>(i - block);
-        const double weight = 0.5 + 0.5 * std::cos(pi * distance / (aheadCount + 1));
-        sum +=
-            weight * std::polar(1.0, -turn * distance) * lines[static_cast<std::size_t>(i - first)];
+        const auto place = static_cast<std::size_t>(i - block + aheadCount);
+        const auto index = static_cast<std::size_t>(i - first);
+        sum += phaseWeights()[place] *
+               product(m_turns[place], Complex(m_weightedI[index], m_weightedQ[index]));
     }
     m_phase += std::remainder(std::arg(sum) - m_phase, 2.0 * pi);
     m_slope = (1.0 + turn / (2.0 * pi * m_turnsPerSymbol * blockLength)) / m_samplesPerSymbol;
     const double position = centerOf(block);
     const double symbol = position / m_samplesPerSymbol + m_phase / (2.0 * pi * m_turnsPerSymbol);
-    const Complex line = lineOf(block);
+    const Complex line = m_lines[static_cast<std::size_t>(block - oldest)];
     const double off =
         std::remainder(std::arg(line) - m_phase, 2.0 * pi) / (2.0 * pi * m_turnsPerSymbol);
-    SymbolKnot knot{position, symbol, symbol + off, isLockedAt(block, turn)};
+    SymbolKnot knot{position, symbol, symbol + off, isLockedAt(block)};
     if (block == 0)
         m_knots.push_back({0.0, symbol - position * m_slope, std::nullopt, knot.isLocked});
     m_knots.push_back(knot);
@@ -187,18 +187,21 @@ void SymbolTiming::settle(std::int64_t block)
 
 /// Whether the lines about a block agree more than those of noise do, and the block is on the side
 /// of those that do.
-bool SymbolTiming::isLockedAt(std::int64_t block, double turn)
+bool SymbolTiming::isLockedAt(std::int64_t block)
 {
     const std::int64_t oldest = m_blockCount - static_cast<std::int64_t>(m_lines.size());
     const std::int64_t first = std::max(block - aheadCount, oldest);
     const std::int64_t last = std::min(block + aheadCount, m_blockCount - 1);
+    const Complex start = std::polar(1.0, -m_phase);
     std::vector<Complex> lines; // turned to where they should be
     std::vector<double> powers;
     for (std::int64_t i = first; i <= last; ++i) {
-        lines.push_back(std::polar(1.0, -m_phase - turn * static_cast<double>(i - block)) *
-                        lineOf(i));
+        const Complex turn =
+            product(start, m_turns[static_cast<std::size_t>(i - block + aheadCount)]);
+        const auto index = static_cast<std::size_t>(i - oldest);
+        lines.push_back(product(turn, m_lines[index]));
         // Of a real signal, noise may be stronger than bursts.
-        powers.push_back(m_isReal ? 1.0 : m_powers[static_cast<std::size_t>(i - oldest)]);
+        powers.push_back(m_isReal ? 1.0 : m_powers[index]);
     }
     const auto here = static_cast<std::size_t>(block - first);
     m_isLocked = areLocked(lines, powers, here);
@@ -280,73 +283,27 @@ bool SymbolTiming::isOfBurst(const std::vector<Complex>& lines, std::size_t here
     return before + evidence(here) + after > 0.0;
 }
 
-/// Prepares the search for the frequency: the turns that are tried, one more at either end.
-void SymbolTiming::prepareSearch()
-{
-    const int range = static_cast<int>(
-        std::ceil(2.0 * pi * m_turnsPerSymbol * tolerance * blockLength / searchStep));
-    for (int i = -range - 1; i <= range + 1; ++i) {
-        m_cosines.push_back(std::cos(i * searchStep));
-        m_sines.push_back(std::sin(i * searchStep));
-    }
-    m_strengths.resize(m_cosines.size());
-    const std::size_t whole = (m_cosines.size() + eightTurns - 1) / eightTurns * eightTurns;
-    m_cosines.resize(whole);
-    m_sines.resize(whole);
-}
-
-/// The turn from block to block, rad, with which the lines sum up best.
-double SymbolTiming::frequency(const std::vector<Complex>& lines)
-{
-    // Horner's scheme, written out: all is finite. Eight turns are tried side by side.
-    for (std::size_t k = 0; k < m_cosines.size(); k += eightTurns) {
-        Eight c, d, real{}, imaginary{};
-        std::memcpy(&c, &m_cosines[k], sizeof c);
-        std::memcpy(&d, &m_sines[k], sizeof d);
-        for (const Complex& line : lines) {
-            const Eight turned = real * c - imaginary * d;
-            imaginary = real * d + imaginary * c + line.imag();
-            real = turned + line.real();
-        }
-        for (std::size_t n = 0; n < std::min(eightTurns, m_strengths.size() - k); ++n)
-            m_strengths[k + n] = std::hypot(real[n], imaginary[n]);
-    }
-    const std::size_t middle = m_strengths.size() / 2;
-    std::size_t best = middle;
-    for (std::size_t k = 1; k + 1 < m_strengths.size(); ++k)
-        best = m_strengths[k] > m_strengths[best] ? k : best;
-    // The top of the parabola through the best one and its neighbours.
-    const double left = m_strengths[best - 1];
-    const double right = m_strengths[best + 1];
-    const double curvature = left - 2.0 * m_strengths[best] + right;
-    const double offset = curvature < 0.0 ? 0.5 * (left - right) / curvature : 0.0;
-    const double turns = static_cast<double>(best) - static_cast<double>(middle);
-    return (turns + std::clamp(offset, -0.5, 0.5)) * searchStep;
-}
-
 /// How well the line of a block agrees with its neighbours, as noise does not: it counts by that,
 /// and by its power.
-double SymbolTiming::agreementOf(std::int64_t block) const
+double SymbolTiming::agreementOf(std::size_t index) const
 {
-    const std::int64_t oldest = m_blockCount - static_cast<std::int64_t>(m_lines.size());
+    const std::size_t last = std::min(index + 1, m_lines.size() - 1);
     Complex sum = 0.0;
     double count = 0.0;
-    for (std::int64_t i = std::max(block - 1, oldest); i <= std::min(block + 1, m_blockCount - 1);
-         ++i) {
-        sum += lineOf(i);
+    for (std::size_t i = index - std::min<std::size_t>(index, 1); i <= last; ++i) {
+        sum += m_lines[i];
         count += 1.0;
     }
     return std::norm(sum / count);
 }
 
 /// Median power of blocks that agree. Of a real signal, noise may be stronger than bursts.
-double SymbolTiming::agreeingPower(std::int64_t first, std::int64_t last) const
+double SymbolTiming::agreeingPower(std::size_t begin, std::size_t end) const
 {
     std::vector<std::pair<double, double>> powers; // and weights
     double half = 0.0;
-    for (std::int64_t i = first; i <= last; ++i) {
-        const double agreement = agreementOf(i);
-        powers.emplace_back(powerOf(i), agreement * agreement);
+    for (std::size_t i = begin; i < end; ++i) {
+        powers.emplace_back(m_powers[i], m_agreements[i] * m_agreements[i]);
         half += 0.5 * powers.back().second;
     }
     std::sort(powers.begin(), powers.end());
@@ -356,18 +313,6 @@ double SymbolTiming::agreeingPower(std::int64_t first, std::int64_t last) const
     return powers[k].first;
 }
 
-double SymbolTiming::powerOf(std::int64_t block) const
-{
-    const std::int64_t oldest = m_blockCount - static_cast<std::int64_t>(m_lines.size());
-    return m_powers[static_cast<std::size_t>(block - oldest)];
-}
-
-SymbolTiming::Complex SymbolTiming::lineOf(std::int64_t block) const
-{
-    const std::int64_t oldest = m_blockCount - static_cast<std::int64_t>(m_lines.size());
-    return m_lines[static_cast<std::size_t>(block - oldest)];
-}
-
 double SymbolTiming::centerOf(std::int64_t block) const
 {
     return (static_cast<double>(block) + 0.5) * blockLength * m_samplesPerSymbol;
@@ -375,10 +320,10 @@ double SymbolTiming::centerOf(std::int64_t block) const
 
 void SymbolTiming::finish()
 {
-    const std::int64_t count = m_position;
-    for (std::int64_t i = 0; i < m_delay; ++i)
-        mixDown(0.0);
-    passBands();
+    const std::int64_t count = m_bands.count();
+    for (std::int64_t i = 0; i < m_bands.delay(); ++i)
+        add(0.0F);
+    takeBands();
     closeBlock();
     while (m_settledCount < m_blockCount)
         settle(m_settledCount);
@@ -390,6 +335,6 @@ void SymbolTiming::finish()
 
 std::vector<SymbolKnot> SymbolTiming::takeKnots()
 {
-    passBands();
+    takeBands();
     return std::exchange(m_knots, {});
 }

@@ -1,9 +1,11 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/receiver/EdgeBands.h"
+#include "workbench/receiver/TurnSearch.h"
+
 #include <complex>
 #include <cstdint>
-#include <deque>
 #include <optional>
 #include <vector>
 
@@ -45,7 +47,8 @@ public:
     /// The next sample, the first one at position 0. NaN and infinity are ignored. All samples
     /// are real, or all are complex.
     void push(double sample);
-    void push(std::complex<double> sample);
+    /// The next samples, of those in memory each a step after the one before.
+    void push(const std::complex<float>* samples, std::size_t count, std::size_t step);
     /// No more samples come: the clock is given up to the last one.
     void finish();
     /// By what part the symbol rate is larger than the nominal one.
@@ -57,43 +60,36 @@ public:
 private:
     using Complex = std::complex<double>;
 
-    void mixDown(Complex sample);
-    void passBands();
-    void take(Complex upper, Complex lower);
+    void add(std::complex<float> sample);
+    void takeBands();
+    void take(const EdgeBands::Output& bands);
     void closeBlock();
+    void addLine(Complex line);
     void settle(std::int64_t block);
-    void prepareSearch();
-    double frequency(const std::vector<Complex>& lines);
-    Complex lineOf(std::int64_t block) const;
-    double powerOf(std::int64_t block) const;
-    double agreementOf(std::int64_t block) const;
-    double agreeingPower(std::int64_t first, std::int64_t last) const;
-    bool isLockedAt(std::int64_t block, double turn);
+    double agreementOf(std::size_t index) const;
+    double agreeingPower(std::size_t begin, std::size_t end) const;
+    bool isLockedAt(std::int64_t block);
     bool areLocked(const std::vector<Complex>& lines, const std::vector<double>& powers,
                    std::size_t here) const;
     static bool isOfBurst(const std::vector<Complex>& lines, std::size_t here);
     double centerOf(std::int64_t block) const;
 
     double m_samplesPerSymbol;
-    double m_turnsPerSymbol;     // of the line
-    std::vector<float> m_taps;   // of the low-pass that turns mixed samples into bands
-    std::int64_t m_delay;        // of it, samples
-    std::int64_t m_stride;       // samples from output to output, of which few are needed
-    std::vector<float> m_mixed;  // I and Q of the upper band and of the lower one...
-    std::int64_t m_mixedFirst;   // ...from this sample on
-    Complex m_down = 1.0;        // mixes the next sample down...
-    Complex m_step;              // ...and its turn from sample to sample
-    std::int64_t m_position = 0; // of the next sample
-    std::int64_t m_center = 0;   // of the next output
-    Complex m_sum = 0.0;         // of the open block
+    double m_turnsPerSymbol; // of the line
+    EdgeBands m_bands;
+    Complex m_sum = 0.0; // of the open block
     Complex m_upperSquares = 0.0;
     Complex m_lowerSquares = 0.0;
     double m_power = 0.0;
-    std::deque<Complex> m_lines;   // of the newest blocks, against their power...
-    std::deque<double> m_powers;   // ...which is this
-    std::vector<double> m_cosines; // of the turns that are tried...
-    std::vector<double> m_sines;
-    std::vector<double> m_strengths; // ...and what the lines sum up to, turned back by them
+    // Of the newest blocks:
+    std::vector<Complex> m_lines;     // against their power...
+    std::vector<double> m_powers;     // ...which is this
+    std::vector<double> m_agreements; // see agreementOf
+    // Of those that tell the frequency at a block, weighted by power and agreement:
+    std::vector<double> m_weightedI, m_weightedQ;
+    TurnSearch m_search;
+    std::vector<Complex> m_turns; // of the blocks about one, as the frequency there has them
+    double m_blockEnd;            // of the open block, samples
     std::int64_t m_blockCount = 0;
     std::int64_t m_settledCount = 0;
     double m_phase = 0.0; // rad, of the last settled block

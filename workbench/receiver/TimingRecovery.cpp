@@ -52,22 +52,24 @@ void TimingRecovery::process(BasebandBlock& block)
             block.samples.push_back(output.samples[k]);
             if (m_isDemodulated)
                 block.demodulated.push_back(output.demodulated[k]);
-            addSymbol(static_cast<double>(m_count), SymbolState::Good, block);
+            addSymbol(static_cast<double>(m_count), k, m_count, SymbolState::Good, block);
             ++m_count;
         }
     }
     if (!m_isOn)
         return;
-    std::size_t k = m_skipCount;
-    for (; k < block.samples.size(); k += m_step) {
-        if (m_isDemodulated)
-            m_timing->push(double{block.demodulated[k]});
-        else if (m_isReal)
-            m_timing->push(double{block.samples[k].real()});
-        else
-            m_timing->push(std::complex<double>(block.samples[k]));
+    const std::size_t first = std::min(m_skipCount, block.samples.size());
+    const std::size_t count = (block.samples.size() - first + m_step - 1) / m_step;
+    if (m_isDemodulated) {
+        for (std::size_t k = 0; k < count; ++k)
+            m_timing->push(double{block.demodulated[first + k * m_step]});
+    } else if (m_isReal) {
+        for (std::size_t k = 0; k < count; ++k)
+            m_timing->push(double{block.samples[first + k * m_step].real()});
+    } else {
+        m_timing->push(block.samples.data() + first, count, m_step);
     }
-    m_skipCount = k - block.samples.size();
+    m_skipCount += count * m_step - block.samples.size();
     m_waiting.append(block);
     block = {};
     follow(block);
@@ -108,29 +110,37 @@ void TimingRecovery::follow(BasebandBlock& output)
 void TimingRecovery::follow(const SymbolKnot& knot, BasebandBlock& output)
 {
     const double end = static_cast<double>(m_first) + static_cast<double>(m_waiting.samples.size());
-    const double perSample = (knot.symbol - m_knot->symbol) / (knot.position - m_knot->position);
-    for (;; ++m_next) {
-        const double symbol = static_cast<double>(m_next) / perSymbol;
-        const double position = m_knot->position + (symbol - m_knot->symbol) / perSample;
-        if (symbol >= knot.symbol || position > end - 1.0) // none are made up at the end
-            return;
-        interpolate(position, output);
-        if (m_next % perSymbol == 0)
-            addSymbol(position,
-                      m_knot->isLocked && knot.isLocked ? SymbolState::Good : SymbolState::Unlocked,
-                      output);
-        ++m_count;
-    }
+    const double perOutput = (knot.position - m_knot->position) / (knot.symbol - m_knot->symbol) /
+                             static_cast<double>(perSymbol);
+    const double position =
+        m_knot->position + (static_cast<double>(m_next) - m_knot->symbol * perSymbol) * perOutput;
+    const double toKnot = std::ceil(knot.symbol * perSymbol) - static_cast<double>(m_next);
+    const double toEnd = std::floor((end - 1.0 - position) / perOutput) + 1.0; // none are made up
+    const double most = std::min(toKnot, toEnd);
+    if (!(most > 0.0))
+        return;
+    const auto count = static_cast<std::size_t>(most);
+    const std::size_t before = output.samples.size();
+    interpolate(position, perOutput, count, output);
+    const auto state =
+        m_knot->isLocked && knot.isLocked ? SymbolState::Good : SymbolState::Unlocked;
+    const auto past = static_cast<std::size_t>((m_next % perSymbol + perSymbol) % perSymbol);
+    for (std::size_t k = past > 0 ? perSymbol - past : 0; k < count; k += perSymbol)
+        addSymbol(position + static_cast<double>(k) * perOutput, before + k,
+                  m_count + static_cast<std::int64_t>(k), state, output);
+    m_next += static_cast<std::int64_t>(count);
+    m_count += static_cast<std::int64_t>(count);
 }
 
-/// Makes a symbol of the newest sample.
-void TimingRecovery::addSymbol(double position, SymbolState state, BasebandBlock& output)
+/// Makes a symbol of a sample of the output, where a number of samples of the run came before it.
+void TimingRecovery::addSymbol(double position, std::size_t sample, std::int64_t number,
+                               SymbolState state, BasebandBlock& output)
 {
     Symbol symbol;
-    symbol.position = static_cast<double>(m_count);
+    symbol.position = static_cast<double>(number);
     symbol.time = position / m_sampleRate + m_timeOffset;
     symbol.value =
-        m_isDemodulated ? std::complex<float>(output.demodulated.back()) : output.samples.back();
+        m_isDemodulated ? std::complex<float>(output.demodulated[sample]) : output.samples[sample];
     symbol.state = state;
     output.symbols.push_back(symbol);
 }
@@ -145,19 +155,35 @@ void TimingRecovery::measure(const SymbolKnot& knot, BasebandBlock& output)
     m_error += smoothing * (error * error - m_error);
 }
 
-void TimingRecovery::interpolate(double position, BasebandBlock& output)
+/// Samples at places a step apart: silence is before and after those that wait.
+void TimingRecovery::interpolate(double first, double step, std::size_t count,
+                                 BasebandBlock& output)
 {
-    const auto count = static_cast<std::ptrdiff_t>(m_waiting.samples.size());
-    const auto within = [count](std::ptrdiff_t index) { return index >= 0 && index < count; };
-    const double place = position - static_cast<double>(m_first);
-    output.samples.push_back(Interpolation::at(place, [&](std::ptrdiff_t index) {
-        return within(index) ? m_waiting.samples[static_cast<std::size_t>(index)]
-                             : std::complex<float>();
-    }));
+    constexpr std::ptrdiff_t reach = Interpolation::reach;
+    const double place = first - static_cast<double>(m_first);
+    const double last = place + static_cast<double>(count) * step;
+    const bool isWithin =
+        place >= static_cast<double>(reach) &&
+        last + static_cast<double>(reach) + 1.0 < static_cast<double>(m_waiting.samples.size());
+    const auto fill = [&](const auto& from, auto& to) {
+        using Sample = typename std::decay_t<decltype(from)>::value_type;
+        const std::size_t before = to.size();
+        to.resize(before + count);
+        if (isWithin) {
+            Interpolation::ofWholeBand().fill(from.data(), place, step, count, &to[before]);
+            return;
+        }
+        for (std::size_t k = 0; k < count; ++k)
+            to[before + k] = Interpolation::at(
+                place + static_cast<double>(k) * step, [&from](std::ptrdiff_t index) {
+                    const bool isThere =
+                        index >= 0 && index < static_cast<std::ptrdiff_t>(from.size());
+                    return isThere ? from[static_cast<std::size_t>(index)] : Sample();
+                });
+    };
+    fill(m_waiting.samples, output.samples);
     if (m_isDemodulated)
-        output.demodulated.push_back(Interpolation::at(place, [&](std::ptrdiff_t index) {
-            return within(index) ? m_waiting.demodulated[static_cast<std::size_t>(index)] : 0.0F;
-        }));
+        fill(m_waiting.demodulated, output.demodulated);
 }
 
 void TimingRecovery::dropUsed(double position)

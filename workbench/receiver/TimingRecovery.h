@@ -23,8 +23,9 @@ private:
     void follow(BasebandBlock& output);
     void follow(const SymbolKnot& knot, BasebandBlock& output);
     void measure(const SymbolKnot& knot, BasebandBlock& output);
-    void addSymbol(double position, SymbolState state, BasebandBlock& output);
-    void interpolate(double position, BasebandBlock& output);
+    void addSymbol(double position, std::size_t sample, std::int64_t number, SymbolState state,
+                   BasebandBlock& output);
+    void interpolate(double first, double step, std::size_t count, BasebandBlock& output);
     void dropUsed(double position);
 
     bool m_isOn = false;
