@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/receiver/CarrierRecovery.h"
 
+#include "workbench/receiver/ComplexProduct.h"
 #include "workbench/sources/Constants.h"
 
 #include <algorithm>
@@ -15,6 +16,29 @@ constexpr double mostAmplitude = 1.6; // that counts
 constexpr double startQuality = 0.6;
 constexpr double faintBurst = 0.01; // of the level of the strongest one
 constexpr double damping = 0.707;
+constexpr double smallAngle = 0.05; // rad, for which powers up to the eighth give all digits
+
+/// A turn by an angle, most often a small one.
+std::complex<double> turnBy(double angle)
+{
+    if (std::abs(angle) > smallAngle)
+        return std::polar(1.0, angle);
+    const double x = angle * angle;
+    return {1.0 - x / 2.0 * (1.0 - x / 12.0 * (1.0 - x / 30.0 * (1.0 - x / 56.0))),
+            angle * (1.0 - x / 6.0 * (1.0 - x / 20.0 * (1.0 - x / 42.0 * (1.0 - x / 72.0))))};
+}
+
+/// Cosine of a multiple, a power of 2, of a number's angle; that of 0 is 0.
+double cosineOfMultiple(const std::complex<double>& number, unsigned multiple)
+{
+    const double power = std::norm(number);
+    if (!(power > 0.0))
+        return 1.0;
+    std::complex<double> turn = number / std::sqrt(power);
+    for (; multiple > 1; multiple /= 2)
+        turn = product(turn, turn);
+    return turn.real();
+}
 
 } // namespace
 
@@ -224,24 +248,40 @@ bool CarrierRecovery::acquire(std::size_t count)
     return true;
 }
 
+/// How well a symbol fits to its point, as guesses do not in the mean.
+/// @param turned  the symbol, turned back by its point.
+double CarrierRecovery::qualityOf(const Complex& symbol, const Complex& turned) const
+{
+    // Angles of guesses are even between two points: their mean cosine is 0.
+    if (!m_modulation->hasAmplitudes)
+        return cosineOfMultiple(turned, m_modulation->isOffset ? 4 : m_modulation->power);
+    // Of amplitudes, the fourth power tells: noise leaves its mean as it is, and one that turns has
+    // none.
+    const double power = std::max(std::norm(symbol), 1e-12);
+    const Complex square =
+        product(symbol, symbol) * std::min(1.0, mostAmplitude * mostAmplitude / power);
+    return product(product(square, square), std::conj(m_fourthPower)).real() /
+           std::norm(m_fourthPower);
+}
+
 void CarrierRecovery::track()
 {
     const std::size_t here = m_tracked.count();
     const double phase = m_phase - m_waiting.symbols[m_head + here].phase;
     const Complex turn = std::polar(1.0 / m_amplitude, -phase);
-    const Complex middle = sampleAt(here, 0) * turnOf(here) * turn;
+    const Complex middle = product(product(sampleAt(here, 0), turnOf(here)), turn);
     Complex symbol = middle;
     double power = std::norm(middle);
     Complex later;
     if (m_modulation->isOffset) {
-        later = sampleAt(here, m_perSymbol / 2) * turn;
+        later = product(sampleAt(here, m_perSymbol / 2), turn);
         symbol = {middle.real(), later.imag()};
         power = std::norm(symbol);
     }
     const Complex ideal = m_decisions.front().nearest(symbol);
-    const Complex product = symbol * std::conj(ideal);
-    TrackedPhases::Symbol tracked{m_phase, std::arg(product), std::norm(ideal), 0.0, 0.0, power};
-    double driven = std::clamp(product.imag(), -1.0, 1.0);
+    const Complex turned = product(symbol, std::conj(ideal)); // by what the symbol is off
+    TrackedPhases::Symbol tracked{m_phase, std::arg(turned), std::norm(ideal), 0.0, 0.0, power};
+    double driven = std::clamp(turned.imag(), -1.0, 1.0);
     if (m_modulation->isOffset) { // what is half a symbol off tells by how much it leaks
         tracked.weight = middle.imag() * middle.imag() + later.real() * later.real();
         driven = (symbol.imag() - ideal.imag()) * later.real() -
@@ -249,15 +289,7 @@ void CarrierRecovery::track()
         tracked.error = driven / std::max(tracked.weight, 0.1);
         driven = std::clamp(driven, -1.0, 1.0);
     }
-    // Angles of guesses are even between two points: their mean cosine is 0. Of amplitudes, the
-    // fourth power tells: noise leaves its mean as it is, and one that turns has none.
-    const unsigned ambiguity = m_modulation->isOffset ? 4 : m_modulation->power;
-    const Complex square =
-        symbol * symbol * std::min(1.0, mostAmplitude * mostAmplitude / std::max(power, 1e-12));
-    tracked.quality =
-        m_modulation->hasAmplitudes
-            ? (square * square * std::conj(m_fourthPower)).real() / std::norm(m_fourthPower)
-            : std::cos(ambiguity * std::arg(product));
+    tracked.quality = qualityOf(symbol, turned);
     const double smoothing = 0.5 / static_cast<double>(m_reach);
     const bool isHeard = TrackedPhases::isHeard(power);
     m_coasted = isHeard ? 0 : m_coasted + 1;
@@ -265,7 +297,7 @@ void CarrierRecovery::track()
         m_quality +=
             (m_modulation->hasAmplitudes ? 0.25 : 1.0) * smoothing * (tracked.quality - m_quality);
         m_amplitude *=
-            1.0 + 0.25 * smoothing * std::clamp(product.real() - std::norm(ideal), -1.0, 1.0);
+            1.0 + 0.25 * smoothing * std::clamp(turned.real() - std::norm(ideal), -1.0, 1.0);
     }
     if (isHeard)
         tracked.evidence = m_lock.front().evidence(symbol);
@@ -311,22 +343,25 @@ void CarrierRecovery::putOut(double phase, double slope, SymbolState state, Base
     const std::size_t end = std::min(begin + m_perSymbol, m_waiting.samples.size());
     const double rest = slope - stepAt(0);
     std::complex<float> turn(std::polar(1.0, m_waiting.symbols[m_head].phase - phase));
-    const std::complex<float> step(std::polar(1.0, -rest / static_cast<double>(m_perSymbol)));
-    Symbol symbol = m_waiting.symbols[m_head];
+    const std::complex<float> step(turnBy(-rest / static_cast<double>(m_perSymbol)));
+    output.symbols.push_back(m_waiting.symbols[m_head]);
+    Symbol& symbol = output.symbols.back();
     symbol.turn = turnOf(0);
-    symbol.value = m_waiting.samples[begin] * turn * std::complex<float>(symbol.turn);
+    symbol.value =
+        product(product(m_waiting.samples[begin], turn), std::complex<float>(symbol.turn));
     if (m_modulation->isOffset)
         symbol.value = {symbol.value.real(),
-                        (std::complex<float>(sampleAt(0, m_perSymbol / 2)) * turn).imag()};
+                        product(std::complex<float>(sampleAt(0, m_perSymbol / 2)), turn).imag()};
+    const std::size_t before = output.samples.size();
+    output.samples.resize(before + end - begin);
     for (std::size_t k = begin; k < end; ++k) {
-        output.samples.push_back(m_waiting.samples[k] * turn);
-        turn *= step;
+        output.samples[before + k - begin] = product(m_waiting.samples[k], turn);
+        turn = product(turn, step);
     }
     symbol.level = state == SymbolState::Unlocked ? 0.0 : m_emittedAmplitude;
     symbol.phase = phase;
     if (symbol.state == SymbolState::Good)
         symbol.state = state;
-    output.symbols.push_back(symbol);
     m_lastPhase = phase;
     m_offset = slope;
     ++m_head;

@@ -36,6 +36,7 @@ public:
 private:
     using Complex = std::complex<double>;
     bool acquire(std::size_t count);
+    double qualityOf(const Complex& symbol, const Complex& turned) const;
     void track();
     void searchOn(bool isEnding, BasebandBlock& output);
     void putOutTracked(bool isEnding, BasebandBlock& output);

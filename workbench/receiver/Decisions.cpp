@@ -8,7 +8,8 @@
 
 namespace {
 
-constexpr int rounds = 4; // of deciding and fitting
+constexpr int rounds = 4;           // of deciding and fitting
+constexpr double negligible = 40.0; // logarithm of a chance beside the largest: it adds nothing
 
 template<class Value>
 std::vector<double> onAxis(const std::vector<Decisions::Complex>& ideal, Value value)
@@ -35,22 +36,27 @@ Decisions::Axis::Axis(std::vector<double> values)
 
 double Decisions::Axis::nearest(double value) const
 {
-    const auto bound = std::upper_bound(m_bounds.begin(), m_bounds.end(), value);
-    return m_levels[static_cast<std::size_t>(bound - m_bounds.begin())];
+    std::size_t index = 0; // there are few bounds: to look at all is faster than to search
+    for (const double bound : m_bounds)
+        index += value >= bound ? 1 : 0;
+    return m_levels[index];
 }
 
-Decisions::Expected Decisions::Axis::expected(double value, double variance) const
+Decisions::Axis::Chances Decisions::Axis::chances(double value, double variance) const
 {
-    double total = 0.0, square = 0.0, mean = 0.0;
     const double near = value - nearest(value);
+    Chances result{0.0, 0.0, 0.0, 0.5 * near * near / variance};
     for (const double level : m_levels) {
         const double off = (value - level) * (value - level);
-        const double chance = std::exp(0.5 * (near * near - off) / variance);
-        total += chance;
-        square += chance * off;
-        mean += chance * level;
+        const double exponent = 0.5 * (near * near - off) / variance;
+        if (exponent < -negligible)
+            continue;
+        const double chance = exponent == 0.0 ? 1.0 : std::exp(exponent);
+        result.total += chance;
+        result.square += chance * off;
+        result.mean += chance * level;
     }
-    return {square / total, mean / total, total * std::exp(-0.5 * near * near / variance)};
+    return result;
 }
 
 Decisions::Decisions(const std::vector<Complex>& ideal)
@@ -73,25 +79,36 @@ Decisions::Complex Decisions::nearest(const Complex& point) const
 {
     if (m_isGrid)
         return {m_i.nearest(point.real()), m_q.nearest(point.imag())};
-    return *std::min_element(m_ideal.begin(), m_ideal.end(),
-                             [&](const Complex& a, const Complex& b) {
-                                 return std::norm(point - a) < std::norm(point - b);
-                             });
+    const Complex* best = &m_ideal.front();
+    double least = std::norm(point - *best);
+    for (const Complex& ideal : m_ideal) {
+        const double off = std::norm(point - ideal);
+        if (off < least) {
+            least = off;
+            best = &ideal;
+        }
+    }
+    return *best;
 }
 
 Decisions::Expected Decisions::expected(const Complex& point, double variance) const
 {
     if (m_isGrid) {
-        const Expected i = m_i.expected(point.real(), variance);
-        const Expected q = m_q.expected(point.imag(), variance);
-        return {i.square + q.square, {i.ideal.real(), q.ideal.real()}, i.likelihood * q.likelihood};
+        const Axis::Chances i = m_i.chances(point.real(), variance);
+        const Axis::Chances q = m_q.chances(point.imag(), variance);
+        return {i.square / i.total + q.square / q.total,
+                {i.mean / i.total, q.mean / q.total},
+                i.total * q.total * std::exp(-i.exponent - q.exponent)};
     }
     double total = 0.0, square = 0.0;
     Complex mean = 0.0;
     const double least = std::norm(point - nearest(point));
     for (const Complex& ideal : m_ideal) {
         const double off = std::norm(point - ideal);
-        const double chance = std::exp(0.5 * (least - off) / variance);
+        const double exponent = 0.5 * (least - off) / variance;
+        if (exponent < -negligible)
+            continue;
+        const double chance = std::exp(exponent);
         total += chance;
         square += chance * off;
         mean += chance * ideal;

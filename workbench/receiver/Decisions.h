@@ -47,7 +47,13 @@ private:
         explicit Axis(std::vector<double> values);
         std::size_t count() const { return m_levels.size(); }
         double nearest(double value) const;
-        Expected expected(double value, double variance) const;
+        /// Sums over the levels, each with its chance to have been meant against the nearest one's.
+        struct Chances
+        {
+            double total, square, mean; ///< of 1, of the square of what it is off, of the level
+            double exponent;            ///< of the nearest one's likelihood, negative
+        };
+        Chances chances(double value, double variance) const;
 
     private:
         std::vector<double> m_levels;

@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/receiver/TrackedPhases.h"
 
+#include "workbench/receiver/Vectors.h"
+
 #include <algorithm>
 
 namespace {
@@ -9,6 +11,68 @@ constexpr double faintPower = 0.1; // of the power of points: a symbol that is n
 constexpr double faintMean = 0.4;  // of it: the mean of symbols at the edge of a burst
 constexpr int rampSymbols = 3;     // of a burst
 constexpr double mostOdds = 9.0;   // logarithm: a carrier is lost once in e^9 symbols
+constexpr std::size_t mostDone =
+    4096; // symbols that do not count any more, before they are dropped
+
+/// Sums over symbols, of x from the middle one: of the weights with its powers 0 to 2, of the
+/// weighted angles with its powers 0 and 1, of the qualities, and of the symbols heard.
+struct Sums
+{
+    double s0, s1, s2, e0, e1, quality, count;
+};
+
+struct Columns
+{
+    const double* angles;
+    const double* weights;
+    const double* qualities;
+    const double* heard;
+};
+
+inline double total(const Doubles& sums)
+{
+    return ((sums[0] + sums[4]) + (sums[2] + sums[6])) +
+           ((sums[1] + sums[5]) + (sums[3] + sums[7]));
+}
+
+ORVANE_WIDEST Sums sumUp(const Columns& columns, std::size_t count, double first, double angle)
+{
+    Doubles s0{}, s1{}, s2{}, e0{}, e1{}, quality{}, heard{};
+    Doubles x = first + Doubles{0.0, 1.0, 2.0, 3.0, 4.0, 5.0, 6.0, 7.0};
+    std::size_t k = 0;
+    for (; k + doublesWidth <= count; k += doublesWidth) {
+        Doubles weights, angles, column;
+        load(columns.weights + k, weights);
+        load(columns.angles + k, angles);
+        const Doubles errors = weights * (angles - angle);
+        const Doubles moments = weights * x;
+        s0 += weights;
+        s1 += moments;
+        s2 += moments * x;
+        e0 += errors;
+        e1 += errors * x;
+        load(columns.qualities + k, column);
+        quality += column;
+        load(columns.heard + k, column);
+        heard += column;
+        x += static_cast<double>(doublesWidth);
+    }
+    Sums result{total(s0), total(s1),      total(s2),   total(e0),
+                total(e1), total(quality), total(heard)};
+    for (; k < count; ++k) {
+        const double place = first + static_cast<double>(k);
+        const double weight = columns.weights[k];
+        const double error = weight * (columns.angles[k] - angle);
+        result.s0 += weight;
+        result.s1 += weight * place;
+        result.s2 += weight * place * place;
+        result.e0 += error;
+        result.e1 += error * place;
+        result.quality += columns.qualities[k];
+        result.count += columns.heard[k];
+    }
+    return result;
+}
 
 } // namespace
 
@@ -22,41 +86,79 @@ void TrackedPhases::configure(std::size_t reach, bool isUneven)
 void TrackedPhases::clear()
 {
     m_symbols.clear();
+    m_angles.clear();
+    m_weights.clear();
+    m_qualities.clear();
+    m_heard.clear();
+    m_loud.clear();
+    m_here = 0;
     m_past = 0;
     m_odds = 0.0;
 }
 
 bool TrackedPhases::isHeard(double power) { return power > faintPower; }
 
+void TrackedPhases::add(const Symbol& symbol)
+{
+    const double heard = isHeard(symbol.power) ? 1.0 : 0.0;
+    const std::size_t loud = m_loud.empty() ? 0 : m_loud.back();
+    m_symbols.push_back(symbol);
+    m_angles.push_back(symbol.phase + symbol.error);
+    m_weights.push_back(heard * symbol.weight);
+    m_qualities.push_back(heard * symbol.quality);
+    m_heard.push_back(heard);
+    m_loud.push_back(symbol.power > faintMean ? loud + 1 : 0);
+}
+
 void TrackedPhases::advance()
 {
     m_odds = std::clamp(m_odds + symbol().evidence, -mostOdds, mostOdds);
-    if (m_past < m_reach)
-        ++m_past;
-    else
-        m_symbols.pop_front();
+    m_past = std::min(m_past + 1, m_reach);
+    ++m_here;
+    const std::size_t done = m_here - m_past;
+    if (done < mostDone)
+        return;
+    const auto drop = [done](auto& values) {
+        values.erase(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(done));
+    };
+    drop(m_symbols);
+    drop(m_angles);
+    drop(m_weights);
+    drop(m_qualities);
+    drop(m_heard);
+    drop(m_loud);
+    m_here -= done;
 }
 
 bool TrackedPhases::isHeld() const
 {
+    const double odds = m_odds + symbol().evidence;
+    if (std::abs(odds) > mostOdds) // whatever comes
+        return odds > 0.0;
     double after = 0.0;
-    for (std::size_t k = std::min(m_past + m_reach, m_symbols.size() - 1); k > m_past; --k)
+    for (std::size_t k = std::min(m_here + m_reach, m_symbols.size() - 1); k > m_here; --k)
         after = std::clamp(after + m_symbols[k].evidence, -mostOdds, mostOdds);
-    return m_odds + symbol().evidence + after >= 0.0;
+    return odds + after >= 0.0;
 }
 
 bool TrackedPhases::isFaint() const
 {
-    const auto count = static_cast<int>(m_symbols.size());
-    const auto powerAt = [&](int k) {
-        return k >= 0 && k < count ? m_symbols[static_cast<std::size_t>(k)].power : 0.0;
+    const std::ptrdiff_t oldest = static_cast<std::ptrdiff_t>(m_here - m_past);
+    const auto count = static_cast<std::ptrdiff_t>(m_symbols.size());
+    const std::ptrdiff_t length = 2 * m_about + 1;
+    const std::ptrdiff_t first = static_cast<std::ptrdiff_t>(m_here) - m_about - rampSymbols;
+    const std::ptrdiff_t last = first + length + 2 * rampSymbols - 1;
+    if (first >= oldest && last < count &&
+        m_loud[static_cast<std::size_t>(last)] > static_cast<std::size_t>(last - first))
+        return false;
+    const auto powerAt = [&](std::ptrdiff_t k) {
+        return k >= oldest && k < count ? m_symbols[static_cast<std::size_t>(k)].power : 0.0;
     };
-    const int first = static_cast<int>(m_past) - m_about - rampSymbols;
-    const int length = 2 * m_about + 1;
+    const double least = faintMean * static_cast<double>(length);
     double sum = 0.0;
-    for (int k = first; k < first + length; ++k)
+    for (std::ptrdiff_t k = first; k < first + length; ++k)
         sum += powerAt(k);
-    for (int k = first; sum >= faintMean * length; ++k) {
+    for (std::ptrdiff_t k = first; sum >= least; ++k) {
         if (k == first + 2 * rampSymbols)
             return false;
         sum += powerAt(k + length) - powerAt(k);
@@ -66,32 +168,20 @@ bool TrackedPhases::isFaint() const
 
 TrackedPhases::Smoothed TrackedPhases::smoothed(double usualSlope) const
 {
-    const std::size_t first = m_past - std::min(m_past, m_reach);
-    const std::size_t last = std::min(m_past + m_reach, m_symbols.size() - 1);
+    const std::size_t first = m_here - m_past;
+    const std::size_t last = std::min(m_here + m_reach, m_symbols.size() - 1);
     const double phase = symbol().phase;
-    double s0 = 0.0, s1 = 0.0, s2 = 0.0, e0 = 0.0, e1 = 0.0, quality = 0.0, count = 0.0;
-    auto tracked = m_symbols.begin() + static_cast<std::ptrdiff_t>(first);
-    for (std::size_t k = first; k <= last; ++k, ++tracked) {
-        const Symbol& t = *tracked;
-        if (!isHeard(t.power))
-            continue;
-        const double x = static_cast<double>(k) - static_cast<double>(m_past);
-        const double y = t.phase + t.error - phase;
-        s0 += t.weight;
-        s1 += t.weight * x;
-        s2 += t.weight * x * x;
-        e0 += t.weight * y;
-        e1 += t.weight * x * y;
-        quality += t.quality;
-        count += 1.0;
-    }
+    const Sums sums =
+        sumUp({&m_angles[first], &m_weights[first], &m_qualities[first], &m_heard[first]},
+              last - first + 1, -static_cast<double>(m_past), phase);
     Smoothed result{phase, usualSlope, 0.0};
-    if (!(s0 > 0.0))
+    if (!(sums.s0 > 0.0))
         return result;
-    const double determinant = s0 * s2 - s1 * s1;
-    const bool isLine = determinant > 1e-9 * s0 * s0;
-    result.slope = isLine ? (s0 * e1 - s1 * e0) / determinant : 0.0;
-    result.phase += isLine ? (s2 * e0 - s1 * e1) / determinant : e0 / s0;
-    result.quality = quality / count;
+    const double determinant = sums.s0 * sums.s2 - sums.s1 * sums.s1;
+    const bool isLine = determinant > 1e-9 * sums.s0 * sums.s0;
+    result.slope = isLine ? (sums.s0 * sums.e1 - sums.s1 * sums.e0) / determinant : 0.0;
+    result.phase +=
+        isLine ? (sums.s2 * sums.e0 - sums.s1 * sums.e1) / determinant : sums.e0 / sums.s0;
+    result.quality = sums.quality / sums.count;
     return result;
 }

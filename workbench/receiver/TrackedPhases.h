@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstddef>
-#include <deque>
+#include <vector>
 
 /// Symbols that a carrier's loop went through, of which one after the other is looked at again once
 /// those after it are known: what the loop lags and shakes is taken out by a straight line through
@@ -32,14 +32,14 @@ public:
 
     /// How much louder than silence a symbol is that can be followed.
     static bool isHeard(double power);
-    void add(const Symbol& symbol) { m_symbols.push_back(symbol); }
+    void add(const Symbol& symbol);
     /// Symbols from the one that is looked at on.
-    std::size_t count() const { return m_symbols.size() - m_past; }
+    std::size_t count() const { return m_symbols.size() - m_here; }
     /// Looks at the next one.
     void advance();
 
     // Of the symbol that is looked at; there is one.
-    const Symbol& symbol() const { return m_symbols[m_past]; }
+    const Symbol& symbol() const { return m_symbols[m_here]; }
     /// The line through those about it, there.
     Smoothed smoothed(double usualSlope) const;
     /// Whether the symbols about it are much weaker than those of a burst are, or there are none.
@@ -51,7 +51,14 @@ public:
 private:
     std::size_t m_reach = 1;
     int m_about = 1; // symbols on either side that tell the level
-    std::deque<Symbol> m_symbols;
-    std::size_t m_past = 0; // of those that were looked at
+    std::vector<Symbol> m_symbols;
+    std::size_t m_here = 0; // the one that is looked at...
+    std::size_t m_past = 0; // ...and how many before it still count
     double m_odds = 0.0;    // logarithm: that the carrier was held up to the symbol
+    // Beside the symbols, for sums over many of them; 0 where a symbol is not heard:
+    std::vector<double> m_angles; // phase and error
+    std::vector<double> m_weights;
+    std::vector<double> m_qualities;
+    std::vector<double> m_heard;     // 1, or 0
+    std::vector<std::size_t> m_loud; // how many up to it, one after the other, are not faint
 };
