@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/receiver/TimingRefinement.h"
 
+#include "workbench/receiver/ComplexProduct.h"
 #include "workbench/sources/Constants.h"
 
 #include <algorithm>
@@ -59,35 +60,30 @@ void TimingRefinement::reset()
 {
     m_waiting = {};
     m_sent.clear();
+    m_decided.clear();
     m_head = 0;
     m_grouped = 0;
     m_number = 0;
     m_groups.clear();
 }
 
-TimingRefinement::Complex TimingRefinement::sampleAt(std::size_t symbol,
-                                                     std::ptrdiff_t offset) const
+/// The first and the last sample go on.
+TimingRefinement::Complex TimingRefinement::sampleAt(std::ptrdiff_t index) const
 {
     const auto last = static_cast<std::ptrdiff_t>(m_waiting.samples.size()) - 1;
-    const std::ptrdiff_t index = static_cast<std::ptrdiff_t>(symbol * m_perSymbol) + offset;
     return Complex(
         m_waiting.samples[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(index, 0, last))]);
 }
 
-/// Of a symbol period, by five samples.
-TimingRefinement::Complex TimingRefinement::derivativeAt(std::size_t symbol,
-                                                         std::ptrdiff_t offset) const
+/// By five samples, and by three.
+TimingRefinement::Slopes TimingRefinement::slopesAt(std::size_t symbol, std::ptrdiff_t offset) const
 {
-    const auto at = [&](std::ptrdiff_t k) { return sampleAt(symbol, offset + k); };
-    return static_cast<double>(m_perSymbol) / 12.0 * (8.0 * (at(1) - at(-1)) - (at(2) - at(-2)));
-}
-
-TimingRefinement::Complex TimingRefinement::curvatureAt(std::size_t symbol,
-                                                        std::ptrdiff_t offset) const
-{
-    const auto at = [&](std::ptrdiff_t k) { return sampleAt(symbol, offset + k); };
+    const std::ptrdiff_t index = static_cast<std::ptrdiff_t>(symbol * m_perSymbol) + offset;
+    const Complex before = sampleAt(index - 1);
+    const Complex after = sampleAt(index + 1);
     const auto step = static_cast<double>(m_perSymbol);
-    return step * step * (at(1) - 2.0 * at(0) + at(-1));
+    return {step / 12.0 * (8.0 * (after - before) - (sampleAt(index + 2) - sampleAt(index - 2))),
+            step * step * (after - 2.0 * sampleAt(index) + before)};
 }
 
 void TimingRefinement::process(BasebandBlock& block)
@@ -131,7 +127,7 @@ void TimingRefinement::addGroup(std::size_t first, std::size_t count)
 {
     Group group{static_cast<double>(m_number) + static_cast<double>(first) +
                     0.5 * static_cast<double>(count - 1),
-                0.0, 0.0};
+                0.0, 0.0, 0.0};
     std::size_t members = 0;
     double time = 0.0, number = 0.0;
     const std::ptrdiff_t half = static_cast<std::ptrdiff_t>(m_perSymbol / 2);
@@ -141,14 +137,14 @@ void TimingRefinement::addGroup(std::size_t first, std::size_t count)
             continue;
         const Complex value = Complex(symbol.value) / symbol.level;
         const Complex point = m_decisions.front().nearest(value);
-        Complex slope = derivativeAt(k, 0) * symbol.turn / symbol.level;
+        Complex slope = product(slopesAt(k, 0).first, symbol.turn) / symbol.level;
         if (const std::optional<Complex> expected = expectedSlopeAt(k)) {
-            group.early += ((slope - *expected) * std::conj(point)).real();
+            group.early += product(slope - *expected, std::conj(point)).real();
             group.weight += m_curvature * std::norm(point);
         } else {
             if (m_isOffset)
-                slope = {slope.real(), (derivativeAt(k, half) / symbol.level).imag()};
-            group.early += ((point - value) * std::conj(slope)).real();
+                slope = {slope.real(), slopesAt(k, half).first.imag() / symbol.level};
+            group.early += product(point - value, std::conj(slope)).real();
             group.weight += std::norm(slope);
         }
         time += symbol.time;
@@ -169,10 +165,12 @@ void TimingRefinement::decide()
     for (std::size_t k = m_sent.size(); k < m_waiting.symbols.size(); ++k) {
         const Symbol& symbol = m_waiting.symbols[k];
         const bool isGood = symbol.state == SymbolState::Good && symbol.level > 0.0;
-        m_sent.push_back(isGood ? std::optional(m_decisions.front().nearest(Complex(symbol.value) /
-                                                                            symbol.level) /
-                                                symbol.turn)
-                                : std::nullopt);
+        const std::size_t before = m_decided.empty() ? 0 : m_decided.back();
+        m_decided.push_back(isGood ? before + 1 : 0);
+        m_sent.push_back(isGood ? m_decisions.front().nearest(Complex(symbol.value) / symbol.level)
+                                : 0.0);
+        if (isGood && symbol.turn != 1.0)
+            m_sent.back() /= symbol.turn;
     }
 }
 
@@ -180,17 +178,13 @@ void TimingRefinement::decide()
 /// none where they or the pulse are not known.
 std::optional<TimingRefinement::Complex> TimingRefinement::expectedSlopeAt(std::size_t symbol) const
 {
-    if (m_slopes.empty() || symbol < pulseReach || symbol + pulseReach >= m_sent.size())
+    if (m_slopes.empty() || symbol < pulseReach || symbol + pulseReach >= m_sent.size() ||
+        m_decided[symbol + pulseReach] <= 2 * pulseReach)
         return std::nullopt;
     Complex sum = 0.0;
-    for (std::size_t n = 1; n <= pulseReach; ++n) {
-        const auto& before = m_sent[symbol - n];
-        const auto& after = m_sent[symbol + n];
-        if (!before || !after)
-            return std::nullopt;
-        sum += m_slopes[n - 1] * (*before - *after);
-    }
-    return sum * m_waiting.symbols[symbol].turn;
+    for (std::size_t n = 1; n <= pulseReach; ++n)
+        sum += m_slopes[n - 1] * (m_sent[symbol - n] - m_sent[symbol + n]);
+    return product(sum, m_waiting.symbols[symbol].turn);
 }
 
 /// A straight line through the groups about one, there.
@@ -214,18 +208,23 @@ double TimingRefinement::lineAt(std::size_t group) const
     return std::clamp(level, -mostEarly, mostEarly);
 }
 
-double TimingRefinement::earlyAt(double place) const
+void TimingRefinement::fitLines()
 {
-    std::size_t after = 0;
-    while (after < m_groups.size() && m_groups[after].place < place)
-        ++after;
+    for (std::size_t k = 0; k < m_groups.size(); ++k)
+        m_groups[k].line = lineAt(k);
+}
+
+/// @param after  the group after the last place that was asked for; that of this one when done.
+double TimingRefinement::earlyAt(double place, std::size_t& after) const
+{
     if (m_groups.size() < 2)
-        return m_groups.empty() ? 0.0 : lineAt(0);
-    after = std::clamp<std::size_t>(after, 1, m_groups.size() - 1);
-    const double from = lineAt(after - 1);
-    const double to = lineAt(after);
-    const double step = m_groups[after].place - m_groups[after - 1].place;
-    return from + (to - from) * (place - m_groups[after - 1].place) / step;
+        return m_groups.empty() ? 0.0 : m_groups.front().line;
+    after = std::max<std::size_t>(after, 1);
+    while (after + 1 < m_groups.size() && m_groups[after].place < place)
+        ++after;
+    const Group& from = m_groups[after - 1];
+    const Group& to = m_groups[after];
+    return from.line + (to.line - from.line) * (place - from.place) / (to.place - from.place);
 }
 
 /// By what the carrier turns on from a symbol to the next one.
@@ -241,13 +240,18 @@ void TimingRefinement::passOn(std::size_t count, BasebandBlock& output)
 {
     const std::ptrdiff_t half = static_cast<std::ptrdiff_t>(m_perSymbol / 2);
     const auto moved = [this](std::size_t k, std::ptrdiff_t offset, double early) {
-        return early * derivativeAt(k, offset) + 0.5 * early * early * curvatureAt(k, offset);
+        const Slopes slopes = slopesAt(k, offset);
+        return early * slopes.first + 0.5 * early * early * slopes.second;
     };
+    fitLines();
+    std::size_t after = 0;
     for (std::size_t k = m_head; k < m_head + count; ++k) {
-        Symbol symbol = m_waiting.symbols[k];
+        output.symbols.push_back(m_waiting.symbols[k]);
+        Symbol& symbol = output.symbols.back();
         if (symbol.state == SymbolState::Good) {
-            const double early = earlyAt(static_cast<double>(m_number) + static_cast<double>(k));
-            Complex step = moved(k, 0, early) * symbol.turn;
+            const double early =
+                earlyAt(static_cast<double>(m_number) + static_cast<double>(k), after);
+            Complex step = product(moved(k, 0, early), symbol.turn);
             if (m_isOffset)
                 step = {step.real(), moved(k, half, early).imag()};
             symbol.value += std::complex<float>(step);
@@ -255,7 +259,6 @@ void TimingRefinement::passOn(std::size_t count, BasebandBlock& output)
             symbol.time += early / m_symbolRate;
             symbol.phase += early * turnAt(k); // the carrier's, there
         }
-        output.symbols.push_back(symbol);
     }
     const std::size_t begin = std::min(m_head * m_perSymbol, m_waiting.samples.size());
     m_head += count;
@@ -273,6 +276,7 @@ void TimingRefinement::passOn(std::size_t count, BasebandBlock& output)
                                 static_cast<std::ptrdiff_t>(
                                     std::min(forgotten * m_perSymbol, m_waiting.samples.size())));
     m_sent.erase(m_sent.begin(), m_sent.begin() + static_cast<std::ptrdiff_t>(forgotten));
+    m_decided.erase(m_decided.begin(), m_decided.begin() + static_cast<std::ptrdiff_t>(forgotten));
     m_head -= forgotten;
     m_grouped -= forgotten;
     m_number += static_cast<std::int64_t>(forgotten);

@@ -33,21 +33,26 @@ public:
 
 private:
     using Complex = std::complex<double>;
+    struct Slopes
+    {
+        Complex first, second; ///< derivatives, of a symbol period
+    };
     struct Group
     {
         double place;  ///< middle, symbols of the run
         double early;  ///< sum by which its symbols were taken too early, weighted...
         double weight; ///< ...with these
+        double line;   ///< what a line through the groups about it has here
     };
 
     void addGroup(std::size_t first, std::size_t count);
     void passOn(std::size_t count, BasebandBlock& output);
-    double earlyAt(double place) const;
+    double earlyAt(double place, std::size_t& after) const;
+    void fitLines();
     double lineAt(std::size_t group) const;
     double turnAt(std::size_t symbol) const;
-    Complex sampleAt(std::size_t symbol, std::ptrdiff_t offset) const;
-    Complex derivativeAt(std::size_t symbol, std::ptrdiff_t offset) const;
-    Complex curvatureAt(std::size_t symbol, std::ptrdiff_t offset) const;
+    Complex sampleAt(std::ptrdiff_t index) const;
+    Slopes slopesAt(std::size_t symbol, std::ptrdiff_t offset) const;
     void decide();
     std::optional<Complex> expectedSlopeAt(std::size_t symbol) const;
 
@@ -59,9 +64,10 @@ private:
     std::vector<double> m_slopes;       // of the pulse 1, 2... symbols on; none where not known...
     double m_curvature = 0.0;           // ...and how it is bent down in its middle
     BasebandBlock m_waiting;            // from a symbol that was put out on, after the first
-    std::vector<std::optional<Complex>> m_sent; // its symbols, where decided
-    std::size_t m_head = 0;                     // symbols of it that were put out
-    std::size_t m_grouped = 0;                  // symbols of it that are in groups
-    std::int64_t m_number = 0;                  // of the first that waits, in the run
-    std::vector<Group> m_groups;                // the newest
+    std::vector<Complex> m_sent;        // its symbols, as they were decided...
+    std::vector<std::size_t> m_decided; // ...and how many were up to each, one after the other
+    std::size_t m_head = 0;             // symbols of it that were put out
+    std::size_t m_grouped = 0;          // symbols of it that are in groups
+    std::int64_t m_number = 0;          // of the first that waits, in the run
+    std::vector<Group> m_groups;        // the newest
 };
