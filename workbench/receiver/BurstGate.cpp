@@ -26,14 +26,17 @@ void BurstGate::configure(const ReceiverSettings& settings, double sampleRate)
     reset();
 }
 
-void BurstGate::process(const std::vector<std::complex<float>>& samples, std::vector<Part>& parts)
+void BurstGate::process(std::vector<std::complex<float>> samples, std::vector<Part>& parts)
 {
     if (!m_isOn) {
-        parts.push_back({true, samples});
+        parts.push_back({true, std::move(samples)});
         return;
     }
-    for (const std::complex<float> sample : samples) {
-        m_open.push_back(sample);
+    for (auto first = samples.begin(); first != samples.end();) {
+        const auto missing = static_cast<std::ptrdiff_t>(m_groupLength - m_open.size());
+        const auto last = first + std::min(missing, samples.end() - first);
+        m_open.insert(m_open.end(), first, last);
+        first = last;
         if (m_open.size() == m_groupLength)
             close(parts);
     }

@@ -20,7 +20,7 @@ public:
     /// squelch it is always open.
     void configure(const ReceiverSettings& settings, double sampleRate);
     /// Appends the parts that are known to be open or not.
-    void process(const std::vector<std::complex<float>>& samples, std::vector<Part>& parts);
+    void process(std::vector<std::complex<float>> samples, std::vector<Part>& parts);
     /// No more samples come: appends those that waited.
     void finish(std::vector<Part>& parts);
     void reset();

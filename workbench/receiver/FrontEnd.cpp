@@ -41,17 +41,19 @@ void FrontEnd::process(const std::vector<double>& values, std::vector<BurstGate:
 {
     const auto width = static_cast<std::size_t>(m_valueCount);
     BasebandBlock block;
-    block.samples.reserve(values.size() / width);
-    for (std::size_t k = 0; k + width <= values.size(); k += width) {
-        const std::complex<double> sample =
-            m_isComplex ? m_channel.pairOf(&values[k]) : m_channel.of(&values[k]);
-        block.samples.emplace_back(usable(sample.real()), usable(sample.imag()));
+    block.samples.resize(values.size() / width);
+    const double* value = values.data();
+    for (std::complex<float>& sample : block.samples) {
+        const std::complex<double> taken =
+            m_isComplex ? m_channel.pairOf(value) : m_channel.of(value);
+        sample = {usable(taken.real()), usable(taken.imag())};
+        value += width;
     }
     if (m_removesDc)
         removeDc(block.samples);
     m_shift.process(block);
     m_filter.process(block);
-    m_gate.process(block.samples, parts);
+    m_gate.process(std::move(block.samples), parts);
 }
 
 /// The mean of the first samples is that of all; then it follows slowly.
@@ -93,7 +95,7 @@ void FrontEnd::finish(std::vector<BurstGate::Part>& parts)
     m_filter.process(block);
     m_filter.finish(block);
     if (!block.samples.empty())
-        m_gate.process(block.samples, parts);
+        m_gate.process(std::move(block.samples), parts);
     m_gate.finish(parts);
 }
 

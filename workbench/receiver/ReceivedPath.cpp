@@ -228,15 +228,17 @@ void ReceivedPath::passOn(std::size_t count, std::vector<SignalBlock>& blocks)
         return;
     SignalBlock block;
     block.position = m_runPosition + m_receivedFirst;
-    for (std::ptrdiff_t k = 0; k < end; ++k) {
-        const std::complex<float> sample = m_received.samples[static_cast<std::size_t>(k)];
-        block.i.push_back(double{sample.real()});
-        block.q.push_back(double{sample.imag()});
+    const auto length = static_cast<std::size_t>(end);
+    block.i.resize(length);
+    block.q.resize(length);
+    for (std::size_t k = 0; k < length; ++k) {
+        block.i[k] = double{m_received.samples[k].real()};
+        block.q[k] = double{m_received.samples[k].imag()};
     }
     if (m_format.isDemodulated) {
-        for (std::ptrdiff_t k = 0; k < end; ++k)
-            block.samples.push_back(m_scale *
-                                    double{m_received.demodulated[static_cast<std::size_t>(k)]});
+        block.samples.resize(length);
+        for (std::size_t k = 0; k < length; ++k)
+            block.samples[k] = m_scale * double{m_received.demodulated[k]};
     } else {
         block.samples = m_showsQ ? block.q : block.i;
     }
@@ -245,8 +247,9 @@ void ReceivedPath::passOn(std::size_t count, std::vector<SignalBlock>& blocks)
     const auto endPosition = static_cast<double>(m_receivedFirst + end);
     auto later = m_received.symbols.begin();
     for (; later != m_received.symbols.end() && later->position < endPosition; ++later) {
-        Symbol symbol = *later;
-        if (block.symbols.empty()) // samples follow the clock of the symbols
+        block.symbols.push_back(*later);
+        Symbol& symbol = block.symbols.back();
+        if (block.symbols.size() == 1) // samples follow the clock of the symbols
             block.time =
                 m_runTime + symbol.time -
                 (symbol.position - static_cast<double>(m_receivedFirst)) / m_format.sampleRate;
@@ -254,7 +257,6 @@ void ReceivedPath::passOn(std::size_t count, std::vector<SignalBlock>& blocks)
             symbol.value *= static_cast<float>(m_scale);
         symbol.position += static_cast<double>(m_runPosition);
         symbol.time += m_runTime;
-        block.symbols.push_back(symbol);
     }
     m_received.symbols.erase(m_received.symbols.begin(), later);
     for (ClockPoint point : m_received.clock) {
