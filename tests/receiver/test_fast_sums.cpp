@@ -1,0 +1,196 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+// What takes many numbers at once, beside the plain loops that say the same.
+#include "workbench/receiver/EdgeBands.h"
+#include "workbench/receiver/FirFilter.h"
+#include "workbench/receiver/Interpolation.h"
+#include "workbench/receiver/Rotation.h"
+#include "workbench/receiver/TrackedPhases.h"
+#include "workbench/receiver/TurnSearch.h"
+#include "workbench/sources/Constants.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+namespace {
+
+using Sample = std::complex<float>;
+
+std::mt19937& generator()
+{
+    static std::mt19937 result(1);
+    return result;
+}
+
+double normal() { return std::normal_distribution<double>()(generator()); }
+
+std::vector<Sample> noise(std::size_t count)
+{
+    std::vector<Sample> samples(count);
+    for (Sample& sample : samples)
+        sample = {float(normal()), float(normal())};
+    return samples;
+}
+
+TEST(FastSums, FilterAsPlainOnesDoWhateverTheBlocks)
+{
+    const std::vector<Sample> samples = noise(500);
+    for (const std::size_t length : {1, 2, 33}) {
+        std::vector<float> taps(length);
+        for (float& tap : taps)
+            tap = float(normal());
+        FirFilter filter(taps, 0.5F);
+        std::vector<Sample> filtered;
+        for (std::size_t first = 0; first < samples.size(); first += first / 2 + 7) {
+            const std::size_t next = std::min(first + first / 2 + 7, samples.size());
+            std::vector<Sample> part(samples.begin() + std::ptrdiff_t(first),
+                                     samples.begin() + std::ptrdiff_t(next));
+            filter.process(part);
+            filtered.insert(filtered.end(), part.begin(), part.end());
+        }
+        for (std::size_t k = 0; k < samples.size(); ++k) {
+            Sample sum;
+            for (std::size_t n = std::min(length, k + 1); n-- > 0;) // the oldest sample first
+                sum += taps[n] * samples[k - n];
+            ASSERT_EQ(filtered[k], 0.5F * sum) << length << ' ' << k;
+        }
+    }
+}
+
+TEST(FastSums, InterpolateAsPlainOnesDo)
+{
+    // Of 16 products in another order; weights are 1 at most, and so is their sum of squares.
+    constexpr double tolerance = 16 * 6e-8 * 4.0;
+    const std::vector<Sample> samples = noise(400);
+    std::vector<float> numbers;
+    for (const Sample& sample : samples)
+        numbers.push_back(sample.real());
+    for (const double step : {1.0, 1.0 + 1e-4, 0.9999, 0.37, 2.3}) {
+        const auto count = std::size_t(370.0 / step);
+        std::vector<Sample> pairs(count);
+        std::vector<float> singles(count);
+        Interpolation::ofWholeBand().fill(samples.data(), 9.3, step, count, pairs.data());
+        Interpolation::ofWholeBand().fill(numbers.data(), 9.3, step, count, singles.data());
+        for (std::size_t k = 0; k < count; ++k) {
+            const Sample plain =
+                Interpolation::at(9.3 + double(k) * step, [&](std::ptrdiff_t index) {
+                    return samples[std::size_t(index)];
+                });
+            ASSERT_LT(std::abs(pairs[k] - plain), tolerance) << step << ' ' << k;
+            ASSERT_NEAR(singles[k], plain.real(), tolerance);
+        }
+    }
+    // What a fifth of the band keeps of lines within and outside of it: 70 dB, the window's.
+    for (const double frequency : {0.05, 0.19}) {
+        std::vector<Sample> line(600);
+        for (std::size_t k = 0; k < line.size(); ++k)
+            line[k] = Sample(std::polar(1.0, 2.0 * pi * frequency * double(k)));
+        std::vector<Sample> narrow(100);
+        Interpolation(0.2).fill(line.data(), 60.4, 4.7, narrow.size(), narrow.data());
+        for (std::size_t k = 0; k < narrow.size(); ++k) {
+            const auto kept = Sample(std::polar(frequency < 0.1 ? 1.0 : 0.0,
+                                                2.0 * pi * frequency * (60.4 + 4.7 * double(k))));
+            ASSERT_LT(std::abs(narrow[k] - kept), 5e-4) << frequency << ' ' << k;
+        }
+    }
+}
+
+TEST(FastSums, TurnAndMixAsPlainOnesDo)
+{
+    const std::vector<Sample> samples = noise(1000);
+    std::vector<Sample> turned = samples;
+    Rotation(-0.0123).turn(turned.data(), turned.size(), 0.7);
+    for (std::size_t k = 0; k < turned.size(); ++k)
+        ASSERT_LT(std::abs(std::complex<double>(turned[k]) -
+                           std::complex<double>(samples[k]) *
+                               std::polar(1.0, 2.0 * pi * (0.7 - 0.0123 * double(k)))),
+                  1e-6); // three roundings of 6e-8, of samples of up to 5
+
+    // The band of a line is the line, turned to 0, as far as the low-pass is even there.
+    EdgeBands bands(4.3);
+    for (std::size_t k = 0; k < 1000; ++k) {
+        bands.push(Sample(std::polar(1.0, pi * double(k) / 4.3)));
+        if (k % 97 == 0)
+            bands.take();
+    }
+    for (const EdgeBands::Output& output : bands.take()) {
+        if (output.position < bands.delay())
+            continue;
+        EXPECT_NEAR(std::arg(output.upper), 0.0, 1e-6);
+        EXPECT_LT(std::abs(output.lower), 0.01 * std::abs(output.upper)); // 50 dB, two of them
+    }
+}
+
+TEST(FastSums, SearchTurnsAsPlainOnesDo)
+{
+    constexpr double step = 0.04;
+    TurnSearch search(step, 0.6);
+    for (const double turn : {0.0, 0.13, -0.55, 0.6}) {
+        std::vector<double> i, q;
+        for (int k = 0; k < 49; ++k) {
+            const auto line =
+                std::polar(1.0, 1.0 + turn * k) + 0.3 * std::complex(normal(), normal());
+            i.push_back(line.real());
+            q.push_back(line.imag());
+        }
+        double best = 0.0, most = 0.0;
+        for (double tried = -0.6; tried < 0.6; tried += step / 64) {
+            std::complex<double> sum;
+            for (std::size_t k = 0; k < i.size(); ++k)
+                sum += std::complex(i[k], q[k]) * std::polar(1.0, -tried * double(k));
+            if (std::abs(sum) > most) {
+                most = std::abs(sum);
+                best = tried;
+            }
+        }
+        EXPECT_NEAR(search.of(i, q), best, step / 8) << turn; // a parabola is no sine cardinal
+    }
+}
+
+TEST(FastSums, TrackPhasesAsPlainOnesDo)
+{
+    constexpr int reach = 32;
+    TrackedPhases tracked;
+    tracked.configure(reach, false);
+    std::vector<TrackedPhases::Symbol> symbols;
+    for (int k = 0; k < 6000; ++k) {
+        const bool isBurst = k % 700 < 600;
+        symbols.push_back({0.01 * k, 0.1 * normal(), 1.0, normal(), isBurst ? 1.0 + normal() : -0.5,
+                           (isBurst ? 1.0 : 0.3) * std::abs(1.0 + 0.2 * normal())});
+        tracked.add(symbols.back());
+    }
+    double odds = 0.0;
+    for (int here = 0; here < 6000; ++here) {
+        const auto& symbol = symbols[std::size_t(here)];
+        double s0 = 0.0, s1 = 0.0, s2 = 0.0, e0 = 0.0, e1 = 0.0;
+        for (int k = std::max(here - reach, 0); k <= std::min(here + reach, 5999); ++k) {
+            const auto& other = symbols[std::size_t(k)];
+            if (!TrackedPhases::isHeard(other.power))
+                continue;
+            const double y = other.phase + other.error - symbol.phase;
+            s0 += 1.0, s1 += k - here, s2 += (k - here) * (k - here);
+            e0 += y, e1 += y * (k - here);
+        }
+        const auto smoothed = tracked.smoothed(0.0);
+        ASSERT_NEAR(smoothed.phase - symbol.phase, (s2 * e0 - s1 * e1) / (s0 * s2 - s1 * s1),
+                    1e-10);
+        ASSERT_NEAR(smoothed.slope, (s0 * e1 - s1 * e0) / (s0 * s2 - s1 * s1), 1e-10);
+        double after = 0.0;
+        for (int k = std::min(here + reach, 5999); k > here; --k)
+            after = std::clamp(after + symbols[std::size_t(k)].evidence, -9.0, 9.0);
+        ASSERT_EQ(tracked.isHeld(), odds + symbol.evidence + after >= 0.0) << here;
+        odds = std::clamp(odds + symbol.evidence, -9.0, 9.0);
+        bool isFaint = false; // whichever of the stretches of 9 symbols within 3 of it
+        for (int first = here - 7; first <= here - 1; ++first) {
+            double sum = 0.0;
+            for (int k = std::max(first, 0); k < std::min(first + 9, 6000); ++k)
+                sum += symbols[std::size_t(k)].power;
+            isFaint = isFaint || sum < 0.4 * 9;
+        }
+        ASSERT_EQ(tracked.isFaint(), isFaint) << here;
+        tracked.advance();
+    }
+}
+
+} // namespace
