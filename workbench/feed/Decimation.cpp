@@ -26,9 +26,14 @@ void Decimation::run(const std::vector<double>& samples, const std::vector<doubl
                 m_marker = 2.0 * static_cast<double>((m_open + group - 1) / group);
             }
         }
-        if (m_factor == 1) {
-            thinSamples.push_back(samples[k]);
-            thinMarkers.push_back(markers[k]);
+        if (m_factor == 1) { // all up to the next segment
+            const auto first = static_cast<std::ptrdiff_t>(k);
+            const auto next = std::find_if(markers.begin() + first + 1, markers.end(),
+                                           [](double marker) { return marker > 0.0; });
+            thinSamples.insert(thinSamples.end(), samples.begin() + first,
+                               samples.begin() + (next - markers.begin()));
+            thinMarkers.insert(thinMarkers.end(), markers.begin() + first, next);
+            k = static_cast<std::size_t>(next - markers.begin()) - 1;
             continue;
         }
         m_group.push_back(samples[k]);

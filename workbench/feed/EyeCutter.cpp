@@ -1,20 +1,18 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/feed/EyeCutter.h"
 
+#include "workbench/receiver/Interpolation.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
-
-#include <liquid/liquid.h>
 
 namespace {
 
 // A diagram keeps a number of samples: more of a trace leave fewer traces.
 constexpr int usualTraceLength = 24;
-constexpr int minSymbolLength = 8;       // output samples; even, so that half a trace is whole
-constexpr int phaseCount = 64;           // of the interpolation from sample to sample
-constexpr int reach = 8;                 // samples that it takes to either side
-constexpr float stopBand = 60.0F;        // dB
+constexpr int minSymbolLength = 8; // output samples; even, so that half a trace is whole
+constexpr std::int64_t reach = Interpolation::reach;
 constexpr double spacingTolerance = 0.1; // of two symbols that follow one another
 
 constexpr std::uint8_t isQuiet = 1;
@@ -23,18 +21,6 @@ constexpr std::uint8_t isNoNumber = 2;
 int symbolLengthOf(const EyeCut& cut)
 {
     return std::max(usualTraceLength / cut.symbolCount / 2 * 2, minSymbolLength);
-}
-
-/// Impulse response of the interpolation. To design it takes milliseconds.
-const std::vector<float>& kernel()
-{
-    static const std::vector<float> taps = [] {
-        std::vector<float> result(2 * reach * phaseCount + 1);
-        liquid_firdes_kaiser(static_cast<unsigned>(result.size()), 0.5F / phaseCount, stopBand,
-                             0.0F, result.data());
-        return result;
-    }();
-    return taps;
 }
 
 /// Scatters numbers that follow one another (the finaliser of the generator SplitMix64).
@@ -48,47 +34,10 @@ std::uint64_t scattered(std::uint64_t number)
 
 } // namespace
 
-/// The signal between its samples.
-struct EyeCutter::Interpolator
-{
-    Interpolator()
-    {
-        std::vector<float> taps = kernel();
-        bank = firpfb_rrrf_create(phaseCount, taps.data(), static_cast<unsigned>(taps.size()));
-    }
-    ~Interpolator() { firpfb_rrrf_destroy(bank); }
-    Interpolator(const Interpolator&) = delete;
-    Interpolator& operator=(const Interpolator&) = delete;
-
-    /// @param sampleAt  is asked for all samples from the next one on, in order.
-    template<class SampleAt>
-    double at(double position, SampleAt sampleAt)
-    {
-        auto whole = static_cast<std::int64_t>(std::floor(position));
-        auto phase = static_cast<unsigned>(
-            std::lround((position - static_cast<double>(whole)) * phaseCount));
-        if (phase == phaseCount) {
-            phase = 0;
-            ++whole;
-        }
-        constexpr double largest = std::numeric_limits<float>::max();
-        for (; next <= whole + reach; ++next)
-            firpfb_rrrf_push(bank,
-                             static_cast<float>(std::clamp(sampleAt(next), -largest, largest)));
-        float result = 0.0F;
-        firpfb_rrrf_execute(bank, phase, &result);
-        return result;
-    }
-
-    firpfb_rrrf bank = nullptr;
-    std::int64_t next = 0; // sample to be taken
-};
-
 EyeCutter::EyeCutter(const EyeCut& cut)
     : m_cut(cut)
     , m_symbolLength(symbolLengthOf(cut))
     , m_reach(static_cast<std::size_t>(cut.symbolCount + 1) / 2)
-    , m_interpolator(std::make_unique<Interpolator>())
 {
     m_traceLength = static_cast<std::size_t>(m_cut.symbolCount * m_symbolLength) + 1;
     if (m_cut.hasSymbols() && m_cut.bandwidth > 0.0)
@@ -104,6 +53,7 @@ void EyeCutter::start(std::int64_t position)
     m_start = position;
     m_samples.clear();
     m_flaws.clear();
+    m_lastFlaw = -1;
     m_symbols.clear();
     m_next = 0;
 }
@@ -123,13 +73,21 @@ void EyeCutter::push(const BlockPart& part)
 void EyeCutter::append(const BlockPart& part)
 {
     const SignalBlock& block = *part.block;
-    for (std::size_t k = part.first; k < part.first + part.count; ++k) {
-        const double sample = block.samples[k];
+    constexpr double largest = std::numeric_limits<float>::max();
+    const std::size_t before = m_samples.size();
+    m_samples.resize(before + part.count);
+    m_flaws.resize(before + part.count);
+    for (std::size_t k = 0; k < part.count; ++k) {
+        const double sample = block.samples[part.first + k];
+        const bool isSilent = !block.isQuiet.empty() && block.isQuiet[part.first + k] != 0;
         const bool isNumber = std::isfinite(sample);
-        m_samples.push_back(isNumber ? sample : 0.0);
-        const bool isSilent = !block.isQuiet.empty() && block.isQuiet[k] != 0;
-        m_flaws.push_back(
-            static_cast<std::uint8_t>((isSilent ? isQuiet : 0U) | (isNumber ? 0U : isNoNumber)));
+        m_samples[before + k] =
+            isNumber ? static_cast<float>(std::clamp(sample, -largest, largest)) : 0.0F;
+        if (isNumber && !isSilent)
+            continue;
+        m_flaws[before + k] =
+            static_cast<std::uint8_t>((isSilent ? isQuiet : 0U) | (isNumber ? 0U : isNoNumber));
+        m_lastFlaw = m_start + static_cast<std::int64_t>(before + k);
     }
     part.forEachSymbol([this](const Symbol& symbol) { m_symbols.push_back(symbol); });
 }
@@ -203,33 +161,55 @@ double EyeCutter::placeOf(std::size_t middle, double symbols) const
 bool EyeCutter::isClear(std::int64_t first, std::int64_t last, std::uint8_t flaws) const
 {
     const auto begin = m_flaws.begin() + static_cast<std::ptrdiff_t>(first - m_start);
-    return std::none_of(begin, begin + static_cast<std::ptrdiff_t>(last - first + 1),
+    return first > m_lastFlaw ||
+           std::none_of(begin, begin + static_cast<std::ptrdiff_t>(last - first + 1),
                         [flaws](std::uint8_t flaw) { return (flaw & flaws) != 0; });
 }
 
 /// Before the first sample as if that one had lasted.
-double EyeCutter::sampleAt(std::int64_t position) const
+float EyeCutter::sampleAt(std::int64_t position) const
 {
     return m_samples[static_cast<std::size_t>(std::max(position, m_start) - m_start)];
+}
+
+/// Filters the samples from one to another. @return the position of the first.
+std::int64_t EyeCutter::filter(std::int64_t first, std::int64_t last)
+{
+    for (std::int64_t k = first - m_filter->settleLength(); k < first; ++k)
+        m_filter->run(double{sampleAt(k)}); // its state was that of another place
+    m_filtered.clear();
+    for (std::int64_t k = first; k <= last; ++k)
+        m_filtered.push_back(static_cast<float>(m_filter->run(double{sampleAt(k)})));
+    return first;
 }
 
 void EyeCutter::trace(std::size_t middle)
 {
     const double half = 0.5 * m_cut.symbolCount;
-    const double delay = m_filter ? m_filter->delay() : 0.0;
-    m_interpolator->next =
-        static_cast<std::int64_t>(std::floor(placeOf(middle, -half) + delay)) - reach;
-    if (m_filter) { // its state is that of another place
-        for (std::int64_t k = m_interpolator->next - m_filter->settleLength();
-             k < m_interpolator->next; ++k)
-            m_filter->run(sampleAt(k));
+    const float* samples = m_samples.data();
+    double origin = static_cast<double>(m_start);
+    if (m_filter) {
+        const double delay = m_filter->delay();
+        const auto first = static_cast<std::int64_t>(std::floor(placeOf(middle, -half) + delay));
+        const auto last = static_cast<std::int64_t>(std::floor(placeOf(middle, half) + delay));
+        origin = static_cast<double>(filter(first - reach, last + reach + 1)) - delay;
+        samples = m_filtered.data();
     }
-    const auto filtered = [this](std::int64_t position) {
-        return m_filter ? m_filter->run(sampleAt(position)) : sampleAt(position);
-    };
-    for (std::size_t k = 0; k < m_traceLength; ++k) {
-        const double symbols = static_cast<double>(k) / m_symbolLength - half;
-        m_traces.push_back(m_interpolator->at(placeOf(middle, symbols) + delay, filtered));
+    const std::size_t begin = m_traces.size();
+    m_traces.resize(begin + m_traceLength);
+    // From one symbol to the next, places are evenly spaced.
+    const auto perSymbol = static_cast<std::size_t>(m_symbolLength);
+    std::size_t past = m_cut.symbolCount % 2 == 0 ? 0 : perSymbol / 2; // of a symbol's
+    double symbols = std::floor(-half);
+    for (std::size_t k = 0; k < m_traceLength; past = 0, symbols += 1.0) {
+        const std::size_t count = std::min(perSymbol - past, m_traceLength - k);
+        const double from = placeOf(middle, symbols);
+        const bool isLast = count == 1 && past == 0; // to which no symbol need follow
+        const double step =
+            isLast ? 1.0 : (placeOf(middle, symbols + 1.0) - from) / static_cast<double>(perSymbol);
+        Interpolation::ofWholeBand().fill(samples, from - origin + static_cast<double>(past) * step,
+                                          step, count, &m_traces[begin + k]);
+        k += count;
     }
 }
 

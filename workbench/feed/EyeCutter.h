@@ -5,7 +5,6 @@
 #include "workbench/sources/LowPass.h"
 
 #include <cstdint>
-#include <deque>
 #include <memory>
 #include <vector>
 
@@ -50,8 +49,6 @@ public:
     std::int64_t leftOutCount() const { return m_leftOutCount; }
 
 private:
-    struct Interpolator;
-
     void start(std::int64_t position);
     void append(const BlockPart& part);
     void cutSymbols();
@@ -60,7 +57,8 @@ private:
     double placeOf(std::size_t middle, double symbols) const;
     bool isClear(std::int64_t first, std::int64_t last, std::uint8_t flaws) const;
     void trace(std::size_t middle);
-    double sampleAt(std::int64_t position) const;
+    std::int64_t filter(std::int64_t first, std::int64_t last);
+    float sampleAt(std::int64_t position) const;
     void forget();
 
     EyeCut m_cut;
@@ -69,12 +67,13 @@ private:
     std::size_t m_reach; // symbols to either side of a trace's middle that have to be known
     std::int64_t m_step = 1;
     std::unique_ptr<LowPass> m_filter; // where there is one
-    std::unique_ptr<Interpolator> m_interpolator;
-    std::int64_t m_start = 0; // position of the first sample that is kept
-    std::vector<double> m_samples;
-    std::vector<std::uint8_t> m_flaws; // of the samples
-    std::deque<Symbol> m_symbols;
+    std::int64_t m_start = 0;          // position of the first sample that is kept
+    std::vector<float> m_samples;
+    std::vector<std::uint8_t> m_flaws; // of the samples...
+    std::int64_t m_lastFlaw = -1;      // ...of which this one has the last, where not negative
+    std::vector<Symbol> m_symbols;
     std::size_t m_next = 0; // symbol in the middle of the next trace
     std::int64_t m_leftOutCount = 0;
-    std::vector<double> m_traces;
+    std::vector<float> m_filtered; // samples that a trace takes
+    std::vector<float> m_traces;
 };

@@ -3,6 +3,7 @@
 
 #include "workbench/receiver/SignalBlock.h"
 
+#include <algorithm>
 #include <chrono>
 #include <deque>
 #include <optional>
@@ -18,13 +19,15 @@ struct BlockPart
     template<class Work>
     void forEachSymbol(Work work) const
     {
-        for (const Symbol& symbol : block->symbols) {
-            const bool isFrom = first == 0 || symbol.position >= static_cast<double>(position());
-            const bool isTo =
-                first + count == block->count() || symbol.position < static_cast<double>(end());
-            if (isFrom && isTo)
-                work(symbol);
-        }
+        const auto& symbols = block->symbols;
+        const auto firstFrom = [&symbols](std::int64_t place) {
+            return std::lower_bound(
+                symbols.begin(), symbols.end(), static_cast<double>(place),
+                [](const Symbol& symbol, double position) { return symbol.position < position; });
+        };
+        const auto begin = first == 0 ? symbols.begin() : firstFrom(position());
+        const auto last = first + count == block->count() ? symbols.end() : firstFrom(end());
+        std::for_each(begin, last, work);
     }
 
     SignalBlockPtr block;
