@@ -14,6 +14,7 @@
 #include <QFile>
 #include <QOpenGLWidget>
 #include <QPainter>
+#include <QPixmapCache>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -31,6 +32,7 @@ constexpr qint64 settlingMs = 120000;
 struct Counts
 {
     long memory; ///< KiB that are the process's own.
+    long live;   ///< KiB of them that were allocated and not freed.
     long shown;  ///< GL widgets until now.
     int handles;
     int threads;
@@ -108,7 +110,9 @@ Counts look(EventCounter& events)
     events.timers.clear();
     QTest::qWait(300);
     malloc_trim(0); // or it is mostly what the driver's compiler has freed, in pieces
+    const struct mallinfo2 heap = mallinfo2();
     return {privateMemory(),
+            static_cast<long>((heap.uordblks + heap.hblkhd) / 1024),
             events.shown,
             entryCount("/proc/self/fd"),
             entryCount("/proc/self/task"),
@@ -141,6 +145,7 @@ int main(int argc, char** argv)
 {
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     const QApplication application(argc, argv);
+    QPixmapCache::setCacheLimit(0); // or the icons of each dialog fill it, up to 10 MiB
     const double loss = toolkitLoss();
     std::printf("the toolkit keeps %.1f KiB of a GL widget\n", loss);
     EventCounter events;
@@ -165,10 +170,11 @@ int main(int argc, char** argv)
         last = look(events);
         if (!first && clock.elapsed() >= std::min(settlingMs, endMs / 3))
             first = last;
-        std::printf("%5lld s: %ld KiB, %ld GL widgets shown, handles %d, threads %d, widgets %d, "
-                    "timers %s\n",
-                    static_cast<long long>(clock.elapsed() / 1000), last.memory, last.shown,
-                    last.handles, last.threads, last.widgets, qPrintable(last.timers.join(' ')));
+        std::printf("%5lld s: %ld KiB, %ld of them live, %ld GL widgets shown, handles %d, "
+                    "threads %d, widgets %d, timers %s\n",
+                    static_cast<long long>(clock.elapsed() / 1000), last.memory, last.live,
+                    last.shown, last.handles, last.threads, last.widgets,
+                    qPrintable(last.timers.join(' ')));
         std::fflush(stdout);
     }
     const bool isLevel = static_cast<double>(last.memory) <=
