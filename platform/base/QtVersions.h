@@ -5,8 +5,6 @@
 #include <QLibraryInfo>
 #include <QString>
 
-#include <limits>
-
 /// What Qt 5 and Qt 6 call by different names; all else is written so that both take it.
 /// Events are template arguments, so that who wants a path needs no Qt Gui.
 namespace QtVersions {
@@ -15,8 +13,8 @@ namespace QtVersions {
 
 /// Whether a window with OpenGL in it bears that there is none.
 constexpr bool bearsMissingOpenGL = false;
-/// The most device pixels to a logical one where a QStaticText has the pixels of a drawn text.
-constexpr double exactStaticTextScale = 1.0;
+/// Whether Qt's OpenGL painter takes a glyph's part of a pixel from its logical place.
+constexpr bool placesTextsByLogicalPixels = false;
 
 /// Before the application object: widgets and pictures keep their size on screens of many pixels.
 inline void scaleForHighDpi() {}
@@ -47,7 +45,7 @@ auto globalPosition(const Event& event)
 #else
 
 constexpr bool bearsMissingOpenGL = true;
-constexpr double exactStaticTextScale = std::numeric_limits<double>::infinity();
+constexpr bool placesTextsByLogicalPixels = true;
 
 inline void scaleForHighDpi()
 {

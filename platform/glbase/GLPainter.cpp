@@ -159,10 +159,11 @@ bool GLPainter::FillByRow(const QRect& rect, const QBrush& brush)
 
 void GLPainter::drawText(const QRect& rect, int flags, const QString& text)
 {
-    if (PixelsFor(Qt::black) && keptTexts::draw(*m_pPainter, rect, flags, text))
+    if (!m_pPainter || (PixelsFor(Qt::black) && keptTexts::draw(*m_pPainter, rect, flags, text)) ||
+        (!m_pFrame->IsPaintingPicture() &&
+         keptTexts::drawLikeOpenGL(*m_pPainter, rect, flags, text)))
         return;
-    if (m_pPainter)
-        m_pPainter->drawText(rect, flags, text);
+    m_pPainter->drawText(rect, flags, text);
 }
 
 void GLPainter::drawHLine(int x1, int x2, int y, const QColor& color)
