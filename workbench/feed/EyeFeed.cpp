@@ -84,8 +84,7 @@ void EyeFeed::setLevels(double lowest, double highest)
 void EyeFeed::followLevels(double elapsed)
 {
     LevelExtremes shown;
-    for (const double sample : m_kept)
-        shown.add(sample);
+    shown.add(m_kept.data(), m_kept.size());
     if (m_levels.take(shown, elapsed))
         m_values.setY(m_levels.lowest(), m_levels.highest());
 }

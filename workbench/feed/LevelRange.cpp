@@ -1,12 +1,27 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/feed/LevelRange.h"
 
+#include "workbench/receiver/Vectors.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace {
 
 constexpr double leastUsed = 0.5; // part of the range
+
+/// The lowest and the highest at each place of whole vectors.
+ORVANE_WIDEST void extremesOf(const double* levels, std::size_t count, Doubles& lowest,
+                              Doubles& highest)
+{
+    for (std::size_t k = 0; k < count; k += doublesWidth) {
+        Doubles level;
+        load(levels + k, level);
+        const auto isFinite = level - level == 0.0;
+        lowest = isFinite & (level < lowest) ? level : lowest;
+        highest = isFinite & (level > highest) ? level : highest;
+    }
+}
 
 } // namespace
 
@@ -16,6 +31,23 @@ void LevelExtremes::add(double level)
         return;
     lowest = std::min(lowest, level);
     highest = std::max(highest, level);
+}
+
+void LevelExtremes::add(const double* levels, std::size_t count)
+{
+    const std::size_t whole = count / doublesWidth * doublesWidth;
+    Doubles least, most;
+    for (std::size_t k = 0; k < doublesWidth; ++k) {
+        least[k] = lowest;
+        most[k] = highest;
+    }
+    extremesOf(levels, whole, least, most);
+    for (std::size_t k = 0; k < doublesWidth; ++k) {
+        lowest = std::min(lowest, least[k]);
+        highest = std::max(highest, most[k]);
+    }
+    for (std::size_t k = whole; k < count; ++k)
+        add(levels[k]);
 }
 
 void LevelExtremes::add(const LevelExtremes& other)

@@ -1,12 +1,14 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <limits>
 
 /// The lowest and the highest of some levels; what is not finite does not count.
 struct LevelExtremes
 {
     void add(double level);
+    void add(const double* levels, std::size_t count);
     void add(const LevelExtremes& other);
     /// Whether there are two levels that differ: silence has none that an axis could be fitted to.
     bool isSignal() const { return lowest < highest; }

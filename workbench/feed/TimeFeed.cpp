@@ -97,8 +97,7 @@ void TimeFeed::notify()
 void TimeFeed::noteLevels(const double* samples, std::size_t count)
 {
     Stretch stretch{static_cast<double>(count), {}};
-    for (std::size_t k = 0; k < count; ++k)
-        stretch.levels.add(samples[k]);
+    stretch.levels.add(samples, count);
     m_shown.push_back(stretch);
     m_shownCount += stretch.count;
     while (m_shownCount - m_shown.front().count >= m_span * m_scale.sampleRate) {
