@@ -57,7 +57,7 @@ double CarrierLock::evidence(const std::complex<double>& symbol)
 {
     const Decisions::Expected held = m_decisions.expected(symbol, 0.5 * m_noise);
     static const double least = std::exp(-negligible);
-    const double lost = lostLikelihood(std::abs(symbol)) + least;
+    const double lost = lostLikelihood(std::sqrt(std::norm(symbol))) + least;
     m_noise = std::clamp(m_noise + learning * (held.square - m_noise), leastNoise, mostNoise);
     return std::log(held.likelihood / lost + outliers);
 }

@@ -93,6 +93,8 @@ void CarrierRecovery::process(BasebandBlock& block)
         return;
     m_waiting.append(block);
     BasebandBlock output;
+    output.samples.reserve(m_waiting.samples.size());
+    output.symbols.reserve(m_waiting.symbols.size());
     output.clock.swap(m_waiting.clock);
     searchOn(false, output);
     dropHead();
@@ -352,10 +354,12 @@ void CarrierRecovery::putOut(double phase, double slope, SymbolState state, Base
     if (m_modulation->isOffset)
         symbol.value = {symbol.value.real(),
                         product(std::complex<float>(sampleAt(0, m_perSymbol / 2)), turn).imag()};
-    const std::size_t before = output.samples.size();
-    output.samples.resize(before + end - begin);
-    for (std::size_t k = begin; k < end; ++k) {
-        output.samples[before + k - begin] = product(m_waiting.samples[k], turn);
+    const auto place = static_cast<std::ptrdiff_t>(output.samples.size());
+    const auto first = m_waiting.samples.begin() + static_cast<std::ptrdiff_t>(begin);
+    output.samples.insert(output.samples.end(), first,
+                          first + static_cast<std::ptrdiff_t>(end - begin));
+    for (auto sample = output.samples.begin() + place; sample != output.samples.end(); ++sample) {
+        *sample = product(*sample, turn);
         turn = product(turn, step);
     }
     symbol.level = state == SymbolState::Unlocked ? 0.0 : m_emittedAmplitude;

@@ -32,6 +32,22 @@ double raisedCosine(double frequency, double rollOff)
     return f >= 1.0 - flat ? 0.0 : 0.5 + 0.5 * std::cos(pi * (f - flat) / rollOff);
 }
 
+/// Spectrum of symmetric taps, an odd number of them, at a frequency in cycles a sample.
+double spectrumAt(const std::vector<float>& taps, double frequency)
+{
+    const std::size_t middle = taps.size() / 2;
+    const double step = 2.0 * std::cos(2.0 * pi * frequency);
+    double cosine = 1.0, next = 0.5 * step; // of one multiple of the angle, and of the one after
+    double sum = double{taps[middle]};
+    for (std::size_t k = 1; k <= middle; ++k) {
+        sum += (double{taps[middle - k]} + double{taps[middle + k]}) * next;
+        const double later = step * next - cosine;
+        cosine = next;
+        next = later;
+    }
+    return sum;
+}
+
 } // namespace
 
 FrequencyEstimate::FrequencyEstimate(ReceiverSettings::Modulation modulation, int perSymbol,
@@ -46,11 +62,7 @@ FrequencyEstimate::FrequencyEstimate(ReceiverSettings::Modulation modulation, in
             m_pulse.push_back(raisedCosine(f, usualRollOff));
             continue;
         }
-        const auto middle = static_cast<double>(taps.size() - 1) / 2.0;
-        double sum = 0.0;
-        for (std::size_t k = 0; k < taps.size(); ++k)
-            sum += double{taps[k]} *
-                   std::cos(2.0 * pi * f * (static_cast<double>(k) - middle) / m_perSymbol);
+        const double sum = spectrumAt(taps, f / m_perSymbol);
         m_pulse.push_back(f < 0.5 * m_perSymbol ? sum * sum : 0.0);
     }
     const double most = *std::max_element(m_pulse.begin(), m_pulse.end());

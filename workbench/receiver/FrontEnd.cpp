@@ -13,6 +13,8 @@ constexpr double mostDc = 1e6;       // samples
 
 float usable(double value)
 {
+    if (std::abs(value) <= double{largest})
+        return static_cast<float>(value);
     const auto single = static_cast<float>(value);
     return std::isfinite(single) ? std::clamp(single, -largest, largest) : 0.0F;
 }

@@ -193,8 +193,10 @@ bool SymbolTiming::isLockedAt(std::int64_t block)
     const std::int64_t first = std::max(block - aheadCount, oldest);
     const std::int64_t last = std::min(block + aheadCount, m_blockCount - 1);
     const Complex start = std::polar(1.0, -m_phase);
-    std::vector<Complex> lines; // turned to where they should be
-    std::vector<double> powers;
+    auto& lines = m_nearLines; // turned to where they should be
+    auto& powers = m_nearPowers;
+    lines.clear();
+    powers.clear();
     for (std::int64_t i = first; i <= last; ++i) {
         const Complex turn =
             product(start, m_turns[static_cast<std::size_t>(i - block + aheadCount)]);

@@ -89,7 +89,9 @@ private:
     std::vector<double> m_weightedI, m_weightedQ;
     TurnSearch m_search;
     std::vector<Complex> m_turns; // of the blocks about one, as the frequency there has them
-    double m_blockEnd;            // of the open block, samples
+    std::vector<Complex> m_nearLines;
+    std::vector<double> m_nearPowers;
+    double m_blockEnd; // of the open block, samples
     std::int64_t m_blockCount = 0;
     std::int64_t m_settledCount = 0;
     double m_phase = 0.0; // rad, of the last settled block

@@ -78,12 +78,15 @@ TimingRefinement::Complex TimingRefinement::sampleAt(std::ptrdiff_t index) const
 /// By five samples, and by three.
 TimingRefinement::Slopes TimingRefinement::slopesAt(std::size_t symbol, std::ptrdiff_t offset) const
 {
-    const std::ptrdiff_t index = static_cast<std::ptrdiff_t>(symbol * m_perSymbol) + offset;
-    const Complex before = sampleAt(index - 1);
-    const Complex after = sampleAt(index + 1);
+    const std::ptrdiff_t first = static_cast<std::ptrdiff_t>(symbol * m_perSymbol) + offset - 2;
+    Complex samples[5];
+    if (first >= 0 && first + 5 <= static_cast<std::ptrdiff_t>(m_waiting.samples.size()))
+        std::copy_n(m_waiting.samples.data() + first, 5, samples);
+    else
+        std::generate_n(samples, 5, [this, k = first]() mutable { return sampleAt(k++); });
     const auto step = static_cast<double>(m_perSymbol);
-    return {step / 12.0 * (8.0 * (after - before) - (sampleAt(index + 2) - sampleAt(index - 2))),
-            step * step * (after - 2.0 * sampleAt(index) + before)};
+    return {step / 12.0 * (8.0 * (samples[3] - samples[1]) - (samples[4] - samples[0])),
+            step * step * (samples[3] - 2.0 * samples[2] + samples[1])};
 }
 
 void TimingRefinement::process(BasebandBlock& block)
@@ -244,6 +247,7 @@ void TimingRefinement::passOn(std::size_t count, BasebandBlock& output)
         return early * slopes.first + 0.5 * early * early * slopes.second;
     };
     fitLines();
+    output.symbols.reserve(output.symbols.size() + count);
     std::size_t after = 0;
     for (std::size_t k = m_head; k < m_head + count; ++k) {
         output.symbols.push_back(m_waiting.symbols[k]);
