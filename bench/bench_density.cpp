@@ -8,20 +8,44 @@
 //   numpy/ours time of numpy's histogram2d over ours, of a point a column; left out where numpy is
 //              not installed.
 // "anew" counts 100,000 kept traces again, as a zoom does: its time is that of a zoom.
+// "paint" paints a density plot with 800 x 600 cells on the GUI thread after new symbols, and
+// "picture" makes the picture for it on the counting thread:
+//   eye/ours   time of an eye diagram of 800 x 600 pixels that paints one new trace, over ours.
+// "live" hands 1 MBd over at the pace of a receiver, for three seconds, while a snapshot is taken
+// 30 times a second:
+//   torn       symbols that were left out;
+//   cores      processor time, over time; that of the receiver included.
+// "ten_million" counts so many symbols, and measures figures of those that are kept:
+//   traces_s   counted in a second of one core;
+//   figures_ms time of all figures of an eye;
+//   memory_mb  of the process, beyond what it was before.
 #include "density/Counter.h"
+#include "density/CountingThread.h"
+#include "density/DensityExport.h"
+#include "density/DensityPlot.h"
+#include "density/EyeFigures.h"
 #include "density/TraceRaster.h"
+#include "eye/GLEyeDiagram.h"
+#include "platform/glwidgets/XAxisWidget.h"
 
 #include <benchmark/benchmark.h>
 
+#include <QApplication>
+#include <QElapsedTimer>
 #include <QFile>
+#include <QImage>
+#include <QPainter>
 #include <QProcess>
 #include <QTemporaryDir>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <ctime>
+#include <memory>
 #include <optional>
 #include <random>
+#include <thread>
 
 namespace {
 
@@ -72,11 +96,7 @@ std::vector<Cells::Run> runsOf(const std::vector<float>& samples, const TraceSha
     TraceRaster raster(shape, window, GridSize());
     std::vector<Cells::Run> runs;
     for (std::size_t k = 0; k < samples.size(); k += static_cast<std::size_t>(shape.sampleCount)) {
-        const Cells& touched = raster.take(&samples[k]);
-        for (int column = touched.firstColumn; column <= touched.lastColumn; ++column) {
-            const auto index = static_cast<std::size_t>(column);
-            runs.push_back({column, touched.begin[index], touched.end[index]});
-        }
+        raster.take(&samples[k]).forEachRun([&](const Cells::Run& run) { runs.push_back(run); });
     }
     return runs;
 }
@@ -183,6 +203,163 @@ void density_anew(benchmark::State& state)
     }
 }
 
+void paint(QWidget& widget)
+{
+    static QImage canvas(1200, 800, QImage::Format_RGB32);
+    QPainter painter(&canvas);
+    widget.render(&painter, {}, {}, QWidget::RenderFlags());
+}
+
+/// A plot of 800 x 600 cells that shows the traces.
+std::unique_ptr<DensityPlot> makePlot(const std::vector<float>& samples)
+{
+    auto plot = std::make_unique<DensityPlot>(DensityPlot::Kind::Eye);
+    QSize size(900, 700);
+    const auto columns = [&] { return plot->snapshot() ? plot->snapshot()->size.columns : 0; };
+    const auto rows = [&] { return plot->snapshot() ? plot->snapshot()->size.rows : 0; };
+    plot->resize(size);
+    plot->show();
+    plot->addData(samples.data(), samples.size(), 0);
+    const GridSize wanted;
+    for (int turn = 0; turn < 3 && !(columns() == wanted.columns && rows() == wanted.rows);
+         ++turn) {
+        QElapsedTimer timer;
+        timer.start();
+        while (timer.elapsed() < 600)
+            QApplication::processEvents();
+        size += QSize(wanted.columns - columns(), wanted.rows - rows());
+        plot->resize(size);
+    }
+    return plot;
+}
+
+/// An eye diagram of 800 x 600 pixels.
+struct Eye
+{
+    GLEyeDiagram diagram{nullptr};
+    std::shared_ptr<XAxisWidget> xAxis = std::make_shared<XAxisWidget>("XAxis", nullptr);
+
+    Eye()
+    {
+        diagram.resize(800, 600);
+        xAxis->SetLength(800);
+        diagram.setXAxisWidget(xAxis);
+    }
+    void addAndPaint(const std::vector<float>& samples, std::size_t first, std::size_t length)
+    {
+        const auto from = samples.begin() + static_cast<std::ptrdiff_t>(first);
+        std::vector<double> trace(from, from + static_cast<std::ptrdiff_t>(length));
+        diagram.AddData(trace);
+        paint(diagram);
+    }
+};
+
+void density_paint(benchmark::State& state)
+{
+    const TraceShape shape = shapeOf(state);
+    const auto length = static_cast<std::size_t>(shape.sampleCount);
+    const std::vector<float> samples = makeTraces(shape);
+    const auto plot = makePlot(samples);
+    Eye eye;
+    for (std::size_t k = 0; k < samples.size(); k += length)
+        eye.addAndPaint(samples, k, length);
+    std::vector<double> ours, ratios;
+    std::size_t next = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        constexpr int paints = 50;
+        double start = processorSeconds();
+        for (int k = 0; k < paints; ++k)
+            paint(*plot);
+        ours.push_back((processorSeconds() - start) / paints);
+        start = processorSeconds();
+        for (int k = 0; k < paints; ++k)
+            eye.addAndPaint(samples, next++ % traceCount * length, length);
+        ratios.push_back((processorSeconds() - start) / paints / ours.back());
+        state.SetIterationTime(ours.back());
+    }
+    state.counters["eye/ours"] = median(ratios);
+    state.counters["columns"] = plot->snapshot() ? plot->snapshot()->size.columns : 0;
+}
+
+void density_picture(benchmark::State& state)
+{
+    const TraceShape shape = shapeOf(state);
+    const std::vector<float> samples = makeTraces(shape);
+    Counter counter(settingsOf(shape));
+    for ([[maybe_unused]] auto _ : state) {
+        addAll(counter, samples, static_cast<std::size_t>(shape.sampleCount));
+        const double start = processorSeconds();
+        benchmark::DoNotOptimize(toImage(*counter.snapshot(), ColorMapping()));
+        state.SetIterationTime(processorSeconds() - start);
+    }
+}
+
+void density_live(benchmark::State& state)
+{
+    using std::chrono::milliseconds;
+    using Clock = std::chrono::steady_clock;
+    const TraceShape shape = shapeOf(state);
+    const std::vector<float> samples = makeTraces(shape);
+    constexpr int blocks = 600, tracesPerBlock = 5000, blockMs = 5; // 1 MBd
+    SnapshotPtr last;
+    double cores = 0.0;
+    for ([[maybe_unused]] auto _ : state) {
+        CountingThread counting(settingsOf(shape));
+        const Clock::time_point start = Clock::now();
+        const double before = processorSeconds();
+        for (int block = 0; block < blocks; ++block) {
+            CountingThread::Block next;
+            next.firstSymbol = std::int64_t{block} * tracesPerBlock;
+            for (std::size_t k = 0; k < tracesPerBlock / traceCount; ++k)
+                next.samples.insert(next.samples.end(), samples.begin(), samples.end());
+            counting.tryPush(std::move(next));
+            if (block % 7 == 0)
+                counting.requestSnapshot([&](const SnapshotPtr& seen) { last = seen; });
+            std::this_thread::sleep_until(start + milliseconds((block + 1) * blockMs));
+        }
+        counting.wait();
+        const std::chrono::duration<double> seconds = Clock::now() - start;
+        cores = (processorSeconds() - before) / seconds.count();
+        counting.requestSnapshot([&](const SnapshotPtr& seen) { last = seen; });
+        counting.wait();
+    }
+    state.counters["symbols"] = static_cast<double>(last->allSymbols);
+    state.counters["torn"] = static_cast<double>(last->leftOut.tornTraces);
+    state.counters["cores"] = cores;
+}
+
+/// Memory of the process, MB.
+double memoryInUse()
+{
+    QFile status("/proc/self/status");
+    if (!status.open(QIODevice::ReadOnly))
+        return 0.0;
+    for (const QByteArray& line : status.readAll().split('\n')) {
+        if (line.startsWith("VmRSS:"))
+            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024.0;
+    }
+    return 0.0;
+}
+
+void density_ten_million(benchmark::State& state)
+{
+    const TraceShape shape = shapeOf(state);
+    const std::vector<float> samples = makeTraces(shape);
+    constexpr std::size_t symbols = 10'000'000;
+    const double memory = memoryInUse();
+    for ([[maybe_unused]] auto _ : state) {
+        Counter counter(settingsOf(shape));
+        double start = processorSeconds();
+        for (std::size_t k = 0; k < symbols / traceCount; ++k)
+            addAll(counter, samples, static_cast<std::size_t>(shape.sampleCount));
+        state.counters["traces_s"] = static_cast<double>(symbols) / (processorSeconds() - start);
+        state.counters["memory_mb"] = memoryInUse() - memory;
+        start = processorSeconds();
+        benchmark::DoNotOptimize(EyeFigures::of(counter.kept(), shape));
+        state.counters["figures_ms"] = 1e3 * (processorSeconds() - start);
+    }
+}
+
 BENCHMARK(density_count)
     ->Arg(33)
     ->Arg(17)
@@ -190,7 +367,17 @@ BENCHMARK(density_count)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(density_anew)->Arg(33)->Iterations(11)->Unit(benchmark::kMillisecond);
+BENCHMARK(density_paint)->Arg(33)->Iterations(21)->UseManualTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK(density_picture)->Arg(33)->Iterations(51)->UseManualTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK(density_live)->Arg(17)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(density_ten_million)->Arg(17)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 } // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -19,7 +19,7 @@ void KeptSignal::add(const float* samples, std::int64_t symbol)
     }
     std::copy(samples, samples + m_length, m_samples.data() + m_next * m_length);
     m_symbols[m_next] = symbol;
-    m_next = (m_next + 1) % m_capacity;
+    m_next = m_next + 1 < m_capacity ? m_next + 1 : 0;
 }
 
 void KeptSignal::clear()

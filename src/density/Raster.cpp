@@ -8,7 +8,10 @@ Raster::~Raster() = default;
 PointRaster::PointRaster(const Window& window, const GridSize& size)
     : m_window(window)
     , m_size(size)
-{}
+{
+    m_cells.rowCount = size.rows;
+    m_cells.stride = size.columns + 1;
+}
 
 bool PointRaster::find(const float* point, int& column, int& row) const
 {
@@ -27,9 +30,9 @@ bool PointRaster::find(const float* point, int& column, int& row) const
 const Cells& PointRaster::take(const float* point)
 {
     int column = 0, row = 0;
-    m_cells.runs.clear();
+    m_cells.spans.clear();
     if (find(point, column, row))
-        m_cells.runs.push_back({column, row, row + 1});
+        m_cells.spans.push_back({m_cells.placeOf(row, column), m_cells.placeOf(row, column)});
     return m_cells;
 }
 

@@ -9,20 +9,61 @@
 namespace density {
 
 /// The cells of a grid that a trace or a point touches. None is named twice.
+///
+/// A place is (row + 1) * stride + column, of a row within [-1, rowCount]: one of these where it is
+/// outside.
+///
+/// Between two samples, a line either rises or falls, and a border between two columns there is
+/// where it leaves the one and enters the other: all that there is to tell of such columns is the
+/// row at each border, so that counting writes one number a border. Other columns are spans.
 struct Cells
 {
-    /// Rows [begin, end) of a column.
+    /// Columns [first, last), of which column k goes from border k to k + 1.
+    struct Stretch
+    {
+        int first, last;
+        bool isRising;
+    };
+    /// From a place up to another one in its column.
+    struct Span
+    {
+        int low, high;
+    };
+    int rowCount = 0;
+    int stride = 1;          ///< columns and 1
+    std::vector<int> places; ///< of the borders of stretches, of the column to their right
+    std::vector<Stretch> stretches;
+    std::vector<Span> spans;
+
+    int placeOf(int row, int column) const { return (row + 1) * stride + column; }
+
+    /// Rows [begin, end) of a column; none where they are equal.
     struct Run
     {
         int column, begin, end;
     };
-    /// Whether they are a run in each of neighbouring columns: then they are in begin and end, else
-    /// in runs.
-    bool isWhole = false;
-    int firstColumn = 0, lastColumn = -1; ///< of begin and end, which have an entry a column
-    std::vector<int> begin, end;
-    std::vector<Run> runs;
+    /// All of them as runs.
+    template<class Use> // void(const Run&)
+    void forEachRun(const Use& use) const;
 };
+
+template<class Use>
+void Cells::forEachRun(const Use& use) const
+{
+    const auto tell = [&](int low, int high) {
+        const int begin = low / stride - 1, last = high / stride - 1;
+        use(Run{low % stride, begin < 0 ? 0 : begin, last < rowCount ? last + 1 : rowCount});
+    };
+    for (const Stretch& stretch : stretches) {
+        for (int column = stretch.first; column < stretch.last; ++column) {
+            const int left = places[static_cast<std::size_t>(column)];
+            const int right = places[static_cast<std::size_t>(column) + 1] - 1;
+            tell(left < right ? left : right, left < right ? right : left);
+        }
+    }
+    for (const Span& span : spans)
+        tell(span.low, span.high);
+}
 
 /// Tells which cells of a grid something touches that is made of so many samples. Any one thread.
 class ORVANE_API Raster

@@ -2,6 +2,14 @@
 #include "density/TraceRaster.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+
+#if defined(__GNUC__) && defined(__x86_64__)
+#define ORVANE_HAS_AVX2_VARIANT
+#include <immintrin.h>
+#endif
 
 namespace density {
 
@@ -9,74 +17,97 @@ namespace {
 
 std::size_t at(int index) { return static_cast<std::size_t>(index); }
 
+// Borders that are placed at once: a few too many, whose places are then written over.
+constexpr int lanes = 4;
+
 // Beyond, a line is as good as vertical, and its slope still is a number.
 constexpr double farthestRow = 1e12;
 
-#if defined(__GNUC__) && defined(__x86_64__)
-#define ORVANE_HAS_AVX2_VARIANT
-#define ORVANE_INLINE inline __attribute__((always_inline))
-#else
-#define ORVANE_INLINE inline
-#endif
-
-/// The row of a lowest point, and the one after that of a highest: equal outside of the grid, whose
-/// upper border is not its own. Without branches, so that a loop does several columns at once.
-ORVANE_INLINE int beginOf(double row, double top)
+/// A place, see Cells.
+int placeOf(double row, double top, int stride, int column)
 {
     const double inside = row > 0.0 ? row : 0.0;
-    return static_cast<int>(inside < top ? inside : top);
-}
-ORVANE_INLINE int endOf(double row, double top)
-{
-    const double inside = row > 0.0 ? row : 0.0;
-    const int last = static_cast<int>(inside < top - 1.0 ? inside : top - 1.0);
-    return last + static_cast<int>(row >= 0.0 ? 1.0 : 0.0);
-}
-
-/// The rows [begin, end) of columns from the rows at their borders.
-ORVANE_INLINE void cutColumns(const double* borders, int columnCount, double top, int* begins,
-                              int* ends)
-{
-    for (int column = 0; column < columnCount; ++column) {
-        const double left = borders[column];
-        const double right = borders[column + 1];
-        begins[column] = beginOf(left < right ? left : right, top);
-        ends[column] = endOf(left < right ? right : left, top);
-    }
-}
-
-#ifdef ORVANE_HAS_AVX2_VARIANT
-// SSE2 has no conversion that the compiler could use for several columns at once. The same numbers.
-__attribute__((target("avx2"))) void cutColumnsByAvx2(const double* borders, int columnCount,
-                                                      double top, int* begins, int* ends)
-{
-    cutColumns(borders, columnCount, top, begins, ends);
-}
-#endif
-
-void cut(const double* borders, int columnCount, double top, int* begins, int* ends)
-{
-#ifdef ORVANE_HAS_AVX2_VARIANT
-    static const bool hasAvx2 = __builtin_cpu_supports("avx2");
-    if (hasAvx2)
-        return cutColumnsByAvx2(borders, columnCount, top, begins, ends);
-#endif
-    cutColumns(borders, columnCount, top, begins, ends);
+    const int whole = static_cast<int>(inside < top ? inside : top);
+    return (whole + (row >= 0.0 ? 1 : 0)) * stride + column;
 }
 
 } // namespace
+
+/// What the loop over all borders needs.
+struct TraceRaster::Geometry
+{
+    const std::vector<Piece>& pieces;
+    const double* fractions;
+    double top;
+    int stride;
+
+    void place(const double* rows, int* places) const
+    {
+        for (const Piece& piece : pieces) {
+            const double row = rows[piece.sample];
+            const double slope = rows[piece.sample + 1] - row;
+            for (int border = piece.firstBorder; border <= piece.lastBorder; ++border)
+                places[border] = placeOf(row + fractions[border] * slope, top, stride, border);
+        }
+    }
+#ifdef ORVANE_HAS_AVX2_VARIANT
+    // The same, of several borders at once. Those beyond a piece are written over by the next one.
+    __attribute__((target("avx2"))) void placeByAvx2(const double* rows, int* places) const
+    {
+        const __m256d highest = _mm256_set1_pd(top), lowest = _mm256_set1_pd(-1.0);
+        const __m128i rowStride = _mm_set1_epi32(stride);
+        for (const Piece& piece : pieces) {
+            const __m256d row = _mm256_set1_pd(rows[piece.sample]);
+            const __m256d slope = _mm256_set1_pd(rows[piece.sample + 1] - rows[piece.sample]);
+            // Of row -1 at the first borders.
+            __m128i start = _mm_add_epi32(_mm_set1_epi32(piece.firstBorder + stride),
+                                          _mm_setr_epi32(0, 1, 2, 3));
+            for (int border = piece.firstBorder; border <= piece.lastBorder; border += lanes) {
+                const __m256d part = _mm256_loadu_pd(fractions + border);
+                const __m256d at = _mm256_floor_pd(_mm256_add_pd(row, _mm256_mul_pd(part, slope)));
+                const __m128i whole =
+                    _mm256_cvttpd_epi32(_mm256_min_pd(_mm256_max_pd(at, lowest), highest));
+                _mm_storeu_si128(reinterpret_cast<__m128i*>(places + border),
+                                 _mm_add_epi32(_mm_mullo_epi32(whole, rowStride), start));
+                start = _mm_add_epi32(start, _mm_set1_epi32(lanes));
+            }
+        }
+    }
+#endif
+};
+
+// By their bits, of several at once: the exponent of what is not finite is the largest.
+std::size_t badSamplesOf(const float* samples, std::size_t count)
+{
+    constexpr std::uint32_t exponent = 0x7f800000;
+    std::uint32_t bad = 0;
+    for (std::size_t k = 0; k < count; ++k) {
+        std::uint32_t bits = 0;
+        std::memcpy(&bits, samples + k, sizeof bits);
+        bad += (bits & exponent) == exponent ? 1 : 0;
+    }
+    return bad;
+}
 
 TraceRaster::TraceRaster(const TraceShape& shape, const Window& window, const GridSize& size)
     : m_shape(shape)
     , m_size(size)
     , m_bottom(window.bottom)
     , m_rowsPerLevel(size.rows / window.height())
+    , m_firstColumn(size.columns)
     , m_rows(at(shape.sampleCount))
-    , m_borders(at(size.columns + 1))
 {
-    m_cells.begin.resize(at(size.columns));
-    m_cells.end.resize(at(size.columns));
+    m_cells.rowCount = size.rows;
+    m_cells.stride = size.columns + 1;
+    m_parts = m_cells;
     placeColumns(window);
+    placePieces();
+    m_cells.places.resize(at(size.columns + 1 + lanes));
+    m_cells.spans.resize(m_kinks.size());
+    for (const Piece& piece : m_pieces) {
+        if (piece.firstBorder < piece.lastBorder)
+            m_cells.stretches.push_back({piece.firstBorder, piece.lastBorder, false});
+    }
 }
 
 // Where columns begin and end on traces, which is the same for all of them.
@@ -88,108 +119,126 @@ void TraceRaster::placeColumns(const Window& window)
             window.left + window.width() * (static_cast<double>(border) / m_size.columns);
         m_positions.push_back((time - m_shape.timeOf(0)) * m_shape.samplesPerSymbol());
     }
-    m_cells.firstColumn = m_size.columns;
     for (int column = 0; column < m_size.columns; ++column) {
-        const double right = positionOf(column + 1);
-        if (right < 0.0 || positionOf(column) > last)
+        if (positionOf(column + 1) < 0.0 || positionOf(column) > last)
             continue;
-        m_cells.firstColumn = std::min(m_cells.firstColumn, column);
-        m_cells.lastColumn = column;
-        int sample = static_cast<int>(std::max(positionOf(column), 0.0));
-        for (; sample < m_shape.sampleCount && sample < right; ++sample) {
-            if (sample > positionOf(column))
-                m_inner.push_back({sample, column});
-        }
+        m_firstColumn = std::min(m_firstColumn, column);
+        m_lastColumn = column;
     }
+}
+
+// Borders on one piece bound columns in which a line only rises or falls, those on two bound kinks.
+void TraceRaster::placePieces()
+{
+    const double last = m_shape.sampleCount - 1;
+    m_firstEnd = m_firstColumn;
     for (int border = 0; border <= m_size.columns; ++border) {
         const double position = std::clamp(positionOf(border), 0.0, last);
         const int sample = std::min(static_cast<int>(position), m_shape.sampleCount - 2);
         m_fractions.push_back(position - sample);
-        if (border < m_cells.firstColumn || border > m_cells.lastColumn + 1)
+        if (border < m_firstColumn || border > m_lastColumn + 1 || position >= last)
             continue;
         if (m_pieces.empty() || m_pieces.back().sample != sample)
             m_pieces.push_back({sample, border, border});
         m_pieces.back().lastBorder = border;
-        if (position < last)
-            m_firstEnd = border + 1;
+        m_firstEnd = border + 1;
     }
-    m_firstEnd = std::max(m_firstEnd, m_cells.firstColumn);
+    m_fractions.resize(m_fractions.size() + lanes);
+    std::size_t piece = 0;
+    for (int column = m_firstColumn; column <= m_lastColumn; ++column) {
+        while (piece < m_pieces.size() && m_pieces[piece].lastBorder <= column)
+            ++piece;
+        if (piece < m_pieces.size() && m_pieces[piece].firstBorder <= column)
+            continue;
+        const double left = std::max(positionOf(column), 0.0);
+        const int first = static_cast<int>(left) + 1;
+        // One at the left border is that border's.
+        const int from = positionOf(column) < 0.0 ? 0 : first;
+        const double right = std::min(positionOf(column + 1), last + 1.0);
+        m_kinks.push_back({column, from, std::max(from, static_cast<int>(std::ceil(right)))});
+    }
 }
 
 double TraceRaster::rowOf(float level) const
 {
     const double row = (static_cast<double>(level) - m_bottom) * m_rowsPerLevel;
-    return std::clamp(row, -farthestRow, farthestRow);
+    const double above = row > -farthestRow ? row : -farthestRow;
+    return above < farthestRow ? above : farthestRow;
 }
 
 const Cells& TraceRaster::take(const float* trace)
 {
-    m_cells.isWhole = std::all_of(trace, trace + m_shape.sampleCount,
-                                  [](float sample) { return std::isfinite(sample); });
-    if (m_cells.isWhole)
+    const bool isWhole = badSamplesOf(trace, at(m_shape.sampleCount)) == 0;
+    if (isWhole)
         takeWhole(trace);
     else
         takeParts(trace);
-    return m_cells;
+    return isWhole ? m_cells : m_parts;
 }
 
 void TraceRaster::takeWhole(const float* trace)
 {
     for (int k = 0; k < m_shape.sampleCount; ++k)
         m_rows[at(k)] = rowOf(trace[k]);
-    const double* const fractions = m_fractions.data();
-    double* const borders = m_borders.data();
-    for (const Piece& piece : m_pieces) {
-        const double row = m_rows[at(piece.sample)];
-        const double slope = m_rows[at(piece.sample) + 1] - row;
-        for (int border = piece.firstBorder; border <= piece.lastBorder; ++border)
-            borders[border] = row + fractions[border] * slope;
-    }
-    // Exactly there, which the sum above need not be.
-    for (int border = m_firstEnd; border <= m_cells.lastColumn + 1; ++border)
-        borders[border] = m_rows.back();
     const double top = m_size.rows;
-    std::vector<int>& begins = m_cells.begin;
-    std::vector<int>& ends = m_cells.end;
-    const int first = m_cells.firstColumn;
-    const int columnCount = m_cells.lastColumn + 1 - first;
-    if (columnCount <= 0)
-        return;
-    cut(&borders[first], columnCount, top, &begins[at(first)], &ends[at(first)]);
-    for (const Inner& inner : m_inner) {
-        const double row = m_rows[at(inner.sample)];
-        int& begin = begins[at(inner.column)];
-        int& end = ends[at(inner.column)];
-        begin = std::min(begin, beginOf(row, top));
-        end = std::max(end, endOf(row, top));
+    const int stride = m_cells.stride;
+    int* const places = m_cells.places.data();
+    const Geometry geometry{m_pieces, m_fractions.data(), top, stride};
+#ifdef ORVANE_HAS_AVX2_VARIANT
+    static const bool hasAvx2 = __builtin_cpu_supports("avx2");
+    if (hasAvx2)
+        geometry.placeByAvx2(m_rows.data(), places);
+    else
+#endif
+        geometry.place(m_rows.data(), places);
+    for (int border = m_firstEnd; border <= m_lastColumn + 1; ++border)
+        places[border] = placeOf(m_rows.back(), top, stride, border);
+    Cells::Stretch* stretch = m_cells.stretches.data();
+    for (const Piece& piece : m_pieces) {
+        if (piece.firstBorder < piece.lastBorder)
+            stretch++->isRising = m_rows[at(piece.sample)] <= m_rows[at(piece.sample + 1)];
+    }
+    Cells::Span* span = m_cells.spans.data();
+    for (const Kink& kink : m_kinks) {
+        const int left = places[kink.column], right = places[kink.column + 1] - 1;
+        int low = std::min(left, right), high = std::max(left, right);
+        for (int sample = kink.firstSample; sample < kink.lastSample; ++sample) {
+            const int place = placeOf(m_rows[at(sample)], top, stride, kink.column);
+            low = std::min(low, place);
+            high = std::max(high, place);
+        }
+        *span++ = {low, high};
     }
 }
 
 // Each stretch of good samples by itself.
 void TraceRaster::takeParts(const float* trace)
 {
-    std::vector<Cells::Run>& runs = m_cells.runs;
-    runs.clear();
+    std::vector<Cells::Span>& spans = m_parts.spans;
+    spans.clear();
     for (int k = 0; k < m_shape.sampleCount; ++k) {
         if (!std::isfinite(trace[k]))
             continue;
         const int first = k;
         while (k + 1 < m_shape.sampleCount && std::isfinite(trace[k + 1]))
             ++k;
-        addRuns(trace, first, k);
+        addSpans(trace, first, k);
     }
     // Stretches may share a column.
-    std::sort(runs.begin(), runs.end(), [](const Cells::Run& one, const Cells::Run& other) {
-        return one.column != other.column ? one.column < other.column : one.begin < other.begin;
+    const int stride = m_cells.stride;
+    std::sort(spans.begin(), spans.end(), [&](const Cells::Span& one, const Cells::Span& other) {
+        const int column = one.low % stride, otherColumn = other.low % stride;
+        return column != otherColumn ? column < otherColumn : one.low < other.low;
     });
     std::size_t kept = 0;
-    for (std::size_t k = 1; k < runs.size(); ++k) {
-        if (runs[k].column == runs[kept].column && runs[k].begin <= runs[kept].end)
-            runs[kept].end = std::max(runs[kept].end, runs[k].end);
+    for (std::size_t k = 1; k < spans.size(); ++k) {
+        const bool isSameColumn = (spans[k].low - spans[kept].low) % stride == 0;
+        if (isSameColumn && spans[k].low <= spans[kept].high + stride)
+            spans[kept].high = std::max(spans[kept].high, spans[k].high);
         else
-            runs[++kept] = runs[k];
+            spans[++kept] = spans[k];
     }
-    runs.resize(runs.empty() ? 0 : kept + 1);
+    spans.resize(spans.empty() ? 0 : kept + 1);
 }
 
 double TraceRaster::rowAt(const float* trace, double position) const
@@ -201,14 +250,14 @@ double TraceRaster::rowAt(const float* trace, double position) const
     return fraction == 0.0 ? row : row + fraction * (rowOf(trace[sample + 1]) - row);
 }
 
-// The rows of a column that the samples from first to last touch.
-Cells::Run TraceRaster::columnOf(const float* trace, int column, int firstSample,
-                                 int lastSample) const
+// The places of a column that the samples from first to last touch; none: low above high.
+Cells::Span TraceRaster::columnOf(const float* trace, int column, int firstSample,
+                                  int lastSample) const
 {
     const double left = std::max<double>(positionOf(column), firstSample);
     const double right = std::min<double>(positionOf(column + 1), lastSample);
     if (left > right)
-        return {column, 0, 0};
+        return {1, 0};
     double low = rowAt(trace, left);
     double high = low;
     const auto include = [&](double row) {
@@ -218,25 +267,26 @@ Cells::Run TraceRaster::columnOf(const float* trace, int column, int firstSample
     include(rowAt(trace, right));
     for (int k = static_cast<int>(std::ceil(left)); k < right; ++k)
         include(rowOf(trace[k]));
-    return {column, beginOf(low, m_size.rows), endOf(high, m_size.rows)};
+    return {placeOf(low, m_size.rows, m_cells.stride, column),
+            placeOf(high, m_size.rows, m_cells.stride, column)};
 }
 
-void TraceRaster::addRuns(const float* trace, int firstSample, int lastSample)
+void TraceRaster::addSpans(const float* trace, int firstSample, int lastSample)
 {
-    for (int column = m_cells.firstColumn; column <= m_cells.lastColumn; ++column) {
+    for (int column = m_firstColumn; column <= m_lastColumn; ++column) {
         if (positionOf(column + 1) < firstSample)
             continue;
         if (positionOf(column) > lastSample)
             break;
-        const Cells::Run run = columnOf(trace, column, firstSample, lastSample);
-        if (run.begin < run.end)
-            m_cells.runs.push_back(run);
+        const Cells::Span span = columnOf(trace, column, firstSample, lastSample);
+        if (span.low <= span.high)
+            m_parts.spans.push_back(span);
     }
 }
 
 bool TraceRaster::touches(const float* trace, int column, int row) const
 {
-    if (column < m_cells.firstColumn || column > m_cells.lastColumn)
+    if (column < m_firstColumn || column > m_lastColumn || row < 0 || row >= m_size.rows)
         return false;
     for (int k = 0; k < m_shape.sampleCount; ++k) {
         if (!std::isfinite(trace[k]))
@@ -244,8 +294,9 @@ bool TraceRaster::touches(const float* trace, int column, int row) const
         const int first = k;
         while (k + 1 < m_shape.sampleCount && std::isfinite(trace[k + 1]))
             ++k;
-        const Cells::Run run = columnOf(trace, column, first, k);
-        if (run.begin <= row && row < run.end)
+        const Cells::Span span = columnOf(trace, column, first, k);
+        const int place = m_cells.placeOf(row, column);
+        if (span.low <= place && place <= span.high)
             return true;
     }
     return false;

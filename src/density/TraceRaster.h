@@ -3,9 +3,13 @@
 
 #include "density/Raster.h"
 
+#include <cstddef>
 #include <vector>
 
 namespace density {
+
+/// How many are NaN or infinite.
+std::size_t badSamplesOf(const float* samples, std::size_t count);
 
 /// Which cells of a grid a trace touches. A trace is the line through its samples: in each column
 /// it touches the rows from its lowest point there to its highest, the column's borders included. A
@@ -27,33 +31,36 @@ private:
     {
         int sample, firstBorder, lastBorder;
     };
-    struct Inner // a sample strictly inside of a column
+    struct Kink // a column between two pieces, with the samples [first, last) strictly inside
     {
-        int sample, column;
+        int column, firstSample, lastSample;
     };
+    struct Geometry;
 
     double rowOf(float level) const;
     double positionOf(int border) const { return m_positions[static_cast<std::size_t>(border)]; }
     double rowAt(const float* trace, double position) const;
     void placeColumns(const Window& window);
+    void placePieces();
     void takeWhole(const float* trace);
     void takeParts(const float* trace);
-    void addRuns(const float* trace, int firstSample, int lastSample);
-    Cells::Run columnOf(const float* trace, int column, int firstSample, int lastSample) const;
+    void addSpans(const float* trace, int firstSample, int lastSample);
+    Cells::Span columnOf(const float* trace, int column, int firstSample, int lastSample) const;
 
     TraceShape m_shape;
     GridSize m_size;
     double m_bottom, m_rowsPerLevel;
-    std::vector<double> m_positions; // of borders of columns, in samples
-    std::vector<double> m_fractions; // likewise, from the sample before
+    std::vector<double> m_positions;      // of borders of columns, in samples
+    std::vector<double> m_fractions;      // likewise, from the sample before
+    int m_firstColumn, m_lastColumn = -1; // that traces touch
     std::vector<Piece> m_pieces;
-    std::vector<Inner> m_inner;
+    std::vector<Kink> m_kinks;
     int m_firstEnd = 0; // border at or beyond the last sample
 
     // Of the trace that was taken.
-    Cells m_cells;
-    std::vector<double> m_rows;    // of samples
-    std::vector<double> m_borders; // rows at borders of columns
+    Cells m_cells;              // without a bad sample: of these columns always, whose rows change
+    Cells m_parts;              // with one
+    std::vector<double> m_rows; // of samples
 };
 
 } // namespace density
