@@ -153,7 +153,7 @@
     </message>
 </context>
 <context>
-    <name>density::PlotPainter</name>
+    <name>density::PlotFrame</name>
     <message>
         <source>Count</source>
         <translation>Anzahl</translation>
@@ -161,10 +161,6 @@
 </context>
 <context>
     <name>density::PlotTexts</name>
-    <message>
-        <source>%1 T, %2 T: %3 T</source>
-        <translation>%1 T, %2 T: %3 T</translation>
-    </message>
     <message>
         <source>count %1</source>
         <translation>Anzahl %1</translation>
@@ -198,16 +194,16 @@
         <translation>nicht bestanden</translation>
     </message>
     <message>
-        <source>, mask %1: %2 hits in %3 symbols</source>
-        <translation>, Maske %1: %2 Treffer in %3 Symbolen</translation>
-    </message>
-    <message>
         <source>, EVM %1 %, MER %2 dB</source>
         <translation>, EVM %1 %, MER %2 dB</translation>
     </message>
     <message>
         <source>, paused</source>
         <translation>, angehalten</translation>
+    </message>
+    <message>
+        <source>, mask %1: hit by %2 of %3 symbols</source>
+        <translation>, Maske %1: von %2 der %3 Symbole getroffen</translation>
     </message>
 </context>
 </TS>

@@ -25,6 +25,11 @@ struct ColorMapping
     bool isLogarithmic = true;
     bool isDarkGround = true; ///< the more, the lighter; else the more, the darker
 
+    bool operator!=(const ColorMapping& other) const
+    {
+        return scale != other.scale || isLogarithmic != other.isLogarithmic ||
+               isDarkGround != other.isDarkGround;
+    }
     /// Part of the way from the fewest to the most, 0 to 1, of a count above 0: of the logarithm
     /// from least to most, or evenly from 0.
     /// @param least,most  counts above 0 in the picture.

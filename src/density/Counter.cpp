@@ -53,6 +53,7 @@ std::unique_ptr<Raster> makeRaster(const std::optional<TraceShape>& shape, const
 struct Counter::View
 {
     Window window;
+    GridSize size;
     std::unique_ptr<Raster> raster;
     HitMap map;
     std::int64_t symbolCount = 0;
@@ -62,7 +63,7 @@ struct Counter::View
 Counter::Counter(const Settings& settings)
     : m_settings(usable(settings))
     , m_kept(itemLength(), m_settings.kept)
-    , m_home(makeView(m_settings.home))
+    , m_home(makeView(m_settings.home, m_settings.size))
 {}
 
 Counter::~Counter() = default;
@@ -72,18 +73,17 @@ std::size_t Counter::itemLength() const
     return m_settings.shape ? static_cast<std::size_t>(m_settings.shape->sampleCount) : 2;
 }
 
-std::unique_ptr<Counter::View> Counter::makeView(const Window& window) const
+std::unique_ptr<Counter::View> Counter::makeView(const Window& window, const GridSize& size) const
 {
-    return std::unique_ptr<View>(new View{
-        window, makeRaster(m_settings.shape, window, m_settings.size), HitMap(m_settings.size)});
+    return std::unique_ptr<View>(
+        new View{window, size, makeRaster(m_settings.shape, window, size), HitMap(size)});
 }
 
 void Counter::add(const float* samples, std::size_t count, std::int64_t symbol)
 {
     std::size_t bad = 0;
     if (count == itemLength())
-        bad = static_cast<std::size_t>(std::count_if(
-            samples, samples + count, [](float sample) { return !std::isfinite(sample); }));
+        bad = badSamplesOf(samples, count);
     m_leftOut.badSamples += static_cast<std::int64_t>(bad);
     if (count != itemLength() || bad == count || (!m_settings.shape && bad > 0)) {
         ++m_leftOut.tornTraces;
@@ -154,7 +154,7 @@ void Counter::clear()
 
 void Counter::countAnew(std::unique_ptr<View>& view)
 {
-    view = makeView(view->window);
+    view = makeView(view->window, view->size);
     std::size_t count = m_kept.count();
     if (m_settings.persistence.kind == Persistence::Kind::Newest)
         count = static_cast<std::size_t>(
@@ -163,25 +163,41 @@ void Counter::countAnew(std::unique_ptr<View>& view)
         addTo(*view, m_kept.at(count), view->exponent);
 }
 
-void Counter::setHome(const Window& home)
+void Counter::setHome(const Window& home, const GridSize& size)
 {
-    if (!home.isUsable() || home == m_settings.home)
+    if (!home.isUsable() || !size.isUsable() ||
+        (home == m_settings.home && size == m_settings.size))
         return;
     m_settings.home = home;
-    m_home = makeView(home);
+    m_settings.size = size;
+    m_home = makeView(home, size);
     countAnew(m_home);
 }
 
-void Counter::setZoom(const std::optional<Window>& zoom)
+void Counter::setZoom(const std::optional<Window>& zoom, const std::optional<GridSize>& size)
 {
-    if (zoom == m_zoomed || (zoom && !zoom->isUsable()))
+    const GridSize wanted = size.value_or(m_settings.size);
+    const bool isShown = m_zoom && zoom == m_zoomed && wanted == m_zoom->size;
+    if ((zoom && !zoom->isUsable()) || !wanted.isUsable() || isShown)
         return;
     m_zoomed = zoom;
     m_zoom.reset();
     if (zoom) {
-        m_zoom = makeView(*zoom);
+        m_zoom = makeView(*zoom, wanted);
         countAnew(m_zoom);
     }
+}
+
+void Counter::setSize(const GridSize& size)
+{
+    setHome(m_settings.home, size);
+    setZoom(m_zoomed, size);
+}
+
+bool Counter::keepsAll() const
+{
+    return m_allSymbols == static_cast<std::int64_t>(m_kept.count()) ||
+           m_settings.persistence.kind == Persistence::Kind::Newest;
 }
 
 void Counter::setPersistence(const Persistence& persistence)
@@ -189,16 +205,6 @@ void Counter::setPersistence(const Persistence& persistence)
     if (!isUsable(persistence) || persistence == m_settings.persistence)
         return;
     m_settings.persistence = persistence;
-    countAnew(m_home);
-    if (m_zoom)
-        countAnew(m_zoom);
-}
-
-void Counter::setSize(const GridSize& size)
-{
-    if (!size.isUsable() || size == m_settings.size)
-        return;
-    m_settings.size = size;
     countAnew(m_home);
     if (m_zoom)
         countAnew(m_zoom);
@@ -224,7 +230,7 @@ SnapshotPtr Counter::homeSnapshot() { return snapshotOf(*m_home); }
 
 SnapshotPtr Counter::snapshotOf(View& view) const
 {
-    return std::make_shared<const Snapshot>(Snapshot{view.window, m_settings.size,
+    return std::make_shared<const Snapshot>(Snapshot{view.window, view.size,
                                                      view.map.counts(std::exp2(-view.exponent)),
                                                      view.symbolCount, m_allSymbols, m_leftOut});
 }

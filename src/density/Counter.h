@@ -18,7 +18,7 @@ class MaskTest;
 
 /// Counts the traces of an eye or the points of a constellation, one a symbol, into pictures: one
 /// of the home window, which goes on whatever is looked at, and on request one of a part of it, the
-/// zoom, in as many cells. The zoom starts with the symbols that are kept raw, counted anew, and
+/// zoom. The zoom starts with the symbols that are kept raw, counted anew, and
 /// then takes what comes.
 ///
 /// Counting anew rather than a map of several resolutions: any zoom shows all detail, in memory
@@ -66,10 +66,16 @@ public:
     void clear();
 
     // Each of these counts the kept symbols anew. What cannot be used changes nothing.
-    void setHome(const Window& home);
-    void setZoom(const std::optional<Window>& zoom);
-    void setPersistence(const Persistence& persistence);
+    void setHome(const Window& home, const GridSize& size);
+    void setHome(const Window& home) { setHome(home, m_settings.size); }
+    /// None ends it.
+    /// @param size  of its picture; as many cells as the home has where there is none.
+    void setZoom(const std::optional<Window>& zoom, const std::optional<GridSize>& size = {});
+    /// Of home and zoom.
     void setSize(const GridSize& size);
+    void setPersistence(const Persistence& persistence);
+    /// Whether a home counted anew lacks no symbol: all are kept, or are in no picture any more.
+    bool keepsAll() const;
 
     /// Has a test of its own from now on, which starts with the kept symbols; null for none. Points
     /// are not tested.
@@ -99,7 +105,7 @@ private:
     struct View;
 
     std::size_t itemLength() const;
-    std::unique_ptr<View> makeView(const Window& window) const;
+    std::unique_ptr<View> makeView(const Window& window, const GridSize& size) const;
     void countAnew(std::unique_ptr<View>& view);
     void addTo(View& view, const float* samples, double exponent);
     void trim(View& view);

@@ -1,12 +1,13 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "density/DensityPlot.h"
 
-#include "density/DensityExport.h"
+#include "density/PlotFrame.h"
 #include "density/PlotPainter.h"
 #include "density/PlotState.h"
 
 #include <QEvent>
 #include <QPainter>
+#include <QRunnable>
 
 #include <algorithm>
 #include <cmath>
@@ -16,7 +17,7 @@ namespace density {
 namespace {
 
 constexpr int framePeriodMs = 33;
-constexpr std::size_t mostHitTraces = 50; // of a mask, drawn
+constexpr int resizedMs = 150; // without another size, until it is counted in
 
 Counter::Settings settingsFor(DensityPlot::Kind kind, Counter::Settings settings)
 {
@@ -31,79 +32,29 @@ Counter::Settings settingsFor(DensityPlot::Kind kind, Counter::Settings settings
     return Counter(settings).settings();
 }
 
-/// What samples reach, with a tenth to spare; none without a good one.
-std::optional<Window> reachOf(const std::optional<TraceShape>& shape, const float* samples,
-                              std::size_t count)
-{
-    float low = std::numeric_limits<float>::infinity(), high = -low;
-    for (std::size_t k = 0; k < count; ++k) {
-        if (std::isfinite(samples[k])) {
-            low = std::min(low, samples[k]);
-            high = std::max(high, samples[k]);
-        }
-    }
-    if (!(low <= high))
-        return std::nullopt;
-    const auto bottom = static_cast<double>(low), top = static_cast<double>(high);
-    // A flat line has its own size to spare, and 0 has a unit.
-    const double extent = top > bottom ? top - bottom : top != 0.0 ? std::abs(top) : 1.0;
-    Window window;
-    if (shape) {
-        window = {-0.5 * shape->symbolCount, 0.5 * shape->symbolCount, bottom - 0.1 * extent,
-                  top + 0.1 * extent};
-    } else {
-        const double reach = 1.1 * std::max(std::abs(bottom), std::abs(top));
-        window = reach > 0.0 ? Window{-reach, reach, -reach, reach} : Window{};
-    }
-    return window.isUsable() ? std::optional<Window>(window) : std::nullopt;
-}
-
-PlotData dataOf(Counter& counter, const std::optional<std::int64_t>& litSymbol)
-{
-    PlotData data;
-    data.snapshot = counter.snapshot();
-    data.errors = counter.errorVectors().figures();
-    const KeptSignal& kept = counter.kept();
-    std::vector<std::int64_t> wanted;
-    if (const MaskTest* test = counter.maskTest()) {
-        data.mask = test->result();
-        wanted = data.mask->newestHits;
-        wanted.resize(std::min(wanted.size(), mostHitTraces));
-    }
-    if (wanted.empty() && !litSymbol)
-        return data;
-    const auto samplesAt = [&](std::size_t age) {
-        return std::vector<float>(kept.at(age), kept.at(age) + kept.length());
-    };
-    // Hits come in the order of the kept symbols.
-    auto next = wanted.begin();
-    for (std::size_t age = 0; age < kept.count(); ++age) {
-        const std::int64_t symbol = kept.symbolAt(age);
-        if (next != wanted.end() && symbol == *next) {
-            data.hits.push_back(samplesAt(age));
-            ++next;
-        }
-        if (symbol == litSymbol && data.lit.empty())
-            data.lit = samplesAt(age);
-    }
-    return data;
-}
-
 } // namespace
 
 DensityPlot::DensityPlot(Kind kind, const Counter::Settings& settings, QWidget* parent)
     : QWidget(parent)
     , d(std::make_unique<PlotState>(settingsFor(kind, settings)))
 {
+    d->followsSize = settings.size == GridSize();
     setFocusPolicy(Qt::StrongFocus);
     setMinimumSize(200, 150);
     d->timer.setInterval(framePeriodMs);
     connect(&d->timer, &QTimer::timeout, this, &DensityPlot::ask);
     d->timer.start();
+    d->resized.setSingleShot(true);
+    d->resized.setInterval(resizedMs);
+    connect(&d->resized, &QTimer::timeout, this, &DensityPlot::showZoom);
 }
 
-// First of all the thread, which tells this object.
-DensityPlot::~DensityPlot() { d->counting.reset(); }
+// First of all the threads, which tell this object.
+DensityPlot::~DensityPlot()
+{
+    d->counting.reset();
+    d->workers.waitForDone();
+}
 
 void DensityPlot::addData(const double* samples, std::size_t count, std::int64_t firstSymbol)
 {
@@ -156,7 +107,7 @@ CountingThread& DensityPlot::counting()
 void DensityPlot::clear()
 {
     d->counting->clear();
-    d->isStale = true;
+    showZoom();
 }
 
 void DensityPlot::setHome(const Window& home)
@@ -165,9 +116,27 @@ void DensityPlot::setHome(const Window& home)
         return;
     d->hasHome = true;
     d->view.setHome(home);
-    d->counting->order([home](Counter& counter) { counter.setHome(home); });
-    d->isStale = true;
+    fitCells(true);
     update();
+}
+
+// The home in the cells that fit the device. Where symbols would be lost by it, only when a new
+// home is set.
+void DensityPlot::fitCells(bool isNewHome)
+{
+    d->isFitAsked = false;
+    const Window home = d->followsSize ? d->view.shownHome() : d->view.home();
+    const QRectF& place = d->view.place();
+    const bool canFollow = d->followsSize && place.width() > 1.0 && place.height() > 1.0;
+    const std::optional<GridSize> size =
+        canFollow ? std::optional<GridSize>(PlotFrame::gridOf(place, devicePixelRatioF()))
+                  : std::nullopt;
+    d->counting->order([=, hasHome = d->hasHome, zoom = d->view.shownZoom()](Counter& counter) {
+        if (hasHome && (isNewHome || counter.keepsAll()))
+            counter.setHome(home, size.value_or(counter.settings().size));
+        counter.setZoom(zoom, size);
+    });
+    d->isStale = true;
 }
 
 void DensityPlot::autoScale()
@@ -224,7 +193,7 @@ void DensityPlot::setColors(ColorScale scale, bool isLogarithmic)
 {
     d->colors.scale = scale;
     d->colors.isLogarithmic = isLogarithmic;
-    d->image = QImage();
+    d->isStale = true;
     update();
 }
 
@@ -240,7 +209,37 @@ void DensityPlot::showCursors(bool show)
             between(shown.bottom, shown.top, 0.4), between(shown.bottom, shown.top, 0.6)};
     }
     d->cursors.isShown = show;
+    if (show)
+        findSnap();
     update();
+}
+
+std::array<double, 4> DensityPlot::cursorPlaces() const { return d->cursors.places; }
+
+// Finds what cursors snap to, of an eye on a thread of its own.
+void DensityPlot::findSnap()
+{
+    if (d->isSnapAsked || !d->data.snapshot)
+        return;
+    d->snapSymbols = d->data.snapshot->allSymbols;
+    if (!d->shape) {
+        d->snap = CursorSnap::of(d->data.errors);
+        return;
+    }
+    constexpr std::size_t most = 20000; // is as much as a pixel needs
+    d->isSnapAsked = true;
+    copyTraces(most, [this, shape = *d->shape](const KeptSignalPtr& traces) {
+        d->workers.start(QRunnable::create([this, shape, traces] {
+            const CursorSnap found = CursorSnap::of(EyeFigures::of(*traces, shape));
+            QMetaObject::invokeMethod(
+                this,
+                [this, found] {
+                    d->isSnapAsked = false;
+                    d->snap = found;
+                },
+                Qt::QueuedConnection);
+        }));
+    });
 }
 
 void DensityPlot::setMask(const std::optional<Mask>& mask, double instant, double low, double high)
@@ -296,8 +295,7 @@ QSize DensityPlot::sizeHint() const { return {800, 600}; }
 
 void DensityPlot::showZoom()
 {
-    d->counting->order([zoom = d->view.zoom()](Counter& counter) { counter.setZoom(zoom); });
-    d->isStale = true;
+    d->isFitAsked = d->isStale = true;
     update();
 }
 
@@ -306,13 +304,16 @@ void DensityPlot::ask()
 {
     if (d->isAsked || !(d->isStale || d->isFedElsewhere))
         return;
+    // One at a time, however fast the wheel turns.
+    if (d->isFitAsked)
+        fitCells(false);
     const std::int64_t shown = d->isStale || !d->data.snapshot ? -1 : d->data.snapshot->allSymbols;
     d->isAsked = true;
     d->isStale = false;
-    d->counting->order([this, shown, lit = d->litSymbol](Counter& counter) {
+    d->counting->order([this, shown, colors = d->colors, lit = d->litSymbol](Counter& counter) {
         const auto data = counter.allSymbols() == shown
                               ? nullptr
-                              : std::make_shared<PlotData>(dataOf(counter, lit));
+                              : std::make_shared<PlotData>(dataOf(counter, colors, lit));
         QMetaObject::invokeMethod(
             this, [this, data] { take(data.get()); }, Qt::QueuedConnection);
     });
@@ -327,9 +328,13 @@ void DensityPlot::take(PlotData* data)
     d->isStale = d->isStale || !d->data.snapshot ||
                  d->data.snapshot->allSymbols != data->snapshot->allSymbols;
     const std::vector<std::int64_t> hits = maskHits();
+    const std::int64_t symbols = data->snapshot->allSymbols;
     d->data = std::move(*data);
-    d->image = QImage();
+    d->isStale = d->isStale || d->data.colors != d->colors;
     update();
+    // Levels move slowly: found anew when as many symbols have come again, or after a clear.
+    if (d->cursors.isShown && (symbols >= 2 * d->snapSymbols || symbols < d->snapSymbols))
+        findSnap();
     emit updated();
     if (maskHits() != hits)
         emit maskHitsChanged();
@@ -337,25 +342,51 @@ void DensityPlot::take(PlotData* data)
 
 void DensityPlot::paintEvent(QPaintEvent*)
 {
+    const double ratio = devicePixelRatioF();
+    if (ratio != d->ratio)
+        resizeEvent(nullptr);
+    heedGround();
+    const QByteArray key = PlotFrame::keyOf(*d, size(), ratio, font());
+    if (key != d->frameKey) {
+        d->frameKey = key;
+        d->frame = QImage(size() * ratio, QImage::Format_RGB32);
+        d->frame.setDevicePixelRatio(ratio);
+        QPainter painter(&d->frame);
+        painter.setFont(font());
+        PlotFrame(*d, painter, d->view).paint(size());
+    }
     QPainter painter(this);
-    renderPicture(painter, size());
+    painter.drawImage(0, 0, d->frame);
+    PlotPainter(*d, painter, d->view).paint(size());
 }
 
 void DensityPlot::renderPicture(QPainter& painter, const QSize& size)
 {
     if (size.isEmpty())
         return;
-    const bool isDark = PlotPainter::groundOf(d->shape.has_value()).lightness() < 128;
-    if (d->image.isNull() || isDark != d->colors.isDarkGround) {
-        d->colors.isDarkGround = isDark;
-        d->image = d->data.snapshot ? toImage(*d->data.snapshot, d->colors) : QImage();
-    }
-    PlotPainter(*d, painter, size, fontMetrics()).paint(size);
+    heedGround();
+    PlotView view = d->view;
+    view.setPlace(PlotFrame::placeOf(size, fontMetrics(), painter.device()->devicePixelRatioF()));
+    PlotFrame(*d, painter, view).paint(size);
+    PlotPainter(*d, painter, view).paint(size);
+}
+
+// Colours suit the ground, which may have become another.
+void DensityPlot::heedGround()
+{
+    const bool isDark = PlotFrame::groundOf(d->shape.has_value()).lightness() < 128;
+    if (isDark == d->colors.isDarkGround)
+        return;
+    d->colors.isDarkGround = d->data.colors.isDarkGround = isDark;
+    if (d->data.snapshot)
+        d->data.image = toImage(*d->data.snapshot, d->data.colors);
 }
 
 void DensityPlot::resizeEvent(QResizeEvent*)
 {
-    d->view.setPlace(PlotPainter::placeOf(size(), fontMetrics()));
+    d->ratio = devicePixelRatioF();
+    d->view.setPlace(PlotFrame::placeOf(size(), fontMetrics(), d->ratio));
+    d->resized.start();
 }
 
 } // namespace density

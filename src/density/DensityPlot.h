@@ -9,6 +9,7 @@
 #include <QVector>
 #include <QWidget>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -28,12 +29,15 @@ struct PlotState;
 /// eye). Drag: pans. Drag with Shift or with the right button: zooms to the rectangle. Double
 /// click: home. Click: tells which symbols passed there, see passed. Keys: Ctrl+Z and Ctrl+Y undo
 /// and redo a zoom, Home goes home, C shows or hides cursors, of which Tab selects one that arrows
-/// move (with Shift ten times as far) and the mouse drags; L switches between logarithmic and
-/// linear colours, S goes to the next colour scale, Space pauses, Del clears.
+/// move (with Shift ten times as far), the mouse drags, and N sends to the next level, crossing or
+/// best instant (with Shift back); a drag snaps to these, unless with Alt. L switches between
+/// logarithmic and linear colours, S goes to the next colour scale, Space pauses, Del clears.
 ///
-/// Counting runs on a thread of its own, into 800 x 600 cells unless the settings say otherwise, of
-/// a constellation into 600 x 600; the plot is drawn 30 times a
-/// second at most, while there is something new. GUI thread, but for counting().
+/// Counting runs on a thread of its own. Unless the settings say otherwise, a cell is a pixel of
+/// the device, or a square of them where the plot has more than two million; after a resize,
+/// symbols are counted anew in such cells as long as all of them are kept, else the picture of all
+/// of them is stretched until the next clear or home. The plot is drawn 30 times a second at most,
+/// while there is something new. GUI thread, but for counting().
 class ORVANE_API DensityPlot : public QWidget
 {
     Q_OBJECT
@@ -81,6 +85,8 @@ public:
     void setUnit(const QString& unit);
     void setColors(ColorScale scale, bool isLogarithmic);
     void showCursors(bool show);
+    /// First and second X in symbols, or I, then first and second Y.
+    std::array<double, 4> cursorPlaces() const;
 
     /// Tests the traces against a mask, those that are kept first; none ends it. Levels found, see
     /// Mask::placed.
@@ -144,6 +150,10 @@ protected:
 private:
     void ask();
     void take(PlotData* data);
+    void fitCells(bool isNewHome);
+    void heedGround();
+    void findSnap();
+    bool snapCursor(int key, bool isBack);
     void showZoom();
     void tellPassed(const QPointF& pixel);
     bool moveCursor(int key, bool isFar);

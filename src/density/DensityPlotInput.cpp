@@ -16,6 +16,7 @@ namespace {
 constexpr double zoomStep = 1.25;   // a notch of the wheel
 constexpr double notch = 120.0;     // eighths of a degree
 constexpr double nearPixels = 5.0;  // from a cursor
+constexpr double snapPixels = 8.0;  // from what a cursor snaps to
 constexpr double clickPixels = 2.0; // about a click
 constexpr std::size_t mostPassed = 1000;
 
@@ -107,9 +108,15 @@ void DensityPlot::mouseMoveEvent(QMouseEvent* event)
         break;
     case PlotState::Drag::Cursor: {
         const QPointF value = d->view.toValue(event->pos());
+        const QPointF near = d->view.toValue(event->pos() + QPointF(snapPixels, -snapPixels));
         const int index = d->cursors.selected;
-        d->cursors.places[static_cast<std::size_t>(index)] =
-            Cursors::isX(index) ? value.x() : value.y();
+        const bool isX = Cursors::isX(index);
+        double& place = d->cursors.places[static_cast<std::size_t>(index)];
+        place = isX ? value.x() : value.y();
+        if (!(event->modifiers() & Qt::AltModifier))
+            place = CursorSnap::nearest(isX ? d->snap.x : d->snap.y, place,
+                                        isX ? near.x() - value.x() : near.y() - value.y())
+                        .value_or(place);
         update();
         break;
     }
@@ -227,6 +234,18 @@ bool DensityPlot::moveCursor(int key, bool isFar)
     return true;
 }
 
+bool DensityPlot::snapCursor(int key, bool isBack)
+{
+    if (key != Qt::Key_N || !d->cursors.isShown)
+        return false;
+    const int index = d->cursors.selected;
+    double& place = d->cursors.places[static_cast<std::size_t>(index)];
+    place = CursorSnap::next(Cursors::isX(index) ? d->snap.x : d->snap.y, place, !isBack)
+                .value_or(place);
+    update();
+    return true;
+}
+
 // Tab selects a cursor while they are shown; else it goes to the next widget as usual.
 bool DensityPlot::event(QEvent* event)
 {
@@ -250,7 +269,8 @@ void DensityPlot::keyPressEvent(QKeyEvent* event)
     } else if (event->matches(QKeySequence::Redo)) {
         zoomed(d->view.redo());
     } else if (drawByKey(event->key()) ||
-               moveCursor(event->key(), event->modifiers() & Qt::ShiftModifier)) {
+               moveCursor(event->key(), event->modifiers() & Qt::ShiftModifier) ||
+               snapCursor(event->key(), event->modifiers() & Qt::ShiftModifier)) {
         return;
     } else if (event->key() == Qt::Key_Home) {
         zoomed(d->view.goHome());

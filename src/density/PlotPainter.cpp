@@ -2,10 +2,10 @@
 #include "density/PlotPainter.h"
 
 #include "density/DensityExport.h"
+#include "density/PlotFrame.h"
 #include "density/PlotState.h"
 #include "density/PlotTexts.h"
 #include "density/Spread.h"
-#include "platform/glbase/axisDefinition.h"
 #include "platform/gui/ColorSet.h"
 
 #include <QLocale>
@@ -19,7 +19,6 @@ namespace density {
 namespace {
 
 constexpr double gap = 6.0;            // pixels between parts
-constexpr double legendWidth = 14.0;   // of the colours
 constexpr double histogramPart = 0.12; // of the plot, at its edges
 const QColor hitColor(230, 40, 60);
 const QColor litColor(255, 255, 255);
@@ -33,128 +32,71 @@ QString countText(double count)
     return QLocale::c().toString(count, isShort ? 'f' : 'g', isShort ? 0 : 3).remove(',');
 }
 
-double labelWidth(const QFontMetrics& metrics)
-{
-    return metrics.horizontalAdvance(QStringLiteral("1.23e+06"));
-}
-
 } // namespace
 
-QRectF PlotPainter::placeOf(const QSize& size, const QFontMetrics& metrics)
-{
-    const double text = metrics.height();
-    const double left = labelWidth(metrics) + gap;
-    const double right = legendWidth + labelWidth(metrics) + 3.0 * gap;
-    // Labels of the X axis, the line of cursors, and that of symbols.
-    const double bottom = 3.0 * text + 3.0 * gap;
-    const double top = text + 0.5 * gap; // what the axis of levels and the legend count in
-    return QRectF(left, top, std::max(1.0, size.width() - left - right),
-                  std::max(1.0, size.height() - top - bottom));
-}
-
-QColor PlotPainter::groundOf(bool isEye)
-{
-    return color(isEye ? IColorBase::colEyeBackground : IColorBase::colIQBackground);
-}
-
-PlotPainter::PlotPainter(const PlotState& state, QPainter& painter, const QSize& size,
-                         const QFontMetrics& metrics)
+PlotPainter::PlotPainter(const PlotState& state, QPainter& painter, const PlotView& view)
     : m_state(state)
     , m_painter(painter)
-    , m_view(state.view)
-{
-    m_view.setPlace(placeOf(size, metrics));
-}
+    , m_view(view)
+{}
 
 void PlotPainter::paint(const QSize& size)
 {
     m_painter.save();
-    paintGround(size);
-    paintGridAndLabels();
     m_painter.save();
     m_painter.setClipRect(m_view.place());
     paintCounts();
     paintMask();
     paintDrawing();
     if (!m_state.data.lit.empty())
-        paintTrace(m_state.data.lit, groundOf(m_state.shape.has_value()).lightness() < 128
-                                         ? litColor
-                                         : QColor(Qt::black));
+        paintTrace(m_state.data.lit,
+                   PlotFrame::groundOf(m_state.shape.has_value()).lightness() < 128
+                       ? litColor
+                       : QColor(Qt::black));
     if (m_state.cursors.isShown) {
         paintHistograms();
         paintCursors();
     }
     m_painter.restore();
-    paintLegend();
+    paintLegendCounts();
     paintTexts(size);
     m_painter.restore();
 }
 
-void PlotPainter::paintGround(const QSize& size)
-{
-    m_painter.fillRect(QRect(QPoint(), size), color(IColorBase::colLabelBack));
-    m_painter.fillRect(m_view.place(), groundOf(m_state.shape.has_value()));
-}
-
 // The picture stands where it was counted: after a zoom, stretched until its own count has come.
+// Cells that are pixels of the device, or whole numbers of them, are painted as such.
 void PlotPainter::paintCounts()
 {
-    if (m_state.image.isNull())
+    const QImage& image = m_state.data.image;
+    if (image.isNull())
         return;
     const Window& counted = m_state.data.snapshot->window;
     const QRectF target(m_view.toPixel({counted.left, counted.top}),
                         m_view.toPixel({counted.right, counted.bottom}));
-    const double ratio = m_painter.device()->devicePixelRatioF();
-    m_painter.setRenderHint(QPainter::SmoothPixmapTransform,
-                            target.width() * ratio < m_state.image.width());
-    m_painter.drawImage(target, m_state.image);
-}
-
-void PlotPainter::paintGridAndLabels()
-{
-    const QRectF& place = m_view.place();
-    const Window shown = m_view.window();
-    const QFontMetricsF metrics(m_painter.font());
-    const QPen grid(color(IColorBase::colGrid));
-    const QPen label(color(IColorBase::colLabel));
-    const TimeScale time = timeScaleOf(m_state, std::max(std::abs(shown.left), shown.right));
-    axisDefinition x(axisDefinition::Orientation::Horizontal);
-    x.SetRange(shown.left * time.perSymbol, shown.right * time.perSymbol);
-    x.SetLength(static_cast<int>(place.width()));
-    double free = -1e9; // where the next label may start
-    for (const axisDefinition::Tick& tick : x.GetTicks()) {
-        const double at = m_view.toPixel({tick.value / time.perSymbol, 0.0}).x();
-        m_painter.setPen(grid);
-        m_painter.drawLine(QPointF(at, place.top()), QPointF(at, place.bottom()));
-        const QString text = x.Label(tick.value);
-        const double width = metrics.horizontalAdvance(text);
-        if (at - 0.5 * width < free)
-            continue;
-        free = at + 0.5 * width + gap;
-        m_painter.setPen(label);
-        m_painter.drawText(
-            QRectF(at - 0.5 * width - 1.0, place.bottom() + 2.0, width + 2.0, metrics.height()),
-            Qt::AlignCenter, text);
+    const QTransform device = m_painter.deviceTransform();
+    const QRectF exact = device.mapRect(target);
+    const QRect pixels = exact.toRect();
+    constexpr double tolerance = 0.01; // pixels
+    const bool isWhole = device.type() <= QTransform::TxScale && device.m11() > 0.0 &&
+                         device.m22() > 0.0 && pixels.width() % image.width() == 0 &&
+                         pixels.height() % image.height() == 0 &&
+                         std::abs(exact.left() - pixels.left()) < tolerance &&
+                         std::abs(exact.top() - pixels.top()) < tolerance &&
+                         std::abs(exact.width() - pixels.width()) < tolerance &&
+                         std::abs(exact.height() - pixels.height()) < tolerance;
+    if (!isWhole) {
+        m_painter.setRenderHint(QPainter::SmoothPixmapTransform, exact.width() < image.width());
+        m_painter.drawImage(target, image);
+        return;
     }
-    axisDefinition y(axisDefinition::Orientation::Vertical);
-    y.SetRange(shown.bottom, shown.top);
-    y.SetLength(static_cast<int>(place.height()));
-    for (const axisDefinition::Tick& tick : y.GetTicks()) {
-        const double at = m_view.toPixel({0.0, tick.value}).y();
-        m_painter.setPen(grid);
-        m_painter.drawLine(QPointF(place.left(), at), QPointF(place.right(), at));
-        m_painter.setPen(label);
-        m_painter.drawText(
-            QRectF(0.0, at - 0.5 * metrics.height(), place.left() - 3.0, metrics.height()),
-            Qt::AlignRight | Qt::AlignVCenter, y.Label(tick.value));
-    }
-    m_painter.setPen(label);
-    m_painter.drawRect(place);
-    m_painter.drawText(QPointF(place.right() + gap, place.bottom() + 2.0 + metrics.ascent()),
-                       m_state.shape ? time.unit : m_state.unit);
-    m_painter.drawText(QRectF(0.0, 0.0, place.left() - 3.0, metrics.height()), Qt::AlignRight,
-                       m_state.unit);
-    m_painter.drawText(QPointF(place.right() + gap, metrics.ascent()), tr("Count"));
+    const QTransform before = m_painter.worldTransform();
+    m_painter.setWorldTransform(QTransform::fromTranslate(pixels.left(), pixels.top()) *
+                                device.inverted() * before);
+    if (pixels.size() == image.size())
+        m_painter.drawImage(0, 0, image);
+    else
+        m_painter.drawImage(QRect(QPoint(), pixels.size()), image);
+    m_painter.setWorldTransform(before);
 }
 
 void PlotPainter::paintMask()
@@ -275,26 +217,18 @@ void PlotPainter::paintHistograms()
     }
 }
 
-void PlotPainter::paintLegend()
+void PlotPainter::paintLegendCounts()
 {
-    const QRectF& place = m_view.place();
-    const QRectF bar(place.right() + gap, place.top(), legendWidth, place.height());
-    const int steps = std::max(2, static_cast<int>(bar.height()));
-    for (int k = 0; k < steps; ++k) {
-        const double part = 1.0 - (k + 0.5) / steps;
-        m_painter.fillRect(QRectF(bar.left(), bar.top() + bar.height() * k / steps, bar.width(),
-                                  bar.height() / steps + 0.5),
-                           QColor::fromRgb(m_state.colors.colorAt(part)));
-    }
-    m_painter.setPen(color(IColorBase::colLabel));
-    const CountRange range = m_state.data.snapshot ? rangeOf(*m_state.data.snapshot) : CountRange();
+    const QRectF bar = PlotFrame::legendOf(m_view.place());
+    const CountRange& range = m_state.data.range;
     if (!(range.most > 0.0))
         return;
+    m_painter.setPen(color(IColorBase::colLabel));
     constexpr int labels = 5;
     const double height = QFontMetricsF(m_painter.font()).height();
     for (int k = 0; k < labels; ++k) {
         const double part = static_cast<double>(k) / (labels - 1);
-        const double count = m_state.colors.isLogarithmic
+        const double count = m_state.data.colors.isLogarithmic
                                  ? range.least * std::pow(range.most / range.least, part)
                                  : part * range.most;
         const double at = bar.bottom() - part * (bar.height() - height) - height;

@@ -3,14 +3,17 @@
 
 #include "density/ColorScale.h"
 #include "density/CountingThread.h"
+#include "density/CursorSnap.h"
 #include "density/MaskDrawing.h"
-#include "density/MaskTest.h"
+#include "density/PlotData.h"
 #include "density/PlotView.h"
 
+#include <QByteArray>
 #include <QImage>
 #include <QPoint>
 #include <QPointer>
 #include <QRubberBand>
+#include <QThreadPool>
 #include <QTimer>
 
 #include <array>
@@ -18,16 +21,6 @@
 #include <optional>
 
 namespace density {
-
-/// What the counting thread hands to the GUI thread.
-struct PlotData
-{
-    SnapshotPtr snapshot;
-    std::optional<MaskTest::Result> mask;
-    std::vector<std::vector<float>> hits; // traces that touched the mask, the newest first
-    std::vector<float> lit;               // a trace or a point; empty: none
-    ErrorVectors::Figures errors;
-};
 
 /// Two cursors each way, by value.
 struct Cursors
@@ -59,9 +52,13 @@ struct PlotState
     std::optional<TraceShape> shape; // none: a constellation
     PlotView view;
     PlotData data;
-    QImage image; // of the snapshot
     ColorMapping colors;
+    QImage frame; // what PlotFrame painted
+    QByteArray frameKey;
     Cursors cursors;
+    CursorSnap snap;               // as far as found
+    std::int64_t snapSymbols = -1; // of which it was found; -1: none
+    bool isSnapAsked = false;
     std::optional<PlacedMask> mask;
     std::vector<QPolygonF> maskPolygons; // as they are tested
     std::optional<MaskDrawing> drawing;  // of a polygon for the mask
@@ -70,12 +67,16 @@ struct PlotState
     double symbolRate = 0.0;
     TimeUnit timeUnit = TimeUnit::Symbols;
     bool hasHome = false;
+    double ratio = 1.0;       // pixels of the device to a logical one
+    bool followsSize = false; // cells are pixels of the device
     bool isPaused = false;
 
-    bool isAsked = false; // for a count that has not come
-    bool isStale = false; // something changed since
+    bool isFitAsked = false; // see DensityPlot::fitCells
+    bool isAsked = false;    // for a count that has not come
+    bool isStale = false;    // something changed since
     bool isFedElsewhere = false;
     QTimer timer;
+    QTimer resized; // since which the size has not changed
 
     enum class Drag { None, Maybe, Pan, Band, Cursor };
     Drag drag = Drag::None;
@@ -83,6 +84,7 @@ struct PlotState
     QPointer<QRubberBand> band;
 
     std::unique_ptr<CountingThread> counting;
+    QThreadPool workers;
 };
 
 } // namespace density

@@ -6,6 +6,7 @@
 #include <QLocale>
 
 #include <array>
+#include <cmath>
 
 namespace density {
 
@@ -13,7 +14,7 @@ static QString number(double value) { return QLocale::c().toString(value, 'g', 5
 
 TimeScale timeScaleOf(const PlotState& state, double farthest)
 {
-    if (state.timeUnit == TimeUnit::Symbols || !(state.symbolRate > 0.0))
+    if (!state.shape || state.timeUnit == TimeUnit::Symbols || !(state.symbolRate > 0.0))
         return {};
     static const std::array<const char*, 6> units{"s", "ms", "\u00b5s", "ns", "ps", "fs"};
     std::size_t step = 0;
@@ -23,27 +24,54 @@ TimeScale timeScaleOf(const PlotState& state, double farthest)
     return {perSymbol, QString::fromUtf8(units[step])};
 }
 
+/// A number with its unit, in thousands of it where that is shorter.
+static QString withUnit(double value, const QString& unit)
+{
+    static const std::array<const char*, 10> prefixes{"f", "p", "n", "\u00b5", "m",
+                                                      "",  "k", "M", "G",      "T"};
+    constexpr std::size_t none = 5;
+    std::size_t step = none;
+    for (; std::abs(value) >= 1000.0 && step + 1 < prefixes.size(); ++step)
+        value /= 1000.0;
+    for (; std::abs(value) < 1.0 && value != 0.0 && step > 0; --step)
+        value *= 1000.0;
+    return number(value) + ' ' + QString::fromUtf8(prefixes[step]) + unit;
+}
+
+QString PlotTexts::timeOfCursors() const
+{
+    const double first = m_state.cursors.places[Cursors::FirstX];
+    const double second = m_state.cursors.places[Cursors::SecondX];
+    const double rate = m_state.symbolRate;
+    const auto symbols = [](double time) { return number(time) + QStringLiteral(" T"); };
+    const auto seconds = [rate](double time) { return withUnit(time / rate, QStringLiteral("s")); };
+    const bool isInSeconds = m_state.timeUnit == TimeUnit::Seconds && rate > 0.0;
+    const auto text = [&](double time) { return isInSeconds ? seconds(time) : symbols(time); };
+    QString result =
+        QStringLiteral("%1, %2: %3").arg(text(first), text(second), text(second - first));
+    if (!(rate > 0.0))
+        return result;
+    result +=
+        QStringLiteral(" = ") + (isInSeconds ? symbols(second - first) : seconds(second - first));
+    if (second != first)
+        result += QStringLiteral(", 1/\u0394t ") +
+                  withUnit(rate / (second - first), QStringLiteral("Hz"));
+    return result;
+}
+
 QString PlotTexts::cursors() const
 {
     const auto& at = m_state.cursors.places;
-    const double time = at[Cursors::SecondX] - at[Cursors::FirstX];
-    QString result;
-    if (m_state.shape) {
-        result = tr("%1 T, %2 T: %3 T")
-                     .arg(number(at[Cursors::FirstX]), number(at[Cursors::SecondX]), number(time));
-        if (m_state.symbolRate > 0.0)
-            result +=
-                QStringLiteral(" = %1 s, 1/\u0394t %2 Hz")
-                    .arg(number(time / m_state.symbolRate), number(m_state.symbolRate / time));
-    } else {
-        result = QStringLiteral("I %1, %2: %3 %4")
-                     .arg(number(at[Cursors::FirstX]), number(at[Cursors::SecondX]), number(time),
-                          m_state.unit);
-    }
-    result +=
-        QStringLiteral("   %1 %2, %3 %4: %5 %6")
-            .arg(number(at[Cursors::FirstY]), m_state.unit, number(at[Cursors::SecondY]),
-                 m_state.unit, number(at[Cursors::SecondY] - at[Cursors::FirstY]), m_state.unit);
+    const QString unit = m_state.unit.isEmpty() ? QString() : ' ' + m_state.unit;
+    const auto values = [&](double first, double second) {
+        return QStringLiteral("%1%4, %2%4: %3%4")
+            .arg(number(first), number(second), number(second - first), unit);
+    };
+    QString result = m_state.shape
+                         ? timeOfCursors()
+                         : QStringLiteral("I ") + values(at[Cursors::FirstX], at[Cursors::SecondX]);
+    result += m_state.shape ? QStringLiteral("   ") : QStringLiteral("   Q ");
+    result += values(at[Cursors::FirstY], at[Cursors::SecondY]);
     if (!m_state.data.snapshot)
         return result;
     const Snapshot& counted = *m_state.data.snapshot;
@@ -78,7 +106,7 @@ QString PlotTexts::symbols() const
         const QString verdict = m_state.data.mask->verdict == Verdict::Running ? tr("testing")
                                 : m_state.data.mask->verdict == Verdict::Pass  ? tr("passed")
                                                                                : tr("failed");
-        result += tr(", mask %1: %2 hits in %3 symbols")
+        result += tr(", mask %1: hit by %2 of %3 symbols")
                       .arg(verdict, locale.toString(qint64(m_state.data.mask->hitCount)),
                            locale.toString(qint64(m_state.data.mask->symbolCount)));
     }

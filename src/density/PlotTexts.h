@@ -32,6 +32,8 @@ public:
     QString symbols() const;
 
 private:
+    QString timeOfCursors() const;
+
     const PlotState& m_state;
 };
 

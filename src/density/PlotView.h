@@ -32,7 +32,13 @@ public:
     const QRectF& place() const { return m_place; }
     /// What is shown; none where that is the home.
     const std::optional<Window>& zoom() const { return m_zoom; }
-    Window window() const { return m_zoom ? *m_zoom : equalled(m_home); }
+    /// The home with an equal scale in its place, where it shall have one.
+    Window shownHome() const { return equalled(m_home); }
+    std::optional<Window> shownZoom() const
+    {
+        return m_zoom ? std::optional<Window>(equalled(*m_zoom)) : m_zoom;
+    }
+    Window window() const { return equalled(m_zoom ? *m_zoom : m_home); }
 
     QPointF toPixel(const QPointF& value) const;
     QPointF toValue(const QPointF& pixel) const;

@@ -129,15 +129,21 @@ std::vector<double> countsAlong(const Snapshot& snapshot, const Band& band)
     const GridSize& size = snapshot.size;
     std::vector<double> sums(static_cast<std::size_t>(isVertical ? size.rows : size.columns));
     const Window& window = snapshot.window;
-    for (int row = 0; row < size.rows; ++row) {
-        for (int column = 0; column < size.columns; ++column) {
-            const double place =
-                isVertical ? window.left + window.width() * ((column + 0.5) / size.columns)
-                           : window.bottom + window.height() * ((row + 0.5) / size.rows);
-            if (place >= band.start && place <= band.stop)
-                sums[static_cast<std::size_t>(isVertical ? row : column)] +=
-                    snapshot.at(column, row);
-        }
+    const auto isInside = [&](int cell) {
+        const double place = isVertical
+                                 ? window.left + window.width() * ((cell + 0.5) / size.columns)
+                                 : window.bottom + window.height() * ((cell + 0.5) / size.rows);
+        return place >= band.start && place <= band.stop;
+    };
+    int first = 0, end = isVertical ? size.columns : size.rows;
+    while (first < end && !isInside(first))
+        ++first;
+    while (first < end && !isInside(end - 1))
+        --end;
+    for (int row = isVertical ? 0 : first; row < (isVertical ? size.rows : end); ++row) {
+        for (int column = isVertical ? first : 0; column < (isVertical ? end : size.columns);
+             ++column)
+            sums[static_cast<std::size_t>(isVertical ? row : column)] += snapshot.at(column, row);
     }
     return sums;
 }

@@ -8,6 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
+#include <string>
 
 using namespace density;
 
@@ -125,12 +127,40 @@ TEST(EyeFigures, SplitJitterAndExtrapolateIt)
     }
 }
 
+/// How often intervals hold the truth.
+class Held
+{
+public:
+    void add(const char* what, const Figure& figure, double truth)
+    {
+        ASSERT_TRUE(figure.isGiven()) << what << ": " << textOf(figure.reason).toStdString();
+        Count& count = m_counts[what];
+        ++count.trials;
+        count.held += figure.low <= truth && truth <= figure.high ? 1 : 0;
+    }
+    /// 95 of 100 are expected, with a deviation of sqrt(trials * 0.95 * 0.05), of which three and a
+    /// half: of ten figures one fails by chance in 400 runs, and these are seeded.
+    void expect() const
+    {
+        for (const auto& [what, count] : m_counts)
+            EXPECT_GE(count.held, 0.95 * count.trials - 3.5 * std::sqrt(0.0475 * count.trials))
+                << what << " of " << count.trials;
+    }
+
+private:
+    struct Count
+    {
+        int held = 0, trials = 0;
+    };
+    std::map<std::string, Count> m_counts;
+};
+
 TEST(EyeFigures, ExtrapolateTheErrorRateWithAnHonestConfidence)
 {
     // Short of two symbols, for their levels alone.
     const TraceShape shape{3, 1.9};
     const double q = normal::placeOfTail(1e-6);
-    int held = 0;
+    Held held;
     for (unsigned trial = 0; trial < 100; ++trial) {
         std::mt19937 generator(trial);
         std::normal_distribution<float> gauss;
@@ -143,17 +173,58 @@ TEST(EyeFigures, ExtrapolateTheErrorRateWithAnHonestConfidence)
             const float trace[] = {0.0F, level, 0.0F};
             kept.add(trace, k);
         }
-        const EyeFigures figures = EyeFigures::of(kept, shape);
+        const EyeFigures figures = EyeFigures::of(kept, shape, 1e-4);
         ASSERT_EQ(figures.eyes.size(), 1U);
-        const Figure& rate = figures.eyes[0].errorRate;
-        ASSERT_TRUE(rate.isGiven()) << trial;
-        EXPECT_GT(rate.value, 0.5e-6);
-        EXPECT_LT(rate.value, 2e-6);
-        held += rate.low <= 1e-6 && rate.high >= 1e-6 ? 1 : 0;
-        EXPECT_EQ(figures.eyes[0].width.reason, Withheld::ShortTraces);
+        const EyeFigures::Eye& eye = figures.eyes[0];
+        held.add("error rate", eye.errorRate, 1e-6);
+        EXPECT_GT(eye.errorRate.value, 0.5e-6);
+        EXPECT_LT(eye.errorRate.value, 2e-6);
+        held.add("Q", eye.q, q);
+        held.add("height", eye.height, q - normal::placeOfTail(1e-4));
+        held.add("mean", figures.levels[1].spread.mean, q);
+        held.add("sigma", figures.levels[1].spread.sigma, static_cast<double>(0.7F));
+        EXPECT_EQ(eye.width.reason, Withheld::ShortTraces);
     }
-    // 95 expected, with a deviation of sqrt(100 * 0.95 * 0.05) = 2.2, of which three.
-    EXPECT_GE(held, 88);
+    held.expect();
+}
+
+TEST(JitterFit, HasAnHonestConfidence)
+{
+    Held held;
+    const auto halves = [](double part) { return part < 0.5 ? 0.03 : -0.03; };
+    const double total = 2.0 * placeOf(1e-9, 0.01, halves);
+    for (unsigned trial = 0; trial < 40; ++trial) {
+        std::mt19937 generator(trial);
+        std::normal_distribution<double> gauss(0.0, 0.01);
+        std::vector<double> times;
+        for (int k = 0; k < 3000; ++k)
+            times.push_back((generator() % 2 ? 0.03 : -0.03) + gauss(generator));
+        const JitterFit fit = JitterFit::of(times);
+        ASSERT_EQ(fit.kind, JitterFit::Deterministic::TwoInstants);
+        held.add("rms", fit.rms, std::hypot(0.03, 0.01));
+        held.add("random", fit.random, 0.01);
+        held.add("deterministic", fit.deterministic, 0.06);
+        held.add("total", fit.total(1e-9), total);
+    }
+    held.expect();
+}
+
+TEST(ErrorVectors, HaveAnHonestConfidence)
+{
+    Held held;
+    for (unsigned trial = 0; trial < 200; ++trial) {
+        std::mt19937 generator(trial);
+        std::normal_distribution<float> gauss(0.0F, 0.1F);
+        ErrorVectors errors({{1.0, 1.0}, {1.0, -1.0}, {-1.0, 1.0}, {-1.0, -1.0}});
+        for (int k = 0; k < 500; ++k)
+            errors.add((generator() % 2 ? 1.0F : -1.0F) + gauss(generator),
+                       (generator() % 2 ? 1.0F : -1.0F) + gauss(generator));
+        const ErrorVectors::Figures figures = errors.figures();
+        held.add("EVM", figures.evm, 10.0);
+        held.add("MER", figures.mer, 20.0);
+        held.add("EVM of a cluster", figures.clusters[0].evm, 10.0);
+    }
+    held.expect();
 }
 
 TEST(EyeFigures, WithholdWhatTheTracesCannotCarry)

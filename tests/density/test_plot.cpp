@@ -215,6 +215,101 @@ TEST(DensityPlot, ZoomsPansAndComesBack)
     shown.settle();
 }
 
+TEST(DensityPlot, PaintsCellsAsPixelsAndLosesNothingByASize)
+{
+    const std::vector<float> samples = runtSignal();
+    Shown shown;
+    DensityPlot& plot = shown.plot;
+    std::int64_t symbol = 0;
+    const auto add = [&] {
+        plot.addData(samples.data(), samples.size(), symbol);
+        plot.counting().wait();
+        symbol += 5000;
+    };
+    add();
+    for (const QSize& size : {QSize(700, 500), QSize(643, 411)}) {
+        plot.resize(size);
+        const auto isFitting = [&] {
+            return plot.snapshot() && plot.snapshot()->size.columns > size.width() - 250 &&
+                   plot.snapshot()->size.columns < size.width();
+        };
+        ASSERT_TRUE(QTest::qWaitFor(isFitting));
+        shown.settle();
+        ColorMapping colors;
+        const QImage expected = toImage(*plot.snapshot(), colors);
+        const QImage seen = plot.grab().toImage();
+        if (seen.devicePixelRatio() != 1.0)
+            GTEST_SKIP() << "cells are smaller than what is clicked";
+        // The corner, to the pixel that a click's own rounding may be off.
+        const QPoint near = shown.pixelOf({plot.window().left, plot.window().top});
+        bool isFound = false;
+        for (int k = 0; k < 25 && !isFound; ++k) {
+            const QPoint corner = near + QPoint(k % 5 - 2, k / 5 - 2);
+            isFound = true;
+            for (int y = 0; y < expected.height() && isFound; ++y) {
+                for (int x = 0; x < expected.width() && isFound; ++x)
+                    isFound = expected.pixel(x, y) == 0U ||
+                              expected.pixel(x, y) == seen.pixel(corner + QPoint(x, y));
+            }
+        }
+        EXPECT_TRUE(isFound) << size.width();
+    }
+    while (symbol < 120'000)
+        add();
+    plot.resize(500, 400);
+    QTest::qWait(400); // longer than a size may rest
+    shown.settle();
+    EXPECT_EQ(plot.snapshot()->symbolCount, 120'000);
+}
+
+TEST(DensityPlot, SnapsCursorsToWhatTheEyeShows)
+{
+    const std::vector<float> samples = runtSignal();
+    Shown shown;
+    DensityPlot& plot = shown.plot;
+    plot.addData(samples.data(), samples.size(), 0);
+    shown.settle();
+    const QPoint level = shown.pixelOf({0.5, 1.0}), crossing = shown.pixelOf({-0.5, 0.4});
+    const Window home = plot.window();
+    plot.showCursors(true);
+    // To the next place at the right; found before long.
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        QTest::keyClick(&plot, Qt::Key_N);
+        return std::abs(plot.cursorPlaces()[0] - 0.5) < 0.01;
+    }));
+    QTest::keyClick(&plot, Qt::Key_N); // around
+    EXPECT_NEAR(plot.cursorPlaces()[0], -0.5, 0.01);
+    QTest::keyClick(&plot, Qt::Key_N);
+    EXPECT_LE(std::abs(plot.cursorPlaces()[0]), 0.25); // the best instant
+    for (int k = 0; k < 2; ++k)
+        QTest::keyClick(&plot, Qt::Key_Tab);
+    // From two fifths of the height down to the lower level, around to the upper one, and halfway.
+    for (const double place : {-1.0, 1.0, 0.0}) {
+        QTest::keyClick(&plot, Qt::Key_N, Qt::ShiftModifier);
+        EXPECT_NEAR(plot.cursorPlaces()[2], place, 0.01);
+    }
+    // Dragged near to a level or a crossing, it is there; with Alt it is where it was dragged to.
+    const auto drag = [&](const QPoint& from, const QPoint& to, Qt::KeyboardModifiers modifiers) {
+        QTest::mousePress(&plot, Qt::LeftButton, {}, from);
+        QMouseEvent move(QEvent::MouseMove, to, plot.mapToGlobal(to), Qt::LeftButton,
+                         Qt::LeftButton, modifiers);
+        QApplication::sendEvent(&plot, &move);
+        QTest::mouseRelease(&plot, Qt::LeftButton, modifiers, to);
+    };
+    const double perPixel = home.height() / plot.snapshot()->size.rows;
+    const QPoint middle(level.x(), level.y() + static_cast<int>(1.0 / perPixel));
+    drag(middle, level + QPoint(0, 5), {});
+    EXPECT_NEAR(plot.cursorPlaces()[2], 1.0, 0.01);
+    drag(level, level + QPoint(0, 6), Qt::AltModifier);
+    EXPECT_NEAR(plot.cursorPlaces()[2], 1.0 - 6.0 * perPixel, perPixel);
+    const double second = home.left + 0.6 * home.width();
+    drag(crossing +
+             QPoint(static_cast<int>((second + 0.5) / home.width() * plot.snapshot()->size.columns),
+                    0),
+         crossing - QPoint(4, 0), {});
+    EXPECT_NEAR(plot.cursorPlaces()[1], -0.5, 0.01);
+}
+
 TEST(DensityPlot, TakesNothingWhilePausedAndForgetsOnRequest)
 {
     const std::vector<float> samples = runtSignal();
