@@ -150,6 +150,21 @@
         <source>density</source>
         <translation>Dichte</translation>
     </message>
+    <message>
+        <source>mask: %1</source>
+        <translation>Maske: %1</translation>
+    </message>
+    <message>
+        <source>the mask</source>
+        <translation>der Maske</translation>
+    </message>
+</context>
+<context>
+    <name>DensityCheck</name>
+    <message>
+        <source>There are fewer symbols than the %1 of its limit.</source>
+        <translation>Es sind weniger Symbole als die %1 ihrer Grenze.</translation>
+    </message>
 </context>
 <context>
     <name>DensityMenu</name>
@@ -191,6 +206,85 @@
     <message>
         <source>Density: counts how often all symbols passed where (D)</source>
         <translation>Dichte: zählt, wie oft alle Symbole wo vorbeikamen (D)</translation>
+    </message>
+</context>
+<context>
+    <name>DensityPanel</name>
+    <message>
+        <source>Bathtub: error rate over the instant</source>
+        <translation>Badewanne: Fehlerrate nach Zeitpunkt</translation>
+    </message>
+    <message>
+        <source>Levels at the instant of decision</source>
+        <translation>Pegel zum Entscheidungszeitpunkt</translation>
+    </message>
+    <message>
+        <source>Crossings between the levels</source>
+        <translation>Übergänge zwischen den Pegeln</translation>
+    </message>
+    <message>
+        <source>Figures of the eye</source>
+        <translation>Werte des Auges</translation>
+    </message>
+    <message>
+        <source>Figures of the constellation</source>
+        <translation>Werte der Konstellation</translation>
+    </message>
+    <message>
+        <source>Mask</source>
+        <translation>Maske</translation>
+    </message>
+    <message>
+        <source>By which each polygon grows to all sides, in symbols and in the distance from the lowest level to the highest</source>
+        <translation>Um den jedes Vieleck nach allen Seiten wächst, in Symbolen und im Abstand vom niedrigsten zum höchsten Pegel</translation>
+    </message>
+    <message>
+        <source>Margin</source>
+        <translation>Spielraum</translation>
+    </message>
+    <message>
+        <source>What passed there</source>
+        <translation>Was dort vorbeikam</translation>
+    </message>
+    <message>
+        <source>Drawn by hand</source>
+        <translation>Von Hand gezeichnet</translation>
+    </message>
+    <message>
+        <source>None: choose one in the menu Density, Mask</source>
+        <translation>Keine: Wählen Sie eine im Menü Dichte, Maske</translation>
+    </message>
+    <message>
+        <source>Click in a density to see what passed there</source>
+        <translation>Klicken Sie in eine Dichte, um zu sehen, was dort vorbeikam</translation>
+    </message>
+    <message>
+        <source>symbol %1 at %2 s</source>
+        <translation>Symbol %1 bei %2 s</translation>
+    </message>
+    <message>
+        <source>level</source>
+        <translation>Pegel</translation>
+    </message>
+    <message>
+        <source>µs from the middle of the traces</source>
+        <translation>µs ab der Mitte der Spuren</translation>
+    </message>
+    <message>
+        <source>symbols from the middle of the traces</source>
+        <translation>Symbole ab der Mitte der Spuren</translation>
+    </message>
+    <message>
+        <source>no symbols yet</source>
+        <translation>noch keine Symbole</translation>
+    </message>
+    <message>
+        <source>Switch the density of the eye on (D)</source>
+        <translation>Schalten Sie die Dichte des Auges ein (D)</translation>
+    </message>
+    <message>
+        <source>Switch the density of the constellation on (D)</source>
+        <translation>Schalten Sie die Dichte der Konstellation ein (D)</translation>
     </message>
 </context>
 <context>
@@ -361,6 +455,10 @@
     <message>
         <source>%1: exists already; give the whole name to replace it</source>
         <translation>%1: gibt es schon; zum Ersetzen den ganzen Namen angeben</translation>
+    </message>
+    <message>
+        <source>NPY: counts of a density</source>
+        <translation>NPY: Zahlen einer Dichte</translation>
     </message>
 </context>
 <context>
@@ -686,6 +784,58 @@
         <source>What it stands on</source>
         <translation>Worauf es beruht</translation>
     </message>
+    <message>
+        <source>Shows what passed there: lit, and marked over time</source>
+        <translation>Zeigt, was dort vorbeikam: hervorgehoben, und über der Zeit markiert</translation>
+    </message>
+    <message>
+        <source>Wheel</source>
+        <translation>Rad</translation>
+    </message>
+    <message>
+        <source>Zooms about the pointer; with Shift the time axis alone, with Ctrl the level axis</source>
+        <translation>Vergrößert um den Zeiger; mit Umschalt nur die Zeitachse, mit Strg die Pegelachse</translation>
+    </message>
+    <message>
+        <source>Moves what is shown; with Shift or the right button zooms to the rectangle; moves a cursor</source>
+        <translation>Verschiebt den Ausschnitt; mit Umschalt oder der rechten Taste vergrößert es das Rechteck; verschiebt einen Cursor</translation>
+    </message>
+    <message>
+        <source>Double click</source>
+        <translation>Doppelklick</translation>
+    </message>
+    <message>
+        <source>Ctrl+Z, Ctrl+Y</source>
+        <translation>Strg+Z, Strg+Y</translation>
+    </message>
+    <message>
+        <source>Undoes and redoes a zoom</source>
+        <translation>Macht eine Vergrößerung rückgängig und wieder</translation>
+    </message>
+    <message>
+        <source>Tab, arrows</source>
+        <translation>Tab, Pfeile</translation>
+    </message>
+    <message>
+        <source>Choose and move a cursor, while they are shown</source>
+        <translation>Wählen und verschieben einen Cursor, solange sie zu sehen sind</translation>
+    </message>
+    <message>
+        <source>L, S</source>
+        <translation>L, S</translation>
+    </message>
+    <message>
+        <source>Colours by logarithm or evenly; the next colour scale</source>
+        <translation>Farben logarithmisch oder gleichmäßig; die nächste Farbskala</translation>
+    </message>
+    <message>
+        <source>In the densities</source>
+        <translation>In den Dichten</translation>
+    </message>
+    <message>
+        <source>Below the density of the eye</source>
+        <translation>Unter der Dichte des Auges</translation>
+    </message>
 </context>
 <context>
     <name>Hints</name>
@@ -791,10 +941,10 @@
     </message>
 </context>
 <context>
-    <name>MaskCheck</name>
+    <name>MaskChoice</name>
     <message>
         <source>cannot be read (%1)</source>
-        <translation>lässt sich nicht lesen (%1)</translation>
+        <translation>kann nicht gelesen werden (%1)</translation>
     </message>
     <message>
         <source>is too large for a mask</source>
@@ -805,8 +955,63 @@
         <translation>ist keine Maske: %1</translation>
     </message>
     <message>
-        <source>There are fewer symbols than the %1 of its limit.</source>
-        <translation>Es gibt weniger Symbole als die %1 ihrer Grenze.</translation>
+        <source>pass</source>
+        <translation>bestanden</translation>
+    </message>
+    <message>
+        <source>FAIL</source>
+        <translation>NICHT BESTANDEN</translation>
+    </message>
+    <message>
+        <source>running</source>
+        <translation>läuft</translation>
+    </message>
+    <message>
+        <source>%1, %2 hits in %3 symbols</source>
+        <translation>%1, %2 Treffer in %3 Symbolen</translation>
+    </message>
+</context>
+<context>
+    <name>MaskMenu</name>
+    <message>
+        <source>&amp;Mask</source>
+        <translation>&amp;Maske</translation>
+    </message>
+    <message>
+        <source>&amp;None</source>
+        <translation>&amp;Keine</translation>
+    </message>
+    <message>
+        <source>&amp;Load...</source>
+        <translation>&amp;Laden …</translation>
+    </message>
+    <message>
+        <source>&amp;Save...</source>
+        <translation>&amp;Sichern …</translation>
+    </message>
+    <message>
+        <source>&amp;Draw a polygon</source>
+        <translation>Vieleck &amp;zeichnen</translation>
+    </message>
+    <message>
+        <source>Click its corners, the last one twice; Backspace takes one back, Esc ends without one</source>
+        <translation>Klicken Sie seine Ecken an, die letzte doppelt; die Rücktaste nimmt eine zurück, Esc endet ohne</translation>
+    </message>
+    <message>
+        <source>Show the &amp;hits</source>
+        <translation>&amp;Treffer zeigen</translation>
+    </message>
+    <message>
+        <source>Drawn by hand</source>
+        <translation>Von Hand gezeichnet</translation>
+    </message>
+    <message>
+        <source>Load a mask</source>
+        <translation>Eine Maske laden</translation>
+    </message>
+    <message>
+        <source>Save the mask</source>
+        <translation>Die Maske sichern</translation>
     </message>
 </context>
 <context>
@@ -1213,10 +1418,6 @@
         <translation>Pixel einer Momentaufnahme je Pixel des Fensters, 0.5 bis 8 (1).</translation>
     </message>
     <message>
-        <source>give some of png,svg,pdf,csv</source>
-        <translation>geben Sie einige von png,svg,pdf,csv an</translation>
-    </message>
-    <message>
         <source>give --snapshot, too</source>
         <translation>geben Sie auch --snapshot an</translation>
     </message>
@@ -1265,10 +1466,6 @@
         <translation>geben Sie json an</translation>
     </message>
     <message>
-        <source>Files of a snapshot: any of png,svg,pdf,csv; pictures and data of each view (png). The data of a view that has none are left out.</source>
-        <translation>Dateien einer Momentaufnahme: beliebige von png,svg,pdf,csv; Bilder und Daten jeder Ansicht (png). Die Daten einer Ansicht, die keine hat, werden ausgelassen.</translation>
-    </message>
-    <message>
         <source>memory: there is not enough of it; close other programs</source>
         <translation>Speicher: er reicht nicht; andere Programme schließen</translation>
     </message>
@@ -1305,12 +1502,24 @@
         <translation>Zeigt ein Signal über der Zeit, als Auge und als Konstellation: eine Aufnahme oder, ohne Datei, ein eingebautes Signal.</translation>
     </message>
     <message>
-        <source>give --measure json, too</source>
-        <translation>geben Sie auch --measure json an</translation>
+        <source>mask: %1</source>
+        <translation>Maske: %1</translation>
     </message>
     <message>
-        <source>With --measure: tests the eye of the recordings against the mask in &lt;FILE&gt;, too; ends with 3 where one does not pass.</source>
-        <translation>Mit --measure: prüft das Auge der Aufnahmen auch gegen die Maske in &lt;FILE&gt;; endet mit 3, wo eine nicht besteht.</translation>
+        <source>give some of png,svg,pdf,csv,npy</source>
+        <translation>geben Sie einige von png,svg,pdf,csv,npy an</translation>
+    </message>
+    <message>
+        <source>Tests the eye, as a density, against the mask in &lt;FILE&gt;; with --measure or --snapshot ends with 3 where it does not pass.</source>
+        <translation>Prüft das Auge, als Dichte, gegen die Maske in &lt;FILE&gt;; endet mit --measure oder --snapshot mit 3, wo es nicht besteht.</translation>
+    </message>
+    <message>
+        <source>Shows how often all symbols passed where, instead of the diagrams of eye and constellation; with --measure prints the figures of that eye, too.</source>
+        <translation>Zeigt, wie oft alle Symbole wo vorbeikamen, statt der Diagramme von Auge und Konstellation; gibt mit --measure auch die Werte dieses Auges aus.</translation>
+    </message>
+    <message>
+        <source>Files of a snapshot: any of png,svg,pdf,csv,npy; pictures and data of each view (png), npy of densities. The data of a view that has none are left out.</source>
+        <translation>Dateien einer Momentaufnahme: beliebige von png,svg,pdf,csv,npy; Bilder und Daten jeder Ansicht (png), npy von Dichten. Die Daten einer Ansicht, die keine hat, fehlen.</translation>
     </message>
 </context>
 <context>
@@ -1445,6 +1654,10 @@
     <message>
         <source>Receiver</source>
         <translation>Empfänger</translation>
+    </message>
+    <message>
+        <source>Density</source>
+        <translation>Dichte</translation>
     </message>
 </context>
 <context>

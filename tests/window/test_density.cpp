@@ -2,6 +2,7 @@
 #include "WindowFixture.h"
 #include "workbench/receiver/Receiver.h"
 #include "workbench/window/density/Densities.h"
+#include "workbench/window/density/MaskChoice.h"
 #include "workbench/window/density/TimeMark.h"
 #include "workbench/window/density/WayBack.h"
 
@@ -173,6 +174,36 @@ TEST_F(Density, LeadsFromAPointBackToTheSignal)
     EXPECT_EQ(way.index(), 500);
     window->feed().transport().play();
     EXPECT_FALSE(window->densities().timeMark().stretch()) << "what plays is elsewhere";
+}
+
+TEST_F(Density, IsTestedAgainstAMaskWhoseHitsLeadBackToTheirSymbols)
+{
+    window->densities().eye().setOn(true);
+    auto& masks = window->densities().masks();
+    // About the middle between the levels; the runt reaches 0.6 of the way up.
+    masks.choose(density::Mask::fromJson(R"({"schema": "orvane.mask/1", "polygons":
+        [[[-0.05, 0.5], [0.05, 0.5], [0.05, 0.7], [-0.05, 0.7]]],
+        "limit": {"hits": 0, "symbols": 1000}})"));
+    EXPECT_FALSE(masks.result()) << "no level is known yet";
+    playAll();
+    ASSERT_TRUE(masks.result()) << masks.text().toStdString();
+    EXPECT_EQ(masks.result()->hitCount, 0) << "the limit ends before the runt";
+    EXPECT_TRUE(masks.text().startsWith("pass, 0 hits in 1,000")) << masks.text().toStdString();
+    auto mask = *masks.mask();
+    mask.symbolCount = 2500;
+    masks.choose(mask);
+    window->densities().settle();
+    EXPECT_EQ(masks.result()->hitCount, 1);
+    EXPECT_TRUE(masks.text().startsWith("FAIL, 1 hits")) << masks.text().toStdString();
+    action("Show the &hits").trigger();
+    const auto& stretches = window->densities().wayBack().stretches();
+    ASSERT_EQ(stretches.size(), 1U);
+    EXPECT_NEAR(stretches[0].time, double(runt * perSymbol) / 16000.0, 1.0 / 16000.0);
+
+    masks.setMargin(0.49);
+    window->densities().settle();
+    EXPECT_GT(masks.result()->hitCount, 1) << "it reaches the levels";
+    EXPECT_TRUE(window->panes().panes()[1].mode.contains("FAIL")) << "in sight";
 }
 
 TEST_F(Density, OfASignalThatDoesNotComeAgainIsLedBackToWhatIsKept)

@@ -118,7 +118,7 @@ TEST_F(Keys, ReachEveryMenuEntryAndControlByOneOfItsOwn)
                     window->player().openDemo(ModulationSettings());
                 window->feed().transport().pause();
                 auto& dock = *window->findChild<ParameterDock*>();
-                for (int tab = 0; tab < 2; ++tab) {
+                for (int tab = 0; tab < 3; ++tab) {
                     window->findChild<QTabWidget*>()->setCurrentIndex(tab);
                     window->refresh();
                     window->measure();

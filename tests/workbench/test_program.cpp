@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QImage>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
@@ -98,7 +99,7 @@ TEST_F(Program, RefusesInOneLineWithTheRightExitCode)
         {1, {mono, "--channel", "2"}, mono},
         {2, {"--measure", "json"}, "--measure"},
         {2, {mono, "--measure", "xml"}, "--measure"},
-        {2, {mono, "--mask", mono}, "--mask"},
+        {1, {mono, "--mask", mono}, mono + ": is no mask"},
         {1, {mono, "--measure", "json", "--mask", mono + "x"}, mono + "x: cannot be read"},
         {1, {mono, "--measure", "json", "--start", "2"}, mono},
         {1, {mono, "--measure", "json", "--symbol-rate", "7000", "--modulation", "qpsk"}, mono},
@@ -216,6 +217,18 @@ TEST_F(Program, TestsRecordingsAgainstAMask)
     EXPECT_EQ(test(0.1, 1, 1500), "0 pass 1");
     EXPECT_EQ(test(0.1, 0, 1500), "3 fail 1");
     EXPECT_EQ(test(0.1, 1, 100000), "3 incomplete 1");
+    // Pictures of the density, with the same verdict, its counts and the figures of all symbols.
+    test(0.1, 0, 1500);
+    const QStringList picture{signal, "--symbol-rate", "1000", "--density", "--mask", file};
+    EXPECT_EQ(run(picture + QStringList{"--snapshot", path("shots"), "--formats", "png,npy"}), 3);
+    EXPECT_TRUE(error.contains("mask: FAIL, 1 hits")) << qPrintable(error);
+    QFile counts(path("shots/eye.npy"));
+    EXPECT_TRUE(counts.open(QIODevice::ReadOnly) && counts.read(6) == "\x93NUMPY");
+    EXPECT_EQ(run(picture + QStringList{"--measure", "json"}), 3);
+    const QJsonObject density =
+        QJsonDocument::fromJson(out.toUtf8()).object()["density"].toObject();
+    EXPECT_NEAR(density["symbols"].toDouble() + density["left_out"].toDouble(), 2000.0, 4.0);
+    EXPECT_EQ(density["levels"].toArray().size(), 2) << qPrintable(out);
     writeFile(file, "{}");
     EXPECT_EQ(run({"--measure", "json", signal, "--mask", file}), 1);
     expectComplaint(file + ": is no mask: ");

@@ -1,7 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/app/MeasureCommand.h"
 
-#include "workbench/app/MaskCheck.h"
+#include "workbench/app/DensityCheck.h"
 #include "workbench/measure/MeasurementMaker.h"
 #include "workbench/pipeline/Settling.h"
 #include "workbench/player/Hints.h"
@@ -9,6 +9,7 @@
 #include "workbench/receiver/SymbolRateEstimate.h"
 #include "workbench/sources/LiveAddress.h"
 #include "workbench/sources/RecordingOpener.h"
+#include "workbench/window/density/MaskChoice.h"
 
 #include <QJsonDocument>
 
@@ -73,7 +74,7 @@ int MeasureCommand::run(const std::function<void(const QString&)>& say) const
     constexpr int exitFailed = 1, exitMaskFailed = 3;
     std::optional<density::Mask> mask;
     if (!m_options.maskFile.isEmpty()) {
-        const auto read = MaskCheck::read(m_options.maskFile);
+        const auto read = MaskChoice::read(m_options.maskFile);
         if (!read) {
             say(QStringLiteral("%1: %2").arg(m_options.maskFile, read.error().sentence));
             return exitFailed;
@@ -171,9 +172,10 @@ Result<bool> MeasureCommand::measure(const QString& file, const density::Mask* m
     describe(source, settings, receiver, setup);
     const double margin = setup.symbolRate ? settlingSymbols / *setup.symbolRate : 0.0;
     Measurement::Maker maker(range.from, range.to, setup);
-    std::optional<MaskCheck> check;
-    if (mask)
-        check.emplace(*mask, setup.format, range.from, range.to, setup.eyeBandwidth);
+    std::optional<DensityCheck> check;
+    if (mask || m_options.isDensity)
+        check.emplace(mask ? std::optional(*mask) : std::nullopt, setup.format, range.from,
+                      range.to, setup.eyeBandwidth);
     const bool isAny = receive(source, receiver, range, margin, [&](const SignalBlock& block) {
         maker.add(block);
         if (check)
@@ -188,7 +190,11 @@ Result<bool> MeasureCommand::measure(const QString& file, const density::Mask* m
     QJsonObject json = measurement.json();
     json.insert(QStringLiteral("input"), file);
     if (check)
-        json.insert(QStringLiteral("mask"), check->finish());
+        check->finish();
+    if (mask)
+        json.insert(QStringLiteral("mask"), check->mask());
+    if (m_options.isDensity)
+        json.insert(QStringLiteral("density"), check->figures());
     std::printf("%s\n", QJsonDocument(json).toJson(QJsonDocument::Compact).constData());
     std::fflush(stdout);
     return !check || check->hasPassed();

@@ -35,9 +35,13 @@ void describeSignals(const Add& add)
                  "recording unless --start and --seconds say otherwise."),
         "FORMAT");
     add("mask",
-        Text::tr("With --measure: tests the eye of the recordings against the mask in <FILE>, too; "
-                 "ends with 3 where one does not pass."),
+        Text::tr("Tests the eye, as a density, against the mask in <FILE>; with --measure or "
+                 "--snapshot ends with 3 where it does not pass."),
         "FILE");
+    add("density",
+        Text::tr("Shows how often all symbols passed where, instead of the diagrams of eye and "
+                 "constellation; with --measure prints the figures of that eye, too."),
+        nullptr);
     add("start", Text::tr("Starts <S> seconds after the beginning of the recording."), "S");
     add("channel",
         Text::tr("Plays channel <N> of the recording, counted from 1, or the difference of two, "
@@ -109,8 +113,8 @@ void describeSnapshots(const Add& add)
                  "<DIR> and ends."),
         "DIR");
     add("formats",
-        Text::tr("Files of a snapshot: any of png,svg,pdf,csv; pictures and data of each view "
-                 "(png). The data of a view that has none are left out."),
+        Text::tr("Files of a snapshot: any of png,svg,pdf,csv,npy; pictures and data of each view "
+                 "(png), npy of densities. The data of a view that has none are left out."),
         "LIST");
     add("scale", Text::tr("Pixels of a snapshot to each of the window, 0.5 to 8 (1)."), "X");
     add("seconds", Text::tr("Plays <S> seconds for a snapshot (2)."), "S");

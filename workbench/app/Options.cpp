@@ -108,8 +108,7 @@ void readRecording(Reader& reader, Options& options)
     options.maskFile = reader.text("mask");
     if (reader.isSet("mask") && options.maskFile.isEmpty())
         reader.reject("mask", Text::tr("give a name"));
-    if (reader.isSet("mask") && !options.isMeasure)
-        reader.reject("mask", Text::tr("give --measure json, too"));
+    options.isDensity = reader.isSet("density");
     options.start = reader.number("start", 0.0, maxSeconds);
     options.hasSeconds = reader.isSet("seconds");
     if (reader.isSet("channel")) {
@@ -168,7 +167,7 @@ void readSnapshot(Reader& reader, Options& options)
             options.formats.clear();
     }
     if (options.formats.empty())
-        reader.reject("formats", Text::tr("give some of png,svg,pdf,csv"));
+        reader.reject("formats", Text::tr("give some of png,svg,pdf,csv,npy"));
     for (const char* name : {"formats", "scale"}) {
         if (reader.isSet(name) && options.snapshotFolder.isEmpty())
             reader.reject(name, Text::tr("give --snapshot, too"));

@@ -16,6 +16,8 @@
 #include "workbench/window/Appearance.h"
 #include "workbench/window/MainWindow.h"
 #include "workbench/window/SchemeChoice.h"
+#include "workbench/window/density/Densities.h"
+#include "workbench/window/density/MaskChoice.h"
 
 #include <QApplication>
 #include <QFile>
@@ -35,6 +37,7 @@ namespace {
 
 constexpr int exitFailed = 1;
 constexpr int exitWrongUsage = 2;
+constexpr int exitMaskFailed = 3;
 
 void say(const QString& text)
 {
@@ -181,6 +184,37 @@ void apply(const Options& options, MainWindow& window)
     window.refresh();
 }
 
+/// Switches the densities on that are asked for. @return exit code where there is no mask.
+std::optional<int> prepareDensities(MainWindow& window, const Options& options)
+{
+    Densities& densities = window.densities();
+    if (options.isDensity) {
+        densities.eye().setOn(true);
+        densities.iq().setOn(true);
+    }
+    if (options.maskFile.isEmpty())
+        return std::nullopt;
+    const auto mask = MaskChoice::read(options.maskFile);
+    if (!mask)
+        return fail(exitFailed,
+                    QStringLiteral("%1: %2").arg(options.maskFile, mask.error().sentence));
+    densities.eye().setOn(true);
+    densities.masks().choose(*mask);
+    return std::nullopt;
+}
+
+/// Says how the test of a snapshot went. @return exit code.
+int tellMask(MainWindow& window)
+{
+    const MaskChoice& masks = window.densities().masks();
+    if (!masks.mask())
+        return 0;
+    say(Options::tr("mask: %1").arg(masks.text()));
+    const auto result = masks.result();
+    const bool hasPassed = result && result->verdict == density::MaskTest::Verdict::Pass;
+    return hasPassed ? 0 : exitMaskFailed;
+}
+
 void prepare(MainWindow& window, const Options& options)
 {
     constexpr QSize usualSize(1280, 800);
@@ -200,6 +234,8 @@ void prepare(MainWindow& window, const Options& options)
 int run(MainWindow& window, const Options& options)
 {
     prepare(window, options);
+    if (const auto exitCode = prepareDensities(window, options))
+        return *exitCode;
     if (!options.file.isEmpty()) {
         if (const auto exitCode = openRecording(window, options))
             return *exitCode;
@@ -229,7 +265,7 @@ int run(MainWindow& window, const Options& options)
         std::printf("%s\n", qPrintable(file));
     if (!taken->notice.isEmpty())
         say(taken->notice);
-    return 0;
+    return tellMask(window);
 }
 
 /// Prints what is known of a recording.

@@ -72,7 +72,7 @@ MainWindow::MainWindow(SchemeChoice& scheme)
     , m_opening(new Opening(*m_progress, this))
     , m_playback(new PlaybackControls(*this, m_player, *m_panes))
     , m_view(new ViewMenu(*this, m_player, *m_panes, *m_parameters))
-    , m_densities(new Densities(*this, m_player, *m_panes, *m_timeView))
+    , m_densities(new Densities(*this, m_player, *m_panes, *m_timeView, *m_parameters))
     , m_states(*m_panes)
     , m_levels(feed(), *m_timeView, *m_eyeView, *m_iqView)
     , m_units(*m_timeView, *m_eyeView)
@@ -186,6 +186,8 @@ void MainWindow::connectPlayer()
     });
     connect(m_measuring, &Measuring::measured, m_readings, &Readings::show);
     connect(m_densities, &Densities::switched, this, &MainWindow::showSwitched);
+    connect(m_densities, &Densities::refused, m_notice, &NoticeBar::say);
+    connect(&m_view->autoScaleAction(), &QAction::triggered, m_densities, &Densities::autoScale);
 }
 
 /// A diagram takes nothing while its density is shown, and all that is there afterwards.

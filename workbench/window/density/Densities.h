@@ -9,6 +9,9 @@
 #include <QObject>
 
 class DensityMenu;
+class MaskChoice;
+class MaskMenu;
+class ParameterDock;
 class Player;
 class QMainWindow;
 class TimeMark;
@@ -22,24 +25,30 @@ class Densities : public QObject
     Q_OBJECT
 public:
     /// @param panes  time, eye and IQ, in this order. All outlive it.
-    Densities(QMainWindow& window, Player& player, ViewPanes& panes, VCGLTimeDiagram& time);
+    Densities(QMainWindow& window, Player& player, ViewPanes& panes, VCGLTimeDiagram& time,
+              ParameterDock& dock);
     ~Densities() override;
 
     DensityMenu& menu() { return *m_menu; }
     DensityPane& eye() { return *m_eye; }
     DensityPane& iq() { return *m_iq; }
     WayBack& wayBack() { return *m_wayBack; }
+    MaskChoice& masks() { return *m_masks; }
     TimeMark& timeMark() { return *m_mark; }
     /// Shows the same units as the diagrams.
     void refresh();
     /// Switches them as they were left.
     void restore();
+    /// Shows all that is kept.
+    void autoScale();
     /// Waits until they show and measure all that was played.
     void settle();
 
 signals:
     /// One of them was switched, and its diagram is to show what is there, or needs nothing.
     void switched(DensityPane& pane);
+    /// What was asked for cannot be done: a sentence.
+    void refused(const QString& why);
 
 private:
     void connectPane(DensityPane& pane);
@@ -49,6 +58,10 @@ private:
     void forget(const DensityPane& pane);
     void switchWanted();
     void keep();
+    void connectMenu();
+    void showMask();
+    void showModes();
+    void showHits();
     void fitIdeal();
 
     Player& m_player;
@@ -56,11 +69,15 @@ private:
     EyeFiguring* m_figuring;
     DensityPane* m_eye;
     DensityPane* m_iq;
+    MaskChoice* m_masks;
+    MaskMenu* m_maskMenu;
     DensityMenu* m_menu;
     TimeMark* m_mark;
     WayBack* m_wayBack;
+    ParameterDock& m_dock;
     DensityReadings m_readings;
-    EyeFiguredPtr m_figured;    // null: nothing yet
-    std::size_t m_lines = 1;    // of its table
+    std::optional<double> m_symbolSeconds; // where times are in seconds
+    EyeFiguredPtr m_figured;               // null: nothing yet
+    std::size_t m_lines = 1;               // of its table
     std::int64_t m_idealAt = 0; // symbols from which on the ideal points are fitted again
 };

@@ -63,6 +63,7 @@ void DensityPane::switchOn()
     density::Counter::Settings settings;
     settings.shape->sampleCount = static_cast<int>(DensityFeed::traceLength);
     m_plot = new density::DensityPlot(m_kind, settings);
+    m_plot->setMinimumSize(0, 0); // the view has the size
     m_plot->setAccessibleName(m_switching->text().remove(QLatin1Char('&')));
     m_plot->installEventFilter(this);
     connect(m_plot, &density::DensityPlot::updated, this, &DensityPane::updated);

@@ -43,8 +43,8 @@ ExportDialog::ExportDialog(const ViewExport& exporter, const ViewPanes& panes, s
     for (const ViewPanes::Pane& pane : panes.panes())
         m_view->addItem(pane.showing->text().remove(QLatin1Char('&')));
     m_view->setCurrentIndex(static_cast<int>(index));
-    m_format->addItems(
-        {tr("PNG: pixels"), tr("SVG: vectors"), tr("PDF: vectors"), tr("CSV: data as a table")});
+    m_format->addItems({tr("PNG: pixels"), tr("SVG: vectors"), tr("PDF: vectors"),
+                        tr("CSV: data as a table"), tr("NPY: counts of a density")});
     const values::Settings settings;
     const int kept = int(ViewExport::endings().indexOf(settings.value(formatKey).toString()));
     m_format->setCurrentIndex(std::max(kept, 0));
@@ -100,7 +100,7 @@ void ExportDialog::proposeSize()
 /// Lets only that be set which the format has.
 void ExportDialog::showFormat()
 {
-    const bool isPicture = format() != ViewExport::Format::Csv;
+    const bool isPicture = format() < ViewExport::Format::Csv;
     for (QWidget* control : std::initializer_list<QWidget*>{m_width, m_height, m_footer})
         control->setEnabled(isPicture);
     m_scale->setEnabled(format() == ViewExport::Format::Png);

@@ -6,7 +6,7 @@
 
 #include <QMainWindow>
 
-DensityMenu::DensityMenu(QMainWindow& window, DensityPane& eye, DensityPane& iq)
+DensityMenu::DensityMenu(QMainWindow& window, DensityPane& eye, DensityPane& iq, QMenu& masks)
     : QMenu(tr("De&nsity"), &window)
 {
     QAction* density = menus::add(window, *this, tr("&Density or diagram"), Qt::Key_D);
@@ -16,6 +16,7 @@ DensityMenu::DensityMenu(QMainWindow& window, DensityPane& eye, DensityPane& iq)
     addSeparator();
     m_cursors = menus::add(window, *this, tr("&Cursors"), Qt::Key_C);
     m_cursors->setCheckable(true);
+    addMenu(&masks);
     m_clear = menus::add(window, *this, tr("&Start counting anew"), Qt::Key_Delete);
     connect(m_clear, &QAction::triggered, this, &DensityMenu::restartWanted);
     addSeparator();

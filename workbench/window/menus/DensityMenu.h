@@ -12,7 +12,8 @@ class DensityMenu : public QMenu
     Q_OBJECT
 public:
     /// @param eye,iq  whose switches it has.
-    DensityMenu(QMainWindow& window, DensityPane& eye, DensityPane& iq);
+    /// @param masks  becomes a part of it.
+    DensityMenu(QMainWindow& window, DensityPane& eye, DensityPane& iq, QMenu& masks);
 
     QAction& cursors() { return *m_cursors; }
     QAction& next() { return *m_next; }

@@ -3,6 +3,7 @@
 
 #include "platform/glbase/Renderer.h"
 #include "workbench/sources/Libraries.h"
+#include "workbench/window/density/DensityReadings.h"
 #include "workbench/window/menus/MenuEntries.h"
 #include "workbench/window/panes/Readings.h"
 
@@ -102,6 +103,16 @@ QString HelpMenu::keys() const
     views.add(tr("Drag on an axis"), tr("Moves what is shown"));
     views.add(tr("Double click on an axis"), tr("Shows all again"));
     views.add(tr("Right click"), tr("Menu of the view: axes, grid, colours, auto scaling, export"));
+    Table densities;
+    densities.add(tr("Click"), tr("Shows what passed there: lit, and marked over time"));
+    densities.add(tr("Wheel"), tr("Zooms about the pointer; with Shift the time axis alone, with "
+                                  "Ctrl the level axis"));
+    densities.add(tr("Drag"), tr("Moves what is shown; with Shift or the right button zooms to the "
+                                 "rectangle; moves a cursor"));
+    densities.add(tr("Double click"), tr("Shows all again"));
+    densities.add(tr("Ctrl+Z, Ctrl+Y"), tr("Undoes and redoes a zoom"));
+    densities.add(tr("Tab, arrows"), tr("Choose and move a cursor, while they are shown"));
+    densities.add(tr("L, S"), tr("Colours by logarithm or evenly; the next colour scale"));
     Table controls;
     controls.add(tr("Tab"), tr("Goes to the next control or view"));
     controls.add(tr("Enter"), tr("Presses the button or ticks the box that has the focus; takes a "
@@ -109,7 +120,8 @@ QString HelpMenu::keys() const
     controls.add(tr("Alt and a letter"), tr("Goes to what has this letter underlined"));
     controls.add(tr("Arrows, Home, End"), tr("Move a slider or a choice that has the focus"));
     return menuKeys() + heading(tr("In the views")) + views.html() +
-           heading(tr("Beside the views")) + controls.html();
+           heading(tr("In the densities")) + densities.html() + heading(tr("Beside the views")) +
+           controls.html();
 }
 
 QString HelpMenu::readings()
@@ -121,6 +133,10 @@ QString HelpMenu::readings()
             table.add(name, meaning);
         page += heading(section.title) + table.html();
     }
+    Table densities;
+    for (const auto& [name, meaning] : DensityReadings::meanings())
+        densities.add(name, meaning);
+    page += heading(tr("Below the density of the eye")) + densities.html();
     return page;
 }
 

@@ -4,6 +4,7 @@
 #include "workbench/player/Player.h"
 #include "workbench/player/SymbolRateSearch.h"
 #include "workbench/window/panels/BuiltInPanel.h"
+#include "workbench/window/panels/DensityPanel.h"
 #include "workbench/window/panels/EyePanel.h"
 #include "workbench/window/panels/GatePanel.h"
 #include "workbench/window/panels/ModulationPanel.h"
@@ -26,11 +27,13 @@ ParameterDock::ParameterDock(Player& player, QWidget* parent)
     , m_tabs(new QTabWidget(this))
     , m_panel(new ParameterPanel(this))
     , m_receiver(new ReceiverPanel(this))
+    , m_density(new DensityPanel(this))
     , m_search(new SymbolRateSearch(this))
 {
     m_tabs->setDocumentMode(true);
     addTab(m_panel, tr("Parameters"));
     addTab(m_receiver, tr("Receiver"));
+    addTab(m_density, tr("Density"));
     setObjectName(QStringLiteral("Parameters"));
     setFeatures(QDockWidget::DockWidgetClosable);
     setTitleBarWidget(new QWidget(this)); // none: the tabs have titles
@@ -83,6 +86,8 @@ void ParameterDock::raiseReceiver()
     m_tabs->setCurrentIndex(1);
     m_receiver->setFocus();
 }
+
+bool ParameterDock::isDensitySeen() const { return m_density->isVisible(); }
 
 void ParameterDock::showReceiver()
 {

@@ -3,6 +3,7 @@
 
 #include <QDockWidget>
 
+class DensityPanel;
 class ParameterPanel;
 class Player;
 class QTabWidget;
@@ -19,6 +20,9 @@ public:
 
     ParameterPanel& panel() { return *m_panel; }
     ReceiverPanel& receiver() { return *m_receiver; }
+    DensityPanel& density() { return *m_density; }
+    /// Whether the densities' panel is seen.
+    bool isDensitySeen() const;
     /// Brings the receiver to the front, with the keyboard's focus.
     void raiseReceiver();
     /// Shows the receiver as the feed has it; how its stages do only where it is seen.
@@ -39,6 +43,7 @@ private:
     QTabWidget* m_tabs;
     ParameterPanel* m_panel;
     ReceiverPanel* m_receiver;
+    DensityPanel* m_density;
     SymbolRateSearch* m_search;
     bool m_isAsked = false; // for an estimate, by the user
 };

@@ -41,6 +41,10 @@ void paint(const ViewPanes::Pane& pane, const QSize& whole, const ExportFooter* 
     if (footer)
         footer->paint(painter,
                       QRect(0, size.height(), whole.width(), whole.height() - size.height()));
+    if (pane.cover) {
+        pane.cover->render(painter, size);
+        return pane.coverNote->paintPicture(painter, size);
+    }
     pane.render(painter, size);
     const bool isOnView = pane.canvas == pane.view;
     const QRect canvas = isOnView ? QRect(QPoint(), size) : pane.plotRect(size);
@@ -120,7 +124,7 @@ private:
 QStringList ViewExport::endings()
 {
     return {QStringLiteral("png"), QStringLiteral("svg"), QStringLiteral("pdf"),
-            QStringLiteral("csv")};
+            QStringLiteral("csv"), QStringLiteral("npy")};
 }
 
 std::optional<ViewExport::Format> ViewExport::formatOf(const QString& fileName)
@@ -167,13 +171,13 @@ Result<QByteArray> ViewExport::content(std::size_t index, Format format, const Q
                                        double scale, Footer wanted) const
 {
     const ViewPanes::Pane& pane = m_panes.panes().at(index);
-    const bool isTable = format == Format::Csv;
+    const bool isTable = format == Format::Csv || format == Format::Npy;
     const QSize pixels = size * (format == Format::Png ? scale : 1.0);
     const bool isPossible =
         !pixels.isEmpty() && pixels.width() <= maxSide && pixels.height() <= maxSide;
     try {
         std::optional<ExportFooter> footer;
-        const ReadingTable* figures = pane.readings;
+        const ReadingTable* figures = pane.cover ? pane.coverReadings : pane.readings;
         if (figures && wanted == Footer::Figures && !isTable)
             footer.emplace(m_feed, figures->gate(), figures->texts(), figures->font());
         if (footer && isPossible && viewSize(size, &*footer).height() < size.height() / 2)
@@ -181,7 +185,7 @@ Result<QByteArray> ViewExport::content(std::size_t index, Format format, const Q
                               "leave them out"));
         QByteArray result;
         if (isTable)
-            result = table(pane);
+            result = table(pane, format);
         else if (isPossible)
             result = picture(pane, format, size, scale, footer ? &*footer : nullptr);
         if (result.isEmpty())
@@ -194,8 +198,12 @@ Result<QByteArray> ViewExport::content(std::size_t index, Format format, const Q
     }
 }
 
-QByteArray ViewExport::table(const ViewPanes::Pane& pane) const
+QByteArray ViewExport::table(const ViewPanes::Pane& pane, Format format) const
 {
+    if (pane.cover)
+        return pane.cover->data(endings()[static_cast<int>(format)]);
+    if (format == Format::Npy)
+        return QByteArray();
     if (pane.view == &m_iq) {
         const std::vector<float> samples = m_iq.GetSamples();
         Table table("I,Q");

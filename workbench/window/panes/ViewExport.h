@@ -19,12 +19,13 @@ class VCGLIQDiagram;
 /// touched. What is there to be used, such as the pause button, is left out. PNG has the pixels
 /// that the screen would have, with points as large as its scale. SVG and PDF are vectors, but for
 /// points of which there are tens of thousands. CSV has a row of names and units, then numbers as
-/// exact as they are.
+/// exact as they are. A density has its counts instead, also as an array of NumPy (npy), which no
+/// other view has.
 class ViewExport
 {
     Q_DECLARE_TR_FUNCTIONS(ViewExport)
 public:
-    enum class Format { Png, Svg, Pdf, Csv };
+    enum class Format { Png, Svg, Pdf, Csv, Npy };
     enum class Footer { None, Figures };
     static constexpr int maxSide = 16384; ///< of a picture, pixels
     static constexpr double minScale = 0.5;
@@ -55,7 +56,7 @@ public:
     static Result<void> save(const QString& fileName, const QByteArray& content);
 
 private:
-    QByteArray table(const ViewPanes::Pane& pane) const;
+    QByteArray table(const ViewPanes::Pane& pane, Format format) const;
 
     const ViewPanes& m_panes;
     const SignalFeed& m_feed;

@@ -241,11 +241,14 @@ void ViewPanes::placeCover(const Pane& pane)
 
 bool ViewPanes::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::Resize) {
-        for (const Pane& pane : m_panes) {
-            if (pane.view == watched && pane.cover)
-                placeCover(pane);
-        }
+    const bool isPlaced = event->type() == QEvent::Resize || event->type() == QEvent::Show ||
+                          event->type() == QEvent::ChildAdded;
+    for (const Pane& pane : m_panes) {
+        if (!isPlaced || pane.view != watched || !pane.cover)
+            continue;
+        placeCover(pane);
+        // A canvas of the view may come above it yet.
+        QMetaObject::invokeMethod(&pane.cover->widget(), &QWidget::raise, Qt::QueuedConnection);
     }
     return QSplitter::eventFilter(watched, event);
 }

@@ -1,0 +1,41 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QPolygonF>
+#include <QString>
+#include <QWidget>
+
+#include <vector>
+
+/// A small diagram of some curves, as points or as the bars of a histogram, with the values of its
+/// axes: linear, or of a logarithm of base 10.
+class CurveView : public QWidget
+{
+    Q_OBJECT
+public:
+    struct Content
+    {
+        std::vector<QPolygonF> curves; ///< points in order of x; not finite ones break them
+        bool areBars = false;          ///< from 0 to y, as wide as the next point is far
+        bool isLogarithm = false;      ///< y is the logarithm of what is labelled
+        double lowest = 0.0;           ///< of y, where it is a logarithm
+        QString xName;                 ///< with its unit
+        QString missing;               ///< why there is no curve
+    };
+
+    CurveView(const QString& name, QWidget* parent);
+
+    void show(const Content& content);
+    QSize sizeHint() const override { return minimumSizeHint(); }
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void paintCurves(QPainter& painter, const QRectF& plot, const QRectF& range) const;
+    void paintAxes(QPainter& painter, const QRectF& plot, const QRectF& range) const;
+    QRectF range() const;
+
+    Content m_content;
+};
