@@ -110,7 +110,8 @@ TYPED_TEST(Renderers, LookTheSameHoweverTheyArePainted)
         view.Render(painter);
         painter.setClipping(false);
         // The caption, and the diagram of an eye.
-        for (auto* child : view.template findChildren<QWidget*>({}, Qt::FindDirectChildrenOnly))
+        for (auto* child :
+             view.template findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
             if (child->isVisible() && !qobject_cast<QOpenGLWidget*>(child))
                 child->render(&painter, child->pos());
         return image;

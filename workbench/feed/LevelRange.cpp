@@ -18,8 +18,8 @@ ORVANE_WIDEST void extremesOf(const double* levels, std::size_t count, Doubles& 
         Doubles level;
         load(levels + k, level);
         const auto isFinite = level - level == 0.0;
-        lowest = isFinite & (level < lowest) ? level : lowest;
-        highest = isFinite & (level > highest) ? level : highest;
+        lowest = (isFinite & (level < lowest)) ? level : lowest;
+        highest = (isFinite & (level > highest)) ? level : highest;
     }
 }
 
