@@ -11,6 +11,7 @@ import os
 import pathlib
 import re
 import subprocess
+import sys
 
 from turns import Missing, Sample, Task
 
@@ -27,9 +28,14 @@ def programs(folder):
 
 
 def run(program, renderer, *arguments):
-    return subprocess.run([program, *arguments], capture_output=True, text=True,
+    """What a program prints; says why where it fails."""
+    done = subprocess.run([program, *arguments], capture_output=True, text=True,
                           stdin=subprocess.DEVNULL,
-                          env=dict(os.environ, ORVANE_RENDERER=renderer)).stdout
+                          env=dict(os.environ, ORVANE_RENDERER=renderer))
+    if done.returncode != 0:
+        print(f"\n{program.name} ended with {done.returncode}: {done.stderr[-400:]}",
+              file=sys.stderr)
+    return done.stdout
 
 
 def case_and_role(name):

@@ -105,6 +105,8 @@ class Cases(dict):
         for name, (value, unit) in sample.figures.items():
             figure = self.setdefault(f"{task.case}: {name}", Case(f"{task.case}: {name}", unit))
             figure.put(task.role, turn, value)
+            if task.role == "ours":
+                figure.renderer = sample.renderer
         if task.role == "ours":
             case.renderer = sample.renderer
             if sample.wall is not None:
