@@ -1,5 +1,6 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "TreeAccess.h"
+#include "workbench/feed/DensityFeed.h"
 #include "workbench/feed/EyeFeed.h"
 #include "workbench/receiver/Receiver.h"
 #include "workbench/sources/LowPass.h"
@@ -105,6 +106,7 @@ std::shared_ptr<SignalBlock> block(std::int64_t position, std::size_t symbols)
     for (std::size_t k = 0; k < symbols; ++k) {
         Symbol symbol;
         symbol.position = double(position) + 8.0 * double(k) + 4.25;
+        symbol.time = symbol.position / 8.0;
         symbol.state = SymbolState::Good;
         result->symbols.push_back(symbol);
     }
@@ -190,6 +192,46 @@ TEST(LowPasses, AreThreeDecibelsDownAtTheirCornersHoweverLow)
             power += k < settle ? 0.0 : sample * sample / period;
         }
         EXPECT_NEAR(10.0 * std::log10(2.0 * power), -3.01, 0.03) << corner;
+    }
+}
+
+TEST(DensityFeed, TellsEachSymbolOfALiveSignalOrCountsItAsTorn)
+{
+    SignalFormat format;
+    format.sampleRate = 8.0;
+    format.samplesPerSymbol = 8.0;
+    auto first = block(0, 100), lost = block(2000, 100), quiet = block(2800, 100);
+    quiet->isAfterGap = false;
+    quiet->isQuiet.resize(800);
+    quiet->isQuiet[404] = 1; // at the symbol 50
+    quiet->symbols[20].state = SymbolState::Unlocked;
+    for (const bool isLive : {true, false}) {
+        SCOPED_TRACE(isLive);
+        std::int64_t told = 0, torn = 0, next = 0;
+        DensityFeed feed(DensityFeed::Kind::Traces);
+        feed.open(format, 0.0, isLive);
+        feed.setSink([&](const DensityFeed::Batch& batch, bool mayWait) {
+            EXPECT_NE(mayWait, isLive);
+            torn += batch.torn;
+            if (batch.samples.empty())
+                return;
+            EXPECT_GE(batch.firstSymbol, next) << "numbers grow";
+            const auto count = std::int64_t(batch.samples.size() / DensityFeed::traceLength);
+            told += count;
+            next = batch.firstSymbol + count;
+        });
+        for (int pass = 0; pass < 2; ++pass) {
+            for (const auto& each : {first, lost, quiet})
+                feed.take({each, 0, each->count()});
+            feed.finish();
+            feed.wait();
+            if (isLive)
+                break;
+        }
+        // Without a trace are those at the gap and at the end, the one that is not locked and its
+        // neighbours, and the one that is quiet and its neighbours.
+        EXPECT_EQ(told, 98 + 198 - 3 - 3);
+        EXPECT_EQ(torn, isLive ? 300 - told : 6) << "ends of a recording may come yet";
     }
 }
 

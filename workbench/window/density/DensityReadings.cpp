@@ -73,7 +73,7 @@ ReadingTable* DensityReadings::makeEyeTable(std::size_t eyeCount)
     table->explain(texts);
     table->addLines(
         {tr("Q"), tr("Error rate"), tr("Height"), tr("Width"), tr("TJ"), tr("RJ"), tr("DJ")},
-        static_cast<int>(std::min(eyeCount, mostEyes)), QStringLiteral("888.8 µs"));
+        static_cast<int>(std::min(eyeCount, mostEyes)), QStringLiteral("0.0000 UI"));
     return table;
 }
 

@@ -28,11 +28,11 @@ PaneNote::PaneNote(QWidget* view, int captionHeight)
     hide();
 }
 
-void PaneNote::say(const QString& text, bool isVeiled)
+void PaneNote::say(const QString& text, Veil veil)
 {
-    if (text == this->text() && isVeiled == m_isVeiled)
+    if (text == this->text() && veil == m_veil)
         return;
-    m_isVeiled = isVeiled;
+    m_veil = veil;
     setText(text);
     setVisible(!text.isEmpty());
     arrange();
@@ -41,7 +41,7 @@ void PaneNote::say(const QString& text, bool isVeiled)
 void PaneNote::arrange()
 {
     const QRect view = parentWidget()->rect();
-    setGeometry(m_isVeiled ? roomIn(view) : placeIn(view));
+    setGeometry(m_veil != Veil::None ? roomIn(view) : placeIn(view));
 }
 
 /// What of a view shows the signal.
@@ -86,8 +86,8 @@ void PaneNote::paint(QPainter& painter, const QRect& view) const
     if (place.isEmpty())
         return;
     QColor ground = palette().color(QPalette::Window);
-    ground.setAlphaF(veilOpacity);
-    if (m_isVeiled)
+    ground.setAlphaF(m_veil == Veil::Whole ? 1.0F : veilOpacity);
+    if (m_veil != Veil::None)
         painter.fillRect(roomIn(view), ground);
     ground.setAlphaF(opacity);
     painter.setRenderHint(QPainter::Antialiasing);

@@ -13,9 +13,13 @@ public:
     /// @param captionHeight  of the bar at the view's top, pixels.
     PaneNote(QWidget* view, int captionHeight);
 
+    enum class Veil {
+        None,
+        Dim,  ///< what the view shows is old
+        Whole ///< the view has nothing to show
+    };
     /// An empty text hides it.
-    /// @param isVeiled  what the view shows is old: it is dimmed.
-    void say(const QString& text, bool isVeiled = false);
+    void say(const QString& text, Veil veil = Veil::None);
     /// Paints it into a picture of the view, in its place there.
     /// @param size  of the view in the picture.
     void paintPicture(QPainter& painter, const QSize& size) const;
@@ -31,5 +35,5 @@ private:
     void paint(QPainter& painter, const QRect& view) const;
 
     int m_captionHeight;
-    bool m_isVeiled = false;
+    Veil m_veil = Veil::None;
 };

@@ -197,9 +197,13 @@ void ViewPanes::shrinkIdle()
 void ViewPanes::setNote(std::size_t index, const QString& text, bool isVeiled)
 {
     const Pane& pane = m_panes.at(index);
-    pane.note->say(text, isVeiled);
+    // Labels of an axis without a signal would only be in the way.
+    const auto veil = pane.isIdle ? PaneNote::Veil::Whole
+                      : isVeiled  ? PaneNote::Veil::Dim
+                                  : PaneNote::Veil::None;
+    pane.note->say(text, veil);
     if (pane.coverNote)
-        pane.coverNote->say(text, isVeiled);
+        pane.coverNote->say(text, veil);
 }
 
 void ViewPanes::setReadings(std::size_t index, ReadingTable* table)
