@@ -187,7 +187,7 @@ private:
         QColor ground = QColor::fromRgba(style->m_secondColor.Rgba());
         ground.setAlpha(ground.alpha() * AxisLabelBox::groundAlpha / 255);
         for (const AxisLabelBox& label :
-             axisLabelBoxes(lines.definition, lines.ticks, QFontMetrics(font), cell, atRight)) {
+             axisLabelBoxes(lines.definition, lines.ticks, font, cell, atRight)) {
             m_items.emplace_back(ChartPicture::Fill{label.mark, textColor, textColor});
             if (label.box.isEmpty())
                 continue;

@@ -1,17 +1,18 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "platform/glbase/AxisLabelBoxes.h"
 
+#include "platform/glbase/TextWidths.h"
+
 #include <QFontMetrics>
 
 #include <algorithm>
 
 std::vector<AxisLabelBox> axisLabelBoxes(const axisDefinition& axis,
                                          const std::vector<axisDefinition::Tick>& ticks,
-                                         const QFontMetrics& metrics, const QRect& area,
-                                         bool atRight)
+                                         const QFont& font, const QRect& area, bool atRight)
 {
     constexpr int tickLength = AxisLabelBox::tickLength;
-    const int height = metrics.height();
+    const int height = QFontMetrics(font).height();
     std::vector<AxisLabelBox> result;
     QRect previous;
     for (const axisDefinition::Tick& tick : ticks) {
@@ -20,7 +21,7 @@ std::vector<AxisLabelBox> axisLabelBoxes(const axisDefinition& axis,
             continue;
         const int markX = atRight ? area.right() + 1 - tickLength : area.left();
         AxisLabelBox label{QRect(markX, tick.pixel, tickLength, 1), {}, axis.Label(tick.value)};
-        const int width = metrics.horizontalAdvance(label.text) + 2 * AxisLabelBox::margin;
+        const int width = textWidths::of(font, label.text) + 2 * AxisLabelBox::margin;
         QRect box(atRight ? markX - width : markX + tickLength, tick.pixel - height / 2, width,
                   height);
         box.moveTop(std::max(area.top(), std::min(box.top(), area.bottom() + 1 - height)));

@@ -8,7 +8,7 @@
 
 #include <vector>
 
-class QFontMetrics;
+class QFont;
 
 /// Place of a tick's label inside a plot, in logical pixels.
 struct AxisLabelBox
@@ -30,5 +30,5 @@ struct AxisLabelBox
 /// @param ticks  from start to stop.
 std::vector<AxisLabelBox> axisLabelBoxes(const axisDefinition& axis,
                                          const std::vector<axisDefinition::Tick>& ticks,
-                                         const QFontMetrics& metrics, const QRect& area,
+                                         const QFont& font, const QRect& area,
                                          bool atRight = false);

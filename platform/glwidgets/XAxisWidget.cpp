@@ -3,6 +3,7 @@
 
 #include "platform/glbase/GLFrameWidget.h"
 #include "platform/glbase/GLPainter.h"
+#include "platform/glbase/TextWidths.h"
 #include "platform/glwidgets/AxisZoom.h"
 #include "platform/gui/ColorSet.h"
 
@@ -98,16 +99,17 @@ struct Picture
 {
     explicit Picture(GLPainter& target)
         : painter(target)
-        , metrics(target.font())
+        , font(target.font())
         , area(target.area())
     {}
 
     /// Place of a text under a column, moved inside the widget if it fits there.
     QRect TextBox(int column, const QString& text, int sideMargin) const
     {
-        const int width = metrics.horizontalAdvance(text) + 2 * sideMargin;
+        const int width = textWidths::of(font, text) + 2 * sideMargin;
         const int left = std::min(column - width / 2, area.right() + 1 - width);
-        return {std::max(area.left(), left), tickLength + labelGap, width, metrics.height()};
+        return {std::max(area.left(), left), tickLength + labelGap, width,
+                QFontMetrics(font).height()};
     }
 
     /// Draws tick marks and as many labels as fit at even distances. Labels at the borders are
@@ -137,7 +139,7 @@ struct Picture
     }
 
     GLPainter& painter;
-    QFontMetrics metrics;
+    QFont font;
     QRect area;
 
 private:

@@ -124,7 +124,6 @@ void YAxisHandler::drawOverlay(GLCommonWidget* widget, GLPainter& painter)
     if (!painter.isActive())
         return;
     const axisDefinition& axis = XPixelMap()->GetAxisDefinition();
-    const QFontMetrics metrics(painter.font());
     ColorSet& colors = ColorSet::Instance();
     const QColor& text = colors[IColorBase::colLabel];
     QColor ground = colors[IColorBase::colLabelBack];
@@ -133,7 +132,7 @@ void YAxisHandler::drawOverlay(GLCommonWidget* widget, GLPainter& painter)
     painter.save();
     painter.setPen(QPen(text));
     for (const AxisLabelBox& label :
-         axisLabelBoxes(axis, axis.GetTicks(), metrics, widget->rect())) {
+         axisLabelBoxes(axis, axis.GetTicks(), painter.font(), widget->rect())) {
         painter.drawHLine(label.mark.left(), label.mark.right(), label.mark.top(), text);
         if (label.box.isEmpty())
             continue;

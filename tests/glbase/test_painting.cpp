@@ -3,7 +3,9 @@
 
 #include "platform/base/ErrorHandler.h"
 #include "platform/base/QtVersions.h"
+#include "platform/glbase/TextWidths.h"
 
+#include <QFontMetrics>
 #include <QLabel>
 #include <QOpenGLContext>
 #include <QOpenGLWidget>
@@ -161,6 +163,20 @@ TEST_F(Painting, FollowsAPainterThatTurnsAndClips)
     EXPECT_EQ(image.pixelColor(x, 99), trace);
     EXPECT_EQ(image.pixelColor(x, 100), QColor(Qt::magenta));
     EXPECT_NE(image.pixelColor(x + 1, 50), trace);
+}
+
+TEST_F(Painting, WidthsOfTextsAreThoseOfTheFontHoweverOftenAsked)
+{
+    QFont large;
+    large.setPointSize(20);
+    for (int turn = 0; turn < 2; ++turn) {
+        for (const QFont& font : {QFont(), large}) {
+            for (int k = 0; k < 300; ++k) { // more than are kept, in the end
+                const QString text = QString::number(1e-3 * k);
+                EXPECT_EQ(textWidths::of(font, text), QFontMetrics(font).horizontalAdvance(text));
+            }
+        }
+    }
 }
 
 TEST_F(Painting, WithoutPaintingHandlesAreInert)
