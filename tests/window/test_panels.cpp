@@ -122,6 +122,40 @@ TEST_F(Panels, OfFiguresSayWhatTheSignalMeasures)
     }
 }
 
+TEST_F(Panels, OfFiguresRepaintNoPane)
+{
+    struct Paints : QObject
+    {
+        bool eventFilter(QObject*, QEvent* event) override
+        {
+            count += event->type() == QEvent::Paint ? 1 : 0;
+            return false;
+        }
+        int count = 0;
+    };
+    playOn();
+    window->feed().transport().pause();
+    auto& readings = *window->findChild<Readings*>();
+    if (!readings.eye().isVisible())
+        window->panes().showingReadings().trigger();
+    QTest::qWait(100); // until all is laid out and painted
+    Paints panes, tables;
+    for (auto* pane : window->findChildren<GLFrameWidget*>())
+        pane->installEventFilter(&panes);
+    for (auto* label : readings.eye().findChildren<QLabel*>())
+        label->installEventFilter(&tables);
+    const auto showing = [&] { return tables.count > 0; };
+    readings.show(Measurement()); // nothing is known
+    EXPECT_TRUE(QTest::qWaitFor(showing));
+    tables.count = 0;
+    window->measure();
+    EXPECT_TRUE(QTest::qWaitFor(showing));
+    QTest::qWait(50); // nor later
+    EXPECT_EQ(panes.count, 0);
+    window->timeView().update();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return panes.count > 0; })) << "they are counted";
+}
+
 TEST(Figures, KeepTheirPlaces)
 {
     using figures::Levels;
