@@ -66,7 +66,7 @@ TEST(FastSums, InterpolateAsPlainOnesDo)
     std::vector<float> numbers;
     for (const Sample& sample : samples)
         numbers.push_back(sample.real());
-    for (const double step : {1.0, 1.0 + 1e-4, 0.9999, 0.37, 2.3}) {
+    for (const double step : {1.0, 1.0 + 1e-4, 0.9999, 0.5, 0.37, 2.3}) {
         const auto count = std::size_t(370.0 / step);
         std::vector<Sample> pairs(count);
         std::vector<float> singles(count);

@@ -19,7 +19,8 @@ constexpr std::size_t together = 4; // outputs
 /// Four numbers of a sample for each of some outputs that are a hop apart: sums of taps times what
 /// is a sample further each. Four taps are taken at once.
 template<std::size_t outputs>
-inline void sumUp(const std::vector<float>& taps, const float* values, std::size_t hop, float* sums)
+ORVANE_WITHIN void sumUp(const std::vector<float>& taps, const float* values, std::size_t hop,
+                         float* sums)
 {
     Floats partial[outputs] = {};
     for (std::size_t k = 0; k < taps.size(); k += floatsWidth) {

@@ -39,7 +39,7 @@ struct Place
     float part;            ///< of the slopes
 };
 
-inline Place placeOf(double position, const Table& table)
+ORVANE_WITHIN Place placeOf(double position, const Table& table)
 {
     const double phases = static_cast<double>(1 << table.phaseBits);
     const auto phase = static_cast<std::ptrdiff_t>(position * phases);
@@ -49,7 +49,7 @@ inline Place placeOf(double position, const Table& table)
 }
 
 /// Sum of weights times numbers, whole vectors of them, each part of a vector by itself.
-inline void sumUp(const Table& table, const Place& place, const float* numbers, Floats& sum)
+ORVANE_WITHIN void sumUp(const Table& table, const Place& place, const float* numbers, Floats& sum)
 {
     Floats slope{};
     sum = Floats{};
@@ -68,7 +68,7 @@ using Half = float __attribute__((vector_size(32)));
 using Quad = float __attribute__((vector_size(16)));
 
 /// The sums of the numbers at even places and at odd ones.
-inline void fold(const Floats& sum, float* pair)
+ORVANE_WITHIN void fold(const Floats& sum, float* pair)
 {
     Half halves[2];
     std::memcpy(halves, &sum, sizeof halves);
@@ -80,49 +80,70 @@ inline void fold(const Floats& sum, float* pair)
     pair[1] = quad[1] + quad[3];
 }
 
+ORVANE_WITHIN void fillOne(const Table& table, const Place& place, const float* samples,
+                           float* pair)
+{
+    const auto reach = static_cast<std::ptrdiff_t>(table.count / 4);
+    Floats sum;
+    sumUp(table, place, samples + 2 * (place.before - reach + 1), sum);
+    fold(sum, pair);
+}
+
 constexpr std::size_t together = floatsWidth / 2; // pairs, each a sample after the one before
 
-/// Where the row stays: sums of weights times the numbers from each sample on.
-inline void fillTogether(const Table& table, std::size_t row, const float* numbers,
-                         const float* parts, float* output)
+/// Some pairs, which are a sample apart or nearly so, into every so manieth pair of the output.
+/// Where the row stays, they are sums of weights times the numbers from each sample on.
+ORVANE_WITHIN void fillSome(const Table& table, const float* samples, double first, double step,
+                            std::size_t every, float* output)
 {
+    Place places[together];
+    float parts[floatsWidth];
+    bool isSame = true;
+    for (std::size_t n = 0; n < together; ++n) {
+        places[n] = placeOf(first + static_cast<double>(n) * step, table);
+        parts[2 * n] = parts[2 * n + 1] = places[n].part;
+        isSame = isSame && places[n].row == places[0].row &&
+                 places[n].before == places[0].before + static_cast<std::ptrdiff_t>(n);
+    }
+    if (!isSame) {
+        for (std::size_t n = 0; n < together; ++n)
+            fillOne(table, places[n], samples, output + 2 * n * every);
+        return;
+    }
+    const auto reach = static_cast<std::ptrdiff_t>(table.count / 4);
+    const float* numbers = samples + 2 * (places[0].before - reach + 1);
     Floats sum{}, slope{}, part;
     for (std::size_t k = 0; k < table.count; k += 2) {
         Floats values;
         load(numbers + k, values);
-        sum += table.weights[row + k] * values;
-        slope += table.slopes[row + k] * values;
+        sum += table.weights[places[0].row + k] * values;
+        slope += table.slopes[places[0].row + k] * values;
     }
     load(parts, part);
-    store(sum + part * slope, output);
+    float pairs[floatsWidth];
+    store(sum + part * slope, pairs);
+    for (std::size_t n = 0; n < together; ++n)
+        std::memcpy(output + 2 * n * every, pairs + 2 * n, 2 * sizeof(float));
 }
 
 ORVANE_WIDEST void fillPairs(const Table& table, const float* samples, double first, double step,
                              std::size_t count, float* output)
 {
-    const auto reach = static_cast<std::ptrdiff_t>(table.count / 4);
-    for (std::size_t n = 0; n < count;) {
-        const Place place = placeOf(first + static_cast<double>(n) * step, table);
-        const float* numbers = samples + 2 * (place.before - reach + 1);
-        float parts[floatsWidth];
-        std::size_t same = 0;
-        for (; same < together && n + same < count; ++same) {
-            const Place next = placeOf(first + static_cast<double>(n + same) * step, table);
-            if (next.row != place.row ||
-                next.before != place.before + static_cast<std::ptrdiff_t>(same))
-                break;
-            parts[2 * same] = parts[2 * same + 1] = next.part;
-        }
-        if (same == together) {
-            fillTogether(table, place.row, numbers, parts, output + 2 * n);
-            n += together;
-            continue;
-        }
-        Floats sum;
-        sumUp(table, place, numbers, sum);
-        fold(sum, output + 2 * n);
-        ++n;
+    constexpr double most = 4.0;    // places from sample to sample
+    constexpr double nearly = 0.01; // samples
+    const double perSample = std::max(std::round(1.0 / step), 1.0);
+    const auto every = perSample <= most && std::abs(perSample * step - 1.0) < nearly
+                           ? static_cast<std::size_t>(perSample)
+                           : std::size_t{0};
+    std::size_t n = 0;
+    const auto at = [&](std::size_t place) { return first + static_cast<double>(place) * step; };
+    for (; every > 0 && n + together * every <= count; n += together * every) {
+        for (std::size_t k = n; k < n + every; ++k)
+            fillSome(table, samples, at(k), static_cast<double>(every) * step, every,
+                     output + 2 * k);
     }
+    for (; n < count; ++n)
+        fillOne(table, placeOf(at(n), table), samples, output + 2 * n);
 }
 
 ORVANE_WIDEST void fillNumbers(const Table& table, const float* samples, double first, double step,

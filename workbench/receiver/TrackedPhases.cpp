@@ -29,7 +29,7 @@ struct Columns
     const double* heard;
 };
 
-inline double total(const Doubles& sums)
+ORVANE_WITHIN double total(const Doubles& sums)
 {
     return ((sums[0] + sums[4]) + (sums[2] + sums[6])) +
            ((sums[1] + sums[5]) + (sums[3] + sums[7]));

@@ -15,6 +15,10 @@
 #define ORVANE_WIDEST
 #endif
 
+/// Puts a function into those that call it, for their processor: by itself it would be compiled for
+/// any.
+#define ORVANE_WITHIN [[gnu::always_inline]] inline
+
 /// Writes the steps of the loop that follows out one after the other: what it works on can then
 /// stay in the processor.
 #if defined(__clang__)
@@ -31,12 +35,12 @@ constexpr std::size_t doublesWidth = 8;
 
 // By reference: how such vectors are returned differs between processors.
 template<class Vector, class Number>
-inline void load(const Number* from, Vector& vector)
+ORVANE_WITHIN void load(const Number* from, Vector& vector)
 {
     std::memcpy(&vector, from, sizeof vector);
 }
 template<class Vector, class Number>
-inline void store(const Vector& vector, Number* to)
+ORVANE_WITHIN void store(const Vector& vector, Number* to)
 {
     std::memcpy(to, &vector, sizeof vector);
 }
