@@ -2,9 +2,9 @@
 // Cost of receiving QPSK of 1 MS/s with all stages: shift, channel filter, squelch, gain, matched
 // filter, symbol timing, carrier. Counters are medians of all rounds, in which the peers take
 // turns:
-//   cores          processor time over the signal's: 0.5 is half a core;
-//   liquid/ours    that of liquid-dsp's objects, in the same order, over it;
-//   gnuradio/ours  that of GNU Radio's blocks; 0 where it is not installed.
+//   cores            processor time over the signal's: 0.5 is half a core;
+//   liquid-dsp/ours  that of liquid-dsp's objects, in the same order, over it;
+//   GNU Radio/ours   that of GNU Radio's blocks; 0 where it is not installed.
 // The peers' matched filters are those of their clock recovery, and their clock and carrier are
 // control loops.
 #include "workbench/receiver/Receiver.h"
@@ -195,8 +195,8 @@ void receiver(benchmark::State& state)
         state.SetIterationTime(ours.back() * seconds);
     }
     state.counters["cores"] = median(ours);
-    state.counters["liquid/ours"] = median(liquid) / median(ours);
-    state.counters["gnuradio/ours"] = gnuRadio.empty() ? 0.0 : median(gnuRadio) / median(ours);
+    state.counters["liquid-dsp/ours"] = median(liquid) / median(ours);
+    state.counters["GNU Radio/ours"] = gnuRadio.empty() ? 0.0 : median(gnuRadio) / median(ours);
 }
 
 BENCHMARK(receiver)

@@ -9,7 +9,7 @@
 
 namespace {
 
-class CustomPlotPeer : public PeerPlot
+class CustomPlotPeer final : public PeerPlot
 {
 public:
     explicit CustomPlotPeer(const PeerSignal& signal)

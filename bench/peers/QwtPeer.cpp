@@ -13,7 +13,7 @@
 
 namespace {
 
-class QwtPeer : public PeerPlot
+class QwtPeer final : public PeerPlot
 {
 public:
     QwtPeer(const PeerSignal& signal, bool isBuffered)
