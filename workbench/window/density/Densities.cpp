@@ -4,7 +4,6 @@
 #include "platform/values/Settings.h"
 #include "views/VCGLTimeDiagram.h"
 #include "workbench/player/Player.h"
-#include "workbench/receiver/Decisions.h"
 #include "workbench/window/density/MaskChoice.h"
 #include "workbench/window/density/TimeMark.h"
 #include "workbench/window/density/WayBack.h"
@@ -25,12 +24,6 @@ constexpr std::size_t iqPane = 2;
 const QString eyeKey = QStringLiteral("Density/Eye");
 const QString iqKey = QStringLiteral("Density/IQ");
 
-// The ideal points are laid on those that came: again whenever there are twice as many, as long as
-// none is lost by it.
-constexpr std::int64_t leastFitted = 64;
-constexpr auto mostFitted = static_cast<std::int64_t>(density::Counter::leastKept);
-constexpr std::size_t fittedPoints = 4096;
-
 } // namespace
 
 Densities::Densities(QMainWindow& window, Player& player, ViewPanes& panes, VCGLTimeDiagram& time,
@@ -39,8 +32,8 @@ Densities::Densities(QMainWindow& window, Player& player, ViewPanes& panes, VCGL
     , m_player(player)
     , m_panes(panes)
     , m_figuring(new EyeFiguring(this))
-    , m_eye(new DensityPane(DensityPane::Kind::Eye, panes, eyePane, player.feed(), this))
-    , m_iq(new DensityPane(DensityPane::Kind::Constellation, panes, iqPane, player.feed(), this))
+    , m_eye(new DensityPane(DensityPane::Kind::Eye, panes, eyePane, player, this))
+    , m_iq(new DensityPane(DensityPane::Kind::Constellation, panes, iqPane, player, this))
     , m_masks(new MaskChoice(*m_eye, this))
     , m_maskMenu(new MaskMenu(*m_masks, *m_eye, &window))
     , m_menu(new DensityMenu(window, *m_eye, *m_iq, *m_maskMenu))
@@ -120,10 +113,8 @@ void Densities::connectPane(DensityPane& pane)
 /// What it measured is of other symbols than come.
 void Densities::forget(const DensityPane& pane)
 {
-    if (&pane == m_iq) {
-        m_idealAt = 0;
+    if (&pane == m_iq)
         return;
-    }
     m_figuring->cancel();
     m_figured = nullptr;
 }
@@ -239,42 +230,15 @@ void Densities::showPoints()
 {
     const density::SnapshotPtr snapshot = m_iq->plot()->snapshot();
     const std::int64_t count = snapshot ? snapshot->allSymbols : 0;
-    if (count >= leastFitted && count >= m_idealAt && m_idealAt <= mostFitted)
-        fitIdeal();
     const density::ErrorVectors::Figures errors = m_iq->plot()->errorVectors();
     if (m_dock.isDensitySeen())
         m_dock.density().showErrors(errors, m_readings);
     m_readings.show(*m_iq->readings(), errors, count, snapshot ? snapshot->leftOut.tornTraces : 0);
 }
 
-/// Lays the points of the modulation on those that came, turned and scaled as those are.
-void Densities::fitIdeal()
-{
-    const auto modulation = m_player.setup().modulation;
-    m_idealAt = 2 * std::max(m_iq->plot()->snapshot()->allSymbols, leastFitted);
-    if (!modulation)
-        return m_iq->plot()->setIdeal({});
-    m_iq->plot()->counting().order(
-        [ideal = modulationKinds::points(*modulation)](density::Counter& counter) {
-            const density::KeptSignal kept = counter.kept().newest(fittedPoints);
-            std::vector<std::complex<double>> points;
-            for (std::size_t age = 0; age < kept.count(); ++age)
-                points.emplace_back(static_cast<double>(kept.at(age)[0]),
-                                    static_cast<double>(kept.at(age)[1]));
-            const auto gain = Decisions(ideal).gainOf(points);
-            std::vector<std::complex<double>> laid;
-            for (const std::complex<double>& point : ideal)
-                laid.push_back(gain.value_or(1.0) * point);
-            counter.setIdeal(laid);
-        });
-}
-
 void Densities::settle()
 {
-    if (m_iq->isOn()) {
-        m_iq->settle(); // which fits the ideal points
-        m_iq->settle();
-    }
+    m_iq->settle();
     if (m_eye->isOn()) {
         m_eye->settle();
         m_figured = EyeFiguring::of(*m_eye->plot());

@@ -62,7 +62,6 @@ private:
     void showMask();
     void showModes();
     void showHits();
-    void fitIdeal();
 
     Player& m_player;
     ViewPanes& m_panes;
@@ -79,5 +78,4 @@ private:
     std::optional<double> m_symbolSeconds; // where times are in seconds
     EyeFiguredPtr m_figured;               // null: nothing yet
     std::size_t m_lines = 1;               // of its table
-    std::int64_t m_idealAt = 0; // symbols from which on the ideal points are fitted again
 };

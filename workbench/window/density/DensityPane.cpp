@@ -2,7 +2,8 @@
 #include "workbench/window/density/DensityPane.h"
 
 #include "density/DensityExport.h"
-#include "workbench/feed/SignalFeed.h"
+#include "workbench/player/Player.h"
+#include "workbench/receiver/Decisions.h"
 #include "workbench/window/density/HomeFinder.h"
 #include "workbench/window/menus/Icons.h"
 
@@ -11,15 +12,73 @@
 #include <QKeyEvent>
 
 #include <atomic>
+#include <complex>
 #include <memory>
 
-DensityPane::DensityPane(Kind kind, ViewPanes& panes, std::size_t index, SignalFeed& feed,
+namespace {
+
+using Points = std::vector<std::complex<double>>;
+
+/// Lays the ideal points on those that came, turned and scaled as these are: again whenever there
+/// are twice as many symbols, as long as all are kept and none is lost by it.
+class IdealFinder
+{
+public:
+    explicit IdealFinder(Points ideal)
+        : m_ideal(std::move(ideal))
+    {}
+    /// @param batch  I, Q, I, Q...
+    /// @return where they lie now; none: where they lay.
+    std::optional<Points> take(const std::vector<float>& batch)
+    {
+        if (m_ideal.empty() || m_next > most)
+            return std::nullopt;
+        for (std::size_t k = 0; k + 1 < batch.size(); k += 2)
+            add({static_cast<double>(batch[k]), static_cast<double>(batch[k + 1])});
+        const auto gain = m_seen >= m_next ? Decisions(m_ideal).gainOf(m_points) : std::nullopt;
+        if (!gain)
+            return std::nullopt;
+        m_next = 2 * m_seen;
+        Points laid;
+        for (const std::complex<double>& point : m_ideal)
+            laid.push_back(*gain * point);
+        return laid;
+    }
+
+private:
+    /// Of more than are needed some are left, evenly over all: a carrier's phase wanders.
+    void add(const std::complex<double>& point)
+    {
+        if (m_seen++ % m_every != 0)
+            return;
+        m_points.push_back(point);
+        if (m_points.size() < mostPoints)
+            return;
+        for (std::size_t k = 0; 2 * k < m_points.size(); ++k)
+            m_points[k] = m_points[2 * k];
+        m_points.resize(m_points.size() / 2);
+        m_every *= 2;
+    }
+
+    static constexpr auto most = static_cast<std::int64_t>(density::Counter::leastKept);
+    static constexpr std::size_t mostPoints = 8192;
+    Points m_ideal;
+    Points m_points;
+    std::int64_t m_every = 1;
+    std::int64_t m_seen = 0;
+    std::int64_t m_next = 64;
+};
+
+} // namespace
+
+DensityPane::DensityPane(Kind kind, ViewPanes& panes, std::size_t index, Player& player,
                          QObject* parent)
     : QObject(parent)
     , m_kind(kind)
     , m_panes(panes)
     , m_index(index)
-    , m_feed(feed)
+    , m_player(player)
+    , m_feed(player.feed())
     , m_switching(new QAction(signIcon(Sign::Density),
                               kind == Kind::Eye ? tr("Density of the &eye") : tr("Density of &IQ"),
                               this))
@@ -28,7 +87,7 @@ DensityPane::DensityPane(Kind kind, ViewPanes& panes, std::size_t index, SignalF
     m_switching->setToolTip(tr("Density: counts how often all symbols passed where (D)"));
     panes.panes().at(index).view->focusProxy()->addAction(m_switching);
     connect(m_switching, &QAction::triggered, this, &DensityPane::setOn);
-    connect(&feed, &SignalFeed::countingRestarted, this, &DensityPane::restart);
+    connect(&m_feed, &SignalFeed::countingRestarted, this, &DensityPane::restart);
 }
 
 DensityPane::~DensityPane()
@@ -91,31 +150,38 @@ void DensityPane::restart()
     emit restarted();
 }
 
-/// Counts on the plot's thread; the home is set there, too, before what it was found from.
+/// Counts on the plot's thread; the home is set there, too, before what it was found from, and the
+/// ideal points after it.
 DensityFeed::Sink DensityPane::sink()
 {
     const std::size_t length = m_plot->sampleCount();
     const auto newest = std::make_shared<std::atomic<int>>(0);
-    return
-        [plot = m_plot.data(), counting = &m_plot->counting(), length, newest,
-         finder = HomeFinder(m_kind == Kind::Eye)](DensityFeed::Batch batch, bool mayWait) mutable {
-            const auto count = static_cast<std::int64_t>(batch.samples.size() / length);
-            if (const auto home = finder.take(batch.samples, count)) {
-                counting->order([home](density::Counter& counter) { counter.setHome(*home); });
-                // An older one would have the newest symbols counted anew, and lose the others.
-                const auto show = [plot, home, newest, number = ++*newest] {
-                    if (number == *newest)
-                        plot->setHome(*home);
-                };
-                QMetaObject::invokeMethod(plot, show, Qt::QueuedConnection);
-            }
-            density::CountingThread::Block block{std::move(batch.samples), batch.firstSymbol,
-                                                 batch.torn};
-            if (mayWait)
-                counting->push(std::move(block));
-            else
-                counting->tryPush(std::move(block));
-        };
+    const auto modulation = m_player.setup().modulation;
+    const bool hasIdeal = modulation && m_kind == Kind::Constellation;
+    m_plot->setIdeal({});
+    return [plot = m_plot.data(), counting = &m_plot->counting(), length, newest,
+            homes = HomeFinder(m_kind == Kind::Eye),
+            ideals = IdealFinder(hasIdeal ? modulationKinds::points(*modulation) : Points())](
+               DensityFeed::Batch batch, bool mayWait) mutable {
+        const auto count = static_cast<std::int64_t>(batch.samples.size() / length);
+        if (const auto home = homes.take(batch.samples, count)) {
+            counting->order([home](density::Counter& counter) { counter.setHome(*home); });
+            // An older one would have the newest symbols counted anew, and lose the others.
+            const auto show = [plot, home, newest, number = ++*newest] {
+                if (number == *newest)
+                    plot->setHome(*home);
+            };
+            QMetaObject::invokeMethod(plot, show, Qt::QueuedConnection);
+        }
+        if (const auto ideal = ideals.take(batch.samples))
+            counting->order([ideal](density::Counter& counter) { counter.setIdeal(*ideal); });
+        density::CountingThread::Block block{std::move(batch.samples), batch.firstSymbol,
+                                             batch.torn};
+        if (mayWait)
+            counting->push(std::move(block));
+        else
+            counting->tryPush(std::move(block));
+    };
 }
 
 void DensityPane::setReadings(ReadingTable* readings)

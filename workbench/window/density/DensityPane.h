@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QPointer>
 
+class Player;
 class SignalFeed;
 
 /// The density of the eye, or of the constellation, in the place of the diagram while it is on. It
@@ -19,7 +20,7 @@ public:
     using Kind = density::DensityPlot::Kind;
 
     /// @param index  of the pane.
-    DensityPane(Kind kind, ViewPanes& panes, std::size_t index, SignalFeed& feed, QObject* parent);
+    DensityPane(Kind kind, ViewPanes& panes, std::size_t index, Player& player, QObject* parent);
     ~DensityPane() override;
 
     Kind kind() const { return m_kind; }
@@ -67,6 +68,7 @@ private:
     const Kind m_kind;
     ViewPanes& m_panes;
     const std::size_t m_index;
+    Player& m_player;
     SignalFeed& m_feed;
     QAction* m_switching;
     QPointer<density::DensityPlot> m_plot;
