@@ -44,8 +44,8 @@ public:
     bool isVerbose = false;      ///< the log says what is usual, too
     bool isInfo = false;         ///< only say what the recording is
     bool isMeasure = false;      ///< only print what the recordings measure, as JSON
-    QString maskFile;            ///< to test the eye against; empty: none
     bool isDensity = false;      ///< eye and constellation as densities; figures of them
+    QString maskFile;            ///< to test the eye against; empty: none
     std::optional<double> start; ///< s, where to start; none: at the beginning
     bool hasSeconds = false;     ///< whether seconds were given
     ChannelChoice channel;
