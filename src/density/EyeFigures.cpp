@@ -70,23 +70,31 @@ private:
     std::vector<double> m_bounds;
 };
 
+/// The middle of those neighbouring samples whose worst Q is, as far as chance lets tell, the best.
 std::size_t bestSample(const std::vector<Trace>& traces, const TraceShape& shape)
 {
-    const int middle = (shape.sampleCount - 1) / 2;
-    std::size_t best = static_cast<std::size_t>(middle);
-    double bestQ = 0.0;
-    // From the middle outwards: of equally good instants the nearest to it.
-    for (int step = 0; step < shape.sampleCount; ++step) {
-        const int sample = middle + (step % 2 ? 1 : -1) * ((step + 1) / 2);
-        if (sample < 0 || sample >= shape.sampleCount || std::abs(shape.timeOf(sample)) > 0.5)
+    std::vector<int> samples;
+    std::vector<double> worst;
+    for (int sample = 0; sample < shape.sampleCount; ++sample) {
+        if (std::abs(shape.timeOf(sample)) > 0.5)
             continue;
-        const double q = Levels(traces, static_cast<std::size_t>(sample)).worstQ();
-        if (q > bestQ) {
-            bestQ = q;
-            best = static_cast<std::size_t>(sample);
-        }
+        samples.push_back(sample);
+        worst.push_back(Levels(traces, static_cast<std::size_t>(sample)).worstQ());
     }
-    return best;
+    const auto middle = static_cast<std::size_t>((shape.sampleCount - 1) / 2);
+    const auto best = std::max_element(worst.begin(), worst.end());
+    if (best == worst.end() || !(*best > 0.0))
+        return middle;
+    // Three deviations of Q, of a level on either side of it; see measureOpening.
+    const double chance = 3.0 / std::sqrt(static_cast<double>(traces.size()));
+    const auto isBest = [&](double q) { return q >= *best * (1.0 - chance); };
+    auto first = best, last = best;
+    while (first != worst.begin() && isBest(*(first - 1)))
+        --first;
+    while (last + 1 != worst.end() && isBest(*(last + 1)))
+        ++last;
+    const auto place = ((first - worst.begin()) + (last - worst.begin()) + 1) / 2;
+    return static_cast<std::size_t>(samples[static_cast<std::size_t>(place)]);
 }
 
 /// Whether a level's tail on the side of an eye is as its Gaussian has it.

@@ -16,8 +16,9 @@ namespace density {
 /// in the signal's unit, times in symbols. Traces with a bad sample do not count.
 ///
 /// A quarter of the traces chooses the instant of decision, among the samples within half a symbol
-/// of the middle: where the worst eye has the best Q. The others measure, so that the choice does
-/// not flatter what is measured.
+/// of the middle: where the worst eye has the best Q; of neighbours that are equally good, as far
+/// as chance lets tell, the one in their middle. The others measure, so that the choice does not
+/// flatter what is measured.
 struct ORVANE_API EyeFigures
 {
     static constexpr std::int64_t least = 400; ///< traces; fewer tell nothing

@@ -50,7 +50,8 @@ TEST(EyeFigures, TellLevelsHeightAndQOfEvenAndUnevenLevels)
         truth.noise = 0.02 * range;
         truth.random = 0.01;
         const EyeFigures figures = EyeFigures::of(truth.make(), TraceShape(), 1e-9);
-        EXPECT_LE(std::abs(figures.instant), 0.25);
+        // Between edges of 0.4 symbols all instants are equally good, but for chance.
+        EXPECT_LE(std::abs(figures.instant), 0.07);
         EXPECT_EQ(figures.traceCount, 100'000);
         ASSERT_EQ(figures.levels.size(), levels.size());
         for (std::size_t k = 0; k < levels.size(); ++k) {
