@@ -310,10 +310,11 @@ void DensityPlot::ask()
     const std::int64_t shown = d->isStale || !d->data.snapshot ? -1 : d->data.snapshot->allSymbols;
     d->isAsked = true;
     d->isStale = false;
-    d->counting->order([this, shown, colors = d->colors, lit = d->litSymbol](Counter& counter) {
+    const PlotRequest request{d->colors, d->litSymbol, d->ground, d->groundWindow, d->frameKey};
+    d->counting->order([this, shown, request](Counter& counter) {
         const auto data = counter.allSymbols() == shown
                               ? nullptr
-                              : std::make_shared<PlotData>(dataOf(counter, colors, lit));
+                              : std::make_shared<PlotData>(dataOf(counter, request));
         QMetaObject::invokeMethod(
             this, [this, data] { take(data.get()); }, Qt::QueuedConnection);
     });
@@ -354,10 +355,14 @@ void DensityPlot::paintEvent(QPaintEvent*)
         QPainter painter(&d->frame);
         painter.setFont(font());
         PlotFrame(*d, painter, d->view).paint(size());
+        painter.end();
+        d->frame.setDevicePixelRatio(1.0);
+        d->ground = d->frame.copy(PlotFrame::pixelsOf(d->view.place(), ratio));
+        d->groundWindow = d->view.window();
+        d->isStale = true;
     }
     QPainter painter(this);
-    painter.drawImage(0, 0, d->frame);
-    PlotPainter(*d, painter, d->view).paint(size());
+    PlotPainter(*d, painter, d->view).paint(size(), d->frame);
 }
 
 void DensityPlot::renderPicture(QPainter& painter, const QSize& size)
@@ -368,7 +373,7 @@ void DensityPlot::renderPicture(QPainter& painter, const QSize& size)
     PlotView view = d->view;
     view.setPlace(PlotFrame::placeOf(size, fontMetrics(), painter.device()->devicePixelRatioF()));
     PlotFrame(*d, painter, view).paint(size);
-    PlotPainter(*d, painter, view).paint(size);
+    PlotPainter(*d, painter, view).paint(size, {});
 }
 
 // Colours suit the ground, which may have become another.
@@ -380,6 +385,7 @@ void DensityPlot::heedGround()
     d->colors.isDarkGround = d->data.colors.isDarkGround = isDark;
     if (d->data.snapshot)
         d->data.image = toImage(*d->data.snapshot, d->data.colors);
+    d->data.whole = QImage();
 }
 
 void DensityPlot::resizeEvent(QResizeEvent*)

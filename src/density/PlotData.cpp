@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "density/PlotData.h"
 
+#include <QPainter>
+
 #include <algorithm>
 #include <cmath>
 
@@ -8,14 +10,20 @@ namespace density {
 
 static constexpr std::size_t mostHitTraces = 50; // of a mask, drawn
 
-PlotData dataOf(Counter& counter, const ColorMapping& colors,
-                const std::optional<std::int64_t>& litSymbol)
+PlotData dataOf(Counter& counter, const PlotRequest& request)
 {
     PlotData data;
     data.snapshot = counter.snapshot();
     data.range = rangeOf(*data.snapshot);
-    data.colors = colors;
-    data.image = toImage(*data.snapshot, colors);
+    data.colors = request.colors;
+    data.image = toImage(*data.snapshot, request.colors);
+    if (request.groundWindow == data.snapshot->window &&
+        request.ground.size() == data.image.size()) {
+        data.whole = request.ground;
+        data.frameKey = request.frameKey;
+        QPainter(&data.whole).drawImage(0, 0, data.image);
+    }
+    const std::optional<std::int64_t>& litSymbol = request.litSymbol;
     data.errors = counter.errorVectors().figures();
     const KeptSignal& kept = counter.kept();
     std::vector<std::int64_t> wanted;

@@ -28,7 +28,7 @@ double labelWidth(const QFontMetrics& metrics)
 }
 
 /// Pixels of the device to a cell, in both directions.
-int pixelsOf(double width, double height)
+int pixelsToCell(double width, double height)
 {
     int pixels = 1;
     while (width * height > mostCells * pixels * pixels)
@@ -49,7 +49,7 @@ QRectF PlotFrame::placeOf(const QSize& size, const QFontMetrics& metrics, double
     const double bottom = 3.0 * text + 3.0 * gap;
     const double width = std::max(1.0, std::floor((size.width() - right) * ratio) - left);
     const double height = std::max(1.0, std::floor((size.height() - bottom) * ratio) - top);
-    const int pixels = pixelsOf(width, height);
+    const int pixels = pixelsToCell(width, height);
     const auto whole = [&](double length) { return std::floor(length / pixels) * pixels / ratio; };
     return {left / ratio, top / ratio, whole(width), whole(height)};
 }
@@ -58,9 +58,14 @@ GridSize PlotFrame::gridOf(const QRectF& place, double ratio)
 {
     const double width = place.width() * ratio;
     const double height = place.height() * ratio;
-    const int pixels = pixelsOf(width, height);
+    const int pixels = pixelsToCell(width, height);
     return {static_cast<int>(std::lround(width / pixels)),
             static_cast<int>(std::lround(height / pixels))};
+}
+
+QRect PlotFrame::pixelsOf(const QRectF& place, double ratio)
+{
+    return QRectF(place.topLeft() * ratio, place.size() * ratio).toRect();
 }
 
 QRectF PlotFrame::legendOf(const QRectF& place)

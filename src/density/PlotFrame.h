@@ -35,6 +35,8 @@ public:
     /// The cells of a place: each a pixel of the device or, where those are too many, a square of
     /// them.
     static GridSize gridOf(const QRectF& place, double ratio);
+    /// A place in pixels of the device.
+    static QRect pixelsOf(const QRectF& place, double ratio);
     static QRectF legendOf(const QRectF& place);
 
 private:

@@ -40,12 +40,14 @@ PlotPainter::PlotPainter(const PlotState& state, QPainter& painter, const PlotVi
     , m_view(view)
 {}
 
-void PlotPainter::paint(const QSize& size)
+void PlotPainter::paint(const QSize& size, const QImage& frame)
 {
     m_painter.save();
+    const bool isPainted = paintWhole(frame);
     m_painter.save();
     m_painter.setClipRect(m_view.place());
-    paintCounts();
+    if (!isPainted)
+        paintCounts();
     paintMask();
     paintDrawing();
     if (!m_state.data.lit.empty())
@@ -61,6 +63,43 @@ void PlotPainter::paint(const QSize& size)
     paintLegendCounts();
     paintTexts(size);
     m_painter.restore();
+}
+
+// In world coordinates that are pixels of the device, from a corner on.
+QTransform PlotPainter::toPixels(const QPoint& corner) const
+{
+    return QTransform::fromTranslate(corner.x(), corner.y()) *
+           m_painter.deviceTransform().inverted() * m_painter.worldTransform();
+}
+
+// The frame, and the picture where that has its ground: each pixel once, and copied.
+// @return whether the picture is painted.
+bool PlotPainter::paintWhole(const QImage& frame)
+{
+    if (frame.isNull())
+        return false;
+    const QTransform before = m_painter.worldTransform();
+    const QPointF origin = m_painter.deviceTransform().map(QPointF());
+    m_painter.setWorldTransform(toPixels(origin.toPoint()));
+    const QImage& whole = m_state.data.whole;
+    const QRect inside = PlotFrame::pixelsOf(m_view.place(), m_state.ratio);
+    const bool hasWhole =
+        whole.size() == inside.size() && m_state.data.frameKey == m_state.frameKey;
+    if (hasWhole) {
+        const QRect all = frame.rect();
+        for (const QRect& part :
+             {QRect(QPoint(0, 0), QPoint(all.right(), inside.top() - 1)),
+              QRect(QPoint(0, inside.bottom() + 1), all.bottomRight()),
+              QRect(QPoint(0, inside.top()), QPoint(inside.left() - 1, inside.bottom())),
+              QRect(QPoint(inside.right() + 1, inside.top()),
+                    QPoint(all.right(), inside.bottom()))})
+            m_painter.drawImage(part.topLeft(), frame, part);
+        m_painter.drawImage(inside.topLeft(), whole);
+    } else {
+        m_painter.drawImage(0, 0, frame);
+    }
+    m_painter.setWorldTransform(before);
+    return hasWhole;
 }
 
 // The picture stands where it was counted: after a zoom, stretched until its own count has come.
@@ -90,8 +129,7 @@ void PlotPainter::paintCounts()
         return;
     }
     const QTransform before = m_painter.worldTransform();
-    m_painter.setWorldTransform(QTransform::fromTranslate(pixels.left(), pixels.top()) *
-                                device.inverted() * before);
+    m_painter.setWorldTransform(toPixels(pixels.topLeft()));
     if (pixels.size() == image.size())
         m_painter.drawImage(0, 0, image);
     else
@@ -177,7 +215,7 @@ void PlotPainter::paintCursors()
         const double value = m_state.cursors.places[static_cast<std::size_t>(k)];
         const QPointF at = m_view.toPixel({value, value});
         m_painter.setPen(
-            QPen(color(IColorBase::colLabel), k == m_state.cursors.selected ? 2.0 : 1.0,
+            QPen(color(IColorBase::colLabel), k == m_state.cursors.selected ? 1.6 : 0.8,
                  k == Cursors::FirstX || k == Cursors::FirstY ? Qt::SolidLine : Qt::DashLine));
         if (Cursors::isX(k))
             m_painter.drawLine(QPointF(at.x(), place.top()), QPointF(at.x(), place.bottom()));

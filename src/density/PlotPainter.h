@@ -4,6 +4,8 @@
 #include "density/PlotView.h"
 
 #include <QColor>
+#include <QImage>
+#include <QTransform>
 
 #include <vector>
 
@@ -19,10 +21,13 @@ class PlotPainter
 public:
     /// @param view  with its place in the size that is painted.
     PlotPainter(const PlotState& state, QPainter& painter, const PlotView& view);
-    void paint(const QSize& size);
+    /// @param frame  in pixels of the device, on which that is painted; null where it is already.
+    void paint(const QSize& size, const QImage& frame);
 
 private:
+    bool paintWhole(const QImage& frame);
     void paintCounts();
+    QTransform toPixels(const QPoint& corner) const;
     void paintMask();
     void paintDrawing();
     void paintTrace(const std::vector<float>& trace, const QColor& color);

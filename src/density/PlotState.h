@@ -55,6 +55,8 @@ struct PlotState
     ColorMapping colors;
     QImage frame; // what PlotFrame painted
     QByteArray frameKey;
+    QImage ground; // of the plot, in the frame
+    Window groundWindow;
     Cursors cursors;
     CursorSnap snap;               // as far as found
     std::int64_t snapSymbols = -1; // of which it was found; -1: none
