@@ -21,7 +21,7 @@ constexpr int maxChunkCount = 64; // before the samples
 
 struct ChunkHead
 {
-    /// False where there is none.
+    /// Returns false when there is none.
     bool read(QFile& file)
     {
         char bytes[chunkHeadSize];
@@ -41,7 +41,7 @@ struct ChunkHead
     qint64 size;
 };
 
-/// Where a WAV file has the size of its samples, if that was left open; else -1.
+/// Position at which a WAV file has the size of its samples, if that was left open; else -1.
 qint64 openSizePosition(QFile& file)
 {
     ChunkHead head;
@@ -73,9 +73,9 @@ qint64 openSizePosition(QFile& file)
 
 } // namespace
 
-/// A file as libsndfile reads it, which itself takes what the system does not read for the end.
-/// Sizes that are left open become those that it takes for "up to the end": a whole of 8 bytes and
-/// no samples.
+/// The file behind libsndfile, which takes an error of the system for the end of the file. Replaces
+/// sizes that were left open by those that libsndfile understands as "up to the end": 8 bytes
+/// altogether and no samples.
 struct AudioFile::Stream
 {
     static Stream& of(void* stream) { return *static_cast<Stream*>(stream); }
@@ -185,7 +185,7 @@ std::size_t AudioFile::read(double* values, std::size_t count)
     if (m_hasChanged)
         return 0;
     const QuietLibraries quiet;
-    // By values: this bounds what is written, whatever a decoder comes across.
+    // Reads values, not frames: that bounds what a faulty decoder can write.
     const sf_count_t rest = std::max<sf_count_t>(m_info.frames - m_position, 0);
     const auto valueCount = std::min(static_cast<sf_count_t>(count), rest) * m_info.channels;
     const sf_count_t got = sf_read_double(m_opened.handle.get(), values, valueCount);
@@ -206,25 +206,25 @@ bool AudioFile::seek(std::int64_t sample)
     return false;
 }
 
-/// False where that is not possible; it is at its start then.
+/// Returns false when that is not possible; the file is at its start then.
 bool AudioFile::moveTo(std::int64_t sample)
 {
     if (m_hasChanged)
         return false;
     if (sf_seek(m_opened.handle.get(), sample, SEEK_SET) != sample)
-        return openAgain() && sample == 0; // some decoders are of no use after that
+        return openAgain() && sample == 0; // some decoders fail after that
     m_position = sample;
     return true;
 }
 
-/// Whether the file was written to. One that is gone is still there for who has it open.
+/// Whether the file was written to. A file that was removed can still be read while it is open.
 bool AudioFile::isTouched() const
 {
     const QFileInfo file(m_path);
     return file.exists() && (file.lastModified() != m_written || file.size() != m_size);
 }
 
-/// Opens the file anew, at its start; false where it is another one now.
+/// Opens the file again, at its start; false when it is another one now.
 bool AudioFile::openAgain()
 {
     const QFileInfo file(m_path);

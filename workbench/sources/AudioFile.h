@@ -9,11 +9,11 @@
 #include <cstdint>
 #include <memory>
 
-/// A file that libsndfile reads. Its header is read again where it has been written to or a decoder
-/// fails; when it says something else then, no more is read.
+/// A file that libsndfile reads. Its header is read again after the file was written to or a
+/// decoder failed; reading ends when the header has changed.
 ///
-/// A WAV file whose size of samples was left open, as programs do that write into a pipe, goes on
-/// to the end of the file.
+/// A WAV file whose size was left open, as by programs that write into a pipe, is read to the end
+/// of the file.
 class AudioFile
 {
 public:
@@ -22,19 +22,19 @@ public:
 
     const QString& path() const { return m_path; }
     bool isOpen() const { return m_opened.handle != nullptr; }
-    /// Channels, sample rate and so on, as they were at first.
+    /// Channels, sample rate and so on, as they were when the file was opened.
     const SF_INFO& info() const { return m_info; }
-    /// What libsndfile found in the file, also where it did not open it.
+    /// What libsndfile found in the file, also when it could not open it.
     QString log() const;
-    /// The error of the system in opening or reading the file; else empty.
+    /// The system's error when opening or reading failed; else empty.
     QString error() const;
-    /// Whether the file is another one now, which is not read.
+    /// Whether the file was replaced since it was opened; then no more is read.
     bool hasChanged() const { return m_hasChanged; }
-    /// Whether a size in a header is one that programs write that do not know it.
+    /// Whether a size in a header is one that programs write when they do not know it.
     static bool isSizeOpen(std::int64_t size);
 
     std::int64_t position() const { return m_position; }
-    /// @param values  room for all channels of so many samples.
+    /// @param values  room for count samples of all channels.
     /// @return samples read.
     std::size_t read(double* values, std::size_t count);
     bool seek(std::int64_t sample);

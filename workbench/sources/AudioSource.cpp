@@ -62,7 +62,7 @@ Result<void> AudioSource::check(const AudioFile& file)
     return {};
 }
 
-/// What a file has lost that was opened; none where nothing is known to be missing.
+/// What an open file has lost; none when nothing is known to be missing.
 std::optional<Message> AudioSource::loss(AudioFile& file)
 {
     static const QRegularExpression sizes(QStringLiteral(
@@ -89,7 +89,7 @@ AudioSource::AudioSource(std::unique_ptr<AudioFile> file, std::optional<double> 
     m_facts.sampleRate = sampleRate.value_or(m_file->info().samplerate);
     m_facts.isComplex = m_file->info().channels == 2;
     m_facts.channelCount = m_facts.isComplex ? 1 : m_file->info().channels;
-    // Else the header leaves the length open.
+    // Otherwise the header leaves the length open.
     if (m_file->info().frames != SF_COUNT_MAX)
         m_sampleCount = m_file->info().frames;
 }
@@ -118,7 +118,7 @@ bool AudioSource::seek(std::int64_t position)
     return hasMoved;
 }
 
-/// Says why nothing more is read where there should be something.
+/// Reports why no samples come where there should be some.
 void AudioSource::sayEnd()
 {
     if (const QString reason = m_file->error(); !reason.isEmpty())

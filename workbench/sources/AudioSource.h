@@ -30,7 +30,7 @@ private:
     void sayEnd();
 
     const std::unique_ptr<AudioFile> m_file;
-    const bool m_isWhole; // as far as could be seen
+    const bool m_isWhole; // as far as is known
     std::optional<std::int64_t> m_sampleCount;
     Trouble m_trouble;
 };

@@ -6,9 +6,9 @@
 #include <complex>
 #include <optional>
 
-/// Which of a source's values is shown: one of them, or one less another, such as of the two wires
-/// of a differential line. Values are counted from 0: where complex, 0 is I of the first channel
-/// and 1 its Q.
+/// The value of a source that is shown: one of them, or the difference of two, as of the two wires
+/// of a differential line. Values are counted from 0; of a complex signal, 0 is I of the first
+/// channel and 1 its Q.
 struct ChannelChoice
 {
     static constexpr int maxChannel = 1024; ///< that a text may name
@@ -21,7 +21,7 @@ struct ChannelChoice
         : value(value)
         , subtracted(subtracted)
     {}
-    /// Reads "1" or "1-2", as people count; none of anything else.
+    /// Reads "1" or "1-2", counted from 1; none for any other text.
     static std::optional<ChannelChoice> parse(const QString& text);
 
     bool isDifference() const { return subtracted >= 0; }

@@ -19,7 +19,7 @@ QString textOf(std::string_view bytes)
 {
     const auto size = static_cast<int>(bytes.size());
     const QString text = QString::fromUtf8(bytes.data(), size);
-    // What is not UTF-8 is most often an older encoding's sign for micro.
+    // Bytes that are not UTF-8 are most often the micro sign of an older encoding.
     return text.contains(QChar::ReplacementCharacter) ? QString::fromLatin1(bytes.data(), size)
                                                       : text;
 }
@@ -48,7 +48,7 @@ std::size_t numberCount(const std::vector<CsvRows::Row>& rows)
     return count;
 }
 
-/// A rate without what rounded times add to it: itself or its inverse with fewest digits.
+/// A rate without the error of rounded times: the rate or its inverse with the fewest digits.
 double roundRate(double rate)
 {
     constexpr double tolerance = 1e-6; // of the rate
@@ -69,9 +69,9 @@ double roundRate(double rate)
 /// How a column's numbers follow one another.
 struct CsvLayout::Ramp
 {
-    /// As only a count or a clock is; fewer numbers may be so by chance.
+    /// Evenly rising, as only a count or a clock is; fewer numbers may be so by chance.
     bool isSteady() const { return isRising && deviation < evenness && count >= 4; }
-    /// Like that but for a few places.
+    /// Evenly rising except in a few places.
     bool isMostlySteady() const { return usualStep > 0.0 && evenPart >= 0.9 && count >= 10; }
     bool countsRows() const { return isSteady() && step == 1.0; }
 
@@ -99,7 +99,7 @@ Result<CsvLayout> CsvLayout::of(const QByteArray& text, bool isWhole,
         return failure(tr("no row of numbers is found; choose a text file with a row for each "
                           "sample, its cells separated by tabs, semicolons, commas or spaces"));
     layout.findNames();
-    // A column that is not there is complained of rather than the sample rate.
+    // A missing column is reported before a missing sample rate.
     const auto time = layout.findTime(options);
     const auto columns = layout.chooseColumns(options.columns);
     if (!columns || !time)
@@ -160,7 +160,7 @@ bool CsvLayout::isNumbers(std::size_t row) const
            std::all_of(m_numeric.begin(), m_numeric.end(), isAllowed);
 }
 
-/// Whether a row has something to say of each column of numbers; the first may be a bare index.
+/// Whether a row has a text for each column of numbers; the first may be an index without a name.
 bool CsvLayout::isNames(std::size_t row) const
 {
     return std::all_of(m_numeric.begin() + (m_numeric.size() > 1 ? 1 : 0), m_numeric.end(),
@@ -208,7 +208,7 @@ CsvLayout::Ramp CsvLayout::ramp(std::size_t column) const
     std::vector<double> steps;
     for (std::size_t i = 1; i < values.size(); ++i) {
         const double even = values.front() + static_cast<double>(i) * ramp.step;
-        ramp.isRising = ramp.isRising && values[i] >= values[i - 1]; // NaN is not
+        ramp.isRising = ramp.isRising && values[i] >= values[i - 1]; // false for NaN
         ramp.deviation = std::max(ramp.deviation, std::abs(values[i] - even) / ramp.step);
         if (const double step = values[i] - values[i - 1]; std::isfinite(step))
             steps.push_back(step);
@@ -273,7 +273,7 @@ Result<void> CsvLayout::findTime(const Recording::Options& options)
     return {};
 }
 
-/// The rate that the preamble says, or a name with a number below it; none where there is none.
+/// The rate in the preamble, or of a name with a number below it; none when there is none.
 std::optional<double> CsvLayout::statedRate() const
 {
     const auto rateOf = [](const QString& key, const QString& value) -> std::optional<double> {

@@ -5,14 +5,14 @@
 #include "workbench/sources/CsvTimes.h"
 #include "workbench/sources/Recording.h"
 
-/// What separated values are, as far as the beginning of their file tells. Before the rows of
-/// numbers there may be a preamble, a row of names, and one of units below it.
+/// Layout of a file of separated values, as its beginning tells it. Before the rows of numbers
+/// there may be a preamble, a row of names, and one of units below it.
 struct CsvLayout
 {
     Q_DECLARE_TR_FUNCTIONS(CsvLayout)
 public:
     /// @param text     the file's beginning.
-    /// @param isWhole  whether the file ends with it; else its last row may be cut off.
+    /// @param isWhole  whether the text is all of the file; else its last row may be cut off.
     static Result<CsvLayout> of(const QByteArray& text, bool isWhole,
                                 const Recording::Options& options);
 

@@ -55,7 +55,7 @@ std::optional<double> CsvRows::Row::number(std::size_t index) const
     const auto result = std::from_chars(text.data(), end, value);
     if (result.ptr != end || result.ec == std::errc::invalid_argument)
         return std::nullopt;
-    // Too small is 0 then.
+    // A number that is too small is 0.
     const bool isHuge = result.ec == std::errc::result_out_of_range &&
                         text.find_first_of("eE") + 1 != text.find('-', 1);
     if (isHuge)

@@ -20,7 +20,7 @@ public:
     {
     public:
         std::size_t size() const { return m_ends.size(); }
-        /// A cell without spaces around it, or quotes; empty where the row has none of that number.
+        /// A cell without quotes and without spaces around it; empty when the row has fewer cells.
         std::string_view cell(std::size_t index) const;
         /// A cell's number, with a decimal point or a decimal comma; may be NaN or infinite.
         std::optional<double> number(std::size_t index) const;
@@ -37,10 +37,10 @@ public:
     CsvRows(char separator, Taker taker);
     ~CsvRows();
 
-    /// Splits the next bytes. False, then and ever after, where a row is too long, or the blank
-    /// ones before it are.
+    /// Splits the next bytes. Returns false, from then on always, when a row, or the blank rows
+    /// before it, are too long.
     bool take(const char* bytes, std::size_t count);
-    /// Ends the last row where nothing has ended it.
+    /// Ends the last row if no line end did.
     void finish();
     bool isBetweenRows() const;
 

@@ -70,7 +70,7 @@ Result<Recording> CsvSource::finish(std::unique_ptr<CsvSource> source,
     return recording;
 }
 
-/// False when it was given up.
+/// Returns false when it was given up.
 bool CsvSource::countRows(const std::function<bool(double part)>& goOn)
 {
     for (std::int64_t row = countedRows; seek(row); row += countedRows) {
@@ -118,7 +118,7 @@ void CsvSource::takeRow(const CsvRows::Row& row)
         m_ahead.push_back(row.number(column).value_or(std::numeric_limits<double>::quiet_NaN()));
 }
 
-/// Reads a little more of the file; false at its end.
+/// Reads the next line or part of a line; false at the end.
 bool CsvSource::readOn()
 {
     char bytes[4096];
@@ -141,7 +141,7 @@ bool CsvSource::readOn()
     return false;
 }
 
-/// There is no next row.
+/// Notes that there is no next row.
 void CsvSource::end(bool isBroken)
 {
     const std::int64_t there = std::max<std::int64_t>(m_next, 0);

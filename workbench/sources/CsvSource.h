@@ -15,7 +15,7 @@ class CsvSource : public SignalSource
 {
     Q_DECLARE_TR_FUNCTIONS(CsvSource)
 public:
-    /// Whether a file's ending says that it is one.
+    /// Whether a file has an ending of such files.
     static bool isCsv(const QString& fileName);
     static Result<Recording> open(const QString& fileName, const Recording::Options& options);
     ~CsvSource() override;

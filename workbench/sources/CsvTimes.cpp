@@ -8,8 +8,8 @@
 
 namespace {
 
-// Of a step: so little shows in no diagram. Programs that keep times in single precision write
-// digits that mean nothing.
+// Part of a step that no diagram shows. Programs that keep times in single precision write
+// meaningless digits.
 constexpr double harmless = 0.01;
 constexpr double exactPart = 0.9; // of the steps, at least, are the same where times are exact
 
@@ -71,7 +71,7 @@ void CsvTimes::learn(std::string_view cell)
     m_digits = std::max(m_digits, digits);
 }
 
-/// Of a time's last digit, whether a fixed number of decimals or of digits is written.
+/// Value of a time's last digit, whether the numbers have a fixed number of decimals or of digits.
 double CsvTimes::resolution(double time) const
 {
     const double magnitude = time == 0.0 ? -400.0 : std::floor(std::log10(std::abs(time)));
@@ -86,7 +86,8 @@ bool CsvTimes::take(std::int64_t number, const CsvRows::Row& row)
     learn(row.cell(m_column));
     const double rows = static_cast<double>(number - m_lastNumber);
     const double step = *time - m_last;
-    // Each time is rounded by half a last digit, so both of them by one; the usual step, too.
+    // Each time is rounded by up to half a last digit, so both of them by one, and so is the usual
+    // step.
     const double larger = std::max(std::abs(*time), std::abs(m_last));
     const double tolerance = (m_isExact ? 0.5 : 2.0) * resolution(larger) +
                              4.0 * std::numeric_limits<double>::epsilon() * larger +

@@ -10,7 +10,7 @@
 #include <cstdint>
 #include <optional>
 
-/// Looks whether the times in a column run on evenly, as far as the digits that are written tell.
+/// Checks that the times in a column are evenly spaced, as far as their digits tell.
 class CsvTimes
 {
     Q_DECLARE_TR_FUNCTIONS(CsvTimes)
@@ -18,15 +18,15 @@ public:
     CsvTimes() = default; ///< no times
     /// @param title      of the column, for people.
     /// @param usualStep  from a row to the next one, in the column's unit.
-    /// @param rows       the first ones, from which is learnt how the times are written.
+    /// @param rows       the first rows; they tell how the times are written.
     CsvTimes(std::size_t column, const QString& title, double usualStep,
              const std::vector<CsvRows::Row>& rows);
 
-    /// From a row to the next one, the mean where no rows are missing, >= 0.
+    /// Mean step from one row to the next where no rows are missing, >= 0.
     double step() const { return m_step; }
 
-    /// Takes the next row, counted from 1; true for the first row that is off, and for the first
-    /// one that goes back.
+    /// Takes the next row, counted from 1. Returns true for the first row that is off, and for the
+    /// first one that goes back.
     bool take(std::int64_t number, const CsvRows::Row& row);
     /// The first fault so far, if there was any.
     std::optional<Message> notice() const;
@@ -38,9 +38,9 @@ private:
     std::size_t m_column = CsvRows::maxCellCount; // or more: none
     QString m_title;
     double m_step = 1.0;
-    int m_decimals = -400;  // most that are written...
-    int m_digits = 1;       // ...and most of significance
-    bool m_isExact = false; // times are written with all digits that they have
+    int m_decimals = -400;  // most that a time has...
+    int m_digits = 1;       // ...and most significant digits
+    bool m_isExact = false; // times are written with all their digits
     double m_last = 0.0;
     std::int64_t m_lastNumber = 0; // of its row; 0 before the first one
     std::int64_t m_firstUneven = 0;

@@ -5,20 +5,20 @@
 
 #include <initializer_list>
 
-/// What the words in the names and units of columns say.
+/// Meaning of the words in the names and units of columns.
 namespace csvwords {
 
-/// The words of a text, in small letters; what is no letter separates them.
+/// The words of a text, in small letters; other characters separate them.
 QStringList wordsOf(const QString& text);
 bool isAmong(const QString& word, std::initializer_list<const char*> words);
 
-/// Whether they may be those of a column of times.
+/// Whether a column with these words may hold times.
 bool isTime(const QStringList& words);
-/// Whether they are, and of nothing else: a name with a unit at most.
+/// Whether a column with these words holds times for sure: a name with a unit at most.
 bool isNamedTime(const QStringList& words);
-/// Whether they are those of a column that counts rows.
+/// Whether a column with these words counts rows.
 bool isCounter(const QStringList& words);
-/// Seconds of a unit of time; 1 for a word that is none.
+/// Length of a unit of time, s; 1 for any other word.
 double secondsOf(const QString& unit);
 
 } // namespace csvwords

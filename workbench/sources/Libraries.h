@@ -5,7 +5,7 @@
 
 namespace libraries {
 
-/// Names and versions of the libraries that read signals, as they are loaded, one each.
+/// Names and versions of the loaded libraries that read signals, one text for each.
 QStringList versions();
 
 } // namespace libraries

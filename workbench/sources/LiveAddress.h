@@ -14,6 +14,6 @@ public:
     static bool isInput(const QString& address);
     static bool isZmq(const QString& address);
     static bool isSoapy(const QString& address);
-    /// What people call a file or a live signal, for what is said of it.
+    /// Name of a file or a live signal in messages.
     static QString title(const QString& address);
 };

@@ -51,7 +51,7 @@ std::size_t LiveSource::discard(std::size_t count)
     return samples;
 }
 
-/// Receives where no sample is there, and says how many are, at most so many.
+/// Receives when no sample is there. Returns how many are there then, at most count.
 std::size_t LiveSource::await(std::size_t count)
 {
     const std::size_t size = sampleSize();
@@ -61,7 +61,7 @@ std::size_t LiveSource::await(std::size_t count)
         m_canReceive = receive(m_bytes);
         if (remainder() >= size)
             m_lastArrival = Clock::now();
-        else if (m_canReceive) // not every device waits as it is told to
+        else if (m_canReceive) // not every device waits as long as it should
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
         m_trouble.say(amiss());
     }

@@ -11,16 +11,16 @@
 #include <atomic>
 #include <chrono>
 
-/// A live signal of one channel that comes as bytes of one format, in pieces of any length: bytes
-/// of a sample that is not whole wait for the rest of it. A derived class says where bytes come
-/// from and what is amiss beside a silence.
+/// A live signal of one channel that comes as bytes of one format, in pieces of any length: the
+/// bytes of an incomplete sample wait for the rest of it. A derived class brings the bytes and
+/// reports trouble other than a silence.
 class LiveSource : public SignalSource
 {
     Q_DECLARE_TR_FUNCTIONS(LiveSource)
 public:
     using Clock = std::chrono::steady_clock;
 
-    /// How long a read may wait.
+    /// Longest time that a read waits.
     static constexpr std::chrono::milliseconds timeout{100};
 
     ~LiveSource() override;
@@ -34,24 +34,25 @@ public:
     bool seek(std::int64_t) override { return false; }
 
 protected:
-    /// Bytes that are good to receive at a time.
+    /// Number of bytes to receive at a time.
     static constexpr std::size_t pieceSize = 1 << 18;
 
     LiveSource(const QString& name, const SampleFormat& format, double sampleRate);
 
-    /// Appends the bytes that have come; waits for some at most as long as the timeout. Where
-    /// samples were lost, those before and after come in different calls.
+    /// Appends the bytes that have come; waits for some no longer than the timeout. Samples before
+    /// and after a loss come in different calls.
     /// @return false once none can come any more.
     virtual bool receive(std::vector<char>& bytes) = 0;
-    /// The current trouble, if there is any. Called in the thread that reads, after receive. Where
-    /// not overridden, a silence of a second or more.
+    /// The current trouble, if there is any. Called in the thread that reads, after receive. By
+    /// default a silence of a second or more.
     virtual std::optional<Message> amiss() const;
 
     const SampleFormat& format() const { return m_format; }
     std::size_t sampleSize() const;
-    /// Samples were lost before those that receive appends next; at least one is.
+    /// Notes that samples were lost before those that receive appends next: count, or one if that
+    /// is less.
     void leap(std::int64_t count) { m_position += std::max<std::int64_t>(count, 1); }
-    /// Bytes that wait for the rest of their sample.
+    /// Number of bytes that are not delivered yet.
     std::size_t remainder() const { return m_bytes.size() - m_used; }
     /// Whole seconds since samples came last.
     std::int64_t silentSeconds() const;

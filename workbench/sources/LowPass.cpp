@@ -16,7 +16,7 @@ constexpr unsigned order = 4;
 constexpr double besselCorner = 0.9597;
 constexpr double highestCorner = 0.45; // of the prototype
 constexpr double lowestCorner = 1e-6;  // below, double precision does not keep the gain at rest
-constexpr double largest = 1e6;        // full scale is 1: what is far beyond is no signal
+constexpr double largest = 1e6;        // full scale is 1: far beyond it is no signal
 
 } // namespace
 

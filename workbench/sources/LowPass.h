@@ -3,23 +3,22 @@
 
 #include <array>
 
-/// Low-pass of Bessel type and fourth order: it rounds edges and lets none ring. Its gain at rest
-/// is 1.
+/// Bessel low-pass of fourth order: it rounds edges without ringing. Its gain at 0 Hz is 1.
 class LowPass
 {
 public:
     /// @param corner  where it is 3 dB down, cycles a sample; taken as 1e-6 to 0.43.
     explicit LowPass(double corner);
 
-    /// The next sample of the output. What is not finite counts as 0, what is
-    /// beyond 1e6 as that.
+    /// Filters the next sample. A sample that is not finite counts as 0; larger ones than 1e6 count
+    /// as 1e6.
     double run(double input);
 
-    /// RMS of white noise after it, relative to before.
+    /// R.m.s. of white noise after the filter relative to before.
     double noiseGain() const { return m_noiseGain; }
-    /// Samples by which it delays a slow signal.
+    /// Delay of a slow signal, samples.
     double delay() const { return m_delay; }
-    /// Samples after which a step has settled.
+    /// Time in which a step settles, samples.
     int settleLength() const { return m_settleLength; }
 
 private:

@@ -18,15 +18,15 @@ namespace modulationKinds {
 
 constexpr int builtInCount = 5;
 
-/// As people write it.
+/// Name as it is shown.
 QString name(ModulationKind kind);
 /// Names of the first ones, or of all, in order.
 QStringList names(int count = 7);
-/// The one of a name in capital or small letters.
+/// The modulation of a name, in capital or small letters; none for other texts.
 std::optional<ModulationKind> named(const QString& name);
 /// Maps bits to points, and points to bits.
 LiquidHandle<modemcf_s*> modem(ModulationKind kind);
-/// The points, of mean power 1.
+/// The points, with a mean power of 1.
 std::vector<std::complex<double>> points(ModulationKind kind);
 
 } // namespace modulationKinds

@@ -17,10 +17,10 @@ using Sample = std::complex<float>;
 constexpr unsigned sentPerSymbol = 4; // samples, enough for the pulses' bandwidth
 constexpr unsigned halfLength = 10;   // of the pulses, symbols
 constexpr float rollOff = 0.35F;
-constexpr float startDelay = 0.3F;   // sent samples that the receiver is late at first
+constexpr float startDelay = 0.3F;   // by which the receiver is late at first, sent samples
 constexpr unsigned filterCount = 32; // of the matched filter, for fractions of a sample
 
-/// What comes before the first sample that is passed on.
+/// Lengths of the preamble before the first sample that is passed on.
 struct Stage
 {
     bool isPreamble;
@@ -28,9 +28,9 @@ struct Stage
     float carrier;
     int symbolCount;
 };
-// At first wide, to lock; at last so narrow that the symbols' own noise does not matter. A wider
-// loop of the clock can run away before it locks. The last one corrects the clock's rate by less
-// than its single precision holds, so the one before it has to find the rate.
+// Wide at first, to lock; narrow in the end, so that the noise of the symbols does not matter. A
+// wider loop of the clock could run away before it locks. The last stage corrects the clock's rate
+// by less than single precision can express, so the stage before it has to find the rate.
 constexpr Stage stages[] = {{true, 2e-3F, 4e-4F, 2000},
                             {true, 1e-3F, 4e-4F, 3000},
                             {true, 3e-4F, 1e-4F, 3000},
@@ -75,7 +75,7 @@ struct ModulationSource::Channel
         noise = std::sqrt(0.5 * sentPerSymbol * std::pow(10.0, -settings.snrDb / 10.0));
         phaseNoise = settings.phaseNoise / std::sqrt(sentPerSymbol);
     }
-    /// @return samples that come out, at most two.
+    /// @return number of samples that come out, at most two.
     unsigned run(Sample sample, Sample (&output)[2])
     {
         unsigned count = 0;
@@ -238,7 +238,7 @@ bool ModulationSource::seek(std::int64_t position)
     if (position == 0) {
         m_receiver.reset(); // starts when it is read
     } else {
-        // To the same phase of a symbol.
+        // Moves to the same phase of a symbol.
         const std::int64_t distance = (position - m_position) % samplesPerSymbol;
         skip(static_cast<std::size_t>((distance + samplesPerSymbol) % samplesPerSymbol));
     }

@@ -19,9 +19,9 @@ struct ModulationSettings
     double sampleRate = 48000.0; ///< Hz, > 0; there are ModulationSource::samplesPerSymbol
     double snrDb = 28.0;         ///< energy of a symbol against the noise's spectral density
     double carrierOffset = 1e-3; ///< cycles a symbol
-    double phaseNoise = 2e-3;    ///< rad, RMS, by which the carrier's phase walks in a symbol
-    double carrierError = 0.0;   ///< cycles a symbol, of the offset, that the receiver leaves
-    double clockOffset = 2e-5;   ///< of the transmitter's symbol clock, as a part of it
+    double phaseNoise = 2e-3;    ///< rad, r.m.s. step of the carrier's phase from symbol to symbol
+    double carrierError = 0.0;   ///< cycles a symbol, part of the offset that the receiver leaves
+    double clockOffset = 2e-5;   ///< of the transmitter's symbol clock, relative
     std::uint32_t seed = 20260801;
 };
 
@@ -49,7 +49,7 @@ public:
     std::optional<std::int64_t> sampleCount() const override { return std::nullopt; }
     std::int64_t position() const override { return m_position; }
     std::size_t read(std::vector<double>& block, std::size_t count) override;
-    /// Starts anew at the start; elsewhere the signal goes on as if nothing had been left out.
+    /// At 0 the signal starts anew; elsewhere it goes on as if nothing had been left out.
     bool seek(std::int64_t position) override;
 
 private:

@@ -34,7 +34,7 @@ void NrzSource::setBandwidth(double bandwidth)
 {
     m_settings.bandwidth = bandwidth;
     prepareFilter();
-    const std::int64_t position = m_position; // the new filter takes over in full swing
+    const std::int64_t position = m_position; // the new filter continues in its settled state
     m_position = std::max<std::int64_t>(position - m_filter->settleLength(), 0);
     while (m_position < position)
         m_filter->run(levelAt(m_position++));

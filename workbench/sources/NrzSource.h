@@ -23,16 +23,15 @@ struct NrzSettings
     int frameSymbolCount = 40;     ///< symbols of a frame, at least 16
     int levelCount = 2;            ///< 2 or 4, evenly from -1 to 1
     double noise = 0.05;           ///< rms of the noise
-    double jitter = 0.0;           ///< rms of the edges' displacement, symbols, up to maxJitter
+    double jitter = 0.0;           ///< rms displacement of the edges, symbols, up to maxJitter
     double bandwidth = 0.8;        ///< where the signal is 3 dB down, as a part of the symbol rate
     std::uint32_t seed = 20260801; ///< of data, jitter and noise
 };
 
-/// Endless data stream (non-return to zero) as a receiver sees it: levels with edges in between
-/// that come early or late by the jitter, through a low-pass of Bessel type, with noise of the same
-/// band. Each frame is a 16 bit sync word in the outer levels and random data; a frame's data and
-/// jitter depend on its number and the seed alone, so that every place in the stream can be gone
-/// to.
+/// Endless data stream (non-return to zero) as a receiver sees it: levels whose edges come early or
+/// late by the jitter, through a Bessel low-pass, with noise of the same bandwidth. Each frame is a
+/// 16 bit sync word in the outer levels and random data. Data and jitter of a frame depend on its
+/// number and the seed alone, so that any position can be sought.
 class NrzSource : public SignalSource
 {
     Q_DECLARE_TR_FUNCTIONS(NrzSource)

@@ -28,7 +28,7 @@ char32_t shown(char32_t character)
 
 QString plainText(const QString& text, int maxLength)
 {
-    // One more tells that there is more; a character may be two of UTF-16.
+    // One more character tells that there is more; each may take two UTF-16 units.
     std::u32string characters = text.left(2 * (maxLength + 1)).toStdU32String();
     const bool isLong = characters.size() > std::size_t(maxLength);
     if (isLong) {

@@ -29,12 +29,12 @@ QuietLibraries::~QuietLibraries() { --quietCount; }
 
 void QuietLibraries::install()
 {
-#ifdef __GLIBC__ // where the stream may be exchanged
+#ifdef __GLIBC__ // where the stream can be replaced
     std::FILE* gate = fopencookie(nullptr, "w", {nullptr, writeUnlessQuiet, nullptr, nullptr});
     if (!gate)
         return;
     std::setvbuf(gate, nullptr, _IONBF, 0);
-    gate->_fileno = STDERR_FILENO; // for who asks whether it is a terminal
+    gate->_fileno = STDERR_FILENO; // for code that asks whether it is a terminal
     stderr = gate;
 #endif
 }

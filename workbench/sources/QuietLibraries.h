@@ -1,9 +1,9 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-/// While one lives, what the libraries that its thread calls print on standard error goes nowhere:
-/// decoders print lines of their own about damaged files. What other threads print comes through.
-/// Without install it does nothing.
+/// Discards what its thread prints on standard error as long as it lives: decoders print lines of
+/// their own about damaged files. What other threads print comes through. Does nothing without
+/// install.
 class QuietLibraries
 {
 public:
@@ -12,6 +12,6 @@ public:
     QuietLibraries(const QuietLibraries&) = delete;
     QuietLibraries& operator=(const QuietLibraries&) = delete;
 
-    /// Puts a gate before standard error. Call once, while there is one thread.
+    /// Puts a filter before standard error. Call it once, while there is one thread only.
     static void install();
 };

@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr double largestUntoldRate = 30e6; // Hz: a number without a unit above it is a frequency
+constexpr double largestUntoldRate = 30e6; // Hz: a larger number without a unit is a frequency
 
 double factorOf(const QString& prefix)
 {
@@ -36,7 +36,7 @@ std::optional<double> usable(double rate)
     return Recording::isSampleRate(rate) ? std::optional<double>(rate) : std::nullopt;
 }
 
-/// Of "fs=2e6" or "rate_250k".
+/// Sample rate in a name such as "fs=2e6" or "rate_250k".
 std::optional<double> namedRate(const QString& name)
 {
     static const QRegularExpression pattern(
@@ -48,7 +48,7 @@ std::optional<double> namedRate(const QString& name)
                             : std::nullopt;
 }
 
-/// Of numbers with a prefix or a unit: what comes last of those that may be a sample rate.
+/// The last number with a prefix or a unit that may be a sample rate.
 std::optional<double> rateWithUnit(const QString& name)
 {
     static const QRegularExpression pattern(
@@ -70,7 +70,7 @@ std::optional<double> rateWithUnit(const QString& name)
     return rate;
 }
 
-/// Of a frequency and a sample rate in whole hertz, one after the other.
+/// The sample rate where a frequency and a sample rate follow one another in whole hertz.
 std::optional<double> rateAfterFrequency(QString name)
 {
     static const QRegularExpression date(
@@ -82,12 +82,13 @@ std::optional<double> rateAfterFrequency(QString name)
     return match.hasMatch() ? usable(match.captured(1).toDouble()) : std::nullopt;
 }
 
-/// How much bytes jump from one to the next of the same place in a word of so many: 0 for ones that
-/// stay, 1 for random ones.
+/// How much the bytes at each place of a word jump from one word to the next: 0 for bytes that do
+/// not change, 1 for random bytes.
 template<std::size_t byteCount>
 std::array<double, byteCount> jumpsOf(const QByteArray& bytes)
 {
-    constexpr double random = 128.0 * 128.0 / 3.0; // mean square of the way around the circle
+    // Mean square distance of random bytes, modulo 256.
+    constexpr double random = 128.0 * 128.0 / 3.0;
     constexpr int step = byteCount;
     std::array<double, byteCount> jumps{};
     for (int i = step; i < bytes.size(); ++i) {
@@ -101,14 +102,14 @@ std::array<double, byteCount> jumpsOf(const QByteArray& bytes)
 
 constexpr double clear = 4.0; // times as much
 
-/// Whether one byte jumps as the low one of a number does beside the other, its high one.
+/// Whether two bytes jump as the low and the high byte of a number do.
 bool isNumber(double low, double high)
 {
-    constexpr double least = 0.3; // of what random ones jump
+    constexpr double least = 0.3; // of the jumps of random bytes
     return low > least && low > clear * high && high > 0.0;
 }
 
-/// Whether bytes, the lowest one first, are of integers of more than 16 bits: the low ones are
+/// Whether bytes, the lowest first, belong to integers of more than 16 bits: the low bytes are
 /// random, or 0 where fewer bits are used.
 template<std::size_t byteCount>
 bool isLongInteger(const std::array<double, byteCount>& jumps)
@@ -121,7 +122,7 @@ bool isLongInteger(const std::array<double, byteCount>& jumps)
            std::all_of(jumps.begin(), jumps.end() - 2, isLow);
 }
 
-/// The part of the numbers that are of a size that signals have.
+/// Part of the numbers whose magnitude is usual for signals.
 double usualPart(const QByteArray& bytes, unsigned bits)
 {
     SampleFormat format;
@@ -137,9 +138,9 @@ double usualPart(const QByteArray& bytes, unsigned bits)
     return values.empty() ? 0.0 : static_cast<double>(count) / static_cast<double>(values.size());
 }
 
-/// Whether eight bits are a sign and a number, or count up from the lowest level: as numbers of the
-/// other kind they would jump from one end to the other wherever they pass the middle. Samples of a
-/// channel are two bytes apart, or one.
+/// Tells signed from unsigned bytes: read as the wrong kind, they would jump from one end of the
+/// range to the other wherever they pass the middle. Samples of a channel are two bytes apart, or
+/// one.
 std::optional<SampleFormat::Kind> kindOfBytes(const QByteArray& bytes)
 {
     double asSigned = 0.0;
@@ -157,14 +158,14 @@ std::optional<SampleFormat::Kind> kindOfBytes(const QByteArray& bytes)
     return std::nullopt;
 }
 
-/// What the numbers of a file are; none where it is not clear.
+/// Format of the numbers in a file; none when that is not clear.
 std::optional<SampleFormat> numbersIn(const QByteArray& bytes)
 {
     constexpr double nearlyAll = 0.99;
     using Kind = SampleFormat::Kind;
     if (std::count(bytes.begin(), bytes.end(), bytes[0]) == bytes.size())
         return std::nullopt;
-    // The lower half of a long number has any exponent, or is 0, if it is taken for a short one.
+    // Read as a short number, the lower half of a long one has any exponent, or is 0.
     const bool isLong = usualPart(bytes, 64) > nearlyAll;
     const bool isShort = usualPart(bytes, 32) > nearlyAll;
     if (isLong || isShort)
@@ -196,7 +197,7 @@ RawGuess RawGuess::ofName(const QString& fileName)
         static const QRegularExpression separators(QStringLiteral("[_\\-. ]"));
         for (const QString& part : name.split(separators)) {
             QString format = part.toLower();
-            if (format == QLatin1String("fc")) // complex numbers of floating point
+            if (format == QLatin1String("fc")) // complex floating point numbers
                 format = QStringLiteral("fc32");
             const auto found = SampleFormat::ofEnding(format);
             // "s16" and "iq" may be anything in the middle of a name.
@@ -227,7 +228,7 @@ bool RawGuess::isRaw(const QString& fileName)
 std::optional<Message> RawGuess::doubt(const QString& fileName, const SampleFormat& format)
 {
     constexpr qint64 looked = 1 << 17; // bytes
-    constexpr int least = 4096;        // fewer tell too little
+    constexpr int least = 4096;        // fewer bytes tell too little
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
@@ -243,7 +244,7 @@ std::optional<Message> RawGuess::doubt(const QString& fileName, const SampleForm
     const auto numbers = numbersIn(bytes);
     if (!numbers)
         return std::nullopt;
-    // What the bytes cannot tell is not doubted: I and Q, and whether there is a sign.
+    // The bytes cannot tell whether samples are complex, or whether long integers are signed.
     const auto isUnsigned = format.kind == SampleFormat::Kind::Unsigned && format.bits > 8;
     const auto kind = isUnsigned ? SampleFormat::Kind::Signed : format.kind;
     if (kind == numbers->kind && format.bits == numbers->bits &&

@@ -9,7 +9,7 @@
 
 #include <memory>
 
-/// Where samples lie in a file.
+/// Format and places of the samples in a file.
 struct RawLayout
 {
     struct Chunk
@@ -32,15 +32,15 @@ struct RawLayout
     std::int64_t end = 0;              ///< of the samples in the file, bytes
 };
 
-/// Samples of one format at known places in a file. They are read as they are asked for, so long
-/// files start at once and take little memory; a file that becomes shorter meanwhile
-/// ends there, and says so.
+/// Samples of one format at known places in a file. They are read on demand, so that long files
+/// start at once and take little memory. A file that becomes shorter meanwhile ends there and
+/// reports trouble.
 class RawSource : public SignalSource
 {
     Q_DECLARE_TR_FUNCTIONS(RawSource)
 public:
     /// Opens a file as the source of a recording, and adds to its notices and details.
-    /// @param name  what people call the recording.
+    /// @param name  of the recording, for people.
     static Result<void> open(Recording& recording, const QString& name, const QString& fileName,
                              RawLayout layout);
     ~RawSource() override;
@@ -58,7 +58,7 @@ private:
 
     QFile m_file;
     RawLayout m_layout;
-    std::int64_t m_count = 0; // does not change once it is open
+    std::int64_t m_count = 0; // does not change after opening
     std::int64_t m_position = 0;
     std::vector<char> m_bytes;
     Trouble m_trouble;

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Whether a file only says where a store of large files has what belongs there.
+/// Whether a file is only a pointer into a store of large files.
 bool isPointer(const QFileInfo& file)
 {
     constexpr qint64 longest = 1024; // bytes; pointers have fewer

@@ -23,14 +23,14 @@ public:
     static constexpr double maxSampleRate = 1e12;     ///< Hz
     static constexpr double assumedSampleRate = 48e3; ///< Hz, where it is not known
 
-    /// Whether a file can be read at all; else why not.
+    /// Checks that a file can be read at all.
     static Result<void> checkFile(const QString& fileName);
-    /// Whether signals are shown at a sample rate; false for NaN.
+    /// Whether a sample rate is within the range above; false for NaN.
     static bool isSampleRate(double hertz)
     {
         return hertz >= minSampleRate && hertz <= maxSampleRate;
     }
-    /// The rate, or where it is not known an assumed one and a notice of it.
+    /// The rate, or an assumed one, with a notice, when it is not known.
     double orAssumed(std::optional<double> sampleRate);
 
     /// Facts about a signal, a line each.
@@ -41,13 +41,14 @@ public:
     QStringList details;                  ///< what the file says beside its samples, a line each
 };
 
-/// What overrides or adds to what a file says.
+/// Overrides what a file says, or adds to it.
 struct Recording::Options
 {
-    std::optional<SampleFormat> format; ///< the file is raw samples of it
-    std::optional<double> sampleRate;   ///< Hz, one that isSampleRate
+    std::optional<SampleFormat> format; ///< the file holds raw samples of this format
+    std::optional<double> sampleRate;   ///< Hz, see isSampleRate
     int channelCount = 1;               ///< of raw samples
     QStringList columns; ///< of separated values, by number from 1 or by name; empty: the usual
-    /// Told how much of a long opening is done, 0 to 1; false gives it up. May be empty.
+    /// Called with the part of a long opening that is done, 0 to 1; returning false gives it up.
+    /// May be empty.
     std::function<bool(double part)> goOn;
 };

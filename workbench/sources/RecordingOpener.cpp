@@ -76,7 +76,7 @@ Result<Recording> RecordingOpener::openRaw(const QString& fileName, const Sample
 Result<Recording> RecordingOpener::openLive(const QString& address,
                                             const Recording::Options& options)
 {
-    /// What publishers of complex samples send.
+    /// Usual format of publishers.
     constexpr SampleFormat cf32{SampleFormat::Kind::Float, 32, true, false};
     if (!options.columns.isEmpty())
         return failure(tr("a live signal has no columns"), Hint::NoColumns);
@@ -105,7 +105,7 @@ Result<Recording> RecordingOpener::openInput(const Recording::Options& options)
     return recording;
 }
 
-/// Looks at the first samples; the signal starts at the first one again.
+/// Checks the first samples, and goes back to the first one.
 Result<void> RecordingOpener::examine(Recording& recording)
 {
     constexpr std::size_t examinedValueCount = 1 << 16;

@@ -3,14 +3,14 @@
 
 #include "workbench/sources/Recording.h"
 
-/// Opens files and live signals: knows which reader is for what.
+/// Opens files and live signals with the right reader.
 struct RecordingOpener
 {
     Q_DECLARE_TR_FUNCTIONS(RecordingOpener)
 public:
-    /// Opens a file. Its ending or the options say what it is: SigMF, raw samples, separated
-    /// values, or a format that libsndfile reads. Or opens a live signal by its address, see
-    /// LiveAddress. Its first samples are read to see what is amiss with them.
+    /// Opens a live signal by its address, see LiveAddress, or a file: SigMF, raw samples,
+    /// separated values or a format that libsndfile reads, according to its ending or the options.
+    /// Reads the first samples of a file to check them.
     static Result<Recording> open(const QString& address, const Recording::Options& options);
 
 private:

@@ -5,21 +5,21 @@
 
 #include <tl/expected.hpp>
 
-/// What the user may give to get further. Front ends know how it is given, and say so.
+/// What the user may give to solve a problem. Front ends know how it is given, and say so.
 enum class Hint {
     None,
     Format,              ///< the right format of the samples
-    RawFormat,           ///< a format, where the file is raw samples
-    SamplesAlone,        ///< a format, to read the samples without what describes them
+    RawFormat,           ///< a format, if the file holds raw samples
+    SamplesAlone,        ///< a format, to read the samples without their metadata
     SampleRate,          ///< the sample rate, which is not known
-    RightSampleRate,     ///< the sample rate, as the one that is known is wrong
+    RightSampleRate,     ///< the sample rate, as the known one is wrong
     FormatAndSampleRate, ///< both, as neither is known
-    NoFormat,            ///< no format, as the signal knows it
+    NoFormat,            ///< no format, as the signal has one
     NoColumns,           ///< no columns, as the signal has none
     SymbolRate           ///< the symbol rate, and FM where the frequency carries the symbols
 };
 
-/// A sentence for the user: what is amiss, where, and what to do.
+/// A sentence for the user: what is wrong, where, and what to do.
 struct Message
 {
     Message() = default;
@@ -36,11 +36,11 @@ struct Message
     Hint hint = Hint::None;
 };
 
-/// What an operation yields, or why it could not be done.
+/// The result of an operation, or why it failed.
 template<class T>
 using Result = tl::expected<T, Message>;
 
-/// Why an operation could not be done.
+/// Makes a failed result.
 inline tl::unexpected<Message> failure(const QString& sentence, Hint hint = Hint::None)
 {
     return tl::unexpected<Message>(Message(sentence, hint));

@@ -25,12 +25,12 @@ QString withEnding(const QString& name, QLatin1String ending, QLatin1String othe
     return name.left(name.size() - ending.size()) + other;
 }
 
-// Of the samples that are compared with their checksum, bytes: it takes about a second.
+// Largest size of samples that are compared with their checksum, bytes: it takes about a second.
 constexpr std::int64_t maxCheckedSize = 256 << 20;
 
 } // namespace
 
-/// A file's bytes from begin to end.
+/// The bytes of a file from begin to end.
 struct Sigmf::Dataset
 {
     QString fileName;
@@ -142,7 +142,7 @@ Result<Recording> Sigmf::openSamples(const SigmfMetadata& metadata, const QStrin
     return recording;
 }
 
-/// Compares a dataset with its checksum, and says what came of it.
+/// Compares a dataset with its checksum, and notes the outcome in the recording.
 Result<void> Sigmf::check(Recording& recording, const QString& sha512, const Dataset& dataset,
                           const Recording::Options& options)
 {

@@ -8,7 +8,7 @@ struct Sigmf
 {
     Q_DECLARE_TR_FUNCTIONS(Sigmf)
 public:
-    /// Whether a file's name says that it belongs to a recording.
+    /// Whether a file has the name of a part of such a recording.
     static bool isSigmf(const QString& fileName);
     /// Opens a recording by either of its files, or by the archive. Of an archive with several the
     /// first is taken.

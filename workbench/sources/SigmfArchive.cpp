@@ -25,7 +25,7 @@ QString nameOf(archive_entry* entry)
     return QString::fromLocal8Bit(archive_entry_pathname(entry));
 }
 
-/// How libarchive reads a file; it takes what the system does not read for the end.
+/// Reads a file for libarchive, which takes an error of the system for the end of the file.
 struct Reading
 {
     static Reading& of(void* reading) { return *static_cast<Reading*>(reading); }
@@ -58,7 +58,7 @@ Result<SigmfArchive> SigmfArchive::read(const QString& fileName)
 {
     SigmfArchive result;
     QFile file(fileName);
-    QFile content(fileName); // of its own position
+    QFile content(fileName); // with a position of its own
     if (!file.open(QIODevice::ReadOnly) || !content.open(QIODevice::ReadOnly))
         return failure(
             tr("cannot be read (%1)").arg((file.isOpen() ? content : file).errorString()));
@@ -99,7 +99,7 @@ Result<void> SigmfArchive::add(const QString& name, const Span& span, QFile& arc
     if (name.size() > maxNameLength)
         return {};
     files[name] = span;
-    // Some systems put files "._*" with their own attributes beside each file.
+    // Some systems put a file "._*" with attributes of their own beside each file.
     if (!name.endsWith(QLatin1String(".sigmf-meta")) ||
         QFileInfo(name).fileName().startsWith(QLatin1String("._")))
         return {};

@@ -9,11 +9,12 @@
 
 namespace {
 
-// By which the clock of the samples may be off against that of the times: radios without a good
-// oscillator reach some ten millionths.
+// Relative error of the sample clock that is tolerated: radios without a good oscillator reach some
+// 1e-5.
 constexpr double clockTolerance = 1e-4;
 
-/// Samples that are missing between two captures, 0 or less for none; none where that is not known.
+/// Number of samples that are missing between two captures, 0 or less for none; nullopt when that
+/// is not known.
 std::optional<double> missing(const SigmfGaps::Capture& one, const SigmfGaps::Capture& next,
                               std::optional<double> sampleRate)
 {

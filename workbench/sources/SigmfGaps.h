@@ -30,12 +30,12 @@ public:
         std::optional<Time> time;                ///< of that sample
     };
 
-    /// Reads a time such as 2026-11-25T12:00:00.25Z; none where it is none.
+    /// Reads a time such as 2026-11-25T12:00:00.25Z; nullopt for any other text.
     static std::optional<Time> time(const QString& text);
 
     /// Takes the next capture.
     void add(const Capture& capture) { m_captures.push_back(capture); }
-    /// Which samples are missing; none where none are known to be.
+    /// Which samples are missing; nullopt when none are known to be.
     /// @param sampleRate  Hz; none: captures without indices are not compared.
     std::optional<Message> notice(std::optional<double> sampleRate) const;
 

@@ -15,11 +15,11 @@ namespace {
 
 constexpr double maxChannelCount = 1000.0;
 constexpr int maxDetailCount = 100000; // lines; a hostile file has millions
-// Of sample indices and byte counts: far more than any file has, and their products fit.
+// Largest sample index or byte count: far more than any file has, and products stay within 64 bits.
 constexpr double maxIndex = 281474976710656.0;  // 2^48
 constexpr double maxExact = 9007199254740992.0; // 2^53, of whole numbers in JSON
 
-/// A whole number from lowest to highest; none when there is none.
+/// A whole number from lowest to highest; nullopt for any other value.
 std::optional<std::int64_t> wholeNumber(const QJsonObject& object, const char* key,
                                         double lowest = 0.0, double highest = maxIndex)
 {
@@ -29,7 +29,7 @@ std::optional<std::int64_t> wholeNumber(const QJsonObject& object, const char* k
     return static_cast<std::int64_t>(value);
 }
 
-/// A value as text for a line; empty for what does not fit into one.
+/// A value as text for one line; empty when it does not fit into one.
 QString text(const QJsonValue& value)
 {
     QString result = value.toVariant().toString();
@@ -88,7 +88,7 @@ Result<SigmfMetadata> SigmfMetadata::parse(const QByteArray& json, std::optional
     return metadata;
 }
 
-/// Whether the samples can be read with what is said of all of them.
+/// Whether the samples can be read with these global metadata.
 Result<void> SigmfMetadata::check(const QJsonObject& global, bool isRateGiven)
 {
     const QString datatype = global.value(QLatin1String("core:datatype")).toString();
@@ -126,7 +126,7 @@ void SigmfMetadata::readGlobal(const QJsonObject& global)
         if (const QString value = text(i.value());
             !value.isEmpty() && details.size() < maxDetailCount)
             details += plainText(i.key()) + QStringLiteral(": ") + value;
-        // The standard has no key for it; those who add one call it so, after their own name.
+        // The standard has no key for the symbol rate; extensions call it so, after their own name.
         if (i.key().endsWith(QLatin1String(":symbol_rate")) &&
             Recording::isSampleRate(i.value().toDouble()))
             layout.symbolRate = i.value().toDouble();

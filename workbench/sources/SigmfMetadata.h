@@ -4,7 +4,7 @@
 #include "workbench/sources/RawSource.h"
 #include "workbench/sources/SigmfGaps.h"
 
-/// What the metadata of a SigMF recording say. Keys are those of the SigMF standard.
+/// The metadata of a SigMF recording. Keys are those of the SigMF standard.
 struct SigmfMetadata
 {
     Q_DECLARE_TR_FUNCTIONS(SigmfMetadata)
@@ -12,7 +12,7 @@ public:
     static constexpr std::int64_t maxSize = 32 << 20; ///< bytes; longer ones are not metadata
 
     /// Reads a metadata file's content.
-    /// @param sampleRate  Hz; the recording's is not looked at then.
+    /// @param sampleRate  Hz; if given, that of the metadata is not checked.
     static Result<SigmfMetadata> parse(const QByteArray& json, std::optional<double> sampleRate);
 
     QVector<Message> notices;         ///< what is amiss
@@ -24,7 +24,7 @@ public:
     QString sha512;  ///< of that file, hexadecimal; empty where not said
     bool isMetadataOnly = false;
     std::int64_t trailingBytes = 0; ///< after the samples
-    std::int64_t sampleCount = 0;   ///< that captures and annotations speak of, at least
+    std::int64_t sampleCount = 0;   ///< least number that captures and annotations refer to
 
 private:
     void readGlobal(const class QJsonObject& global);

@@ -18,16 +18,17 @@ public:
     virtual ~SignalSource();
 
     const SignalFacts& facts() const { return m_facts; }
-    /// Samples of each channel; none for a signal without a known end.
+    /// Number of samples of each channel; none for a signal without a known end.
     virtual std::optional<std::int64_t> sampleCount() const = 0;
-    /// Of a live signal: whether no more samples can come. After read said that there are none.
+    /// Whether a live signal has ended: no more samples can come. Valid after a read that returned
+    /// 0.
     virtual bool hasEnded() const;
     /// The current trouble, if there is any. From any thread, also while another one reads.
     virtual std::optional<Message> trouble() const;
-    /// Whether it lacks samples that it should have, as its trouble says. Likewise.
+    /// Whether samples that should be there are missing, as trouble tells. From any thread.
     virtual bool hasFailed() const;
-    /// Index of the next sample to be read. Where samples of a live signal are lost on the way
-    /// here, reading leaps over as many as are known to be, at least one.
+    /// Index of the next sample to be read. When samples of a live signal are lost, it leaps over
+    /// as many as are known to be lost, at least one.
     virtual std::int64_t position() const = 0;
     /// Reads the next samples into a block, which it replaces: sample by sample, the channels of
     /// each beside one another, Q after I where complex. Values are full scale = 1 where the signal
@@ -36,9 +37,9 @@ public:
     /// @return samples read; 0 at the end, or where reading on is not possible, and of a live
     ///         signal also while none come.
     virtual std::size_t read(std::vector<double>& block, std::size_t count) = 0;
-    /// Leaves out the next samples of a live signal, at little cost: as read, without values.
+    /// Skips the next samples of a live signal at little cost: like read, without values.
     virtual std::size_t discard(std::size_t count);
-    /// Moves to a sample. False, and nothing moves, where that is not possible.
+    /// Moves to a sample. Returns false, and does not move, when that is not possible.
     virtual bool seek(std::int64_t position) = 0;
 
 protected:
@@ -47,5 +48,5 @@ protected:
         : m_facts(std::move(facts))
     {}
 
-    SignalFacts m_facts; ///< complete once the source is opened
+    SignalFacts m_facts; ///< complete once the source is open
 };

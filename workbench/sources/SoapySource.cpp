@@ -24,7 +24,7 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(SoapySource)
 };
 
-/// Takes an entry out of an address.
+/// Removes an entry from an address, and returns its text.
 QString takeText(SoapySDR::Kwargs& entries, const char* key)
 {
     const auto entry = entries.find(key);
@@ -50,7 +50,7 @@ std::optional<double> takeNumber(SoapySDR::Kwargs& entries, const char* key, dou
     return number;
 }
 
-/// The devices that are there, as an address names them.
+/// The devices that are present, written as in an address.
 QString devices()
 {
     QStringList names;
@@ -113,7 +113,7 @@ public:
     }
     double sampleRate() const { return m_sampleRate; }
 
-    /// @return samples, or what went wrong, < 0.
+    /// @return number of samples, or an error code < 0.
     int read(Sample* samples, std::size_t count, std::chrono::microseconds timeout)
     {
         void* buffers[] = {samples};
@@ -132,7 +132,7 @@ private:
             try {
                 SoapySDR::Device::unmake(device);
             } catch (const std::exception&) {
-                // It is gone, and with it what could be closed.
+                // The device is gone; there is nothing to close.
             }
         }
     };
@@ -184,7 +184,7 @@ private:
 
 Result<Recording> SoapySource::open(const QString& address, std::optional<double> sampleRate)
 {
-    // Drivers are talkative; what matters comes back as errors. Who wants to hear them says so.
+    // Drivers log much; what matters comes back as errors. Users who want the log set its level.
     if (qEnvironmentVariableIsEmpty("SOAPY_SDR_LOG_LEVEL"))
         SoapySDR::setLogLevel(SOAPY_SDR_FATAL);
     const QString entries = address.mid(address.indexOf(QLatin1String("://")) + 3);
@@ -225,7 +225,7 @@ bool SoapySource::receive(std::vector<char>& bytes)
     case SOAPY_SDR_OVERFLOW:
     case SOAPY_SDR_CORRUPTION:
     case SOAPY_SDR_TIME_ERROR:
-        leap(1); // how many is not told
+        leap(1); // the number is not known
         return true;
     default:
         if (count < 0)

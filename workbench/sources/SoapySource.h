@@ -6,8 +6,8 @@
 
 #include <memory>
 
-/// What a radio receives, through SoapySDR. Where the device or its driver lost samples, one is
-/// missing, as they do not say how many; a device that fails ends the signal.
+/// The signal of a radio, through SoapySDR. Where the device or its driver lost samples, one counts
+/// as missing, because drivers do not say how many; a device that fails ends the signal.
 class SoapySource : public LiveSource
 {
     Q_DECLARE_TR_FUNCTIONS(SoapySource)

@@ -13,7 +13,7 @@ StreamSource::StreamSource(const QString& name, int descriptor, const SampleForm
     : LiveSource(name, format, sampleRate)
     , m_descriptor(descriptor)
 {
-    // A pipe that holds more bridges a longer pause of ours; others do not have it.
+    // A larger pipe bridges longer pauses of this program; other files do not have this setting.
     fcntl(descriptor, F_SETPIPE_SZ, 1 << 20);
 }
 

@@ -8,7 +8,7 @@ class StreamSource : public LiveSource
 {
     Q_DECLARE_TR_FUNCTIONS(StreamSource)
 public:
-    /// @param descriptor  an open file, read but not closed.
+    /// @param descriptor  an open file; it is not closed.
     StreamSource(const QString& name, int descriptor, const SampleFormat& format,
                  double sampleRate);
 

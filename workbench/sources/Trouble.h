@@ -26,14 +26,14 @@ public:
         if (!m_isFailure)
             m_message = message;
     }
-    /// Samples are missing that should be there. It stays said.
+    /// Notes that samples are missing that should be there. This stays from now on.
     void fail(const Message& message)
     {
         say(message);
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_isFailure = true;
     }
-    /// The system does not read the file on.
+    /// Notes that the system cannot read the file any further.
     void failReading(std::int64_t sample, const QString& reason)
     {
         fail(tr("it cannot be read after sample %1 (%2); open it again, or copy it elsewhere first")

@@ -18,18 +18,18 @@
 namespace {
 
 constexpr std::chrono::seconds retryPeriod{3};
-constexpr std::chrono::seconds badNewsPeriod{3}; // that a message was left out is told for so long
+constexpr std::chrono::seconds badNewsPeriod{3}; // how long a message that was left out is reported
 constexpr std::chrono::milliseconds pollPeriod{20};
 constexpr int highWaterMark = 16; // messages that wait in ZeroMQ
 constexpr std::int64_t longestTakenIn = 2 * ZmqSource::maxMessageSize; // of a part, bytes
-// Of a message that is not whole: the longest one, and what of the next may come beside it. ZeroMQ
-// takes up to 32 times as much memory, where parts are empty.
+// Largest incomplete message, with what may have come of the next one. ZeroMQ takes up to 32 times
+// as much memory when its parts are empty.
 constexpr std::int64_t maxUnfinishedSize = ZmqSource::maxMessageSize + (1 << 20);
 constexpr std::size_t fullSize = 2 * ZmqSource::maxMessageSize; // of messages that wait, bytes
 
-/// Where a host can be reached, as ZeroMQ writes it; empty where it is not known. IPv4 where there
-/// is a choice: publishers mostly listen there only. Asking ZeroMQ to look the name up instead
-/// would hold up the end of the connection for as long as that takes.
+/// Address of a host in the notation of ZeroMQ; empty when the host is not known. IPv4 where there
+/// is a choice: most publishers listen there only. If ZeroMQ looked the name up, closing the
+/// connection would have to wait for that.
 QString endpointOf(const QString& host, int port)
 {
     addrinfo hints{};
@@ -68,7 +68,7 @@ struct ZmqSource::Inbox
     std::optional<Piece> next; // of the thread that reads: the first one of the next call
 };
 
-/// A socket that subscribes to everything, and what its monitor says of it.
+/// A socket that subscribes to everything, with a monitor of its connection.
 class ZmqSource::Connection
 {
 public:
@@ -78,7 +78,7 @@ public:
         set(ZMQ_LINGER, 0);
         set(ZMQ_RCVHWM, highWaterMark);
         set(ZMQ_IPV6, endpoint.contains(QLatin1Char('[')) ? 1 : 0);
-        // A peer whose cable was pulled, or that takes the connection and says nothing.
+        // Notices a peer whose cable was pulled, or that accepts the connection and sends nothing.
         set(ZMQ_TCP_KEEPALIVE, 1);
         set(ZMQ_TCP_KEEPALIVE_IDLE, 5);
         set(ZMQ_TCP_KEEPALIVE_INTVL, 2);
@@ -90,7 +90,7 @@ public:
         m_socket.connect(endpoint.toStdString());
     }
 
-    /// Waits for a message, and hears what became of the connection meanwhile.
+    /// Waits for a message, and handles events of the connection.
     void await(std::chrono::milliseconds time)
     {
         zmq::pollitem_t item{m_socket.handle(), 0, ZMQ_POLLIN, 0};
@@ -107,11 +107,11 @@ public:
         return isThere;
     }
     bool isUp() const { return m_monitor.isUp; }
-    /// Whether something answers that is no publisher.
+    /// Whether the peer is not a publisher.
     bool isStrange() const { return m_monitor.isStrange; }
-    /// Whether something has taken the connection and says nothing of the protocol.
+    /// Whether the peer has accepted the connection but does not speak the protocol.
     bool isUnanswered() const { return m_monitor.descriptor >= 0 && !m_monitor.isUp; }
-    /// Bytes that came from the peer, of messages and between them; 0 where that is not known.
+    /// Number of bytes received from the peer, overhead included; 0 when that is not known.
     std::int64_t byteCount() const
     {
         tcp_info info{};
@@ -122,7 +122,7 @@ public:
             return 0;
         return static_cast<std::int64_t>(info.tcpi_bytes_received);
     }
-    /// Whether more bytes have come since the last message than a message may have.
+    /// Whether more bytes have come since the last message than one may have.
     bool isFlooded() const { return byteCount() - m_byteCount > maxUnfinishedSize; }
 
 private:
@@ -208,7 +208,7 @@ ZmqSource::~ZmqSource()
 void ZmqSource::connect()
 {
     m_lastUp = Clock::now();
-    // Not every version of ZeroMQ says so when a handshake fails.
+    // Not every version of ZeroMQ reports a handshake that fails.
     m_metStranger = m_connection && m_connection->isUnanswered();
     m_connection.reset();
     m_connection = std::make_unique<Connection>(m_endpoint);
@@ -218,7 +218,7 @@ void ZmqSource::run()
 {
     while (!m_isStopping) {
         try {
-            // ZeroMQ does not try again where the peer did not speak its protocol.
+            // ZeroMQ does not try again when the peer did not speak its protocol.
             if (Clock::now() - m_lastUp > retryPeriod)
                 connect();
             if (m_connection)
@@ -239,10 +239,10 @@ void ZmqSource::run()
     }
 }
 
-/// Takes the messages that are there; false where there were none.
+/// Takes the messages that have come; false when there were none.
 bool ZmqSource::take()
 {
-    constexpr int most = 1000; // before other things are looked after
+    constexpr int most = 1000; // messages, before other work is done
     int count = 0;
     for (; count < most; ++count) {
         zmq::message_t message;
@@ -264,7 +264,7 @@ bool ZmqSource::take()
     return count > 0;
 }
 
-/// Keeps samples for the thread that reads, uncopied: messages that are dropped leave little time.
+/// Keeps a message for the thread that reads, without copying it: that thread may have little time.
 void ZmqSource::keep(zmq::message_t&& message)
 {
     const std::size_t size = message.size();
@@ -274,12 +274,12 @@ void ZmqSource::keep(zmq::message_t&& message)
         m_lost += static_cast<std::int64_t>(size / sampleSize());
 }
 
-/// Notes what became of the connection.
+/// Updates the state of the connection.
 void ZmqSource::note()
 {
     const bool isUp = m_connection && m_connection->isUp();
     if (isUp) {
-        if (m_wasUp && !m_isUp) // who knows for how long
+        if (m_wasUp && !m_isUp) // for an unknown time
             m_lost = std::max<std::int64_t>(m_lost, 1);
         m_lastUp = Clock::now();
         m_wasUp = true;
@@ -291,7 +291,7 @@ void ZmqSource::note()
     m_link.say(state());
 }
 
-/// What is amiss with the connection, as far as the thread that receives knows.
+/// Trouble with the connection, as far as the receiving thread knows.
 std::optional<Message> ZmqSource::state() const
 {
     if (m_bad && Clock::now() - m_lastBad < badNewsPeriod)

@@ -12,20 +12,20 @@ namespace zmq {
 class message_t;
 }
 
-/// What a ZeroMQ publisher sends: each message some samples of one format, without a header. Of a
-/// message in parts, as it comes with a topic, the last part. Messages that are empty, absurdly
-/// long or not whole samples are left out, as are those that nobody reads in time; their samples
-/// count as lost, and one does where the publisher was away. A publisher whose message does not
-/// end is left.
+/// The samples that a ZeroMQ publisher sends. Each message holds samples of one format, without a
+/// header; of a message in several parts, as with a topic, the last part counts. Messages that are
+/// empty, too long or not whole samples are left out, as are those that are not read in time; their
+/// samples count as lost, and one sample counts as lost when the publisher was away. A publisher
+/// whose message does not end is disconnected.
 ///
-/// Connects to where it is told, binds nothing, and connects again for as long as it lives.
+/// Connects only, never binds, and reconnects as long as it lives.
 class ZmqSource : public LiveSource
 {
     Q_DECLARE_TR_FUNCTIONS(ZmqSource)
 public:
     static constexpr std::size_t maxMessageSize = 16 << 20; ///< bytes, of all parts
 
-    /// Connects. The publisher need not be there yet.
+    /// Connects to a publisher, which need not be there yet.
     /// @param address  zmq://HOST:PORT
     static Result<Recording> open(const QString& address, const SampleFormat& format,
                                   double sampleRate);
@@ -49,11 +49,11 @@ private:
     std::optional<Message> state() const;
     void leaveOut(std::size_t size, const QString& why);
 
-    // Of the thread that receives, which takes whatever comes at once: only so is it known how much
-    // there is of a message that is not whole.
+    // Members of the receiving thread. It takes every message at once, because only then the size
+    // of an incomplete message is known.
     const QString m_endpoint;
-    std::unique_ptr<Connection> m_connection; // null where there could be none
-    Clock::time_point m_lastUp;               // or tried
+    std::unique_ptr<Connection> m_connection; // null when it could not be made
+    Clock::time_point m_lastUp;               // or when it was tried last
     int m_badCount = 0;                       // messages that were left out
     Clock::time_point m_lastBad;              // when the last one was...
     std::optional<Message> m_bad;             // ...and why
