@@ -58,7 +58,7 @@ void BurstGate::close(std::vector<Part>& parts)
         passOn(parts);
 }
 
-/// Passes the oldest group on.
+/// Passes on the oldest group.
 void BurstGate::passOn(std::vector<Part>& parts)
 {
     Group group = std::move(m_groups.front());

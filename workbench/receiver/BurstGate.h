@@ -3,10 +3,10 @@
 
 #include "workbench/receiver/ReceiverStage.h"
 
-/// Tells bursts from what is between them by their level. It opens with 8 symbols, or a millisecond
-/// where the symbol rate is not known, whose mean power reaches the threshold, and closes with as
-/// many that are 3 dB below it. As many before and after them belong to the burst, so that its
-/// edges are whole.
+/// Tells bursts from the stretches between them by their level. The gate opens with a group of 8
+/// symbols, or a millisecond where the symbol rate is not known, whose mean power reaches the
+/// threshold, and closes with a group 3 dB below it. The groups just before and after belong to the
+/// burst, so that its edges are complete.
 class BurstGate
 {
 public:
@@ -16,12 +16,12 @@ public:
         std::vector<std::complex<float>> samples;
     };
 
-    /// Prepares for samples of a rate, and starts anew. The settings have no flaw; without a
-    /// squelch it is always open.
+    /// Prepares for samples of a rate, and starts anew. The settings must be valid; without a
+    /// squelch the gate is always open.
     void configure(const ReceiverSettings& settings, double sampleRate);
-    /// Appends the parts that are known to be open or not.
+    /// Takes samples and appends the parts whose state is known.
     void process(std::vector<std::complex<float>> samples, std::vector<Part>& parts);
-    /// No more samples come: appends those that waited.
+    /// Ends the signal: appends the samples that waited.
     void finish(std::vector<Part>& parts);
     void reset();
     StageReport report() const;
@@ -40,8 +40,8 @@ private:
     float m_threshold = 0.0F; // power
     std::size_t m_groupLength = 1;
     std::vector<std::complex<float>> m_open; // group
-    std::vector<Group> m_groups;             // that wait for the next one
-    bool m_wasOpen = false;                  // the group before those
-    float m_power = 0.0F;                    // mean of the last one
+    std::vector<Group> m_groups;             // that wait for the next group
+    bool m_wasOpen = false;                  // state of the group before those
+    float m_power = 0.0F;                    // mean of the last group
     bool m_isOpen = false;
 };

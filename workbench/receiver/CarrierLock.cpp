@@ -8,11 +8,12 @@
 
 namespace {
 
-constexpr double startPart = 0.125;   // of the square of the points' spacing: noise at first
-constexpr double leastNoise = 1e-4;   // what is below is of the loop itself
-constexpr double mostNoise = 0.5;     // of as much, points tell nothing
-constexpr double learning = 1.0 / 64; // part of a symbol in the noise
-constexpr double outliers = 1e-3;     // part of symbols that tell nothing
+// Noise at first, as a part of the square of the points' spacing.
+constexpr double startPart = 0.125;
+constexpr double leastNoise = 1e-4;   // less comes from the loop itself
+constexpr double mostNoise = 0.5;     // likewise: with more, points tell nothing
+constexpr double learning = 1.0 / 64; // weight of a symbol in the noise
+constexpr double outliers = 1e-3;     // part of the symbols, which tell nothing
 constexpr double negligible = 30.0;   // logarithm of a likelihood
 
 } // namespace
@@ -37,7 +38,7 @@ CarrierLock::CarrierLock(const Modulation& modulation)
 /// Likelihood of a symbol whose carrier is lost, as Decisions::Expected tells that of a held one.
 double CarrierLock::lostLikelihood(double radius) const
 {
-    if (m_isOffset) { // I and Q mix with what is between symbols: as good as normal
+    if (m_isOffset) { // I and Q mix with samples between symbols, nearly normally distributed
         const auto count = static_cast<double>(m_decisions.count());
         const double power = m_decisions.power() + m_noise;
         return count * m_noise / power * std::exp(-radius * radius / power);

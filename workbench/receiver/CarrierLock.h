@@ -7,19 +7,20 @@
 #include <utility>
 #include <vector>
 
-/// What symbols tell of whether their carrier is held.
+/// Tells from symbols whether their carrier is held.
 ///
 /// About a held carrier symbols lie about the points, about a lost one about the circles that the
-/// points turn on. The ratio of both likelihoods counts: of little noise it sees a carrier that is
-/// a little off, and of much it does not guess. The noise is learnt from the symbols (expectation
-/// and maximization: Dempster, Laird, Rubin, J. Royal Statistical Society B 39(1), 1977).
+/// points turn on. The ratio of both likelihoods counts: with little noise it notices a carrier
+/// that is slightly off, and with much noise it does not guess. The noise is learnt from the
+/// symbols (expectation and maximization: Dempster, Laird, Rubin, J. Royal Statistical Society B
+/// 39(1), 1977).
 class CarrierLock
 {
 public:
     explicit CarrierLock(const Modulation& modulation);
 
-    /// Logarithm of the ratio for the next symbol, which counts for the noise of later ones.
-    /// @param symbol  turned back by the carrier, where points have a mean power of 1.
+    /// Logarithm of the ratio for the next symbol, which then contributes to the noise.
+    /// @param symbol  with the carrier's phase taken off, scaled to points with a mean power of 1.
     double evidence(const std::complex<double>& symbol);
 
 private:

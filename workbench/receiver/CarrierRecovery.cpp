@@ -10,9 +10,9 @@
 namespace {
 
 constexpr std::size_t leastSymbols = 16;
-constexpr double localPart = 0.5;     // of the lock quality: that of the symbols about one
+constexpr double localPart = 0.5;     // of the lock quality, for the symbols around one
 constexpr double offsetRange = 0.02;  // of a symbol rate, times the power, either way
-constexpr double mostAmplitude = 1.6; // that counts
+constexpr double mostAmplitude = 1.6; // larger amplitudes count as this
 constexpr double startQuality = 0.6;
 constexpr double faintBurst = 0.01; // of the level of the strongest one
 constexpr double damping = 0.707;
@@ -101,7 +101,7 @@ void CarrierRecovery::process(BasebandBlock& block)
     block = std::move(output);
 }
 
-/// Forgets what was put out.
+/// Drops the symbols that were put out.
 void CarrierRecovery::dropHead()
 {
     m_waiting.symbols.erase(m_waiting.symbols.begin(),
@@ -123,14 +123,14 @@ void CarrierRecovery::finish(BasebandBlock& block)
     m_head = 0;
 }
 
-/// A sample from the middle of a symbol that waits on.
+/// A sample at an offset from the middle of a symbol that waits.
 CarrierRecovery::Complex CarrierRecovery::sampleAt(std::size_t index, std::size_t offset) const
 {
     const std::size_t place = (m_head + index) * m_perSymbol + offset;
     return Complex(m_waiting.samples[std::min(place, m_waiting.samples.size() - 1)]);
 }
 
-/// By which the samples of a symbol are turned beside the carrier.
+/// Turn of the samples of a symbol beside that of the carrier.
 CarrierRecovery::Complex CarrierRecovery::turnOf(std::size_t index) const
 {
     const bool isTurned =
@@ -138,7 +138,7 @@ CarrierRecovery::Complex CarrierRecovery::turnOf(std::size_t index) const
     return isTurned ? std::polar(1.0, -0.25 * pi) : 1.0;
 }
 
-/// A symbol whose modulation is undone: a turn at a multiple of the carrier's is left.
+/// A symbol without its modulation: its phase is a multiple of the carrier's.
 CarrierRecovery::Complex CarrierRecovery::undone(std::size_t index, double amplitude) const
 {
     Complex symbol = sampleAt(index, 0) * turnOf(index) / amplitude;
@@ -146,7 +146,7 @@ CarrierRecovery::Complex CarrierRecovery::undone(std::size_t index, double ampli
         const Complex later = sampleAt(index, m_perSymbol / 2) / amplitude;
         return symbol * symbol - later * later;
     }
-    // Of amplitudes only those tell something that the modulation has.
+    // Only amplitudes that the modulation has tell something.
     if (!m_modulation->hasAmplitudes)
         symbol *= std::min(std::abs(symbol), 1.0) / std::max(std::abs(symbol), 1e-9);
     Complex result = 1.0;
@@ -179,7 +179,7 @@ void CarrierRecovery::searchOn(bool isEnding, BasebandBlock& output)
     }
 }
 
-/// By what the phase that was taken off before a symbol turns on to the next one.
+/// Change of the phase that earlier stages took off, from a symbol to the next one.
 double CarrierRecovery::stepAt(std::size_t index) const
 {
     const auto& symbols = m_waiting.symbols;
@@ -189,7 +189,7 @@ double CarrierRecovery::stepAt(std::size_t index) const
     return here > 0 ? symbols[here].phase - symbols[here - 1].phase : 0.0;
 }
 
-/// Puts symbols out that have no carrier.
+/// Puts out symbols without a carrier.
 void CarrierRecovery::settle(std::size_t count, BasebandBlock& output)
 {
     const bool hadCarrier = m_strongest > 0.0;
@@ -198,7 +198,7 @@ void CarrierRecovery::settle(std::size_t count, BasebandBlock& output)
                hadCarrier ? m_offset : stepAt(0), SymbolState::Unlocked, output);
 }
 
-/// The loop follows no more.
+/// The loop has lost the carrier.
 void CarrierRecovery::letGo(BasebandBlock& output)
 {
     settle(m_tracked.count(), output);
@@ -219,7 +219,7 @@ bool CarrierRecovery::acquire(std::size_t count)
         return false;
     // A burst may begin in the window, where the mean would tell too little.
     const double amplitude = std::sqrt(squares / power / m_meanSquare);
-    if (amplitude < faintBurst * m_strongest) // such as the tail of a filter
+    if (amplitude < faintBurst * m_strongest) // for example the tail of a filter
         return false;
     const double before = m_waiting.symbols[m_head].phase;
     const double step =
@@ -231,13 +231,14 @@ bool CarrierRecovery::acquire(std::size_t count)
             m_waiting.symbols[m_head + k].phase - before - step * static_cast<double>(k);
         symbols[k] = undone(k, amplitude) * std::polar(1.0, m_modulation->power * bend);
     }
-    // The line of an offset modulation is faint: the frequency is known before, better than so.
+    // The line of an offset modulation is faint, and the frequency is already known better than
+    // this.
     const auto line = m_search.lineOf(symbols, m_modulation->isOffset ? offsetRange : 0.5);
     if (!line)
         return false;
     m_frequency = line->turn / m_modulation->power + step;
     const double phase = (line->phase - m_modulation->target) / m_modulation->power + before;
-    // Of the turns that cannot be told apart the one that goes on from before.
+    // Of the phases that cannot be told apart, takes the one that continues the last one.
     const double ambiguity = 2.0 * pi / m_modulation->power;
     const double expected = m_number > 0 ? m_lastPhase + m_frequency : before;
     m_phase = phase + ambiguity * std::round((expected - phase) / ambiguity);
@@ -284,7 +285,7 @@ void CarrierRecovery::track()
     const Complex turned = product(symbol, std::conj(ideal)); // by what the symbol is off
     TrackedPhases::Symbol tracked{m_phase, std::arg(turned), std::norm(ideal), 0.0, 0.0, power};
     double driven = std::clamp(turned.imag(), -1.0, 1.0);
-    if (m_modulation->isOffset) { // what is half a symbol off tells by how much it leaks
+    if (m_modulation->isOffset) { // the values half a symbol away tell by how much they leak in
         tracked.weight = middle.imag() * middle.imag() + later.real() * later.real();
         driven = (symbol.imag() - ideal.imag()) * later.real() -
                  (symbol.real() - ideal.real()) * middle.imag();
@@ -295,7 +296,7 @@ void CarrierRecovery::track()
     const double smoothing = 0.5 / static_cast<double>(m_reach);
     const bool isHeard = TrackedPhases::isHeard(power);
     m_coasted = isHeard ? 0 : m_coasted + 1;
-    if (isHeard) { // what is between bursts tells nothing
+    if (isHeard) { // stretches between bursts tell nothing
         m_quality +=
             (m_modulation->hasAmplitudes ? 0.25 : 1.0) * smoothing * (tracked.quality - m_quality);
         m_amplitude *=
@@ -309,8 +310,8 @@ void CarrierRecovery::track()
     m_isTracking = m_quality >= m_modulation->lockQuality && m_coasted < m_modulation->window;
 }
 
-/// Puts symbols out around which enough were tracked. Where the carrier is lost, the search goes on
-/// from there: the loop does not pull itself over.
+/// Puts out the symbols around which enough others were tracked. Where the carrier is lost, the
+/// search starts there, because the loop would not find the carrier by itself.
 void CarrierRecovery::putOutTracked(bool isEnding, BasebandBlock& output)
 {
     while (m_tracked.count() > m_reach || (isEnding && m_tracked.count() > 0)) {
@@ -320,7 +321,8 @@ void CarrierRecovery::putOutTracked(bool isEnding, BasebandBlock& output)
         const TrackedPhases::Smoothed smoothed = m_tracked.smoothed(m_frequency);
         if (m_tracked.isFaint())
             state = SymbolState::Edge;
-        else if (!isHeld || // fourth powers of amplitudes scatter too much to tell of some dozens
+        else if (!isHeld || // fourth powers of amplitudes scatter too much in some dozens of
+                            // symbols
                  (!m_modulation->hasAmplitudes &&
                   smoothed.quality < localPart * m_modulation->lockQuality))
             state = SymbolState::Unlocked;
@@ -338,7 +340,7 @@ void CarrierRecovery::putOutTracked(bool isEnding, BasebandBlock& output)
     }
 }
 
-/// Puts the next symbol out, and the samples up to the one after it.
+/// Puts out the next symbol, and the samples up to the one after it.
 void CarrierRecovery::putOut(double phase, double slope, SymbolState state, BasebandBlock& output)
 {
     const std::size_t begin = m_head * m_perSymbol;

@@ -8,14 +8,14 @@
 #include "workbench/receiver/ReceiverStage.h"
 #include "workbench/receiver/TrackedPhases.h"
 
-/// Turns the points of a modulation to where they belong, up to the turns that the modulation
-/// cannot tell apart; their size stays. What was taken off the carrier before is told by the phases
-/// of the symbols that come in; those that go out have all of it.
+/// Turns the points of a modulation to their places, up to the turns that the modulation cannot
+/// tell apart; their size stays. The phases of the incoming symbols tell what earlier stages took
+/// off the carrier; those of the outgoing symbols include all of it.
 ///
-/// While it searches, it looks at windows of symbols (CarrierSearch). Where there is a carrier, a
-/// loop starts at the window's first symbol, and follows by decisions until these are no better
-/// than guesses. Symbols wait until those around them tell their phase and whether the carrier is
-/// held there (TrackedPhases, CarrierLock). Where it is not any more, the search starts anew.
+/// The search looks at windows of symbols (CarrierSearch). Where there is a carrier, a
+/// decision-directed loop starts at the window's first symbol and follows until its decisions are
+/// no better than guesses. Symbols wait until those around them tell their phase and whether the
+/// carrier is held there (TrackedPhases, CarrierLock). Where it is lost, the search starts anew.
 class CarrierRecovery : public ReceiverStage
 {
 public:
@@ -28,9 +28,9 @@ public:
 
     bool isOn() const { return m_modulation != nullptr; }
     bool isTracking() const { return m_isTracking; }
-    /// See SignalFormat: a phase for each of as many symbols as smooth it, of two numbers each.
+    /// See SignalFormat: each phase is smoothed over so many symbols of two numbers each.
     double fittedPart() const { return isOn() ? 0.5 / (2.0 * double(m_reach) + 1.0) : 0.0; }
-    /// Size of the points: that of points of mean power 1; 0 before any.
+    /// Amplitude of the points relative to points with a mean power of 1; 0 before the first point.
     double amplitude() const { return m_emittedAmplitude; }
 
 private:
@@ -53,7 +53,7 @@ private:
     const Modulation* m_modulation = nullptr;
     std::size_t m_perSymbol = 1;
     double m_symbolRate = 1.0;
-    std::size_t m_reach = 1;  // symbols that smooth a phase, on either side
+    std::size_t m_reach = 1;  // symbols over which a phase is smoothed, on either side
     double m_phaseStep = 0.0; // of the loop, for an error of 1 rad...
     double m_frequencyStep = 0.0;
     std::vector<Decisions> m_decisions; // one, or none
@@ -62,9 +62,9 @@ private:
     CarrierSearch m_search;
     std::vector<CarrierLock> m_lock; // one, or none
 
-    BasebandBlock m_waiting;   // symbols and samples, of which...
-    std::size_t m_head = 0;    // ...so many symbols, with their samples, were put out...
-    TrackedPhases m_tracked;   // ...some of them, and so many of those that wait, as its count
+    BasebandBlock m_waiting;   // symbols and samples; of these...
+    std::size_t m_head = 0;    // ...so many symbols, with their samples, were put out, and...
+    TrackedPhases m_tracked;   // ...as many as its count tells were tracked
     std::int64_t m_number = 0; // of the next symbol to be put out
     bool m_isTracking = false;
     bool m_wasHeld = false;   // since the loop started
@@ -74,7 +74,7 @@ private:
     double m_strongest = 0.0; // amplitude so far
     double m_emittedAmplitude = 0.0;
     double m_quality = 0.0;
-    std::size_t m_coasted = 0; // symbols in a row that were too faint to be followed
+    std::size_t m_coasted = 0; // consecutive symbols that were too faint to be followed
     double m_lastPhase = 0.0;  // put out last
     double m_offset = 0.0;     // frequency put out last, rad a symbol
     double m_phaseError = 0.0; // mean square, rad^2

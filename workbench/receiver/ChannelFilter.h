@@ -6,8 +6,8 @@
 
 #include <optional>
 
-/// Low-pass that lets the channel through and 60 dB less of its neighbours. It does not delay: as
-/// many samples come out as go in.
+/// Low-pass that passes the channel and attenuates its neighbours by 60 dB. Without delay: as many
+/// samples come out as go in.
 class ChannelFilter : public ReceiverStage
 {
 public:

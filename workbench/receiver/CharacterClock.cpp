@@ -12,14 +12,14 @@ constexpr double hysteresis = 0.25; // of half the levels' distance, about the m
 // Distance of two levels against the deviation about them: noise has 2.65, edges that last a whole
 // symbol, as of a sine, leave 4.1.
 constexpr double leastDistance = 3.3;
-constexpr double leastPart = 0.5;     // of the former distance: what is less is hum at rest...
-constexpr double forget = 0.9;        // ...unless it lasts
+constexpr double leastPart = 0.5;     // of the former distance: less is hum at rest...
+constexpr double forget = 0.9;        // ...unless it lasts: part of the distance that is kept
 constexpr double mostRest = 0.75;     // of the levels' distance: what noise at rest may span
 constexpr double mostOff = 0.35;      // symbols, by which an edge may miss its place
 constexpr double memory = 1.0 / 64.0; // of the period, characters
 constexpr double trustPart = 1.0 / 8.0;
 constexpr double leastTrust = 0.5;
-constexpr double mostSample = 1e6; // full scale is 1: what is far beyond is no signal
+constexpr double mostSample = 1e6; // full scale is 1: far beyond it is no signal
 
 } // namespace
 
@@ -50,7 +50,7 @@ std::vector<CharacterClock::Character> CharacterClock::takeCharacters()
     return std::exchange(m_characters, {});
 }
 
-/// Finds the characters that end within the first samples, and drops these.
+/// Finds the characters that end within the first samples, and drops these samples.
 void CharacterClock::work(std::size_t count)
 {
     if (const auto found = levels()) {
@@ -72,20 +72,20 @@ void CharacterClock::work(std::size_t count)
     if (m_decoders[1 - m_used].score > m_decoders[m_used].score)
         m_used = 1 - m_used;
     for (Character& character : found[m_used]) {
-        if (character.start < m_last) // where the other decoder has found one before
+        if (character.start < m_last) // overlaps one that the other decoder found
             continue;
         m_last = character.middle(m_bits + 1);
         m_characters.push_back(std::move(character));
     }
     m_known = static_cast<std::int64_t>(std::floor(needed));
-    // The last one tells how long the line has rested.
+    // The last edge tells how long the line has rested.
     const auto used = std::find_if(m_edges.begin(), m_edges.end(),
                                    [needed](const Edge& edge) { return edge.position >= needed; });
     if (used - m_edges.begin() > 1)
         m_edges.erase(m_edges.begin(), used - 1);
 }
 
-/// The levels by which the samples are told apart; none where they are noise.
+/// The two levels of the samples; none when they are noise.
 std::optional<CharacterClock::Levels> CharacterClock::levels()
 {
     if (m_samples.empty())
@@ -94,10 +94,11 @@ std::optional<CharacterClock::Levels> CharacterClock::levels()
     const auto [lowest, highest] = std::minmax_element(sorted.begin(), sorted.end());
     const double range = *highest - *lowest;
     double middle = *lowest + 0.5 * range;
-    const double offset = middle; // for the rounding of squares
+    const double offset = middle; // taken off, as squares are rounded
     double distance = 0.0, variance = 0.0;
     constexpr int mostTries = 30;
-    for (int k = 0; k < mostTries && range > 0.0; ++k) { // means of both sides, until they stay
+    for (int k = 0; k < mostTries && range > 0.0;
+         ++k) { // means of both sides, until these do not change
         double sums[2] = {}, squares[2] = {}, counts[2] = {};
         for (const double sample : sorted) {
             const std::size_t side = sample > middle ? 1 : 0;
@@ -116,7 +117,7 @@ std::optional<CharacterClock::Levels> CharacterClock::levels()
     }
     const bool areTwo = distance > leastDistance * std::sqrt(std::max(variance, 0.0));
     if (areTwo && distance >= leastPart * m_distance) {
-        // Medians leave the edges aside, of which there are more at the level that is rarer.
+        // Medians ignore the edges, of which the rarer level has more.
         const auto above = std::partition(sorted.begin(), sorted.end(),
                                           [middle](double sample) { return sample <= middle; });
         const auto median = [](auto first, auto last) {
@@ -207,8 +208,8 @@ bool CharacterClock::Decoder::isRight(const Character& character, int bits) cons
     return character.edges.back().isRising == restsHigh;
 }
 
-/// Measures the period: rising and falling edges by themselves, which the middle of the levels may
-/// put off against one another.
+/// Measures the period from rising and falling edges separately, because a wrong middle of the
+/// levels shifts them against one another.
 void CharacterClock::Decoder::follow(const Character& character)
 {
     square *= 1.0 - memory;

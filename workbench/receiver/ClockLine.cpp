@@ -9,7 +9,7 @@ namespace {
 
 using Spectra = std::array<ClockSpectra::Spectrum, 2>;
 
-constexpr double minPeriods = 32.0; // of a symbol rate in a part
+constexpr double minPeriods = 32.0; // of a symbol rate that a part has at least
 
 struct Peak
 {
@@ -30,8 +30,8 @@ Peak highestOf(const Spectra& spectra, std::size_t first, std::size_t end)
     return peak;
 }
 
-/// What a peak is a multiple of; itself where there is nothing. Sharp edges give multiples that may
-/// be as strong.
+/// The fundamental of which a peak is a multiple; the peak itself when there is none. Sharp edges
+/// give multiples that may be as strong.
 Peak fundamentalOf(const Spectra& spectra, const Peak& peak, std::size_t firstBin)
 {
     constexpr double least = 0.25; // of the strength of the multiple
@@ -46,7 +46,7 @@ Peak fundamentalOf(const Spectra& spectra, const Peak& peak, std::size_t firstBi
     return peak;
 }
 
-/// The bin of a peak, between bins.
+/// Position of a peak between bins.
 double placeOf(const Peak& peak)
 {
     const double left = std::sqrt(peak.of->strength[peak.bin - 1]);
@@ -57,16 +57,16 @@ double placeOf(const Peak& peak)
     return static_cast<double>(peak.bin) + offset;
 }
 
-/// Whether a line lies where converters leave theirs.
+/// Whether a line lies where converters have spurious lines.
 bool isOfConverter(const ClockSpectra& part, double bin)
 {
     const double all = part.duration() * part.sampleRate();
     return std::min(std::abs(bin - all / 2.0), std::abs(bin - all / 4.0)) < 0.5;
 }
 
-/// The strongest line that contradicts one, as far as noise does not give it: at a simple fraction
-/// of it, or elsewhere, where it is worth less the weaker it is. Multiples are to be expected, and
-/// what is far below it comes from frames.
+/// Strength of the strongest line, beyond what noise gives, that contradicts a line: at a simple
+/// fraction of its frequency, or elsewhere, where weaker lines count less. Multiples are expected,
+/// and lines far below it come from frames.
 double rivalOf(const Spectra& spectra, double bin, double line)
 {
     constexpr double lowestPart = 0.2;
@@ -92,8 +92,8 @@ double rivalOf(const Spectra& spectra, double bin, double line)
     return rival;
 }
 
-/// Probability that noise gives a value of an F distribution with 2 and 2 * count degrees of
-/// freedom, or more, in any of some tries.
+/// Probability that noise reaches a value of an F distribution with 2 and 2 * count degrees of
+/// freedom in any of some tries.
 double falseAlarm(double ratio, double count, double tries)
 {
     const double once = std::exp(-count * std::log1p(ratio / count));
@@ -104,7 +104,7 @@ double falseAlarm(double ratio, double count, double tries)
 
 ClockLine ClockLine::of(const ClockSpectra& part)
 {
-    constexpr double minFill = 0.6; // of bandwidth over rate: less has no room for it
+    constexpr double minFill = 0.6; // of bandwidth over rate: a narrower band has no room for it
     constexpr double maxFill = 1.8;
     constexpr double maxRepetition = 0.3;
     const auto& spectra = part.spectra();
@@ -150,15 +150,15 @@ bool ClockLine::isBetterThan(const ClockLine& other) const
 bool ClockLine::isPlainAmong(const std::vector<ClockLine>& lines, double whole) const
 {
     constexpr double least = 20.0;     // of the strength
-    constexpr double shortPart = 16.0; // so many would fill the signal
+    constexpr double shortPart = 16.0; // number of parts that would fill the signal
     bool isConfirmed = duration * shortPart > whole;
     int count = 0;
     int plainCount = 0;
     for (const ClockLine& other : lines) {
         if (other.isPeriodic && other.duration >= duration)
-            return false; // what is found in one frame is found in all
+            return false; // a line of one frame is found in all
         const double bins = std::min(duration, other.duration);
-        if (rate * other.duration < 2.0 * minPeriods || // too short to have the line
+        if (rate * other.duration < 2.0 * minPeriods || // too short for the line
             std::min(other.strength - other.rivalStrength, other.steadiness) < least)
             continue;
         if (std::abs(other.rate - 2.0 * rate) * bins < 2.0 ||
@@ -176,7 +176,8 @@ bool ClockLine::isPlainAmong(const std::vector<ClockLine>& lines, double whole) 
 
 double ClockLine::falseAlarm(double tries) const
 {
-    constexpr double levelCount = 40.0; // bins that a level is worth, so that its own error counts
+    // Number of bins that a level is averaged over, so that its own error counts.
+    constexpr double levelCount = 40.0;
     constexpr double pieceCount = 15.0;
     return std::max(::falseAlarm(strength, levelCount, tries),
                     ::falseAlarm(steadiness, pieceCount, tries));

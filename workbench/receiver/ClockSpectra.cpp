@@ -30,7 +30,7 @@ double quantileOf(Iterator begin, Iterator end, double part)
     return *place;
 }
 
-/// Levels of consecutive bands of a power spectrum, such that lines do not count.
+/// Levels of consecutive bands of a power spectrum, by medians, so that lines do not count.
 std::vector<double> levelsOf(const std::vector<double>& power, std::size_t bandLength)
 {
     std::vector<double> levels;
@@ -62,7 +62,8 @@ std::vector<Complex> spectrumOf(std::vector<Complex> samples, FourierTransforms&
     return samples;
 }
 
-/// What rises clearly above the quietest bands is signal: its levels, 0 elsewhere.
+/// Levels of the bands that rise clearly above the quietest ones, which are the signal; 0
+/// elsewhere.
 std::vector<double> excessOf(const std::vector<double>& levels, double highest)
 {
     std::vector<double> sorted = levels;
@@ -73,7 +74,7 @@ std::vector<double> excessOf(const std::vector<double>& levels, double highest)
     return excess;
 }
 
-/// Whether a real signal is one on a carrier, by its bands from frequency 0 on.
+/// Whether a real signal is on a carrier, told by its bands from frequency 0 on.
 bool isOnCarrier(const std::vector<double>& excess, std::size_t middle)
 {
     double total = 0.0;
@@ -93,7 +94,7 @@ bool isOnCarrier(const std::vector<double>& excess, std::size_t middle)
 }
 
 constexpr std::size_t pieceCount = 16; // into which a wave is divided
-constexpr double usedPart = 0.75;      // of it: where the window is wide open
+constexpr double usedPart = 0.75;      // used part of the wave, where the window is wide open
 
 /// Sums of the pieces of a wave once a line is moved to 0.
 std::array<Complex, pieceCount> piecesOf(const std::vector<double>& wave, double bin)
@@ -211,7 +212,8 @@ void ClockSpectra::whiten(std::size_t firstBand, const std::vector<Complex>& spe
         m_power[bin] = magnitude > 4.0 * level ? all : power[index];
         const double above = power[index] - m_power[bin];
         m_linePower += above;
-        m_highestLine = std::max(m_highestLine, 1.5 * above); // with what the window spreads
+        // A margin for lines that the window spreads.
+        m_highestLine = std::max(m_highestLine, 1.5 * above);
         m_whitened[bin] = spectrum[index] * (scale * m_levels[band] / all);
     }
 }
@@ -224,7 +226,7 @@ ClockSpectra::Spectrum ClockSpectra::spectrumOf(bool isDerivative,
         length *= 2;
     std::vector<Complex> values(length);
     std::copy(m_whitened.begin(), m_whitened.end(), values.begin());
-    if (isDerivative) { // of a white signal its signs are what counts
+    if (isDerivative) { // of a white signal only the signs of the frequencies count
         for (std::size_t bin = 0; bin < m_whitened.size(); ++bin) {
             if (static_cast<double>(bin) < m_center)
                 values[bin] = -values[bin];
@@ -233,7 +235,8 @@ ClockSpectra::Spectrum ClockSpectra::spectrumOf(bool isDerivative,
     transforms.backward(values);
     Spectrum result;
     result.wave.resize(length);
-    constexpr double least = 0.01; // of the window: what it cut off does not come back
+    // Of the window's square: what the window suppressed cannot be recovered.
+    constexpr double least = 0.01;
     for (std::size_t i = 0; i < length; ++i) {
         const double window = taper(i, length);
         result.wave[i] = std::norm(values[i]) / (window * window + least);
@@ -269,7 +272,7 @@ double ClockSpectra::Spectrum::steadiness(double bin) const
 
 double ClockSpectra::Spectrum::refined(double bin) const
 {
-    constexpr int rounds = 3; // the first is a bin or so off, and the last finds nothing left
+    constexpr int rounds = 3; // the first is off by a bin or so, the last finds no error left
     const double binsPerTurn = 1.0 / (usedPart / pieceCount); // of phase from piece to piece
     for (int round = 0; round < rounds; ++round) {
         const auto pieces = piecesOf(wave, bin);

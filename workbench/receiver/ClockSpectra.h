@@ -13,8 +13,8 @@
 /// A part of a signal, and the spectra in which a symbol clock leaves a line: that of the squared
 /// envelope and that of the squared derivative of the whitened part.
 ///
-/// Whitened: its own lines are levelled, and all of its band is as strong. Bins are those of the
-/// part's length, 1 / duration apart.
+/// Whitened means that lines of the signal itself are levelled, and that its band is equally strong
+/// everywhere. Bins are 1 / duration apart.
 class ClockSpectra
 {
 public:
@@ -22,10 +22,10 @@ public:
 
     struct Spectrum
     {
-        /// F ratio of a line (Thomson, Proc. IEEE 70(9), 1982): its power over that in pieces of
-        /// the wave once it is taken out. Only where the window is wide open.
+        /// F ratio of a line (Thomson, Proc. IEEE 70(9), 1982): its power over that of pieces of
+        /// the wave without it, where the window is wide open.
         double steadiness(double bin) const;
-        /// The place of a line near a bin, from the slope of its phase, to a small part of a bin.
+        /// Position of a line near a bin, from the slope of its phase, to a small part of a bin.
         double refined(double bin) const;
 
         std::vector<double> wave;     ///< squared envelope or derivative, about its mean
@@ -49,8 +49,8 @@ public:
     /// Whether much of the signal is lines of its own, as where a frame comes again and again. One
     /// line may be a carrier.
     bool isPeriodic() const;
-    /// How much the signal, without its own lines, is like itself some periods of a rate later:
-    /// data are not. 0 to 1.
+    /// Correlation of the signal, without its own lines, with itself some periods of a rate later,
+    /// 0 to 1; data have none.
     double repetition(double rate) const;
 
 private:
@@ -66,7 +66,7 @@ private:
     std::size_t m_bandLength = 1;    // bins
     std::vector<double> m_levels;    // of the signal in its bands, 0 where there is none
     double m_center = 0.0;           // bins of m_whitened
-    std::vector<Complex> m_whitened; // from the first band's first bin, rising
+    std::vector<Complex> m_whitened; // from the first bin of the first band on
     std::vector<double> m_power;     // of the signal, lines levelled, in these bins
     double m_linePower = 0.0;        // above the level, of all lines of the signal...
     double m_highestLine = 0.0;      // ...and of the highest

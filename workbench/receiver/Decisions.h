@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-/// Which point of a modulation was meant by a measured one.
+/// Decides which point of a modulation was sent.
 class Decisions
 {
 public:
@@ -18,13 +18,13 @@ public:
 
     /// The ideal point that is nearest.
     Complex nearest(const Complex& point) const;
-    /// What noise of a variance on each axis lets expect of a point that it may have brought near
-    /// another one than was meant.
+    /// Expectation for a measured point in noise of a variance on each axis, when several points
+    /// may have been sent.
     struct Expected
     {
-        double square;     ///< of what it is off
-        Complex ideal;     ///< that was meant, in the mean
-        double likelihood; ///< sum over the ideal points, where one that is met has 1
+        double square;     ///< mean square distance from the point that was sent
+        Complex ideal;     ///< mean of the points that may have been sent
+        double likelihood; ///< sum over the ideal points; an exact hit has 1
     };
     Expected expected(const Complex& point, double variance) const;
     std::size_t count() const { return m_ideal.size(); }
@@ -33,14 +33,14 @@ public:
     /// Mean power of the points.
     double power() const { return m_power; }
 
-    /// Gain and turn with which the ideal points lie on measured ones, by least squares; what is
-    /// added to all points does not count. None where the points tell nothing.
+    /// Gain and turn that bring the ideal points onto measured ones, by least squares; an offset of
+    /// all points does not count. None when the points tell nothing.
     std::optional<Complex> gainOf(const std::vector<Complex>& points) const;
-    /// The same of a part of the points, against the gain of the whole: near 1.
+    /// The same for a part of the points, relative to the gain of all points: near 1.
     double gainOf(const Complex* points, std::size_t count, const Complex& whole) const;
 
 private:
-    /// Different values of the points on an axis.
+    /// The different values of the points on an axis.
     class Axis
     {
     public:

@@ -30,7 +30,7 @@ void Demodulator::process(BasebandBlock& block)
             block.demodulated[k] = std::abs(block.samples[k]);
     } else if (count > 0) {
         freqdem_demodulate_block(m_fm.get(), block.samples.data(), count, block.demodulated.data());
-        for (unsigned k = 0; k < count; ++k) // the sign of a zero is no frequency
+        for (unsigned k = 0; k < count; ++k) // or the sign of a zero would become a frequency
             block.demodulated[k] *= block.samples[k] == 0.0F ? 0.0F : m_scale;
     }
 }

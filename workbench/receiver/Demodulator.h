@@ -6,7 +6,7 @@
 
 struct freqdem_s;
 
-/// Takes the frequency of a signal, in symbol rates, or in sample rates where the symbol rate is
+/// Computes the frequency of a signal, in symbol rates, or in sample rates where the symbol rate is
 /// not known; or its magnitude.
 class Demodulator : public ReceiverStage
 {

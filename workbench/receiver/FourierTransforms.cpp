@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Planning is not safe in several threads at once, running is.
+/// Planning is not safe in several threads at once; execution is.
 std::mutex& planning()
 {
     static std::mutex mutex;

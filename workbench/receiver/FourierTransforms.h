@@ -9,8 +9,8 @@
 
 struct fftw_plan_s;
 
-/// Discrete Fourier transforms of any length; plans are kept for lengths that come again. For one
-/// thread; each may have its own.
+/// Discrete Fourier transforms of any length; keeps the plan of each length. For one thread; each
+/// thread may have an object of its own.
 class FourierTransforms
 {
 public:
@@ -19,7 +19,8 @@ public:
     FourierTransforms(const FourierTransforms&) = delete;
     FourierTransforms& operator=(const FourierTransforms&) = delete;
 
-    /// In place, not scaled: back and forth gives the values times their number. At least one.
+    /// Transforms at least one value in place, without scaling: forward and back gives the values
+    /// times their number.
     void forward(std::vector<std::complex<double>>& values);
     void backward(std::vector<std::complex<double>>& values);
 

@@ -10,7 +10,7 @@
 namespace {
 
 constexpr std::size_t leastSymbols = 16;
-constexpr double sameFrequency = 0.02; // cycles a symbol: closer ones are followed by the loop
+constexpr double sameFrequency = 0.02; // cycles a symbol: the loop follows smaller differences
 constexpr std::size_t keptParts = 64;
 
 } // namespace

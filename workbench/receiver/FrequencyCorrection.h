@@ -7,9 +7,9 @@
 
 #include <memory>
 
-/// Takes the carrier's frequency off before the matched filter, which would cut into a band that is
-/// beside its own. It estimates the frequency from windows of samples while it is told to search,
-/// else it keeps what it found.
+/// Removes the carrier's frequency before the matched filter, which would cut into a band that is
+/// off its own. While told to search it estimates the frequency from windows of samples; otherwise
+/// it keeps the last one.
 class FrequencyCorrection : public ReceiverStage
 {
 public:
@@ -22,9 +22,9 @@ public:
     void reset() override;
     StageReport report() const override { return {StageReport::Stage::Resampler, false, {}, {}}; }
 
-    /// Whether the carrier is not followed yet, or not any more.
+    /// Sets whether to search, because the carrier is not followed yet or was lost.
     void setSearching(bool isSearching) { m_isSearching = isSearching; }
-    /// Phase that was taken off, rad, at a time since the start of the run, s; runs on over turns.
+    /// Phase that was taken off, rad, not wrapped, at a time in s since the start of the run.
     double phaseAt(double time) const;
     /// Whether another frequency fits nearly as well, and how far off that is, Hz.
     bool mayBeAlias() const { return m_found.mayBeAlias; }
@@ -50,7 +50,7 @@ private:
     std::unique_ptr<FrequencyEstimate> m_estimate;
     FrequencyEstimate::Result m_found;
     std::vector<std::complex<float>> m_waiting;
-    std::int64_t m_position = 0; // of the first that waits
+    std::int64_t m_position = 0; // of the first sample that waits
     std::vector<Part> m_parts;
     Rotation m_rotation; // of the last one
 };

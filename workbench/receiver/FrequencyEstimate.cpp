@@ -9,19 +9,19 @@
 
 namespace {
 
-constexpr double range = 1.0;          // cycles a symbol, looked for on either side
-constexpr double reach = 2.2;          // of the spectrum that is looked at, symbol rates
+constexpr double range = 1.0;          // cycles a symbol: offsets that are searched on either side
+constexpr double reach = 2.2;          // half of the spectrum that is examined, symbol rates
 constexpr double bandWidth = 1.0 / 64; // symbol rates
 constexpr double pulseStep = 1.0 / 256;
 constexpr double coarseStep = 1.0 / 128;
-constexpr double leastFloor = 1e-3; // of the signal: what is fainter may be of the pulse
+constexpr double leastFloor = 1e-3; // of the signal: a fainter floor may come from the pulse
 constexpr double sureMargin = 30.0;
-constexpr double clearlyStronger = 1.2; // a line, to be taken instead...
-constexpr double surelyStronger = 2.5;  // ...and not to be doubted
+constexpr double clearlyStronger = 1.2; // a line, to be preferred...
+constexpr double surelyStronger = 2.5;  // ...and without doubt
 constexpr double clearMargin = 6.0;     // of the logarithms of likelihoods
 constexpr double significance = 7.0;    // beyond the highest of as many lines of noise
 constexpr double edgeBand = 0.15;       // symbol rates, on either side of half the symbol rate
-constexpr double usualRollOff = 0.5;    // of a pulse that is not known
+constexpr double usualRollOff = 0.5;    // of an unknown pulse
 
 double raisedCosine(double frequency, double rollOff)
 {
@@ -101,8 +101,8 @@ std::vector<double> FrequencyEstimate::bandsOf(const std::vector<Complex>& spect
     return bands;
 }
 
-/// Logarithm of the likelihood of an offset, for each bin of a band; the floor of noise and the
-/// signal's power are those that the bands have then.
+/// Logarithm of the likelihood of an offset, for each bin of a band, with the noise floor and the
+/// signal power that the bands then have.
 double FrequencyEstimate::likelihood(const std::vector<double>& bands, double offset) const
 {
     const auto middle = static_cast<double>(bands.size() / 2);
@@ -133,7 +133,7 @@ double FrequencyEstimate::likelihood(const std::vector<double>& bands, double of
     return sum;
 }
 
-/// The same of noise alone.
+/// The same for noise alone.
 double FrequencyEstimate::flatLikelihood(const std::vector<double>& bands)
 {
     const auto count = static_cast<double>(bands.size());
@@ -151,7 +151,7 @@ FrequencyEstimate::Result FrequencyEstimate::of(const std::vector<Sample>& sampl
     double energy = 0.0;
     for (std::size_t k = 0; k < count; ++k) {
         energy += std::norm(spectrum[k]);
-        // Ends that are no ends of the signal must not leak over the spectrum (Hann).
+        // A Hann window: the ends of the window must not leak over the spectrum.
         spectrum[k] *= 0.5 - 0.5 * std::cos(2.0 * pi * (static_cast<double>(k) + 0.5) /
                                             static_cast<double>(count));
     }
@@ -159,7 +159,7 @@ FrequencyEstimate::Result FrequencyEstimate::of(const std::vector<Sample>& sampl
         return result;
     m_transforms.forward(spectrum);
     const std::vector<double> bands = bandsOf(spectrum);
-    // A band has so many bins that tell something of their own.
+    // Number of independent bins of a band.
     const double perBand =
         std::max(0.5 * bandWidth / m_perSymbol * static_cast<double>(count), 0.25);
     double coarse = 0.0;
@@ -175,7 +175,7 @@ FrequencyEstimate::Result FrequencyEstimate::of(const std::vector<Sample>& sampl
     }
     result.offset = coarse;
     const Line line = lineOf(spectrum, coarse);
-    if (line.strength == 0.0) { // the spectrum alone may be clear enough to go on from
+    if (line.strength == 0.0) { // the spectrum alone may be clear enough
         result.isFound = perBand * (best - flatLikelihood(bands)) > sureMargin;
         return result;
     }
@@ -190,7 +190,7 @@ FrequencyEstimate::Result FrequencyEstimate::of(const std::vector<Sample>& sampl
     result.offset = fits[0].second;
     if (fits[0].first - fits[1].first > sureMargin)
         return result;
-    // A filter beside the band takes from the line, too.
+    // A filter that is off the band also weakens the line.
     const double first = lineOf(spectrum, fits[0].second).strength;
     const double second = lineOf(spectrum, fits[1].second).strength;
     if (second > clearlyStronger * first)
@@ -223,7 +223,7 @@ FrequencyEstimate::filtered(const std::vector<Complex>& spectrum, std::int64_t s
     return result;
 }
 
-/// The line about an offset.
+/// The line around an offset.
 FrequencyEstimate::Line FrequencyEstimate::lineOf(const std::vector<Complex>& spectrum,
                                                   double coarse)
 {
@@ -251,7 +251,7 @@ FrequencyEstimate::Line FrequencyEstimate::lineOf(const std::vector<Complex>& sp
         Complex turn = 1.0;
         for (std::size_t k = 0; phase + k * perSymbol < count; ++k) {
             Complex value = signal[phase + k * perSymbol];
-            if (!modulation.hasAmplitudes) // what is off the circle tells no more
+            if (!modulation.hasAmplitudes) // the distance from the circle tells no more
                 value *= std::min(std::abs(value), 1.0) / std::max(std::abs(value), 1e-9);
             line[k] = turn;
             for (unsigned n = 0; n < modulation.power; ++n)
@@ -272,9 +272,9 @@ FrequencyEstimate::Line FrequencyEstimate::lineOf(const std::vector<Complex>& sp
     return result;
 }
 
-/// The line of an offset modulation; of no strength where there is none. In the envelope those of I
-/// and Q cancel. The squares of the bands about half the symbol rate above and below the carrier
-/// have one each, at twice the carrier's offset once the bands are moved there.
+/// The line of an offset modulation; its strength is 0 when there is none. In the envelope the
+/// lines of I and Q cancel. The squares of the bands around half the symbol rate above and below
+/// the carrier have one line each, at twice the carrier's offset once the bands are moved there.
 SpectralPeak FrequencyEstimate::edgeLineOf(const std::vector<Complex>& spectrum, std::int64_t shift,
                                            std::size_t padded, double least)
 {

@@ -8,15 +8,15 @@
 #include <complex>
 #include <vector>
 
-/// The frequency of a carrier with symbols on it, from a window of samples.
+/// Estimates the frequency of a modulated carrier from a window of samples.
 ///
-/// The middle of the spectrum tells it coarsely and without ambiguity: of all shifts of the pulse's
-/// spectrum above a floor of noise the likeliest is taken (Whittle, "Estimation and information in
-/// stationary time series", Arkiv Mat. 2, 1953). After the matched filter the power that undoes the
-/// modulation leaves a line at a multiple of what remains (Rife and Boorstyn, "Single-tone
-/// parameter estimation from discrete-time observations", IEEE Trans. Inf. Theory 20(5), 1974),
-/// which tells it finely, but up to a part of the symbol rate. The one of these that fits the
-/// spectrum best is it.
+/// The middle of the spectrum gives a coarse but unambiguous frequency: the likeliest shift of the
+/// pulse's spectrum above a noise floor (Whittle, "Estimation and information in stationary time
+/// series", Arkiv Mat. 2, 1953). After the matched filter, the power that removes the modulation
+/// leaves a line at a multiple of the remaining frequency (Rife and Boorstyn, "Single-tone
+/// parameter estimation from discrete-time observations", IEEE Trans. Inf. Theory 20(5), 1974). It
+/// gives a fine frequency, but ambiguous by a part of the symbol rate. The candidate that fits the
+/// spectrum best is taken.
 class FrequencyEstimate
 {
 public:
@@ -26,8 +26,8 @@ public:
     {
         bool isFound = false;
         double offset = 0.0;        ///< cycles a symbol, from -1 to 1
-        bool mayBeAlias = false;    ///< another one fits the spectrum nearly as well
-        double aliasDistance = 0.0; ///< cycles a symbol, between those
+        bool mayBeAlias = false;    ///< another candidate fits the spectrum nearly as well
+        double aliasDistance = 0.0; ///< cycles a symbol, distance to that candidate
     };
 
     /// @param perSymbol  samples of a symbol, whole.
@@ -42,7 +42,7 @@ private:
     using Complex = std::complex<double>;
     struct Line
     {
-        double offset = 0.0;   ///< of the carrier, from where it was looked for, cycles a symbol
+        double offset = 0.0;   ///< of the carrier from the middle of the search, cycles a symbol
         double strength = 0.0; ///< against noise; 0: none
     };
 

@@ -7,8 +7,8 @@
 namespace {
 
 constexpr float largest = 1e6F;
-constexpr double dcSymbols = 2048.0; // what is slower counts as DC
-constexpr double dcSeconds = 0.1;    // where the symbols are not known
+constexpr double dcSymbols = 2048.0; // slower changes count as DC
+constexpr double dcSeconds = 0.1;    // where the symbol rate is not known
 constexpr double mostDc = 1e6;       // samples
 
 float usable(double value)
@@ -58,7 +58,7 @@ void FrontEnd::process(const std::vector<double>& values, std::vector<BurstGate:
     m_gate.process(std::move(block.samples), parts);
 }
 
-/// The mean of the first samples is that of all; then it follows slowly.
+/// The mean starts as that of the first samples, which wait for it; then it follows slowly.
 void FrontEnd::removeDc(std::vector<std::complex<float>>& samples)
 {
     if (!m_hasDc) {

@@ -6,18 +6,19 @@
 #include "workbench/receiver/FrequencyShift.h"
 #include "workbench/sources/ChannelChoice.h"
 
-/// What a receiver does before it needs to know of symbols: from the values of a source to I and Q
-/// of the channel, its bursts told from what is between them. As many samples come out as go in.
+/// The part of a receiver that does not depend on symbols: from the values of a source to I and Q
+/// of the channel, with bursts told from the stretches between them. As many samples come out as go
+/// in.
 class FrontEnd
 {
 public:
     /// @param valueCount  real numbers of a sample.
     void configure(const ReceiverSettings& settings, double sampleRate, int valueCount,
                    bool isComplex, const ChannelChoice& channel);
-    /// Appends the parts of the next samples, values as SignalSource::read gives them. What is not
-    /// finite counts as 0, what is beyond 1e6 as that: full scale is 1.
+    /// Takes the next samples, with values as SignalSource::read gives them, and appends their
+    /// parts. A value that is not finite counts as 0, one beyond 1e6 as 1e6; full scale is 1.
     void process(const std::vector<double>& values, std::vector<BurstGate::Part>& parts);
-    /// No more samples come: appends those that were held back.
+    /// Ends the signal: appends the samples that were held back.
     void finish(std::vector<BurstGate::Part>& parts);
     /// @param goesOn  as in SignalPath.
     void reset(bool goesOn);

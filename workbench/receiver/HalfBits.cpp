@@ -14,9 +14,9 @@ using Complex = std::complex<double>;
 using Samples = std::vector<Complex>;
 
 constexpr std::size_t leastBits = 48;
-constexpr std::size_t bitsPerBlock = 64; // few enough for bursts, whose bits start anywhere
+constexpr std::size_t bitsPerBlock = 64; // few enough for bursts, in which bits start anywhere
 
-/// Without its carrier, whose frequency is that of the mean step from sample to sample.
+/// The signal without its carrier, whose frequency is the mean step from sample to sample.
 Samples withoutCarrier(Samples samples)
 {
     Complex step;
@@ -35,7 +35,8 @@ Samples envelopeOf(Samples samples)
     return samples;
 }
 
-/// Whether an envelope is low for at least a quarter of the time, unlike that of a frequency.
+/// Whether an envelope is low for at least a quarter of the time, unlike that of frequency
+/// modulation.
 bool hasPauses(const Samples& envelope)
 {
     std::vector<double> sorted;
@@ -45,7 +46,7 @@ bool hasPauses(const Samples& envelope)
     return sorted[sorted.size() / 4] < 0.5 * sorted[sorted.size() * 3 / 4];
 }
 
-/// Integrals of samples, also between them.
+/// Integral of the samples up to a place, which may lie between samples.
 class Integral
 {
 public:
@@ -78,7 +79,7 @@ double energyOf(const Samples& values)
     return energy;
 }
 
-/// Consecutive halves from a place on, about their mean, where their edges are: that is where they
+/// Consecutive halves from a place on, relative to their mean, aligned with their edges, where they
 /// have the most energy.
 Samples halvesOf(const Integral& integral, double start, double length, std::size_t count)
 {
@@ -102,7 +103,7 @@ Samples halvesOf(const Integral& integral, double start, double length, std::siz
     return best;
 }
 
-/// Correlation of every second half with the next one, -1 where these are opposite.
+/// Correlation of every second half with the next one; -1 when these are opposite.
 double correlationFrom(const Samples& halves, std::size_t first)
 {
     double product = 0.0;
@@ -116,7 +117,7 @@ double correlationFrom(const Samples& halves, std::size_t first)
 
 struct Spread
 {
-    /// Of every second half.
+    /// Mean and variance of every second half.
     static Spread from(const Samples& halves, std::size_t first)
     {
         Spread spread;
@@ -131,12 +132,12 @@ struct Spread
         return spread;
     }
 
-    /// Whether these are pauses between others, which are data: neither their pauses, nor as
-    /// regular as those of a square wave.
+    /// Whether these halves are pauses between the others, and the others are data, not pauses and
+    /// not as regular as a square wave.
     bool isRestOf(const Spread& data, bool isEnvelope) const
     {
         constexpr double most = 0.12;  // of the variance of data
-        constexpr double least = 0.25; // so much of the square of their height, if there is one
+        constexpr double least = 0.25; // of the square of their height, for data of pulses
         return variance < most * data.variance &&
                data.variance > least * std::norm(data.mean - mean) &&
                (!isEnvelope || mean.real() < data.mean.real());
@@ -146,11 +147,12 @@ struct Spread
     double variance = 0.0;
 };
 
-/// What a block says; none where its data do, as those of an idle line: they are no random ones.
+/// The code that a block shows; none when its data are not random, as on an idle line.
 std::optional<Code> verdictOf(const Samples& halves, bool isEnvelope)
 {
-    constexpr double opposite = -0.7; // signals stay above the noise, and chance does not reach it
-    constexpr double random = 0.5;    // the correlation of data is below it, 4 deviations of chance
+    // Codes are below it even in noise, and random data hardly ever.
+    constexpr double opposite = -0.7;
+    constexpr double random = 0.5; // random data are below it by 4 standard deviations
     const auto [low, high] = std::minmax({correlationFrom(halves, 0), correlationFrom(halves, 1)});
     if (low < opposite)
         return std::abs(high) < random ? std::optional<Code>(Code::Manchester) : std::nullopt;
@@ -163,11 +165,12 @@ std::optional<Code> verdictOf(const Samples& halves, bool isEnvelope)
 Code codeOf(const Samples& samples, double halfLength, bool isEnvelope = false)
 {
     const Integral integral(samples);
-    const double bits = integral.end() / (2.0 * halfLength) - 1.0; // the phase takes a half
+    const double bits = integral.end() / (2.0 * halfLength) - 1.0; // finding the phase takes a half
     if (bits < static_cast<double>(leastBits))
         return Code::Plain;
     const auto bitCount = std::min(static_cast<std::size_t>(bits), bitsPerBlock);
-    const std::size_t count = 2 * bitCount + 1; // to have as many pairs from either half on
+    // So that there are equally many pairs from each half on.
+    const std::size_t count = 2 * bitCount + 1;
     const double blockLength = 2.0 * halfLength * static_cast<double>(bitCount);
     std::array<double, 3> weights{};
     for (double start = 0.0; start + blockLength + 2.0 * halfLength <= integral.end();

@@ -14,7 +14,8 @@ class Interpolation
 public:
     static constexpr std::ptrdiff_t reach = 8; ///< samples on either side, of the whole band
 
-    /// @param value  returns the sample of an index; also of indices as far outside as reach.
+    /// @param value  returns the sample of an index, which may lie outside of the signal by up to
+    ///               reach.
     template<class Value>
     static auto at(double position, const Value& value)
     {

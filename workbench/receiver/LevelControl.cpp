@@ -7,7 +7,7 @@
 namespace {
 
 constexpr double slowSymbols = 4096.0;
-constexpr double slowSamples = 65536.0; // where symbols are not known
+constexpr double slowSamples = 65536.0; // where the symbol rate is not known
 constexpr double tolerance = 0.05;      // of the level, before the gain is changed
 constexpr double leastPower = 1e-30;
 
@@ -35,7 +35,7 @@ void LevelControl::process(SignalBlock& block, double amplitude)
     const auto count = static_cast<double>(block.count());
     double power = amplitude * amplitude;
     if (power > 0.0 && !m_knowsSymbols)
-        m_count = 0.0; // what was before them tells nothing any more
+        m_count = 0.0; // the power before them does not count
     m_knowsSymbols = m_knowsSymbols || power > 0.0;
     if (!m_knowsSymbols) {
         for (std::size_t k = 0; k < block.count(); ++k) {

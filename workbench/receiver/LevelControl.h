@@ -3,16 +3,16 @@
 
 #include "workbench/receiver/SignalBlock.h"
 
-/// Gain control of the constellation: brings I and Q, or the points, to a mean power of 1, by one
-/// number a block. What is shown over time and as an eye keeps its level. It follows slowly, over
-/// thousands of symbols, and in steps, so that symbols of varying amplitude do not move it, and it
-/// keeps its gain between bursts.
+/// Gain control of the constellation: brings I and Q, or the points, to a mean power of 1, with one
+/// gain for each block. The time view and the eye keep their level. The gain follows slowly, over
+/// thousands of symbols, and in steps, so that symbols of varying amplitude do not move it, and
+/// stays between bursts.
 class LevelControl
 {
 public:
     /// @param perSymbol  samples of a symbol; 0: not known.
     void configure(bool isOn, double perSymbol);
-    /// Scales a block, and says so in it.
+    /// Scales a block, and sets its gain.
     /// @param amplitude  r.m.s. of the symbols where the receiver knows it, else 0: of the samples.
     void process(SignalBlock& block, double amplitude);
     void reset();

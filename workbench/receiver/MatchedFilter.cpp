@@ -46,7 +46,7 @@ void MatchedFilter::process(BasebandBlock& block)
     skip(block);
 }
 
-/// Leaves out what comes before the filter is half filled.
+/// Drops the output until the filter is half filled.
 void MatchedFilter::skip(BasebandBlock& block)
 {
     auto leave = [](auto& values, std::size_t count) {

@@ -9,8 +9,8 @@
 
 struct firfilt_rrrf_s;
 
-/// The measuring filter, see measuringFilter. It acts on what was demodulated where something was,
-/// else on I and Q, and does not delay: as many samples come out as go in.
+/// The measuring filter, see measuringFilter. It acts on the demodulated samples if there are any,
+/// else on I and Q. Without delay: as many samples come out as go in.
 class MatchedFilter : public ReceiverStage
 {
 public:
@@ -31,6 +31,6 @@ private:
     LiquidHandle<firfilt_rrrf_s*> m_real{nullptr, nullptr};
     std::size_t m_delay = 0; // samples
     std::size_t m_toSkip = 0;
-    /// I and Q beside what is filtered wait as long as it.
+    /// I and Q beside the filtered samples are delayed like them.
     std::vector<std::complex<float>> m_waiting;
 };

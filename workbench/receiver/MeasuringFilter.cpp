@@ -42,7 +42,7 @@ std::vector<float> measuringFilter::tapsOf(const ReceiverSettings& settings, int
     } else if (*filter == Filter::Gaussian) {
         taps.resize(2 * std::size_t{length} * gaussianReach + 1);
         liquid_firdes_gmsktx(length, gaussianReach, part, 0.0F, taps.data());
-    } else { // a symbol long: the ends of an even number of samples count half each
+    } else { // a symbol long: of an even number of samples, both ends count half
         taps.resize(length % 2 == 0 ? length + 1 : length);
         for (std::size_t k = 0; k < taps.size(); ++k) {
             const double place =

@@ -11,8 +11,8 @@ namespace measuringFilter {
 /// Taps at a whole number of samples of a symbol, an odd number of them, symmetric; their sum is 1.
 /// Empty where the settings have no filter.
 std::vector<float> tapsOf(const ReceiverSettings& settings, int perSymbol);
-/// Symbols from the end of a signal that was cut off whose filtered samples lack too much: none
-/// without a filter.
+/// Number of symbols at a cut-off end of a signal whose filtered samples are useless; 0 without a
+/// filter.
 int edgeOf(const ReceiverSettings& settings);
 
 } // namespace measuringFilter

@@ -18,7 +18,7 @@ Modulation with(ModulationKind kind, Modulation modulation)
                 modulation.spacing = std::min(modulation.spacing, std::abs(point - other));
         }
     }
-    // Of an offset modulation the square of I less that of Q tells: it is on the axis.
+    // Of an offset modulation, the square of I minus that of Q counts, which is on the axis.
     modulation.target = modulation.isOffset ? 0.0 : std::arg(sum);
     return modulation;
 }

@@ -116,7 +116,7 @@ void PlainPath::findSymbols(bool isEnd)
         findCharacters();
         return;
     }
-    // Between samples a symbol takes those after it, which no block's end may cut off.
+    // A symbol between samples needs the samples after it, even across the end of a block.
     const bool isBetween = m_clock == Clock::Known && !isEnd;
     const std::int64_t end = m_waiting.end() - (isBetween ? Interpolation::reach : 0);
     m_known = std::max(m_known, end);
@@ -171,11 +171,11 @@ void PlainPath::findCharacters()
     m_known = m_start + m_characters->known();
 }
 
-/// Rising and falling edges count by themselves: the middle of the levels, where that is not quite
-/// right, moves them against one another.
+/// Rising and falling edges count separately, because a wrong middle of the levels shifts them
+/// against one another.
 void PlainPath::measureClock(const CharacterClock::Character& character)
 {
-    constexpr double apart = 1000.0; // symbols that the ones cannot be from the others
+    constexpr double apart = 1000.0; // symbols, a distance that keeps both groups apart
     for (const bool isRising : {false, true}) {
         for (const CharacterClock::Edge& edge : character.edges) {
             if (edge.isRising == isRising)
@@ -216,7 +216,7 @@ void PlainPath::addSymbol(double position, SymbolState state)
     m_waiting.symbols.push_back(symbol);
 }
 
-/// Passes the samples before a position on, with the symbols in them.
+/// Passes on the samples before a position, with the symbols in them.
 void PlainPath::passOn(std::int64_t end, std::vector<SignalBlock>& blocks)
 {
     const auto count = static_cast<std::ptrdiff_t>(std::clamp<std::int64_t>(

@@ -7,12 +7,13 @@
 #include "workbench/receiver/SymbolTiming.h"
 #include "workbench/sources/ChannelChoice.h"
 
-/// The signal as it is, and where its symbols are: as the source says, or as its channel tells.
+/// Passes the signal unchanged and finds its symbols: as the source says, or from the samples of
+/// its channel.
 class PlainPath : public SignalPath
 {
 public:
-    /// @param settings  of which the symbol rate counts, which overrides what the input says, and
-    ///                  the bits of a character.
+    /// @param settings  only the symbol rate, which overrides that of the input, and the bits of a
+    ///                  character count.
     PlainPath(const SignalFacts& input, const ChannelChoice& channel,
               const ReceiverSettings& settings);
 
@@ -33,7 +34,7 @@ private:
     double pairAt(const std::vector<double>& values, double position) const;
 
     ChannelChoice m_channel;
-    std::size_t m_first; // of the constellation's pair
+    std::size_t m_first; // first value of the constellation's pair
     bool m_hasQ;
     Clock m_clock = Clock::None;
     double m_firstSymbol = 0.0;
@@ -42,8 +43,8 @@ private:
     int m_bits; // of a character
     std::unique_ptr<CharacterClock> m_characters;
     double m_nextSymbol = 0.0;
-    std::int64_t m_start = 0;        // where the stretch began
-    std::int64_t m_known = 0;        // up to which its symbols are found
-    SignalBlock m_waiting;           // what is not passed on
+    std::int64_t m_start = 0;        // where the current stretch began
+    std::int64_t m_known = 0;        // position up to which its symbols were found
+    SignalBlock m_waiting;           // samples that were not passed on
     std::vector<double> m_before[2]; // I and Q just before it, to interpolate
 };

@@ -9,12 +9,13 @@
 namespace {
 
 constexpr std::size_t frameLength = 4096; // samples of the input that are received at a time
-constexpr double frameSeconds = 0.02;     // at most: what is slow is not waited for
+constexpr double frameSeconds = 0.02;     // at most, so that slow signals do not wait long
 constexpr std::size_t mostQuiet = 8192;   // samples of a block between bursts
-constexpr double burstPower = 0.4;        // of the burst's, which its first and last symbols reach
-constexpr std::size_t powerSymbols = 4;   // over which it is taken
-constexpr std::size_t rampSymbols = 3;    // at either end of a burst
-constexpr std::size_t edgeReach = 64;     // symbols from the end of a run in which a burst begins
+// Of the power of the burst, which its first and last symbols reach.
+constexpr double burstPower = 0.4;
+constexpr std::size_t powerSymbols = 4; // over which the power is measured
+constexpr std::size_t rampSymbols = 3;  // at either end of a burst
+constexpr std::size_t edgeReach = 64;   // symbols at the end of a run in which a burst begins
 
 using Demodulation = ReceiverSettings::Demodulation;
 
@@ -65,7 +66,7 @@ void ReceivedPath::reset(std::int64_t position, bool goesOn)
     m_received = {};
 }
 
-// In frames of one length, whatever the blocks that come: what is found must not depend on them.
+// Works in frames of one length, because the results must not depend on the lengths of the blocks.
 void ReceivedPath::process(const std::vector<double>& values, std::vector<SignalBlock>& blocks)
 {
     const auto width = static_cast<std::size_t>(m_input.valueCount());
@@ -137,7 +138,7 @@ void ReceivedPath::run(BasebandBlock block, std::vector<SignalBlock>& blocks)
     takeReceived(block, false, blocks);
 }
 
-/// Lets a block go through the stages.
+/// Passes a block through the stages.
 void ReceivedPath::pass(BasebandBlock& block, bool isEnd)
 {
     for (ReceiverStage* stage : stages()) {
@@ -146,7 +147,7 @@ void ReceivedPath::pass(BasebandBlock& block, bool isEnd)
             stage->finish(block);
         if (stage != &m_timing)
             continue;
-        for (Symbol& symbol : block.symbols) // the recovery follows the carrier on from there
+        for (Symbol& symbol : block.symbols) // from there on the recovery follows the carrier
             symbol.phase = m_frequency.phaseAt(symbol.time);
     }
 }
@@ -161,7 +162,7 @@ void ReceivedPath::endRun(std::vector<SignalBlock>& blocks)
     m_isRunning = false;
 }
 
-/// Keeps back what may lie at the end of the run.
+/// Holds back samples that may lie at the end of the run.
 void ReceivedPath::takeReceived(BasebandBlock& block, bool isEnd, std::vector<SignalBlock>& blocks)
 {
     m_received.append(block);
@@ -169,7 +170,7 @@ void ReceivedPath::takeReceived(BasebandBlock& block, bool isEnd, std::vector<Si
         passOn(m_received.samples.size(), blocks);
         return;
     }
-    auto& symbols = m_received.symbols; // whose first one may be found just before the run
+    auto& symbols = m_received.symbols; // the first of which may lie just before the run
     const auto first = static_cast<double>(m_receivedFirst);
     symbols.erase(symbols.begin(),
                   std::find_if(symbols.begin(), symbols.end(),
@@ -188,8 +189,8 @@ void ReceivedPath::takeReceived(BasebandBlock& block, bool isEnd, std::vector<Si
     passOn(static_cast<std::size_t>(count), blocks);
 }
 
-/// Marks the symbols from an end of the run to where its burst is as strong as its symbols are, and
-/// those that the filter there lacks samples of.
+/// Marks the symbols at an end of the run up to where the burst has its full power, and those for
+/// which the filter lacks samples.
 template<class Iterator>
 void ReceivedPath::markEdge(Iterator first, Iterator last)
 {
@@ -220,7 +221,7 @@ void ReceivedPath::markEdge(Iterator first, Iterator last)
         (first + static_cast<std::ptrdiff_t>(k))->state = SymbolState::Edge;
 }
 
-/// Makes a block of the first samples that were received.
+/// Makes a block of the first received samples.
 void ReceivedPath::passOn(std::size_t count, std::vector<SignalBlock>& blocks)
 {
     const auto end = static_cast<std::ptrdiff_t>(std::min(count, m_received.samples.size()));
@@ -249,7 +250,7 @@ void ReceivedPath::passOn(std::size_t count, std::vector<SignalBlock>& blocks)
     for (; later != m_received.symbols.end() && later->position < endPosition; ++later) {
         block.symbols.push_back(*later);
         Symbol& symbol = block.symbols.back();
-        if (block.symbols.size() == 1) // samples follow the clock of the symbols
+        if (block.symbols.size() == 1) // time follows the symbol clock
             block.time =
                 m_runTime + symbol.time -
                 (symbol.position - static_cast<double>(m_receivedFirst)) / m_format.sampleRate;
@@ -277,7 +278,7 @@ void ReceivedPath::passOn(std::size_t count, std::vector<SignalBlock>& blocks)
     push(std::move(block), blocks);
 }
 
-/// Makes the samples quiet that are not of good symbols.
+/// Silences the samples that do not belong to good symbols.
 void ReceivedPath::silence(SignalBlock& block) const
 {
     const double half = 0.5 * m_format.samplesPerSymbol;
@@ -299,7 +300,7 @@ void ReceivedPath::silence(SignalBlock& block) const
     }
 }
 
-/// Samples for the time since the last burst, up to where the input is.
+/// Appends samples for the time from the last burst to the present place of the input.
 void ReceivedPath::fillQuiet(std::vector<SignalBlock>& blocks)
 {
     const double until = static_cast<double>(m_taken) / m_input.sampleRate;

@@ -14,12 +14,12 @@
 
 #include <array>
 
-/// The signal as a receiver makes it. Each burst is a run through the stages by itself; what is
-/// between bursts becomes samples that are 0 and quiet.
+/// Receives a signal. Each burst is a separate run through the stages; stretches between bursts
+/// become samples that are 0 and silenced.
 class ReceivedPath : public SignalPath
 {
 public:
-    /// @param settings  are on and have no flaw; their symbol rate is the one that is known.
+    /// @param settings  on and valid, with the symbol rate that is known.
     ReceivedPath(const SignalFacts& input, const ChannelChoice& channel,
                  const ReceiverSettings& settings);
 
@@ -45,8 +45,8 @@ private:
     std::vector<StageReport> reports(const SignalBlock& block) const;
 
     ReceiverSettings m_settings;
-    bool m_showsQ;          // over time
-    double m_scale = 1.0;   // of what was demodulated: symbol rates to Hz
+    bool m_showsQ;          // whether the time view shows Q
+    double m_scale = 1.0;   // factor of demodulated samples: symbol rates to Hz
     std::size_t m_edge = 0; // symbols
     double m_timeOffset = 0.0;
 
@@ -60,13 +60,13 @@ private:
     TimingRefinement m_refinement;
     LevelControl m_level;
 
-    std::vector<double> m_values; // of the input, less than a frame
-    std::int64_t m_taken = 0;     // samples of the input in parts
+    std::vector<double> m_values; // of the input, less than one frame
+    std::int64_t m_taken = 0;     // samples of the input that went into parts
     std::int64_t m_position = 0;  // of the next sample of the output
     bool m_isRunning = false;
     double m_runTime = 0.0;           // s, where the run started
-    std::int64_t m_runPosition = 0;   // of its sample 0 in the output
-    BasebandBlock m_received;         // of the run, not passed on...
+    std::int64_t m_runPosition = 0;   // of its first sample in the output
+    BasebandBlock m_received;         // of the run, not passed on yet...
     std::int64_t m_receivedFirst = 0; // ...from this sample of it on
-    bool m_isStart = true;            // of the run: the first edge was not marked
+    bool m_isStart = true;            // of the run, whose first edge is not marked yet
 };

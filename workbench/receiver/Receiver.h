@@ -10,34 +10,34 @@
 #include <memory>
 #include <vector>
 
-/// From the samples of a source to the blocks that are shown and measured: the channel is chosen,
-/// received where that is wanted, and its symbols are found. What comes out does not depend on the
-/// lengths of the blocks that go in, nor on their level.
+/// Turns the samples of a source into the blocks that are shown and measured: selects the channel,
+/// receives it if wanted, and finds its symbols. The output does not depend on the lengths of the
+/// input blocks, nor on their level.
 ///
 /// One thread at a time.
 class Receiver
 {
 public:
-    /// @param input     what the signal is that is received.
+    /// @param input     facts about the signal.
     /// @param channel   which exists.
-    /// @param settings  also where they are off: then only the bits of a character count, and their
-    ///                  symbol rate, over that of the input. With a flaw they count as off.
+    /// @param settings  if off, only the bits of a character count, and the symbol rate, which
+    ///                  overrides that of the input. Invalid settings count as off.
     Receiver(const SignalFacts& input, const ChannelChoice& channel,
              const ReceiverSettings& settings);
     ~Receiver();
 
     const SignalFormat& format() const;
-    /// Samples that come out for one that goes in.
+    /// Number of output samples for each input sample.
     double ratio() const;
 
-    /// Takes the next samples of the input, and appends the blocks that are ready.
-    /// @param position  of the first sample. Where it does not follow the last one, what was open
-    ///                  is finished first and everything is found anew, but for the DC offset where
-    ///                  it is a later one: samples were lost.
+    /// Takes the next input samples, and appends the blocks that are ready.
+    /// @param position  of the first sample. If it does not follow the last one, open blocks are
+    ///                  finished first and everything is found anew; after a loss, when the
+    ///                  position is a later one, only the DC offset is kept.
     /// @param values    as SignalSource::read gives them.
     void process(std::int64_t position, const std::vector<double>& values,
                  std::vector<SignalBlock>& blocks);
-    /// No more samples come: appends what was held back.
+    /// Ends the signal: appends the samples that were held back.
     void finish(std::vector<SignalBlock>& blocks);
     /// Forgets the signal.
     void reset();
@@ -45,6 +45,6 @@ public:
 private:
     SignalFacts m_input;
     std::unique_ptr<class SignalPath> m_path;
-    std::int64_t m_next = 0; // position of the sample that would follow
+    std::int64_t m_next = 0; // position of the sample that should follow
     bool m_isStarted = false;
 };

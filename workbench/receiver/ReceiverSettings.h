@@ -20,50 +20,53 @@ public:
         Am      ///< envelope: OOK, ASK
     };
     using Modulation = ModulationKind;
-    /// Measuring filters; matched ones, or such that open an eye.
+    /// Measuring filters: matched filters, and filters that open an eye.
     enum class Filter { RootRaisedCosine, RaisedCosine, Gaussian, Boxcar, HalfSine };
 
     static constexpr int samplesPerSymbol = 8; ///< after resampling
-    /// Samples of the signal that a symbol must have before it.
+    /// Range of samples per symbol before resampling.
     static constexpr double minSamplesPerSymbol = 2.0;
     static constexpr double maxSamplesPerSymbol = 1e5;
-    /// Of the sample rate: filters of narrower channels would all be alike.
+    /// Narrowest channel, as a part of the sample rate: filters of narrower channels would all be
+    /// alike.
     static constexpr double minChannel = 1e-4;
     static constexpr double minRollOff = 0.01;
     static constexpr double maxRollOff = 1.0;
     static constexpr double usualRollOff = 0.35;
     static constexpr double minSquelch = -150.0;
-    static constexpr double maxSquelch = 60.0; ///< samples may exceed their full scale
+    static constexpr double maxSquelch = 60.0; ///< samples may exceed full scale
 
     /// Names of the filters, in order.
     static QStringList filterNames();
     static std::optional<Filter> filterOf(const QString& name);
-    /// The filter that counts: a roll-off alone means a root raised cosine.
+    /// The filter that is used: a roll-off alone means a root raised cosine.
     std::optional<Filter> usedFilter() const
     {
         return filter || !rollOff ? filter : std::optional(Filter::RootRaisedCosine);
     }
 
-    /// Whether a signal of a sample rate, Hz, can be received so; where it is off, any can.
+    /// Checks that a signal of a sample rate, Hz, can be received with these settings; always true
+    /// when the receiver is off.
     Result<void> check(double sampleRate) const;
     bool operator==(const ReceiverSettings& other) const;
     bool operator!=(const ReceiverSettings& other) const { return !(*this == other); }
 
-    bool isOn = false;               ///< else the signal passes as it is
-    bool removesDc = false;          ///< takes off what is at 0 Hz
+    bool isOn = false;               ///< otherwise the signal passes unchanged
+    bool removesDc = false;          ///< removes the mean, at 0 Hz
     double shift = 0.0;              ///< Hz, added to every frequency
-    std::optional<double> bandwidth; ///< Hz, of the channel's filter, both sides of 0
-    std::optional<double> squelch;   ///< dB of full scale; what is below is silenced
+    std::optional<double> bandwidth; ///< Hz, of the channel filter, both sides of 0
+    std::optional<double> squelch;   ///< dB of full scale; weaker stretches are silenced
     /// Silences stretches without symbols at any level: noise may be louder than bursts.
     bool hasAutoSquelch = false;
     Demodulation demodulation = Demodulation::Linear;
-    std::optional<double> symbolRate; ///< Bd; none: no resampling, nor what follows
+    std::optional<double> symbolRate; ///< Bd; none: neither resampling nor later stages
     bool hasGainControl = true;
     std::optional<Filter> filter;
-    std::optional<double> rollOff; ///< of the filter; of a Gaussian one its BT
+    std::optional<double> rollOff; ///< of the filter; BT of a Gaussian one
     bool hasTimingRecovery = true;
     std::optional<Modulation> modulation; ///< of the recovered carrier; linear only
     /// Bits between start and stop bit of an asynchronous serial line, 5 to 9, whose characters may
-    /// be out of step with one another; off only, with a symbol rate.
+    /// be out of step with one another. Counts only when the receiver is off and the symbol rate is
+    /// known.
     std::optional<int> characterBits;
 };

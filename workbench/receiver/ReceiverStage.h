@@ -11,41 +11,41 @@
 struct BasebandBlock
 {
     std::vector<std::complex<float>> samples;
-    /// Beside them what was demodulated from them, as many; none before, or without a demodulator.
+    /// Demodulated samples, one for each; empty before or without a demodulator.
     std::vector<float> demodulated;
-    /// The symbols in them, once the clock is known; positions are samples since the run started,
-    /// times are since then.
+    /// The symbols in them, once the clock is known; positions and times count from the start of
+    /// the run.
     std::vector<Symbol> symbols;
     std::vector<ClockPoint> clock;
 
     void append(const BasebandBlock& other);
 };
 
-/// What samples are between two stages.
+/// Format of the samples between two stages.
 struct BasebandFormat
 {
     double sampleRate = 1.0;       ///< Hz
-    bool isDemodulated = false;    ///< blocks have demodulated samples, too
+    bool isDemodulated = false;    ///< blocks also have demodulated samples
     bool isReal = false;           ///< Q is 0
     bool hasSymbolClock = false;   ///< the middle of symbol k is sample k * samplesPerSymbol
     double samplesPerSymbol = 0.0; ///< 0: not known
     double timeOffset = 0.0;       ///< s, of sample 0 after the start of the run
 };
 
-/// One stage of a receiver. All stages share this interface, none knows another one.
+/// One stage of a receiver. All stages share this interface; none knows another stage.
 class ReceiverStage
 {
 public:
     virtual ~ReceiverStage();
 
-    /// Prepares for samples of a format, and starts anew. The settings have no flaw.
+    /// Prepares for samples of a format, and starts anew. The settings must be valid.
     /// @return the format of the samples that come out.
     virtual BasebandFormat configure(const ReceiverSettings& settings,
                                      const BasebandFormat& format) = 0;
-    /// Works on a block in place. More or fewer samples may come out: what a stage has to wait for
-    /// comes later. Samples are finite.
+    /// Processes a block in place. More or fewer samples may come out, as a stage may hold samples
+    /// back. Samples are finite.
     virtual void process(BasebandBlock& block) = 0;
-    /// No more samples come: adds those to a block that the stage has held back.
+    /// Ends the signal: adds to a block the samples that the stage has held back.
     virtual void finish(BasebandBlock& block);
     /// Forgets the signal.
     virtual void reset() = 0;

@@ -30,6 +30,6 @@ private:
     double m_ratio = 1.0;
     BasebandBlock m_line;     // samples of the input from...
     std::int64_t m_first = 0; // ...this one on
-    std::int64_t m_taken = 0; // of them
+    std::int64_t m_taken = 0; // output samples to skip
     std::int64_t m_given = 0; // of the output
 };

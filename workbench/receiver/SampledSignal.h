@@ -4,10 +4,10 @@
 #include <complex>
 #include <vector>
 
-/// Samples of one signal in a row.
+/// Consecutive samples of one signal.
 struct SampledSignal
 {
     std::vector<std::complex<double>> samples;
-    bool isComplex = false;  ///< else imaginary parts do not count
+    bool isComplex = false;  ///< otherwise imaginary parts are ignored
     double sampleRate = 1.0; ///< Hz
 };

@@ -7,20 +7,20 @@
 #include <utility>
 #include <vector>
 
-/// A way from samples to blocks; see Receiver, which chooses one.
+/// Turns samples into blocks; Receiver chooses the path.
 class SignalPath
 {
 public:
     virtual ~SignalPath() = default;
 
     const SignalFormat& format() const { return m_format; }
-    /// Takes samples that follow those of the last call, or are the first since reset.
+    /// Takes samples that follow those of the last call, or the first ones after reset.
     virtual void process(const std::vector<double>& values, std::vector<SignalBlock>& blocks) = 0;
-    /// No samples follow: appends what was held back.
+    /// Ends the signal: appends the samples that were held back.
     virtual void finish(std::vector<SignalBlock>& blocks) = 0;
     /// Starts anew at a sample of the input.
-    /// @param goesOn  whether it is of the same signal as before, later: what does not depend on
-    ///                samples that are missing, such as a DC offset, is still known.
+    /// @param goesOn  whether it is a later sample of the same signal: then results that missing
+    ///                samples do not affect, such as a DC offset, are kept.
     virtual void reset(std::int64_t position, bool goesOn) = 0;
 
 protected:

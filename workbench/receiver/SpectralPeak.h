@@ -8,14 +8,14 @@
 /// The strongest line of a spectrum.
 struct SpectralPeak
 {
-    /// @param powers  of the bins, at least 2; those of negative frequencies in the second half.
+    /// @param powers  of at least 2 bins; the second half has the negative frequencies.
     static SpectralPeak of(const std::vector<double>& powers)
     {
         const auto size = powers.size();
         const auto amplitude = [&](std::size_t bin) { return std::sqrt(powers[bin % size]); };
         const auto best = static_cast<std::size_t>(std::max_element(powers.begin(), powers.end()) -
                                                    powers.begin());
-        // The top of the parabola through the highest and its neighbours.
+        // The top of the parabola through the highest bin and its neighbours.
         const double left = amplitude(best + size - 1);
         const double right = amplitude(best + 1);
         const double bend = left - 2.0 * amplitude(best) + right;
@@ -25,5 +25,5 @@ struct SpectralPeak
     }
 
     double strength = 0.0; ///< power
-    double place = 0.0;    ///< bins, of negative frequencies below 0
+    double place = 0.0;    ///< bins; negative frequencies are below 0
 };

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-/// How a stage of a receiver does.
+/// State of a stage of a receiver.
 struct StageReport
 {
     enum class Stage {
@@ -24,7 +24,7 @@ struct StageReport
         TimingError,     ///< r.m.s., symbol periods
         CarrierOffset,   ///< Hz
         PhaseError,      ///< r.m.s., degrees
-        AliasDistance    ///< Hz, of another carrier that fits nearly as well
+        AliasDistance    ///< Hz, to another carrier that fits nearly as well
     };
     struct Reading
     {
@@ -34,6 +34,7 @@ struct StageReport
 
     Stage stage = Stage::Shift;
     bool isOn = false;
-    std::optional<bool> isLocked; ///< a squelch: open; none: a stage that does not lock to anything
+    std::optional<bool>
+        isLocked; ///< of a squelch: whether it is open; none: the stage does not lock to anything
     std::vector<Reading> readings;
 };

@@ -13,7 +13,7 @@ namespace {
 constexpr std::int64_t pieceCount = 512;
 constexpr std::int64_t longestPiece = 2048; // samples
 
-/// Standard deviation of some samples; what is not finite counts as 0.
+/// Standard deviation of some samples; a sample that is not finite counts as 0.
 double deviationOf(const std::vector<double>& values, const SignalSource& source,
                    const ChannelChoice& channel)
 {

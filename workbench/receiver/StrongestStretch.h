@@ -7,11 +7,11 @@
 
 class SignalSource;
 
-/// Where a recording has most signal: the start of the stretch of a length whose samples deviate
-/// most from their mean. A recording that is longer than some million samples is looked at in
-/// pieces all over it, so a burst shorter than a five hundredth of it may be missed.
-/// @param source   of known sampleCount; moves back to where it was.
+/// Start of the stretch of a length in which a recording has most signal: its samples deviate most
+/// from their mean. A recording of more than some million samples is examined in pieces spread over
+/// it, so that a burst shorter than a five hundredth of it may be missed.
+/// @param source   with a known sampleCount; it is moved back to its position.
 /// @param channel  which the source has.
-/// @param length   samples, > 0; 0 comes back for a source that is not longer.
+/// @param length   samples, > 0. A source that is not longer gives 0.
 std::int64_t strongestStretch(SignalSource& source, const ChannelChoice& channel,
                               std::int64_t length);

@@ -17,8 +17,8 @@ namespace {
 using Complex = std::complex<double>;
 
 constexpr std::size_t minPartLength = 1024;
-constexpr std::size_t partStep = 4;       // between lengths of parts, a factor
-constexpr std::size_t maxPartCount = 256; // as long as one another
+constexpr std::size_t partStep = 4;       // factor from one length of parts to the next
+constexpr std::size_t maxPartCount = 256; // of one length
 
 SymbolRateEstimate verdictOn(const ClockLine& line, double tries)
 {
@@ -45,7 +45,7 @@ struct ClockedPart
     double steadiness = 0.0; ///< F ratio of its line
 };
 
-/// A part with the rate near a known one that the phase of its line gives; of the steadier line.
+/// The rate of a part near a known rate, from the phase of its steadier line.
 ClockedPart partOf(const SymbolRateEstimate::Signal& signal, const ClockedPart& where,
                    FourierTransforms& transforms)
 {
@@ -65,13 +65,13 @@ ClockedPart partOf(const SymbolRateEstimate::Signal& signal, const ClockedPart& 
     return part;
 }
 
-/// The longest part about that of a line in which the line keeps its phase: the longer the part,
-/// the more exact is the rate.
+/// The longest part around that of a line in which the line keeps its phase: a longer part gives a
+/// more exact rate.
 ClockedPart longestPartOf(const ClockLine& line, const SymbolRateEstimate::Signal& signal,
                           FourierTransforms& transforms)
 {
     constexpr double mostBins = 2.0;         // between the rates of a part and of its double
-    constexpr double leastSteadiness = 30.0; // chance gives it less than once in 10^7
+    constexpr double leastSteadiness = 30.0; // noise exceeds it less than once in 10^7
     const std::size_t count = signal.samples.size();
     ClockedPart part;
     part.start = static_cast<std::size_t>(std::lround(line.start * signal.sampleRate));
@@ -84,7 +84,7 @@ ClockedPart longestPartOf(const ClockLine& line, const SymbolRateEstimate::Signa
         longer.start = std::min(middle > length / 2 ? middle - length / 2 : 0, count - length);
         longer = partOf(signal, longer, transforms);
         const double bins = std::abs(longer.rate - part.rate) * line.duration;
-        // What belongs to another clock or to none makes it less steady.
+        // Samples of another clock, or of none, make the line less steady.
         if (longer.steadiness < std::max(leastSteadiness, 0.7 * part.steadiness) || bins > mostBins)
             break;
         part = longer;
@@ -92,7 +92,8 @@ ClockedPart longestPartOf(const ClockLine& line, const SymbolRateEstimate::Signa
     return part;
 }
 
-/// Looks whether the clock of an estimate is that of half bits, or has such at twice its rate.
+/// Checks whether the clock of an estimate is that of half bits, or whether there are half bits at
+/// twice its rate.
 void findCode(SymbolRateEstimate& estimate, const SymbolRateEstimate::Signal& signal,
               const ClockedPart& part)
 {
@@ -104,9 +105,9 @@ void findCode(SymbolRateEstimate& estimate, const SymbolRateEstimate::Signal& si
         if (code == Code::Plain)
             continue;
         if (code == Code::ReturnToZero && multiple == 2.0 && isSure)
-            return; // of bits, as it is
+            return; // plain bits: the rate is right
         estimate.code = code;
-        // A Manchester eye opens at its half bits, that of pulses at the bits.
+        // A Manchester eye opens at its half bits, an eye of pulses at the bits.
         const bool isHalf = code == Code::Manchester;
         estimate.symbolRate = isHalf ? halfRate : halfRate / 2.0;
         estimate.otherRate = isHalf ? halfRate / 2.0 : halfRate;
@@ -116,7 +117,7 @@ void findCode(SymbolRateEstimate& estimate, const SymbolRateEstimate::Signal& si
     }
 }
 
-/// From the values of a source to the samples that are looked at.
+/// Turns the values of a source into the samples that are examined.
 class Baseband
 {
 public:
@@ -185,7 +186,7 @@ private:
     Demodulator m_demodulator;
 };
 
-/// A copy that can be looked at: finite, of a sensible size, in the middle.
+/// A finite copy of the middle of a signal, at most as long as is examined.
 SymbolRateEstimate::Signal prepared(const SymbolRateEstimate::Signal& signal)
 {
     SymbolRateEstimate::Signal result{{}, false, signal.sampleRate};

@@ -15,26 +15,28 @@ namespace {
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr int blockLength = 16;         // symbols
 constexpr std::int64_t aheadCount = 16; // blocks
-constexpr int behindCount = 32;         // blocks for the frequency; for the phase as many as ahead
-// Of the search for the frequency, rad a block: a third of what the blocks tell apart.
+constexpr int behindCount = 32; // blocks for the frequency; for the phase as many as aheadCount
+// Step of the search for the frequency, rad a block: a third of what the blocks can resolve.
 constexpr double searchStep = 2.0 * pi / (3.0 * (aheadCount + behindCount + 1));
-constexpr double mostPower = 2.0;    // of a block, against those that agree
-constexpr double leastPower = 1e-30; // full scale is 1: what is below is rounding
-// What a sum of lines of noise does not reach, against what they could sum up to: noise grows as
-// the root of their number. Where positive and negative frequencies differ, it has less in common.
+constexpr double mostPower = 2.0;    // of a block, relative to blocks that agree
+constexpr double leastPower = 1e-30; // full scale is 1: less is a rounding error
+// Threshold of the sum of the lines of blocks, relative to the largest sum possible, that noise
+// does not reach: noise grows as the root of their number. Where positive and negative frequencies
+// differ, their noise is less correlated.
 constexpr double lockStrength = 0.36;
 constexpr double lockBlocks = 22.0; // of them
-// Of a real signal: the square of the sum against the sum of squares. Turned by chance, as those of
-// noise are whatever its spectrum, level and distribution, lines exceed it with the probability
-// exp(-x); some ten frequencies are tried in three stretches.
+// Threshold for real signals: the square of the sum relative to the sum of squares. Lines of random
+// phase, as those of noise have with any spectrum, level and distribution, exceed it with the
+// probability exp(-x); some ten frequencies are tried in three stretches.
 constexpr double lockEvidence = 12.0;
 constexpr double goOnEvidence = 8.0;
-constexpr double mostEvidence = 0.75; // needed a line of those of short bursts
+constexpr double mostEvidence = 0.75; // needed for each line of a short burst
 constexpr std::size_t fewLines = 8;
-constexpr double mostStrength = 0.6;  // needed of so few
-constexpr double faintBlock = 0.02;   // of the strongest near it: it lies beside a burst
-constexpr double goOnPart = 0.6;      // of the strength, once there is a clock
-constexpr std::int64_t fewBlocks = 4; // tell no frequency
+constexpr double mostStrength = 0.6; // needed with so few blocks
+// Of the strongest block near it: a weaker block lies beside a burst.
+constexpr double faintBlock = 0.02;
+constexpr double goOnPart = 0.6;      // of the strength is enough once there is a clock
+constexpr std::int64_t fewBlocks = 4; // or fewer give no frequency
 
 constexpr float largest = 1e6F; // full scale is 1: what is far beyond is no signal
 
@@ -99,7 +101,7 @@ void SymbolTiming::takeBands()
         take(bands);
 }
 
-/// Adds the bands at the next place to the open block.
+/// Adds the bands at the next position to the open block.
 void SymbolTiming::take(const EdgeBands::Output& bands)
 {
     while (static_cast<double>(bands.position) >= m_blockEnd)
@@ -185,15 +187,14 @@ void SymbolTiming::settle(std::int64_t block)
     m_settledCount = block + 1;
 }
 
-/// Whether the lines about a block agree more than those of noise do, and the block is on the side
-/// of those that do.
+/// Whether the lines around a block agree more than those of noise, and the block agrees with them.
 bool SymbolTiming::isLockedAt(std::int64_t block)
 {
     const std::int64_t oldest = m_blockCount - static_cast<std::int64_t>(m_lines.size());
     const std::int64_t first = std::max(block - aheadCount, oldest);
     const std::int64_t last = std::min(block + aheadCount, m_blockCount - 1);
     const Complex start = std::polar(1.0, -m_phase);
-    auto& lines = m_nearLines; // turned to where they should be
+    auto& lines = m_nearLines; // turned back by the expected phase
     auto& powers = m_nearPowers;
     lines.clear();
     powers.clear();
@@ -202,32 +203,32 @@ bool SymbolTiming::isLockedAt(std::int64_t block)
             product(start, m_turns[static_cast<std::size_t>(i - block + aheadCount)]);
         const auto index = static_cast<std::size_t>(i - oldest);
         lines.push_back(product(turn, m_lines[index]));
-        // Of a real signal, noise may be stronger than bursts.
+        // In a real signal, noise may be stronger than bursts.
         powers.push_back(m_isReal ? 1.0 : m_powers[index]);
     }
     const auto here = static_cast<std::size_t>(block - first);
     m_isLocked = areLocked(lines, powers, here);
     if (m_isReal)
         return m_isLocked && isOfBurst(lines, here);
-    // Data may leave a block without power in the band, but not its neighbours, too.
+    // Data may leave a block without power in the band, but not also its neighbours.
     const double near = *std::max_element(
         powers.begin() + static_cast<std::ptrdiff_t>(here - std::min<std::size_t>(here, 1)),
         powers.begin() + static_cast<std::ptrdiff_t>(std::min(here + 2, powers.size())));
     return m_isLocked && near >= faintBlock * *std::max_element(powers.begin(), powers.end());
 }
 
-/// Whether there is a clock about a block. It takes less to go on with it.
+/// Whether there is a clock around a block. It takes less evidence to continue a clock.
 bool SymbolTiming::areLocked(const std::vector<Complex>& lines, const std::vector<double>& powers,
                              std::size_t here) const
 {
     const double strongest = *std::max_element(powers.begin(), powers.end());
-    // A burst may be short against what else is about it.
+    // A burst may be shorter than the stretch that is examined.
     for (const auto blocks : {aheadCount, aheadCount / 2, aheadCount / 4}) {
         const auto reach = static_cast<std::size_t>(blocks);
         Complex sum = 0.0;
         double all = 0.0;
         double squares = 0.0;
-        double count = 0.0; // of blocks that are no weaker than those of a burst are
+        double count = 0.0; // number of blocks that are not weaker than those of a burst
         for (std::size_t i = here - std::min(here, reach);
              i <= std::min(here + reach, lines.size() - 1); ++i) {
             sum += powers[i] * lines[i];
@@ -251,13 +252,13 @@ bool SymbolTiming::areLocked(const std::vector<Complex>& lines, const std::vecto
     return false;
 }
 
-/// Whether a block is of the burst about it rather than of the noise beside: of the two states that
-/// follow one another, the likelier (forward and backward, Rabiner, Proc. IEEE 77(2), 1989).
+/// Whether a block belongs to the burst around it rather than to noise beside it: the likelier
+/// state of a two-state Markov chain (forward-backward algorithm, Rabiner, Proc. IEEE 77(2), 1989).
 bool SymbolTiming::isOfBurst(const std::vector<Complex>& lines, std::size_t here)
 {
-    constexpr std::size_t steady = 8; // blocks whose mean tells what those of the burst have
-    constexpr double noise = 0.45;    // deviation of the line of a block of noise...
-    constexpr double spread = 0.35;   // ...and of one of a burst, about its mean
+    constexpr std::size_t steady = 8; // blocks whose mean gives the strength in the burst
+    constexpr double noise = 0.45;    // standard deviation of the line of a noise block...
+    constexpr double spread = 0.35;   // ...and of a burst block around its mean
     constexpr double changes = 0.02;  // probability, from block to block
     double burst = 0.4;
     for (std::size_t i = 0; i + steady <= lines.size(); ++i) {
@@ -266,7 +267,7 @@ bool SymbolTiming::isOfBurst(const std::vector<Complex>& lines, std::size_t here
             sum += lines[k].real() / steady;
         burst = std::max(burst, sum);
     }
-    const auto evidence = [&](std::size_t i) { // logarithm of the ratio of likelihoods
+    const auto evidence = [&](std::size_t i) { // logarithm of the likelihood ratio
         const double line = lines[i].real();
         const double ofBurst = (line - burst) / spread;
         const double ofNoise = line / noise;
@@ -285,8 +286,8 @@ bool SymbolTiming::isOfBurst(const std::vector<Complex>& lines, std::size_t here
     return before + evidence(here) + after > 0.0;
 }
 
-/// How well the line of a block agrees with its neighbours, as noise does not: it counts by that,
-/// and by its power.
+/// Weight of a block: how well its line agrees with its neighbours, which noise does not, times its
+/// power.
 double SymbolTiming::agreementOf(std::size_t index) const
 {
     const std::size_t last = std::min(index + 1, m_lines.size() - 1);
@@ -299,7 +300,7 @@ double SymbolTiming::agreementOf(std::size_t index) const
     return std::norm(sum / count);
 }
 
-/// Median power of blocks that agree. Of a real signal, noise may be stronger than bursts.
+/// Median power of blocks that agree. In a real signal, noise may be stronger than bursts.
 double SymbolTiming::agreeingPower(std::size_t begin, std::size_t end) const
 {
     std::vector<std::pair<double, double>> powers; // and weights

@@ -9,52 +9,52 @@
 #include <optional>
 #include <vector>
 
-/// Where the symbols of a signal are: between two knots time runs evenly.
+/// A knot of the time scale of the symbols: between two knots, symbols are evenly spaced.
 struct SymbolKnot
 {
     double position; ///< samples
     double symbol;   ///< symbols; whole in the middle of each
-    /// The same, of a block of symbols by itself; none where no block was measured.
+    /// The same, from one block of symbols alone; none when no block was measured.
     std::optional<double> measured = {};
-    bool isLocked = false; ///< whether there is a clock, rather than noise, about it
+    bool isLocked = false; ///< whether there is a clock, rather than noise, around it
 };
 
 /// Recovers the symbol clock of a signal whose symbol rate is known to half a percent.
 ///
-/// A band around half the symbol rate is multiplied by the conjugate of the one around minus half
-/// of it, for a real signal its own conjugate, which gives a line at the symbol rate whatever the
-/// data and, of a complex signal, the carrier's phase (Oerder and Meyr, "Digital filter and square
-/// timing recovery", IEEE Trans. Commun. 36(5), 1988; the band keeps the data's own noise off the
-/// line: Franks and Bubrouski, ibid. 22(7), 1974). The line is taken in blocks of 16 symbols; the
-/// blocks about each one give the line's frequency, where their sum is largest, and then its phase.
-/// Unlike a control loop it needs no time to lock, which bursts do not give, and looks ahead: knots
-/// lag 16 blocks behind.
+/// The band around half the symbol rate is multiplied by the conjugate of the band around minus
+/// half the symbol rate (of a real signal its own conjugate). This gives a line at the symbol rate
+/// for any data and any carrier phase (Oerder and Meyr, "Digital filter and square timing
+/// recovery", IEEE Trans. Commun. 36(5), 1988; a narrow band keeps the pattern noise of the data
+/// off the line: Franks and Bubrouski, ibid. 22(7), 1974). The line is measured in blocks of 16
+/// symbols. The blocks around each one give the frequency of the line, at which their sum is
+/// largest, and then its phase. Unlike a control loop this needs no time to lock, which bursts do
+/// not leave, and it looks ahead: knots lag by 16 blocks.
 class SymbolTiming
 {
 public:
-    /// Shortest and longest symbols that can be dealt with, samples.
+    /// Range of the samples per symbol.
     static constexpr double minSamplesPerSymbol = 2.0;
     static constexpr double maxSamplesPerSymbol = 4096.0;
     /// Largest part by which the true symbol rate may differ.
     static constexpr double tolerance = 0.006;
 
     /// @param samplesPerSymbol  from minSamplesPerSymbol to maxSamplesPerSymbol.
-    /// @param isOffset  of complex samples: Q comes half a symbol after I, or before it. The lines
-    ///                  of both in the envelope then cancel; those of the square do not, and half
-    ///                  the phase between them is that of the clock.
+    /// @param isOffset  Q of complex samples comes half a symbol after I, or before it. Then the
+    ///                  lines of both in the envelope cancel, but those in the square do not, and
+    ///                  half the phase between them is that of the clock.
     explicit SymbolTiming(double samplesPerSymbol, bool isOffset = false);
 
-    /// The next sample, the first one at position 0. NaN and infinity are ignored. All samples
-    /// are real, or all are complex.
+    /// Takes the next sample, the first one at position 0. NaN and infinity are ignored. All
+    /// samples must be real, or all complex.
     void push(double sample);
     /// The next samples, of those in memory each a step after the one before.
     void push(const std::complex<float>* samples, std::size_t count, std::size_t step);
-    /// No more samples come: the clock is given up to the last one.
+    /// Ends the signal: the clock is found up to the last sample.
     void finish();
-    /// By what part the symbol rate is larger than the nominal one.
+    /// Relative deviation of the symbol rate from the nominal one.
     double rateError() const { return m_slope * m_samplesPerSymbol - 1.0; }
 
-    /// The knots that have been found since the last call, in order, the first one at position 0.
+    /// The knots found since the last call, in order; the first knot of all is at position 0.
     std::vector<SymbolKnot> takeKnots();
 
 private:
@@ -83,7 +83,7 @@ private:
     double m_power = 0.0;
     // Of the newest blocks:
     std::vector<Complex> m_lines;     // against their power...
-    std::vector<double> m_powers;     // ...which is this
+    std::vector<double> m_powers;     // ...and this power
     std::vector<double> m_agreements; // see agreementOf
     // Of those that tell the frequency at a block, weighted by power and agreement:
     std::vector<double> m_weightedI, m_weightedQ;

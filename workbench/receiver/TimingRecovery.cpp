@@ -91,7 +91,7 @@ void TimingRecovery::follow(BasebandBlock& output)
     for (SymbolKnot knot : m_timing->takeKnots()) {
         knot.position *= static_cast<double>(m_step);
         if (!m_knot) {
-            // The output starts with the middle of a symbol.
+            // The output starts at the middle of a symbol.
             m_next = static_cast<std::int64_t>(std::ceil(knot.symbol)) * perSymbol;
             m_knot = knot;
             continue;
@@ -106,7 +106,7 @@ void TimingRecovery::follow(BasebandBlock& output)
         dropUsed(m_knot->position);
 }
 
-/// Puts out the samples up to a knot.
+/// Puts out samples up to a knot.
 void TimingRecovery::follow(const SymbolKnot& knot, BasebandBlock& output)
 {
     const double end = static_cast<double>(m_first) + static_cast<double>(m_waiting.samples.size());

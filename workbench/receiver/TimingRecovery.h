@@ -6,9 +6,10 @@
 
 #include <memory>
 
-/// Puts the middle of each symbol on a sample, see SymbolTiming, of what was demodulated where
-/// something was. Samples are held back until the clock is known, some 500 symbols. Without timing
-/// recovery there are none. A sample of each symbol takes no timing: it is the symbol.
+/// Resamples so that the middle of each symbol is a sample, see SymbolTiming, with the clock of the
+/// demodulated samples if there are any. Samples are held back for some 500 symbols until the clock
+/// is known. Without timing recovery there are no symbols. With one sample a symbol, each sample is
+/// a symbol.
 class TimingRecovery : public ReceiverStage
 {
 public:
@@ -32,17 +33,18 @@ private:
     bool m_isDemodulated = false;
     bool m_isReal = false;
     bool m_isOffset = false;  // Q comes half a symbol after I
-    bool m_isOneEach = false; // a sample of each symbol
+    bool m_isOneEach = false; // one sample a symbol
     double m_sampleRate = 1.0;
     double m_timeOffset = 0.0;
     std::unique_ptr<SymbolTiming> m_timing;
-    std::size_t m_step = 1; // of the samples that it takes: half do after a matched filter
+    // Between the samples that are used: every second one is enough after a matched filter.
+    std::size_t m_step = 1;
     std::size_t m_skipCount = 0;
     BasebandBlock m_waiting;  // samples from...
     std::int64_t m_first = 0; // ...this position on
-    bool m_isEnding = false;  // no samples come after those that wait
+    bool m_isEnding = false;  // no samples follow those that wait
     std::optional<SymbolKnot> m_knot;
     std::int64_t m_next = 0;  // instant, in samples of the output
     std::int64_t m_count = 0; // samples put out
-    double m_error = 0.0;     // mean square of what the clock moves from knot to knot, symbols
+    double m_error = 0.0;     // mean square of the clock's steps from knot to knot, symbols
 };

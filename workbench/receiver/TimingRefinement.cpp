@@ -10,12 +10,12 @@
 namespace {
 
 constexpr std::size_t groupLength = 16; // symbols
-constexpr std::size_t reach = 4;        // groups about one, on either side
-constexpr double mostEarly = 0.25;      // symbols: more is no error of the clock
-constexpr std::size_t leastMembers = 8; // of a group that tells the clock by itself
-constexpr std::size_t pulseReach = 8;   // symbols on either side whose pulses have slopes
+constexpr std::size_t reach = 4;        // groups around one, on either side
+constexpr double mostEarly = 0.25;      // symbols: larger errors do not come from the clock
+constexpr std::size_t leastMembers = 8; // of a group that measures the clock by itself
+constexpr std::size_t pulseReach = 8;   // symbols on either side whose pulses count
 
-/// Slope of a raised cosine pulse some whole symbols from its middle, a symbol period.
+/// Slope of a raised cosine pulse a whole number of symbols from its middle, per symbol period.
 double slopeOfPulse(double symbols, double rollOff)
 {
     const double alternating = std::cos(pi * symbols) / symbols;
@@ -93,11 +93,12 @@ void TimingRefinement::process(BasebandBlock& block)
 {
     if (!m_isOn)
         return;
-    block.clock.clear(); // these groups tell it better
+    block.clock.clear(); // these groups measure it better
     m_waiting.append(block);
     decide();
     BasebandBlock output;
-    // A slope takes samples of the symbol after the last one, what it should be its neighbours.
+    // A slope needs samples of the following symbol, and its expected value needs the neighbouring
+    // symbols.
     const std::size_t after = m_slopes.empty() ? 0 : pulseReach;
     while (m_grouped + groupLength + after < m_waiting.symbols.size()) {
         addGroup(m_grouped, groupLength);
@@ -162,7 +163,7 @@ void TimingRefinement::addGroup(std::size_t first, std::size_t count)
                                number / static_cast<double>(members)});
 }
 
-/// Decides the symbols that came, as they were sent: not turned.
+/// Decides the new symbols as they were sent, without turns.
 void TimingRefinement::decide()
 {
     for (std::size_t k = m_sent.size(); k < m_waiting.symbols.size(); ++k) {
@@ -177,8 +178,8 @@ void TimingRefinement::decide()
     }
 }
 
-/// What the pulses of the symbols beside one add to the slope at its instant, of a symbol period;
-/// none where they or the pulse are not known.
+/// Slope that the pulses of neighbouring symbols add at the instant of a symbol, per symbol period;
+/// none when they or the pulse are not known.
 std::optional<TimingRefinement::Complex> TimingRefinement::expectedSlopeAt(std::size_t symbol) const
 {
     if (m_slopes.empty() || symbol < pulseReach || symbol + pulseReach >= m_sent.size() ||
@@ -190,7 +191,7 @@ std::optional<TimingRefinement::Complex> TimingRefinement::expectedSlopeAt(std::
     return product(sum, m_waiting.symbols[symbol].turn);
 }
 
-/// A straight line through the groups about one, there.
+/// Value, at a group, of a straight line through the groups around it.
 double TimingRefinement::lineAt(std::size_t group) const
 {
     double s0 = 0.0, s1 = 0.0, s2 = 0.0, e0 = 0.0, e1 = 0.0;
@@ -230,7 +231,7 @@ double TimingRefinement::earlyAt(double place, std::size_t& after) const
     return from.line + (to.line - from.line) * (place - from.place) / (to.place - from.place);
 }
 
-/// By what the carrier turns on from a symbol to the next one.
+/// Turn of the carrier from a symbol to the next one.
 double TimingRefinement::turnAt(std::size_t symbol) const
 {
     const auto& symbols = m_waiting.symbols;
@@ -261,7 +262,7 @@ void TimingRefinement::passOn(std::size_t count, BasebandBlock& output)
             symbol.value += std::complex<float>(step);
             symbol.position += early * static_cast<double>(m_perSymbol);
             symbol.time += early / m_symbolRate;
-            symbol.phase += early * turnAt(k); // the carrier's, there
+            symbol.phase += early * turnAt(k); // phase of the carrier at the new instant
         }
     }
     const std::size_t begin = std::min(m_head * m_perSymbol, m_waiting.samples.size());
@@ -271,7 +272,7 @@ void TimingRefinement::passOn(std::size_t count, BasebandBlock& output)
         isAll ? m_waiting.samples.size() : std::min(m_head * m_perSymbol, m_waiting.samples.size());
     output.samples.assign(m_waiting.samples.begin() + static_cast<std::ptrdiff_t>(begin),
                           m_waiting.samples.begin() + static_cast<std::ptrdiff_t>(end));
-    // The symbol before the next one stays, for its samples.
+    // The symbol before the next one stays, because its samples are needed.
     const std::size_t forgotten = m_head - std::min<std::size_t>(m_head, 1);
     m_waiting.symbols.erase(m_waiting.symbols.begin(),
                             m_waiting.symbols.begin() + static_cast<std::ptrdiff_t>(forgotten));

@@ -8,16 +8,16 @@
 #include <optional>
 #include <vector>
 
-/// Moves the instants of decision to where the symbols come closest to their points.
+/// Moves the instants of decision so that symbols come closest to their points.
 ///
-/// What a symbol is off its point tells by how much it was taken too early or too late, once the
-/// slope of the signal there is known; data make no noise of their own in it (decision-directed
-/// minimum mean square error timing: Kobayashi, "Simultaneous adaptive estimation and decision
-/// algorithm for carrier modulated data transmission systems", IEEE Trans. Commun. 19(3), 1971).
-/// Where the pulse is known, the slope itself tells more, up to what can be told at all: at the
-/// right instant it is that of the neighbours' pulses (maximum likelihood: Meyr, Moeneclaey,
-/// Fechtel, "Digital Communication Receivers", 1998, chapter 5). A straight line through the groups
-/// of symbols about each tells the instant.
+/// The distance of a symbol from its point tells how much too early or too late it was taken, once
+/// the slope of the signal is known; data add no pattern noise (decision-directed minimum mean
+/// square error timing: Kobayashi, "Simultaneous adaptive estimation and decision algorithm for
+/// carrier modulated data transmission systems", IEEE Trans. Commun. 19(3), 1971). Where the pulse
+/// is known, the slope itself tells more, up to the theoretical bound: at the right instant it is
+/// the sum of the slopes of the neighbours' pulses (maximum likelihood: Meyr, Moeneclaey, Fechtel,
+/// "Digital Communication Receivers", 1998, chapter 5). A straight line through the groups of
+/// symbols around each symbol gives its instant.
 class TimingRefinement : public ReceiverStage
 {
 public:
@@ -28,7 +28,7 @@ public:
     void reset() override;
     StageReport report() const override { return {StageReport::Stage::Timing, m_isOn, {}, {}}; }
 
-    /// See SignalFormat: an instant for as many symbols as tell it, of two numbers each.
+    /// See SignalFormat: each instant is fitted to so many symbols of two numbers each.
     double fittedPart() const;
 
 private:
@@ -40,8 +40,8 @@ private:
     struct Group
     {
         double place;  ///< middle, symbols of the run
-        double early;  ///< sum by which its symbols were taken too early, weighted...
-        double weight; ///< ...with these
+        double early;  ///< weighted sum of how much its symbols were taken too early...
+        double weight; ///< ...and the sum of the weights
         double line;   ///< what a line through the groups about it has here
     };
 
@@ -61,13 +61,13 @@ private:
     std::size_t m_perSymbol = 1;
     double m_symbolRate = 1.0;
     std::vector<Decisions> m_decisions; // one, or none
-    std::vector<double> m_slopes;       // of the pulse 1, 2... symbols on; none where not known...
-    double m_curvature = 0.0;           // ...and how it is bent down in its middle
-    BasebandBlock m_waiting;            // from a symbol that was put out on, after the first
-    std::vector<Complex> m_sent;        // its symbols, as they were decided...
+    std::vector<double> m_slopes; // of the pulse after 1, 2... symbols; empty when not known...
+    double m_curvature = 0.0;     // ...and its curvature in the middle
+    BasebandBlock m_waiting;      // from the last symbol that was put out on
+    std::vector<Complex> m_sent;  // its symbols, as they were decided...
     std::vector<std::size_t> m_decided; // ...and how many were up to each, one after the other
-    std::size_t m_head = 0;             // symbols of it that were put out
-    std::size_t m_grouped = 0;          // symbols of it that are in groups
-    std::int64_t m_number = 0;          // of the first that waits, in the run
+    std::size_t m_head = 0;             // its symbols that were put out
+    std::size_t m_grouped = 0;          // its symbols that are in groups
+    std::int64_t m_number = 0;          // of the first symbol that waits, in the run
     std::vector<Group> m_groups;        // the newest
 };

@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr double faintPower = 0.1; // of the power of points: a symbol that is not followed
-constexpr double faintMean = 0.4;  // of it: the mean of symbols at the edge of a burst
+constexpr double faintPower = 0.1; // of the power of points: weaker symbols are not followed
+constexpr double faintMean = 0.4;  // of the same: mean of symbols at the edge of a burst
 constexpr int rampSymbols = 3;     // of a burst
 constexpr double mostOdds = 9.0;   // logarithm: a carrier is lost once in e^9 symbols
 constexpr std::size_t mostDone =
