@@ -9,11 +9,11 @@
 
 namespace {
 
-// A diagram keeps a number of samples: more of a trace leave fewer traces.
+// A diagram keeps a fixed number of samples: longer traces leave fewer traces.
 constexpr int usualTraceLength = 24;
 constexpr int minSymbolLength = 8; // output samples; even, so that half a trace is whole
 constexpr std::int64_t reach = Interpolation::reach;
-constexpr double spacingTolerance = 0.1; // of two symbols that follow one another
+constexpr double spacingTolerance = 0.1; // of the distance of neighbouring symbols
 
 constexpr std::uint8_t isQuiet = 1;
 constexpr std::uint8_t isNoNumber = 2;
@@ -23,7 +23,7 @@ int symbolLengthOf(const EyeCut& cut)
     return std::max(usualTraceLength / cut.symbolCount / 2 * 2, minSymbolLength);
 }
 
-/// Scatters numbers that follow one another (the finaliser of the generator SplitMix64).
+/// Hashes consecutive numbers (the finaliser of the generator SplitMix64).
 std::uint64_t scattered(std::uint64_t number)
 {
     number += 0x9e3779b97f4a7c15U;
@@ -121,7 +121,7 @@ bool EyeCutter::isChosen(double number) const
     return index % m_step == static_cast<std::int64_t>(chosen);
 }
 
-/// Whether all of the trace about a symbol can be had and trusted.
+/// Whether the whole trace around a symbol is there and reliable.
 bool EyeCutter::isWhole(std::size_t middle) const
 {
     if (middle < m_reach || middle + m_reach >= m_symbols.size())
@@ -145,7 +145,7 @@ bool EyeCutter::isWhole(std::size_t middle) const
            isClear(first - reach, last + reach, isNoNumber);
 }
 
-/// Where the signal is so many symbols after the middle of one, samples.
+/// Position of the signal a number of symbols after the middle of one, samples.
 double EyeCutter::placeOf(std::size_t middle, double symbols) const
 {
     const double whole = std::floor(symbols);
@@ -166,7 +166,7 @@ bool EyeCutter::isClear(std::int64_t first, std::int64_t last, std::uint8_t flaw
                         [flaws](std::uint8_t flaw) { return (flaw & flaws) != 0; });
 }
 
-/// Before the first sample as if that one had lasted.
+/// Before the first sample, the signal counts as constant.
 float EyeCutter::sampleAt(std::int64_t position) const
 {
     return m_samples[static_cast<std::size_t>(std::max(position, m_start) - m_start)];
@@ -213,7 +213,7 @@ void EyeCutter::trace(std::size_t middle)
     }
 }
 
-/// Forgets what no trace can need any more.
+/// Drops samples that no trace needs any more.
 void EyeCutter::forget()
 {
     const std::size_t used = m_next - std::min(m_next, m_reach + 1);
@@ -225,7 +225,7 @@ void EyeCutter::forget()
     const auto end = static_cast<double>(m_start) + static_cast<double>(m_samples.size());
     const double needed = m_next < m_symbols.size() ? m_symbols[m_next].position : end;
     const double surplus = std::floor(std::min(needed, end) - kept - static_cast<double>(m_start));
-    if (surplus < static_cast<double>(m_samples.size()) / 2.0) // seldom, as it moves the rest
+    if (surplus < static_cast<double>(m_samples.size()) / 2.0) // rarely, because it moves the rest
         return;
     m_samples.erase(m_samples.begin(), m_samples.begin() + static_cast<std::ptrdiff_t>(surplus));
     m_flaws.erase(m_flaws.begin(), m_flaws.begin() + static_cast<std::ptrdiff_t>(surplus));

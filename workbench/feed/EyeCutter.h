@@ -19,33 +19,33 @@ struct EyeCut
 
     double samplesPerSymbol = 0.0; ///< nominal; 0: symbols are unknown
     int symbolCount = 2;           ///< symbols of a trace, 1 to maxSymbolCount
-    /// Where a low-pass before the eye is 3 dB down, symbol rates; 0: none.
+    /// Cut-off frequency (3 dB) of a low-pass before the eye, symbol rates; 0: none.
     double bandwidth = 0.0;
 };
 
-/// Cuts a signal into traces of equally many samples, about the middle of each symbol: that is in
-/// the middle of the trace, and a symbol period is a whole number of samples, between those of the
-/// signal. Where no symbols are known there are no traces.
+/// Cuts a signal into traces of equally many samples around the middle of each symbol. The samples
+/// are interpolated so that the middle of the symbol is the middle of the trace and a symbol period
+/// is a whole number of samples. Without symbols there are no traces.
 ///
-/// Traces that touch a gap, silenced samples or a symbol that cannot be trusted are left out.
+/// Traces that touch a gap, silenced samples or a symbol that is not good are left out.
 class EyeCutter
 {
 public:
     explicit EyeCutter(const EyeCut& cut);
     ~EyeCutter();
 
-    /// Samples of a trace.
+    /// Number of samples of a trace.
     std::size_t traceLength() const { return m_traceLength; }
-    /// Cuts one trace of so many, at least 1, chosen at random, but always the same one.
+    /// Cuts one of so many traces, at least 1, chosen at random but reproducibly.
     void setStep(std::int64_t step);
 
-    /// The next samples, after those of the last call or anywhere else.
+    /// Takes the next samples, after those of the last call or anywhere else.
     void push(const BlockPart& part);
-    /// Takes the newest of the traces that were cut: samples, and beside them markers, which are
-    /// the trace's length where one starts, 0 elsewhere.
-    /// @param most  samples worth taking; older traces are dropped.
+    /// Returns the newest traces: their samples, and beside them markers, which are the length of a
+    /// trace at its start and 0 elsewhere.
+    /// @param most  largest number of samples to return; older traces are dropped.
     void takeTraces(std::size_t most, std::vector<double>& samples, std::vector<double>& markers);
-    /// Traces that were chosen but left out.
+    /// Number of traces that were chosen but left out.
     std::int64_t leftOutCount() const { return m_leftOutCount; }
 
 private:
@@ -64,9 +64,9 @@ private:
     EyeCut m_cut;
     int m_symbolLength; // output samples
     std::size_t m_traceLength = 0;
-    std::size_t m_reach; // symbols to either side of a trace's middle that have to be known
+    std::size_t m_reach; // symbols on either side of a trace's middle that have to be known
     std::int64_t m_step = 1;
-    std::unique_ptr<LowPass> m_filter; // where there is one
+    std::unique_ptr<LowPass> m_filter; // null without a low-pass
     std::int64_t m_start = 0;          // position of the first sample that is kept
     std::vector<float> m_samples;
     std::vector<std::uint8_t> m_flaws; // of the samples...

@@ -41,7 +41,7 @@ void EyeFeed::setGateLength(double samples)
         m_cutter->setStep(stepFor(samples / m_cut.samplesPerSymbol));
 }
 
-/// A view takes one sample more of each trace.
+/// A view counts one sample more for each trace.
 std::int64_t EyeFeed::stepFor(double traceCount) const
 {
     const std::size_t kept = capacity / (m_cutter->traceLength() + 1);

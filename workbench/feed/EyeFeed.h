@@ -5,38 +5,38 @@
 #include "workbench/feed/EyeValues.h"
 #include "workbench/feed/LevelRange.h"
 
-/// Puts the traces of an eye into the values of the value tree: so many of those that can be cut
-/// that the ones an eye view keeps cover the gate.
+/// Writes the traces of an eye into the value tree: so many of all possible traces that those an
+/// eye view keeps cover the gate.
 class EyeFeed
 {
 public:
-    /// Samples that an eye view can be set to keep.
+    /// Largest number of samples that an eye view can keep.
     static constexpr std::size_t capacity = 10000;
 
     EyeFeed();
 
-    /// Starts anew with a signal.
+    /// Starts with a new signal.
     void open(const SignalFormat& format);
-    /// Symbols of a trace; clamped to 1 to EyeCut::maxSymbolCount. Starts anew.
+    /// Sets the number of symbols of a trace, clamped to 1 to EyeCut::maxSymbolCount. Starts anew.
     void setSymbolCount(int count);
     /// Bandwidth of the low-pass before the eye, see EyeCut: none below EyeCut::minBandwidth, at
     /// most EyeCut::maxBandwidth. Starts anew.
     void setBandwidth(double bandwidth);
     const EyeCut& cut() const { return m_cut; }
-    /// Samples of the signal that the traces are to cover.
+    /// Sets how many samples of the signal the traces have to cover.
     void setGateLength(double samples);
 
-    /// Takes what is played, after that of the last call or anywhere else.
+    /// Takes samples that are played, after those of the last call or anywhere else.
     void take(const BlockPart& part) { m_cutter->push(part); }
-    /// Puts out the traces that were cut since the last call, in one notification.
+    /// Writes the traces that were cut since the last call, in one notification.
     void notify();
-    /// Puts out the traces of a gate, and no others: the views were emptied before.
+    /// Writes the traces of a gate only; the views must be empty.
     void show(const std::deque<BlockPart>& parts);
-    /// Whether there was no trace since it was started anew.
+    /// Whether there was no trace since the last start.
     bool isEmpty() const { return m_kept.empty(); }
 
     void setLevels(double lowest, double highest);
-    /// Fits the levels to those of the newest traces, and follows them.
+    /// Fits the axis to the levels of the newest traces, and follows them.
     void fitLevels() { m_levels.follow(); }
     /// @param elapsed  s since the last call.
     void followLevels(double elapsed);

@@ -6,8 +6,8 @@
 #include <list>
 #include <vector>
 
-/// The values that an eye view binds to. They are in the value tree as long as this object lives;
-/// one object at a time. An eye view sets its X axis by itself and has no use for a baud rate.
+/// The values of the value tree to which an eye view is bound, as long as this object lives; one
+/// object at a time. An eye view sets its X axis itself and needs no baud rate.
 class EyeValues
 {
 public:
@@ -29,7 +29,7 @@ public:
     EyeValues& operator=(const EyeValues&) = delete;
 
     void setY(double minimum, double maximum);
-    /// Writes both lists in place and sets the trigger, once for all segments.
+    /// Writes both lists in place and sets the trigger once.
     void notify(const std::vector<double>& samples, const std::vector<double>& markers);
 
 private:

@@ -41,7 +41,7 @@ SignalBlockPtr cutOut(const BlockPart& part, double sampleRate, bool isAfterGap)
     return block;
 }
 
-/// What of a part is not before a position.
+/// The samples of a part from a position on.
 BlockPart after(const BlockPart& part, std::int64_t position)
 {
     const auto known = std::min(part.count, static_cast<std::size_t>(position - part.position()));
@@ -66,7 +66,7 @@ void Gate::follow(std::size_t count, std::optional<std::int64_t> length)
 {
     m_isFixed = false;
     m_most = std::min(count, maxSampleCount);
-    if (length) // what starts over is not measured twice
+    if (length) // a signal that starts over is not measured twice
         m_most = std::min(m_most, static_cast<std::size_t>(std::max<std::int64_t>(*length, 1)));
     trim();
 }
@@ -88,7 +88,7 @@ BlockPart Gate::within(const BlockPart& part) const
 {
     if (!m_isFixed)
         return part;
-    const auto indexOf = [&](double time) { // the first sample that is not before it
+    const auto indexOf = [&](double time) { // the first sample at or after a time
         const double index = std::ceil((time - part.block->time) * m_sampleRate - 1e-3);
         return static_cast<std::size_t>(std::clamp(index, static_cast<double>(part.first),
                                                    static_cast<double>(part.first + part.count)));
@@ -102,7 +102,7 @@ BlockPart Gate::take(const BlockPart& part)
     BlockPart taken = within(part);
     if (m_isFixed && !m_parts.empty() && taken.count > 0) {
         if (taken.position() < m_parts.front().position())
-            clear(); // of what came later: all of it comes anew
+            clear(); // of later samples: all of them come again
         else if (taken.position() < m_parts.back().end())
             taken = after(taken, m_parts.back().end());
     }
@@ -165,7 +165,7 @@ double Gate::begin() const
     double time = timeOf(m_parts.front(), 0, m_sampleRate);
     for (const BlockPart& part : m_parts)
         time = std::min(time, timeOf(part, 0, m_sampleRate));
-    // The time that was set is before the first sample, but by less than one.
+    // The time that was set is less than one sample before the first sample.
     return m_isFixed ? std::max(m_from, time - 1.0 / m_sampleRate) : time;
 }
 
@@ -188,7 +188,7 @@ std::vector<double> Gate::samples() const
     return samples;
 }
 
-// A burst in view was received, whatever came after it.
+// A burst that is shown was received, whatever came after it.
 std::vector<StageReport> Gate::reports() const
 {
     std::vector<StageReport> result;

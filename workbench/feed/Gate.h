@@ -6,21 +6,22 @@
 #include <deque>
 #include <vector>
 
-/// The stretch of signal that figures, pictures and exports are of: the newest samples that were
-/// played, as many as the time view shows, or all between two times. Keeps what was played of it.
+/// The stretch of signal of figures, pictures and exports: the newest samples that were played, as
+/// many as the time view shows, or all samples between two times. Keeps the samples that were
+/// played.
 class Gate
 {
 public:
-    /// Samples that are kept at most, the newest.
+    /// Largest number of samples that are kept; older ones are dropped.
     static constexpr std::size_t maxSampleCount = std::size_t{1} << 22;
 
-    /// Starts anew with a signal, following it.
+    /// Starts with a new signal, and follows it.
     /// @param sampleRate  Hz, of the signal.
     void open(double sampleRate);
-    /// As open, but stays fixed where it is.
+    /// Like open, but a fixed gate stays fixed.
     void reopen(double sampleRate);
-    /// The newest samples from now on.
-    /// @param length  of the whole signal, samples; none where it is not known.
+    /// Follows the newest samples from now on.
+    /// @param length  of the whole signal, samples; none when it is not known.
     void follow(std::size_t count, std::optional<std::int64_t> length);
     /// Keeps the samples between two times, s, from now on.
     void fix(double from, double to);
@@ -28,24 +29,25 @@ public:
     double fixedFrom() const { return m_from; }
     double fixedTo() const { return m_to; }
 
-    /// Takes what is played. Where the gate is fixed, what is within and was not taken before.
-    /// @return what was taken of it.
+    /// Takes samples that are played. A fixed gate takes only samples within it that it has not
+    /// taken before.
+    /// @return the samples that were taken.
     BlockPart take(const BlockPart& part);
-    /// Forgets what was played.
+    /// Drops all samples.
     void clear();
 
     bool isEmpty() const { return m_parts.empty(); }
     std::size_t sampleCount() const { return m_count; }
     /// The samples, in the order in which they were played.
     const std::deque<BlockPart>& parts() const { return m_parts; }
-    /// The same in the order of time: what is not from begin to end in them does not count.
+    /// The samples in the order of time, in blocks that may reach beyond begin and end.
     std::vector<SignalBlockPtr> blocks() const;
     /// s, of the signal.
     double begin() const;
     double end() const;
     std::vector<double> samples() const;
-    /// How the receiver's stages did while the samples came through: the newest report of each, or
-    /// the newest of one that was locked.
+    /// Reports of the receiver's stages for these samples: the newest report of each stage,
+    /// preferably one in which it was locked.
     std::vector<StageReport> reports() const;
 
     /// What of a part is within it, taken or not.
@@ -57,7 +59,7 @@ private:
 
     double m_sampleRate = 1.0;
     bool m_isFixed = false;
-    double m_from = 0.0; // where it is fixed
+    double m_from = 0.0; // s, when fixed
     double m_to = 0.0;
     std::size_t m_most = maxSampleCount; // samples
     std::deque<BlockPart> m_parts;

@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr double insiders = 0.99;           // part of the points that decide on the axes...
-constexpr std::size_t magnitudeCount = 256; // ...at most so many of a set
+constexpr double insiders = 0.99;           // part of the points that have to fit into the axes...
+constexpr std::size_t magnitudeCount = 256; // ...of at most so many of a set
 
 } // namespace
 
@@ -25,7 +25,7 @@ void IqFeed::open(const SignalFormat& format)
 void IqFeed::setTrajectory(bool wanted)
 {
     m_isTrajectory = wanted;
-    m_magnitudes.clear(); // which are of other points
+    m_magnitudes.clear(); // which belong to other points
 }
 
 void IqFeed::setGateLength(double samples)
@@ -71,7 +71,7 @@ void IqFeed::takeSamples(const BlockPart& part)
     }
 }
 
-/// What is no point must not put out one that is.
+/// A silenced sample must not take the place of a point.
 void IqFeed::add(double i, double q)
 {
     if (!std::isfinite(i) || !std::isfinite(q))
@@ -80,8 +80,8 @@ void IqFeed::add(double i, double q)
     m_open.q.push_back(q);
 }
 
-// One point of each run of neighbours, at random: a fixed step would see but some phases of a
-// symbol clock that it is in step with.
+// Takes a random point of each run of neighbours: a fixed step could be in step with the symbol
+// clock and show only some of its phases.
 void IqFeed::endSet()
 {
     Points points;
@@ -105,7 +105,7 @@ void IqFeed::endSet()
         m_whole.pop_front();
 }
 
-/// A set without a point goes out, too: older ones grow old by it.
+/// A set without points is written, too, because it makes older sets age.
 void IqFeed::notify()
 {
     const std::vector<double> nowhere(1, std::numeric_limits<double>::quiet_NaN());

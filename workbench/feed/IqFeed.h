@@ -8,21 +8,21 @@
 #include <algorithm>
 #include <random>
 
-/// Puts the points of a constellation into the values of the value tree: those of symbols that can
-/// be trusted where the receiver decides on symbols, else the samples, thinned out to what a view
-/// draws at ease. What a squelch silences is never shown. A signal without Q has no points.
+/// Writes the points of a constellation into the value tree: the good symbols when the receiver
+/// decides on symbols, else the samples, decimated to what a view draws easily. Silenced samples
+/// are never shown. A signal without Q has no points.
 ///
-/// The points come in data sets, each of as much signal that those a view keeps cover the gate. The
-/// axes cross in the middle, and I and Q have the same scale.
+/// The points come in data sets, each of so much signal that those a view keeps cover the gate. The
+/// axes are symmetric to 0, and I and Q have the same scale.
 class IqFeed
 {
 public:
     static constexpr std::size_t maxPointCount = 2048; ///< of a data set
     static constexpr std::int64_t setCount = 100;      ///< that an IQ view keeps
 
-    /// Starts anew with a signal.
+    /// Starts with a new signal.
     void open(const SignalFormat& format);
-    /// Shows the samples also where symbols are decided on: the trajectory between them.
+    /// Shows the samples even if symbols are decided on: the trajectory between them.
     void setTrajectory(bool wanted);
     bool isTrajectory() const { return m_isTrajectory; }
     bool knowsSymbols() const { return m_hasDecisions; }
@@ -30,29 +30,29 @@ public:
     bool hasQ() const { return m_hasQ; }
     /// Whether the points are those of the symbols, at the instants of decision.
     bool showsDecisions() const { return m_hasDecisions && !m_isTrajectory; }
-    /// Whether no point was put out since it was started anew, or shown.
+    /// Whether no point was written since the last start.
     bool isEmpty() const { return m_isEmpty; }
-    /// Samples of the signal that the points are to cover.
+    /// Sets how many samples of the signal the points have to cover.
     void setGateLength(double samples);
 
-    /// Takes what is played.
+    /// Takes samples that are played.
     void take(const BlockPart& part);
-    /// Puts out the data sets that have become whole since the last call.
+    /// Writes the data sets that were completed since the last call.
     void notify();
-    /// Puts out the points of a gate, and no others: the views were emptied before.
+    /// Writes the points of a gate only; the views must be empty.
     void show(const std::deque<BlockPart>& parts);
 
-    /// Shows the square of I and Q in which a level of this magnitude fits.
+    /// Sets axes of I and Q in which a level of this magnitude fits.
     void setLevel(double level);
-    /// Fits the axes to the points that are shown, whatever few of them lie far out, and follows.
+    /// Fits the axes to the points that are shown, except a few far out, and follows them.
     void fitLevels() { m_levels.follow(); }
     /// @param elapsed  s since the last call.
     void followLevels(double elapsed);
     const LevelRange& levels() const { return m_levels; }
-    /// Where the axes end in the positive: of I and of Q.
+    /// Positive ends of the axes of I and Q.
     double iEnd() const { return m_levels.highest() * std::max(m_aspect, 1.0); }
     double qEnd() const { return m_levels.highest() * std::max(1.0 / m_aspect, 1.0); }
-    /// Width of the plot divided by its height.
+    /// Sets the width of the plot divided by its height.
     void setAspect(double aspect);
 
 private:
@@ -75,11 +75,11 @@ private:
     bool m_isEmpty = true;
     bool m_isTrajectory = false;
     std::int64_t m_setLength = 1;
-    std::int64_t m_setNumber = 0; // of the open one
+    std::int64_t m_setNumber = 0; // of the open set
     Points m_open;
-    std::deque<Points> m_whole; // to be put out
+    std::deque<Points> m_whole; // sets to be written
     std::minstd_rand m_choice;
     LevelRange m_levels{0.125};                  // of I and Q alike
-    std::deque<std::vector<float>> m_magnitudes; // of some points of each set that is shown
+    std::deque<std::vector<float>> m_magnitudes; // of some points of each shown set
     double m_aspect = 1.0;
 };

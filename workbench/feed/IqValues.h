@@ -6,8 +6,8 @@
 #include <list>
 #include <vector>
 
-/// The values that an IQ view binds to. They are in the value tree as long as this object lives;
-/// one object at a time.
+/// The values of the value tree to which an IQ view is bound, as long as this object lives; one
+/// object at a time.
 class IqValues
 {
 public:

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr double leastUsed = 0.5; // part of the range
+constexpr double leastUsed = 0.5; // part of the range that levels use before it shrinks
 
 /// The lowest and the highest at each place of whole vectors.
 ORVANE_WIDEST void extremesOf(const double* levels, std::size_t count, Doubles& lowest,

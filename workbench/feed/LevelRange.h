@@ -4,22 +4,22 @@
 #include <cstddef>
 #include <limits>
 
-/// The lowest and the highest of some levels; what is not finite does not count.
+/// Lowest and highest of some levels; values that are not finite do not count.
 struct LevelExtremes
 {
     void add(double level);
     void add(const double* levels, std::size_t count);
     void add(const LevelExtremes& other);
-    /// Whether there are two levels that differ: silence has none that an axis could be fitted to.
+    /// Whether there are two different levels; an axis cannot be fitted to silence.
     bool isSignal() const { return lowest < highest; }
 
     double lowest = std::numeric_limits<double>::infinity();
     double highest = -std::numeric_limits<double>::infinity();
 };
 
-/// The range of an axis that follows the levels that are shown, without a jump where they change
-/// but a little: what exceeds the range widens it at once; it shrinks once the levels have left
-/// more than half of it free for a while.
+/// The range of an axis that follows the shown levels without jumping at small changes: levels
+/// beyond the range widen it at once; it shrinks when the levels have left more than half of it
+/// free for a while.
 class LevelRange
 {
 public:
@@ -32,11 +32,11 @@ public:
 
     double lowest() const { return m_lowest; }
     double highest() const { return m_highest; }
-    /// Stays so from now on.
+    /// Fixes the range from now on.
     void fix(double lowest, double highest);
-    /// Fits the next levels, and follows.
+    /// Fits the range to the next levels, and follows them from then on.
     void follow();
-    /// Whether it waits for levels to fit.
+    /// Whether it waits for levels to which it can be fitted.
     bool isNew() const { return m_isNew; }
     /// @param elapsed  s since levels were taken last.
     /// @return whether the range changed.
@@ -50,5 +50,5 @@ private:
     double m_highest = 1.0;
     bool m_isFollowing = false;
     bool m_isNew = false;
-    double m_freeTime = 0.0; // s for which too much of it was free
+    double m_freeTime = 0.0; // s, how long too much of it was free
 };

@@ -32,8 +32,8 @@ void Measuring::request(const Gate& gate, const Measurement::Setup& setup)
     startNext();
 }
 
-// What runs is not given up, as it does not end before it is done: another one beside it would take
-// a core as well.
+// A running measurement is not given up, because it cannot be ended: another one beside it would
+// take a second core.
 void Measuring::cancel()
 {
     m_next.reset();

@@ -12,19 +12,19 @@
 
 class Gate;
 
-/// Measures gates on a thread of its own, one at a time, and rests in between: it takes a fifth of
-/// a core at most.
+/// Measures gates on a thread of its own, one at a time, with rests in between, so that it takes at
+/// most a fifth of a core.
 class Measuring : public QObject
 {
     Q_OBJECT
 public:
     explicit Measuring(QObject* parent = nullptr);
 
-    /// Measures at once, in the calling thread.
+    /// Measures a gate at once, in the calling thread.
     static Measurement of(const Gate& gate, const Measurement::Setup& setup);
-    /// Measures as soon as the thread can, unless another gate is to be measured by then.
+    /// Measures a gate as soon as possible, unless another one is requested by then.
     void request(const Gate& gate, const Measurement::Setup& setup);
-    /// Forgets what was requested; measured does not come before the next request.
+    /// Drops the request; measured is not emitted before the next request.
     void cancel();
 
 signals:
@@ -45,7 +45,7 @@ private:
     void startNext();
 
     std::optional<Request> m_next;
-    int m_run = 0; // counts what was cancelled
+    int m_run = 0; // number of calls of cancel
     QTimer m_rest;
     Background m_work;
 };

@@ -5,24 +5,24 @@
 #include "workbench/sources/ChannelChoice.h"
 #include "workbench/sources/SignalFacts.h"
 
-/// Which part of a signal is received, and how; and what that means for the signal.
+/// Which channel of a signal is received, with which settings and symbol rate.
 struct Reception
 {
-    /// Bd, as it is known: as it was given, or as the source says.
+    /// Symbol rate, Bd: the one that was given, or that of the source.
     std::optional<double> symbolRate() const { return givenRate ? givenRate : source.symbolRate; }
     bool hasChannel(const ChannelChoice& wanted) const
     {
         return wanted.last() < source.valueCount();
     }
-    /// Whether the receiver can be used with the source; any can where the symbols' clock is known,
-    /// as it is not used.
+    /// Checks that the receiver can be used with the source; always true when the symbol clock is
+    /// known, because then it is not used.
     Result<void> check() const;
-    /// The receiver as a pipeline takes it: off it knows no symbol rate but one that was given, and
+    /// Settings for a pipeline. When the receiver is off, they hold only a given symbol rate and
     /// the bits of characters.
     ReceiverSettings used() const;
 
     SignalFacts source;
     ChannelChoice channel;
-    std::optional<double> givenRate; ///< Bd, over what the source says
+    std::optional<double> givenRate; ///< Bd, overrides that of the source
     ReceiverSettings receiver;
 };

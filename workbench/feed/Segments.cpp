@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Where the signal is closest to zero; amid equals, such as silence, the middle. NaN is never it.
+/// Where the signal is closest to zero; in silence, the middle. Never a NaN.
 std::size_t quietest(const std::vector<double>& samples)
 {
     std::size_t best = samples.size() / 2;

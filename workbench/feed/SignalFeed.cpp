@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr double queuedPeriods = 4.0; // that are due at once at most
+constexpr double queuedPeriods = 4.0; // largest number that is due at once
 constexpr double keptSymbols = 1.1e5; // of a live signal: those that who counts keeps
 
 } // namespace
@@ -56,7 +56,7 @@ void SignalFeed::changeSource(const std::function<void(SignalSource&)>& work)
     m_transport.goOn();
 }
 
-/// Receives anew, and plays on where it was.
+/// Receives with new settings, and continues where it was.
 void SignalFeed::reconfigure()
 {
     if (!m_pipeline)
@@ -98,7 +98,7 @@ void SignalFeed::setSymbolRate(std::optional<double> symbolRate)
 
 void SignalFeed::setScale()
 {
-    // Frames are known of signals that no receiver resamples.
+    // Frames are known only for signals that no receiver resamples.
     const bool isAsItIs = format().sampleRate == m_reception.source.sampleRate;
     const auto frameLength = isAsItIs ? m_reception.source.frameLength : std::nullopt;
     m_views.open(
@@ -134,7 +134,7 @@ void SignalFeed::releaseGate()
     restartCounting();
 }
 
-/// Lets all that depends on it know what is shown, and how much comes at a time.
+/// Tells all dependent parts what is shown, and how much comes at a time.
 void SignalFeed::layOut()
 {
     m_periodLength = m_transport.periodLength();
@@ -150,15 +150,15 @@ void SignalFeed::layOut()
     m_transport.setBacklog(1.2 * m_views.time.segmentLength() + 2.0 * m_periodLength);
 }
 
-/// Plays the next samples in one notification; fewer where the source has no more, and is then at
-/// the end, or has them later.
+/// Plays the next samples in one notification; fewer at the end of the source, or when they come
+/// later.
 std::size_t SignalFeed::play(std::size_t count)
 {
     if (m_periodLength != m_transport.periodLength())
         layOut();
     followBandwidth();
     std::size_t done = 0;
-    bool isFresh = false; // just started over: another end right away would go on for ever
+    bool isFresh = false; // just started over: another end at once would loop for ever
     while (done < count && !m_transport.isAtEnd()) {
         const std::size_t open = m_views.time.openCount(m_transport);
         const BlockPart part =

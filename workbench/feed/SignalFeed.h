@@ -13,9 +13,9 @@
 #include <memory>
 #include <optional>
 
-/// A signal, from its source to the values that the views are bound to: what the transport plays
-/// goes to the time view, the eye, the constellation and the gate. Where it stands still, eye and
-/// constellation are those of the gate, and nothing else.
+/// A signal, from its source to the values to which the views are bound: the samples that the
+/// transport plays go to the time view, the eye, the constellation and the gate. When it stands
+/// still, eye and constellation show exactly the gate.
 ///
 /// GUI thread only.
 class SignalFeed : public QObject
@@ -25,19 +25,19 @@ public:
     explicit SignalFeed(QObject* parent = nullptr);
     ~SignalFeed() override;
 
-    /// Takes over a source, stops playing, shows the default span and watches for a signal.
+    /// Takes over a source, stops playing, shows the default span and waits for a signal.
     /// @param symbolRate  Bd, > 0; overrides what the source says.
     void open(std::unique_ptr<SignalSource> source, const ChannelChoice& channel,
               std::optional<double> symbolRate);
     bool isOpen() const { return m_pipeline != nullptr; }
     /// Facts about the source; meaningless until one was opened.
     const SignalFacts& source() const { return m_reception.source; }
-    /// Of what is shown.
+    /// Format of the shown signal.
     const SignalFormat& format() const;
-    /// Of the samples that are shown over time: "Hz" of those of an FM demodulator, else empty.
+    /// Unit of the samples in the time view: "Hz" behind an FM demodulator, else empty.
     QString levelUnit() const;
     const TimeScale& scale() const { return m_views.time.scale(); }
-    /// Does something with the source while it is not read. Needs one.
+    /// Runs work on the source while it is not read. There must be one.
     void changeSource(const std::function<void(SignalSource&)>& work);
     /// The current trouble with the source, if there is any.
     std::optional<Message> trouble() const
@@ -45,28 +45,29 @@ public:
         return m_pipeline ? m_pipeline->trouble() : std::nullopt;
     }
     bool hasFailed() const { return m_pipeline && m_pipeline->hasFailed(); }
-    /// Whether a live source has no more samples.
+    /// Whether a live source has ended.
     bool hasEnded() const { return source().isLive && m_transport.buffer().hasEnded(); }
     /// As in Pipeline.
     double leftOutPart() const { return m_pipeline ? m_pipeline->leftOutPart() : 0.0; }
     std::int64_t gapCount() const { return m_pipeline ? m_pipeline->gapCount() : 0; }
 
-    /// Receives the source from now on, also the next ones: at the symbol rate that is known, the
-    /// one in the settings does not count. Settings with a flaw for a source are not used with it,
-    /// nor are any with one whose symbols' clock is known.
+    /// Sets how this source and later ones are received, at the known symbol rate; the one in the
+    /// settings is ignored. Settings that are invalid for a source are not used with it, nor are
+    /// any with a source whose symbol clock is known.
     void setReceiver(const ReceiverSettings& settings);
     const ReceiverSettings& receiver() const { return m_reception.receiver; }
-    /// Whether the receiver can be used with the source.
+    /// Checks that the receiver can be used with the source.
     Result<void> checkReceiver() const { return m_reception.check(); }
-    /// How its stages did while the samples that are shown came through: the newest report of
-    /// each, or the newest of one that was locked.
+    /// Reports of its stages for the shown samples: the newest report of each stage, preferably one
+    /// in which it was locked.
     std::vector<StageReport> reports() const { return m_views.gate.reports(); }
-    /// Ignores a channel that the source lacks.
+    /// Sets the channel; one that the source lacks is ignored.
     void setChannel(const ChannelChoice& channel);
     const ChannelChoice& channel() const { return m_reception.channel; }
-    /// Symbol rate that overrides what the source says, as in open; none: what the source says.
+    /// Sets the symbol rate, Bd, that overrides that of the source, as in open; none: that of the
+    /// source.
     void setSymbolRate(std::optional<double> symbolRate);
-    /// Bd, as it is known: by what was said in open or setSymbolRate, or by the source.
+    /// The known symbol rate, Bd: from open or setSymbolRate, or that of the source.
     std::optional<double> symbolRate() const { return m_reception.symbolRate(); }
     bool isSymbolRateGiven() const { return m_reception.givenRate.has_value(); }
 
@@ -90,28 +91,26 @@ public:
     void restartCounting();
     /// Waits until all that was played is with those who count.
     void waitForCounted();
-    /// The gate is what lies between two times, s, from now on; what was played before of it
-    /// counts.
+    /// Fixes the gate between two times, s; samples of it that were already played count.
     void fixGate(double from, double to);
     /// Lets the gate follow the time view from now on.
     void releaseGate();
 
-    /// Time shown, s, from now on, also of another symbol rate; clamped to what can be shown.
+    /// Sets the shown time, s, also for other symbol rates; clamped to what can be shown.
     void setSpan(double seconds);
-    /// Whether the time axis counts symbols where they are known; else seconds. True at first.
+    /// Whether the time axis counts symbols, if they are known, or seconds. True at first.
     void setCountingSymbols(bool wanted);
     double span() const { return m_views.time.span(); }
     double segmentLength() const { return m_views.time.segmentLength(); }
     void setLevels(double lowest, double highest) { m_views.setLevels(lowest, highest); }
-    /// Fits the levels to what is shown, and follows it. Whoever shows it calls the parts'
-    /// followLevels now and then.
+    /// Fits the levels to what is shown, and follows it. The owner of the views calls followLevels
+    /// of the parts repeatedly.
     void fitLevels() { m_views.fitLevels(); }
-    /// Whether samples were played since the source was opened, or since it was gone to another
-    /// place.
+    /// Whether samples were played since the source was opened or moved.
     bool hasPlayed() const { return m_hasPlayed; }
-    /// Lets the views forget what they show, and shows the gate: what is played stays.
+    /// Empties the views and shows the gate: the samples that were played stay.
     void showGate();
-    /// Lets the views forget what they show, as if no sample had come.
+    /// Empties the views, as if no sample had come.
     void showNothing();
     /// Whether its samples come again when they are gone to.
     bool isSeekable() const { return !source().isLive && m_transport.length(); }
@@ -121,7 +120,7 @@ public:
     std::optional<double> showAround(double seconds);
 
 signals:
-    /// The time view, or eye and constellation, are to be emptied; what comes is to be seen alone.
+    /// The time view, or eye and constellation, have to be emptied before the next samples.
     void timeCleared();
     void symbolsCleared();
     /// Those who count have to forget all symbols, and to set their sinks again.
@@ -143,7 +142,7 @@ private:
     Gate m_history; // of a signal that is counted, and does not come again
     std::unique_ptr<Pipeline> m_pipeline;
     Transport m_transport;
-    double m_periodLength = 0.0; // that all is laid out for
-    bool m_isSpanChosen = false; // else it is the usual one
+    double m_periodLength = 0.0; // for which all parts are set up
+    bool m_isSpanChosen = false; // otherwise the default
     bool m_hasPlayed = false;
 };

@@ -6,8 +6,8 @@
 
 namespace {
 
-// More samples than these, of a period or of all that is shown, are thinned out, unless fewer are
-// left than a picture takes.
+// Beyond these numbers of samples, of a period or of all that is shown, samples are decimated,
+// unless too few would be left for a picture.
 constexpr double manyOfPeriod = 16384.0;
 constexpr double manyOfSpan = 2097152.0;
 constexpr double fewOfSpan = 8192.0;
@@ -23,8 +23,8 @@ void TimeFeed::open(const TimeScale& scale, std::optional<double> frameLength)
     restart();
 }
 
-// A view shows whole segments: one a period scrolls smoothly; longer ones where the time shown
-// would take too many of them.
+// A view shows whole segments: one per period scrolls smoothly; they are longer when the shown time
+// would take too many.
 void TimeFeed::setSpan(double seconds, double periodLength)
 {
     m_span = std::clamp(seconds, m_scale.minSpan, m_scale.maxSpan);

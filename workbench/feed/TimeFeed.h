@@ -10,47 +10,48 @@
 
 #include <deque>
 
-/// Puts what is played into the values that a time view binds to: samples in segments, with far
-/// fewer samples where there are far more than a view has pixels.
+/// Writes the samples that are played into the values of a time view: in segments, decimated when
+/// there are far more samples than pixels.
 class TimeFeed
 {
 public:
-    /// Starts anew with a signal.
+    /// Starts with a new signal.
     /// @param frameLength  as in SignalSource, in samples of the signal.
     void open(const TimeScale& scale, std::optional<double> frameLength);
-    /// Time shown, s; clamped to what can be shown.
+    /// Sets the shown time, s; clamped to what can be shown.
     /// @param periodLength  samples that come at a time.
     void setSpan(double seconds, double periodLength);
     double span() const { return m_span; }
-    /// Whether the axis counts symbols where they are known; true at first. Set the span again.
+    /// Sets whether the axis counts symbols if they are known; true at first. Set the span again
+    /// afterwards.
     void setCountingSymbols(bool wanted) { m_countsSymbols = wanted; }
     bool countsSymbols() const { return m_countsSymbols; }
     const TimeScale& scale() const { return m_scale; }
-    /// Samples of a segment.
+    /// Number of samples of a segment.
     double segmentLength() const;
 
-    /// Samples that are missing to the end of the open segment; looks ahead for the end of the next
-    /// one where none is open. 0: that is not known yet.
+    /// Number of samples missing to the end of the open segment, or of the next one when none is
+    /// open, for which it looks ahead. 0: not known yet.
     std::size_t openCount(Transport& transport);
     /// Takes samples that are played, at most as many as are missing.
     void take(const BlockPart& part);
-    /// Puts out what was taken since the last call.
+    /// Writes the samples that were taken since the last call.
     void notify();
     /// The next samples do not follow those that were taken.
     void restart();
-    /// Puts out these samples, and no others: the views were emptied before.
+    /// Writes these samples only; the views must be empty.
     /// @param position  of the first one.
     void show(std::int64_t position, const std::vector<double>& samples);
 
     void setLevels(double lowest, double highest);
-    /// Fits the levels to those that are shown, and follows them.
+    /// Fits the axis to the shown levels, and follows them.
     void fitLevels() { m_levels.follow(); }
     /// @param elapsed  s since the last call.
     void followLevels(double elapsed);
     const LevelRange& levels() const { return m_levels; }
 
 private:
-    /// Samples in a row.
+    /// Consecutive samples.
     struct Stretch
     {
         double count;
@@ -68,12 +69,12 @@ private:
     double m_span = 1.0;
     bool m_countsSymbols = true;
     LevelRange m_levels{0.05};
-    std::deque<Stretch> m_shown;      // the newest, no more than are shown
+    std::deque<Stretch> m_shown;      // the newest, at most as many as are shown
     double m_shownCount = 0.0;        // samples of them
     std::size_t m_open = 0;           // samples missing to the end of the segment
     double m_marker = 0.0;            // of the next sample
-    std::vector<double> m_window;     // that is looked through for its end
-    std::vector<double> m_newSamples; // to be thinned out
+    std::vector<double> m_window;     // in which the end of a segment is searched for
+    std::vector<double> m_newSamples; // to be decimated
     std::vector<double> m_newMarkers;
     std::vector<double> m_samples; // of the next notification
     std::vector<double> m_markers;

@@ -5,16 +5,16 @@
 
 #include <optional>
 
-/// How a signal is laid out on the time axis. The axis counts in units of T, whose number of
-/// samples is the view's baud rate: T is the symbol period, or 1 s, 1 ms, 1 us or 1 ns.
+/// Scale of the time axis. Its unit is T, and the number of samples in T is the view's baud rate: T
+/// is the symbol period, or 1 s, 1 ms, 1 us or 1 ns.
 struct TimeScale
 {
     enum class Unit { Symbol, Second, Millisecond, Microsecond, Nanosecond };
 
-    /// Samples that one notification may carry, and so a segment at least may have.
+    /// Largest number of samples in a notification; a segment may have as many.
     static constexpr double maxBlockLength = Transport::maxPeriodLength;
-    /// Segments that a span may need. A diagram keeps 100; some must be left for the one that is
-    /// open and for those that are cut shorter than wanted.
+    /// Largest number of segments in a span. A diagram keeps 100; the rest is for the open segment
+    /// and for segments that are cut shorter than wanted.
     static constexpr double maxSegmentCount = 80.0;
 
     /// @param sampleRate   Hz, of the signal.
@@ -24,8 +24,8 @@ struct TimeScale
     static TimeScale of(double sampleRate, std::optional<double> length,
                         std::optional<double> frameLength, std::optional<double> symbolRate);
 
-    /// Counts in symbols, where they are wanted and the symbol rate is known; else in the longest
-    /// part of a second of which a span has a tenth or more.
+    /// Chooses the unit: symbols, if wanted and the symbol rate is known; otherwise the longest of
+    /// the units of time of which a span has a tenth or more.
     void setUnit(double span, bool wantsSymbols);
     double span(double seconds) const { return seconds * sampleRate / samplesPerUnit; }
     double unitSeconds() const { return samplesPerUnit / sampleRate; }
@@ -36,6 +36,7 @@ struct TimeScale
     Unit unit = Unit::Second;
     double minSpan = 1.0; ///< shortest and longest span that can be shown, s
     double maxSpan = 1.0;
-    /// s: two frames, some hundred symbols or some thousand samples, which can be made out.
+    /// Default span, s: two frames, some hundred symbols or some thousand samples, which can be
+    /// told apart.
     double defaultSpan = 1.0;
 };

@@ -57,7 +57,8 @@ void TimeValues::bridge(std::list<double>& samples)
 {
     const auto isFinite = [](double sample) { return std::isfinite(sample); };
     const auto first = std::find_if(samples.begin(), samples.end(), isFinite);
-    if (first != samples.end() && first != samples.begin()) // none before it: hold the first one
+    if (first != samples.end() &&
+        first != samples.begin()) // no value before it: repeat the first one
         m_level = *first;
     for (double& sample : samples) {
         if (isFinite(sample))

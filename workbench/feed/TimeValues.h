@@ -6,8 +6,8 @@
 #include <list>
 #include <vector>
 
-/// The values of the value tree that a time view binds to. They are in the tree as long as this
-/// object lives; one object at a time.
+/// The values of the value tree to which a time view is bound, as long as this object lives; one
+/// object at a time.
 class TimeValues
 {
 public:
@@ -37,8 +37,8 @@ public:
     void setY(double minimum, double maximum);
     void setBaudrate(double samplesPerUnit);
     /// Writes both lists in place and sets the trigger. List nodes are kept when a notification is
-    /// shorter than the last one, so a steady stream allocates nothing. What is not finite is
-    /// written as a finite sample beside it: the diagram cannot bound a trace that has it.
+    /// shorter than the last one, so that a steady stream allocates nothing. A value that is not
+    /// finite is replaced by a neighbour, because the diagram cannot bound a trace with it.
     void notify(const std::vector<double>& samples, const std::vector<double>& markers);
 
 private:
@@ -55,6 +55,6 @@ private:
     Number* m_yMin;
     Number* m_yMax;
     Number* m_baudrate;
-    double m_level = 0.0;      // that bridges what is not finite
+    double m_level = 0.0;      // that replaces values that are not finite
     std::list<double> m_spare; // nodes for longer notifications
 };

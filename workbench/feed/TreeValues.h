@@ -10,7 +10,7 @@
 /// Helpers of the classes that keep the values of a view in the value tree.
 namespace treevalues {
 
-/// A new value. Its path is free: there is one object of each class at a time.
+/// Creates a value. Its path is free, as there is one object of each class at a time.
 template<class T>
 T* create(const char* path)
 {
@@ -19,8 +19,8 @@ T* create(const char* path)
     return value;
 }
 
-/// Gives a list a new content. Nodes move between the list and the spare ones; new ones are made
-/// only where those do not do, so a steady stream allocates nothing.
+/// Replaces the content of a list. Nodes move between the list and a spare list; new nodes are made
+/// only when these are not enough, so that a steady stream allocates nothing.
 void assign(std::list<double>& list, std::list<double>& spare, const std::vector<double>& content);
 
 } // namespace treevalues

@@ -8,13 +8,13 @@
 
 namespace {
 
-constexpr double surelyApart = 9.0; // spacing of points against the noise on an axis
-constexpr int rounds = 2;           // of coming nearer: the first leaves less than it takes
-constexpr double nearEnough = 0.02; // rad, of a phase that symbols are looked at from
-constexpr double leastReach = 32.0; // symbols on either side: those of a loop
-constexpr double smallTurn = 0.02;  // rad, by which to try how much of one shows
+constexpr double surelyApart = 9.0; // spacing of points relative to the noise on an axis
+constexpr int rounds = 2;           // of approximation: the first leaves less than it removes
+constexpr double nearEnough = 0.02; // rad, error of the phase at which symbols are decided
+constexpr double leastReach = 32.0; // symbols on either side, as of a loop
+constexpr double smallTurn = 0.02;  // rad, to find out how much of a turn shows
 constexpr std::size_t triedSymbols = 4096;
-constexpr double leastShown = 0.02; // of a turn: of less symbols tell nothing
+constexpr double leastShown = 0.02; // of a turn: with less, symbols tell nothing
 
 } // namespace
 
@@ -30,7 +30,7 @@ CarrierPhases::Turn CarrierPhases::turnOf(const Complex& point) const
     return {(point * std::conj(meant)).imag(), std::norm(meant)};
 }
 
-/// Part of a small turn of all symbols that shows in them.
+/// Part of a small turn of all symbols that their errors show.
 double CarrierPhases::shownPart(const std::vector<Symbol>& symbols) const
 {
     const std::size_t every = symbols.size() / triedSymbols + 1;
@@ -44,10 +44,10 @@ double CarrierPhases::shownPart(const std::vector<Symbol>& symbols) const
     return std::max(rise / (2.0 * smallTurn * std::max(weight, 1e-9)), leastShown);
 }
 
-/// Looks at symbols from the phase that so many of them tell as it takes to know it.
+/// Evaluates symbols at the phase that enough of their neighbours give.
 void CarrierPhases::comeNearer(std::vector<Symbol>& symbols, double shown) const
 {
-    // Each tells its phase with the variance m_noise / (shown * power).
+    // Each symbol gives its phase with the variance m_noise / (shown * power).
     const double count = m_noise / (shown * m_decisions.power() * nearEnough * nearEnough);
     const double reach = std::max(0.5 * count, leastReach);
     for (std::size_t first = 0; first < symbols.size();) {

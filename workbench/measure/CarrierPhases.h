@@ -5,15 +5,14 @@
 
 #include <vector>
 
-/// Phases of a carrier as its symbols tell them, one by one, for a line through them.
+/// Phases of a carrier, one from each symbol, for a line through them.
 ///
-/// Where noise leaves the symbols in doubt, decisions follow the phase that they are made at and
-/// hide most of what it is off. There a symbol counts as the point that is to be expected of it,
-/// and what it is off is divided by how much of a turn that shows: one step of the scoring method
-/// from a phase near the truth (Kay, "Fundamentals of Statistical Signal Processing: Estimation
-/// Theory", 7.7), which comes to the Cramer-Rao bound of unknown symbols (Rice, Cowley, Moran,
-/// Rice, "Cramer- Rao lower bounds for QAM phase and frequency estimation", IEEE Trans. Commun.
-/// 49(9), 2001).
+/// With much noise, decisions follow the phase at which they are made and hide most of its error.
+/// There a symbol counts as its expected point, and its error is divided by the part of a turn that
+/// it shows: one step of the scoring method from a phase near the truth (Kay, "Fundamentals of
+/// Statistical Signal Processing: Estimation Theory", 7.7), which reaches the Cramer-Rao bound for
+/// unknown symbols (Rice, Cowley, Moran, Rice, "Cramer- Rao lower bounds for QAM phase and
+/// frequency estimation", IEEE Trans. Commun. 49(9), 2001).
 class CarrierPhases
 {
 public:
@@ -22,8 +21,8 @@ public:
     struct Symbol
     {
         double phase;  ///< rad, that was taken off
-        Complex point; ///< what is left, where points have the modulation's size
-        bool isStart;  ///< its phase does not go on from the one before it
+        Complex point; ///< the symbol without that phase, at the modulation's scale
+        bool isStart;  ///< its phase does not continue that of the symbol before
     };
     struct Phase
     {
@@ -32,7 +31,7 @@ public:
     };
 
     /// @param noise     variance on each axis.
-    /// @param isCertain  decisions are taken as they are, whatever the noise.
+    /// @param isCertain  decisions count as right, whatever the noise.
     CarrierPhases(const Decisions& decisions, double noise, bool isCertain);
 
     std::vector<Phase> of(std::vector<Symbol> symbols) const;
@@ -40,7 +39,7 @@ public:
 private:
     struct Turn
     {
-        double sine, weight; ///< both times the square of the point that was meant
+        double sine, weight; ///< both times the square of the point that was sent
     };
     Turn turnOf(const Complex& point) const;
     double shownPart(const std::vector<Symbol>& symbols) const;

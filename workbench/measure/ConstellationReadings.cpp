@@ -13,12 +13,12 @@ namespace {
 using Complex = std::complex<double>;
 
 constexpr std::size_t minPerPoint = 4;
-constexpr double surelyApart = 9.0; // spacing of points against the noise on an axis
+constexpr double surelyApart = 9.0; // spacing of points relative to the noise on an axis
 constexpr int softRounds = 12;
 
-/// Mean square of what points are off, where noise reaches their neighbours: decisions flatter it
-/// then, so it is the power that makes the points likeliest (Dempster, Laird, Rubin, J. R. Stat.
-/// Soc. B 39, 1977). The gain becomes the likeliest, too.
+/// Mean square error of the points in so much noise that decisions would flatter it: the maximum
+/// likelihood estimate of the noise power (Dempster, Laird, Rubin, J. R. Stat. Soc. B 39, 1977),
+/// and of the gain.
 double likeliestError(const std::vector<Complex>& points, const Decisions& decisions, Complex& gain,
                       double error)
 {
@@ -30,7 +30,7 @@ double likeliestError(const std::vector<Complex>& points, const Decisions& decis
             const Decisions::Expected expected = decisions.expected(z, 0.5 * error);
             sum += expected.square;
             cross += (z * std::conj(expected.ideal)).real();
-            // Of what it is off a part is known; the rest is how uncertain the point is.
+            // One part of the error is known; the rest is the uncertainty of the point.
             square += std::max(expected.square - std::norm(z - expected.ideal), 0.0) +
                       std::norm(expected.ideal);
         }

@@ -8,12 +8,12 @@
 
 namespace {
 
-// A mean over so many symbols passes half the power of what has a period of 1667 of them: their
+// A mean over so many symbols passes half the power of a wander with a period of 1667 symbols: the
 // sinc is 1 / sqrt 2 at 0.443 periods.
 constexpr double meanSymbols = 739.0;
-constexpr std::size_t leastCrossings = 16; // of a run: of fewer a line takes too much
-constexpr std::size_t leastBlocks = 3;     // of as many symbols, in which to look for wander
-constexpr double clearly = 5.0;            // deviations of the sum of as many squares
+constexpr std::size_t leastCrossings = 16; // of a run: of fewer, a line removes too much
+constexpr std::size_t leastBlocks = 3;     // of as many symbols, to find wander
+constexpr double clearly = 5.0;            // standard deviations of the sum of as many squares
 
 /// Crossings of one run.
 class Run
@@ -33,7 +33,7 @@ public:
             m_offsets.push_back(first[k].time - line.at(m_places[k]));
     }
 
-    /// Whether means of blocks are off the constant clock by more than their crossings explain.
+    /// Whether the means of blocks deviate from the constant clock by more than chance.
     bool wanders() const
     {
         const double span = m_places.back() - m_places.front();
@@ -51,7 +51,7 @@ public:
         }
         double between = 0.0, within = 0.0, count = 0.0;
         for (std::size_t k = 0; k < blockCount; ++k) {
-            if (!(blocks[k].n > 0.0)) // of stretches that were left out
+            if (!(blocks[k].n > 0.0)) // blocks in stretches that were left out
                 continue;
             const double ofMean = blocks[k].sy * blocks[k].sy / blocks[k].n;
             between += ofMean;
@@ -62,7 +62,7 @@ public:
         return between > variance * (count + clearly * std::sqrt(2.0 * count));
     }
 
-    /// Takes off what is slow.
+    /// Removes slow wander.
     void follow()
     {
         const std::vector<double> slow = slidingLine(m_places, m_offsets, {}, 0.5 * meanSymbols);

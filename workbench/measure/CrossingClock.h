@@ -5,25 +5,26 @@
 #include <cstdint>
 #include <vector>
 
-/// The clock that jitter is measured against: the constant one that suits the crossings of each run
-/// best, or, where they wander from it by more than chance, one that follows what is slower than
-/// the symbol rate / 1667, as a receiver's does (golden phase-locked loop of INCITS TR-35,
-/// "Methodologies for Jitter and Signal Quality Specification"). It looks ahead as far as behind,
-/// so it lags nothing and its own noise is that of some hundred crossings.
+/// The clock relative to which jitter is measured: the constant clock that fits the crossings of
+/// each run best or, where they wander from it by more than chance, a clock that follows wander
+/// slower than the symbol rate / 1667, as a receiver's does (golden phase-locked loop of INCITS
+/// TR-35, "Methodologies for Jitter and Signal Quality Specification"). It looks ahead as far as
+/// back, so that it does not lag, and its own noise is that of some hundred crossings.
 namespace crossingClock {
 
 struct Crossing
 {
     std::int64_t run = 0; ///< of symbols without a gap
     double symbol = 0.0;  ///< number in the run
-    double time = 0.0;    ///< symbols, by which it is later than that number of symbol periods
+    /// Symbols, by which the crossing is later than that number of symbol periods.
+    double time = 0.0;
 };
 
-/// By how much crossings come later than the clock, symbols.
+/// How much later than the clock crossings come, symbols.
 struct Offsets
 {
-    std::vector<double> values;  ///< one of each crossing
-    std::size_t fittedCount = 0; ///< numbers that the clocks were fitted by
+    std::vector<double> values;  ///< one for each crossing
+    std::size_t fittedCount = 0; ///< number of parameters of the clocks
 };
 
 /// @param crossings  run by run, in order.

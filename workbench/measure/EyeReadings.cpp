@@ -12,9 +12,9 @@ constexpr std::size_t minCrossingCount = 8;
 constexpr double minSeparation = 2.4; // of two levels, in the sum of their sigmas; noise has 1.4
 constexpr double minShare = 0.04;     // of the traces, on a level
 constexpr double maxUnevenness = 1.5; // of the distances between more than two levels
-constexpr double outlyingPart = 0.02; // of the traces, on either side, whose levels tell nothing
-constexpr double nearestPart = 0.02;  // of the crossings of more than two levels, left out
-constexpr int rounds = 20;            // of sharing the traces among the levels
+constexpr double outlyingPart = 0.02; // of the traces, on either side, whose levels do not count
+constexpr double nearestPart = 0.02; // of the crossings of more than two levels, which do not count
+constexpr int rounds = 20;           // of assigning the traces to levels
 
 class Traces
 {
@@ -31,7 +31,7 @@ public:
                 m_starts.push_back(k);
         }
     }
-    /// Number of a trace among all, also those that are not finite.
+    /// Number of a trace, counting also those that are not finite.
     std::size_t number(std::size_t trace) const { return m_starts[trace] / m_length; }
     std::size_t count() const { return m_starts.size(); }
     double at(std::size_t trace, std::size_t index) const
@@ -46,7 +46,7 @@ private:
     std::vector<std::size_t> m_starts;
 };
 
-/// Levels in the middle of the traces, shared among those of the symbols.
+/// Levels in the middle of the traces, assigned to those of the symbols.
 struct Levels
 {
     std::vector<Statistics> levels;
@@ -57,11 +57,11 @@ struct Levels
         return static_cast<std::size_t>(std::upper_bound(bounds.begin(), bounds.end(), value) -
                                         bounds.begin());
     }
-    /// Whether as many levels are spread so much less that it is no chance.
+    /// Whether these levels spread so much less than as many other ones that it is not by chance.
     bool isClearerThan(const Levels& other) const
     {
         constexpr double clearly = 0.8;
-        constexpr double negligible = 1e-3; // of the levels' distance: no ringing
+        constexpr double negligible = 1e-3; // of the levels' distance: less ringing does not count
         double mine = 0.0, others = 0.0;
         for (const Statistics& level : levels)
             mine += level.deviation();
@@ -93,7 +93,7 @@ std::optional<Levels> share(const std::vector<double>& sorted, std::size_t level
         before = result.bounds;
         result.levels.assign(levelCount, Statistics());
         for (const double value : sorted) {
-            if (std::abs(value - lowest - 0.5 * range) <= range) // else a click
+            if (std::abs(value - lowest - 0.5 * range) <= range) // otherwise a click
                 result.levels[result.levelOf(value)].add(value);
         }
         for (std::size_t k = 0; k + 1 < levelCount; ++k)
@@ -124,16 +124,17 @@ std::optional<Levels> levelsOf(std::vector<double> decided)
     return levels;
 }
 
-/// Crossings of a level on one side of the middle, each trace's nearest to it: samples from it.
+/// Crossings of a level on one side of the middle, the nearest one of each trace: samples from the
+/// middle.
 struct Crossings
 {
     Statistics direct;               // of transitions between neighbouring levels...
-    std::vector<std::size_t> traces; // ...of these
+    std::vector<std::size_t> traces; // ...in these traces
     std::vector<double> places;
-    std::vector<double> nearest; // of all
+    std::vector<double> nearest; // of all traces
 
     bool areEnough() const { return direct.count() >= minCrossingCount; }
-    /// Distance that all but a part of them keep from the middle.
+    /// Distance from the middle that all but a part of the crossings keep.
     double distance(double part)
     {
         const auto index = static_cast<std::ptrdiff_t>(part * static_cast<double>(nearest.size()));
@@ -175,7 +176,8 @@ struct Jitter
     double rms, peakToPeak; // symbols
 };
 
-/// Of crossings against the clock that suits them or, where that is not known, their traces'.
+/// Jitter of crossings relative to the clock that fits them or, when that is not known, to that of
+/// their traces.
 Jitter jitterOf(const Crossings& found, const std::vector<EyeReadings::Instant>& instants,
                 double symbolLength)
 {
@@ -202,8 +204,7 @@ struct Meeting
     double time = 0.0; // samples from the middle
 };
 
-/// Where the means of the traces that rise and fall from one level to the other meet, left of the
-/// middle.
+/// Where the mean rising and the mean falling trace between two levels meet, left of the middle.
 std::optional<Meeting> meeting(const Traces& traces, const Levels& levels, std::size_t low,
                                std::size_t reach)
 {

@@ -6,8 +6,9 @@
 
 namespace {
 
-constexpr std::int64_t groupLength = 2048;  // traces: some times what a clock of jitter follows
-constexpr std::size_t leastGroupCount = 16; // of the most
+// Traces: several times the period that the clock of jitter follows.
+constexpr std::int64_t groupLength = 2048;
+constexpr std::size_t leastGroupCount = 16; // of the largest number of traces
 
 } // namespace
 
@@ -35,7 +36,7 @@ void EyeTraceCutter::take(const SymbolCutter::Place& place)
         append(symbol);
 }
 
-/// The trace about a symbol, if it is one that is kept.
+/// Takes the trace around a symbol, if it is one that is kept.
 void EyeTraceCutter::append(const Symbol& symbol)
 {
     const std::int64_t group = m_number++ / m_groupLength;

@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <vector>
 
-/// The traces of a stretch of signal that an eye is measured by: two symbols long, one for each
-/// symbol whose instant of decision is in its middle, in the signal's own level.
+/// The traces of a stretch of signal from which an eye is measured: two symbols long, one for each
+/// symbol, whose instant of decision is in the middle, at the signal's own level.
 struct EyeTraces
 {
     static constexpr std::size_t perSymbol = 32; ///< samples
@@ -21,16 +21,16 @@ struct EyeTraces
     std::size_t count() const { return samples.size() / length; }
 
     std::vector<double> samples; ///< trace by trace
-    /// Of each trace the sample of the signal that is nearest to its middle. Interpolation rings
-    /// where a signal is not limited to half the sample rate, which its own samples do not.
+    /// Of each trace the sample of the signal nearest to its middle, which does not ring, as
+    /// interpolation does when a signal is not limited to half the sample rate.
     std::vector<double> nearest;
-    /// Of each trace; none where the clock starts anew with each character.
+    /// Of each trace; empty when the clock starts anew with each character.
     std::vector<EyeReadings::Instant> instants;
-    std::int64_t skipped = 0; ///< traces that were not taken, of more than the most
+    std::int64_t skipped = 0; ///< number of traces that were left out beyond the largest number
 };
 
-/// Cuts them out of blocks that come one by one, any number. Of more than the most every
-/// second, fourth... stretch of some thousand is kept, within which jitter shows as it does in all.
+/// Cuts traces out of any number of blocks. Beyond the largest number, every second, fourth...
+/// stretch of some thousand traces is kept, within which jitter is that of all traces.
 class EyeTraceCutter
 {
 public:
@@ -40,9 +40,9 @@ public:
     EyeTraceCutter(double from, double to, const SignalFormat& format, double bandwidth,
                    std::size_t most);
 
-    /// Takes the next block. Which traces there are, SymbolCutter tells.
+    /// Takes the next block. See SymbolCutter for the traces that there are.
     void add(const SignalBlock& block) { m_cutter.add(block); }
-    /// No more blocks come: all traces.
+    /// Ends the signal, and returns all traces.
     EyeTraces finish();
 
 private:
@@ -56,7 +56,7 @@ private:
     SignalFormat m_format;
     std::size_t m_most;
     std::int64_t m_groupLength;
-    std::int64_t m_every = 1;  // group is kept
+    std::int64_t m_every = 1;  // groups: one of so many is kept
     std::int64_t m_number = 0; // of traces so far
     SymbolCutter m_cutter;
     EyeReadings::Instant m_instant;

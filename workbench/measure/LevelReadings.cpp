@@ -3,7 +3,7 @@
 
 namespace {
 
-constexpr int rounds = 10;           // of finding the levels
+constexpr int rounds = 10;           // of the search for the levels
 constexpr double closeEnough = 0.01; // of their distance
 constexpr double hysteresis = 0.2;   // of the distance of the levels, on either side
 constexpr std::size_t minPeriodCount = 3;
@@ -65,18 +65,19 @@ void LevelMeter::add(double sample)
         return;
     if (m_ofFirst.deviation() > 0.0)
         m_periods = periods();
-    m_ofFirst = {}; // where they are all alike the levels are looked for in the next ones
+    m_ofFirst = {}; // when all are equal, the levels are searched for in the next samples
     m_first.clear();
 }
 
 /// The means below and above the middle between them (Lloyd, IEEE Trans. Inf. Theory 28(2), 1982),
-/// from a first middle on.
+/// starting at a middle.
 LevelMeter::Levels LevelMeter::levelsFrom(double start) const
 {
     Levels levels{start, start};
     for (int round = 0; round < rounds; ++round) {
         const double middle = levels.middle();
-        double sum = 0.0; // of what is above, about the mean; of what is below it is the opposite
+        // Of values above, relative to the mean; of values below it is the negative.
+        double sum = 0.0;
         double above = 0.0;
         for (const double sample : m_first) {
             const bool isAbove = sample > middle && sample <= m_ofFirst.highest();
@@ -94,8 +95,8 @@ LevelMeter::Levels LevelMeter::levelsFrom(double start) const
 
 std::vector<LevelMeter::Periods> LevelMeter::periods() const
 {
-    // From the mean on a click is no level; from the middle of the extremes on noise is none, in
-    // which the shortest pulses hide.
+    // Starting at the mean, a click does not become a level; starting at the middle of the
+    // extremes, noise that hides the shortest pulses does not.
     const Levels levels = levelsFrom(m_ofFirst.mean());
     const Levels others = levelsFrom(0.5 * m_ofFirst.lowest() + 0.5 * m_ofFirst.highest());
     std::vector<Periods> result = {Periods(levels)};

@@ -6,35 +6,35 @@
 #include <optional>
 #include <vector>
 
-/// What the samples of a real signal measure. NaN and infinity do not count.
+/// Figures of the samples of a real signal. NaN and infinity do not count.
 struct LevelReadings
 {
     /// @param sampleRate  Hz, > 0.
-    /// @return none where there are no finite samples.
+    /// @return none when there are no finite samples.
     static std::optional<LevelReadings> of(const double* samples, std::size_t count,
                                            double sampleRate);
 
     double mean = 0.0;
     double lowest = 0.0;
     double highest = 0.0;
-    double rms = 0.0;   ///< of the whole, the mean included
+    double rms = 0.0;   ///< of all, mean included
     double acRms = 0.0; ///< about the mean
     /// Hz, of a periodic signal: whole periods between rising crossings, interpolated between
-    /// samples, of the middle between its two levels (mid reference level, IEEE Std 181): the means
-    /// of what is above and of what is below it, so that pulses may be short and clicks do not
-    /// count. A crossing counts once the signal has been a fifth of the levels' distance below and
-    /// gets as far above. None where the periods differ by more than a tenth (r.m.s.) or are fewer
-    /// than three.
+    /// samples, of the middle between its two levels (mid reference level, IEEE Std 181). The
+    /// levels are the means of the samples above and below it, so that pulses may be short and
+    /// clicks do not count. A crossing counts when the signal goes from a fifth of the levels'
+    /// distance below to as much above. None when the periods differ by more than a tenth (r.m.s.)
+    /// or are fewer than three.
     std::optional<double> frequency;
 
     double peakToPeak() const { return highest - lowest; }
 };
 
-/// The same of samples that come one by one, any number.
+/// The same figures for any number of samples that come one by one.
 class LevelMeter
 {
 public:
-    /// Samples among which the two levels are looked for at most, the first ones.
+    /// Largest number of samples, the first ones, in which the two levels are searched for.
     static constexpr std::size_t mostForLevels = std::size_t{1} << 22;
 
     void add(double sample);
@@ -62,10 +62,10 @@ private:
         double m_middle;
         double m_threshold;
         double m_place = 0.0; // samples so far
-        double m_before;      // not finite: none
+        double m_before;      // the sample before; not finite: none
         double m_crossing = 0.0;
-        bool m_isBelow = false;       // has been far enough
-        std::optional<double> m_last; // crossing, samples
+        bool m_isBelow = false;       // the signal has been far enough below
+        std::optional<double> m_last; // last crossing, samples
         Statistics m_periods;
     };
 
@@ -73,7 +73,7 @@ private:
     std::vector<Periods> periods() const;
 
     Statistics m_all;
-    std::vector<double> m_first; // samples, until there are enough to find...
+    std::vector<double> m_first; // first samples, until there are enough to find...
     Statistics m_ofFirst;
     std::vector<Periods> m_periods; // ...their levels, the likelier ones first
 };

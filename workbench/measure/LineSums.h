@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <vector>
 
-/// Sums of a straight line through points, by least squares.
+/// Sums for a straight line through points, by least squares.
 struct LineSums
 {
     void add(double x, double y, double weight = 1.0)
@@ -15,7 +15,7 @@ struct LineSums
         sxx += weight * x * x;
         sxy += weight * x * y;
     }
-    /// Of the line, at a place; there are points.
+    /// Value of the line at a place; there must be points.
     double at(double x) const
     {
         const double determinant = n * sxx - sx * sx;
@@ -25,10 +25,10 @@ struct LineSums
     double n = 0.0, sx = 0.0, sy = 0.0, sxx = 0.0, sxy = 0.0;
 };
 
-/// Of each point the line through those about it, there.
-/// @param places   ascending, best about 0; as many as values.
-/// @param weights  > 0, as many; none: all 1.
-/// @param reach    of those about it, on either side.
+/// For each point the value of the line through the points around it.
+/// @param places   ascending, preferably around 0; as many as values.
+/// @param weights  > 0, as many as values; empty: all 1.
+/// @param reach    number of points on either side.
 inline std::vector<double> slidingLine(const std::vector<double>& places,
                                        const std::vector<double>& values,
                                        const std::vector<double>& weights, double reach)

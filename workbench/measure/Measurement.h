@@ -12,9 +12,9 @@
 #include <optional>
 #include <vector>
 
-/// What a stretch of a signal, the gate, measures. Base units: s, Hz, Bd, the signal's level before
-/// any gain; ratios are numbers of 1; parts of a symbol period are in symbols. What is not known is
-/// none, and reasons say why.
+/// All figures of a stretch of a signal, the gate. Base units: s, Hz, Bd, the signal's level before
+/// any gain; ratios are plain numbers; times within a symbol are in symbol periods. A figure that
+/// is not known is none, and reasons say why.
 struct Measurement
 {
     Q_DECLARE_TR_FUNCTIONS(Measurement)
@@ -24,13 +24,13 @@ public:
     using Figure = std::optional<double>;
     enum class Origin { Given, Metadata, Estimated };
 
-    /// Settings that measuring takes beside the blocks.
+    /// Settings that measuring needs beside the blocks.
     struct Setup
     {
         SignalFormat format;
         double sampleRate = 1.0;          ///< Hz, of the input
         std::optional<double> symbolRate; ///< Bd, nominal
-        Origin origin = Origin::Given;    ///< of it
+        Origin origin = Origin::Given;    ///< of the symbol rate
         Figure symbolRateDeviation;       ///< Bd, of an estimate
         Figure confidence;                ///< of an estimate
         std::optional<ReceiverSettings::Modulation> modulation;
@@ -59,7 +59,7 @@ public:
     struct Eye
     {
         std::int64_t traces = 0;
-        Figure instant;               ///< of decision: symbols after the crossing before it
+        Figure instant;               ///< of decision: symbols after the crossing before
         std::vector<Level> levels;    ///< from the lowest up
         std::vector<EyeOpening> eyes; ///< between them
     };
@@ -79,7 +79,7 @@ public:
     };
     struct Frequency
     {
-        Figure deviation, index, error; ///< Hz, of 1, Hz
+        Figure deviation, index, error; ///< Hz, plain number, Hz
     };
     struct Stage
     {
@@ -93,10 +93,10 @@ public:
 
     /// Measures a gate.
     /// @param blocks  in order; may have gaps.
-    /// @param from,to  s in the input: what is outside does not count.
+    /// @param from,to  s in the input; samples outside do not count.
     static Measurement of(const std::vector<SignalBlockPtr>& blocks, double from, double to,
                           const Setup& setup);
-    /// Schema "orvane.measure/1"; `input` is left to the caller.
+    /// JSON of the schema "orvane.measure/1", without `input`, which the caller adds.
     QJsonObject json() const;
 
     double start = 0.0, stop = 0.0; ///< s, of what was measured

@@ -41,7 +41,7 @@ QJsonObject eyeOf(const Measurement::Eye& eye)
             {QStringLiteral("eyes"), eyes}};
 }
 
-/// Gives each figure that is null the reason of the part that it belongs to.
+/// Gives each figure that is null the reason of its part.
 void explain(const QJsonValue& value, const QString& path, const QMap<QString, QString>& reasons,
              QJsonObject& why)
 {

@@ -14,7 +14,7 @@ using State = SymbolState;
 
 constexpr double percent = 0.01;
 constexpr std::size_t mostTraces = 200000;                // 100 MB
-constexpr std::size_t mostSymbols = std::size_t{1} << 19; // that have one gain
+constexpr std::size_t mostSymbols = std::size_t{1} << 19; // that share one gain
 
 } // namespace
 
@@ -39,7 +39,7 @@ void Measurement::Maker::add(const SignalBlock& block)
     addReports(block);
 }
 
-/// Samples within the gate; NaN where it is torn.
+/// Samples within the gate, with NaN at gaps.
 void Measurement::Maker::addSamples(const SignalBlock& block)
 {
     const auto count = static_cast<double>(block.count());
@@ -79,7 +79,7 @@ void Measurement::Maker::addSymbols(const SignalBlock& block)
         m_goodCount += isGood ? 1 : 0;
         m_follows = isGood;
     }
-    // As many are left as it takes to measure them, too.
+    // Keeps enough symbols to measure the rest as well.
     if (m_good.size() >= 2 * mostSymbols)
         digest(mostSymbols);
 }
@@ -93,7 +93,7 @@ void Measurement::Maker::addReports(const SignalBlock& block)
             state = QStringLiteral("off");
         else if (!report.isLocked)
             state = QStringLiteral("on");
-        else if (*report.isLocked) // at any time in the gate
+        else if (*report.isLocked) // reported at any time in the gate
             state = isSquelch ? QStringLiteral("open") : QStringLiteral("locked");
         else if (state.isEmpty())
             state = isSquelch ? QStringLiteral("closed") : QStringLiteral("searching");

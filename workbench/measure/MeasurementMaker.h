@@ -11,17 +11,17 @@
 #include <map>
 #include <set>
 
-/// Measures a gate block by block, of any length: it keeps sums, some hundred thousand traces
-/// of the eye, which are spread evenly, and as many of the newest symbols.
+/// Measures a gate of any length block by block: keeps sums, some hundred thousand traces of the
+/// eye, spread evenly, and as many of the newest symbols.
 class Measurement::Maker
 {
 public:
-    /// @param from,to  s in the input: what is outside does not count.
+    /// @param from,to  s in the input; samples outside do not count.
     Maker(double from, double to, const Setup& setup);
 
-    /// The next block, in order; there may be gaps.
+    /// Takes the next block, in order; there may be gaps.
     void add(const SignalBlock& block);
-    /// No more blocks come: measures what came.
+    /// Ends the gate, and returns its figures.
     Measurement finish();
 
 private:
@@ -62,7 +62,7 @@ private:
     const double m_to;
     const Setup m_setup;
 
-    double m_first; // s, of the blocks
+    double m_first; // s, of the first block
     double m_last;
     LevelMeter m_time;
     bool m_isTorn = true; // before the next sample
@@ -71,8 +71,8 @@ private:
     std::map<int, QString> m_states; // of stages
     std::set<double> m_aliasDistances;
 
-    std::vector<Member> m_good; // that are not digested
-    bool m_follows = false;     // the next symbol follows a good one without a gap
+    std::vector<Member> m_good; // that are not measured yet
+    bool m_follows = false;     // the next symbol follows a good symbol without a gap
     std::int64_t m_all = 0, m_goodCount = 0, m_edges = 0, m_unlocked = 0;
     std::optional<ConstellationReadings> m_constellation;
     Regression m_carrier;

@@ -1,5 +1,5 @@
-// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
-// What a gate's symbols measure: constellation, carrier and clock.
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0 Figures of the symbols of a
+// gate: constellation, carrier and clock.
 #include "workbench/measure/CarrierPhases.h"
 #include "workbench/measure/MeasurementMaker.h"
 #include "workbench/receiver/Decisions.h"
@@ -17,7 +17,7 @@ constexpr std::size_t levelSymbols = 256; // in which the level may change
 
 } // namespace
 
-/// Of the first good symbols.
+/// Figures of the first good symbols.
 std::vector<std::complex<double>> Measurement::Maker::pointsOf(std::size_t count) const
 {
     std::vector<std::complex<double>> result;
@@ -30,7 +30,7 @@ std::vector<std::complex<double>> Measurement::Maker::pointsOf(std::size_t count
     return result;
 }
 
-/// Measures the first good symbols together, and forgets them.
+/// Measures the first good symbols together, and drops them.
 void Measurement::Maker::digest(std::size_t count)
 {
     if (count > 0 && whyNoConstellation().isEmpty()) {
@@ -54,7 +54,7 @@ void Measurement::Maker::digest(std::size_t count)
     m_good.erase(m_good.begin(), m_good.begin() + static_cast<std::ptrdiff_t>(count));
 }
 
-/// Takes out what the level changes in hundreds of symbols.
+/// Removes changes of the level over hundreds of symbols.
 void Measurement::Maker::level(std::vector<std::complex<double>>& points,
                                const std::vector<std::complex<double>>& ideal) const
 {
@@ -139,12 +139,13 @@ void Measurement::Maker::addCarrier(const std::vector<std::complex<double>>& poi
     std::vector<CarrierPhases::Symbol> symbols;
     for (std::size_t k = 0; k < points.size(); ++k) {
         const double phase = m_good[k].symbol.phase;
-        // A carrier that was found anew has another start.
+        // A carrier that was found anew starts at another phase.
         const bool isStart = m_good[k].startsRun || std::abs(phase - m_lastPhase) > pi;
         symbols.push_back({phase, points[k] / *gain, isStart});
         m_lastPhase = phase;
     }
-    // Of offset symbols I and Q are of two instants, which a turn mixes with what is between.
+    // I and Q of offset symbols belong to two instants; a turn mixes them with values between
+    // symbols.
     const double noise = 0.5 * evm * evm * decisions.power();
     const auto phases = CarrierPhases(decisions, noise, modulation.isOffset).of(symbols);
     for (std::size_t k = 0; k < phases.size(); ++k) {
@@ -208,7 +209,7 @@ void Measurement::Maker::measureClock()
         return;
     }
     constexpr double million = 1e6;
-    if (m_setup.origin == Origin::Estimated) { // what it measures is the symbol rate
+    if (m_setup.origin == Origin::Estimated) { // then this is the symbol rate
         m_result.symbolRate.value = slope->value;
         m_result.symbolRate.deviation = slope->deviation;
         m_result.reasons.remove(QStringLiteral("symbol_rate.deviation"));

@@ -7,7 +7,7 @@
 namespace {
 
 constexpr std::size_t batchCount = 16; // of a stretch
-constexpr std::size_t leastBatch = 4;  // points of one; fewer points are taken one by one
+constexpr std::size_t leastBatch = 4;  // points in a batch; fewer points count one by one
 constexpr std::size_t leastKept = 64;  // of a stretch
 
 } // namespace
@@ -43,7 +43,7 @@ Regression::Point Regression::mean(const Point& a, const Point& b)
             a.weight + b.weight};
 }
 
-/// Makes one point of two neighbours, where more than a few are left.
+/// Joins neighbours in pairs where more than a few points are left.
 void Regression::thin()
 {
     m_kept = 0;
@@ -57,7 +57,8 @@ void Regression::thin()
         }
         m_kept += points.size();
     }
-    m_mostKept = std::max(m_mostKept, 2 * m_kept); // of many short stretches few are made one
+    // With many short stretches, few points are joined.
+    m_mostKept = std::max(m_mostKept, 2 * m_kept);
     m_each *= 2;
     m_inLast = m_each;
 }
@@ -69,7 +70,7 @@ std::optional<Regression::Slope> Regression::slope() const
         double time = 0.0, value = 0.0, weight = 0.0;
     };
     const auto meansOf = [](const Point* first, const Point* last) {
-        // About the first point: times and values may be far from 0.
+        // Relative to the first point, as times and values may be far from 0.
         Means means;
         for (const Point* point = first; point != last; ++point) {
             means.weight += point->weight;
@@ -122,7 +123,7 @@ std::optional<Regression::Slope> Regression::slope() const
     return result;
 }
 
-/// Of single points about a line of a slope, as neighbours differ.
+/// Variance of single points around a line, from the differences of neighbours.
 double Regression::scatterAbout(double slope) const
 {
     double sum = 0.0, count = 1.0;
@@ -140,12 +141,12 @@ double Regression::scatterAbout(double slope) const
 void Regression::join(double ambiguity)
 {
     constexpr double sure = 1.0 / 16.0;  // of the ambiguity
-    constexpr double clear = 1.0 / 32.0; // of it: deviation of a step from line to line
+    constexpr double clear = 1.0 / 32.0; // likewise: standard deviation of a step from line to line
     constexpr std::size_t leastAbout = 32, mostAbout = 1024;
     const auto first = slope();
     if (!first || !first->deviation || m_stretches.size() < 2)
         return;
-    // Neighbours alone are noisy: so many points on either side tell where the lines are.
+    // Single neighbours are noisy: so many points on either side give the ends of the lines.
     const double part = scatterAbout(first->value) / (clear * ambiguity);
     const auto about = static_cast<std::size_t>(
         std::clamp(2.0 * part * part, double{leastAbout}, double{mostAbout}));

@@ -4,30 +4,31 @@
 #include <optional>
 #include <vector>
 
-/// Slope of a quantity over time, such as of a phase, from stretches that each have a beginning of
-/// their own: all have one slope, each its own start.
+/// Slope of a quantity over time, for example of a phase, from several stretches, which share one
+/// slope but have different starts.
 class Regression
 {
 public:
     struct Slope
     {
         double value = 0.0;
-        /// Standard deviation of the value, from how the points scatter about the lines. Points of
-        /// up to a sixteenth of a stretch may have errors in common (method of batch means: Law,
-        /// "Simulation Modeling and Analysis", chapter 9). None where points are fewer than 4.
+        /// Standard deviation of the slope, from the scatter of the points around the lines. Errors
+        /// may be correlated over up to a sixteenth of a stretch (method of batch means: Law,
+        /// "Simulation Modeling and Analysis", chapter 9). None when there are fewer than 4 points.
         std::optional<double> deviation;
     };
 
-    /// The next point belongs to another stretch.
+    /// Begins a new stretch with the next point.
     void startStretch();
-    /// Of more than a million points neighbours become their means, twos, then fours...
+    /// Adds a point. Beyond a million points, neighbours are joined to their means: two, then
+    /// four...
     /// @param weight  > 0: the inverse of the variance, up to a factor.
     void add(double time, double value, double weight = 1.0);
     std::size_t count() const { return m_count; }
-    /// Least squares; none where there are no two points in a stretch.
+    /// The slope by least squares; none when no stretch has two points.
     std::optional<Slope> slope() const;
-    /// Makes one stretch of those that go on where the ones before them point to, up to a multiple
-    /// of an ambiguity, such as that of a phase that was found anew.
+    /// Joins each stretch to the one before when it continues its line, up to a multiple of an
+    /// ambiguity, as after a phase was found anew.
     void join(double ambiguity);
 
 private:
@@ -43,7 +44,7 @@ private:
     std::vector<std::vector<Point>> m_stretches;
     std::size_t m_count = 0;
     std::size_t m_mostKept = std::size_t{1} << 20;
-    std::size_t m_kept = 0;   // points of the stretches, each the mean of...
+    std::size_t m_kept = 0;   // points of the stretches that are kept, each the mean of...
     std::size_t m_each = 1;   // ...so many, of which...
-    std::size_t m_inLast = 0; // ...the last one has so many yet
+    std::size_t m_inLast = 0; // ...the last one has so many so far
 };

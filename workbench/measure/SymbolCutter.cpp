@@ -9,10 +9,10 @@
 
 namespace {
 
-// By which neighbours may miss a distance of a symbol: others are not of one clock, such as those
-// of characters that are out of step.
+// Tolerance of the distance of neighbours, in symbols: others do not share a clock, for example
+// those of characters that are out of step.
 constexpr double spacingTolerance = 0.1;
-constexpr std::size_t cutLength = 65536; // samples of a long block that are kept at most
+constexpr std::size_t cutLength = 65536; // largest number of samples of a long block that are kept
 
 } // namespace
 
@@ -85,13 +85,13 @@ void SymbolCutter::start(std::int64_t position)
         m_filter.emplace(m_bandwidth / m_format.samplesPerSymbol);
 }
 
-/// Tells the symbols whose samples are there. At the end of what is not torn, all.
+/// Reports the symbols whose samples are there; at the end of a stretch, all of them.
 void SymbolCutter::cut(bool isEnd)
 {
     const double margin = (m_filter ? m_filter->delay() : 0.0) + Interpolation::reach + 1.0;
     const double end =
         static_cast<double>(m_position) + static_cast<double>(m_samples.size()) - margin;
-    m_traced = 0; // none: the first one is in no middle
+    m_traced = 0; // none, because the first symbol is in no middle
     for (m_middle = 1; m_middle + 1 < m_symbols.size(); ++m_middle) {
         const Symbol& before = m_symbols[m_middle - 1];
         const Symbol& symbol = m_symbols[m_middle];
@@ -135,7 +135,7 @@ bool SymbolCutter::isWhole(const Symbol& a, const Symbol& b) const
            std::abs((b.position - a.position) / m_format.samplesPerSymbol - 1.0) < spacingTolerance;
 }
 
-/// Where the first sample of what is not torn lies, once filtered.
+/// Position of the first sample of the stretch after filtering.
 double SymbolCutter::origin() const
 {
     return static_cast<double>(m_position) - (m_filter ? m_filter->delay() : 0.0);
@@ -157,7 +157,7 @@ double SymbolCutter::valueAt(double position) const
         position, [samples = m_samples.data()](std::ptrdiff_t index) { return samples[index]; });
 }
 
-/// The samples between two symbols, without those at the second one.
+/// Interpolates the samples between two symbols, without the one at the second symbol.
 void SymbolCutter::interpolate(const Symbol& from, const Symbol& to, double* samples) const
 {
     const double start = from.position - origin();

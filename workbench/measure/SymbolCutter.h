@@ -10,19 +10,19 @@
 #include <optional>
 #include <vector>
 
-/// Goes through the symbols of a signal that comes block by block, any number, and cuts the traces
-/// about them: each two symbols long, with the instant of decision of its symbol in the middle, and
-/// equally many samples in either half. Traces do not span gaps, quiet samples, samples that are no
-/// numbers, symbols that are not good, or neighbours that are not of one clock.
+/// Goes through the symbols of a signal that comes in any number of blocks, and cuts the traces
+/// around them: each is two symbols long, with the instant of decision of its symbol in the middle,
+/// and equally many samples in either half. Traces do not span gaps, silenced samples, samples that
+/// are not finite, symbols that are not good, or neighbours that do not share a clock.
 class SymbolCutter
 {
 public:
-    /// Where a symbol is told, in order.
+    /// A symbol that is reported, in order.
     struct Place
     {
         const Symbol& symbol;
-        bool isStart; ///< it does not follow the one before
-        bool isWhole; ///< there is a trace: see trace
+        bool isStart; ///< it does not follow the symbol before
+        bool isWhole; ///< it has a trace, see trace
     };
     using Take = std::function<void(const Place& place)>;
     /// Takes symbols that are in no place: those in and next to what is torn, and the first and the
@@ -37,17 +37,17 @@ public:
     SymbolCutter(const SymbolCutter&) = delete;
     SymbolCutter& operator=(const SymbolCutter&) = delete;
 
-    /// Takes some samples of the next block, or of one anywhere else. Nothing of a format without
-    /// symbols, or with one sample a symbol.
+    /// Takes some samples of the next block, or of a block anywhere else. Does nothing for a format
+    /// without symbols, or with one sample a symbol.
     void add(const SignalBlock& block, std::size_t first, std::size_t count);
     void add(const SignalBlock& block) { add(block, 0, block.count()); }
-    /// No more comes for now that follows.
+    /// Ends the stretch: the next samples do not follow.
     void finish() { end(false); }
 
-    /// While a place is told that is whole: its trace, 2 * perSymbol + 1 samples. Valid until the
-    /// next call.
+    /// While a symbol with a trace is reported: its trace, 2 * perSymbol + 1 samples. Valid until
+    /// the next call.
     const std::vector<double>& trace();
-    /// Likewise: the sample that is nearest to its middle.
+    /// Likewise the sample nearest to its middle.
     double nearest() const;
 
 private:
@@ -66,16 +66,17 @@ private:
     Take m_take;
     Skip m_skip;
 
-    // What is not torn, from the symbol before the next trace's on.
+    // The stretch, from the symbol before that of the next trace on.
     bool m_isOpen = false;
     bool m_isAfterTorn = false;  // it starts next to what is torn
-    bool m_isStart = true;       // no symbol of it was in the middle yet
+    bool m_isStart = true;       // no symbol of it was reported yet
     std::int64_t m_position = 0; // of the first sample
     std::vector<double> m_samples;
     std::size_t m_nextCut = 0; // samples
     std::vector<Symbol> m_symbols;
-    std::size_t m_middle = 0; // the symbol that is told
+    std::size_t m_middle = 0; // the symbol that is reported
     std::vector<double> m_trace;
-    std::size_t m_traced = 0; // the symbol of the trace, whose second half is the next one's first
+    // The symbol of the trace, whose second half is the first half of the next trace.
+    std::size_t m_traced = 0;
     std::optional<LowPass> m_filter;
 };

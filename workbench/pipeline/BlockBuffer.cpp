@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr double sameSample = 1e-3; // samples: what times are rounded by
+constexpr double sameSample = 1e-3; // samples: rounding error of times
 
 } // namespace
 
@@ -25,11 +25,11 @@ void BlockBuffer::clear(std::optional<double> start)
     m_start = start;
 }
 
-/// One more block; false while there is none.
+/// Fetches one more block; returns false while there is none.
 bool BlockBuffer::fetch(Timeout timeout)
 {
     while (SignalBlockPtr block = m_pipeline->take(timeout)) {
-        if (m_start) { // from the first sample on that is not before it
+        if (m_start) { // from the first sample at or after it
             const double sampleRate = m_pipeline->format().sampleRate;
             const double before = std::ceil((*m_start - block->time) * sampleRate - sameSample);
             if (before >= static_cast<double>(block->count()))

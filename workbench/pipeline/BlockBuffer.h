@@ -10,12 +10,12 @@
 
 class Pipeline;
 
-/// Some samples of a block that follow one another.
+/// Consecutive samples of a block.
 struct BlockPart
 {
     std::int64_t position() const { return block->position + static_cast<std::int64_t>(first); }
     std::int64_t end() const { return position() + static_cast<std::int64_t>(count); }
-    /// Calls work with each symbol whose middle is within, in order.
+    /// Calls work for each symbol whose middle is within, in order.
     template<class Work>
     void forEachSymbol(Work work) const
     {
@@ -32,35 +32,37 @@ struct BlockPart
 
     SignalBlockPtr block;
     std::size_t first = 0;
-    std::size_t count = 0; ///< 0: none, also without a block
+    std::size_t count = 0; ///< 0 without a block
 };
 
-/// The blocks of a pipeline that have come and were not taken yet, to be looked at ahead.
+/// Holds the blocks of a pipeline that have come but were not taken yet, so that callers can look
+/// ahead.
 class BlockBuffer
 {
 public:
     using Timeout = std::chrono::milliseconds;
-    /// Samples that follow the next one without a gap.
+    /// Number of samples that follow the next one without a gap.
     struct Ahead
     {
-        std::size_t count; ///< samples, at most those asked for
-        bool isAll;        ///< whether no more follow: the end or a gap
+        std::size_t count; ///< samples, at most as many as asked for
+        bool isAll;        ///< whether no more follow: the end, or a gap
     };
 
-    /// Empties it; what comes is of this pipeline, which must outlive its use. Null: none.
+    /// Empties the buffer and takes blocks from this pipeline, which must outlive its use; null for
+    /// none.
     void open(Pipeline* pipeline);
-    /// Empties it. Leaves out later samples that lie before a time, s; none: takes all.
+    /// Empties the buffer. From now on leaves out samples before a time, s; none: takes all.
     void clear(std::optional<double> start);
 
-    /// Waits for no more of a block than the timeout.
+    /// Sets how long to wait for a block.
     Ahead ahead(std::size_t count, Timeout timeout);
-    /// The next samples, those of one block; none while they are not there, and at the end.
+    /// Takes the next samples, all of one block; none while there are none, and at the end.
     BlockPart take(std::size_t most, Timeout timeout);
-    /// Appends samples ahead, from the one on that is so far from the next one.
+    /// Appends samples ahead, starting at a distance from the next one.
     void copyAhead(std::size_t first, std::size_t count, std::vector<double>& samples) const;
     /// Whether all samples were taken and no more come.
     bool hasEnded() const;
-    /// Samples that have come but were not taken.
+    /// Number of samples that have come but were not taken.
     std::size_t waitingCount() const;
 
 private:
@@ -69,5 +71,5 @@ private:
     Pipeline* m_pipeline = nullptr;
     std::deque<SignalBlockPtr> m_blocks; // the first...
     std::size_t m_used = 0;              // ...from this sample on
-    std::optional<double> m_start;       // while no sample from there on has come
+    std::optional<double> m_start;       // set until a sample from there on has come
 };

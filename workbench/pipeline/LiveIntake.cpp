@@ -10,9 +10,9 @@ using Seconds = std::chrono::duration<double>;
 
 constexpr double waitingSeconds = 0.5; // of signal that may wait
 constexpr double maxWaiting = 4e6;     // samples of it
-constexpr std::size_t roomPart = 4;    // of them, that wait when no more are left out
+constexpr std::size_t roomPart = 4;    // of them: leaving out ends when fewer wait
 constexpr double paceTolerance = 1.02; // by which a device's clock may be faster than ours
-constexpr double burstSeconds = 0.25;  // that may come at once
+constexpr double burstSeconds = 0.25;  // of signal that may come at once
 
 } // namespace
 
@@ -44,7 +44,7 @@ void LiveIntake::count(std::size_t samples, bool isTaken, std::int64_t lost)
     (isTaken ? m_takenCount : m_leftOutCount) += static_cast<std::int64_t>(samples);
 }
 
-// What comes late need not be made up for later.
+// Samples that come late are not made up for.
 void LiveIntake::holdBack(std::size_t count, const std::atomic<bool>& isStopping)
 {
     constexpr std::chrono::milliseconds slice(5);

@@ -6,27 +6,28 @@
 #include <cstddef>
 #include <cstdint>
 
-/// How the samples of a live signal are taken: no faster than its sample rate, and none while too
-/// many of them wait to be received. Counts what was left out or lost.
+/// Decides which samples of a live signal are taken: no faster than its sample rate, and none while
+/// too many wait to be received. Counts the samples that were left out or lost.
 ///
-/// Counts may be read, and counted anew, from any thread; all else is for the one that reads.
+/// Counts may be read and reset from any thread; all other operations belong to the thread that
+/// reads.
 class LiveIntake
 {
 public:
     /// @param sampleRate  Hz.
     explicit LiveIntake(double sampleRate);
 
-    /// Samples from which on too many wait.
+    /// Number of waiting samples from which on no more are taken.
     std::size_t limit() const { return m_limit; }
     /// Starts anew.
     void start();
-    /// Whether the next samples are to be taken. Once they are not, they are left out until most
-    /// of what waits was received: a few long gaps cost fewer symbols than many short ones, as the
-    /// loops have to be found anew after each.
+    /// Whether to take the next samples. Once too many wait, samples are left out until most of the
+    /// waiting ones were received: a few long gaps cost fewer symbols than many short ones, because
+    /// the loops have to lock again after each.
     bool hasRoom(std::size_t waiting);
     /// Counts samples that were taken or left out, and those that were lost just before them.
     void count(std::size_t samples, bool isTaken, std::int64_t lost);
-    /// Waits where samples came faster than their rate, such as from a file through a pipe.
+    /// Waits if samples came faster than their rate, for example from a file through a pipe.
     /// @param count  of samples since the last call.
     /// @param isStopping  ends the wait.
     void holdBack(std::size_t count, const std::atomic<bool>& isStopping);
@@ -42,7 +43,7 @@ private:
     const double m_sampleRate;
     const std::size_t m_limit;
     Clock::time_point m_start = Clock::now();
-    double m_seconds = 0.0; // of signal since then, as far as its clock may be fast
+    double m_seconds = 0.0; // of signal since then, allowing for a fast clock
     bool m_isLeavingOut = false;
     std::atomic<std::int64_t> m_gapCount = 0;
     std::atomic<std::int64_t> m_takenCount = 0;

@@ -21,7 +21,7 @@ void Pacer::start(std::int64_t nowMs)
     m_taken = 0;
 }
 
-// Periods are counted from the start: rounding each to milliseconds does not add up.
+// Counts periods from the start, so that rounding to milliseconds does not add up.
 std::int64_t Pacer::nextMs() const
 {
     return m_startMs + std::llround(static_cast<double>(m_taken + 1) * msPerSecond / m_rate);
@@ -29,7 +29,7 @@ std::int64_t Pacer::nextMs() const
 
 std::int64_t Pacer::takeDue(std::int64_t nowMs)
 {
-    // Half a millisecond early counts, as nextMs rounds.
+    // Half a millisecond early counts, because nextMs rounds.
     const double elapsed = static_cast<double>(nowMs - m_startMs) + 0.5;
     const auto ended = static_cast<std::int64_t>(elapsed * m_rate / msPerSecond);
     const std::int64_t due = std::max<std::int64_t>(ended - m_taken, 0);

@@ -3,21 +3,21 @@
 
 #include <cstdint>
 
-/// Divides time into periods of equal length and says how many of them have passed. It has no
-/// clock: times are milliseconds since any moment, and do not run backwards.
+/// Divides time into periods of equal length and counts those that have passed. It has no clock of
+/// its own: times are milliseconds since any moment, and never go back.
 class Pacer
 {
 public:
     /// @param rate        periods a second, > 0.
-    /// @param maxCatchUp  periods that may be dealt with at a time; what is late beyond it is given
-    ///                    up, so that a program that was held up does not choke on arrears.
+    /// @param maxCatchUp  periods that may be handled at a time; later ones are dropped, so that a
+    ///                    program that was held up does not have to catch up with all of them.
     Pacer(double rate, std::int64_t maxCatchUp);
 
     /// Starts the first period.
     void start(std::int64_t nowMs);
-    /// The periods that ended since start or the last call, without those that are given up.
+    /// Number of periods that ended since start or the last call, without those that are dropped.
     std::int64_t takeDue(std::int64_t nowMs);
-    /// When the next period ends.
+    /// Time at which the next period ends.
     std::int64_t nextMs() const;
 
 private:

@@ -10,9 +10,9 @@
 namespace {
 
 constexpr double blockSeconds = 0.01;
-constexpr double minBlock = 256.0; // samples: slow signals are not read one by one
+constexpr double minBlock = 256.0; // samples: slow signals are not read sample by sample
 constexpr double maxBlock = 16384.0;
-constexpr std::size_t inputBlocks = 2; // of a recording that wait to be received
+constexpr std::size_t inputBlocks = 2; // of a recording that may wait to be received
 constexpr auto longTime = std::chrono::hours(1);
 
 } // namespace
@@ -63,7 +63,7 @@ void Pipeline::start()
     m_receiving = thread(&Pipeline::receive, &Pipeline::endOutput);
 }
 
-/// @param end  what is done instead of the rest of the work where there is no memory for that.
+/// @param end  done instead of the rest of the work when there is not enough memory.
 std::thread Pipeline::thread(void (Pipeline::*work)(), void (Pipeline::*end)())
 {
     return std::thread([this, work, end] {
@@ -80,7 +80,7 @@ void Pipeline::endInput() { m_input.finish(); }
 
 void Pipeline::endOutput()
 {
-    m_input.close(); // or the reading waits for room
+    m_input.close(); // or the reading thread would wait for room
     m_output.finish();
 }
 
@@ -154,7 +154,7 @@ void Pipeline::read()
     m_input.finish();
 }
 
-/// @param lost  samples just before it.
+/// @param lost  number of samples that were lost just before it.
 void Pipeline::hand(Input input, std::size_t count, std::int64_t lost)
 {
     const bool hasValues = !input.values.empty();

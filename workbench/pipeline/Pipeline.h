@@ -10,12 +10,12 @@
 #include <functional>
 #include <thread>
 
-/// Reads a source on one thread and receives it on another, so that who takes the blocks waits for
-/// no file, device or computation.
+/// Reads a source on one thread and receives it on another, so that the consumer of the blocks does
+/// not wait for files, devices or computations.
 ///
-/// A recording waits while its blocks are not taken. A live signal goes on, see LiveIntake.
+/// A recording waits while its blocks are not taken; a live signal goes on, see LiveIntake.
 ///
-/// To be used by one thread.
+/// One thread may use it.
 class Pipeline
 {
 public:
@@ -27,38 +27,39 @@ public:
 
     const SignalFacts& source() const { return m_facts; }
     const SignalFormat& format() const { return m_format; }
-    /// Of the source, s, as far as it is known by now.
+    /// Length of the source, s, if it is known already.
     std::optional<double> length() const;
     /// As in SignalSource.
     std::optional<Message> trouble() const;
     bool hasFailed() const { return m_lacksMemory || m_source->hasFailed(); }
-    /// Of a live signal, since it is taken or was configured: the part of its samples that was left
-    /// out or lost, 0 to 1...
+    /// Part of the samples of a live signal that was left out or lost since the start or the last
+    /// configuration, 0 to 1...
     double leftOutPart() const { return m_intake.leftOutPart(); }
-    /// ...and in how many places.
+    /// ...and the number of gaps.
     std::int64_t gapCount() const { return m_intake.gapCount(); }
 
-    /// Receives otherwise from now on. What waits is forgotten: go on with seek.
+    /// Receives with other settings from now on. Drops the blocks that wait; continue with seek.
     void configure(const ChannelChoice& channel, const ReceiverSettings& settings);
-    /// Does something with the source while it is not read. What waits is forgotten: go on with
+    /// Runs work on the source while it is not read. Drops the blocks that wait; continue with
     /// seek.
     void change(const std::function<void(SignalSource&)>& work);
-    /// Forgets what waits and goes to a sample of the source; false where it cannot.
+    /// Drops the blocks that wait and goes to a sample of the source; false when that is not
+    /// possible.
     bool seek(std::int64_t position);
 
-    /// Samples of the signal that may wait to be taken.
+    /// Sets how many samples of the signal may wait to be taken.
     void setQueueLength(std::size_t samples) { m_output.setLimit(samples); }
-    /// Lets a live signal go by: its samples count neither as taken nor as left out.
+    /// Discards a live signal: its samples count neither as taken nor as left out.
     void setDiscarding(bool discarding);
 
-    /// The next block; none while it is not there within the timeout, and after the end.
+    /// Takes the next block; null when none comes within the timeout, and after the end.
     SignalBlockPtr take(std::chrono::milliseconds timeout)
     {
         return m_output.pop(timeout).value_or(nullptr);
     }
     /// Whether all blocks have been taken and no more come.
     bool hasEnded() const { return m_output.hasEnded(); }
-    /// Samples of the signal that can be taken without waiting.
+    /// Number of samples that can be taken without waiting.
     std::size_t waitingCount() const { return m_output.waiting(); }
 
 private:
@@ -79,10 +80,10 @@ private:
     bool pass(std::vector<SignalBlock>& blocks);
     void hand(Input input, std::size_t count, std::int64_t lost);
 
-    std::unique_ptr<SignalSource> m_source; // the reading thread's while that runs
+    std::unique_ptr<SignalSource> m_source; // belongs to the reading thread while that runs
     const SignalFacts m_facts;
     LiveIntake m_intake;
-    std::unique_ptr<Receiver> m_receiver; // the receiving thread's, likewise
+    std::unique_ptr<Receiver> m_receiver; // belongs to the receiving thread, likewise
     SignalFormat m_format;
     values::Handover<Input> m_input;
     values::Handover<SignalBlockPtr> m_output;

@@ -7,7 +7,7 @@
 /// Symbols in which filters, timing and carrier of a receiver settle.
 constexpr double settlingSymbols = 4096.0;
 
-/// How long they take, s; 0 for a signal whose symbols' clock is known.
+/// Duration of these symbols, s; 0 for a signal whose symbol clock is known.
 inline double settlingTime(const SignalFacts& source, const SignalFormat& format)
 {
     return source.firstSymbol ? 0.0 : settlingSymbols * format.samplesPerSymbol / format.sampleRate;

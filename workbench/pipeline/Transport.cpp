@@ -14,7 +14,7 @@ constexpr std::int64_t maxCatchUp = 4; // periods
 constexpr std::size_t noLimit = std::numeric_limits<std::size_t>::max();
 constexpr double farthest = 1e18; // samples, whatever the time
 constexpr auto longTime = std::chrono::hours(1);
-constexpr auto liveTimeout = std::chrono::seconds(5); // of who plays a live signal through
+constexpr auto liveTimeout = std::chrono::seconds(5); // when a live signal is played through
 
 } // namespace
 
@@ -139,7 +139,7 @@ void Transport::advance(std::int64_t elapsedMs)
     if (!m_isPlaying)
         return;
     m_credit += static_cast<double>(m_pacer.takeDue(elapsedMs)) * periodLength();
-    if (m_pipeline->source().isLive) // what has piled up is taken little by little
+    if (m_pipeline->source().isLive) // accumulated samples are taken little by little
         m_credit += std::max((static_cast<double>(m_buffer.waitingCount()) - m_backlog) / 8.0, 0.0);
     const double whole = std::floor(m_credit);
     m_credit -= static_cast<double>(m_player(static_cast<std::size_t>(whole)));
@@ -169,7 +169,7 @@ void Transport::playThrough(double seconds)
     emit playedThrough();
 }
 
-/// The samples of a live signal are not waited for, unless it is played through.
+/// Does not wait for the samples of a live signal, unless it is played through.
 std::chrono::milliseconds Transport::timeout() const
 {
     const bool isWaiting = !m_pipeline->source().isLive || m_left != noLimit;

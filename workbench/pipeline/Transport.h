@@ -15,79 +15,82 @@
 
 class Pipeline;
 
-/// Plays a pipeline: says 30 times a second how many samples are due, and hands them out. Where the
-/// program was held up, up to four periods are due at once, and what is older plays later. A
-/// recording that cannot be had in time plays slower. GUI thread only.
+/// Plays a pipeline: tells 30 times a second how many samples are due, and hands them out. When the
+/// program was held up, up to four periods are due at once, and the rest plays later. A recording
+/// that does not come in time plays slower. GUI thread only.
 class Transport : public QObject
 {
     Q_OBJECT
 public:
-    static constexpr double rate = 30.0;              ///< Hz, of what is due
+    static constexpr double rate = 30.0;              ///< Hz, at which samples become due
     static constexpr double maxPeriodLength = 131072; ///< samples that are due in a period at most
     static constexpr double minSpeed = 1e-9;
     static constexpr double maxSpeed = 10.0;
-    /// A speed: as fast as the signal can be read and shown.
+    /// The speed at which a signal plays as fast as it can be read and shown.
     static constexpr double fastest = std::numeric_limits<double>::infinity();
 
-    /// Plays samples that are due, with take. @return how many it has played.
+    /// Plays due samples with take. @return number of samples played.
     using Player = std::function<std::size_t(std::size_t count)>;
 
     explicit Transport(const Player& player, QObject* parent = nullptr);
 
-    /// Stops, and plays this one from its start when told to; null: none. It must outlive its use.
+    /// Stops, and plays this pipeline from its start from the next play on; null for none. It must
+    /// outlive its use.
     void open(Pipeline* pipeline);
-    /// The pipeline forgot what waited: goes on at the present time.
+    /// To be called after the pipeline dropped its blocks: continues at the present time.
     void goOn();
-    /// As goOn, where the pipeline's format changed: what comes does not follow what was played.
+    /// Like goOn, after the pipeline's format changed: the next samples do not follow those that
+    /// were played.
     void reopen();
 
     bool isPlaying() const { return m_isPlaying; }
-    /// Plays on; from the start when the end was reached, or gone to. Nothing without a pipeline,
-    /// and where a live signal has ended.
+    /// Continues to play, from the start when the end was reached. Does nothing without a pipeline,
+    /// and when a live signal has ended.
     void play();
     void pause();
-    /// Goes to a time in the signal, s; clamped to it. Nothing where the signal cannot.
+    /// Goes to a time in the signal, s, clamped to its length. Does nothing with a live signal.
     void seek(double seconds);
-    /// Plays exactly so many samples as this time has, at once, however long it takes; fewer where
-    /// the signal ends. It does not start over.
+    /// Plays exactly the samples of this time at once, however long it takes; fewer when the signal
+    /// ends. The signal does not start over.
     void playThrough(double seconds);
-    /// All was taken: goes to the start where the signal is to repeat, may and can; else it has
-    /// come to its end.
+    /// To be called when all samples were taken: goes to the start if the signal repeats and can;
+    /// otherwise it has ended.
     void startOver(bool mayRepeat);
 
     /// Whether the signal starts over at its end; true at first.
     void setRepeat(bool repeat) { m_repeat = repeat; }
     bool repeat() const { return m_repeat; }
-    /// Seconds of signal played in a second; 1 at first. More samples than a period may have are
-    /// not played: the signal then runs slower than asked. A live one has its own speed.
+    /// Seconds of signal played in a second; 1 at first. A period has at most maxPeriodLength
+    /// samples: beyond that, the signal plays slower than asked. A live signal has its own speed.
     void setSpeed(double speed)
     {
         m_speed = speed == fastest ? fastest : std::clamp(speed, minSpeed, maxSpeed);
     }
     double speed() const { return m_speed; }
-    /// How long may be waited for the pipeline at a time.
+    /// Longest time to wait for the pipeline.
     void setTimeout(std::chrono::milliseconds timeout) { m_timeout = timeout; }
 
-    /// Of the next sample: its index, and its time, s.
+    /// Index and time, s, of the next sample.
     std::int64_t position() const { return m_position; }
     double time() const { return m_time; }
-    /// s; none for a signal without a known end.
+    /// Length of the signal, s; none without a known end.
     std::optional<double> length() const;
-    /// Samples that are due in a period.
+    /// Number of samples that are due in a period.
     double periodLength() const;
     bool isAtEnd() const { return m_isAtEnd; }
 
-    /// The next samples, those of one block; none while they are not there, and at the end.
+    /// Takes the next samples, all of one block; none while there are none, and at the end.
     BlockPart take(std::size_t most);
-    /// Samples that follow the next one without a gap, up to where playThrough stops, which is an
-    /// end, too. Waits for it as long as the timeout says.
+    /// Number of samples that follow the next one without a gap, up to where playThrough stops,
+    /// which counts as an end. Waits at most for the timeout.
     BlockBuffer::Ahead ahead(std::size_t count);
-    /// The samples that were looked at ahead.
+    /// The samples ahead.
     const BlockBuffer& buffer() const { return m_buffer; }
-    /// Of a live signal, whose clock is not ours: samples that may wait; more are due sooner.
+    /// Number of samples of a live signal that may wait; more are due sooner, as its clock may be
+    /// fast.
     void setBacklog(double samples) { m_backlog = samples; }
 
-    /// Plays the samples that have become due. Called by the timer.
+    /// Plays the samples that have become due. The timer calls it.
     /// @param elapsedMs  since play().
     void advance(std::int64_t elapsedMs);
 
@@ -95,7 +98,7 @@ signals:
     void playingChanged(bool playing);
     /// playThrough has ended.
     void playedThrough();
-    /// The next samples do not follow the last ones; not where the signal starts over.
+    /// The next samples do not follow the last ones; not emitted when the signal starts over.
     void jumped();
 
 private:

@@ -6,11 +6,11 @@
 
 namespace {
 
-constexpr double most = 999.0; // where no prefix helps
-constexpr int leastPower = -4; // of 1000, that has a prefix
+constexpr double most = 999.0; // of numbers without a prefix
+constexpr int leastPower = -4; // of 1000 that has a prefix
 const QString prefixes = QString::fromUtf8("pnµm kMGT");
 
-/// The power of ten that a number has once it is rounded to some digits.
+/// The power of ten of a number after rounding to some digits.
 int exponentOf(double value, int digits)
 {
     return QString::number(value, 'e', digits - 1).section(QLatin1Char('e'), 1).toInt();
@@ -32,7 +32,7 @@ QString joined(double value, int decimals, const QString& unit)
 {
     QString text = QString::number(value, 'f', std::max(decimals, 0));
     if (value < 0.0 && text.toDouble() == 0.0)
-        text.remove(0, 1); // no sign of what is rounded away
+        text.remove(0, 1); // no minus sign before a rounded 0
     return unit.isEmpty() ? text : text + QChar(0x2009) + unit;
 }
 

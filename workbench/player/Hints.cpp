@@ -32,7 +32,7 @@ QString Hints::text(const Message& message)
 {
     if (message.hint == Hint::None)
         return message.sentence;
-    // Where the sentence has an advice of its own, the hint is another one.
+    // If the sentence has an advice of its own, the hint is an alternative.
     const bool isAlternative = message.sentence.contains(QLatin1String("; "));
     return (isAlternative ? tr("%1, or %2") : tr("%1; %2"))
         .arg(message.sentence, words(message.hint));

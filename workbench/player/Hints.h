@@ -12,7 +12,7 @@ struct Hints
 {
     Q_DECLARE_TR_FUNCTIONS(Hints)
 public:
-    /// A message with its hint, one sentence.
+    /// The message and its hint in one sentence.
     static QString text(const Message& message);
     static QStringList texts(const QVector<Message>& messages);
 

@@ -51,7 +51,7 @@ void Player::showAsNew(const QStringList& notices)
         m_feed.setSpan(m_keptSpan);
     const auto length = m_feed.transport().length();
     m_feed.transport().setSpeed(speeds::isShort(length) ? speeds::of(length).front() : m_keptSpeed);
-    showFullScale(); // until there is a signal to fit the axes to
+    showFullScale(); // until there is a signal to which the axes can be fitted
     m_feed.fitLevels();
     emit opened(notices);
     missSymbolRate();
@@ -94,7 +94,7 @@ void Player::setBuiltIn(const NrzSettings& settings)
         m_feed.changeSource([&](SignalSource&) {
             m_builtInSource->setNoise(settings.noise);
             m_builtInSource->setJitter(settings.jitter);
-            if (settings.bandwidth != before.bandwidth) // its filter settles anew
+            if (settings.bandwidth != before.bandwidth) // its filter has to settle again
                 m_builtInSource->setBandwidth(settings.bandwidth);
         });
     }
@@ -142,7 +142,7 @@ void Player::setReceiver(const ReceiverSettings& settings)
     emit changed();
     emit clockChanged();
     emit outdated();
-    missSymbolRate(); // which may be found in what is received now
+    missSymbolRate(); // which may be found in the signal that is received now
 }
 
 void Player::setChannel(const ChannelChoice& channel)
@@ -171,7 +171,7 @@ void Player::setCountingSymbols(bool wanted)
 void Player::setSpeed(double speed)
 {
     m_feed.transport().setSpeed(speed);
-    if (!speeds::isShort(m_feed.transport().length())) // the next one is hardly as short
+    if (!speeds::isShort(m_feed.transport().length())) // the next signal is hardly as short
         m_keptSpeed = m_feed.transport().speed();
     emit changed();
 }

@@ -11,8 +11,8 @@
 
 #include <optional>
 
-/// The signal that the window shows: opens it, changes what can be set of it, and knows what is
-/// amiss with it. Without a widget.
+/// The signal that the window shows: opens it, changes its settings, and knows its problems.
+/// Without a widget.
 class Player : public QObject
 {
     Q_OBJECT
@@ -26,7 +26,7 @@ public:
     /// Takes over a recording, not playing.
     /// @param recording   has a source.
     /// @param symbolRate  Bd; none: the time axis shows seconds or parts of them.
-    /// @return why it cannot be shown; the former signal stays then.
+    /// @return why it cannot be shown; then the former signal stays.
     Result<void> open(Recording recording, const ChannelChoice& channel,
                       std::optional<double> symbolRate);
     enum class Kind { Recording, BuiltIn, Demo };
@@ -39,38 +39,37 @@ public:
 
     /// Settings of the built-in signal, also while another signal plays.
     const NrzSettings& builtIn() const { return m_builtIn; }
-    /// Acts on the built-in signal at once where it plays, or else when it is opened. Where other
-    /// symbols come it is opened anew.
+    /// Changes the built-in signal at once if it plays, otherwise when it is opened. If its symbols
+    /// change, it is opened again.
     void setBuiltIn(const NrzSettings& settings);
 
     /// Settings of the built-in signal with a modulation.
     const ModulationSettings& demo() const { return m_demo; }
-    /// Acts on it likewise; its modulation and its rate count when it is opened.
+    /// Changes it likewise; modulation and rate take effect when it is opened.
     void setDemo(const ModulationSettings& settings);
 
-    /// @param symbolRate  Bd; 0: what the source says.
+    /// @param symbolRate  Bd; 0: that of the source.
     void setSymbolRate(double symbolRate);
-    /// The symbol rate that was told last is an estimate, 0 to 1 sure.
+    /// Marks the symbol rate that was set last as an estimate with a confidence of 0 to 1.
     void setConfidence(double confidence) { m_confidence = confidence; }
-    /// Asks for an estimate where the symbol rate of a recording is not known, from now on.
+    /// Sets whether to ask for an estimate when the symbol rate of a recording is not known.
     void setEstimating(bool wanted) { m_isEstimating = wanted; }
-    /// Receives recordings and streams so from now on.
+    /// Sets how recordings and streams are received from now on.
     void setReceiver(const ReceiverSettings& settings);
     void setChannel(const ChannelChoice& channel);
     void setSpan(double seconds);
     void setCountingSymbols(bool wanted); ///< As in SignalFeed.
-    /// Clamped to what the transport plays; Transport::fastest, too.
+    /// Sets the speed, clamped to what the transport can play; Transport::fastest is allowed.
     void setSpeed(double speed);
     /// Goes back to the start.
     void rewind();
-    /// Goes to a time, s. While paused what is there is played at once, up to that time.
+    /// Goes to a time, s. While paused, plays the signal up to that time at once.
     void seek(double seconds);
-    /// The gate is the stretch between two times, s, and is shown at once. Nothing for a live
-    /// signal.
-    /// @param span  shown over time, s; none: all of it.
+    /// Fixes the gate between two times, s, and shows it at once. Does nothing with a live signal.
+    /// @param span  of the time view, s; none: the whole gate.
     void fixGate(double from, double to, std::optional<double> span = std::nullopt);
-    /// Sets one of its edges at the present time, the other one where it was, or as far off as is
-    /// shown; or both to the ends of the signal.
+    /// Moves one edge of the gate to the present time, and leaves the other one where it was, or
+    /// puts it at the other end of the shown time; or moves both to the ends of the signal.
     void gateFromHere();
     void gateToHere();
     void gateAll();
@@ -78,9 +77,9 @@ public:
     void playGate();
     /// Lets the gate follow the time view.
     void releaseGate();
-    /// Settings that measuring the gate takes.
+    /// Settings for measuring the gate.
     Measurement::Setup setup() const;
-    /// As in EyeCut.
+    /// Sets how the eye is cut, see EyeCut.
     void setEye(int symbolCount, double bandwidth);
     void setTrajectory(bool wanted); ///< As in IqFeed.
     /// Fits the levels' axes to what is shown, and lets them follow it.
@@ -88,31 +87,31 @@ public:
     /// Shows the full scale of recordings.
     void showFullScale();
 
-    /// Keeps in the settings file what was set and is of use with other signals, too: eye, speed,
+    /// Saves, in the settings file, settings that are useful with other signals: eye, speed,
     /// repeat, and the span for signals of the same sample rate.
     void keep() const;
-    /// Sets what was kept.
+    /// Restores these settings.
     void restore();
 
-    /// Facts about the signal as it was opened, a line each.
+    /// Facts about the signal when it was opened, one line each.
     const QStringList& information() const { return m_information; }
-    /// Whether the symbol rate gives an eye, where one is known.
+    /// Checks that the symbol rate, if it is known, gives an eye.
     Result<void> checkEye() const;
 
 signals:
-    /// Another signal is there; the notices are of its recording, a sentence each.
+    /// Another signal was opened; the notices of its recording are a sentence each.
     void opened(const QStringList& notices);
-    /// Something was set that is shown elsewhere, too.
+    /// A setting has changed that is also shown elsewhere.
     void changed();
-    /// The symbols' clock is another one.
+    /// The symbol clock has changed.
     void clockChanged();
-    /// Earlier samples would look different now: play them again...
+    /// Earlier samples would look different now: play them again.
     void outdated();
-    /// ...or only show them again.
+    /// Earlier samples have to be shown again.
     void lookChanged();
-    /// The gate was fixed, and is to be played.
+    /// The gate was fixed, and has to be played.
     void gateFixed();
-    /// The symbol rate is not known: it is to be estimated, and taken where that is sure.
+    /// The symbol rate is not known: estimate it, and use a sure estimate.
     void symbolRateMissed();
 
 private:
@@ -125,13 +124,13 @@ private:
     SignalFeed m_feed;
     NrzSettings m_builtIn;
     ModulationSettings m_demo;
-    NrzSource* m_builtInSource = nullptr; // the feed's; null while something else plays
+    NrzSource* m_builtInSource = nullptr; // owned by the feed; null while something else plays
     ModulationSource* m_demoSource = nullptr;
     Kind m_kind = Kind::BuiltIn;
     QStringList m_information;
     bool m_isEstimating = false;
-    std::optional<double> m_confidence; // of the symbol rate that was told, where it is an estimate
+    std::optional<double> m_confidence; // of the symbol rate, if it is an estimate
     double m_keptSpan = 0.0;            // s, as the user chose it...
-    double m_keptSpeed = 1.0;           // of signals that are not over in less than a second
+    double m_keptSpeed = 1.0;           // for signals of at least a second
     double m_keptSpanRate = 0.0;        // ...for this sample rate, Hz
 };

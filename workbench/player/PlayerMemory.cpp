@@ -75,7 +75,7 @@ void Player::restore()
     m_keptSpan = number(spanKey, 0.0);
     m_keptSpanRate = number(spanRateKey, 0.0);
     m_feed.setCountingSymbols(settings.value(countingKey, true).toBool());
-    // It is off at first: the next recording may be of another kind.
+    // The receiver is off at first, as the next recording may be of another kind.
     ReceiverSettings receiver;
     const auto unlessZero = [&number](const QString& key) {
         const double value = number(key, 0.0);

@@ -12,7 +12,7 @@
 namespace {
 
 constexpr double usualLowest = 0.1;
-constexpr double leastSeconds = 10.0; // that a signal lasts at the lowest
+constexpr double leastSeconds = 10.0; // that a signal lasts at the lowest speed
 constexpr double shortLength = 1.0;   // s
 
 struct Step
@@ -29,7 +29,7 @@ struct Step
     Step next() const { return index == 2 ? Step{power + 1, 0} : Step{power, index + 1}; }
 };
 
-/// The largest step that is not above a speed.
+/// The largest step up to a speed.
 Step below(double speed)
 {
     Step step{static_cast<int>(std::floor(std::log10(speed))) - 1, 0};

@@ -11,18 +11,18 @@
 
 class SignalFeed;
 
-/// Estimates the symbol rate of what a feed plays, on a thread of its own: about where it plays,
-/// and where that is not sure elsewhere in the recording.
+/// Estimates the symbol rate of the signal of a feed on a thread of its own: around the present
+/// time and, when that is not sure, elsewhere in the recording.
 class SymbolRateSearch : public QObject
 {
     Q_OBJECT
 public:
     using QObject::QObject;
 
-    /// Takes samples of the feed's source and starts; what was searched for before is given up.
-    /// @param feed  has a source that is not live, and lives until it was given up or found.
+    /// Takes samples of the feed's source and starts; gives up an earlier search.
+    /// @param feed  has a source that is not live, and must live until the search ends.
     void start(SignalFeed& feed);
-    /// Gives up; nothing is found then.
+    /// Gives up the search; found is not emitted.
     void cancel() { m_work.giveUp(); }
 
 signals:
@@ -36,7 +36,7 @@ private:
     Stretches elsewhere();
 
     SignalFeed* m_feed = nullptr;
-    std::int64_t m_first = 0; // sample of where it plays
+    std::int64_t m_first = 0; // first sample around the present time
     bool m_isElsewhere = false;
     SymbolRateEstimate m_best;
     Background m_work;

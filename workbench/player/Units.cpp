@@ -15,7 +15,7 @@ struct Prefix
 constexpr Prefix multiples[] = {{1e9, "G"}, {1e6, "M"}, {1e3, "k"}, {1.0, ""}};
 constexpr Prefix fractions[] = {{1.0, ""}, {1e-3, "m"}, {1e-6, "µ"}, {1e-9, "n"}};
 
-/// The largest prefix that a value reaches; the last one for smaller values.
+/// The largest prefix that a value reaches; the smallest prefix for smaller values.
 template<std::size_t count>
 const Prefix& fitting(double value, const Prefix (&prefixes)[count])
 {
@@ -88,7 +88,7 @@ std::optional<double> units::parsedTime(const QString& text, double unit,
     if (!number.endsWith(QLatin1Char('s')))
         return times(unit, numberIn(number));
     number.chop(1);
-    if (number.endsWith(QLatin1Char('u')) || number.endsWith(QChar(0x3bc))) // of keyboards
+    if (number.endsWith(QLatin1Char('u')) || number.endsWith(QChar(0x3bc))) // as on keyboards
         number.back() = QChar(0xb5);
     for (const Prefix& prefix : fractions) {
         const QString sign = QString::fromUtf8(prefix.sign);
