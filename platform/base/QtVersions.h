@@ -5,37 +5,39 @@
 #include <QLibraryInfo>
 #include <QString>
 
-/// What Qt 5 and Qt 6 call by different names; all else is written so that both take it.
-/// Events are template arguments, so that who wants a path needs no Qt Gui.
+/// Everything that differs between Qt 5 and Qt 6; all other code compiles with both. Events are
+/// template arguments, so that this header needs no Qt Gui.
 namespace QtVersions {
 
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
 
-/// Whether a window with OpenGL in it bears that there is none.
+/// Whether a window that holds a widget with OpenGL still shows its other widgets where there is no
+/// OpenGL.
 constexpr bool bearsMissingOpenGL = false;
 /// Whether Qt's OpenGL painter takes a glyph's part of a pixel from its logical place.
 constexpr bool placesTextsByLogicalPixels = false;
 
-/// Before the application object: widgets and pictures keep their size on screens of many pixels.
+/// To be called before the application object is made: widgets and pictures keep their size on
+/// screens with many pixels.
 inline void scaleForHighDpi() {}
 
 inline QString libraryPath(QLibraryInfo::LibraryPath path) { return QLibraryInfo::path(path); }
 
-/// Of a mouse event, in the widget that takes it.
+/// Position of a mouse event in the widget that receives it.
 template<typename Event>
 auto position(const Event& event)
 {
     return event.position();
 }
 
-/// In that widget's window.
+/// Position of a mouse event in that widget's window.
 template<typename Event>
 auto scenePosition(const Event& event)
 {
     return event.scenePosition();
 }
 
-/// On the screen.
+/// Position of a mouse event on the screen.
 template<typename Event>
 auto globalPosition(const Event& event)
 {

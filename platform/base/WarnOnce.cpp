@@ -6,7 +6,7 @@
 
 void warnOnce(const QLoggingCategory& category, const QString& text)
 {
-    constexpr std::size_t mostTexts = 100; // names may be without number
+    constexpr std::size_t mostTexts = 100; // the texts hold names, of which there may be any number
     static std::mutex mutex;
     static auto* const told = new std::set<QString>; // outlives every library's exit code
     {

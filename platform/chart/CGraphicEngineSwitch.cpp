@@ -61,8 +61,8 @@ void drawVectors(QPainter& painter, const Items& items, const QRect& visible)
     }
 }
 
-/// Whether a picture of so many pixels can be made: painters reach so far to each side, and it is
-/// held three times, four bytes a pixel.
+/// Whether a picture of this size can be made: painters have a largest width and height, and the
+/// picture is held three times with four bytes a pixel.
 bool canBeKept(const QSizeF& size)
 {
     constexpr double longestSide = 32767.0, mostPixels = 134217728.0;

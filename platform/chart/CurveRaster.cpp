@@ -270,7 +270,8 @@ void CurveRaster::Light(const QImage& backdrop, QImage& picture)
         QRgb* pixels = line(picture, row);
         for (int x = 0; x < width; ++x) {
             const auto count = static_cast<Count>(running[x] + counts[x]);
-            const QRgb behind = ground[x]; // read whatever the count: there is no branch
+            // Read even where it is not needed, so that there is no branch.
+            const QRgb behind = ground[x];
             running[x] = count;
             counts[x] = count;
             pixels[x] = count ? color : behind;

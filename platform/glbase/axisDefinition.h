@@ -13,22 +13,23 @@
 ///
 /// Pixel of a value v, with all arithmetic in double, truncated toward zero:
 ///   horizontal  trunc((length - 1) * (v - start) / (stop - start)), from the left border;
-///   vertical    length - trunc((length - 1) * (v - start) / (stop - start)), from the top border.
-/// Grid lines stand at whole multiples of 1, 2 or 5 times a power of ten, one for every 60 to
-/// 100 pixels or so (30 to 80 on a vertical axis), in the order from start to stop, at most
-/// MaxTickCount or the tick limit. There are none on a range that is empty, not finite, or too
-/// narrow for its numbers to be told apart, or on a length below 2 pixels. Computed at
-/// the first use after a change.
+/// vertical length - trunc((length - 1) * (v - start) / (stop - start)), from the top border. Grid
+/// lines stand at whole multiples of 1, 2 or 5 times a power of ten, one for every 60 to 100 pixels
+/// or so (30 to 80 on a vertical axis), in the order from start to stop, at most MaxTickCount or
+/// the tick limit. There are none on a range that is empty, not finite, or too narrow for its
+/// numbers to be told apart, or on a length below 2 pixels. The ticks are computed at the first use
+/// after a change.
 class ORVANE_PLATFORM_API axisDefinition
 {
 public:
     enum class Orientation { Horizontal, Vertical };
     static constexpr int MaxTickCount = 200;
 
+    /// A grid line.
     struct Tick
     {
         double value; ///< Integer times the step: never an accumulated sum, never -0.
-        int pixel;
+        int pixel;    ///< Pixel of the value.
     };
 
     explicit axisDefinition(Orientation orientation);
@@ -57,6 +58,7 @@ public:
 
     /// Pixel positions of the grid lines.
     std::vector<int> GetGridPos() const;
+    /// The grid lines. Valid until the axis changes.
     const std::vector<Tick>& GetTicks() const;
 
     /// Replaces the label formatter. Without one, labels have as many digits as the grid step
@@ -67,13 +69,15 @@ public:
     /// Sets the text after the number of a read-out, leading blank included, in place of the
     /// formatter's unit.
     void SetUnit(const QString& unit);
+    /// A value as the label of a grid line.
     QString Label(double value) const;
+    /// A value as a read-out, with its unit.
     QString LabelWithUnit(double value) const;
 
 private:
     void Recompute() const;
     using Format = const QString& (IStringFormatter::*)(double);
-    /// Whether the formatter writes all values differently, and none as "-0".
+    /// Whether the formatter writes all these values differently, and none as "-0".
     bool CanFormat(const std::vector<double>& values, Format format) const;
     bool CanFormatPixels() const;
     static QString Free(double value);

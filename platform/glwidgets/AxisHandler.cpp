@@ -8,7 +8,7 @@ namespace {
 
 bool isSame(double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); }
 
-// A zoom must leave digits for the pixels between the ends.
+// A zoom must leave enough digits to tell the pixels between the ends apart.
 bool isFineEnough(double start, double stop)
 {
     const double span = std::fabs(stop - start);

@@ -19,15 +19,23 @@ public:
     explicit AxisHandler(axisDefinition::Orientation orientation);
     ~AxisHandler() override;
 
+    ///@{
+    /// One end of the visible range, with the user's zoom.
     double GetStartValue() const;
     double GetStopValue() const;
+    ///@}
+    ///@{
+    /// Sets one end, or both ends at once, as the range to which ResetZoom returns.
     void SetStartValue(double start);
     void SetStopValue(double stop);
     void SetRange(double start, double stop);
+    ///@}
 
-    /// See axisDefinition for the mapping.
+    ///@{
+    /// Maps values to pixels and back, see axisDefinition.
     double PixelToValue(int pixel) const;
     int ValueToPixel(double value) const;
+    ///@}
     /// The axis's pixel map, of either orientation. Never null; the same object for the life of the
     /// axis.
     std::shared_ptr<values::PixelMap> XPixelMap() const;
@@ -47,7 +55,9 @@ public:
     /// Pans: moves the values with the pointer from one pixel to another. start and stop are the
     /// range at the start of the drag.
     void PanFrom(double start, double stop, int fromPixel, int toPixel);
+    /// Returns to the range that was set last by program.
     void ResetZoom(Zooms zooms = Zooms::Joined);
+    /// Whether the user's zoom or pan is in effect.
     bool IsZoomed() const;
 
 protected:

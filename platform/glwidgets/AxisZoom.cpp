@@ -55,8 +55,8 @@ QMenu* AxisZoom::ResetMenu(QWidget* parent, const QString& entry)
 {
     if (!m_menu) {
         m_menu = new QMenu(parent);
-        // Later: an observer of the axis may destroy it and the menu's parent, which a menu does
-        // not bear while it runs its own entry.
+        // Later, because an observer of the axis may destroy it and the menu's parent, which must
+        // not happen while the menu runs its own entry.
         QObject::connect(
             m_menu->addAction(QString()), &QAction::triggered, &m_receiver,
             [this] { m_axis.ResetZoom(); }, Qt::QueuedConnection);

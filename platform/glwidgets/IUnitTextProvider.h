@@ -5,7 +5,7 @@
 
 #include <QString>
 
-/// Has a unit text.
+/// An object with a unit text.
 class ORVANE_PLATFORM_API IUnitTextProvider
 {
 public:

@@ -97,7 +97,7 @@ public:
             m_isPressed = false;
         if (!m_isPressed)
             return false;
-        constexpr int dragDistance = 3; // pixels; below it, the hand only trembled
+        constexpr int dragDistance = 3; // pixels; a shorter movement is a click
         const bool moved = (event->pos() - m_pressedAt).manhattanLength() >= dragDistance;
         if ((moved || m_count == 2) && Place(1, event->pos())) {
             m_count = 2;

@@ -26,6 +26,7 @@ public:
     void init(const std::shared_ptr<ScanBufferWidgetBase>& plot,
               const std::shared_ptr<AxisHandler>& xAxis, const std::shared_ptr<AxisHandler>& yAxis,
               QWidget* caption);
+    /// Removes the cursors and their read-outs.
     void clear();
     /// Number of cursors that are set: 0, 1 or 2.
     int CursorCount() const;

@@ -80,7 +80,7 @@ void XAxisWidget::ReleaseShownRange()
 
 void XAxisWidget::RequestRepaint()
 {
-    // Whatever has this axis is in the same frame.
+    // All widgets that follow this axis are in the same frame.
     if (GetFrameWidget() && !GetFrameWidget()->IsPaintingPicture())
         GetFrameWidget()->UpdateContent();
     emit si_rangeChanged();

@@ -24,6 +24,7 @@ public:
 
     /// Shows this range from now on, until ReleaseShownRange.
     void FixShownRange(double start, double stop);
+    /// Ends FixShownRange.
     void ReleaseShownRange();
 
 signals:

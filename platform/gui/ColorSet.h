@@ -41,6 +41,7 @@ public:
     /// The colour in the current scheme. Writing through the reference does not repaint.
     QColor& operator[](ECOLOR number) override;
 
+    /// The current scheme.
     Scheme GetScheme() const { return m_scheme; }
     /// Switches to a scheme, with the user's own colours of that scheme.
     void SetScheme(Scheme scheme);

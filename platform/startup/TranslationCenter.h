@@ -30,6 +30,7 @@ public:
     /// Sets the language, such as "de" or "de_AT"; empty for the system's. Replaces the installed
     /// catalogues at once.
     void SetLanguage(const QString& language);
+    /// The language that was set; empty for the system's.
     QString Language() const;
     /// Adds a folder and searches it at once.
     void AddFolder(const QString& folder);

@@ -39,6 +39,7 @@ public:
 
     /// Whether the value that is at the path now is bound.
     bool isBound() const { return m_state->isBound; }
+    /// The path, whether a value is there or not.
     const QString& path() const { return m_path; }
     /// Moves the role to another path, at once and from now on.
     void setPath(const QString& path);

@@ -84,6 +84,7 @@ public:
         m_isClosed = true;
         m_changed.notify_all();
     }
+    /// Opens a closed or finished queue again, empty.
     void open()
     {
         clear();
@@ -91,6 +92,7 @@ public:
         m_isClosed = false;
         m_isFinished = false;
     }
+    /// Total weight of the items that wait.
     std::size_t waiting() const
     {
         const Lock lock(m_mutex);

@@ -23,7 +23,9 @@ class ORVANE_PLATFORM_API PersistantOwner
 {
 public:
     virtual ~PersistantOwner();
+    /// Called before the variables are stored: bring them up to date.
     virtual void ApplyPersistantBeforeWrite() = 0;
+    /// Called after the variables were filled: apply them.
     virtual void ApplyPersistantAfterRead() = 0;
 
 protected:

@@ -20,7 +20,9 @@ public:
 
     /// Puts all keys from now on into a group.
     void beginGroup(const QString& name);
+    /// The value of a key; otherwise when there is none.
     QVariant value(const QString& key, const QVariant& otherwise = QVariant()) const;
+    /// Sets the value of a key; an invalid value removes the key.
     void setValue(const QString& key, const QVariant& value);
 
 private:

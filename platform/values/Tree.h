@@ -46,11 +46,13 @@ public:
     /// it leaves. The source of the notification is not the value. The observer must exist until
     /// Unwatch. See Binding.
     void Watch(const QString& path, IObserver* observer);
+    /// Ends a Watch; an observer that does not watch the path is ignored.
     void Unwatch(const QString& path, IObserver* observer);
 
     /// Tells that a user of a path no longer needs it. The host owns the values, so the tree only
     /// counts the calls.
     void ReleaseValue(const QString& path);
+    /// Number of calls of ReleaseValue.
     int ReleaseCount() const { return m_releaseCount; }
 
 private:

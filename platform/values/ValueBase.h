@@ -33,7 +33,9 @@ public:
     explicit ValueBase(const QString& pathName = QString());
     ~ValueBase() override;
 
+    /// Path in the tree; empty for a value outside of a tree.
     QString GetPathName() const { return m_pathName; }
+    /// StateAlive or StateRemoved.
     int GetState() const { return m_state; }
 
 protected:

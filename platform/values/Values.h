@@ -42,7 +42,9 @@ public:
         : ValueBase(pathName)
     {}
 
+    /// The content.
     T GetValue() const { return m_value; }
+    /// Sets the content and notifies ccContent.
     void SetValue(T value)
     {
         m_value = value;
@@ -71,6 +73,7 @@ public:
         : ValueBase(pathName)
     {}
 
+    /// The numbers, to be read or changed in place; without a notification.
     std::list<T>& GetList() { return m_list; }
     const std::list<T>& GetList() const { return m_list; }
     /// Replaces the content, reusing the nodes that are there, and notifies ccContent.

@@ -16,9 +16,9 @@ class VCGLEyeDiagram;
 class VCGLIQDiagram;
 class VCGLTimeDiagram;
 
-/// A view that is placed in a form and told by properties which values of the application's tree it
-/// shows; see TimeView, EyeView and IqView. Which type each value has, and what it means, is said
-/// at the view itself (VCGLTimeDiagram and so on).
+/// A view for forms, whose properties name the values of the application's tree that it shows; see
+/// TimeView, EyeView and IqView. VCGLTimeDiagram, VCGLEyeDiagram and VCGLIQDiagram say which type
+/// each value has and what it means.
 ///
 /// A form is often made before the values are: a path is bound whenever a value is put there. An
 /// empty path unbinds its value. GUI thread only.
@@ -34,6 +34,8 @@ class ORVANE_DESIGNER_API BoundView : public QWidget
     Q_PROPERTY(bool bound READ isBound DESIGNABLE false STORED false)
 public:
     ~BoundView() override;
+    ///@{
+    /// Path of the value of a role; empty for none. Setting it binds, or unbinds, at once.
     QString samplesPath() const { return path(Samples); }
     void setSamplesPath(const QString& path) { setPath(Samples, path); }
     QString triggerPath() const { return path(Trigger); }
@@ -46,6 +48,7 @@ public:
     void setYMinimumPath(const QString& path) { setPath(YMinimum, path); }
     QString yMaximumPath() const { return path(YMaximum); }
     void setYMaximumPath(const QString& path) { setPath(YMaximum, path); }
+    ///@}
 
     /// Whether every path that is not empty is bound to a value of the right type.
     bool isBound() const;
@@ -83,10 +86,13 @@ class ORVANE_DESIGNER_API TimeView : public BoundView
     Q_PROPERTY(QString ratePath READ ratePath WRITE setRatePath)
 public:
     explicit TimeView(QWidget* parent = nullptr);
+    ///@{
+    /// Path of a role that only some views have, see BoundView.
     QString markersPath() const { return path(Markers); }
     void setMarkersPath(const QString& path) { setPath(Markers, path); }
     QString ratePath() const { return path(Rate); }
     void setRatePath(const QString& path) { setPath(Rate, path); }
+    ///@}
     /// Owned by this widget.
     VCGLTimeDiagram* view() const { return m_view; }
 
@@ -105,10 +111,13 @@ class ORVANE_DESIGNER_API EyeView : public BoundView
     Q_PROPERTY(QString ratePath READ ratePath WRITE setRatePath)
 public:
     explicit EyeView(QWidget* parent = nullptr);
+    ///@{
+    /// Path of a role that only some views have, see BoundView.
     QString markersPath() const { return path(Markers); }
     void setMarkersPath(const QString& path) { setPath(Markers, path); }
     QString ratePath() const { return path(Rate); }
     void setRatePath(const QString& path) { setPath(Rate, path); }
+    ///@}
     /// Owned by this widget.
     VCGLEyeDiagram* view() const { return m_view; }
 

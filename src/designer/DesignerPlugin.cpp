@@ -61,7 +61,7 @@ private:
 
 } // namespace
 
-/// What Designer, QUiLoader and QFormBuilder load.
+/// The plug-in that Designer, QUiLoader and QFormBuilder load.
 class DesignerPlugin : public QObject, public QDesignerCustomWidgetCollectionInterface
 {
     Q_OBJECT

@@ -54,9 +54,11 @@ public:
     /// @param data  samples in order; read, not changed. Fewer than two are ignored. The curve is
     ///              broken at samples that are not finite, and NaN moves no bound.
     void AddData(std::vector<double>& data);
+    ///@{
     /// The same from contiguous memory.
     void AddData(const double* data, std::size_t count);
     void AddData(const float* data, std::size_t count);
+    ///@}
     /// Forgets all traces, and requests a repaint. The Y range and the settings stay, and so does
     /// an auto-scale period.
     void Clear();
@@ -73,9 +75,12 @@ public:
     /// Does nothing: an eye has no time axis. Exists so that all diagrams have the same operations.
     void SetBaudrate(float baudrate);
 
+    ///@{
     /// Sets one end of the Y range, without a repaint. Any number is taken as it is.
     void SetYStart(double start);
     void SetYStop(double stop);
+    ///@}
+    /// The Y range that is shown.
     void GetYStartStop(double& start, double& stop);
     /// Sets the X axis below the diagram, shared with the caller; an empty pointer detaches it. The
     /// axis always shows 0 to 1 and has no zoom.

@@ -219,7 +219,7 @@ void GLIQDiagram::DrawPoints(const Plot& plot, std::size_t recordCount, GLPainte
     const QColor color(ColorSet::Instance()[IColorBase::colIQPoint].rgb()); // opaque
     if (GetFrameWidget()->IsPaintingPicture()) {
         painter.drawPoints(GetSamples(), plot.toPixel,
-                           color); // at once: the way follows their count
+                           color); // all at once: how they are drawn depends on their number
         return;
     }
     if (!painter.beginNativePainting()) {

@@ -56,10 +56,12 @@ public:
     ///              one with an odd number of values are ignored and keep their content.
     /// Pairs with a NaN or an infinity are not drawn; NaNs do not count for the auto-scale.
     void AddData(std::vector<float>& data);
+    ///@{
     /// The same from contiguous memory, which is copied.
     /// @param count  number of values, twice the number of points.
     void AddData(const float* data, std::size_t count);
     void AddData(const double* data, std::size_t count);
+    ///@}
     /// Forgets all data sets and repaints. Ranges, settings and an auto-scale period stay.
     void Clear(); // NOLINT(bugprone-virtual-near-miss): clear() is about lines of text
     /// Sets the aging time in seconds, and repaints. Infinity keeps the newest 100 data sets. NaN
@@ -71,9 +73,11 @@ public:
     /// The samples that are kept, I, Q, I, Q..., in the order of their arrival: a copy.
     std::vector<float> GetSamples() const;
 
+    ///@{
     /// Sets one end of the Y range. Any number is taken as it is.
     void SetYStart(double start);
     void SetYStop(double stop);
+    ///@}
     /// The Y range that is shown, with the user's zoom and the settings page in effect.
     void GetYStartStop(double& start, double& stop);
     /// The Y axis, sharing ownership with the diagram.

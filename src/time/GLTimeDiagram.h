@@ -54,9 +54,11 @@ public:
     /// The bounds of a trace cover the samples after its last NaN; NaN samples are drawn at the
     /// bottom.
     void AddData(std::vector<double>& data);
+    ///@{
     /// The same from contiguous memory, which is copied.
     void AddData(const double* data, std::size_t count);
     void AddData(const float* data, std::size_t count);
+    ///@}
     /// Forgets all traces and repaints. Ranges, baud rate, settings and an auto-scale period stay.
     void Clear(); // NOLINT(bugprone-virtual-near-miss): clear() is about lines of text
     /// The samples of the traces that are kept, the oldest trace first: a copy.
@@ -65,9 +67,11 @@ public:
     /// paints nothing; any number is taken as it is.
     void SetBaudrate(float baudrate);
 
+    ///@{
     /// Sets one end of the Y range. Any number is taken as it is.
     void SetYStart(double start);
     void SetYStop(double stop);
+    ///@}
     /// The Y range that is shown, with the user's zoom and the settings page in effect.
     void GetYStartStop(double& start, double& stop);
     /// The Y axis, sharing ownership with the diagram.

@@ -9,8 +9,8 @@ namespace {
 
 constexpr std::size_t chunkLength = 32;
 
-/// Calls work(index of the first sample) for chunks that cover all; the last one may lie over the
-/// one before. At least a chunk of samples is there.
+/// Calls work(index of the first sample) for chunks that cover all samples; the last chunk may
+/// overlap the one before. There must be at least one chunk of samples.
 template<class Work>
 void forEachChunk(std::size_t count, const Work& work)
 {
@@ -21,7 +21,7 @@ void forEachChunk(std::size_t count, const Work& work)
         work(count - chunkLength);
 }
 
-/// Extents that do not wait for one another: of the first samples of all chunks, of the second...
+/// Independent extents: of the first samples of all chunks, of the second ones, and so on.
 struct Lanes
 {
     explicit Lanes(const double* samples)

@@ -62,6 +62,7 @@ public:
     explicit VCGLEyeDiagram(QWidget* parent = nullptr);
     ~VCGLEyeDiagram() override;
 
+    ///@{
     /// Bind a role to a value, see the table above.
     bool SetData1_ValuePath(const QString& path);
     bool SetBaudrateData_ValuePath(const QString& path);
@@ -71,6 +72,7 @@ public:
     bool SetYAxisMin_ValuePath(const QString& path);
     bool SetYAxisMax_ValuePath(const QString& path);
     bool SetBaudrate_ValuePath(const QString& path);
+    ///@}
 
     /// Takes the changes of the bound values.
     void Update(Observable* source, TChangeCode code) override;
@@ -79,10 +81,12 @@ public:
     /// @param data     samples in order, only read.
     /// @param repaint  whether to repaint.
     void FillData(std::vector<double>& data, bool repaint);
+    ///@{
     /// The same from contiguous memory, which is only read.
     /// @param data  count samples; may be null when count is 0.
     void FillData(const double* data, std::size_t count, bool repaint);
     void FillData(const float* data, std::size_t count, bool repaint);
+    ///@}
     /// The samples that are kept, trace by trace, the oldest first: a copy. X is the place in the
     /// interval from 0 to 1; the oldest trace may have lost its first samples.
     std::vector<std::vector<QPointF>> GetTraces() const;
@@ -95,13 +99,17 @@ public:
     /// Does nothing. Exists so that all views have the same operations.
     void SetBaudrate(double baudrate);
 
+    ///@{
     /// Sets both ends of an axis and repaints, as bound limits do. The eye's X axis shows 0 to 1
     /// all the same. Any numbers are taken as they are.
     void SetXAxisRange(double min, double max);
     void SetYAxisRange(double min, double max);
+    ///@}
+    ///@{
     /// Start and stop of the range that an axis shows, with the user's zoom.
     std::pair<double, double> GetXAxisRange() const;
     std::pair<double, double> GetYAxisRange() const;
+    ///@}
 
     /// The diagram. Owned by the view; valid as long as the view.
     GLEyeDiagram* GetDiagram() const { return Diagram(); }
@@ -119,14 +127,17 @@ public:
     DiagramCaption* GetToolbarCaption();
     /// Pauses or resumes, as the pause button does; emits the signals below on a change.
     void SetPaused(bool paused);
+    /// Whether the view is paused.
     bool IsPaused() const;
     /// A few words at the right of the caption bar, cut where there is no room; empty for none.
     /// Shorter variants may follow, each after U+009C: the first that fits is shown.
     void SetCaptionNote(const QString& text);
 
+    ///@{
     /// Place of the diagram in the view, or in a picture of a size (RenderPicture), logical pixels.
     QRect GetPlotRect() const;
     QRect GetPlotRect(const QSize& size) const;
+    ///@}
     /// The Qt widget that paints the diagram: a widget inside the view. Overlays on the diagram
     /// belong on it. Alive as long as the view.
     QWidget* GetCanvas();

@@ -61,6 +61,7 @@ public:
     explicit VCGLIQDiagram(QWidget* parent = nullptr);
     ~VCGLIQDiagram() override;
 
+    ///@{
     /// Bind a role to a value, see the table above.
     bool SetData1_ValuePath(const QString& path);
     bool SetData2_ValuePath(const QString& path);
@@ -69,6 +70,7 @@ public:
     bool SetXAxisMax_ValuePath(const QString& path);
     bool SetYAxisMin_ValuePath(const QString& path);
     bool SetYAxisMax_ValuePath(const QString& path);
+    ///@}
 
     /// Takes the changes of the bound values.
     void Update(Observable* source, TChangeCode code) override;
@@ -76,31 +78,39 @@ public:
     /// Adds one data set directly, also while paused, and repaints.
     /// @param data  I, Q, I, Q..., swapped as by GLIQDiagram::AddData.
     void AddData(std::vector<float>& data);
+    ///@{
     /// The same from contiguous memory, which is only read.
     /// @param data   may be null when count is 0.
     /// @param count  number of values, twice the number of points; an odd one is ignored.
     void AddData(const float* data, std::size_t count);
     void AddData(const double* data, std::size_t count);
+    ///@}
     /// The samples that are kept, I, Q, I, Q..., in the order in which they came: a copy.
     std::vector<float> GetSamples() const;
     /// Forgets all data sets and the read-outs of the ruler; axes and settings stay. Repaints.
     void Clear();
     /// See GLIQDiagram::AutoScale.
     void AutoScale();
+    ///@{
     /// Set how long points stay, see GLIQDiagram::SetAging and GLIQDiagram::SetAgesByData.
     void SetAging(double seconds);
     void SetAgesByData(bool byData);
+    ///@}
     /// Paints a picture like RenderPicture, of any shape, in which a unit of I and a unit of Q keep
     /// the ratio of their lengths that they have in the view. One axis shows a wider range for it.
     void RenderInProportion(QPainter& painter, const QSize& size);
 
+    ///@{
     /// Sets both ends of an axis and repaints, as bound limits do. Any numbers are taken as they
     /// are.
     void SetXAxisRange(double min, double max);
     void SetYAxisRange(double min, double max);
+    ///@}
+    ///@{
     /// Start and stop of the range that an axis shows, with the user's zoom.
     std::pair<double, double> GetXAxisRange() const;
     std::pair<double, double> GetYAxisRange() const;
+    ///@}
 
     /// The diagram. Owned by the view; valid as long as the view.
     GLIQDiagram* GetDiagram() const { return Diagram(); }
@@ -108,10 +118,12 @@ public:
     std::shared_ptr<XAxisWidget> GetXAxis() const { return m_xAxis; }
     /// The Y axis; shared with the diagram.
     std::shared_ptr<AxisHandler> GetYAxis() const;
+    ///@{
     /// Label formatter, unit and grid positions of an axis. Do not set its range here:
     /// SetXAxisRange also repaints. Valid as long as the view.
     axisDefinition& GetXAxisDefinition() const;
     axisDefinition& GetYAxisDefinition() const;
+    ///@}
     /// Unit in the read-outs of Y; empty for none.
     void SetYUnit(const QString& unit);
     /// The menu that a right click on the diagram opens; owned by the diagram. The host may add
@@ -121,15 +133,18 @@ public:
     DiagramCaption* GetToolbarCaption();
     /// Pauses or resumes, as the pause button does; emits the signals below on a change.
     void SetPaused(bool paused);
+    /// Whether the view is paused.
     bool IsPaused() const;
     /// A few words at the right of the caption bar, cut where there is no room; empty for none.
     /// Shorter variants may follow, each after U+009C: the first that fits is shown.
     /// While the ruler has a read-out, it takes their place.
     void SetCaptionNote(const QString& text);
 
+    ///@{
     /// Place of the diagram in the view, or in a picture of a size (RenderPicture), logical pixels.
     QRect GetPlotRect() const;
     QRect GetPlotRect(const QSize& size) const;
+    ///@}
     /// The Qt widget that paints the diagram: the view itself. Overlays on the diagram belong on
     /// it. Alive as long as the view.
     QWidget* GetCanvas();

@@ -62,6 +62,7 @@ public:
     explicit VCGLTimeDiagram(QWidget* parent = nullptr);
     ~VCGLTimeDiagram() override;
 
+    ///@{
     /// Bind a role to a value, see the table above.
     bool SetData1_ValuePath(const QString& path);
     bool SetBaudrateData_ValuePath(const QString& path);
@@ -71,6 +72,7 @@ public:
     bool SetYAxisMin_ValuePath(const QString& path);
     bool SetYAxisMax_ValuePath(const QString& path);
     bool SetBaudrate_ValuePath(const QString& path);
+    ///@}
 
     /// Takes the changes of the bound values.
     void Update(Observable* source, TChangeCode code) override;
@@ -79,10 +81,12 @@ public:
     /// @param data     samples in order, swapped as by GLTimeDiagram::AddData.
     /// @param repaint  whether to repaint.
     void FillData(std::vector<double>& data, bool repaint);
+    ///@{
     /// The same from contiguous memory, which is only read.
     /// @param data  count samples; may be null when count is 0.
     void FillData(const double* data, std::size_t count, bool repaint);
     void FillData(const float* data, std::size_t count, bool repaint);
+    ///@}
     /// The samples of the traces that are kept, the oldest trace first: a copy.
     std::vector<std::vector<double>> GetTraces() const;
     /// Forgets all traces, the open segment, and the read-outs of the ruler; axes and settings
@@ -93,13 +97,17 @@ public:
     /// Sets the number of samples per unit of the X axis and repaints; 0 paints nothing.
     void SetBaudrate(double baudrate);
 
+    ///@{
     /// Sets both ends of an axis and repaints, as bound limits do. Any numbers are taken as they
     /// are.
     void SetXAxisRange(double min, double max);
     void SetYAxisRange(double min, double max);
+    ///@}
+    ///@{
     /// Start and stop of the range that an axis shows, with the user's zoom.
     std::pair<double, double> GetXAxisRange() const;
     std::pair<double, double> GetYAxisRange() const;
+    ///@}
 
     /// The diagram. Owned by the view; valid as long as the view.
     GLTimeDiagram* GetDiagram() const { return Diagram(); }
@@ -107,10 +115,12 @@ public:
     std::shared_ptr<XAxisWidget> GetXAxis() const { return m_xAxis; }
     /// The Y axis; shared with the diagram.
     std::shared_ptr<AxisHandler> GetYAxis() const;
+    ///@{
     /// Label formatter, unit and grid positions of an axis. Do not set its range here:
     /// SetXAxisRange also repaints. Valid as long as the view.
     axisDefinition& GetXAxisDefinition() const;
     axisDefinition& GetYAxisDefinition() const;
+    ///@}
     /// Unit in the read-outs of Y; empty for none.
     void SetYUnit(const QString& unit);
     /// The menu that a right click on the diagram opens; owned by the diagram. The host may add
@@ -122,15 +132,18 @@ public:
     DiagramCaption* GetToolbarCaption();
     /// Pauses or resumes, as the pause button does; emits the signals below on a change.
     void SetPaused(bool paused);
+    /// Whether the view is paused.
     bool IsPaused() const;
     /// A few words at the right of the caption bar, cut where there is no room; empty for none.
     /// Shorter variants may follow, each after U+009C: the first that fits is shown.
     /// While the ruler has a read-out, it takes their place.
     void SetCaptionNote(const QString& text);
 
+    ///@{
     /// Place of the diagram in the view, or in a picture of a size (RenderPicture), logical pixels.
     QRect GetPlotRect() const;
     QRect GetPlotRect(const QSize& size) const;
+    ///@}
     /// The Qt widget that paints the diagram: the view itself. Overlays on the diagram belong on
     /// it. Alive as long as the view.
     QWidget* GetCanvas();
