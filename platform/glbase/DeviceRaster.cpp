@@ -37,10 +37,10 @@ struct DeviceRaster::Segment
 
 namespace {
 
-/// std::floor, which older processors call a function for.
+/// Like std::floor, for which older processors need a function call.
 double flooredFast(double value)
 {
-    constexpr double largest = 4503599627370496.0; // 2^52, from where all are whole
+    constexpr double largest = 4503599627370496.0; // 2^52: from here on all doubles are whole
     if (!(std::abs(value) < largest))
         return std::floor(value);
     const auto whole = static_cast<double>(static_cast<std::int64_t>(value));
@@ -51,7 +51,7 @@ double flooredFast(double value)
 
 double DeviceRaster::Scale::Edge(double logical) const
 {
-    // The excess keeps a half a half, whatever the rounding of the transform.
+    // The excess keeps a half on its side, however the transform was rounded.
     return flooredFast(logical * factor + offset + 0.5 + 1e-6);
 }
 
@@ -198,7 +198,7 @@ void DeviceRaster::AddLine(const QLineF& line, const GLLineStyle& style)
     }
 }
 
-/// Joins like Runs, where strokes only ever move one way: looks at few of those that are alike.
+/// Joins like Runs, for strokes that only ever move one way: looks at a few of the equal ones only.
 template<typename StrokeIn, typename Put>
 void DeviceRaster::PutRuns(const Span& extent, const StrokeIn& strokeIn, const Put& put)
 {

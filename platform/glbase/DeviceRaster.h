@@ -48,19 +48,20 @@ public:
     /// right one, like everything else that is drawn.
     static constexpr double pointShift = 0.5 + 1.0 / 64.0;
 
-    /// The one device pixel that a point of OpenGL lights. A point that is not finite is dropped.
+    /// Adds the one device pixel that a point of OpenGL lights. A point that is not finite is
+    /// dropped.
     void AddPoint(double x, double y);
-    /// A point as large as a logical pixel, from (x, y) on; what vectors get instead of AddPoint's,
-    /// too.
+    /// Adds a point as large as a logical pixel, from (x, y) on. AddPoint does the same for
+    /// vectors.
     void AddSquare(double x, double y);
     /// Fills what AddPoint adds for each of many points (x, y, x, y...) at once; in pixels only.
     void FillPoints(const std::vector<float>& points, const QTransform& toLogical,
                     const QColor& color) const;
     /// Includes the pixels of both ends. A segment that is not finite is dropped.
     void AddLine(const QLineF& line, const GLLineStyle& style);
-    /// At most one before each Fill.
+    /// Adds a step line; at most one before each Fill.
     void AddStepLine(const GLStepLine& line);
-    /// Fills what has been added in a colour, and forgets it.
+    /// Fills all that was added with a colour, and forgets it.
     void Fill(const QColor& color);
 
     /// Fills a rectangle with an opaque brush that paints all rows of pixels alike; in pixels only.

@@ -36,7 +36,7 @@ bool GLFrameWidget::event(QEvent* event)
 {
     if (event->type() == QEvent::ParentAboutToChange && m_pSurface)
         m_pSurface->LeaveWindow();
-    const QPointer<GLFrameWidget> alive(this); // whoever hears of a resize may destroy it
+    const QPointer<GLFrameWidget> alive(this); // a receiver of the resize may destroy it
     const QEvent::Type type = event->type();
     const bool isTaken = QWidget::event(event);
     if (!alive)
@@ -60,7 +60,7 @@ QColor colorOf(IColorBase::ECOLOR number)
 
 void GLFrameWidget::ShowNotice()
 {
-    // Before it is shown or has a size, nobody knows.
+    // Not known before the frame is shown and has a size.
     const bool isNeeded = isVisible() && !size().isEmpty() && !isValid();
     if (!isNeeded && !m_pNotice)
         return;
@@ -108,7 +108,7 @@ void GLFrameWidget::PaintOnScreen(QPainter& painter, bool hasContext)
 QImage GLFrameWidget::grabFramebuffer()
 {
     if (m_pSurface) {
-        m_pSurface->setGeometry(rect()); // a frame that was never shown heard of no resize
+        m_pSurface->setGeometry(rect()); // a frame that was never shown received no resize event
         return m_pSurface->grabFramebuffer();
     }
     const double ratio = devicePixelRatioF();

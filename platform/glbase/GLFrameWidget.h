@@ -24,8 +24,8 @@ class QPainter;
 /// The Qt widget that a group of GL widgets is painted into: fills itself with the ground colour
 /// and opens one painter for all its children, with OpenGL or without, see Renderer. Line
 /// primitives draw with that painter, in the pixel frame of the child that is being painted;
-/// outside of painting they draw nothing. Where OpenGL is asked for and there is none, it says so
-/// in its place, and once to the error handler.
+/// outside of painting they draw nothing. Where OpenGL was asked for and there is none, it shows a
+/// notice instead of the picture, and reports it once to the error handler.
 class ORVANE_PLATFORM_API GLFrameWidget : public QWidget
 {
     Q_OBJECT
@@ -34,8 +34,8 @@ public:
     using GLLines = ::GLLines;
     using GLStepLine = ::GLStepLine;
 
-    /// Services of the application that diagrams point at their singletons. Without, errors are
-    /// not reported, and colours are those of the ColorSet.
+    /// Services of the application, which diagrams set to their singletons. Without them, errors
+    /// are not reported, and colours are those of the ColorSet.
     static IErrorHandlerBase* m_pErrorHandler;
     static IColorBase* m_pColors;
 
@@ -47,18 +47,18 @@ public:
 
     /// Paints the frame's content with another painter (a picture, a printer), in logical pixels
     /// with the origin at the frame's top left corner. Must not be called while the frame paints.
-    /// Nothing with a painter that is not open.
+    /// Does nothing with a painter that is not open.
     void Render(QPainter& painter);
     /// The frame as it is on the screen, without the Qt widgets in it.
     QImage grabFramebuffer();
-    /// Whether it can paint on the screen; false before its first frame with OpenGL.
+    /// Whether the frame can paint on the screen; with OpenGL false until it has painted once.
     bool isValid() const;
     /// Schedules a repaint of all children, or of those in a rectangle (logical pixels).
     void UpdateContent();
     void UpdateContent(const QRect& rect);
 
-    /// Whether what is painted is a picture to keep, see GLLayout::RenderPicture. Nothing that
-    /// later paints show may change by it.
+    /// Whether the frame paints into a picture that is kept, see GLLayout::RenderPicture. Such a
+    /// paint must not change what later paints show.
     bool IsPaintingPicture() const { return m_pictureSize.isValid(); }
 
 protected:
@@ -76,7 +76,7 @@ protected:
 
     /// Child that is being painted, set by PaintChildren. GLPainter reads it.
     GLBaseWidget* m_pCurrentChild = nullptr;
-    /// What of the screen is painted; empty: all.
+    /// Part of the frame that is painted; empty for all of it.
     QRegion m_exposed;
     /// Size of the picture that is painted; not valid while there is none.
     QSize m_pictureSize;
@@ -86,9 +86,9 @@ private:
     friend struct TestAccess;
     void ShowNotice();
     void PaintOnScreen(QPainter& painter, bool hasContext);
-    /// Where the child that is painted is: the whole frame while there is none.
+    /// Place of the child that is being painted; the whole frame while there is none.
     QRect CurrentPlace() const;
-    /// The pixels to write a colour into; null where the painter has to paint it.
+    /// The pixels to write an opaque colour into; null where the painter has to paint it.
     PixelTarget* PixelsFor(const QColor& color) const;
     template<class Add>
     void Draw(const QColor& color, const Add& add);
@@ -99,6 +99,7 @@ private:
     QTransform m_baseTransform;     // its transform and clip before any child was painted
     QRegion m_baseClip;
     bool m_hasBaseClip = false;
-    std::unique_ptr<PixelTarget> m_pixels; // of the open painter; null where only that paints
-    bool m_hasContext = false;             // the open painter draws with the frame's own GL context
+    std::unique_ptr<PixelTarget>
+        m_pixels;              // of the open painter; null where only the painter paints
+    bool m_hasContext = false; // the open painter draws with the frame's own GL context
 };

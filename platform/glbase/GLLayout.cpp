@@ -180,7 +180,7 @@ void GLLayout::RenderPicture(QPainter& painter, const QSize& size)
 
 void GLLayout::PaintChildren(QPainter&)
 {
-    // A layout that was never shown receives no resize event.
+    // A layout that was never shown has received no resize event.
     if (m_placedSize != ContentSize())
         PlaceChildren();
     const QScopedValueRollback<GLBaseWidget*> current(m_pCurrentChild);

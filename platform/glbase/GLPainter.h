@@ -66,10 +66,10 @@ public:
     bool beginNativePainting();
     void endNativePainting();
 
-    /// What OpenGL draws between these two calls as GL_POINTS of size 1, where it cannot: the
-    /// device pixel of each point, none for one that is not finite. In a picture each is a square
-    /// of a logical pixel, as large as the picture's scale says. Where the painter draws vectors,
-    /// more than 10000 become an embedded picture, up to four of its pixels to a logical one.
+    /// Draws points where beginNativePainting() answers false, as OpenGL would draw GL_POINTS of
+    /// size 1: the device pixel of each point; a point that is not finite is dropped. In a picture
+    /// each point is a square of one logical pixel. Where the painter draws vectors, more than
+    /// 10000 points become an embedded picture with up to four pixels to a logical one.
     /// @param points    x, y, x, y...; an odd last value is ignored.
     /// @param toWidget  scales and moves them into the widget's pixel frame.
     void drawPoints(const std::vector<float>& points, const QTransform& toWidget,
@@ -77,8 +77,8 @@ public:
 
     /// False when the handle is inert.
     bool isActive() const { return m_pPainter != nullptr; }
-    /// The Qt painter behind the handle; null when the handle is inert. Slows the handle down: its
-    /// transform and clip may be other ones from then on.
+    /// The Qt painter behind the handle; null when the handle is inert. Slows the handle down,
+    /// which from then on has to expect that transform and clip were changed.
     QPainter* painter() const
     {
         m_isShared = true;
@@ -88,9 +88,9 @@ public:
     const QRect& area() const { return m_area; }
 
 private:
-    /// The pixels to write a colour into; null where the painter has to paint it.
+    /// The pixels to write an opaque colour into; null where the painter has to paint it.
     PixelTarget* PixelsFor(const QColor& color) const;
-    /// Calls with what fills areas in a colour.
+    /// Lets use collect areas in a raster, and fills them with the colour.
     template<class Use>
     void Raster(const QColor& color, const Use& use);
     bool FillByRow(const QRect& rect, const QBrush& brush);

@@ -35,18 +35,19 @@ QSurfaceFormat GLSurface::Format()
 
 void GLSurface::LeaveWindow()
 {
-    // A window keeps a pointer to each GL widget that it painted until it paints anew, for which Qt
-    // does not ask when an empty one leaves.
+    // A window keeps a pointer to each GL widget that it has painted until it paints again, and Qt
+    // does not request that when a widget without a size leaves.
     if (size().isEmpty())
         window()->update();
 }
 
 bool GLSurface::event(QEvent* event)
 {
-    const QPointer<GLSurface> alive(this); // whoever hears of a resize may destroy it
+    const QPointer<GLSurface> alive(this); // a receiver of the resize may destroy it
     const QEvent::Type type = event->type();
-    // Where it is hidden or has no size in another window, Qt would take its context, and yet make
-    // that window compose its last picture. It keeps it until it is shown with a size.
+    // A surface that moves to another window while it is hidden or has no size would lose its
+    // context, and Qt would still let that window compose its last picture. So it keeps the context
+    // until it is shown with a size.
     const bool isThere = !size().isEmpty() && (type != QEvent::WindowChangeInternal ||
                                                !(isHidden() || parentWidget()->isHidden()));
     const bool keepsContext =
@@ -67,7 +68,7 @@ bool GLSurface::event(QEvent* event)
 void GLSurface::paintGL()
 {
     QPainter painter(this);
-    // Whoever grabs a window has this called, too, with a painter on a picture.
+    // Also called when the window is grabbed, with a painter on a picture.
     if (painter.isActive()) // not on an empty picture
         m_paint(painter, painter.paintEngine()->type() == QPaintEngine::OpenGL2);
 }

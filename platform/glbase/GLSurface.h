@@ -8,12 +8,13 @@
 
 class QPainter;
 
-/// What a frame paints on with OpenGL: a child that fills it, below the Qt widgets in it, and
-/// leaves all events of the user to it. It has a compatibility context (OpenGL 2.1 or its like).
+/// The child widget on which a frame paints with OpenGL. It fills the frame, lies below the other
+/// Qt widgets in it, and leaves all input to the frame. It has a compatibility context (OpenGL 2.1
+/// or compatible).
 class GLSurface : public QOpenGLWidget
 {
 public:
-    /// Paints the frame; whether the painter draws with the surface's own context.
+    /// Paints the frame. The flag tells whether the painter draws with the surface's own context.
     using Paint = std::function<void(QPainter&, bool)>;
 
     GLSurface(QWidget& frame, Paint paint);
@@ -29,5 +30,5 @@ protected:
 
 private:
     Paint m_paint;
-    bool m_awaitsContext = false; // that of another window, see event()
+    bool m_awaitsContext = false; // keeps the context of another window, see event()
 };

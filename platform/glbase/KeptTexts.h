@@ -6,8 +6,7 @@
 
 class QPainter;
 
-/// Texts that were laid out once are kept, as shaping a text takes longer than drawing it. GUI
-/// thread only.
+/// Keeps the layout of texts, because shaping a text takes longer than drawing it. GUI thread only.
 namespace keptTexts {
 
 /// Draws one line of text in the middle of a rectangle, as QPainter::drawText does.

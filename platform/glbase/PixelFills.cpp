@@ -1,5 +1,5 @@
-// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
-// What DeviceRaster does in pixels only.
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0 The part of DeviceRaster that
+// writes pixels.
 #include "platform/base/Saturate.h"
 #include "platform/glbase/DeviceRaster.h"
 #include "platform/glbase/PixelTarget.h"
@@ -101,7 +101,8 @@ bool DeviceRaster::FillByRow(const QRect& rect, const QBrush& brush) const
         seen |= device & part;
     if (seen.isEmpty())
         return true;
-    // From its start, whatever is seen of it: the colours of a gradient depend on where it starts.
+    // From the start of the row, even if that is not visible: the colours of a gradient depend on
+    // it.
     const int left = std::min(device.left(), 0);
     constexpr qint64 longestRow = 32767;
     const qint64 length = qint64{device.right()} + 1 - left;

@@ -78,8 +78,8 @@ void PixelTarget::Fill(const QRect& deviceRect, QRgb color) const
 
 namespace {
 
-/// Columns that are filled row by row, together: a line of a processor's cache. One after the
-/// other, each pixel of a column would fetch a line of its own.
+/// Number of columns that are filled together, row by row: a cache line. Column by column, each
+/// pixel would fetch a cache line of its own.
 constexpr int chunkWidth = 16;
 
 using Stroke = PixelTarget::Stroke;

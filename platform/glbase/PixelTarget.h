@@ -10,20 +10,20 @@
 
 class QPainter;
 
-/// The pixels that a painter paints, where they can be written without it: those of a picture with
-/// 32 bits a pixel, by a painter that neither turns nor mirrors. For thousands of small areas that
-/// is many times faster, as each call of a painter costs more than the pixels, and as some
-/// processors are slow at the short runs that Qt fills.
+/// Direct access to the pixels that a painter paints: those of a picture with 32 bits a pixel, by a
+/// painter that neither rotates nor mirrors. For thousands of small areas this is many times
+/// faster, because each call of a painter costs more than the pixels, and because some processors
+/// are slow at the short runs that Qt fills.
 class PixelTarget
 {
 public:
-    /// Null where the painter has to paint. Of its clips only that of its device is heeded.
-    /// @param painter  open, and longer so than this object is used.
+    /// Null where the painter has to paint. Of the painter's clips only that of its device counts.
+    /// @param painter  must stay open as long as this object is used.
     static std::unique_ptr<PixelTarget> Of(const QPainter& painter);
 
-    /// From logical to device pixels, as it was at first.
+    /// Transform from logical to device pixels at the time of construction.
     const QTransform& ToDevice() const { return m_toDevice; }
-    /// Where pixels may be written, in device pixels.
+    /// The area in which pixels may be written, in device pixels.
     const std::vector<QRect>& Clip() const { return m_clip; }
     QRgb* Row(int y) const { return m_first + y * m_stride; }
     void Fill(const QRect& deviceRect, QRgb color) const;
@@ -36,11 +36,11 @@ public:
     /// Fills strokes in neighbouring columns.
     void FillColumns(int left, const std::vector<Stroke>& strokes, QRgb color) const;
 
-    /// To be called before arithmetic, after anything else has painted: Qt's fills for AVX leave
-    /// the upper halves of registers in use, which makes all arithmetic after them slow.
+    /// To be called before arithmetic when something else has painted: Qt's AVX code leaves the
+    /// upper halves of registers in use, which slows all arithmetic that follows.
     static void FreeRegisters();
 
-    /// For whoever collects areas, so that their memory is used again.
+    /// Storage for areas, which is used again from one call to the next.
     std::vector<QRect> rects;
     std::vector<Stroke> strokes;
 

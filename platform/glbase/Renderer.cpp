@@ -71,7 +71,7 @@ Choice probe()
     return {Renderer::Kind::OpenGL, QStringLiteral("it is hardware (%1)").arg(renderer)};
 }
 
-/// A view says in its place that OpenGL is missing, where Qt lets it.
+/// Where Qt allows it, a view then shows a notice that OpenGL is missing.
 Choice openGL(const QString& reason)
 {
     if (QtVersions::bearsMissingOpenGL || QOpenGLContext().create())
@@ -136,7 +136,7 @@ QString Renderer::Description() { return described(current()); }
 
 bool Renderer::IsSoftware(const QString& name)
 {
-    // A virtual graphics card without acceleration answers with one of these as well.
+    // A virtual graphics card without acceleration also gives one of these names.
     static const QString parts[] = {QStringLiteral("llvmpipe"),
                                     QStringLiteral("softpipe"),
                                     QStringLiteral("swrast"),

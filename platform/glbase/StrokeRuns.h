@@ -10,7 +10,7 @@ public:
         : m_put(put)
         , m_start(first)
     {}
-    /// The stroke at a position, one after the last one; an empty stroke at the end.
+    /// The next stroke at a position after the last one; an empty stroke at the end.
     void Next(int position, const Span& stroke)
     {
         if (stroke == m_stroke)

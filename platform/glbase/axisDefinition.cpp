@@ -95,7 +95,7 @@ struct Step
     }
 };
 
-/// The step nearest to a wish, by their ratio.
+/// The step whose ratio to the wanted one is closest to 1.
 Step NearestStep(double wish)
 {
     const int exponent = static_cast<int>(std::floor(std::log10(wish)));
@@ -225,7 +225,7 @@ QString axisDefinition::LabelWithUnit(double value) const
         const QString number = m_formatter->Format(value);
         const QString both = m_formatter->FormatWithUnit(value);
         const QString rest = both.startsWith(number) ? both.mid(number.size()) : both;
-        // Not where the number is another one beside its unit.
+        // Not where the formatter scales the number for its unit.
         if (!rest.isEmpty() && !rest[0].isSpace() && !rest[0].isLetter())
             return both;
         unit = rest;
@@ -234,14 +234,15 @@ QString axisDefinition::LabelWithUnit(double value) const
         return m_formatter->Format(value) + unit;
     const double pixel = std::abs(m_stop - m_start) / (m_length - 1);
     const double lastPlace = std::floor(std::log10(pixel));
-    if (!IsUsable() || !std::isfinite(lastPlace)) // less than the least number, for one
+    if (!IsUsable() ||
+        !std::isfinite(lastPlace)) // a resolution below the smallest double, for example
         return Free(value) + unit;
     return Plain(value, static_cast<int>(lastPlace), mostReadoutDecimals) + unit;
 }
 
 bool axisDefinition::CanFormatPixels() const
 {
-    GetTicks(); // forgets what was known of another range
+    GetTicks(); // drops what was cached for another range
     if (!m_canFormatPixels) {
         constexpr int mostPixels = 4096; // as many as a large screen has
         std::vector<double> values;
