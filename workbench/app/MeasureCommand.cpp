@@ -99,7 +99,7 @@ int MeasureCommand::run(const std::function<void(const QString&)>& say) const
     return !areAll ? exitFailed : havePassed ? 0 : exitMaskFailed;
 }
 
-/// The symbol rate as it was given, as the recording says, or as its samples do.
+/// Takes the symbol rate that was given, that of the recording, or an estimate.
 void MeasureCommand::findSymbolRate(SignalSource& source, Measurement::Setup& setup,
                                     QStringList& notes) const
 {
@@ -122,7 +122,7 @@ void MeasureCommand::findSymbolRate(SignalSource& source, Measurement::Setup& se
     }
 }
 
-/// What has to be known of the signal beside its symbol rate.
+/// Fills in the settings of measuring beside the symbol rate.
 void MeasureCommand::describe(const SignalSource& source, const ReceiverSettings& settings,
                               const Receiver& receiver, Measurement::Setup& setup) const
 {

@@ -9,7 +9,7 @@
 
 class Receiver;
 
-/// Measures recordings without a display, and prints what they measure: a line of JSON for each.
+/// Measures recordings without a display, and prints their figures: a line of JSON for each.
 class MeasureCommand
 {
     Q_DECLARE_TR_FUNCTIONS(MeasureCommand)
@@ -18,9 +18,9 @@ public:
         : m_options(options)
     {}
 
-    /// @param say  takes what is amiss, a sentence with the file's name.
-    /// @return exit code: 0, 1 where one could not be measured, else 3 where one did not pass its
-    ///         mask.
+    /// @param say  takes messages, a sentence with the file's name each.
+    /// @return exit code: 1 when a recording could not be measured, 3 when one did not pass its
+    ///         mask, else 0.
     int run(const std::function<void(const QString&)>& say) const;
 
 private:

@@ -5,7 +5,7 @@ class QCommandLineParser;
 
 namespace optionTexts {
 
-/// Tells a parser the program's options, with what help says of them.
+/// Adds the program's options, with their help texts, to a parser.
 void describe(QCommandLineParser& parser);
 
 } // namespace optionTexts

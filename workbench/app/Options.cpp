@@ -182,7 +182,7 @@ void readSymbolRate(Reader& reader, Options& options)
         options.symbolRate = reader.number("symbol-rate", minHertz, Recording::maxSampleRate);
 }
 
-/// What is to be done with a recording before it is shown.
+/// Reads how a recording is received before it is shown.
 ReceiverSettings readReceiver(Reader& reader, const Options& options)
 {
     constexpr double usualRollOff = 0.35;
@@ -232,7 +232,7 @@ ReceiverSettings readReceiver(Reader& reader, const Options& options)
     return settings;
 }
 
-/// The built-in signal of levels.
+/// Reads the settings of the built-in signal of levels.
 NrzSettings readSettings(Reader& reader)
 {
     NrzSettings settings;
@@ -249,8 +249,8 @@ NrzSettings readSettings(Reader& reader)
     return settings;
 }
 
-/// Whether the built-in signal of levels is wanted; without a word one with a modulation, which all
-/// views have something of.
+/// Whether the built-in signal of levels is wanted; by default it is one with a modulation, because
+/// all views have something to show of it.
 bool wantsLevels(const Reader& reader)
 {
     if (reader.isSet("demo"))
@@ -258,7 +258,7 @@ bool wantsLevels(const Reader& reader)
     return reader.isSet("levels") || reader.isSet("noise") || reader.isSet("jitter");
 }
 
-/// A built-in signal with a modulation.
+/// Reads the settings of a built-in signal with a modulation.
 ModulationSettings readModulation(Reader& reader)
 {
     ModulationSettings settings;
@@ -278,7 +278,7 @@ ModulationSettings readModulation(Reader& reader)
     return settings;
 }
 
-/// Whether each option is given with a signal that has what it sets.
+/// Checks that each option fits the kind of the signal.
 Result<void> checkPlaces(const Reader& reader, const Options& options)
 {
     const bool isRecording = !options.file.isEmpty();

@@ -17,7 +17,7 @@
 
 #include <optional>
 
-/// What the command line asks for.
+/// The options of the command line.
 struct Options
 {
     Q_DECLARE_TR_FUNCTIONS(Options)
@@ -26,14 +26,15 @@ public:
     static constexpr int minHeight = 400;
     static constexpr const char* languagePattern = "[A-Za-z]{2,3}([_-][A-Za-z]{2,4})?";
 
-    /// Reads a command line; its first entry is the program. What cannot be used is named in the
-    /// failure, "what: why; what to do".
+    /// Reads a command line, whose first entry is the program. A failure names the wrong option:
+    /// "what: why; what to do".
     static Result<Options> parse(const QStringList& arguments);
-    /// The language that a command line asks for, empty for none: the texts of parse are in it.
+    /// The language of a command line, empty for none; set it before parse, whose texts are
+    /// translated.
     static QString languageIn(const QStringList& arguments);
 
-    /// Whether the receiver needs a symbol rate that nobody has told.
-    /// @param known  by the recording, Bd.
+    /// Whether the receiver needs a symbol rate, but none is known.
+    /// @param known  that of the recording, Bd.
     bool lacksSymbolRate(std::optional<double> known) const;
 
     QString answer; ///< help or version, to be printed; empty where neither is asked for
@@ -41,7 +42,7 @@ public:
     Recording::Options recording;
     QStringList files;           ///< to measure
     bool isVersion = false;      ///< only say the version; where verbose, also what draws the views
-    bool isVerbose = false;      ///< the log says what is usual, too
+    bool isVerbose = false;      ///< the log also has usual events
     bool isInfo = false;         ///< only say what the recording is
     bool isMeasure = false;      ///< only print what the recordings measure, as JSON
     bool isDensity = false;      ///< eye and constellation as densities; figures of them

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int signalNumbers[] = {SIGTERM, SIGINT, SIGHUP};
 
-// A signal handler may do little more than write; the event loop reads the other end.
+// A signal handler may do little more than write into a pipe; the event loop reads the other end.
 int sockets[2] = {-1, -1};
 
 void handle(int)

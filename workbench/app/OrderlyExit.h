@@ -6,13 +6,14 @@
 
 class MainWindow;
 
-/// Leaves by the ordinary way, and keeps what the window keeps, when the process is asked to end
-/// (SIGTERM, SIGINT, SIGHUP) and when the desktop session ends. A signal that the process was
-/// started to ignore stays ignored; a second one ends the process at once. One at a time.
+/// Ends the program in the ordinary way, and saves the settings of the window, when the process is
+/// asked to end (SIGTERM, SIGINT, SIGHUP) and when the desktop session ends. A signal that the
+/// process was started to ignore stays ignored; a second one ends the process at once. One at a
+/// time.
 class OrderlyExit : public QObject
 {
 public:
-    /// Needs an application. Signals that come before its event loop runs are acted on then.
+    /// Needs an application. Signals that come before its event loop runs are handled then.
     explicit OrderlyExit(MainWindow& window);
     ~OrderlyExit() override;
 

@@ -50,7 +50,7 @@ int fail(int code, const QString& text)
     return code;
 }
 
-/// Qt's messages while the application starts, before it is known whether it will.
+/// Messages of Qt while the application starts, which may fail.
 QStringList& startMessages()
 {
     static QStringList messages;
@@ -79,7 +79,7 @@ QString about(const Options& options, const QString& text)
     return QStringLiteral("%1: %2").arg(LiveAddress::title(options.file), text);
 }
 
-/// Opens the recording and says what is amiss with it.
+/// Opens the recording and prints its notices.
 Result<Recording> open(const Options& options)
 {
     auto recording = RecordingOpener::open(options.file, options.recording);
@@ -100,8 +100,8 @@ void resetSettings()
                 .arg(file.fileName(), file.errorString()));
 }
 
-/// What the estimate of a symbol rate says, where it is wanted, or a picture would lack it; none
-/// for a channel that is not there, which others complain of.
+/// An estimate of the symbol rate, when it is wanted or a picture needs it; none for a missing
+/// channel, which is reported elsewhere.
 std::optional<SymbolRateEstimate> estimated(const Recording& recording, const Options& options)
 {
     const SignalSource& source = *recording.source;
@@ -137,7 +137,7 @@ std::optional<int> openRecording(MainWindow& window, const Options& options)
     if (isFound && options.isSymbolRateAuto) {
         std::printf("%s\n", qPrintable(Hints::text(estimate->message())));
         std::fflush(stdout);
-    } else if (estimate && options.isSymbolRateAuto) { // what is there is shown all the same
+    } else if (estimate && options.isSymbolRateAuto) { // the recording is shown all the same
         say(about(options, Hints::text(estimate->message())));
     }
     if (const auto opened =
@@ -159,7 +159,7 @@ std::optional<int> openRecording(MainWindow& window, const Options& options)
     return std::nullopt;
 }
 
-/// Sets what the options say of the signal that was opened.
+/// Applies the options to the signal that was opened.
 void apply(const Options& options, MainWindow& window)
 {
     SignalFeed& feed = window.feed();
@@ -175,7 +175,8 @@ void apply(const Options& options, MainWindow& window)
         window.player().fixGate(*options.start, *options.start + options.seconds,
                                 options.spanSeconds);
     else if (!options.snapshotFolder.isEmpty() && !options.file.isEmpty() && !options.spanSeconds)
-        // Figures, eye and constellation of all that is played, though less is shown over time.
+        // Figures, eye and constellation are of all samples that are played, even if the time view
+        // shows fewer.
         window.player().fixGate(options.start.value_or(0.0),
                                 options.start.value_or(0.0) + options.seconds,
                                 std::min(feed.span(), options.seconds));
@@ -222,7 +223,7 @@ void prepare(MainWindow& window, const Options& options)
     window.feed().iq().setTrajectory(options.isTrajectory);
     if (!options.snapshotFolder.isEmpty())
         return;
-    constexpr int frame = 40; // of the window, and a little room
+    constexpr int frame = 40; // of the window, with a little room
     if (!options.size)
         window.resize(usualSize.boundedTo(window.screen()->availableSize() - QSize(0, frame)));
     window.restoreParameters();
@@ -247,7 +248,7 @@ int run(MainWindow& window, const Options& options)
     apply(options, window);
     if (options.snapshotFolder.isEmpty()) {
         window.show();
-        QApplication::processEvents(); // the first picture takes long; the signal starts after it
+        QApplication::processEvents();       // the signal starts after the first, slow picture
         if (!window.feed().gate().isFixed()) // that stands still
             window.feed().transport().play();
         const OrderlyExit exit(window);
@@ -268,7 +269,7 @@ int run(MainWindow& window, const Options& options)
     return tellMask(window);
 }
 
-/// Prints what is known of a recording.
+/// Prints the facts about a recording.
 int inform(const Options& options)
 {
     const auto recording = open(options);
@@ -281,8 +282,8 @@ int inform(const Options& options)
     return 0;
 }
 
-/// Does what needs no display: help, complaints and information.
-/// @return exit code; none when options were read that need one.
+/// Does all that needs no display: help, errors and information.
+/// @return exit code; none when a display is needed.
 std::optional<int> runWithoutDisplay(int& argc, char** argv, Options& options)
 {
     const QCoreApplication application(argc, argv);
@@ -304,7 +305,7 @@ std::optional<int> runWithoutDisplay(int& argc, char** argv, Options& options)
     return options.isInfo ? std::optional<int>(inform(options)) : std::nullopt;
 }
 
-/// Says what would draw the views; the version was said.
+/// Prints what would draw the views, after the version.
 int tellRenderer(int argc, char** argv)
 {
     if (!qEnvironmentVariableIsSet("DISPLAY") && !qEnvironmentVariableIsSet("WAYLAND_DISPLAY") &&
@@ -321,7 +322,7 @@ int failMemory()
     return fail(exitFailed, Options::tr("memory: there is not enough of it; close other programs"));
 }
 
-/// What ends the program where nobody expects it: a sentence for a lack of memory.
+/// Ends the program at an uncaught exception, with a sentence when memory ran out.
 [[noreturn]] void endUncaught()
 {
     try {
@@ -329,7 +330,7 @@ int failMemory()
             std::rethrow_exception(exception);
     } catch (const std::bad_alloc&) {
         std::_Exit(failMemory());
-    } catch (...) { // a fault of ours: leaves a core dump
+    } catch (...) { // a bug: leaves a core dump
     }
     std::abort();
 }
@@ -340,7 +341,7 @@ int runAll(int argc, char** argv)
     QCoreApplication::setOrganizationName(QStringLiteral("Orvane"));
     QCoreApplication::setApplicationName(QStringLiteral("orvane-workbench"));
     QCoreApplication::setApplicationVersion(QStringLiteral(ORVANE_VERSION));
-    // Numbers read and write as the diagrams have them, with a point.
+    // Numbers are read and written with a decimal point, as in the diagrams.
     QLocale::setDefault(QLocale::c());
 
     Options options;
@@ -376,10 +377,10 @@ int runAll(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
-    // Where one of the standard streams is closed, no other file must be taken for it.
+    // If a standard stream is closed, no other file must get its descriptor.
     while (fcntl(STDERR_FILENO, F_GETFD) < 0 || fcntl(STDOUT_FILENO, F_GETFD) < 0 ||
            fcntl(STDIN_FILENO, F_GETFD) < 0) {
-        if (::open("/dev/null", O_RDONLY) < 0) // writing tells that it is none
+        if (::open("/dev/null", O_RDONLY) < 0) // a later write fails and is reported
             return exitFailed;
     }
     QuietLibraries::install();
