@@ -5,19 +5,19 @@
 
 class QWidget;
 
-/// How the application's widgets look beside the diagrams: Fusion in colours taken from the
-/// ColorSet, without frames around what needs none.
+/// Style of the application's widgets beside the diagrams: Fusion in colours of the ColorSet,
+/// without superfluous frames.
 namespace appearance {
 
 /// Gives the application its style: Fusion, without pictures on the buttons of dialogs.
 void setStyle();
 /// The palette that goes with the current colours.
 QPalette palette();
-/// Whether the application has it.
+/// Whether the application has this palette.
 bool isApplied();
-/// Of the line about what lies over something else.
+/// Colour of the edge around strips that lie over other widgets.
 QColor edge();
-/// Gives it to the application, and a main window the lines of its bars and docks.
+/// Sets the palette of the application, and the lines between bars and docks of a main window.
 void apply(QWidget& window);
 
 } // namespace appearance

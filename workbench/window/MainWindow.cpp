@@ -44,7 +44,8 @@
 namespace {
 
 constexpr int statusPeriodMs = 100;
-constexpr int readingsPeriodMs = 190; // at every other status, to be read
+// At every other update of the status, so that figures can be read.
+constexpr int readingsPeriodMs = 190;
 
 /// First local file of a drag, empty when there is none.
 QString droppedFile(const QMimeData* data)
@@ -173,7 +174,7 @@ void MainWindow::connectPlayer()
     connect(&m_player, &Player::changed, this, &MainWindow::refresh);
     connect(&m_player, &Player::clockChanged, this, [this] { sayNotices({}); });
     connect(&feed().transport(), &Transport::playingChanged, this, &MainWindow::showPlaying);
-    // A view that is paused keeps what it shows: it takes nothing instead.
+    // A paused view keeps its picture, because it takes no new data.
     connect(&feed(), &SignalFeed::timeCleared, m_timeView, [this] {
         if (!m_timeView->IsPaused())
             m_timeView->Clear();
@@ -207,7 +208,7 @@ void MainWindow::showSwitched(const DensityPane& pane)
     refreshStatus();
 }
 
-/// Says what is amiss with the recording, and with its eye.
+/// Shows the notices of the recording, and of its eye.
 void MainWindow::sayNotices(QStringList notices)
 {
     if (const auto eye = m_player.checkEye(); !eye)
@@ -233,8 +234,8 @@ void MainWindow::showSource(const QStringList& notices)
     refresh();
 }
 
-// Escape comes here where what has the focus, such as a view's ruler, has no use for it. A shortcut
-// would take it away.
+// Escape comes here when the widget with the focus, such as a view with a ruler, does not use it. A
+// shortcut would take the key away from that widget.
 void MainWindow::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Escape && event->modifiers() == Qt::NoModifier)
@@ -290,7 +291,7 @@ void MainWindow::refreshStatus()
     m_status->setLeftOut(feed().source().isLive ? std::optional(feed().leftOutPart())
                                                 : std::nullopt,
                          feed().gapCount());
-    // A second smooths the frame rate enough to be read.
+    // The frame rate is a mean over a second, so that it can be read.
     if (!feed().transport().isPlaying()) {
         m_status->setFrameRate(std::nullopt);
     } else if (m_frameClock.elapsed() >= 1000) {
@@ -330,7 +331,7 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event)
     if (watched == m_panes->firstShown().canvas && event->type() == QEvent::Paint)
         ++m_frameCount;
     if (watched == m_iqView && event->type() == QEvent::Resize)
-        QTimer::singleShot(0, this, &MainWindow::fitIqAxes); // when its plot has its new size
+        QTimer::singleShot(0, this, &MainWindow::fitIqAxes); // when the plot has its new size
     return QMainWindow::eventFilter(watched, event);
 }
 

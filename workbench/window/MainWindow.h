@@ -29,9 +29,9 @@ class VCGLTimeDiagram;
 class ViewMenu;
 class ViewPanes;
 
-/// The workbench: views of one signal, what can be set beside them, what plays below. Recordings
-/// are opened from the menu or dropped on the window; what goes wrong is said in a bar above the
-/// views, in one sentence.
+/// The workbench: views of one signal, with its settings beside them and the controls of playing
+/// below. Recordings are opened from the menu or dropped on the window; problems are shown in a bar
+/// above the views, in one sentence.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -48,19 +48,19 @@ public:
     ViewPanes& panes() { return *m_panes; }
     Densities& densities() { return *m_densities; }
     const ViewExport& exporter() const { return m_export; }
-    /// Where to run what takes long.
+    /// Runs long operations.
     Progress& progress() { return *m_progress; }
-    /// Measures the gate, and shows that, at once.
+    /// Measures the gate at once, and shows the figures.
     void measure();
-    /// Shows span, speed and position as the feed has them.
+    /// Updates all widgets from the feed.
     void refresh();
-    /// Sets what was set when a window was last closed, see Player::keep.
+    /// Restores the settings of the window that was closed last, see Player::keep.
     void restoreParameters();
-    /// Remembers a recording that was opened from elsewhere.
+    /// Adds a recording that was opened from elsewhere to the recent ones.
     void remember(const QString& fileName);
-    /// Takes the place on the screen and shares it out as when a window was last closed.
+    /// Restores place, size and layout of the window that was closed last.
     void restoreRoom();
-    /// Keeps what comes back at the next start, as closing does.
+    /// Saves all that the next start restores, as closing does.
     void keep();
 
 protected:

@@ -5,8 +5,8 @@
 
 class QLabel;
 
-/// One sentence across the top of the window, with a button that closes it; it stops nobody from
-/// working on. Hidden while it says nothing.
+/// A bar with one sentence across the top of the window, and a button that closes it; it does not
+/// block the window. Hidden while it is empty.
 class NoticeBar : public QFrame
 {
     Q_OBJECT

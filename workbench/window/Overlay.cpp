@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int gap = 8;  // to the edges of what is below, and between strips
+constexpr int gap = 8;  // to the edges of the widgets below, and between strips
 constexpr int edge = 1; // around a strip
 
 } // namespace

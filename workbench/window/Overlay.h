@@ -5,15 +5,15 @@
 
 #include <initializer_list>
 
-/// Strips that lie over the top of other widgets, one below the other, with an edge around each:
-/// what is below keeps its place. As high as the strips that are shown.
+/// Strips that lie over the top of other widgets, one below the other, with an edge around each;
+/// the widgets below keep their place. As high as the strips that are shown.
 class Overlay : public QWidget
 {
     Q_OBJECT
 public:
     /// @param under   a sibling to be, of the same parent.
-    /// @param top     room that is left to it at its top, pixels.
-    /// @param strips  from the top; become children.
+    /// @param top     height that stays free at the top of it, pixels.
+    /// @param strips  from top to bottom; become children.
     Overlay(QWidget& under, int top, std::initializer_list<QWidget*> strips);
 
 protected:

@@ -16,7 +16,8 @@ constexpr int showDelayMs = 500;
 constexpr int periodMs = 100;
 constexpr int steps = 1000;
 constexpr int barWidth = 220;
-constexpr std::chrono::seconds closing(2); // what is stuck in the system is not waited for longer
+// Do not wait longer for a thread that is stuck in the system.
+constexpr std::chrono::seconds closing(2);
 
 } // namespace
 

@@ -14,22 +14,24 @@
 class QLabel;
 class QProgressBar;
 
-/// A strip that says what takes long, how far it is, and lets the user give it up; the window works
-/// on meanwhile. It shows itself after half a second only, so that what is quick is not announced.
+/// A strip that shows a long operation and its progress, and lets the user cancel it, while the
+/// window can be used. It appears after half a second only, so that quick operations are not
+/// announced.
 class Progress : public QFrame
 {
     Q_OBJECT
 public:
-    /// To be told now and then how much is done, 0 to 1, or less than 0 where that is not known;
-    /// answers whether to go on.
+    /// Called by the work with the part that is done, 0 to 1, or less than 0 when it is not known;
+    /// returns whether to continue.
     using GoOn = std::function<bool(double part)>;
     using Work = std::function<void(const GoOn& goOn)>;
     using Done = std::function<void(bool isCancelled)>;
 
     explicit Progress(QWidget* parent);
 
-    /// Runs work on a thread of its own; then done, on this one. Cancelled work is not waited for:
-    /// it must own what it uses. Work that still runs is cancelled, and its done is not called.
+    /// Runs work on a thread of its own, and then done on this one. Does not wait for cancelled
+    /// work, which must own what it uses. Work that still runs is cancelled, and its done is not
+    /// called.
     /// @param what  "Opening x.wav".
     void run(const QString& what, const Work& work, const Done& done);
     bool isRunning() const { return m_work.isRunning(); }

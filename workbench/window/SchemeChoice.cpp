@@ -72,7 +72,7 @@ void SchemeChoice::takePortalSetting(const QString& group, const QString& key,
     if (group != appearanceGroup || key != schemeName)
         return;
     QVariant setting = value.variant();
-    if (setting.canConvert<QDBusVariant>()) // an answer has it in one more
+    if (setting.canConvert<QDBusVariant>()) // an answer wraps it in another variant
         setting = setting.value<QDBusVariant>().variant();
     m_ofPortal.reset();
     if (setting.toUInt() == preferDark)

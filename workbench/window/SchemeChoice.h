@@ -10,13 +10,12 @@
 
 class QDBusVariant;
 
-/// The scheme of the colours: dark, light, or that of the desktop, which is then followed when it
-/// changes. The desktop says it by its settings portal (org.freedesktop.appearance, color-scheme),
-/// else by the lightness of the application's palette; where there is no desktop, the scheme is
-/// dark.
+/// The colour scheme: dark, light, or that of the desktop, whose changes are then followed. It is
+/// that of the desktop's settings portal (org.freedesktop.appearance, color-scheme), or follows the
+/// lightness of the application's palette; without a desktop it is dark.
 ///
-/// What the user chooses is kept in the settings file. A change of the ColorSet by another hand
-/// counts as a choice, too. GUI thread only.
+/// The user's choice is kept in the settings file. A change of the ColorSet from elsewhere counts
+/// as a choice, too. GUI thread only.
 class SchemeChoice : public QObject
 {
     Q_OBJECT
@@ -25,13 +24,13 @@ public:
     /// Names of the choices on the command line and in the settings file, in order.
     static QStringList names();
 
-    /// Makes it so. To be created before the application's palette is changed.
-    /// @param forced  counts instead of what was kept, and is not kept.
+    /// Sets the scheme. Create it before the application's palette is changed.
+    /// @param forced  overrides the kept choice, and is not kept.
     explicit SchemeChoice(std::optional<Choice> forced, QObject* parent = nullptr);
 
     Choice choice() const { return m_choice; }
     void choose(Choice choice);
-    /// Looks whether somebody else has changed the scheme.
+    /// Notices when the scheme was changed from elsewhere.
     void noticeColors();
 
 signals:

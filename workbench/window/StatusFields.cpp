@@ -15,7 +15,7 @@ constexpr int fieldMargin = 10;
 
 } // namespace
 
-/// Text that ends in an ellipsis where it does not fit, instead of asking for more room.
+/// A text that is elided when it does not fit, instead of asking for more room.
 class StatusFields::ElidedLabel : public QLabel
 {
 public:
@@ -29,7 +29,7 @@ public:
         if (text == m_whole)
             return;
         m_whole = text;
-        setToolTip(Qt::convertFromPlainText(text)); // or it may be taken for HTML
+        setToolTip(Qt::convertFromPlainText(text)); // or Qt might take it for HTML
         setText(fontMetrics().elidedText(m_whole, Qt::ElideMiddle, width()));
     }
     QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }

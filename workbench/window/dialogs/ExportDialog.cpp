@@ -97,7 +97,7 @@ void ExportDialog::proposeSize()
     m_height->setValue(size.height());
 }
 
-/// Lets only that be set which the format has.
+/// Enables only the settings of the chosen format.
 void ExportDialog::showFormat()
 {
     const bool isPicture = format() < ViewExport::Format::Csv;

@@ -11,7 +11,7 @@ class QDoubleSpinBox;
 class QLabel;
 class QSpinBox;
 
-/// Asks which view to keep, as what, how large and in which file, and keeps it.
+/// Asks which view to export, in which format, size and file, and exports it.
 class ExportDialog : public QDialog
 {
     Q_OBJECT

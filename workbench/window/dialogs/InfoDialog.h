@@ -4,8 +4,8 @@
 #include <QDialog>
 #include <QStringList>
 
-/// What is known of a signal and its recording, such as captures and annotations, to read, search
-/// and copy.
+/// Shows the facts about a signal and its recording, such as captures and annotations, to be read,
+/// searched and copied.
 class InfoDialog : public QDialog
 {
     Q_OBJECT

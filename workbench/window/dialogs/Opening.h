@@ -8,8 +8,8 @@
 class Progress;
 class QWidget;
 
-/// Opens recordings and live signals, however long it takes, and asks for what has to be known.
-/// What plays goes on meanwhile.
+/// Opens recordings and live signals in the background, and asks for missing facts. The present
+/// signal plays on meanwhile.
 class Opening : public QObject
 {
     Q_OBJECT
@@ -19,12 +19,12 @@ public:
 
     /// Opens a file. Asks for format and rate of raw samples.
     void ask(const QString& fileName);
-    /// Opens a file as it was opened before; asks where that is not remembered.
+    /// Opens a file as it was opened before; asks when that is not remembered.
     void openAgain(const QString& fileName);
     void open(const QString& address, const Recording::Options& options);
 
 signals:
-    /// It was opened, or could not be. The recording may be taken.
+    /// A signal was opened, or could not be. The receiver may take the recording.
     void done(const QString& address, Result<Recording>& recording);
 
 private:

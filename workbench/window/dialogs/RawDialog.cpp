@@ -22,7 +22,7 @@ constexpr int maxChannelCount = 64;
 
 QString placeOf(const QString& fileName) { return QFileInfo(fileName).absoluteFilePath(); }
 
-/// What is known of a file, where the line is of that one.
+/// The remembered options of a line, if it is that of the file.
 std::optional<Recording::Options> parsed(const QString& line, const QString& place)
 {
     Recording::Options options;
@@ -121,7 +121,7 @@ Recording::Options RawDialog::options() const
     return options;
 }
 
-/// Says what is missing or doubtful, and lets the file be opened when nothing is missing.
+/// Shows what is missing or doubtful, and enables opening when nothing is missing.
 void RawDialog::judge()
 {
     const Recording::Options given = options();

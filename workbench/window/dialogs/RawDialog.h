@@ -8,10 +8,10 @@
 
 class QSpinBox;
 
-/// Asks what raw samples are: their format, rate and channels. What was said of the file before, or
-/// else what its name says, is filled in; a look at its first bytes doubts a format that they are
-/// hardly of. What is accepted is remembered for the file in the settings file. Deletes itself when
-/// it is closed.
+/// Asks for format, rate and channels of raw samples. The answers of the last time, or else those
+/// of the file's name, are filled in; a format that hardly fits the first bytes is doubted.
+/// Accepted answers are remembered for the file in the settings file. Deletes itself when it is
+/// closed.
 class RawDialog : public QDialog
 {
     Q_OBJECT

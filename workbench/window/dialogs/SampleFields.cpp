@@ -18,7 +18,7 @@ SampleFields::SampleFields(QWidget& dialog, const QStringList& formats, const QS
     this->rate->setPlaceholderText(rate);
     advice->setTextFormat(Qt::PlainText);
     advice->setWordWrap(true);
-    advice->setMinimumHeight(2 * advice->fontMetrics().lineSpacing()); // whatever it says
+    advice->setMinimumHeight(2 * advice->fontMetrics().lineSpacing()); // for any advice
 }
 
 std::optional<SampleFormat> SampleFields::format() const

@@ -12,15 +12,15 @@
 class QDialogButtonBox;
 class QPushButton;
 
-/// The fields of a dialog that asks what samples are: their format and rate, advice on what is
-/// missing, and the buttons that open or cancel. Parts of the dialog, which lays them out.
+/// The fields of a dialog that asks for the format and the rate of samples, with advice on what is
+/// missing, and buttons to open or cancel. The dialog lays them out.
 struct SampleFields
 {
     /// @param formats  names of formats that are offered.
     /// @param rate     example of a rate.
     SampleFields(QWidget& dialog, const QStringList& formats, const QString& rate);
 
-    /// The format and the rate that were given; none where they cannot be used.
+    /// The format and the rate that were typed; none when they cannot be used.
     std::optional<SampleFormat> format() const;
     std::optional<double> sampleRate() const; ///< Hz
 

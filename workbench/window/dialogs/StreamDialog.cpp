@@ -72,7 +72,7 @@ bool StreamDialog::hasOwnRate() const
     return isRadio() && address().contains(rate);
 }
 
-/// Says what is missing, and lets the stream be opened when nothing is.
+/// Shows what is missing, and enables opening when nothing is.
 void StreamDialog::judge()
 {
     QString advice;

@@ -6,9 +6,8 @@
 
 #include <QDialog>
 
-/// Asks for a live signal: its address and, where they do not come with it, the format and the
-/// rate of its samples. It offers the last choice again, from the settings file. Deletes
-/// itself when it is closed.
+/// Asks for the address of a live signal and, when they do not come with it, for format and rate of
+/// its samples. Offers the last choice, from the settings file. Deletes itself when it is closed.
 class StreamDialog : public QDialog
 {
     Q_OBJECT

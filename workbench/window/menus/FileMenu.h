@@ -8,7 +8,7 @@
 
 class QMainWindow;
 
-/// The menu of signals to open, and the dialogs that choose a recording or a stream.
+/// The File menu, with the dialogs that choose a recording or a stream.
 class FileMenu : public QMenu
 {
     Q_OBJECT
@@ -20,7 +20,7 @@ public:
     /// Remembers a recording that was opened, and its folder; both are kept in the settings file.
     /// @param fileName  or the address of a live signal, which is not remembered.
     void remember(const QString& fileName);
-    /// Takes a recording off the recent ones.
+    /// Removes a recording from the recent ones.
     void forget(const QString& fileName);
 
 signals:

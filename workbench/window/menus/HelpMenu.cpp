@@ -22,7 +22,7 @@ QString heading(const QString& text)
     return QStringLiteral("<h3>%1</h3>").arg(text.toHtmlEscaped());
 }
 
-/// A table of what is looked up and what it is.
+/// A table of names and their meanings.
 class Table
 {
 public:
@@ -68,10 +68,10 @@ void HelpMenu::show(const QString& title, const QString& page)
     column->addWidget(browser);
     column->addWidget(buttons);
     dialog->resize(size);
-    dialog->show(); // beside the window, which can be worked with
+    dialog->show(); // not modal: the window can be used
 }
 
-/// As the menus have them, so that nothing else is told.
+/// Taken from the menus, so that the help is true.
 QString HelpMenu::menuKeys() const
 {
     QString page;

@@ -5,13 +5,12 @@
 
 class QMainWindow;
 
-/// The menu of what the user may want to know: the keys, what each read-out means, what program
-/// this is.
+/// The Help menu: the keys, the meaning of each read-out, and facts about the program.
 class HelpMenu : public QMenu
 {
     Q_OBJECT
 public:
-    /// @param window  whose menus tell their keys, and which is told of.
+    /// @param window  the main window, whose menus have the keys.
     explicit HelpMenu(QMainWindow& window);
 
 private:

@@ -26,7 +26,7 @@ public:
         const auto& press = *static_cast<QKeyEvent*>(event);
         const bool isPlain = (press.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
         if (isPlain && press.key() == Qt::Key_Space && !isTyping(watched)) {
-            event->ignore(); // a number that nobody types would take it
+            event->ignore(); // a field that is not edited would take it
             return true;
         }
         if (!qobject_cast<QAbstractSlider*>(watched) && !qobject_cast<QComboBox*>(watched))
@@ -39,7 +39,7 @@ public:
     }
 
 private:
-    /// The space bar is the window's: Enter does for buttons what it does elsewhere.
+    /// The space bar belongs to the window: Enter presses buttons instead.
     static bool click(QAbstractButton* button, const QKeyEvent& press)
     {
         const bool isEnter = press.key() == Qt::Key_Return || press.key() == Qt::Key_Enter;
@@ -92,7 +92,7 @@ void menus::keepKeys(QMainWindow& window)
         if (spinBox || qobject_cast<QAbstractSlider*>(widget) || qobject_cast<QComboBox*>(widget) ||
             qobject_cast<QAbstractButton*>(widget))
             widget->installEventFilter(keeper);
-        if (spinBox) { // what was typed stays modified where it reads as it would be written
+        if (spinBox) { // a typed text stays modified if it is equal to the formatted one
             auto* line = spinBox->findChild<QLineEdit*>();
             QObject::connect(spinBox, &QAbstractSpinBox::editingFinished, line,
                              [line] { line->setModified(false); });

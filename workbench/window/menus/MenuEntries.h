@@ -10,19 +10,19 @@ class QMenu;
 
 namespace menus {
 
-/// Adds an entry to a menu; its shortcut works in the window without the menu bar, too, and is
-/// said by its tool tip.
+/// Adds an entry to a menu; its shortcut also works without the menu bar, and is named in its tool
+/// tip.
 QAction* add(QMainWindow& window, QMenu& menu, const QString& text, const QKeySequence& shortcut);
 
-/// The text of an entry without what only a menu needs.
+/// The text of an entry without mnemonic and dots.
 QString plain(QString text);
 
-/// Gives an entry another text, and its tool tip, too.
+/// Changes the text of an entry and its tool tip.
 void rename(QAction& action, const QString& text);
 
-/// Shares the keys out between the window's shortcuts and the controls that it has now: sliders and
-/// boxes of choices have those that they understand while they have the focus. Space is the
-/// window's, but in a text that is being typed; Enter presses buttons instead.
+/// Divides the keys between the window's shortcuts and its present controls: sliders and combo
+/// boxes get the keys that they use while they have the focus. Space belongs to the window, except
+/// in a text that is being typed; Enter presses buttons instead.
 void keepKeys(QMainWindow& window);
 
 } // namespace menus

@@ -55,7 +55,7 @@ PlaybackControls::PlaybackControls(QMainWindow& window, Player& player, ViewPane
     connect(&m_panes, &ViewPanes::paused, &transport, &Transport::pause);
     connect(&m_panes, &ViewPanes::resumed, this, [this, &transport] {
         transport.play();
-        if (!transport.isPlaying()) // it cannot: the button that was pressed says so, too
+        if (!transport.isPlaying()) // it cannot play: resets the button that was pressed
             m_panes.setPaused(true);
     });
     connect(&transport, &Transport::playingChanged, this, &PlaybackControls::showPlaying);
@@ -128,7 +128,7 @@ void PlaybackControls::seek(double seconds)
         m_panes.showWhilePaused([&] { m_player.seek(seconds); });
 }
 
-/// What stands still follows what is set, too.
+/// A paused signal also follows changed settings.
 void PlaybackControls::showAgain()
 {
     if (!m_player.feed().transport().isPlaying())
@@ -160,7 +160,7 @@ void PlaybackControls::refresh()
     }
     const double speed = feed.transport().speed();
     int index = m_speed->findData(speed);
-    if (index < 0) { // a speed of the command line
+    if (index < 0) { // a speed from the command line
         index = 0;
         while (m_speed->itemData(index).toDouble() < speed)
             ++index;
@@ -187,6 +187,6 @@ void PlaybackControls::showPlaying(bool playing)
 {
     menus::rename(*m_playPause, playing ? tr("&Pause") : tr("&Play"));
     m_playPause->setIcon(signIcon(playing ? Sign::Pause : Sign::Play));
-    m_panes.setPaused(!playing); // the views' buttons, where it was not one of them
+    m_panes.setPaused(!playing); // the buttons of the views, if the user pressed another one
     showAgain();                 // all of it up to the same sample
 }

@@ -12,9 +12,9 @@ class QToolBar;
 class SeekBar;
 class ViewPanes;
 
-/// The menu of playing, and its part of the tool bar: the position is gone to in both. The views'
-/// pause buttons and the feed stay in step: the signal is paused with them, and goes on
-/// where it stopped.
+/// The Playback menu and its part of the tool bar, with the seek bar. Keeps the views' pause
+/// buttons and the feed in step: the signal is paused with the views, and continues where it
+/// stopped.
 class PlaybackControls : public QMenu
 {
     Q_OBJECT
@@ -44,8 +44,8 @@ private:
     QAction* m_toStart;
     QAction* m_repeat;
     QList<QAction*> m_speeds;
-    QList<QAction*> m_places; // can be gone to in a signal with an end only...
-    QList<QAction*> m_gate;   // ...as can a gate be set in it
+    QList<QAction*> m_places; // enabled only for a signal with an end...
+    QList<QAction*> m_gate;   // ...as are the entries of the gate
     QComboBox* m_speed;
     SeekBar* m_seek;
     std::optional<double> m_length; // as shown, s

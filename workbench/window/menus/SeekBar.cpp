@@ -18,9 +18,9 @@ namespace {
 constexpr int places = 1000000;
 constexpr int dragPeriodMs = 50;
 constexpr int pageSteps = 10;
-constexpr double slowest = 0.01; // part of the length that a key goes at most
+constexpr double slowest = 0.01; // largest part of the length that a key moves
 
-/// A click goes where it points, and drags on from there.
+/// A slider in which a click goes to the pointer, and drags on from there.
 class PlaceSlider : public QSlider
 {
 public:

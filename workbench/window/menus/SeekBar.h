@@ -9,8 +9,8 @@
 class QLabel;
 class QSlider;
 
-/// Where the signal is: a slider that goes to a place by click, drag and keys, and beside it time
-/// and length. Only the time where the signal has no known end.
+/// The position in the signal: a slider that seeks by click, drag and keys, and beside it time and
+/// length. Only the time when the signal has no known end.
 class SeekBar : public QWidget
 {
     Q_OBJECT
@@ -19,13 +19,13 @@ public:
 
     /// @param length  s; none where the signal has no known end.
     void setLength(std::optional<double> length);
-    /// Shows a time, s; not while the user drags.
+    /// Shows a time, s, unless the user is dragging.
     void setTime(double seconds);
-    /// What an arrow key goes: a second, in short signals a hundredth of them.
+    /// Step of an arrow key: a second, or a hundredth of a short signal.
     double step() const;
 
 signals:
-    /// The user wants to go there; while dragging not more often than a view can follow.
+    /// The user seeks to a time; while dragging, not more often than the views can follow.
     void seekWanted(double seconds);
 
 private:
@@ -35,5 +35,5 @@ private:
     QSlider* m_slider;
     QLabel* m_text;
     std::optional<double> m_length;
-    QTimer m_dragTimer; // runs for as long as the next place has to wait
+    QTimer m_dragTimer; // runs while the next position has to wait
 };

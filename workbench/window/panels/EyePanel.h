@@ -10,7 +10,7 @@ class QLabel;
 class QSpinBox;
 class SignalFeed;
 
-/// How an eye is cut, and what its clock is.
+/// Settings of the eye and of its clock.
 class EyePanel : public QWidget
 {
     Q_OBJECT

@@ -15,7 +15,7 @@ public:
     struct Settings
     {
         bool isFixed = false;
-        double from = 0.0; ///< s, where it is
+        double from = 0.0; ///< s, when fixed
         double to = 0.0;
     };
 

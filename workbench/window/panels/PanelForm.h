@@ -14,15 +14,15 @@ constexpr int nameWidth = 96;
 
 /// A section with a heading, appended to a panel that has a layout.
 QFormLayout* addSection(QWidget& panel, const QString& title);
-/// The section that is all of a panel, which has no layout yet.
+/// The only section of a panel, which has no layout yet.
 QFormLayout* makeSection(QWidget& panel, const QString& title);
-/// A control with its name, which is as wide as all of them.
+/// Adds a control with its name; all names have one width.
 void addControl(QFormLayout& form, const QString& name, QWidget* control);
-/// A value that can be read only.
+/// Adds a value that can only be read.
 QLabel* addFact(QFormLayout& form, const QString& name);
-/// Keeps room in a label for any of these texts, so that nothing moves when it changes.
+/// Reserves room in a label for any of these texts, so that nothing moves when it changes.
 void reserve(QLabel& label, const QStringList& texts);
-/// A slider, and beside it a label for its value.
+/// Adds a slider, and beside it a label for its value.
 QSlider* addSlider(QFormLayout& form, const QString& name, int lowest, int highest, QLabel** value);
 
 } // namespace panelForm

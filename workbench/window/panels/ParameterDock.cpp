@@ -48,12 +48,13 @@ void ParameterDock::addTab(QWidget* panel, const QString& title)
     auto* scroll = new QScrollArea(this);
     scroll->setWidget(panel);
     scroll->setWidgetResizable(true);
-    scroll->setFocusPolicy(Qt::NoFocus); // its controls have it
+    scroll->setFocusPolicy(Qt::NoFocus); // its controls get the focus
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_tabs->addTab(scroll, title);
     panel->installEventFilter(this);
-    for (auto* label : panel->findChildren<QLabel*>()) { // a column's width must not cut a name
+    for (auto* label :
+         panel->findChildren<QLabel*>()) { // so that no name is cut by the width of a column
         if (label->minimumWidth() > 0)
             label->setMinimumWidth(
                 std::max(label->minimumWidth(), label->minimumSizeHint().width()));
@@ -61,8 +62,8 @@ void ParameterDock::addTab(QWidget* panel, const QString& title)
     fit(*panel);
 }
 
-/// Gives a panel all the width that its texts need. It is not taken back, so that nothing moves
-/// with a text that comes and goes.
+/// Gives a panel all the width that its texts need. The width only grows, so that nothing moves
+/// when a text comes and goes.
 void ParameterDock::fit(const QWidget& panel)
 {
     auto* scroll = static_cast<QScrollArea*>(panel.parentWidget()->parentWidget());
@@ -70,7 +71,7 @@ void ParameterDock::fit(const QWidget& panel)
                       scroll->verticalScrollBar()->sizeHint().width();
     if (least <= scroll->minimumWidth())
         return;
-    for (auto* each : m_tabs->findChildren<QScrollArea*>()) // or the narrower one leaves a gap
+    for (auto* each : m_tabs->findChildren<QScrollArea*>()) // or the narrower one would leave a gap
         each->setFixedWidth(std::max(least, each->minimumWidth()));
 }
 
@@ -161,7 +162,7 @@ void ParameterDock::connectSearch(Player& player)
                 }
                 m_panel->signal().showEstimate(estimate);
             });
-    // What was found is of the signal before, or not what was wanted.
+    // A result would be of the signal before, or not be wanted any more.
     connect(&player, &Player::opened, this, [this] {
         m_search->cancel();
         m_panel->signal().showEstimate(std::nullopt);

@@ -10,8 +10,7 @@ class QTabWidget;
 class ReceiverPanel;
 class SymbolRateSearch;
 
-/// The place of the parameters and of the receiver at the window's edge: what is set there acts on
-/// the player.
+/// The dock of the parameters and of the receiver: its settings act on the player.
 class ParameterDock : public QDockWidget
 {
     Q_OBJECT
@@ -25,7 +24,7 @@ public:
     bool isDensitySeen() const;
     /// Brings the receiver to the front, with the keyboard's focus.
     void raiseReceiver();
-    /// Shows the receiver as the feed has it; how its stages do only where it is seen.
+    /// Shows the settings of the receiver; showReports shows its stages, but only when visible.
     void showReceiver();
     void showReports();
 

@@ -15,9 +15,9 @@ class QComboBox;
 class SignalPanel;
 class TimePanel;
 
-/// What is known of the signal, and what can be set: the sections that are shown beside the views,
-/// one below the other. They change nothing: each has a signal that says what the user wants, and
-/// comes from the user only.
+/// Facts and settings of the signal: the sections beside the views, one below the other. They
+/// change nothing themselves: each has a signal that is emitted only when the user changes
+/// something.
 class ParameterPanel : public QWidget
 {
     Q_OBJECT

@@ -42,7 +42,7 @@ void QuantityEditor::fixup(QString& text) const
 void QuantityEditor::stepBy(int steps)
 {
     const double shown = std::abs(value() / stepUnit());
-    const double below = steps < 0 ? std::nextafter(shown, 0.0) : shown; // 100 is after 99
+    const double below = steps < 0 ? std::nextafter(shown, 0.0) : shown; // so that 100 follows 99
     const double step =
         shown > 0.0 ? std::pow(10.0, std::floor(std::log10(below * (1.0 + 1e-12))) - 1.0) : 0.0;
     setValue(value() + steps * std::max(step, leastStep()) * stepUnit());

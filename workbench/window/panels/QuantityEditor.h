@@ -5,9 +5,10 @@
 
 #include <optional>
 
-/// Editor of a quantity that is read and typed with prefix and unit. A text that means none within
-/// the range is red while it is typed; when it is left, the last value comes back, and a tip says
-/// what can be given. A lowest value with a name of its own can only be typed over.
+/// Editor of a quantity that is shown and typed with prefix and unit. A text that is no quantity
+/// within the range is red while it is typed; when the editor loses the focus, the last value comes
+/// back, and a tip tells what can be typed. A lowest value with a name of its own can only be typed
+/// over.
 class QuantityEditor : public QDoubleSpinBox
 {
     Q_OBJECT
@@ -24,7 +25,7 @@ protected:
 
     virtual QString format(double value) const = 0;
     virtual std::optional<double> parse(const QString& text) const = 0;
-    /// What a value is counted in where it is stepped, and the least step of it.
+    /// Unit in which a value is stepped, and the smallest step.
     virtual double stepUnit() const { return 1.0; }
     virtual double leastStep() const { return 1.0; }
     StepEnabled stepEnabled() const override;
@@ -33,12 +34,12 @@ private:
     bool hasName() const;
 };
 
-/// Of a frequency or rate: "19.2 kBd". Takes "19.2k", "19,2 kBd", "19200" and "1.92e4".
+/// Editor of a frequency or rate: "19.2 kBd". Takes "19.2k", "19,2 kBd", "19200" and "1.92e4".
 class FrequencyEditor : public QuantityEditor
 {
     Q_OBJECT
 public:
-    /// @param unit  Hz or Bd, with which a value can be typed, too.
+    /// @param unit  Hz or Bd, which may be typed after a value.
     FrequencyEditor(const QString& unit, QWidget* parent);
 
 protected:
@@ -49,8 +50,8 @@ private:
     QString m_unit;
 };
 
-/// Of a time, s: "66.7 ms", or "400 T" where it counts symbols. Takes "5ms", "0,1 s" and, where
-/// symbols are known, "400 T"; a number alone is of the unit that is shown.
+/// Editor of a time, s: "66.7 ms", or "400 T" when it counts symbols. Takes "5ms", "0,1 s" and, if
+/// the symbol period is known, "400 T"; a number alone has the unit that is shown.
 class TimeEditor : public QuantityEditor
 {
     Q_OBJECT
@@ -60,7 +61,7 @@ public:
 
     /// @param sign     of the unit that is shown.
     /// @param seconds  of that unit.
-    /// @param symbol   s, of a symbol, where that is known.
+    /// @param symbol   s, of the symbol period, if known.
     void setUnit(const QString& sign, double seconds, std::optional<double> symbol);
 
 protected:

@@ -38,7 +38,7 @@ QString readingText(const StageReport::Reading& reading)
     case StageReport::Quantity::PhaseError:
         return text(reading.value, 1, "°");
     case StageReport::Quantity::AliasDistance:
-        break; // told beside the figures
+        break; // shown beside the figures
     }
     return QString();
 }

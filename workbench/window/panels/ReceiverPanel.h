@@ -13,19 +13,19 @@ class QDoubleSpinBox;
 class QFormLayout;
 class QLabel;
 
-/// What the receiver does, stage by stage, and how each of them does. It changes nothing itself:
-/// the signal says what the user wants, and comes from the user only.
+/// Settings and state of the receiver, stage by stage. It changes nothing itself: its signal is
+/// emitted only when the user changes something.
 class ReceiverPanel : public QWidget
 {
     Q_OBJECT
 public:
     explicit ReceiverPanel(QWidget* parent = nullptr);
 
-    /// Shows settings. What cannot be done with them is greyed.
+    /// Shows settings. Controls that have no effect with them are disabled.
     /// @param hasSymbolRate  whether one is known.
-    /// @param canReceive     whether the signal is one to be received.
+    /// @param canReceive     whether the signal can be received.
     void show(const ReceiverSettings& settings, bool hasSymbolRate, bool canReceive);
-    /// Shows how the stages do; none: that nothing is known.
+    /// Shows the reports of the stages; empty: that nothing is known.
     void showReports(const std::vector<StageReport>& reports);
 
 signals:

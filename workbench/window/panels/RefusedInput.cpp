@@ -14,9 +14,9 @@
 
 namespace {
 
-const QColor refusedColor(0xe5, 0x48, 0x4d); // readable on dark and on light
+const QColor refusedColor(0xe5, 0x48, 0x4d); // readable on dark and light grounds
 
-/// What a key changes of a line; of one that is swallowed, nothing.
+/// State of a line edit, which a swallowed key does not change.
 auto stateOf(const QLineEdit& line)
 {
     return std::make_tuple(line.text(), line.cursorPosition(), line.selectionStart());

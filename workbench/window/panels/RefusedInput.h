@@ -5,16 +5,16 @@
 
 class QAbstractSpinBox;
 
-/// Fields that refuse what is typed say so.
+/// Tells the user when a field refuses a text.
 namespace refusedInput {
 
-/// Shows that a field's text means nothing, or takes that back.
+/// Marks the text of a field as wrong, or as right again.
 void mark(QAbstractSpinBox& field, bool isRefused);
-/// Says beside a field why it did not take its text.
+/// Shows beside a field why it refused its text.
 void say(const QAbstractSpinBox& field, const QString& why);
 
-/// Tells of keys that a field of numbers swallows, as they would lead beyond its range or to no
-/// number: all fields of the application, as long as it lives.
+/// Shows why a number field swallows a key, because it would lead beyond the range or not to a
+/// number; for all fields of the application as long as this object lives.
 class Watch : public QObject
 {
     Q_OBJECT

@@ -73,7 +73,7 @@ void SignalPanel::choose(const ChannelChoice& channel)
     emit chosen(m_settings);
 }
 
-/// Of an estimate of the symbol rate, in order.
+/// Texts for the verdicts of an estimate of the symbol rate, in order.
 QStringList SignalPanel::verdicts(double confidence)
 {
     return {tr("none found"), tr("unsure, %1").arg(confidence, 0, 'f', 2), tr("sure")};

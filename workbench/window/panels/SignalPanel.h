@@ -16,7 +16,7 @@ class QLabel;
 class QPushButton;
 class QSpinBox;
 
-/// Facts about the signal; chooses its channel and its symbol rate.
+/// Facts about the signal, and the choice of its channel and symbol rate.
 class SignalPanel : public QWidget
 {
     Q_OBJECT
@@ -24,13 +24,13 @@ public:
     struct Settings
     {
         ChannelChoice channel;
-        double symbolRate = 0.0; ///< Bd; 0: not known, of recordings only
+        double symbolRate = 0.0; ///< Bd, of recordings; 0: not known
     };
 
     explicit SignalPanel(QWidget* parent);
 
     void show(const Player& player);
-    /// Shows what an estimate of the symbol rate found; none: nothing.
+    /// Shows an estimate of the symbol rate; none clears it.
     void showEstimate(const std::optional<SymbolRateEstimate>& estimate);
 
 signals:

@@ -8,7 +8,7 @@ class QLabel;
 class SignalFeed;
 class TimeEditor;
 
-/// How long a time is shown, and in which unit.
+/// Span and unit of the time axis.
 class TimePanel : public QWidget
 {
     Q_OBJECT
