@@ -17,9 +17,8 @@ namespace density {
 class MaskTest;
 
 /// Counts the traces of an eye or the points of a constellation, one a symbol, into pictures: one
-/// of the home window, which goes on whatever is looked at, and on request one of a part of it, the
-/// zoom. The zoom starts with the symbols that are kept raw, counted anew, and
-/// then takes what comes.
+/// of the home window, which is always counted, and on request one of a part of it, the zoom. The
+/// zoom starts with the symbols that are kept raw, counted anew, and then counts new symbols.
 ///
 /// Counting anew rather than a map of several resolutions: any zoom shows all detail, in memory
 /// that does not depend on it; the price, of the newest symbols only.
@@ -39,64 +38,66 @@ public:
         GridSize size;
         Window home;
         Persistence persistence;
-        /// Symbols kept raw, taken as from leastKept up to mostKept and mostKeptBytes.
+        /// Number of symbols that are kept raw, clamped to leastKept up to mostKept and
+        /// mostKeptBytes.
         std::size_t kept = leastKept;
     };
-    /// Where a picture was touched.
+    /// A symbol that touched a cell.
     struct Hit
     {
         std::int64_t symbol; ///< number in the signal, as given
-        std::size_t age;     ///< symbols kept since: 0 is the newest
+        std::size_t age;     ///< number of symbols kept after it: 0 for the newest
     };
 
-    /// Settings that cannot be used are those of Settings().
+    /// Settings that cannot be used are replaced by the default ones.
     explicit Counter(const Settings& settings);
     ~Counter();
 
-    /// Counts one.
-    /// @param samples  trace, or I and Q; read during the call. A number of samples that is not
-    /// that
-    ///                 of the shape (2 of a point), or no good one among them: left out as torn. A
-    ///                 point with a bad sample has no good one.
+    /// Counts one trace or point.
+    /// @param samples  a trace, or I and Q; read during the call. A trace or point is left out as
+    ///                 torn when its number of samples is not that of the shape (2 for a point), or
+    ///                 when it has no good sample; a point needs two good ones.
     /// @param symbol   number in the signal.
     void add(const float* samples, std::size_t count, std::int64_t symbol);
-    /// Counts what others left out as torn.
+    /// Adds symbols that the caller left out to the count of torn ones.
     void addTorn(std::int64_t count);
-    /// Forgets all symbols, also the kept ones, and what was left out.
+    /// Forgets all symbols, also the kept ones, and the counts of what was left out.
     void clear();
 
-    // Each of these counts the kept symbols anew. What cannot be used changes nothing.
+    // Each of these operations counts the kept symbols anew. A setting that cannot be used is
+    // ignored.
     void setHome(const Window& home, const GridSize& size);
     void setHome(const Window& home) { setHome(home, m_settings.size); }
-    /// None ends it.
-    /// @param size  of its picture; as many cells as the home has where there is none.
+    /// Sets the zoom; none ends it.
+    /// @param size  of its picture; none: as many cells as the home.
     void setZoom(const std::optional<Window>& zoom, const std::optional<GridSize>& size = {});
-    /// Of home and zoom.
+    /// Sets the size of the pictures of home and zoom.
     void setSize(const GridSize& size);
     void setPersistence(const Persistence& persistence);
-    /// Whether a home counted anew lacks no symbol: all are kept, or are in no picture any more.
+    /// Whether the home could be counted anew without losing symbols, because all symbols in it are
+    /// kept.
     bool keepsAll() const;
 
-    /// Has a test of its own from now on, which starts with the kept symbols; null for none. Points
-    /// are not tested.
+    /// Sets the mask test, which starts with the kept symbols; null for none. Points are not
+    /// tested.
     void setMaskTest(std::unique_ptr<MaskTest> test);
     const MaskTest* maskTest() const { return m_maskTest.get(); }
 
-    /// The points that those of the signal should be: error vectors of the kept ones and of all
-    /// that come. Of traces there are none.
+    /// Sets the ideal points of the constellation: error vectors are measured for the kept points
+    /// and all later ones. Ignored for traces.
     void setIdeal(const std::vector<std::complex<double>>& ideal);
     const ErrorVectors& errorVectors() const { return m_errors; }
 
     const Settings& settings() const { return m_settings; }
     std::int64_t allSymbols() const { return m_allSymbols; } ///< since the last clear
     const std::optional<Window>& zoom() const { return m_zoomed; }
-    /// The zoom as it stands or, without one, the home.
+    /// A snapshot of the zoom or, without one, of the home.
     SnapshotPtr snapshot();
-    /// The home as it stands.
+    /// A snapshot of the home.
     SnapshotPtr homeSnapshot();
     const KeptSignal& kept() const { return m_kept; }
 
-    /// The newest kept symbols that touch a cell, the newest first. None where nothing passed.
+    /// The newest kept symbols that touch a cell, the newest first.
     /// @param window,size  of the picture with the cell: not usable, no hit.
     std::vector<Hit> hits(const Window& window, const GridSize& size, int column, int row,
                           std::size_t most) const;

@@ -19,10 +19,10 @@ ORVANE_API QByteArray toCsv(const Snapshot& snapshot);
 /// at the bottom. (NumPy Enhancement Proposal 1)
 ORVANE_API QByteArray toNpy(const Snapshot& snapshot);
 
-/// A pixel a cell, top row first; transparent where nothing is seen.
+/// A picture with one pixel for each cell, top row first; cells without counts are transparent.
 ORVANE_API QImage toImage(const Snapshot& snapshot, const ColorMapping& mapping);
 
-/// Least and greatest count that is seen; both 0 where there is none.
+/// Smallest and largest count that is shown; both 0 when there is none.
 struct CountRange
 {
     static constexpr double leastSeen = 0.01; ///< of symbols that have faded

@@ -20,8 +20,8 @@ struct Window
 
     double width() const { return right - left; }
     double height() const { return top - bottom; }
-    /// Whether cells in it have a size: finite, right of left, top above bottom, and each extent
-    /// at least 1e-9 of its distance from 0, so that cells stay apart in double precision.
+    /// Whether it can be divided into cells: finite, right of left, top above bottom, and each
+    /// extent at least 1e-9 of its distance from 0, so that double precision can tell cells apart.
     bool isUsable() const { return isUsable(left, right) && isUsable(bottom, top); }
     bool operator==(const Window& other) const
     {
@@ -84,7 +84,7 @@ struct TraceShape
     }
 };
 
-/// What times are told in.
+/// Unit of times.
 enum class TimeUnit { Symbols, Seconds };
 
 /// How long a symbol stays in the picture.
@@ -96,7 +96,7 @@ struct Persistence
         Fading    ///< for good, but it counts half after each `symbols` that followed it
     };
     Kind kind = Kind::Infinite;
-    double symbols = 0.0; ///< at least 1; nothing to an infinite one
+    double symbols = 0.0; ///< at least 1; ignored when infinite
 
     bool operator==(const Persistence& other) const
     {
@@ -104,7 +104,7 @@ struct Persistence
     }
 };
 
-/// What was left out of pictures and figures.
+/// Symbols and samples that are not in pictures and figures.
 struct LeftOut
 {
     std::int64_t badSamples = 0; ///< NaN or infinite, also once made single-precision; the rest of
@@ -112,7 +112,7 @@ struct LeftOut
     std::int64_t tornTraces = 0; ///< of another number of samples, or without a good one
 };
 
-/// Counts as they stood at one moment. Never changed once made, so threads share it.
+/// Counts at one moment. It never changes, so that threads can share it.
 struct Snapshot
 {
     Window window;

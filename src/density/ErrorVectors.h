@@ -18,8 +18,8 @@ public:
     struct Cluster
     {
         std::complex<double> ideal;
-        std::complex<double> error; ///< mean: where the cluster is against its ideal point
-        Figure evm;                 ///< of its symbols, %, against the r.m.s. of all ideal points
+        std::complex<double> error; ///< mean: place of the cluster relative to its ideal point
+        Figure evm; ///< of its symbols, %, relative to the r.m.s. of all ideal points
     };
     struct Figures
     {
@@ -31,16 +31,16 @@ public:
         std::vector<Cluster> clusters;
     };
     static constexpr std::size_t mostPoints = 4096;
-    static constexpr std::int64_t least = 32; ///< symbols; fewer tell nothing
+    static constexpr std::int64_t least = 32; ///< symbols; fewer do not tell enough
 
     /// @param ideal  points of the constellation, as the symbols are scaled; those that are not
     ///               finite, and beyond the most, are ignored.
     explicit ErrorVectors(const std::vector<std::complex<double>>& ideal = {});
 
-    /// Adds a symbol; one that is not finite is left out.
+    /// Adds a symbol; one that is not finite is ignored.
     void add(float i, float q);
     void clear();
-    /// Intervals take errors for Gaussian: of n symbols, that of the error's power is 1 / sqrt n of
+    /// Intervals assume Gaussian errors: with n symbols, that of the error's power is 1 / sqrt n of
     /// it.
     Figures figures() const;
 

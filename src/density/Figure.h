@@ -10,9 +10,9 @@
 
 namespace density {
 
-/// Why a figure is withheld.
+/// Reason why a figure is withheld.
 enum class Withheld {
-    No,          ///< it is not
+    No,          ///< it is not withheld
     TooFew,      ///< too few symbols or crossings to tell
     NoLevels,    ///< no two levels can be told apart
     Overlap,     ///< levels overlap so much that what belongs to which is not known
@@ -22,18 +22,17 @@ enum class Withheld {
     NoReference  ///< the points of the constellation are not known
 };
 
-/// One sentence for users, in their language; empty where it is not withheld.
+/// The reason in one sentence, in the user's language; empty when the figure is not withheld.
 ORVANE_API QString textOf(Withheld reason);
 
 /// A measured value with its confidence.
 struct Figure
 {
     double value = std::numeric_limits<double>::quiet_NaN();
-    /// Between these the truth lies in 95 of 100 cases, as far as the model that the figure states
-    /// holds.
+    /// Ends of the 95 % confidence interval, which holds as far as the model of the figure does.
     double low = std::numeric_limits<double>::quiet_NaN();
     double high = std::numeric_limits<double>::quiet_NaN();
-    std::int64_t count = 0; ///< symbols, or crossings, that it rests on
+    std::int64_t count = 0; ///< number of symbols, or crossings, that were measured
     Withheld reason = Withheld::TooFew;
 
     bool isGiven() const { return reason == Withheld::No; }

@@ -26,16 +26,16 @@ public:
     explicit HitMap(const GridSize& size);
 
     /// Counts a trace or a point, +1, or takes it away again, -1.
-    /// @param cells  by a raster of this grid.
+    /// @param cells  from a raster of this grid.
     void count(const Cells& cells, int sign);
-    /// Counts it by a weight, > 0 and finite.
+    /// Counts a trace or a point with a weight, > 0 and finite.
     void weigh(const Cells& touched, double weight);
     /// Multiplies all weights, not the counts, by a factor of at least 0.
     void fade(double factor);
     void clear();
 
     /// Counts and weights of all cells, row by row from the bottom.
-    /// @param factor  of the weights.
+    /// @param factor  by which weights are multiplied.
     std::vector<double> counts(double factor = 1.0);
 
     const GridSize& size() const { return m_size; }

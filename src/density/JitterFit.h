@@ -8,15 +8,15 @@
 
 namespace density {
 
-/// Jitter of crossings, split into random and deterministic parts: a Gaussian about an instant that
-/// moves between two (the dual-Dirac model; what unequal duty cycles do) or along a sine, whichever
-/// is likelier. All in symbols.
+/// Jitter of crossings, split into random and deterministic parts: a Gaussian around an instant
+/// that jumps between two places (the dual-Dirac model, as with unequal duty cycles) or moves along
+/// a sine, whichever is likelier. All values are in symbols.
 ///
-/// The parts share the variance that was measured; how is found by maximum likelihood, with the
-/// intervals of its profile (Wilks, Ann. Math. Statist. 9 (1938)). Where a deterministic part makes
-/// the crossings not at least e^4 times as likely, there is none. Terms, and total jitter and
-/// bathtub of the dual-Dirac model: Methodologies for Jitter and Signal Quality Specification
-/// (INCITS TR-35:2004).
+/// The measured variance is divided between the parts by maximum likelihood, with profile
+/// likelihood intervals (Wilks, Ann. Math. Statist. 9 (1938)). Where a deterministic part makes the
+/// crossings not at least e^4 times as likely, there is none. Terms, and total jitter and bathtub
+/// of the dual-Dirac model: Methodologies for Jitter and Signal Quality Specification (INCITS
+/// TR-35:2004).
 class ORVANE_API JitterFit
 {
 public:
@@ -36,10 +36,10 @@ public:
     /// 0.01 + 1.63 / sqrt(count), all but rms and peak to peak are withheld.
     double distance = 1.0;
 
-    /// Between the times before which, and after which, so much of the crossings lies.
+    /// Distance of the times before and after which this part of the crossings lies.
     /// @param probability  between 0 and 0.5.
     Figure total(double probability) const;
-    /// Part of the crossings that the model has later, or earlier, than a time; NaN where it is
+    /// Part of the crossings that are later, or earlier, than a time in the model; NaN when it is
     /// withheld.
     double later(double time) const;
     double earlier(double time) const;

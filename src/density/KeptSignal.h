@@ -20,7 +20,7 @@ public:
     /// @param capacity  traces or points; at least 1.
     KeptSignal(std::size_t length, std::size_t capacity);
 
-    /// Keeps one, in place of the oldest when there are as many as the capacity.
+    /// Keeps a trace or point, in place of the oldest one when the capacity is reached.
     /// @param samples  as many as the length; copied.
     /// @param symbol   number in the signal.
     void add(const float* samples, std::int64_t symbol);
@@ -29,10 +29,10 @@ public:
     std::size_t count() const { return m_symbols.size(); }
     std::size_t length() const { return m_length; }
     std::size_t capacity() const { return m_capacity; }
-    /// @param age  0 of the newest, to count() - 1.
+    /// @param age  from 0, the newest, to count() - 1.
     const float* at(std::size_t age) const;
     std::int64_t symbolAt(std::size_t age) const;
-    /// Copies of the newest, the oldest of them first.
+    /// Copies of the newest ones, in the order in which they came.
     KeptSignal newest(std::size_t most) const;
 
 private:

@@ -5,9 +5,9 @@
 
 namespace density {
 
-/// Tells the levels of a signal apart at one instant, however unevenly they are spaced: heaps of
-/// values that the least dense places between them, less than half as dense as the lower heap,
-/// separate. Heaps of less than 2 % of the values join their neighbours.
+/// Finds the levels of a signal at one instant, however unevenly they are spaced: clusters of
+/// values, separated by places with less than half the density of the smaller cluster. Clusters of
+/// less than 2 % of the values join their neighbours.
 ///
 /// @param sorted  values, at least 32.
 /// @return bounds between neighbouring levels, in order: one fewer than levels.

@@ -15,7 +15,7 @@
 
 namespace density {
 
-/// Where no trace of an eye may pass: polygons in the plane of time and level.
+/// The areas through which no trace of an eye may pass: polygons in the plane of time and level.
 struct ORVANE_API Mask
 {
     enum class Levels {
@@ -34,23 +34,25 @@ struct ORVANE_API Mask
     QString source; ///< where it is published; may be empty
     Levels levels = Levels::Relative;
     Origin origin = Origin::Middle;
-    /// Times in symbols and levels, at least three points each; the last joins the first. Inside is
-    /// what a line to afar crosses an odd number of polygon sides from.
+    /// Times in symbols and levels, at least three points for each polygon; the last joins the
+    /// first. The inside is that of the even-odd rule.
     std::vector<QPolygonF> polygons;
-    /// By which each polygon grows to all sides, or shrinks: a part of a symbol and of the distance
-    /// from level 0 to 1, or the signal's unit of absolute ones.
+    /// Margin by which each polygon grows on all sides, or shrinks if negative: as a part of a
+    /// symbol, and as a part of the distance from level 0 to 1, or in the signal's unit for
+    /// absolute levels.
     double margin = 0.0;
     /// The test passes with up to so many hits...
     std::int64_t mostHits = 0;
     /// ...in so many symbols.
     std::int64_t symbolCount = 100000;
 
-    /// Whether it can be tested: see above, all numbers finite and within 1e6 of 0.
+    /// Whether the mask can be tested: it is as described above, and all numbers are finite and
+    /// within 1e6 of 0.
     bool isUsable() const;
 
     /// The JSON of docs/density.md, indented.
     QByteArray toJson() const;
-    /// @param error  one sentence for users, where there is no mask; may be null.
+    /// @param error  receives a sentence for the user when the result is empty; may be null.
     static std::optional<Mask> fromJson(const QByteArray& json, QString* error = nullptr);
 
     /// Masks of published standards.
@@ -59,7 +61,7 @@ struct ORVANE_API Mask
     /// The polygons with their margin in the plane of a signal: times from the middle of the
     /// traces.
     /// @param instant  of decision, from the middle of the traces on.
-    /// @param low,high levels found; matter to relative ones alone.
+    /// @param low,high levels found; only relative masks use them.
     std::vector<QPolygonF> placed(double instant, double low, double high) const;
     /// The other way: the point of a polygon that is placed there, margin apart.
     /// @return not finite where levels are relative and both found are the same.

@@ -12,14 +12,14 @@
 
 namespace density {
 
-/// Counts the symbols whose traces touch a mask: each once, however often and wherever. Ends with
-/// the last symbol of the mask's limit. Any one thread.
+/// Counts the symbols whose traces touch a mask; each counts once, however often it touches. Ends
+/// with the last symbol of the mask's limit. For one thread at a time.
 class ORVANE_API MaskTest
 {
 public:
     static constexpr std::size_t mostKeptHits = 1000;
     enum class Verdict {
-        Running, ///< not enough symbols, and not too many hits
+        Running, ///< not enough symbols yet, and not too many hits
         Pass,
         Fail ///< as soon as there are too many hits
     };
@@ -32,14 +32,15 @@ public:
         std::vector<std::int64_t> newestHits; ///< numbers of symbols, the newest first
     };
 
-    /// @param mask  usable; else nothing is ever hit.
+    /// @param mask  one that can be used; otherwise nothing is ever hit.
     /// @param instant,low,high  see Mask::placed.
     MaskTest(const Mask& mask, const TraceShape& shape, double instant, double low, double high);
 
-    /// Tests a trace of the shape; bad samples break its line. Nothing once the test has ended.
+    /// Tests a trace of the shape; bad samples break its line. Does nothing once the test has
+    /// ended.
     /// @return whether it touches the mask.
     bool add(const float* trace, std::int64_t symbol);
-    /// Forgets what was tested.
+    /// Starts the test anew.
     void restart();
     Result result() const;
     /// The polygons as they are tested, in the plane of time and level.

@@ -10,21 +10,22 @@
 
 namespace density {
 
-/// How numbers are spread: of the levels at an instant, of the crossings of a level.
+/// Statistics of numbers, such as the levels at an instant or the crossings of a level.
 struct ORVANE_API Spread
 {
     static constexpr std::int64_t least = 32; ///< numbers; fewer tell nothing
 
-    /// @param values  in any order; what is not finite does not count. Unit: theirs.
+    /// @param values  in any order; values that are not finite do not count. Results have their
+    ///                unit.
     static Spread of(std::vector<double> values);
 
     /// Deviations: sigma / sqrt n of the mean, sigma sqrt((kurtosis - 1) / 4n) of sigma
     /// (Kenney and Keeping, Mathematics of Statistics, part 2, 7.8).
     Figure mean, sigma;
-    /// From the least to the greatest; of what may come it tells nothing, so its interval is
-    /// itself.
+    /// From the smallest to the largest value. It does not estimate anything, so that its interval
+    /// is the value itself.
     Figure peakToPeak;
-    /// How well a Gaussian of this mean and sigma fits, 1 entirely: the squared correlation of the
+    /// How well a Gaussian of this mean and sigma fits, at best 1: the squared correlation of the
     /// sorted values with those expected of it (Shapiro and Francia, J. Amer. Statist. Assoc. 67
     /// (1972)). Of an even spread 0.95, of two values 0.64. No interval.
     Figure gaussianFit;
