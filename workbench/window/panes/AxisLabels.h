@@ -12,15 +12,14 @@ class SignalFeed;
 class VCGLEyeDiagram;
 class VCGLTimeDiagram;
 
-/// Labels of an axis: as many decimals as its grid asks for, and the unit beside what is pointed
-/// at.
+/// Labels of an axis: as many decimals as its grid needs, and the unit in the read-out.
 class AxisLabels : public IStringFormatter
 {
 public:
-    /// Takes the place of the axis' formatter. The axis owns it, and outlives it.
+    /// Replaces the formatter of an axis. The axis owns it, and outlives it.
     static std::shared_ptr<AxisLabels> install(axisDefinition& axis);
 
-    /// @param factor  by which a value is multiplied where it has a unit.
+    /// @param factor  factor of values that have a unit.
     void setUnit(const QString& unit, double factor);
 
     const QString& Format(double value) override;
@@ -38,7 +37,7 @@ private:
     QString m_text;
 };
 
-/// The units of the axes of time and of levels, as the feed has them.
+/// The units of the axes of time and of levels, from the feed.
 class AxisUnits
 {
 public:

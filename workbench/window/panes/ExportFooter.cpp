@@ -13,7 +13,7 @@ namespace {
 constexpr int margin = 8;
 const QString separator = QString(3, QChar(0x00a0)) + QChar(0x2002); // breaks after, not within
 
-/// Keeps together what is no use apart.
+/// Keeps words together that must not be separated.
 QString unbroken(QString text) { return text.replace(QLatin1Char(' '), QChar(0x00a0)); }
 
 QString joined(const QStringList& parts)

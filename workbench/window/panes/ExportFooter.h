@@ -9,18 +9,18 @@ class QPainter;
 class QRect;
 class SignalFeed;
 
-/// Text below an exported picture, so that it can stand alone: which signal, how it was
-/// received, which stretch of it, and what that measures.
+/// Text below an exported picture, so that it explains itself: the signal, its reception, the
+/// stretch that is shown, and its figures.
 class ExportFooter
 {
     Q_DECLARE_TR_FUNCTIONS(ExportFooter)
 public:
-    /// @param gate     which stretch, as below the view.
+    /// @param gate     the stretch that is shown, as below the view.
     /// @param figures  each with its name.
     ExportFooter(const SignalFeed& feed, const QString& gate, const QStringList& figures,
                  const QFont& font);
 
-    /// Pixels that it takes in a picture of a width.
+    /// Height in pixels in a picture of a width.
     int height(int width) const;
     void paint(QPainter& painter, const QRect& place) const;
 

@@ -21,7 +21,7 @@ void follow(Feed& feed, bool isAsSet, double elapsed)
 
 void LevelFollower::follow()
 {
-    // What stands still has no time to wait for.
+    // A signal that stands still does not have to wait.
     const double elapsed = m_feed.transport().isPlaying() && m_clock.isValid()
                                ? static_cast<double>(m_clock.elapsed()) * 1e-3
                                : LevelRange::shrinkDelay;

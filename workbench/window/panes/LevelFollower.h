@@ -8,8 +8,8 @@ class VCGLEyeDiagram;
 class VCGLIQDiagram;
 class VCGLTimeDiagram;
 
-/// Keeps the levels' axes fitted to what the views show. An axis that the user zoomed, dragged or
-/// set stays so, until the levels are to be fitted anew, or its zoom is taken back.
+/// Keeps the axes of levels fitted to the shown signal. An axis that the user zoomed, dragged or
+/// set stays so until the levels are fitted again, or its zoom is reset.
 class LevelFollower
 {
 public:
@@ -21,7 +21,7 @@ public:
         , m_iq(iq)
     {}
 
-    /// Looks at what is shown now; call it some times a second while that changes.
+    /// Follows the shown signal; call it a few times a second while that changes.
     void follow();
 
 private:

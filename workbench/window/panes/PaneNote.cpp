@@ -44,7 +44,7 @@ void PaneNote::arrange()
     setGeometry(m_veil != Veil::None ? roomIn(view) : placeIn(view));
 }
 
-/// What of a view shows the signal.
+/// The part of a view that shows the signal.
 QRect PaneNote::roomIn(const QRect& view) const { return view.adjusted(0, m_captionHeight, 0, 0); }
 
 QRect PaneNote::placeIn(const QRect& view) const

@@ -3,9 +3,8 @@
 
 #include <QLabel>
 
-/// A few words over a view, in its middle: what it waits for while it is empty, or, with a veil
-/// over the view, why it stands still. Keeps its place when the view changes its size, and leaves
-/// the mouse to the view.
+/// A few words in the middle of a view: what an empty view waits for or, with a veil over the view,
+/// why it stands still. Follows the size of the view, and leaves the mouse to it.
 class PaneNote : public QLabel
 {
     Q_OBJECT
@@ -18,9 +17,9 @@ public:
         Dim,  ///< what the view shows is old
         Whole ///< the view has nothing to show
     };
-    /// An empty text hides it.
+    /// Sets the text; an empty one hides the note.
     void say(const QString& text, Veil veil = Veil::None);
-    /// Paints it into a picture of the view, in its place there.
+    /// Paints the note into a picture of the view.
     /// @param size  of the view in the picture.
     void paintPicture(QPainter& painter, const QSize& size) const;
 

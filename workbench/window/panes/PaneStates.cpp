@@ -18,7 +18,7 @@ constexpr qint64 longSeconds = 120;
 
 } // namespace
 
-/// Why there are no samples yet; empty when there are.
+/// Why there are no samples yet; empty when there are some.
 QString PaneStates::whatIsMissing(const SignalFeed& feed) const
 {
     if (feed.hasPlayed() || !m_sinceStart.isValid() || !m_sinceStart.hasExpired(timeoutMs))
@@ -30,7 +30,7 @@ QString PaneStates::whatIsMissing(const SignalFeed& feed) const
     return tr("waiting for samples");
 }
 
-/// What keeps the receiver from its work; empty when nothing does.
+/// Why the receiver cannot work; empty when it can.
 QString PaneStates::whatIsSearched(const SignalFeed& feed)
 {
     for (const StageReport& report : feed.reports()) {
@@ -41,7 +41,7 @@ QString PaneStates::whatIsSearched(const SignalFeed& feed)
     return QString();
 }
 
-/// Why a view of symbols is empty although samples came; empty while that may change soon.
+/// Why a view of symbols is empty although samples came; empty while symbols may still come soon.
 QString PaneStates::whyNoSymbols(const SignalFeed& feed, const QString& searched) const
 {
     const bool isPlaying = feed.transport().isPlaying();
@@ -55,7 +55,7 @@ QString PaneStates::whyNoSymbols(const SignalFeed& feed, const QString& searched
                      : tr("the clock of the symbols was not found");
 }
 
-/// For how long what plays has been old; empty while samples come. The status bar says why.
+/// How long the signal has stood still; empty while samples come. The status bar tells why.
 QString PaneStates::howLongItStands(const SignalFeed& feed)
 {
     const std::int64_t position = feed.transport().position();
@@ -73,7 +73,7 @@ QString PaneStates::howLongItStands(const SignalFeed& feed)
                                  : tr("stands still for %1 min").arg(seconds / 60);
 }
 
-/// What an eye would need that the signal has not; empty when it has all.
+/// What the signal lacks for an eye; empty when it lacks nothing.
 QString PaneStates::whatEyeNeeds(const SignalFeed& feed)
 {
     if (feed.eye().cut().hasSymbols())
@@ -84,7 +84,7 @@ QString PaneStates::whatEyeNeeds(const SignalFeed& feed)
                                   "it be estimated there");
 }
 
-/// Likewise a constellation.
+/// What the signal lacks for a constellation, likewise.
 QString PaneStates::whatIqNeeds(const SignalFeed& feed)
 {
     if (feed.iq().hasQ())

@@ -9,8 +9,8 @@
 class SignalFeed;
 class ViewPanes;
 
-/// Says over each view what it waits for while it is empty, what it needs of a signal, or since
-/// when it stands still; and what it shows where that is not plain.
+/// Tells over each view what it waits for while it is empty, what the signal lacks, or how long it
+/// has stood still; and what it shows when that is not obvious.
 class PaneStates
 {
     Q_DECLARE_TR_FUNCTIONS(PaneStates)

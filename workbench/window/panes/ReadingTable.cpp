@@ -30,7 +30,7 @@ ReadingTable::ReadingTable(QWidget* parent)
     m_grid->setVerticalSpacing(1);
     content->installEventFilter(this);
     m_scroll->setFrameShape(QFrame::NoFrame);
-    m_scroll->setFocusPolicy(Qt::NoFocus); // its text is read, not worked with
+    m_scroll->setFocusPolicy(Qt::NoFocus); // its text is only read
     m_scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_scroll->setWidget(content);
     m_scroll->setWidgetResizable(true);
@@ -38,16 +38,17 @@ ReadingTable::ReadingTable(QWidget* parent)
     m_gate->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_gate->setContentsMargins(sideMargin, 0, sideMargin, gateMargin);
     m_gate->setWordWrap(true);
-    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed); // a view's width is not ours to say
+    setSizePolicy(QSizePolicy::Ignored,
+                  QSizePolicy::Fixed); // the width of a view does not depend on the table
 }
 
-/// As high as all lines are in the present width, with a scroll bar where the values need one.
+/// Sets the height of all lines at the present width, with a scroll bar if the values need one.
 QSize ReadingTable::sizeHint() const
 {
     const QSize content = m_scroll->widget()->sizeHint();
     const bool isCut = m_scroll->widget()->minimumSizeHint().width() > width();
     const int bar = isCut ? m_scroll->horizontalScrollBar()->sizeHint().height() : 0;
-    const int line = fontMetrics().height() + gateMargin; // also while it says nothing
+    const int line = fontMetrics().height() + gateMargin; // also while it is empty
     return {content.width(),
             content.height() + bar + std::max(m_gate->heightForWidth(width()), line)};
 }
@@ -72,7 +73,7 @@ bool ReadingTable::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::LayoutRequest)
         updateGeometry();
-    if (event->type() == QEvent::Wheel) // sideways is the only way
+    if (event->type() == QEvent::Wheel) // it scrolls sideways only
         return QCoreApplication::sendEvent(m_scroll->horizontalScrollBar(), event);
     return QWidget::eventFilter(watched, event);
 }

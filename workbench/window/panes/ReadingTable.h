@@ -19,36 +19,36 @@ class ReadingTable : public QWidget
 public:
     explicit ReadingTable(QWidget* parent = nullptr);
 
-    /// What names mean, for those who point at them or at their values.
+    /// Sets the meanings of names, shown as tool tips of the names and their values.
     void explain(const QMap<QString, QString>& meanings) { m_meanings = meanings; }
-    /// Adds names, and below them lines of values, none of which is known yet.
-    /// @param longest    usual text of a value, which the columns are made wide enough for.
+    /// Adds names, and below them lines of values that are not known yet.
+    /// @param longest    longest usual text of a value, for the width of the columns.
     /// @return the index of the first line.
     std::size_t addLines(const QStringList& names, int lineCount, const QString& longest);
-    /// Makes a column as wide as another longest text, and its head, need.
+    /// Makes a column wide enough for another longest text and its head.
     void fitColumn(int column, const QString& longest);
     /// Shows a value; empty: not known.
-    /// @param why  it is not, for those who point at it; shown only then.
+    /// @param why  reason when it is not known, shown as a tool tip.
     void show(std::size_t line, std::size_t column, const QString& text,
               const QString& why = QString());
-    /// Says below all lines what the values are of; in several lines where there is no room.
+    /// Sets the text below all lines, which tells what the values are of; it wraps if needed.
     void setGate(const QString& text, const QString& explanation);
-    /// All names whose values are known, with these: "MER 34.9 dB".
+    /// All known values with their names: "MER 34.9 dB".
     QStringList texts() const;
-    /// Other names of the values in a line that was added with names, until they are empty again.
+    /// Replaces the names of a line that was added with names, until they are empty again.
     void rename(std::size_t line, const QStringList& names);
-    /// Makes a line, not the last one, names of the values of the next line, until it is empty
-    /// again: a line of values then.
+    /// Turns a line, not the last one, into names of the values of the next line; empty names turn
+    /// it back into values.
     void setNames(std::size_t line, const QStringList& names);
-    /// Says in the place of a line's first values why there are none; empty: shows them.
-    /// @param explanation  what to do about it, for those who point at the table.
+    /// Shows a note in place of the first values of a line; an empty one shows the values again.
+    /// @param explanation  what to do about it, shown as a tool tip.
     void setNote(std::size_t line, int columnCount, const QString& text,
                  const QString& explanation);
 
     QSize sizeHint() const override;
 
     QString text(std::size_t line, std::size_t column) const;
-    /// The note in a line; empty without one.
+    /// The note of a line; empty without one.
     QString note(std::size_t line) const;
     QString gate() const;
 

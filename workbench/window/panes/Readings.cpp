@@ -35,7 +35,7 @@ QString levelText(const figures::Levels& levels, const Figure& level)
     return level ? levels.text(*level) : QString();
 }
 
-/// Why a figure is missing: for it alone, or for all that it is one of.
+/// Why a figure is missing: the reason for it alone, or for its whole group.
 QString reasonFor(const Measurement& measurement, QString path)
 {
     while (!measurement.reasons.contains(path) && path.contains(QLatin1Char('.')))
@@ -144,7 +144,7 @@ void Readings::showEye(const Measurement& measurement)
             m_eye->show(line, static_cast<std::size_t>(column), texts.value(column));
     };
     for (std::size_t line = 0; line < maxEyeCount; ++line) {
-        if (line < eyes.size()) { // the uppermost first, as they are seen
+        if (line < eyes.size()) { // the uppermost first, as in the view
             const Measurement::EyeOpening& eye = eyes[eyes.size() - 1 - line];
             showLine(line, {levelText(levels, eye.height), percent(eye.opening),
                             eyeTime(eye.width, 3), percent(eye.crossing), eyeTime(eye.jitterRms, 4),

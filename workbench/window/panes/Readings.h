@@ -12,8 +12,8 @@
 class ReadingTable;
 class ViewPanes;
 
-/// Read-outs below the views: what the gate measures, in figures that keep their places, and what
-/// gate that is. A figure that is missing says why to those who point at it.
+/// Read-outs below the views: the figures of the gate, which keep their places, and the gate
+/// itself. The tool tip of a missing figure tells why.
 class Readings : public QObject
 {
     Q_OBJECT
@@ -21,7 +21,7 @@ public:
     /// @param panes  time, eye and IQ, in this order: they get the tables.
     Readings(ViewPanes& panes, QObject* parent);
 
-    /// What the figures of a view mean, with their formulas: names as they are shown.
+    /// The meanings of the figures of a view, with their formulas, by the names that are shown.
     struct Section
     {
         QString title;

@@ -46,7 +46,7 @@ void viewBindings::bind(VCGLIQDiagram& view)
     view.SetYAxisMax_ValuePath(IqValues::yMaxPath);
     view.SetHasChangedTrigger_ValuePath(IqValues::triggerPath);
     view.SetAging(longestAging);
-    view.SetAgesByData(true); // or a repaint would empty it while it stands still
+    view.SetAgesByData(true); // or a repaint would empty the view while the signal stands still
 }
 
 void viewBindings::release(VCGLEyeDiagram& view) { view.SetHasChangedTrigger_ValuePath(QString()); }

@@ -5,7 +5,7 @@ class VCGLEyeDiagram;
 class VCGLIQDiagram;
 class VCGLTimeDiagram;
 
-/// Which values of the value tree the views show: those that the feed writes.
+/// Binds the views to the values of the value tree that the feed writes.
 namespace viewBindings {
 
 void bind(VCGLTimeDiagram& view);

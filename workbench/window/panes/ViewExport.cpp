@@ -27,7 +27,7 @@ constexpr double pointsPerInch = 72.0;
 
 QString title(const ViewPanes::Pane& pane) { return pane.showing->text().remove(QLatin1Char('&')); }
 
-/// What a footer leaves of a picture.
+/// The part of a picture that a footer leaves.
 QSize viewSize(const QSize& picture, const ExportFooter* footer)
 {
     return picture - QSize(0, footer ? footer->height(picture.width()) : 0);
@@ -55,7 +55,7 @@ void paint(const ViewPanes::Pane& pane, const QSize& whole, const ExportFooter* 
 QByteArray picture(const ViewPanes::Pane& pane, ViewExport::Format format, const QSize& size,
                    double scale, const ExportFooter* footer)
 {
-    const int resolution = pane.view->logicalDpiX(); // or texts have another size
+    const int resolution = pane.view->logicalDpiX(); // or texts would have another size
     QByteArray result;
     if (format == ViewExport::Format::Png) {
         QImage image(size * scale, QImage::Format_RGB32);
@@ -92,7 +92,7 @@ QByteArray picture(const ViewPanes::Pane& pane, ViewExport::Format format, const
     return result;
 }
 
-/// Without what the last digits have of computing.
+/// Without rounding errors in the last digits.
 double rounded(double value) { return std::round(value * 1e9) / 1e9; }
 
 class Table
@@ -208,7 +208,8 @@ QByteArray ViewExport::table(const ViewPanes::Pane& pane, Format format) const
         const std::vector<float> samples = m_iq.GetSamples();
         Table table("I,Q");
         for (std::size_t k = 1; k < samples.size(); k += 2) {
-            if (std::isfinite(samples[k - 1]) && std::isfinite(samples[k])) // others do not show
+            if (std::isfinite(samples[k - 1]) &&
+                std::isfinite(samples[k])) // other samples do not show
                 table.add({samples[k - 1], samples[k]});
         }
         return table.text();

@@ -13,14 +13,13 @@ class SignalFeed;
 class VCGLEyeDiagram;
 class VCGLIQDiagram;
 
-/// Keeps what a view shows: as a picture of any size, or the data as a table.
+/// Exports a view: as a picture of any size, or its data as a table.
 ///
-/// A picture shows what the view shows, laid out anew for its size; the view on the screen is not
-/// touched. What is there to be used, such as the pause button, is left out. PNG has the pixels
-/// that the screen would have, with points as large as its scale. SVG and PDF are vectors, but for
-/// points of which there are tens of thousands. CSV has a row of names and units, then numbers as
-/// exact as they are. A density has its counts instead, also as an array of NumPy (npy), which no
-/// other view has.
+/// A picture shows the same as the view, laid out for its size; the view on the screen does not
+/// change. Controls such as the pause button are left out. PNG has the pixels that the screen would
+/// have, with points as large as its scale. SVG and PDF are vectors, except for points beyond ten
+/// thousand. CSV has a row of names and units, then numbers with all their digits. A density has
+/// its counts instead, also as an array of NumPy (npy), which no other view has.
 class ViewExport
 {
     Q_DECLARE_TR_FUNCTIONS(ViewExport)
@@ -39,7 +38,7 @@ public:
     ViewExport(const ViewPanes& panes, const SignalFeed& feed, const VCGLEyeDiagram& eye,
                const VCGLIQDiagram& iq);
 
-    /// The file of an image; empty where there is no memory for it.
+    /// The file of an image; empty when there is not enough memory.
     static QByteArray png(const QImage& image);
     /// Why there is no picture, and no table.
     static Message unmade(const QSize& pixels);
@@ -52,7 +51,7 @@ public:
     /// @param footer  of a picture, within its size: source, parameters and figures.
     Result<QByteArray> content(std::size_t index, Format format, const QSize& size, double scale,
                                Footer footer = Footer::None) const;
-    /// Writes a file whole, or leaves what is there.
+    /// Writes a whole file, or leaves the old one.
     static Result<void> save(const QString& fileName, const QByteArray& content);
 
 private:

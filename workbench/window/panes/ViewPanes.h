@@ -110,12 +110,12 @@ public:
     void setCover(std::size_t index, Cover* cover, ReadingTable* readings);
     /// Hides and shows those below the views, which is remembered.
     QAction& showingReadings() { return *m_showingReadings; }
-    /// Presses the views' pause buttons.
+    /// Pauses or resumes all views, as their buttons do.
     void setPaused(bool paused);
     /// Lets the views take what work plays, also if they are paused, and still are afterwards;
     /// neither is signalled.
     void showWhilePaused(const std::function<void()>& work);
-    /// Index of the pane with the keyboard's focus, or of the first.
+    /// Index of the pane with the keyboard focus, or of the first one.
     std::size_t focused() const;
     /// The first pane that is shown.
     const Pane& firstShown() const;
