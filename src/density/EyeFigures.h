@@ -16,9 +16,9 @@ namespace density {
 /// Levels are in the signal's unit, times in symbols. Traces with a bad sample do not count.
 ///
 /// A quarter of the traces determines the instant of decision: among the samples within half a
-/// symbol of the middle, the one at which the worst eye has the best Q; where neighbours are equally
-/// good, as far as chance can tell, the one in the middle of them. The figures come from the other
-/// traces, so that this choice does not flatter them.
+/// symbol of the middle, the one at which the worst eye has the best Q; where neighbours are
+/// equally good, as far as chance can tell, the one in the middle of them. The figures come from
+/// the other traces, so that this choice does not flatter them.
 struct ORVANE_API EyeFigures
 {
     static constexpr std::int64_t least = 400; ///< traces; fewer tell nothing
