@@ -17,7 +17,7 @@ ORVANE_WIDEST void extremesOf(const double* levels, std::size_t count, Doubles& 
     for (std::size_t k = 0; k < count; k += doublesWidth) {
         Doubles level;
         load(levels + k, level);
-        const auto isFinite = level - level == 0.0;
+        const auto isFinite = 0.0 * level == 0.0;
         lowest = (isFinite & (level < lowest)) ? level : lowest;
         highest = (isFinite & (level > highest)) ? level : highest;
     }

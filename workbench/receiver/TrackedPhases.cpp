@@ -7,12 +7,11 @@
 
 namespace {
 
-constexpr double faintPower = 0.1; // of the power of points: weaker symbols are not followed
-constexpr double faintMean = 0.4;  // of the same: mean of symbols at the edge of a burst
-constexpr int rampSymbols = 3;     // of a burst
-constexpr double mostOdds = 9.0;   // logarithm: a carrier is lost once in e^9 symbols
-constexpr std::size_t mostDone =
-    4096; // symbols that do not count any more, before they are dropped
+constexpr double faintPower = 0.1;        // of the power of points: weaker symbols are not followed
+constexpr double faintMean = 0.4;         // of the same: mean of symbols at the edge of a burst
+constexpr std::ptrdiff_t rampSymbols = 3; // of a burst
+constexpr double mostOdds = 9.0;          // logarithm: a carrier is lost once in e^9 symbols
+constexpr std::size_t mostDone = 4096;    // symbols that are past, before they are dropped
 
 /// Sums over symbols, of x from the middle one: of the weights with its powers 0 to 2, of the
 /// weighted angles with its powers 0 and 1, of the qualities, and of the symbols heard.
@@ -145,7 +144,7 @@ bool TrackedPhases::isFaint() const
 {
     const std::ptrdiff_t oldest = static_cast<std::ptrdiff_t>(m_here - m_past);
     const auto count = static_cast<std::ptrdiff_t>(m_symbols.size());
-    const std::ptrdiff_t length = 2 * m_about + 1;
+    const std::ptrdiff_t length = std::ptrdiff_t{2} * m_about + 1;
     const std::ptrdiff_t first = static_cast<std::ptrdiff_t>(m_here) - m_about - rampSymbols;
     const std::ptrdiff_t last = first + length + 2 * rampSymbols - 1;
     if (first >= oldest && last < count &&
