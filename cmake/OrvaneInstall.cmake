@@ -24,8 +24,12 @@ set(ORVANE_INTERNAL_HEADERS
   gui/ColorPage.h
   values/SettingsStore.h
   density/LevelFinder.h
+  density/MaskDrawing.h
+  density/PlotData.h
+  density/PlotFrame.h
   density/PlotPainter.h
   density/PlotState.h
+  density/PlotTexts.h
   density/PlotView.h
   foundations/DiagramDialogs.h
   foundations/DiagramFrame.h
