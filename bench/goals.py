@@ -24,7 +24,7 @@ class Goal:
 
 
 GOALS = (
-    Goal("window", r"^window, ", [Limit(BEFORE, 1 / 6, "embedded demo"),
+    Goal("window", r"^window, ", [Limit(BEFORE, 1 / 6, "embedded demo, 1280"),
                                   Limit(PEER, 1.0, "received and measured"),
                                   Limit(PEER, 0.5, "without figures, 1280"),
                                   Limit(PEER, 1.0, "without figures, 3840")]),
