@@ -91,11 +91,15 @@ def table(rows, goal):
     return "\n".join(lines)
 
 
+def span(rows, key):
+    values = sorted({row[key] for row in rows})
+    return f"{values[0]}" + (f" to {values[-1]}" if len(values) > 1 else "")
+
+
 def machine_of(rows):
     """Where and when rows were measured, and beside what."""
-    return "; ".join(sorted({f"{row['processor']}, {row['date']}" for row in rows})) + (
-        f"; load {min(row['load'] for row in rows)} to {max(row['load'] for row in rows)}"
-        f"; {min(row['rounds'] for row in rows)} rounds or more")
+    places = sorted({f"{row['processor']}, {row['date']}" for row in rows})
+    return "; ".join([*places, f"load {span(rows, 'load')}", f"rounds: {span(rows, 'rounds')}"])
 
 
 def show(rows):
