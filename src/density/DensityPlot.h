@@ -25,13 +25,14 @@ struct PlotState;
 /// the points of a constellation over I and Q. Counts become colours; the legend at the right says
 /// which. What is counted, in how many symbols, and what was left out, stands below the plot.
 ///
-/// Wheel: zooms about the pointer; with Shift the X axis alone, with Ctrl the Y axis alone (of an
-/// eye). Drag: pans. Drag with Shift or with the right button: zooms to the rectangle. Double
-/// click: home. Click: tells which symbols passed there, see passed. Keys: Ctrl+Z and Ctrl+Y undo
-/// and redo a zoom, Home goes home, C shows or hides cursors, of which Tab selects one that arrows
-/// move (with Shift ten times as far), the mouse drags, and N sends to the next level, crossing or
-/// best instant (with Shift back); a drag snaps to these, unless with Alt. L switches between
-/// logarithmic and linear colours, S goes to the next colour scale, Space pauses, Del clears.
+/// Wheel: zooms about the pointer; with Shift the X axis alone, with Ctrl the Y axis alone, unless
+/// of an equal scale, which E ends and begins in a constellation. Drag: pans. Drag with Shift or
+/// with the right button: zooms to the rectangle. Double click: home. Click: tells which symbols
+/// passed there, see passed. Keys: Ctrl+Z and Ctrl+Y undo and redo a zoom, Home goes home, C shows
+/// or hides cursors, of which Tab selects one that arrows move (with Shift ten times as far), the
+/// mouse drags, and N sends to the next level, crossing or best instant (with Shift back); a drag
+/// snaps to these, unless with Alt. L switches between logarithmic and linear colours, S goes to
+/// the next colour scale, Space pauses, Del clears.
 ///
 /// Counting runs on a thread of its own. Unless the settings say otherwise, a cell is a pixel of
 /// the device, or a square of them where the plot has more than two million; after a resize,
@@ -83,6 +84,8 @@ public:
     void setTimeUnit(TimeUnit unit);
     /// Of the level, or of I and Q, such as "V"; empty at first.
     void setUnit(const QString& unit);
+    /// Whether a unit is as long on both axes: as at first of a constellation, never of an eye.
+    void setEqualScale(bool isEqual);
     void setColors(ColorScale scale, bool isLogarithmic);
     void showCursors(bool show);
     /// First and second X in symbols, or I, then first and second Y.

@@ -246,9 +246,42 @@ bool DensityPlot::snapCursor(int key, bool isBack)
     return true;
 }
 
+void DensityPlot::setEqualScale(bool isEqual)
+{
+    if (d->shape || isEqual == d->view.hasEqualScale())
+        return;
+    d->view.setEqualScale(isEqual);
+    showZoom();
+}
+
+/// Keys that a plot needs while it draws or shows cursors, whatever they else mean in its window.
+static bool isOwnKey(int key, bool isDrawing, bool hasCursors)
+{
+    switch (key) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Backspace:
+    case Qt::Key_Escape:
+        return isDrawing;
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_N:
+        return hasCursors;
+    default:
+        return false;
+    }
+}
+
 // Tab selects a cursor while they are shown; else it goes to the next widget as usual.
 bool DensityPlot::event(QEvent* event)
 {
+    if (event->type() == QEvent::ShortcutOverride &&
+        isOwnKey(static_cast<QKeyEvent*>(event)->key(), isDrawingMask(), d->cursors.isShown)) {
+        event->accept();
+        return true;
+    }
     if (event->type() == QEvent::KeyPress && d->cursors.isShown &&
         static_cast<QKeyEvent*>(event)->key() == Qt::Key_Tab) {
         d->cursors.selected = (d->cursors.selected + 1) % Cursors::Count;
@@ -276,6 +309,8 @@ void DensityPlot::keyPressEvent(QKeyEvent* event)
         zoomed(d->view.goHome());
     } else if (event->key() == Qt::Key_C && event->modifiers() == Qt::NoModifier) {
         showCursors(!d->cursors.isShown);
+    } else if (event->key() == Qt::Key_E && event->modifiers() == Qt::NoModifier) {
+        setEqualScale(!d->view.hasEqualScale());
     } else if (event->key() == Qt::Key_L) {
         setColors(d->colors.scale, !d->colors.isLogarithmic);
     } else if (event->key() == Qt::Key_S && event->modifiers() == Qt::NoModifier) {

@@ -18,7 +18,7 @@ namespace {
 
 constexpr double gap = 6.0;           // pixels between parts
 constexpr double legendWidth = 14.0;  // of the colours
-constexpr double mostCells = 2 << 20; // 1920 x 1080, and memory for 60 MB of pictures
+constexpr double mostCells = 2 << 20; // 1920 x 1080
 
 QColor color(IColorBase::ECOLOR number) { return ColorSet::Instance()[number]; }
 

@@ -24,6 +24,8 @@ public:
         : m_hasEqualScale(hasEqualScale)
     {}
 
+    void setEqualScale(bool isEqual) { m_hasEqualScale = isEqual; }
+    bool hasEqualScale() const { return m_hasEqualScale; }
     /// Forgets the steps. What is zoomed stays so.
     void setHome(const Window& home);
     const Window& home() const { return m_home; }
