@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace density {
 
@@ -102,6 +103,23 @@ bool PlotPainter::paintWhole(const QImage& frame)
     return hasWhole;
 }
 
+/// Where each cell takes the same number of whole pixels of the device; none elsewhere.
+static std::optional<QRect> wholePixelsOf(const QRectF& exact, const QSize& cells)
+{
+    constexpr double farthest = 1e6; // a zoom may put the last picture anywhere
+    if (!(exact.width() < farthest && exact.height() < farthest &&
+          std::abs(exact.left()) < farthest && std::abs(exact.top()) < farthest))
+        return std::nullopt;
+    const QRect pixels = exact.toRect();
+    constexpr double tolerance = 0.01; // pixels
+    const auto isSame = [](double one, int other) { return std::abs(one - other) < tolerance; };
+    const bool isWhole =
+        pixels.width() % cells.width() == 0 && pixels.height() % cells.height() == 0 &&
+        isSame(exact.left(), pixels.left()) && isSame(exact.top(), pixels.top()) &&
+        isSame(exact.width(), pixels.width()) && isSame(exact.height(), pixels.height());
+    return isWhole ? std::optional<QRect>(pixels) : std::nullopt;
+}
+
 // The picture stands where it was counted: after a zoom, stretched until its own count has come.
 // Cells that are pixels of the device, or whole numbers of them, are painted as such.
 void PlotPainter::paintCounts()
@@ -114,26 +132,19 @@ void PlotPainter::paintCounts()
                         m_view.toPixel({counted.right, counted.bottom}));
     const QTransform device = m_painter.deviceTransform();
     const QRectF exact = device.mapRect(target);
-    const QRect pixels = exact.toRect();
-    constexpr double tolerance = 0.01; // pixels
-    const bool isWhole = device.type() <= QTransform::TxScale && device.m11() > 0.0 &&
-                         device.m22() > 0.0 && pixels.width() % image.width() == 0 &&
-                         pixels.height() % image.height() == 0 &&
-                         std::abs(exact.left() - pixels.left()) < tolerance &&
-                         std::abs(exact.top() - pixels.top()) < tolerance &&
-                         std::abs(exact.width() - pixels.width()) < tolerance &&
-                         std::abs(exact.height() - pixels.height()) < tolerance;
-    if (!isWhole) {
+    const std::optional<QRect> pixels = wholePixelsOf(exact, image.size());
+    if (!pixels || device.type() > QTransform::TxScale || device.m11() < 0.0 ||
+        device.m22() < 0.0) {
         m_painter.setRenderHint(QPainter::SmoothPixmapTransform, exact.width() < image.width());
         m_painter.drawImage(target, image);
         return;
     }
     const QTransform before = m_painter.worldTransform();
-    m_painter.setWorldTransform(toPixels(pixels.topLeft()));
-    if (pixels.size() == image.size())
+    m_painter.setWorldTransform(toPixels(pixels->topLeft()));
+    if (pixels->size() == image.size())
         m_painter.drawImage(0, 0, image);
     else
-        m_painter.drawImage(QRect(QPoint(), pixels.size()), image);
+        m_painter.drawImage(QRect(QPoint(), pixels->size()), image);
     m_painter.setWorldTransform(before);
 }
 
@@ -157,6 +168,14 @@ void PlotPainter::paintMask()
     m_painter.setRenderHint(QPainter::Antialiasing, false);
 }
 
+// A painter takes no numbers far beyond its picture.
+QPointF PlotPainter::nearPixel(const QPointF& value) const
+{
+    constexpr double farthest = 1e5;
+    const QPointF at = m_view.toPixel(value);
+    return {std::clamp(at.x(), -farthest, farthest), std::clamp(at.y(), -farthest, farthest)};
+}
+
 // The polygon that is drawn, up to the pointer.
 void PlotPainter::paintDrawing()
 {
@@ -167,11 +186,11 @@ void PlotPainter::paintDrawing()
     m_painter.setPen(QPen(hitColor, 1.5));
     QPolygonF line;
     for (const QPointF& corner : m_state.drawing->corners()) {
-        line << m_view.toPixel(corner);
+        line << nearPixel(corner);
         m_painter.drawRect(QRectF(line.back() - QPointF(2.0, 2.0), QSizeF(4.0, 4.0)));
     }
     if (!line.isEmpty())
-        line << m_view.toPixel(m_state.drawing->pointer());
+        line << nearPixel(m_state.drawing->pointer());
     m_painter.drawPolyline(line);
     if (line.size() > 2) {
         m_painter.setPen(QPen(hitColor, 1.0, Qt::DotLine));
@@ -194,12 +213,8 @@ void PlotPainter::paintTrace(const std::vector<float>& trace, const QColor& trac
     QPolygonF line;
     for (std::size_t k = 0; k < trace.size(); ++k) {
         if (std::isfinite(trace[k])) {
-            // A painter takes no numbers far beyond its picture.
-            constexpr double farthest = 1e5;
-            const QPointF at = m_view.toPixel(
+            line << nearPixel(
                 {m_state.shape->timeOf(static_cast<int>(k)), static_cast<double>(trace[k])});
-            line << QPointF(std::clamp(at.x(), -farthest, farthest),
-                            std::clamp(at.y(), -farthest, farthest));
         }
         if (!std::isfinite(trace[k]) || k + 1 == trace.size()) {
             m_painter.drawPolyline(line);

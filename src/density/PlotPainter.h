@@ -28,6 +28,7 @@ private:
     bool paintWhole(const QImage& frame);
     void paintCounts();
     QTransform toPixels(const QPoint& corner) const;
+    QPointF nearPixel(const QPointF& value) const;
     void paintMask();
     void paintDrawing();
     void paintTrace(const std::vector<float>& trace, const QColor& color);
