@@ -40,6 +40,7 @@ public:
             return std::nullopt;
         m_next = 2 * m_seen;
         Points laid;
+        laid.reserve(m_ideal.size());
         for (const std::complex<double>& point : m_ideal)
             laid.push_back(*gain * point);
         return laid;
