@@ -91,7 +91,8 @@ ORVANE_WITHIN void fillOne(const Table& table, const Place& place, const float* 
 
 constexpr std::size_t together = floatsWidth / 2; // pairs, each a sample after the one before
 
-/// Some pairs, which are a sample apart or nearly so, into every so manieth pair of the output.
+/// Some pairs, which are a sample apart or nearly so, each into the place of the output that is
+/// "every" pairs after the one before.
 /// Where the row stays, they are sums of weights times the numbers from each sample on.
 ORVANE_WITHIN void fillSome(const Table& table, const float* samples, double first, double step,
                             std::size_t every, float* output)
