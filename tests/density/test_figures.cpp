@@ -198,6 +198,7 @@ TEST(JitterFit, HasAnHonestConfidence)
         std::mt19937 generator(trial);
         std::normal_distribution<double> gauss(0.0, 0.01);
         std::vector<double> times;
+        times.reserve(3000);
         for (int k = 0; k < 3000; ++k)
             times.push_back((generator() % 2 ? 0.03 : -0.03) + gauss(generator));
         const JitterFit fit = JitterFit::of(times);
