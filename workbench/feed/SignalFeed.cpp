@@ -179,6 +179,7 @@ std::size_t SignalFeed::play(std::size_t count)
         }
     }
     m_views.notify();
+    emit played();
     return done;
 }
 

@@ -123,6 +123,8 @@ signals:
     /// The time view, or eye and constellation, have to be emptied before the next samples.
     void timeCleared();
     void symbolsCleared();
+    /// Some samples were played, also while the thread does nothing else.
+    void played();
     /// Those who count have to forget all symbols, and to set their sinks again.
     void countingRestarted();
 

@@ -11,9 +11,11 @@
 #include <QEventLoop>
 #include <QKeyEvent>
 
-#include <atomic>
 #include <complex>
 #include <memory>
+#include <mutex>
+#include <optional>
+#include <utility>
 
 namespace {
 
@@ -72,6 +74,26 @@ private:
 
 } // namespace
 
+/// From the feed's thread to the window's.
+class DensityPane::FoundHome
+{
+public:
+    void set(const density::Window& home)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_home = home;
+    }
+    std::optional<density::Window> take()
+    {
+        const std::lock_guard lock(m_mutex);
+        return std::exchange(m_home, std::nullopt);
+    }
+
+private:
+    std::mutex m_mutex;
+    std::optional<density::Window> m_home;
+};
+
 DensityPane::DensityPane(Kind kind, ViewPanes& panes, std::size_t index, Player& player,
                          QObject* parent)
     : QObject(parent)
@@ -89,6 +111,7 @@ DensityPane::DensityPane(Kind kind, ViewPanes& panes, std::size_t index, Player&
     panes.panes().at(index).view->focusProxy()->addAction(m_switching);
     connect(m_switching, &QAction::triggered, this, &DensityPane::setOn);
     connect(&m_feed, &SignalFeed::countingRestarted, this, &DensityPane::restart);
+    connect(&m_feed, &SignalFeed::played, this, &DensityPane::takeHome);
 }
 
 DensityPane::~DensityPane()
@@ -151,28 +174,22 @@ void DensityPane::restart()
     emit restarted();
 }
 
-/// Counts on the plot's thread; the home is set there, too, before what it was found from, and the
-/// ideal points after it.
+/// Counts on the plot's thread; ideal points are set there, too, before what they were found from.
 DensityFeed::Sink DensityPane::sink()
 {
     const std::size_t length = m_plot->sampleCount();
-    const auto newest = std::make_shared<std::atomic<int>>(0);
+    m_home = std::make_shared<FoundHome>();
     const auto modulation = m_player.setup().modulation;
     const bool hasIdeal = modulation && m_kind == Kind::Constellation;
     m_plot->setIdeal({});
-    return [plot = m_plot.data(), counting = &m_plot->counting(), length, newest,
+    return [this, counting = &m_plot->counting(), length, home = m_home,
             homes = HomeFinder(m_kind == Kind::Eye),
             ideals = IdealFinder(hasIdeal ? modulationKinds::points(*modulation) : Points())](
                DensityFeed::Batch batch, bool mayWait) mutable {
         const auto count = static_cast<std::int64_t>(batch.samples.size() / length);
-        if (const auto home = homes.take(batch.samples, count)) {
-            counting->order([home](density::Counter& counter) { counter.setHome(*home); });
-            // An older one would have the newest symbols counted anew, and lose the others.
-            const auto show = [plot, home, newest, number = ++*newest] {
-                if (number == *newest)
-                    plot->setHome(*home);
-            };
-            QMetaObject::invokeMethod(plot, show, Qt::QueuedConnection);
+        if (const auto found = homes.take(batch.samples, count)) {
+            home->set(*found);
+            QMetaObject::invokeMethod(this, &DensityPane::takeHome, Qt::QueuedConnection);
         }
         if (const auto ideal = ideals.take(batch.samples))
             counting->order([ideal](density::Counter& counter) { counter.setIdeal(*ideal); });
@@ -183,6 +200,14 @@ DensityFeed::Sink DensityPane::sink()
         else
             counting->tryPush(std::move(block));
     };
+}
+
+/// As soon as it is found, while all symbols are kept: counting them anew loses none.
+void DensityPane::takeHome()
+{
+    const auto home = m_home && m_plot ? m_home->take() : std::nullopt;
+    if (home)
+        m_plot->setHome(*home);
 }
 
 void DensityPane::setReadings(ReadingTable* readings)

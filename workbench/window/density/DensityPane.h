@@ -8,6 +8,8 @@
 #include <QObject>
 #include <QPointer>
 
+#include <memory>
+
 class Player;
 class SignalFeed;
 
@@ -63,7 +65,9 @@ private:
     void switchOn();
     void switchOff();
     void restart();
+    class FoundHome;
     DensityFeed::Sink sink();
+    void takeHome();
 
     const Kind m_kind;
     ViewPanes& m_panes;
@@ -71,6 +75,7 @@ private:
     Player& m_player;
     SignalFeed& m_feed;
     QAction* m_switching;
+    std::shared_ptr<FoundHome> m_home; // that is not set yet
     QPointer<density::DensityPlot> m_plot;
     ReadingTable* m_readings = nullptr;
     QStringList m_mode{QString()};

@@ -15,7 +15,8 @@ constexpr double spare = 0.15; // of what is reached, to either side
 std::optional<density::Window> HomeFinder::take(const std::vector<float>& samples,
                                                 std::int64_t symbolCount)
 {
-    constexpr auto most = static_cast<std::int64_t>(density::Counter::leastKept);
+    // Of those kept: it takes some more symbols until a home is set.
+    constexpr auto most = static_cast<std::int64_t>(density::Counter::leastKept) / 2;
     if (m_count + symbolCount > most && m_home)
         return std::nullopt;
     m_count += symbolCount;
