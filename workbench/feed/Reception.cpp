@@ -22,3 +22,15 @@ ReceiverSettings Reception::used() const
     }
     return settings;
 }
+
+QString Reception::levelUnit(const SignalFormat& format) const
+{
+    const bool isFm = receiver.isOn && format.isDemodulated &&
+                      receiver.demodulation == ReceiverSettings::Demodulation::Fm;
+    return isFm ? QStringLiteral("Hz") : QString();
+}
+
+std::optional<double> Reception::frameLength(const SignalFormat& format) const
+{
+    return format.sampleRate == source.sampleRate ? source.frameLength : std::nullopt;
+}

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "workbench/receiver/ReceiverSettings.h"
+#include "workbench/receiver/SignalBlock.h"
 #include "workbench/sources/ChannelChoice.h"
 #include "workbench/sources/SignalFacts.h"
 
@@ -20,6 +21,10 @@ struct Reception
     /// Settings for a pipeline. When the receiver is off, they hold only a given symbol rate and
     /// the bits of characters.
     ReceiverSettings used() const;
+    /// Unit of the samples of what is received: "Hz" behind an FM demodulator, else empty.
+    QString levelUnit(const SignalFormat& format) const;
+    /// Samples of a frame; known only of signals that no receiver resamples.
+    std::optional<double> frameLength(const SignalFormat& format) const;
 
     SignalFacts source;
     ChannelChoice channel;

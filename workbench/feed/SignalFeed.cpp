@@ -2,13 +2,11 @@
 #include "workbench/feed/SignalFeed.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace {
 
 constexpr double queuedPeriods = 4.0; // largest number that is due at once
-constexpr double keptSymbols = 1.1e5; // of a live signal: those that who counts keeps
 
 } // namespace
 
@@ -41,19 +39,6 @@ const SignalFormat& SignalFeed::format() const
 {
     static const SignalFormat none;
     return m_pipeline ? m_pipeline->format() : none;
-}
-
-QString SignalFeed::levelUnit() const
-{
-    const bool isFm = m_reception.receiver.isOn && format().isDemodulated &&
-                      m_reception.receiver.demodulation == ReceiverSettings::Demodulation::Fm;
-    return isFm ? QStringLiteral("Hz") : QString();
-}
-
-void SignalFeed::changeSource(const std::function<void(SignalSource&)>& work)
-{
-    m_pipeline->change(work);
-    m_transport.goOn();
 }
 
 /// Receives with new settings, and continues where it was.
@@ -98,9 +83,7 @@ void SignalFeed::setSymbolRate(std::optional<double> symbolRate)
 
 void SignalFeed::setScale()
 {
-    // Frames are known only for signals that no receiver resamples.
-    const bool isAsItIs = format().sampleRate == m_reception.source.sampleRate;
-    const auto frameLength = isAsItIs ? m_reception.source.frameLength : std::nullopt;
+    const auto frameLength = m_reception.frameLength(format());
     m_views.open(
         format(),
         TimeScale::of(format().sampleRate, m_transport.length(), frameLength, symbolRate()),
@@ -111,12 +94,6 @@ void SignalFeed::setSpan(double seconds)
 {
     m_isSpanChosen = true;
     m_views.time.setSpan(seconds, m_transport.periodLength());
-    layOut();
-}
-
-void SignalFeed::setCountingSymbols(bool wanted)
-{
-    m_views.time.setCountingSymbols(wanted);
     layOut();
 }
 
@@ -143,9 +120,7 @@ void SignalFeed::layOut()
     if (!m_pipeline)
         return;
     m_views.layOut(format().sampleRate, m_transport.length());
-    const double symbols = keptSymbols * std::max(format().samplesPerSymbol, 1.0);
-    const double shown = m_views.time.span() * format().sampleRate;
-    m_history.follow(static_cast<std::size_t>(symbols + shown), std::nullopt);
+    m_counting.follow(format(), m_views.time.span());
     m_pipeline->setQueueLength(static_cast<std::size_t>(queuedPeriods * m_periodLength));
     m_transport.setBacklog(1.2 * m_views.time.segmentLength() + 2.0 * m_periodLength);
 }
@@ -166,13 +141,13 @@ std::size_t SignalFeed::play(std::size_t count)
         if (part.count > 0) {
             m_hasPlayed = true;
             m_views.take(part);
-            takeCounted(part);
+            m_counting.take(part, m_views.gate);
             done += part.count;
             isFresh = false;
         } else if (!m_transport.buffer().hasEnded()) {
             break;
         } else {
-            m_traces.finish();
+            m_counting.finish();
             m_transport.startOver(!isFresh);
             m_views.time.restart();
             isFresh = true;
@@ -185,7 +160,7 @@ std::size_t SignalFeed::play(std::size_t count)
 
 void SignalFeed::jump()
 {
-    m_history.clear();
+    m_counting.jump();
     m_views.jump();
     m_hasPlayed = false;
 }
@@ -201,84 +176,19 @@ void SignalFeed::showGate()
     m_views.showGate(format().sampleRate);
 }
 
-void SignalFeed::showNothing()
-{
-    emit timeCleared();
-    emit symbolsCleared();
-    m_views.showNothing();
-}
-
-void SignalFeed::countWith(DensityFeed::Kind kind, DensityFeed::Sink sink)
-{
-    DensityFeed& feed = kind == DensityFeed::Kind::Traces ? m_traces : m_points;
-    feed.setSink(std::move(sink));
-    const bool isNew = m_history.isEmpty();
-    for (const BlockPart& part : m_views.gate.parts()) {
-        feed.take(part);
-        if (isNew && !isSeekable())
-            m_history.take(part);
-    }
-    if (!m_traces.isOn() && !m_points.isOn())
-        m_history.clear();
-}
-
-void SignalFeed::waitForCounted()
-{
-    m_traces.wait();
-    m_points.wait();
-}
-
-void SignalFeed::restartCounting()
-{
-    m_traces.open(format(), m_views.eye.cut().bandwidth, source().isLive);
-    m_points.open(format(), 0.0, source().isLive);
-    m_history.clear();
-    emit countingRestarted();
-}
-
 /// Traces of another low-pass look different.
 void SignalFeed::followBandwidth()
 {
-    if (m_traces.isOn() && m_traces.bandwidth() != m_views.eye.cut().bandwidth)
+    if (m_counting.isOfOtherBandwidth(m_views.eye.cut().bandwidth))
         restartCounting();
-}
-
-void SignalFeed::takeCounted(const BlockPart& part)
-{
-    if (!m_traces.isOn() && !m_points.isOn())
-        return;
-    const BlockPart counted = m_views.gate.within(part);
-    m_traces.take(counted);
-    m_points.take(counted);
-    if (!isSeekable())
-        m_history.take(part);
 }
 
 std::optional<double> SignalFeed::showAround(double seconds)
 {
-    const double rate = format().sampleRate;
-    const double half = 0.5 * m_views.time.span();
-    std::vector<double> samples;
-    std::optional<std::int64_t> position;
-    double end = 0.0;
-    for (const BlockPart& part : m_history.parts()) {
-        const double time = part.block->time + static_cast<double>(part.first) / rate;
-        const auto indexOf = [&](double place) {
-            return static_cast<std::size_t>(
-                std::clamp(std::ceil((place - time) * rate), 0.0, static_cast<double>(part.count)));
-        };
-        const std::size_t first = indexOf(seconds - half), last = indexOf(seconds + half);
-        if (first == last)
-            continue;
-        if (!position)
-            position = part.position() + static_cast<std::int64_t>(first);
-        const double* from = &part.block->samples[part.first];
-        samples.insert(samples.end(), from + first, from + last);
-        end = time + static_cast<double>(last) / rate;
-    }
-    if (!position || end < seconds)
+    const auto stretch = m_counting.around(seconds, m_views.time.span());
+    if (!stretch)
         return std::nullopt;
     emit timeCleared();
-    m_views.time.show(*position, samples);
-    return end;
+    m_views.time.show(stretch->position, stretch->samples);
+    return stretch->end;
 }

@@ -1,7 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "workbench/feed/DensityFeed.h"
+#include "workbench/feed/Counting.h"
 #include "workbench/feed/Reception.h"
 #include "workbench/feed/ViewFeeds.h"
 #include "workbench/measure/Measurement.h"
@@ -12,6 +12,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 
 /// A signal, from its source to the values to which the views are bound: the samples that the
 /// transport plays go to the time view, the eye, the constellation and the gate. When it stands
@@ -35,10 +36,14 @@ public:
     /// Format of the shown signal.
     const SignalFormat& format() const;
     /// Unit of the samples in the time view: "Hz" behind an FM demodulator, else empty.
-    QString levelUnit() const;
+    QString levelUnit() const { return m_reception.levelUnit(format()); }
     const TimeScale& scale() const { return m_views.time.scale(); }
     /// Runs work on the source while it is not read. There must be one.
-    void changeSource(const std::function<void(SignalSource&)>& work);
+    void changeSource(const std::function<void(SignalSource&)>& work)
+    {
+        m_pipeline->change(work);
+        m_transport.goOn();
+    }
     /// The current trouble with the source, if there is any.
     std::optional<Message> trouble() const
     {
@@ -82,15 +87,19 @@ public:
     const Gate& gate() const { return m_views.gate; }
     /// All symbols of the gate, while somebody counts them: those that are there when a sink is
     /// set, and all that are played from then on.
-    void countWith(DensityFeed::Kind kind, DensityFeed::Sink sink);
-    const DensityFeed& counted(DensityFeed::Kind kind) const
+    void countWith(DensityFeed::Kind kind, DensityFeed::Sink sink)
     {
-        return kind == DensityFeed::Kind::Traces ? m_traces : m_points;
+        m_counting.setSink(kind, std::move(sink), m_views.gate);
     }
+    const DensityFeed& counted(DensityFeed::Kind kind) const { return m_counting.of(kind); }
     /// Forgets the symbols, and starts anew with what is there of the gate.
-    void restartCounting();
+    void restartCounting()
+    {
+        m_counting.open(format(), m_views.eye.cut().bandwidth, source().isLive, isSeekable());
+        emit countingRestarted();
+    }
     /// Waits until all that was played is with those who count.
-    void waitForCounted();
+    void waitForCounted() { m_counting.wait(); }
     /// Fixes the gate between two times, s; samples of it that were already played count.
     void fixGate(double from, double to);
     /// Lets the gate follow the time view from now on.
@@ -99,7 +108,11 @@ public:
     /// Sets the shown time, s, also for other symbol rates; clamped to what can be shown.
     void setSpan(double seconds);
     /// Whether the time axis counts symbols, if they are known, or seconds. True at first.
-    void setCountingSymbols(bool wanted);
+    void setCountingSymbols(bool wanted)
+    {
+        m_views.time.setCountingSymbols(wanted);
+        layOut();
+    }
     double span() const { return m_views.time.span(); }
     double segmentLength() const { return m_views.time.segmentLength(); }
     void setLevels(double lowest, double highest) { m_views.setLevels(lowest, highest); }
@@ -111,7 +124,12 @@ public:
     /// Empties the views and shows the gate: the samples that were played stay.
     void showGate();
     /// Empties the views, as if no sample had come.
-    void showNothing();
+    void showNothing()
+    {
+        emit timeCleared();
+        emit symbolsCleared();
+        m_views.showNothing();
+    }
     /// Whether its samples come again when they are gone to.
     bool isSeekable() const { return !source().isLive && m_transport.length(); }
     /// Of a signal that cannot, and stands still: shows the time about a place, s, of what was
@@ -135,13 +153,10 @@ private:
     void setScale();
     void layOut();
     void followBandwidth();
-    void takeCounted(const BlockPart& part);
 
     ViewFeeds m_views;
     Reception m_reception;
-    DensityFeed m_traces{DensityFeed::Kind::Traces};
-    DensityFeed m_points{DensityFeed::Kind::Points};
-    Gate m_history; // of a signal that is counted, and does not come again
+    Counting m_counting;
     std::unique_ptr<Pipeline> m_pipeline;
     Transport m_transport;
     double m_periodLength = 0.0; // for which all parts are set up
