@@ -7,6 +7,7 @@
 #include "platform/gui/ColorSet.h"
 
 #include <QDataStream>
+#include <QIODevice>
 #include <QPainter>
 
 #include <algorithm>
