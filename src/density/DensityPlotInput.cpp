@@ -52,7 +52,7 @@ void DensityPlot::wheelEvent(QWheelEvent* event)
     const bool isX = event->modifiers() & Qt::ShiftModifier;
     const bool isY = event->modifiers() & Qt::ControlModifier;
     const auto axes = isX == isY ? PlotView::BothAxes : isX ? PlotView::XAxis : PlotView::YAxis;
-    if (d->view.zoomAbout(at, std::pow(zoomStep, -angle / notch), axes))
+    if (d->view.zoomAbout(at, std::pow(zoomStep, -(angle / notch)), axes))
         showZoom();
     event->accept();
 }

@@ -3,6 +3,7 @@
 #include "Attack.h"
 #include "workbench/sources/RecordingOpener.h"
 
+#include <cerrno>
 #include <string>
 
 #include <zmq.hpp>
@@ -35,7 +36,13 @@ void attackPublisher(Bytes& input)
     require(recording.has_value(), "a signal");
     SignalSource& source = *recording->source;
     zmq::message_t subscription;
-    require(publisher.recv(subscription).has_value(), "a listener");
+    for (bool isHeard = false; !isHeard;) {
+        try {
+            isHeard = publisher.recv(subscription).has_value();
+        } catch (const zmq::error_t& error) {
+            require(error.num() == EINTR, "a listener"); // by the fuzzer's own clock
+        }
+    }
     std::string samples;
     std::int64_t bad = 0, leaps = 0; // messages; those before a good one are told by positions
     for (int message = 0; message < 50 && !input.isEmpty(); ++message) {
