@@ -151,8 +151,9 @@ void PlotFrame::paintX()
             Qt::AlignCenter, text);
     }
     m_painter.setPen(color(IColorBase::colLabel));
-    m_painter.drawText(QPointF(place.right() + gap, place.bottom() + 2.0 + metrics.ascent()),
-                       m_state.shape ? time.unit : titleOf("I"));
+    m_painter.drawText(
+        QPointF(std::max(place.right() + gap, free), place.bottom() + 2.0 + metrics.ascent()),
+        m_state.shape ? time.unit : titleOf("I"));
 }
 
 void PlotFrame::paintY()

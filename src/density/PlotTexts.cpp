@@ -88,7 +88,7 @@ QString PlotTexts::cursors() const
 
 QString PlotTexts::symbols() const
 {
-    const QLocale locale;
+    const QLocale locale(QLocale::English); // points are decimal here, whatever the language
     if (!m_state.data.snapshot)
         return tr("No symbols yet");
     const Snapshot& counted = *m_state.data.snapshot;
@@ -112,8 +112,9 @@ QString PlotTexts::symbols() const
     }
     const ErrorVectors::Figures& errors = m_state.data.errors;
     if (errors.evm.isGiven() && errors.mer.isGiven())
-        result +=
-            tr(", EVM %1 %, MER %2 dB").arg(number(errors.evm.value), number(errors.mer.value));
+        result += tr(", EVM %1 %, MER %2 dB")
+                      .arg(QLocale::c().toString(errors.evm.value, 'f', 2),
+                           QLocale::c().toString(errors.mer.value, 'f', 2));
     return m_state.isPaused ? result + tr(", paused") : result;
 }
 
