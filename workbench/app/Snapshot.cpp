@@ -53,23 +53,20 @@ Result<Snapshot::Taken> Snapshot::take(MainWindow& window, double seconds, const
     window.grab(); // the first picture of an eye sets its axis
     QCoreApplication::processEvents();
 
-    Taken taken;
-    const auto made = contents(window, formats, taken.notice);
+    const auto made = shown(window, formats);
     if (!made)
         return tl::unexpected(made.error());
-    if (made->empty())
-        return failure(tr("%1; play more seconds, or another channel").arg(taken.notice));
-    return write(*made, folder).map([&taken](const QStringList& files) {
-        taken.files = files;
-        return taken;
+    if (made->contents.empty())
+        return failure(tr("%1; play more seconds, or another channel").arg(made->notice));
+    return write(made->contents, folder).map([&made](const QStringList& files) {
+        return Taken{files, made->notice};
     });
 }
 
-Result<Snapshot::Contents> Snapshot::contents(MainWindow& window,
-                                              const std::vector<ViewExport::Format>& formats,
-                                              QString& notice)
+Result<Snapshot::Shown> Snapshot::shown(MainWindow& window,
+                                        const std::vector<ViewExport::Format>& formats)
 {
-    Contents contents;
+    Shown result;
     QStringList without;
     const auto& panes = window.panes().panes();
     for (const ViewExport::Format format : formats) {
@@ -82,7 +79,7 @@ Result<Snapshot::Contents> Snapshot::contents(MainWindow& window,
             if (!panes[k].view->isValid())
                 return failure(tr("OpenGL: no context can be created; check the graphics driver"));
             if (content)
-                contents.emplace_back(name, *content);
+                result.contents.emplace_back(name, *content);
             else if (content.error() == ViewExport::noData())
                 without += name;
             else
@@ -93,12 +90,12 @@ Result<Snapshot::Contents> Snapshot::contents(MainWindow& window,
         const auto whole = png(window);
         if (!whole)
             return tl::unexpected(whole.error());
-        contents.emplace_back(QStringLiteral("workbench.png"), *whole);
+        result.contents.emplace_back(QStringLiteral("workbench.png"), *whole);
     }
     if (!without.isEmpty())
-        notice =
+        result.notice =
             tr("%1: left out, there are no data to write").arg(without.join(QLatin1String(", ")));
-    return contents;
+    return result;
 }
 
 Result<QStringList> Snapshot::write(const Contents& contents, const QString& folder)

@@ -34,6 +34,12 @@ public:
     static Result<QStringList> write(const Contents& contents, const QString& folder);
 
 private:
-    static Result<Contents>
-    contents(MainWindow& window, const std::vector<ViewExport::Format>& formats, QString& notice);
+    /// What the window shows.
+    struct Shown
+    {
+        Contents contents;
+        QString notice; ///< as in Taken
+    };
+
+    static Result<Shown> shown(MainWindow& window, const std::vector<ViewExport::Format>& formats);
 };
