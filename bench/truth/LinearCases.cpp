@@ -197,8 +197,8 @@ std::vector<Case> bursts()
     return cases;
 }
 
-/// Errors of the transmitter, slow changes, forms of one signal that must measure the same.
-std::vector<Case> others()
+/// Errors of the transmitter, and slow changes.
+std::vector<Case> transmitters()
 {
     std::vector<Case> cases;
     const auto impaired = [&](const char* name, LinearSignal signal, double imbalance,
@@ -231,7 +231,13 @@ std::vector<Case> others()
     LinearSignal drifting = {Modulation::Qpsk, 0.35, 4.0, 0.0, 0.0, 20.0, 4000};
     drifting.drift = 1.0;
     cases.push_back(caseOf("Errors of the transmitter", "drift1dB", drifting));
+    return cases;
+}
 
+/// Figures whose own deviations are compared with how they scatter.
+std::vector<Case> scatters()
+{
+    std::vector<Case> cases;
     for (const LinearSignal& signal :
          {LinearSignal{Modulation::Qpsk, 0.35, 4.37, 50.0, 0.01, 20.0, 1000},
           {Modulation::Qam16, 0.35, 4.0, 0.0, 0.003, 26.0, 2000}}) {
@@ -244,7 +250,13 @@ std::vector<Case> others()
         scatter.truths.insert(scatter.truths.end(), values.end() - 2, values.end());
         cases.push_back(scatter);
     }
+    return cases;
+}
 
+/// Forms of one signal that must measure the same.
+std::vector<Case> forms()
+{
+    std::vector<Case> cases;
     const auto same = [](const char* path, double tolerance) {
         return Truth{QString::fromLatin1(path), Kind::Same, 0.0, tolerance};
     };
@@ -293,7 +305,7 @@ std::vector<Case> others()
 std::vector<Case> linearCases()
 {
     std::vector<Case> cases = running();
-    for (const auto& more : {bursts(), others()})
+    for (const auto& more : {bursts(), transmitters(), scatters(), forms()})
         cases.insert(cases.end(), more.begin(), more.end());
     return cases;
 }

@@ -15,23 +15,16 @@
 
 #include <cmath>
 #include <cstdio>
-#include <limits>
 #include <new>
 
 namespace {
 
 constexpr std::size_t blockLength = 65536; // samples read at a time
 
-struct Range
-{
-    double from = 0.0; // s
-    double to = std::numeric_limits<double>::infinity();
-};
-
 /// Receives a part of a source, block by block.
 /// @return whether there was any.
 template<class Take>
-bool receive(SignalSource& source, Receiver& receiver, const Range& range, double margin,
+bool receive(SignalSource& source, Receiver& receiver, double from, double to, double margin,
              const Take& take)
 {
     std::vector<SignalBlock> made;
@@ -40,7 +33,7 @@ bool receive(SignalSource& source, Receiver& receiver, const Range& range, doubl
         for (const SignalBlock& block : made) {
             const double end =
                 block.time + static_cast<double>(block.count()) / receiver.format().sampleRate;
-            if (end < range.from || block.time >= range.to)
+            if (end < from || block.time >= to)
                 continue;
             take(block);
             isAny = true;
@@ -48,8 +41,8 @@ bool receive(SignalSource& source, Receiver& receiver, const Range& range, doubl
         made.clear();
     };
     const double rate = source.facts().sampleRate;
-    const double first = std::max(std::floor((range.from - margin) * rate), 0.0);
-    const double last = std::ceil((range.to + margin) * rate);
+    const double first = std::max(std::floor((from - margin) * rate), 0.0);
+    const double last = std::ceil((to + margin) * rate);
     if (first > 0.0 && !source.seek(static_cast<std::int64_t>(first)))
         return false;
     std::vector<double> values;
@@ -134,6 +127,18 @@ void MeasureCommand::describe(const SignalSource& source, const ReceiverSettings
     setup.eyeBandwidth = m_options.eyeBandwidth.value_or(0.0);
 }
 
+Result<MeasureCommand::Range> MeasureCommand::rangeOf(const SignalSource& source) const
+{
+    Range range;
+    range.from = m_options.start.value_or(0.0);
+    if (m_options.hasSeconds)
+        range.to = range.from + m_options.seconds;
+    const auto length = source.sampleCount();
+    if (length && range.from >= static_cast<double>(*length) / source.facts().sampleRate)
+        return failure(tr("it has ended before %1 s; start earlier").arg(range.from));
+    return range;
+}
+
 Result<bool> MeasureCommand::measure(const QString& file, const density::Mask* mask,
                                      const std::function<void(const QString&)>& say) const
 {
@@ -160,27 +165,24 @@ Result<bool> MeasureCommand::measure(const QString& file, const density::Mask* m
     settings.symbolRate = setup.symbolRate;
     if (const auto checked = settings.check(source.facts().sampleRate); !checked)
         return tl::unexpected(checked.error());
-    Range range;
-    range.from = m_options.start.value_or(0.0);
-    if (m_options.hasSeconds)
-        range.to = range.from + m_options.seconds;
-    const auto length = source.sampleCount();
-    if (length && range.from >= static_cast<double>(*length) / source.facts().sampleRate)
-        return failure(tr("it has ended before %1 s; start earlier").arg(range.from));
+    const auto range = rangeOf(source);
+    if (!range)
+        return tl::unexpected(range.error());
 
     Receiver receiver(source.facts(), m_options.channel, settings);
     describe(source, settings, receiver, setup);
     const double margin = setup.symbolRate ? settlingSymbols / *setup.symbolRate : 0.0;
-    Measurement::Maker maker(range.from, range.to, setup);
+    Measurement::Maker maker(range->from, range->to, setup);
     std::optional<DensityCheck> check;
     if (mask || m_options.isDensity)
-        check.emplace(mask ? std::optional(*mask) : std::nullopt, setup.format, range.from,
-                      range.to, setup.eyeBandwidth);
-    const bool isAny = receive(source, receiver, range, margin, [&](const SignalBlock& block) {
-        maker.add(block);
-        if (check)
-            check->add(block);
-    });
+        check.emplace(mask ? std::optional(*mask) : std::nullopt, setup.format, range->from,
+                      range->to, setup.eyeBandwidth);
+    const bool isAny =
+        receive(source, receiver, range->from, range->to, margin, [&](const SignalBlock& block) {
+            maker.add(block);
+            if (check)
+                check->add(block);
+        });
     if (source.hasFailed())
         return tl::unexpected(*source.trouble());
     if (!isAny)

@@ -7,6 +7,8 @@
 
 #include <QCoreApplication>
 
+#include <limits>
+
 class Receiver;
 
 /// Measures recordings without a display, and prints their figures: a line of JSON for each.
@@ -24,6 +26,13 @@ public:
     int run(const std::function<void(const QString&)>& say) const;
 
 private:
+    struct Range
+    {
+        double from = 0.0; // s
+        double to = std::numeric_limits<double>::infinity();
+    };
+
+    Result<Range> rangeOf(const SignalSource& source) const;
     void findSymbolRate(SignalSource& source, Measurement::Setup& setup, QStringList& notes) const;
     void describe(const SignalSource& source, const ReceiverSettings& settings,
                   const Receiver& receiver, Measurement::Setup& setup) const;
