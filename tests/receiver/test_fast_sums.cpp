@@ -64,6 +64,7 @@ TEST(FastSums, InterpolateAsPlainOnesDo)
     constexpr double tolerance = 16 * 6e-8 * 4.0;
     const std::vector<Sample> samples = noise(400);
     std::vector<float> numbers;
+    numbers.reserve(samples.size());
     for (const Sample& sample : samples)
         numbers.push_back(sample.real());
     for (const double step : {1.0, 1.0 + 1e-4, 0.9999, 0.5, 0.37, 2.3}) {

@@ -35,8 +35,9 @@ PlainPath::PlainPath(const SignalFacts& input, const ChannelChoice& channel,
     const auto rate = symbolRate ? symbolRate : input.symbolRate;
     if (rate && *rate > 0.0) {
         const double perSymbol = input.sampleRate / *rate;
+        const bool isSlow = perSymbol >= 1.0 - sameRate; // no more symbols than samples
         if (isKnown)
-            m_clock = Clock::Known;
+            m_clock = isSlow ? Clock::Known : Clock::None;
         else if (std::abs(perSymbol - 1.0) < sameRate)
             m_clock = Clock::EachSample;
         else if (perSymbol >= SymbolTiming::minSamplesPerSymbol &&
