@@ -1,14 +1,13 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/window/density/EyeFiguring.h"
 
-#include "density/DensityPlot.h"
 #include "density/Spread.h"
 
-#include <utility>
+#include <chrono>
+#include <optional>
 
 namespace {
 
-constexpr auto longTime = std::chrono::hours(1);
 constexpr int rest = 4; // times as long as the work took
 
 } // namespace
@@ -16,14 +15,8 @@ constexpr int rest = 4; // times as long as the work took
 EyeFiguring::EyeFiguring(QObject* parent)
     : QObject(parent)
 {
-    m_thread = std::thread([this] { run(); });
-}
-
-EyeFiguring::~EyeFiguring()
-{
-    m_isStopping = true;
-    m_requests.close();
-    m_thread.join();
+    m_rest.setSingleShot(true);
+    connect(&m_rest, &QTimer::timeout, this, &EyeFiguring::askNext);
 }
 
 EyeFiguring::Request EyeFiguring::requestOf(density::Counter& counter, int run)
@@ -37,11 +30,40 @@ EyeFiguring::Request EyeFiguring::requestOf(density::Counter& counter, int run)
 
 void EyeFiguring::request(density::DensityPlot& plot)
 {
-    if (m_isBusy.exchange(true))
+    m_next = &plot;
+    askNext();
+}
+
+void EyeFiguring::askNext()
+{
+    if (!m_next || m_isAsked || m_work.isRunning() || m_rest.isActive())
         return;
+    m_isAsked = true;
     // The plot's thread ends before this object, whose pane holds the plot.
-    plot.counting().order([this, run = m_run](density::Counter& counter) {
-        m_requests.tryPush(requestOf(counter, run), 1);
+    m_next->counting().order([this, run = m_run](density::Counter& counter) {
+        const Request request = requestOf(counter, run);
+        QMetaObject::invokeMethod(
+            this, [this, request] { start(request); }, Qt::QueuedConnection);
+    });
+    m_next = nullptr;
+}
+
+void EyeFiguring::start(const Request& request)
+{
+    using Clock = std::chrono::steady_clock;
+    if (request.run != m_run)
+        return;
+    m_isAsked = false;
+    m_work.start([this, request](const auto&) {
+        const Clock::time_point start = Clock::now();
+        const EyeFiguredPtr result = request.measure();
+        const auto pause =
+            std::chrono::ceil<std::chrono::milliseconds>(rest * (Clock::now() - start));
+        return [this, result, pause, run = request.run] {
+            m_rest.start(pause);
+            if (run == m_run)
+                emit figured(result);
+        };
     });
 }
 
@@ -57,7 +79,8 @@ EyeFiguredPtr EyeFiguring::of(density::DensityPlot& plot)
 void EyeFiguring::cancel()
 {
     ++m_run;
-    m_isBusy = false;
+    m_next = nullptr;
+    m_isAsked = false;
 }
 
 EyeFiguredPtr EyeFiguring::Request::measure() const
@@ -80,27 +103,4 @@ EyeFiguredPtr EyeFiguring::Request::measure() const
             valuesAlong(*kept, shape, {Band::Direction::Horizontal, middle, middle}));
     }
     return result;
-}
-
-void EyeFiguring::run()
-{
-    using Clock = std::chrono::steady_clock;
-    while (!m_isStopping) {
-        const auto request = m_requests.pop(longTime);
-        if (!request)
-            continue;
-        const Clock::time_point start = Clock::now();
-        const EyeFiguredPtr result = request->measure();
-        const auto tell = [this, result, run = request->run] {
-            if (run == m_run)
-                emit figured(result);
-        };
-        QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
-        const Clock::time_point end = Clock::now();
-        const Clock::time_point next = end + rest * (end - start);
-        while (!m_isStopping && Clock::now() < next)
-            std::this_thread::sleep_for(
-                std::min<Clock::duration>(std::chrono::milliseconds(20), next - Clock::now()));
-        m_isBusy = false;
-    }
 }

@@ -1,18 +1,19 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "density/DensityPlot.h"
 #include "density/EyeFigures.h"
-#include "platform/values/Handover.h"
+#include "workbench/pipeline/Background.h"
 
 #include <QObject>
+#include <QPointer>
+#include <QTimer>
 
-#include <atomic>
 #include <memory>
-#include <thread>
+#include <vector>
 
 namespace density {
 class Counter;
-class DensityPlot;
 } // namespace density
 
 /// What the traces measure that a density keeps, and how many symbols it has counted.
@@ -36,9 +37,8 @@ class EyeFiguring : public QObject
     Q_OBJECT
 public:
     explicit EyeFiguring(QObject* parent = nullptr);
-    ~EyeFiguring() override;
 
-    /// Measures what a plot keeps now, as soon as the thread can; nothing while that is going on.
+    /// Measures what a plot keeps, as soon as possible.
     void request(density::DensityPlot& plot);
     /// Likewise, and waits for it. Null without a trace.
     static EyeFiguredPtr of(density::DensityPlot& plot);
@@ -61,11 +61,12 @@ private:
     };
     static Request requestOf(density::Counter& counter, int run);
 
-    void run();
+    void askNext();
+    void start(const Request& request);
 
-    values::Handover<Request> m_requests;
-    std::atomic<bool> m_isStopping = false;
-    std::atomic<bool> m_isBusy = false;
-    int m_run = 0; // counts what was cancelled
-    std::thread m_thread;
+    QPointer<density::DensityPlot> m_next;
+    bool m_isAsked = false; // a copy is on its way
+    int m_run = 0;          // counts what was cancelled
+    QTimer m_rest;
+    Background m_work;
 };
