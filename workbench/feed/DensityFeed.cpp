@@ -2,6 +2,7 @@
 #include "workbench/feed/DensityFeed.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <utility>
 
@@ -20,11 +21,8 @@ void DensityFeed::stop()
 {
     if (!m_thread.joinable())
         return;
-    {
-        const Lock lock(m_mutex);
-        m_isStopping = true;
-        m_changed.notify_all();
-    }
+    m_isStopping = true;
+    m_items.close();
     m_thread.join();
     m_isStopping = false;
 }
@@ -42,8 +40,8 @@ void DensityFeed::open(const SignalFormat& format, double bandwidth, bool isLive
     m_format = format;
     m_bandwidth = bandwidth;
     m_isLive = isLive;
-    m_parts.clear();
-    m_waiting = 0;
+    m_items.open();
+    m_items.setLimit(m_isLive ? mostWaitingLive : mostWaiting);
     m_leftOut = 0;
     m_times.clear();
     m_nextNumber = 0;
@@ -76,44 +74,41 @@ void DensityFeed::finish()
         give(BlockPart());
 }
 
-void DensityFeed::give(BlockPart part)
+void DensityFeed::give(const BlockPart& part)
 {
-    Lock lock(m_mutex);
-    if (m_isLive && m_waiting >= mostWaitingLive) {
-        if (part.block)
-            part.forEachSymbol([this](const Symbol&) { ++m_leftOut; });
-        return;
+    Item item{part, m_leftOut, nullptr};
+    if (!m_isLive) {
+        m_items.push(std::move(item), part.count);
+    } else if (m_items.tryPush(std::move(item), part.count)) {
+        m_leftOut = 0;
+    } else if (part.block) {
+        part.forEachSymbol([this](const Symbol&) { ++m_leftOut; });
     }
-    m_changed.wait(lock, [this] { return m_isLive || m_waiting < mostWaiting; });
-    m_waiting += part.count;
-    m_parts.push_back(std::move(part));
-    m_changed.notify_all();
 }
 
 void DensityFeed::wait()
 {
-    Lock lock(m_mutex);
-    if (m_thread.joinable())
-        m_changed.wait(lock, [this] { return m_parts.empty() && !m_isBusy; });
+    if (!m_thread.joinable())
+        return;
+    const auto isReached = std::make_shared<std::promise<void>>();
+    m_items.push({BlockPart(), std::exchange(m_leftOut, 0), isReached}, 0);
+    isReached->get_future().wait();
 }
 
 void DensityFeed::run()
 {
-    Lock lock(m_mutex);
-    while (true) {
-        m_changed.wait(lock, [this] { return m_isStopping || !m_parts.empty(); });
-        if (m_isStopping)
-            return;
-        const BlockPart part = std::move(m_parts.front());
-        m_parts.pop_front();
-        m_waiting -= part.count;
-        m_isBusy = true;
-        m_batch.torn += std::exchange(m_leftOut, 0);
-        lock.unlock();
-        process(part);
-        lock.lock();
-        m_isBusy = false;
-        m_changed.notify_all();
+    constexpr auto longTime = std::chrono::hours(1);
+    while (!m_isStopping) {
+        const auto item = m_items.pop(longTime);
+        if (!item)
+            continue;
+        m_batch.torn += item->leftOut;
+        if (item->isReached) {
+            flush();
+            item->isReached->set_value();
+        } else {
+            process(item->part);
+        }
     }
 }
 

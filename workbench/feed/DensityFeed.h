@@ -1,14 +1,16 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "platform/values/Handover.h"
 #include "workbench/feed/Coverage.h"
 #include "workbench/measure/SymbolCutter.h"
 #include "workbench/pipeline/BlockBuffer.h"
 
-#include <condition_variable>
+#include <atomic>
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <future>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -70,11 +72,17 @@ public:
     double period() const { return m_format.samplesPerSymbol / m_format.sampleRate; }
 
 private:
-    using Lock = std::unique_lock<std::mutex>;
+    using Lock = std::lock_guard<std::mutex>;
+    struct Item
+    {
+        BlockPart part;           // without a block: the end
+        std::int64_t leftOut = 0; // symbols of parts before it that were not taken
+        std::shared_ptr<std::promise<void>> isReached; // instead of a part, or null
+    };
 
     void stop();
     void run();
-    void give(BlockPart part);
+    void give(const BlockPart& part);
     void process(const BlockPart& part);
     void takePlace(const SymbolCutter::Place& place);
     void takeEdge(const Symbol& symbol, bool isTorn);
@@ -92,14 +100,11 @@ private:
     bool m_isLive = false;
 
     std::thread m_thread; // while it is on
-    mutable std::mutex m_mutex;
-    std::condition_variable m_changed;
-    std::deque<BlockPart> m_parts; // without a block: the end
-    std::size_t m_waiting = 0;     // samples of them
-    std::int64_t m_leftOut = 0;    // symbols of parts that were not taken
-    bool m_isBusy = false;
-    bool m_isStopping = false;
-    std::deque<double> m_times; // s, of the newest symbols
+    std::atomic<bool> m_isStopping = false;
+    values::Handover<Item> m_items; // by samples
+    std::int64_t m_leftOut = 0;     // symbols of parts that were not taken, to be told
+    mutable std::mutex m_mutex;     // of times and numbers
+    std::deque<double> m_times;     // s, of the newest symbols
     std::int64_t m_nextNumber = 0;
 
     // The thread's.
