@@ -312,11 +312,12 @@ void DensityPlot::ask()
     d->isStale = false;
     const PlotRequest request{d->colors, d->litSymbol, d->ground, d->groundWindow, d->frameKey};
     d->counting->order([this, shown, request](Counter& counter) {
-        const auto data = counter.allSymbols() == shown
-                              ? nullptr
-                              : std::make_shared<PlotData>(dataOf(counter, request));
+        auto data = counter.allSymbols() == shown
+                        ? nullptr
+                        : std::make_shared<PlotData>(dataOf(counter, request));
+        // Given away, so that one thread alone ever owns it.
         QMetaObject::invokeMethod(
-            this, [this, data] { take(data.get()); }, Qt::QueuedConnection);
+            this, [this, data = std::move(data)] { take(data.get()); }, Qt::QueuedConnection);
     });
 }
 

@@ -41,6 +41,14 @@ EXPORTED const char* __tsan_default_options()
         "detect_deadlocks=0";
 }
 
+EXPORTED const char* __tsan_default_suppressions()
+{
+    return
+        // A functor that is posted to another thread is destroyed by the one that needs it last.
+        // Which that is, a counter in Qt's library tells, which the sanitizer does not see.
+        "race:~QFunctorSlotObject\n";
+}
+
 // NOLINTEND(bugprone-reserved-identifier)
 
 /// Unloads a library, except for those that leak: a leak can only be told to be a library's while
