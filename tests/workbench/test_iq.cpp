@@ -60,6 +60,42 @@ TEST_F(IqPoints, AreSamplesThinnedOutWhereTheyAreTooMany)
     EXPECT_GT(*std::min_element(phases, phases + 8), 200); // of 256
 }
 
+/// The data sets that were written last, as many as a view keeps.
+struct Sets : IObserver
+{
+    Sets() { trigger.Attach(this); }
+    ~Sets() override { trigger.Detach(this); }
+    void Update(Observable*, TChangeCode) override
+    {
+        newest.push_back(listAt(IqValues::iPath));
+        if (newest.size() > IqFeed::setCount)
+            newest.erase(newest.begin());
+    }
+    values::Value<bool>& trigger = valueAt<values::Value<bool>>(IqValues::triggerPath);
+    std::vector<Points> newest;
+};
+
+TEST_F(IqPoints, AreTheSameHoweverManyAreTakenAtOnce)
+{
+    std::vector<Points> expected;
+    for (const std::size_t together : {1U, 7U, 1000U}) { // parts
+        iq.open({});
+        iq.setGateLength(3200.0); // 32 samples in a set
+        const Sets sets;
+        for (std::size_t k = 0; k < 200; ++k) {
+            const auto place = std::int64_t(k < 180 ? 111 * k : 1000 * k);
+            iq.take(part(ramp(111, double(place)), ramp(111), place));
+            if (k % together == together - 1)
+                iq.notify();
+        }
+        iq.notify();
+        if (expected.empty())
+            expected = sets.newest;
+        ASSERT_EQ(sets.newest.size(), 100U);
+        EXPECT_EQ(sets.newest, expected) << together;
+    }
+}
+
 TEST_F(IqPoints, AreSymbolsThatCanBeTrusted)
 {
     auto block = std::make_shared<SignalBlock>(*part(ramp(100), ramp(100)).block);

@@ -17,6 +17,7 @@ void IqFeed::open(const SignalFormat& format)
     m_hasQ = format.hasQ;
     m_hasDecisions = format.hasDecisions;
     m_isEmpty = true;
+    m_taken.clear();
     m_open = Points();
     m_whole.clear();
     m_magnitudes.clear();
@@ -33,7 +34,33 @@ void IqFeed::setGateLength(double samples)
     m_setLength = std::max<std::int64_t>(std::llround(samples / static_cast<double>(setCount)), 1);
 }
 
-void IqFeed::take(const BlockPart& part)
+/// Drops samples of sets that newer ones would push out of a view before it is painted.
+void IqFeed::dropOld()
+{
+    std::int64_t newer = 0; // sets that end after the part
+    for (std::size_t k = m_taken.size(); k-- > 0;) {
+        BlockPart& part = m_taken[k];
+        const std::int64_t first = part.position() / m_setLength;
+        const std::int64_t last = (part.end() - 1) / m_setLength;
+        if (k + 1 < m_taken.size() && m_taken[k + 1].position() / m_setLength != last)
+            ++newer;
+        if (newer + last - first <= setCount) {
+            newer += last - first;
+            continue;
+        }
+        const std::int64_t needed = last - std::max<std::int64_t>(setCount - newer, 0);
+        const std::int64_t surplus =
+            std::max<std::int64_t>(needed * m_setLength - part.position(), 0);
+        part.first += static_cast<std::size_t>(surplus);
+        part.count -= static_cast<std::size_t>(surplus);
+        m_setNumber = part.position() / m_setLength;
+        m_open = Points();
+        m_taken.erase(m_taken.begin(), m_taken.begin() + static_cast<std::ptrdiff_t>(k));
+        return;
+    }
+}
+
+void IqFeed::fillSets(const BlockPart& part)
 {
     for (BlockPart rest = part; rest.count > 0;) {
         const std::int64_t number = rest.position() / m_setLength;
@@ -108,6 +135,10 @@ void IqFeed::endSet()
 /// A set without points is written, too, because it makes older sets age.
 void IqFeed::notify()
 {
+    dropOld();
+    for (const BlockPart& part : m_taken)
+        fillSets(part);
+    m_taken.clear();
     const std::vector<double> nowhere(1, std::numeric_limits<double>::quiet_NaN());
     for (const Points& points : m_whole) {
         m_isEmpty = m_isEmpty && points.i.empty();
@@ -122,6 +153,7 @@ void IqFeed::show(const std::deque<BlockPart>& parts)
     m_choice.seed();
     m_isEmpty = true;
     m_magnitudes.clear();
+    m_taken.clear();
     m_open = Points();
     m_whole.clear();
     std::int64_t total = 0;

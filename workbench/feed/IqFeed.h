@@ -36,7 +36,7 @@ public:
     void setGateLength(double samples);
 
     /// Takes samples that are played.
-    void take(const BlockPart& part);
+    void take(const BlockPart& part) { m_taken.push_back(part); }
     /// Writes the data sets that were completed since the last call.
     void notify();
     /// Writes the points of a gate only; the views must be empty.
@@ -62,6 +62,8 @@ private:
         std::vector<double> q;
     };
 
+    void dropOld();
+    void fillSets(const BlockPart& part);
     void takeSymbols(const BlockPart& part);
     void takeSamples(const BlockPart& part);
     void add(double i, double q);
@@ -76,6 +78,7 @@ private:
     bool m_isTrajectory = false;
     std::int64_t m_setLength = 1;
     std::int64_t m_setNumber = 0; // of the open set
+    std::deque<BlockPart> m_taken; // since the last notification
     Points m_open;
     std::deque<Points> m_whole; // sets to be written
     std::minstd_rand m_choice;
