@@ -158,6 +158,28 @@ TEST(Eye, LeavesOutWhatTouchesAFlaw)
     EXPECT_GE(all, 194U); // but some at either end
 }
 
+TEST(Eye, IsTheSameHoweverManyTracesAreTakenAtOnce)
+{
+    NrzSource source;
+    const Parts parts = received(source, std::nullopt);
+    EyeCutter often({40.0, 2, 0.0}), once({40.0, 2, 0.0});
+    often.setStep(3);
+    once.setStep(3);
+    std::vector<double> all, samples, markers;
+    for (const BlockPart& part : parts) {
+        for (std::size_t k = 0; k < part.count; k += 501) {
+            const std::size_t count = std::min<std::size_t>(501, part.count - k);
+            once.push({part.block, part.first + k, count});
+            often.push({part.block, part.first + k, count});
+            often.takeTraces(100000000, samples, markers);
+            all.insert(all.end(), samples.begin(), samples.end());
+        }
+    }
+    once.takeTraces(2500, samples, markers);
+    ASSERT_EQ(samples.size(), 101 * often.traceLength());
+    EXPECT_EQ(samples, std::vector<double>(all.end() - long(samples.size()), all.end()));
+}
+
 TEST(Eye, ShowsAsManyTracesAsAViewKeepsFromAllOfTheGate)
 {
     NrzSource source;

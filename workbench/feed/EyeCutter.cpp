@@ -2,6 +2,7 @@
 #include "workbench/feed/EyeCutter.h"
 
 #include "workbench/receiver/Interpolation.h"
+#include "workbench/receiver/Vectors.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,8 +16,32 @@ constexpr int minSymbolLength = 8; // output samples; even, so that half a trace
 constexpr std::int64_t reach = Interpolation::reach;
 constexpr double spacingTolerance = 0.1; // of the distance of neighbouring symbols
 
+constexpr std::size_t mostWaiting = std::size_t{1} << 18U; // samples that are not cut yet
+constexpr std::size_t noLimit = std::numeric_limits<std::size_t>::max();
+
 constexpr std::uint8_t isQuiet = 1;
 constexpr std::uint8_t isNoNumber = 2;
+
+constexpr double largest = std::numeric_limits<float>::max();
+
+/// Makes whole vectors of numbers single. @return whether all are finite.
+ORVANE_WIDEST bool makeSingle(const double* samples, std::size_t count, float* output)
+{
+    using Singles = float __attribute__((vector_size(4 * doublesWidth)));
+    Doubles sum{}; // of zeros, or not a number
+    for (std::size_t k = 0; k < count; k += doublesWidth) {
+        Doubles sample;
+        load(samples + k, sample);
+        sum += 0.0 * sample;
+        sample = sample > largest ? Doubles{} + largest : sample;
+        sample = sample < -largest ? Doubles{} - largest : sample;
+        store(__builtin_convertvector(sample, Singles), output + k);
+    }
+    bool areFinite = true;
+    for (std::size_t k = 0; k < doublesWidth; ++k)
+        areFinite = areFinite && sum[k] == 0.0;
+    return areFinite;
+}
 
 int symbolLengthOf(const EyeCut& cut)
 {
@@ -63,21 +88,25 @@ void EyeCutter::push(const BlockPart& part)
     if (!m_cut.hasSymbols())
         return;
     const auto end = m_start + static_cast<std::int64_t>(m_samples.size());
-    if (part.position() != end || (part.first == 0 && part.block->isAfterGap))
+    if (part.position() != end || (part.first == 0 && part.block->isAfterGap)) {
+        cut(noLimit);
         start(part.position());
+    }
     append(part);
-    cutSymbols();
-    forget();
+    if (m_samples.size() > mostWaiting)
+        cut(noLimit);
 }
 
 void EyeCutter::append(const BlockPart& part)
 {
     const SignalBlock& block = *part.block;
-    constexpr double largest = std::numeric_limits<float>::max();
     const std::size_t before = m_samples.size();
     m_samples.resize(before + part.count);
     m_flaws.resize(before + part.count);
-    for (std::size_t k = 0; k < part.count; ++k) {
+    const std::size_t whole = part.count / doublesWidth * doublesWidth;
+    const bool isPlain = block.isQuiet.empty() &&
+                         makeSingle(&block.samples[part.first], whole, &m_samples[before]);
+    for (std::size_t k = isPlain ? whole : 0; k < part.count; ++k) {
         const double sample = block.samples[part.first + k];
         const bool isSilent = !block.isQuiet.empty() && block.isQuiet[part.first + k] != 0;
         const bool isNumber = std::isfinite(sample);
@@ -92,25 +121,33 @@ void EyeCutter::append(const BlockPart& part)
     part.forEachSymbol([this](const Symbol& symbol) { m_symbols.push_back(symbol); });
 }
 
-void EyeCutter::cutSymbols()
+/// Cuts the newest traces, so many of them, of the symbols that are known with all around them.
+void EyeCutter::cut(std::size_t most)
 {
-    const auto end = static_cast<double>(m_start) + static_cast<double>(m_samples.size());
-    const double delay = m_filter ? m_filter->delay() : 0.0;
-    for (; m_next < m_symbols.size(); ++m_next) {
-        const bool isKnown = m_next + m_reach < m_symbols.size();
-        const double last = isKnown
-                                ? m_symbols[m_next + m_reach].position + reach + 1.0
-                                : m_symbols[m_next].position +
-                                      (static_cast<double>(m_reach) + 2.0) * m_cut.samplesPerSymbol;
-        if (last + delay >= end)
-            return;
-        if (!isChosen(std::floor(m_symbols[m_next].position / m_cut.samplesPerSymbol)))
-            continue;
-        if (isWhole(m_next))
-            trace(m_next);
-        else
-            ++m_leftOutCount;
+    std::size_t end = m_symbols.size();
+    while (end > m_next && !isKnown(end - 1))
+        --end;
+    m_middles.clear();
+    for (std::size_t k = end; k > m_next && m_middles.size() < most; --k) {
+        if (isChosen(std::floor(m_symbols[k - 1].position / m_cut.samplesPerSymbol)) &&
+            isWhole(k - 1))
+            m_middles.push_back(k - 1);
     }
+    m_next = end;
+    for (auto middle = m_middles.rbegin(); middle != m_middles.rend(); ++middle)
+        trace(*middle);
+    forget();
+}
+
+/// Whether all samples that a trace may need have come.
+bool EyeCutter::isKnown(std::size_t middle) const
+{
+    const double last = middle + m_reach < m_symbols.size()
+                            ? m_symbols[middle + m_reach].position + reach + 1.0
+                            : m_symbols[middle].position +
+                                  (static_cast<double>(m_reach) + 2.0) * m_cut.samplesPerSymbol;
+    const double delay = m_filter ? m_filter->delay() : 0.0;
+    return last + delay < static_cast<double>(m_start) + static_cast<double>(m_samples.size());
 }
 
 bool EyeCutter::isChosen(double number) const
@@ -235,6 +272,7 @@ void EyeCutter::forget()
 void EyeCutter::takeTraces(std::size_t most, std::vector<double>& samples,
                            std::vector<double>& markers)
 {
+    cut(most / m_traceLength + 1);
     const std::size_t kept = std::min(m_traces.size() / m_traceLength, most / m_traceLength + 1);
     samples.assign(m_traces.end() - static_cast<std::ptrdiff_t>(kept * m_traceLength),
                    m_traces.end());

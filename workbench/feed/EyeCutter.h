@@ -42,16 +42,15 @@ public:
     /// Takes the next samples, after those of the last call or anywhere else.
     void push(const BlockPart& part);
     /// Returns the newest traces: their samples, and beside them markers, which are the length of a
-    /// trace at its start and 0 elsewhere.
+    /// trace at its start and 0 elsewhere. Older traces cost nothing, unless there are very many.
     /// @param most  largest number of samples to return; older traces are dropped.
     void takeTraces(std::size_t most, std::vector<double>& samples, std::vector<double>& markers);
-    /// Number of traces that were chosen but left out.
-    std::int64_t leftOutCount() const { return m_leftOutCount; }
 
 private:
     void start(std::int64_t position);
     void append(const BlockPart& part);
-    void cutSymbols();
+    void cut(std::size_t most);
+    bool isKnown(std::size_t middle) const;
     bool isChosen(double number) const;
     bool isWhole(std::size_t middle) const;
     double placeOf(std::size_t middle, double symbols) const;
@@ -73,7 +72,7 @@ private:
     std::int64_t m_lastFlaw = -1;      // ...of which this one has the last, where not negative
     std::vector<Symbol> m_symbols;
     std::size_t m_next = 0; // symbol in the middle of the next trace
-    std::int64_t m_leftOutCount = 0;
-    std::vector<float> m_filtered; // samples that a trace takes
+    std::vector<std::size_t> m_middles; // symbols of the traces to be cut, newest first
+    std::vector<float> m_filtered;      // samples that a trace takes
     std::vector<float> m_traces;
 };
