@@ -97,6 +97,14 @@ void SignalFeed::setSpan(double seconds)
     layOut();
 }
 
+void SignalFeed::reachBack(double start)
+{
+    if (!m_views.time.reachBack(start))
+        return;
+    emit timeCleared();
+    m_views.time.writeAgain();
+}
+
 void SignalFeed::fixGate(double from, double to)
 {
     m_views.gate.fix(std::min(from, to), std::max(from, to));

@@ -114,6 +114,8 @@ public:
         layOut();
     }
     double span() const { return m_views.time.span(); }
+    /// Tells how far back the axis of the time view reaches, such as after a zoom; in its unit.
+    void reachBack(double start);
     double segmentLength() const { return m_views.time.segmentLength(); }
     void setLevels(double lowest, double highest) { m_views.setLevels(lowest, highest); }
     /// Fits the levels to what is shown, and follows it. The owner of the views calls followLevels

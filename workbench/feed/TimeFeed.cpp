@@ -11,6 +11,7 @@ namespace {
 constexpr double manyOfPeriod = 16384.0;
 constexpr double manyOfSpan = 2097152.0;
 constexpr double fewOfSpan = 8192.0;
+constexpr double spareSpans = 2.0; // that are written of a longer segment
 
 } // namespace
 
@@ -20,6 +21,7 @@ void TimeFeed::open(const TimeScale& scale, std::optional<double> frameLength)
     m_segments.setFrameLength(frameLength);
     m_shown.clear();
     m_shownCount = 0.0;
+    forget();
     restart();
 }
 
@@ -29,7 +31,6 @@ void TimeFeed::setSpan(double seconds, double periodLength)
 {
     m_span = std::clamp(seconds, m_scale.minSpan, m_scale.maxSpan);
     m_scale.setUnit(m_span, m_countsSymbols);
-    m_values.setX(-m_scale.span(m_span), 0.0);
     const double samples = m_span * m_scale.sampleRate;
     m_segments.setLength(static_cast<std::size_t>(
         std::ceil(std::max(periodLength, samples / TimeScale::maxSegmentCount))));
@@ -37,6 +38,16 @@ void TimeFeed::setSpan(double seconds, double periodLength)
     m_decimation.setFactor(static_cast<std::size_t>(
         std::max(std::floor(std::min(std::ceil(many), samples / fewOfSpan)), 1.0)));
     m_values.setBaudrate(m_scale.samplesPerUnit / static_cast<double>(m_decimation.factor()));
+    m_values.setX(-m_scale.span(m_span), 0.0);
+}
+
+/// Number of the newest samples that the axis shows.
+double TimeFeed::shownCount() const { return std::max(m_span * m_scale.sampleRate, m_reach); }
+
+bool TimeFeed::reachBack(double start)
+{
+    m_reach = -start * m_scale.samplesPerUnit;
+    return m_reach > m_written;
 }
 
 double TimeFeed::segmentLength() const
@@ -68,16 +79,50 @@ std::size_t TimeFeed::openCount(Transport& transport)
 void TimeFeed::begin(std::size_t count)
 {
     m_open = count;
-    m_marker = static_cast<double>(count);
+    m_hidden = 0;
+    const double wanted = std::ceil(spareSpans * shownCount());
+    if (wanted < static_cast<double>(count) && !m_segments.frameLength()) {
+        m_hidden = count - static_cast<std::size_t>(wanted);
+        m_written = std::min(m_written, wanted);
+    }
+    m_marker = static_cast<double>(count - m_hidden);
 }
 
-void TimeFeed::take(const BlockPart& part) { add(&part.block->samples[part.first], part.count); }
+void TimeFeed::take(const BlockPart& part)
+{
+    remember(part);
+    add(&part.block->samples[part.first], part.count);
+}
+
+/// Keeps the newest segments: with hidden samples, a view shows less than one.
+void TimeFeed::remember(const BlockPart& part)
+{
+    m_newest.push_back(part);
+    m_newestCount += static_cast<double>(part.count);
+    const double most = 3.0 * segmentLength();
+    for (; m_newestCount - static_cast<double>(m_newest.front().count) > most; m_newest.pop_front())
+        m_newestCount -= static_cast<double>(m_newest.front().count);
+}
+
+void TimeFeed::forget()
+{
+    m_newest.clear();
+    m_newestCount = 0.0;
+    m_written = HUGE_VAL;
+}
 
 void TimeFeed::add(const double* samples, std::size_t count)
 {
     if (count == 0)
         return;
     noteLevels(samples, count);
+    const std::size_t hidden = std::min(m_hidden, count);
+    m_hidden -= hidden;
+    m_open -= std::min(m_open, hidden);
+    samples += hidden;
+    count -= hidden;
+    if (count == 0)
+        return;
     m_newSamples.assign(samples, samples + count);
     m_newMarkers.assign(count, 0.0);
     m_newMarkers.front() = m_marker;
@@ -123,9 +168,41 @@ void TimeFeed::followLevels(double elapsed)
 
 void TimeFeed::show(std::int64_t position, const std::vector<double>& samples)
 {
+    forget();
     restart();
     m_shown.clear();
     m_shownCount = 0.0;
+    addAll(position, samples);
+    notify();
+}
+
+void TimeFeed::writeAgain()
+{
+    std::deque<BlockPart> parts;
+    parts.swap(m_newest);
+    forget();
+    restart();
+    m_samples.clear();
+    m_markers.clear();
+    m_shown.clear();
+    m_shownCount = 0.0;
+    std::vector<double> run; // samples that follow one another
+    for (std::size_t k = 0; k < parts.size(); ++k) {
+        const BlockPart& part = parts[k];
+        const auto first = part.block->samples.begin() + static_cast<std::ptrdiff_t>(part.first);
+        run.insert(run.end(), first, first + static_cast<std::ptrdiff_t>(part.count));
+        remember(part);
+        if (k + 1 < parts.size() && parts[k + 1].follows(part))
+            continue;
+        addAll(part.end() - static_cast<std::int64_t>(run.size()), run);
+        run.clear();
+    }
+    notify();
+}
+
+/// Adds samples, with the rest of them as the last segment.
+void TimeFeed::addAll(std::int64_t position, const std::vector<double>& samples)
+{
     for (std::size_t done = 0; done < samples.size();) {
         const auto here = position + static_cast<std::int64_t>(done);
         const std::size_t left = samples.size() - done;
@@ -140,5 +217,4 @@ void TimeFeed::show(std::int64_t position, const std::vector<double>& samples)
         add(&samples[done], count);
         done += count;
     }
-    notify();
 }

@@ -8,10 +8,12 @@
 #include "workbench/feed/TimeValues.h"
 #include "workbench/pipeline/Transport.h"
 
+#include <cmath>
 #include <deque>
 
 /// Writes the samples that are played into the values of a time view: in segments, decimated when
-/// there are far more samples than pixels.
+/// there are far more samples than pixels. Of a segment much longer than what is shown, the newest
+/// samples are written: those before them would be hidden until the next segment comes.
 class TimeFeed
 {
 public:
@@ -29,6 +31,11 @@ public:
     const TimeScale& scale() const { return m_scale; }
     /// Number of samples of a segment.
     double segmentLength() const;
+    /// Sets how far back the axis reaches, such as after a zoom; in its unit, not positive.
+    /// @return whether samples that it shows now were not written; writeAgain writes them.
+    bool reachBack(double start);
+    /// Writes the newest samples again; the views must be empty.
+    void writeAgain();
 
     /// Number of samples missing to the end of the open segment, or of the next one when none is
     /// open, for which it looks ahead. 0: not known yet.
@@ -59,6 +66,10 @@ private:
     };
 
     void begin(std::size_t count);
+    double shownCount() const;
+    void remember(const BlockPart& part);
+    void forget();
+    void addAll(std::int64_t position, const std::vector<double>& samples);
     void add(const double* samples, std::size_t count);
     void noteLevels(const double* samples, std::size_t count);
 
@@ -71,7 +82,12 @@ private:
     LevelRange m_levels{0.05};
     std::deque<Stretch> m_shown;      // the newest, at most as many as are shown
     double m_shownCount = 0.0;        // samples of them
-    std::size_t m_open = 0;           // samples missing to the end of the segment
+    std::deque<BlockPart> m_newest;   // parts, some of whose samples may not have been written...
+    double m_newestCount = 0.0;       // ...samples of them...
+    double m_written = HUGE_VAL;      // ...and how many of each segment were, at least
+    double m_reach = 0.0;             // samples, as far as the axis reaches back
+    std::size_t m_open = 0;           // samples missing to the end of the segment...
+    std::size_t m_hidden = 0;         // ...of which so many are not written
     double m_marker = 0.0;            // of the next sample
     std::vector<double> m_window;     // in which the end of a segment is searched for
     std::vector<double> m_newSamples; // to be decimated

@@ -15,6 +15,11 @@ struct BlockPart
 {
     std::int64_t position() const { return block->position + static_cast<std::int64_t>(first); }
     std::int64_t end() const { return position() + static_cast<std::int64_t>(count); }
+    /// Whether its samples come right after those of another.
+    bool follows(const BlockPart& other) const
+    {
+        return position() == other.end() && (first > 0 || !block->isAfterGap);
+    }
     /// Calls work for each symbol whose middle is within, in order.
     template<class Work>
     void forEachSymbol(Work work) const

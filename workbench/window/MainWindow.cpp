@@ -330,6 +330,8 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == m_panes->firstShown().canvas && event->type() == QEvent::Paint)
         ++m_frameCount;
+    if (watched == m_timeView && event->type() == QEvent::Paint)
+        feed().reachBack(m_timeView->GetXAxisRange().first);
     if (watched == m_iqView && event->type() == QEvent::Resize)
         QTimer::singleShot(0, this, &MainWindow::fitIqAxes); // when the plot has its new size
     return QMainWindow::eventFilter(watched, event);
