@@ -13,6 +13,7 @@ set(ORVANE_INTERNAL_HEADERS
   base/GuiThread.h
   base/WarnOnce.h
   base/QtVersions.h
+  chart/ChartPicture.h
   chart/CurveRaster.h
   glbase/AxisLabelBoxes.h
   glbase/DeviceRaster.h
@@ -23,6 +24,7 @@ set(ORVANE_INTERNAL_HEADERS
   glwidgets/AxisZoom.h
   gui/ColorPage.h
   values/SettingsStore.h
+  density/CursorSnap.h
   density/LevelFinder.h
   density/MaskDrawing.h
   density/PlotData.h
@@ -33,7 +35,9 @@ set(ORVANE_INTERNAL_HEADERS
   density/PlotView.h
   foundations/DiagramDialogs.h
   foundations/DiagramFrame.h
+  foundations/Extent.h
   foundations/TraceHistory.h
+  time/Quantiser.h
   eye/EyeScene.h
   views/ViewFrame.h)
 

@@ -83,7 +83,7 @@ void Counter::add(const float* samples, std::size_t count, std::int64_t symbol)
 {
     std::size_t bad = 0;
     if (count == itemLength())
-        bad = badSamplesOf(samples, count);
+        bad = TraceRaster::badSamplesOf(samples, count);
     m_leftOut.badSamples += static_cast<std::int64_t>(bad);
     if (count != itemLength() || bad == count || (!m_settings.shape && bad > 0)) {
         ++m_leftOut.tornTraces;

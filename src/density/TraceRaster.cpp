@@ -77,7 +77,7 @@ struct TraceRaster::Geometry
 };
 
 // By their bits, of several at once: the exponent of what is not finite is the largest.
-std::size_t badSamplesOf(const float* samples, std::size_t count)
+std::size_t TraceRaster::badSamplesOf(const float* samples, std::size_t count)
 {
     constexpr std::uint32_t exponent = 0x7f800000;
     std::uint32_t bad = 0;

@@ -8,23 +8,24 @@
 
 namespace density {
 
-/// How many are NaN or infinite.
-std::size_t badSamplesOf(const float* samples, std::size_t count);
-
-/// Which cells of a grid a trace touches. A trace is the line through its samples: in each column
-/// it touches the rows from its lowest point there to its highest, the column's borders included. A
-/// bad sample, NaN or infinite, breaks the line; a sample without a good neighbour is a point.
+/// Tells which cells of a grid a trace touches. A trace is the line through its samples: in each
+/// column it touches the rows from its lowest point there to its highest, the column's borders
+/// included. A bad sample, NaN or infinite, breaks the line; a sample without a good neighbour is a
+/// point.
 ///
-/// Rows of samples are computed in double precision; one that is more than 1e12 rows off counts as
-/// that far off.
+/// Rows of samples are computed in double precision; a sample that is more than 1e12 rows outside
+/// counts as 1e12 rows outside.
 class ORVANE_API TraceRaster : public Raster
 {
 public:
-    /// All three have to be usable.
+    /// @param shape,window,size  each usable.
     TraceRaster(const TraceShape& shape, const Window& window, const GridSize& size);
 
     const Cells& take(const float* trace) override;
     bool touches(const float* trace, int column, int row) const override;
+
+    /// Number of samples that are NaN or infinite.
+    static std::size_t badSamplesOf(const float* samples, std::size_t count);
 
 private:
     struct Piece // of a segment between neighbouring samples: the borders of columns on it
