@@ -29,7 +29,8 @@ class ORVANE_PLATFORM_API ListFeed : public QObject
 {
     Q_OBJECT
 public:
-    /// New values of all lists: one column a list, all of the same length.
+    /// New values of all lists: one column a list, all of the same length. A shorter column lets
+    /// the values of the next block follow at once, out of step with the other lists.
     using Block = std::vector<std::vector<double>>;
 
     /// @param lists    paths of values of type ValueList<double>.
@@ -39,8 +40,9 @@ public:
     /// Sets how many values may wait, all columns together; the last block may exceed it. 1,000,000
     /// at first.
     void setCapacity(std::size_t values) { m_queue.setLimit(values); }
-    /// Sets the highest number of frames a second; 30 at first.
-    void setFrameRate(double hertz) { m_frameRate = hertz; }
+    /// Sets the highest number of frames a second; 30 at first. A rate that is not positive is
+    /// ignored, and so is NaN.
+    void setFrameRate(double hertz) { m_frameRate = hertz > 0.0 ? hertz : m_frameRate; }
 
     /// Hands a block over, from any thread. Returns false when it was dropped. Lists without a
     /// column stay empty; columns without a list are ignored.

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <limits>
 #include <memory>
 #include <thread>
 
@@ -208,6 +209,8 @@ TEST(ListFeed, BringsTheBlocksOfAThreadInOrderAndCountsWhatIsTooMuch)
     {
         values::ListFeed feed({"ListFeed/A", "ListFeed/None"}, "ListFeed/Trigger");
         feed.setFrameRate(1000.0);
+        for (const double ignored : {0.0, -1.0, std::numeric_limits<double>::quiet_NaN()})
+            feed.setFrameRate(ignored);
         std::thread producer([&feed] {
             for (int k = 0; k < 3000; k += 3)
                 EXPECT_TRUE(feed.push({{k + 0.0, k + 1.0, k + 2.0}, {0.0}, {0.0}}));
