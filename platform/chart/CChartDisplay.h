@@ -46,6 +46,7 @@ private:
     std::shared_ptr<T> m_object;
 };
 
+/// Creates the objects of a scene.
 class ORVANE_PLATFORM_API CFactory
 {
 public:
@@ -57,6 +58,7 @@ public:
     virtual CPtr InternalCreateObject(const char* className, const char* name) = 0;
 };
 
+/// Decides which objects of a scene are drawn.
 class ORVANE_PLATFORM_API IObjectManagement
 {
 public:

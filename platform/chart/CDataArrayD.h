@@ -9,6 +9,7 @@
 
 namespace OndoChartDisplay {
 
+/// An array of values that grows at its end.
 template<typename Value>
 class IDataArray
 {

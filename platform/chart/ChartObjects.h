@@ -46,6 +46,7 @@ private:
     QuantityUnit m_unit;
 };
 
+/// An object of a chart scene, see CChartDisplay.
 class ORVANE_PLATFORM_API CBaseObject : public std::enable_shared_from_this<CBaseObject>
 {
 public:
@@ -62,12 +63,14 @@ struct ORVANE_PLATFORM_API CLayerDescription : CBaseObject
     int m_rendererId = 0; ///< A layer of another renderer is not drawn.
 };
 
+/// A rectangle of the widget that objects are placed in.
 struct ORVANE_PLATFORM_API CLayoutCell : CBaseObject
 {
     static constexpr const char* CLASS = "CLayoutCell";
     QRect m_geometry; ///< Logical pixels of the widget; may reach beyond it.
 };
 
+/// Colours, line and fill of what refers to it.
 struct ORVANE_PLATFORM_API CStyleResource : CBaseObject
 {
     static constexpr const char* CLASS = "CStyleResource";
@@ -83,6 +86,7 @@ struct ORVANE_PLATFORM_API CStyleResource : CBaseObject
     int m_fillStyle = noFill;
 };
 
+/// A layout cell filled in a style.
 struct ORVANE_PLATFORM_API CRectangle : CBaseObject
 {
     static constexpr const char* CLASS = "CRectangle";
@@ -91,12 +95,14 @@ struct ORVANE_PLATFORM_API CRectangle : CBaseObject
     std::string m_style;
 };
 
+/// The layout cell that a coordinate system spans.
 struct ORVANE_PLATFORM_API CDiagramArea : CBaseObject
 {
     static constexpr const char* CLASS = "CDiagramArea";
     std::string m_layoutCell;
 };
 
+/// A diagram area with a scale for each dimension.
 struct ORVANE_PLATFORM_API CCoordinateSystemCartesian : CBaseObject
 {
     static constexpr const char* CLASS = "CCoordinateSystemCartesian";
@@ -140,6 +146,7 @@ struct ORVANE_PLATFORM_API CGridCartesian : CBaseObject
     std::string m_axisLabel;     ///< Labels for the lines, drawn when the label is.
 };
 
+/// The font of labels that refer to it.
 struct ORVANE_PLATFORM_API CFontResource : CBaseObject
 {
     static constexpr const char* CLASS = "CFontResource";
@@ -151,6 +158,7 @@ struct ORVANE_PLATFORM_API CFontResource : CBaseObject
 struct ORVANE_PLATFORM_API CAxisLabel : CBaseObject
 {
     static constexpr const char* CLASS = "CAxisLabel";
+    /// How the labels along one border look.
     struct Position
     {
         bool on = false;

@@ -28,6 +28,7 @@ enum eStepLineStyle : int {
 class ORVANE_PLATFORM_API GLStepLine
 {
 public:
+    /// Smallest and largest of some levels.
     struct Extremes
     {
         unsigned char min;

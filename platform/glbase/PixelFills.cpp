@@ -1,5 +1,5 @@
-// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0 The part of DeviceRaster that
-// writes pixels.
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+// The part of DeviceRaster that writes pixels.
 #include "platform/base/Saturate.h"
 #include "platform/glbase/DeviceRaster.h"
 #include "platform/glbase/PixelTarget.h"

@@ -9,17 +9,21 @@
 #include <optional>
 #include <vector>
 
+// clang-format off
 /// Range and pixel length of an axis, and the grid and labels that follow from them.
 ///
-/// Pixel of a value v, with all arithmetic in double, truncated toward zero:
-///   horizontal  trunc((length - 1) * (v - start) / (stop - start)), from the left border;
-/// vertical length - trunc((length - 1) * (v - start) / (stop - start)), from the top border. Grid
-/// lines stand at whole multiples of 1, 2 or 5 times a power of ten, one for every 60 to 100 pixels
-/// or so (30 to 80 on a vertical axis), in the order from start to stop, at most MaxTickCount or
-/// the tick limit. There are none on a range that is empty, not finite, or too narrow for its
-/// numbers to be told apart, or on a length below 2 pixels. The ticks are computed at the first use
-/// after a change.
+/// Pixel of a value v, with all arithmetic in double:
+///
+///   horizontal  trunc((length - 1) * (v - start) / (stop - start)), from the left border
+///   vertical    length - trunc((length - 1) * (v - start) / (stop - start)), from the top border
+///
+/// Grid lines stand at whole multiples of 1, 2 or 5 times a power of ten, one for every 60 to 100
+/// pixels or so (30 to 80 on a vertical axis), in the order from start to stop, at most
+/// MaxTickCount or the tick limit. There are none on a range that is empty, not finite, or too
+/// narrow for its numbers to be told apart, or on a length below 2 pixels. The ticks are computed
+/// at the first use after a change.
 class ORVANE_PLATFORM_API axisDefinition
+// clang-format on
 {
 public:
     enum class Orientation { Horizontal, Vertical };

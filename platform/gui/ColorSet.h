@@ -26,6 +26,7 @@ class ORVANE_PLATFORM_API ColorSet : public IColorBase, public IHasPropertyPage
 {
 public:
     enum class Scheme { Dark, Light };
+    /// A colour in use.
     struct Entry
     {
         ECOLOR number;

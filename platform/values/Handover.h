@@ -13,12 +13,13 @@
 namespace values {
 
 /// A bounded queue between two threads. It takes items until their total weight reaches a limit;
-/// the last one may exceed it. Any thread may call any operation.
+/// the last one may exceed it. What an item weighs, the caller says: 1, say, or its number of
+/// samples. Any thread may call any operation.
 template<class Item>
 class Handover
 {
 public:
-    /// Sets the total weight at which the queue is full; at least 1.
+    /// Sets the total weight at which the queue is full; at least 1, and 1 at first: one item.
     void setLimit(std::size_t weight)
     {
         const Lock lock(m_mutex);

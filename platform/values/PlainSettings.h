@@ -20,9 +20,10 @@ namespace plainSettings {
 
 constexpr qint64 mostBytes = 1 << 20; ///< of a file
 
+/// What a settings file holds.
 struct Content
 {
-    QVariantMap values;
+    QVariantMap values;  ///< By key, of which the group is a part: "group/key".
     QStringList damaged; ///< Lines that were skipped.
 };
 /// Reads the content of a file.

@@ -8,8 +8,9 @@
 
 namespace values {
 
-// Parts of a value's type. They tell numbers from switches, and values that a host formats in
-// different ways. A value can be bound only as the type it was created with.
+///@{
+/// Part of a value's type. These parts tell numbers from switches, and values that a host formats
+/// in different ways. A value can be bound only as the type it was created with.
 template<class T>
 struct FormatFloat
 {};
@@ -19,12 +20,15 @@ struct FormatBool
 template<class T, class F>
 struct StreamFormat
 {};
+///@}
 
+/// The format of a value that is created without one.
 template<class T>
 struct DefaultFormat
 {
     using type = FormatFloat<T>;
 };
+/// The format of a switch that is created without one.
 template<>
 struct DefaultFormat<bool>
 {

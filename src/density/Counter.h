@@ -23,8 +23,8 @@ class MaskTest;
 /// Counting anew rather than a map of several resolutions: any zoom shows all detail, in memory
 /// that does not depend on it; the price, of the newest symbols only.
 ///
-/// Memory: that of KeptSignal and of two HitMaps. Any one thread; CountingThread gives it one of
-/// its own.
+/// Memory: that of KeptSignal and of two HitMaps. For one thread at a time; CountingThread has a
+/// thread of its own for it.
 class ORVANE_API Counter
 {
 public:
@@ -32,6 +32,7 @@ public:
     static constexpr std::size_t mostKept = 2000000;
     static constexpr std::size_t mostKeptBytes = std::size_t{512} << 20;
 
+    /// What is counted, and into which picture.
     struct Settings
     {
         std::optional<TraceShape> shape = TraceShape(); ///< none: points of I and Q
@@ -74,8 +75,7 @@ public:
     /// Sets the size of the pictures of home and zoom.
     void setSize(const GridSize& size);
     void setPersistence(const Persistence& persistence);
-    /// Whether the home could be counted anew without losing symbols, because all symbols in it are
-    /// kept.
+    /// Whether all symbols of the home are kept, so that it can be counted anew without losing any.
     bool keepsAll() const;
 
     /// Sets the mask test, which starts with the kept symbols; null for none. Points are not
@@ -98,7 +98,7 @@ public:
     const KeptSignal& kept() const { return m_kept; }
 
     /// The newest kept symbols that touch a cell, the newest first.
-    /// @param window,size  of the picture with the cell: not usable, no hit.
+    /// @param window,size  of the picture with the cell; no hits where one is not usable.
     std::vector<Hit> hits(const Window& window, const GridSize& size, int column, int row,
                           std::size_t most) const;
 

@@ -25,20 +25,23 @@ struct PlotState;
 /// the points of a constellation over I and Q. Counts become colours; the legend at the right says
 /// which. What is counted, in how many symbols, and what was left out, stands below the plot.
 ///
-/// Wheel: zooms about the pointer; with Shift the X axis alone, with Ctrl the Y axis alone, unless
-/// of an equal scale, which E ends and begins in a constellation. Drag: pans. Drag with Shift or
-/// with the right button: zooms to the rectangle. Double click: home. Click: tells which symbols
-/// passed there, see passed. Keys: Ctrl+Z and Ctrl+Y undo and redo a zoom, Home goes home, C shows
-/// or hides cursors, of which Tab selects one that arrows move (with Shift ten times as far), the
-/// mouse drags, and N sends to the next level, crossing or best instant (with Shift back); a drag
-/// snaps to these, unless with Alt. L switches between logarithmic and linear colours, S goes to
-/// the next colour scale, Space pauses, Del clears.
+/// The home is the part of the plane that is shown unless the user zooms. What the user can do:
+/// - The wheel zooms about the pointer; with Shift the X axis alone, with Ctrl the Y axis alone. On
+///   axes of equal scale, which E switches on and off in a constellation, it zooms both.
+/// - A drag pans; with Shift, or with the right button, it zooms to a rectangle. A double click and
+///   the Home key return to the home. Ctrl+Z and Ctrl+Y undo and redo a zoom.
+/// - A click asks which symbols passed there, see passed.
+/// - C shows or hides cursors. The mouse drags them; they snap to levels, crossings and the best
+///   instant unless Alt is held. Tab selects one: arrows move it (with Shift ten times as far), N
+///   sends it to the next such place (with Shift to the previous one).
+/// - L switches between logarithmic and linear colours, S to the next colour scale; Space pauses,
+///   Del clears.
 ///
-/// Counting runs on a thread of its own. Unless the settings say otherwise, a cell is a pixel of
-/// the device, or a square of them where the plot has more than two million; after a resize,
-/// symbols are counted anew in such cells as long as all of them are kept, else the picture of all
-/// of them is stretched until the next clear or home. The plot is drawn 30 times a second at most,
-/// while there is something new. GUI thread, but for counting().
+/// Counting runs on a thread of its own. Unless the settings say otherwise, a cell is a device
+/// pixel, or a square of device pixels where the plot has more than two million. After a resize all
+/// symbols are counted anew in cells of the new size while all of them are kept. Otherwise the
+/// picture is stretched until the next clear or home. The plot is drawn up to 30 times a second,
+/// while there is something new. GUI thread only, except counting().
 class ORVANE_API DensityPlot : public QWidget
 {
     Q_OBJECT
@@ -46,76 +49,86 @@ public:
     enum class Kind { Eye, Constellation };
     using TimeUnit = density::TimeUnit;
 
-    /// @param settings  for an eye with a shape, for a constellation without; else with the
-    /// standard
-    ///                  one, or none. The home is found from the first block that comes, unless
-    ///                  setHome was called.
+    /// @param settings  an eye without a shape gets the default one; a constellation ignores it.
+    ///                  The home in the settings is shown until the first block determines one,
+    ///                  unless setHome was called.
     explicit DensityPlot(Kind kind, const Counter::Settings& settings = {},
                          QWidget* parent = nullptr);
     ~DensityPlot() override;
 
-    /// Adds traces of the shape, one after the other, or I, Q, I, Q...; read during the call.
-    /// Ignored while paused. Where counting does not keep up, symbols are left out and counted as
-    /// torn.
-    /// @param count        samples; a trace that is not whole counts as torn.
-    /// @param firstSymbol  number of the first one; the others follow it.
+    ///@{
+    /// Adds traces of the shape, one after the other, or points as I, Q, I, Q... Ignored while
+    /// paused. When counting does not keep up, symbols are left out and counted as torn.
+    /// @param samples      read during the call; may be null when the count is 0.
+    /// @param count        number of samples; an incomplete last trace counts as torn.
+    /// @param firstSymbol  number of the first symbol; the others follow it one by one.
     void addData(const float* samples, std::size_t count, std::int64_t firstSymbol);
     void addData(const double* samples, std::size_t count, std::int64_t firstSymbol);
-    /// Counts symbols that others left out as torn. Ignored while paused.
+    ///@}
+    /// Adds symbols that the caller left out to the count of torn ones. Ignored while paused.
     void addTorn(std::int64_t count);
-    /// Samples of a trace, or 2 of a point.
+    /// Number of samples of a trace; 2 for a point.
     std::size_t sampleCount() const;
-    /// For producers on other threads, which hand over without the GUI. Lives as long as the plot.
+    /// The thread that counts, for producers on other threads, which need not wait for the GUI
+    /// thread. Owned by the plot.
     CountingThread& counting();
-    /// Forgets all symbols; what is shown stays.
+    /// Forgets all symbols; home and zoom stay.
     void clear();
 
-    /// What is shown unless zoomed. Symbols are counted anew from those kept.
+    /// Sets the home. The kept symbols are counted anew. A home that is not usable is ignored.
     void setHome(const Window& home);
-    /// The home becomes what the kept symbols reach, with a tenth to spare.
+    /// Sets the home to the extent of the kept symbols and a tenth more. Takes effect soon after
+    /// the call.
     void autoScale();
+    /// The part of the plane that is shown.
     Window window() const;
+    /// Sets how long symbols stay in the picture.
     void setPersistence(const Persistence& persistence);
     void setPaused(bool paused);
     bool isPaused() const;
-    /// Bd: read-outs have seconds too; 0, as at first: not known.
+    /// Sets the symbol rate in Bd, which gives read-outs in seconds as well; 0, the value at first,
+    /// means that it is not known, and so does any number that is not positive and finite.
     void setSymbolRate(double symbolRate);
-    /// Of the axis of time; symbols at first, and while the symbol rate is not known.
+    /// Sets the unit of the time axis: symbols at first, and while the symbol rate is not known.
     void setTimeUnit(TimeUnit unit);
-    /// Of the level, or of I and Q, such as "V"; empty at first.
+    /// Sets the unit of the level, or of I and Q, such as "V"; empty at first.
     void setUnit(const QString& unit);
-    /// Whether a unit is as long on both axes: as at first of a constellation, never of an eye.
+    /// Sets whether a unit has the same length on both axes. On at first in a constellation;
+    /// ignored by an eye.
     void setEqualScale(bool isEqual);
     void setColors(ColorScale scale, bool isLogarithmic);
     void showCursors(bool show);
-    /// First and second X in symbols, or I, then first and second Y.
+    /// Places of the cursors: first and second X in symbols, or I, then first and second Y.
     std::array<double, 4> cursorPlaces() const;
 
-    /// Tests the traces against a mask, those that are kept first; none ends it. Levels found, see
-    /// Mask::placed.
+    /// Tests traces against a mask, starting with the kept ones; no mask ends the test. Ignored by
+    /// a constellation.
+    /// @param instant,low,high  where the mask is put, see Mask::placed.
     void setMask(const std::optional<Mask>& mask, double instant = 0.0, double low = 0.0,
                  double high = 1.0);
+    /// The result of the test as of the last count that is shown; none without a test.
     std::optional<MaskTest::Result> maskResult() const;
     /// Numbers of the newest symbols that hit the mask, up to MaskTest::mostKeptHits, the newest
-    /// first: as listed by maskResult. Those still kept can be lit, see setLitSymbol.
+    /// first, as in maskResult. setLitSymbol shows those that are still kept.
     std::vector<std::int64_t> maskHits() const;
-    /// Starts or ends drawing a polygon by hand, of an eye: a click sets a corner, a double click
+    /// Starts or ends drawing a polygon by hand in an eye: a click sets a corner, a double click
     /// the last one; Enter closes the polygon too, Backspace takes the last corner back, Esc ends
-    /// without one. Wheel and drag zoom and pan as ever. The polygon is added to the mask, or to a
-    /// new one in the signal's levels, which is tested from then on, see maskDrawn.
+    /// without a polygon. Wheel and drag zoom and pan as usual. The polygon joins the mask, or a
+    /// new mask in the signal's levels, which is tested from then on; see maskDrawn.
     void drawMask(bool on);
     bool isDrawingMask() const;
-    /// The points of a constellation, as its symbols are scaled, for EVM and MER of all symbols, of
-    /// those that are kept and all that come; empty, as at first: not known.
+    /// Sets the ideal points of a constellation, as its symbols are scaled. EVM and MER are
+    /// measured for the kept symbols and all later ones. Empty at first: not known.
     void setIdeal(const std::vector<std::complex<double>>& ideal);
+    /// EVM and MER as of the last count that is shown.
     ErrorVectors::Figures errorVectors() const;
-    /// Copies the newest kept traces or points, as for EyeFigures.
-    /// @param ready  told on the GUI thread, before long; the copy is its own, and may go to
-    /// another
-    ///               thread. Not told when the plot goes before.
+    /// Copies the newest kept traces or points, for EyeFigures or Spread.
+    /// @param most   number of traces or points.
+    /// @param ready  called on the GUI thread soon after the call, and not at all when the plot is
+    ///               destroyed before. Any thread may read the copy.
     void copyTraces(std::size_t most, std::function<void(KeptSignalPtr)> ready);
-    /// Draws the trace, or the point, of a kept symbol over the picture; none ends it. One that is
-    /// not kept is not drawn.
+    /// Draws the trace or point of one symbol over the picture; none ends it. A symbol that is not
+    /// kept is not drawn.
     void setLitSymbol(const std::optional<std::int64_t>& symbol);
 
     /// What is shown; null before the first count.
@@ -126,17 +139,19 @@ public:
     QSize sizeHint() const override;
 
 signals:
-    /// What was clicked: numbers of the newest 1000 kept symbols that passed within 2 pixels of
-    /// there, the newest first; none where nothing passed.
+    /// The user clicked.
+    /// @param symbols  numbers of the newest 1000 kept symbols that passed within 2 pixels, the
+    ///                 newest first; empty where nothing passed.
+    /// @param place    X in symbols, or I, and Y.
     void passed(const QVector<qint64>& symbols, const QPointF& place);
     /// A new count is shown.
     void updated();
     void pausedChanged(bool paused);
-    /// The mask with the polygon that was drawn, and which the plot tests already.
+    /// The user finished a polygon. The plot already tests this mask, which includes it.
     void maskDrawn(const density::Mask& mask);
-    /// Drawing has started or ended, by whichever way.
+    /// Drawing a polygon started or ended.
     void drawingMaskChanged(bool on);
-    /// maskHits is another.
+    /// The result of maskHits changed.
     void maskHitsChanged();
 
 protected:

@@ -18,11 +18,11 @@ namespace density {
 /// into 64-bit counts before they could overflow, so that nothing overflows before 2^63 traces,
 /// which is 292,000 years at 1 MBd. A trace with a weight is added to each of its cells instead.
 ///
-/// Memory: 14 bytes a cell; 8 more once it fades. Any one thread.
+/// Memory: 14 bytes a cell; 8 more once it fades. For one thread at a time.
 class ORVANE_API HitMap
 {
 public:
-    /// All of them usable; the largest grid takes 1.5 GB.
+    /// @param size  usable; the largest grid takes 1.5 GB.
     explicit HitMap(const GridSize& size);
 
     /// Counts a trace or a point, +1, or takes it away again, -1.
@@ -35,7 +35,7 @@ public:
     void clear();
 
     /// Counts and weights of all cells, row by row from the bottom.
-    /// @param factor  by which weights are multiplied.
+    /// @param factor  multiplies the weights in the result.
     std::vector<double> counts(double factor = 1.0);
 
     const GridSize& size() const { return m_size; }

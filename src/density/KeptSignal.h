@@ -12,7 +12,7 @@ namespace density {
 
 /// The newest traces or points as they came, in single precision: a ring in memory that grows up to
 /// capacity * (4 * length + 8) bytes, which is 14 MB for 100,000 traces of 33 samples, and stays.
-/// Any one thread.
+/// For one thread at a time.
 class ORVANE_API KeptSignal
 {
 public:
@@ -29,9 +29,12 @@ public:
     std::size_t count() const { return m_symbols.size(); }
     std::size_t length() const { return m_length; }
     std::size_t capacity() const { return m_capacity; }
+    ///@{
+    /// Samples and number of a trace or point. The samples are valid until the next add.
     /// @param age  from 0, the newest, to count() - 1.
     const float* at(std::size_t age) const;
     std::int64_t symbolAt(std::size_t age) const;
+    ///@}
     /// Copies of the newest ones, in the order in which they came.
     KeptSignal newest(std::size_t most) const;
 

@@ -23,6 +23,7 @@ public:
         Pass,
         Fail ///< as soon as there are too many hits
     };
+    /// The state of the test.
     struct Result
     {
         Verdict verdict = Verdict::Running;

@@ -8,14 +8,13 @@
 
 namespace density {
 
-/// The cells of a grid that a trace or a point touches. None is named twice.
+/// The cells of a grid that a trace or a point touches, each once.
 ///
-/// A place is (row + 1) * stride + column, of a row within [-1, rowCount]: one of these where it is
-/// outside.
+/// A cell has a place, (row + 1) * stride + column. Rows outside of the grid become -1 or rowCount.
 ///
-/// Between two samples, a line either rises or falls, and a border between two columns there is
-/// where it leaves the one and enters the other: all that there is to tell of such columns is the
-/// row at each border, so that counting writes one number a border. Other columns are spans.
+/// Between two samples a line either rises or falls. Where it crosses the border between two
+/// columns, it leaves one and enters the other, so the row at each border says all about such
+/// columns, a stretch, and counting writes one number a border. All other columns are spans.
 struct Cells
 {
     /// Columns [first, last), of which column k goes from border k to k + 1.
@@ -65,7 +64,7 @@ void Cells::forEachRun(const Use& use) const
         tell(span.low, span.high);
 }
 
-/// Tells which cells of a grid something touches that is made of so many samples. Any one thread.
+/// Tells which cells of a grid a trace or a point touches. For one thread at a time.
 class ORVANE_API Raster
 {
 public:
@@ -73,18 +72,20 @@ public:
     Raster(const Raster&) = delete;
     Raster& operator=(const Raster&) = delete;
     virtual ~Raster();
-    /// The cells of what the samples tell, which are only read. Valid until the next call.
+    /// The cells that a trace or point touches. Valid until the next call.
+    /// @param samples  as many as the trace has, or I and Q; only read.
     virtual const Cells& take(const float* samples) = 0;
-    /// Whether it touches a cell: just what take says. Leaves what was taken alone.
+    /// Whether a trace or point touches a cell, in agreement with take. The result of the last take
+    /// stays valid.
     virtual bool touches(const float* samples, int column, int row) const = 0;
 };
 
-/// Points of I and Q, two samples each: a point is in one cell, of whose borders the left and the
-/// lower are its own. One that is NaN or infinite is in none.
+/// Points, two samples each, I and Q. A point touches one cell; the left and the lower border
+/// belong to the cell. A point that is NaN or infinite touches none.
 class ORVANE_API PointRaster : public Raster
 {
 public:
-    /// Both have to be usable.
+    /// @param window,size  both usable.
     PointRaster(const Window& window, const GridSize& size);
 
     const Cells& take(const float* point) override;

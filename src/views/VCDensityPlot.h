@@ -9,22 +9,26 @@
 #include <cstdint>
 #include <vector>
 
-/// A density plot that feeds itself from values of the application's value tree, with the roles of
-/// the eye and the IQ view:
+// clang-format off
+/// A density plot that feeds itself from values of the application's value tree. It has the roles
+/// of the eye or the IQ view:
 ///
-///   role          type                  meaning
-///   Data1         ValueList<double>     samples of one notification; of a constellation I
-///   Data2         ValueList<double>     Q of a constellation
-///   BaudrateData  ValueList<double>     of an eye markers beside the samples: non-zero where a
-///   trace
-///                                       starts, its value the trace's number of samples
-///   HasChanged    Value<bool>           trigger: any new content reads the lists
+///   role          type               meaning
+///   ------------  -----------------  --------------------------------------------------------
+///   Data1         ValueList<double>  samples of one notification; of a constellation I
+///   Data2         ValueList<double>  constellation: Q samples beside them; the shorter list counts
+///   BaudrateData  ValueList<double>  eye: markers beside the samples, non-zero where a trace
+///                                    starts, its value the trace's number of samples
+///   HasChanged    Value<bool>        trigger: setting it reads the lists, whatever it holds
 ///
-/// A trace may span notifications; the next marker, or its full length, ends it. Traces of another
-/// length than the plot's shape are left out as torn. Symbols are numbered from 0 in the order in
-/// which they come. Setters answer whether a value of the right type is bound now; setting the
-/// trigger reads the lists at once. GUI thread only.
+/// A trace may span notifications: it ends at the next marker, or with the notification that
+/// completes it. Traces of another length than the plot's shape are left out as torn. Symbols are
+/// numbered from 0 in the order in which they come.
+///
+/// A setter answers whether a value of the right type is bound now. On false the role is unbound,
+/// even if it was bound before. Setting the trigger reads the lists at once. GUI thread only.
 class ORVANE_API VCDensityPlot : public density::DensityPlot, public IObserver
+// clang-format on
 {
     Q_OBJECT
 public:
@@ -32,12 +36,15 @@ public:
                            QWidget* parent = nullptr);
     ~VCDensityPlot() override;
 
+    ///@{
+    /// Bind a role to a value, see the table above.
     bool SetData1_ValuePath(const QString& path);
     bool SetData2_ValuePath(const QString& path);
     bool SetBaudrateData_ValuePath(const QString& path);
     bool SetHasChangedTrigger_ValuePath(const QString& path);
+    ///@}
 
-    /// A bound value changed.
+    /// Takes the changes of the bound values.
     void Update(Observable* source, TChangeCode code) override;
 
 private:
