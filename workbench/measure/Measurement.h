@@ -98,6 +98,12 @@ public:
                           const Setup& setup);
     /// JSON of the schema "orvane.measure/1", without `input`, which the caller adds.
     QJsonObject json() const;
+    /// Says why a figure is none.
+    /// @param path  of the figure in the schema.
+    void miss(const char* path, const QString& reason)
+    {
+        reasons.insert(QString::fromLatin1(path), reason);
+    }
 
     double start = 0.0, stop = 0.0; ///< s, of what was measured
     double sampleRate = 1.0;

@@ -10,11 +10,8 @@
 
 namespace {
 
-using State = SymbolState;
-
 constexpr double percent = 0.01;
-constexpr std::size_t mostTraces = 200000;                // 100 MB
-constexpr std::size_t mostSymbols = std::size_t{1} << 19; // that share one gain
+constexpr std::size_t mostTraces = 200000; // 100 MB
 
 } // namespace
 
@@ -25,6 +22,7 @@ Measurement::Maker::Maker(double from, double to, const Setup& setup)
     , m_first(std::numeric_limits<double>::infinity())
     , m_last(-m_first)
     , m_eye(from, to, m_setup.format, setup.eyeBandwidth, mostTraces)
+    , m_symbols(from, to, setup)
 {}
 
 void Measurement::Maker::add(const SignalBlock& block)
@@ -34,8 +32,7 @@ void Measurement::Maker::add(const SignalBlock& block)
                       block.time + static_cast<double>(block.count()) / m_setup.format.sampleRate);
     addSamples(block);
     m_eye.add(block);
-    addSymbols(block);
-    addClock(block);
+    m_symbols.add(block);
     addReports(block);
 }
 
@@ -64,26 +61,6 @@ void Measurement::Maker::addSamples(const SignalBlock& block)
     }
 }
 
-void Measurement::Maker::addSymbols(const SignalBlock& block)
-{
-    m_follows = m_follows && !block.isAfterGap;
-    for (const Symbol& symbol : block.symbols) {
-        if (symbol.time < m_from || symbol.time >= m_to)
-            continue;
-        ++m_all;
-        m_edges += symbol.state == State::Edge ? 1 : 0;
-        m_unlocked += symbol.state == State::Unlocked ? 1 : 0;
-        const bool isGood = symbol.state == State::Good;
-        if (isGood)
-            m_good.push_back({symbol, block.gain, !m_follows});
-        m_goodCount += isGood ? 1 : 0;
-        m_follows = isGood;
-    }
-    // Keeps enough symbols to measure the rest as well.
-    if (m_good.size() >= 2 * mostSymbols)
-        digest(mostSymbols);
-}
-
 void Measurement::Maker::addReports(const SignalBlock& block)
 {
     for (const StageReport& report : block.reports) {
@@ -97,31 +74,19 @@ void Measurement::Maker::addReports(const SignalBlock& block)
             state = isSquelch ? QStringLiteral("open") : QStringLiteral("locked");
         else if (state.isEmpty())
             state = isSquelch ? QStringLiteral("closed") : QStringLiteral("searching");
-        for (const StageReport::Reading& reading : report.readings) {
-            if (reading.quantity == StageReport::Quantity::AliasDistance && reading.value > 0.0)
-                m_aliasDistances.insert(reading.value);
-        }
     }
 }
 
 Measurement Measurement::Maker::finish()
 {
-    digest(m_good.size());
     describe();
     measureTime();
     measureEye();
     measureFrequency();
-    measureConstellation();
-    measureCarrier();
-    measureClock();
+    m_symbols.finish(m_result);
     sayStages();
     sayWhatIsLeftOut();
     return std::move(m_result);
-}
-
-void Measurement::Maker::miss(const char* path, const QString& reason)
-{
-    m_result.reasons.insert(QString::fromLatin1(path), reason);
 }
 
 void Measurement::Maker::describe()
@@ -135,20 +100,20 @@ void Measurement::Maker::describe()
     m_result.symbolRate.confidence = m_setup.confidence;
     m_result.symbolRate.origin = m_setup.origin;
     if (!m_setup.symbolRate)
-        miss("symbol_rate", tr("the symbol rate is not known"));
+        m_result.miss("symbol_rate", tr("the symbol rate is not known"));
     if (!m_setup.symbolRateDeviation)
-        miss("symbol_rate.deviation", m_setup.origin == Origin::Estimated
-                                          ? tr("there are too few symbols")
-                                          : tr("the symbol rate was not estimated"));
+        m_result.miss("symbol_rate.deviation", m_setup.origin == Origin::Estimated
+                                                   ? tr("there are too few symbols")
+                                                   : tr("the symbol rate was not estimated"));
     if (!m_setup.confidence)
-        miss("symbol_rate.confidence", tr("the symbol rate was not estimated"));
+        m_result.miss("symbol_rate.confidence", tr("the symbol rate was not estimated"));
 }
 
 void Measurement::Maker::measureTime()
 {
     const auto readings = m_time.readings(m_setup.format.sampleRate);
     if (!readings) {
-        miss("time", tr("there are no samples"));
+        m_result.miss("time", tr("there are no samples"));
         return;
     }
     Time& time = m_result.time;
@@ -160,26 +125,13 @@ void Measurement::Maker::measureTime()
     time.rmsAc = readings->acRms;
     time.frequency = readings->frequency;
     if (!time.frequency)
-        miss("time.frequency", tr("the signal is not periodic, or not for three periods"));
-}
-
-QString Measurement::Maker::whySymbolsMiss() const
-{
-    if (!m_setup.symbolRate)
-        return tr("the symbol rate is not known");
-    if (m_setup.format.samplesPerSymbol == 0.0)
-        return tr("the symbols' clock is not looked for");
-    if (m_all == 0)
-        return tr("there are no symbols");
-    if (m_goodCount == 0)
-        return tr("the receiver is not locked");
-    return QString();
+        m_result.miss("time.frequency", tr("the signal is not periodic, or not for three periods"));
 }
 
 void Measurement::Maker::measureEye()
 {
     Eye& eye = m_result.eye;
-    QString why = whySymbolsMiss();
+    QString why = m_symbols.whyMissing();
     if (why.isEmpty() && m_setup.format.samplesPerSymbol == 1.0)
         why = tr("a sample of each symbol makes no eye");
     EyeTraces traces;
@@ -195,7 +147,7 @@ void Measurement::Maker::measureEye()
                                        traces.instants);
     }
     if (!readings) {
-        miss("eye", why.isEmpty() ? tr("levels cannot be told apart") : why);
+        m_result.miss("eye", why.isEmpty() ? tr("levels cannot be told apart") : why);
         return;
     }
     for (const EyeReadings::Eye& found : readings->eyes) {
@@ -224,18 +176,18 @@ void Measurement::Maker::measureEye()
     if (middle.crossingTime)
         eye.instant = -*middle.crossingTime;
     else
-        miss("eye.instant", tr("too few transitions cross the eye"));
+        m_result.miss("eye.instant", tr("too few transitions cross the eye"));
 }
 
 void Measurement::Maker::measureFrequency()
 {
     if (!m_setup.isFm) {
-        miss("frequency_modulation", tr("the signal was not demodulated as FM"));
+        m_result.miss("frequency_modulation", tr("the signal was not demodulated as FM"));
         return;
     }
     const auto& levels = m_result.eye.levels;
     if (levels.empty()) {
-        miss("frequency_modulation", m_result.reasons.value(QStringLiteral("eye")));
+        m_result.miss("frequency_modulation", m_result.reasons.value(QStringLiteral("eye")));
         return;
     }
     Frequency& frequency = m_result.frequency;
@@ -259,14 +211,16 @@ void Measurement::Maker::sayStages()
 void Measurement::Maker::sayWhatIsLeftOut()
 {
     LeftOut& leftOut = m_result.leftOut;
-    leftOut.symbols = m_edges + m_unlocked;
+    const std::int64_t edges = m_symbols.edgeCount();
+    const std::int64_t unlocked = m_symbols.unlockedCount();
+    leftOut.symbols = edges + unlocked;
     QStringList parts;
     if (leftOut.samples > 0)
         parts += tr("the squelch is closed");
-    if (m_unlocked > 0)
-        parts += tr("the receiver is not locked on %1 symbols").arg(m_unlocked);
-    if (m_edges > 0)
-        parts += tr("%1 symbols are at the ends of bursts").arg(m_edges);
+    if (unlocked > 0)
+        parts += tr("the receiver is not locked on %1 symbols").arg(unlocked);
+    if (edges > 0)
+        parts += tr("%1 symbols are at the ends of bursts").arg(edges);
     if (m_skippedTraces > 0) {
         const QString bound =
             tr("the eye is measured by %1 of %2 traces, in stretches spread evenly")
@@ -277,7 +231,7 @@ void Measurement::Maker::sayWhatIsLeftOut()
     }
     leftOut.reason = parts.join(QStringLiteral(", "));
     if (parts.isEmpty())
-        miss("left_out.reason", tr("nothing was left out"));
+        m_result.miss("left_out.reason", tr("nothing was left out"));
 }
 
 Measurement Measurement::of(const std::vector<SignalBlockPtr>& blocks, double from, double to,

@@ -1,7 +1,7 @@
-// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0 Figures of the symbols of a
-// gate: constellation, carrier and clock.
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/measure/SymbolMeter.h"
+
 #include "workbench/measure/CarrierPhases.h"
-#include "workbench/measure/MeasurementMaker.h"
 #include "workbench/receiver/Decisions.h"
 #include "workbench/receiver/ModulationTable.h"
 #include "workbench/sources/Constants.h"
@@ -13,12 +13,72 @@ namespace {
 
 constexpr double percent = 0.01;
 constexpr std::size_t leastClockPoints = 4;
-constexpr std::size_t levelSymbols = 256; // in which the level may change
+constexpr std::size_t levelSymbols = 256;                 // in which the level may change
+constexpr std::size_t mostSymbols = std::size_t{1} << 19; // that share one gain
 
 } // namespace
 
+SymbolMeter::SymbolMeter(double from, double to, const Measurement::Setup& setup)
+    : m_from(from)
+    , m_to(to)
+    , m_setup(setup)
+{}
+
+void SymbolMeter::add(const SignalBlock& block)
+{
+    addSymbols(block);
+    addClock(block);
+    for (const StageReport& report : block.reports) {
+        for (const StageReport::Reading& reading : report.readings) {
+            if (reading.quantity == StageReport::Quantity::AliasDistance && reading.value > 0.0)
+                m_aliasDistances.insert(reading.value);
+        }
+    }
+}
+
+void SymbolMeter::finish(Measurement& result)
+{
+    digest(m_good.size());
+    measureConstellation(result);
+    measureCarrier(result);
+    measureClock(result);
+}
+
+void SymbolMeter::addSymbols(const SignalBlock& block)
+{
+    m_follows = m_follows && !block.isAfterGap;
+    for (const Symbol& symbol : block.symbols) {
+        if (symbol.time < m_from || symbol.time >= m_to)
+            continue;
+        ++m_all;
+        m_edges += symbol.state == SymbolState::Edge ? 1 : 0;
+        m_unlocked += symbol.state == SymbolState::Unlocked ? 1 : 0;
+        const bool isGood = symbol.state == SymbolState::Good;
+        if (isGood)
+            m_good.push_back({symbol, block.gain, !m_follows});
+        m_goodCount += isGood ? 1 : 0;
+        m_follows = isGood;
+    }
+    // Keeps enough symbols to measure the rest as well.
+    if (m_good.size() >= 2 * mostSymbols)
+        digest(mostSymbols);
+}
+
+QString SymbolMeter::whyMissing() const
+{
+    if (!m_setup.symbolRate)
+        return tr("the symbol rate is not known");
+    if (m_setup.format.samplesPerSymbol == 0.0)
+        return tr("the symbols' clock is not looked for");
+    if (m_all == 0)
+        return tr("there are no symbols");
+    if (m_goodCount == 0)
+        return tr("the receiver is not locked");
+    return QString();
+}
+
 /// Figures of the first good symbols.
-std::vector<std::complex<double>> Measurement::Maker::pointsOf(std::size_t count) const
+std::vector<std::complex<double>> SymbolMeter::pointsOf(std::size_t count) const
 {
     std::vector<std::complex<double>> result;
     for (std::size_t k = 0; k < count; ++k) {
@@ -31,7 +91,7 @@ std::vector<std::complex<double>> Measurement::Maker::pointsOf(std::size_t count
 }
 
 /// Measures the first good symbols together, and drops them.
-void Measurement::Maker::digest(std::size_t count)
+void SymbolMeter::digest(std::size_t count)
 {
     if (count > 0 && whyNoConstellation().isEmpty()) {
         const auto& ideal = modulations::of(*m_setup.modulation).points;
@@ -55,8 +115,8 @@ void Measurement::Maker::digest(std::size_t count)
 }
 
 /// Removes changes of the level over hundreds of symbols.
-void Measurement::Maker::level(std::vector<std::complex<double>>& points,
-                               const std::vector<std::complex<double>>& ideal) const
+void SymbolMeter::level(std::vector<std::complex<double>>& points,
+                        const std::vector<std::complex<double>>& ideal) const
 {
     const std::size_t parts = points.size() / levelSymbols;
     if (parts < 2)
@@ -83,9 +143,9 @@ void Measurement::Maker::level(std::vector<std::complex<double>>& points,
     }
 }
 
-QString Measurement::Maker::whyNoConstellation() const
+QString SymbolMeter::whyNoConstellation() const
 {
-    QString why = whySymbolsMiss();
+    QString why = whyMissing();
     if (why.isEmpty() && !m_setup.format.hasDecisions)
         why = tr("the symbols are not those of a constellation");
     if (why.isEmpty() && !m_setup.modulation)
@@ -93,20 +153,20 @@ QString Measurement::Maker::whyNoConstellation() const
     return why;
 }
 
-void Measurement::Maker::measureConstellation()
+void SymbolMeter::measureConstellation(Measurement& result) const
 {
-    Constellation& constellation = m_result.constellation;
+    Measurement::Constellation& constellation = result.constellation;
     if (m_setup.modulation)
         constellation.modulation = modulationKinds::name(*m_setup.modulation);
     else
-        miss("constellation.modulation", tr("the modulation is not known"));
+        result.miss("constellation.modulation", tr("the modulation is not known"));
     if (const QString why = whyNoConstellation(); !why.isEmpty()) {
-        miss("constellation", why);
+        result.miss("constellation", why);
         return;
     }
     constellation.symbols = m_goodCount;
     if (!m_constellation) {
-        miss("constellation", tr("there are too few symbols"));
+        result.miss("constellation", tr("there are too few symbols"));
         return;
     }
     const ConstellationReadings& readings = *m_constellation;
@@ -117,19 +177,19 @@ void Measurement::Maker::measureConstellation()
     constellation.imbalance = readings.imbalance;
     constellation.quadrature = readings.quadratureError;
     if (!readings.imbalance)
-        miss("constellation.imbalance_db", tr("the modulation has one axis only"));
+        result.miss("constellation.imbalance_db", tr("the modulation has one axis only"));
     if (!readings.quadratureError)
-        miss("constellation.quadrature_deg", tr("the modulation has one axis only"));
+        result.miss("constellation.quadrature_deg", tr("the modulation has one axis only"));
 }
 
-bool Measurement::Maker::hasCarrier() const
+bool SymbolMeter::hasCarrier() const
 {
     return m_setup.modulation && m_setup.format.hasDecisions && m_setup.hasCarrierRecovery;
 }
 
 /// Takes the carrier's phases of the first good symbols.
 /// @param evm  of their points.
-void Measurement::Maker::addCarrier(const std::vector<std::complex<double>>& points, double evm)
+void SymbolMeter::addCarrier(const std::vector<std::complex<double>>& points, double evm)
 {
     const auto& modulation = modulations::of(*m_setup.modulation);
     const Decisions decisions(modulation.points);
@@ -155,30 +215,30 @@ void Measurement::Maker::addCarrier(const std::vector<std::complex<double>>& poi
     }
 }
 
-void Measurement::Maker::measureCarrier()
+void SymbolMeter::measureCarrier(Measurement& result)
 {
-    Carrier& carrier = m_result.carrier;
+    Measurement::Carrier& carrier = result.carrier;
     if (!hasCarrier()) {
-        miss("carrier", tr("the receiver recovers no carrier"));
+        result.miss("carrier", tr("the receiver recovers no carrier"));
         return;
     }
     m_carrier.join(2.0 * pi / modulations::of(*m_setup.modulation).power);
     const auto slope = m_carrier.slope();
     if (!slope) {
-        miss("carrier", tr("there are too few symbols"));
+        result.miss("carrier", tr("there are too few symbols"));
         return;
     }
     carrier.offset = slope->value / (2.0 * pi);
     if (slope->deviation)
         carrier.deviation = *slope->deviation / (2.0 * pi);
     else
-        miss("carrier.deviation", tr("there are too few symbols"));
+        result.miss("carrier.deviation", tr("there are too few symbols"));
     for (const double distance : m_aliasDistances)
-        m_result.notes +=
+        result.notes +=
             tr("the carrier may also be %1 Hz beside it: the spectrum fits both").arg(distance);
 }
 
-void Measurement::Maker::addClock(const SignalBlock& block)
+void SymbolMeter::addClock(const SignalBlock& block)
 {
     if (!m_setup.symbolRate)
         return;
@@ -195,30 +255,30 @@ void Measurement::Maker::addClock(const SignalBlock& block)
     }
 }
 
-void Measurement::Maker::measureClock()
+void SymbolMeter::measureClock(Measurement& result) const
 {
-    Clock& clock = m_result.clock;
+    Measurement::Clock& clock = result.clock;
     if (!m_setup.symbolRate || m_setup.format.samplesPerSymbol <= 1.0) {
-        miss("clock", whySymbolsMiss().isEmpty() ? tr("the symbols' clock is not looked for")
-                                                 : whySymbolsMiss());
+        result.miss("clock", whyMissing().isEmpty() ? tr("the symbols' clock is not looked for")
+                                                    : whyMissing());
         return;
     }
     const auto slope = m_clock.slope();
     if (!slope || m_clock.count() < leastClockPoints) {
-        miss("clock", tr("there are too few symbols"));
+        result.miss("clock", tr("there are too few symbols"));
         return;
     }
     constexpr double million = 1e6;
-    if (m_setup.origin == Origin::Estimated) { // then this is the symbol rate
-        m_result.symbolRate.value = slope->value;
-        m_result.symbolRate.deviation = slope->deviation;
-        m_result.reasons.remove(QStringLiteral("symbol_rate.deviation"));
-        miss("clock", tr("the symbol rate was estimated: there is none to compare with"));
+    if (m_setup.origin == Measurement::Origin::Estimated) { // then this is the symbol rate
+        result.symbolRate.value = slope->value;
+        result.symbolRate.deviation = slope->deviation;
+        result.reasons.remove(QStringLiteral("symbol_rate.deviation"));
+        result.miss("clock", tr("the symbol rate was estimated: there is none to compare with"));
         return;
     }
     clock.offset = million * (slope->value / *m_setup.symbolRate - 1.0);
     if (slope->deviation)
         clock.deviation = million * *slope->deviation / *m_setup.symbolRate;
     else
-        miss("clock.deviation_ppm", tr("there are too few symbols"));
+        result.miss("clock.deviation_ppm", tr("there are too few symbols"));
 }
