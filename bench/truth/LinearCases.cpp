@@ -99,15 +99,17 @@ Case caseOf(const char* group, const QString& name, const LinearSignal& signal,
     return result;
 }
 
+struct Row
+{
+    const char* name;
+    LinearSignal signal;
+};
+
 /// Modulation, roll-off, samples a symbol, clock, carrier, Es/N0 and symbols, each value of each
 /// somewhere.
-std::vector<Case> running()
+const std::vector<Row>& runningSignals()
 {
-    const struct
-    {
-        const char* name;
-        LinearSignal signal;
-    } rows[] = {
+    static const std::vector<Row> rows = {
         // clang-format off
         {"clean",      {Modulation::Qpsk, 0.35, 4.0, 0.0, 0.0, LinearSignal::none, 2000}},
         {"10dB",       {Modulation::Qpsk, 0.35, 4.0, 0.0, 0.0, 10.0, 2000}},
@@ -151,8 +153,13 @@ std::vector<Case> running()
         {"1sps",       {Modulation::Qam16, 0.35, 1.0, 0.0, 0.001, 26.0, 2000}},
         // clang-format on
     };
+    return rows;
+}
+
+std::vector<Case> running()
+{
     std::vector<Case> cases;
-    for (const auto& row : rows) {
+    for (const Row& row : runningSignals()) {
         const LinearSignal& signal = row.signal;
         cases.push_back(caseOf("Linear modulation, cut out of a running signal",
                                QString::fromLatin1(row.name), signal));

@@ -189,15 +189,21 @@ Result<bool> MeasureCommand::measure(const QString& file, const density::Mask* m
         return failure(tr("there are no samples to be measured; give another range"));
     Measurement measurement = maker.finish();
     measurement.notes = notes + measurement.notes;
-    QJsonObject json = measurement.json();
-    json.insert(QStringLiteral("input"), file);
     if (check)
         check->finish();
-    if (mask)
+    print(file, measurement, check ? &*check : nullptr, mask != nullptr);
+    return !check || check->hasPassed();
+}
+
+void MeasureCommand::print(const QString& file, const Measurement& measurement,
+                           const DensityCheck* check, bool hasMask) const
+{
+    QJsonObject json = measurement.json();
+    json.insert(QStringLiteral("input"), file);
+    if (hasMask)
         json.insert(QStringLiteral("mask"), check->mask());
     if (m_options.isDensity)
         json.insert(QStringLiteral("density"), check->figures());
     std::printf("%s\n", QJsonDocument(json).toJson(QJsonDocument::Compact).constData());
     std::fflush(stdout);
-    return !check || check->hasPassed();
 }

@@ -9,6 +9,7 @@
 
 #include <limits>
 
+class DensityCheck;
 class Receiver;
 
 /// Measures recordings without a display, and prints their figures: a line of JSON for each.
@@ -40,6 +41,9 @@ private:
     /// @return whether it passed the mask, or there is none.
     Result<bool> measure(const QString& file, const density::Mask* mask,
                          const std::function<void(const QString&)>& say) const;
+    /// @param check  where there is a mask or figures of a density are wanted; else null.
+    void print(const QString& file, const Measurement& measurement, const DensityCheck* check,
+               bool hasMask) const;
 
     const Options& m_options;
 };

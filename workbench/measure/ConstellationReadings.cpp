@@ -45,17 +45,54 @@ double decibels(double powerRatio)
     return 10.0 * std::log10(std::max(powerRatio, std::numeric_limits<double>::min()));
 }
 
-} // namespace
-
-std::optional<ConstellationReadings>
-ConstellationReadings::of(const std::vector<double>& i, const std::vector<double>& q,
-                          const std::vector<std::complex<double>>& ideal, double fitted)
+std::vector<Complex> finiteOf(const std::vector<double>& i, const std::vector<double>& q)
 {
     std::vector<Complex> points;
     for (std::size_t k = 0; k < std::min(i.size(), q.size()); ++k) {
         if (std::isfinite(i[k]) && std::isfinite(q[k]))
             points.emplace_back(i[k], q[k]);
     }
+    return points;
+}
+
+/// Where the ideal I and Q axes lie among the points: least squares of the points from the ideal
+/// ones, by the sums of the normal equations.
+class Axes
+{
+public:
+    /// Both without their mean.
+    void add(Complex ideal, Complex point)
+    {
+        m_ii += ideal.real() * ideal.real();
+        m_qq += ideal.imag() * ideal.imag();
+        m_iq += ideal.real() * ideal.imag();
+        m_fromI += point * ideal.real();
+        m_fromQ += point * ideal.imag();
+    }
+    /// Imbalance and quadrature error, unless the ideal points lie on one line.
+    void tell(ConstellationReadings& readings) const
+    {
+        const double determinant = m_ii * m_qq - m_iq * m_iq;
+        if (!(determinant > 1e-6 * (m_ii + m_qq) * (m_ii + m_qq)))
+            return;
+        const Complex axisI = (m_fromI * m_qq - m_fromQ * m_iq) / determinant;
+        const Complex axisQ = (m_fromQ * m_ii - m_fromI * m_iq) / determinant;
+        readings.imbalance = 20.0 * std::log10(std::abs(axisI) / std::abs(axisQ));
+        readings.quadratureError = 90.0 - std::abs(std::arg(axisQ * std::conj(axisI))) * 180.0 / pi;
+    }
+
+private:
+    double m_ii = 0.0, m_qq = 0.0, m_iq = 0.0;
+    Complex m_fromI = 0.0, m_fromQ = 0.0;
+};
+
+} // namespace
+
+std::optional<ConstellationReadings>
+ConstellationReadings::of(const std::vector<double>& i, const std::vector<double>& q,
+                          const std::vector<std::complex<double>>& ideal, double fitted)
+{
+    const std::vector<Complex> points = finiteOf(i, q);
     if (ideal.size() < 2 || points.size() < minPerPoint * ideal.size())
         return std::nullopt;
     const Decisions decisions(ideal);
@@ -77,21 +114,13 @@ ConstellationReadings::of(const std::vector<double>& i, const std::vector<double
     const Complex offset = mean - meanIdeal;
     double errors = 0.0;
     double largest = 0.0;
-    // Least squares of the points' I and Q from the ideal ones': sums of the normal equations.
-    double ii = 0.0, qq = 0.0, iq = 0.0;
-    Complex fromI = 0.0, fromQ = 0.0;
+    Axes axes;
     for (std::size_t k = 0; k < points.size(); ++k) {
         const Complex point = points[k] / gain;
         const double error = std::norm(point - decided[k]);
         errors += error / count;
         largest = std::max(largest, error);
-        const Complex d = decided[k] - meanIdeal;
-        const Complex y = point - offset - meanIdeal;
-        ii += d.real() * d.real();
-        qq += d.imag() * d.imag();
-        iq += d.real() * d.imag();
-        fromI += y * d.real();
-        fromQ += y * d.imag();
+        axes.add(decided[k] - meanIdeal, point - offset - meanIdeal);
     }
     if (decisions.spacing() < surelyApart * std::sqrt(0.5 * errors))
         errors = likeliestError(points, decisions, gain, errors);
@@ -103,13 +132,7 @@ ConstellationReadings::of(const std::vector<double>& i, const std::vector<double
     readings.mer = -decibels(errors / power);
     readings.offset = offset / std::sqrt(power);
     readings.originOffset = decibels(std::norm(readings.offset));
-    const double determinant = ii * qq - iq * iq;
-    if (determinant > 1e-6 * (ii + qq) * (ii + qq)) {
-        const Complex axisI = (fromI * qq - fromQ * iq) / determinant;
-        const Complex axisQ = (fromQ * ii - fromI * iq) / determinant;
-        readings.imbalance = 20.0 * std::log10(std::abs(axisI) / std::abs(axisQ));
-        readings.quadratureError = 90.0 - std::abs(std::arg(axisQ * std::conj(axisI))) * 180.0 / pi;
-    }
+    axes.tell(readings);
     return readings;
 }
 
