@@ -29,6 +29,7 @@ void GLFrameWidget::Draw(const QColor& color, const Add& add)
         raster.Fill(color);
     };
     if (PixelTarget* pixels = PixelsFor(color)) {
+        PaintGround();
         const QRect place = CurrentPlace();
         fill(DeviceRaster(*pixels, place.topLeft(), QRect(QPoint(0, 0), place.size())));
         return;

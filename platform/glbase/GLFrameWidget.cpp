@@ -56,6 +56,13 @@ QColor colorOf(IColorBase::ECOLOR number)
     return (GLFrameWidget::m_pColors ? *GLFrameWidget::m_pColors : own)[number];
 }
 
+QColor groundColor()
+{
+    QColor ground = colorOf(IColorBase::colBackground);
+    ground.setAlpha(255);
+    return ground;
+}
+
 } // namespace
 
 void GLFrameWidget::ShowNotice()
@@ -143,13 +150,24 @@ void GLFrameWidget::Render(QPainter& painter)
     if (!m_hasBaseClip)
         m_pixels = PixelTarget::Of(painter);
 
-    QColor ground = colorOf(IColorBase::colBackground);
-    ground.setAlpha(255);
     const QRect content(QPoint(0, 0), ContentSize());
-    painter.fillRect(DeviceRaster(painter, content).Snapped(content), ground);
+    if (PixelsFor(groundColor()))
+        m_bareGround = content;
+    else
+        painter.fillRect(DeviceRaster(painter, content).Snapped(content), groundColor());
     PaintChildren(painter);
+    PaintGround(content);
     m_pixels.reset();
     painter.restore();
+}
+
+void GLFrameWidget::PaintGround(const QRect& place)
+{
+    const QRegion bare = m_bareGround & place;
+    m_bareGround -= bare;
+    for (const QRect& part : bare)
+        m_pixels->Fill(DeviceRaster(*m_pixels, QPoint(0, 0), part).VisibleDeviceRect(),
+                       groundColor().rgb());
 }
 
 void GLFrameWidget::PaintChildren(QPainter&) {}

@@ -90,6 +90,13 @@ private:
     QRect CurrentPlace() const;
     /// The pixels to write an opaque colour into; null where the painter has to paint it.
     PixelTarget* PixelsFor(const QColor& color) const;
+    /// Paints what is left of the ground in the place of the child that is being painted.
+    void PaintGround()
+    {
+        if (!m_bareGround.isEmpty())
+            PaintGround(CurrentPlace());
+    }
+    void PaintGround(const QRect& place);
     template<class Add>
     void Draw(const QColor& color, const Add& add);
 
@@ -101,5 +108,6 @@ private:
     bool m_hasBaseClip = false;
     std::unique_ptr<PixelTarget>
         m_pixels;              // of the open painter; null where only the painter paints
+    QRegion m_bareGround;      // of which the ground is not painted yet: a child may cover it
     bool m_hasContext = false; // the open painter draws with the frame's own GL context
 };

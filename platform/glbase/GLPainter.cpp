@@ -101,6 +101,14 @@ QFont GLPainter::font() const { return m_pPainter ? m_pPainter->font() : QFont()
 
 QBrush GLPainter::brush() const { return m_pPainter ? m_pPainter->brush() : QBrush(); }
 
+QPainter* GLPainter::painter() const
+{
+    m_isShared = true;
+    if (m_pPainter)
+        m_pFrame->PaintGround();
+    return m_pPainter;
+}
+
 PixelTarget* GLPainter::PixelsFor(const QColor& color) const
 {
     return m_isShared || !m_pPainter ? nullptr : m_pFrame->PixelsFor(color);
@@ -109,6 +117,7 @@ PixelTarget* GLPainter::PixelsFor(const QColor& color) const
 template<class Use>
 void GLPainter::Raster(const QColor& color, const Use& use)
 {
+    m_pFrame->PaintGround();
     if (PixelTarget* pixels = PixelsFor(color))
         use(DeviceRaster(*pixels, m_origin, m_area));
     else
@@ -137,8 +146,17 @@ void GLPainter::drawRect(const QRect& rect)
 
 void GLPainter::fillRect(const QRect& rect, const QBrush& brush)
 {
-    if (!m_pPainter || brush.style() == Qt::NoBrush || FillByRow(rect, brush))
+    if (!m_pPainter || brush.style() == Qt::NoBrush)
         return;
+    const bool coversAll = rect.contains(m_area);
+    if (!coversAll)
+        m_pFrame->PaintGround();
+    if (FillByRow(rect, brush)) {
+        if (coversAll)
+            m_pFrame->m_bareGround -= m_pFrame->CurrentPlace();
+        return;
+    }
+    m_pFrame->PaintGround();
     const DeviceRaster raster(*m_pPainter, m_area);
     m_pPainter->fillRect(raster.Snapped(rect), brush);
 }
@@ -159,7 +177,10 @@ bool GLPainter::FillByRow(const QRect& rect, const QBrush& brush)
 
 void GLPainter::drawText(const QRect& rect, int flags, const QString& text)
 {
-    if (!m_pPainter || (PixelsFor(Qt::black) && keptTexts::draw(*m_pPainter, rect, flags, text)) ||
+    if (!m_pPainter)
+        return;
+    m_pFrame->PaintGround();
+    if ((PixelsFor(Qt::black) && keptTexts::draw(*m_pPainter, rect, flags, text)) ||
         (!m_pFrame->IsPaintingPicture() &&
          keptTexts::drawLikeOpenGL(*m_pPainter, rect, flags, text)))
         return;

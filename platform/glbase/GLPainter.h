@@ -79,11 +79,7 @@ public:
     bool isActive() const { return m_pPainter != nullptr; }
     /// The Qt painter behind the handle; null when the handle is inert. Slows the handle down,
     /// which from then on has to expect that transform and clip were changed.
-    QPainter* painter() const
-    {
-        m_isShared = true;
-        return m_pPainter;
-    }
+    QPainter* painter() const;
     /// The area that is drawn into, origin (0, 0); null when the handle is inert.
     const QRect& area() const { return m_area; }
 

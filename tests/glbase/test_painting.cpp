@@ -109,6 +109,11 @@ TEST_F(Painting, PixelsAreWrittenAsAPainterPaintsThem)
                            Qt::white);
         Draw({{0, 80, 160, 3}, {20, 0, 19, 85}}, lsSolid, 2);
     };
+    // The ground shows in part, or shimmers through.
+    header->paint = [&](GLPainter& painter) { painter.fillRect(QRect(0, 0, 99, 25), trace); };
+    footer->paint = [&](GLPainter& painter) {
+        painter.fillRect(painter.area(), QColor(255, 0, 0, 100));
+    };
     PaintedOnScreen(); // sets the ratio
     const auto render = [&](QImage::Format format, bool isClipped) {
         QImage image((QSizeF(frame.size()) * ratio).toSize(), format);
