@@ -287,3 +287,17 @@ void GLPainter::drawPoints(const std::vector<float>& points, const QTransform& t
         raster.Fill(color);
     });
 }
+
+void GLPainter::drawPoints(const std::vector<const std::vector<float>*>& sets,
+                           const QTransform& toWidget, const QColor& color)
+{
+    if (m_pPainter && !m_pFrame->IsPaintingPicture() && PixelsFor(color)) {
+        Raster(color, [&](DeviceRaster&& raster) {
+            for (const std::vector<float>* points : sets)
+                raster.FillPoints(*points, toWidget, color);
+        });
+        return;
+    }
+    for (const std::vector<float>* points : sets)
+        drawPoints(*points, toWidget, color);
+}

@@ -74,6 +74,9 @@ public:
     /// @param toWidget  scales and moves them into the widget's pixel frame.
     void drawPoints(const std::vector<float>& points, const QTransform& toWidget,
                     const QColor& color);
+    /// The same for many sets of points, which costs less than one after the other.
+    void drawPoints(const std::vector<const std::vector<float>*>& sets, const QTransform& toWidget,
+                    const QColor& color);
 
     /// False when the handle is inert.
     bool isActive() const { return m_pPainter != nullptr; }

@@ -223,8 +223,11 @@ void GLIQDiagram::DrawPoints(const Plot& plot, std::size_t recordCount, GLPainte
         return;
     }
     if (!painter.beginNativePainting()) {
+        std::vector<const std::vector<float>*> sets;
+        sets.reserve(recordCount);
         for (std::size_t i = 0; i < recordCount; ++i)
-            painter.drawPoints(m_records[i]->m_samples, plot.toPixel, color);
+            sets.push_back(&m_records[i]->m_samples);
+        painter.drawPoints(sets, plot.toPixel, color);
         return;
     }
     glPushMatrix();
