@@ -22,6 +22,11 @@ struct AxisLabelBox
     QRect mark; ///< The tick at the border of the plot, one pixel high.
     QRect box;  ///< Ground of the text; empty when there is no room for it.
     QString text;
+
+    bool operator==(const AxisLabelBox& other) const
+    {
+        return mark == other.mark && box == other.box && text == other.text;
+    }
 };
 
 /// Places the labels of a vertical axis along the left or right border of a plot. Ticks outside the

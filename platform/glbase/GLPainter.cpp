@@ -4,7 +4,9 @@
 #include "platform/glbase/DeviceRaster.h"
 #include "platform/glbase/GLBaseWidget.h"
 #include "platform/glbase/GLFrameWidget.h"
+#include "platform/glbase/KeptPixels.h"
 #include "platform/glbase/KeptTexts.h"
+#include "platform/glbase/PixelTarget.h"
 
 #include <QImage>
 #include <QLinearGradient>
@@ -205,6 +207,24 @@ void GLPainter::drawLine(const QLineF& line, const QColor& color)
         raster.AddLine(line, GLLineStyle(lsSolid, 1, color));
         raster.Fill(color);
     });
+}
+
+void GLPainter::drawKept(KeptPixels& kept, const std::vector<QRect>& places,
+                         const std::function<void()>& draw)
+{
+    PixelTarget* pixels = PixelsFor(Qt::black);
+    if (!pixels) {
+        draw();
+        return;
+    }
+    m_pFrame->PaintGround();
+    std::vector<QRect> devicePlaces;
+    for (const QRect& place : places) {
+        const QRect device = DeviceRaster(*pixels, m_origin, place & m_area).VisibleDeviceRect();
+        if (!device.isEmpty())
+            devicePlaces.push_back(device);
+    }
+    kept.Paint(*pixels, devicePlaces, draw);
 }
 
 bool GLPainter::beginNativePainting()

@@ -11,9 +11,11 @@
 #include <QRect>
 #include <QString>
 
+#include <functional>
 #include <vector>
 
 class GLFrameWidget;
+class KeptPixels;
 class PixelTarget;
 class QPainter;
 class QTransform;
@@ -58,6 +60,12 @@ public:
     /// Lines of one logical pixel: (x, y) is the pixel of that index, at any device pixel ratio.
     void drawHLine(int x1, int x2, int y, const QColor& color);
     void drawVLine(int x, int y1, int y2, const QColor& color);
+
+    /// Calls draw, whose every pixel depends on the one below it alone, or puts what is kept of
+    /// that.
+    /// @param places  outside of which it draws nothing.
+    void drawKept(KeptPixels& kept, const std::vector<QRect>& places,
+                  const std::function<void()>& draw);
 
     /// Between these two calls raw OpenGL 1.1 draws in the widget's pixel frame: integer
     /// coordinates are pixel centres, the scissor is the widget, the current context is the

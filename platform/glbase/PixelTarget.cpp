@@ -1,9 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "platform/glbase/PixelTarget.h"
 
-#include <QImage>
 #include <QPaintEngine>
-#include <QPainter>
 
 #include <algorithm>
 
@@ -27,7 +25,8 @@ std::unique_ptr<PixelTarget> PixelTarget::Of(const QPainter& painter)
         return nullptr;
 
     std::unique_ptr<PixelTarget> target(new PixelTarget);
-    target->m_toDevice = toDevice;
+    target->m_medium = {toDevice, image.format(), QSize(image.logicalDpiX(), image.logicalDpiY()),
+                        painter.renderHints()};
     const QRegion systemClip = engine->systemClip();
     const QRegion clip = systemClip.isEmpty() ? image.rect() : systemClip & image.rect();
     target->m_clip.assign(clip.begin(), clip.end());

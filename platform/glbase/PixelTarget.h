@@ -1,14 +1,15 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QImage>
+#include <QPainter>
 #include <QRect>
 #include <QRgb>
+#include <QSize>
 #include <QTransform>
 
 #include <memory>
 #include <vector>
-
-class QPainter;
 
 /// Direct access to the pixels that a painter paints: those of a picture with 32 bits a pixel, by a
 /// painter that neither rotates nor mirrors. For thousands of small areas this is many times
@@ -21,8 +22,23 @@ public:
     /// @param painter  must stay open as long as this object is used.
     static std::unique_ptr<PixelTarget> Of(const QPainter& painter);
 
-    /// Transform from logical to device pixels at the time of construction.
-    const QTransform& ToDevice() const { return m_toDevice; }
+    /// What beside colours and fonts decides which pixels a painter makes of a drawing; at the time
+    /// of construction.
+    struct Medium
+    {
+        QTransform toDevice; ///< From logical to device pixels.
+        QImage::Format format = QImage::Format_Invalid;
+        QSize dotsPerInch;
+        QPainter::RenderHints hints;
+
+        bool operator==(const Medium& other) const
+        {
+            return toDevice == other.toDevice && format == other.format &&
+                   dotsPerInch == other.dotsPerInch && hints == other.hints;
+        }
+    };
+    const Medium& GetMedium() const { return m_medium; }
+    const QTransform& ToDevice() const { return m_medium.toDevice; }
     /// The area in which pixels may be written, in device pixels.
     const std::vector<QRect>& Clip() const { return m_clip; }
     QRgb* Row(int y) const { return m_first + y * m_stride; }
@@ -48,7 +64,7 @@ private:
     PixelTarget() = default;
     void FillChunk(int left, const Stroke* strokes, int count, QRgb color) const;
 
-    QTransform m_toDevice;
+    Medium m_medium;
     std::vector<QRect> m_clip;
     QRgb* m_first = nullptr;
     std::ptrdiff_t m_stride = 0; // pixels

@@ -5,6 +5,7 @@
 #include "platform/glbase/GLCommonWidget.h"
 #include "platform/glbase/GLFrameWidget.h"
 #include "platform/glbase/GLPainter.h"
+#include "platform/glbase/KeptPixels.h"
 #include "platform/glwidgets/AxisZoom.h"
 #include "platform/gui/ColorSet.h"
 
@@ -18,10 +19,44 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 namespace {
 
 constexpr int minStripWidth = 44;
+
+} // namespace
+
+namespace {
+
+/// All that the labels look like.
+struct Look
+{
+    std::vector<AxisLabelBox> labels;
+    QFont font;
+    QColor text;
+    QColor ground;
+
+    bool operator==(const Look& other) const
+    {
+        return labels == other.labels && font == other.font && text == other.text &&
+               ground == other.ground;
+    }
+    void Draw(GLPainter& painter) const
+    {
+        painter.save();
+        painter.setPen(QPen(text));
+        for (const AxisLabelBox& label : labels) {
+            painter.drawHLine(label.mark.left(), label.mark.right(), label.mark.top(), text);
+            if (label.box.isEmpty())
+                continue;
+            painter.fillRect(label.box, ground);
+            painter.drawText(label.box, Qt::AlignCenter, label.text);
+        }
+        painter.restore();
+    }
+};
 
 } // namespace
 
@@ -32,6 +67,8 @@ struct YAxisHandler::Private
     {}
     QPointer<GLCommonWidget> widget;
     AxisZoom zoom;
+    Look look; // as drawn last
+    KeptPixels pixels;
 };
 
 YAxisHandler::YAxisHandler(int)
@@ -125,21 +162,18 @@ void YAxisHandler::drawOverlay(GLCommonWidget* widget, GLPainter& painter)
         return;
     const axisDefinition& axis = XPixelMap()->GetAxisDefinition();
     ColorSet& colors = ColorSet::Instance();
-    const QColor& text = colors[IColorBase::colLabel];
-    QColor ground = colors[IColorBase::colLabelBack];
-    ground.setAlpha(AxisLabelBox::groundAlpha);
-
-    painter.save();
-    painter.setPen(QPen(text));
-    for (const AxisLabelBox& label :
-         axisLabelBoxes(axis, axis.GetTicks(), painter.font(), widget->rect())) {
-        painter.drawHLine(label.mark.left(), label.mark.right(), label.mark.top(), text);
-        if (label.box.isEmpty())
-            continue;
-        painter.fillRect(label.box, ground);
-        painter.drawText(label.box, Qt::AlignCenter, label.text);
+    Look look{axisLabelBoxes(axis, axis.GetTicks(), painter.font(), widget->rect()), painter.font(),
+              colors[IColorBase::colLabel], colors[IColorBase::colLabelBack]};
+    look.ground.setAlpha(AxisLabelBox::groundAlpha);
+    if (!(look == d->look)) {
+        d->look = std::move(look);
+        d->pixels.Forget();
     }
-    painter.restore();
+    std::vector<QRect> places;
+    constexpr int beyond = 2; // for glyphs larger than their advance
+    for (const AxisLabelBox& label : d->look.labels)
+        places.push_back((label.mark | label.box).adjusted(-beyond, -beyond, beyond, beyond));
+    painter.drawKept(d->pixels, places, [&] { d->look.Draw(painter); });
 }
 
 void YAxisHandler::RequestRepaint()

@@ -21,6 +21,8 @@
 
 #include <cmath>
 #include <functional>
+#include <utility>
+#include <vector>
 
 /// A plot with grid and Y axis that paints itself as the diagrams do.
 struct Plot : ScanBufferWidgetBase
@@ -43,12 +45,15 @@ struct Plot : ScanBufferWidgetBase
         if (!xAxis.expired())
             xAxis.lock()->XPixelMap()->GetGridDrawer().Draw(painter, this, m_drawParam);
         yAxis->XPixelMap()->GetGridDrawer().Draw(painter, this, m_drawParam);
+        for (const auto& [place, color] : traces)
+            painter.fillRect(place, color);
         GLCommonWidget::paintEvent(event);
         TextRects()->draw(painter);
     }
 
     std::shared_ptr<YAxisHandler> yAxis = std::make_shared<YAxisHandler>(3);
     std::weak_ptr<AxisHandler> xAxis;
+    std::vector<std::pair<QRect, QColor>> traces;
 };
 
 /// Caption, plot, X axis and ruler in a window, put together and taken apart as the views do.

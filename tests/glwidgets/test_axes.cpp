@@ -88,6 +88,34 @@ TEST_F(Axes, LabelsAreApartInsideDifferentAndNeverMinusZero)
         EXPECT_EQ(numbers[i] - numbers[i - 1], numbers[1] - numbers[0]);
 }
 
+TEST_F(Axes, LabelsAreDrawnOverWhateverLiesBelow)
+{
+    const auto render = [&](double ratio, bool isClipped) {
+        QImage image((QSizeF(view->size()) * ratio).toSize(), QImage::Format_RGB32);
+        image.setDevicePixelRatio(ratio);
+        QPainter painter(&image);
+        painter.setClipRect(view->rect(), isClipped ? Qt::ReplaceClip : Qt::NoClip);
+        view->Render(painter);
+        return image;
+    };
+    std::mt19937 random(1);
+    const auto below = [&random](unsigned end) { return static_cast<int>(random() % end); };
+    for (const double ratio : {1.0, 1.25, 2.0}) {
+        y.SetRange(-1.0, 1.0);
+        for (int turn = 0; turn < 12; ++turn) {
+            const int colors = 1 + turn / 3; // more than are kept, in the end
+            for (int k = 0; k < 50; ++k)
+                view->plot->traces.push_back({QRect(below(60), below(250), 1 + below(9), 1),
+                                              QColor(80 * below(colors), 255, 70)});
+            if (turn % 5 == 4)
+                y.SetRange(-0.1 * turn, 1.0);
+            // A clip leaves all to the painter.
+            ASSERT_EQ(render(ratio, false), render(ratio, true)) << ratio << ", turn " << turn;
+            view->plot->traces.clear();
+        }
+    }
+}
+
 TEST_F(Axes, WheelAndDragKeepTheValueUnderThePointer)
 {
     view->open();

@@ -1,0 +1,89 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "platform/glbase/KeptPixels.h"
+
+#include <algorithm>
+#include <cstring>
+
+/// Calls use(pixels of the picture, index in the memory, count) for each row of each place.
+template<class Use>
+void KeptPixels::ForEachRow(const PixelTarget& pixels, const Use& use) const
+{
+    std::size_t index = 0;
+    for (const QRect& place : m_places) {
+        const auto width = static_cast<std::size_t>(place.width());
+        for (int y = place.top(); y <= place.bottom(); ++y, index += width)
+            use(pixels.Row(y) + place.left(), index, width);
+    }
+}
+
+// Returns false where not all pixels of the places may be written.
+bool KeptPixels::Read(const PixelTarget& pixels, const std::vector<QRect>& places)
+{
+    std::size_t count = 0;
+    for (const QRect& place : places) {
+        const auto holds = [&place](const QRect& part) { return part.contains(place); };
+        if (!std::any_of(pixels.Clip().begin(), pixels.Clip().end(), holds))
+            return false;
+        count += static_cast<std::size_t>(place.width()) * static_cast<std::size_t>(place.height());
+    }
+    const bool isKnown = m_places == places && m_medium == pixels.GetMedium();
+    m_places = places;
+    m_medium = pixels.GetMedium();
+    m_below.resize(count);
+    m_drawn.resize(count);
+    ForEachRow(pixels, [this](const QRgb* row, std::size_t index, std::size_t width) {
+        std::copy_n(row, width, m_below.data() + index);
+    });
+    if (!isKnown)
+        m_met = {};
+    return true;
+}
+
+bool KeptPixels::Put(const PixelTarget& pixels)
+{
+    const std::size_t count = m_below.size();
+    if (m_met[0].below.size() != count)
+        return false;
+    const auto isSame = [](const QRgb* one, const QRgb* other, std::size_t width) {
+        return std::memcmp(one, other, width * sizeof(QRgb)) == 0;
+    };
+    bool isMet = true;
+    ForEachRow(pixels, [&](const QRgb*, std::size_t index, std::size_t width) {
+        const QRgb* const below = m_below.data() + index;
+        QRgb* const drawn = m_drawn.data() + index;
+        std::copy_n(m_met[0].drawn.data() + index, width, drawn);
+        if (!isMet || isSame(below, m_met[0].below.data() + index, width))
+            return;
+        for (std::size_t i = 0; i < width; ++i) {
+            const auto knows = [&](const Meeting& met) { return met.below[index + i] == below[i]; };
+            const auto met = std::find_if(m_met.begin(), m_met.end(), knows);
+            isMet = isMet && met != m_met.end();
+            if (met != m_met.end())
+                drawn[i] = met->drawn[index + i];
+        }
+    });
+    if (isMet)
+        ForEachRow(pixels, [this](QRgb* row, std::size_t index, std::size_t width) {
+            std::copy_n(m_drawn.data() + index, width, row);
+        });
+    return isMet;
+}
+
+void KeptPixels::Learn(const PixelTarget& pixels)
+{
+    ForEachRow(pixels, [this](const QRgb* row, std::size_t index, std::size_t width) {
+        std::copy_n(row, width, m_drawn.data() + index);
+    });
+    if (m_met[0].below.size() != m_below.size()) {
+        m_met.fill({m_below, m_drawn});
+        return;
+    }
+    for (std::size_t i = 0; i < m_below.size(); ++i) {
+        const auto knows = [&](const Meeting& met) { return met.below[i] == m_below[i]; };
+        if (std::none_of(m_met.begin(), m_met.end(), knows)) {
+            m_met[m_next].below[i] = m_below[i];
+            m_met[m_next].drawn[i] = m_drawn[i];
+        }
+    }
+    m_next = m_next + 1 < m_met.size() ? m_next + 1 : 1;
+}
