@@ -12,7 +12,8 @@ std::vector<AxisLabelBox> axisLabelBoxes(const axisDefinition& axis,
                                          const QFont& font, const QRect& area, bool atRight)
 {
     constexpr int tickLength = AxisLabelBox::tickLength;
-    const int height = QFontMetrics(font).height();
+    const QFontMetrics metrics(font);
+    const int height = metrics.height();
     std::vector<AxisLabelBox> result;
     QRect previous;
     for (const axisDefinition::Tick& tick : ticks) {
@@ -21,7 +22,7 @@ std::vector<AxisLabelBox> axisLabelBoxes(const axisDefinition& axis,
             continue;
         const int markX = atRight ? area.right() + 1 - tickLength : area.left();
         AxisLabelBox label{QRect(markX, tick.pixel, tickLength, 1), {}, axis.Label(tick.value)};
-        const int width = textWidths::of(font, label.text) + 2 * AxisLabelBox::margin;
+        const int width = textWidths::of(font, metrics, label.text) + 2 * AxisLabelBox::margin;
         QRect box(atRight ? markX - width : markX + tickLength, tick.pixel - height / 2, width,
                   height);
         box.moveTop(std::max(area.top(), std::min(box.top(), area.bottom() + 1 - height)));

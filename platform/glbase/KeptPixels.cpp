@@ -17,7 +17,7 @@ void KeptPixels::ForEachRow(const PixelTarget& pixels, const Use& use) const
 }
 
 // Returns false where not all pixels of the places may be written.
-bool KeptPixels::Read(const PixelTarget& pixels, const std::vector<QRect>& places)
+bool KeptPixels::Take(const PixelTarget& pixels, const std::vector<QRect>& places)
 {
     std::size_t count = 0;
     for (const QRect& place : places) {
@@ -26,54 +26,52 @@ bool KeptPixels::Read(const PixelTarget& pixels, const std::vector<QRect>& place
             return false;
         count += static_cast<std::size_t>(place.width()) * static_cast<std::size_t>(place.height());
     }
-    const bool isKnown = m_places == places && m_medium == pixels.GetMedium();
+    if (m_places == places && m_medium == pixels.GetMedium())
+        return true;
     m_places = places;
     m_medium = pixels.GetMedium();
     m_below.resize(count);
     m_drawn.resize(count);
-    ForEachRow(pixels, [this](const QRgb* row, std::size_t index, std::size_t width) {
-        std::copy_n(row, width, m_below.data() + index);
-    });
-    if (!isKnown)
-        m_met = {};
+    m_met = {};
     return true;
 }
 
 bool KeptPixels::Put(const PixelTarget& pixels)
 {
-    const std::size_t count = m_below.size();
-    if (m_met[0].below.size() != count)
+    if (m_met[0].below.size() != m_below.size())
         return false;
-    const auto isSame = [](const QRgb* one, const QRgb* other, std::size_t width) {
-        return std::memcmp(one, other, width * sizeof(QRgb)) == 0;
-    };
+    m_sources.clear();
     bool isMet = true;
-    ForEachRow(pixels, [&](const QRgb*, std::size_t index, std::size_t width) {
-        const QRgb* const below = m_below.data() + index;
-        QRgb* const drawn = m_drawn.data() + index;
-        std::copy_n(m_met[0].drawn.data() + index, width, drawn);
-        if (!isMet || isSame(below, m_met[0].below.data() + index, width))
-            return;
-        for (std::size_t i = 0; i < width; ++i) {
+    ForEachRow(pixels, [&](const QRgb* below, std::size_t index, std::size_t width) {
+        const QRgb* const expected = m_met[0].below.data() + index;
+        const bool isSame = std::memcmp(below, expected, width * sizeof(QRgb)) == 0;
+        m_sources.push_back((isSame ? m_met[0].drawn : m_drawn).data() + index);
+        for (std::size_t i = 0; i < width && !isSame && isMet; ++i) {
             const auto knows = [&](const Meeting& met) { return met.below[index + i] == below[i]; };
             const auto met = std::find_if(m_met.begin(), m_met.end(), knows);
-            isMet = isMet && met != m_met.end();
-            if (met != m_met.end())
-                drawn[i] = met->drawn[index + i];
+            isMet = met != m_met.end();
+            if (isMet)
+                m_drawn[index + i] = met->drawn[index + i];
         }
     });
+    auto source = m_sources.begin();
     if (isMet)
-        ForEachRow(pixels, [this](QRgb* row, std::size_t index, std::size_t width) {
-            std::copy_n(m_drawn.data() + index, width, row);
+        ForEachRow(pixels, [&source](QRgb* row, std::size_t, std::size_t width) {
+            std::copy_n(*source++, width, row);
         });
     return isMet;
 }
 
+void KeptPixels::Read(const PixelTarget& pixels, std::vector<QRgb>& result) const
+{
+    ForEachRow(pixels, [&result](const QRgb* row, std::size_t index, std::size_t width) {
+        std::copy_n(row, width, result.data() + index);
+    });
+}
+
 void KeptPixels::Learn(const PixelTarget& pixels)
 {
-    ForEachRow(pixels, [this](const QRgb* row, std::size_t index, std::size_t width) {
-        std::copy_n(row, width, m_drawn.data() + index);
-    });
+    Read(pixels, m_drawn);
     if (m_met[0].below.size() != m_below.size()) {
         m_met.fill({m_below, m_drawn});
         return;

@@ -29,12 +29,16 @@ Hash qHash(const Measured& measured, Hash seed) { return ::qHash(measured.text, 
 
 int textWidths::of(const QFont& font, const QString& text)
 {
+    return of(font, QFontMetrics(font), text);
+}
+
+int textWidths::of(const QFont& font, const QFontMetrics& metrics, const QString& text)
+{
     constexpr int mostKept = 512;
     static QHash<Measured, int> widths;
     // Fonts must be gone before the application is.
     static const bool isTidy = (qAddPostRoutine([] { widths.clear(); }), true);
     Q_UNUSED(isTidy);
-    const QFontMetrics metrics(font);
     const Measured measured{text, font, metrics.height()};
     auto found = widths.find(measured);
     if (found == widths.end()) {

@@ -123,6 +123,7 @@ void axisDefinition::Recompute() const
 {
     m_dirty = false;
     m_ticks.clear();
+    m_plainLabels.clear();
     m_canFormatTicks = m_formatter != nullptr;
     m_canFormatPixels.reset();
     if (!IsUsable())
@@ -209,10 +210,20 @@ constexpr int mostReadoutDecimals = 8;
 
 QString axisDefinition::Label(double value) const
 {
-    const bool hasTicks = !GetTicks().empty();
+    const std::vector<Tick>& ticks = GetTicks();
     if (m_canFormatTicks)
         return m_formatter->Format(value);
-    return hasTicks ? Plain(value, m_stepExponent, mostTickDecimals) : Free(value);
+    if (ticks.empty())
+        return Free(value);
+    const auto tick = std::find_if(ticks.begin(), ticks.end(),
+                                   [value](const Tick& each) { return each.value == value; });
+    if (tick == ticks.end())
+        return Plain(value, m_stepExponent, mostTickDecimals);
+    m_plainLabels.resize(ticks.size());
+    QString& label = m_plainLabels[static_cast<std::size_t>(tick - ticks.begin())];
+    if (label.isNull())
+        label = Plain(value, m_stepExponent, mostTickDecimals);
+    return label;
 }
 
 QString axisDefinition::LabelWithUnit(double value) const

@@ -98,6 +98,7 @@ private:
     mutable bool m_dirty = true;
     mutable int m_stepExponent = 0; // decimal place of the grid step, where there are ticks
     mutable std::vector<Tick> m_ticks;
+    mutable std::vector<QString> m_plainLabels; // of ticks, as far as asked for
     mutable bool m_canFormatTicks = false;
     mutable std::optional<bool> m_canFormatPixels; // none: not yet known
 };

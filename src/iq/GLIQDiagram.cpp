@@ -206,9 +206,9 @@ std::size_t GLIQDiagram::CountYoungRecords() const
 {
     const double maxAge = m_aging * msPerSecond;
     const bool byData = m_agesByData && !m_records.empty();
-    const QDateTime& now = byData ? m_records.front()->m_time : m_lastPaintTime;
+    const qint64 now = (byData ? m_records.front()->m_time : m_lastPaintTime).toMSecsSinceEpoch();
     const auto isTooOld = [&](const ValueRecord* record) {
-        return static_cast<double>(record->m_time.msecsTo(now)) > maxAge;
+        return static_cast<double>(now - record->m_time.toMSecsSinceEpoch()) > maxAge;
     };
     const auto firstOld = std::find_if(m_records.begin(), m_records.end(), isTooOld);
     return static_cast<std::size_t>(firstOld - m_records.begin());
