@@ -1,12 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "density/DensityPlot.h"
 
-#include "density/PlotFrame.h"
-#include "density/PlotPainter.h"
 #include "density/PlotState.h"
 
-#include <QEvent>
-#include <QPainter>
 #include <QRunnable>
 
 #include <algorithm>
@@ -118,25 +114,6 @@ void DensityPlot::setHome(const Window& home)
     d->view.setHome(home);
     fitCells(true);
     update();
-}
-
-// The home in the cells that fit the device. Where symbols would be lost by it, only when a new
-// home is set.
-void DensityPlot::fitCells(bool isNewHome)
-{
-    d->isFitAsked = false;
-    const Window home = d->followsSize ? d->view.shownHome() : d->view.home();
-    const QRectF& place = d->view.place();
-    const bool canFollow = d->followsSize && place.width() > 1.0 && place.height() > 1.0;
-    const std::optional<GridSize> size =
-        canFollow ? std::optional<GridSize>(PlotFrame::gridOf(place, devicePixelRatioF()))
-                  : std::nullopt;
-    d->counting->order([=, hasHome = d->hasHome, zoom = d->view.shownZoom()](Counter& counter) {
-        if (hasHome && (isNewHome || counter.keepsAll()))
-            counter.setHome(home, size.value_or(counter.settings().size));
-        counter.setZoom(zoom, size);
-    });
-    d->isStale = true;
 }
 
 void DensityPlot::autoScale()
@@ -292,108 +269,5 @@ void DensityPlot::setLitSymbol(const std::optional<std::int64_t>& symbol)
 SnapshotPtr DensityPlot::snapshot() const { return d->data.snapshot; }
 
 QSize DensityPlot::sizeHint() const { return {800, 600}; }
-
-void DensityPlot::showZoom()
-{
-    d->isFitAsked = d->isStale = true;
-    update();
-}
-
-// Asks for what is counted, where something changed and the last answer has come.
-void DensityPlot::ask()
-{
-    if (d->isAsked || !(d->isStale || d->isFedElsewhere))
-        return;
-    // One at a time, however fast the wheel turns.
-    if (d->isFitAsked)
-        fitCells(false);
-    const std::int64_t shown = d->isStale || !d->data.snapshot ? -1 : d->data.snapshot->allSymbols;
-    d->isAsked = true;
-    d->isStale = false;
-    const PlotRequest request{d->colors, d->litSymbol, d->ground, d->groundWindow, d->frameKey};
-    d->counting->order([this, shown, request](Counter& counter) {
-        auto data = counter.allSymbols() == shown
-                        ? nullptr
-                        : std::make_shared<PlotData>(dataOf(counter, request));
-        // Given away, so that one thread alone ever owns it.
-        QMetaObject::invokeMethod(
-            this, [this, data = std::move(data)] { take(data.get()); }, Qt::QueuedConnection);
-    });
-}
-
-void DensityPlot::take(PlotData* data)
-{
-    d->isAsked = false;
-    if (!data)
-        return;
-    // As long as more comes, more may wait to be counted.
-    d->isStale = d->isStale || !d->data.snapshot ||
-                 d->data.snapshot->allSymbols != data->snapshot->allSymbols;
-    const std::vector<std::int64_t> hits = maskHits();
-    const std::int64_t symbols = data->snapshot->allSymbols;
-    d->data = std::move(*data);
-    d->isStale = d->isStale || d->data.colors != d->colors;
-    update();
-    // Levels move slowly: found anew when as many symbols have come again, or after a clear.
-    if (d->cursors.isShown && (symbols >= 2 * d->snapSymbols || symbols < d->snapSymbols))
-        findSnap();
-    emit updated();
-    if (maskHits() != hits)
-        emit maskHitsChanged();
-}
-
-void DensityPlot::paintEvent(QPaintEvent*)
-{
-    const double ratio = devicePixelRatioF();
-    if (ratio != d->ratio)
-        resizeEvent(nullptr);
-    heedGround();
-    const QByteArray key = PlotFrame::keyOf(*d, size(), ratio, font());
-    if (key != d->frameKey) {
-        d->frameKey = key;
-        d->frame = QImage(size() * ratio, QImage::Format_RGB32);
-        d->frame.setDevicePixelRatio(ratio);
-        QPainter painter(&d->frame);
-        painter.setFont(font());
-        PlotFrame(*d, painter, d->view).paint(size());
-        painter.end();
-        d->frame.setDevicePixelRatio(1.0);
-        d->ground = d->frame.copy(PlotFrame::pixelsOf(d->view.place(), ratio));
-        d->groundWindow = d->view.window();
-        d->isStale = true;
-    }
-    QPainter painter(this);
-    PlotPainter(*d, painter, d->view).paint(size(), d->frame);
-}
-
-void DensityPlot::renderPicture(QPainter& painter, const QSize& size)
-{
-    if (size.isEmpty())
-        return;
-    heedGround();
-    PlotView view = d->view;
-    view.setPlace(PlotFrame::placeOf(size, fontMetrics(), painter.device()->devicePixelRatioF()));
-    PlotFrame(*d, painter, view).paint(size);
-    PlotPainter(*d, painter, view).paint(size, {});
-}
-
-// Colours suit the ground, which may have become another.
-void DensityPlot::heedGround()
-{
-    const bool isDark = PlotFrame::groundOf(d->shape.has_value()).lightness() < 128;
-    if (isDark == d->colors.isDarkGround)
-        return;
-    d->colors.isDarkGround = d->data.colors.isDarkGround = isDark;
-    if (d->data.snapshot)
-        d->data.image = toImage(*d->data.snapshot, d->data.colors);
-    d->data.whole = QImage();
-}
-
-void DensityPlot::resizeEvent(QResizeEvent*)
-{
-    d->ratio = devicePixelRatioF();
-    d->view.setPlace(PlotFrame::placeOf(size(), fontMetrics(), d->ratio));
-    d->resized.start();
-}
 
 } // namespace density

@@ -19,6 +19,7 @@
 namespace density {
 
 struct PlotData;
+struct PlotRequest;
 struct PlotState;
 
 /// Shows how often a signal passed where: the traces of an eye over time in symbols and level, or
@@ -133,6 +134,13 @@ public:
 
     /// What is shown; null before the first count.
     SnapshotPtr snapshot() const;
+    /// Whether what is shown was counted in the present window and, unless the settings say
+    /// otherwise, in cells that fit the present size. Not before the first count, nor while another
+    /// is on its way after a zoom, a home or a resize; nor where the picture is stretched for good.
+    bool isFitting() const;
+    /// Waits until all that was handed over is counted, and shows it, fitting where no symbol would
+    /// be lost by that. Another thread that goes on handing over prolongs it.
+    void settle();
     /// Paints it as it is, in any size.
     void renderPicture(QPainter& painter, const QSize& size);
 
@@ -166,8 +174,9 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    PlotRequest request() const;
     void ask();
-    void take(PlotData* data);
+    void take(PlotData* data, std::int64_t number);
     void fitCells(bool isNewHome);
     void heedGround();
     void findSnap();

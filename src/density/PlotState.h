@@ -73,9 +73,10 @@ struct PlotState
     bool followsSize = false; // cells are pixels of the device
     bool isPaused = false;
 
-    bool isFitAsked = false; // see DensityPlot::fitCells
-    bool isAsked = false;    // for a count that has not come
-    bool isStale = false;    // something changed since
+    bool isFitAsked = false;              // see DensityPlot::fitCells
+    bool isAsked = false;                 // for a count that has not come
+    std::int64_t asked = 0, answered = 0; // numbers of the newest count
+    bool isStale = false;                 // something changed since
     bool isFedElsewhere = false;
     QTimer timer;
     QTimer resized; // since which the size has not changed

@@ -26,7 +26,7 @@ inline std::vector<float> runtSignal()
     return samples;
 }
 
-/// A plot of a size with what it was given counted and shown.
+/// A plot of a size, on a display.
 struct Shown
 {
     explicit Shown(density::DensityPlot::Kind kind = density::DensityPlot::Kind::Eye)
@@ -34,16 +34,6 @@ struct Shown
     {
         plot.resize(700, 500);
         plot.show();
-    }
-    void settle()
-    {
-        plot.counting().wait();
-        // The first answer may have been on its way.
-        for (int round = 0; round < 2; ++round) {
-            QSignalSpy updated(&plot, &density::DensityPlot::updated);
-            plot.setLitSymbol({});
-            ASSERT_TRUE(QTest::qWaitFor([&] { return updated.count() > 0; }));
-        }
     }
     /// The pixel of a place, by the widget's own answer to a click.
     QPoint pixelOf(const QPointF& place)
@@ -62,6 +52,17 @@ struct Shown
                              (place.y() - first.y()) / perPixel.y())
                          .toPoint();
     }
+    void drag(const QPoint& from, const std::vector<QPoint>& to,
+              Qt::KeyboardModifiers modifiers = {}, Qt::MouseButton button = Qt::LeftButton)
+    {
+        QTest::mousePress(&plot, button, {}, from);
+        for (const QPoint& at : to) {
+            QMouseEvent move(QEvent::MouseMove, at, plot.mapToGlobal(at), button, button,
+                             modifiers);
+            QApplication::sendEvent(&plot, &move);
+        }
+        QTest::mouseRelease(&plot, button, modifiers, to.back());
+    }
     void wheel(const QPoint& at, int angle, Qt::KeyboardModifiers modifiers = {})
     {
         QWheelEvent event(at, plot.mapToGlobal(at), {}, {0, angle}, {}, modifiers,
@@ -70,4 +71,16 @@ struct Shown
     }
 
     density::DensityPlot plot;
+};
+
+/// Such an eye that shows the traces with the runt.
+struct ShownRunt : Shown
+{
+    ShownRunt()
+    {
+        plot.addData(samples.data(), samples.size(), 0);
+        plot.settle();
+    }
+
+    const std::vector<float> samples = runtSignal();
 };

@@ -5,16 +5,15 @@
 #include "platform/values/Values.h"
 #include "views/VCDensityPlot.h"
 
+#include <future>
+
 using namespace density;
 
 namespace {
 
 TEST(DensityPlot, LeadsFromAPointBackToTheSymbolThatPassedThere)
 {
-    const std::vector<float> samples = runtSignal();
-    Shown shown;
-    shown.plot.addData(samples.data(), samples.size(), 0);
-    shown.settle();
+    ShownRunt shown;
     const QPoint middle = shown.pixelOf({0.0, 0.0});
     QSignalSpy passed(&shown.plot, &DensityPlot::passed);
     for (const QPoint& pixel : {middle - QPoint(0, 3), middle + QPoint(0, 20)}) {
@@ -35,25 +34,19 @@ TEST(DensityPlot, LeadsFromAPointBackToTheSymbolThatPassedThere)
 
 TEST(DensityPlot, HandsOutCopiesOfTheNewestTraces)
 {
-    const std::vector<float> samples = runtSignal();
-    Shown shown;
-    shown.plot.addData(samples.data(), samples.size(), 0);
-    shown.settle();
+    ShownRunt shown;
     KeptSignalPtr traces;
     shown.plot.copyTraces(3000, [&](KeptSignalPtr copy) { traces = std::move(copy); });
     ASSERT_TRUE(QTest::qWaitFor([&] { return traces != nullptr; }));
     EXPECT_EQ(traces->count(), 3000U);
     EXPECT_EQ(traces->symbolAt(0), 4999);
-    EXPECT_TRUE(std::equal(samples.end() - 33, samples.end(), traces->at(0)));
+    EXPECT_TRUE(std::equal(shown.samples.end() - 33, shown.samples.end(), traces->at(0)));
 }
 
 TEST(DensityPlot, ZoomsPansAndComesBack)
 {
-    const std::vector<float> samples = runtSignal();
-    Shown shown;
+    ShownRunt shown;
     DensityPlot& plot = shown.plot;
-    plot.addData(samples.data(), samples.size(), 0);
-    shown.settle();
     const Window home = plot.window();
     const QPoint at(300, 200);
     shown.wheel(at, 120, Qt::ShiftModifier);
@@ -62,26 +55,14 @@ TEST(DensityPlot, ZoomsPansAndComesBack)
     shown.wheel(at, 120, Qt::ControlModifier);
     const Window zoomed = plot.window();
     EXPECT_NEAR(zoomed.height(), home.height() / 1.25, 1e-9);
-    shown.settle(); // counted anew for just this window
+    plot.settle(); // counted anew for just this window
     EXPECT_EQ(plot.snapshot()->symbolCount, 5000);
-    QTest::mousePress(&plot, Qt::LeftButton, {}, at);
-    for (const int step : {40, 90}) {
-        const QPoint to = at + QPoint(step, 0);
-        QMouseEvent move(QEvent::MouseMove, to, plot.mapToGlobal(to), Qt::LeftButton,
-                         Qt::LeftButton, {});
-        QApplication::sendEvent(&plot, &move);
-    }
-    QTest::mouseRelease(&plot, Qt::LeftButton, {}, at + QPoint(90, 0));
+    shown.drag(at, {at + QPoint(40, 0), at + QPoint(90, 0)});
     EXPECT_LT(plot.window().left, zoomed.left);
     EXPECT_NEAR(plot.window().width(), zoomed.width(), 1e-9);
     QTest::keyClick(&plot, Qt::Key_Z, Qt::ControlModifier); // a drag is one step
     EXPECT_EQ(plot.window(), zoomed);
-    QTest::mousePress(&plot, Qt::RightButton, {}, QPoint(200, 100));
-    const QPoint to(400, 300);
-    QMouseEvent move(QEvent::MouseMove, to, plot.mapToGlobal(to), Qt::RightButton, Qt::RightButton,
-                     {});
-    QApplication::sendEvent(&plot, &move);
-    QTest::mouseRelease(&plot, Qt::RightButton, {}, QPoint(400, 300));
+    shown.drag({200, 100}, {{400, 300}}, {}, Qt::RightButton);
     EXPECT_LT(plot.window().width(), 0.5 * zoomed.width());
     QTest::mouseDClick(&plot, Qt::LeftButton, {}, at);
     EXPECT_EQ(plot.window(), home);
@@ -91,30 +72,21 @@ TEST(DensityPlot, ZoomsPansAndComesBack)
     for (int k = 0; k < 300; ++k)
         shown.wheel(at, 120); // ends where numbers do
     EXPECT_TRUE(plot.window().isUsable());
-    shown.settle();
+    plot.settle();
 }
 
 TEST(DensityPlot, PaintsCellsAsPixelsAndLosesNothingByASize)
 {
-    const std::vector<float> samples = runtSignal();
-    Shown shown;
+    ShownRunt shown;
     DensityPlot& plot = shown.plot;
-    std::int64_t symbol = 0;
-    const auto add = [&] {
-        plot.addData(samples.data(), samples.size(), symbol);
-        plot.counting().wait();
-        symbol += 5000;
-    };
-    add();
-    int columns = GridSize().columns;
     for (const QSize& size : {QSize(700, 500), QSize(643, 411)}) {
+        // Counting is held up, so that what is shown right after a resize is of the former size.
+        std::promise<void> go;
+        plot.counting().order([&go](Counter&) { go.get_future().wait(); });
         plot.resize(size);
-        const auto isFitted = [&] {
-            return plot.snapshot() && plot.snapshot()->size.columns != columns;
-        };
-        ASSERT_TRUE(QTest::qWaitFor(isFitted));
-        columns = plot.snapshot()->size.columns;
-        shown.settle();
+        EXPECT_EQ(plot.isFitting(), size.width() == 700);
+        go.set_value();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return plot.isFitting(); }));
         ColorMapping colors;
         const QImage expected = toImage(*plot.snapshot(), colors);
         const QImage seen = plot.grab().toImage();
@@ -134,12 +106,21 @@ TEST(DensityPlot, PaintsCellsAsPixelsAndLosesNothingByASize)
         }
         EXPECT_TRUE(isFound) << size.width();
     }
-    while (symbol < 120'000)
-        add();
+    shown.wheel({300, 200}, 120);
+    EXPECT_FALSE(plot.isFitting());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return plot.isFitting(); }));
+    QTest::keyClick(&plot, Qt::Key_Home);
+    for (std::int64_t symbol = 5000; symbol < 120'000; symbol += 5000) {
+        plot.addData(shown.samples.data(), shown.samples.size(), symbol);
+        plot.counting().wait();
+    }
     plot.resize(500, 400);
-    QTest::qWait(400); // longer than a size may rest
-    shown.settle();
+    plot.settle();
+    EXPECT_FALSE(plot.isFitting());
     EXPECT_EQ(plot.snapshot()->symbolCount, 120'000);
+    plot.clear();
+    plot.settle();
+    EXPECT_TRUE(plot.isFitting());
 }
 
 TEST(DensityPlot, KeepsTheScaleOfAConstellationEqualUnlessAskedOtherwise)
@@ -148,7 +129,7 @@ TEST(DensityPlot, KeepsTheScaleOfAConstellationEqualUnlessAskedOtherwise)
     Shown shown(DensityPlot::Kind::Constellation);
     DensityPlot& plot = shown.plot;
     plot.addData(points, 4, 0);
-    shown.settle();
+    plot.settle();
     const auto shape = [&] { return plot.window().width() / plot.window().height(); };
     const double equal = shape();
     for (const auto& modifiers : {Qt::ShiftModifier, Qt::ControlModifier})
@@ -163,23 +144,22 @@ TEST(DensityPlot, KeepsTheScaleOfAConstellationEqualUnlessAskedOtherwise)
 
 TEST(DensityPlot, TakesNothingWhilePausedAndForgetsOnRequest)
 {
-    const std::vector<float> samples = runtSignal();
-    Shown shown;
+    ShownRunt shown;
     DensityPlot& plot = shown.plot;
-    plot.addData(samples.data(), samples.size(), 0);
-    shown.settle();
+    const std::vector<float>& samples = shown.samples;
     QTest::keyClick(&plot, Qt::Key_Space);
     EXPECT_TRUE(plot.isPaused());
     plot.addData(samples.data(), samples.size(), 5000);
-    shown.settle();
+    plot.settle();
     EXPECT_EQ(plot.snapshot()->allSymbols, 5000);
     QTest::keyClick(&plot, Qt::Key_Space);
     plot.addData(samples.data(), samples.size() - 1, 5000); // the last trace is not whole
-    shown.settle();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return plot.snapshot()->allSymbols == 9999; }));
+    plot.settle();
+    EXPECT_EQ(plot.snapshot()->allSymbols, 9999);
     EXPECT_EQ(plot.snapshot()->leftOut.tornTraces, 1);
     QTest::keyClick(&plot, Qt::Key_Delete);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return plot.snapshot()->allSymbols == 0; }));
+    plot.settle();
+    EXPECT_EQ(plot.snapshot()->allSymbols, 0);
     const double huge[] = {1e300, -1e300};
     Shown points(DensityPlot::Kind::Constellation);
     points.plot.addData(huge, 2, 0);

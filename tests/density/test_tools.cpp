@@ -10,11 +10,8 @@ namespace {
 
 TEST(DensityPlot, TestsAPolygonThatIsDrawnByHand)
 {
-    const std::vector<float> samples = runtSignal();
-    Shown shown;
+    ShownRunt shown;
     DensityPlot& plot = shown.plot;
-    plot.addData(samples.data(), samples.size(), 0);
-    shown.settle();
     const QPointF corners[] = {{-0.1, -0.2}, {0.1, -0.2}, {0.0, 0.3}};
     QPoint pixels[3];
     std::transform(corners, corners + 3, pixels,
@@ -60,11 +57,8 @@ TEST(DensityPlot, TestsAPolygonThatIsDrawnByHand)
 
 TEST(DensityPlot, SnapsCursorsToWhatTheEyeShows)
 {
-    const std::vector<float> samples = runtSignal();
-    Shown shown;
+    ShownRunt shown;
     DensityPlot& plot = shown.plot;
-    plot.addData(samples.data(), samples.size(), 0);
-    shown.settle();
     const QPoint level = shown.pixelOf({0.5, 1.0}), crossing = shown.pixelOf({-0.5, 0.4});
     const Window home = plot.window();
     plot.showCursors(true);
@@ -85,24 +79,16 @@ TEST(DensityPlot, SnapsCursorsToWhatTheEyeShows)
         EXPECT_NEAR(plot.cursorPlaces()[2], place, 0.01);
     }
     // Dragged near to a level or a crossing, it is there; with Alt it is where it was dragged to.
-    const auto drag = [&](const QPoint& from, const QPoint& to, Qt::KeyboardModifiers modifiers) {
-        QTest::mousePress(&plot, Qt::LeftButton, {}, from);
-        QMouseEvent move(QEvent::MouseMove, to, plot.mapToGlobal(to), Qt::LeftButton,
-                         Qt::LeftButton, modifiers);
-        QApplication::sendEvent(&plot, &move);
-        QTest::mouseRelease(&plot, Qt::LeftButton, modifiers, to);
-    };
     const double perPixel = home.height() / plot.snapshot()->size.rows;
     const QPoint middle(level.x(), level.y() + static_cast<int>(1.0 / perPixel));
-    drag(middle, level + QPoint(0, 5), {});
+    shown.drag(middle, {level + QPoint(0, 5)});
     EXPECT_NEAR(plot.cursorPlaces()[2], 1.0, 0.01);
-    drag(level, level + QPoint(0, 6), Qt::AltModifier);
+    shown.drag(level, {level + QPoint(0, 6)}, Qt::AltModifier);
     EXPECT_NEAR(plot.cursorPlaces()[2], 1.0 - 6.0 * perPixel, perPixel);
     const double second = home.left + 0.6 * home.width();
-    drag(crossing +
-             QPoint(static_cast<int>((second + 0.5) / home.width() * plot.snapshot()->size.columns),
-                    0),
-         crossing - QPoint(4, 0), {});
+    const int away =
+        static_cast<int>((second + 0.5) / home.width() * plot.snapshot()->size.columns);
+    shown.drag(crossing + QPoint(away, 0), {crossing - QPoint(4, 0)});
     EXPECT_NEAR(plot.cursorPlaces()[1], -0.5, 0.01);
 }
 

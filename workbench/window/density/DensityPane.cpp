@@ -8,7 +8,6 @@
 #include "workbench/window/menus/Icons.h"
 
 #include <QAction>
-#include <QEventLoop>
 #include <QKeyEvent>
 
 #include <complex>
@@ -235,14 +234,8 @@ void DensityPane::settle()
     if (!m_plot)
         return;
     m_feed.waitForCounted();
-    m_plot->counting().wait();
-    QEventLoop loop;
-    connect(m_plot, &density::DensityPlot::updated, &loop, &QEventLoop::quit);
-    // One that was asked for before may be on its way.
-    for (int k = 0; k < 2; ++k) {
-        m_plot->setLitSymbol(std::nullopt);
-        loop.exec(QEventLoop::ExcludeUserInputEvents);
-    }
+    takeHome();
+    m_plot->settle();
 }
 
 void DensityPane::render(QPainter& painter, const QSize& size)
