@@ -104,8 +104,8 @@ void EyeCutter::append(const BlockPart& part)
     m_samples.resize(before + part.count);
     m_flaws.resize(before + part.count);
     const std::size_t whole = part.count / doublesWidth * doublesWidth;
-    const bool isPlain = block.isQuiet.empty() &&
-                         makeSingle(&block.samples[part.first], whole, &m_samples[before]);
+    const bool isPlain =
+        block.isQuiet.empty() && makeSingle(&block.samples[part.first], whole, &m_samples[before]);
     for (std::size_t k = isPlain ? whole : 0; k < part.count; ++k) {
         const double sample = block.samples[part.first + k];
         const bool isSilent = !block.isQuiet.empty() && block.isQuiet[part.first + k] != 0;

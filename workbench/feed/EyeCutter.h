@@ -71,7 +71,7 @@ private:
     std::vector<std::uint8_t> m_flaws; // of the samples...
     std::int64_t m_lastFlaw = -1;      // ...of which this one has the last, where not negative
     std::vector<Symbol> m_symbols;
-    std::size_t m_next = 0; // symbol in the middle of the next trace
+    std::size_t m_next = 0;             // symbol in the middle of the next trace
     std::vector<std::size_t> m_middles; // symbols of the traces to be cut, newest first
     std::vector<float> m_filtered;      // samples that a trace takes
     std::vector<float> m_traces;

@@ -77,7 +77,7 @@ private:
     bool m_isEmpty = true;
     bool m_isTrajectory = false;
     std::int64_t m_setLength = 1;
-    std::int64_t m_setNumber = 0; // of the open set
+    std::int64_t m_setNumber = 0;  // of the open set
     std::deque<BlockPart> m_taken; // since the last notification
     Points m_open;
     std::deque<Points> m_whole; // sets to be written
