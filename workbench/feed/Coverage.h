@@ -4,7 +4,8 @@
 #include <map>
 
 /// Which symbols of a signal were met, by time: a part that is played again brings none of them
-/// anew.
+/// anew, though its clock may be found anew and be a little off. Within one run through the signal
+/// all symbols are different ones, however near to one another a slip of the clock puts them.
 class Coverage
 {
 public:
@@ -13,10 +14,16 @@ public:
         : m_reach(0.4 * period)
     {}
 
-    /// Adds the symbol at a time, s. False where it was met before.
+    /// The next symbols come from an earlier place of the signal.
+    void startRun();
+    /// Adds the symbol at a time, s. False where it was met in an earlier run.
     bool add(double time);
 
 private:
-    double m_reach;                   // to either side: less than half, as clocks wander
-    std::map<double, double> m_spans; // from begin to end
+    using Spans = std::map<double, double>; // from begin to end
+
+    void join(Spans& spans, double begin, double end) const;
+
+    double m_reach; // to either side: less than half, as clocks wander
+    Spans m_earlier, m_run;
 };

@@ -48,6 +48,7 @@ void DensityFeed::open(const SignalFormat& format, double bandwidth, bool isLive
     m_batch = Batch();
     m_told.reset();
     m_edges.reset();
+    m_runEnd = 0.0;
     m_cutter.reset();
     if (!m_sink || !(m_format.samplesPerSymbol > 0.0))
         return;
@@ -114,6 +115,8 @@ void DensityFeed::run()
 
 void DensityFeed::process(const BlockPart& part)
 {
+    if (part.block && m_told)
+        followRun(part);
     if (m_kind == Kind::Traces && !part.block)
         m_cutter->finish();
     else if (m_kind == Kind::Traces)
@@ -121,6 +124,19 @@ void DensityFeed::process(const BlockPart& part)
     else if (part.block && m_format.hasDecisions)
         part.forEachSymbol([this](const Symbol& symbol) { takePoint(symbol); });
     flush();
+}
+
+/// Tells who remembers what was met where the signal is gone back in.
+void DensityFeed::followRun(const BlockPart& part)
+{
+    const double sample = 1.0 / m_format.sampleRate;
+    const double start = part.block->time + static_cast<double>(part.first) * sample;
+    if (start < m_runEnd - 0.5 * sample) {
+        m_cutter->finish();
+        m_told->startRun();
+        m_edges->startRun();
+    }
+    m_runEnd = start + static_cast<double>(part.count) * sample;
 }
 
 bool DensityFeed::isNew(double time) { return !m_told || m_told->add(time); }
