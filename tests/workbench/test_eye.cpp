@@ -101,7 +101,6 @@ std::shared_ptr<SignalBlock> block(std::int64_t position, std::size_t symbols)
 {
     auto result = std::make_shared<SignalBlock>();
     result->position = position;
-    result->time = double(position) / 8.0;
     for (std::size_t k = 0; k < 8 * symbols; ++k)
         result->samples.push_back(std::sin(0.1 * double(position + std::int64_t(k))));
     for (std::size_t k = 0; k < symbols; ++k) {

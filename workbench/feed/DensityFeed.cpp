@@ -48,7 +48,7 @@ void DensityFeed::open(const SignalFormat& format, double bandwidth, bool isLive
     m_batch = Batch();
     m_told.reset();
     m_edges.reset();
-    m_runEnd = 0.0;
+    m_runEnd = 0;
     m_cutter.reset();
     if (!m_sink || !(m_format.samplesPerSymbol > 0.0))
         return;
@@ -129,14 +129,12 @@ void DensityFeed::process(const BlockPart& part)
 /// Tells who remembers what was met where the signal is gone back in.
 void DensityFeed::followRun(const BlockPart& part)
 {
-    const double sample = 1.0 / m_format.sampleRate;
-    const double start = part.block->time + static_cast<double>(part.first) * sample;
-    if (start < m_runEnd - 0.5 * sample) {
+    if (part.position() < m_runEnd) {
         m_cutter->finish();
         m_told->startRun();
         m_edges->startRun();
     }
-    m_runEnd = start + static_cast<double>(part.count) * sample;
+    m_runEnd = part.end();
 }
 
 bool DensityFeed::isNew(double time) { return !m_told || m_told->add(time); }

@@ -111,7 +111,7 @@ private:
     // The thread's.
     std::unique_ptr<SymbolCutter> m_cutter;
     std::optional<Coverage> m_told, m_edges; // none of a live signal
-    double m_runEnd = 0.0;                   // s, of what was taken last
+    std::int64_t m_runEnd = 0;               // position, of what was taken last
     Batch m_batch;
     std::int64_t m_batchEnd = 0; // the number that would follow it
     std::vector<float> m_single;
