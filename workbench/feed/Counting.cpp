@@ -35,6 +35,8 @@ void Counting::setSink(DensityFeed::Kind kind, DensityFeed::Sink sink, const Gat
         feed.take(part);
         if (isNew && !m_comesAgain)
             m_history.take(part);
+        if (gate.endsWith(part))
+            feed.finish();
     }
     if (!isOn())
         m_history.clear();
@@ -47,6 +49,9 @@ void Counting::take(const BlockPart& part, const Gate& gate)
     const BlockPart counted = gate.within(part);
     m_traces.take(counted);
     m_points.take(counted);
+    // The last symbols would wait for what follows them.
+    if (counted.count > 0 && gate.endsWith(counted))
+        m_traces.finish();
     if (!m_comesAgain)
         m_history.take(part);
 }

@@ -84,17 +84,27 @@ void Gate::fix(double from, double to)
         append(within(part));
 }
 
+/// The first sample at or after a time, of a block, before or behind it.
+double Gate::indexOf(double time, const SignalBlock& block) const
+{
+    return std::ceil((time - block.time) * m_sampleRate - 1e-3);
+}
+
 BlockPart Gate::within(const BlockPart& part) const
 {
     if (!m_isFixed)
         return part;
-    const auto indexOf = [&](double time) { // the first sample at or after a time
-        const double index = std::ceil((time - part.block->time) * m_sampleRate - 1e-3);
+    const auto clamped = [&part](double index) {
         return static_cast<std::size_t>(std::clamp(index, static_cast<double>(part.first),
                                                    static_cast<double>(part.first + part.count)));
     };
-    const std::size_t first = indexOf(m_from);
-    return {part.block, first, std::max(indexOf(m_to), first) - first};
+    const std::size_t first = clamped(indexOf(m_from, *part.block));
+    return {part.block, first, std::max(clamped(indexOf(m_to, *part.block)), first) - first};
+}
+
+bool Gate::endsWith(const BlockPart& part) const
+{
+    return m_isFixed && indexOf(m_to, *part.block) <= static_cast<double>(part.first + part.count);
 }
 
 BlockPart Gate::take(const BlockPart& part)

@@ -52,8 +52,11 @@ public:
 
     /// What of a part is within it, taken or not.
     BlockPart within(const BlockPart& part) const;
+    /// Whether what follows a part is not within it.
+    bool endsWith(const BlockPart& part) const;
 
 private:
+    double indexOf(double time, const SignalBlock& block) const;
     void append(const BlockPart& part);
     void trim();
 

@@ -157,7 +157,10 @@ void Transport::playThrough(double seconds)
     const auto timeout =
         std::exchange(m_timeout, isLive ? std::chrono::milliseconds(liveTimeout) : longTime);
     m_pipeline->setDiscarding(false);
-    const double wanted = std::min(seconds * m_pipeline->format().sampleRate, farthest);
+    // What reaches the end of a recording ends there, however samples were rounded.
+    const double sampleRate = m_pipeline->format().sampleRate;
+    const bool isToEnd = m_time + seconds > length().value_or(HUGE_VAL) - 0.5 / sampleRate;
+    const double wanted = isToEnd ? farthest : std::min(seconds * sampleRate, farthest);
     m_left = static_cast<std::size_t>(std::max(std::llround(wanted), 0LL));
     const auto period = static_cast<std::size_t>(std::ceil(periodLength()));
     while (m_left > 0 && !m_isAtEnd && m_player(std::min(m_left, period)) > 0) {
