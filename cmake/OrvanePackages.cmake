@@ -28,13 +28,14 @@ if(TARGET orvane-workbench)
   endif()
 endif()
 
-install(FILES README.md CHANGELOG.md SECURITY.md LICENSE
-  DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Documentation)
-install(DIRECTORY docs DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Documentation)
-
+# The rest is not for a parent project, whose documents have the same folder and perhaps the same names.
 if(NOT PROJECT_IS_TOP_LEVEL)
   return()
 endif()
+
+install(FILES README.md CHANGELOG.md SECURITY.md LICENSE
+  DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Documentation)
+install(DIRECTORY docs DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Documentation)
 
 set(CPACK_PACKAGE_CONTACT "${ORVANE_PACKAGE_CONTACT}")
 set(CPACK_VERBATIM_VARIABLES ON)

@@ -15,6 +15,8 @@ endif()
 
 # Programs and libraries find ours from where they lie themselves, in the build tree as where they are
 # installed: the paths that CMake would exchange end in an empty entry, which is the current folder.
+# A parent project has folders of its own: there our installed libraries find one another.
+set(CMAKE_INSTALL_RPATH "$ORIGIN" "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 if(PROJECT_IS_TOP_LEVEL)
   file(RELATIVE_PATH ORVANE_BIN_TO_LIB
     "${CMAKE_INSTALL_FULL_BINDIR}" "${CMAKE_INSTALL_FULL_LIBDIR}")

@@ -1,9 +1,12 @@
 # Translation catalogues: translations/<catalogue>_<language>.ts, compiled into the resources of the
-# target that owns the texts, under ":/translations". "update_translations" reads the sources again.
+# target that owns the texts, under ":/translations". "update_translations" reads the sources again; a
+# parent project may have a target of that name itself.
 
 orvane_require_qt(LinguistTools qttools5-dev qt6-tools-dev)
 set(ORVANE_LANGUAGES de)
-add_custom_target(update_translations)
+if(PROJECT_IS_TOP_LEVEL)
+  add_custom_target(update_translations)
+endif()
 
 # orvane_translations(<target> <catalogue> <source folder>...)
 function(orvane_translations target catalogue)
@@ -15,11 +18,13 @@ function(orvane_translations target catalogue)
       COMMAND Qt${ORVANE_QT}::lrelease -silent "${ts}" -qm "${qm}")
     target_sources(${target} PRIVATE "${qm}")
     string(APPEND files "<file>${catalogue}_${language}.qm</file>")
-    add_custom_target(update_${catalogue}_${language} VERBATIM
-      COMMAND Qt${ORVANE_QT}::lupdate -silent -locations none -no-obsolete
-        -source-language en -target-language ${language}
-        -I "${PROJECT_SOURCE_DIR}" -I "${PROJECT_SOURCE_DIR}/src" ${ARGN} -ts "${ts}")
-    add_dependencies(update_translations update_${catalogue}_${language})
+    if(PROJECT_IS_TOP_LEVEL)
+      add_custom_target(update_${catalogue}_${language} VERBATIM
+        COMMAND Qt${ORVANE_QT}::lupdate -silent -locations none -no-obsolete
+          -source-language en -target-language ${language}
+          -I "${PROJECT_SOURCE_DIR}" -I "${PROJECT_SOURCE_DIR}/src" ${ARGN} -ts "${ts}")
+      add_dependencies(update_translations update_${catalogue}_${language})
+    endif()
   endforeach()
   set(qrc "${CMAKE_CURRENT_BINARY_DIR}/${catalogue}Translations.qrc")
   file(WRITE "${qrc}.new" "<RCC><qresource prefix=\"/translations\">${files}</qresource></RCC>\n")
