@@ -1,5 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
-// The parts of programs that docs/embedding.md shows.
+// The parts of programs that docs/embedding.md and docs/density.md show.
+#include <orvane/DensityPlot.h>
+#include <orvane/EyeFigures.h>
 #include <orvane/VCGLTimeDiagram.h>
 #include <orvane/platform/glbase/axisDefinition.h>
 #include <orvane/platform/gui/ColorSet.h>
@@ -47,6 +49,24 @@ static void label(VCGLTimeDiagram& view)
     view.SetPaused(true);
 }
 
+static void count(const std::vector<float>& traces, std::int64_t firstSymbol)
+{
+    const density::TraceShape shape;
+    // clang-format off
+    density::DensityPlot plot(density::DensityPlot::Kind::Eye); // traces of 33 samples over two symbols
+    plot.setSymbolRate(9600.0);
+    plot.setUnit("V");
+    plot.addData(traces.data(), traces.size(), firstSymbol); // trace after trace, one a symbol
+    QObject::connect(&plot, &density::DensityPlot::passed, // a click tells who passed there, the newest first
+                     [](const QVector<qint64>& symbols, const QPointF& place) { qDebug() << symbols << place; });
+    plot.copyTraces(100'000, [shape](const density::KeptSignalPtr& traces) { // on the GUI thread
+        QThreadPool::globalInstance()->start([traces, shape] {
+            const auto figures = density::EyeFigures::of(*traces, shape);
+        });
+    });
+    // clang-format on
+}
+
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
@@ -57,6 +77,7 @@ int main(int argc, char** argv)
     feed(view, samples, 4);
     bind(view);
     label(view);
+    count({0.0F, 1.0F}, 0);
     view.show();
     keep(view, folder.filePath("picture.png"));
     return application.exec();
