@@ -98,7 +98,10 @@ IObjectManagement& CChartDisplay::ObjectManager() { return *d; }
 
 CBaseObject* CChartDisplay::FindBaseObject(const char* name) const { return d->Find(name); }
 
-void CChartDisplay::Update() { d->picture->Take(*this, d->drawn); }
+void CChartDisplay::Update()
+{
+    d->picture->Take([this](const std::string& name) { return d->Find(name.c_str()); }, d->drawn);
+}
 
 std::weak_ptr<const ChartPicture> CChartDisplay::Picture() const { return d->picture; }
 

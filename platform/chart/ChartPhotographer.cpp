@@ -23,9 +23,9 @@ constexpr QRgb opaque = 0xff000000U;
 class Photographer
 {
 public:
-    Photographer(const CChartDisplay& scene, const std::vector<const CBaseObject*>& drawn,
+    Photographer(const ChartPicture::Finder& find, const std::vector<const CBaseObject*>& drawn,
                  std::vector<ChartPicture::Item>& items)
-        : m_scene(scene)
+        : m_find(find)
         , m_drawn(drawn)
         , m_items(items)
     {}
@@ -61,7 +61,7 @@ private:
     template<class T>
     CSmartPtr<T> Find(const std::string& name) const
     {
-        return CSmartPtr<T>(m_scene.FindBaseObject(name.c_str()));
+        return CSmartPtr<T>(m_find(name));
     }
 
     bool IsOurs(const std::string& layerName) const
@@ -164,7 +164,7 @@ private:
             return;
         for (const CBaseObject* object : m_drawn) {
             const auto* grid = dynamic_cast<const CGridCartesian*>(object);
-            if (!grid || m_scene.FindBaseObject(grid->m_axisLabel.c_str()) != &label)
+            if (!grid || m_find(grid->m_axisLabel) != &label)
                 continue;
             const std::optional<Lines> lines = FindLines(*grid);
             if (!lines || !lines->axis.vertical)
@@ -232,15 +232,15 @@ private:
         return font;
     }
 
-    const CChartDisplay& m_scene;
+    const ChartPicture::Finder& m_find;
     const std::vector<const CBaseObject*>& m_drawn;
     std::vector<ChartPicture::Item>& m_items;
 };
 
 } // namespace
 
-void ChartPicture::Take(const CChartDisplay& scene, const std::vector<const CBaseObject*>& drawn)
+void ChartPicture::Take(const Finder& find, const std::vector<const CBaseObject*>& drawn)
 {
     m_items.clear();
-    Photographer(scene, drawn, m_items).Take();
+    Photographer(find, drawn, m_items).Take();
 }

@@ -8,15 +8,13 @@
 #include <QRect>
 #include <QString>
 
+#include <functional>
 #include <memory>
+#include <string>
 #include <variant>
 #include <vector>
 
 class QPainter;
-
-namespace OndoChartDisplay {
-class CChartDisplay;
-}
 
 /// A scale along one side of a cell, in logical pixels. The ends of the scale are the centres of
 /// the first and the last pixel; a vertical scale starts at the bottom.
@@ -76,9 +74,10 @@ public:
     };
     using Item = std::variant<Fill, Text, Curve>;
 
+    /// Finds the object of a name in a scene, or null.
+    using Finder = std::function<OndoChartDisplay::CBaseObject*(const std::string& name)>;
     /// Replaces the picture by that of a scene's drawn objects.
-    void Take(const OndoChartDisplay::CChartDisplay& scene,
-              const std::vector<const OndoChartDisplay::CBaseObject*>& drawn);
+    void Take(const Finder& find, const std::vector<const OndoChartDisplay::CBaseObject*>& drawn);
     const std::vector<Item>& Items() const { return m_items; }
 
 private:
