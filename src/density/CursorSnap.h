@@ -9,19 +9,19 @@
 
 namespace density {
 
-/// Where cursors snap to, in order, each place once.
+/// The places that cursors snap to, in order, each once.
 struct CursorSnap
 {
-    /// Of an eye the best instant and the crossings on either side, from neighbour to neighbour of
-    /// levels; levels, and halfway between them. What was not found is left out.
+    /// Places of an eye: the best instant and the crossings of neighbouring levels on either side;
+    /// the levels, and halfway between them. What was not found is left out.
     static CursorSnap of(const EyeFigures& figures);
-    /// Of a constellation the middle of each cluster.
+    /// Places of a constellation: the middle of each cluster.
     static CursorSnap of(const ErrorVectors::Figures& figures);
 
-    /// The nearest of the places within reach.
+    /// The nearest place; none within reach.
     static std::optional<double> nearest(const std::vector<double>& places, double to,
                                          double reach);
-    /// The next place above, or below; from the last one back to the first.
+    /// The next place above, or below; after the last one comes the first.
     static std::optional<double> next(const std::vector<double>& places, double from,
                                       bool isUpward);
 

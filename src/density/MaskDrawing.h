@@ -10,11 +10,11 @@
 
 namespace density {
 
-/// A polygon of a mask that is drawn by hand, corner by corner, in the plane of time and level.
+/// A polygon that the user draws for a mask, corner by corner, in the plane of time and level.
 class MaskDrawing
 {
 public:
-    /// One corner more; the last one again, and more than a mask may have, are ignored.
+    /// Adds a corner. Ignores the last corner again, and more corners than a mask may have.
     void add(const QPointF& corner);
     /// Takes the last corner back.
     void takeBack();
@@ -22,7 +22,7 @@ public:
 
     const std::vector<QPointF>& corners() const { return m_corners; }
     const QPointF& pointer() const { return m_pointer; }
-    /// A mask with the polygon added, in the mask's units; none where that cannot be used.
+    /// The mask with the polygon added, in the mask's units; none when the result is not usable.
     /// @param instant,low,high  see Mask::placed.
     std::optional<Mask> addedTo(const Mask& mask, double instant, double low, double high) const;
 

@@ -15,8 +15,8 @@ namespace density {
 
 struct PlotState;
 
-/// Of a density plot what stays while symbols come: ground, grid, labels, and the colours of the
-/// legend. And where everything is.
+/// The part of a density plot that does not change while symbols come: ground, grid, labels, and
+/// the colours of the legend. It also says where each part of the plot is.
 class PlotFrame
 {
     Q_DECLARE_TR_FUNCTIONS(density::PlotFrame)
@@ -24,18 +24,17 @@ public:
     /// @param view  with its place in the size that is painted.
     PlotFrame(const PlotState& state, QPainter& painter, const PlotView& view);
     void paint(const QSize& size);
-    /// Of all that the picture depends on: where it is another, the picture may be, too.
+    /// A key of all that the picture depends on: pictures of one key are the same.
     static QByteArray keyOf(const PlotState& state, const QSize& size, double ratio,
                             const QFont& font);
 
     static QColor groundOf(bool isEye);
-    /// What the legend, the labels and the lines of text leave of a size: whole cells.
-    /// @param ratio  pixels of the device to a logical one.
+    /// The place of the counts in a size, beside legend, labels and lines of text.
+    /// @param ratio  device pixels to a logical pixel, of which the place has whole ones.
     static QRectF placeOf(const QSize& size, const QFontMetrics& metrics, double ratio);
-    /// The cells of a place: each a pixel of the device or, where those are too many, a square of
-    /// them.
+    /// The cells of a place: device pixels or, where those are too many, squares of them.
     static GridSize gridOf(const QRectF& place, double ratio);
-    /// A place in pixels of the device.
+    /// A place in device pixels.
     static QRect pixelsOf(const QRectF& place, double ratio);
     static QRectF legendOf(const QRectF& place);
 

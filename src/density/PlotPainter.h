@@ -15,13 +15,13 @@ namespace density {
 
 struct PlotState;
 
-/// Paints what comes with the symbols into a density plot, over its frame.
+/// Paints the part of a density plot that changes while symbols come, over its frame.
 class PlotPainter
 {
 public:
     /// @param view  with its place in the size that is painted.
     PlotPainter(const PlotState& state, QPainter& painter, const PlotView& view);
-    /// @param frame  in pixels of the device, on which that is painted; null where it is already.
+    /// @param frame  the frame in device pixels, painted first; null when it is there already.
     void paint(const QSize& size, const QImage& frame);
 
 private:

@@ -11,30 +11,30 @@
 
 namespace density {
 
-/// Which part of the plane a plot shows, where, and what it showed before. The home is what it
-/// shows unless zoomed. Pixels are logical, y down.
+/// The part of the plane that a plot shows, its place, and the parts that it showed before. Without
+/// a zoom it shows the home. Pixels are logical, y down.
 class PlotView
 {
 public:
     enum Axes { XAxis = 1, YAxis = 2, BothAxes = 3 };
     static constexpr std::size_t mostSteps = 100; ///< that can be undone
 
-    /// @param hasEqualScale  whether a unit is as long on both axes.
+    /// @param hasEqualScale  whether a unit has the same length on both axes.
     explicit PlotView(bool hasEqualScale)
         : m_hasEqualScale(hasEqualScale)
     {}
 
     void setEqualScale(bool isEqual) { m_hasEqualScale = isEqual; }
     bool hasEqualScale() const { return m_hasEqualScale; }
-    /// Forgets the steps. What is zoomed stays so.
+    /// Sets the home, and forgets the steps. A zoom stays.
     void setHome(const Window& home);
     const Window& home() const { return m_home; }
     /// The place of the plot. With an equal scale, what is shown depends on it.
     void setPlace(const QRectF& place) { m_place = place; }
     const QRectF& place() const { return m_place; }
-    /// What is shown; none where that is the home.
+    /// The part that the user zoomed to; none while the home is shown.
     const std::optional<Window>& zoom() const { return m_zoom; }
-    /// The home with an equal scale in its place, where it shall have one.
+    /// The home, widened where the scale is equal.
     Window shownHome() const { return equalled(m_home); }
     std::optional<Window> shownZoom() const
     {
@@ -45,13 +45,13 @@ public:
     QPointF toPixel(const QPointF& value) const;
     QPointF toValue(const QPointF& pixel) const;
 
-    // Each is a step that can be undone; false where nothing changes.
+    // Each is a step that can be undone. Returns whether something changed.
     bool zoomAbout(const QPointF& pixel, double factor, Axes axes);
     bool zoomTo(const QRectF& pixels);
     bool goHome();
     bool undo();
     bool redo();
-    /// A drag is one step: after begin, moves by pixels from there.
+    /// A drag is one step: pan moves by pixels from where beginPan was called.
     void beginPan();
     bool pan(const QPointF& pixels);
 

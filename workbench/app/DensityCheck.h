@@ -18,25 +18,23 @@ class DensityCheck
 {
     Q_DECLARE_TR_FUNCTIONS(DensityCheck)
 public:
-    /// @param mask       none: only figures.
+    /// @param mask       none for figures only.
     /// @param from,to    s; symbols outside do not count.
-    /// @param bandwidth  of a low-pass before, symbol rates; 0: none.
+    /// @param bandwidth  of a low-pass before, in symbol rates; 0 for none.
     DensityCheck(const std::optional<density::Mask>& mask, const SignalFormat& format, double from,
                  double to, double bandwidth);
 
-    /// The next block, after that of the last call.
+    /// Takes the next block, in order.
     void add(const SignalBlock& block) { m_cutter.add(block); }
-    /// No more blocks come.
+    /// Ends the signal. The operations below are valid after it.
     void finish();
-
-    // After that.
 
     /// name, verdict ("pass", "fail" or "incomplete"), hits, symbols, by_polygon, left_out, reason.
     QJsonObject mask() const;
     /// symbols, left_out, figures_of (symbols), instant, levels, eyes, reason; each figure with
     /// value, interval ("low", "high") and the count that it rests on, or null with the reason.
     QJsonObject figures() const;
-    /// Or there is no mask.
+    /// Whether the mask was passed; true without a mask.
     bool hasPassed() const;
 
 private:

@@ -18,8 +18,8 @@ class TimeMark;
 class VCGLTimeDiagram;
 class WayBack;
 
-/// The densities of the window, with all that belongs to them: their menu, what they measure, and
-/// the way back from a click to the signal.
+/// The densities of the window and what belongs to them: their menu, their figures, and the way
+/// back from a click to the signal.
 class Densities : public QObject
 {
     Q_OBJECT
@@ -35,19 +35,20 @@ public:
     WayBack& wayBack() { return *m_wayBack; }
     MaskChoice& masks() { return *m_masks; }
     TimeMark& timeMark() { return *m_mark; }
-    /// Shows the same units as the diagrams.
+    /// Shows the units that the diagrams show.
     void refresh();
-    /// Switches them as they were left.
+    /// Switches the densities on or off as the user left them.
     void restore();
-    /// Shows all that is kept.
+    /// Shows all symbols that are kept.
     void autoScale();
-    /// Waits until they show and measure all that was played.
+    /// Waits until all that was played is shown and measured.
     void settle();
 
 signals:
-    /// One of them was switched, and its diagram is to show what is there, or needs nothing.
+    /// A density was switched: its diagram has to show the signal, or nothing any more.
     void switched(DensityPane& pane);
-    /// What was asked for cannot be done: a sentence.
+    /// Something cannot be done.
+    /// @param why  a sentence for the user.
     void refused(const QString& why);
 
 private:

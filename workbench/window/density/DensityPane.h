@@ -13,8 +13,8 @@
 class Player;
 class SignalFeed;
 
-/// The density of the eye, or of the constellation, in the place of the diagram while it is on. It
-/// counts all symbols that are played from then on, and those that were there of the gate.
+/// The density of the eye or of the constellation. While it is on, it takes the place of the
+/// diagram and counts the symbols of the gate and all that are played.
 class DensityPane : public QObject, public ViewPanes::Cover
 {
     Q_OBJECT
@@ -26,19 +26,19 @@ public:
     ~DensityPane() override;
 
     Kind kind() const { return m_kind; }
-    /// Switches it, and shows whether it is on: a button of the caption bar.
+    /// The switch, a button of the caption bar.
     QAction& switching() { return *m_switching; }
     void setOn(bool on);
     bool isOn() const { return m_plot != nullptr; }
     /// Null while it is off.
     density::DensityPlot* plot() const { return m_plot; }
     std::size_t index() const { return m_index; }
-    /// A table below it, while it is on. Deleted with it.
+    /// Sets the table below the density, which is deleted when the density is switched off.
     void setReadings(ReadingTable* readings);
     ReadingTable* readings() const { return m_readings; }
-    /// Shows cursors in it, which the arrow keys move while it has the focus.
+    /// Shows or hides cursors. The arrow keys move them while the plot has the focus.
     void showCursors(bool show);
-    /// Waits until it shows all that was played.
+    /// Waits until all that was played is shown.
     void settle();
     DensityFeed::Kind feedKind() const;
 

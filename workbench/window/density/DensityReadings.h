@@ -13,27 +13,27 @@
 
 class ReadingTable;
 
-/// What a density measures, below it and in words: of all its symbols, or of those it keeps, and of
-/// how many.
+/// The figures of a density, in a table and in words, with the number of symbols that they are of:
+/// all, or those that are kept.
 class DensityReadings
 {
     Q_DECLARE_TR_FUNCTIONS(DensityReadings)
 public:
-    /// What the figures mean: names as they are shown.
+    /// The meanings of the figures, each after the name that is shown.
     static std::vector<std::pair<QString, QString>> meanings();
-    /// @param eyeCount  that it has a line for; more than three count as three.
+    /// @param eyeCount  number of lines, one for each eye, at most three.
     static ReadingTable* makeEyeTable(std::size_t eyeCount);
     static std::size_t lineCount(const EyeFiguredPtr& figured);
     static ReadingTable* makePointTable();
 
-    /// @param unit           of levels; empty: none.
-    /// @param symbolSeconds  times are in seconds; none: in symbols.
+    /// @param unit           of levels; empty for none.
+    /// @param symbolSeconds  length of a symbol, for times in seconds; none for times in symbols.
     void setUnits(const QString& unit, std::optional<double> symbolSeconds);
-    /// @param figured  null: nothing yet.
+    /// @param figured  null while there are none.
     void show(ReadingTable& table, const EyeFiguredPtr& figured) const;
     void show(ReadingTable& table, const density::ErrorVectors::Figures& errors,
               std::int64_t symbolCount, std::int64_t leftOut) const;
-    /// One after the other, with the interval of each, or why there is none: a name and a text.
+    /// All figures, a name and a text each: value and interval, or why there is none.
     std::vector<std::pair<QString, QString>> lines(const EyeFigured& figured) const;
     std::vector<std::pair<QString, QString>>
     lines(const density::ErrorVectors::Figures& errors) const;

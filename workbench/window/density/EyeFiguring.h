@@ -16,31 +16,30 @@ namespace density {
 class Counter;
 } // namespace density
 
-/// What the traces measure that a density keeps, and how many symbols it has counted.
+/// Figures of the traces that a density keeps, and the number of symbols that it has counted.
 struct EyeFigured
 {
     density::EyeFigures figures;
     density::TraceShape shape;
-    std::int64_t keptCount = 0; ///< the newest symbols, which the figures are of
+    std::int64_t keptCount = 0; ///< symbols that the figures are of, the newest ones
     std::int64_t allSymbols = 0;
     std::int64_t leftOut = 0;
-    /// Of each eye: when crossings of its transitions come, symbols; of all: levels at the instant.
-    std::vector<std::vector<double>> crossings;
-    std::vector<double> levels;
+    std::vector<std::vector<double>> crossings; ///< times of each eye's crossings, symbols
+    std::vector<double> levels;                 ///< of all traces, at the instant of decision
 };
 using EyeFiguredPtr = std::shared_ptr<const EyeFigured>;
 
-/// Measures the traces that a density keeps, on a thread of its own, one copy at a time, and rests
-/// in between: it takes a fifth of a core at most.
+/// Measures the traces that a density keeps, one copy at a time, on a thread of its own. It rests
+/// in between, so that it takes a fifth of a core at most.
 class EyeFiguring : public QObject
 {
     Q_OBJECT
 public:
     explicit EyeFiguring(QObject* parent = nullptr);
 
-    /// Measures what a plot keeps, as soon as possible.
+    /// Measures the traces that a plot keeps, as soon as possible; figured brings the result.
     void request(density::DensityPlot& plot);
-    /// Likewise, and waits for it. Null without a trace.
+    /// Measures them at once, and waits for the result; null without a trace.
     static EyeFiguredPtr of(density::DensityPlot& plot);
     /// Forgets what was requested: figured does not come before the next request.
     void cancel();

@@ -8,19 +8,21 @@
 #include <optional>
 #include <vector>
 
-/// Finds the window in which a density is counted from what comes: it grows with what the first
-/// symbols reach, as long as all of them are kept and none is lost by counting them anew, and stays
-/// then. Any one thread.
+/// Finds the window in which a density is counted. It grows with the extent of the first symbols
+/// while all of them are kept, so that counting anew loses none, and then stays. For one thread at
+/// a time.
 class HomeFinder
 {
 public:
-    /// @param isEye  traces over two symbols; else points, in a square about 0.
+    /// @param isEye  whether samples are traces over two symbols; otherwise they are points, shown
+    ///               in a square about 0.
     explicit HomeFinder(bool isEye)
         : m_isEye(isEye)
     {}
 
-    /// @param symbolCount  that the samples are of.
-    /// @return a new window, where one is needed.
+    /// Takes traces or points.
+    /// @param symbolCount  number of their symbols.
+    /// @return the new window; none when the last one still fits.
     std::optional<density::Window> take(const std::vector<float>& samples,
                                         std::int64_t symbolCount);
 

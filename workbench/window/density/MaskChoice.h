@@ -12,26 +12,26 @@
 
 class DensityPane;
 
-/// The mask that the eye's density is tested against, and how that goes. Relative masks are placed
-/// by the levels and the instant that were found, again and again as long as all symbols are kept,
-/// so that none is lost to the test.
+/// The mask that the eye's density is tested against, and the state of the test. A relative mask is
+/// placed by the levels and the instant that were found. It is placed anew while all symbols are
+/// kept, so that the test loses none.
 class MaskChoice : public QObject
 {
     Q_OBJECT
 public:
-    /// Reads a file of a mask.
+    /// Reads a mask from a file.
     static Result<density::Mask> read(const QString& file);
 
     MaskChoice(DensityPane& eye, QObject* parent);
 
-    /// None ends the test.
+    /// Starts a test; no mask ends it.
     void choose(const std::optional<density::Mask>& mask);
     const std::optional<density::Mask>& mask() const { return m_mask; }
-    /// By which it grows to all sides, in its own units: see density::Mask. Tests anew.
+    /// Sets the margin, see density::Mask, and tests anew.
     void setMargin(double margin);
-    /// What was found anew, as long as it may move the mask.
+    /// Takes new figures, which may move the mask.
     void place(const EyeFiguredPtr& figured);
-    /// The plot, or its symbols, are others: nothing is placed.
+    /// Forgets the place of the mask: the plot or the signal is another.
     void restart();
 
     std::optional<density::MaskTest::Result> result() const;
@@ -39,7 +39,7 @@ public:
     QString text() const;
 
 signals:
-    /// Another mask, or margin.
+    /// The mask or its margin changed.
     void changed();
 
 private:

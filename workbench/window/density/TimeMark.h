@@ -8,7 +8,7 @@
 
 class VCGLTimeDiagram;
 
-/// Marks a stretch of the time diagram, which keeps the mouse.
+/// Marks a stretch of the time diagram. Mouse events go through it to the diagram.
 class TimeMark : public QWidget
 {
     Q_OBJECT

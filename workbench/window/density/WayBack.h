@@ -13,9 +13,9 @@ class Player;
 class TimeMark;
 class ViewPanes;
 
-/// The way from a point of a density back to the signal: the newest symbols that passed there, and
-/// the one of them that is shown, lit in the densities and marked in the time diagram. The signal
-/// is paused for it, and a recording is moved there.
+/// The way from a point of a density back to the signal: a list of the newest symbols that passed
+/// there. One of them is shown, lit in the densities and marked in the time diagram; for that the
+/// signal is paused, and a recording is moved to the symbol.
 class WayBack : public QObject
 {
     Q_OBJECT
@@ -30,22 +30,22 @@ public:
     WayBack(Player& player, ViewPanes& views, std::vector<DensityPane*> panes, TimeMark& mark,
             QObject* parent);
 
-    /// Takes the symbols that passed somewhere, and shows the newest.
-    /// @param what  was clicked, to be told.
+    /// Takes a list of symbols, and shows the newest.
+    /// @param what  the place that was clicked, in words.
     void take(DensityPane& pane, const QVector<qint64>& symbols, const QString& what);
-    /// Forgets them.
+    /// Forgets the list.
     void clear();
-    /// Shows one of them, or an older or newer one than is shown.
+    /// Shows a symbol of the list; the next one is older.
     void show(int index);
     void showNext() { show(m_index + 1); }
     void showPrevious() { show(m_index - 1); }
-    /// The units of the time axis may have changed.
+    /// Takes over the units of the time axis, which may have changed.
     void refresh();
 
     const std::vector<Stretch>& stretches() const { return m_stretches; }
     int index() const { return m_index; } ///< -1: none is shown
     const QString& what() const { return m_what; }
-    /// What is shown, in one line: "3 of 17 at ...".
+    /// The symbol that is shown, in one line: "3 of 17 at ...".
     QString text() const;
 
 signals:

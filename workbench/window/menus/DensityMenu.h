@@ -11,14 +11,14 @@ class DensityMenu : public QMenu
 {
     Q_OBJECT
 public:
-    /// @param eye,iq  whose switches it has.
-    /// @param masks  becomes a part of it.
+    /// @param eye,iq  the densities that it switches.
+    /// @param masks   becomes a submenu.
     DensityMenu(QMainWindow& window, DensityPane& eye, DensityPane& iq, QMenu& masks);
 
     QAction& cursors() { return *m_cursors; }
     QAction& next() { return *m_next; }
     QAction& previous() { return *m_previous; }
-    /// Lets be chosen what there is to choose.
+    /// Enables what can be chosen now.
     /// @param isOn     whether a density is shown.
     /// @param hasWay   whether stretches of signal are listed.
     void refresh(bool isOn, bool hasWay);

@@ -7,17 +7,18 @@ class DensityPane;
 class MaskChoice;
 class QActionGroup;
 
-/// The menu of the mask that the eye's density is tested against: none, published ones, those of
-/// files, and drawing one.
+/// The menu of the mask that the eye's density is tested against: none, a published one, one from a
+/// file, or one that the user draws.
 class MaskMenu : public QMenu
 {
     Q_OBJECT
 public:
-    /// @param eye  is switched on with a mask; all outlive it.
+    /// @param eye  switched on when a mask is chosen. All arguments outlive the menu.
     MaskMenu(MaskChoice& masks, DensityPane& eye, QWidget* window);
 
 signals:
-    /// What cannot be loaded or saved, a sentence.
+    /// A mask cannot be loaded or saved.
+    /// @param why  a sentence for the user.
     void refused(const QString& why);
     void hitsWanted(); ///< the newest symbols that hit it
 

@@ -7,17 +7,17 @@
 
 #include <vector>
 
-/// A small diagram of some curves, as points or as the bars of a histogram, with the values of its
-/// axes: linear, or of a logarithm of base 10.
+/// A small diagram of curves or of the bars of a histogram, with labelled axes. Y is linear, or a
+/// logarithm of base 10.
 class CurveView : public QWidget
 {
     Q_OBJECT
 public:
     struct Content
     {
-        std::vector<QPolygonF> curves; ///< points in order of x; not finite ones break them
-        bool areBars = false;          ///< from 0 to y, as wide as the next point is far
-        bool isLogarithm = false;      ///< y is the logarithm of what is labelled
+        std::vector<QPolygonF> curves; ///< points in order of x; one that is not finite is a gap
+        bool areBars = false;          ///< from 0 to y, up to the x of the next point
+        bool isLogarithm = false;      ///< y is the logarithm of the labelled value
         double lowest = 0.0;           ///< of y, where it is a logarithm
         QString xName;                 ///< with its unit
         QString missing;               ///< why there is no curve

@@ -12,30 +12,30 @@ class QLabel;
 class QListWidget;
 class WayBack;
 
-/// What a density tells beside its picture: the mask and how its test goes, the stretches of signal
-/// that passed where was clicked, histograms, bathtub and all figures.
+/// The panel of the densities: mask and state of its test, the stretches of signal that passed at
+/// the place that was clicked, histograms, bathtub and all figures.
 class DensityPanel : public QWidget
 {
     Q_OBJECT
 public:
     struct Settings
     {
-        double margin = 0.0; ///< of the mask, in its units
-        int stretch = -1;    ///< that is to be shown; -1: none
+        double margin = 0.0; ///< of the mask, in the mask's units
+        int stretch = -1;    ///< the one to be shown; -1 for none
     };
 
     explicit DensityPanel(QWidget* parent = nullptr);
 
     void show(const MaskChoice& masks);
     void show(const WayBack& way);
-    /// @param figured  null: nothing yet.
-    /// @param symbolSeconds  times are in seconds; none: in symbols.
+    /// @param figured        null while there are none.
+    /// @param symbolSeconds  length of a symbol, for times in seconds; none for times in symbols.
     void show(const EyeFiguredPtr& figured, const DensityReadings& readings,
               std::optional<double> symbolSeconds);
     void showErrors(const density::ErrorVectors::Figures& errors, const DensityReadings& readings);
 
 signals:
-    /// The user wants these.
+    /// The user changed something.
     void chosen(const DensityPanel::Settings& settings);
 
 private:
