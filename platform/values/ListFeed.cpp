@@ -4,8 +4,11 @@
 #include "platform/values/Tree.h"
 #include "platform/values/Values.h"
 
+#include <QPointer>
+
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace values {
 
@@ -41,6 +44,11 @@ void ListFeed::deliver()
     }
     m_sinceFrame.start();
     m_isCalled = false; // a later push schedules deliver again
+    const QPointer<ListFeed> self(this);
+    if (const std::int64_t count = m_leftOut; count != std::exchange(m_toldLeftOut, count))
+        emit leftOut(count);
+    if (!self) // a receiver destroyed it
+        return;
     Block columns(static_cast<std::size_t>(m_lists.size()));
     bool isNew = false;
     while (auto block = m_queue.pop(std::chrono::milliseconds(0))) {

@@ -20,8 +20,9 @@ namespace values {
 /// Once a frame it writes all blocks that arrived since the last frame into the lists, one after
 /// the other, and sets the trigger once.
 ///
-/// A block that arrives while the queue is full is dropped as a whole, and counted. A list or a
-/// trigger that is not in the tree when a frame is due is skipped.
+/// A block that arrives while the queue is full is dropped as a whole, and counted: push, the count
+/// and a signal tell of it. A list or a trigger that is not in the tree when a frame is due is
+/// skipped.
 ///
 /// Create, set up and destroy it on the GUI thread, which needs a running event loop. Stop the
 /// producer before you destroy it.
@@ -50,6 +51,11 @@ public:
     /// Number of blocks dropped so far, from any thread.
     std::int64_t leftOutCount() const { return m_leftOut; }
 
+signals:
+    /// Blocks were dropped since the last frame; emitted on the GUI thread.
+    /// @param count  number of blocks dropped so far.
+    void leftOut(qint64 count);
+
 private slots:
     void deliver();
 
@@ -58,6 +64,7 @@ private:
     const QString m_trigger;
     Handover<Block> m_queue;
     std::atomic<std::int64_t> m_leftOut{0};
+    std::int64_t m_toldLeftOut = 0;      // by the signal
     std::atomic<bool> m_isCalled{false}; // deliver is scheduled
     double m_frameRate = 30.0;
     QTimer m_timer;

@@ -220,11 +220,15 @@ TEST(ListFeed, BringsTheBlocksOfAThreadInOrderAndCountsWhatIsTooMuch)
         for (std::size_t k = 0; k < received.size(); ++k)
             EXPECT_EQ(received[k], double(k));
         EXPECT_EQ(feed.leftOutCount(), 0);
+        std::vector<qint64> told;
+        QObject::connect(&feed, &values::ListFeed::leftOut,
+                         [&told](qint64 count) { told.push_back(count); });
         feed.setCapacity(2);
         EXPECT_TRUE(feed.push({{1.0, 2.0, 3.0}}));
         EXPECT_FALSE(feed.push({{4.0}}));
         EXPECT_EQ(feed.leftOutCount(), 1);
         EXPECT_TRUE(QTest::qWaitFor([&] { return received.size() == 3003; }));
+        EXPECT_EQ(told, std::vector<qint64>{1});
     }
     trigger->Detach(&probe);
     tree.Remove("ListFeed/A");
