@@ -198,26 +198,32 @@ void DeviceRaster::AddLine(const QLineF& line, const GLLineStyle& style)
     }
 }
 
-/// Joins like Runs, for strokes that only ever move one way: looks at a few of the equal ones only.
+/// Joins like StrokeRuns, for strokes that only ever move one way: looks at a few of the equal ones
+/// only, first where one is expected to end.
+/// @param length  expected; half of it for the first stroke.
 template<typename StrokeIn, typename Put>
-void DeviceRaster::PutRuns(const Span& extent, const StrokeIn& strokeIn, const Put& put)
+void DeviceRaster::PutRuns(const Span& extent, const StrokeIn& strokeIn, double length,
+                           const Put& put)
 {
+    double expected = extent.first + length / 2.0;
     for (int start = extent.first; start < extent.last;) {
         const Span stroke = strokeIn(start);
         int last = start; // with this stroke
         int end = extent.last;
-        for (int step = 1; last + step < end; step *= 2) {
-            if (!(strokeIn(last + step) == stroke))
-                end = last + step;
-            else
-                last += step;
-        }
-        while (end - last > 1) {
-            const int middle = last + (end - last) / 2;
-            (strokeIn(middle) == stroke ? last : end) = middle;
-        }
+        const auto lookAt = [&](int place) { (strokeIn(place) == stroke ? last : end) = place; };
+        const auto guess = truncateSaturated<int>(expected, start, end);
+        if (guess > start && guess < end)
+            lookAt(guess);
+        const bool isBefore = end == guess;
+        for (int step = 1; isBefore && end - step > last; step *= 2)
+            lookAt(end - step);
+        for (int step = 1; last + step < end; step *= 2)
+            lookAt(last + step);
+        while (end - last > 1)
+            lookAt(last + (end - last) / 2);
         put(Span{start, end}, stroke);
         start = end;
+        expected = start + length;
     }
 }
 
@@ -244,7 +250,8 @@ void DeviceRaster::Rasterise(const Scale& major, const Scale& minor, const Segme
                                     : Span{0, 0};
     };
     if (segment.dashLength == 0.0) {
-        PutRuns(extent, strokeIn, put);
+        const double steps = std::abs(segment.b2 - segment.b1) * minor.factor;
+        PutRuns(extent, strokeIn, (segment.a2 - segment.a1) * major.factor / steps, put);
         return;
     }
     StrokeRuns<Span, Put> runs(put, extent.first);

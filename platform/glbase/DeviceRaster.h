@@ -109,7 +109,8 @@ private:
     static void FillPointsIn(const PixelTarget& pixels, const std::vector<float>& points,
                              const PointMap& x, const PointMap& y, QRgb color);
     template<typename StrokeIn, typename Put>
-    static void PutRuns(const Span& extent, const StrokeIn& strokeIn, const Put& put);
+    static void PutRuns(const Span& extent, const StrokeIn& strokeIn, double length,
+                        const Put& put);
     template<typename Put>
     static void Rasterise(const Scale& major, const Scale& minor, const Segment& segment,
                           const Put& put);

@@ -83,6 +83,53 @@ constexpr int chunkWidth = 16;
 
 using Stroke = PixelTarget::Stroke;
 
+/// Rows of a chunk.
+struct Rows
+{
+    QRgb* pixels; ///< At the left in the first row.
+    std::ptrdiff_t stride;
+    Stroke all;
+    Stroke full; ///< Those that all strokes fill.
+    QRgb color;
+};
+
+/// Fills a chunk by vectors: so many columns from the left, and as many to the right, which may
+/// overlap. Their number is a constant, so that the compiler makes vectors.
+template<int width>
+void fillRows(const Rows& rows, const Stroke* strokes, int count)
+{
+    int first[2][width];
+    int last[2][width];
+    const int starts[2] = {0, count - width};
+    for (int part = 0; part < 2; ++part) {
+        for (int i = 0; i < width; ++i) {
+            first[part][i] = strokes[starts[part] + i].first;
+            last[part][i] = strokes[starts[part] + i].last;
+        }
+    }
+    const int parts = count == width ? 1 : 2;
+    QRgb* row = rows.pixels;
+    const auto fillSome = [&](int from, int to) {
+        for (int y = from; y < to; ++y, row += rows.stride) {
+            for (int part = 0; part < parts; ++part) {
+                QRgb* const pixels = row + starts[part];
+                for (int i = 0; i < width; ++i) {
+                    const bool isIn = (y >= first[part][i]) & (y < last[part][i]);
+                    pixels[i] = isIn ? rows.color : pixels[i];
+                }
+            }
+        }
+    };
+    fillSome(rows.all.first, rows.full.first);
+    for (int y = rows.full.first; y < rows.full.last; ++y, row += rows.stride) {
+        for (int part = 0; part < parts; ++part) {
+            for (int i = 0; i < width; ++i)
+                row[starts[part] + i] = rows.color;
+        }
+    }
+    fillSome(rows.full.last, rows.all.last);
+}
+
 } // namespace
 
 void PixelTarget::FillColumns(int left, const std::vector<Stroke>& strokes, QRgb color) const
@@ -118,7 +165,7 @@ void PixelTarget::FillChunk(int left, const Stroke* strokes, int count, QRgb col
     }
     const int rowCount = last - first;
     constexpr int denseColumns = 3;
-    if (pixelCount < rowCount * denseColumns) {
+    if (pixelCount < rowCount * denseColumns || count < chunkWidth / 4) {
         for (int i = 0; i < count; ++i) {
             QRgb* pixel = Row(strokes[i].first) + left + i;
             for (int y = strokes[i].first; y < strokes[i].last; ++y, pixel += m_stride)
@@ -126,17 +173,16 @@ void PixelTarget::FillChunk(int left, const Stroke* strokes, int count, QRgb col
         }
         return;
     }
-    QRgb* row = Row(first) + left;
-    const auto fillSome = [&](int from, int to) {
-        for (int y = from; y < to; ++y, row += m_stride) {
-            for (int i = 0; i < count; ++i)
-                row[i] = y >= strokes[i].first && y < strokes[i].last ? color : row[i];
-        }
-    };
     const int commonFirst = std::min(common.first, last);
-    const int commonLast = std::max(common.last, commonFirst);
-    fillSome(first, commonFirst);
-    for (int y = commonFirst; y < commonLast; ++y, row += m_stride)
-        std::fill_n(row, count, color);
-    fillSome(commonLast, last);
+    const Rows rows{Row(first) + left,
+                    m_stride,
+                    {first, last},
+                    {commonFirst, std::max(common.last, commonFirst)},
+                    color};
+    if (count == chunkWidth)
+        fillRows<chunkWidth>(rows, strokes, count);
+    else if (count >= chunkWidth / 2)
+        fillRows<chunkWidth / 2>(rows, strokes, count);
+    else
+        fillRows<chunkWidth / 4>(rows, strokes, count);
 }
