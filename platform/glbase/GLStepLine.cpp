@@ -184,3 +184,16 @@ GLStepLine::Extremes GLStepLine::ExtremesOf(std::size_t first, std::size_t last)
     }
     return gathered.Result();
 }
+
+void GLStepLine::Expect(std::size_t level) const
+{
+#ifdef __GNUC__
+    if (level >= m_levels.size())
+        return;
+    __builtin_prefetch(&m_levels[level]);
+    for (const std::size_t start : m_layerStarts) {
+        level /= blockSize;
+        __builtin_prefetch(m_blocks.data() + start + level);
+    }
+#endif
+}

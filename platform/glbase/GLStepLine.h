@@ -50,6 +50,8 @@ public:
     /// Smallest and largest of the levels [first, last), 0 <= first < last <= Levels().size().
     /// Costs by the logarithm of the count.
     Extremes ExtremesOf(std::size_t first, std::size_t last) const;
+    /// Has the processor fetch what ExtremesOf reads for a range that begins or ends at a level.
+    void Expect(std::size_t level) const;
 
 private:
     void BuildPyramid();

@@ -92,7 +92,9 @@ void DeviceRaster::AddStepLine(const GLStepLine& line)
     };
     if (m_pixels) {
         m_strokesLeft = columns.first;
+        constexpr int ahead = 8; // columns
         for (int column = columns.first; column < columns.last; ++column) {
+            line.Expect(map.LevelAfter(column + ahead));
             const Span stroke = strokeIn(column);
             m_pixels->strokes.push_back({stroke.first, stroke.last});
         }
