@@ -5,6 +5,7 @@
 #include "density/PlotPainter.h"
 #include "density/PlotState.h"
 
+#include <QPaintEvent>
 #include <QPainter>
 
 #include <memory>
@@ -120,9 +121,10 @@ void DensityPlot::take(PlotData* data, std::int64_t number)
                  d->data.snapshot->allSymbols != data->snapshot->allSymbols;
     const std::vector<std::int64_t> hits = maskHits();
     const std::int64_t symbols = data->snapshot->allSymbols;
+    const CountRange range = d->data.range;
     d->data = std::move(*data);
     d->isStale = d->isStale || d->data.colors != d->colors;
-    update();
+    update(PlotPainter::changedBySymbols(*d, size(), font(), range));
     // Levels move slowly: found anew when as many symbols have come again, or after a clear.
     if (d->cursors.isShown && (symbols >= 2 * d->snapSymbols || symbols < d->snapSymbols))
         findSnap();
@@ -131,7 +133,7 @@ void DensityPlot::take(PlotData* data, std::int64_t number)
         emit maskHitsChanged();
 }
 
-void DensityPlot::paintEvent(QPaintEvent*)
+void DensityPlot::paintEvent(QPaintEvent* event)
 {
     const double ratio = devicePixelRatioF();
     if (ratio != d->ratio)
@@ -152,7 +154,7 @@ void DensityPlot::paintEvent(QPaintEvent*)
         d->isStale = true;
     }
     QPainter painter(this);
-    PlotPainter(*d, painter, d->view).paint(size(), d->frame);
+    PlotPainter(*d, painter, d->view).paint(size(), d->frame, event->region());
 }
 
 void DensityPlot::renderPicture(QPainter& painter, const QSize& size)

@@ -41,8 +41,11 @@ PlotPainter::PlotPainter(const PlotState& state, QPainter& painter, const PlotVi
     , m_view(view)
 {}
 
-void PlotPainter::paint(const QSize& size, const QImage& frame)
+void PlotPainter::paint(const QSize& size, const QImage& frame, const QRegion& exposed)
 {
+    const auto isSeen = [&exposed](const QRect& place) {
+        return exposed.isEmpty() || exposed.intersects(place);
+    };
     m_painter.save();
     const bool isPainted = paintWhole(frame);
     m_painter.save();
@@ -61,9 +64,38 @@ void PlotPainter::paint(const QSize& size, const QImage& frame)
         paintCursors();
     }
     m_painter.restore();
-    paintLegendCounts();
+    if (isSeen(legendCountsOf(m_view, size)))
+        paintLegendCounts();
     paintTexts(size);
     m_painter.restore();
+}
+
+QRect PlotPainter::legendCountsOf(const PlotView& view, const QSize& size)
+{
+    const QRectF bar = PlotFrame::legendOf(view.place());
+    const int left = static_cast<int>(bar.right());
+    return {left, 0, size.width() - left, static_cast<int>(std::ceil(bar.bottom() + gap))};
+}
+
+QRectF PlotPainter::textOf(int fromBottom, const QSize& size, const QFont& font)
+{
+    const double height = QFontMetricsF(font).height();
+    return {gap, size.height() - fromBottom * (height + 0.5 * gap), size.width() - 2.0 * gap,
+            height};
+}
+
+QRegion PlotPainter::changedBySymbols(const PlotState& state, const QSize& size, const QFont& font,
+                                      const CountRange& before)
+{
+    if (PlotFrame::keyOf(state, size, state.ratio, font) != state.frameKey)
+        return QRect(QPoint(), size);
+    QRegion changed = state.view.place().toAlignedRect();
+    changed += textOf(1, size, font).toAlignedRect();
+    if (state.cursors.isShown)
+        changed += textOf(2, size, font).toAlignedRect();
+    if (state.data.range.least != before.least || state.data.range.most != before.most)
+        changed += legendCountsOf(state.view, size);
+    return changed;
 }
 
 // In world coordinates that are pixels of the device, from a corner on.
@@ -291,11 +323,9 @@ void PlotPainter::paintLegendCounts()
 
 void PlotPainter::paintTexts(const QSize& size)
 {
-    const double height = QFontMetricsF(m_painter.font()).height();
     m_painter.setPen(color(IColorBase::colLabel));
     const auto line = [&](int fromBottom, const QString& text) {
-        m_painter.drawText(QRectF(gap, size.height() - fromBottom * (height + 0.5 * gap),
-                                  size.width() - 2.0 * gap, height),
+        m_painter.drawText(textOf(fromBottom, size, m_painter.font()),
                            Qt::AlignLeft | Qt::AlignVCenter, text);
     };
     line(1, PlotTexts(m_state).symbols());

@@ -5,6 +5,9 @@
 #include "platform/values/Values.h"
 #include "views/VCDensityPlot.h"
 
+#include <QPaintEvent>
+#include <QPainter>
+
 #include <future>
 
 using namespace density;
@@ -121,6 +124,52 @@ TEST(DensityPlot, PaintsCellsAsPixelsAndLosesNothingByASize)
     plot.clear();
     plot.settle();
     EXPECT_TRUE(plot.isFitting());
+}
+
+/// What a window would show of a widget that it repaints where that asks for it.
+struct Screen : QObject
+{
+    explicit Screen(QWidget& widget)
+        : picture(widget.grab().toImage())
+    {
+        widget.installEventFilter(this);
+    }
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            asked += static_cast<QPaintEvent*>(event)->region();
+        return false;
+    }
+    QImage picture;
+    QRegion asked;
+};
+
+TEST(DensityPlot, RepaintsAllThatSymbolsChangeAndNoMore)
+{
+    const std::vector<float> samples = runtSignal();
+    Shown shown;
+    DensityPlot& plot = shown.plot;
+    plot.addData(samples.data(), samples.size(), 0);
+    plot.settle();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return plot.isFitting(); }));
+    Screen screen(plot);
+    for (int turn = 1; turn < 4; ++turn) {
+        plot.showCursors(turn == 3);
+        QTest::qWait(50);
+        screen.picture = plot.grab().toImage();
+        screen.asked = QRegion();
+        plot.addData(samples.data(), samples.size() / 5, 5000 * turn);
+        const std::int64_t all = 5000 + 1000 * turn;
+        ASSERT_TRUE(QTest::qWaitFor([&] { return plot.snapshot()->allSymbols == all; }));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !screen.asked.isEmpty(); }));
+        QTest::qWait(50);
+        const QRegion asked = screen.asked;
+        EXPECT_FALSE(asked.contains(QRect(0, 100, 10, 10))) << "labels of the axis, turn " << turn;
+        QPainter painter(&screen.picture);
+        plot.render(&painter, asked.boundingRect().topLeft(), asked);
+        painter.end();
+        EXPECT_EQ(screen.picture, plot.grab().toImage()) << "turn " << turn;
+    }
 }
 
 TEST(DensityPlot, KeepsTheScaleOfAConstellationEqualUnlessAskedOtherwise)
