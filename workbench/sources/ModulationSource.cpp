@@ -143,7 +143,6 @@ ModulationSource::ModulationSource(const ModulationSettings& settings)
     m_facts.isComplex = true;
     m_facts.symbolRate = settings.sampleRate / samplesPerSymbol;
     m_facts.firstSymbol = 0.0;
-    start();
 }
 
 ModulationSource::~ModulationSource() = default;
@@ -236,7 +235,7 @@ bool ModulationSource::seek(std::int64_t position)
     if (position < 0)
         return false;
     if (position == 0) {
-        m_receiver.reset(); // starts when it is read
+        m_receiver.reset();
     } else {
         // Moves to the same phase of a symbol.
         const std::int64_t distance = (position - m_position) % samplesPerSymbol;

@@ -67,5 +67,5 @@ private:
     double m_phase = 0.0; // of the carrier's error, rad
     std::unique_ptr<Transmitter> m_transmitter;
     std::unique_ptr<Channel> m_channel;
-    std::unique_ptr<Receiver> m_receiver;
+    std::unique_ptr<Receiver> m_receiver; // null until the signal starts, when it is read
 };
