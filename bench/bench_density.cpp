@@ -1,24 +1,10 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
-// Cost of counting traces of two symbols, of an eye with two levels, into 800 x 600 cells. Counters
-// are medians of all rounds, in which ours and the floor take turns, in processor time:
-//   traces_s   traces counted and kept in a second of one core;
-//   floor/ours the time of a loop that does nothing but increment the cells of the same traces,
-//              from the first row of each column to the last, known beforehand, over ours;
-//   list       our time over that of a loop through a list of all of these cells;
-//   numpy/ours time of numpy's histogram2d over ours, of a point a column; left out where numpy is
-//              not installed.
-// "anew" counts 100,000 kept traces again, as a zoom does: its time is that of a zoom.
-// "paint" paints a density plot with 800 x 600 cells on the GUI thread after new symbols, and
-// "picture" makes the picture for it on the counting thread:
-//   eye/ours   time of an eye diagram of 800 x 600 pixels that paints one new trace, over ours.
-// "live" hands 1 MBd over at the pace of a receiver, for three seconds, while a snapshot is taken
-// 30 times a second:
-//   torn       symbols that were left out;
-//   cores      processor time over the duration of what was counted; that of the receiver included.
-// "ten_million" counts so many symbols, and measures figures of those that are kept:
-//   traces_s   counted in a second of one core;
-//   figures_ms time of all figures of an eye;
-//   memory_mb  of the process, beyond what it was before.
+// Cost of density plots of an eye with two levels, in 800 x 600 cells. A trace is counted and kept
+// in turns with a floor that increments the cells of each column's run, known beforehand; "beside
+// its cells" those of a ready list. Counted again are 100,000 kept traces, as by a zoom. Painted is
+// what a window repaints after a trace, beside an eye diagram of 800 x 600 pixels; the picture for
+// it is what the counting thread makes. 1 MBd comes for three seconds at the pace of a receiver,
+// with 30 snapshots a second; ten million symbols in one go.
 #include "density/Counter.h"
 #include "density/CountingThread.h"
 #include "density/DensityExport.h"
@@ -34,6 +20,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QImage>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -46,6 +33,8 @@
 #include <optional>
 #include <random>
 #include <thread>
+
+#include <unistd.h>
 
 namespace {
 
@@ -156,20 +145,26 @@ void addAll(Counter& counter, const std::vector<float>& samples, std::size_t len
         counter.add(&samples[k], length, symbol++);
 }
 
-void density_count(benchmark::State& state)
+std::vector<std::uint32_t> cellsOf(const std::vector<Cells::Run>& runs)
 {
-    const TraceShape shape = shapeOf(state);
-    const auto length = static_cast<std::size_t>(shape.sampleCount);
-    const std::vector<float> samples = makeTraces(shape);
-    const std::vector<Cells::Run> runs = runsOf(samples, shape);
     std::vector<std::uint32_t> cells;
     for (const Cells::Run& run : runs) {
         for (int row = run.begin; row < run.end; ++row)
             cells.push_back(static_cast<std::uint32_t>(row * GridSize().columns + run.column));
     }
+    return cells;
+}
+
+void count(benchmark::State& state, bool isBesideCells)
+{
+    const TraceShape shape = shapeOf(state);
+    const auto length = static_cast<std::size_t>(shape.sampleCount);
+    const std::vector<float> samples = makeTraces(shape);
+    const std::vector<Cells::Run> runs = runsOf(samples, shape);
+    const std::vector<std::uint32_t> cells = cellsOf(runs);
     Counter counter(settingsOf(shape));
     std::vector<std::uint32_t> counts(GridSize().cellCount());
-    std::vector<double> ours, floor, list;
+    std::vector<double> ours, floor;
     const auto secondsOf = [](const auto& work) {
         const double start = processorSeconds();
         for (int turn = 0; turn < 40; ++turn)
@@ -178,18 +173,20 @@ void density_count(benchmark::State& state)
     };
     for ([[maybe_unused]] auto _ : state) {
         ours.push_back(secondsOf([&] { addAll(counter, samples, length); }));
-        floor.push_back(ours.back() / secondsOf([&] { incrementRuns(runs, counts); }));
-        list.push_back(ours.back() / secondsOf([&] { incrementCells(cells, counts); }));
-        state.SetIterationTime(ours.back() * traceCount);
+        floor.push_back(ours.back() / secondsOf([&] {
+                            isBesideCells ? incrementCells(cells, counts)
+                                          : incrementRuns(runs, counts);
+                        }));
+        state.SetIterationTime(ours.back());
     }
-    state.counters["traces_s"] = 1.0 / median(ours);
     state.counters["floor/ours"] = 1.0 / median(floor);
-    state.counters["list"] = median(list);
-    if (const auto numpy = countByNumpy(samples, shape))
-        state.counters["numpy/ours"] = *numpy / median(ours);
+    if (isBesideCells)
+        return;
+    const auto numpy = countByNumpy(samples, shape);
+    state.counters["numpy/ours"] = numpy ? *numpy / median(ours) : 0.0; // 0: not installed
 }
 
-void density_anew(benchmark::State& state)
+void countAgain(benchmark::State& state)
 {
     const TraceShape shape = shapeOf(state);
     const std::vector<float> samples = makeTraces(shape);
@@ -203,11 +200,11 @@ void density_anew(benchmark::State& state)
     }
 }
 
-void paint(QWidget& widget)
+void paint(QWidget& widget, const QRegion& region)
 {
     static QImage canvas(1200, 800, QImage::Format_RGB32);
     QPainter painter(&canvas);
-    widget.render(&painter, {}, {}, QWidget::RenderFlags());
+    widget.render(&painter, region.boundingRect().topLeft(), region, QWidget::RenderFlags());
 }
 
 /// A plot of 800 x 600 cells that shows the traces.
@@ -233,6 +230,18 @@ std::unique_ptr<DensityPlot> makePlot(const std::vector<float>& samples)
     return plot;
 }
 
+/// What a window paints of a widget when it shows something new.
+struct Repaint : QObject
+{
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            region = static_cast<QPaintEvent*>(event)->region();
+        return false;
+    }
+    QRegion region;
+};
+
 /// An eye diagram of 800 x 600 pixels.
 struct Eye
 {
@@ -250,16 +259,24 @@ struct Eye
         const auto from = samples.begin() + static_cast<std::ptrdiff_t>(first);
         std::vector<double> trace(from, from + static_cast<std::ptrdiff_t>(length));
         diagram.AddData(trace);
-        paint(diagram);
+        paint(diagram, diagram.rect());
     }
 };
 
-void density_paint(benchmark::State& state)
+void paintPlot(benchmark::State& state)
 {
     const TraceShape shape = shapeOf(state);
     const auto length = static_cast<std::size_t>(shape.sampleCount);
     const std::vector<float> samples = makeTraces(shape);
     const auto plot = makePlot(samples);
+    Repaint repaint;
+    plot->installEventFilter(&repaint);
+    const std::int64_t before = plot->snapshot()->allSymbols;
+    plot->addData(samples.data(), length, traceCount);
+    for (; plot->snapshot()->allSymbols == before; QApplication::processEvents())
+        repaint.region = QRegion();
+    while (repaint.region.isEmpty())
+        QApplication::processEvents();
     Eye eye;
     for (std::size_t k = 0; k < samples.size(); k += length)
         eye.addAndPaint(samples, k, length);
@@ -269,7 +286,7 @@ void density_paint(benchmark::State& state)
         constexpr int paints = 50;
         double start = processorSeconds();
         for (int k = 0; k < paints; ++k)
-            paint(*plot);
+            paint(*plot, repaint.region);
         ours.push_back((processorSeconds() - start) / paints);
         start = processorSeconds();
         for (int k = 0; k < paints; ++k)
@@ -278,10 +295,11 @@ void density_paint(benchmark::State& state)
         state.SetIterationTime(ours.back());
     }
     state.counters["eye/ours"] = median(ratios);
-    state.counters["columns"] = plot->snapshot() ? plot->snapshot()->size.columns : 0;
+    if (plot->snapshot()->size.columns != GridSize().columns)
+        state.SkipWithError("not as many cells");
 }
 
-void density_picture(benchmark::State& state)
+void makePicture(benchmark::State& state)
 {
     const TraceShape shape = shapeOf(state);
     const std::vector<float> samples = makeTraces(shape);
@@ -294,13 +312,12 @@ void density_picture(benchmark::State& state)
     }
 }
 
-void density_live(benchmark::State& state)
+void countLive(benchmark::State& state)
 {
     using std::chrono::milliseconds;
     using Clock = std::chrono::steady_clock;
     const TraceShape shape = shapeOf(state);
     const std::vector<float> samples = makeTraces(shape);
-    constexpr double symbolRate = 1e6;
     constexpr int blocks = 600, tracesPerBlock = 5000, blockMs = 5;
     SnapshotPtr last;
     double cores = 0.0;
@@ -322,27 +339,23 @@ void density_live(benchmark::State& state)
         const double seconds = processorSeconds() - before;
         counting.requestSnapshot([&](const SnapshotPtr& seen) { last = seen; });
         counting.wait();
-        cores = seconds * symbolRate / static_cast<double>(last->allSymbols);
+        cores = seconds * 1e6 / static_cast<double>(last->allSymbols); // of 1 MBd
     }
-    state.counters["symbols"] = static_cast<double>(last->allSymbols);
-    state.counters["torn"] = static_cast<double>(last->leftOut.tornTraces);
-    state.counters["cores"] = cores;
+    const auto torn = static_cast<double>(last->leftOut.tornTraces);
+    state.counters["left out [%]"] = 100.0 * torn / (torn + static_cast<double>(last->allSymbols));
+    state.counters["processor [cores]"] = cores;
 }
 
 /// Memory of the process, MB.
 double memoryInUse()
 {
-    QFile status("/proc/self/status");
-    if (!status.open(QIODevice::ReadOnly))
-        return 0.0;
-    for (const QByteArray& line : status.readAll().split('\n')) {
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024.0;
-    }
-    return 0.0;
+    QFile status("/proc/self/statm");
+    const bool isOpen = status.open(QIODevice::ReadOnly);
+    const double pages = isOpen ? status.readAll().split(' ').at(1).toDouble() : 0.0;
+    return pages * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1024.0 * 1024.0);
 }
 
-void density_ten_million(benchmark::State& state)
+void countTenMillion(benchmark::State& state)
 {
     const TraceShape shape = shapeOf(state);
     const std::vector<float> samples = makeTraces(shape);
@@ -353,25 +366,27 @@ void density_ten_million(benchmark::State& state)
         double start = processorSeconds();
         for (std::size_t k = 0; k < symbols / traceCount; ++k)
             addAll(counter, samples, static_cast<std::size_t>(shape.sampleCount));
-        state.counters["traces_s"] = static_cast<double>(symbols) / (processorSeconds() - start);
-        state.counters["memory_mb"] = memoryInUse() - memory;
+        state.counters["counting [s]"] = processorSeconds() - start;
+        state.counters["memory [MB]"] = memoryInUse() - memory;
         start = processorSeconds();
         benchmark::DoNotOptimize(EyeFigures::of(counter.kept(), shape));
-        state.counters["figures_ms"] = 1e3 * (processorSeconds() - start);
+        state.counters["all figures of an eye [s]"] = processorSeconds() - start;
     }
 }
 
-BENCHMARK(density_count)
-    ->Arg(33)
-    ->Arg(17)
-    ->Iterations(21)
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK(density_anew)->Arg(33)->Iterations(11)->Unit(benchmark::kMillisecond);
-BENCHMARK(density_paint)->Arg(33)->Iterations(21)->UseManualTime()->Unit(benchmark::kMicrosecond);
-BENCHMARK(density_picture)->Arg(33)->Iterations(51)->UseManualTime()->Unit(benchmark::kMicrosecond);
-BENCHMARK(density_live)->Arg(17)->Iterations(1)->Unit(benchmark::kMillisecond);
-BENCHMARK(density_ten_million)->Arg(17)->Iterations(1)->Unit(benchmark::kMillisecond);
+void perTrace(benchmark::internal::Benchmark* benchmark)
+{
+    benchmark->Arg(33)->Arg(17)->Iterations(21)->UseManualTime()->Unit(benchmark::kNanosecond);
+}
+BENCHMARK_CAPTURE(count, runs, false)->Name("density, a trace counted/ours")->Apply(perTrace);
+BENCHMARK_CAPTURE(count, cells, true)
+    ->Name("density, a trace counted, beside its cells/ours")
+    ->Apply(perTrace);
+BENCHMARK(countAgain)->Name("density, counted again/ours")->Arg(33)->Iterations(11);
+BENCHMARK(paintPlot)->Name("density painted/ours")->Arg(33)->Iterations(21)->UseManualTime();
+BENCHMARK(makePicture)->Name("density, picture/ours")->Arg(33)->Iterations(51)->UseManualTime();
+BENCHMARK(countLive)->Name("density, 1 MBd/ours")->Arg(17)->Iterations(1);
+BENCHMARK(countTenMillion)->Name("density, ten million symbols/ours")->Arg(17)->Iterations(1);
 
 } // namespace
 

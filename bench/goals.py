@@ -38,6 +38,9 @@ GOALS = (
     Goal("notifying", r"view notified", [Limit(FLOOR, 3.0), Limit("allocations", 0.0)]),
     Goal("symbols", r"^symbols of", [Limit(PEER, 1.0)]),
     Goal("pipe", r"^million samples", [Limit("ours", 0.0, " 2: left out")]),
+    Goal("density", r"^density", [Limit("ours", 1e-5, "trace counted"),  # 100,000 a second
+                                  Limit(FLOOR, 1.5), Limit(PEER, 0.1, "trace counted"),
+                                  Limit(PEER, 1.0, "painted"), Limit("ours", 0.0, "left out")]),
     Goal("opengl", r"with OpenGL", []),
     Goal("other", r"", []),  # what is left
 )
@@ -64,7 +67,8 @@ def judge(goal, row):
         value = row.get(limit.key)
         if not re.search(limit.pattern, row["case"]) or value is None:
             continue
-        is_kept = round(value, 2) <= round(limit.most, 2)
+        is_ratio = limit.key in (FLOOR, PEER, BEFORE, "growth")
+        is_kept = round(value, 2) <= round(limit.most, 2) if is_ratio else value <= limit.most
         verdicts.append((limit, value, is_kept))
     return verdicts
 

@@ -64,8 +64,10 @@ def verdict(goal, row):
     parts = []
     for limit, value, is_kept in goals.judge(goal, row):
         title = goals.TITLES[limit.key]
-        parts.append(f"at most {limit.most:.2g} {title}".strip() +
-                     (": kept" if is_kept else f": **missed** ({value:.2f})"))
+        amount = quantity if limit.key == "ours" else lambda value, _: f"{value:.2g}"
+        found = quantity(value, row["unit"]) if limit.key == "ours" else f"{value:.2f}"
+        parts.append(f"at most {amount(limit.most, row['unit'])} {title}".strip() +
+                     (": kept" if is_kept else f": **missed** ({found})"))
     return "; ".join(parts)
 
 
