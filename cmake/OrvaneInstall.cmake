@@ -18,6 +18,7 @@ set(ORVANE_INTERNAL_HEADERS
   glbase/AxisLabelBoxes.h
   glbase/DeviceRaster.h
   glbase/GLSurface.h
+  glbase/KeptPixels.h
   glbase/KeptTexts.h
   glbase/PixelTarget.h
   glbase/StrokeRuns.h

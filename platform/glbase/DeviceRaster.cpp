@@ -210,17 +210,23 @@ void DeviceRaster::PutRuns(const Span& extent, const StrokeIn& strokeIn, double 
         const Span stroke = strokeIn(start);
         int last = start; // with this stroke
         int end = extent.last;
-        const auto lookAt = [&](int place) { (strokeIn(place) == stroke ? last : end) = place; };
+        const auto isSame = [&](int place) { return strokeIn(place) == stroke; };
         const auto guess = truncateSaturated<int>(expected, start, end);
         if (guess > start && guess < end)
-            lookAt(guess);
+            (isSame(guess) ? last : end) = guess;
         const bool isBefore = end == guess;
-        for (int step = 1; isBefore && end - step > last; step *= 2)
-            lookAt(end - step);
-        for (int step = 1; last + step < end; step *= 2)
-            lookAt(last + step);
-        while (end - last > 1)
-            lookAt(last + (end - last) / 2);
+        for (int step = 1; isBefore && end - step > last; step *= 2) {
+            const int place = end - step;
+            (isSame(place) ? last : end) = place;
+        }
+        for (int step = 1; last + step < end; step *= 2) {
+            const int place = last + step;
+            (isSame(place) ? last : end) = place;
+        }
+        while (end - last > 1) {
+            const int middle = last + (end - last) / 2;
+            (isSame(middle) ? last : end) = middle;
+        }
         put(Span{start, end}, stroke);
         start = end;
         expected = start + length;

@@ -62,8 +62,8 @@ public:
     void drawVLine(int x, int y1, int y2, const QColor& color);
 
     /// Calls draw, whose every pixel depends on the one below it alone, or puts what is kept of
-    /// that.
-    /// @param places  outside of which it draws nothing.
+    /// that; where there are no pixels, always draws. Within the library only.
+    /// @param places  outside of which draw paints nothing.
     void drawKept(KeptPixels& kept, const std::vector<QRect>& places,
                   const std::function<void()>& draw);
 

@@ -1,7 +1,6 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "platform/base/Export.h"
 #include "platform/glbase/PixelTarget.h"
 
 #include <QRect>
@@ -16,7 +15,7 @@
 /// a fraction.
 ///
 /// Memory: 32 bytes a device pixel.
-class ORVANE_PLATFORM_API KeptPixels
+class KeptPixels
 {
 public:
     /// To be called when the drawing is another one.
