@@ -158,8 +158,8 @@ TEST(DensityPlot, RepaintsAllThatSymbolsChangeAndNoMore)
         QTest::qWait(50);
         screen.picture = plot.grab().toImage();
         screen.asked = QRegion();
-        plot.addData(samples.data(), samples.size() / 5, 5000 * turn);
-        const std::int64_t all = 5000 + 1000 * turn;
+        plot.addData(samples.data(), samples.size() / 5, std::int64_t{5000} * turn);
+        const std::int64_t all = 5000 + std::int64_t{1000} * turn;
         ASSERT_TRUE(QTest::qWaitFor([&] { return plot.snapshot()->allSymbols == all; }));
         ASSERT_TRUE(QTest::qWaitFor([&] { return !screen.asked.isEmpty(); }));
         QTest::qWait(50);
