@@ -4,6 +4,7 @@
 #include "workbench/player/Figures.h"
 #include "workbench/sources/StreamSource.h"
 #include "workbench/window/StatusFields.h"
+#include "workbench/window/menus/SeekBar.h"
 #include "workbench/window/panels/ReceiverPanel.h"
 #include "workbench/window/panes/ReadingTable.h"
 #include "workbench/window/panes/Readings.h"
@@ -122,15 +123,19 @@ TEST_F(Panels, OfFiguresSayWhatTheSignalMeasures)
     }
 }
 
-TEST_F(Panels, OfFiguresRepaintNoPane)
+TEST_F(Panels, OfFiguresRepaintNoPaneAndLayNothingOut)
 {
-    struct Paints : QObject
+    struct Events : QObject
     {
+        explicit Events(QEvent::Type type)
+            : type(type)
+        {}
         bool eventFilter(QObject*, QEvent* event) override
         {
-            count += event->type() == QEvent::Paint ? 1 : 0;
+            count += event->type() == type ? 1 : 0;
             return false;
         }
+        const QEvent::Type type;
         int count = 0;
     };
     playOn();
@@ -139,21 +144,26 @@ TEST_F(Panels, OfFiguresRepaintNoPane)
     if (!readings.eye().isVisible())
         window->panes().showingReadings().trigger();
     QTest::qWait(100); // until all is laid out and painted
-    Paints panes, tables;
+    Events panes(QEvent::Paint), tables(QEvent::Paint), layouts(QEvent::LayoutRequest);
     for (auto* pane : window->findChildren<GLFrameWidget*>())
         pane->installEventFilter(&panes);
     for (auto* label : readings.eye().findChildren<QLabel*>())
         label->installEventFilter(&tables);
+    window->installEventFilter(&layouts);
     const auto showing = [&] { return tables.count > 0; };
     readings.show(Measurement()); // nothing is known
     EXPECT_TRUE(QTest::qWaitFor(showing));
     tables.count = 0;
     window->measure();
     EXPECT_TRUE(QTest::qWaitFor(showing));
+    window->findChild<SeekBar*>()->setTime(1.234);
     QTest::qWait(50); // nor later
     EXPECT_EQ(panes.count, 0);
+    EXPECT_EQ(layouts.count, 0);
     window->timeView().update();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return panes.count > 0; })) << "they are counted";
+    window->statusBar()->updateGeometry();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return panes.count > 0 && layouts.count > 0; }))
+        << "they are counted";
 }
 
 TEST(Figures, KeepTheirPlaces)

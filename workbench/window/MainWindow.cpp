@@ -43,7 +43,8 @@
 
 namespace {
 
-constexpr int statusPeriodMs = 100;
+constexpr int statusPeriodMs = 150; // at most, where no picture comes
+constexpr int statusSlackMs = 60;
 // At every other update of the status, so that figures can be read.
 constexpr int readingsPeriodMs = 190;
 
@@ -185,6 +186,8 @@ void MainWindow::connectPlayer()
         if (!m_iqView->IsPaused())
             m_iqView->Clear();
     });
+    connect(&feed(), &SignalFeed::played, this, &MainWindow::refreshWithPicture,
+            Qt::QueuedConnection);
     connect(m_measuring, &Measuring::measured, m_readings, &Readings::show);
     connect(m_densities, &Densities::switched, this, &MainWindow::showSwitched);
     connect(m_densities, &Densities::refused, m_notice, &NoticeBar::say);
@@ -298,6 +301,15 @@ void MainWindow::refreshStatus()
         m_status->setFrameRate(m_frameCount * 1000.0 / static_cast<double>(m_frameClock.restart()));
         m_frameCount = 0;
     }
+}
+
+/// Together with a picture, the window is brought to the screen once for both.
+void MainWindow::refreshWithPicture()
+{
+    if (!m_statusTimer.isActive() || m_statusTimer.remainingTime() > statusSlackMs)
+        return;
+    m_statusTimer.start();
+    refreshStatus();
 }
 
 void MainWindow::showPlaying(bool playing)

@@ -83,6 +83,7 @@ private:
     void exportView(std::size_t index);
     void showSource(const QStringList& notices);
     void refreshStatus();
+    void refreshWithPicture();
     void showPlaying(bool playing);
     void applyColors();
     void leaveWhatIsOnTop();

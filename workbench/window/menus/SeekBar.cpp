@@ -83,8 +83,10 @@ void SeekBar::setLength(std::optional<double> length)
         m_slider->setPageStep(single * pageSteps);
     }
     const QString longest = QStringLiteral("888:88.888");
-    m_text->setFixedWidth(fontMetrics().horizontalAdvance(
-        m_length ? units::time(*m_length, *m_length) + QStringLiteral(" / ") + longest : longest));
+    const QString most =
+        m_length ? units::time(*m_length, *m_length) + QStringLiteral(" / ") + longest : longest;
+    // Of a fixed size, so that a new text does not have the whole window laid out again.
+    m_text->setFixedSize(fontMetrics().horizontalAdvance(most), fontMetrics().height());
     m_slider->setSliderDown(false);
     setTime(0.0);
 }

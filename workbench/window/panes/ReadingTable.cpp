@@ -72,7 +72,7 @@ void ReadingTable::resizeEvent(QResizeEvent* event)
 bool ReadingTable::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::LayoutRequest)
-        updateGeometry();
+        fit();
     if (event->type() == QEvent::Wheel) // it scrolls sideways only
         return QCoreApplication::sendEvent(m_scroll->horizontalScrollBar(), event);
     return QWidget::eventFilter(watched, event);
