@@ -36,11 +36,13 @@ std::vector<Sample> noise(std::size_t count)
 TEST(FastSums, FilterAsPlainOnesDoWhateverTheBlocks)
 {
     const std::vector<Sample> samples = noise(500);
-    for (const std::size_t length : {1, 2, 33}) {
+    const std::pair<std::size_t, std::size_t> rows[] = {{1, 1}, {2, 1}, {33, 1}, {140, 1},
+                                                        {1, 2}, {2, 2}, {33, 2}, {140, 2}};
+    for (const auto& [length, every] : rows) {
         std::vector<float> taps(length);
         for (float& tap : taps)
             tap = float(normal());
-        FirFilter filter(taps, 0.5F);
+        FirFilter filter(taps, 0.5F, every);
         std::vector<Sample> filtered;
         for (std::size_t first = 0; first < samples.size(); first += first / 2 + 7) {
             const std::size_t next = std::min(first + first / 2 + 7, samples.size());
@@ -49,11 +51,13 @@ TEST(FastSums, FilterAsPlainOnesDoWhateverTheBlocks)
             filter.process(part);
             filtered.insert(filtered.end(), part.begin(), part.end());
         }
-        for (std::size_t k = 0; k < samples.size(); ++k) {
+        ASSERT_EQ(filtered.size(), samples.size() / every);
+        for (std::size_t k = 0; k < filtered.size(); ++k) {
+            const std::size_t newest = k * every;
             Sample sum;
-            for (std::size_t n = std::min(length, k + 1); n-- > 0;) // the oldest sample first
-                sum += taps[n] * samples[k - n];
-            ASSERT_EQ(filtered[k], 0.5F * sum) << length << ' ' << k;
+            for (std::size_t n = std::min(length, newest + 1); n-- > 0;) // the oldest sample first
+                sum += taps[n] * samples[newest - n];
+            ASSERT_EQ(filtered[k], 0.5F * sum) << length << ' ' << every << ' ' << k;
         }
     }
 }
