@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/receiver/FrequencyCorrection.h"
 
+#include "workbench/receiver/Interpolation.h"
 #include "workbench/receiver/MeasuringFilter.h"
 #include "workbench/sources/Constants.h"
 
@@ -24,7 +25,7 @@ BasebandFormat FrequencyCorrection::configure(const ReceiverSettings& settings,
         m_sampleRate = format.sampleRate;
         m_timeOffset = format.timeOffset;
         m_symbolRate = format.sampleRate / format.samplesPerSymbol;
-        const int perSymbol = static_cast<int>(m_perSymbol);
+        constexpr int perSymbol = ReceiverSettings::samplesPerSymbol;
         m_estimate = std::make_unique<FrequencyEstimate>(
             *settings.modulation, perSymbol, measuringFilter::tapsOf(settings, perSymbol));
     }
@@ -46,6 +47,10 @@ void FrequencyCorrection::process(BasebandBlock& block)
 {
     if (!m_isOn)
         return;
+    if (!m_isSearching && m_waiting.empty()) {
+        turn(block.samples.data(), block.samples.size());
+        return;
+    }
     m_waiting.insert(m_waiting.end(), block.samples.begin(), block.samples.end());
     block.samples.clear();
     const std::size_t window = windowSymbols * m_perSymbol;
@@ -66,10 +71,27 @@ void FrequencyCorrection::finish(BasebandBlock& block)
     passOn(m_waiting.size(), block.samples);
 }
 
+/// The first samples that wait, as many of a symbol as the estimate takes: among few of them, the
+/// middle of a symbol may be far from each.
+std::vector<std::complex<float>> FrequencyCorrection::finely(std::size_t count) const
+{
+    const auto end = m_waiting.begin() + static_cast<std::ptrdiff_t>(count);
+    constexpr std::size_t wanted = ReceiverSettings::samplesPerSymbol;
+    if (m_perSymbol == wanted)
+        return {m_waiting.begin(), end};
+    const Interpolation& interpolation = Interpolation::ofWholeBand();
+    std::vector<std::complex<float>> line(interpolation.length()); // silence is around
+    line.insert(line.end(), m_waiting.begin(), end);
+    line.resize(line.size() + interpolation.length());
+    std::vector<std::complex<float>> result(count * wanted / m_perSymbol);
+    interpolation.fill(line.data(), static_cast<double>(interpolation.length()),
+                       static_cast<double>(m_perSymbol) / wanted, result.size(), result.data());
+    return result;
+}
+
 void FrequencyCorrection::estimate(std::size_t count)
 {
-    const auto found =
-        m_estimate->of({m_waiting.begin(), m_waiting.begin() + static_cast<std::ptrdiff_t>(count)});
+    const auto found = m_estimate->of(finely(count));
     if (!found.isFound)
         return;
     const bool isFirst = !m_found.isFound;
@@ -86,12 +108,18 @@ void FrequencyCorrection::estimate(std::size_t count)
 
 void FrequencyCorrection::passOn(std::size_t count, std::vector<std::complex<float>>& output)
 {
-    const Part& part = m_parts.back();
     const std::size_t before = output.size();
     const auto end = m_waiting.begin() + static_cast<std::ptrdiff_t>(count);
     output.insert(output.end(), m_waiting.begin(), end);
     m_waiting.erase(m_waiting.begin(), end);
-    m_rotation.turn(output.data() + before, count,
+    turn(output.data() + before, count);
+}
+
+/// Takes the frequency off the next samples.
+void FrequencyCorrection::turn(std::complex<float>* samples, std::size_t count)
+{
+    const Part& part = m_parts.back();
+    m_rotation.turn(samples, count,
                     -part.phase - part.step * static_cast<double>(m_position - part.first));
     m_position += static_cast<std::int64_t>(count);
 }

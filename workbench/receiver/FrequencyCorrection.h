@@ -38,8 +38,10 @@ private:
         double step;        ///< cycles a sample
     };
 
+    std::vector<std::complex<float>> finely(std::size_t count) const;
     void estimate(std::size_t count);
     void passOn(std::size_t count, std::vector<std::complex<float>>& output);
+    void turn(std::complex<float>* samples, std::size_t count);
 
     bool m_isOn = false;
     bool m_isSearching = true;

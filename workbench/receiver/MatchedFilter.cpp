@@ -12,19 +12,27 @@ BasebandFormat MatchedFilter::configure(const ReceiverSettings& settings,
 {
     m_complex.reset();
     m_real.reset();
+    m_every = 1;
+    BasebandFormat result = format;
     std::vector<float> taps;
     if (format.samplesPerSymbol > 1.0)
         taps = measuringFilter::tapsOf(settings, static_cast<int>(format.samplesPerSymbol));
     if (!taps.empty()) {
         const auto count = static_cast<unsigned>(taps.size());
         m_delay = taps.size() / 2;
+        if (settings.isNarrow()) {
+            m_every = static_cast<std::size_t>(format.samplesPerSymbol) /
+                      ReceiverSettings::fewSamplesPerSymbol;
+            result.samplesPerSymbol /= static_cast<double>(m_every);
+            result.sampleRate /= static_cast<double>(m_every);
+        }
         if (format.isDemodulated)
             m_real = {firfilt_rrrf_create(taps.data(), count), firfilt_rrrf_destroy};
         else
-            m_complex.emplace(taps);
+            m_complex.emplace(taps, 1.0F, m_every);
     }
     reset();
-    return format;
+    return result;
 }
 
 void MatchedFilter::process(BasebandBlock& block)
@@ -75,7 +83,7 @@ void MatchedFilter::finish(BasebandBlock& block)
 
 void MatchedFilter::reset()
 {
-    m_toSkip = m_delay;
+    m_toSkip = m_delay / m_every;
     m_waiting.clear();
     if (m_complex)
         m_complex->reset();

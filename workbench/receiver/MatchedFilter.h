@@ -10,7 +10,8 @@
 struct firfilt_rrrf_s;
 
 /// The measuring filter, see measuringFilter. It acts on the demodulated samples if there are any,
-/// else on I and Q. Without delay: as many samples come out as go in.
+/// else on I and Q. Without delay: as many samples come out as go in, or every second one where few
+/// of a symbol hold all of what passes.
 class MatchedFilter : public ReceiverStage
 {
 public:
@@ -29,7 +30,8 @@ private:
 
     std::optional<FirFilter> m_complex;
     LiquidHandle<firfilt_rrrf_s*> m_real{nullptr, nullptr};
-    std::size_t m_delay = 0; // samples
+    std::size_t m_every = 1; // samples of the input for one of the output
+    std::size_t m_delay = 0; // samples of the input
     std::size_t m_toSkip = 0;
     /// I and Q beside the filtered samples are delayed like them.
     std::vector<std::complex<float>> m_waiting;

@@ -23,7 +23,10 @@ public:
     /// Measuring filters: matched filters, and filters that open an eye.
     enum class Filter { RootRaisedCosine, RaisedCosine, Gaussian, Boxcar, HalfSine };
 
-    static constexpr int samplesPerSymbol = 8; ///< after resampling
+    static constexpr int samplesPerSymbol = 8; ///< of a received signal
+    /// Where the band is narrow enough for it: after a matched filter, and of an input with no
+    /// more.
+    static constexpr int fewSamplesPerSymbol = 4;
     /// Range of samples per symbol before resampling.
     static constexpr double minSamplesPerSymbol = 2.0;
     static constexpr double maxSamplesPerSymbol = 1e5;
@@ -43,6 +46,15 @@ public:
     std::optional<Filter> usedFilter() const
     {
         return filter || !rollOff ? filter : std::optional(Filter::RootRaisedCosine);
+    }
+
+    /// Whether few samples of a symbol hold all of what passes the filter: it is a raised cosine,
+    /// and symbol timing makes more of them afterwards.
+    bool isNarrow() const
+    {
+        const std::optional<Filter> used = usedFilter();
+        return demodulation == Demodulation::Linear && hasTimingRecovery &&
+               (used == Filter::RootRaisedCosine || used == Filter::RaisedCosine);
     }
 
     /// Checks that a signal of a sample rate, Hz, can be received with these settings; always true

@@ -12,3 +12,11 @@ void BasebandBlock::append(const BasebandBlock& other)
     symbols.insert(symbols.end(), other.symbols.begin(), other.symbols.end());
     clock.insert(clock.end(), other.clock.begin(), other.clock.end());
 }
+
+void BasebandBlock::clear()
+{
+    samples.clear();
+    demodulated.clear();
+    symbols.clear();
+    clock.clear();
+}

@@ -19,6 +19,8 @@ struct BasebandBlock
     std::vector<ClockPoint> clock;
 
     void append(const BasebandBlock& other);
+    /// Empties it, but keeps the memory.
+    void clear();
 };
 
 /// Format of the samples between two stages.

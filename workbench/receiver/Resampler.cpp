@@ -21,7 +21,10 @@ BasebandFormat Resampler::configure(const ReceiverSettings& settings, const Base
         result.samplesPerSymbol = 1.0;
         return result;
     }
-    result.samplesPerSymbol = ReceiverSettings::samplesPerSymbol;
+    constexpr double few = ReceiverSettings::fewSamplesPerSymbol;
+    const bool areEnough =
+        settings.isNarrow() && format.sampleRate <= (1.0 + sameRate) * few * *settings.symbolRate;
+    result.samplesPerSymbol = areEnough ? few : ReceiverSettings::samplesPerSymbol;
     result.sampleRate = *settings.symbolRate * result.samplesPerSymbol;
     m_ratio = result.sampleRate / format.sampleRate;
     if (std::abs(m_ratio - 1.0) >= sameRate)

@@ -22,18 +22,27 @@ BasebandFormat TimingRecovery::configure(const ReceiverSettings& settings,
     m_isDemodulated = format.isDemodulated;
     m_isReal = format.isReal;
     m_sampleRate = format.sampleRate;
+    m_perSymbol = format.samplesPerSymbol;
     m_timeOffset = format.timeOffset;
     m_isOffset = settings.modulation && modulations::of(*settings.modulation).isOffset;
-    m_step = settings.usedFilter() ? 2 : 1;
+    m_step = settings.usedFilter() && m_isOn
+                 ? static_cast<std::size_t>(m_perSymbol) / ReceiverSettings::fewSamplesPerSymbol
+                 : 1;
     reset();
     BasebandFormat result = format;
     result.hasSymbolClock = m_isOn || m_isOneEach;
+    if (m_isOn) {
+        result.sampleRate *= perSymbol / m_perSymbol;
+        result.samplesPerSymbol = perSymbol;
+    }
     return result;
 }
 
 void TimingRecovery::reset()
 {
-    m_timing = m_isOn ? std::make_unique<SymbolTiming>(perSymbol / m_step, m_isOffset) : nullptr;
+    m_timing = m_isOn ? std::make_unique<SymbolTiming>(m_perSymbol / static_cast<double>(m_step),
+                                                       m_isOffset)
+                      : nullptr;
     m_skipCount = 0;
     m_waiting = {};
     m_first = 0;
@@ -71,7 +80,7 @@ void TimingRecovery::process(BasebandBlock& block)
     }
     m_skipCount += count * m_step - block.samples.size();
     m_waiting.append(block);
-    block = {};
+    block.clear();
     follow(block);
 }
 
@@ -150,7 +159,7 @@ void TimingRecovery::measure(const SymbolKnot& knot, BasebandBlock& output)
     if (knot.measured && knot.isLocked)
         output.clock.push_back({knot.position / m_sampleRate + m_timeOffset, *knot.measured});
     const double expected =
-        (1.0 + m_timing->rateError()) / perSymbol * (knot.position - m_knot->position);
+        (1.0 + m_timing->rateError()) / m_perSymbol * (knot.position - m_knot->position);
     const double error = knot.symbol - m_knot->symbol - expected;
     m_error += smoothing * (error * error - m_error);
 }

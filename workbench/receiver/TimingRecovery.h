@@ -6,10 +6,10 @@
 
 #include <memory>
 
-/// Resamples so that the middle of each symbol is a sample, see SymbolTiming, with the clock of the
-/// demodulated samples if there are any. Samples are held back for some 500 symbols until the clock
-/// is known. Without timing recovery there are no symbols. With one sample a symbol, each sample is
-/// a symbol.
+/// Resamples to ReceiverSettings::samplesPerSymbol, so that the middle of each symbol is a sample,
+/// see SymbolTiming, with the clock of the demodulated samples if there are any. Samples are held
+/// back for some 500 symbols until the clock is known. Without timing recovery there are no
+/// symbols. With one sample a symbol, each sample is a symbol.
 class TimingRecovery : public ReceiverStage
 {
 public:
@@ -32,12 +32,13 @@ private:
     bool m_isOn = false;
     bool m_isDemodulated = false;
     bool m_isReal = false;
-    bool m_isOffset = false;  // Q comes half a symbol after I
-    bool m_isOneEach = false; // one sample a symbol
-    double m_sampleRate = 1.0;
+    bool m_isOffset = false;   // Q comes half a symbol after I
+    bool m_isOneEach = false;  // one sample a symbol
+    double m_sampleRate = 1.0; // of the input...
+    double m_perSymbol = 1.0;  // ...and its samples of a symbol
     double m_timeOffset = 0.0;
     std::unique_ptr<SymbolTiming> m_timing;
-    // Between the samples that are used: every second one is enough after a matched filter.
+    // Between the samples that are used: few are enough after a matched filter.
     std::size_t m_step = 1;
     std::size_t m_skipCount = 0;
     BasebandBlock m_waiting;  // samples from...
