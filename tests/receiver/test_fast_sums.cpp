@@ -4,6 +4,7 @@
 #include "workbench/receiver/FirFilter.h"
 #include "workbench/receiver/Interpolation.h"
 #include "workbench/receiver/Rotation.h"
+#include "workbench/receiver/SingleNumbers.h"
 #include "workbench/receiver/TrackedPhases.h"
 #include "workbench/receiver/TurnSearch.h"
 #include "workbench/sources/Constants.h"
@@ -112,6 +113,16 @@ TEST(FastSums, TurnAndMixAsPlainOnesDo)
                                std::polar(1.0, 2.0 * pi * (0.7 - 0.0123 * double(k)))),
                   1e-6); // three roundings of 6e-8, of samples of up to 5
 
+    for (const std::size_t count : {1, 8, 100}) {
+        turned.assign(samples.begin(), samples.begin() + std::ptrdiff_t(count));
+        turnOn(turned.data(), count, Sample(std::polar(1.0, 0.7)), Sample(std::polar(1.0, -0.02)));
+        for (std::size_t k = 0; k < count; ++k)
+            ASSERT_LT(std::abs(std::complex<double>(turned[k]) -
+                               std::complex<double>(samples[k]) *
+                                   std::polar(1.0, 0.7 - 0.02 * double(k))),
+                      3e-5); // a step is 4e-8 off, of samples of up to 5
+    }
+
     // The band of a line is the line, turned to 0, as far as the low-pass is even there.
     EdgeBands bands(4.3);
     for (std::size_t k = 0; k < 1000; ++k) {
@@ -124,6 +135,34 @@ TEST(FastSums, TurnAndMixAsPlainOnesDo)
             continue;
         EXPECT_NEAR(std::arg(output.upper), 0.0, 1e-6);
         EXPECT_LT(std::abs(output.lower), 0.01 * std::abs(output.upper)); // 50 dB, two of them
+    }
+}
+
+TEST(FastSums, TakeManySamplesAsOneAfterTheOther)
+{
+    const std::vector<Sample> samples = noise(1000);
+    EdgeBands single(4.3), together(4.3);
+    for (const Sample& sample : samples)
+        single.push(sample);
+    together.push(samples.data(), 400);
+    together.push(samples.data() + 400, 600);
+    const auto& expected = single.take();
+    const auto& outputs = together.take();
+    ASSERT_EQ(outputs.size(), expected.size());
+    for (std::size_t k = 0; k < outputs.size(); ++k)
+        ASSERT_EQ(outputs[k].upper, expected[k].upper) << k;
+
+    std::vector<double> numbers(37, 0.1);
+    std::vector<float> singles(37);
+    numbers[3] = numbers[36] = -2.0;
+    EXPECT_TRUE(makeSingle(numbers.data(), 37, 2.0, singles.data()));
+    EXPECT_EQ(singles, std::vector<float>(numbers.begin(), numbers.end()));
+    for (const std::size_t place : {3U, 36U}) { // in a vector, and in the rest
+        for (const double large : {2.1, -2.1, HUGE_VAL, std::nan("")}) {
+            numbers[place] = large;
+            EXPECT_FALSE(makeSingle(numbers.data(), 37, 2.0, singles.data())) << place << large;
+        }
+        numbers[place] = 0.0;
     }
 }
 

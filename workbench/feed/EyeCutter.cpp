@@ -2,7 +2,7 @@
 #include "workbench/feed/EyeCutter.h"
 
 #include "workbench/receiver/Interpolation.h"
-#include "workbench/receiver/Vectors.h"
+#include "workbench/receiver/SingleNumbers.h"
 
 #include <algorithm>
 #include <cmath>
@@ -23,25 +23,6 @@ constexpr std::uint8_t isQuiet = 1;
 constexpr std::uint8_t isNoNumber = 2;
 
 constexpr double largest = std::numeric_limits<float>::max();
-
-/// Makes whole vectors of numbers single. @return whether all are finite.
-ORVANE_WIDEST bool makeSingle(const double* samples, std::size_t count, float* output)
-{
-    using Singles = float __attribute__((vector_size(4 * doublesWidth)));
-    Doubles sum{}; // of zeros, or not a number
-    for (std::size_t k = 0; k < count; k += doublesWidth) {
-        Doubles sample;
-        load(samples + k, sample);
-        sum += 0.0 * sample;
-        sample = sample > largest ? Doubles{} + largest : sample;
-        sample = sample < -largest ? Doubles{} - largest : sample;
-        store(__builtin_convertvector(sample, Singles), output + k);
-    }
-    bool areFinite = true;
-    for (std::size_t k = 0; k < doublesWidth; ++k)
-        areFinite = areFinite && sum[k] == 0.0;
-    return areFinite;
-}
 
 int symbolLengthOf(const EyeCut& cut)
 {
@@ -103,10 +84,12 @@ void EyeCutter::append(const BlockPart& part)
     const std::size_t before = m_samples.size();
     m_samples.resize(before + part.count);
     m_flaws.resize(before + part.count);
-    const std::size_t whole = part.count / doublesWidth * doublesWidth;
-    const bool isPlain =
-        block.isQuiet.empty() && makeSingle(&block.samples[part.first], whole, &m_samples[before]);
-    for (std::size_t k = isPlain ? whole : 0; k < part.count; ++k) {
+    if (block.isQuiet.empty() &&
+        makeSingle(&block.samples[part.first], part.count, largest, &m_samples[before])) {
+        part.forEachSymbol([this](const Symbol& symbol) { m_symbols.push_back(symbol); });
+        return;
+    }
+    for (std::size_t k = 0; k < part.count; ++k) {
         const double sample = block.samples[part.first + k];
         const bool isSilent = !block.isQuiet.empty() && block.isQuiet[part.first + k] != 0;
         const bool isNumber = std::isfinite(sample);

@@ -12,6 +12,22 @@ constexpr double mostGroup = 1e6;  // samples
 constexpr float hysteresis = 0.5F; // of the threshold
 constexpr float leastPower = 1e-20F;
 
+/// Each eighth sample is summed up by itself, so that no addition waits for the one before.
+float energyOf(const std::complex<float>* samples, std::size_t count)
+{
+    constexpr std::size_t together = 8;
+    float sums[together] = {};
+    std::size_t k = 0;
+    for (; k + together <= count; k += together) {
+        for (std::size_t n = 0; n < together; ++n)
+            sums[n] += std::norm(samples[k + n]);
+    }
+    for (; k < count; ++k)
+        sums[0] += std::norm(samples[k]);
+    return ((sums[0] + sums[4]) + (sums[2] + sums[6])) +
+           ((sums[1] + sums[5]) + (sums[3] + sums[7]));
+}
+
 } // namespace
 
 void BurstGate::configure(const ReceiverSettings& settings, double sampleRate)
@@ -26,34 +42,27 @@ void BurstGate::configure(const ReceiverSettings& settings, double sampleRate)
     reset();
 }
 
-void BurstGate::process(std::vector<std::complex<float>> samples, std::vector<Part>& parts)
+void BurstGate::process(const std::vector<std::complex<float>>& samples, std::vector<Part>& parts)
 {
     if (!m_isOn) {
-        parts.push_back({true, std::move(samples)});
+        parts.push_back({true, samples});
         return;
     }
-    for (auto first = samples.begin(); first != samples.end();) {
-        const auto missing = static_cast<std::ptrdiff_t>(m_groupLength - m_open.size());
-        const auto last = first + std::min(missing, samples.end() - first);
-        m_open.insert(m_open.end(), first, last);
-        first = last;
-        if (m_open.size() == m_groupLength)
-            close(parts);
-    }
+    m_line.insert(m_line.end(), samples.begin(), samples.end());
+    while (m_line.size() - m_closed >= m_groupLength)
+        close(m_groupLength, parts);
+    dropPassed();
 }
 
-/// Ends the open group.
-void BurstGate::close(std::vector<Part>& parts)
+/// Ends the open group, which has so many samples.
+void BurstGate::close(std::size_t count, std::vector<Part>& parts)
 {
-    if (m_open.empty())
+    if (count == 0)
         return;
-    float energy = 0.0F;
-    for (const std::complex<float> sample : m_open)
-        energy += std::norm(sample);
-    m_power = energy / static_cast<float>(m_open.size());
+    m_power = energyOf(&m_line[m_closed], count) / static_cast<float>(count);
     m_isOpen = m_power >= m_threshold * (m_isOpen ? hysteresis : 1.0F);
-    m_groups.push_back({m_isOpen, std::move(m_open)});
-    m_open.clear();
+    m_groups.push_back({m_isOpen, count});
+    m_closed += count;
     if (m_groups.size() > 1)
         passOn(parts);
 }
@@ -61,28 +70,41 @@ void BurstGate::close(std::vector<Part>& parts)
 /// Passes on the oldest group.
 void BurstGate::passOn(std::vector<Part>& parts)
 {
-    Group group = std::move(m_groups.front());
+    const Group group = m_groups.front();
     m_groups.erase(m_groups.begin());
     const bool isNextOpen = !m_groups.empty() && m_groups.front().isOpen;
     const bool isOpen = group.isOpen || m_wasOpen || isNextOpen;
     m_wasOpen = group.isOpen;
-    if (parts.empty() || parts.back().isOpen != isOpen)
+    if (parts.empty() || parts.back().isOpen != isOpen) {
         parts.push_back({isOpen, {}});
+        parts.back().samples.reserve(m_line.size() - m_passed);
+    }
     auto& samples = parts.back().samples;
-    samples.insert(samples.end(), group.samples.begin(), group.samples.end());
+    const auto first = m_line.begin() + static_cast<std::ptrdiff_t>(m_passed);
+    samples.insert(samples.end(), first, first + static_cast<std::ptrdiff_t>(group.count));
+    m_passed += group.count;
+}
+
+void BurstGate::dropPassed()
+{
+    m_line.erase(m_line.begin(), m_line.begin() + static_cast<std::ptrdiff_t>(m_passed));
+    m_closed -= m_passed;
+    m_passed = 0;
 }
 
 void BurstGate::finish(std::vector<Part>& parts)
 {
-    close(parts);
+    close(m_line.size() - m_closed, parts);
     while (!m_groups.empty())
         passOn(parts);
+    dropPassed();
 }
 
 void BurstGate::reset()
 {
-    m_open.clear();
+    m_line.clear();
     m_groups.clear();
+    m_passed = m_closed = 0;
     m_wasOpen = false;
     m_power = 0.0F;
     m_isOpen = false;

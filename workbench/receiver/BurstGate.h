@@ -20,7 +20,7 @@ public:
     /// squelch the gate is always open.
     void configure(const ReceiverSettings& settings, double sampleRate);
     /// Takes samples and appends the parts whose state is known.
-    void process(std::vector<std::complex<float>> samples, std::vector<Part>& parts);
+    void process(const std::vector<std::complex<float>>& samples, std::vector<Part>& parts);
     /// Ends the signal: appends the samples that waited.
     void finish(std::vector<Part>& parts);
     void reset();
@@ -30,17 +30,20 @@ private:
     struct Group
     {
         bool isOpen;
-        std::vector<std::complex<float>> samples;
+        std::size_t count; ///< samples
     };
 
-    void close(std::vector<Part>& parts);
+    void close(std::size_t count, std::vector<Part>& parts);
     void passOn(std::vector<Part>& parts);
+    void dropPassed();
 
     bool m_isOn = false;
     float m_threshold = 0.0F; // power
     std::size_t m_groupLength = 1;
-    std::vector<std::complex<float>> m_open; // group
-    std::vector<Group> m_groups;             // that wait for the next group
+    std::vector<std::complex<float>> m_line; // the newest samples; of these...
+    std::size_t m_passed = 0;                // ...so many were passed on, and...
+    std::size_t m_closed = 0;                // ...so many are of groups that have ended
+    std::vector<Group> m_groups;             // that have ended, and wait for the next one
     bool m_wasOpen = false;                  // state of the group before those
     float m_power = 0.0F;                    // mean of the last group
     bool m_isOpen = false;

@@ -2,6 +2,7 @@
 #include "workbench/receiver/CarrierRecovery.h"
 
 #include "workbench/receiver/ComplexProduct.h"
+#include "workbench/receiver/Rotation.h"
 #include "workbench/sources/Constants.h"
 
 #include <algorithm>
@@ -23,9 +24,12 @@ std::complex<double> turnBy(double angle)
 {
     if (std::abs(angle) > smallAngle)
         return std::polar(1.0, angle);
-    const double x = angle * angle;
-    return {1.0 - x / 2.0 * (1.0 - x / 12.0 * (1.0 - x / 30.0 * (1.0 - x / 56.0))),
-            angle * (1.0 - x / 6.0 * (1.0 - x / 20.0 * (1.0 - x / 42.0 * (1.0 - x / 72.0))))};
+    const double x = angle * angle; // constants are multiplied, which is faster
+    return {
+        1.0 - x * 0.5 * (1.0 - x * (1.0 / 12) * (1.0 - x * (1.0 / 30) * (1.0 - x * (1.0 / 56)))),
+        angle *
+            (1.0 - x * (1.0 / 6) *
+                       (1.0 - x * (1.0 / 20) * (1.0 - x * (1.0 / 42) * (1.0 - x * (1.0 / 72)))))};
 }
 
 /// Cosine of a multiple, a power of 2, of a number's angle; that of 0 is 0.
@@ -92,13 +96,10 @@ void CarrierRecovery::process(BasebandBlock& block)
     if (!isOn())
         return;
     m_waiting.append(block);
-    BasebandBlock output;
-    output.samples.reserve(m_waiting.samples.size());
-    output.symbols.reserve(m_waiting.symbols.size());
-    output.clock.swap(m_waiting.clock);
-    searchOn(false, output);
+    block.clear();
+    block.clock.swap(m_waiting.clock);
+    searchOn(false, block);
     dropHead();
-    block = std::move(output);
 }
 
 /// Drops the symbols that were put out.
@@ -346,7 +347,7 @@ void CarrierRecovery::putOut(double phase, double slope, SymbolState state, Base
     const std::size_t begin = m_head * m_perSymbol;
     const std::size_t end = std::min(begin + m_perSymbol, m_waiting.samples.size());
     const double rest = slope - stepAt(0);
-    std::complex<float> turn(std::polar(1.0, m_waiting.symbols[m_head].phase - phase));
+    const std::complex<float> turn(std::polar(1.0, m_waiting.symbols[m_head].phase - phase));
     const std::complex<float> step(turnBy(-rest / static_cast<double>(m_perSymbol)));
     output.symbols.push_back(m_waiting.symbols[m_head]);
     Symbol& symbol = output.symbols.back();
@@ -356,14 +357,11 @@ void CarrierRecovery::putOut(double phase, double slope, SymbolState state, Base
     if (m_modulation->isOffset)
         symbol.value = {symbol.value.real(),
                         product(std::complex<float>(sampleAt(0, m_perSymbol / 2)), turn).imag()};
-    const auto place = static_cast<std::ptrdiff_t>(output.samples.size());
+    const std::size_t place = output.samples.size();
     const auto first = m_waiting.samples.begin() + static_cast<std::ptrdiff_t>(begin);
     output.samples.insert(output.samples.end(), first,
                           first + static_cast<std::ptrdiff_t>(end - begin));
-    for (auto sample = output.samples.begin() + place; sample != output.samples.end(); ++sample) {
-        *sample = product(*sample, turn);
-        turn = product(turn, step);
-    }
+    turnOn(output.samples.data() + place, end - begin, turn, step);
     symbol.level = state == SymbolState::Unlocked ? 0.0 : m_emittedAmplitude;
     symbol.phase = phase;
     if (symbol.state == SymbolState::Good)

@@ -45,10 +45,11 @@ double Decisions::Axis::nearest(double value) const
 Decisions::Axis::Chances Decisions::Axis::chances(double value, double variance) const
 {
     const double near = value - nearest(value);
-    Chances result{0.0, 0.0, 0.0, 0.5 * near * near / variance};
+    const double scale = 0.5 / variance;
+    Chances result{0.0, 0.0, 0.0, scale * near * near};
     for (const double level : m_levels) {
         const double off = (value - level) * (value - level);
-        const double exponent = 0.5 * (near * near - off) / variance;
+        const double exponent = scale * (near * near - off);
         if (exponent < -negligible)
             continue;
         const double chance = exponent == 0.0 ? 1.0 : std::exp(exponent);

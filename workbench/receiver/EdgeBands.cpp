@@ -74,32 +74,52 @@ EdgeBands::EdgeBands(double samplesPerSymbol)
     m_samples.reserve(turnLength);
 }
 
-/// Mixes the samples of the open block that wait.
-void EdgeBands::mixDown()
+void EdgeBands::push(const std::complex<float>* samples, std::size_t count)
 {
-    const auto begin = static_cast<std::size_t>(m_mixedCount) % turnLength;
-    const double turns = static_cast<double>(m_mixedCount - static_cast<std::int64_t>(begin)) /
-                         (2.0 * m_samplesPerSymbol);
-    const std::complex<float> start(std::polar(1.0, -2.0 * pi * (turns - std::floor(turns))));
-    std::size_t end = m_mixed.size();
-    m_mixed.resize(end + width * m_samples.size());
-    for (std::size_t k = 0; k < m_samples.size(); ++k) {
-        const std::complex<float> down = product(start, m_turns[begin + k]);
-        const std::complex<float> upper = product(m_samples[k], down);
-        const std::complex<float> lower = product(m_samples[k], std::conj(down));
-        m_mixed[end++] = upper.real();
-        m_mixed[end++] = upper.imag();
-        m_mixed[end++] = lower.real();
-        m_mixed[end++] = lower.imag();
+    mixWaiting();
+    while (count > 0) {
+        const std::size_t here = std::min(count, m_room);
+        mixDown(samples, here);
+        samples += here;
+        count -= here;
     }
-    m_mixedCount += static_cast<std::int64_t>(m_samples.size());
-    m_room = turnLength - (begin + m_samples.size()) % turnLength;
+}
+
+void EdgeBands::mixWaiting()
+{
+    mixDown(m_samples.data(), m_samples.size());
     m_samples.clear();
+}
+
+/// Mixes the next samples, all of the open block.
+void EdgeBands::mixDown(const std::complex<float>* samples, std::size_t count)
+{
+    if (count == 0)
+        return;
+    const auto begin = static_cast<std::size_t>(m_mixedCount) % turnLength;
+    const double cycles = static_cast<double>(m_mixedCount - static_cast<std::int64_t>(begin)) /
+                          (2.0 * m_samplesPerSymbol);
+    const std::complex<float> start(std::polar(1.0, -2.0 * pi * (cycles - std::floor(cycles))));
+    const std::size_t before = m_mixed.size();
+    m_mixed.resize(before + width * count);
+    const std::complex<float>* turns = &m_turns[begin];
+    float* mixed = &m_mixed[before];
+    for (std::size_t k = 0; k < count; ++k) {
+        const std::complex<float> down = product(start, turns[k]);
+        const std::complex<float> upper = product(samples[k], down);
+        const std::complex<float> lower = product(samples[k], std::conj(down));
+        mixed[width * k] = upper.real();
+        mixed[width * k + 1] = upper.imag();
+        mixed[width * k + 2] = lower.real();
+        mixed[width * k + 3] = lower.imag();
+    }
+    m_mixedCount += static_cast<std::int64_t>(count);
+    m_room = turnLength - (begin + count) % turnLength;
 }
 
 const std::vector<EdgeBands::Output>& EdgeBands::take()
 {
-    mixDown();
+    mixWaiting();
     m_outputs.clear();
     // What the last taps of a sum are multiplied with by 0 has to be there.
     const std::size_t used = m_mixed.size();

@@ -27,8 +27,10 @@ public:
     {
         m_samples.push_back(sample);
         if (m_samples.size() == m_room)
-            mixDown();
+            mixWaiting();
     }
+    /// Takes the next samples, finite.
+    void push(const std::complex<float>* samples, std::size_t count);
     /// Samples that were taken.
     std::int64_t count() const
     {
@@ -47,7 +49,8 @@ private:
     static constexpr std::size_t mostMixed = 16384; // numbers that wait for the filter
 
     std::size_t tapCount() const { return 2 * static_cast<std::size_t>(m_delay) + 1; }
-    void mixDown();
+    void mixWaiting();
+    void mixDown(const std::complex<float>* samples, std::size_t count);
     void filter(std::size_t outputs);
     void dropUsed();
 

@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/receiver/FrontEnd.h"
 
+#include "workbench/receiver/SingleNumbers.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -42,20 +44,27 @@ void FrontEnd::configure(const ReceiverSettings& settings, double sampleRate, in
 void FrontEnd::process(const std::vector<double>& values, std::vector<BurstGate::Part>& parts)
 {
     const auto width = static_cast<std::size_t>(m_valueCount);
-    BasebandBlock block;
-    block.samples.resize(values.size() / width);
-    const double* value = values.data();
-    for (std::complex<float>& sample : block.samples) {
+    m_block.samples.resize(values.size() / width);
+    const bool isPlain = m_isComplex && width == 2 &&
+                         makeSingle(values.data(), 2 * m_block.samples.size(), double{largest},
+                                    reinterpret_cast<float*>(m_block.samples.data()));
+    if (!isPlain)
+        takeEach(values.data());
+    if (m_removesDc)
+        removeDc(m_block.samples);
+    m_shift.process(m_block);
+    m_filter.process(m_block);
+    m_gate.process(m_block.samples, parts);
+}
+
+void FrontEnd::takeEach(const double* value)
+{
+    for (std::complex<float>& sample : m_block.samples) {
         const std::complex<double> taken =
             m_isComplex ? m_channel.pairOf(value) : m_channel.of(value);
         sample = {usable(taken.real()), usable(taken.imag())};
-        value += width;
+        value += m_valueCount;
     }
-    if (m_removesDc)
-        removeDc(block.samples);
-    m_shift.process(block);
-    m_filter.process(block);
-    m_gate.process(std::move(block.samples), parts);
 }
 
 /// The mean starts as that of the first samples, which wait for it; then it follows slowly.
@@ -97,7 +106,7 @@ void FrontEnd::finish(std::vector<BurstGate::Part>& parts)
     m_filter.process(block);
     m_filter.finish(block);
     if (!block.samples.empty())
-        m_gate.process(std::move(block.samples), parts);
+        m_gate.process(block.samples, parts);
     m_gate.finish(parts);
 }
 

@@ -27,6 +27,7 @@ public:
     StageReport squelchReport() const { return m_gate.report(); }
 
 private:
+    void takeEach(const double* value);
     void removeDc(std::vector<std::complex<float>>& samples);
     void settleDc();
 
@@ -38,6 +39,7 @@ private:
     std::vector<std::complex<float>> m_waiting; // for the first mean
     bool m_hasDc = false;
     std::complex<double> m_dc;
+    BasebandBlock m_block; // on its way through the stages
     FrequencyShift m_shift;
     ChannelFilter m_filter;
     BurstGate m_gate;

@@ -108,9 +108,7 @@ void ReceivedPath::takeParts(std::vector<BurstGate::Part>& parts, std::vector<Si
                 startRun();
             }
             m_taken += count;
-            BasebandBlock block;
-            block.samples = std::move(part.samples);
-            run(std::move(block), blocks);
+            run(part.samples, blocks);
         } else if (count > 0) {
             endRun(blocks);
             m_taken += count;
@@ -131,11 +129,14 @@ void ReceivedPath::startRun()
     m_receivedFirst = 0;
 }
 
-void ReceivedPath::run(BasebandBlock block, std::vector<SignalBlock>& blocks)
+void ReceivedPath::run(const std::vector<std::complex<float>>& samples,
+                       std::vector<SignalBlock>& blocks)
 {
+    m_block.clear();
+    m_block.samples = samples;
     m_frequency.setSearching(!m_carrier.isTracking());
-    pass(block, false);
-    takeReceived(block, false, blocks);
+    pass(m_block, false);
+    takeReceived(m_block, false, blocks);
 }
 
 /// Passes a block through the stages.

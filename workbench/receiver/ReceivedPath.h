@@ -32,7 +32,7 @@ private:
     void takeParts(std::vector<BurstGate::Part>& parts, std::vector<SignalBlock>& blocks);
     void startRun();
     void pass(BasebandBlock& block, bool isEnd);
-    void run(BasebandBlock block, std::vector<SignalBlock>& blocks);
+    void run(const std::vector<std::complex<float>>& samples, std::vector<SignalBlock>& blocks);
     void endRun(std::vector<SignalBlock>& blocks);
     void takeReceived(BasebandBlock& block, bool isEnd, std::vector<SignalBlock>& blocks);
     template<class Iterator>
@@ -66,6 +66,7 @@ private:
     bool m_isRunning = false;
     double m_runTime = 0.0;           // s, where the run started
     std::int64_t m_runPosition = 0;   // of its first sample in the output
+    BasebandBlock m_block;            // on its way through the stages
     BasebandBlock m_received;         // of the run, not passed on yet...
     std::int64_t m_receivedFirst = 0; // ...from this sample of it on
     bool m_isStart = true;            // of the run, whose first edge is not marked yet

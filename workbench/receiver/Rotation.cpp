@@ -28,7 +28,32 @@ void Rotation::turn(std::complex<float>* samples, std::size_t count, double cycl
     for (std::size_t first = 0; first < count; first += length) {
         const std::complex<float> start = turnBy(cycles + m_step * static_cast<double>(first));
         const std::size_t end = std::min(first + length, count);
-        for (std::size_t k = first; k < end; ++k)
-            samples[k] = product(samples[k], product(start, m_turns[k - first]));
+        std::complex<float>* const here = samples + first;
+        const std::complex<float>* const turns = m_turns.data();
+        for (std::size_t k = 0; k < end - first; ++k)
+            here[k] = product(here[k], product(start, turns[k]));
+    }
+}
+
+void turnOn(std::complex<float>* samples, std::size_t count, const std::complex<float>& turn,
+            std::complex<float> step)
+{
+    constexpr std::size_t together = 8;
+    float real[together] = {turn.real()}, imaginary[together] = {turn.imag()};
+    for (std::size_t known = 1; known < together; known *= 2) {
+        for (std::size_t k = 0; k < known; ++k) {
+            real[known + k] = real[k] * step.real() - imaginary[k] * step.imag();
+            imaginary[known + k] = real[k] * step.imag() + imaginary[k] * step.real();
+        }
+        step = product(step, step);
+    }
+    for (std::size_t first = 0; first < count; first += together) {
+        const std::size_t here = std::min(count - first, together);
+        for (std::size_t k = 0; k < here; ++k) {
+            const std::complex<float> turned(real[k], imaginary[k]);
+            samples[first + k] = product(samples[first + k], turned);
+            real[k] = turned.real() * step.real() - turned.imag() * step.imag();
+            imaginary[k] = turned.real() * step.imag() + turned.imag() * step.real();
+        }
     }
 }

@@ -23,3 +23,8 @@ private:
     double m_step;
     std::vector<std::complex<float>> m_turns; // of as many samples against the first
 };
+
+/// Turns samples in place, each a step further than the one before.
+/// @param turn, step  of magnitude 1.
+void turnOn(std::complex<float>* samples, std::size_t count, const std::complex<float>& turn,
+            std::complex<float> step);

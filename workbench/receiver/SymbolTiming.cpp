@@ -47,6 +47,11 @@ float usable(double sample)
                : 0.0F;
 }
 
+bool isUsual(const std::complex<float>& sample)
+{
+    return std::abs(sample.real()) <= largest && std::abs(sample.imag()) <= largest;
+}
+
 /// Weights of the blocks about one, from the first one on, for its phase.
 const std::array<double, 2 * aheadCount + 1>& phaseWeights()
 {
@@ -76,13 +81,15 @@ void SymbolTiming::push(double sample) { add({usable(sample), 0.0F}); }
 void SymbolTiming::push(const std::complex<float>* samples, std::size_t count, std::size_t step)
 {
     m_isReal = false;
+    if (step == 1 && std::all_of(samples, samples + count, isUsual)) {
+        m_bands.push(samples, count);
+        count = 0;
+    }
     for (std::size_t k = 0; k < count; ++k) {
         const std::complex<float> sample = samples[k * step];
-        const bool isUsual =
-            std::abs(sample.real()) <= largest && std::abs(sample.imag()) <= largest;
-        m_bands.push(isUsual ? sample
-                             : std::complex<float>(usable(double{sample.real()}),
-                                                   usable(double{sample.imag()})));
+        m_bands.push(isUsual(sample) ? sample
+                                     : std::complex<float>(usable(double{sample.real()}),
+                                                           usable(double{sample.imag()})));
     }
     if (m_bands.isDue())
         takeBands();
@@ -162,10 +169,7 @@ void SymbolTiming::settle(std::int64_t block)
         m_weightedQ.push_back(weight * m_lines[i].imag());
     }
     const double turn = last - first < fewBlocks ? 0.0 : m_search.of(m_weightedI, m_weightedQ);
-    const std::complex<double> step = std::polar(1.0, -turn);
-    m_turns.assign(1, std::polar(1.0, turn * static_cast<double>(aheadCount)));
-    while (m_turns.size() < phaseWeights().size())
-        m_turns.push_back(product(m_turns.back(), step));
+    fillTurns(turn);
     Complex sum = 0.0;
     for (std::int64_t i = std::max(block - aheadCount, first); i <= last; ++i) {
         const auto place = static_cast<std::size_t>(i - block + aheadCount);
@@ -185,6 +189,22 @@ void SymbolTiming::settle(std::int64_t block)
         m_knots.push_back({0.0, symbol - position * m_slope, std::nullopt, knot.isLocked});
     m_knots.push_back(knot);
     m_settledCount = block + 1;
+}
+
+/// Turns of the blocks about one, by as much from each to the next.
+void SymbolTiming::fillTurns(double turn)
+{
+    constexpr std::size_t together = 4; // which do not wait for one another
+    m_turns.resize(phaseWeights().size());
+    const std::complex<double> step = std::polar(1.0, -turn);
+    const std::complex<double> twice = product(step, step);
+    const std::complex<double> steps = product(twice, twice);
+    m_turns[0] = std::polar(1.0, turn * static_cast<double>(aheadCount));
+    m_turns[1] = product(m_turns[0], step);
+    m_turns[2] = product(m_turns[0], twice);
+    m_turns[3] = product(m_turns[1], twice);
+    for (std::size_t k = together; k < m_turns.size(); ++k)
+        m_turns[k] = product(m_turns[k - together], steps);
 }
 
 /// Whether the lines around a block agree more than those of noise, and the block agrees with them.

@@ -66,6 +66,7 @@ private:
     void closeBlock();
     void addLine(Complex line);
     void settle(std::int64_t block);
+    void fillTurns(double turn);
     double agreementOf(std::size_t index) const;
     double agreeingPower(std::size_t begin, std::size_t end) const;
     bool isLockedAt(std::int64_t block);

@@ -96,7 +96,7 @@ void TimingRefinement::process(BasebandBlock& block)
     block.clock.clear(); // these groups measure it better
     m_waiting.append(block);
     decide();
-    BasebandBlock output;
+    block.clear();
     // A slope needs samples of the following symbol, and its expected value needs the neighbouring
     // symbols.
     const std::size_t after = m_slopes.empty() ? 0 : pulseReach;
@@ -104,11 +104,10 @@ void TimingRefinement::process(BasebandBlock& block)
         addGroup(m_grouped, groupLength);
         m_grouped += groupLength;
     }
-    m_waiting.clock.swap(output.clock);
+    m_waiting.clock.swap(block.clock);
     const std::size_t kept = (reach + 1) * groupLength;
     if (m_grouped > m_head + kept)
-        passOn(m_grouped - kept - m_head, output);
-    block = std::move(output);
+        passOn(m_grouped - kept - m_head, block);
 }
 
 void TimingRefinement::finish(BasebandBlock& block)

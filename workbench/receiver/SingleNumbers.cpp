@@ -1,0 +1,39 @@
+// Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "workbench/receiver/SingleNumbers.h"
+
+#include "workbench/receiver/Vectors.h"
+
+#include <cmath>
+
+namespace {
+
+/// Whole vectors of them.
+ORVANE_WIDEST bool makeVectorsSingle(const double* numbers, std::size_t count, double largest,
+                                     float* output)
+{
+    using Singles = float __attribute__((vector_size(doublesWidth * sizeof(float))));
+    auto areSmall = Doubles{} == Doubles{};
+    for (std::size_t k = 0; k < count; k += doublesWidth) {
+        Doubles number;
+        load(numbers + k, number);
+        areSmall &= (number <= largest) & (number >= -largest);
+        store(__builtin_convertvector(number, Singles), output + k);
+    }
+    bool result = true;
+    for (std::size_t k = 0; k < doublesWidth; ++k)
+        result = result && areSmall[k] != 0;
+    return result;
+}
+
+} // namespace
+
+bool makeSingle(const double* numbers, std::size_t count, double largest, float* output)
+{
+    const std::size_t whole = count / doublesWidth * doublesWidth;
+    bool areSmall = makeVectorsSingle(numbers, whole, largest, output);
+    for (std::size_t k = whole; k < count; ++k) {
+        areSmall = areSmall && std::abs(numbers[k]) <= largest;
+        output[k] = areSmall ? static_cast<float>(numbers[k]) : 0.0F;
+    }
+    return areSmall;
+}
