@@ -6,6 +6,7 @@
 #include <condition_variable>
 #include <cstddef>
 #include <deque>
+#include <limits>
 #include <mutex>
 #include <optional>
 #include <utility>
@@ -20,10 +21,13 @@ class Handover
 {
 public:
     /// Sets the total weight at which the queue is full; at least 1, and 1 at first: one item.
-    void setLimit(std::size_t weight)
+    /// @param rest  weight down to which items are taken before a thread that waits in push is
+    ///              woken: it then has more to do at a time. None: woken by each item taken.
+    void setLimit(std::size_t weight, std::size_t rest = std::numeric_limits<std::size_t>::max())
     {
         const Lock lock(m_mutex);
         m_limit = std::max<std::size_t>(weight, 1);
+        m_rest = std::min(rest, m_limit - 1);
         m_changed.notify_all();
     }
     /// Adds an item; waits while the queue is full. Returns false, and drops the item, when the
@@ -66,7 +70,8 @@ public:
         Entry entry = std::move(m_items.front());
         m_items.pop_front();
         m_waiting -= entry.weight;
-        m_changed.notify_all();
+        if (m_waiting <= m_rest)
+            m_changed.notify_all();
         return std::move(entry.item);
     }
     /// Drops all items, also those of threads that wait in push.
@@ -126,6 +131,7 @@ private:
     std::deque<Entry> m_items;
     std::size_t m_waiting = 0; // weight
     std::size_t m_limit = 1;
+    std::size_t m_rest = 0;
     int m_run = 0; // counts how often it was cleared
     bool m_isClosed = false;
     bool m_isFinished = false;

@@ -12,7 +12,7 @@ namespace {
 constexpr double blockSeconds = 0.01;
 constexpr double minBlock = 256.0; // samples: slow signals are not read sample by sample
 constexpr double maxBlock = 16384.0;
-constexpr std::size_t inputBlocks = 2; // of a recording that may wait to be received
+constexpr std::size_t inputBlocks = 4; // of a recording that may wait to be received
 constexpr auto longTime = std::chrono::hours(1);
 
 } // namespace
@@ -25,13 +25,25 @@ Pipeline::Pipeline(std::unique_ptr<SignalSource> source, const ChannelChoice& ch
     , m_blockLength(static_cast<std::size_t>(
           std::clamp(blockSeconds * m_facts.sampleRate, minBlock, maxBlock)))
 {
-    m_input.setLimit(m_facts.isLive ? m_intake.limit() : inputBlocks * m_blockLength);
-    m_output.setLimit(m_blockLength);
+    if (m_facts.isLive)
+        m_input.setLimit(m_intake.limit());
+    else
+        m_input.setLimit(inputBlocks * m_blockLength, inputBlocks / 2 * m_blockLength);
+    setQueueLength(m_blockLength);
     build(channel, settings);
     start();
 }
 
 Pipeline::~Pipeline() { stop(); }
+
+void Pipeline::setQueueLength(std::size_t samples)
+{
+    // A recording is received in few runs, as waking a thread costs much.
+    if (m_facts.isLive)
+        m_output.setLimit(samples);
+    else
+        m_output.setLimit(samples, samples / 2);
+}
 
 std::optional<double> Pipeline::length() const
 {

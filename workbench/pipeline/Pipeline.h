@@ -48,7 +48,7 @@ public:
     bool seek(std::int64_t position);
 
     /// Sets how many samples of the signal may wait to be taken.
-    void setQueueLength(std::size_t samples) { m_output.setLimit(samples); }
+    void setQueueLength(std::size_t samples);
     /// Discards a live signal: its samples count neither as taken nor as left out.
     void setDiscarding(bool discarding);
 
