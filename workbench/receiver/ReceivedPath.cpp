@@ -247,6 +247,9 @@ void ReceivedPath::passOn(std::size_t count, std::vector<SignalBlock>& blocks)
     block.time =
         m_runTime + m_timeOffset + static_cast<double>(m_receivedFirst) / m_format.sampleRate;
     const auto endPosition = static_cast<double>(m_receivedFirst + end);
+    if (m_format.samplesPerSymbol > 0.0)
+        block.symbols.reserve(static_cast<std::size_t>(
+            static_cast<double>(length) / m_format.samplesPerSymbol + 2.0));
     auto later = m_received.symbols.begin();
     for (; later != m_received.symbols.end() && later->position < endPosition; ++later) {
         block.symbols.push_back(*later);
