@@ -36,24 +36,20 @@ void Rotation::turn(std::complex<float>* samples, std::size_t count, double cycl
 }
 
 void turnOn(std::complex<float>* samples, std::size_t count, const std::complex<float>& turn,
-            std::complex<float> step)
+            const std::complex<float>& step)
 {
-    constexpr std::size_t together = 8;
-    float real[together] = {turn.real()}, imaginary[together] = {turn.imag()};
-    for (std::size_t known = 1; known < together; known *= 2) {
-        for (std::size_t k = 0; k < known; ++k) {
-            real[known + k] = real[k] * step.real() - imaginary[k] * step.imag();
-            imaginary[known + k] = real[k] * step.imag() + imaginary[k] * step.real();
-        }
-        step = product(step, step);
-    }
-    for (std::size_t first = 0; first < count; first += together) {
-        const std::size_t here = std::min(count - first, together);
-        for (std::size_t k = 0; k < here; ++k) {
-            const std::complex<float> turned(real[k], imaginary[k]);
-            samples[first + k] = product(samples[first + k], turned);
-            real[k] = turned.real() * step.real() - turned.imag() * step.imag();
-            imaginary[k] = turned.real() * step.imag() + turned.imag() * step.real();
+    constexpr std::size_t together = 4; // which do not wait for one another
+    const std::complex<float> twice = product(step, step);
+    const std::complex<float> on = product(twice, twice);
+    const std::complex<float> next = product(turn, step);
+    std::complex<float> turns[together] = {turn, next, product(turn, twice), product(next, twice)};
+    std::size_t first = 0;
+    for (; first + together <= count; first += together) {
+        for (std::size_t k = 0; k < together; ++k) {
+            samples[first + k] = product(samples[first + k], turns[k]);
+            turns[k] = product(turns[k], on);
         }
     }
+    for (std::size_t k = 0; first + k < count; ++k)
+        samples[first + k] = product(samples[first + k], turns[k]);
 }

@@ -27,4 +27,4 @@ private:
 /// Turns samples in place, each a step further than the one before.
 /// @param turn, step  of magnitude 1.
 void turnOn(std::complex<float>* samples, std::size_t count, const std::complex<float>& turn,
-            std::complex<float> step);
+            const std::complex<float>& step);
