@@ -115,6 +115,8 @@ void IqFeed::endSet()
     points.i.swap(m_open.i);
     points.q.swap(m_open.q);
     const std::size_t count = points.i.size();
+    m_open.i.reserve(count); // the next one will have as many
+    m_open.q.reserve(count);
     if (count > maxPointCount) {
         for (std::size_t k = 0; k < maxPointCount; ++k) {
             const std::size_t first = k * count / maxPointCount;
@@ -183,6 +185,7 @@ void IqFeed::noteMagnitudes(const Points& points)
 {
     std::vector<float> magnitudes;
     const std::size_t step = points.i.size() / magnitudeCount + 1;
+    magnitudes.reserve(points.i.size() / step + 1);
     for (std::size_t k = 0; k < points.i.size(); k += step)
         magnitudes.push_back(
             static_cast<float>(std::max(std::abs(points.i[k]), std::abs(points.q[k]))));
