@@ -31,6 +31,9 @@ void EyeValues::setY(double minimum, double maximum)
 void EyeValues::notify(const std::vector<double>& samples, const std::vector<double>& markers)
 {
     assign(m_samples->GetList(), m_spare, samples);
-    assign(m_markers->GetList(), m_spare, markers);
+    if (markers != m_written) { // most often as many traces come again
+        assign(m_markers->GetList(), m_spare, markers);
+        m_written = markers;
+    }
     m_trigger->SetValue(true);
 }

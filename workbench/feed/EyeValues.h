@@ -41,5 +41,6 @@ private:
     values::Value<bool>* m_trigger;
     Number* m_yMin;
     Number* m_yMax;
-    std::list<double> m_spare; // nodes for longer notifications
+    std::list<double> m_spare;     // nodes for longer notifications
+    std::vector<double> m_written; // markers in their list
 };
