@@ -48,8 +48,8 @@ double CarrierLock::lostLikelihood(double radius) const
     for (const auto& [circle, count] : m_circles) {
         const double exponent = (radius - circle) * (radius - circle) / m_noise;
         if (exponent < negligible)
-            sum +=
-                count * std::exp(-exponent) / std::sqrt(1.0 + 4.0 * pi * radius * circle / m_noise);
+            sum += count * double{std::exp(static_cast<float>(-exponent))} /
+                   std::sqrt(1.0 + 4.0 * pi * radius * circle / m_noise);
     }
     return sum;
 }
@@ -60,5 +60,6 @@ double CarrierLock::evidence(const std::complex<double>& symbol)
     static const double least = std::exp(-negligible);
     const double lost = lostLikelihood(std::sqrt(std::norm(symbol))) + least;
     m_noise = std::clamp(m_noise + learning * (held.square - m_noise), leastNoise, mostNoise);
-    return std::log(held.likelihood / lost + outliers);
+    // Single numbers tell enough of a likelihood, and cost half.
+    return double{std::log(static_cast<float>(held.likelihood / lost + outliers))};
 }
