@@ -42,8 +42,10 @@ public:
     /// Adds a symbol, which is ignored when I or Q is not finite.
     void add(float i, float q);
     void clear();
-    /// Intervals assume Gaussian errors: with n symbols, that of the error's power is 1 / sqrt n of
-    /// it.
+    /// Intervals: with n symbols whose errors are Gaussian, the error's power deviates by 1 /
+    /// sqrt n of itself; where errors of neighbours are alike, as those of a wandering phase, by as
+    /// much more as the means of blocks of up to a sixteenth of the symbols do (Flyvbjerg,
+    /// Petersen, "Error estimates on averages of correlated data", J. Chem. Phys. 91, 1989).
     Figures figures() const;
 
 private:
@@ -53,8 +55,18 @@ private:
         std::complex<double> error;
         double squares = 0.0;
     };
+    static constexpr std::size_t mostBlocks = 128;
+
+    void addToBlock(double square);
+    double deviation(double power, double count) const;
+
     std::vector<std::complex<double>> m_ideal;
     std::vector<Sums> m_sums;
+    // Sums of squares of blocks of symbols that follow one another, and of the last, begun one.
+    std::vector<double> m_blocks;
+    std::int64_t m_blockLength = 1;
+    std::int64_t m_begun = 0; // symbols
+    double m_begunSquares = 0.0;
 };
 
 } // namespace density

@@ -225,6 +225,15 @@ TEST(ErrorVectors, HaveAnHonestConfidence)
         held.add("EVM", figures.evm, 10.0);
         held.add("MER", figures.mer, 20.0);
         held.add("EVM of a cluster", figures.clusters[0].evm, 10.0);
+
+        // Errors that wander, as those of a phase do.
+        errors.clear();
+        float wander = gauss(generator);
+        for (int k = 0; k < 20'000; ++k) {
+            errors.add(1.0F + gauss(generator), 1.0F + wander);
+            wander = 0.98F * wander + std::sqrt(1.0F - 0.98F * 0.98F) * gauss(generator);
+        }
+        held.add("MER of a wandering phase", errors.figures().mer, 20.0);
     }
     held.expect();
 }
