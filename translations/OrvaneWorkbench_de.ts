@@ -453,10 +453,6 @@
         <translation>%1: der Name hat eine andere Endung als %2; sie weglassen</translation>
     </message>
     <message>
-        <source>%1: exists already; give the whole name to replace it</source>
-        <translation>%1: gibt es schon; zum Ersetzen den ganzen Namen angeben</translation>
-    </message>
-    <message>
         <source>NPY: counts of a density</source>
         <translation>NPY: Zahlen einer Dichte</translation>
     </message>
@@ -1163,16 +1159,16 @@
         <translation>Phasenrauschen</translation>
     </message>
     <message>
-        <source>RMS by which the carrier&apos;s phase walks in a symbol</source>
-        <translation>Effektivwert, um den die Phase des Trägers in einem Symbol wandert</translation>
-    </message>
-    <message>
         <source>Carrier offset</source>
         <translation>Trägerversatz</translation>
     </message>
     <message>
         <source>What is left of it after the receiver</source>
         <translation>Was der Empfänger davon übrig lässt</translation>
+    </message>
+    <message>
+        <source>RMS by which the carrier&apos;s phase walks in a symbol. With the noise, what the recovery of the carrier leaves of it makes an MER of %1 dB where decisions are right; over a few thousand symbols it may be 1 dB less</source>
+        <translation>Effektivwert, um den die Phase des Trägers in einem Symbol wandert. Was die Rückgewinnung des Trägers davon lässt, ergibt mit dem Rauschen eine MER von %1 dB, wo Entscheidungen richtig sind; über einige tausend Symbole kann sie 1 dB kleiner sein</translation>
     </message>
 </context>
 <context>
@@ -2956,6 +2952,10 @@
     <message>
         <source>there is not enough memory for its data; show a shorter time</source>
         <translation>für ihre Daten fehlt Speicher; zeigen Sie eine kürzere Zeit</translation>
+    </message>
+    <message>
+        <source>%1: exists already; give the whole name to replace it</source>
+        <translation>%1: gibt es schon; zum Ersetzen den ganzen Namen angeben</translation>
     </message>
 </context>
 <context>

@@ -1,5 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "Recordings.h"
+#include "density/ErrorVectors.h"
+#include "workbench/sources/ModulationSource.h"
 #include "workbench/sources/NrzSource.h"
 
 #include <QCryptographicHash>
@@ -335,6 +337,31 @@ TEST(Nrz, KeepsItsFramesWhereverItIsReadFrom)
     EXPECT_NE(sixth, fifth);
     EXPECT_EQ(bitsOf(5), fifth);
     EXPECT_FALSE(source.seek(-1));
+}
+
+TEST(ModulationSource, HasTheErrorsThatItsSettingsMake)
+{
+    const auto points = modulationKinds::points(ModulationKind::Qam64);
+    for (const double phaseNoise : {0.0, 1e-3, 2e-3}) {
+        ModulationSettings settings;
+        settings.modulation = ModulationKind::Qam64;
+        settings.snrDb = 25.0;
+        settings.phaseNoise = phaseNoise;
+        settings.seed = 50; // whose phase strays most from 3000 to 6000
+        ModulationSource source(settings);
+        std::vector<double> samples;
+        source.read(samples, 40000 * ModulationSource::samplesPerSymbol);
+        density::ErrorVectors errors(points);
+        for (std::size_t k = 0; k < samples.size(); k += 2 * ModulationSource::samplesPerSymbol)
+            errors.add(static_cast<float>(samples[k]), static_cast<float>(samples[k + 1]));
+        const density::Figure mer = errors.figures().mer;
+        // Pulses that are cut off after ten symbols, and filters, leave 37 dB at the worst.
+        const double least =
+            -10.0 * std::log10(std::pow(10.0, -settings.merDb() / 10.0) + std::pow(10.0, -3.7));
+        EXPECT_LE(mer.low, settings.merDb()) << phaseNoise;
+        EXPECT_GE(mer.high, least) << phaseNoise;
+        EXPECT_LT(mer.high - mer.low, 0.5);
+    }
 }
 
 } // namespace

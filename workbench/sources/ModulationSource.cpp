@@ -6,6 +6,7 @@
 #include <cmath>
 #include <complex>
 #include <deque>
+#include <iterator>
 #include <random>
 
 #include <liquid/liquid.h>
@@ -37,6 +38,14 @@ constexpr Stage stages[] = {{true, 2e-3F, 4e-4F, 2000},
                             {false, 1e-4F, 2e-5F, 3000}};
 
 } // namespace
+
+double ModulationSettings::merDb() const
+{
+    // The loop's gain of the phase is the root of that of the frequency.
+    const auto gain = std::sqrt(static_cast<double>(std::end(stages)[-1].carrier));
+    return -10.0 *
+           std::log10(std::pow(10.0, -snrDb / 10.0) + phaseNoise * phaseNoise / (2.0 * gain));
+}
 
 struct ModulationSource::Transmitter
 {
