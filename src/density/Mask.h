@@ -24,7 +24,7 @@ struct ORVANE_API Mask
     };
     enum class Origin {
         Middle,  ///< times are from the instant of decision on
-        Crossing ///< times are from the crossing before it on, half a symbol earlier
+        Crossing ///< times are from the crossing before it on, half a symbol before the middle
     };
 
     static constexpr int mostPolygons = 64;
@@ -55,7 +55,8 @@ struct ORVANE_API Mask
     /// @param error  receives a sentence for the user when the result is empty; may be null.
     static std::optional<Mask> fromJson(const QByteArray& json, QString* error = nullptr);
 
-    /// Masks of published standards.
+    /// Masks after published standards. Their source says that their numbers were not compared with
+    /// the standard's text.
     static const std::vector<Mask>& standard();
 
     /// The polygons with their margin in the plane of a signal: times from the middle of the

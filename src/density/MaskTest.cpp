@@ -32,6 +32,37 @@ bool meet(const QPointF& a, const QPointF& b, const QPointF& c, const QPointF& d
 
 } // namespace
 
+std::optional<MaskTest::Place> MaskTest::Place::of(const Mask& mask, const EyeFigures& figures,
+                                                   Withheld* reason)
+{
+    const bool hasLevels = figures.levels.size() >= 2;
+    const bool isPlaced = hasLevels || mask.levels == Mask::Levels::Absolute;
+    if (reason) {
+        *reason = isPlaced                         ? Withheld::No
+                  : figures.reason == Withheld::No ? Withheld::NoLevels
+                                                   : figures.reason;
+    }
+    if (!isPlaced)
+        return std::nullopt;
+    Place place;
+    place.instant = figures.instant;
+    // The best instant may be anywhere in the eye's middle; crossings are where they are.
+    double times = 0.0, share = 0.0;
+    for (const EyeFigures::Eye& eye : figures.eyes) {
+        if (eye.jitter.rms.isGiven()) {
+            times += eye.transitionShare * eye.jitter.mean;
+            share += eye.transitionShare;
+        }
+    }
+    if (mask.origin == Mask::Origin::Crossing && share > 0.0)
+        place.instant = times / share + 0.5;
+    if (hasLevels) {
+        place.low = figures.levels.front().spread.mean.value;
+        place.high = figures.levels.back().spread.mean.value;
+    }
+    return place;
+}
+
 MaskTest::MaskTest(const Mask& mask, const TraceShape& shape, double instant, double low,
                    double high)
     : m_mask(mask)

@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "density/EyeFigures.h"
 #include "density/Mask.h"
 #include "foundations/Export.h"
 
@@ -8,6 +9,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <optional>
 #include <vector>
 
 namespace density {
@@ -31,6 +33,19 @@ public:
         std::int64_t hitCount = 0;            ///< symbols that touched the mask
         std::vector<std::int64_t> byPolygon;  ///< likewise, each; their sum may be more
         std::vector<std::int64_t> newestHits; ///< numbers of symbols, the newest first
+    };
+
+    /// Where a mask stands in a signal, see Mask::placed.
+    struct Place
+    {
+        double instant = 0.0, low = 0.0, high = 1.0;
+
+        /// By what an eye was measured as: at the instant of decision or, for times from the
+        /// crossing, half a symbol behind the mean of the crossings, if they were measured. None,
+        /// with the reason, where levels are relative and no two were found.
+        /// @param reason  may be null.
+        ORVANE_API static std::optional<Place> of(const Mask& mask, const EyeFigures& figures,
+                                                  Withheld* reason = nullptr);
     };
 
     /// @param mask  one that can be used; otherwise nothing is ever hit.

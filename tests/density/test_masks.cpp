@@ -101,6 +101,28 @@ TEST(Masks, GiveTheirVerdictByTheirLimit)
     EXPECT_FALSE(none.add(hit.data(), 0));
 }
 
+TEST(Masks, StandAtTheCrossingsOrAtTheInstantOfDecision)
+{
+    Truth truth;
+    truth.noise = truth.random = 0.02;
+    truth.count = 5000;
+    const TraceShape shape;
+    EyeFigures figures = EyeFigures::of(truth.make(), shape);
+    figures.instant = 0.2; // in so open an eye as good as the middle
+    const auto middleOf = [&](const Mask& mask) {
+        const auto place = MaskTest::Place::of(mask, figures);
+        const MaskTest test(mask, shape, place->instant, place->low, place->high);
+        return test.polygons()[0].boundingRect().center();
+    };
+    EXPECT_NEAR(middleOf(inTheMiddle()).x(), 0.2, 1e-9);
+    // Half of 5,000 symbols have a crossing, whose mean deviates by 0.02 / 50.
+    EXPECT_NEAR(middleOf(Mask::standard()[1]).x(), 0.0, 0.002);
+    EXPECT_NEAR(middleOf(Mask::standard()[1]).y(), 0.0, 0.002);
+    Withheld reason = Withheld::No;
+    EXPECT_FALSE(MaskTest::Place::of(inTheMiddle(), EyeFigures(), &reason));
+    EXPECT_EQ(reason, Withheld::TooFew);
+}
+
 TEST(Masks, ComeBackFromTheirTextAndSayWhatIsWrongWithIt)
 {
     std::vector<Mask> masks = Mask::standard();

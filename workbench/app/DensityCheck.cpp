@@ -78,17 +78,15 @@ void DensityCheck::take(const SymbolCutter::Place& place)
 void DensityCheck::startTest()
 {
     m_isStarted = true;
-    const auto figures = density::EyeFigures::of(m_counter.kept(), *m_counter.settings().shape);
-    const bool isRelative = m_mask->levels == density::Mask::Levels::Relative;
-    if (isRelative && figures.reason != density::Withheld::No) {
-        m_reason = density::textOf(figures.reason);
-        return;
-    }
-    const bool hasLevels = figures.levels.size() >= 2;
-    m_counter.setMaskTest(std::make_unique<density::MaskTest>(
-        *m_mask, *m_counter.settings().shape, figures.instant,
-        hasLevels ? figures.levels.front().spread.mean.value : 0.0,
-        hasLevels ? figures.levels.back().spread.mean.value : 1.0));
+    const density::TraceShape shape = *m_counter.settings().shape;
+    density::Withheld reason;
+    const auto place = density::MaskTest::Place::of(
+        *m_mask, density::EyeFigures::of(m_counter.kept(), shape), &reason);
+    if (place)
+        m_counter.setMaskTest(std::make_unique<density::MaskTest>(*m_mask, shape, place->instant,
+                                                                  place->low, place->high));
+    else
+        m_reason = density::textOf(reason);
 }
 
 void DensityCheck::finish()

@@ -60,7 +60,7 @@ void MaskChoice::setMargin(double margin)
         return;
     m_mask = mask;
     if (m_eye.isOn() && !m_reason)
-        m_eye.plot()->setMask(m_mask, m_instant, m_low, m_high);
+        show();
     emit changed();
 }
 
@@ -88,19 +88,21 @@ void MaskChoice::place(const EyeFiguredPtr& figured)
 {
     if (!m_mask || !m_eye.isOn() || !figured || (!m_reason && m_placedAt >= mostPlaced))
         return;
-    const density::EyeFigures& figures = figured->figures;
-    const bool hasLevels = figures.levels.size() >= 2;
-    if (m_mask->levels == density::Mask::Levels::Relative && !hasLevels) {
-        m_reason =
-            figures.reason == density::Withheld::No ? density::Withheld::NoLevels : figures.reason;
+    density::Withheld reason;
+    const auto place = density::MaskTest::Place::of(*m_mask, figured->figures, &reason);
+    if (!place) {
+        m_reason = reason;
         return;
     }
     m_reason.reset();
     m_placedAt = figured->allSymbols;
-    m_instant = figures.instant;
-    m_low = hasLevels ? figures.levels.front().spread.mean.value : 0.0;
-    m_high = hasLevels ? figures.levels.back().spread.mean.value : 1.0;
-    m_eye.plot()->setMask(m_mask, m_instant, m_low, m_high);
+    m_place = *place;
+    show();
+}
+
+void MaskChoice::show()
+{
+    m_eye.plot()->setMask(m_mask, m_place.instant, m_place.low, m_place.high);
 }
 
 std::optional<density::MaskTest::Result> MaskChoice::result() const

@@ -44,10 +44,11 @@ signals:
 
 private:
     void draw(const density::Mask& mask);
+    void show();
 
     DensityPane& m_eye;
     std::optional<density::Mask> m_mask;
     std::optional<density::Withheld> m_reason; // why it is not placed; none: it is
     std::int64_t m_placedAt = 0;               // symbols that were known then
-    double m_instant = 0.0, m_low = 0.0, m_high = 1.0;
+    density::MaskTest::Place m_place;
 };
