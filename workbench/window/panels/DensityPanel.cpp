@@ -120,11 +120,11 @@ void DensityPanel::choose() { emit chosen({m_margin->value(), m_stretches->curre
 void DensityPanel::show(const MaskChoice& masks)
 {
     const auto& mask = masks.mask();
-    const QString name = mask && mask->name.isEmpty() ? tr("Drawn by hand") : QString();
-    m_mask->setText(!mask            ? tr("None: choose one in the menu Density, Mask")
-                    : name.isEmpty() ? mask->name
-                                     : name);
-    m_mask->setToolTip(mask ? mask->source : QString());
+    QStringList texts{tr("None: choose one in the menu Density, Mask")};
+    if (mask)
+        texts = QStringList{mask->name.isEmpty() ? tr("Drawn by hand") : mask->name, mask->source};
+    texts.removeAll(QString());
+    m_mask->setText(texts.join(QLatin1Char('\n')));
     const QSignalBlocker quiet(m_margin);
     m_margin->setEnabled(mask.has_value());
     m_margin->setValue(mask ? mask->margin : 0.0);
