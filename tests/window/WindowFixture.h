@@ -25,12 +25,16 @@
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QDropEvent>
+#include <QFileDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QSettings>
 #include <QSlider>
 #include <QTest>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 #include <QUrl>
@@ -44,6 +48,21 @@ struct TestAccess
     static void age(VCGLIQDiagram& v, double seconds) { v.m_diagram->m_aging = seconds; }
     static AxisHandler& levels(VCGLTimeDiagram& v) { return *v.m_diagram->GetYAxisHandler(); }
 };
+
+/// Types a name into the next dialog for files that comes up.
+inline void nameFileOnceAsked(QObject* context, const QString& name)
+{
+    QTimer::singleShot(20, context, [context, name] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        auto* line = dialog ? dialog->findChild<QLineEdit*>() : nullptr;
+        if (!line)
+            return nameFileOnceAsked(context, name);
+        line->setText(name); // a completer would take keys
+        for (auto* button : dialog->findChildren<QPushButton*>())
+            if (button->isDefault())
+                QTest::mouseClick(button, Qt::LeftButton);
+    });
+}
 
 struct Window : testing::Test, TestFolder
 {

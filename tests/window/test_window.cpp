@@ -6,31 +6,12 @@
 #include "workbench/window/dialogs/ExportDialog.h"
 #include "workbench/window/panes/ReadingTable.h"
 
-#include <QFileDialog>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTimer>
 #include <QToolTip>
 #include <QWindow>
 
 #include <array>
 
 namespace {
-
-/// Types a name into the next dialog for files that comes up.
-void nameFileOnceAsked(QObject* context, const QString& name)
-{
-    QTimer::singleShot(20, context, [context, name] {
-        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-        auto* line = dialog ? dialog->findChild<QLineEdit*>() : nullptr;
-        if (!line)
-            return nameFileOnceAsked(context, name);
-        line->setText(name); // a completer would take keys
-        for (auto* button : dialog->findChildren<QPushButton*>())
-            if (button->isDefault())
-                QTest::mouseClick(button, Qt::LeftButton);
-    });
-}
 
 TEST_F(Window, OpensPlaysExportsAndClosesMeanwhileAllByKeys)
 {

@@ -120,21 +120,20 @@ QString ExportDialog::askForFile()
     return dialog.exec() == Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
-Result<void> ExportDialog::write(QString file)
+Result<void> ExportDialog::write(const QString& name)
 {
-    if (QFileInfo(file).suffix().isEmpty()) { // the dialog adds none below a folder with a dot
-        file += QLatin1Char('.') + ViewExport::endings()[m_format->currentIndex()];
-        if (QFileInfo::exists(file))
-            return failure(tr("%1: exists already; give the whole name to replace it").arg(file));
-    }
-    if (ViewExport::formatOf(file) != format())
-        return failure(tr("%1: the name has another ending than %2; leave it out")
-                           .arg(file, ViewExport::endings()[m_format->currentIndex()]));
+    const QString ending = ViewExport::endings()[m_format->currentIndex()];
+    const auto file = ViewExport::completed(name, ending);
+    if (!file)
+        return tl::unexpected(file.error());
+    if (ViewExport::formatOf(*file) != format())
+        return failure(
+            tr("%1: the name has another ending than %2; leave it out").arg(*file, ending));
     return m_export
         .content(static_cast<std::size_t>(m_view->currentIndex()), format(),
                  {m_width->value(), m_height->value()}, m_scale->value(),
                  m_footer->isChecked() ? ViewExport::Footer::Figures : ViewExport::Footer::None)
-        .and_then([&file](const QByteArray& content) { return ViewExport::save(file, content); });
+        .and_then([&file](const QByteArray& content) { return ViewExport::save(*file, content); });
 }
 
 void ExportDialog::chooseFile()

@@ -26,7 +26,7 @@ private:
     void showFormat();
     void chooseFile();
     QString askForFile();
-    Result<void> write(QString file);
+    Result<void> write(const QString& name);
     ViewExport::Format format() const;
 
     const ViewExport& m_export;

@@ -110,9 +110,12 @@ void MaskMenu::save()
     dialog.setDefaultSuffix(QStringLiteral("json"));
     if (dialog.exec() != QDialog::Accepted || !m_masks.mask())
         return;
-    const QString file = dialog.selectedFiles().value(0);
-    keepFolder(file);
-    const auto saved = ViewExport::save(file, m_masks.mask()->toJson());
+    const QString name = dialog.selectedFiles().value(0);
+    keepFolder(name);
+    const auto saved =
+        ViewExport::completed(name, QStringLiteral("json")).and_then([this](const QString& file) {
+            return ViewExport::save(file, m_masks.mask()->toJson());
+        });
     if (!saved)
         emit refused(saved.error().sentence);
 }

@@ -234,6 +234,16 @@ QByteArray ViewExport::table(const ViewPanes::Pane& pane, Format format) const
     return table.text();
 }
 
+Result<QString> ViewExport::completed(const QString& file, const QString& ending)
+{
+    if (!QFileInfo(file).suffix().isEmpty())
+        return file;
+    const QString whole = file + QLatin1Char('.') + ending;
+    if (QFileInfo::exists(whole))
+        return failure(tr("%1: exists already; give the whole name to replace it").arg(whole));
+    return whole;
+}
+
 Result<void> ViewExport::save(const QString& fileName, const QByteArray& content)
 {
     QSaveFile file(fileName);

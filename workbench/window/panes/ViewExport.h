@@ -51,6 +51,9 @@ public:
     /// @param footer  of a picture, within its size: source, parameters and figures.
     Result<QByteArray> content(std::size_t index, Format format, const QSize& size, double scale,
                                Footer footer = Footer::None) const;
+    /// A name with its ending, which the user may have left out: dialogs add none below a folder
+    /// with a dot. Not that of a file that exists and was not named whole.
+    static Result<QString> completed(const QString& file, const QString& ending);
     /// Writes a whole file, or leaves the old one.
     static Result<void> save(const QString& fileName, const QByteArray& content);
 
