@@ -205,5 +205,9 @@
         <source>, mask %1: hit by %2 of %3 symbols</source>
         <translation>, Maske %1: von %2 der %3 Symbole getroffen</translation>
     </message>
+    <message>
+        <source>Click corners; double click closes, Backspace undoes, Esc ends</source>
+        <translation>Ecken klicken; Doppelklick schließt, Rücktaste nimmt zurück, Esc endet</translation>
+    </message>
 </context>
 </TS>

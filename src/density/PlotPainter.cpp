@@ -329,7 +329,9 @@ void PlotPainter::paintTexts(const QSize& size)
                            Qt::AlignLeft | Qt::AlignVCenter, text);
     };
     line(1, PlotTexts(m_state).symbols());
-    if (m_state.cursors.isShown)
+    if (m_state.drawing)
+        line(2, PlotTexts::drawing());
+    else if (m_state.cursors.isShown)
         line(2, PlotTexts(m_state).cursors());
 }
 

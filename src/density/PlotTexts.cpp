@@ -38,6 +38,11 @@ static QString withUnit(double value, const QString& unit)
     return number(value) + ' ' + QString::fromUtf8(prefixes[step]) + unit;
 }
 
+QString PlotTexts::drawing()
+{
+    return tr("Click corners; double click closes, Backspace undoes, Esc ends");
+}
+
 QString PlotTexts::timeOfCursors() const
 {
     const double first = m_state.cursors.places[Cursors::FirstX];

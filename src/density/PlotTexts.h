@@ -28,6 +28,8 @@ public:
     {}
     /// Reads the cursors out.
     QString cursors() const;
+    /// How a polygon is drawn.
+    static QString drawing();
     /// How many symbols are in the picture, what was left out, and what they measure.
     QString symbols() const;
 
