@@ -73,7 +73,13 @@ ReadingTable* DensityReadings::makeEyeTable(std::size_t eyeCount)
     table->explain(texts);
     table->addLines(
         {tr("Q"), tr("Error rate"), tr("Height"), tr("Width"), tr("TJ"), tr("RJ"), tr("DJ")},
-        static_cast<int>(std::min(eyeCount, mostEyes)), QStringLiteral("0.0000 UI"));
+        static_cast<int>(std::min(eyeCount, mostEyes)), QStringLiteral("888.88"));
+    // No wider than they need, so that all are seen in half of a usual window.
+    const char* const longest[] = {"8.8e-888", "-88.88 m",  "8.888 UI",
+                                   "8.888 UI", "0.8888 UI", "0.8888 UI"};
+    int column = 1;
+    for (const char* text : longest)
+        table->fitColumn(column++, QString::fromLatin1(text));
     return table;
 }
 

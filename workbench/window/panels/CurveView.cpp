@@ -96,9 +96,9 @@ void CurveView::paintAxes(QPainter& painter, const QRectF& plot, const QRectF& r
                                  plot.bottom() + metrics.ascent() + 1),
                          label);
     }
-    painter.drawText(QRectF(plot.left(), plot.bottom() + metrics.lineSpacing(), plot.width(),
-                            metrics.lineSpacing()),
-                     Qt::AlignCenter, m_content.xName);
+    painter.drawText(
+        QRectF(0.0, plot.bottom() + metrics.lineSpacing(), width(), metrics.lineSpacing()),
+        Qt::AlignRight, metrics.elidedText(m_content.xName, Qt::ElideRight, width()));
     const auto drawLevel = [&](double value, const QString& label) {
         const double at = plot.bottom() - (value - range.top()) / range.height() * plot.height();
         painter.setPen(grid);
