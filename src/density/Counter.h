@@ -90,6 +90,7 @@ public:
 
     const Settings& settings() const { return m_settings; }
     std::int64_t allSymbols() const { return m_allSymbols; } ///< since the last clear
+    const LeftOut& leftOut() const { return m_leftOut; }     ///< likewise
     const std::optional<Window>& zoom() const { return m_zoomed; }
     /// A snapshot of the zoom or, without one, of the home.
     SnapshotPtr snapshot();

@@ -91,14 +91,14 @@ void DensityPlot::ask()
     // One at a time, however fast the wheel turns.
     if (d->isFitAsked)
         fitCells(false);
-    const std::int64_t shown = d->isStale || !d->data.snapshot ? -1 : d->data.snapshot->allSymbols;
+    const SnapshotPtr shown = d->isStale ? nullptr : d->data.snapshot;
     d->isAsked = true;
     d->isStale = false;
     const std::int64_t number = ++d->asked;
     d->counting->order([this, shown, number, request = request()](Counter& counter) {
-        auto data = counter.allSymbols() == shown
-                        ? nullptr
-                        : std::make_shared<PlotData>(dataOf(counter, request));
+        const bool isShown = shown && counter.allSymbols() == shown->allSymbols &&
+                             counter.leftOut() == shown->leftOut;
+        auto data = isShown ? nullptr : std::make_shared<PlotData>(dataOf(counter, request));
         // Given away, so that one thread alone ever owns it.
         QMetaObject::invokeMethod(
             this,

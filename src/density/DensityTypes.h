@@ -110,6 +110,11 @@ struct LeftOut
     std::int64_t badSamples = 0; ///< NaN or infinite, also once made single-precision; the rest of
                                  ///< their trace counts
     std::int64_t tornTraces = 0; ///< of another number of samples, or without a good one
+
+    bool operator==(const LeftOut& other) const
+    {
+        return badSamples == other.badSamples && tornTraces == other.tornTraces;
+    }
 };
 
 /// Counts at one moment. It never changes, so that threads can share it.

@@ -179,7 +179,8 @@ void Densities::show(DensityPane& pane)
     if (m_masks->mask())
         showMask();
     const density::SnapshotPtr snapshot = pane.plot()->snapshot();
-    if (snapshot && (!m_figured || m_figured->allSymbols != snapshot->allSymbols))
+    if (snapshot && (!m_figured || m_figured->allSymbols != snapshot->allSymbols ||
+                     m_figured->leftOut != snapshot->leftOut.tornTraces))
         m_figuring->request(*pane.plot());
 }
 

@@ -22,10 +22,8 @@ EyeFiguring::EyeFiguring(QObject* parent)
 EyeFiguring::Request EyeFiguring::requestOf(density::Counter& counter, int run)
 {
     const density::KeptSignal& kept = counter.kept();
-    // What was left out, the home knows without its counts being copied: it is not asked often.
     return {std::make_shared<density::KeptSignal>(kept.newest(kept.count())),
-            *counter.settings().shape, counter.allSymbols(),
-            counter.homeSnapshot()->leftOut.tornTraces, run};
+            *counter.settings().shape, counter.allSymbols(), counter.leftOut().tornTraces, run};
 }
 
 void EyeFiguring::request(density::DensityPlot& plot)
