@@ -1,10 +1,12 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
+#include "Difference.h"
 #include "density/DensityExport.h"
 #include "density/ShownPlot.h"
 #include "platform/values/Tree.h"
 #include "platform/values/Values.h"
 #include "views/VCDensityPlot.h"
 
+#include <QOpenGLWidget>
 #include <QPaintEvent>
 #include <QPainter>
 
@@ -174,6 +176,53 @@ TEST(DensityPlot, RepaintsAllThatSymbolsChangeAndNoMore)
     }
 }
 
+TEST(DensityPlot, LooksTheSameHoweverItIsPainted)
+{
+    ShownRunt shown;
+    DensityPlot& plot = shown.plot;
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&plot));
+    plot.setMask(Mask::standard()[0], 0.0, -1.0, 1.0);
+    plot.setLitSymbol(runt);
+    plot.showCursors(true);
+    plot.settle(); // with the mask's hits
+    for (int round = 0; round < 2; ++round) {
+        QCoreApplication::processEvents(); // the frame is painted, and counts come on its ground
+        plot.settle();
+    }
+    // Bit by bit into the window's picture, all at once, and by OpenGL.
+    const double ratio = plot.devicePixelRatioF();
+    QImage picture((QSizeF(plot.size()) * ratio).toSize(), QImage::Format_RGB32);
+    picture.setDevicePixelRatio(ratio);
+    {
+        QPainter painter(&picture);
+        painter.setFont(plot.font());
+        plot.renderPicture(painter, plot.size());
+    }
+    const QImage seen = plot.grab().toImage();
+    EXPECT_EQ(difference(seen, picture).most, 0);
+    struct Surface : QOpenGLWidget
+    {
+        explicit Surface(DensityPlot& shownPlot)
+            : plot(shownPlot)
+        {
+            resize(plot.size());
+        }
+        void paintGL() override
+        {
+            QPainter painter(this);
+            plot.renderPicture(painter, plot.size());
+        }
+        DensityPlot& plot;
+    };
+    Surface surface(plot);
+    surface.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&surface));
+    if (!surface.isValid())
+        GTEST_SKIP() << "no OpenGL";
+    // OpenGL smooths lines and glyphs in its own way, and they are few; cells are half of it.
+    EXPECT_LE(difference(surface.grabFramebuffer(), picture).odd, 0.05);
+}
+
 TEST(DensityPlot, KeepsTheScaleOfAConstellationEqualUnlessAskedOtherwise)
 {
     const float points[] = {1.0F, 1.0F, -1.0F, -1.0F};
@@ -208,6 +257,10 @@ TEST(DensityPlot, TakesNothingWhilePausedAndForgetsOnRequest)
     plot.settle();
     EXPECT_EQ(plot.snapshot()->allSymbols, 9999);
     EXPECT_EQ(plot.snapshot()->leftOut.tornTraces, 1);
+    CountingThread::Block torn; // by another thread: told though no symbol comes
+    torn.torn = 3;
+    plot.counting().push(torn);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return plot.snapshot()->leftOut.tornTraces == 4; }));
     QTest::keyClick(&plot, Qt::Key_Delete);
     plot.settle();
     EXPECT_EQ(plot.snapshot()->allSymbols, 0);
