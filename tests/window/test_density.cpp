@@ -1,12 +1,18 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "WindowFixture.h"
+#include "density/DensityExport.h"
 #include "workbench/measure/SymbolCutter.h"
 #include "workbench/receiver/Receiver.h"
 #include "workbench/window/density/Densities.h"
 #include "workbench/window/density/MaskChoice.h"
 #include "workbench/window/density/TimeMark.h"
 #include "workbench/window/density/WayBack.h"
+#include "workbench/window/dialogs/ExportDialog.h"
+#include "workbench/window/panes/ViewExport.h"
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QSignalSpy>
 
 #include <random>
@@ -241,6 +247,54 @@ TEST_F(Density, IsTestedAgainstAMaskWhoseHitsLeadBackToTheirSymbols)
     window->densities().settle();
     EXPECT_GT(masks.result()->hitCount, 1) << "it reaches the levels";
     EXPECT_TRUE(window->panes().panes()[1].mode.contains("FAIL")) << "in sight";
+}
+
+TEST_F(Density, IsKeptInFilesByItsDialogs)
+{
+    window->densities().eye().setOn(true);
+    playAll();
+    MaskChoice& masks = window->densities().masks();
+    // Below a folder with a dot the toolkit's dialog adds no ending.
+    ASSERT_TRUE(QDir(path("")).mkpath("a.folder"));
+    const QString name = path("a.folder/my mask");
+    action("STM-4").trigger();
+    const density::Mask chosen = *masks.mask();
+    nameFileOnceAsked(window.get(), name);
+    action("&Save...").trigger();
+    EXPECT_FALSE(QFileInfo::exists(name));
+    masks.choose(std::nullopt);
+    writeFile(path("bad.json"), "{}");
+    nameFileOnceAsked(window.get(), path("bad.json"));
+    action("&Load...").trigger();
+    EXPECT_FALSE(masks.mask());
+    nameFileOnceAsked(window.get(), name + ".json");
+    action("&Load...").trigger();
+    ASSERT_TRUE(masks.mask());
+    EXPECT_EQ(masks.mask()->toJson(), chosen.toJson());
+    EXPECT_TRUE(action("STM-4").isChecked());
+
+    const QStringList endings{"png", "csv", "npy"};
+    for (const QString& ending : endings) {
+        QApplication::setActiveWindow(window.get()); // no window manager does it
+        QTest::keyClick(window.get(), Qt::Key_E, Qt::ControlModifier);
+        auto* dialog = window->findChild<ExportDialog*>();
+        ASSERT_TRUE(dialog);
+        const auto choices = dialog->findChildren<QComboBox*>();
+        QTest::keyClick(choices[0], Qt::Key_Home);
+        QTest::keyClick(choices[0], Qt::Key_Down); // to the eye, whose size is proposed
+        choices[1]->setCurrentIndex(int(ViewExport::endings().indexOf(ending)));
+        nameFileOnceAsked(window.get(), path("a.folder/eye"));
+        QTest::keyClick(dialog, Qt::Key_Return);
+        QCoreApplication::sendPostedEvents(dialog, QEvent::DeferredDelete);
+    }
+    const auto contentOf = [this](const char* ending) {
+        QFile file(path("a.folder/eye.") + ending);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << ending;
+        return file.readAll();
+    };
+    EXPECT_EQ(contentOf("csv"), density::toCsv(*eye().snapshot()));
+    EXPECT_EQ(contentOf("npy"), density::toNpy(*eye().snapshot()));
+    EXPECT_EQ(QImage::fromData(contentOf("png")).size(), window->eyeView().size());
 }
 
 TEST_F(Density, OfASignalThatDoesNotComeAgainIsLedBackToWhatIsKept)
