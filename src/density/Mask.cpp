@@ -77,8 +77,8 @@ const std::vector<Mask>& Mask::standard()
                          const QPolygonF& eye) {
         Mask mask;
         mask.name = QString::fromLatin1(name);
-        mask.source = QString::fromLatin1(source) +
-                      QStringLiteral("; not compared with the text of the standard");
+        mask.source =
+            QString::fromLatin1(source) + QStringLiteral("; not compared with the standard's text");
         mask.origin = Origin::Crossing;
         // Above the highest level and below the lowest one, over the whole symbol.
         constexpr double far = 10.0;

@@ -121,8 +121,9 @@ void DensityPanel::show(const MaskChoice& masks)
 {
     const auto& mask = masks.mask();
     QStringList texts{tr("None: choose one in the menu Density, Mask")};
-    if (mask)
-        texts = QStringList{mask->name.isEmpty() ? tr("Drawn by hand") : mask->name, mask->source};
+    if (mask) // in lines that need not be broken: the layout would cut them
+        texts = QStringList{mask->name.isEmpty() ? tr("Drawn by hand") : mask->name} +
+                mask->source.split(QStringLiteral("; "));
     texts.removeAll(QString());
     m_mask->setText(texts.join(QLatin1Char('\n')));
     const QSignalBlocker quiet(m_margin);
