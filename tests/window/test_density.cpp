@@ -140,8 +140,10 @@ TEST_F(Density, LeavesOutWhatHasNoTraceUpToTheLastSymbol)
 {
     // The clock slips twice: the second time too late to be found again.
     std::vector<double> samples = twoLevels();
-    samples.erase(samples.end() - 12 * perSymbol, samples.end() - 12 * perSymbol + 7);
-    samples.erase(samples.begin() + 1500 * perSymbol, samples.begin() + 1500 * perSymbol + 7);
+    for (const std::ptrdiff_t symbol : {symbolCount - 12, symbolCount / 2}) {
+        const auto first = samples.begin() + symbol * perSymbol;
+        samples.erase(first, first + 7);
+    }
     writeRecording(path("slips.wav"), 16000, 1, samples);
     drop({QUrl::fromLocalFile(path("slips.wav"))});
     window->player().setSymbolRate(16000.0 / perSymbol);
