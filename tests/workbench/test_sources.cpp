@@ -349,10 +349,11 @@ TEST(ModulationSource, HasTheErrorsThatItsSettingsMake)
         settings.phaseNoise = phaseNoise;
         settings.seed = 50; // whose phase strays most from 3000 to 6000
         ModulationSource source(settings);
+        constexpr std::size_t perSymbol = ModulationSource::samplesPerSymbol;
         std::vector<double> samples;
-        source.read(samples, 40000 * ModulationSource::samplesPerSymbol);
+        source.read(samples, 40000 * perSymbol);
         density::ErrorVectors errors(points);
-        for (std::size_t k = 0; k < samples.size(); k += 2 * ModulationSource::samplesPerSymbol)
+        for (std::size_t k = 0; k < samples.size(); k += 2 * perSymbol)
             errors.add(static_cast<float>(samples[k]), static_cast<float>(samples[k + 1]));
         const density::Figure mer = errors.figures().mer;
         // Pulses that are cut off after ten symbols, and filters, leave 37 dB at the worst.
