@@ -154,12 +154,14 @@ TEST(DensityPlot, RepaintsAllThatSymbolsChangeAndNoMore)
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&plot));
     plot.addData(samples.data(), samples.size(), 0);
     plot.settle();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return plot.isFitting(); }));
     Screen screen(plot);
     for (int turn = 1; turn < 4; ++turn) {
         const bool hasCursors = turn == 3; // which look for levels, and repaint all then
         plot.showCursors(hasCursors);
-        plot.repaint();
+        do {
+            screen.asked = QRegion();
+            QTest::qWait(300); // longer than a size may rest
+        } while (!screen.asked.isEmpty());
         screen.picture = plot.grab().toImage();
         screen.asked = QRegion();
         plot.addData(samples.data(), samples.size() / 5, std::int64_t{5000} * turn);
