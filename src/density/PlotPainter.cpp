@@ -33,6 +33,19 @@ QString countText(double count)
     return QLocale::c().toString(count, isShort ? 'f' : 'g', isShort ? 0 : 3).remove(',');
 }
 
+/// As many whole words as fit: a number that is cut would be another one.
+QString wholeWords(const QString& text, const QFontMetricsF& metrics, double width)
+{
+    if (metrics.horizontalAdvance(text) <= width)
+        return text;
+    const QString more = QStringLiteral(" ") + QChar(0x2026);
+    auto end = text.size();
+    do {
+        end = text.lastIndexOf(QLatin1Char(' '), end - 1);
+    } while (end > 0 && metrics.horizontalAdvance(text.left(end) + more) > width);
+    return end > 0 ? text.left(end) + more : metrics.elidedText(text, Qt::ElideRight, width);
+}
+
 } // namespace
 
 PlotPainter::PlotPainter(const PlotState& state, QPainter& painter, const PlotView& view)
@@ -325,8 +338,9 @@ void PlotPainter::paintTexts(const QSize& size)
 {
     m_painter.setPen(color(IColorBase::colLabel));
     const auto line = [&](int fromBottom, const QString& text) {
-        m_painter.drawText(textOf(fromBottom, size, m_painter.font()),
-                           Qt::AlignLeft | Qt::AlignVCenter, text);
+        const QRectF place = textOf(fromBottom, size, m_painter.font());
+        m_painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter,
+                           wholeWords(text, QFontMetricsF(m_painter.font()), place.width()));
     };
     line(1, PlotTexts(m_state).symbols());
     if (m_state.drawing)
