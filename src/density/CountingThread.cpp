@@ -134,6 +134,12 @@ void CountingThread::order(std::function<void(Counter&)> order)
     d->changed.notify_all();
 }
 
+bool CountingThread::hasWaiting() const
+{
+    const Private::Lock lock(d->mutex);
+    return !d->blocks.empty();
+}
+
 void CountingThread::requestSnapshot(std::function<void(SnapshotPtr)> ready)
 {
     order([ready = std::move(ready)](Counter& counter) { ready(counter.snapshot()); });

@@ -13,7 +13,7 @@
 namespace density {
 
 /// A Counter on a thread of its own. Any thread may call any operation, but callbacks must not call
-/// this object.
+/// this object, except for hasWaiting.
 class ORVANE_API CountingThread
 {
 public:
@@ -46,6 +46,8 @@ public:
     /// Runs an order on the counter before the blocks that wait. Orders run in the order of the
     /// calls.
     void order(std::function<void(Counter&)> order);
+    /// Whether blocks wait to be counted. During an order: whether it comes before some.
+    bool hasWaiting() const;
     /// Asks for a snapshot.
     /// @param ready  called on the counting thread; not called when this object is destroyed
     ///               before.

@@ -95,19 +95,23 @@ void DensityPlot::ask()
     d->isAsked = true;
     d->isStale = false;
     const std::int64_t number = ++d->asked;
-    d->counting->order([this, shown, number, request = request()](Counter& counter) {
-        const bool isShown = shown && counter.allSymbols() == shown->allSymbols &&
-                             counter.leftOut() == shown->leftOut;
-        auto data = isShown ? nullptr : std::make_shared<PlotData>(dataOf(counter, request));
-        // Given away, so that one thread alone ever owns it.
-        QMetaObject::invokeMethod(
-            this,
-            [this, data = std::move(data), number] {
-                d->isAsked = false;
-                take(data.get(), number);
-            },
-            Qt::QueuedConnection);
-    });
+    d->counting->order(
+        [this, shown, number, counting = d->counting.get(), request = request()](Counter& counter) {
+            // Orders run before blocks: what was handed over may not be counted yet.
+            const bool isMore = counting->hasWaiting();
+            const bool isShown = shown && counter.allSymbols() == shown->allSymbols &&
+                                 counter.leftOut() == shown->leftOut;
+            auto data = isShown ? nullptr : std::make_shared<PlotData>(dataOf(counter, request));
+            // Given away, so that one thread alone ever owns it.
+            QMetaObject::invokeMethod(
+                this,
+                [this, data = std::move(data), number, isMore] {
+                    d->isAsked = false;
+                    d->isStale = d->isStale || isMore;
+                    take(data.get(), number);
+                },
+                Qt::QueuedConnection);
+        });
 }
 
 // An answer that was on its way while settle took a newer one is too late.

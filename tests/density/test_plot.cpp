@@ -178,6 +178,23 @@ TEST(DensityPlot, RepaintsAllThatSymbolsChangeAndNoMore)
     }
 }
 
+TEST(DensityPlot, ShowsWhatWasHandedOverWhileTheThreadWasBusy)
+{
+    const std::vector<float> samples = runtSignal();
+    Shown shown;
+    DensityPlot& plot = shown.plot;
+    for (std::int64_t symbol = 0; symbol < 100'000; symbol += 5000) {
+        plot.addData(samples.data(), samples.size(), symbol);
+        plot.settle();
+    }
+    QTest::qWait(300); // until it asks no more
+    // Copies that take longer than the plot goes without asking.
+    for (int k = 0; k < 60; ++k)
+        plot.copyTraces(100'000, [](const KeptSignalPtr&) {});
+    plot.addData(samples.data(), samples.size(), 100'000);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return plot.snapshot()->allSymbols == 105'000; }));
+}
+
 TEST(DensityPlot, LooksTheSameHoweverItIsPainted)
 {
     ShownRunt shown;
