@@ -93,8 +93,12 @@ void DeviceRaster::AddStepLine(const GLStepLine& line)
     if (m_pixels) {
         m_strokesLeft = columns.first;
         constexpr int ahead = 8; // columns
+        // Fewer lie in the processor's caches anyway.
+        constexpr std::size_t many = std::size_t{1} << 15U;
+        const bool isLong = line.Levels().size() > many;
         for (int column = columns.first; column < columns.last; ++column) {
-            line.Expect(map.LevelAfter(column + ahead));
+            if (isLong)
+                line.Expect(map.LevelAfter(column + ahead));
             const Span stroke = strokeIn(column);
             m_pixels->strokes.push_back({stroke.first, stroke.last});
         }
