@@ -105,6 +105,7 @@ private:
     struct PointMap;
     struct Segment;
     struct StepMap;
+    class StepWalk;
 
     static void FillPointsIn(const PixelTarget& pixels, const std::vector<float>& points,
                              const PointMap& x, const PointMap& y, QRgb color);
