@@ -160,19 +160,33 @@ void PlotFrame::paintY()
 {
     const QRectF& place = m_view.place();
     const Window shown = m_view.window();
-    const double height = QFontMetricsF(m_painter.font()).height();
+    const QFontMetricsF metrics(m_painter.font());
+    const double height = metrics.height();
+    const double room = place.left() - 3.0;
     axisDefinition y(axisDefinition::Orientation::Vertical);
     y.SetRange(shown.bottom, shown.top);
     y.SetLength(static_cast<int>(place.height()));
-    for (const axisDefinition::Tick& tick : y.GetTicks()) {
+    const std::vector<axisDefinition::Tick>& ticks = y.GetTicks();
+    double widest = room;
+    for (const axisDefinition::Tick& tick : ticks)
+        widest = std::max(widest, metrics.horizontalAdvance(y.Label(tick.value)));
+    // Many digits after a deep zoom: a number that is cut would be another one.
+    const QFont usual = m_painter.font();
+    QFont fitting = usual;
+    if (widest > room)
+        fitting.setPixelSize(
+            std::max(1, static_cast<int>(QFontInfo(usual).pixelSize() * room / widest)));
+    m_painter.setFont(fitting);
+    for (const axisDefinition::Tick& tick : ticks) {
         const double at = m_view.toPixel({0.0, tick.value}).y();
         fillPixels({place.left(), at, place.width(), 0.0}, color(IColorBase::colGrid));
         m_painter.setPen(color(IColorBase::colLabel));
-        m_painter.drawText(QRectF(0.0, at - 0.5 * height, place.left() - 3.0, height),
+        m_painter.drawText(QRectF(0.0, at - 0.5 * height, room, height),
                            Qt::AlignRight | Qt::AlignVCenter, y.Label(tick.value));
     }
+    m_painter.setFont(usual);
     m_painter.setPen(color(IColorBase::colLabel));
-    m_painter.drawText(QRectF(0.0, 0.0, place.left() - 3.0, height), Qt::AlignRight,
+    m_painter.drawText(QRectF(0.0, 0.0, room, height), Qt::AlignRight,
                        m_state.shape ? m_state.unit : titleOf("Q"));
 }
 

@@ -200,25 +200,33 @@ void PlotPainter::paintMask()
     m_painter.setRenderHint(QPainter::Antialiasing);
     QColor fill = hitColor;
     fill.setAlpha(60);
-    m_painter.setBrush(fill);
-    m_painter.setPen(hitColor);
     for (const QPolygonF& polygon : m_state.maskPolygons) {
         QPolygonF pixels;
         for (const QPointF& point : polygon)
             pixels << m_view.toPixel(point);
-        m_painter.drawPolygon(pixels);
+        m_painter.setBrush(fill);
+        m_painter.setPen(Qt::NoPen);
+        m_painter.drawPolygon(nearPlace().area(pixels));
+        m_painter.setPen(hitColor);
+        pixels << pixels.front();
+        paintLine(pixels);
     }
     for (const std::vector<float>& trace : m_state.data.hits)
         paintTrace(trace, hitColor);
     m_painter.setRenderHint(QPainter::Antialiasing, false);
 }
 
-// A painter takes no numbers far beyond its picture.
-QPointF PlotPainter::nearPixel(const QPointF& value) const
+// Farther out than a pen reaches.
+Clip PlotPainter::nearPlace() const
 {
-    constexpr double farthest = 1e5;
-    const QPointF at = m_view.toPixel(value);
-    return {std::clamp(at.x(), -farthest, farthest), std::clamp(at.y(), -farthest, farthest)};
+    constexpr double reach = 10.0; // pixels
+    return Clip(m_view.place().adjusted(-reach, -reach, reach, reach));
+}
+
+void PlotPainter::paintLine(const QPolygonF& pixels)
+{
+    for (const QPolygonF& part : nearPlace().line(pixels))
+        m_painter.drawPolyline(part);
 }
 
 // The polygon that is drawn, up to the pointer.
@@ -231,15 +239,16 @@ void PlotPainter::paintDrawing()
     m_painter.setPen(QPen(hitColor, 1.5));
     QPolygonF line;
     for (const QPointF& corner : m_state.drawing->corners()) {
-        line << nearPixel(corner);
-        m_painter.drawRect(QRectF(line.back() - QPointF(2.0, 2.0), QSizeF(4.0, 4.0)));
+        line << m_view.toPixel(corner);
+        if (m_view.place().contains(line.back()))
+            m_painter.drawRect(QRectF(line.back() - QPointF(2.0, 2.0), QSizeF(4.0, 4.0)));
     }
     if (!line.isEmpty())
-        line << nearPixel(m_state.drawing->pointer());
-    m_painter.drawPolyline(line);
+        line << m_view.toPixel(m_state.drawing->pointer());
+    paintLine(line);
     if (line.size() > 2) {
         m_painter.setPen(QPen(hitColor, 1.0, Qt::DotLine));
-        m_painter.drawLine(line.back(), line.front());
+        paintLine(QPolygonF() << line.back() << line.front());
     }
     m_painter.setRenderHint(QPainter::Antialiasing, false);
 }
@@ -251,21 +260,17 @@ void PlotPainter::paintTrace(const std::vector<float>& trace, const QColor& trac
     m_painter.setPen(QPen(traceColor, 1.5));
     m_painter.setBrush(Qt::NoBrush);
     if (!m_state.shape) {
-        const QPointF at(static_cast<double>(trace[0]), static_cast<double>(trace[1]));
-        m_painter.drawEllipse(m_view.toPixel(at), 5.0, 5.0);
+        const QPointF at =
+            m_view.toPixel({static_cast<double>(trace[0]), static_cast<double>(trace[1])});
+        if (m_view.place().contains(at))
+            m_painter.drawEllipse(at, 5.0, 5.0);
         return;
     }
     QPolygonF line;
-    for (std::size_t k = 0; k < trace.size(); ++k) {
-        if (std::isfinite(trace[k])) {
-            line << nearPixel(
-                {m_state.shape->timeOf(static_cast<int>(k)), static_cast<double>(trace[k])});
-        }
-        if (!std::isfinite(trace[k]) || k + 1 == trace.size()) {
-            m_painter.drawPolyline(line);
-            line.clear();
-        }
-    }
+    for (std::size_t k = 0; k < trace.size(); ++k)
+        line << m_view.toPixel(
+            {m_state.shape->timeOf(static_cast<int>(k)), static_cast<double>(trace[k])});
+    paintLine(line);
 }
 
 void PlotPainter::paintCursors()
@@ -311,7 +316,7 @@ void PlotPainter::paintHistograms()
             line << (isVertical ? QPointF(place.left() + size * place.width(), at.y())
                                 : QPointF(at.x(), place.bottom() - size * place.height()));
         }
-        m_painter.drawPolyline(line);
+        paintLine(line);
     }
 }
 

@@ -1,6 +1,7 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "density/Clip.h"
 #include "density/DensityExport.h"
 #include "density/PlotView.h"
 
@@ -38,7 +39,8 @@ private:
     bool paintWhole(const QImage& frame);
     void paintCounts();
     QTransform toPixels(const QPoint& corner) const;
-    QPointF nearPixel(const QPointF& value) const;
+    Clip nearPlace() const;
+    void paintLine(const QPolygonF& pixels);
     void paintMask();
     void paintDrawing();
     void paintTrace(const std::vector<float>& trace, const QColor& color);

@@ -37,6 +37,35 @@ TEST(DensityPlot, LeadsFromAPointBackToTheSymbolThatPassedThere)
               before.pixel(middle - QPoint(0, 6)));
 }
 
+// A millionth of a sample wide, and in proportion high: the lit trace runs through it from corner
+// to corner. Its ends lie a million plots away.
+TEST(DensityPlot, KeepsLinesInPlaceHoweverDeepTheZoom)
+{
+    ShownRunt shown;
+    DensityPlot& plot = shown.plot;
+    const float* trace = shown.samples.data() + std::ptrdiff_t{runt} * 33 + 15;
+    const double rise = static_cast<double>(trace[1]) - static_cast<double>(trace[0]);
+    const double time = -0.5 / 16.0;
+    const double level = static_cast<double>(trace[0]) + 0.5 * rise;
+    const QPointF half(0.5e-6 / 16.0, 0.5e-6 * std::abs(rise));
+    plot.setHome({time - half.x(), time + half.x(), level - half.y(), level + half.y()});
+    plot.settle();
+    const QPoint low = shown.pixelOf({plot.window().left, plot.window().bottom});
+    const QPoint high = shown.pixelOf({plot.window().right, plot.window().top});
+    const auto colorAt = [&](double x, double y) {
+        const QPointF at(low.x() + x * (high.x() - low.x()), low.y() + y * (high.y() - low.y()));
+        const QImage image = plot.grab().toImage();
+        return QColor(image.pixel((at * image.devicePixelRatio()).toPoint()));
+    };
+    const auto along = [rise](double part) { return rise > 0.0 ? part : 1.0 - part; };
+    const QColor above = colorAt(0.25, 1.0 - along(0.25));
+    plot.setLitSymbol(runt);
+    const auto isLit = [&](double part) { return colorAt(part, along(part)).lightness() > 200; };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return isLit(0.4); }));
+    EXPECT_TRUE(isLit(0.2) && isLit(0.7));
+    EXPECT_EQ(colorAt(0.25, 1.0 - along(0.25)), above);
+}
+
 TEST(DensityPlot, HandsOutCopiesOfTheNewestTraces)
 {
     ShownRunt shown;
