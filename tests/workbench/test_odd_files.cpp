@@ -25,6 +25,27 @@ TEST(PlainText, HoldsNothingThatControlsWhatShowsIt)
         EXPECT_EQ(plainText(text), shown);
 }
 
+// The size of an entry leads back to the start of its list.
+TEST_F(Recordings, WithAListThatHasNoEndAreRead)
+{
+    writeRecording(path("a.wav"), 8000, 1, sine(400));
+    QFile file(path("a.wav"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    QByteArray bytes = file.readAll();
+    const auto start = bytes.indexOf("data") + 8;
+    bytes.replace(start, 8, "LISTINFO"); // samples, too, may read so
+    bytes.insert(start - 8, QByteArray("LIST\x0c\0\0\0INFOICMS\xf4\xff\xff\xff", 20));
+    writeFile(path("a.wav"), bytes);
+    const auto source = open(path("a.wav"));
+    ASSERT_TRUE(source) << qPrintable(why);
+    const std::vector<double> samples = readAll(*source, 77);
+    ASSERT_EQ(samples.size(), 400U);
+    for (int k = 0; k < 4; ++k) {
+        const auto level = qFromLittleEndian<qint16>(&"LISTINFO"[2 * k]);
+        EXPECT_EQ(samples[static_cast<std::size_t>(k)], level / 32768.0);
+    }
+}
+
 TEST_F(Recordings, WithoutAHeaderAreGuessedByNameAndDoubtedByTheirBytes)
 {
     const std::tuple<const char*, const char*, double> names[] = {

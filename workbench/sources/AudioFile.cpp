@@ -15,6 +15,7 @@
 namespace {
 
 constexpr qint64 chunkHeadSize = 8; // bytes: a name and a size
+constexpr qint64 nameSize = 4;
 constexpr qint64 sizeSize = 4;
 constexpr qint64 riffSizePosition = 4;
 constexpr int maxChunkCount = 64; // before the samples
@@ -75,7 +76,8 @@ qint64 openSizePosition(QFile& file)
 
 /// The file behind libsndfile, which takes an error of the system for the end of the file. Replaces
 /// sizes that were left open by those that libsndfile understands as "up to the end": 8 bytes
-/// altogether and no samples.
+/// altogether and no samples. Hides lists of titles and the like, of which nothing is shown: sizes
+/// in them can send libsndfile back to where it comes from, for ever.
 struct AudioFile::Stream
 {
     static Stream& of(void* stream) { return *static_cast<Stream*>(stream); }
@@ -97,18 +99,38 @@ struct AudioFile::Stream
         const qint64 begin = file.pos();
         count = std::max<qint64>(file.read(bytes, count), 0);
         of(stream).noteError();
-        if (of(stream).sizePosition < 0)
-            return count;
-        const auto replace = [&](qint64 position, std::initializer_list<char> size) {
-            for (const char byte : size) {
+        const auto replace = [&](qint64 position, std::initializer_list<char> other) {
+            for (const char byte : other) {
                 if (position >= begin && position < begin + count)
                     bytes[position - begin] = byte;
                 ++position;
             }
         };
-        replace(riffSizePosition, {8, 0, 0, 0});
-        replace(of(stream).sizePosition, {0, 0, 0, 0});
+        if (of(stream).sizePosition >= 0) {
+            replace(riffSizePosition, {8, 0, 0, 0});
+            replace(of(stream).sizePosition, {0, 0, 0, 0});
+        }
+        for (const qint64 position : of(stream).listsIn(begin, count))
+            replace(position, {'J', 'U', 'N', 'K'});
         return count;
+    }
+
+    /// Where names of lists of texts begin, of which a part at least is in so many bytes.
+    std::vector<qint64> listsIn(qint64 begin, qint64 count)
+    {
+        std::vector<qint64> positions;
+        if (!hasLists)
+            return positions;
+        const qint64 before = file.pos();
+        const qint64 first = std::max<qint64>(begin - nameSize + 1, 0);
+        file.seek(first);
+        const QByteArray bytes = file.read(begin + count + nameSize - 1 - first);
+        file.seek(before);
+        for (const char* name : {"LIST", "INFO"}) {
+            for (auto at = bytes.indexOf(name); at >= 0; at = bytes.indexOf(name, at + 1))
+                positions.push_back(first + at);
+        }
+        return positions;
     }
 
     void noteError()
@@ -120,6 +142,7 @@ struct AudioFile::Stream
     QFile file;
     QString error;
     qint64 sizePosition = -1; // of the size of the samples, where it is left open
+    bool hasLists = false;    // that are to be hidden
 };
 
 AudioFile::AudioFile(const QString& path)
@@ -148,8 +171,11 @@ AudioFile::Opened AudioFile::open(const QString& path, SF_INFO& info)
     Opened opened;
     auto stream = std::make_unique<Stream>();
     stream->file.setFileName(path);
-    if (stream->file.open(QIODevice::ReadOnly))
+    if (stream->file.open(QIODevice::ReadOnly)) {
+        const QByteArray kind = stream->file.peek(nameSize);
+        stream->hasLists = kind == "RIFF" || kind == "RIFX" || kind == "RF64";
         stream->sizePosition = openSizePosition(stream->file);
+    }
     stream->noteError();
     opened.stream = std::move(stream);
     if (!opened.stream->error.isEmpty())
@@ -162,6 +188,7 @@ AudioFile::Opened AudioFile::open(const QString& path, SF_INFO& info)
     SF_VIRTUAL_IO access{Stream::size, Stream::seek, Stream::read, nullptr, Stream::tell};
     opened.stream->file.seek(0);
     opened.handle.reset(sf_open_virtual(&access, SFM_READ, &info, opened.stream.get()));
+    opened.stream->hasLists = false; // whatever the samples are
     if (!opened.stream->error.isEmpty())
         opened.handle.reset();
     return opened;
