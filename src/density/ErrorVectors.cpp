@@ -7,13 +7,17 @@
 
 namespace density {
 
-static std::vector<double> joined(const std::vector<double>& blocks)
+namespace {
+
+std::vector<double> joined(const std::vector<double>& blocks)
 {
     std::vector<double> pairs;
     for (std::size_t k = 0; k + 1 < blocks.size(); k += 2)
         pairs.push_back(blocks[k] + blocks[k + 1]);
     return pairs;
 }
+
+} // namespace
 
 ErrorVectors::ErrorVectors(const std::vector<std::complex<double>>& ideal)
 {
