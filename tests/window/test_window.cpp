@@ -207,6 +207,23 @@ TEST_F(Window, OpensWhatIsDroppedOrSaysWhatIsWrongWithIt)
     EXPECT_TRUE(information->toPlainText().startsWith("Name: sine.wav\n"));
 }
 
+TEST_F(Window, OffersTheChannelsOfARecording)
+{
+    auto* panel = window->findChild<ParameterPanel*>();
+    auto* channel = panel->findChildren<QSpinBox*>().first();
+    EXPECT_FALSE(channel->isVisible());
+    dropSine(3, 24000);
+    ASSERT_TRUE(channel->isVisible());
+    EXPECT_EQ(channel->maximum(), 3);
+    QTest::keyClick(channel, Qt::Key_Up);
+    EXPECT_EQ(window->feed().channel(), ChannelChoice(1));
+    auto* subtracted = qobject_cast<QComboBox*>(channel->nextInFocusChain()->nextInFocusChain());
+    ASSERT_TRUE(subtracted && subtracted->isVisible());
+    QTest::keyClick(subtracted, Qt::Key_Down);
+    QTest::keyClick(subtracted, Qt::Key_Down);
+    EXPECT_EQ(window->feed().channel(), ChannelChoice(1, 2));
+}
+
 TEST_F(Window, FollowsItsControls)
 {
     auto* panel = window->findChild<ParameterPanel*>();
@@ -229,18 +246,7 @@ TEST_F(Window, FollowsItsControls)
     EXPECT_TRUE(QToolTip::text().startsWith("\"fast\" cannot be used; give 100\u2009Bd"));
     EXPECT_EQ(window->feed().eye().cut().samplesPerSymbol, 20.0);
 
-    auto* channel = panel->findChildren<QSpinBox*>().first();
-    EXPECT_FALSE(channel->isVisible());
     dropSine(3, 24000);
-    ASSERT_TRUE(channel->isVisible());
-    EXPECT_EQ(channel->maximum(), 3);
-    QTest::keyClick(channel, Qt::Key_Up);
-    EXPECT_EQ(window->feed().channel(), ChannelChoice(1));
-    auto* subtracted = qobject_cast<QComboBox*>(channel->nextInFocusChain()->nextInFocusChain());
-    ASSERT_TRUE(subtracted && subtracted->isVisible());
-    QTest::keyClick(subtracted, Qt::Key_Down);
-    QTest::keyClick(subtracted, Qt::Key_Down);
-    EXPECT_EQ(window->feed().channel(), ChannelChoice(1, 2));
     auto& span = control<QDoubleSpinBox>("&Span");
     EXPECT_EQ(span.text(), "0.4\u2009s");     // some thousand samples
     QTest::keyClick(&symbolRate, Qt::Key_Up); // steps from no rate tell nothing

@@ -127,36 +127,47 @@ TEST_F(Recordings, WhoseSizesWereLeftOpenPlayToTheirEnd)
     }
 }
 
+// Each writes a recording of some channels, as long as told in samples.
+void writeAudio(const QString& name, int channels, std::size_t length)
+{
+    writeRecording(name, 8000, channels, sine(length * static_cast<std::size_t>(channels)),
+                   SF_FORMAT_PCM_16 | (name.endsWith("flac") ? SF_FORMAT_FLAC : SF_FORMAT_WAV));
+}
+
+void writeText(const QString& name, int channels, std::size_t length)
+{
+    QByteArray text;
+    for (std::size_t i = 0; i < length; ++i)
+        text += QByteArray("1").repeated(channels > 2 ? 500 : 1) + ",2\n";
+    writeFile(name, text);
+}
+
+void writeRaw(const QString& name, int channels, std::size_t length)
+{
+    writeFile(name, QByteArray(static_cast<int>(length) * channels, '\1'));
+}
+
+const QByteArray plainMetadata = R"({"global": {"core:datatype": "cu8", "core:version": "1.0.0",)"
+                                 R"("core:sample_rate": 8000}, "captures": [], "annotations": []})";
+
+void writeSigmf(const QString& name, int channels, std::size_t length)
+{
+    writeFile(QString(name).replace("-data", "-meta"), plainMetadata);
+    writeRaw(name, channels, length);
+}
+
+void writeTar(const QString& name, int channels, std::size_t length)
+{
+    const QByteArray samples(static_cast<int>(length) * channels, '\1');
+    writeArchive(name, {{"a.sigmf-meta", plainMetadata}, {"a.sigmf-data", samples}});
+}
+
 TEST_F(Recordings, ThatChangeWhileTheyAreReadEndThereAndSaySo)
 {
     constexpr std::size_t count = 20000; // samples
-    const auto writeAudio = [&](const QString& name, int channels, std::size_t length) {
-        writeRecording(name, 8000, channels, sine(length * static_cast<std::size_t>(channels)),
-                       SF_FORMAT_PCM_16 | (name.endsWith("flac") ? SF_FORMAT_FLAC : SF_FORMAT_WAV));
-    };
-    const auto writeText = [](const QString& name, int channels, std::size_t length) {
-        QByteArray text;
-        for (std::size_t i = 0; i < length; ++i)
-            text += QByteArray("1").repeated(channels > 2 ? 500 : 1) + ",2\n";
-        writeFile(name, text);
-    };
-    const auto writeRaw = [](const QString& name, int channels, std::size_t length) {
-        writeFile(name, QByteArray(static_cast<int>(length) * channels, '\1'));
-    };
-    const QByteArray meta = R"({"global": {"core:datatype": "cu8", "core:version": "1.0.0",)"
-                            R"("core:sample_rate": 8000}, "captures": [], "annotations": []})";
-    const auto writeSigmf = [&](const QString& name, int channels, std::size_t length) {
-        writeFile(path("a.sigmf-meta"), meta);
-        writeRaw(name, channels, length);
-    };
-    const auto writeTar = [&](const QString& name, int channels, std::size_t length) {
-        const QByteArray samples(static_cast<int>(length) * channels, '\1');
-        writeArchive(name, {{"a.sigmf-meta", meta}, {"a.sigmf-data", samples}});
-    };
-    using Writer = std::function<void(const QString&, int, std::size_t)>;
     // A file, and whether another one in its place is told: never, of another format, or always.
     enum Told { Never, Format, Always };
-    const std::tuple<const char*, Writer, Told> files[] = {
+    const std::tuple<const char*, void (*)(const QString&, int, std::size_t), Told> files[] = {
         {"a.flac", writeAudio, Always},      {"a.wav", writeAudio, Always},
         {"a.csv", writeText, Format},        {"a.cu8", writeRaw, Never},
         {"a.sigmf-data", writeSigmf, Never}, {"a.sigmf", writeTar, Never}};

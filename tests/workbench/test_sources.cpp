@@ -198,42 +198,45 @@ const QByteArray sigmfMetadata =
         "captures": [{"core:sample_start": 0, "core:frequency": 1e9}],
         "annotations": [{"core:sample_start": 3, "core:sample_count": 4, "core:label": "burst"}]})";
 
+const QByteArray sigmfSamples(40, '\x40');
+const QByteArray rightChecksum =
+    R"(1", "core:sha512": ")" +
+    QCryptographicHash::hash(sigmfSamples, QCryptographicHash::Sha512).toHex();
+
+// What is replaced in the metadata, by what, whether they are shown then, and what is said.
+const std::tuple<const char*, const char*, bool, const char*> oddMetadata[] = {
+    {"8000", "8e3", true, ""},
+    {"{\"glob", "{glob", false, "not JSON"},
+    {"global", "globe", false, "lack the object \"global\""},
+    {"core:datatype", "core:type", false, "lack core:datatype"},
+    {"ri16_le", "xi16_le", false, "\"xi16_le\", which is unknown"},
+    {"8000", "0", false, "core:sample_rate is 0"},
+    {"8000", "1e300", false, "core:sample_rate is 1e+300"},
+    {"8000", "\"8 kHz\"", false, "core:sample_rate is 8 kHz"},
+    {"core:sample_rate", "core:rate", true, "not known, 48000 Hz is assumed"},
+    {"channels\": 2", "channels\": 1.5", false, "core:num_channels is 1.5"},
+    {"1.2.5", R"(1", "core:dataset": "../a)", false, "core:dataset is \"../a\""},
+    {"1.2.5", R"(1", "core:dataset": "b\u0000.bin)", false, "core:dataset is \"b\ufffd.bin\""},
+    {"2,", R"(2, "core:dataset": "b.bin", "core:metadata_only": true,)", false, "only"},
+    {"core:version", "core:v", true, "lack core:version"},
+    {"1.2.5", R"(1", "core:sha512": "00ff)", true, "core:sha512 differs"},
+    {"1.2.5", rightChecksum.constData(), true, ""},
+    {"1e9}", R"(1, "core:global_index": 9}, {"core:sample_start": 4, "core:global_index": 20})",
+     true, "(7, the first before sample 4; places: 1)"},
+    {"1e9}", R"(1, "core:datetime": "2026-11-25T23:59:59.9999Z"},
+         {"core:sample_start": 4, "core:datetime": "2026-11-26T00:00:01.0004Z"})",
+     true, "(about 8000, the first before sample 4"},
+    {"1e9}", R"(1, "core:datetime": "2026-11-25T23:59:59Z"},
+         {"core:sample_start": 4, "core:datetime": "2026-11-26T00:00:00Z"})", // are rounded
+     true, ""},
+    {"\"annotations", "\"notes", true, "lack the list \"annotations\""},
+    {"count\": 4", "count\": 8", true, "speak of 11 samples, 10 are there"},
+    {"2,", R"(2, "core:extensions": [{"name": "z", "optional": false}],)", true, "\"z\""}};
+
 TEST_F(Recordings, OfSigmfAreAsTheirMetadataSay)
 {
-    const QByteArray samples(40, '\x40');
-    const QByteArray right = R"(1", "core:sha512": ")" +
-                             QCryptographicHash::hash(samples, QCryptographicHash::Sha512).toHex();
-    // What is replaced in the metadata, by what, whether they are shown then, and what is said.
-    const std::tuple<const char*, const char*, bool, const char*> rows[] = {
-        {"8000", "8e3", true, ""},
-        {"{\"glob", "{glob", false, "not JSON"},
-        {"global", "globe", false, "lack the object \"global\""},
-        {"core:datatype", "core:type", false, "lack core:datatype"},
-        {"ri16_le", "xi16_le", false, "\"xi16_le\", which is unknown"},
-        {"8000", "0", false, "core:sample_rate is 0"},
-        {"8000", "1e300", false, "core:sample_rate is 1e+300"},
-        {"8000", "\"8 kHz\"", false, "core:sample_rate is 8 kHz"},
-        {"core:sample_rate", "core:rate", true, "not known, 48000 Hz is assumed"},
-        {"channels\": 2", "channels\": 1.5", false, "core:num_channels is 1.5"},
-        {"1.2.5", R"(1", "core:dataset": "../a)", false, "core:dataset is \"../a\""},
-        {"1.2.5", R"(1", "core:dataset": "b\u0000.bin)", false, "core:dataset is \"b\ufffd.bin\""},
-        {"2,", R"(2, "core:dataset": "b.bin", "core:metadata_only": true,)", false, "only"},
-        {"core:version", "core:v", true, "lack core:version"},
-        {"1.2.5", R"(1", "core:sha512": "00ff)", true, "core:sha512 differs"},
-        {"1.2.5", right.constData(), true, ""},
-        {"1e9}", R"(1, "core:global_index": 9}, {"core:sample_start": 4, "core:global_index": 20})",
-         true, "(7, the first before sample 4; places: 1)"},
-        {"1e9}", R"(1, "core:datetime": "2026-11-25T23:59:59.9999Z"},
-             {"core:sample_start": 4, "core:datetime": "2026-11-26T00:00:01.0004Z"})",
-         true, "(about 8000, the first before sample 4"},
-        {"1e9}", R"(1, "core:datetime": "2026-11-25T23:59:59Z"},
-             {"core:sample_start": 4, "core:datetime": "2026-11-26T00:00:00Z"})", // are rounded
-         true, ""},
-        {"\"annotations", "\"notes", true, "lack the list \"annotations\""},
-        {"count\": 4", "count\": 8", true, "speak of 11 samples, 10 are there"},
-        {"2,", R"(2, "core:extensions": [{"name": "z", "optional": false}],)", true, "\"z\""}};
-    writeFile(path("a.sigmf-data"), samples);
-    for (const auto& [from, to, isShown, says] : rows) {
+    writeFile(path("a.sigmf-data"), sigmfSamples);
+    for (const auto& [from, to, isShown, says] : oddMetadata) {
         SCOPED_TRACE(to);
         writeFile(path("a.sigmf-meta"), QByteArray(sigmfMetadata).replace(from, to));
         const auto source = open(path("a.sigmf-meta"));
