@@ -2,6 +2,29 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>AppearancePanel</name>
+    <message>
+        <source>Appearance</source>
+        <translation>Erscheinung</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>Dunkel</translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation>Hell</translation>
+    </message>
+    <message>
+        <source>Sche&amp;me</source>
+        <translation>Sche&amp;ma</translation>
+    </message>
+    <message>
+        <source>As the desktop</source>
+        <translation>Wie der Desktop</translation>
+    </message>
+</context>
+<context>
     <name>AudioSource</name>
     <message>
         <source>the recording holds no samples; choose another one</source>
@@ -888,6 +911,44 @@
     </message>
 </context>
 <context>
+    <name>IqPanel</name>
+    <message>
+        <source>I and Q</source>
+        <translation>I und Q</translation>
+    </message>
+    <message>
+        <source>&amp;Trajectory</source>
+        <translation>&amp;Trajektorie</translation>
+    </message>
+    <message>
+        <source>Shows the way between the symbols, too (T)</source>
+        <translation>Zeigt auch den Weg zwischen den Symbolen (T)</translation>
+    </message>
+</context>
+<context>
+    <name>LevelPanel</name>
+    <message>
+        <source>Level</source>
+        <translation>Pegel</translation>
+    </message>
+    <message>
+        <source>&amp;Auto scale</source>
+        <translation>A&amp;utomatisch</translation>
+    </message>
+    <message>
+        <source>Shows -1 to 1, the full scale of recordings (F)</source>
+        <translation>Zeigt -1 bis 1, die Vollaussteuerung von Aufnahmen (F)</translation>
+    </message>
+    <message>
+        <source>F&amp;ull scale</source>
+        <translation>&amp;Voll</translation>
+    </message>
+    <message>
+        <source>Fits the axes to what is shown, and lets them follow it (A)</source>
+        <translation>Passt die Achsen an das an, was gezeigt wird, und lässt sie ihm folgen (A)</translation>
+    </message>
+</context>
+<context>
     <name>LiveAddress</name>
     <message>
         <source>standard input</source>
@@ -1654,61 +1715,6 @@
     <message>
         <source>Density</source>
         <translation>Dichte</translation>
-    </message>
-</context>
-<context>
-    <name>ParameterPanel</name>
-    <message>
-        <source>Level</source>
-        <translation>Pegel</translation>
-    </message>
-    <message>
-        <source>&amp;Auto scale</source>
-        <translation>A&amp;utomatisch</translation>
-    </message>
-    <message>
-        <source>Shows -1 to 1, the full scale of recordings (F)</source>
-        <translation>Zeigt -1 bis 1, die Vollaussteuerung von Aufnahmen (F)</translation>
-    </message>
-    <message>
-        <source>Appearance</source>
-        <translation>Erscheinung</translation>
-    </message>
-    <message>
-        <source>Dark</source>
-        <translation>Dunkel</translation>
-    </message>
-    <message>
-        <source>Light</source>
-        <translation>Hell</translation>
-    </message>
-    <message>
-        <source>Sche&amp;me</source>
-        <translation>Sche&amp;ma</translation>
-    </message>
-    <message>
-        <source>F&amp;ull scale</source>
-        <translation>&amp;Voll</translation>
-    </message>
-    <message>
-        <source>I and Q</source>
-        <translation>I und Q</translation>
-    </message>
-    <message>
-        <source>&amp;Trajectory</source>
-        <translation>&amp;Trajektorie</translation>
-    </message>
-    <message>
-        <source>Shows the way between the symbols, too (T)</source>
-        <translation>Zeigt auch den Weg zwischen den Symbolen (T)</translation>
-    </message>
-    <message>
-        <source>As the desktop</source>
-        <translation>Wie der Desktop</translation>
-    </message>
-    <message>
-        <source>Fits the axes to what is shown, and lets them follow it (A)</source>
-        <translation>Passt die Achsen an das an, was gezeigt wird, und lässt sie ihm folgen (A)</translation>
     </message>
 </context>
 <context>

@@ -17,6 +17,7 @@
 #include "workbench/window/MainWindow.h"
 #include "workbench/window/NoticeBar.h"
 #include "workbench/window/Progress.h"
+#include "workbench/window/SchemeChoice.h"
 #include "workbench/window/panels/ParameterPanel.h"
 #include "workbench/window/panes/ViewPanes.h"
 

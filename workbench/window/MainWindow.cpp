@@ -11,6 +11,7 @@
 #include "workbench/window/NoticeBar.h"
 #include "workbench/window/Overlay.h"
 #include "workbench/window/Progress.h"
+#include "workbench/window/SchemeChoice.h"
 #include "workbench/window/StatusFields.h"
 #include "workbench/window/density/Densities.h"
 #include "workbench/window/dialogs/ExportDialog.h"
@@ -92,11 +93,7 @@ MainWindow::MainWindow(SchemeChoice& scheme)
     buildToolBar();
     addDockWidget(Qt::RightDockWidgetArea, m_parameters);
     connectPlayer();
-    m_parameters->panel().show(m_scheme.choice());
-    connect(&m_scheme, &SchemeChoice::changed, this,
-            [this] { m_parameters->panel().show(m_scheme.choice()); });
-    connect(&m_parameters->panel(), &ParameterPanel::schemeChosen, &m_scheme,
-            &SchemeChoice::choose);
+    m_parameters->connectTo(m_scheme);
     m_statusTimer.setInterval(statusPeriodMs);
     connect(&m_statusTimer, &QTimer::timeout, this, &MainWindow::refreshStatus);
     menus::keepKeys(*this);

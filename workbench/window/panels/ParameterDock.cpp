@@ -3,10 +3,13 @@
 
 #include "workbench/player/Player.h"
 #include "workbench/player/SymbolRateSearch.h"
+#include "workbench/window/panels/AppearancePanel.h"
 #include "workbench/window/panels/BuiltInPanel.h"
 #include "workbench/window/panels/DensityPanel.h"
 #include "workbench/window/panels/EyePanel.h"
 #include "workbench/window/panels/GatePanel.h"
+#include "workbench/window/panels/IqPanel.h"
+#include "workbench/window/panels/LevelPanel.h"
 #include "workbench/window/panels/ModulationPanel.h"
 #include "workbench/window/panels/ParameterPanel.h"
 #include "workbench/window/panels/ReceiverPanel.h"
@@ -114,6 +117,8 @@ void ParameterDock::connectTo(Player& player)
                     player.setSymbolRate(settings.symbolRate);
                     m_panel->signal().showEstimate(std::nullopt);
                 }
+                if (settings.estimatesSymbolRate)
+                    searchSymbolRate(true);
             });
     connect(&m_panel->time(), &TimePanel::chosen, &player,
             [&player](const TimePanel::Settings& settings) {
@@ -140,20 +145,40 @@ void ParameterDock::connectTo(Player& player)
             });
     connect(&m_panel->builtIn(), &BuiltInPanel::chosen, &player, &Player::setBuiltIn);
     connect(&m_panel->modulation(), &ModulationPanel::chosen, &player, &Player::setDemo);
-    connect(m_panel, &ParameterPanel::trajectoryChosen, &player, &Player::setTrajectory);
-    connect(m_panel, &ParameterPanel::autoScaleWanted, &player, &Player::fitLevels);
-    connect(m_panel, &ParameterPanel::fullScaleWanted, &player, &Player::showFullScale);
+    connect(&m_panel->iq(), &IqPanel::chosen, &player,
+            [&player](const IqPanel::Settings& settings) {
+                player.setTrajectory(settings.showsTrajectory);
+            });
+    connect(&m_panel->level(), &LevelPanel::chosen, &player,
+            [&player](const LevelPanel::Settings& settings) {
+                if (settings.scale == LevelPanel::Scale::Full)
+                    player.showFullScale();
+                else
+                    player.fitLevels();
+            });
+}
+
+void ParameterDock::connectTo(SchemeChoice& scheme)
+{
+    AppearancePanel& appearance = m_panel->appearance();
+    const auto show = [&appearance, &scheme] { appearance.show({scheme.choice()}); };
+    show();
+    connect(&scheme, &SchemeChoice::changed, &appearance, show);
+    connect(
+        &appearance, &AppearancePanel::chosen, &scheme,
+        [&scheme](const AppearancePanel::Settings& settings) { scheme.choose(settings.scheme); });
+}
+
+void ParameterDock::searchSymbolRate(bool isAsked)
+{
+    m_isAsked = isAsked;
+    m_panel->signal().showEstimate(std::nullopt);
+    m_search->start(m_player.feed());
 }
 
 void ParameterDock::connectSearch(Player& player)
 {
-    const auto search = [this, &player](bool isAsked) {
-        m_isAsked = isAsked;
-        m_panel->signal().showEstimate(std::nullopt);
-        m_search->start(player.feed());
-    };
-    connect(&m_panel->signal(), &SignalPanel::estimateWanted, this, [search] { search(true); });
-    connect(&player, &Player::symbolRateMissed, this, [search] { search(false); });
+    connect(&player, &Player::symbolRateMissed, this, [this] { searchSymbolRate(false); });
     connect(m_search, &SymbolRateSearch::found, this,
             [this, &player](const SymbolRateEstimate& estimate) {
                 if (estimate.isToBeTaken(m_isAsked)) {

@@ -8,9 +8,11 @@ class ParameterPanel;
 class Player;
 class QTabWidget;
 class ReceiverPanel;
+class SchemeChoice;
 class SymbolRateSearch;
 
-/// The dock of the parameters and of the receiver: its settings act on the player.
+/// The dock of the parameters and of the receiver: its settings act on the player and on the
+/// scheme.
 class ParameterDock : public QDockWidget
 {
     Q_OBJECT
@@ -27,6 +29,8 @@ public:
     /// Shows the settings of the receiver; showReports shows its stages, but only when visible.
     void showReceiver();
     void showReports();
+    /// Shows which colour scheme is chosen, and lets the user choose another.
+    void connectTo(SchemeChoice& scheme);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -34,6 +38,7 @@ protected:
 private:
     void connectTo(Player& player);
     void connectSearch(Player& player);
+    void searchSymbolRate(bool isAsked);
 
     void fit(const QWidget& panel);
     void addTab(QWidget* panel, const QString& title);

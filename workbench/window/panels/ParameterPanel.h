@@ -1,17 +1,16 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "workbench/window/SchemeChoice.h"
-
 #include <QWidget>
 
+class AppearancePanel;
 class BuiltInPanel;
 class EyePanel;
 class GatePanel;
+class IqPanel;
+class LevelPanel;
 class ModulationPanel;
 class Player;
-class QCheckBox;
-class QComboBox;
 class SignalPanel;
 class TimePanel;
 
@@ -26,33 +25,25 @@ public:
 
     /// Shows the player's signal and settings. Its feed is open.
     void show(const Player& player);
-    /// Shows which colour scheme is chosen.
-    void show(SchemeChoice::Choice choice);
 
     SignalPanel& signal() { return *m_signal; }
     TimePanel& time() { return *m_time; }
     GatePanel& gate() { return *m_gate; }
     EyePanel& eye() { return *m_eye; }
+    IqPanel& iq() { return *m_iq; }
+    LevelPanel& level() { return *m_level; }
     BuiltInPanel& builtIn() { return *m_builtIn; }
     ModulationPanel& modulation() { return *m_modulation; }
-
-signals:
-    void trajectoryChosen(bool wanted); ///< As in IqFeed.
-    void autoScaleWanted();
-    void fullScaleWanted();
-    void schemeChosen(SchemeChoice::Choice choice);
+    AppearancePanel& appearance() { return *m_appearance; }
 
 private:
-    void addIqSection();
-    void addLevelSection();
-    void addAppearanceSection();
-
     SignalPanel* m_signal;
     TimePanel* m_time;
     GatePanel* m_gate;
     EyePanel* m_eye;
-    QCheckBox* m_trajectory;
+    IqPanel* m_iq;
+    LevelPanel* m_level;
     BuiltInPanel* m_builtIn;
     ModulationPanel* m_modulation;
-    QComboBox* m_scheme;
+    AppearancePanel* m_appearance;
 };

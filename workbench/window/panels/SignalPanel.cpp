@@ -41,7 +41,11 @@ void SignalPanel::addEstimate(QFormLayout* form)
     line->addWidget(m_estimate);
     line->addWidget(m_estimateText, 1);
     form->addRow(QString(), row);
-    connect(m_estimate, &QPushButton::clicked, this, &SignalPanel::estimateWanted);
+    connect(m_estimate, &QPushButton::clicked, this, [this] {
+        Settings settings = m_settings;
+        settings.estimatesSymbolRate = true;
+        emit chosen(settings);
+    });
 }
 
 void SignalPanel::addChannel(QFormLayout* form)
@@ -91,7 +95,7 @@ void SignalPanel::showEstimate(const std::optional<SymbolRateEstimate>& estimate
 void SignalPanel::show(const Player& player)
 {
     const SignalFeed& feed = player.feed();
-    m_settings = {feed.channel(), feed.symbolRate().value_or(0.0)};
+    m_settings = {feed.channel(), feed.symbolRate().value_or(0.0), false};
     m_sampleRate->setText(units::rate(feed.source().sampleRate, "Hz"));
     QString length = player.kind() == Player::Kind::Recording ? tr("unknown") : tr("endless");
     if (feed.source().isLive)

@@ -24,7 +24,8 @@ public:
     struct Settings
     {
         ChannelChoice channel;
-        double symbolRate = 0.0; ///< Bd, of recordings; 0: not known
+        double symbolRate = 0.0;          ///< Bd, of recordings; 0: not known
+        bool estimatesSymbolRate = false; ///< it is to be looked for in the samples
     };
 
     explicit SignalPanel(QWidget* parent);
@@ -35,7 +36,6 @@ public:
 
 signals:
     void chosen(const SignalPanel::Settings& settings);
-    void estimateWanted();
 
 private:
     static QStringList verdicts(double confidence);
