@@ -105,6 +105,10 @@ DensityPane::DensityPane(Kind kind, ViewPanes& panes, std::size_t index, Player&
                               kind == Kind::Eye ? tr("Density of the &eye") : tr("Density of &IQ"),
                               this))
 {
+    m_cover.render = [this](QPainter& painter, const QSize& size) {
+        m_plot->renderPicture(painter, size);
+    };
+    m_cover.data = [this](const QString& ending) { return exported(ending); };
     m_switching->setCheckable(true);
     m_switching->setToolTip(tr("Density: counts how often all symbols passed where (D)"));
     panes.panes().at(index).view->focusProxy()->addAction(m_switching);
@@ -151,7 +155,8 @@ void DensityPane::switchOn()
     connect(m_plot, &density::DensityPlot::updated, this, &DensityPane::updated);
     connect(m_plot, &density::DensityPlot::passed, this, &DensityPane::passed);
     m_plot->showCursors(m_hasCursors);
-    m_panes.setCover(m_index, this, nullptr);
+    m_cover.widget = m_plot;
+    m_panes.setCover(m_index, &m_cover, nullptr);
     m_feed.countWith(feedKind(), sink());
 }
 
@@ -212,12 +217,12 @@ void DensityPane::takeHome()
 void DensityPane::setReadings(ReadingTable* readings)
 {
     m_readings = readings;
-    m_panes.setCover(m_index, this, readings);
+    m_panes.setCover(m_index, &m_cover, readings);
 }
 
 void DensityPane::setMode(const QStringList& variants)
 {
-    m_mode = variants;
+    m_cover.mode = variants;
     if (isOn())
         m_panes.setMode(m_index, {});
 }
@@ -238,12 +243,7 @@ void DensityPane::settle()
     m_plot->settle();
 }
 
-void DensityPane::render(QPainter& painter, const QSize& size)
-{
-    m_plot->renderPicture(painter, size);
-}
-
-QByteArray DensityPane::data(const QString& ending) const
+QByteArray DensityPane::exported(const QString& ending) const
 {
     const density::SnapshotPtr snapshot = m_plot->snapshot();
     if (!snapshot || snapshot->symbolCount == 0)

@@ -15,7 +15,7 @@ class SignalFeed;
 
 /// The density of the eye or of the constellation. While it is on, it takes the place of the
 /// diagram and counts the symbols of the gate and all that are played.
-class DensityPane : public QObject, public ViewPanes::Cover
+class DensityPane : public QObject
 {
     Q_OBJECT
 public:
@@ -42,10 +42,6 @@ public:
     void settle();
     DensityFeed::Kind feedKind() const;
 
-    QWidget& widget() override { return *m_plot; }
-    void render(QPainter& painter, const QSize& size) override;
-    QByteArray data(const QString& ending) const override;
-    QStringList mode() const override { return m_mode; }
     /// @param variants  of what is told of it beside the title, the longest first; at least one.
     void setMode(const QStringList& variants);
 
@@ -65,6 +61,8 @@ private:
     void switchOn();
     void switchOff();
     void restart();
+    /// The counts in a format of a file, by its ending; empty where there are none.
+    QByteArray exported(const QString& ending) const;
     class FoundHome;
     DensityFeed::Sink sink();
     void takeHome();
@@ -78,6 +76,6 @@ private:
     std::shared_ptr<FoundHome> m_home; // that is not set yet
     QPointer<density::DensityPlot> m_plot;
     ReadingTable* m_readings = nullptr;
-    QStringList m_mode{QString()};
+    ViewPanes::Cover m_cover; // while it is on
     bool m_hasCursors = false;
 };

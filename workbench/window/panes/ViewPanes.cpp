@@ -149,7 +149,7 @@ void ViewPanes::arrange()
         if (pane.coverReadings)
             pane.coverReadings->setVisible(showsReadings);
         if (pane.cover)
-            pane.cover->widget().setVisible(!pane.isIdle);
+            pane.cover->widget->setVisible(!pane.isIdle);
         pane.showing->setChecked(pane.isShown);
         pane.showing->setEnabled(!pane.isShown || shownCount > 1);
     }
@@ -214,7 +214,7 @@ void ViewPanes::setReadings(std::size_t index, ReadingTable* table)
     arrange();
 }
 
-void ViewPanes::setCover(std::size_t index, Cover* cover, ReadingTable* readings)
+void ViewPanes::setCover(std::size_t index, const Cover* cover, ReadingTable* readings)
 {
     Pane& pane = m_panes.at(index);
     delete pane.coverReadings;
@@ -224,7 +224,7 @@ void ViewPanes::setCover(std::size_t index, Cover* cover, ReadingTable* readings
     pane.coverNote = nullptr;
     pane.view->removeEventFilter(this);
     if (cover) {
-        QWidget& widget = cover->widget();
+        QWidget& widget = *cover->widget;
         widget.setParent(pane.view);
         widget.setAttribute(Qt::WA_NoMousePropagation); // the view below is not seen
         pane.coverNote = new PaneNote(&widget, 0);
@@ -240,7 +240,7 @@ void ViewPanes::setCover(std::size_t index, Cover* cover, ReadingTable* readings
 void ViewPanes::placeCover(const Pane& pane)
 {
     const int top = pane.view->focusProxy()->height(); // the caption bar
-    pane.cover->widget().setGeometry(pane.view->rect().adjusted(0, top, 0, 0));
+    pane.cover->widget->setGeometry(pane.view->rect().adjusted(0, top, 0, 0));
 }
 
 bool ViewPanes::eventFilter(QObject* watched, QEvent* event)
@@ -252,7 +252,7 @@ bool ViewPanes::eventFilter(QObject* watched, QEvent* event)
             continue;
         placeCover(pane);
         // A canvas of the view may come above it yet.
-        QMetaObject::invokeMethod(&pane.cover->widget(), &QWidget::raise, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(pane.cover->widget, &QWidget::raise, Qt::QueuedConnection);
     }
     return QSplitter::eventFilter(watched, event);
 }
@@ -260,7 +260,7 @@ bool ViewPanes::eventFilter(QObject* watched, QEvent* event)
 void ViewPanes::setMode(std::size_t index, const QStringList& variants)
 {
     Pane& pane = m_panes.at(index);
-    const QStringList shown = pane.cover ? pane.cover->mode() : variants;
+    const QStringList shown = pane.cover ? pane.cover->mode : variants;
     pane.mode = shown.front();
     pane.setCaptionNote(shown.join(QChar(0x9c)));
 }

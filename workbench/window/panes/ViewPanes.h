@@ -21,17 +21,15 @@ class ViewPanes : public QSplitter, public values::PersistantOwner
     Q_OBJECT
 public:
     /// What can be shown in the place of a view.
-    class Cover
+    struct Cover
     {
-    public:
-        virtual ~Cover() = default;
-        virtual QWidget& widget() = 0;
+        QWidget* widget = nullptr;
         /// Paints it into a picture.
-        virtual void render(QPainter& painter, const QSize& size) = 0;
+        std::function<void(QPainter& painter, const QSize& size)> render;
         /// Its data in a format of a file, by its ending; empty where it has none.
-        virtual QByteArray data(const QString& ending) const = 0;
+        std::function<QByteArray(const QString& ending)> data;
         /// What it shows, in the place of what the view does: see setMode.
-        virtual QStringList mode() const = 0;
+        QStringList mode{QString()};
     };
 
     struct Pane
@@ -53,7 +51,7 @@ public:
         PaneNote* note = nullptr;         ///< over the empty view
         QWidget* frame = nullptr;         ///< holds the view and what is below it
         ReadingTable* readings = nullptr; ///< below the view
-        Cover* cover = nullptr;           ///< in the place of the view, below its caption bar
+        const Cover* cover = nullptr;     ///< in the place of the view, below its caption bar
         /// What is below the cover, in the place of the readings.
         ReadingTable* coverReadings = nullptr;
         PaneNote* coverNote = nullptr;
@@ -107,7 +105,7 @@ public:
     /// Shows something in the place of a view, which keeps its caption bar, from now on.
     /// @param cover     null: the view itself again.
     /// @param readings  below it; null: those of the view. Deleted with the cover.
-    void setCover(std::size_t index, Cover* cover, ReadingTable* readings);
+    void setCover(std::size_t index, const Cover* cover, ReadingTable* readings);
     /// Hides and shows those below the views, which is remembered.
     QAction& showingReadings() { return *m_showingReadings; }
     /// Pauses or resumes all views, as their buttons do.
