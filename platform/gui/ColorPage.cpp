@@ -20,7 +20,7 @@ namespace {
 constexpr int SwatchSize = 16; // logical pixels
 constexpr int RowIndent = 12;
 
-QString translated(const char* text) { return QCoreApplication::translate("ColorSet", text); }
+QString colorText(const char* text) { return QCoreApplication::translate("ColorSet", text); }
 
 /// A square of the colour with a border that shows on any ground.
 QIcon swatchIcon(const QColor& color, const QWidget& widget)
@@ -90,7 +90,7 @@ QWidget* ColorPage::CreateRows()
             if (group)
                 grid->setRowMinimumHeight(grid->rowCount(), RowIndent);
             group = entry.group;
-            auto* heading = new QLabel(translated(group), rows);
+            auto* heading = new QLabel(colorText(group), rows);
             QFont bold = heading->font();
             bold.setBold(true);
             heading->setFont(bold);
@@ -113,9 +113,9 @@ QWidget* ColorPage::CreateRows()
 void ColorPage::AddRow(QGridLayout* grid, const ColorSet::Entry& entry)
 {
     const int line = grid->rowCount();
-    const QString name = translated(entry.name);
+    const QString name = colorText(entry.name);
     QWidget* rows = grid->parentWidget();
-    const Row row{entry.number, tr("%1, %2").arg(translated(entry.group), name),
+    const Row row{entry.number, tr("%1, %2").arg(colorText(entry.group), name),
                   new QToolButton(rows), new QToolButton(rows)};
     row.swatch->setIconSize(QSize(SwatchSize, SwatchSize));
     row.swatch->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);

@@ -245,7 +245,7 @@ TEST_F(Density, IsTestedAgainstAMaskWhoseHitsLeadBackToTheirSymbols)
     ASSERT_EQ(stretches.size(), 1U);
     EXPECT_NEAR(stretches[0].time, double(runt * perSymbol) / 16000.0, 1.0 / 16000.0);
 
-    masks.setMargin(0.49);
+    masks.chooseMargin(0.49);
     window->densities().settle();
     EXPECT_GT(masks.result()->hitCount, 1) << "it reaches the levels";
     EXPECT_TRUE(window->panes().panes()[1].mode.contains("FAIL")) << "in sight";

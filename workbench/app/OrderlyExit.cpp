@@ -18,7 +18,7 @@ constexpr int signalNumbers[] = {SIGTERM, SIGINT, SIGHUP};
 // A signal handler may do little more than write into a pipe; the event loop reads the other end.
 int sockets[2] = {-1, -1};
 
-void handle(int)
+void noteSignal(int)
 {
     const int kept = errno;
     const char byte = 0;
@@ -49,7 +49,7 @@ OrderlyExit::OrderlyExit(MainWindow& window)
     if (sockets[0] < 0)
         return;
     struct sigaction ordinary = {};
-    ordinary.sa_handler = handle;
+    ordinary.sa_handler = noteSignal;
     ordinary.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
     for (const int number : signalNumbers) {
         struct sigaction before = {};
@@ -62,7 +62,7 @@ OrderlyExit::~OrderlyExit()
 {
     for (const int number : signalNumbers) {
         struct sigaction now = {};
-        if (::sigaction(number, nullptr, &now) == 0 && now.sa_handler == handle)
+        if (::sigaction(number, nullptr, &now) == 0 && now.sa_handler == noteSignal)
             ::signal(number, SIG_DFL);
     }
     m_notifier.setEnabled(false);

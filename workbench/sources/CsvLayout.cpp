@@ -93,7 +93,7 @@ Result<CsvLayout> CsvLayout::of(const QByteArray& text, bool isWhole,
     if (text.startsWith("\xff\xfe") || text.startsWith("\xfe\xff"))
         return failure(tr("this is text in UTF-16; save it in UTF-8"));
     layout.begin = text.startsWith("\xef\xbb\xbf") ? 3 : 0;
-    layout.split(text.mid(static_cast<int>(layout.begin)), isWhole);
+    layout.splitRows(text.mid(static_cast<int>(layout.begin)), isWhole);
     layout.findNumbers();
     if (layout.m_numeric.empty())
         return failure(tr("no row of numbers is found; choose a text file with a row for each "
@@ -110,7 +110,7 @@ Result<CsvLayout> CsvLayout::of(const QByteArray& text, bool isWhole,
 }
 
 // The separator is the one that finds most numbers; of equals, the first.
-void CsvLayout::split(const QByteArray& text, bool isWhole)
+void CsvLayout::splitRows(const QByteArray& text, bool isWhole)
 {
     std::size_t best = 0;
     for (const char candidate : separators) {

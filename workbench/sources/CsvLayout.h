@@ -29,7 +29,7 @@ public:
 
 private:
     struct Ramp;
-    void split(const QByteArray& text, bool isWhole);
+    void splitRows(const QByteArray& text, bool isWhole);
     void findNumbers();
     void findNames();
     Result<void> findTime(const Recording::Options& options);

@@ -180,7 +180,7 @@ Result<Recording> ZmqSource::open(const QString& address, const SampleFormat& fo
         return failure(tr("the host %1 is not known; check the name").arg(plainText(url.host())));
     try {
         std::unique_ptr<ZmqSource> source(new ZmqSource(address, endpoint, format, sampleRate));
-        source->connect();
+        source->connectToPublisher();
         source->m_thread = std::thread([zmq = source.get()] { zmq->run(); });
         Recording recording;
         recording.source = std::move(source);
@@ -205,7 +205,7 @@ ZmqSource::~ZmqSource()
         m_thread.join();
 }
 
-void ZmqSource::connect()
+void ZmqSource::connectToPublisher()
 {
     m_lastUp = Clock::now();
     // Not every version of ZeroMQ reports a handshake that fails.
@@ -220,7 +220,7 @@ void ZmqSource::run()
         try {
             // ZeroMQ does not try again when the peer did not speak its protocol.
             if (Clock::now() - m_lastUp > retryPeriod)
-                connect();
+                connectToPublisher();
             if (m_connection)
                 m_connection->await(pollPeriod);
             else

@@ -42,7 +42,7 @@ private:
     ZmqSource(const QString& address, const QString& endpoint, const SampleFormat& format,
               double sampleRate);
     void run();
-    void connect();
+    void connectToPublisher();
     bool take();
     void keep(zmq::message_t&& message);
     void note();

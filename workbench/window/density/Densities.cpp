@@ -56,7 +56,7 @@ Densities::Densities(QMainWindow& window, Player& player, ViewPanes& panes, VCGL
     });
     connect(&dock.density(), &DensityPanel::chosen, this,
             [this](const DensityPanel::Settings& settings) {
-                m_masks->setMargin(settings.margin);
+                m_masks->chooseMargin(settings.margin);
                 if (settings.stretch >= 0 && settings.stretch != m_wayBack->index())
                     m_wayBack->show(settings.stretch);
             });

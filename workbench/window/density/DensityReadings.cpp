@@ -24,7 +24,7 @@ QString scientific(double value) { return QLocale::c().toString(value, 'e', 1); 
 
 /// A value with its interval, or why there is none.
 template<class Text>
-QString whole(const Figure& figure, const Text& text)
+QString withInterval(const Figure& figure, const Text& text)
 {
     if (!figure.isGiven())
         return reasonOf(figure);
@@ -180,23 +180,23 @@ std::vector<std::pair<QString, QString>> DensityReadings::lines(const EyeFigured
     for (std::size_t k = eyeFigures.levels.size(); k-- > 0;) {
         const density::Spread& spread = eyeFigures.levels[k].spread;
         const QString number = QString::number(k);
-        result.emplace_back(tr("Level %1").arg(number), whole(spread.mean, level));
-        result.emplace_back(tr("σ of level %1").arg(number), whole(spread.sigma, level));
+        result.emplace_back(tr("Level %1").arg(number), withInterval(spread.mean, level));
+        result.emplace_back(tr("σ of level %1").arg(number), withInterval(spread.sigma, level));
     }
     for (std::size_t k = eyeFigures.eyes.size(); k-- > 0;) {
         const density::EyeFigures::Eye& eye = eyeFigures.eyes[k];
         const QString of =
             eyeFigures.eyes.size() > 1 ? QStringLiteral(" %1–%2").arg(k).arg(k + 1) : QString();
-        result.emplace_back(tr("Q") + of, whole(eye.q, plain));
-        result.emplace_back(tr("Error rate") + of, whole(eye.errorRate, scientific));
-        result.emplace_back(tr("Height") + of, whole(eye.height, level));
-        result.emplace_back(tr("Inner height") + of, whole(eye.innerHeight, level));
-        result.emplace_back(tr("Width") + of, whole(eye.width, unitTime));
-        result.emplace_back(tr("TJ") + of, whole(eye.totalJitter, unitTime));
-        result.emplace_back(tr("Jitter RMS") + of, whole(eye.jitter.rms, unitTime));
-        result.emplace_back(tr("Jitter p-p") + of, whole(eye.jitter.peakToPeak, unitTime));
-        result.emplace_back(tr("RJ") + of, whole(eye.jitter.random, unitTime));
-        result.emplace_back(tr("DJ") + of, whole(eye.jitter.deterministic, unitTime));
+        result.emplace_back(tr("Q") + of, withInterval(eye.q, plain));
+        result.emplace_back(tr("Error rate") + of, withInterval(eye.errorRate, scientific));
+        result.emplace_back(tr("Height") + of, withInterval(eye.height, level));
+        result.emplace_back(tr("Inner height") + of, withInterval(eye.innerHeight, level));
+        result.emplace_back(tr("Width") + of, withInterval(eye.width, unitTime));
+        result.emplace_back(tr("TJ") + of, withInterval(eye.totalJitter, unitTime));
+        result.emplace_back(tr("Jitter RMS") + of, withInterval(eye.jitter.rms, unitTime));
+        result.emplace_back(tr("Jitter p-p") + of, withInterval(eye.jitter.peakToPeak, unitTime));
+        result.emplace_back(tr("RJ") + of, withInterval(eye.jitter.random, unitTime));
+        result.emplace_back(tr("DJ") + of, withInterval(eye.jitter.deterministic, unitTime));
     }
     return result;
 }
@@ -206,13 +206,14 @@ DensityReadings::lines(const density::ErrorVectors::Figures& errors) const
 {
     const auto percent = [](double value) { return figures::fixed(value, 2, "%"); };
     const auto decibels = [](double value) { return figures::fixed(value, 2, "dB"); };
-    std::vector<std::pair<QString, QString>> result{{tr("EVM RMS"), whole(errors.evm, percent)},
-                                                    {tr("MER"), whole(errors.mer, decibels)}};
+    std::vector<std::pair<QString, QString>> result{
+        {tr("EVM RMS"), withInterval(errors.evm, percent)},
+        {tr("MER"), withInterval(errors.mer, decibels)}};
     for (const density::ErrorVectors::Cluster& cluster : errors.clusters) {
         const QString name = tr("EVM at %1, %2")
                                  .arg(cluster.ideal.real(), 0, 'f', 2)
                                  .arg(cluster.ideal.imag(), 0, 'f', 2);
-        result.emplace_back(name, whole(cluster.evm, percent));
+        result.emplace_back(name, withInterval(cluster.evm, percent));
     }
     return result;
 }

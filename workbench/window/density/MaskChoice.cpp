@@ -50,7 +50,7 @@ void MaskChoice::choose(const std::optional<density::Mask>& mask)
     emit changed();
 }
 
-void MaskChoice::setMargin(double margin)
+void MaskChoice::chooseMargin(double margin)
 {
     if (!m_mask || m_mask->margin == margin)
         return;

@@ -28,7 +28,7 @@ public:
     void choose(const std::optional<density::Mask>& mask);
     const std::optional<density::Mask>& mask() const { return m_mask; }
     /// Sets the margin, see density::Mask, and tests anew.
-    void setMargin(double margin);
+    void chooseMargin(double margin);
     /// Takes new figures, which may move the mask.
     void place(const EyeFiguredPtr& figured);
     /// Forgets the place of the mask: the plot or the signal is another.

@@ -63,49 +63,49 @@ void CurveView::paintEvent(QPaintEvent*)
     QPainter painter(this);
     const int line = fontMetrics().lineSpacing();
     const int left = fontMetrics().horizontalAdvance(QStringLiteral("1e-12")) + gap;
-    const QRectF plot(left, gap, std::max(width() - left - gap, 1),
+    const QRectF area(left, gap, std::max(width() - left - gap, 1),
                       std::max(height() - 2 * line - 2 * gap, 1));
-    painter.fillRect(plot, color(IColorBase::colEyeBackground));
+    painter.fillRect(area, color(IColorBase::colEyeBackground));
     const QRectF range = this->range();
     if (range.isEmpty()) {
         painter.setPen(palette().color(QPalette::PlaceholderText));
-        painter.drawText(plot.adjusted(gap, 0, -gap, 0), Qt::AlignCenter | Qt::TextWordWrap,
+        painter.drawText(area.adjusted(gap, 0, -gap, 0), Qt::AlignCenter | Qt::TextWordWrap,
                          m_content.missing);
         return;
     }
-    paintAxes(painter, plot, range);
-    painter.setClipRect(plot);
-    paintCurves(painter, plot, range);
+    paintAxes(painter, area, range);
+    painter.setClipRect(area);
+    paintCurves(painter, area, range);
 }
 
-void CurveView::paintAxes(QPainter& painter, const QRectF& plot, const QRectF& range) const
+void CurveView::paintAxes(QPainter& painter, const QRectF& area, const QRectF& range) const
 {
     const QFontMetrics metrics = fontMetrics();
     const QPen grid(color(IColorBase::colGrid)), text(palette().color(QPalette::WindowText));
     axisDefinition x(axisDefinition::Orientation::Horizontal);
     x.SetRange(range.left(), range.right());
-    x.SetLength(static_cast<int>(plot.width()));
+    x.SetLength(static_cast<int>(area.width()));
     for (const axisDefinition::Tick& tick : x.GetTicks()) {
-        const double at = plot.left() + (tick.value - range.left()) / range.width() * plot.width();
+        const double at = area.left() + (tick.value - range.left()) / range.width() * area.width();
         painter.setPen(grid);
-        painter.drawLine(QPointF(at, plot.top()), QPointF(at, plot.bottom()));
+        painter.drawLine(QPointF(at, area.top()), QPointF(at, area.bottom()));
         const QString label = x.Label(tick.value);
         const double width = metrics.horizontalAdvance(label);
         painter.setPen(text);
         painter.drawText(QPointF(std::clamp(at - 0.5 * width, 0.0, this->width() - width),
-                                 plot.bottom() + metrics.ascent() + 1),
+                                 area.bottom() + metrics.ascent() + 1),
                          label);
     }
     painter.drawText(
-        QRectF(0.0, plot.bottom() + metrics.lineSpacing(), width(), metrics.lineSpacing()),
+        QRectF(0.0, area.bottom() + metrics.lineSpacing(), width(), metrics.lineSpacing()),
         Qt::AlignRight, metrics.elidedText(m_content.xName, Qt::ElideRight, width()));
     const auto drawLevel = [&](double value, const QString& label) {
-        const double at = plot.bottom() - (value - range.top()) / range.height() * plot.height();
+        const double at = area.bottom() - (value - range.top()) / range.height() * area.height();
         painter.setPen(grid);
-        painter.drawLine(QPointF(plot.left(), at), QPointF(plot.right(), at));
+        painter.drawLine(QPointF(area.left(), at), QPointF(area.right(), at));
         painter.setPen(text);
         painter.drawText(
-            QRectF(0.0, at - 0.5 * metrics.lineSpacing(), plot.left() - gap, metrics.lineSpacing()),
+            QRectF(0.0, at - 0.5 * metrics.lineSpacing(), area.left() - gap, metrics.lineSpacing()),
             Qt::AlignRight | Qt::AlignVCenter, label);
     };
     if (!m_content.isLogarithm)
@@ -118,11 +118,11 @@ void CurveView::paintAxes(QPainter& painter, const QRectF& plot, const QRectF& r
     }
 }
 
-void CurveView::paintCurves(QPainter& painter, const QRectF& plot, const QRectF& range) const
+void CurveView::paintCurves(QPainter& painter, const QRectF& area, const QRectF& range) const
 {
     const auto pixelOf = [&](const QPointF& point) {
-        return QPointF(plot.left() + (point.x() - range.left()) / range.width() * plot.width(),
-                       plot.bottom() - (point.y() - range.top()) / range.height() * plot.height());
+        return QPointF(area.left() + (point.x() - range.left()) / range.width() * area.width(),
+                       area.bottom() - (point.y() - range.top()) / range.height() * area.height());
     };
     painter.setRenderHint(QPainter::Antialiasing, !m_content.areBars);
     const QColor ink = color(IColorBase::colEyeTrace);
@@ -132,7 +132,7 @@ void CurveView::paintCurves(QPainter& painter, const QRectF& plot, const QRectF&
             if (!std::isfinite(from.y()) || !std::isfinite(to.y()))
                 continue;
             if (m_content.areBars) {
-                painter.fillRect(QRectF(from, QPointF(to.x(), plot.bottom())), ink);
+                painter.fillRect(QRectF(from, QPointF(to.x(), area.bottom())), ink);
             } else {
                 painter.setPen(QPen(ink, 1.5));
                 painter.drawLine(from, to);

@@ -33,8 +33,8 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void paintCurves(QPainter& painter, const QRectF& plot, const QRectF& range) const;
-    void paintAxes(QPainter& painter, const QRectF& plot, const QRectF& range) const;
+    void paintCurves(QPainter& painter, const QRectF& area, const QRectF& range) const;
+    void paintAxes(QPainter& painter, const QRectF& area, const QRectF& range) const;
     QRectF range() const;
 
     Content m_content;

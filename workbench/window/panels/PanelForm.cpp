@@ -45,7 +45,7 @@ QLabel* panelForm::addFact(QFormLayout& form, const QString& name)
     return value;
 }
 
-void panelForm::reserve(QLabel& label, const QStringList& texts)
+void panelForm::reserveRoom(QLabel& label, const QStringList& texts)
 {
     const QString shown = label.text();
     int width = label.minimumWidth();
@@ -65,7 +65,7 @@ QSlider* panelForm::addSlider(QFormLayout& form, const QString& name, int lowest
     slider->setRange(lowest, highest);
     slider->setAccessibleName(name);
     *value = new QLabel(row);
-    reserve(**value, {QStringLiteral("-888.8 Hz"), QStringLiteral("-8888 Hz")});
+    reserveRoom(**value, {QStringLiteral("-888.8 Hz"), QStringLiteral("-8888 Hz")});
     (*value)->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     auto* line = new QHBoxLayout(row);
     line->setContentsMargins(0, 0, 0, 0);

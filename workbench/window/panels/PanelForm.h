@@ -21,7 +21,7 @@ void addControl(QFormLayout& form, const QString& name, QWidget* control);
 /// Adds a value that can only be read.
 QLabel* addFact(QFormLayout& form, const QString& name);
 /// Reserves room in a label for any of these texts, so that nothing moves when it changes.
-void reserve(QLabel& label, const QStringList& texts);
+void reserveRoom(QLabel& label, const QStringList& texts);
 /// Adds a slider, and beside it a label for its value.
 QSlider* addSlider(QFormLayout& form, const QString& name, int lowest, int highest, QLabel** value);
 

@@ -34,9 +34,9 @@ ParameterDock::ParameterDock(Player& player, QWidget* parent)
     , m_search(new SymbolRateSearch(this))
 {
     m_tabs->setDocumentMode(true);
-    addTab(m_panel, tr("Parameters"));
-    addTab(m_receiver, tr("Receiver"));
-    addTab(m_density, tr("Density"));
+    addPanel(m_panel, tr("Parameters"));
+    addPanel(m_receiver, tr("Receiver"));
+    addPanel(m_density, tr("Density"));
     setObjectName(QStringLiteral("Parameters"));
     setFeatures(QDockWidget::DockWidgetClosable);
     setTitleBarWidget(new QWidget(this)); // none: the tabs have titles
@@ -46,7 +46,7 @@ ParameterDock::ParameterDock(Player& player, QWidget* parent)
     connect(m_receiver, &ReceiverPanel::settingsChosen, &player, &Player::setReceiver);
 }
 
-void ParameterDock::addTab(QWidget* panel, const QString& title)
+void ParameterDock::addPanel(QWidget* panel, const QString& title)
 {
     auto* scroll = new QScrollArea(this);
     scroll->setWidget(panel);

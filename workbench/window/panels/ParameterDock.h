@@ -41,7 +41,7 @@ private:
     void searchSymbolRate(bool isAsked);
 
     void fit(const QWidget& panel);
-    void addTab(QWidget* panel, const QString& title);
+    void addPanel(QWidget* panel, const QString& title);
 
     Player& m_player;
     QTabWidget* m_tabs;

@@ -151,7 +151,7 @@ QWidget* ReceiverPanel::beside(QWidget* control, QLabel** state)
     auto* row = new QWidget(this);
     *state = new QLabel(unknown, row);
     (*state)->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    panelForm::reserve(**state, {tr("searching"), tr("locked"), tr("open"), tr("closed")});
+    panelForm::reserveRoom(**state, {tr("searching"), tr("locked"), tr("open"), tr("closed")});
     auto* line = new QHBoxLayout(row);
     line->setContentsMargins(0, 0, 0, 0);
     line->addWidget(control, 1);

@@ -35,7 +35,7 @@ void SignalPanel::addEstimate(QFormLayout* form)
     m_estimate = new QPushButton(tr("Est&imate"), row);
     m_estimate->setToolTip(tr("Looks for the symbol rate in the samples about the present time"));
     m_estimateText = new QLabel(row);
-    panelForm::reserve(*m_estimateText, verdicts(0.88));
+    panelForm::reserveRoom(*m_estimateText, verdicts(0.88));
     auto* line = new QHBoxLayout(row);
     line->setContentsMargins(0, 0, 0, 0);
     line->addWidget(m_estimate);
