@@ -89,6 +89,7 @@ void GLEyeDiagram::AddData(const double* data, std::size_t count)
         extent.Take(static_cast<float>(*value));
     extent.AddMargin();
     *AddRecord() = {extent.min, extent.max, count};
+    m_recorded += count;
 
     ScaleTo(extent);
     TrimHistory();
@@ -99,6 +100,7 @@ void GLEyeDiagram::Clear()
     guiThread::checkObject(*this);
     while (!m_records.empty())
         RemoveRecord();
+    m_recorded = 0;
     for (const char* name : {"MeasDataX", "MeasDataY"}) {
         if (const auto array = eyeScene::object<CDataArrayD>(*m_pChartDisplay, name))
             array->Replace(nullptr, 0);
@@ -145,12 +147,11 @@ void GLEyeDiagram::ScaleTo(Extent extent)
 // Keeps the newest records, as many as it takes to fill the buffer.
 void GLEyeDiagram::TrimHistory()
 {
-    std::uint64_t total = 0;
-    std::size_t kept = 0;
-    while (kept < m_records.size() && total < static_cast<std::uint64_t>(m_bufferSize))
-        total += m_records[kept++]->m_count;
-    while (m_records.size() > kept)
+    const auto wanted = static_cast<std::uint64_t>(m_bufferSize);
+    while (m_recorded - m_records.back()->m_count >= wanted) {
+        m_recorded -= m_records.back()->m_count;
         RemoveRecord();
+    }
 }
 
 void GLEyeDiagram::SetBufferSize(int samples)

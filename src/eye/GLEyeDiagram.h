@@ -131,6 +131,7 @@ private:
 
     std::vector<ValueRecord*> m_records; // newest first
     std::vector<ValueRecord*> m_freeRecords;
+    std::uint64_t m_recorded = 0; // samples of all records
     QAction m_propertiesAction;
     QAction m_autoScaleAction;
     QTimer m_autoScaleTimer; // runs during an auto-scale period
