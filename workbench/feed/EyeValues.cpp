@@ -30,9 +30,9 @@ void EyeValues::setY(double minimum, double maximum)
 
 void EyeValues::notify(const std::vector<double>& samples, const std::vector<double>& markers)
 {
-    assign(m_samples->GetList(), m_spare, samples);
+    assign(m_samples->GetList(), m_spareSamples, samples);
     if (markers != m_written) { // most often as many traces come again
-        assign(m_markers->GetList(), m_spare, markers);
+        assign(m_markers->GetList(), m_spareMarkers, markers);
         m_written = markers;
     }
     m_trigger->SetValue(true);

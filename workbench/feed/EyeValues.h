@@ -41,6 +41,7 @@ private:
     values::Value<bool>* m_trigger;
     Number* m_yMin;
     Number* m_yMax;
-    std::list<double> m_spare;     // nodes for longer notifications
+    std::list<double> m_spareSamples; // nodes for longer notifications
+    std::list<double> m_spareMarkers;
     std::vector<double> m_written; // markers in their list
 };

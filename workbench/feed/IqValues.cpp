@@ -34,7 +34,7 @@ void IqValues::setEnds(double xEnd, double yEnd)
 
 void IqValues::notify(const std::vector<double>& i, const std::vector<double>& q)
 {
-    assign(m_i->GetList(), m_spare, i);
-    assign(m_q->GetList(), m_spare, q);
+    assign(m_i->GetList(), m_spareI, i);
+    assign(m_q->GetList(), m_spareQ, q);
     m_trigger->SetValue(true);
 }

@@ -44,5 +44,6 @@ private:
     Number* m_xMax;
     Number* m_yMin;
     Number* m_yMax;
-    std::list<double> m_spare; // nodes for longer notifications
+    std::list<double> m_spareI; // nodes for longer notifications
+    std::list<double> m_spareQ;
 };

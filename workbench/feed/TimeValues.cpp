@@ -47,9 +47,9 @@ void TimeValues::setBaudrate(double samplesPerUnit) { m_baudrate->SetValue(sampl
 
 void TimeValues::notify(const std::vector<double>& samples, const std::vector<double>& markers)
 {
-    assign(m_samples->GetList(), m_spare, samples);
+    assign(m_samples->GetList(), m_spareSamples, samples);
     bridge(m_samples->GetList());
-    assign(m_markers->GetList(), m_spare, markers);
+    assign(m_markers->GetList(), m_spareMarkers, markers);
     m_trigger->SetValue(true);
 }
 

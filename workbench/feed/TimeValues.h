@@ -55,6 +55,7 @@ private:
     Number* m_yMin;
     Number* m_yMax;
     Number* m_baudrate;
-    double m_level = 0.0;      // that replaces values that are not finite
-    std::list<double> m_spare; // nodes for longer notifications
+    double m_level = 0.0;             // that replaces values that are not finite
+    std::list<double> m_spareSamples; // nodes for longer notifications
+    std::list<double> m_spareMarkers;
 };

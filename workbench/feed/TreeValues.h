@@ -19,8 +19,9 @@ T* create(const char* path)
     return value;
 }
 
-/// Replaces the content of a list. Nodes move between the list and a spare list; new nodes are made
-/// only when these are not enough, so that a steady stream allocates nothing.
+/// Replaces the content of a list. Nodes move between the list and a spare list of its own; new
+/// nodes are made only when these are not enough, so that a steady stream allocates nothing. They
+/// keep their order, so that neighbours in the list stay neighbours in memory.
 void assign(std::list<double>& list, std::list<double>& spare, const std::vector<double>& content);
 
 } // namespace treevalues
