@@ -224,6 +224,24 @@ TEST_F(Window, OffersTheChannelsOfARecording)
     EXPECT_EQ(window->feed().channel(), ChannelChoice(1, 2));
 }
 
+TEST_F(Window, ShowsMoreOfALongSegmentOnceTheTimeAxisReachesBack)
+{
+    writeRecording(path("fast.wav"), 1000000, 1, sine(3000000));
+    ASSERT_TRUE(drop({QUrl::fromLocalFile(path("fast.wav"))}));
+    window->feed().transport().setSpeed(1.0);
+    window->feed().setSpan(0.005);
+    const auto longest = [this] {
+        std::size_t most = 0;
+        for (const auto& trace : window->timeView().GetTraces())
+            most = std::max(most, trace.size());
+        return most;
+    };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return longest() == 10000; })) << "two spans";
+    const auto axis = window->timeView().GetXAxis();
+    axis->SetStartValue(3.0 * axis->GetStartValue());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return longest() >= 15000; }));
+}
+
 TEST_F(Window, FollowsItsControls)
 {
     auto* panel = window->findChild<ParameterPanel*>();
