@@ -103,7 +103,7 @@ std::array<double, byteCount> jumpsOf(const QByteArray& bytes)
 constexpr double clear = 4.0; // times as much
 
 /// Whether two bytes jump as the low and the high byte of a number do.
-bool isNumber(double low, double high)
+bool areLowAndHigh(double low, double high)
 {
     constexpr double least = 0.3; // of the jumps of random bytes
     return low > least && low > clear * high && high > 0.0;
@@ -118,7 +118,7 @@ bool isLongInteger(const std::array<double, byteCount>& jumps)
         constexpr double nearlyRandom = 0.7;
         return jump > nearlyRandom || jump == 0.0;
     };
-    return isNumber(jumps[byteCount - 2], jumps[byteCount - 1]) &&
+    return areLowAndHigh(jumps[byteCount - 2], jumps[byteCount - 1]) &&
            std::all_of(jumps.begin(), jumps.end() - 2, isLow);
 }
 
@@ -176,9 +176,9 @@ std::optional<SampleFormat> numbersIn(const QByteArray& bytes)
     if (isLongInteger(jumps) || isLongInteger(reversed))
         return SampleFormat{Kind::Signed, 32, false, isLongInteger(reversed)};
     const auto [first, second, third, fourth] = jumps;
-    if (isNumber(std::min(first, third), std::max(second, fourth)))
+    if (areLowAndHigh(std::min(first, third), std::max(second, fourth)))
         return SampleFormat{Kind::Signed, 16};
-    if (isNumber(std::min(second, fourth), std::max(first, third)))
+    if (areLowAndHigh(std::min(second, fourth), std::max(first, third)))
         return SampleFormat{Kind::Signed, 16, false, true};
     const auto [least, most] = std::minmax({first, second, third, fourth});
     const auto kind = kindOfBytes(bytes);
