@@ -48,7 +48,7 @@ struct Plot : GLCommonWidget
     void paintEvent(QPaintEvent*) override
     {
         GLPainter painter(GetFrameWidget());
-        paint(*painter.painter());
+        paint(*painter.qtPainter());
     }
     std::function<void(QPainter&)> paint;
 };

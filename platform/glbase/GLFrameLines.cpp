@@ -35,8 +35,8 @@ void GLFrameWidget::Draw(const QColor& color, const Add& add)
         return;
     }
     GLPainter handle(this);
-    if (handle.painter())
-        fill(DeviceRaster(*handle.painter(), handle.area()));
+    if (handle.qtPainter())
+        fill(DeviceRaster(*handle.qtPainter(), handle.area()));
 }
 
 void GLFrameWidget::DrawLines(const GLLines& lines)

@@ -23,5 +23,5 @@ void GLBaseWidget::paintEvent(QPaintEvent*)
     if (!m_pQWidget || !m_pFrame || !m_pFrame->IsPaintingPicture())
         return;
     GLPainter painter(m_pFrame);
-    PaintCarried(*painter.painter(), rect().size());
+    PaintCarried(*painter.qtPainter(), rect().size());
 }

@@ -2,7 +2,6 @@
 #include "platform/glbase/GLPainter.h"
 
 #include "platform/glbase/DeviceRaster.h"
-#include "platform/glbase/GLBaseWidget.h"
 #include "platform/glbase/GLFrameWidget.h"
 #include "platform/glbase/KeptPixels.h"
 #include "platform/glbase/KeptTexts.h"
@@ -19,8 +18,8 @@
 #include <GL/gl.h>
 
 GLPainter::GLPainter(GLFrameWidget* frame)
-    : m_pFrame(frame)
-    , m_pPainter(frame ? frame->m_pPainter : nullptr)
+    : GLPainterState(frame ? frame->m_pPainter : nullptr)
+    , m_pFrame(frame)
 {
     if (!m_pPainter)
         return;
@@ -42,25 +41,9 @@ GLPainter::~GLPainter()
     if (!m_pPainter)
         return;
     endNativePainting();
-    while (m_depth > 0)
+    while (depth() > 0)
         restore();
     m_pPainter->restore();
-}
-
-void GLPainter::save()
-{
-    if (!m_pPainter)
-        return;
-    m_pPainter->save();
-    ++m_depth;
-}
-
-void GLPainter::restore()
-{
-    if (m_depth == 0)
-        return;
-    m_pPainter->restore();
-    --m_depth;
 }
 
 namespace {
@@ -85,25 +68,7 @@ void GLPainter::setVGradientBrush(const QColor& first, const QColor& second)
     setBrush(GradientBrush({0, m_area.height()}, first, second));
 }
 
-void GLPainter::setPen(const QPen& pen)
-{
-    if (m_pPainter)
-        m_pPainter->setPen(pen);
-}
-
-void GLPainter::setBrush(const QBrush& brush)
-{
-    if (m_pPainter)
-        m_pPainter->setBrush(brush);
-}
-
-QPen GLPainter::pen() const { return m_pPainter ? m_pPainter->pen() : QPen(); }
-
-QFont GLPainter::font() const { return m_pPainter ? m_pPainter->font() : QFont(); }
-
-QBrush GLPainter::brush() const { return m_pPainter ? m_pPainter->brush() : QBrush(); }
-
-QPainter* GLPainter::painter() const
+QPainter* GLPainter::qtPainter() const
 {
     m_isShared = true;
     if (m_pPainter)

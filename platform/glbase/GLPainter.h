@@ -1,13 +1,10 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "platform/base/Export.h"
+#include "platform/glbase/GLPainterState.h"
 
-#include <QBrush>
 #include <QColor>
-#include <QFont>
 #include <QLineF>
-#include <QPen>
 #include <QRect>
 #include <QString>
 
@@ -25,7 +22,7 @@ class QTransform;
 ///
 /// Handles nest: one may be created while another is alive, and each leaves the painter as it found
 /// it. A handle made while its frame is not painting (or for a null frame) draws nothing.
-class ORVANE_PLATFORM_API GLPainter
+class ORVANE_PLATFORM_API GLPainter : public GLPainterState
 {
 public:
     explicit GLPainter(GLFrameWidget* frame);
@@ -34,21 +31,10 @@ public:
     GLPainter(const GLPainter&) = delete;
     GLPainter& operator=(const GLPainter&) = delete;
 
-    void save();
-    void restore();
-    /// Number of save() calls not yet restored.
-    int depth() const { return m_depth; }
-
     /// Brush that runs from first at the left border of the widget to second at the right.
     void setHGradientBrush(const QColor& first, const QColor& second);
     /// Brush that runs from first at the top of the widget to second at the bottom.
     void setVGradientBrush(const QColor& first, const QColor& second);
-    void setPen(const QPen& pen);
-    void setBrush(const QBrush& brush);
-    QPen pen() const;
-    QBrush brush() const;
-    /// The font that texts are drawn in.
-    QFont font() const;
 
     /// Edges of filled areas lie on device pixels. The outline of a pen, always solid, runs along
     /// the left and upper pixels of the rectangle and the first ones beyond it at the right and
@@ -86,11 +72,9 @@ public:
     void drawPoints(const std::vector<const std::vector<float>*>& sets, const QTransform& toWidget,
                     const QColor& color);
 
-    /// False when the handle is inert.
-    bool isActive() const { return m_pPainter != nullptr; }
     /// The Qt painter behind the handle; null when the handle is inert. Slows the handle down,
     /// which from then on has to expect that transform and clip were changed.
-    QPainter* painter() const;
+    QPainter* qtPainter() const;
     /// The area that is drawn into, origin (0, 0); null when the handle is inert.
     const QRect& area() const { return m_area; }
 
@@ -104,10 +88,8 @@ private:
     void drawLine(const QLineF& line, const QColor& color);
 
     GLFrameWidget* m_pFrame;
-    QPainter* m_pPainter = nullptr;
     QRect m_area;
     QPoint m_origin;                 // of the area in the frame
     mutable bool m_isShared = false; // others may have changed the painter's transform or clip
-    int m_depth = 0;
     bool m_native = false;
 };

@@ -133,8 +133,8 @@ TEST_F(Painting, PixelsAreWrittenAsAPainterPaintsThem)
 TEST_F(Painting, HandlesNestAndLeaveNothingBehind)
 {
     plot->paint = [&](GLPainter& outer) {
-        outer.painter()->translate(7, 7);
-        outer.painter()->setClipRect(0, 0, 3, 3);
+        outer.qtPainter()->translate(7, 7);
+        outer.qtPainter()->setClipRect(0, 0, 3, 3);
         outer.save();
         {
             GLPainter inner(&frame);
@@ -190,7 +190,7 @@ TEST_F(Painting, WithoutPaintingHandlesAreInert)
         GLPainter painter(widget);
         painter.save();
         painter.drawRect(QRect(0, 0, 9, 9));
-        EXPECT_FALSE(painter.beginNativePainting() || painter.depth() || painter.painter());
+        EXPECT_FALSE(painter.beginNativePainting() || painter.depth() || painter.qtPainter());
     }
     Draw({{0, 0, 9, 9}}, lsSolid, 1);
 }
