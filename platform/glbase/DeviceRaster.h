@@ -61,6 +61,8 @@ public:
     void AddLine(const QLineF& line, const GLLineStyle& style);
     /// Adds a step line; at most one before each Fill.
     void AddStepLine(const GLStepLine& line);
+    /// Adds the visible rectangle.
+    void AddVisible() { AddDeviceRect(m_x.visible, m_y.visible); }
     /// Fills all that was added with a colour, and forgets it.
     void Fill(const QColor& color);
 

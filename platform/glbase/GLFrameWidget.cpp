@@ -69,8 +69,11 @@ void GLFrameWidget::ShowNotice()
 {
     // Not known before the frame is shown and has a size.
     const bool isNeeded = isVisible() && !size().isEmpty() && !isValid();
-    if (!isNeeded && !m_pNotice)
+    if (!isNeeded) {
+        if (m_pNotice)
+            m_pNotice->hide();
         return;
+    }
     const QString text = tr("This view needs OpenGL 2.1, which this display does not have. Install "
                             "a graphics driver that has it; the software driver of Mesa will do.");
     if (!m_pNotice) {
@@ -93,7 +96,7 @@ void GLFrameWidget::ShowNotice()
     m_pNotice->setText(text);
     m_pNotice->setGeometry(rect());
     m_pNotice->raise();
-    m_pNotice->setVisible(isNeeded);
+    m_pNotice->show();
 }
 
 void GLFrameWidget::paintEvent(QPaintEvent* event)
@@ -151,10 +154,13 @@ void GLFrameWidget::Render(QPainter& painter)
         m_pixels = PixelTarget::Of(painter);
 
     const QRect content(QPoint(0, 0), ContentSize());
-    if (PixelsFor(groundColor()))
+    if (PixelsFor(groundColor())) {
         m_bareGround = content;
-    else
-        painter.fillRect(DeviceRaster(painter, content).Snapped(content), groundColor());
+    } else {
+        DeviceRaster raster(painter, content);
+        raster.AddVisible();
+        raster.Fill(groundColor());
+    }
     PaintChildren(painter);
     PaintGround(content);
     m_pixels.reset();
