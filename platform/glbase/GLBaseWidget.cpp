@@ -22,11 +22,7 @@ QRect GLBaseWidget::geometry() const
     return rect().translated(static_cast<int>(m_left), static_cast<int>(m_top));
 }
 
-void GLBaseWidget::update()
-{
-    if (m_pFrame && !m_pFrame->IsPaintingPicture())
-        m_pFrame->UpdateContent(geometry());
-}
+void GLBaseWidget::update() { emit repaintNeeded(geometry()); }
 
 GLFrameWidget* GLBaseWidget::GetFrameWidget() const { return m_pFrame; }
 
@@ -37,7 +33,7 @@ bool GLBaseWidget::SetHorizontalAlignment(const char* name, eHorizontalAlignment
     m_alignMode = isUsable ? haAlign : haFill;
     m_alignName = isUsable ? QString::fromUtf8(name) : QString();
     m_alignFactor = isUsable ? factor : 1.0;
-    PlaceAgain();
+    emit placeNeeded();
     return isUsable;
 }
 
@@ -46,7 +42,7 @@ void GLBaseWidget::SetQWidget(QWidget* widget)
     if (m_pQWidget && m_pQWidget != widget)
         m_pQWidget->hide();
     m_pQWidget = widget;
-    PlaceAgain();
+    emit placeNeeded();
 }
 
 QWidget* GLBaseWidget::GetQWidget() const { return m_pQWidget; }
@@ -58,7 +54,7 @@ void GLBaseWidget::ShowInLayout(bool show)
     if (m_visible == show)
         return;
     m_visible = show;
-    PlaceAgain();
+    emit placeNeeded();
 }
 
 void GLBaseWidget::PlaceQWidget()

@@ -43,7 +43,7 @@ public:
     QRect rect() const;
     /// The widget's area in the frame widget.
     QRect geometry() const;
-    /// Schedules a repaint of the frame, if there is one.
+    /// Schedules a repaint of the layout, if it was added to one.
     void update();
     /// The frame that paints this widget; null while it belongs to no layout.
     GLFrameWidget* GetFrameWidget() const;
@@ -64,6 +64,12 @@ public:
     /// Whether the widget has a place in its layout's picture; true at first.
     void ShowInLayout(bool show);
     bool IsShownInLayout() const { return m_visible; }
+
+signals:
+    // The layout listens from when the widget is added to it until it is removed.
+    void repaintNeeded(const QRect& area); ///< in the frame widget
+    /// It needs another place, or none.
+    void placeNeeded();
 
 protected:
     // Called by the layout, with event positions in the widget's pixel frame. An ignored event goes
@@ -97,7 +103,6 @@ private:
     friend class GLLayout;
     friend struct TestAccess;
 
-    void PlaceAgain();
     void PlaceQWidget();
 
     QPointer<GLFrameWidget> m_pFrame;

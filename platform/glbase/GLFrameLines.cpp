@@ -1,17 +1,11 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 // Lines of a frame, drawn through the painter of the child that is being painted.
 #include "platform/glbase/DeviceRaster.h"
-#include "platform/glbase/GLBaseWidget.h"
 #include "platform/glbase/GLFrameWidget.h"
 #include "platform/glbase/GLPainter.h"
 #include "platform/glbase/PixelTarget.h"
 
 #include <QPainter>
-
-QRect GLFrameWidget::CurrentPlace() const
-{
-    return m_pCurrentChild ? m_pCurrentChild->geometry() : QRect(QPoint(0, 0), ContentSize());
-}
 
 PixelTarget* GLFrameWidget::PixelsFor(const QColor& color) const
 {

@@ -13,7 +13,6 @@
 
 #include <memory>
 
-class GLBaseWidget;
 class GLSurface;
 class IColorBase;
 class IErrorHandlerBase;
@@ -74,8 +73,8 @@ protected:
         return m_exposed.isEmpty() || m_exposed.intersects(place);
     }
 
-    /// Child that is being painted, set by PaintChildren. GLPainter reads it.
-    GLBaseWidget* m_pCurrentChild = nullptr;
+    /// Place of the child that is being painted, set by PaintChildren; empty while there is none.
+    QRect m_currentPlace;
     /// Part of the frame that is painted; empty for all of it.
     QRegion m_exposed;
     /// Size of the picture that is painted; not valid while there is none.
@@ -87,7 +86,10 @@ private:
     void ShowNotice();
     void PaintOnScreen(QPainter& painter, bool hasContext);
     /// Place of the child that is being painted; the whole frame while there is none.
-    QRect CurrentPlace() const;
+    QRect CurrentPlace() const
+    {
+        return m_currentPlace.isEmpty() ? QRect(QPoint(0, 0), ContentSize()) : m_currentPlace;
+    }
     /// The pixels to write an opaque colour into; null where the painter has to paint it.
     PixelTarget* PixelsFor(const QColor& color) const;
     /// Paints what is left of the ground in the place of the child that is being painted.

@@ -41,6 +41,8 @@ bool GLLayout::AddWidget(std::shared_ptr<GLBaseWidget> widget)
     if (owner && owner->IsChild(widget.get()))
         return false;
     widget->m_pFrame = this;
+    connect(widget.get(), &GLBaseWidget::repaintNeeded, this, &GLLayout::RepaintChild);
+    connect(widget.get(), &GLBaseWidget::placeNeeded, this, &GLLayout::ChildrenChanged);
     m_children.push_back(std::move(widget));
     ChildrenChanged();
     return true;
@@ -63,6 +65,7 @@ bool GLLayout::RemoveWidget(GLBaseWidget& widget)
 void GLLayout::LetGo(GLBaseWidget& widget)
 {
     widget.m_pFrame = nullptr;
+    widget.disconnect(this);
     if (widget.m_pQWidget)
         widget.m_pQWidget->hide();
     if (m_grabbed.lock().get() == &widget)
@@ -104,6 +107,12 @@ std::vector<int> SharedHeights(const std::vector<std::shared_ptr<GLBaseWidget>>&
 }
 
 } // namespace
+
+void GLLayout::RepaintChild(const QRect& area)
+{
+    if (!IsPaintingPicture())
+        UpdateContent(area);
+}
 
 void GLLayout::ChildrenChanged()
 {
@@ -183,12 +192,12 @@ void GLLayout::PaintChildren(QPainter&)
     // A layout that was never shown has received no resize event.
     if (m_placedSize != ContentSize())
         PlaceChildren();
-    const QScopedValueRollback<GLBaseWidget*> current(m_pCurrentChild);
+    const QScopedValueRollback<QRect> current(m_currentPlace);
     const std::vector<Child> children = m_children;
     for (const Child& child : children) {
         if (child->rect().isEmpty() || !IsChild(child.get()) || !IsExposed(child->geometry()))
             continue;
-        m_pCurrentChild = child.get();
+        m_currentPlace = child->geometry();
         QPaintEvent event(child->rect());
         child->paintEvent(&event);
     }

@@ -62,6 +62,7 @@ private:
 
     bool IsChild(const GLBaseWidget* widget) const;
     void LetGo(GLBaseWidget& widget);
+    void RepaintChild(const QRect& area);
     /// Children were added, removed, or want another place.
     void ChildrenChanged();
     void PlaceChildren();

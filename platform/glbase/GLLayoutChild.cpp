@@ -1,6 +1,5 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
-// A GL widget as the child of a layout: joining it, asking it for another place, painting what the
-// widget carries.
+// A GL widget as the child of a layout: its frame, and painting what the widget carries.
 #include "platform/glbase/GLBaseWidget.h"
 #include "platform/glbase/GLLayout.h"
 #include "platform/glbase/GLPainter.h"
@@ -9,12 +8,6 @@ GLBaseWidget::GLBaseWidget(const std::string& name, GLLayout* layout)
     : m_pFrame(layout)
 {
     setObjectName(QString::fromStdString(name));
-}
-
-void GLBaseWidget::PlaceAgain()
-{
-    if (auto* layout = qobject_cast<GLLayout*>(m_pFrame))
-        layout->ChildrenChanged();
 }
 
 void GLBaseWidget::paintEvent(QPaintEvent*)
