@@ -12,13 +12,7 @@ constexpr double faintMean = 0.4;         // of the same: mean of symbols at the
 constexpr std::ptrdiff_t rampSymbols = 3; // of a burst
 constexpr double mostOdds = 9.0;          // logarithm: a carrier is lost once in e^9 symbols
 constexpr std::size_t mostDone = 4096;    // symbols that are past, before they are dropped
-
-/// Sums over symbols, of x from the middle one: of the weights with its powers 0 to 2, of the
-/// weighted angles with its powers 0 and 1, of the qualities, and of the symbols heard.
-struct Sums
-{
-    double s0, s1, s2, e0, e1, quality, count;
-};
+constexpr std::size_t mostMoves = 64;     // of sums, before rounding errors add up
 
 struct Columns
 {
@@ -34,7 +28,8 @@ ORVANE_WITHIN double total(const Doubles& sums)
            ((sums[1] + sums[5]) + (sums[3] + sums[7]));
 }
 
-ORVANE_WIDEST Sums sumUp(const Columns& columns, std::size_t count, double first, double angle)
+ORVANE_WIDEST TrackedPhases::Sums sumUp(const Columns& columns, std::size_t count, double first,
+                                        double angle)
 {
     Doubles s0{}, s1{}, s2{}, e0{}, e1{}, quality{}, heard{};
     Doubles x = first + Doubles{0.0, 1.0, 2.0, 3.0, 4.0, 5.0, 6.0, 7.0};
@@ -56,8 +51,8 @@ ORVANE_WIDEST Sums sumUp(const Columns& columns, std::size_t count, double first
         heard += column;
         x += static_cast<double>(doublesWidth);
     }
-    Sums result{total(s0), total(s1),      total(s2),   total(e0),
-                total(e1), total(quality), total(heard)};
+    TrackedPhases::Sums result{total(s0), total(s1),      total(s2),   total(e0),
+                               total(e1), total(quality), total(heard)};
     for (; k < count; ++k) {
         const double place = first + static_cast<double>(k);
         const double weight = columns.weights[k];
@@ -93,6 +88,7 @@ void TrackedPhases::clear()
     m_here = 0;
     m_past = 0;
     m_odds = 0.0;
+    m_areSummed = false;
 }
 
 bool TrackedPhases::isHeard(double power) { return power > faintPower; }
@@ -127,6 +123,7 @@ void TrackedPhases::advance()
     drop(m_heard);
     drop(m_loud);
     m_here -= done;
+    m_areSummed = false;
 }
 
 bool TrackedPhases::isHeld() const
@@ -165,22 +162,63 @@ bool TrackedPhases::isFaint() const
     return true;
 }
 
-TrackedPhases::Smoothed TrackedPhases::smoothed(double usualSlope) const
+/// Brings the sums to the symbols around the examined one: most often one leaves, and one comes.
+void TrackedPhases::moveSums()
 {
     const std::size_t first = m_here - m_past;
-    const std::size_t last = std::min(m_here + m_reach, m_symbols.size() - 1);
+    const std::size_t end = std::min(m_here + m_reach + 1, m_symbols.size());
+    if (!m_areSummed || m_here - m_anewHere >= mostMoves) {
+        m_areSummed = true;
+        m_anewHere = m_here;
+        m_reference = symbol().phase;
+        m_sums = sumUp({&m_angles[first], &m_weights[first], &m_qualities[first], &m_heard[first]},
+                       end - first, -static_cast<double>(m_past), m_reference);
+    } else {
+        for (std::size_t k = m_sumsHere; k < m_here; ++k) {
+            m_sums.s2 -= 2.0 * m_sums.s1 - m_sums.s0;
+            m_sums.s1 -= m_sums.s0;
+            m_sums.e1 -= m_sums.e0;
+        }
+        for (std::size_t k = m_sumsFirst; k < first; ++k)
+            addToSums(k, -1.0);
+        for (std::size_t k = m_sumsEnd; k < end; ++k)
+            addToSums(k, 1.0);
+    }
+    m_sumsHere = m_here;
+    m_sumsFirst = first;
+    m_sumsEnd = end;
+}
+
+/// @param sign  -1 takes the symbol away.
+void TrackedPhases::addToSums(std::size_t index, double sign)
+{
+    const double x = static_cast<double>(index) - static_cast<double>(m_here);
+    const double weight = sign * m_weights[index];
+    const double error = weight * (m_angles[index] - m_reference);
+    m_sums.s0 += weight;
+    m_sums.s1 += weight * x;
+    m_sums.s2 += weight * x * x;
+    m_sums.e0 += error;
+    m_sums.e1 += error * x;
+    m_sums.quality += sign * m_qualities[index];
+    m_sums.count += sign * m_heard[index];
+}
+
+TrackedPhases::Smoothed TrackedPhases::smoothed(double usualSlope)
+{
+    moveSums();
     const double phase = symbol().phase;
-    const Sums sums =
-        sumUp({&m_angles[first], &m_weights[first], &m_qualities[first], &m_heard[first]},
-              last - first + 1, -static_cast<double>(m_past), phase);
+    Sums sums = m_sums;
     Smoothed result{phase, usualSlope, 0.0};
-    if (!(sums.s0 > 0.0))
+    if (!(sums.count > 0.0) || !(sums.s0 > 0.0))
         return result;
+    sums.e0 -= sums.s0 * (phase - m_reference);
+    sums.e1 -= sums.s1 * (phase - m_reference);
     const double determinant = sums.s0 * sums.s2 - sums.s1 * sums.s1;
     const bool isLine = determinant > 1e-9 * sums.s0 * sums.s0;
-    result.slope = isLine ? (sums.s0 * sums.e1 - sums.s1 * sums.e0) / determinant : 0.0;
-    result.phase +=
-        isLine ? (sums.s2 * sums.e0 - sums.s1 * sums.e1) / determinant : sums.e0 / sums.s0;
+    const double scale = isLine ? 1.0 / determinant : 0.0;
+    result.slope = (sums.s0 * sums.e1 - sums.s1 * sums.e0) * scale;
+    result.phase += isLine ? (sums.s2 * sums.e0 - sums.s1 * sums.e1) * scale : sums.e0 / sums.s0;
     result.quality = sums.quality / sums.count;
     return result;
 }

@@ -24,6 +24,12 @@ public:
     {
         double phase, slope, quality; ///< rad, rad a symbol, mean
     };
+    /// Sums over symbols, of x from the middle one: of the weights with its powers 0 to 2, of the
+    /// weighted angles with its powers 0 and 1, of the qualities, and of the symbols heard.
+    struct Sums
+    {
+        double s0, s1, s2, e0, e1, quality, count;
+    };
 
     /// @param reach     symbols over which a phase is smoothed, on either side.
     /// @param isUneven  points have several amplitudes.
@@ -41,7 +47,7 @@ public:
     // The examined symbol; there must be one.
     const Symbol& symbol() const { return m_symbols[m_here]; }
     /// The line through the symbols around it, at its place.
-    Smoothed smoothed(double usualSlope) const;
+    Smoothed smoothed(double usualSlope);
     /// Whether the symbols around it are much weaker than those of a burst, or there are none.
     bool isFaint() const;
     /// Whether its carrier is held rather than lost: the likelier state of a two-state Markov chain
@@ -49,6 +55,9 @@ public:
     bool isHeld() const;
 
 private:
+    void moveSums();
+    void addToSums(std::size_t index, double sign);
+
     std::size_t m_reach = 1;
     int m_about = 1; // symbols on either side that give the level
     std::vector<Symbol> m_symbols;
@@ -61,4 +70,10 @@ private:
     std::vector<double> m_qualities;
     std::vector<double> m_heard;     // 1, or 0
     std::vector<std::size_t> m_loud; // how many up to it, one after the other, are not faint
+    // Of the symbols from one on up to another, about the one that was examined last:
+    Sums m_sums = {};
+    std::size_t m_sumsHere = 0, m_sumsFirst = 0, m_sumsEnd = 0;
+    bool m_areSummed = false;
+    std::size_t m_anewHere = 0; // where they were summed up anew
+    double m_reference = 0.0;   // phase from which angles count
 };
