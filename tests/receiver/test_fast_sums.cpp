@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 // What takes many numbers at once, beside the plain loops that say the same.
+#include "workbench/receiver/CarrierLock.h"
 #include "workbench/receiver/EdgeBands.h"
+#include "workbench/receiver/FastFunctions.h"
 #include "workbench/receiver/FirFilter.h"
 #include "workbench/receiver/Interpolation.h"
 #include "workbench/receiver/Rotation.h"
@@ -189,6 +191,85 @@ TEST(FastSums, SearchTurnsAsPlainOnesDo)
             }
         }
         EXPECT_NEAR(search.of(i, q), best, step / 8) << turn; // a parabola is no sine cardinal
+    }
+}
+
+TEST(FastSums, FunctionsAreThoseOfTheStandard)
+{
+    for (int k = 0; k < 200000; ++k) {
+        const float x = 30.0F * float(normal());
+        const float y = 30.0F * float(normal());
+        ASSERT_NEAR(fast::exponential(std::min(x, 80.0F)) /
+                        std::exp(std::clamp(double{x}, -80.0, 80.0)),
+                    1.0, 2e-7)
+            << x;
+        const float positive = std::exp(0.5F * x);
+        const double logarithm = std::log(double{positive});
+        ASSERT_NEAR(fast::logarithm(positive), logarithm,
+                    2e-7 * std::max(1.0, std::abs(logarithm)));
+        ASSERT_NEAR(fast::angleOf(x, y), std::atan2(double{y}, double{x}), 1e-6) << x << ' ' << y;
+        float real = 0.0F, imaginary = 0.0F;
+        const double angle = k < 1000 ? 0.25 * pi * (k - 500) : 1e4 * double{x};
+        fast::turnBy(angle, real, imaginary);
+        ASSERT_NEAR(real, std::cos(angle), 2e-7) << angle;
+        ASSERT_NEAR(imaginary, std::sin(angle), 2e-7) << angle;
+    }
+    EXPECT_EQ(fast::angleOf(0.0F, 0.0F), 0.0F);
+    EXPECT_EQ(fast::angleOf(-1.0F, 0.0F), float(pi));
+    EXPECT_LT(fast::exponential(-1e30F), 1e-34F);
+}
+
+/// Logarithm of the likelihood ratio by all points, in double numbers.
+double plainEvidence(const Modulation& modulation, std::complex<double> symbol, double noise)
+{
+    double held = 0.0, lost = std::exp(-30.0), power = 0.0;
+    for (const auto& point : modulation.points) {
+        held += std::exp(-std::norm(symbol - point) / noise);
+        power += std::norm(point) / double(modulation.points.size());
+        const double radius = std::abs(symbol), circle = std::abs(point);
+        if (!modulation.isOffset)
+            lost += std::exp(-(radius - circle) * (radius - circle) / noise) /
+                    std::sqrt(1.0 + 4.0 * pi * radius * circle / noise);
+    }
+    if (modulation.isOffset)
+        lost += double(modulation.points.size()) * noise / (power + noise) *
+                std::exp(-std::norm(symbol) / (power + noise));
+    return std::log(held / lost + 1e-3);
+}
+
+TEST(FastSums, JudgeCarriersAsPlainOnesDo)
+{
+    constexpr std::size_t together = Decisions::together;
+    for (const ModulationKind kind :
+         {ModulationKind::Bpsk, ModulationKind::Qpsk, ModulationKind::Psk8, ModulationKind::Qam64,
+          ModulationKind::Oqpsk}) {
+        const Modulation& modulation = modulations::of(kind);
+        const Decisions decisions(modulation.points);
+        CarrierLock lock(modulation);
+        double noise = 0.125 * modulation.spacing * modulation.spacing;
+        for (int round = 0; round < 40; ++round) {
+            float i[together], q[together], evidence[together];
+            bool areHeard[together];
+            for (std::size_t k = 0; k < together; ++k) {
+                const double spread = k == 5 ? 1.0 : 0.03; // one is far from all points
+                const auto& point = modulation.points[generator()() % modulation.points.size()];
+                i[k] = float(point.real() + spread * normal());
+                q[k] = float(point.imag() + spread * normal());
+                areHeard[k] = k != 7;
+            }
+            const std::size_t count = round % 2 == 0 ? together : 9;
+            lock.evidence(i, q, areHeard, count, evidence);
+            const double before = noise;
+            for (std::size_t k = 0; k < count; ++k) {
+                const std::complex<double> symbol(double{i[k]}, double{q[k]});
+                // Single numbers are off by 6e-8 of 2, and exponents by as much over the noise.
+                const double tolerance = 1e-5 + 1e-6 * std::abs(symbol) / before;
+                ASSERT_NEAR(evidence[k], plainEvidence(modulation, symbol, before), tolerance)
+                    << int(kind) << ' ' << round << ' ' << k;
+                if (areHeard[k])
+                    noise += (decisions.expected(symbol, 0.5 * before).square - noise) / 64.0;
+            }
+        }
     }
 }
 

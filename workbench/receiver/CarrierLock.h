@@ -19,12 +19,15 @@ class CarrierLock
 public:
     explicit CarrierLock(const Modulation& modulation);
 
-    /// Logarithm of the ratio for the next symbol, which then contributes to the noise.
-    /// @param symbol  with the carrier's phase taken off, scaled to points with a mean power of 1.
-    double evidence(const std::complex<double>& symbol);
+    /// Logarithms of the ratio for the next symbols, which then contribute to the noise: within
+    /// them it counts as it was before.
+    /// @param i, q, evidence  as many numbers as are taken at once.
+    /// @param areHeard  which of the symbols, so many of them, are loud enough to contribute.
+    void evidence(const float* i, const float* q, const bool* areHeard, std::size_t count,
+                  float* evidence);
 
 private:
-    double lostLikelihood(double radius) const;
+    void findLost(const float* i, const float* q, float* lost) const;
 
     Decisions m_decisions;
     bool m_isOffset;

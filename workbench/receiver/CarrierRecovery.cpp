@@ -6,18 +6,16 @@
 #include "workbench/sources/Constants.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace {
 
 constexpr std::size_t leastSymbols = 16;
-constexpr double localPart = 0.5;     // of the lock quality, for the symbols around one
-constexpr double offsetRange = 0.02;  // of a symbol rate, times the power, either way
-constexpr double mostAmplitude = 1.6; // larger amplitudes count as this
-constexpr double startQuality = 0.6;
-constexpr double faintBurst = 0.01; // of the level of the strongest one
-constexpr double damping = 0.707;
-constexpr double smallAngle = 0.05; // rad, for which powers up to the eighth give all digits
+constexpr double localPart = 0.5;    // of the lock quality, for the symbols around one
+constexpr double offsetRange = 0.02; // of a symbol rate, times the power, either way
+constexpr double faintBurst = 0.01;  // of the level of the strongest one
+constexpr double smallAngle = 0.05;  // rad, for which powers up to the eighth give all digits
 
 /// A turn by an angle, most often a small one.
 std::complex<double> turnBy(double angle)
@@ -32,18 +30,6 @@ std::complex<double> turnBy(double angle)
                        (1.0 - x * (1.0 / 20) * (1.0 - x * (1.0 / 42) * (1.0 - x * (1.0 / 72)))))};
 }
 
-/// Cosine of a multiple, a power of 2, of a number's angle; that of 0 is 0.
-double cosineOfMultiple(const std::complex<double>& number, unsigned multiple)
-{
-    const double power = std::norm(number);
-    if (!(power > 0.0))
-        return 1.0;
-    std::complex<double> turn = number / std::sqrt(power);
-    for (; multiple > 1; multiple /= 2)
-        turn = product(turn, turn);
-    return turn.real();
-}
-
 } // namespace
 
 BasebandFormat CarrierRecovery::configure(const ReceiverSettings& settings,
@@ -55,19 +41,11 @@ BasebandFormat CarrierRecovery::configure(const ReceiverSettings& settings,
         m_perSymbol = static_cast<std::size_t>(format.samplesPerSymbol);
         m_symbolRate = format.sampleRate / format.samplesPerSymbol;
         m_reach = m_modulation->reach;
-        // Gardner, "Phaselock Techniques": a loop of second order from its noise bandwidth.
-        const double theta = m_modulation->loopBandwidth / (damping + 0.25 / damping);
-        const double scale = 1.0 + 2.0 * damping * theta + theta * theta;
-        m_phaseStep = 4.0 * damping * theta / scale;
-        m_frequencyStep = 4.0 * theta * theta / scale;
-        m_decisions.assign(1, Decisions(m_modulation->points));
         m_tracked.configure(m_reach, m_modulation->hasAmplitudes);
         m_meanSquare = 0.0;
-        m_fourthPower = 0.0;
         for (const Complex& point : m_modulation->points) {
             const auto count = static_cast<double>(m_modulation->points.size());
             m_meanSquare += std::norm(point) * std::norm(point) / count;
-            m_fourthPower += point * point * point * point / count;
         }
     }
     reset();
@@ -79,16 +57,13 @@ void CarrierRecovery::reset()
     m_waiting = {};
     m_head = 0;
     m_tracked.clear();
-    m_lock.clear();
+    m_loop.clear();
     if (isOn())
-        m_lock.emplace_back(*m_modulation);
+        m_loop.emplace_back(*m_modulation);
     m_number = 0;
-    m_isTracking = false;
-    m_phase = m_frequency = m_lastPhase = m_offset = m_phaseError = 0.0;
-    m_amplitude = 1.0;
+    m_lastPhase = m_offset = m_phaseError = 0.0;
     m_strongest = 0.0;
     m_emittedAmplitude = 0.0;
-    m_quality = 0.0;
 }
 
 void CarrierRecovery::process(BasebandBlock& block)
@@ -159,11 +134,11 @@ CarrierRecovery::Complex CarrierRecovery::undone(std::size_t index, double ampli
 void CarrierRecovery::searchOn(bool isEnding, BasebandBlock& output)
 {
     for (;;) {
-        if (m_isTracking) {
-            while (m_isTracking && m_tracked.count() < waitingCount())
+        if (isTracking()) {
+            while (isTracking() && m_tracked.count() < waitingCount())
                 track();
-            putOutTracked(isEnding && m_isTracking, output);
-            if (m_isTracking)
+            putOutTracked(isEnding && isTracking(), output);
+            if (isTracking())
                 return;
             letGo(output);
         }
@@ -237,78 +212,34 @@ bool CarrierRecovery::acquire(std::size_t count)
     const auto line = m_search.lineOf(symbols, m_modulation->isOffset ? offsetRange : 0.5);
     if (!line)
         return false;
-    m_frequency = line->turn / m_modulation->power + step;
+    const double frequency = line->turn / m_modulation->power + step;
     const double phase = (line->phase - m_modulation->target) / m_modulation->power + before;
     // Of the phases that cannot be told apart, takes the one that continues the last one.
     const double ambiguity = 2.0 * pi / m_modulation->power;
-    const double expected = m_number > 0 ? m_lastPhase + m_frequency : before;
-    m_phase = phase + ambiguity * std::round((expected - phase) / ambiguity);
-    m_amplitude = amplitude;
+    const double expected = m_number > 0 ? m_lastPhase + frequency : before;
+    m_loop.front().start(phase + ambiguity * std::round((expected - phase) / ambiguity), frequency,
+                         amplitude);
     m_strongest = std::max(m_strongest, amplitude);
-    m_isTracking = true;
     m_wasHeld = false;
-    m_quality = startQuality;
-    m_coasted = 0;
     return true;
 }
 
-/// How well a symbol fits to its point, as guesses do not in the mean.
-/// @param turned  the symbol, turned back by its point.
-double CarrierRecovery::qualityOf(const Complex& symbol, const Complex& turned) const
-{
-    // Angles of guesses are even between two points: their mean cosine is 0.
-    if (!m_modulation->hasAmplitudes)
-        return cosineOfMultiple(turned, m_modulation->isOffset ? 4 : m_modulation->power);
-    // Of amplitudes, the fourth power tells: noise leaves its mean as it is, and one that turns has
-    // none.
-    const double power = std::max(std::norm(symbol), 1e-12);
-    const Complex square =
-        product(symbol, symbol) * std::min(1.0, mostAmplitude * mostAmplitude / power);
-    return product(product(square, square), std::conj(m_fourthPower)).real() /
-           std::norm(m_fourthPower);
-}
-
+/// Follows some of the symbols that wait.
 void CarrierRecovery::track()
 {
-    const std::size_t here = m_tracked.count();
-    const double phase = m_phase - m_waiting.symbols[m_head + here].phase;
-    const Complex turn = std::polar(1.0 / m_amplitude, -phase);
-    const Complex middle = product(product(sampleAt(here, 0), turnOf(here)), turn);
-    Complex symbol = middle;
-    double power = std::norm(middle);
-    Complex later;
-    if (m_modulation->isOffset) {
-        later = product(sampleAt(here, m_perSymbol / 2), turn);
-        symbol = {middle.real(), later.imag()};
-        power = std::norm(symbol);
+    std::array<CarrierLoop::Input, CarrierLoop::together> inputs;
+    const std::size_t first = m_tracked.count();
+    const std::size_t count = std::min(waitingCount() - first, inputs.size());
+    for (std::size_t k = 0; k < count; ++k) {
+        const std::size_t here = first + k;
+        inputs[k].sample = sampleAt(here, 0);
+        if (m_modulation->alternates)
+            inputs[k].sample = product(inputs[k].sample, turnOf(here));
+        if (m_modulation->isOffset)
+            inputs[k].later = sampleAt(here, m_perSymbol / 2);
+        inputs[k].taken = m_waiting.symbols[m_head + here].phase;
     }
-    const Complex ideal = m_decisions.front().nearest(symbol);
-    const Complex turned = product(symbol, std::conj(ideal)); // by what the symbol is off
-    TrackedPhases::Symbol tracked{m_phase, std::arg(turned), std::norm(ideal), 0.0, 0.0, power};
-    double driven = std::clamp(turned.imag(), -1.0, 1.0);
-    if (m_modulation->isOffset) { // the values half a symbol away tell by how much they leak in
-        tracked.weight = middle.imag() * middle.imag() + later.real() * later.real();
-        driven = (symbol.imag() - ideal.imag()) * later.real() -
-                 (symbol.real() - ideal.real()) * middle.imag();
-        tracked.error = driven / std::max(tracked.weight, 0.1);
-        driven = std::clamp(driven, -1.0, 1.0);
-    }
-    tracked.quality = qualityOf(symbol, turned);
-    const double smoothing = 0.5 / static_cast<double>(m_reach);
-    const bool isHeard = TrackedPhases::isHeard(power);
-    m_coasted = isHeard ? 0 : m_coasted + 1;
-    if (isHeard) { // stretches between bursts tell nothing
-        m_quality +=
-            (m_modulation->hasAmplitudes ? 0.25 : 1.0) * smoothing * (tracked.quality - m_quality);
-        m_amplitude *=
-            1.0 + 0.25 * smoothing * std::clamp(turned.real() - std::norm(ideal), -1.0, 1.0);
-    }
-    if (isHeard)
-        tracked.evidence = m_lock.front().evidence(symbol);
-    m_tracked.add(tracked);
-    m_phase += m_frequency + m_phaseStep * driven;
-    m_frequency += m_frequencyStep * driven;
-    m_isTracking = m_quality >= m_modulation->lockQuality && m_coasted < m_modulation->window;
+    m_loop.front().follow(inputs.data(), count, m_tracked);
 }
 
 /// Puts out the symbols around which enough others were tracked. Where the carrier is lost, the
@@ -319,7 +250,7 @@ void CarrierRecovery::putOutTracked(bool isEnding, BasebandBlock& output)
         const TrackedPhases::Symbol& tracked = m_tracked.symbol();
         const bool isHeld = m_tracked.isHeld();
         SymbolState state = SymbolState::Good;
-        const TrackedPhases::Smoothed smoothed = m_tracked.smoothed(m_frequency);
+        const TrackedPhases::Smoothed smoothed = m_tracked.smoothed(m_loop.front().frequency());
         if (m_tracked.isFaint())
             state = SymbolState::Edge;
         else if (!isHeld || // fourth powers of amplitudes scatter too much in some dozens of
@@ -328,14 +259,14 @@ void CarrierRecovery::putOutTracked(bool isEnding, BasebandBlock& output)
                   smoothed.quality < localPart * m_modulation->lockQuality))
             state = SymbolState::Unlocked;
         if (state == SymbolState::Unlocked && !isHeld && m_wasHeld) {
-            m_isTracking = false;
+            m_loop.front().stop();
             m_tracked.clear();
             return;
         }
         m_wasHeld = m_wasHeld || state == SymbolState::Good;
         const double error = tracked.error - (smoothed.phase - tracked.phase);
         m_phaseError += 0.5 / static_cast<double>(m_reach) * (error * error - m_phaseError);
-        m_emittedAmplitude = m_amplitude;
+        m_emittedAmplitude = m_loop.front().amplitude();
         putOut(smoothed.phase, smoothed.slope, state, output);
         m_tracked.advance();
     }
@@ -377,7 +308,7 @@ StageReport CarrierRecovery::report() const
     StageReport report{StageReport::Stage::Carrier, isOn(), {}, {}};
     if (!isOn())
         return report;
-    report.isLocked = m_emittedAmplitude > 0.0 && m_isTracking;
+    report.isLocked = m_emittedAmplitude > 0.0 && isTracking();
     if (*report.isLocked)
         report.readings = {
             {StageReport::Quantity::CarrierOffset, m_offset * m_symbolRate / (2.0 * pi)},

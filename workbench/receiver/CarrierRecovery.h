@@ -1,12 +1,9 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "workbench/receiver/CarrierLock.h"
+#include "workbench/receiver/CarrierLoop.h"
 #include "workbench/receiver/CarrierSearch.h"
-#include "workbench/receiver/Decisions.h"
-#include "workbench/receiver/ModulationTable.h"
 #include "workbench/receiver/ReceiverStage.h"
-#include "workbench/receiver/TrackedPhases.h"
 
 /// Turns the points of a modulation to their places, up to the turns that the modulation cannot
 /// tell apart; their size stays. The phases of the incoming symbols tell what earlier stages took
@@ -27,7 +24,7 @@ public:
     StageReport report() const override;
 
     bool isOn() const { return m_modulation != nullptr; }
-    bool isTracking() const { return m_isTracking; }
+    bool isTracking() const { return !m_loop.empty() && m_loop.front().isTracking(); }
     /// See SignalFormat: each phase is smoothed over so many symbols of two numbers each.
     double fittedPart() const { return isOn() ? 0.5 / (2.0 * double(m_reach) + 1.0) : 0.0; }
     /// Amplitude of the points relative to points with a mean power of 1; 0 before the first point.
@@ -36,7 +33,6 @@ public:
 private:
     using Complex = std::complex<double>;
     bool acquire(std::size_t count);
-    double qualityOf(const Complex& symbol, const Complex& turned) const;
     void track();
     void searchOn(bool isEnding, BasebandBlock& output);
     void putOutTracked(bool isEnding, BasebandBlock& output);
@@ -53,28 +49,18 @@ private:
     const Modulation* m_modulation = nullptr;
     std::size_t m_perSymbol = 1;
     double m_symbolRate = 1.0;
-    std::size_t m_reach = 1;  // symbols over which a phase is smoothed, on either side
-    double m_phaseStep = 0.0; // of the loop, for an error of 1 rad...
-    double m_frequencyStep = 0.0;
-    std::vector<Decisions> m_decisions; // one, or none
-    double m_meanSquare = 1.0;          // of the points' powers
-    Complex m_fourthPower;              // mean of the points'
+    std::size_t m_reach = 1;   // symbols over which a phase is smoothed, on either side
+    double m_meanSquare = 1.0; // of the points' powers
     CarrierSearch m_search;
-    std::vector<CarrierLock> m_lock; // one, or none
+    std::vector<CarrierLoop> m_loop; // one, or none
 
     BasebandBlock m_waiting;   // symbols and samples; of these...
     std::size_t m_head = 0;    // ...so many symbols, with their samples, were put out, and...
     TrackedPhases m_tracked;   // ...as many as its count tells were tracked
     std::int64_t m_number = 0; // of the next symbol to be put out
-    bool m_isTracking = false;
-    bool m_wasHeld = false;   // since the loop started
-    double m_phase = 0.0;     // of the next symbol to be tracked, rad
-    double m_frequency = 0.0; // rad a symbol
-    double m_amplitude = 1.0;
-    double m_strongest = 0.0; // amplitude so far
+    bool m_wasHeld = false;    // since the loop started
+    double m_strongest = 0.0;  // amplitude so far
     double m_emittedAmplitude = 0.0;
-    double m_quality = 0.0;
-    std::size_t m_coasted = 0; // consecutive symbols that were too faint to be followed
     double m_lastPhase = 0.0;  // put out last
     double m_offset = 0.0;     // frequency put out last, rad a symbol
     double m_phaseError = 0.0; // mean square, rad^2

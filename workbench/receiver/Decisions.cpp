@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/receiver/Decisions.h"
 
+#include "workbench/receiver/FastFunctions.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -21,6 +23,70 @@ std::vector<double> onAxis(const std::vector<Decisions::Complex>& ideal, Value v
     return values;
 }
 
+constexpr std::size_t together = Decisions::together;
+
+/// Sums over levels, or points, for each of some numbers: of the chance of each to have been meant
+/// against that of the nearest one, and of the chances times the square of what it is off.
+struct Chances
+{
+    float totals[together], squares[together];
+    float exponents[together]; ///< of the nearest one's likelihood, negative
+};
+
+/// @param off  the square of what a number, by its index, is off a level, by its own.
+template<class Off>
+ORVANE_WITHIN void sumChances(std::size_t count, float scale, const Off& off, Chances& chances)
+{
+    float nearest[together], totals[together] = {}, squares[together] = {};
+    for (std::size_t k = 0; k < together; ++k)
+        nearest[k] = off(k, 0);
+    for (std::size_t level = 1; level < count; ++level) {
+        for (std::size_t k = 0; k < together; ++k)
+            nearest[k] = std::min(nearest[k], off(k, level));
+    }
+    for (std::size_t level = 0; level < count; ++level) {
+        for (std::size_t k = 0; k < together; ++k) {
+            const float square = off(k, level);
+            const float chance = fast::exponential(scale * (nearest[k] - square));
+            totals[k] += chance;
+            squares[k] += chance * square;
+        }
+    }
+    for (std::size_t k = 0; k < together; ++k) {
+        chances.totals[k] = totals[k];
+        chances.squares[k] = squares[k];
+        chances.exponents[k] = scale * nearest[k];
+    }
+}
+
+ORVANE_WIDEST void sumLevels(const std::vector<float>& levels, float scale, const float* values,
+                             Chances& chances)
+{
+    const auto off = [&levels, values](std::size_t k, std::size_t level) {
+        return (values[k] - levels[level]) * (values[k] - levels[level]);
+    };
+    sumChances(levels.size(), scale, off, chances);
+}
+
+ORVANE_WIDEST void sumPoints(const std::vector<float>& pointsI, const std::vector<float>& pointsQ,
+                             float scale, const float* i, const float* q, Chances& chances)
+{
+    const auto off = [&](std::size_t k, std::size_t point) {
+        return (i[k] - pointsI[point]) * (i[k] - pointsI[point]) +
+               (q[k] - pointsQ[point]) * (q[k] - pointsQ[point]);
+    };
+    sumChances(pointsI.size(), scale, off, chances);
+}
+
+ORVANE_WIDEST void combine(const Chances& i, const Chances& q, float* squares, float* likelihoods)
+{
+    for (std::size_t k = 0; k < together; ++k) {
+        squares[k] = i.squares[k] / i.totals[k] + q.squares[k] / q.totals[k];
+        likelihoods[k] =
+            i.totals[k] * q.totals[k] * fast::exponential(-i.exponents[k] - q.exponents[k]);
+    }
+}
+
 } // namespace
 
 Decisions::Axis::Axis(std::vector<double> values)
@@ -32,14 +98,7 @@ Decisions::Axis::Axis(std::vector<double> values)
     }
     for (std::size_t k = 1; k < m_levels.size(); ++k)
         m_bounds.push_back(0.5 * (m_levels[k - 1] + m_levels[k]));
-}
-
-double Decisions::Axis::nearest(double value) const
-{
-    std::size_t index = 0; // there are few bounds: to look at all is faster than to search
-    for (const double bound : m_bounds)
-        index += value >= bound ? 1 : 0;
-    return m_levels[index];
+    m_singleLevels.assign(m_levels.begin(), m_levels.end());
 }
 
 Decisions::Axis::Chances Decisions::Axis::chances(double value, double variance) const
@@ -69,6 +128,8 @@ Decisions::Decisions(const std::vector<Complex>& ideal)
     m_spacing = std::numeric_limits<double>::infinity();
     for (const Complex& point : m_ideal) {
         m_power += std::norm(point) / static_cast<double>(m_ideal.size());
+        m_idealI.push_back(static_cast<float>(point.real()));
+        m_idealQ.push_back(static_cast<float>(point.imag()));
         for (const Complex& other : m_ideal) {
             if (&other != &point)
                 m_spacing = std::min(m_spacing, std::abs(point - other));
@@ -76,10 +137,8 @@ Decisions::Decisions(const std::vector<Complex>& ideal)
     }
 }
 
-Decisions::Complex Decisions::nearest(const Complex& point) const
+Decisions::Complex Decisions::nearestOfAll(const Complex& point) const
 {
-    if (m_isGrid)
-        return {m_i.nearest(point.real()), m_q.nearest(point.imag())};
     const Complex* best = &m_ideal.front();
     double least = std::norm(point - *best);
     for (const Complex& ideal : m_ideal) {
@@ -115,6 +174,23 @@ Decisions::Expected Decisions::expected(const Complex& point, double variance) c
         mean += chance * ideal;
     }
     return {square / total, mean / total, total * std::exp(-0.5 * least / variance)};
+}
+
+void Decisions::expected(const float* i, const float* q, float variance, float* squares,
+                         float* likelihoods) const
+{
+    const float scale = 0.5F / variance;
+    Chances ofI, ofQ;
+    if (m_isGrid) {
+        sumLevels(m_i.singleLevels(), scale, i, ofI);
+        sumLevels(m_q.singleLevels(), scale, q, ofQ);
+    } else {
+        sumPoints(m_idealI, m_idealQ, scale, i, q, ofI);
+        std::fill_n(ofQ.totals, together, 1.0F);
+        std::fill_n(ofQ.squares, together, 0.0F);
+        std::fill_n(ofQ.exponents, together, 0.0F);
+    }
+    combine(ofI, ofQ, squares, likelihoods);
 }
 
 std::optional<Decisions::Complex> Decisions::gainOf(const std::vector<Complex>& points) const

@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "workbench/receiver/Vectors.h"
+
 #include <complex>
 #include <cstddef>
 #include <optional>
@@ -17,7 +19,11 @@ public:
     explicit Decisions(const std::vector<Complex>& ideal);
 
     /// The ideal point that is nearest.
-    Complex nearest(const Complex& point) const;
+    Complex nearest(const Complex& point) const
+    {
+        return m_isGrid ? Complex(m_i.nearest(point.real()), m_q.nearest(point.imag()))
+                        : nearestOfAll(point);
+    }
     /// Expectation for a measured point in noise of a variance on each axis, when several points
     /// may have been sent.
     struct Expected
@@ -27,6 +33,10 @@ public:
         double likelihood; ///< sum over the ideal points; an exact hit has 1
     };
     Expected expected(const Complex& point, double variance) const;
+    /// The same of some points at once, in single numbers.
+    static constexpr std::size_t together = floatsWidth;
+    void expected(const float* i, const float* q, float variance, float* squares,
+                  float* likelihoods) const;
     std::size_t count() const { return m_ideal.size(); }
     /// Distance of the closest points.
     double spacing() const { return m_spacing; }
@@ -46,7 +56,14 @@ private:
     public:
         explicit Axis(std::vector<double> values);
         std::size_t count() const { return m_levels.size(); }
-        double nearest(double value) const;
+        double nearest(double value) const
+        {
+            std::size_t index = 0; // there are few bounds: to look at all is faster than to search
+            for (const double bound : m_bounds)
+                index += value >= bound ? 1 : 0;
+            return m_levels[index];
+        }
+        const std::vector<float>& singleLevels() const { return m_singleLevels; }
         /// Sums over the levels, each with its chance to have been meant against the nearest one's.
         struct Chances
         {
@@ -57,10 +74,14 @@ private:
 
     private:
         std::vector<double> m_levels;
+        std::vector<float> m_singleLevels;
         std::vector<double> m_bounds; // between neighbours
     };
 
+    Complex nearestOfAll(const Complex& point) const;
+
     std::vector<Complex> m_ideal;
+    std::vector<float> m_idealI, m_idealQ;
     Axis m_i;
     Axis m_q;
     bool m_isGrid = false; // each axis is decided by itself
