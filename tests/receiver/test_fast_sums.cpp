@@ -115,14 +115,21 @@ TEST(FastSums, TurnAndMixAsPlainOnesDo)
                                std::polar(1.0, 2.0 * pi * (0.7 - 0.0123 * double(k)))),
                   1e-6); // three roundings of 6e-8, of samples of up to 5
 
-    for (const std::size_t count : {1, 8, 100}) {
-        turned.assign(samples.begin(), samples.begin() + std::ptrdiff_t(count));
-        turnOn(turned.data(), count, Sample(std::polar(1.0, 0.7)), Sample(std::polar(1.0, -0.02)));
-        for (std::size_t k = 0; k < count; ++k)
+    for (const std::size_t length : {1, 8, 11}) {
+        std::vector<double> phases, steps;
+        turned.assign(samples.begin(), samples.begin() + 900); // the last group lacks some
+        for (std::size_t k = 0; k * length < turned.size(); ++k) {
+            phases.push_back(2.0 * normal() + 1e3 * double(k));
+            steps.push_back(0.02 * normal());
+        }
+        turnGroups(turned.data(), turned.size(), length, phases, steps);
+        for (std::size_t k = 0; k < turned.size(); ++k) {
+            const std::size_t group = k / length;
+            const double angle = phases[group] + double(k % length) * steps[group];
             ASSERT_LT(std::abs(std::complex<double>(turned[k]) -
-                               std::complex<double>(samples[k]) *
-                                   std::polar(1.0, 0.7 - 0.02 * double(k))),
-                      3e-5); // a step is 4e-8 off, of samples of up to 5
+                               std::complex<double>(samples[k]) * std::polar(1.0, angle)),
+                      1e-5); // a step is 1e-7 off, of samples of up to 5
+        }
     }
 
     // The band of a line is the line, turned to 0, as far as the low-pass is even there.

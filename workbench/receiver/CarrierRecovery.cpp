@@ -17,19 +17,6 @@ constexpr double offsetRange = 0.02; // of a symbol rate, times the power, eithe
 constexpr double faintBurst = 0.01;  // of the level of the strongest one
 constexpr double smallAngle = 0.05;  // rad, for which powers up to the eighth give all digits
 
-/// A turn by an angle, most often a small one.
-std::complex<double> turnBy(double angle)
-{
-    if (std::abs(angle) > smallAngle)
-        return std::polar(1.0, angle);
-    const double x = angle * angle; // constants are multiplied, which is faster
-    return {
-        1.0 - x * 0.5 * (1.0 - x * (1.0 / 12) * (1.0 - x * (1.0 / 30) * (1.0 - x * (1.0 / 56)))),
-        angle *
-            (1.0 - x * (1.0 / 6) *
-                       (1.0 - x * (1.0 / 20) * (1.0 - x * (1.0 / 42) * (1.0 - x * (1.0 / 72)))))};
-}
-
 } // namespace
 
 BasebandFormat CarrierRecovery::configure(const ReceiverSettings& settings,
@@ -172,6 +159,7 @@ void CarrierRecovery::settle(std::size_t count, BasebandBlock& output)
     for (std::size_t k = 0; k < count; ++k)
         putOut(hadCarrier ? m_lastPhase + m_offset : m_waiting.symbols[m_head].phase,
                hadCarrier ? m_offset : stepAt(0), SymbolState::Unlocked, output);
+    turnPutOut(output);
 }
 
 /// The loop has lost the carrier.
@@ -261,7 +249,7 @@ void CarrierRecovery::putOutTracked(bool isEnding, BasebandBlock& output)
         if (state == SymbolState::Unlocked && !isHeld && m_wasHeld) {
             m_loop.front().stop();
             m_tracked.clear();
-            return;
+            break;
         }
         m_wasHeld = m_wasHeld || state == SymbolState::Good;
         const double error = tracked.error - (smoothed.phase - tracked.phase);
@@ -270,29 +258,17 @@ void CarrierRecovery::putOutTracked(bool isEnding, BasebandBlock& output)
         putOut(smoothed.phase, smoothed.slope, state, output);
         m_tracked.advance();
     }
+    turnPutOut(output);
 }
 
-/// Puts out the next symbol, and the samples up to the one after it.
+/// Puts out the next symbol, which is turned later, with its samples.
 void CarrierRecovery::putOut(double phase, double slope, SymbolState state, BasebandBlock& output)
 {
-    const std::size_t begin = m_head * m_perSymbol;
-    const std::size_t end = std::min(begin + m_perSymbol, m_waiting.samples.size());
-    const double rest = slope - stepAt(0);
-    const std::complex<float> turn(std::polar(1.0, m_waiting.symbols[m_head].phase - phase));
-    const std::complex<float> step(turnBy(-rest / static_cast<double>(m_perSymbol)));
     output.symbols.push_back(m_waiting.symbols[m_head]);
     Symbol& symbol = output.symbols.back();
+    m_turns.push_back(symbol.phase - phase);
+    m_steps.push_back((stepAt(0) - slope) / static_cast<double>(m_perSymbol));
     symbol.turn = turnOf(0);
-    symbol.value =
-        product(product(m_waiting.samples[begin], turn), std::complex<float>(symbol.turn));
-    if (m_modulation->isOffset)
-        symbol.value = {symbol.value.real(),
-                        product(std::complex<float>(sampleAt(0, m_perSymbol / 2)), turn).imag()};
-    const std::size_t place = output.samples.size();
-    const auto first = m_waiting.samples.begin() + static_cast<std::ptrdiff_t>(begin);
-    output.samples.insert(output.samples.end(), first,
-                          first + static_cast<std::ptrdiff_t>(end - begin));
-    turnOn(output.samples.data() + place, end - begin, turn, step);
     symbol.level = state == SymbolState::Unlocked ? 0.0 : m_emittedAmplitude;
     symbol.phase = phase;
     if (symbol.state == SymbolState::Good)
@@ -301,6 +277,33 @@ void CarrierRecovery::putOut(double phase, double slope, SymbolState state, Base
     m_offset = slope;
     ++m_head;
     ++m_number;
+}
+
+/// Turns the symbols that were put out, and the samples from each up to the one after it.
+void CarrierRecovery::turnPutOut(BasebandBlock& output)
+{
+    const std::size_t count = m_turns.size();
+    const std::size_t begin = (m_head - count) * m_perSymbol;
+    const std::size_t end = std::min(m_head * m_perSymbol, m_waiting.samples.size());
+    const std::size_t place = output.samples.size();
+    const auto samples = m_waiting.samples.begin();
+    output.samples.insert(output.samples.end(), samples + static_cast<std::ptrdiff_t>(begin),
+                          samples + static_cast<std::ptrdiff_t>(end));
+    turnGroups(output.samples.data() + place, end - begin, m_perSymbol, m_turns, m_steps);
+    const std::size_t first = output.symbols.size() - count;
+    for (std::size_t k = 0; k < count; ++k) {
+        Symbol& symbol = output.symbols[first + k];
+        symbol.value = output.samples[place + k * m_perSymbol];
+        if (m_modulation->alternates)
+            symbol.value = product(symbol.value, std::complex<float>(symbol.turn));
+        if (!m_modulation->isOffset)
+            continue;
+        const std::size_t later = begin + k * m_perSymbol + m_perSymbol / 2;
+        const Complex half(m_waiting.samples[std::min(later, m_waiting.samples.size() - 1)]);
+        symbol.value.imag(static_cast<float>(product(half, std::polar(1.0, m_turns[k])).imag()));
+    }
+    m_turns.clear();
+    m_steps.clear();
 }
 
 StageReport CarrierRecovery::report() const

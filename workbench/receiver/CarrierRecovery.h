@@ -37,6 +37,7 @@ private:
     void searchOn(bool isEnding, BasebandBlock& output);
     void putOutTracked(bool isEnding, BasebandBlock& output);
     void putOut(double phase, double slope, SymbolState state, BasebandBlock& output);
+    void turnPutOut(BasebandBlock& output);
     Complex sampleAt(std::size_t index, std::size_t offset) const;
     Complex undone(std::size_t index, double amplitude) const;
     Complex turnOf(std::size_t index) const;
@@ -54,9 +55,11 @@ private:
     CarrierSearch m_search;
     std::vector<CarrierLoop> m_loop; // one, or none
 
-    BasebandBlock m_waiting;   // symbols and samples; of these...
-    std::size_t m_head = 0;    // ...so many symbols, with their samples, were put out, and...
-    TrackedPhases m_tracked;   // ...as many as its count tells were tracked
+    BasebandBlock m_waiting; // symbols and samples; of these...
+    std::size_t m_head = 0;  // ...so many symbols, with their samples, were put out, and...
+    TrackedPhases m_tracked; // ...as many as its count tells were tracked
+    // Of symbols that were put out, but not turned yet: rad, and rad a sample.
+    std::vector<double> m_turns, m_steps;
     std::int64_t m_number = 0; // of the next symbol to be put out
     bool m_wasHeld = false;    // since the loop started
     double m_strongest = 0.0;  // amplitude so far

@@ -95,7 +95,7 @@ ORVANE_WITHIN void sineCosine(float angle, float& sine, float& cosine)
                     (1.0F - x * (1.0F / 20) * (1.0F - x * (1.0F / 42) * (1.0F - x * (1.0F / 72)))));
 }
 
-/// A turn by an angle of magnitude below 1e9, rad: what is whole is taken off in double numbers.
+/// A turn by an angle of magnitude below 1e15, rad: what is whole is taken off in double numbers.
 ORVANE_WITHIN void turnBy(double angle, float& real, float& imaginary)
 {
     const double quarters = angle * (2.0 / pi);

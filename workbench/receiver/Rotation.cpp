@@ -2,6 +2,7 @@
 #include "workbench/receiver/Rotation.h"
 
 #include "workbench/receiver/ComplexProduct.h"
+#include "workbench/receiver/FastFunctions.h"
 #include "workbench/sources/Constants.h"
 
 #include <algorithm>
@@ -13,6 +14,35 @@ std::complex<float> turnBy(double cycles)
 {
     return std::complex<float>(std::polar(1.0, 2.0 * pi * (cycles - std::floor(cycles))));
 }
+
+/// Sines and cosines of angles.
+ORVANE_WIDEST void findTurns(const double* angles, std::size_t count, float* real, float* imaginary)
+{
+    for (std::size_t k = 0; k < count; ++k)
+        fast::turnBy(angles[k], real[k], imaginary[k]);
+}
+
+/// Turns samples, each a step further than the one before.
+ORVANE_WITHIN void turnOn(std::complex<float>* samples, std::size_t count,
+                          const std::complex<float>& turn, const std::complex<float>& step)
+{
+    constexpr std::size_t together = 4; // which do not wait for one another
+    const std::complex<float> twice = product(step, step);
+    const std::complex<float> on = product(twice, twice);
+    const std::complex<float> next = product(turn, step);
+    std::complex<float> turns[together] = {turn, next, product(turn, twice), product(next, twice)};
+    std::size_t first = 0;
+    for (; first + together <= count; first += together) {
+        for (std::size_t k = 0; k < together; ++k) {
+            samples[first + k] = product(samples[first + k], turns[k]);
+            turns[k] = product(turns[k], on);
+        }
+    }
+    for (std::size_t k = 0; first + k < count; ++k)
+        samples[first + k] = product(samples[first + k], turns[k]);
+}
+
+constexpr std::size_t groups = 64; // for which turns are found at once
 
 } // namespace
 
@@ -35,21 +65,18 @@ void Rotation::turn(std::complex<float>* samples, std::size_t count, double cycl
     }
 }
 
-void turnOn(std::complex<float>* samples, std::size_t count, const std::complex<float>& turn,
-            const std::complex<float>& step)
+void turnGroups(std::complex<float>* samples, std::size_t count, std::size_t length,
+                const std::vector<double>& phases, const std::vector<double>& steps)
 {
-    constexpr std::size_t together = 4; // which do not wait for one another
-    const std::complex<float> twice = product(step, step);
-    const std::complex<float> on = product(twice, twice);
-    const std::complex<float> next = product(turn, step);
-    std::complex<float> turns[together] = {turn, next, product(turn, twice), product(next, twice)};
-    std::size_t first = 0;
-    for (; first + together <= count; first += together) {
-        for (std::size_t k = 0; k < together; ++k) {
-            samples[first + k] = product(samples[first + k], turns[k]);
-            turns[k] = product(turns[k], on);
+    float real[groups], imaginary[groups], stepReal[groups], stepImaginary[groups];
+    for (std::size_t first = 0; first < phases.size(); first += groups) {
+        const std::size_t here = std::min(phases.size() - first, groups);
+        findTurns(&phases[first], here, real, imaginary);
+        findTurns(&steps[first], here, stepReal, stepImaginary);
+        for (std::size_t k = 0; k < here; ++k) {
+            const std::size_t begin = std::min((first + k) * length, count);
+            turnOn(samples + begin, std::min(length, count - begin), {real[k], imaginary[k]},
+                   {stepReal[k], stepImaginary[k]});
         }
     }
-    for (std::size_t k = 0; first + k < count; ++k)
-        samples[first + k] = product(samples[first + k], turns[k]);
 }

@@ -24,7 +24,9 @@ private:
     std::vector<std::complex<float>> m_turns; // of as many samples against the first
 };
 
-/// Turns samples in place, each a step further than the one before.
-/// @param turn, step  of magnitude 1.
-void turnOn(std::complex<float>* samples, std::size_t count, const std::complex<float>& turn,
-            const std::complex<float>& step);
+/// Turns samples in place: groups of them from a phase on, each sample a step further than the one
+/// before.
+/// @param length  of a group, samples; of the last one fewer may be there.
+/// @param phases, steps  of each group, rad and rad a sample.
+void turnGroups(std::complex<float>* samples, std::size_t count, std::size_t length,
+                const std::vector<double>& phases, const std::vector<double>& steps);
