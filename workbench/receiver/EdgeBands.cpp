@@ -35,9 +35,10 @@ ORVANE_WITHIN void sumUp(const std::vector<float>& taps, const float* values, st
     }
     ORVANE_UNROLLED
     for (std::size_t n = 0; n < outputs; ++n) {
-        for (std::size_t i = 0; i < 4; ++i)
-            sums[4 * n + i] =
-                (partial[n][i] + partial[n][i + 4]) + (partial[n][i + 8] + partial[n][i + 12]);
+        using Quad = float __attribute__((vector_size(16)));
+        Quad quads[4];
+        std::memcpy(quads, &partial[n], sizeof quads);
+        store((quads[0] + quads[1]) + (quads[2] + quads[3]), sums + 4 * n);
     }
 }
 
@@ -50,6 +51,22 @@ ORVANE_WIDEST void sumSome(const std::vector<float>& taps, const float* values, 
 ORVANE_WIDEST void sumOne(const std::vector<float>& taps, const float* values, float* sums)
 {
     sumUp<1>(taps, values, 0, sums);
+}
+
+/// Mixes samples up and down: turns each by a turn and back by it.
+ORVANE_WIDEST void mix(const float* __restrict samples, const float* __restrict turns,
+                       std::size_t count, float real, float imaginary, float* __restrict mixed)
+{
+    for (std::size_t k = 0; k < count; ++k) {
+        const float cosine = real * turns[2 * k] - imaginary * turns[2 * k + 1];
+        const float sine = real * turns[2 * k + 1] + imaginary * turns[2 * k];
+        const float i = samples[2 * k];
+        const float q = samples[2 * k + 1];
+        mixed[4 * k] = i * cosine - q * sine;
+        mixed[4 * k + 1] = i * sine + q * cosine;
+        mixed[4 * k + 2] = i * cosine + q * sine;
+        mixed[4 * k + 3] = q * cosine - i * sine;
+    }
 }
 
 } // namespace
@@ -102,17 +119,8 @@ void EdgeBands::mixDown(const std::complex<float>* samples, std::size_t count)
     const std::complex<float> start(std::polar(1.0, -2.0 * pi * (cycles - std::floor(cycles))));
     const std::size_t before = m_mixed.size();
     m_mixed.resize(before + width * count);
-    const std::complex<float>* turns = &m_turns[begin];
-    float* mixed = &m_mixed[before];
-    for (std::size_t k = 0; k < count; ++k) {
-        const std::complex<float> down = product(start, turns[k]);
-        const std::complex<float> upper = product(samples[k], down);
-        const std::complex<float> lower = product(samples[k], std::conj(down));
-        mixed[width * k] = upper.real();
-        mixed[width * k + 1] = upper.imag();
-        mixed[width * k + 2] = lower.real();
-        mixed[width * k + 3] = lower.imag();
-    }
+    mix(reinterpret_cast<const float*>(samples), reinterpret_cast<const float*>(&m_turns[begin]),
+        count, start.real(), start.imag(), &m_mixed[before]);
     m_mixedCount += static_cast<std::int64_t>(count);
     m_room = turnLength - (begin + count) % turnLength;
 }
@@ -142,11 +150,14 @@ void EdgeBands::filter(std::size_t outputs)
         sumSome(m_taps, values, width * static_cast<std::size_t>(m_stride), sums);
     else
         sumOne(m_taps, values, sums);
-    ORVANE_UNROLLED
+    const std::size_t before = m_outputs.size();
+    m_outputs.resize(before + outputs);
     for (std::size_t n = 0; n < outputs; ++n) {
         const float* sum = sums + width * n;
-        m_outputs.push_back({m_center, Complex(double{sum[0]}, double{sum[1]}),
-                             Complex(double{sum[2]}, double{sum[3]})});
+        Output& output = m_outputs[before + n];
+        output.position = m_center;
+        output.upper = {double{sum[0]}, double{sum[1]}};
+        output.lower = {double{sum[2]}, double{sum[3]}};
         m_center += m_stride;
     }
 }

@@ -15,7 +15,7 @@ public:
     using Complex = std::complex<double>;
     struct Output
     {
-        std::int64_t position; ///< sample in its middle
+        std::int64_t position = 0; ///< sample in its middle
         Complex upper, lower;
     };
 

@@ -145,13 +145,12 @@ void TimingRecovery::follow(const SymbolKnot& knot, BasebandBlock& output)
 void TimingRecovery::addSymbol(double position, std::size_t sample, std::int64_t number,
                                SymbolState state, BasebandBlock& output)
 {
-    Symbol symbol;
+    Symbol& symbol = output.symbols.emplace_back();
     symbol.position = static_cast<double>(number);
     symbol.time = position / m_sampleRate + m_timeOffset;
     symbol.value =
         m_isDemodulated ? std::complex<float>(output.demodulated[sample]) : output.samples[sample];
     symbol.state = state;
-    output.symbols.push_back(symbol);
 }
 
 void TimingRecovery::measure(const SymbolKnot& knot, BasebandBlock& output)
