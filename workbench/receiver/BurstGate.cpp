@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -42,10 +43,10 @@ void BurstGate::configure(const ReceiverSettings& settings, double sampleRate)
     reset();
 }
 
-void BurstGate::process(const std::vector<std::complex<float>>& samples, std::vector<Part>& parts)
+void BurstGate::process(std::vector<std::complex<float>>& samples, std::vector<Part>& parts)
 {
     if (!m_isOn) {
-        parts.push_back({true, samples});
+        parts.push_back({true, std::move(samples)});
         return;
     }
     m_line.insert(m_line.end(), samples.begin(), samples.end());

@@ -19,8 +19,8 @@ public:
     /// Prepares for samples of a rate, and starts anew. The settings must be valid; without a
     /// squelch the gate is always open.
     void configure(const ReceiverSettings& settings, double sampleRate);
-    /// Takes samples and appends the parts whose state is known.
-    void process(const std::vector<std::complex<float>>& samples, std::vector<Part>& parts);
+    /// Takes samples, of which nothing need be left, and appends the parts whose state is known.
+    void process(std::vector<std::complex<float>>& samples, std::vector<Part>& parts);
     /// Ends the signal: appends the samples that waited.
     void finish(std::vector<Part>& parts);
     void reset();

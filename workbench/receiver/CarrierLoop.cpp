@@ -152,14 +152,17 @@ void CarrierLoop::add(std::size_t count, TrackedPhases& tracked)
     m_lock.evidence(m_followed.i.data(), m_followed.q.data(), m_followed.areHeard.data(), count,
                     evidence);
     const double smoothing = (m_modulation->hasAmplitudes ? 0.25 : 1.0) * m_smoothing;
-    for (std::size_t k = 0; k < count && m_isTracking; ++k) {
-        const bool isHeard = m_followed.areHeard[k];
+    for (std::size_t k = 0; k < count; ++k) {
         TrackedPhases::Symbol& symbol = m_symbols[k];
         symbol.quality = double{m_followed.qualities[k]};
         if (!m_modulation->isOffset)
             symbol.error = double{m_followed.errors[k]};
-        if (isHeard)
+        if (m_followed.areHeard[k])
             symbol.evidence = double{evidence[k]};
+    }
+    for (std::size_t k = 0; k < count && m_isTracking; ++k) {
+        const bool isHeard = m_followed.areHeard[k];
+        const TrackedPhases::Symbol& symbol = m_symbols[k];
         m_coasted = isHeard ? 0 : m_coasted + 1;
         m_quality += isHeard ? smoothing * (symbol.quality - m_quality) : 0.0;
         tracked.add(symbol);

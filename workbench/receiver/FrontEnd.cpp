@@ -41,15 +41,15 @@ void FrontEnd::configure(const ReceiverSettings& settings, double sampleRate, in
     reset(false);
 }
 
-void FrontEnd::process(const std::vector<double>& values, std::vector<BurstGate::Part>& parts)
+void FrontEnd::process(const double* values, std::size_t count, std::vector<BurstGate::Part>& parts)
 {
     const auto width = static_cast<std::size_t>(m_valueCount);
-    m_block.samples.resize(values.size() / width);
+    m_block.samples.resize(count / width);
     const bool isPlain = m_isComplex && width == 2 &&
-                         makeSingle(values.data(), 2 * m_block.samples.size(), double{largest},
+                         makeSingle(values, 2 * m_block.samples.size(), double{largest},
                                     reinterpret_cast<float*>(m_block.samples.data()));
     if (!isPlain)
-        takeEach(values.data());
+        takeEach(values);
     if (m_removesDc)
         removeDc(m_block.samples);
     m_shift.process(m_block);

@@ -15,9 +15,9 @@ public:
     /// @param valueCount  real numbers of a sample.
     void configure(const ReceiverSettings& settings, double sampleRate, int valueCount,
                    bool isComplex, const ChannelChoice& channel);
-    /// Takes the next samples, with values as SignalSource::read gives them, and appends their
-    /// parts. A value that is not finite counts as 0, one beyond 1e6 as 1e6; full scale is 1.
-    void process(const std::vector<double>& values, std::vector<BurstGate::Part>& parts);
+    /// Takes the next samples, with so many values as SignalSource::read gives them, and appends
+    /// their parts. A value that is not finite counts as 0, one beyond 1e6 as 1e6; full scale is 1.
+    void process(const double* values, std::size_t count, std::vector<BurstGate::Part>& parts);
     /// Ends the signal: appends the samples that were held back.
     void finish(std::vector<BurstGate::Part>& parts);
     /// @param goesOn  as in SignalPath.

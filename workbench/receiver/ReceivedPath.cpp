@@ -72,26 +72,32 @@ void ReceivedPath::process(const std::vector<double>& values, std::vector<Signal
     const auto width = static_cast<std::size_t>(m_input.valueCount());
     const auto longest = static_cast<std::size_t>(m_input.sampleRate * frameSeconds) + 1;
     const std::size_t length = width * std::min(frameLength, longest);
-    m_values.insert(m_values.end(), values.begin(), values.end());
-    std::size_t used = 0;
-    for (; m_values.size() - used >= length; used += length) {
-        const auto first = m_values.begin() + static_cast<std::ptrdiff_t>(used);
-        take({first, first + static_cast<std::ptrdiff_t>(length)}, blocks);
+    const auto take = [&](const double* frame, std::size_t count) {
+        m_parts.clear();
+        m_front.process(frame, count, m_parts);
+        takeParts(m_parts, blocks);
+    };
+    const double* next = values.data();
+    const double* const end = next + values.size();
+    if (!m_values.empty()) { // a frame that waits for more
+        const auto wanted = static_cast<std::ptrdiff_t>(length - m_values.size());
+        const double* const until = next + std::min(wanted, end - next);
+        m_values.insert(m_values.end(), next, until);
+        next = until;
+        if (m_values.size() < length)
+            return;
+        take(m_values.data(), length);
+        m_values.clear();
     }
-    m_values.erase(m_values.begin(), m_values.begin() + static_cast<std::ptrdiff_t>(used));
-}
-
-void ReceivedPath::take(std::vector<double> frame, std::vector<SignalBlock>& blocks)
-{
-    std::vector<BurstGate::Part> parts;
-    m_front.process(frame, parts);
-    takeParts(parts, blocks);
+    for (; end - next >= static_cast<std::ptrdiff_t>(length); next += length)
+        take(next, length);
+    m_values.assign(next, end);
 }
 
 void ReceivedPath::finish(std::vector<SignalBlock>& blocks)
 {
     std::vector<BurstGate::Part> parts;
-    m_front.process(m_values, parts);
+    m_front.process(m_values.data(), m_values.size(), parts);
     m_values.clear();
     m_front.finish(parts);
     takeParts(parts, blocks);
@@ -129,11 +135,10 @@ void ReceivedPath::startRun()
     m_receivedFirst = 0;
 }
 
-void ReceivedPath::run(const std::vector<std::complex<float>>& samples,
-                       std::vector<SignalBlock>& blocks)
+void ReceivedPath::run(std::vector<std::complex<float>>& samples, std::vector<SignalBlock>& blocks)
 {
     m_block.clear();
-    m_block.samples = samples;
+    m_block.samples.swap(samples);
     m_frequency.setSearching(!m_carrier.isTracking());
     pass(m_block, false);
     takeReceived(m_block, false, blocks);

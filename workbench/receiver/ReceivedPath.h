@@ -28,11 +28,10 @@ public:
     void reset(std::int64_t position, bool goesOn) override;
 
 private:
-    void take(std::vector<double> frame, std::vector<SignalBlock>& blocks);
     void takeParts(std::vector<BurstGate::Part>& parts, std::vector<SignalBlock>& blocks);
     void startRun();
     void pass(BasebandBlock& block, bool isEnd);
-    void run(const std::vector<std::complex<float>>& samples, std::vector<SignalBlock>& blocks);
+    void run(std::vector<std::complex<float>>& samples, std::vector<SignalBlock>& blocks);
     void endRun(std::vector<SignalBlock>& blocks);
     void takeReceived(BasebandBlock& block, bool isEnd, std::vector<SignalBlock>& blocks);
     template<class Iterator>
@@ -60,9 +59,10 @@ private:
     TimingRefinement m_refinement;
     LevelControl m_level;
 
-    std::vector<double> m_values; // of the input, less than one frame
-    std::int64_t m_taken = 0;     // samples of the input that went into parts
-    std::int64_t m_position = 0;  // of the next sample of the output
+    std::vector<double> m_values;         // of the input, less than one frame
+    std::vector<BurstGate::Part> m_parts; // of a frame
+    std::int64_t m_taken = 0;             // samples of the input that went into parts
+    std::int64_t m_position = 0;          // of the next sample of the output
     bool m_isRunning = false;
     double m_runTime = 0.0;           // s, where the run started
     std::int64_t m_runPosition = 0;   // of its first sample in the output

@@ -143,7 +143,7 @@ public:
     {
         if (m_isOn) {
             std::vector<BurstGate::Part> parts;
-            m_front.process(values, parts);
+            m_front.process(values.data(), values.size(), parts);
             append(parts, samples);
             return;
         }
