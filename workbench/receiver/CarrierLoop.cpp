@@ -17,7 +17,7 @@ constexpr double smallAngle = 0.05; // rad, for which powers up to the fifth giv
 constexpr float leastPower = 1e-30F;
 
 /// A turn by an angle, most often a small one.
-std::complex<double> turnBy(double angle)
+ORVANE_WITHIN std::complex<double> turnBy(double angle)
 {
     if (std::abs(angle) > smallAngle)
         return std::polar(1.0, angle);

@@ -174,51 +174,59 @@ void TrackedPhases::moveSums()
         m_sums = sumUp({&m_angles[first], &m_weights[first], &m_qualities[first], &m_heard[first]},
                        end - first, -static_cast<double>(m_past), m_reference);
     } else {
+        // In numbers of their own, which stay in the processor.
+        double s0 = m_sums.s0, s1 = m_sums.s1, s2 = m_sums.s2;
+        double e0 = m_sums.e0, e1 = m_sums.e1;
+        double quality = m_sums.quality, heard = m_sums.count;
         for (std::size_t k = m_sumsHere; k < m_here; ++k) {
-            m_sums.s2 -= 2.0 * m_sums.s1 - m_sums.s0;
-            m_sums.s1 -= m_sums.s0;
-            m_sums.e1 -= m_sums.e0;
+            s2 -= 2.0 * s1 - s0;
+            s1 -= s0;
+            e1 -= e0;
         }
+        const auto add = [&](std::size_t index, double sign) {
+            const double x = static_cast<double>(static_cast<std::ptrdiff_t>(index - m_here));
+            const double weight = sign * m_weights[index];
+            const double error = weight * (m_angles[index] - m_reference);
+            s0 += weight;
+            s1 += weight * x;
+            s2 += weight * x * x;
+            e0 += error;
+            e1 += error * x;
+            quality += sign * m_qualities[index];
+            heard += sign * m_heard[index];
+        };
         for (std::size_t k = m_sumsFirst; k < first; ++k)
-            addToSums(k, -1.0);
+            add(k, -1.0);
         for (std::size_t k = m_sumsEnd; k < end; ++k)
-            addToSums(k, 1.0);
+            add(k, 1.0);
+        m_sums.s0 = s0;
+        m_sums.s1 = s1;
+        m_sums.s2 = s2;
+        m_sums.e0 = e0;
+        m_sums.e1 = e1;
+        m_sums.quality = quality;
+        m_sums.count = heard;
     }
     m_sumsHere = m_here;
     m_sumsFirst = first;
     m_sumsEnd = end;
 }
 
-/// @param sign  -1 takes the symbol away.
-void TrackedPhases::addToSums(std::size_t index, double sign)
-{
-    const double x = static_cast<double>(index) - static_cast<double>(m_here);
-    const double weight = sign * m_weights[index];
-    const double error = weight * (m_angles[index] - m_reference);
-    m_sums.s0 += weight;
-    m_sums.s1 += weight * x;
-    m_sums.s2 += weight * x * x;
-    m_sums.e0 += error;
-    m_sums.e1 += error * x;
-    m_sums.quality += sign * m_qualities[index];
-    m_sums.count += sign * m_heard[index];
-}
-
 TrackedPhases::Smoothed TrackedPhases::smoothed(double usualSlope)
 {
     moveSums();
     const double phase = symbol().phase;
-    Sums sums = m_sums;
     Smoothed result{phase, usualSlope, 0.0};
-    if (!(sums.count > 0.0) || !(sums.s0 > 0.0))
+    if (!(m_sums.count > 0.0) || !(m_sums.s0 > 0.0))
         return result;
-    sums.e0 -= sums.s0 * (phase - m_reference);
-    sums.e1 -= sums.s1 * (phase - m_reference);
-    const double determinant = sums.s0 * sums.s2 - sums.s1 * sums.s1;
-    const bool isLine = determinant > 1e-9 * sums.s0 * sums.s0;
+    const double s0 = m_sums.s0, s1 = m_sums.s1, s2 = m_sums.s2;
+    const double e0 = m_sums.e0 - s0 * (phase - m_reference);
+    const double e1 = m_sums.e1 - s1 * (phase - m_reference);
+    const double determinant = s0 * s2 - s1 * s1;
+    const bool isLine = determinant > 1e-9 * s0 * s0;
     const double scale = isLine ? 1.0 / determinant : 0.0;
-    result.slope = (sums.s0 * sums.e1 - sums.s1 * sums.e0) * scale;
-    result.phase += isLine ? (sums.s2 * sums.e0 - sums.s1 * sums.e1) * scale : sums.e0 / sums.s0;
-    result.quality = sums.quality / sums.count;
+    result.slope = (s0 * e1 - s1 * e0) * scale;
+    result.phase += isLine ? (s2 * e0 - s1 * e1) * scale : e0 / s0;
+    result.quality = m_sums.quality / m_sums.count;
     return result;
 }

@@ -56,7 +56,6 @@ public:
 
 private:
     void moveSums();
-    void addToSums(std::size_t index, double sign);
 
     std::size_t m_reach = 1;
     int m_about = 1; // symbols on either side that give the level
