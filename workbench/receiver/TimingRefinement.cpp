@@ -59,6 +59,7 @@ double TimingRefinement::fittedPart() const
 void TimingRefinement::reset()
 {
     m_waiting = {};
+    m_points.clear();
     m_sent.clear();
     m_decided.clear();
     m_head = 0;
@@ -138,15 +139,16 @@ void TimingRefinement::addGroup(std::size_t first, std::size_t count)
         const Symbol& symbol = m_waiting.symbols[k];
         if (symbol.state != SymbolState::Good || !(symbol.level > 0.0))
             continue;
-        const Complex value = Complex(symbol.value) / symbol.level;
-        const Complex point = m_decisions.front().nearest(value);
-        Complex slope = product(slopesAt(k, 0).first, symbol.turn) / symbol.level;
+        const double scale = 1.0 / symbol.level;
+        const Complex value = scale * Complex(symbol.value);
+        const Complex point = m_points[k];
+        Complex slope = scale * product(slopesAt(k, 0).first, symbol.turn);
         if (const std::optional<Complex> expected = expectedSlopeAt(k)) {
             group.early += product(slope - *expected, std::conj(point)).real();
             group.weight += m_curvature * std::norm(point);
         } else {
             if (m_isOffset)
-                slope = {slope.real(), slopesAt(k, half).first.imag() / symbol.level};
+                slope = {slope.real(), scale * slopesAt(k, half).first.imag()};
             group.early += product(point - value, std::conj(slope)).real();
             group.weight += std::norm(slope);
         }
@@ -162,7 +164,7 @@ void TimingRefinement::addGroup(std::size_t first, std::size_t count)
                                number / static_cast<double>(members)});
 }
 
-/// Decides the new symbols as they were sent, without turns.
+/// Decides the new symbols, and how they were sent, without turns.
 void TimingRefinement::decide()
 {
     for (std::size_t k = m_sent.size(); k < m_waiting.symbols.size(); ++k) {
@@ -170,8 +172,10 @@ void TimingRefinement::decide()
         const bool isGood = symbol.state == SymbolState::Good && symbol.level > 0.0;
         const std::size_t before = m_decided.empty() ? 0 : m_decided.back();
         m_decided.push_back(isGood ? before + 1 : 0);
-        m_sent.push_back(isGood ? m_decisions.front().nearest(Complex(symbol.value) / symbol.level)
-                                : 0.0);
+        m_points.push_back(
+            isGood ? m_decisions.front().nearest((1.0 / symbol.level) * Complex(symbol.value))
+                   : 0.0);
+        m_sent.push_back(m_points.back());
         if (isGood && symbol.turn != 1.0)
             m_sent.back() /= symbol.turn;
     }
@@ -184,9 +188,11 @@ std::optional<TimingRefinement::Complex> TimingRefinement::expectedSlopeAt(std::
     if (m_slopes.empty() || symbol < pulseReach || symbol + pulseReach >= m_sent.size() ||
         m_decided[symbol + pulseReach] <= 2 * pulseReach)
         return std::nullopt;
+    const Complex* const sent = &m_sent[symbol];
+    const double* const slopes = m_slopes.data();
     Complex sum = 0.0;
-    for (std::size_t n = 1; n <= pulseReach; ++n)
-        sum += m_slopes[n - 1] * (m_sent[symbol - n] - m_sent[symbol + n]);
+    for (std::ptrdiff_t n = 1; n <= static_cast<std::ptrdiff_t>(pulseReach); ++n)
+        sum += slopes[n - 1] * (sent[-n] - sent[n]);
     return product(sum, m_waiting.symbols[symbol].turn);
 }
 
@@ -279,6 +285,7 @@ void TimingRefinement::passOn(std::size_t count, BasebandBlock& output)
                             m_waiting.samples.begin() +
                                 static_cast<std::ptrdiff_t>(
                                     std::min(forgotten * m_perSymbol, m_waiting.samples.size())));
+    m_points.erase(m_points.begin(), m_points.begin() + static_cast<std::ptrdiff_t>(forgotten));
     m_sent.erase(m_sent.begin(), m_sent.begin() + static_cast<std::ptrdiff_t>(forgotten));
     m_decided.erase(m_decided.begin(), m_decided.begin() + static_cast<std::ptrdiff_t>(forgotten));
     m_head -= forgotten;
