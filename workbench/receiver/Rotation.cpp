@@ -15,6 +15,20 @@ std::complex<float> turnBy(double cycles)
     return std::complex<float>(std::polar(1.0, 2.0 * pi * (cycles - std::floor(cycles))));
 }
 
+/// Turns samples by products of turns and another one.
+ORVANE_WIDEST void turnAll(float* __restrict samples, const float* __restrict turns,
+                           std::size_t count, float real, float imaginary)
+{
+    for (std::size_t k = 0; k < count; ++k) {
+        const float cosine = real * turns[2 * k] - imaginary * turns[2 * k + 1];
+        const float sine = real * turns[2 * k + 1] + imaginary * turns[2 * k];
+        const float i = samples[2 * k];
+        const float q = samples[2 * k + 1];
+        samples[2 * k] = i * cosine - q * sine;
+        samples[2 * k + 1] = i * sine + q * cosine;
+    }
+}
+
 /// Sines and cosines of angles.
 ORVANE_WIDEST void findTurns(const double* angles, std::size_t count, float* real, float* imaginary)
 {
@@ -58,10 +72,9 @@ void Rotation::turn(std::complex<float>* samples, std::size_t count, double cycl
     for (std::size_t first = 0; first < count; first += length) {
         const std::complex<float> start = turnBy(cycles + m_step * static_cast<double>(first));
         const std::size_t end = std::min(first + length, count);
-        std::complex<float>* const here = samples + first;
-        const std::complex<float>* const turns = m_turns.data();
-        for (std::size_t k = 0; k < end - first; ++k)
-            here[k] = product(here[k], product(start, turns[k]));
+        turnAll(reinterpret_cast<float*>(samples + first),
+                reinterpret_cast<const float*>(m_turns.data()), end - first, start.real(),
+                start.imag());
     }
 }
 

@@ -161,12 +161,17 @@ void SymbolTiming::settle(std::int64_t block)
     const auto begin = static_cast<std::size_t>(first - oldest);
     const auto end = static_cast<std::size_t>(last - oldest) + 1;
     const double most = m_isReal ? mostPower * agreeingPower(begin, end) : infinity;
-    m_weightedI.clear();
-    m_weightedQ.clear();
-    for (std::size_t i = begin; i < end; ++i) {
-        const double weight = std::min(m_powers[i], most) * m_agreements[i];
-        m_weightedI.push_back(weight * m_lines[i].real());
-        m_weightedQ.push_back(weight * m_lines[i].imag());
+    m_weightedI.resize(end - begin);
+    m_weightedQ.resize(end - begin);
+    const Complex* const lines = &m_lines[begin];
+    const double* const powers = &m_powers[begin];
+    const double* const agreements = &m_agreements[begin];
+    double* const weightedI = m_weightedI.data();
+    double* const weightedQ = m_weightedQ.data();
+    for (std::size_t i = 0; i < end - begin; ++i) {
+        const double weight = std::min(powers[i], most) * agreements[i];
+        weightedI[i] = weight * lines[i].real();
+        weightedQ[i] = weight * lines[i].imag();
     }
     const double turn = last - first < fewBlocks ? 0.0 : m_search.of(m_weightedI, m_weightedQ);
     fillTurns(turn);
