@@ -56,7 +56,47 @@ ORVANE_WITHIN void turnOn(std::complex<float>* samples, std::size_t count,
         samples[first + k] = product(samples[first + k], turns[k]);
 }
 
-constexpr std::size_t groups = 64; // for which turns are found at once
+constexpr std::size_t groups = 64;  // for which turns are found at once
+constexpr std::size_t together = 8; // samples of a group that is turned at once
+
+struct Turns
+{
+    float real[groups], imaginary[groups];
+};
+
+/// As many turns again as are known: those turned by as many steps, which is doubled then.
+template<std::size_t known>
+ORVANE_WITHIN void doubleTurns(float* reals, float* imaginaries, float& real, float& imaginary)
+{
+    for (std::size_t k = 0; k < known; ++k) {
+        reals[known + k] = reals[k] * real - imaginaries[k] * imaginary;
+        imaginaries[known + k] = reals[k] * imaginary + imaginaries[k] * real;
+    }
+    const float twice = real * real - imaginary * imaginary;
+    imaginary *= 2.0F * real;
+    real = twice;
+}
+
+/// Turns groups of as many samples as are turned at once.
+ORVANE_WIDEST void turnWhole(float* samples, std::size_t count, const Turns& turns,
+                             const Turns& steps)
+{
+    for (std::size_t group = 0; group < count; ++group, samples += 2 * together) {
+        float reals[together] = {turns.real[group]};
+        float imaginaries[together] = {turns.imaginary[group]};
+        float real = steps.real[group];
+        float imaginary = steps.imaginary[group];
+        doubleTurns<1>(reals, imaginaries, real, imaginary);
+        doubleTurns<2>(reals, imaginaries, real, imaginary);
+        doubleTurns<4>(reals, imaginaries, real, imaginary);
+        for (std::size_t k = 0; k < together; ++k) {
+            const float i = samples[2 * k];
+            const float q = samples[2 * k + 1];
+            samples[2 * k] = i * reals[k] - q * imaginaries[k];
+            samples[2 * k + 1] = i * imaginaries[k] + q * reals[k];
+        }
+    }
+}
 
 } // namespace
 
@@ -81,15 +121,19 @@ void Rotation::turn(std::complex<float>* samples, std::size_t count, double cycl
 void turnGroups(std::complex<float>* samples, std::size_t count, std::size_t length,
                 const std::vector<double>& phases, const std::vector<double>& steps)
 {
-    float real[groups], imaginary[groups], stepReal[groups], stepImaginary[groups];
+    Turns turns, turnsOn;
+    const std::size_t wholeCount = length == together ? count / together : 0;
     for (std::size_t first = 0; first < phases.size(); first += groups) {
         const std::size_t here = std::min(phases.size() - first, groups);
-        findTurns(&phases[first], here, real, imaginary);
-        findTurns(&steps[first], here, stepReal, stepImaginary);
-        for (std::size_t k = 0; k < here; ++k) {
+        findTurns(&phases[first], here, turns.real, turns.imaginary);
+        findTurns(&steps[first], here, turnsOn.real, turnsOn.imaginary);
+        const std::size_t whole = std::min(wholeCount - std::min(first, wholeCount), here);
+        turnWhole(reinterpret_cast<float*>(samples + std::min(first * length, count)), whole, turns,
+                  turnsOn);
+        for (std::size_t k = whole; k < here; ++k) {
             const std::size_t begin = std::min((first + k) * length, count);
-            turnOn(samples + begin, std::min(length, count - begin), {real[k], imaginary[k]},
-                   {stepReal[k], stepImaginary[k]});
+            turnOn(samples + begin, std::min(length, count - begin),
+                   {turns.real[k], turns.imaginary[k]}, {turnsOn.real[k], turnsOn.imaginary[k]});
         }
     }
 }
