@@ -161,6 +161,12 @@ TEST(FastSums, TakeManySamplesAsOneAfterTheOther)
     for (std::size_t k = 0; k < outputs.size(); ++k)
         ASSERT_EQ(outputs[k].upper, expected[k].upper) << k;
 
+    std::vector<double> first(999), second(999);
+    makeDouble(reinterpret_cast<const float*>(samples.data()), first.size(), first.data(),
+               second.data());
+    for (std::size_t k = 0; k < first.size(); ++k)
+        ASSERT_EQ(std::complex(first[k], second[k]), std::complex<double>(samples[k])) << k;
+
     std::vector<double> numbers(37, 0.1);
     std::vector<float> singles(37);
     numbers[3] = numbers[36] = -2.0;

@@ -2,6 +2,7 @@
 #include "workbench/receiver/ReceivedPath.h"
 
 #include "workbench/receiver/MeasuringFilter.h"
+#include "workbench/receiver/SingleNumbers.h"
 
 #include <algorithm>
 #include <cmath>
@@ -238,10 +239,8 @@ void ReceivedPath::passOn(std::size_t count, std::vector<SignalBlock>& blocks)
     const auto length = static_cast<std::size_t>(end);
     block.i.resize(length);
     block.q.resize(length);
-    for (std::size_t k = 0; k < length; ++k) {
-        block.i[k] = double{m_received.samples[k].real()};
-        block.q[k] = double{m_received.samples[k].imag()};
-    }
+    makeDouble(reinterpret_cast<const float*>(m_received.samples.data()), length, block.i.data(),
+               block.q.data());
     if (m_format.isDemodulated) {
         block.samples.resize(length);
         for (std::size_t k = 0; k < length; ++k)

@@ -25,6 +25,15 @@ ORVANE_WIDEST bool makeVectorsSingle(const double* numbers, std::size_t count, d
     return result;
 }
 
+ORVANE_WIDEST void split(const float* __restrict pairs, std::size_t count, double* __restrict first,
+                         double* __restrict second)
+{
+    for (std::size_t k = 0; k < count; ++k) {
+        first[k] = double{pairs[2 * k]};
+        second[k] = double{pairs[2 * k + 1]};
+    }
+}
+
 } // namespace
 
 bool makeSingle(const double* numbers, std::size_t count, double largest, float* output)
@@ -36,4 +45,9 @@ bool makeSingle(const double* numbers, std::size_t count, double largest, float*
         output[k] = areSmall ? static_cast<float>(numbers[k]) : 0.0F;
     }
     return areSmall;
+}
+
+void makeDouble(const float* pairs, std::size_t count, double* first, double* second)
+{
+    split(pairs, count, first, second);
 }

@@ -7,3 +7,6 @@
 /// @param largest  finite as a single number, too.
 /// @return whether each is a number of this magnitude at most; if not, the output tells nothing.
 bool makeSingle(const double* numbers, std::size_t count, double largest, float* output);
+
+/// Makes the first numbers of pairs double, and the second ones.
+void makeDouble(const float* pairs, std::size_t count, double* first, double* second);
