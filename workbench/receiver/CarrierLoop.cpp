@@ -15,6 +15,13 @@ constexpr double startQuality = 0.6;
 constexpr double damping = 0.707;
 constexpr double smallAngle = 0.05; // rad, for which powers up to the fifth give ten digits
 constexpr float leastPower = 1e-30F;
+constexpr double farthest = 1e15; // whose square, over the least noise, single numbers can hold
+
+/// Also of what is no number.
+float limited(double value)
+{
+    return static_cast<float>(std::max(-farthest, std::min(farthest, value)));
+}
 
 /// A turn by an angle, most often a small one.
 ORVANE_WITHIN std::complex<double> turnBy(double angle)
@@ -114,10 +121,10 @@ void CarrierLoop::run(const Input* inputs, std::size_t count)
             m_symbols[k].error = driven / std::max(weight, 0.1);
         }
         driven = std::clamp(driven, -1.0, 1.0);
-        m_followed.i[k] = static_cast<float>(symbol.real());
-        m_followed.q[k] = static_cast<float>(symbol.imag());
-        m_followed.turnedI[k] = static_cast<float>(turned.real());
-        m_followed.turnedQ[k] = static_cast<float>(turned.imag());
+        m_followed.i[k] = limited(symbol.real());
+        m_followed.q[k] = limited(symbol.imag());
+        m_followed.turnedI[k] = limited(turned.real());
+        m_followed.turnedQ[k] = limited(turned.imag());
         m_followed.areHeard[k] = TrackedPhases::isHeard(power);
         if (m_followed.areHeard[k]) // stretches between bursts tell nothing
             m_amplitude *= 1.0 + 0.25 * m_smoothing * std::clamp(turned.real() - size, -1.0, 1.0);
