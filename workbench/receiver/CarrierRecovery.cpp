@@ -15,7 +15,6 @@ constexpr std::size_t leastSymbols = 16;
 constexpr double localPart = 0.5;    // of the lock quality, for the symbols around one
 constexpr double offsetRange = 0.02; // of a symbol rate, times the power, either way
 constexpr double faintBurst = 0.01;  // of the level of the strongest one
-constexpr double smallAngle = 0.05;  // rad, for which powers up to the eighth give all digits
 
 } // namespace
 
