@@ -40,9 +40,9 @@ TEST_F(Recordings, WithAListThatHasNoEndAreRead)
     ASSERT_TRUE(source) << qPrintable(why);
     const std::vector<double> samples = readAll(*source, 77);
     ASSERT_EQ(samples.size(), 400U);
-    for (int k = 0; k < 4; ++k) {
+    for (std::size_t k = 0; k < 4; ++k) {
         const auto level = qFromLittleEndian<qint16>(&"LISTINFO"[2 * k]);
-        EXPECT_EQ(samples[static_cast<std::size_t>(k)], level / 32768.0);
+        EXPECT_EQ(samples[k], level / 32768.0);
     }
 }
 
