@@ -16,6 +16,7 @@ constexpr int minSymbolLength = 8; // output samples; even, so that half a trace
 constexpr std::int64_t reach = Interpolation::reach;
 constexpr double spacingTolerance = 0.1; // of the distance of neighbouring symbols
 
+constexpr std::size_t readAtOnce = 1024;                   // samples
 constexpr std::size_t mostWaiting = std::size_t{1} << 18U; // samples that are not cut yet
 constexpr std::size_t noLimit = std::numeric_limits<std::size_t>::max();
 
@@ -58,6 +59,7 @@ void EyeCutter::start(std::int64_t position)
 {
     m_start = position;
     m_samples.clear();
+    m_unread.clear();
     m_flaws.clear();
     m_lastFlaw = -1;
     m_symbols.clear();
@@ -80,28 +82,47 @@ void EyeCutter::push(const BlockPart& part)
 
 void EyeCutter::append(const BlockPart& part)
 {
-    const SignalBlock& block = *part.block;
-    const std::size_t before = m_samples.size();
-    m_samples.resize(before + part.count);
-    m_flaws.resize(before + part.count);
-    if (block.isQuiet.empty() &&
-        makeSingle(&block.samples[part.first], part.count, largest, &m_samples[before])) {
-        part.forEachSymbol([this](const Symbol& symbol) { m_symbols.push_back(symbol); });
-        return;
+    m_samples.resize(m_samples.size() + part.count);
+    m_flaws.resize(m_samples.size());
+    m_unread.push_back(part);
+    part.forEachSymbol([this](const Symbol& symbol) { m_symbols.push_back(symbol); });
+}
+
+/// Makes samples single from a position on, or from some before it.
+void EyeCutter::read(std::int64_t first)
+{
+    while (!m_unread.empty() && m_unread.back().end() > first) {
+        BlockPart& part = m_unread.back();
+        const std::int64_t left = std::max<std::int64_t>(first - part.position(), 0);
+        BlockPart here = part;
+        part.count = static_cast<std::size_t>(left) / readAtOnce * readAtOnce;
+        here.first += part.count;
+        here.count -= part.count;
+        readPart(here);
+        if (part.count == 0)
+            m_unread.pop_back();
     }
+}
+
+void EyeCutter::readPart(const BlockPart& part)
+{
+    const SignalBlock& block = *part.block;
+    const auto start = static_cast<std::size_t>(part.position() - m_start);
+    if (block.isQuiet.empty() &&
+        makeSingle(&block.samples[part.first], part.count, largest, &m_samples[start]))
+        return;
     for (std::size_t k = 0; k < part.count; ++k) {
         const double sample = block.samples[part.first + k];
         const bool isSilent = !block.isQuiet.empty() && block.isQuiet[part.first + k] != 0;
         const bool isNumber = std::isfinite(sample);
-        m_samples[before + k] =
+        m_samples[start + k] =
             isNumber ? static_cast<float>(std::clamp(sample, -largest, largest)) : 0.0F;
         if (isNumber && !isSilent)
             continue;
-        m_flaws[before + k] =
+        m_flaws[start + k] =
             static_cast<std::uint8_t>((isSilent ? isQuiet : 0U) | (isNumber ? 0U : isNoNumber));
-        m_lastFlaw = m_start + static_cast<std::int64_t>(before + k);
+        m_lastFlaw = std::max(m_lastFlaw, part.position() + static_cast<std::int64_t>(k));
     }
-    part.forEachSymbol([this](const Symbol& symbol) { m_symbols.push_back(symbol); });
 }
 
 /// Cuts the newest traces, so many of them, of the symbols that are known with all around them.
@@ -142,7 +163,7 @@ bool EyeCutter::isChosen(double number) const
 }
 
 /// Whether the whole trace around a symbol is there and reliable.
-bool EyeCutter::isWhole(std::size_t middle) const
+bool EyeCutter::isWhole(std::size_t middle)
 {
     if (middle < m_reach || middle + m_reach >= m_symbols.size())
         return false;
@@ -161,8 +182,10 @@ bool EyeCutter::isWhole(std::size_t middle) const
     const double half = 0.5 * m_cut.symbolCount;
     const auto first = static_cast<std::int64_t>(std::floor(placeOf(middle, -half)));
     const auto last = static_cast<std::int64_t>(std::ceil(placeOf(middle, half)));
-    return first - reach >= m_start && isClear(first, last, isQuiet) &&
-           isClear(first - reach, last + reach, isNoNumber);
+    if (first - reach < m_start)
+        return false;
+    read(first - reach);
+    return isClear(first, last, isQuiet) && isClear(first - reach, last + reach, isNoNumber);
 }
 
 /// Position of the signal a number of symbols after the middle of one, samples.
@@ -195,7 +218,9 @@ float EyeCutter::sampleAt(std::int64_t position) const
 /// Filters the samples from one to another. @return the position of the first.
 std::int64_t EyeCutter::filter(std::int64_t first, std::int64_t last)
 {
-    for (std::int64_t k = first - m_filter->settleLength(); k < first; ++k)
+    const std::int64_t start = first - m_filter->settleLength();
+    read(start);
+    for (std::int64_t k = start; k < first; ++k)
         m_filter->run(double{sampleAt(k)}); // its state was that of another place
     m_filtered.clear();
     for (std::int64_t k = first; k <= last; ++k)
@@ -250,6 +275,16 @@ void EyeCutter::forget()
     m_samples.erase(m_samples.begin(), m_samples.begin() + static_cast<std::ptrdiff_t>(surplus));
     m_flaws.erase(m_flaws.begin(), m_flaws.begin() + static_cast<std::ptrdiff_t>(surplus));
     m_start += static_cast<std::int64_t>(surplus);
+    while (!m_unread.empty() && m_unread.front().position() < m_start) {
+        BlockPart& oldest = m_unread.front();
+        const std::int64_t dropped = m_start - oldest.position();
+        if (dropped < static_cast<std::int64_t>(oldest.count)) {
+            oldest.first += static_cast<std::size_t>(dropped);
+            oldest.count -= static_cast<std::size_t>(dropped);
+            break;
+        }
+        m_unread.pop_front();
+    }
 }
 
 void EyeCutter::takeTraces(std::size_t most, std::vector<double>& samples,

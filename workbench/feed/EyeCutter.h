@@ -5,6 +5,7 @@
 #include "workbench/sources/LowPass.h"
 
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <vector>
 
@@ -49,10 +50,12 @@ public:
 private:
     void start(std::int64_t position);
     void append(const BlockPart& part);
+    void read(std::int64_t first);
+    void readPart(const BlockPart& part);
     void cut(std::size_t most);
     bool isKnown(std::size_t middle) const;
     bool isChosen(double number) const;
-    bool isWhole(std::size_t middle) const;
+    bool isWhole(std::size_t middle);
     double placeOf(std::size_t middle, double symbols) const;
     bool isClear(std::int64_t first, std::int64_t last, std::uint8_t flaws) const;
     void trace(std::size_t middle);
@@ -68,6 +71,7 @@ private:
     std::unique_ptr<LowPass> m_filter; // null without a low-pass
     std::int64_t m_start = 0;          // position of the first sample that is kept
     std::vector<float> m_samples;
+    std::deque<BlockPart> m_unread;    // of which these were not made single yet
     std::vector<std::uint8_t> m_flaws; // of the samples...
     std::int64_t m_lastFlaw = -1;      // ...of which this one has the last, where not negative
     std::vector<Symbol> m_symbols;
