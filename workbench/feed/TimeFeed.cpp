@@ -91,6 +91,7 @@ void TimeFeed::begin(std::size_t count)
 void TimeFeed::take(const BlockPart& part)
 {
     remember(part);
+    noteLevels({static_cast<double>(part.count), {}, part});
     add(&part.block->samples[part.first], part.count);
 }
 
@@ -115,7 +116,6 @@ void TimeFeed::add(const double* samples, std::size_t count)
 {
     if (count == 0)
         return;
-    noteLevels(samples, count);
     const std::size_t hidden = std::min(m_hidden, count);
     m_hidden -= hidden;
     m_open -= std::min(m_open, hidden);
@@ -133,21 +133,33 @@ void TimeFeed::add(const double* samples, std::size_t count)
 
 void TimeFeed::notify()
 {
+    findLevels();
     if (!m_samples.empty())
         m_values.notify(m_samples, m_markers);
     m_samples.clear();
     m_markers.clear();
 }
 
-void TimeFeed::noteLevels(const double* samples, std::size_t count)
+void TimeFeed::noteLevels(const Stretch& stretch)
 {
-    Stretch stretch{static_cast<double>(count), {}};
-    stretch.levels.add(samples, count);
+    if (stretch.count == 0.0)
+        return;
     m_shown.push_back(stretch);
     m_shownCount += stretch.count;
     while (m_shownCount - m_shown.front().count >= m_span * m_scale.sampleRate) {
         m_shownCount -= m_shown.front().count;
         m_shown.pop_front();
+    }
+}
+
+/// Levels that newer ones have pushed out by now are never looked for.
+void TimeFeed::findLevels()
+{
+    for (auto stretch = m_shown.rbegin(); stretch != m_shown.rend() && stretch->part.block;
+         ++stretch) {
+        stretch->levels.add(&stretch->part.block->samples[stretch->part.first],
+                            stretch->part.count);
+        stretch->part = {};
     }
 }
 
@@ -214,6 +226,9 @@ void TimeFeed::addAll(std::int64_t position, const std::vector<double>& samples)
                             first + static_cast<std::ptrdiff_t>(needed));
         begin(m_segments.next(here, std::min(left, needed), true, m_window));
         const std::size_t count = m_open;
+        Stretch stretch{static_cast<double>(count), {}, {}};
+        stretch.levels.add(&samples[done], count);
+        noteLevels(stretch);
         add(&samples[done], count);
         done += count;
     }

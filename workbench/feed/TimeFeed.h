@@ -63,6 +63,7 @@ private:
     {
         double count;
         LevelExtremes levels;
+        BlockPart part; // without a block once the levels are known
     };
 
     void begin(std::size_t count);
@@ -71,7 +72,8 @@ private:
     void forget();
     void addAll(std::int64_t position, const std::vector<double>& samples);
     void add(const double* samples, std::size_t count);
-    void noteLevels(const double* samples, std::size_t count);
+    void noteLevels(const Stretch& stretch);
+    void findLevels();
 
     TimeValues m_values;
     TimeScale m_scale;
