@@ -111,27 +111,39 @@ void IqFeed::add(double i, double q)
 // clock and show only some of its phases.
 void IqFeed::endSet()
 {
-    Points points;
-    points.i.swap(m_open.i);
-    points.q.swap(m_open.q);
-    const std::size_t count = points.i.size();
-    m_open.i.reserve(count); // the next one will have as many
-    m_open.q.reserve(count);
+    const std::size_t count = m_open.i.size();
     if (count > maxPointCount) {
         for (std::size_t k = 0; k < maxPointCount; ++k) {
             const std::size_t first = k * count / maxPointCount;
             const std::size_t next = (k + 1) * count / maxPointCount;
             const std::size_t chosen = first + m_choice() % (next - first);
-            points.i[k] = points.i[chosen];
-            points.q[k] = points.q[chosen];
+            m_open.i[k] = m_open.i[chosen];
+            m_open.q[k] = m_open.q[chosen];
         }
-        points.i.resize(maxPointCount);
-        points.q.resize(maxPointCount);
+        m_open.i.resize(maxPointCount);
+        m_open.q.resize(maxPointCount);
     }
-    noteMagnitudes(points);
-    m_whole.push_back(std::move(points));
-    if (m_whole.size() > setCount)
+    noteMagnitudes(m_open);
+    m_whole.push_back(std::move(m_open));
+    m_open = Points();
+    if (!m_spare.empty()) {
+        m_open = std::move(m_spare.back());
+        m_spare.pop_back();
+    }
+    if (m_whole.size() > setCount) {
+        keepMemory(std::move(m_whole.front()));
         m_whole.pop_front();
+    }
+}
+
+/// A view that is fed in small sets takes as many of them again and again.
+void IqFeed::keepMemory(Points&& points)
+{
+    if (points.i.capacity() > maxPointCount || m_spare.size() > setCount)
+        return;
+    points.i.clear();
+    points.q.clear();
+    m_spare.push_back(std::move(points));
 }
 
 /// A set without points is written, too, because it makes older sets age.
@@ -142,10 +154,11 @@ void IqFeed::notify()
         fillSets(part);
     m_taken.clear();
     const std::vector<double> nowhere(1, std::numeric_limits<double>::quiet_NaN());
-    for (const Points& points : m_whole) {
+    for (Points& points : m_whole) {
         m_isEmpty = m_isEmpty && points.i.empty();
         m_values.notify(points.i.empty() ? nowhere : points.i,
                         points.i.empty() ? nowhere : points.q);
+        keepMemory(std::move(points));
     }
     m_whole.clear();
 }
@@ -184,14 +197,17 @@ void IqFeed::show(const std::deque<BlockPart>& parts)
 void IqFeed::noteMagnitudes(const Points& points)
 {
     std::vector<float> magnitudes;
+    if (m_magnitudes.size() >= setCount) {
+        magnitudes = std::move(m_magnitudes.front());
+        m_magnitudes.pop_front();
+        magnitudes.clear();
+    }
     const std::size_t step = points.i.size() / magnitudeCount + 1;
     magnitudes.reserve(points.i.size() / step + 1);
     for (std::size_t k = 0; k < points.i.size(); k += step)
         magnitudes.push_back(
             static_cast<float>(std::max(std::abs(points.i[k]), std::abs(points.q[k]))));
     m_magnitudes.push_back(std::move(magnitudes));
-    if (m_magnitudes.size() > setCount)
-        m_magnitudes.pop_front();
 }
 
 void IqFeed::followLevels(double elapsed)

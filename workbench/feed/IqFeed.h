@@ -68,6 +68,7 @@ private:
     void takeSamples(const BlockPart& part);
     void add(double i, double q);
     void endSet();
+    void keepMemory(Points&& points);
     void noteMagnitudes(const Points& points);
     void showAxes();
 
@@ -80,7 +81,8 @@ private:
     std::int64_t m_setNumber = 0;  // of the open set
     std::deque<BlockPart> m_taken; // since the last notification
     Points m_open;
-    std::deque<Points> m_whole; // sets to be written
+    std::deque<Points> m_whole;  // sets to be written
+    std::vector<Points> m_spare; // whose memory is used again
     std::minstd_rand m_choice;
     LevelRange m_levels{0.125};                  // of I and Q alike
     std::deque<std::vector<float>> m_magnitudes; // of some points of each shown set
