@@ -4,6 +4,7 @@
 #include "workbench/feed/TreeValues.h"
 
 using treevalues::assign;
+using treevalues::assignChanges;
 using treevalues::create;
 
 EyeValues::EyeValues()
@@ -31,9 +32,6 @@ void EyeValues::setY(double minimum, double maximum)
 void EyeValues::notify(const std::vector<double>& samples, const std::vector<double>& markers)
 {
     assign(m_samples->GetList(), m_spareSamples, samples);
-    if (markers != m_written) { // most often as many traces come again
-        assign(m_markers->GetList(), m_spareMarkers, markers);
-        m_written = markers;
-    }
+    assignChanges(m_markers->GetList(), m_spareMarkers, m_written, markers);
     m_trigger->SetValue(true);
 }

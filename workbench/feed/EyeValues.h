@@ -43,5 +43,5 @@ private:
     Number* m_yMax;
     std::list<double> m_spareSamples; // nodes for longer notifications
     std::list<double> m_spareMarkers;
-    std::vector<double> m_written; // markers in their list
+    std::vector<double> m_written; // markers
 };

@@ -7,6 +7,7 @@
 #include <cmath>
 
 using treevalues::assign;
+using treevalues::assignChanges;
 using treevalues::create;
 
 TimeValues::TimeValues()
@@ -45,15 +46,15 @@ void TimeValues::setY(double minimum, double maximum)
 
 void TimeValues::setBaudrate(double samplesPerUnit) { m_baudrate->SetValue(samplesPerUnit); }
 
-void TimeValues::notify(const std::vector<double>& samples, const std::vector<double>& markers)
+void TimeValues::notify(std::vector<double>& samples, const std::vector<double>& markers)
 {
+    bridge(samples);
     assign(m_samples->GetList(), m_spareSamples, samples);
-    bridge(m_samples->GetList());
-    assign(m_markers->GetList(), m_spareMarkers, markers);
+    assignChanges(m_markers->GetList(), m_spareMarkers, m_written, markers);
     m_trigger->SetValue(true);
 }
 
-void TimeValues::bridge(std::list<double>& samples)
+void TimeValues::bridge(std::vector<double>& samples)
 {
     const auto isFinite = [](double sample) { return std::isfinite(sample); };
     const auto first = std::find_if(samples.begin(), samples.end(), isFinite);

@@ -39,10 +39,11 @@ public:
     /// Writes both lists in place and sets the trigger. List nodes are kept when a notification is
     /// shorter than the last one, so that a steady stream allocates nothing. A value that is not
     /// finite is replaced by a neighbour, because the diagram cannot bound a trace with it.
-    void notify(const std::vector<double>& samples, const std::vector<double>& markers);
+    /// @param samples  whose values may be replaced.
+    void notify(std::vector<double>& samples, const std::vector<double>& markers);
 
 private:
-    void bridge(std::list<double>& samples);
+    void bridge(std::vector<double>& samples);
 
     using List = values::ValueList<double>;
     using Number = values::ValueNumeric<double>;
@@ -58,4 +59,5 @@ private:
     double m_level = 0.0;             // that replaces values that are not finite
     std::list<double> m_spareSamples; // nodes for longer notifications
     std::list<double> m_spareMarkers;
+    std::vector<double> m_written; // markers
 };

@@ -20,8 +20,13 @@ T* create(const char* path)
 }
 
 /// Replaces the content of a list. Nodes move between the list and a spare list of its own; new
-/// nodes are made only when these are not enough, so that a steady stream allocates nothing. They
-/// keep their order, so that neighbours in the list stay neighbours in memory.
+/// nodes are made only when these are not enough, so that a steady stream allocates nothing.
+/// Neighbours in the list are neighbours in memory, and stay it.
 void assign(std::list<double>& list, std::list<double>& spare, const std::vector<double>& content);
+/// The same where most of the content comes again, such as markers, nearly all of which are 0:
+/// touches the nodes whose values change.
+/// @param written  what the last call has written; becomes the content.
+void assignChanges(std::list<double>& list, std::list<double>& spare, std::vector<double>& written,
+                   const std::vector<double>& content);
 
 } // namespace treevalues
