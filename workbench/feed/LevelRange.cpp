@@ -17,9 +17,9 @@ ORVANE_WIDEST void extremesOf(const double* levels, std::size_t count, Doubles& 
     for (std::size_t k = 0; k < count; k += doublesWidth) {
         Doubles level;
         load(levels + k, level);
-        const auto isFinite = 0.0 * level == 0.0;
-        lowest = (isFinite & (level < lowest)) ? level : lowest;
-        highest = (isFinite & (level > highest)) ? level : highest;
+        level += 0.0 * level; // NaN, which is neither, where it is not finite
+        lowest = level < lowest ? level : lowest;
+        highest = level > highest ? level : highest;
     }
 }
 

@@ -7,21 +7,24 @@
 
 namespace {
 
-/// Whole vectors of them.
+/// Whole vectors of them. Compilers make vectors of the larger of two numbers, but not of whether
+/// both of two comparisons hold.
 ORVANE_WIDEST bool makeVectorsSingle(const double* numbers, std::size_t count, double largest,
                                      float* output)
 {
     using Singles = float __attribute__((vector_size(doublesWidth * sizeof(float))));
-    auto areSmall = Doubles{} == Doubles{};
+    Doubles most{}, least{}, nothing{}; // NaN once there is no number
     for (std::size_t k = 0; k < count; k += doublesWidth) {
         Doubles number;
         load(numbers + k, number);
-        areSmall &= (number <= largest) & (number >= -largest);
+        most = number > most ? number : most;
+        least = number < least ? number : least;
+        nothing += 0.0 * number;
         store(__builtin_convertvector(number, Singles), output + k);
     }
     bool result = true;
     for (std::size_t k = 0; k < doublesWidth; ++k)
-        result = result && areSmall[k] != 0;
+        result = result && most[k] <= largest && least[k] >= -largest && nothing[k] == 0.0;
     return result;
 }
 
