@@ -85,7 +85,8 @@ void EyeCutter::append(const BlockPart& part)
     m_samples.resize(m_samples.size() + part.count);
     m_flaws.resize(m_samples.size());
     m_unread.push_back(part);
-    part.forEachSymbol([this](const Symbol& symbol) { m_symbols.push_back(symbol); });
+    const auto [begin, end] = part.symbols();
+    m_symbols.insert(m_symbols.end(), begin, end);
 }
 
 /// Makes samples single from a position on, or from some before it.

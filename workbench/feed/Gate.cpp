@@ -32,7 +32,8 @@ SignalBlockPtr cutOut(const BlockPart& part, double sampleRate, bool isAfterGap)
     copy(whole.q, block->q);
     copy(whole.isQuiet, block->isQuiet);
     block->gain = whole.gain;
-    part.forEachSymbol([&block](const Symbol& symbol) { block->symbols.push_back(symbol); });
+    const auto [first, last] = part.symbols();
+    block->symbols.assign(first, last);
     const double end = block->time + static_cast<double>(part.count) / sampleRate;
     std::copy_if(
         whole.clock.begin(), whole.clock.end(), std::back_inserter(block->clock),

@@ -1,20 +1,51 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/feed/Segments.h"
 
+#include "workbench/receiver/Vectors.h"
+
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace {
 
-/// Where the signal is closest to zero; in silence, the middle. Never a NaN.
+/// The smallest magnitude at each place of whole vectors.
+ORVANE_WIDEST void magnitudesOf(const double* samples, std::size_t count, Doubles& smallest)
+{
+    for (std::size_t k = 0; k < count; k += doublesWidth) {
+        Doubles level;
+        load(samples + k, level);
+        const Doubles magnitude = level < 0.0 ? -level : level;
+        smallest = magnitude < smallest ? magnitude : smallest;
+    }
+}
+
+double smallestMagnitude(const std::vector<double>& samples)
+{
+    const std::size_t whole = samples.size() / doublesWidth * doublesWidth;
+    double result = std::numeric_limits<double>::infinity();
+    Doubles smallest;
+    for (std::size_t k = 0; k < doublesWidth; ++k)
+        smallest[k] = result;
+    magnitudesOf(samples.data(), whole, smallest);
+    for (std::size_t k = 0; k < doublesWidth; ++k)
+        result = std::min(result, smallest[k]);
+    for (std::size_t k = whole; k < samples.size(); ++k)
+        result = std::abs(samples[k]) < result ? std::abs(samples[k]) : result;
+    return result;
+}
+
+/// Where the signal is closest to zero; in silence, the middle. A NaN only where all are.
 std::size_t quietest(const std::vector<double>& samples)
 {
-    std::size_t best = samples.size() / 2;
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-        if (std::abs(samples[i]) < std::abs(samples[best]) || std::isnan(samples[best]))
-            best = i;
-    }
-    return best;
+    const std::size_t middle = samples.size() / 2;
+    const double smallest = smallestMagnitude(samples);
+    if (std::abs(samples[middle]) == smallest)
+        return middle;
+    const auto best = std::find_if(samples.begin(), samples.end(), [smallest](double sample) {
+        return std::abs(sample) == smallest;
+    });
+    return best == samples.end() ? middle : static_cast<std::size_t>(best - samples.begin());
 }
 
 } // namespace

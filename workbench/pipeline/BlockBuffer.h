@@ -7,6 +7,7 @@
 #include <chrono>
 #include <deque>
 #include <optional>
+#include <utility>
 
 class Pipeline;
 
@@ -20,18 +21,23 @@ struct BlockPart
     {
         return position() == other.end() && (first > 0 || !block->isAfterGap);
     }
+    /// The first symbol whose middle is within, and the one after the last.
+    auto symbols() const
+    {
+        const auto& all = block->symbols;
+        const auto firstFrom = [&all](std::int64_t place) {
+            return std::lower_bound(
+                all.begin(), all.end(), static_cast<double>(place),
+                [](const Symbol& symbol, double position) { return symbol.position < position; });
+        };
+        return std::make_pair(first == 0 ? all.begin() : firstFrom(position()),
+                              first + count == block->count() ? all.end() : firstFrom(end()));
+    }
     /// Calls work for each symbol whose middle is within, in order.
     template<class Work>
     void forEachSymbol(Work work) const
     {
-        const auto& symbols = block->symbols;
-        const auto firstFrom = [&symbols](std::int64_t place) {
-            return std::lower_bound(
-                symbols.begin(), symbols.end(), static_cast<double>(place),
-                [](const Symbol& symbol, double position) { return symbol.position < position; });
-        };
-        const auto begin = first == 0 ? symbols.begin() : firstFrom(position());
-        const auto last = first + count == block->count() ? symbols.end() : firstFrom(end());
+        const auto [begin, last] = symbols();
         std::for_each(begin, last, work);
     }
 
