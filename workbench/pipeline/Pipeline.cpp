@@ -12,7 +12,8 @@ namespace {
 constexpr double blockSeconds = 0.01;
 constexpr double minBlock = 256.0; // samples: slow signals are not read sample by sample
 constexpr double maxBlock = 16384.0;
-constexpr std::size_t inputBlocks = 4; // of a recording that may wait to be received
+constexpr std::size_t inputBlocks = 16; // of a recording that may wait to be received...
+constexpr std::size_t fewBlocks = 4;    // ...and with which more are read, as waking costs much
 constexpr auto longTime = std::chrono::hours(1);
 
 } // namespace
@@ -28,7 +29,7 @@ Pipeline::Pipeline(std::unique_ptr<SignalSource> source, const ChannelChoice& ch
     if (m_facts.isLive)
         m_input.setLimit(m_intake.limit());
     else
-        m_input.setLimit(inputBlocks * m_blockLength, inputBlocks / 2 * m_blockLength);
+        m_input.setLimit(inputBlocks * m_blockLength, fewBlocks * m_blockLength);
     setQueueLength(m_blockLength);
     build(channel, settings);
     start();
