@@ -15,6 +15,13 @@ constexpr int sideMargin = 8;
 constexpr int gateMargin = 4;
 const QString unknown = QStringLiteral("\u2013");
 
+/// Sets a tool tip; the same one again would still be told to all who watch the label.
+void setTip(QWidget& label, const QString& text)
+{
+    if (label.toolTip() != text)
+        label.setToolTip(text);
+}
+
 } // namespace
 
 ReadingTable::ReadingTable(QWidget* parent)
@@ -135,20 +142,20 @@ void ReadingTable::show(std::size_t line, std::size_t column, const QString& tex
     label->setText(text.isEmpty() ? unknown : text);
     QStringList lines{m_meanings.value(label->accessibleName()), text.isEmpty() ? why : QString()};
     lines.removeAll(QString());
-    label->setToolTip(lines.join(QLatin1Char('\n')));
+    setTip(*label, lines.join(QLatin1Char('\n')));
 }
 
 /// Ties a value to its name.
 void ReadingTable::name(QLabel& value, const QString& name)
 {
     value.setAccessibleName(name);
-    value.setToolTip(m_meanings.value(name));
+    setTip(value, m_meanings.value(name));
 }
 
 void ReadingTable::setGate(const QString& text, const QString& explanation)
 {
     m_gate->setText(text);
-    m_gate->setToolTip(explanation);
+    setTip(*m_gate, explanation);
     fit();
 }
 
@@ -161,7 +168,7 @@ void ReadingTable::rename(std::size_t line, const QStringList& names)
         const int index = static_cast<int>(column);
         const QString text = names.value(index, here.usual[index]);
         here.heads[column]->setText(text);
-        here.heads[column]->setToolTip(m_meanings.value(text));
+        setTip(*here.heads[column], m_meanings.value(text));
         name(*here.values[column], text);
     }
 }
