@@ -60,6 +60,14 @@ double CDataArrayD::At(std::size_t index) const
     return m_values[index < untilWrap ? m_oldest + index : index - untilWrap];
 }
 
+CDataArrayD::Stretch CDataArrayD::Part(std::size_t index) const
+{
+    const std::size_t untilWrap = m_values.size() - m_oldest;
+    if (index < untilWrap)
+        return {m_values.data() + m_oldest + index, untilWrap - index};
+    return {m_values.data() + (index - untilWrap), m_values.size() - index};
+}
+
 std::vector<double> CDataArrayD::Values() const
 {
     std::vector<double> result(m_values);

@@ -56,6 +56,15 @@ public:
     std::size_t Size() const { return m_values.size(); }
     /// Value at an index, 0 the oldest; NaN beyond the end.
     double At(std::size_t index) const;
+    /// Values that lie one after the other in memory.
+    struct Stretch
+    {
+        const double* values;
+        std::size_t count;
+    };
+    /// As many values from an index as lie together. The index must be below the size. Valid until
+    /// the array changes.
+    Stretch Part(std::size_t index) const;
     /// A copy, oldest first.
     std::vector<double> Values() const;
     State GetState() const;

@@ -39,28 +39,38 @@ void CurveRaster::StartAfresh(const ChartPicture::Curve& curve, double ratio,
     m_points.clear();
     AppendPoints(curve, std::min(curve.xData->Size(), curve.yData->Size()));
 
+    m_counts.clear();
+    m_runs.Clear(m_size, m_lineWidth);
+    if (m_lineWidth > PixelRuns::thickest) {
+        const auto add = [this](int column, int first, int end) { m_runs.Add(column, first, end); };
+        for (std::size_t i = 1; i < m_points.size(); ++i)
+            Trace(m_points[i - 1], m_points[i], add);
+    } else {
+        AddRuns();
+    }
+    if (picture.size() != m_size || picture.format() != backdrop.format())
+        picture = QImage(m_size, backdrop.format());
+    m_runs.Draw(curve.color, backdrop, picture);
+}
+
+// Counts the segments over each pixel.
+void CurveRaster::CountSegments()
+{
     const auto width = static_cast<std::size_t>(m_size.width());
-    const std::size_t size = width * (static_cast<std::size_t>(m_size.height()) + 1);
+    const auto height = static_cast<std::size_t>(m_size.height());
     // A run of pixels in a column is noted where it begins and where it ends; the sums of these
-    // notes down the columns are the counts. A round has no more segments than a count can hold.
-    const std::size_t segments = m_points.empty() ? 0 : m_points.size() - 1;
-    std::size_t done = 0;
-    do {
-        const std::size_t end = std::min(segments, done + mostSegments);
-        m_counts.assign(size, 0);
-        Count* counts = m_counts.data();
-        const auto note = [counts, width](int column, int first, int last) {
-            Count* at = counts + column;
-            ++at[static_cast<std::size_t>(first) * width];
-            --at[static_cast<std::size_t>(last) * width];
-        };
-        for (std::size_t i = done; i < end; ++i)
-            Trace(m_points[i], m_points[i + 1], note);
-        Light(done == 0 ? backdrop : picture, picture);
-        done = end;
-    } while (done < segments);
-    if (segments > mostSegments)
-        m_curve.reset(); // the counts are those of the last round
+    // notes down the columns are the counts.
+    m_counts.assign(width * (height + 1), 0);
+    Count* const counts = m_counts.data();
+    const auto note = [counts, width](int column, int first, int last) {
+        Count* at = counts + column;
+        ++at[static_cast<std::size_t>(first) * width];
+        --at[static_cast<std::size_t>(last) * width];
+    };
+    for (std::size_t i = 1; i < m_points.size(); ++i)
+        Trace(m_points[i - 1], m_points[i], note);
+    for (std::size_t i = width; i < width * height; ++i)
+        counts[i] = static_cast<Count>(counts[i] + counts[i - width]);
 }
 
 bool CurveRaster::CanFollow(const ChartPicture::Curve& curve, double ratio, const QSize& size) const
@@ -69,8 +79,8 @@ bool CurveRaster::CanFollow(const ChartPicture::Curve& curve, double ratio, cons
         return false;
     const std::uint64_t left = curve.yState.first - m_curve->yState.first;
     const std::uint64_t entered = curve.yState.end - m_curve->yState.end;
-    return left <= m_points.size() / 2 && entered <= m_points.size() / 2 &&
-           curve.yData->Size() <= mostSegments;
+    return m_points.size() <= mostSegments && left <= m_points.size() / 2 &&
+           entered <= m_points.size() / 2 && curve.yData->Size() <= mostSegments;
 }
 
 void CurveRaster::Follow(const ChartPicture::Curve& curve, const QImage& backdrop, QImage& picture)
@@ -78,6 +88,8 @@ void CurveRaster::Follow(const ChartPicture::Curve& curve, const QImage& backdro
     const auto left = static_cast<std::size_t>(curve.yState.first - m_curve->yState.first);
     const auto entered = static_cast<std::size_t>(curve.yState.end - m_curve->yState.end);
     m_curve = curve;
+    if (m_counts.empty())
+        CountSegments();
 
     const auto width = static_cast<std::size_t>(m_size.width());
     const auto stride = static_cast<std::size_t>(picture.bytesPerLine()) / sizeof(QRgb);
@@ -141,10 +153,16 @@ void CurveRaster::AppendPoints(const ChartPicture::Curve& curve, std::size_t cou
     const double yFactor = curve.y.Factor() * m_ratio;
     const double yCentre = curve.y.Centre() * m_ratio;
     const std::size_t size = std::min(curve.xData->Size(), curve.yData->Size());
-    m_points.reserve(m_points.size() + count);
-    for (std::size_t i = size - count; i < size; ++i)
-        m_points.push_back(
-            {xCentre + xFactor * curve.xData->At(i), yCentre + yFactor * curve.yData->At(i)});
+    m_points.resize(m_points.size() + count);
+    Point* point = m_points.data() + (m_points.size() - count);
+    for (std::size_t i = size - count; i < size;) {
+        const auto x = curve.xData->Part(i);
+        const auto y = curve.yData->Part(i);
+        const std::size_t length = std::min({x.count, y.count, size - i});
+        for (std::size_t k = 0; k < length; ++k)
+            *point++ = {xCentre + xFactor * x.values[k], yCentre + yFactor * y.values[k]};
+        i += length;
+    }
 }
 
 void CurveRaster::SetClip(const QRect& area, const QSize& size)
@@ -166,15 +184,12 @@ void CurveRaster::SetClip(const QRect& area, const QSize& size)
 // nothing is left of it.
 bool CurveRaster::Clip(Point& from, Point& to) const
 {
+    if (IsInside(from) && IsInside(to))
+        return true;
     const double dx = to.x - from.x;
     const double dy = to.y - from.y;
     if (!std::isfinite(dx) || !std::isfinite(dy))
         return false;
-    const auto isInside = [this](const Point& point) {
-        return point.x >= m_left && point.x <= m_right && point.y >= m_top && point.y <= m_bottom;
-    };
-    if (isInside(from) && isInside(to))
-        return true;
     double enter = 0.0;
     double leave = 1.0;
     const auto cut = [&enter, &leave](double distance, double direction) {
@@ -254,27 +269,43 @@ void CurveRaster::TraceFlat(const Point& from, const Point& to, const Put& put) 
     }
 }
 
-// Sums the notes to counts, and draws the pixels that have one over the backdrop, which may be the
-// picture itself.
-void CurveRaster::Light(const QImage& backdrop, QImage& picture)
+void CurveRaster::AddRuns()
 {
-    const int width = m_size.width();
-    if (picture.size() != m_size || picture.format() != backdrop.format())
-        picture = QImage(m_size, backdrop.format());
-    m_running.assign(static_cast<std::size_t>(width), 0);
-    Count* running = m_running.data();
-    const QRgb color = m_curve->color;
-    for (int row = 0; row < m_size.height(); ++row) {
-        Count* counts = m_counts.data() + static_cast<std::ptrdiff_t>(row) * width;
-        const QRgb* ground = line(backdrop, row);
-        QRgb* pixels = line(picture, row);
-        for (int x = 0; x < width; ++x) {
-            const auto count = static_cast<Count>(running[x] + counts[x]);
-            // Read even where it is not needed, so that there is no branch.
-            const QRgb behind = ground[x];
-            running[x] = count;
-            counts[x] = count;
-            pixels[x] = count ? color : behind;
+    bool wasInside = false;
+    for (std::size_t i = 0; i < m_points.size(); ++i) {
+        const bool isInside = IsInside(m_points[i]);
+        if (wasInside && isInside) {
+            AddRuns(m_points[i - 1], m_points[i]);
+        } else if (i > 0) {
+            Point from = m_points[i - 1];
+            Point to = m_points[i];
+            if (Clip(from, to))
+                AddRuns(from, to);
         }
+        wasInside = isInside;
+    }
+}
+
+// Adds a clipped segment. The same pixels as by Trace, several columns at once.
+void CurveRaster::AddRuns(Point from, Point to)
+{
+    if (to.x < from.x)
+        std::swap(from, to);
+    const double dx = to.x - from.x;
+    const double dy = to.y - from.y;
+    if (std::abs(dy) > dx) {
+        const double fromX = from.x - m_shift;
+        const double toX = to.x - m_shift;
+        const int firstColumn = static_cast<int>(std::floor(fromX));
+        const int lastColumn = static_cast<int>(std::floor(toX));
+        const double slope = firstColumn == lastColumn ? 0.0 : dy / (toX - fromX);
+        m_runs.Add(
+            PixelRuns::Steep{toX, to.y, slope, firstColumn, lastColumn, edge(from.y), edge(to.y)});
+    } else {
+        const int firstColumn = edge(from.x);
+        const int lastColumn = edge(to.x) - 1;
+        if (firstColumn <= lastColumn)
+            m_runs.Add(PixelRuns::Flat{from.x, from.y - m_shift + m_lineWidth, dy / dx, firstColumn,
+                                       lastColumn});
     }
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/chart/ChartPicture.h"
+#include "platform/chart/PixelRuns.h"
 
 #include <QImage>
 #include <QPolygonF>
@@ -17,6 +18,7 @@
 /// For each device pixel it counts the segments of the curve that cover it: a segment that comes
 /// adds one to each of its pixels, a segment that goes takes it away, and a pixel is lit while its
 /// count is not 0. So the picture that has been followed is the one drawn afresh, pixel by pixel.
+/// A fresh start does without counts, which a curve of new values in each picture never needs.
 /// A segment covers one pixel in each column, or row where it is steep, of the line's width.
 class CurveRaster
 {
@@ -45,6 +47,10 @@ private:
 
     void AppendPoints(const ChartPicture::Curve& curve, std::size_t count);
     void SetClip(const QRect& area, const QSize& size);
+    bool IsInside(const Point& point) const
+    {
+        return point.x >= m_left && point.x <= m_right && point.y >= m_top && point.y <= m_bottom;
+    }
     bool Clip(Point& from, Point& to) const;
     template<class Put>
     void Trace(Point from, Point to, const Put& put) const;
@@ -52,7 +58,9 @@ private:
     void TraceSteep(const Point& from, const Point& to, const Put& put) const;
     template<class Put>
     void TraceFlat(const Point& from, const Point& to, const Put& put) const;
-    void Light(const QImage& backdrop, QImage& picture);
+    void AddRuns();
+    void AddRuns(Point from, Point to);
+    void CountSegments();
 
     std::optional<ChartPicture::Curve> m_curve; // as drawn
     double m_ratio = 1.0;
@@ -63,7 +71,7 @@ private:
     double m_top = 0.0;
     double m_right = 0.0;
     double m_bottom = 0.0;
-    std::vector<Point> m_points;  // of the curve as drawn
-    std::vector<Count> m_counts;  // by rows, with one row more than the picture
-    std::vector<Count> m_running; // one row
+    std::vector<Point> m_points; // of the curve as drawn
+    std::vector<Count> m_counts; // by rows, with one row more than the picture; empty until needed
+    PixelRuns m_runs;
 };

@@ -113,9 +113,9 @@ TEST(ChartScene, HandlesLeadToObjectsOfTheSceneWhileThereIsOne)
 TEST(Chart, FollowedPictureIsThePictureDrawnAfresh)
 {
     std::mt19937 random(5);
-    std::normal_distribution<double> level(0.5, 0.5);
+    std::normal_distribution<double> level(0.0, 0.5);
     const double odd[] = {nan, inf, -inf, 1e35, -1e308};
-    for (const double ratio : {1.0, 1.5, 2.0}) {
+    for (const double ratio : {1.0, 1.25, 1.5, 2.0, 3.0}) {
         Chart chart;
         for (int i = 0; i < 300; ++i) {
             switch (random() % 24) {
@@ -123,19 +123,20 @@ TEST(Chart, FollowedPictureIsThePictureDrawnAfresh)
                 chart.setCapacity(random() % 400);
                 break;
             case 1:
-                chart.eye->SetYStart(level(random));
-                chart.eye->SetYStop(level(random));
+                chart.eye->SetYStart(random() % 2 ? 0.0 : 0.5 + level(random));
+                chart.eye->SetYStop(random() % 2 ? 1.0 : 0.5 + level(random));
                 break;
             case 2:
-                chart.eye->resize(static_cast<int>(random() % 80), static_cast<int>(random() % 60));
+                chart.eye->resize(static_cast<int>(random() % 200),
+                                  random() % 2 ? static_cast<int>(random() % 120) : 59);
                 break;
             case 3:
                 chart.curve.m_on = random() % 4 > 0;
                 TestAccess::showGrid(*chart.eye) = random() % 2;
                 break;
             case 4:
-                chart.object<CStyleResource>("CurveLineStyle").m_lineWidth =
-                    CQuantity(1.0 + double(random() % 3), quLineWidth, nullptr);
+                chart.object<CStyleResource>("CurveLineStyle").m_lineWidth = CQuantity(
+                    random() % 8 ? 1.0 + double(random() % 3) : 100.0, quLineWidth, nullptr);
                 break;
             case 5:
                 (random() % 2 ? chart.x : chart.y).Append(&odd[3], 1); // the pairs are others now
@@ -146,9 +147,14 @@ TEST(Chart, FollowedPictureIsThePictureDrawnAfresh)
             default: {
                 std::vector<std::pair<double, double>> points;
                 const std::size_t count = random() % 40;
-                for (std::size_t k = 0; k <= count; ++k)
+                const double spread = random() % 2 ? 1.0 : 0.1; // steep and flat lines
+                const bool onPixels = random() % 2;             // where rounding decides
+                for (std::size_t k = 0; k <= count; ++k) {
+                    const double y = 0.5 + spread * level(random);
                     points.emplace_back(double(k) / double(count),
-                                        random() % 30 ? level(random) : odd[random() % 5]);
+                                        random() % 30 ? onPixels ? std::round(58 * y) / 58 : y
+                                                      : odd[random() % 5]);
+                }
                 if (random() % 4)
                     points.back().second = nan;
                 chart.append(points);
