@@ -22,9 +22,11 @@ void CDataArrayD::Append(const double* values, std::size_t count)
         Straighten();
         m_values.insert(m_values.end(), values, values + room);
     }
-    for (const double* value = values + room; value != values + count; ++value) {
-        m_values[m_oldest] = *value;
-        m_oldest = m_oldest + 1 == m_values.size() ? 0 : m_oldest + 1;
+    for (std::size_t done = room; done < count;) {
+        const std::size_t part = std::min(count - done, m_values.size() - m_oldest);
+        std::copy_n(values + done, part, m_values.data() + m_oldest);
+        done += part;
+        m_oldest = m_oldest + part == m_values.size() ? 0 : m_oldest + part;
     }
 }
 
