@@ -7,11 +7,22 @@
 #include <algorithm>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace OndoChartDisplay {
 
 namespace {
+
+/// Mostly spares a look at the letters of two names.
+struct ByLength
+{
+    using is_transparent = void;
+    bool operator()(std::string_view one, std::string_view other) const
+    {
+        return one.size() != other.size() ? one.size() < other.size() : one < other;
+    }
+};
 
 template<class... Classes>
 std::shared_ptr<CBaseObject> createOneOf(const std::string& className)
@@ -77,11 +88,11 @@ struct CChartDisplay::Private : CFactory, IObjectManagement
     }
     CBaseObject* Find(const char* name) const
     {
-        const auto found = name ? objects.find(name) : objects.end();
+        const auto found = name ? objects.find(std::string_view(name)) : objects.end();
         return found == objects.end() ? nullptr : found->second.get();
     }
 
-    std::map<std::string, std::shared_ptr<CBaseObject>> objects;
+    std::map<std::string, std::shared_ptr<CBaseObject>, ByLength> objects;
     std::vector<const CBaseObject*> drawn;
     std::shared_ptr<ChartPicture> picture = std::make_shared<ChartPicture>();
 };

@@ -4,6 +4,7 @@
 #include "platform/chart/ChartObjects.h"
 
 #include <memory>
+#include <typeinfo>
 
 class ChartPicture;
 
@@ -34,8 +35,13 @@ class CSmartPtr
 public:
     explicit CSmartPtr(CBaseObject* object)
     {
-        if (object)
-            m_object = std::dynamic_pointer_cast<T>(object->shared_from_this());
+        if (!object)
+            return;
+        // Mostly it is of this very class, which is quicker to see.
+        T* const typed =
+            typeid(*object) == typeid(T) ? static_cast<T*>(object) : dynamic_cast<T*>(object);
+        if (typed)
+            m_object = std::shared_ptr<T>(object->shared_from_this(), typed);
     }
     explicit operator bool() const { return m_object != nullptr; }
     T* operator->() const { return m_object.get(); }
