@@ -71,14 +71,7 @@ void GLEyeDiagram::AddData(const double* data, std::size_t count)
     const auto x = eyeScene::object<CDataArrayD>(*m_pChartDisplay, "MeasDataX");
     const auto y = eyeScene::object<CDataArrayD>(*m_pChartDisplay, "MeasDataY");
     if (x && y) {
-        // The last position is for the NaN that ends the trace.
-        constexpr std::size_t chunkLength = 64;
-        double positions[chunkLength];
-        for (std::size_t start = 0; start <= count; start += chunkLength) {
-            for (std::size_t i = 0; i < chunkLength; ++i)
-                positions[i] = static_cast<double>(start + i) / divisor;
-            x->Append(positions, std::min(chunkLength, count + 1 - start));
-        }
+        AppendPositions(*x, count + 1, divisor); // the last one is for the NaN that ends the trace
         y->Append(data, count);
         constexpr double separator = std::numeric_limits<double>::quiet_NaN();
         y->Append(&separator, 1);
@@ -93,6 +86,24 @@ void GLEyeDiagram::AddData(const double* data, std::size_t count)
 
     ScaleTo(extent);
     TrimHistory();
+}
+
+void GLEyeDiagram::AppendPositions(CDataArrayD& array, std::size_t count, double divisor)
+{
+    constexpr std::size_t most = 256;
+    for (std::size_t first = 0; first < count; first += most) {
+        const std::size_t wanted = std::min(most, count - first);
+        std::vector<double>& values = m_positions.values;
+        if (first != m_positions.first || divisor != m_positions.divisor ||
+            values.size() < wanted) {
+            values.clear();
+            for (std::size_t i = 0; i < wanted; ++i)
+                values.push_back(static_cast<double>(first + i) / divisor);
+            m_positions.first = first;
+            m_positions.divisor = divisor;
+        }
+        array.Append(values.data(), wanted);
+    }
 }
 
 void GLEyeDiagram::Clear()

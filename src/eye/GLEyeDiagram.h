@@ -22,6 +22,7 @@ struct Extent;
 
 namespace OndoChartDisplay {
 class CChartDisplay;
+class CDataArrayD;
 } // namespace OndoChartDisplay
 namespace OndoChartDisplayComfort {
 class CGraphicEngineSwitch;
@@ -123,6 +124,7 @@ private:
 
     ValueRecord* AddRecord();
     void RemoveRecord();
+    void AppendPositions(OndoChartDisplay::CDataArrayD& array, std::size_t count, double divisor);
     void ScaleTo(Extent extent);
     void TrimHistory();
     void Keep(int samples);
@@ -147,4 +149,12 @@ private:
     bool m_showGrid = true;
     OndoChartDisplay::CChartDisplay* m_pChartDisplay = nullptr;
     OndoChartDisplayComfort::CGraphicEngineSwitch* m_pEngineSwitch = nullptr;
+
+    /// Positions of samples, which traces of the same length share.
+    struct Positions
+    {
+        std::size_t first = 0; ///< Number of the sample.
+        double divisor = 0.0;
+        std::vector<double> values;
+    } m_positions;
 };
