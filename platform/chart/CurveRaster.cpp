@@ -79,8 +79,9 @@ bool CurveRaster::CanFollow(const ChartPicture::Curve& curve, double ratio, cons
         return false;
     const std::uint64_t left = curve.yState.first - m_curve->yState.first;
     const std::uint64_t entered = curve.yState.end - m_curve->yState.end;
-    return m_points.size() <= mostSegments && left <= m_points.size() / 2 &&
-           entered <= m_points.size() / 2 && curve.yData->Size() <= mostSegments;
+    // Values come before others go.
+    return left <= m_points.size() / 2 && entered <= m_points.size() / 2 &&
+           m_points.size() + entered <= mostSegments;
 }
 
 void CurveRaster::Follow(const ChartPicture::Curve& curve, const QImage& backdrop, QImage& picture)

@@ -234,6 +234,11 @@ TEST(Chart, ManyValuesOverOnePixel)
     chart.setCapacity(65500); // as many go as there were too many
     EXPECT_EQ(picture(*chart.eye), chart.afresh());
     chart.setCapacity(200000);
+    chart.setCapacity(65500);
+    append(65500, 0.5);
+    append(30000, 0.5); // they come before as many go
+    EXPECT_EQ(picture(*chart.eye), chart.afresh());
+    chart.setCapacity(200000);
     append(100000, 0.75);
     chart.setCapacity(160000);
     EXPECT_EQ(picture(*chart.eye), chart.afresh());
