@@ -35,21 +35,17 @@ class CSmartPtr
 public:
     explicit CSmartPtr(CBaseObject* object)
     {
-        if (!object)
-            return;
         // Mostly it is of this very class, which is quicker to see.
-        T* const typed =
-            typeid(*object) == typeid(T) ? static_cast<T*>(object) : dynamic_cast<T*>(object);
-        if (typed)
-            m_object = std::shared_ptr<T>(object->shared_from_this(), typed);
+        if (object && (typeid(*object) == typeid(T) || dynamic_cast<T*>(object)))
+            m_object = object->shared_from_this();
     }
     explicit operator bool() const { return m_object != nullptr; }
-    T* operator->() const { return m_object.get(); }
-    T& operator*() const { return *m_object; }
-    const std::shared_ptr<T>& Shared() const { return m_object; }
+    T* operator->() const { return static_cast<T*>(m_object.get()); }
+    T& operator*() const { return static_cast<T&>(*m_object); }
+    std::shared_ptr<T> Shared() const { return std::static_pointer_cast<T>(m_object); }
 
 private:
-    std::shared_ptr<T> m_object;
+    std::shared_ptr<CBaseObject> m_object; // a T
 };
 
 /// Creates the objects of a scene.
