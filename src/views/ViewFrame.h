@@ -16,7 +16,6 @@
 #include <QString>
 #include <QStringList>
 
-#include <algorithm>
 #include <cstddef>
 #include <list>
 #include <memory>
@@ -111,12 +110,9 @@ struct ViewFrame
         // again. The memory of the copies is used again.
         std::vector<double> samples;
         samples.swap(view.m_samples);
-        const std::list<double>& sampleList = view.m_data1.Get()->GetList();
-        samples.resize(sampleList.size());
-        std::copy(sampleList.begin(), sampleList.end(), samples.begin());
         std::vector<std::pair<std::size_t, float>> starts;
         starts.swap(view.m_starts);
-        FindStarts(view.m_baudrateData.Get()->GetList(), samples.size(), starts);
+        Read(view.m_data1.Get()->GetList(), view.m_baudrateData.Get()->GetList(), samples, starts);
         const QPointer<View> alive(&view);
         std::size_t position = 0;
         const auto takeUntil = [&](std::size_t end) {
@@ -255,17 +251,25 @@ private:
         return nullptr;
     }
 
-    /// Where segments start, and how many samples each announces.
-    static void FindStarts(const std::list<double>& markers, std::size_t sampleCount,
-                           std::vector<std::pair<std::size_t, float>>& starts)
+    /// Copies the samples, and finds where segments start and how many samples each announces. In
+    /// one loop: the ways through both lists wait for memory at the same time.
+    static void Read(const std::list<double>& list, const std::list<double>& markers,
+                     std::vector<double>& samples,
+                     std::vector<std::pair<std::size_t, float>>& starts)
     {
+        samples.resize(list.size());
         starts.clear();
         std::size_t index = 0;
-        for (auto marker = markers.begin(); marker != markers.end() && index < sampleCount;
-             ++marker, ++index) {
-            const auto length = static_cast<float>(*marker);
-            if (length != 0.0F)
-                starts.emplace_back(index, length);
+        auto marker = markers.begin();
+        for (const double sample : list) {
+            samples[index] = sample;
+            if (marker != markers.end()) {
+                const auto length = static_cast<float>(*marker);
+                if (length != 0.0F)
+                    starts.emplace_back(index, length);
+                ++marker;
+            }
+            ++index;
         }
     }
 
