@@ -275,20 +275,27 @@ void CurveRaster::AddRuns()
     bool wasInside = false;
     for (std::size_t i = 0; i < m_points.size(); ++i) {
         const bool isInside = IsInside(m_points[i]);
-        if (wasInside && isInside) {
-            AddRuns(m_points[i - 1], m_points[i]);
-        } else if (i > 0) {
-            Point from = m_points[i - 1];
-            Point to = m_points[i];
-            if (Clip(from, to))
-                AddRuns(from, to);
-        }
+        const bool isWhole = wasInside && isInside;
         wasInside = isInside;
+        if (i == 0)
+            continue;
+        Point from = m_points[i - 1];
+        Point to = m_points[i];
+        if (!isWhole) {
+            // Copies, so that points that need no cut stay in the processor.
+            Point cutFrom = from;
+            Point cutTo = to;
+            if (!Clip(cutFrom, cutTo))
+                continue;
+            from = cutFrom;
+            to = cutTo;
+        }
+        AddRuns(from, to);
     }
 }
 
 // Adds a clipped segment. The same pixels as by Trace, several columns at once.
-void CurveRaster::AddRuns(Point from, Point to)
+inline void CurveRaster::AddRuns(Point from, Point to)
 {
     if (to.x < from.x)
         std::swap(from, to);
