@@ -5,6 +5,7 @@
 #include "workbench/sources/Constants.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace {
 
@@ -90,41 +91,120 @@ ORVANE_WITHIN void fillOne(const Table& table, const Place& place, const float* 
 }
 
 constexpr std::size_t together = floatsWidth / 2; // pairs, each a sample after the one before
+constexpr std::size_t vectors = 4;                // of as many pairs
 
-/// Some pairs, which are a sample apart or nearly so, each into the place of the output that is
-/// "every" pairs after the one before.
-/// Where the row stays, they are sums of weights times the numbers from each sample on.
-ORVANE_WITHIN void fillSome(const Table& table, const float* samples, double first, double step,
-                            std::size_t every, float* output)
+/// Places a step apart.
+struct Places
 {
-    Place places[together];
-    float parts[floatsWidth];
+    double first, step;
+
+    ORVANE_WITHIN double at(std::size_t number) const
+    {
+        return first + static_cast<double>(number) * step;
+    }
+};
+
+/// Parts of the slopes at vectors of places that lie in one row, each twice.
+/// @param firsts  the first place of each vector.
+/// @param phase   that of the first of all.
+ORVANE_WIDEST void findParts(const double* firsts, std::size_t count, double step, double phases,
+                             double phase, float* parts)
+{
+    using Singles = float __attribute__((vector_size(doublesWidth * sizeof(float))));
+    using Words = std::uint32_t __attribute__((vector_size(sizeof(Singles))));
+    using Pairs = std::uint64_t __attribute__((vector_size(sizeof(Floats))));
+    const Doubles numbers{0.0, 1.0, 2.0, 3.0, 4.0, 5.0, 6.0, 7.0};
+    Doubles before = phase + phases * numbers;
+    for (std::size_t n = 0; n < count; ++n) {
+        const Doubles part = (firsts[n] + numbers * step) * phases - before;
+        const Singles singles = __builtin_convertvector(part, Singles);
+        Words words;
+        std::memcpy(&words, &singles, sizeof words);
+        Pairs pairs = __builtin_convertvector(words, Pairs);
+        pairs |= pairs << 32;
+        store(pairs, parts + n * floatsWidth);
+        before += phases * static_cast<double>(together);
+    }
+}
+
+/// Whether places, each a sample after the one before or nearly so, surely have one row: the first
+/// and the last one are not next to its ends.
+ORVANE_WITHIN bool haveOneRow(double first, double last, double samples, double phases)
+{
+    constexpr double margin = 1e-6; // of a row, beyond any rounding error
+    const double phase = std::floor(first * phases);
+    const double before = first * phases - phase;
+    const double after = last * phases - (phase + samples * phases);
+    return std::min(before, after) >= margin && std::max(before, after) <= 1.0 - margin;
+}
+
+ORVANE_WITHIN bool haveEachOneRow(double first, double step, const Table& table)
+{
+    const Place before = placeOf(first, table);
     bool isSame = true;
-    for (std::size_t n = 0; n < together; ++n) {
-        places[n] = placeOf(first + static_cast<double>(n) * step, table);
-        parts[2 * n] = parts[2 * n + 1] = places[n].part;
-        isSame = isSame && places[n].row == places[0].row &&
-                 places[n].before == places[0].before + static_cast<std::ptrdiff_t>(n);
+    for (std::size_t n = 1; n < together; ++n) {
+        const Place place = placeOf(first + static_cast<double>(n) * step, table);
+        isSame = isSame && place.row == before.row &&
+                 place.before == before.before + static_cast<std::ptrdiff_t>(n);
     }
-    if (!isSame) {
-        for (std::size_t n = 0; n < together; ++n)
-            fillOne(table, places[n], samples, output + 2 * n * every);
-        return;
+    return isSame;
+}
+
+/// Some vectors of pairs, which are a sample apart or nearly so, each into the place of the output
+/// that is "every" pairs after the one before.
+/// Where the row stays, they are sums of weights times the numbers from each sample on.
+/// @param begin  number of the first place.
+template<std::size_t count>
+ORVANE_WITHIN void fillSome(const Table& table, const float* samples, const Places& places,
+                            std::size_t begin, std::size_t every, float* output)
+{
+    const double step = static_cast<double>(every) * places.step;
+    const double phases = static_cast<double>(1 << table.phaseBits);
+    double firsts[count];
+    for (std::size_t n = 0; n < count; ++n)
+        firsts[n] = places.at(begin + n * together * every);
+    if (!haveOneRow(firsts[0], firsts[count - 1] + static_cast<double>(together - 1) * step,
+                    static_cast<double>(count * together - 1), phases)) {
+        if constexpr (count > 1) {
+            for (std::size_t n = 0; n < count; ++n)
+                fillSome<1>(table, samples, places, begin + n * together * every, every,
+                            output + 2 * n * together * every);
+            return;
+        }
+        if (!haveEachOneRow(firsts[0], step, table)) {
+            for (std::size_t n = 0; n < together; ++n)
+                fillOne(table, placeOf(firsts[0] + static_cast<double>(n) * step, table), samples,
+                        output + 2 * n * every);
+            return;
+        }
     }
+    const Place first = placeOf(firsts[0], table);
+    float parts[count * floatsWidth];
+    findParts(firsts, count, step, phases,
+              static_cast<double>(static_cast<std::ptrdiff_t>(firsts[0] * phases)), parts);
     const auto reach = static_cast<std::ptrdiff_t>(table.count / 4);
-    const float* numbers = samples + 2 * (places[0].before - reach + 1);
-    Floats sum{}, slope{}, part;
+    const float* const values = samples + 2 * (first.before - reach + 1);
+    Floats sums[count] = {}, slopes[count] = {};
     for (std::size_t k = 0; k < table.count; k += 2) {
-        Floats values;
-        load(numbers + k, values);
-        sum += table.weights[places[0].row + k] * values;
-        slope += table.slopes[places[0].row + k] * values;
+        const float weight = table.weights[first.row + k];
+        const float slope = table.slopes[first.row + k];
+        ORVANE_UNROLLED
+        for (std::size_t n = 0; n < count; ++n) {
+            Floats factors;
+            load(values + k + n * floatsWidth, factors);
+            sums[n] += weight * factors;
+            slopes[n] += slope * factors;
+        }
     }
-    load(parts, part);
-    float pairs[floatsWidth];
-    store(sum + part * slope, pairs);
-    for (std::size_t n = 0; n < together; ++n)
-        std::memcpy(output + 2 * n * every, pairs + 2 * n, 2 * sizeof(float));
+    ORVANE_UNROLLED
+    for (std::size_t n = 0; n < count; ++n) {
+        Floats part;
+        load(parts + n * floatsWidth, part);
+        float pairs[floatsWidth];
+        store(sums[n] + part * slopes[n], pairs);
+        for (std::size_t k = 0; k < together; ++k)
+            std::memcpy(output + 2 * (n * together + k) * every, pairs + 2 * k, 2 * sizeof(float));
+    }
 }
 
 ORVANE_WIDEST void fillPairs(const Table& table, const float* samples, double first, double step,
@@ -136,15 +216,18 @@ ORVANE_WIDEST void fillPairs(const Table& table, const float* samples, double fi
     const auto every = perSample <= most && std::abs(perSample * step - 1.0) < nearly
                            ? static_cast<std::size_t>(perSample)
                            : std::size_t{0};
+    const Places places{first, step};
     std::size_t n = 0;
-    const auto at = [&](std::size_t place) { return first + static_cast<double>(place) * step; };
+    for (; every > 0 && n + vectors * together * every <= count; n += vectors * together * every) {
+        for (std::size_t k = n; k < n + every; ++k)
+            fillSome<vectors>(table, samples, places, k, every, output + 2 * k);
+    }
     for (; every > 0 && n + together * every <= count; n += together * every) {
         for (std::size_t k = n; k < n + every; ++k)
-            fillSome(table, samples, at(k), static_cast<double>(every) * step, every,
-                     output + 2 * k);
+            fillSome<1>(table, samples, places, k, every, output + 2 * k);
     }
     for (; n < count; ++n)
-        fillOne(table, placeOf(at(n), table), samples, output + 2 * n);
+        fillOne(table, placeOf(places.at(n), table), samples, output + 2 * n);
 }
 
 ORVANE_WIDEST void fillNumbers(const Table& table, const float* samples, double first, double step,
