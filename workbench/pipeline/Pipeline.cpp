@@ -16,6 +16,8 @@ constexpr std::size_t inputBlocks = 16; // of a recording that may wait to be re
 constexpr std::size_t fewBlocks = 4;    // ...and with which more are read, as waking costs much
 constexpr auto longTime = std::chrono::hours(1);
 
+using Values = std::vector<double>;
+
 } // namespace
 
 Pipeline::Pipeline(std::unique_ptr<SignalSource> source, const ChannelChoice& channel,
@@ -30,6 +32,7 @@ Pipeline::Pipeline(std::unique_ptr<SignalSource> source, const ChannelChoice& ch
         m_input.setLimit(m_intake.limit());
     else
         m_input.setLimit(inputBlocks * m_blockLength, fewBlocks * m_blockLength);
+    m_usedValues.setLimit(inputBlocks);
     setQueueLength(m_blockLength);
     build(channel, settings);
     start();
@@ -150,6 +153,8 @@ void Pipeline::read()
         Input input{0, {}};
         const bool isWanted =
             !m_facts.isLive || (!m_isDiscarding && m_intake.hasRoom(m_input.waiting()));
+        if (isWanted)
+            input.values = m_usedValues.pop(std::chrono::milliseconds(0)).value_or(Values());
         const std::size_t count = isWanted ? m_source->read(input.values, m_blockLength)
                                            : m_source->discard(m_blockLength);
         m_sampleCount = m_source->sampleCount().value_or(-1);
@@ -181,12 +186,15 @@ void Pipeline::receive()
 {
     std::vector<SignalBlock> blocks;
     while (!m_input.hasEnded()) {
-        const auto input = m_input.pop(longTime);
+        auto input = m_input.pop(longTime);
         if (m_isStopping)
             return;
         if (!input)
             continue;
+        while (std::optional<SignalBlock> spare = m_spare->take())
+            m_receiver->reuse(std::move(*spare));
         m_receiver->process(input->position, input->values, blocks);
+        m_usedValues.tryPush(std::move(input->values), 1);
         if (!pass(blocks))
             return;
     }
@@ -201,7 +209,7 @@ bool Pipeline::pass(std::vector<SignalBlock>& blocks)
     for (SignalBlock& block : blocks) {
         const std::size_t count = block.count();
         if (count > 0 && !m_isDiscarding)
-            isOpen = m_output.push(std::make_shared<SignalBlock>(std::move(block)), count);
+            isOpen = m_output.push(m_spare->share(std::move(block)), count);
     }
     blocks.clear();
     return isOpen;

@@ -3,6 +3,7 @@
 
 #include "platform/values/Handover.h"
 #include "workbench/pipeline/LiveIntake.h"
+#include "workbench/pipeline/SpareBlocks.h"
 #include "workbench/receiver/Receiver.h"
 #include "workbench/sources/SignalSource.h"
 
@@ -83,9 +84,11 @@ private:
     std::unique_ptr<SignalSource> m_source; // belongs to the reading thread while that runs
     const SignalFacts m_facts;
     LiveIntake m_intake;
+    std::shared_ptr<SpareBlocks> m_spare = std::make_shared<SpareBlocks>();
     std::unique_ptr<Receiver> m_receiver; // belongs to the receiving thread, likewise
     SignalFormat m_format;
     values::Handover<Input> m_input;
+    values::Handover<std::vector<double>> m_usedValues; // whose memory is read into again
     values::Handover<SignalBlockPtr> m_output;
     std::thread m_reading;
     std::thread m_receiving;

@@ -224,7 +224,7 @@ void PlainPath::passOn(std::int64_t end, std::vector<SignalBlock>& blocks)
         end - m_waiting.position, 0, m_waiting.end() - m_waiting.position));
     if (count == 0)
         return;
-    SignalBlock block;
+    SignalBlock block = makeBlock();
     block.position = m_waiting.position;
     block.time = static_cast<double>(block.position) / m_input.sampleRate;
     const auto move = [count](auto& from, auto& to) {

@@ -234,7 +234,7 @@ void ReceivedPath::passOn(std::size_t count, std::vector<SignalBlock>& blocks)
     const auto end = static_cast<std::ptrdiff_t>(std::min(count, m_received.samples.size()));
     if (end == 0)
         return;
-    SignalBlock block;
+    SignalBlock block = makeBlock();
     block.position = m_runPosition + m_receivedFirst;
     const auto length = static_cast<std::size_t>(end);
     block.i.resize(length);

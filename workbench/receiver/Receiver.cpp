@@ -46,3 +46,5 @@ void Receiver::finish(std::vector<SignalBlock>& blocks)
 }
 
 void Receiver::reset() { m_isStarted = false; }
+
+void Receiver::reuse(SignalBlock block) { m_path->reuse(std::move(block)); }

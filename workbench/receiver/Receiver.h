@@ -41,6 +41,8 @@ public:
     void finish(std::vector<SignalBlock>& blocks);
     /// Forgets the signal.
     void reset();
+    /// Takes a block that nobody needs any more: later ones use its memory.
+    void reuse(SignalBlock block);
 
 private:
     SignalFacts m_input;

@@ -22,11 +22,32 @@ public:
     /// @param goesOn  whether it is a later sample of the same signal: then results that missing
     ///                samples do not affect, such as a DC offset, are kept.
     virtual void reset(std::int64_t position, bool goesOn) = 0;
+    /// Takes a block that nobody needs any more: later ones use its memory.
+    void reuse(SignalBlock block)
+    {
+        if (m_spare.size() < mostSpare)
+            m_spare.push_back(std::move(block));
+    }
 
 protected:
     explicit SignalPath(const SignalFacts& input)
         : m_input(input)
     {}
+    /// A block like a new one, but for its samples and pairs: they may be there, with any value.
+    SignalBlock makeBlock()
+    {
+        SignalBlock block;
+        if (m_spare.empty())
+            return block;
+        SignalBlock& spare = m_spare.back();
+        block.samples.swap(spare.samples);
+        block.i.swap(spare.i);
+        block.q.swap(spare.q);
+        block.symbols.swap(spare.symbols);
+        block.symbols.clear();
+        m_spare.pop_back();
+        return block;
+    }
     /// Appends a block that follows the last one, but for the first one since m_isAfterGap was set.
     void append(SignalBlock block, std::vector<SignalBlock>& blocks)
     {
@@ -37,4 +58,8 @@ protected:
     const SignalFacts m_input;
     SignalFormat m_format; ///< of what comes out
     bool m_isAfterGap = true;
+
+private:
+    static constexpr std::size_t mostSpare = 16;
+    std::vector<SignalBlock> m_spare;
 };
