@@ -32,6 +32,15 @@ double raisedCosine(double frequency, double rollOff)
     return f >= 1.0 - flat ? 0.0 : 0.5 + 0.5 * std::cos(pi * (f - flat) / rollOff);
 }
 
+std::vector<double> hannWindow(std::size_t count)
+{
+    std::vector<double> window(count);
+    for (std::size_t k = 0; k < count; ++k)
+        window[k] = 0.5 - 0.5 * std::cos(2.0 * pi * (static_cast<double>(k) + 0.5) /
+                                         static_cast<double>(count));
+    return window;
+}
+
 /// Spectrum of symmetric taps, an odd number of them, at a frequency in cycles a sample.
 double spectrumAt(const std::vector<float>& taps, double frequency)
 {
@@ -109,8 +118,10 @@ double FrequencyEstimate::likelihood(const std::vector<double>& bands, double of
     double crossed = 0.0, square = 0.0, pulses = 0.0, powers = 0.0;
     const auto count = static_cast<double>(bands.size());
     double noise = 0.0, empty = 0.0;
+    std::vector<double> pulseIn(bands.size());
     for (std::size_t k = 0; k < bands.size(); ++k) {
         const double pulse = pulseAt((static_cast<double>(k) - middle) * bandWidth - offset);
+        pulseIn[k] = pulse;
         pulses += pulse;
         powers += bands[k];
         crossed += pulse * bands[k];
@@ -124,11 +135,13 @@ double FrequencyEstimate::likelihood(const std::vector<double>& bands, double of
     const double signal =
         std::max((crossed - floor * pulses) / std::max(square, 1e-9), 1e-12 * powers / count);
     floor = std::max(floor, leastFloor * signal);
-    double sum = 0.0;
+    double sum = 0.0, before = 1.0; // one logarithm for two bands
     for (std::size_t k = 0; k < bands.size(); ++k) {
-        const double pulse = pulseAt((static_cast<double>(k) - middle) * bandWidth - offset);
-        const double expected = floor + signal * pulse;
-        sum -= std::log(expected) + bands[k] / expected;
+        const double expected = floor + signal * pulseIn[k];
+        sum -= bands[k] / expected;
+        before = k % 2 == 0 ? expected : before * expected;
+        if (k % 2 == 1 || k + 1 == bands.size())
+            sum -= std::log(before);
     }
     return sum;
 }
@@ -148,12 +161,12 @@ FrequencyEstimate::Result FrequencyEstimate::of(const std::vector<Sample>& sampl
     Result result;
     std::vector<Complex> spectrum(samples.begin(), samples.end());
     const std::size_t count = spectrum.size();
+    if (m_window.size() != count)
+        m_window = hannWindow(count); // the ends must not leak over the spectrum
     double energy = 0.0;
     for (std::size_t k = 0; k < count; ++k) {
         energy += std::norm(spectrum[k]);
-        // A Hann window: the ends of the window must not leak over the spectrum.
-        spectrum[k] *= 0.5 - 0.5 * std::cos(2.0 * pi * (static_cast<double>(k) + 0.5) /
-                                            static_cast<double>(count));
+        spectrum[k] *= m_window[k];
     }
     if (!(energy > 0.0))
         return result;

@@ -59,6 +59,7 @@ private:
 
     ReceiverSettings::Modulation m_modulation;
     int m_perSymbol;
-    std::vector<double> m_pulse; ///< power of the pulse's spectrum, from 0 up
+    std::vector<double> m_window; ///< over the samples that were examined last
+    std::vector<double> m_pulse;  ///< power of the pulse's spectrum, from 0 up
     FourierTransforms m_transforms;
 };

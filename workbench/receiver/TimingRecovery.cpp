@@ -28,6 +28,9 @@ BasebandFormat TimingRecovery::configure(const ReceiverSettings& settings,
     m_step = settings.usedFilter() && m_isOn
                  ? static_cast<std::size_t>(m_perSymbol) / ReceiverSettings::fewSamplesPerSymbol
                  : 1;
+    m_fresh = m_isOn ? std::make_unique<SymbolTiming>(m_perSymbol / static_cast<double>(m_step),
+                                                      m_isOffset)
+                     : nullptr;
     reset();
     BasebandFormat result = format;
     result.hasSymbolClock = m_isOn || m_isOneEach;
@@ -40,9 +43,7 @@ BasebandFormat TimingRecovery::configure(const ReceiverSettings& settings,
 
 void TimingRecovery::reset()
 {
-    m_timing = m_isOn ? std::make_unique<SymbolTiming>(m_perSymbol / static_cast<double>(m_step),
-                                                       m_isOffset)
-                      : nullptr;
+    m_timing = m_isOn ? std::make_unique<SymbolTiming>(*m_fresh) : nullptr;
     m_skipCount = 0;
     m_waiting = {};
     m_first = 0;

@@ -38,6 +38,7 @@ private:
     double m_perSymbol = 1.0;  // ...and its samples of a symbol
     double m_timeOffset = 0.0;
     std::unique_ptr<SymbolTiming> m_timing;
+    std::unique_ptr<SymbolTiming> m_fresh; // what it starts as
     // Between the samples that are used: few are enough after a matched filter.
     std::size_t m_step = 1;
     std::size_t m_skipCount = 0;
