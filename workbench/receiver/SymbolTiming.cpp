@@ -13,8 +13,9 @@
 namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr int blockLength = 16;         // symbols
-constexpr std::int64_t aheadCount = 16; // blocks
+constexpr int blockLength = 16;            // symbols
+constexpr std::int64_t aheadCount = 16;    // blocks
+constexpr std::ptrdiff_t mostPassed = 256; // blocks that are held, but not needed any more
 constexpr int behindCount = 32; // blocks for the frequency; for the phase as many as aheadCount
 // Step of the search for the frequency, rad a block: a third of what the blocks can resolve.
 constexpr double searchStep = 2.0 * pi / (3.0 * (aheadCount + behindCount + 1));
@@ -104,20 +105,34 @@ void SymbolTiming::add(std::complex<float> sample)
 
 void SymbolTiming::takeBands()
 {
-    for (const EdgeBands::Output& bands : m_bands.take())
-        take(bands);
+    const std::vector<EdgeBands::Output>& bands = m_bands.take();
+    for (std::size_t first = 0; first < bands.size();) {
+        while (static_cast<double>(bands[first].position) >= m_blockEnd)
+            closeBlock();
+        std::size_t end = first + 1;
+        while (end < bands.size() && static_cast<double>(bands[end].position) < m_blockEnd)
+            ++end;
+        take(&bands[first], end - first);
+        first = end;
+    }
 }
 
-/// Adds the bands at the next position to the open block.
-void SymbolTiming::take(const EdgeBands::Output& bands)
+/// Adds the bands at some positions to the open block.
+void SymbolTiming::take(const EdgeBands::Output* bands, std::size_t count)
 {
-    while (static_cast<double>(bands.position) >= m_blockEnd)
-        closeBlock();
-    m_sum += product(bands.upper, std::conj(bands.lower));
-    m_power += 0.5 * (std::norm(bands.upper) + std::norm(bands.lower));
-    if (m_turnsPerSymbol > 1.0) {
-        m_upperSquares += product(bands.upper, bands.upper);
-        m_lowerSquares += product(bands.lower, bands.lower);
+    Complex sum = m_sum; // numbers of its own stay in the processor
+    double power = m_power;
+    for (std::size_t k = 0; k < count; ++k) {
+        sum += product(bands[k].upper, std::conj(bands[k].lower));
+        power += 0.5 * (std::norm(bands[k].upper) + std::norm(bands[k].lower));
+    }
+    m_sum = sum;
+    m_power = power;
+    if (m_turnsPerSymbol == 1.0)
+        return;
+    for (std::size_t k = 0; k < count; ++k) {
+        m_upperSquares += product(bands[k].upper, bands[k].upper);
+        m_lowerSquares += product(bands[k].lower, bands[k].lower);
     }
 }
 
@@ -141,25 +156,31 @@ void SymbolTiming::addLine(Complex line)
     m_lines.push_back(line);
     m_powers.push_back(m_power);
     m_agreements.push_back(0.0);
-    if (m_lines.size() > aheadCount + behindCount + 1) {
-        m_lines.erase(m_lines.begin());
-        m_powers.erase(m_powers.begin());
-        m_agreements.erase(m_agreements.begin());
-        m_agreements.front() = agreementOf(0);
+    if (m_lines.size() - m_passed > aheadCount + behindCount + 1) {
+        ++m_passed;
+        m_agreements[m_passed] = agreementOf(m_passed);
+    }
+    if (m_passed == static_cast<std::size_t>(mostPassed)) {
+        const auto drop = [](auto& values) {
+            values.erase(values.begin(), values.begin() + mostPassed);
+        };
+        drop(m_lines);
+        drop(m_powers);
+        drop(m_agreements);
+        m_passed = 0;
     }
     const std::size_t newest = m_lines.size() - 1;
     m_agreements[newest] = agreementOf(newest);
-    if (newest > 0)
+    if (newest > m_passed)
         m_agreements[newest - 1] = agreementOf(newest - 1);
 }
 
 void SymbolTiming::settle(std::int64_t block)
 {
-    const std::int64_t oldest = m_blockCount - static_cast<std::int64_t>(m_lines.size());
     const std::int64_t last = std::min(block + aheadCount, m_blockCount - 1);
     const std::int64_t first = std::max<std::int64_t>(block - behindCount, 0);
-    const auto begin = static_cast<std::size_t>(first - oldest);
-    const auto end = static_cast<std::size_t>(last - oldest) + 1;
+    const auto begin = static_cast<std::size_t>(first - oldest());
+    const auto end = static_cast<std::size_t>(last - oldest()) + 1;
     const double most = m_isReal ? mostPower * agreeingPower(begin, end) : infinity;
     m_weightedI.resize(end - begin);
     m_weightedQ.resize(end - begin);
@@ -186,7 +207,7 @@ void SymbolTiming::settle(std::int64_t block)
     m_slope = (1.0 + turn / (2.0 * pi * m_turnsPerSymbol * blockLength)) / m_samplesPerSymbol;
     const double position = centerOf(block);
     const double symbol = position / m_samplesPerSymbol + m_phase / (2.0 * pi * m_turnsPerSymbol);
-    const Complex line = m_lines[static_cast<std::size_t>(block - oldest)];
+    const Complex line = m_lines[static_cast<std::size_t>(block - oldest())];
     const double off =
         std::remainder(std::arg(line) - m_phase, 2.0 * pi) / (2.0 * pi * m_turnsPerSymbol);
     SymbolKnot knot{position, symbol, symbol + off, isLockedAt(block)};
@@ -215,22 +236,24 @@ void SymbolTiming::fillTurns(double turn)
 /// Whether the lines around a block agree more than those of noise, and the block agrees with them.
 bool SymbolTiming::isLockedAt(std::int64_t block)
 {
-    const std::int64_t oldest = m_blockCount - static_cast<std::int64_t>(m_lines.size());
-    const std::int64_t first = std::max(block - aheadCount, oldest);
+    const auto passed = static_cast<std::int64_t>(m_passed);
+    const std::int64_t first = std::max(block - aheadCount, oldest() + passed);
     const std::int64_t last = std::min(block + aheadCount, m_blockCount - 1);
+    const auto count = static_cast<std::size_t>(last - first) + 1;
     const Complex start = std::polar(1.0, -m_phase);
     auto& lines = m_nearLines; // turned back by the expected phase
     auto& powers = m_nearPowers;
-    lines.clear();
-    powers.clear();
-    for (std::int64_t i = first; i <= last; ++i) {
-        const Complex turn =
-            product(start, m_turns[static_cast<std::size_t>(i - block + aheadCount)]);
-        const auto index = static_cast<std::size_t>(i - oldest);
-        lines.push_back(product(turn, m_lines[index]));
-        // In a real signal, noise may be stronger than bursts.
-        powers.push_back(m_isReal ? 1.0 : m_powers[index]);
-    }
+    lines.resize(count);
+    powers.resize(count);
+    const Complex* const turns = &m_turns[static_cast<std::size_t>(first - block + aheadCount)];
+    const Complex* const from = &m_lines[static_cast<std::size_t>(first - oldest())];
+    for (std::size_t k = 0; k < count; ++k)
+        lines[k] = product(product(start, turns[k]), from[k]);
+    // In a real signal, noise may be stronger than bursts.
+    if (m_isReal)
+        powers.assign(count, 1.0);
+    else
+        std::copy_n(&m_powers[static_cast<std::size_t>(first - oldest())], count, powers.data());
     const auto here = static_cast<std::size_t>(block - first);
     m_isLocked = areLocked(lines, powers, here);
     if (m_isReal)
@@ -318,7 +341,7 @@ double SymbolTiming::agreementOf(std::size_t index) const
     const std::size_t last = std::min(index + 1, m_lines.size() - 1);
     Complex sum = 0.0;
     double count = 0.0;
-    for (std::size_t i = index - std::min<std::size_t>(index, 1); i <= last; ++i) {
+    for (std::size_t i = index - std::min<std::size_t>(index - m_passed, 1); i <= last; ++i) {
         sum += m_lines[i];
         count += 1.0;
     }

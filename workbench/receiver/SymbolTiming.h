@@ -62,7 +62,7 @@ private:
 
     void add(std::complex<float> sample);
     void takeBands();
-    void take(const EdgeBands::Output& bands);
+    void take(const EdgeBands::Output* bands, std::size_t count);
     void closeBlock();
     void addLine(Complex line);
     void settle(std::int64_t block);
@@ -73,6 +73,8 @@ private:
     bool areLocked(const std::vector<Complex>& lines, const std::vector<double>& powers,
                    std::size_t here) const;
     static bool isOfBurst(const std::vector<Complex>& lines, std::size_t here);
+    /// Of the first block that is held.
+    std::int64_t oldest() const { return m_blockCount - static_cast<std::int64_t>(m_lines.size()); }
     double centerOf(std::int64_t block) const;
 
     double m_samplesPerSymbol;
@@ -82,7 +84,8 @@ private:
     Complex m_upperSquares = 0.0;
     Complex m_lowerSquares = 0.0;
     double m_power = 0.0;
-    // Of the newest blocks:
+    // Of the newest blocks, from the one on that so many others precede:
+    std::size_t m_passed = 0;
     std::vector<Complex> m_lines;     // against their power...
     std::vector<double> m_powers;     // ...and this power
     std::vector<double> m_agreements; // see agreementOf
