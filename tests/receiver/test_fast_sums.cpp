@@ -296,7 +296,10 @@ TEST(FastSums, TrackPhasesAsPlainOnesDo)
         const bool isBurst = k % 700 < 600;
         symbols.push_back({0.01 * k, 0.1 * normal(), 1.0, normal(), isBurst ? 1.0 + normal() : -0.5,
                            (isBurst ? 1.0 : 0.3) * std::abs(1.0 + 0.2 * normal())});
-        tracked.add(symbols.back());
+    }
+    for (std::size_t first = 0, next = 1; first < symbols.size(); first = next) {
+        next = std::min(first + 1 + first % 16, symbols.size());
+        tracked.add(&symbols[first], next - first);
     }
     double odds = 0.0;
     for (int here = 0; here < 6000; ++here) {

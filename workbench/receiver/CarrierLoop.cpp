@@ -167,14 +167,15 @@ void CarrierLoop::add(std::size_t count, TrackedPhases& tracked)
         if (m_followed.areHeard[k])
             symbol.evidence = double{evidence[k]};
     }
-    for (std::size_t k = 0; k < count && m_isTracking; ++k) {
+    std::size_t k = 0;
+    for (; k < count && m_isTracking; ++k) {
         const bool isHeard = m_followed.areHeard[k];
         const TrackedPhases::Symbol& symbol = m_symbols[k];
         m_coasted = isHeard ? 0 : m_coasted + 1;
         m_quality += isHeard ? smoothing * (symbol.quality - m_quality) : 0.0;
-        tracked.add(symbol);
-        m_frequency = m_states[k].frequency;
-        m_amplitude = m_states[k].amplitude;
         m_isTracking = m_quality >= m_modulation->lockQuality && m_coasted < m_modulation->window;
     }
+    tracked.add(m_symbols.data(), k);
+    m_frequency = m_states[k - 1].frequency; // one at least was added
+    m_amplitude = m_states[k - 1].amplitude;
 }

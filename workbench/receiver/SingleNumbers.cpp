@@ -4,27 +4,53 @@
 #include "workbench/receiver/Vectors.h"
 
 #include <cmath>
+#include <cstdint>
+#include <limits>
 
 namespace {
 
-/// Whole vectors of them. Compilers make vectors of the larger of two numbers, but not of whether
-/// both of two comparisons hold.
+/// Whole vectors of them. Read as an integer, the bits of a number without its sign grow with it,
+/// and those of what is no number are above all: the largest less them is negative where one is
+/// beyond. Compilers make no vectors of whether both of two comparisons hold.
 ORVANE_WIDEST bool makeVectorsSingle(const double* numbers, std::size_t count, double largest,
                                      float* output)
 {
     using Singles = float __attribute__((vector_size(doublesWidth * sizeof(float))));
-    Doubles most{}, least{}, nothing{}; // NaN once there is no number
+    using Words = std::int64_t __attribute__((vector_size(sizeof(Doubles))));
+    constexpr std::int64_t magnitude = std::numeric_limits<std::int64_t>::max();
+    std::int64_t most = 0;
+    std::memcpy(&most, &largest, sizeof most);
+    Words areLarge{};
     for (std::size_t k = 0; k < count; k += doublesWidth) {
         Doubles number;
+        Words bits;
         load(numbers + k, number);
-        most = number > most ? number : most;
-        least = number < least ? number : least;
-        nothing += 0.0 * number;
+        load(numbers + k, bits);
+        areLarge |= most - (bits & magnitude);
         store(__builtin_convertvector(number, Singles), output + k);
     }
     bool result = true;
     for (std::size_t k = 0; k < doublesWidth; ++k)
-        result = result && most[k] <= largest && least[k] >= -largest && nothing[k] == 0.0;
+        result = result && areLarge[k] >= 0;
+    return result;
+}
+
+/// The same, without making anything of them.
+ORVANE_WIDEST bool areVectorsWithin(const float* numbers, std::size_t count, float largest)
+{
+    using Words = std::int32_t __attribute__((vector_size(sizeof(Floats))));
+    constexpr std::int32_t magnitude = std::numeric_limits<std::int32_t>::max();
+    std::int32_t most = 0;
+    std::memcpy(&most, &largest, sizeof most);
+    Words areLarge{};
+    for (std::size_t k = 0; k < count; k += floatsWidth) {
+        Words bits;
+        load(numbers + k, bits);
+        areLarge |= most - (bits & magnitude);
+    }
+    bool result = true;
+    for (std::size_t k = 0; k < floatsWidth; ++k)
+        result = result && areLarge[k] >= 0;
     return result;
 }
 
@@ -48,6 +74,15 @@ bool makeSingle(const double* numbers, std::size_t count, double largest, float*
         output[k] = areSmall ? static_cast<float>(numbers[k]) : 0.0F;
     }
     return areSmall;
+}
+
+bool areWithin(const float* numbers, std::size_t count, float largest)
+{
+    const std::size_t whole = count / floatsWidth * floatsWidth;
+    bool result = areVectorsWithin(numbers, whole, largest);
+    for (std::size_t k = whole; k < count; ++k)
+        result = result && std::abs(numbers[k]) <= largest;
+    return result;
 }
 
 void makeDouble(const float* pairs, std::size_t count, double* first, double* second)

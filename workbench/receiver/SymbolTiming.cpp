@@ -2,6 +2,7 @@
 #include "workbench/receiver/SymbolTiming.h"
 
 #include "workbench/receiver/ComplexProduct.h"
+#include "workbench/receiver/SingleNumbers.h"
 #include "workbench/sources/Constants.h"
 
 #include <algorithm>
@@ -82,7 +83,7 @@ void SymbolTiming::push(double sample) { add({usable(sample), 0.0F}); }
 void SymbolTiming::push(const std::complex<float>* samples, std::size_t count, std::size_t step)
 {
     m_isReal = false;
-    if (step == 1 && std::all_of(samples, samples + count, isUsual)) {
+    if (step == 1 && areWithin(reinterpret_cast<const float*>(samples), 2 * count, largest)) {
         m_bands.push(samples, count);
         count = 0;
     }

@@ -93,16 +93,29 @@ void TrackedPhases::clear()
 
 bool TrackedPhases::isHeard(double power) { return power > faintPower; }
 
-void TrackedPhases::add(const Symbol& symbol)
+void TrackedPhases::add(const Symbol* symbols, std::size_t count)
 {
-    const double heard = isHeard(symbol.power) ? 1.0 : 0.0;
-    const std::size_t loud = m_loud.empty() ? 0 : m_loud.back();
-    m_symbols.push_back(symbol);
-    m_angles.push_back(symbol.phase + symbol.error);
-    m_weights.push_back(heard * symbol.weight);
-    m_qualities.push_back(heard * symbol.quality);
-    m_heard.push_back(heard);
-    m_loud.push_back(symbol.power > faintMean ? loud + 1 : 0);
+    std::size_t loud = m_loud.empty() ? 0 : m_loud.back();
+    const std::size_t before = m_symbols.size();
+    m_symbols.insert(m_symbols.end(), symbols, symbols + count);
+    const auto grow = [before, count](auto& values) {
+        values.resize(before + count);
+        return values.data() + before;
+    };
+    double* const angles = grow(m_angles);
+    double* const weights = grow(m_weights);
+    double* const qualities = grow(m_qualities);
+    double* const heard = grow(m_heard);
+    std::size_t* const louds = grow(m_loud);
+    for (std::size_t k = 0; k < count; ++k) {
+        const Symbol& symbol = symbols[k];
+        heard[k] = isHeard(symbol.power) ? 1.0 : 0.0;
+        angles[k] = symbol.phase + symbol.error;
+        weights[k] = heard[k] * symbol.weight;
+        qualities[k] = heard[k] * symbol.quality;
+        loud = symbol.power > faintMean ? loud + 1 : 0;
+        louds[k] = loud;
+    }
 }
 
 void TrackedPhases::advance()

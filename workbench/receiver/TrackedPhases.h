@@ -38,7 +38,7 @@ public:
 
     /// Whether a symbol of a power, relative to that of the points, can be followed.
     static bool isHeard(double power);
-    void add(const Symbol& symbol);
+    void add(const Symbol* symbols, std::size_t count);
     /// Number of symbols from the examined one on.
     std::size_t count() const { return m_symbols.size() - m_here; }
     /// Examines the next symbol.
