@@ -2,6 +2,7 @@
 #include "workbench/receiver/TimingRefinement.h"
 
 #include "workbench/receiver/ComplexProduct.h"
+#include "workbench/receiver/Vectors.h"
 #include "workbench/sources/Constants.h"
 
 #include <algorithm>
@@ -77,7 +78,8 @@ TimingRefinement::Complex TimingRefinement::sampleAt(std::ptrdiff_t index) const
 }
 
 /// By five samples, and by three.
-TimingRefinement::Slopes TimingRefinement::slopesAt(std::size_t symbol, std::ptrdiff_t offset) const
+ORVANE_WITHIN TimingRefinement::Slopes TimingRefinement::slopesAt(std::size_t symbol,
+                                                                  std::ptrdiff_t offset) const
 {
     const std::ptrdiff_t first = static_cast<std::ptrdiff_t>(symbol * m_perSymbol) + offset - 2;
     Complex samples[5];
@@ -167,17 +169,22 @@ void TimingRefinement::addGroup(std::size_t first, std::size_t count)
 /// Decides the new symbols, and how they were sent, without turns.
 void TimingRefinement::decide()
 {
-    for (std::size_t k = m_sent.size(); k < m_waiting.symbols.size(); ++k) {
+    const std::size_t first = m_sent.size();
+    const std::size_t end = std::max(first, m_waiting.symbols.size());
+    m_points.resize(end);
+    m_sent.resize(end);
+    m_decided.resize(end);
+    const Decisions& decisions = m_decisions.front();
+    std::size_t decided = first > 0 ? m_decided[first - 1] : 0;
+    for (std::size_t k = first; k < end; ++k) {
         const Symbol& symbol = m_waiting.symbols[k];
         const bool isGood = symbol.state == SymbolState::Good && symbol.level > 0.0;
-        const std::size_t before = m_decided.empty() ? 0 : m_decided.back();
-        m_decided.push_back(isGood ? before + 1 : 0);
-        m_points.push_back(
-            isGood ? m_decisions.front().nearest((1.0 / symbol.level) * Complex(symbol.value))
-                   : 0.0);
-        m_sent.push_back(m_points.back());
-        if (isGood && symbol.turn != 1.0)
-            m_sent.back() /= symbol.turn;
+        decided = isGood ? decided + 1 : 0;
+        const Complex point =
+            isGood ? decisions.nearest((1.0 / symbol.level) * Complex(symbol.value)) : 0.0;
+        m_decided[k] = decided;
+        m_points[k] = point;
+        m_sent[k] = isGood && symbol.turn != 1.0 ? point / symbol.turn : point;
     }
 }
 
