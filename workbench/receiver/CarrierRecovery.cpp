@@ -59,18 +59,22 @@ void CarrierRecovery::process(BasebandBlock& block)
     m_waiting.append(block);
     block.clear();
     block.clock.swap(m_waiting.clock);
-    searchOn(false, block);
-    dropHead();
+    searchOn(false);
+    handOver(block);
 }
 
-/// Drops the symbols that were put out.
-void CarrierRecovery::dropHead()
+/// Moves the symbols that were put out, with their samples, into an empty block.
+void CarrierRecovery::handOver(BasebandBlock& output)
 {
-    m_waiting.symbols.erase(m_waiting.symbols.begin(),
-                            m_waiting.symbols.begin() + static_cast<std::ptrdiff_t>(m_head));
+    const auto move = [](auto& from, std::size_t count, auto& to) { // what stays is shorter
+        const auto end = from.begin() + static_cast<std::ptrdiff_t>(count);
+        to.assign(end, from.end());
+        from.erase(end, from.end());
+        to.swap(from);
+    };
     const std::size_t count = std::min(m_head * m_perSymbol, m_waiting.samples.size());
-    m_waiting.samples.erase(m_waiting.samples.begin(),
-                            m_waiting.samples.begin() + static_cast<std::ptrdiff_t>(count));
+    move(m_waiting.symbols, m_head, output.symbols);
+    move(m_waiting.samples, count, output.samples);
     m_head = 0;
 }
 
@@ -78,11 +82,11 @@ void CarrierRecovery::finish(BasebandBlock& block)
 {
     if (!isOn())
         return;
-    BasebandBlock output;
-    searchOn(true, output);
-    block.append(output);
+    searchOn(true);
+    BasebandBlock rest;
+    handOver(rest);
+    block.append(rest);
     m_waiting = {};
-    m_head = 0;
 }
 
 /// A sample at an offset from the middle of a symbol that waits.
@@ -117,16 +121,16 @@ CarrierRecovery::Complex CarrierRecovery::undone(std::size_t index, double ampli
     return result;
 }
 
-void CarrierRecovery::searchOn(bool isEnding, BasebandBlock& output)
+void CarrierRecovery::searchOn(bool isEnding)
 {
     for (;;) {
         if (isTracking()) {
             while (isTracking() && m_tracked.count() < waitingCount())
                 track();
-            putOutTracked(isEnding && isTracking(), output);
+            putOutTracked(isEnding && isTracking());
             if (isTracking())
                 return;
-            letGo(output);
+            letGo();
         }
         const std::size_t window = m_modulation->window;
         const std::size_t count = std::min(window, waitingCount());
@@ -135,7 +139,7 @@ void CarrierRecovery::searchOn(bool isEnding, BasebandBlock& output)
         if (count >= leastSymbols && acquire(count))
             continue;
         // A burst may start in the second half of the window.
-        settle(isEnding && count < window ? count : window / 2, output);
+        settle(isEnding && count < window ? count : window / 2);
         if (waitingCount() == 0)
             return;
     }
@@ -148,23 +152,25 @@ double CarrierRecovery::stepAt(std::size_t index) const
     const std::size_t here = m_head + index;
     if (here + 1 < symbols.size())
         return symbols[here + 1].phase - symbols[here].phase;
-    return here > 0 ? symbols[here].phase - symbols[here - 1].phase : 0.0;
+    if (here == 0)
+        return 0.0;
+    return symbols[here].phase - (index > 0 ? symbols[here - 1].phase : m_takenBefore);
 }
 
 /// Puts out symbols without a carrier.
-void CarrierRecovery::settle(std::size_t count, BasebandBlock& output)
+void CarrierRecovery::settle(std::size_t count)
 {
     const bool hadCarrier = m_strongest > 0.0;
     for (std::size_t k = 0; k < count; ++k)
         putOut(hadCarrier ? m_lastPhase + m_offset : m_waiting.symbols[m_head].phase,
-               hadCarrier ? m_offset : stepAt(0), SymbolState::Unlocked, output);
-    turnPutOut(output);
+               hadCarrier ? m_offset : stepAt(0), SymbolState::Unlocked);
+    turnPutOut();
 }
 
 /// The loop has lost the carrier.
-void CarrierRecovery::letGo(BasebandBlock& output)
+void CarrierRecovery::letGo()
 {
-    settle(m_tracked.count(), output);
+    settle(m_tracked.count());
     m_tracked.clear();
     m_phaseError = 0.0;
 }
@@ -231,7 +237,7 @@ void CarrierRecovery::track()
 
 /// Puts out the symbols around which enough others were tracked. Where the carrier is lost, the
 /// search starts there, because the loop would not find the carrier by itself.
-void CarrierRecovery::putOutTracked(bool isEnding, BasebandBlock& output)
+void CarrierRecovery::putOutTracked(bool isEnding)
 {
     while (m_tracked.count() > m_reach || (isEnding && m_tracked.count() > 0)) {
         const TrackedPhases::Symbol& tracked = m_tracked.symbol();
@@ -254,19 +260,19 @@ void CarrierRecovery::putOutTracked(bool isEnding, BasebandBlock& output)
         const double error = tracked.error - (smoothed.phase - tracked.phase);
         m_phaseError += 0.5 / static_cast<double>(m_reach) * (error * error - m_phaseError);
         m_emittedAmplitude = m_loop.front().amplitude();
-        putOut(smoothed.phase, smoothed.slope, state, output);
+        putOut(smoothed.phase, smoothed.slope, state);
         m_tracked.advance();
     }
-    turnPutOut(output);
+    turnPutOut();
 }
 
 /// Puts out the next symbol, which is turned later, with its samples.
-void CarrierRecovery::putOut(double phase, double slope, SymbolState state, BasebandBlock& output)
+void CarrierRecovery::putOut(double phase, double slope, SymbolState state)
 {
-    output.symbols.push_back(m_waiting.symbols[m_head]);
-    Symbol& symbol = output.symbols.back();
+    Symbol& symbol = m_waiting.symbols[m_head];
     m_turns.push_back(symbol.phase - phase);
     m_steps.push_back((stepAt(0) - slope) / static_cast<double>(m_perSymbol));
+    m_takenBefore = symbol.phase;
     symbol.turn = turnOf(0);
     symbol.level = state == SymbolState::Unlocked ? 0.0 : m_emittedAmplitude;
     symbol.phase = phase;
@@ -279,27 +285,26 @@ void CarrierRecovery::putOut(double phase, double slope, SymbolState state, Base
 }
 
 /// Turns the symbols that were put out, and the samples from each up to the one after it.
-void CarrierRecovery::turnPutOut(BasebandBlock& output)
+void CarrierRecovery::turnPutOut()
 {
     const std::size_t count = m_turns.size();
     const std::size_t begin = (m_head - count) * m_perSymbol;
     const std::size_t end = std::min(m_head * m_perSymbol, m_waiting.samples.size());
-    const std::size_t place = output.samples.size();
-    const auto samples = m_waiting.samples.begin();
-    output.samples.insert(output.samples.end(), samples + static_cast<std::ptrdiff_t>(begin),
-                          samples + static_cast<std::ptrdiff_t>(end));
-    turnGroups(output.samples.data() + place, end - begin, m_perSymbol, m_turns, m_steps);
-    const std::size_t first = output.symbols.size() - count;
-    for (std::size_t k = 0; k < count; ++k) {
-        Symbol& symbol = output.symbols[first + k];
-        symbol.value = output.samples[place + k * m_perSymbol];
-        if (m_modulation->alternates)
-            symbol.value = product(symbol.value, std::complex<float>(symbol.turn));
-        if (!m_modulation->isOffset)
-            continue;
+    m_halves.clear();
+    for (std::size_t k = 0; m_modulation->isOffset && k < count; ++k) {
         const std::size_t later = begin + k * m_perSymbol + m_perSymbol / 2;
         const Complex half(m_waiting.samples[std::min(later, m_waiting.samples.size() - 1)]);
-        symbol.value.imag(static_cast<float>(product(half, std::polar(1.0, m_turns[k])).imag()));
+        m_halves.push_back(product(half, std::polar(1.0, m_turns[k])).imag());
+    }
+    std::complex<float>* const samples = m_waiting.samples.data() + begin;
+    turnGroups(samples, end - begin, m_perSymbol, m_turns, m_steps);
+    for (std::size_t k = 0; k < count; ++k) {
+        Symbol& symbol = m_waiting.symbols[m_head - count + k];
+        symbol.value = samples[k * m_perSymbol];
+        if (m_modulation->alternates)
+            symbol.value = product(symbol.value, std::complex<float>(symbol.turn));
+        if (m_modulation->isOffset)
+            symbol.value.imag(static_cast<float>(m_halves[k]));
     }
     m_turns.clear();
     m_steps.clear();

@@ -34,18 +34,18 @@ private:
     using Complex = std::complex<double>;
     bool acquire(std::size_t count);
     void track();
-    void searchOn(bool isEnding, BasebandBlock& output);
-    void putOutTracked(bool isEnding, BasebandBlock& output);
-    void putOut(double phase, double slope, SymbolState state, BasebandBlock& output);
-    void turnPutOut(BasebandBlock& output);
+    void searchOn(bool isEnding);
+    void putOutTracked(bool isEnding);
+    void putOut(double phase, double slope, SymbolState state);
+    void turnPutOut();
     Complex sampleAt(std::size_t index, std::size_t offset) const;
     Complex undone(std::size_t index, double amplitude) const;
     Complex turnOf(std::size_t index) const;
     std::size_t waitingCount() const { return m_waiting.symbols.size() - m_head; }
-    void dropHead();
-    void letGo(BasebandBlock& output);
+    void handOver(BasebandBlock& output);
+    void letGo();
     double stepAt(std::size_t index) const;
-    void settle(std::size_t index, BasebandBlock& output);
+    void settle(std::size_t count);
 
     const Modulation* m_modulation = nullptr;
     std::size_t m_perSymbol = 1;
@@ -55,14 +55,16 @@ private:
     CarrierSearch m_search;
     std::vector<CarrierLoop> m_loop; // one, or none
 
-    BasebandBlock m_waiting; // symbols and samples; of these...
-    std::size_t m_head = 0;  // ...so many symbols, with their samples, were put out, and...
-    TrackedPhases m_tracked; // ...as many as its count tells were tracked
+    BasebandBlock m_waiting;    // symbols and samples; of these...
+    std::size_t m_head = 0;     // ...so many symbols were put out, and turned with their samples...
+    double m_takenBefore = 0.0; // phase that was taken off the last of them before; and...
+    TrackedPhases m_tracked;    // ...as many as its count tells were tracked
     // Of symbols that were put out, but not turned yet: rad, and rad a sample.
     std::vector<double> m_turns, m_steps;
-    std::int64_t m_number = 0; // of the next symbol to be put out
-    bool m_wasHeld = false;    // since the loop started
-    double m_strongest = 0.0;  // amplitude so far
+    std::vector<double> m_halves; // Q of these symbols, where it comes half a symbol later
+    std::int64_t m_number = 0;    // of the next symbol to be put out
+    bool m_wasHeld = false;       // since the loop started
+    double m_strongest = 0.0;     // amplitude so far
     double m_emittedAmplitude = 0.0;
     double m_lastPhase = 0.0;  // put out last
     double m_offset = 0.0;     // frequency put out last, rad a symbol
