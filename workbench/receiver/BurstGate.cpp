@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/receiver/BurstGate.h"
 
+#include "workbench/receiver/SampledSignal.h"
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -49,7 +51,7 @@ void BurstGate::process(std::vector<std::complex<float>>& samples, std::vector<P
         parts.push_back({true, std::move(samples)});
         return;
     }
-    m_line.insert(m_line.end(), samples.begin(), samples.end());
+    appendSamples(m_line, samples.data(), samples.size());
     while (m_line.size() - m_closed >= m_groupLength)
         close(m_groupLength, parts);
     dropPassed();
@@ -80,9 +82,7 @@ void BurstGate::passOn(std::vector<Part>& parts)
         parts.push_back({isOpen, {}});
         parts.back().samples.reserve(m_line.size() - m_passed);
     }
-    auto& samples = parts.back().samples;
-    const auto first = m_line.begin() + static_cast<std::ptrdiff_t>(m_passed);
-    samples.insert(samples.end(), first, first + static_cast<std::ptrdiff_t>(group.count));
+    appendSamples(parts.back().samples, &m_line[m_passed], group.count);
     m_passed += group.count;
 }
 

@@ -77,11 +77,13 @@ void FirFilter::spread(const std::complex<float>* samples, float* copies) const
 void FirFilter::process(std::vector<std::complex<float>>& samples)
 {
     const std::size_t count = samples.size();
-    const std::size_t kept = m_line.size();
+    const std::size_t kept = m_taps.size() - 1;
     const std::size_t wanted = (count - std::min(m_skip, count) + m_every - 1) / m_every;
     const std::size_t groups = (wanted + together - 1) / together;
-    m_line.insert(m_line.end(), samples.begin(), samples.end());
-    m_line.resize(kept + m_skip + (groups * together + 1) * m_every);
+    // Outputs that no one wants may take what lies there from before.
+    const std::size_t taken = m_skip + (groups * together + 1) * m_every;
+    m_line.resize(std::max(m_line.size(), kept + std::max(taken, count)));
+    std::copy(samples.begin(), samples.end(), m_line.begin() + static_cast<std::ptrdiff_t>(kept));
     samples.resize(groups * together);
     const auto behind = reinterpret_cast<std::uintptr_t>(m_copies.data()) % lineSize;
     float* const copies = m_copies.data() + (lineSize - behind) % lineSize / sizeof(float);
@@ -92,8 +94,7 @@ void FirFilter::process(std::vector<std::complex<float>>& samples)
     }
     samples.resize(wanted);
     m_skip += wanted * m_every - count;
-    m_line.erase(m_line.begin(), m_line.begin() + static_cast<std::ptrdiff_t>(count));
-    m_line.resize(kept);
+    std::copy_n(m_line.begin() + static_cast<std::ptrdiff_t>(count), kept, m_line.begin());
 }
 
 void FirFilter::reset()

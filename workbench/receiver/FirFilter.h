@@ -27,7 +27,7 @@ private:
     float m_scale;
     std::size_t m_every;
     std::size_t m_skip = 0;                  // samples before the next one that comes out
-    std::vector<std::complex<float>> m_line; // the newest samples, one fewer than taps
+    std::vector<std::complex<float>> m_line; // first the newest samples, one fewer than taps
     std::size_t m_length;                    // numbers of a copy of what some outputs need
     std::vector<std::size_t> m_places;       // of what each tap takes, in the copies
     std::vector<float> m_copies;

@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/receiver/LevelControl.h"
 
+#include "workbench/receiver/Vectors.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -10,6 +12,12 @@ constexpr double slowSymbols = 4096.0;
 constexpr double slowSamples = 65536.0; // where the symbol rate is not known
 constexpr double tolerance = 0.05;      // of the level, before the gain is changed
 constexpr double leastPower = 1e-30;
+
+ORVANE_WIDEST void scale(double* values, std::size_t count, double gain)
+{
+    for (std::size_t k = 0; k < count; ++k)
+        values[k] *= gain;
+}
 
 } // namespace
 
@@ -52,10 +60,8 @@ void LevelControl::process(SignalBlock& block, double amplitude)
             m_gain = gain;
     }
     block.gain = m_gain;
-    for (auto* values : {&block.i, &block.q}) {
-        for (double& value : *values)
-            value *= m_gain;
-    }
+    scale(block.i.data(), block.i.size(), m_gain);
+    scale(block.q.data(), block.q.size(), m_gain);
     for (Symbol& symbol : block.symbols) {
         symbol.value *= static_cast<float>(m_gain);
         symbol.level *= m_gain;

@@ -1,6 +1,8 @@
 // Copyright The Orvane authors. SPDX-License-Identifier: Apache-2.0
 #include "workbench/receiver/Resampler.h"
 
+#include "workbench/receiver/SampledSignal.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -52,7 +54,7 @@ void Resampler::run(std::vector<Sample>& line, std::vector<Sample>& samples,
 /// Puts out what lies up to a sample of the input.
 void Resampler::run(BasebandBlock& block, std::int64_t last)
 {
-    m_line.samples.insert(m_line.samples.end(), block.samples.begin(), block.samples.end());
+    appendSamples(m_line.samples, block.samples.data(), block.samples.size());
     m_line.demodulated.insert(m_line.demodulated.end(), block.demodulated.begin(),
                               block.demodulated.end());
     const auto end = static_cast<std::int64_t>(std::floor(static_cast<double>(last) * m_ratio)) + 1;

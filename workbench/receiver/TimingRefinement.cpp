@@ -2,6 +2,7 @@
 #include "workbench/receiver/TimingRefinement.h"
 
 #include "workbench/receiver/ComplexProduct.h"
+#include "workbench/receiver/SampledSignal.h"
 #include "workbench/receiver/Vectors.h"
 #include "workbench/sources/Constants.h"
 
@@ -282,8 +283,8 @@ void TimingRefinement::passOn(std::size_t count, BasebandBlock& output)
     const bool isAll = m_head == m_waiting.symbols.size();
     const std::size_t end =
         isAll ? m_waiting.samples.size() : std::min(m_head * m_perSymbol, m_waiting.samples.size());
-    output.samples.assign(m_waiting.samples.begin() + static_cast<std::ptrdiff_t>(begin),
-                          m_waiting.samples.begin() + static_cast<std::ptrdiff_t>(end));
+    output.samples.clear();
+    appendSamples(output.samples, m_waiting.samples.data() + begin, end - begin);
     // The symbol before the next one stays, because its samples are needed.
     const std::size_t forgotten = m_head - std::min<std::size_t>(m_head, 1);
     m_waiting.symbols.erase(m_waiting.symbols.begin(),
