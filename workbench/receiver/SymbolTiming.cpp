@@ -54,6 +54,12 @@ bool isUsual(const std::complex<float>& sample)
     return std::abs(sample.real()) <= largest && std::abs(sample.imag()) <= largest;
 }
 
+/// An angle less whole turns: within half a turn either way.
+double wrapped(double angle)
+{
+    return std::abs(angle) < pi ? angle : std::remainder(angle, 2.0 * pi);
+}
+
 /// Weights of the blocks about one, from the first one on, for its phase.
 const std::array<double, 2 * aheadCount + 1>& phaseWeights()
 {
@@ -198,19 +204,19 @@ void SymbolTiming::settle(std::int64_t block)
     const double turn = last - first < fewBlocks ? 0.0 : m_search.of(m_weightedI, m_weightedQ);
     fillTurns(turn);
     Complex sum = 0.0;
+    const auto& weights = phaseWeights();
     for (std::int64_t i = std::max(block - aheadCount, first); i <= last; ++i) {
         const auto place = static_cast<std::size_t>(i - block + aheadCount);
         const auto index = static_cast<std::size_t>(i - first);
-        sum += phaseWeights()[place] *
+        sum += weights[place] *
                product(m_turns[place], Complex(m_weightedI[index], m_weightedQ[index]));
     }
-    m_phase += std::remainder(std::arg(sum) - m_phase, 2.0 * pi);
+    m_phase += wrapped(std::arg(sum) - m_phase);
     m_slope = (1.0 + turn / (2.0 * pi * m_turnsPerSymbol * blockLength)) / m_samplesPerSymbol;
     const double position = centerOf(block);
     const double symbol = position / m_samplesPerSymbol + m_phase / (2.0 * pi * m_turnsPerSymbol);
     const Complex line = m_lines[static_cast<std::size_t>(block - oldest())];
-    const double off =
-        std::remainder(std::arg(line) - m_phase, 2.0 * pi) / (2.0 * pi * m_turnsPerSymbol);
+    const double off = wrapped(std::arg(line) - m_phase) / (2.0 * pi * m_turnsPerSymbol);
     SymbolKnot knot{position, symbol, symbol + off, isLockedAt(block)};
     if (block == 0)
         m_knots.push_back({0.0, symbol - position * m_slope, std::nullopt, knot.isLocked});

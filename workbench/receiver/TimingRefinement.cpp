@@ -83,14 +83,17 @@ ORVANE_WITHIN TimingRefinement::Slopes TimingRefinement::slopesAt(std::size_t sy
                                                                   std::ptrdiff_t offset) const
 {
     const std::ptrdiff_t first = static_cast<std::ptrdiff_t>(symbol * m_perSymbol) + offset - 2;
-    Complex samples[5];
+    const auto slopesOf = [step = static_cast<double>(m_perSymbol)](const auto* samples) {
+        const Complex before(samples[1]), middle(samples[2]), after(samples[3]);
+        const Complex farther = Complex(samples[4]) - Complex(samples[0]);
+        return Slopes{step / 12.0 * (8.0 * (after - before) - farther),
+                      step * step * (after - 2.0 * middle + before)};
+    };
     if (first >= 0 && first + 5 <= static_cast<std::ptrdiff_t>(m_waiting.samples.size()))
-        std::copy_n(m_waiting.samples.data() + first, 5, samples);
-    else
-        std::generate_n(samples, 5, [this, k = first]() mutable { return sampleAt(k++); });
-    const auto step = static_cast<double>(m_perSymbol);
-    return {step / 12.0 * (8.0 * (samples[3] - samples[1]) - (samples[4] - samples[0])),
-            step * step * (samples[3] - 2.0 * samples[2] + samples[1])};
+        return slopesOf(m_waiting.samples.data() + first);
+    Complex samples[5];
+    std::generate_n(samples, 5, [this, k = first]() mutable { return sampleAt(k++); });
+    return slopesOf(samples);
 }
 
 void TimingRefinement::process(BasebandBlock& block)
@@ -128,6 +131,22 @@ void TimingRefinement::finish(BasebandBlock& block)
     passOn(m_waiting.symbols.size() - m_head, output);
     block.append(output);
     reset();
+}
+
+/// Slope that the pulses of neighbouring symbols add at the instant of a symbol, per symbol period;
+/// none when they or the pulse are not known.
+ORVANE_WITHIN std::optional<TimingRefinement::Complex>
+TimingRefinement::expectedSlopeAt(std::size_t symbol) const
+{
+    if (m_slopes.empty() || symbol < pulseReach || symbol + pulseReach >= m_sent.size() ||
+        m_decided[symbol + pulseReach] <= 2 * pulseReach)
+        return std::nullopt;
+    const Complex* const sent = &m_sent[symbol];
+    const double* const slopes = m_slopes.data();
+    Complex sum = 0.0;
+    for (std::ptrdiff_t n = 1; n <= static_cast<std::ptrdiff_t>(pulseReach); ++n)
+        sum += slopes[n - 1] * (sent[-n] - sent[n]);
+    return product(sum, m_waiting.symbols[symbol].turn);
 }
 
 void TimingRefinement::addGroup(std::size_t first, std::size_t count)
@@ -187,21 +206,6 @@ void TimingRefinement::decide()
         m_points[k] = point;
         m_sent[k] = isGood && symbol.turn != 1.0 ? point / symbol.turn : point;
     }
-}
-
-/// Slope that the pulses of neighbouring symbols add at the instant of a symbol, per symbol period;
-/// none when they or the pulse are not known.
-std::optional<TimingRefinement::Complex> TimingRefinement::expectedSlopeAt(std::size_t symbol) const
-{
-    if (m_slopes.empty() || symbol < pulseReach || symbol + pulseReach >= m_sent.size() ||
-        m_decided[symbol + pulseReach] <= 2 * pulseReach)
-        return std::nullopt;
-    const Complex* const sent = &m_sent[symbol];
-    const double* const slopes = m_slopes.data();
-    Complex sum = 0.0;
-    for (std::ptrdiff_t n = 1; n <= static_cast<std::ptrdiff_t>(pulseReach); ++n)
-        sum += slopes[n - 1] * (sent[-n] - sent[n]);
-    return product(sum, m_waiting.symbols[symbol].turn);
 }
 
 /// Value, at a group, of a straight line through the groups around it.
