@@ -179,6 +179,14 @@ TEST(FastSums, TakeManySamplesAsOneAfterTheOther)
         }
         numbers[place] = 0.0;
     }
+    for (const std::size_t place : {3U, 36U}) {
+        for (const float large : {2.1F, -2.1F, HUGE_VALF, std::nanf("")}) {
+            singles.assign(37, -2.0F);
+            EXPECT_TRUE(areWithin(singles.data(), 37, 2.0F));
+            singles[place] = large;
+            EXPECT_FALSE(areWithin(singles.data(), 37, 2.0F)) << place << large;
+        }
+    }
 }
 
 TEST(FastSums, SearchTurnsAsPlainOnesDo)

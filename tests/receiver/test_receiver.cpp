@@ -211,7 +211,7 @@ TEST(Receiver, MarksTheEdgesOfWhatIsCutOff)
     }
 }
 
-TEST(Receiver, GivesTheSameAtAnyLevelAndAfterGoingBack)
+TEST(Receiver, GivesTheSameAtAnyLevelAndAfterGoingBackInUsedMemory)
 {
     for (const auto demodulation : {Demodulation::Linear, Demodulation::Fm, Demodulation::Am}) {
         Sending sending{Mod::Qam16, {}, 7.3, 80e-6, -950.0, 0.35};
@@ -222,11 +222,15 @@ TEST(Receiver, GivesTheSameAtAnyLevelAndAfterGoingBack)
         const Received whole(sending.settings(), samples);
         Received again(sending.settings());
         again.feed(samples);
+        for (const SignalBlock& block : again.blocks)
+            again.receiver.reuse(block);
         again.feed(samples);
         again.finish();
         ASSERT_EQ(again.samples.size(), 2 * whole.samples.size());
         EXPECT_TRUE(std::equal(whole.samples.begin(), whole.samples.end(),
                                again.samples.begin() + std::ptrdiff_t(whole.samples.size())));
+        EXPECT_TRUE(std::equal(whole.points.rbegin(), whole.points.rend(), again.points.rbegin()));
+        EXPECT_EQ(again.symbols.size(), 2 * whole.symbols.size());
         EXPECT_EQ(again.symbols.back().time, whole.symbols.back().time);
         for (const double factor : {1e-4, 1e3}) {
             const Received other(sending.settings(), scaled(samples, factor));

@@ -3,6 +3,7 @@
 #include "TreeAccess.h"
 #include "workbench/feed/SignalFeed.h"
 #include "workbench/feed/TreeValues.h"
+#include "workbench/pipeline/SpareBlocks.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -90,6 +91,24 @@ struct Feed : testing::Test, IObserver
     std::vector<double> received;
     std::vector<double> receivedMarkers;
 };
+
+TEST(SpareBlocks, UseMemoryAgainThatNobodyHolds)
+{
+    const auto spare = std::make_shared<SpareBlocks>();
+    SignalBlock one, other;
+    one.samples = {1.0, 2.0};
+    other.samples = {3.0};
+    const double* const memory = one.samples.data();
+    SignalBlockPtr held = spare->share(std::move(one));
+    SignalBlockPtr also = held;
+    const SignalBlockPtr kept = spare->share(std::move(other));
+    held.reset();
+    EXPECT_FALSE(spare->take());
+    also.reset();
+    EXPECT_EQ(spare->take().value_or(SignalBlock()).samples.data(), memory);
+    EXPECT_FALSE(spare->take());
+    EXPECT_EQ(kept->samples, std::vector<double>{3.0});
+}
 
 TEST_F(Feed, CutsSegmentsAsLongAsTheirMarkersSayNearZero)
 {
