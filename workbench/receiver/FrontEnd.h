@@ -18,6 +18,8 @@ public:
     /// Takes the next samples, with so many values as SignalSource::read gives them, and appends
     /// their parts. A value that is not finite counts as 0, one beyond 1e6 as 1e6; full scale is 1.
     void process(const double* values, std::size_t count, std::vector<BurstGate::Part>& parts);
+    /// Takes samples that nobody needs any more: later ones use their memory.
+    void reuse(std::vector<std::complex<float>>& samples) { m_block.samples.swap(samples); }
     /// Ends the signal: appends the samples that were held back.
     void finish(std::vector<BurstGate::Part>& parts);
     /// @param goesOn  as in SignalPath.

@@ -74,6 +74,8 @@ void ReceivedPath::process(const std::vector<double>& values, std::vector<Signal
     const auto longest = static_cast<std::size_t>(m_input.sampleRate * frameSeconds) + 1;
     const std::size_t length = width * std::min(frameLength, longest);
     const auto take = [&](const double* frame, std::size_t count) {
+        if (m_parts.size() == 1)
+            m_front.reuse(m_parts.front().samples);
         m_parts.clear();
         m_front.process(frame, count, m_parts);
         takeParts(m_parts, blocks);
@@ -138,8 +140,10 @@ void ReceivedPath::startRun()
 
 void ReceivedPath::run(std::vector<std::complex<float>>& samples, std::vector<SignalBlock>& blocks)
 {
-    m_block.clear();
-    m_block.samples.swap(samples);
+    m_block.samples.swap(samples); // these keep their size: it is that of the next ones, nearly
+    m_block.demodulated.clear();
+    m_block.symbols.clear();
+    m_block.clock.clear();
     m_frequency.setSearching(!m_carrier.isTracking());
     pass(m_block, false);
     takeReceived(m_block, false, blocks);

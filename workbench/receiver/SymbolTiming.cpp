@@ -281,14 +281,14 @@ bool SymbolTiming::areLocked(const std::vector<Complex>& lines, const std::vecto
     for (const auto blocks : {aheadCount, aheadCount / 2, aheadCount / 4}) {
         const auto reach = static_cast<std::size_t>(blocks);
         Complex sum = 0.0;
-        double all = 0.0;
-        double squares = 0.0;
+        double all = 0.0, squares = 0.0;
         double count = 0.0; // number of blocks that are not weaker than those of a burst
         for (std::size_t i = here - std::min(here, reach);
              i <= std::min(here + reach, lines.size() - 1); ++i) {
             sum += powers[i] * lines[i];
             all += powers[i];
-            squares += std::norm(lines[i]);
+            if (m_isReal)
+                squares += std::norm(lines[i]);
             count += powers[i] >= faintBlock * strongest ? 1.0 : 0.0;
         }
         if (m_isReal) {
@@ -301,7 +301,8 @@ bool SymbolTiming::areLocked(const std::vector<Complex>& lines, const std::vecto
         }
         const double need = lockStrength * std::sqrt(lockBlocks / std::max(count, 1.0)) *
                             (m_isLocked ? goOnPart : 1.0);
-        if (std::abs(sum) > std::min(need, mostStrength) * all)
+        const double least = std::min(need, mostStrength) * all;
+        if (std::norm(sum) > least * least)
             return true;
     }
     return false;

@@ -2,7 +2,6 @@
 #include "workbench/receiver/TimingRefinement.h"
 
 #include "workbench/receiver/ComplexProduct.h"
-#include "workbench/receiver/SampledSignal.h"
 #include "workbench/receiver/Vectors.h"
 #include "workbench/sources/Constants.h"
 
@@ -103,7 +102,8 @@ void TimingRefinement::process(BasebandBlock& block)
     block.clock.clear(); // these groups measure it better
     m_waiting.append(block);
     decide();
-    block.clear();
+    block.demodulated.clear();
+    block.symbols.clear();
     // A slope needs samples of the following symbol, and its expected value needs the neighbouring
     // symbols.
     const std::size_t after = m_slopes.empty() ? 0 : pulseReach;
@@ -115,6 +115,8 @@ void TimingRefinement::process(BasebandBlock& block)
     const std::size_t kept = (reach + 1) * groupLength;
     if (m_grouped > m_head + kept)
         passOn(m_grouped - kept - m_head, block);
+    else
+        block.samples.clear();
 }
 
 void TimingRefinement::finish(BasebandBlock& block)
@@ -287,8 +289,8 @@ void TimingRefinement::passOn(std::size_t count, BasebandBlock& output)
     const bool isAll = m_head == m_waiting.symbols.size();
     const std::size_t end =
         isAll ? m_waiting.samples.size() : std::min(m_head * m_perSymbol, m_waiting.samples.size());
-    output.samples.clear();
-    appendSamples(output.samples, m_waiting.samples.data() + begin, end - begin);
+    output.samples.resize(end - begin);
+    std::copy_n(m_waiting.samples.data() + begin, end - begin, output.samples.data());
     // The symbol before the next one stays, because its samples are needed.
     const std::size_t forgotten = m_head - std::min<std::size_t>(m_head, 1);
     m_waiting.symbols.erase(m_waiting.symbols.begin(),
