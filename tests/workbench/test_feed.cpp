@@ -2,7 +2,6 @@
 #include "Recordings.h"
 #include "TreeAccess.h"
 #include "workbench/feed/SignalFeed.h"
-#include "workbench/feed/TreeValues.h"
 #include "workbench/pipeline/SpareBlocks.h"
 
 #include <QSignalSpy>
@@ -394,23 +393,6 @@ TEST_F(Feed, LaysTheSignalOutOnTheTimeAxis)
             EXPECT_GE(feed.span() * rate, 15.9) << rate;
         }
     }
-}
-
-TEST(ListsOfTheTree, HoldWhatWasWrittenLastAndAllocateNothingOnceTheyWereAsLong)
-{
-    std::list<double> whole, spareOfWhole, changes, spareOfChanges;
-    std::vector<double> written;
-    for (const std::size_t size : {0, 1000, 1000, 1, 700, 3000, 0, 2999, 300, 300, 3000}) {
-        std::vector<double> content(size, 0.0);
-        for (std::size_t k = 0; k < size; k += 2 + size / 3)
-            content[k] = double(size + k);
-        treevalues::assign(whole, spareOfWhole, content);
-        treevalues::assignChanges(changes, spareOfChanges, written, content);
-        EXPECT_EQ(std::vector<double>(whole.begin(), whole.end()), content);
-        EXPECT_EQ(std::vector<double>(changes.begin(), changes.end()), content);
-    }
-    EXPECT_EQ(whole.size() + spareOfWhole.size(), 3000U);
-    EXPECT_EQ(changes.size() + spareOfChanges.size(), 3000U);
 }
 
 } // namespace
