@@ -21,7 +21,7 @@ T* create(const char* path)
 
 /// Replaces the content of a list. Nodes move between the list and a spare list of its own; new
 /// nodes are made only when these are not enough, so that a steady stream allocates nothing.
-/// Neighbours in the list are neighbours in memory, and stay it.
+/// Neighbours in the list are nearly always neighbours in memory, too.
 void assign(std::list<double>& list, std::list<double>& spare, const std::vector<double>& content);
 /// The same where most of the content comes again, such as markers, nearly all of which are 0:
 /// touches the nodes whose values change.

@@ -16,8 +16,6 @@ constexpr std::size_t inputBlocks = 16; // of a recording that may wait to be re
 constexpr std::size_t fewBlocks = 4;    // ...and with which more are read, as waking costs much
 constexpr auto longTime = std::chrono::hours(1);
 
-using Values = std::vector<double>;
-
 } // namespace
 
 Pipeline::Pipeline(std::unique_ptr<SignalSource> source, const ChannelChoice& channel,
@@ -154,7 +152,8 @@ void Pipeline::read()
         const bool isWanted =
             !m_facts.isLive || (!m_isDiscarding && m_intake.hasRoom(m_input.waiting()));
         if (isWanted)
-            input.values = m_usedValues.pop(std::chrono::milliseconds(0)).value_or(Values());
+            input.values =
+                m_usedValues.pop(std::chrono::milliseconds(0)).value_or(std::vector<double>());
         const std::size_t count = isWanted ? m_source->read(input.values, m_blockLength)
                                            : m_source->discard(m_blockLength);
         m_sampleCount = m_source->sampleCount().value_or(-1);
